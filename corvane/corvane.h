@@ -1,0 +1,13 @@
+// Everything a caller of the library needs.
+#pragma once
+
+#include <corvane/core/constants.h>
+#include <corvane/core/containers.h>
+#include <corvane/core/errors.h>
+#include <corvane/core/records.h>
+#include <corvane/equilibria/ffe1core.h>
+#include <corvane/ideal/ideal.h>
+#include <corvane/pure/attach.h>
+#include <corvane/pure/model1.h>
+#include <corvane/solid/solid.h>
+#include <corvane/viscosity/visco.h>

@@ -1,0 +1,54 @@
+// Ideal-gas caloric properties of a substance from its tabulated isobaric heat capacity.
+#pragma once
+
+#include <corvane/core/containers.h>
+
+class Model1;
+
+/// Table of ideal-gas heat capacities with a cubic spline through it and the exact integrals of the
+/// spline. All results are reduced: heat capacities and entropies by R, energies by R·T. Until offset
+/// moves it, the reference state is U° = 0 and S° = 0 at the first table temperature, with S° at
+/// constant density. A default-constructed object holds no data.
+class CORVANE_API Ideal {
+  public:
+    /// Reads "./CorvaneS/ideal/<name>": the number of points, then T [K] and cp [J/(mol K)] in
+    /// ascending order of T; whatever follows the last number is free text. The file stays open for
+    /// the life of the process (intended).
+    /// @throws ThException 1 no file, no owner, or a count beyond 10^6; MthException 5, 6 from the
+    ///         spline for equal or descending temperatures
+    void load();
+    /// Prints the temperature range of the data to standard output.
+    void info() const;
+    /// Table segment of T: −1 below the table, the last point from there on. @throws ThException 3
+    int interval(double T) const;
+    /// Adds dh [K] to every energy and ds [R] to every entropy: moves the reference state.
+    /// @throws ThException 3
+    void offset(double dh, double ds);
+    /// Forgets the temperatures (and nothing else, intended), so that there are no data.
+    void reset();
+
+    Model1* model() const { return model_; }  ///< the owner; gives the file name; not owned
+    void model(Model1* owner) { model_ = owner; }
+
+    // Properties at T [K]; below the table cp continues linearly, above it with the last cubic.
+    // All throw ThException 3 without data.
+    double Cpm(double T) const;  ///< cp°/R
+    double CVm(double T) const;  ///< cv°/R
+    double Hm(double T) const;   ///< H°/(RT)
+    double Sm(double T) const;   ///< S°/R at unit density (mol/cm³) of the reference
+    double Am(double T) const;   ///< U°/(RT) − S°/R
+    double Gm(double T) const;   ///< U°/(RT) + 1 − S°/R
+    double Um(double T) const;   ///< U°/(RT)
+
+  private:
+    struct Value;  // cv, U and S at a temperature
+    Value at(double T) const;
+    int segment(double T) const;
+
+    SortedVector<double> x_;   // temperatures, K
+    Vector<double> y_;         // CV°/R
+    Vector<double> energy_;    // U°/R, K
+    Vector<double> entropy_;   // S°/R
+    Matrix<double> c_;         // spline rows b, c, d
+    Model1* model_ = nullptr;
+};

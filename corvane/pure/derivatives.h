@@ -1,0 +1,21 @@
+// Optional extension of an equation of state: exact derivatives of its residual Helmholtz energy.
+#pragma once
+
+#include <corvane/core/api.h>
+
+namespace corvane {
+
+/// A plug-in class that derives from Model1 first and from this second offers exact derivatives. The
+/// library then takes them wherever it would difference Ar or Z in rho or T; where the extension is
+/// absent, or says that it has no such order, the numerical route stays.
+struct CORVANE_API Deriv1 {
+    /// Writes d[i·(nT+1) + j] = rho^i·T^j·∂^(i+j)Ar/∂rho^i∂T^j for i = 0 … nrho, j = 0 … nT, where
+    /// Ar = A^r/(RT). Exact to rounding also as rho → 0. Returns 1, or 0 (d untouched) when orders
+    /// this high are not available; nrho + nT <= 2 and (nrho, nT) = (3, 0) always are.
+    virtual int deriv(double rho, double T, int nrho, int nT, double* d) const = 0;
+
+  protected:
+    ~Deriv1() = default;
+};
+
+}  // namespace corvane
