@@ -4,11 +4,11 @@
 
 #include <corvane/core/api.h>
 
-inline constexpr CORVANE_API double R = 8.3144621;          ///< molar gas constant, J/(mol K)
-inline constexpr CORVANE_API double NA = 6.02214129e+23;    ///< Avogadro constant, 1/mol
-inline constexpr CORVANE_API double kB = 1.3806488e-23;     ///< Boltzmann constant, J/K
-inline constexpr CORVANE_API double hP = 6.62606957e-34;    ///< Planck constant, J s
-inline constexpr CORVANE_API double pref = 0.1;             ///< standard pressure, MPa
+inline constexpr CORVANE_API double R = 8.3144621;        ///< molar gas constant, J/(mol K)
+inline constexpr CORVANE_API double NA = 6.02214129e+23;  ///< Avogadro constant, 1/mol
+inline constexpr CORVANE_API double kB = 1.3806488e-23;   ///< Boltzmann constant, J/K
+inline constexpr CORVANE_API double hP = 6.62606957e-34;  ///< Planck constant, J s
+inline constexpr CORVANE_API double pref = 0.1;           ///< standard pressure, MPa
 
 /// Relative increment of the volume finder and of its derivative steps.
 inline constexpr CORVANE_API double th_inc0 = 2e-05;
@@ -22,6 +22,6 @@ inline constexpr CORVANE_API int th_namelength = 32;   ///< length of a name fie
 inline constexpr CORVANE_API int th_eqnlength = 20;    ///< length of an equation identifier
 inline constexpr CORVANE_API int th_commlength = 80;   ///< length of a comment line, characters
 
-/// Home directory of the data that the library writes (friction-theory sets); fixed when the library
-/// is built: <prefix>/lib/corvane/models.
+/// Home directory of the data that the library writes (friction-theory sets); fixed when the
+/// library is built: <prefix>/lib/corvane/models.
 extern CORVANE_API char const* const th_home;

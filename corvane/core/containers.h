@@ -162,7 +162,9 @@ class Vector {
     }
 
   private:
-    static T* make(int count) { return count > 0 ? new T[static_cast<unsigned>(count)]() : nullptr; }
+    static T* make(int count) {
+        return count > 0 ? new T[static_cast<unsigned>(count)]() : nullptr;
+    }
     static T* copy_of(T const* from, int count) {
         Vector copy(count);
         for (int i = 0; i < count; ++i) copy.data[i] = from[i];
@@ -179,7 +181,9 @@ inline Vector<double> operator*(Vector<double> const& a, double s) {
     for (int i = 0; i < b.n; ++i) b.data[i] *= s;
     return b;
 }
-inline Vector<double> operator*(double s, Vector<double> const& a) { return a * s; }
+inline Vector<double> operator*(double s, Vector<double> const& a) {
+    return a * s;
+}
 
 /// Dot product. Unequal counts: MthException 2.
 inline double operator*(Vector<double> const& a, Vector<double> const& b) {

@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include <locale.h>
+#include <sys/stat.h>
 
 namespace corvane {
 namespace {
@@ -16,7 +17,9 @@ locale_t c_locale() {
 }  // namespace
 
 CLocale::CLocale() : previous_(uselocale(c_locale())) {}
-CLocale::~CLocale() { uselocale(static_cast<locale_t>(previous_)); }
+CLocale::~CLocale() {
+    uselocale(static_cast<locale_t>(previous_));
+}
 
 File open_file(char const* mode, char const* format, ...) {
     char path[th_pathlength];
@@ -26,7 +29,9 @@ File open_file(char const* mode, char const* format, ...) {
     va_end(arguments);
     if (length < 0 || length >= th_pathlength) throw ThException(th_cannot_open);
     File file(std::fopen(path, mode));
-    if (!file) throw ThException(th_cannot_open);
+    struct stat kind;
+    if (!file || fstat(fileno(file.get()), &kind) != 0 || S_ISDIR(kind.st_mode))
+        throw ThException(th_cannot_open);  // a folder opens for reading, but holds nothing
     return file;
 }
 

@@ -10,8 +10,8 @@
 
 namespace corvane {
 
-/// While it lives, the calling thread reads and writes numbers with the decimal point of the C locale,
-/// whatever the process has set.
+/// While it lives, the calling thread reads and writes numbers with the decimal point of the C
+/// locale, whatever the process has set.
 class CORVANE_API CLocale {
   public:
     CLocale();
@@ -28,14 +28,16 @@ struct FileCloser {
 };
 using File = std::unique_ptr<FILE, FileCloser>;
 
-/// Opens the file whose path the format and its arguments give. A null argument is for the caller to
-/// refuse. @throws ThException 1 if the path does not fit th_pathlength or the file does not open
+/// Opens the file whose path the format and its arguments give. A null argument is for the caller
+/// to refuse. @throws ThException 1 if the path does not fit th_pathlength or the file does not
+/// open
 CORVANE_API File open_file(char const* mode, char const* format, ...)
     __attribute__((format(printf, 2, 3)));
 
-/// Reads the rest of the line into a buffer of `size` characters, after blanks and tabs (and nothing
-/// else: an empty text keeps its line). At most `most` characters are taken; whatever remains of a
-/// longer line is left for the reads that follow. Line ends are stripped, the text terminated.
+/// Reads the rest of the line into a buffer of `size` characters, after blanks and tabs (and
+/// nothing else: an empty text keeps its line). At most `most` characters are taken; whatever
+/// remains of a longer line is left for the reads that follow. Line ends are stripped, the text
+/// terminated.
 CORVANE_API void read_text(FILE* f, char* buffer, int size, int most);
 
 /// Copies at most size − 1 characters and terminates. A null text is read as "".

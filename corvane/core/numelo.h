@@ -1,9 +1,10 @@
 // Interface of libnumelo, the numerics library: thirteen operations.
 //
-// Every operation reports failure by throwing MthException and nothing else. Objective functions get
-// the untyped context pointer unchanged; exceptions that they throw pass to the caller except where
-// an operation says that it treats a throwing trial point as a rejected step. All operations are
-// re-entrant (an objective may call any of them); only ran_shuffle keeps a state, one per thread.
+// Every operation reports failure by throwing MthException and nothing else. Objective functions
+// get the untyped context pointer unchanged; exceptions that they throw pass to the caller except
+// where an operation says that it treats a throwing trial point as a rejected step. All operations
+// are re-entrant (an objective may call any of them); only ran_shuffle keeps a state, one per
+// thread.
 #pragma once
 
 #include <corvane/core/api.h>
@@ -16,21 +17,23 @@ using numelo_residual = Vector<double> (*)(Vector<double> const& x, void* ctx);
 
 /// Derivative of f of the given order at x.
 ///
-/// Central differences on a ladder of halved steps that starts outward (4h, 16h, 32h, 64h for orders
-/// 1, 2, 3, above) and is extrapolated to step zero by Neville's scheme (Romberg 1955; Richardson
-/// 1911). Rounding noise eps·|f|/s^m, not truncation, limits a derivative, which is why the ladder
-/// goes outward. Points beyond ±h are optional: an exception or a value that is not finite there
-/// makes the ladder start again closer in; within ±h exceptions pass.
+/// Central differences on a ladder of halved steps that starts outward (4h, 16h, 32h, 64h for
+/// orders 1, 2, 3, above) and is extrapolated to step zero by Neville's scheme (Romberg 1955;
+/// Richardson 1911). Rounding noise eps·|f|/s^m, not truncation, limits a derivative, which is why
+/// the ladder goes outward. Points beyond ±h are optional: an exception or a value that is not
+/// finite there makes the ladder start again closer in; within ±h exceptions pass.
 ///
 /// @param order  0 … 8; 0 returns f(x)
 /// @param h      initial step, > 0
 /// @param level  >= 1; from 4 on at least one more rung is evaluated
-/// @param xmin, xmax  no abscissa leaves [xmin, xmax]; near a bound steps shrink, and with less room
+/// @param xmin, xmax  no abscissa leaves [xmin, xmax]; near a bound steps shrink, and with less
+/// room
 ///               than h/2 the ladder becomes one-sided
-/// @throws MthException 8 order or level; 9 step not positive, not finite or lost in x; 10 x outside
+/// @throws MthException 8 order or level; 9 step not positive, not finite or lost in x; 10 x
+/// outside
 ///         the bounds or no finite value; 11 xmin >= xmax
-NUMELO_API double diff_romberg(numelo_function f, void* ctx, int order, double x, double h, int level,
-                               double xmin, double xmax);
+NUMELO_API double diff_romberg(numelo_function f, void* ctx, int order, double x, double h,
+                               int level, double xmin, double xmax);
 
 /// First derivative of f at x: central differences with steps h and h/2, one extrapolation; four
 /// evaluations. @throws MthException 9 for a bad step
@@ -53,30 +56,33 @@ NUMELO_API Matrix<double> diff_hessian(numelo_functionv f, void* ctx, Vector<dou
                                        int order, Vector<double> const& h);
 
 /// Root of f between a and b (either order), whose values fa and fb the caller hands over and which
-/// are not evaluated again. Regula falsi in the Illinois form (Dowell & Jarratt, BIT 11 (1971) 168),
-/// with a bisection when four steps have not shrunk the bracket by 16. Once the bracket or the step
-/// is below tol, at most four more evaluations polish the root to rounding. The last evaluation is at
-/// the returned point, unless fa or fb was handed over as exactly 0: then a or b is returned.
+/// are not evaluated again. Regula falsi in the Illinois form (Dowell & Jarratt, BIT 11 (1971)
+/// 168), with a bisection when four steps have not shrunk the bracket by 16. Once the bracket or
+/// the step is below tol, at most four more evaluations polish the root to rounding. The last
+/// evaluation is at the returned point, unless fa or fb was handed over as exactly 0: then a or b
+/// is returned.
 /// @param tol  absolute tolerance in x
 /// @throws MthException 10 not-a-number, 11 a == b, 12 equal signs, 1 after 200 steps
 NUMELO_API double eqn_regulafalsi(numelo_function f, void* ctx, double a, double b, double fa,
                                   double fb, double tol);
 
 /// Minimises f from x, which holds the minimiser on return. Powell's conjugate directions (Powell,
-/// Comput. J. 7 (1964) 155) with Brent's line search (Brent 1973, ch. 5). The accuracy is that of any
-/// method without derivatives: the square root of f's noise, about 1e-8 in x at best. A throwing
-/// trial point is a wall: it is rejected; if the final minimum lies against a wall, or no step from
-/// the start is possible, the stored exception is thrown again. x is written on success only.
+/// Comput. J. 7 (1964) 155) with Brent's line search (Brent 1973, ch. 5). The accuracy is that of
+/// any method without derivatives: the square root of f's noise, about 1e-8 in x at best. A
+/// throwing trial point is a wall: it is rejected; if the final minimum lies against a wall, or no
+/// step from the start is possible, the stored exception is thrown again. x is written on success
+/// only.
 /// @param maxit  most cycles   @param trace  nonzero: a line per cycle on standard error
 /// @throws MthException 1 when maxit is used up
-NUMELO_API double min_powell(numelo_functionv f, Vector<double>& x, void* ctx, int maxit, int trace);
+NUMELO_API double min_powell(numelo_functionv f, Vector<double>& x, void* ctx, int maxit,
+                             int trace);
 
 /// Least squares: adjusts x so that the n residuals of f vanish as far as they can. Levenberg–
 /// Marquardt in Moré's form (Lecture Notes in Math. 630 (1978) 105): columns scaled, QR of the
 /// damped Jacobian, first trial step undamped. Central-difference Jacobian (forward ones while the
 /// residual is large). Exceptions of f at the start pass; at a trial or Jacobian point they reject
-/// the step, and are thrown again if no acceptable step exists. Stagnation ends the fit normally: the
-/// caller judges the returned sum. The last evaluation of f is at the returned x.
+/// the step, and are thrown again if no acceptable step exists. Stagnation ends the fit normally:
+/// the caller judges the returned sum. The last evaluation of f is at the returned x.
 /// @return final sum of squared residuals
 /// @throws MthException 1 when maxit iterations leave a sum above 1e-8; 2 f returns another count
 ///         than n; 7 n < number of parameters; 16 a parameter without influence (info = index)
@@ -88,22 +94,23 @@ NUMELO_API double fit_marquardt(numelo_residual f, Vector<double>& x, int n, voi
 NUMELO_API Vector<double> lin_gauss(Matrix<double> const& A, Vector<double> const& b);
 
 /// Eigenvalues in ascending order and eigenvectors (row k belongs to eigenvalue k, unit length) of
-/// the symmetric matrix A: cyclic Jacobi rotations (Rutishauser, Numer. Math. 9 (1966) 1), converged
-/// element by element so that entries of very different size keep their relative accuracy. The
-/// component of largest magnitude of each eigenvector is positive.
+/// the symmetric matrix A: cyclic Jacobi rotations (Rutishauser, Numer. Math. 9 (1966) 1),
+/// converged element by element so that entries of very different size keep their relative
+/// accuracy. The component of largest magnitude of each eigenvector is positive.
 /// @throws MthException 3 not square, 10 not finite, 1 after 60 sweeps
 NUMELO_API void lin_jacobi(Matrix<double> A, Vector<double>& eigenvalues,
                            Matrix<double>& eigenvectors);
 
 /// Coefficients of the interpolating cubic spline through (x[i], y[i]), not-a-knot at both ends (de
 /// Boor, A Practical Guide to Splines, ch. IV). c gets three rows of n elements, b, c and d: on
-/// segment k the spline is y[k] + b[k]·dx + c[k]·dx² + d[k]·dx³, dx = t − x[k]; row n−1 continues the
-/// last segment. One point gives a constant, two a line, three a parabola, none a 3 × 0 matrix.
+/// segment k the spline is y[k] + b[k]·dx + c[k]·dx² + d[k]·dx³, dx = t − x[k]; row n−1 continues
+/// the last segment. One point gives a constant, two a line, three a parabola, none a 3 × 0 matrix.
 /// @throws MthException 2 sizes, 5 equal and 6 descending abscissae
-NUMELO_API void ipl_spline(SortedVector<double> const& x, Vector<double> const& y, Matrix<double>& c);
+NUMELO_API void ipl_spline(SortedVector<double> const& x, Vector<double> const& y,
+                           Matrix<double>& c);
 
-/// Value (deriv 0) or first derivative (deriv 1) at x of that spline; outside the table its first and
-/// last cubic go on. @throws MthException 7 empty table, 8 deriv
+/// Value (deriv 0) or first derivative (deriv 1) at x of that spline; outside the table its first
+/// and last cubic go on. @throws MthException 7 empty table, 8 deriv
 NUMELO_API double ipl_eval(double x, SortedVector<double> const& xs, Vector<double> const& ys,
                            Matrix<double> const& c, int deriv);
 

@@ -1,4 +1,5 @@
-// Context records that reach objective functions through an untyped pointer. Nothing in them is owned.
+// Context records that reach objective functions through an untyped pointer. Nothing in them is
+// owned.
 #pragma once
 
 #include <corvane/core/containers.h>
@@ -18,11 +19,11 @@ struct pass1 {
 /// State of a mixture.
 struct passN {
     ModelN const* mdlN = nullptr;
-    int i = 0;         ///< component index
-    double p = 0.0;    ///< MPa
-    double rho = 0.0;  ///< mol/cm³
-    double T = 0.0;    ///< K
-    double h = 0.0;    ///< increment or target value of the caller
+    int i = 0;                          ///< component index
+    double p = 0.0;                     ///< MPa
+    double rho = 0.0;                   ///< mol/cm³
+    double T = 0.0;                     ///< K
+    double h = 0.0;                     ///< increment or target value of the caller
     Vector<double> const* x = nullptr;  ///< mole fractions
 };
 

@@ -6,9 +6,9 @@
 class Model1;
 
 /// Table of ideal-gas heat capacities with a cubic spline through it and the exact integrals of the
-/// spline. All results are reduced: heat capacities and entropies by R, energies by R·T. Until offset
-/// moves it, the reference state is U° = 0 and S° = 0 at the first table temperature, with S° at
-/// constant density. A default-constructed object holds no data.
+/// spline. All results are reduced: heat capacities and entropies by R, energies by R·T. Until
+/// offset moves it, the reference state is U° = 0 and S° = 0 at the first table temperature, with
+/// S° at constant density. A default-constructed object holds no data.
 class CORVANE_API Ideal {
   public:
     /// Reads "./CorvaneS/ideal/<name>": the number of points, then T [K] and cp [J/(mol K)] in
@@ -45,10 +45,10 @@ class CORVANE_API Ideal {
     Value at(double T) const;
     int segment(double T) const;
 
-    SortedVector<double> x_;   // temperatures, K
-    Vector<double> y_;         // CV°/R
-    Vector<double> energy_;    // U°/R, K
-    Vector<double> entropy_;   // S°/R
-    Matrix<double> c_;         // spline rows b, c, d
+    SortedVector<double> x_;  // temperatures, K
+    Vector<double> y_;        // CV°/R
+    Vector<double> energy_;   // U°/R, K
+    Vector<double> entropy_;  // S°/R
+    Matrix<double> c_;        // spline rows b, c, d
     Model1* model_ = nullptr;
 };

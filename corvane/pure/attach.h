@@ -7,8 +7,8 @@ class Model1;
 class ModelN;
 
 /// Loads "./CorvaneS/libth<eos>.dll", or else "./libth<eos>.dll", and returns a new model from its
-/// factory create1. The library is never unloaded. The caller owns the model and gives it back to the
-/// plug-in's destroyer; see detach1.
+/// factory create1. The library is never unloaded. The caller owns the model and gives it back to
+/// the plug-in's destroyer; see detach1.
 /// @throws ThException 1 no library (or a null or over-long name), 0 factory or destroyer missing
 CORVANE_API Model1* attach1(char const* eos);
 

@@ -5,15 +5,15 @@
 
 namespace corvane {
 
-/// A plug-in class that derives from Model1 first and from this second offers exact derivatives. The
-/// library then takes them wherever it would difference Ar or Z in rho or T; where the extension is
-/// absent, or says that it has no such order, the numerical route stays.
+/// A plug-in class that derives from Model1 first and from this second offers exact derivatives.
+/// The library then takes them wherever it would difference Ar or Z in rho or T; where the
+/// extension is absent, or says that it has no such order, the numerical route stays.
 struct CORVANE_API Deriv1 {
     /// Writes d[i·(nT+1) + j] = rho^i·T^j·∂^(i+j)Ar/∂rho^i∂T^j for i = 0 … nrho, j = 0 … nT, where
     /// Ar = A^r/(RT). Exact to rounding also as rho → 0. Returns 1, or 0 (d untouched) when the
-    /// orders are not available. Available in every implementation: nrho <= 2 with nT <= 2, of which
-    /// the elements of total order i + j > 2 are not written, and nrho <= 3 with nT = 0. So one call
-    /// with (2, 2) gives the value and all first and second derivatives.
+    /// orders are not available. Available in every implementation: nrho <= 2 with nT <= 2, of
+    /// which the elements of total order i + j > 2 are not written, and nrho <= 3 with nT = 0. So
+    /// one call with (2, 2) gives the value and all first and second derivatives.
     virtual int deriv(double rho, double T, int nrho, int nT, double* d) const = 0;
 
   protected:

@@ -14,10 +14,10 @@
 /// Abstract equation of state of a pure substance. T in K, p in MPa, rho in mol/cm³; energies are
 /// returned divided by R·T, entropies and heat capacities by R; Z = p/(rho·R·T).
 ///
-/// A plug-in derives from Model1 as its *first* base, implements slots 0 to 6 and exports create1 and
-/// destroy1. There is no virtual destructor: only destroy1 deletes a model. The order of the virtual
-/// functions and of the fields is ABI: append only. Property functions only read the model and may
-/// run concurrently on one object.
+/// A plug-in derives from Model1 as its *first* base, implements slots 0 to 6 and exports create1
+/// and destroy1. There is no virtual destructor: only destroy1 deletes a model. The order of the
+/// virtual functions and of the fields is ABI: append only. Property functions only read the model
+/// and may run concurrently on one object.
 class CORVANE_API Model1 {
   public:
     Model1(Model1 const&) = delete;
@@ -41,17 +41,18 @@ class CORVANE_API Model1 {
     /// Density roots at (p, T): writes mechanically stable roots only, converged to rounding, and
     /// returns their kind: 0 none (outputs untouched), 1 one root in rho1, 3 two stable roots.
     /// phase 1: rho1 the dense, rho2 the dilute root; 3: the reverse; −1: rho1 the root on the side
-    /// of the start value rho1, or that of lower Gibbs energy without one. The value of rho1 on entry
-    /// may serve as a start value.
+    /// of the start value rho1, or that of lower Gibbs energy without one. The value of rho1 on
+    /// entry may serve as a start value.
     virtual int vcalc(double p, double T, int phase, double& rho1, double& rho2) const = 0;
     /// Density from which the equation's own solver starts for that phase code, mol/cm³.
     virtual double xinit(double p, double T, int phase) const = 0;
     /// Critical conditions at the trial point (temperature first, against the general order):
-    /// Z − Zt, ∂(rho·Z)/∂rho and ∂²(rho·Z)/∂rho². All vanish at the critical point of compressibility
-    /// factor Zt.
+    /// Z − Zt, ∂(rho·Z)/∂rho and ∂²(rho·Z)/∂rho². All vanish at the critical point of
+    /// compressibility factor Zt.
     virtual Vector<double> crit(double T, double rho, double Zt) const;
 
-    // ---- data of the substance -------------------------------------------------------------------
+    // ---- data of the substance
+    // -------------------------------------------------------------------
 
     double const* ppar(int i) const { return const_cast<Model1*>(this)->ppar(i); }
     int id() const { return id_; }  ///< number of the parameter set; part of the file name
@@ -59,7 +60,7 @@ class CORVANE_API Model1 {
     char const* name() const { return name_; }  ///< substance; part of the file name
     void name(char const* text);                ///< copies at most 31 characters
     char const* comment() const { return comment_; }
-    void comment(char const* text);  ///< copies at most 79 characters
+    void comment(char const* text);           ///< copies at most 79 characters
     char const* eos() const { return eos_; }  ///< name of the equation of state
     double pcrit() const { return pcrit_; }   ///< critical pressure of the equation, MPa
     void pcrit(double value) { pcrit_ = value; }
@@ -81,14 +82,15 @@ class CORVANE_API Model1 {
     void param(int i, double x) { *ppar(i) = x; }
     void params(Vector<double> const& v);  ///< writes v[0 … n−1] into parameters 0 … n−1
 
-    // ---- files and reports -----------------------------------------------------------------------
+    // ---- files and reports
+    // -----------------------------------------------------------------------
 
-    /// Reads "./CorvaneS/parameters/<eos>/<name>;<id>" for the name and id set before; the file's own
-    /// name and id replace them. Returns the result of closing the file. Read errors in the common
-    /// section are not detected (intended). @throws ThException 1 no file, or from par_in
+    /// Reads "./CorvaneS/parameters/<eos>/<name>;<id>" for the name and id set before; the file's
+    /// own name and id replace them. Returns the result of closing the file. Read errors in the
+    /// common section are not detected (intended). @throws ThException 1 no file, or from par_in
     int load(char const* eos);
-    /// Writes "./models/parameters/<eos>/<name>;<id>", a tree of its own, so that a stored set never
-    /// overwrites the data (intended). Folders are not made. @throws ThException 1
+    /// Writes "./models/parameters/<eos>/<name>;<id>", a tree of its own, so that a stored set
+    /// never overwrites the data (intended). Folders are not made. @throws ThException 1
     void store(char const* eos) const;
     /// Prints a banner, then by the bits of level: 1 the parameters, 2 the ideal-gas range, 4 the
     /// range of the solid data.
@@ -96,23 +98,25 @@ class CORVANE_API Model1 {
     /// Prints the title and the parameters.
     void show1(char const* title) const;
 
-    // ---- density range of the equation -----------------------------------------------------------
+    // ---- density range of the equation
+    // -----------------------------------------------------------
 
-    /// Density that bounds dense roots from below (phase 1) or dilute roots from above (any other) at
-    /// T, from the plug-in's tables. @throws ThException 0 without tables or above the first
+    /// Density that bounds dense roots from below (phase 1) or dilute roots from above (any other)
+    /// at T, from the plug-in's tables. @throws ThException 0 without tables or above the first
     /// temperature
     double xrho(double T, int phase) const;
     /// True if rho lies strictly between the two limits. Errors as xrho.
     bool off(double rho, double T) const;
 
-    // ---- properties at (rho, T) and at (p, T) ----------------------------------------------------
+    // ---- properties at (rho, T) and at (p, T)
+    // ----------------------------------------------------
     //
     // At (p, T) the density comes from vcalc: an even phase code is lowered by one; with code 2 and
     // two roots the one of lower Gibbs energy is taken. 1 is the dense, 3 the dilute root. rho is a
     // start value on entry and receives the density. @throws ThException 9 no root.
-    // Suffix r: residual; suffix m: with the ideal-gas part (@throws ThException 3 without a table).
-    // Properties with ln(rho) throw ThException 5 for rho <= 0. Derivatives are those of Deriv1 where
-    // the plug-in offers it, else numerical; MthException from diff_romberg passes.
+    // Suffix r: residual; suffix m: with the ideal-gas part (@throws ThException 3 without a
+    // table). Properties with ln(rho) throw ThException 5 for rho <= 0. Derivatives are those of
+    // Deriv1 where the plug-in offers it, else numerical; MthException from diff_romberg passes.
 
     double Ak(double rho, double T) const;   ///< Ar + ln(rho) − 1
     double Am(double rho, double T) const;   ///< A/(RT)
@@ -155,8 +159,9 @@ class CORVANE_API Model1 {
     double Vm(double p, double T, int phase) const;
 
     /// Reads "./CorvaneS/reaction/<name>" (T0 [K], H0 [J/mol], S0 [J/(mol K)]) and moves the ideal
-    /// part's reference state so that Hm·R·T0 = H0 and Sm·R = S0 for the stable phase at (pref, T0).
-    /// Calling it again changes nothing. @throws ThException 1 no file, 7 not three numbers, 3, 9, 5
+    /// part's reference state so that Hm·R·T0 = H0 and Sm·R = S0 for the stable phase at (pref,
+    /// T0). Calling it again changes nothing. @throws ThException 1 no file, 7 not three numbers,
+    /// 3, 9, 5
     void load_thchem();
 
     /// The exact-derivative extension of the equation, or null. Set by attach1.
@@ -167,8 +172,8 @@ class CORVANE_API Model1 {
     Model1();  ///< zeroes the fields and makes the three members point back here
     ~Model1() = default;
 
-    // Set by the plug-in: mpar_, madj_ and eos_ (a string literal) in the constructor, the tables at
-    // the end of par_in. The three tables have the same length; temperatures descend.
+    // Set by the plug-in: mpar_, madj_ and eos_ (a string literal) in the constructor, the tables
+    // at the end of par_in. The three tables have the same length; temperatures descend.
     int mpar_ = 0, madj_ = 0;
 
   private:
@@ -183,9 +188,9 @@ class CORVANE_API Model1 {
     double pcrit_ = 0.0, Tcrit_ = 0.0, vcrit_ = 0.0, omega_ = 0.0;
 
   protected:
-    Vector<double> Ttable_;     // K
-    Vector<double> dilute_;     // mol/cm³, bounds dilute roots from above
-    Vector<double> dense_;      // mol/cm³, bounds dense roots from below
+    Vector<double> Ttable_;  // K
+    Vector<double> dilute_;  // mol/cm³, bounds dilute roots from above
+    Vector<double> dense_;   // mol/cm³, bounds dense roots from below
 
   public:
     Solid solid;

@@ -10,36 +10,38 @@ class Model1;
 
 /// One solid phase: sublimation pressure, molar volume and compressibility over 1/T.
 struct CORVANE_API Subl {
-    char name[8] = {};        ///< phase label, at most 7 characters
-    double p0 = 0.0;          ///< sublimation pressure at the first point, MPa
-    SortedVector<double> x;   ///< 1/T, 1/K, ascending
-    Vector<double> s;         ///< ln(p/p0)/(x − x[0]), K
-    Vector<double> v;         ///< molar volume on the sublimation curve, cm³/mol
-    Vector<double> kappa;     ///< isothermal compressibility, 1/MPa
+    char name[8] = {};              ///< phase label, at most 7 characters
+    double p0 = 0.0;                ///< sublimation pressure at the first point, MPa
+    SortedVector<double> x;         ///< 1/T, 1/K, ascending
+    Vector<double> s;               ///< ln(p/p0)/(x − x[0]), K
+    Vector<double> v;               ///< molar volume on the sublimation curve, cm³/mol
+    Vector<double> kappa;           ///< isothermal compressibility, 1/MPa
     Matrix<double> cs, cv, ckappa;  ///< spline rows b, c, d of s, v, kappa
 
     /// Reads a phase: name, number of points m, then m rows T [K, descending], p [MPa], v, kappa.
-    /// @throws ThException 1 for a short row or a count outside 1 … 10^6; MthException 5, 6 from the
+    /// @throws ThException 1 for a short row or a count outside 1 … 10^6; MthException 5, 6 from
+    /// the
     ///         splines for temperatures that do not descend
     void load(FILE* f);
 };
 
-/// The solid phases of a substance. Energies are reduced by R·T, entropies by R; the properties with
-/// suffix e lack the ideal-gas part of the substance, those with suffix m contain it.
+/// The solid phases of a substance. Energies are reduced by R·T, entropies by R; the properties
+/// with suffix e lack the ideal-gas part of the substance, those with suffix m contain it.
 class CORVANE_API Solid {
   public:
     Vector<Subl> sg;  ///< the phases, in file order
 
     /// Reads "./CorvaneS/solid/<name>": number of phases, highest temperature Tmax [K], the phases.
-    /// @throws ThException 1 no file, no owner, a bad count or a short row (phases read so far stay)
+    /// @throws ThException 1 no file, no owner, a bad count or a short row (phases read so far
+    /// stay)
     void load();
     /// Sublimation state of phase i at T: psub [MPa], v [cm³/mol], kappa [1/MPa]. i = −1 picks the
     /// phase of lowest pressure, any other i is clamped into range. Returns the phase used, or −1
     /// (outputs untouched) above Tmax or without data. Never throws.
     int sge(double T, int i, double& psub, double& v, double& kappa) const;
-    /// Reduced Gibbs energy of the stable solid phase at p [MPa], T [K]: that of the saturated vapour
-    /// by the owner's equation of state plus the integral of v over p. i receives the phase, rho its
-    /// density [mol/cm³]. @throws ThException 6 no data, 5 above Tmax, 9 no vapour density
+    /// Reduced Gibbs energy of the stable solid phase at p [MPa], T [K]: that of the saturated
+    /// vapour by the owner's equation of state plus the integral of v over p. i receives the phase,
+    /// rho its density [mol/cm³]. @throws ThException 6 no data, 5 above Tmax, 9 no vapour density
     double Ge(double p, double T, int& i, double& rho) const;
 
     // Properties of the stable phase at (p [MPa], T [K]); errors as Ge, and 3 for suffix m without
@@ -59,11 +61,11 @@ class CORVANE_API Solid {
     double d(double p, double T) const;   ///< mass density |M|·rho, g/cm³
     double Vm(double p, double T) const;  ///< molar volume, cm³/mol
 
-    double Ttrp() const;          ///< first tabulated temperature of phase 0, K; 0 without phases
-    double Tmax() const { return Tmax_; }  ///< highest temperature of validity, K
-    char const* id(int i) const;  ///< name of phase i
-    void info() const;            ///< prints the temperature range of the data
-    void reset();                 ///< forgets the phases
+    double Ttrp() const;  ///< first tabulated temperature of phase 0, K; 0 without phases
+    double Tmax() const { return Tmax_; }     ///< highest temperature of validity, K
+    char const* id(int i) const;              ///< name of phase i
+    void info() const;                        ///< prints the temperature range of the data
+    void reset();                             ///< forgets the phases
     Model1* model() const { return model_; }  ///< the owner; not owned
     void model(Model1* owner) { model_ = owner; }
 

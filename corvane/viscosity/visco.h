@@ -6,12 +6,13 @@
 
 class Model1;
 
-/// Level of friction theory. Levels 1 and 2: Quiñones-Cisneros, Zeberg-Mikkelsen, Stenby, Fluid Phase
-/// Equilib. 169 (2000) 249; level 3 splits the pressure at temperature-dependent hard spheres.
+/// Level of friction theory. Levels 1 and 2: Quiñones-Cisneros, Zeberg-Mikkelsen, Stenby, Fluid
+/// Phase Equilib. 169 (2000) 249; level 3 splits the pressure at temperature-dependent hard
+/// spheres.
 enum ft_level : int { ft_none = 0, ft_1 = 1, ft_2 = 2, ft_3 = 3 };
 
-/// Dilute-gas viscosity polynomial and friction-theory coefficients of a substance. Units of results
-/// are those of the data files (shipped: µPa·s). A new object has every field zero.
+/// Dilute-gas viscosity polynomial and friction-theory coefficients of a substance. Units of
+/// results are those of the data files (shipped: µPa·s). A new object has every field zero.
 class CORVANE_API Visco {
   public:
     /// Reads "./CorvaneS/viscosity/dilute/<name>": form, count, Tc [K], then count coefficients.
@@ -22,8 +23,8 @@ class CORVANE_API Visco {
     /// Reads "./models/viscosity/friction_theory/<set>/<name>;<id>"; set_id comes first.
     /// @throws ThException 1
     void load1(char const* set);
-    /// Sets the coefficients from 12 values (level 1) or 21 (level 2), row by row of a, b, c; shapes
-    /// the matrices when they are too small. The level itself is left alone.
+    /// Sets the coefficients from 12 values (level 1) or 21 (level 2), row by row of a, b, c;
+    /// shapes the matrices when they are too small. The level itself is left alone.
     void set1(Vector<double> const& p);
     /// Friction-theory viscosity at rho [mol/cm³], T [K]. Levels 1 and 2 lack eta0(T), which the
     /// caller adds; level 3 contains it. pr and pa receive the repulsive and attractive pressures

@@ -1,7 +1,7 @@
 // The van der Waals fluid as a model for tests: every result has a closed form.
 //
-// With y = rho·b and α = 27/8·Tc/T: Ar = −ln(1 − y) − α·y, Z = 1/(1 − y) − α·y. The critical point is
-// rho_c = 1/(3b), Zc = 3/8; the virial coefficients are B2 = b·(1 − α), Bn = b^(n−1) for n > 2.
+// With y = rho·b and α = 27/8·Tc/T: Ar = −ln(1 − y) − α·y, Z = 1/(1 − y) − α·y. The critical point
+// is rho_c = 1/(3b), Zc = 3/8; the virial coefficients are B2 = b·(1 − α), Bn = b^(n−1) for n > 2.
 #pragma once
 
 #include <corvane/core/files.h>

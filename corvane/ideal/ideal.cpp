@@ -1,0 +1,134 @@
+#include <corvane/core/constants.h>
+#include <corvane/core/files.h>
+#include <corvane/core/numelo.h>
+#include <corvane/ideal/ideal.h>
+#include <corvane/pure/model1.h>
+
+#include <cmath>
+#include <utility>
+
+namespace {
+constexpr int kMaxPoints = 1000000;
+
+/// Integral of (y + b·s + c·s² + d·s³) over s from 0 to dx.
+double integral(double y, double b, double c, double d, double dx) {
+    return (((d / 4 * dx + c / 3) * dx + b / 2) * dx + y) * dx;
+}
+
+/// Integral of that cubic over T = x + s, s from 0 to dx: the cubic divided by (x + s) leaves the
+/// remainder r, which gives the logarithm, and a quadratic.
+double integral_over_T(double x, double y, double b, double c, double d, double dx) {
+    const double q1 = c - d * x, q0 = b - q1 * x, r = y - q0 * x;
+    return r * std::log1p(dx / x) + ((d / 3 * dx + q1 / 2) * dx + q0) * dx;
+}
+}  // namespace
+
+struct Ideal::Value {
+    double cv, U, S;  // U in K
+};
+
+void Ideal::load() {
+    if (!model_) throw ThException(th_cannot_open);
+    const corvane::CLocale c_numbers;
+    // intended: the handle stays open for the life of the process
+    FILE* f = corvane::open_file("r", "./CorvaneS/ideal/%s", model_->name()).release();
+    int n = 0;
+    if (std::fscanf(f, "%d", &n) != 1 || n < 0) n = 0;
+    if (n > kMaxPoints) throw ThException(th_cannot_open);
+    SortedVector<double> x(n);
+    Vector<double> y(n), energy(n), entropy(n);
+    for (int k = 0; k < n; ++k) {
+        if (std::fscanf(f, "%lf%lf", &x[k], &y[k]) != 2) break;  // zeros follow: the spline objects
+        y[k] = y[k] * (1 / R) - 1;
+    }
+    Matrix<double> c;
+    if (n > 0) {
+        c.size(3, n);
+        ipl_spline(x, y, c);
+    }
+    for (int k = 1; k < n; ++k) {
+        const int j = k - 1;
+        const double dx = x[k] - x[j];
+        energy[k] = energy[j] + integral(y[j], c[0][j], c[1][j], c[2][j], dx);
+        entropy[k] = entropy[j] + integral_over_T(x[j], y[j], c[0][j], c[1][j], c[2][j], dx);
+    }
+    x_ = std::move(x);
+    y_ = std::move(y);
+    energy_ = std::move(energy);
+    entropy_ = std::move(entropy);
+    c_ = std::move(c);
+}
+
+void Ideal::info() const {
+    std::printf("ideal-gas data available: ");
+    if (x_.size() < 1)
+        std::printf("none\n\n");
+    else
+        std::printf("%g-%g K\n\n", x_.first(), x_.last());
+}
+
+// Intended: at an interior table temperature the segment to its left, as T > x[mid] is strict.
+int Ideal::segment(double T) const {
+    const int n = x_.size();
+    if (T < x_[0]) return 0;
+    if (T >= x_[n - 1]) return n - 1;
+    int low = 0, high = n - 1;
+    while (high - low > 1) {
+        const int mid = (low + high) / 2;
+        (T > x_[mid] ? low : high) = mid;
+    }
+    return low;
+}
+
+int Ideal::interval(double T) const {
+    if (x_.size() < 1) throw ThException(th_no_ideal);
+    return T < x_[0] ? -1 : segment(T);
+}
+
+void Ideal::offset(double dh, double ds) {
+    if (x_.size() < 1) throw ThException(th_no_ideal);
+    for (int k = 0; k < x_.size(); ++k) {
+        energy_[k] += dh;
+        entropy_[k] += ds;
+    }
+}
+
+void Ideal::reset() {
+    x_.size(0);  // intended: the other tables stay
+}
+
+Ideal::Value Ideal::at(double T) const {
+    if (x_.size() < 1) throw ThException(th_no_ideal);
+    const int k = segment(T);
+    const double x = x_[k], y = y_[k], b = c_[0][k], c = c_[1][k], d = c_[2][k], dx = T - x;
+    if (T < x_[0])
+        // intended: the entropy's last term has c where cv and U have b
+        return {y + dx * b, energy_[k] + (y + b / 2 * dx) * dx,
+                entropy_[k] + (y - b * x) * std::log(T / x) + dx * c};
+    return {y + ((d * dx + c) * dx + b) * dx, energy_[k] + integral(y, b, c, d, dx),
+            entropy_[k] + integral_over_T(x, y, b, c, d, dx)};
+}
+
+double Ideal::CVm(double T) const {
+    return at(T).cv;
+}
+double Ideal::Cpm(double T) const {
+    return 1 + at(T).cv;
+}
+double Ideal::Um(double T) const {
+    return at(T).U / T;
+}
+double Ideal::Hm(double T) const {
+    return at(T).U / T + 1;
+}
+double Ideal::Sm(double T) const {
+    return at(T).S;
+}
+double Ideal::Am(double T) const {
+    const Value v = at(T);
+    return v.U / T - v.S;
+}
+double Ideal::Gm(double T) const {
+    const Value v = at(T);
+    return v.U / T + 1 - v.S;
+}
