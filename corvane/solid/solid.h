@@ -37,7 +37,7 @@ class CORVANE_API Solid {
     void load();
     /// Sublimation state of phase i at T: psub [MPa], v [cm³/mol], kappa [1/MPa]. i = −1 picks the
     /// phase of lowest pressure, any other i is clamped into range. Returns the phase used, or −1
-    /// (outputs untouched) above Tmax or without data. Never throws.
+    /// (outputs untouched) above Tmax, without data or for a T that is not positive. Never throws.
     int sge(double T, int i, double& psub, double& v, double& kappa) const;
     /// Reduced Gibbs energy of the stable solid phase at p [MPa], T [K]: that of the saturated
     /// vapour by the owner's equation of state plus the integral of v over p. i receives the phase,
@@ -45,7 +45,8 @@ class CORVANE_API Solid {
     double Ge(double p, double T, int& i, double& rho) const;
 
     // Properties of the stable phase at (p [MPa], T [K]); errors as Ge, and 3 for suffix m without
-    // an ideal-gas table. Temperature derivatives are numerical with an absolute step of 1 mK.
+    // an ideal-gas table. Temperature derivatives are numerical with an absolute step of 1 mK, so
+    // the properties that need one throw 5 within 1 mK of Tmax.
     double Gm(double p, double T) const;
     double Gm(double p, double T, int& i, double& rho) const;
     double Ae(double p, double T) const;
@@ -63,7 +64,7 @@ class CORVANE_API Solid {
 
     double Ttrp() const;  ///< first tabulated temperature of phase 0, K; 0 without phases
     double Tmax() const { return Tmax_; }     ///< highest temperature of validity, K
-    char const* id(int i) const;              ///< name of phase i
+    char const* id(int i) const;              ///< name of phase i; null if there is none
     void info() const;                        ///< prints the temperature range of the data
     void reset();                             ///< forgets the phases
     Model1* model() const { return model_; }  ///< the owner; not owned

@@ -19,21 +19,25 @@ class CORVANE_API Visco {
     /// @throws ThException 1 no file, no owner, or a count beyond 10^6
     void load0();
     /// Dilute-gas viscosity: Σ d_j·t^j with t = (T/Tc)^¼; form 2 multiplies by t³/(T/Tc + 1).
+    /// @throws ThException 4 before load0
     double eta0(double T) const;
-    /// Reads "./models/viscosity/friction_theory/<set>/<name>;<id>"; set_id comes first.
-    /// @throws ThException 1
+    /// Reads "./models/viscosity/friction_theory/<set>/<name>;<id>"; set_id comes first. The file's
+    /// own id replaces it. Read errors inside the file are not detected (intended).
+    /// @throws ThException 1 no file, no owner, null set
     void load1(char const* set);
     /// Sets the coefficients from 12 values (level 1) or 21 (level 2), row by row of a, b, c;
     /// shapes the matrices when they are too small. The level itself is left alone.
     void set1(Vector<double> const& p);
     /// Friction-theory viscosity at rho [mol/cm³], T [K]. Levels 1 and 2 lack eta0(T), which the
     /// caller adds; level 3 contains it. pr and pa receive the repulsive and attractive pressures
-    /// [MPa]. @throws ThException 4 (outputs untouched) unknown level or no coefficients
+    /// [MPa]. Tc comes from load0, without which levels 1 and 2 are zero.
+    /// @throws ThException 4 (outputs untouched) unknown level, no coefficients, level 3 before
+    /// load0
     double eta(double rho, double T, double& pr, double& pa) const;
     /// Prints the coefficients with the given deviation of the fit.
     void show(double rms) const;
     /// Writes "<th_home>/viscosity/friction_theory/<set>/<name>;<id>"; a level-3 set incompletely
-    /// (intended). @throws ThException 1
+    /// (intended). Folders are not made. @throws ThException 1 not writable, no owner, null set
     void store1(char const* set, double rms) const;
     void intro() const;  ///< prints id and comment
 
