@@ -7,6 +7,8 @@
 #include <corvane/core/records.h>
 #include <corvane/equilibria/ffe1core.h>
 #include <corvane/ideal/ideal.h>
+#include <corvane/mixture/heat_capacity.h>
+#include <corvane/mixture/modeln.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 #include <corvane/solid/solid.h>

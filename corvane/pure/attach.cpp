@@ -1,4 +1,5 @@
 #include <corvane/core/constants.h>
+#include <corvane/mixture/modeln.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 
@@ -62,7 +63,9 @@ Model1* attach1(char const* eos) {
 
 ModelN* attachN(char const* eos, char const* mixing) {
     if (!eos || !mixing) throw ThException(th_cannot_open);
-    return make<ModelN>(std::string(eos) + "+" + mixing, CREATEN, DESTROYN);
+    ModelN* model = make<ModelN>(std::string(eos) + "+" + mixing, CREATEN, DESTROYN);
+    if (model) model->derivatives(dynamic_cast<corvane::DerivN const*>(model));
+    return model;
 }
 
 namespace corvane {

@@ -20,6 +20,7 @@ namespace corvane {
 /// Releases a model through the destroyer of the plug-in that made it. Null is ignored.
 /// @throws ThException 0 if no loaded plug-in claims the model
 CORVANE_API void detach1(Model1* model);
+/// The same for a mixture, whose components go back with it.
 CORVANE_API void detachN(ModelN* model);
 
 /// For std::unique_ptr: a model that goes back to its plug-in by itself.

@@ -1,0 +1,157 @@
+// Components, pair tables, files and reports of a mixture.
+#include <corvane/core/files.h>
+#include <corvane/mixture/modeln.h>
+#include <corvane/pure/attach.h>
+#include <corvane/pure/model1.h>
+
+#include <cstring>
+
+namespace {
+constexpr int kCommentRead = 79;
+
+struct Header {  // what a pair file says of one of its components
+    char name[th_namelength] = {};
+    int id = 0;
+};
+
+void adopt(Model1& component, FILE* f) {
+    Header header;
+    if (std::fscanf(f, "%*s\t%31s", header.name) == 1) component.name(header.name);
+    if (std::fscanf(f, "%*s\t%d", &header.id) != 1) throw ThException(th_cannot_open);
+    if (component.id() != -1 && component.id() != header.id) throw ThException(th_id_mismatch);
+    component.id(header.id);
+}
+
+void pair_file(char const* names[2], int id, char const* eos, char const* mth, char const* mode,
+               char const* root, corvane::File& file) {
+    file = corvane::open_file(mode, "%s/%s/%s/%s+%s;%d", root, eos, mth, names[0], names[1], id);
+}
+}  // namespace
+
+void ModelN::alloc(int n, char const* equation) {
+    eos = equation;
+    mdl1.size(n > 0 ? n : 0);
+    for (int i = 0; i < mdl1.size(); ++i) mdl1[i] = nullptr;
+    for (int i = 0; i < mdl1.size(); ++i) mdl1[i] = attach1(equation);
+    pair_ids_ = Vector<int>(n * (n - 1) / 2);
+    pair_comments_ = Vector<PairComment>(n * (n - 1) / 2);
+    par_alloc();
+}
+
+int ModelN::id(int i, int j) const {
+    return i == j ? mdl1[i]->id() : pair_ids_[pair(i, j)];
+}
+
+void ModelN::id(int i, int j, int value) {
+    if (i == j)
+        mdl1[i]->id(value);
+    else
+        pair_ids_[pair(i, j)] = value;
+}
+
+char const* ModelN::comment(int i, int j) const {
+    return i == j ? mdl1[i]->comment() : pair_comments_[pair(i, j)].text;
+}
+
+void ModelN::comment(int i, int j, char const* text) {
+    if (!text) text = "";
+    if (i == j)
+        mdl1[i]->comment(text);
+    else
+        std::strncpy(pair_comments_[pair(i, j)].text, text, th_commlength - 1);  // byte 79 stays 0
+}
+
+double ModelN::param(int k, int i, int j) const {
+    return i == j ? mdl1[i]->param(k) : *const_cast<ModelN*>(this)->ppar(k, i, j);
+}
+
+void ModelN::param(int k, int i, int j, double value) {
+    if (i == j)
+        mdl1[i]->param(k, value);
+    else
+        *ppar(k, i, j) = value;
+}
+
+void ModelN::load(char const* equation, char const* theory) {
+    if (!equation || !theory) throw ThException(th_cannot_open);
+    const corvane::CLocale c_numbers;
+    for (int a = 0; a < mdl1.size(); ++a)
+        for (int b = a + 1; b < mdl1.size(); ++b) {
+            Model1 *first = mdl1[a], *second = mdl1[b];
+            corvane::File file;
+            try {
+                char const* names[] = {first->name(), second->name()};
+                pair_file(names, id(a, b), equation, theory, "r", "./CorvaneS/parameters", file);
+            } catch (ThException const&) {
+                std::swap(first, second);
+                char const* names[] = {first->name(), second->name()};
+                pair_file(names, id(a, b), equation, theory, "r", "./CorvaneS/parameters", file);
+            }
+            FILE* f = file.get();
+            adopt(*first, f);
+            adopt(*second, f);
+            int number = id(a, b);
+            char text[th_commlength] = {};
+            static_cast<void>(std::fscanf(f, "%*s\t%d%*s", &number));
+            corvane::read_text(f, text, th_commlength, kCommentRead);
+            id(a, b, number);
+            comment(a, b, text);
+            par_in(f, a, b);  // also for a file found as b+a (intended): it says itself who is who
+        }
+    for (int k = 0; k < mdl1.size(); ++k) try {
+            mdl1[k]->load(equation);
+        } catch (...) {  // intended: whatever it was becomes code 1
+            std::fprintf(stderr, "could not load parameters for %s\n", mdl1[k]->name());
+            throw ThException(th_cannot_open);
+        }
+}
+
+void ModelN::store2(char const* equation, char const* theory) const {
+    if (!equation || !theory || mdl1.size() < 2) throw ThException(th_cannot_open);
+    const corvane::CLocale c_numbers;
+    corvane::File file;
+    char const* names[] = {mdl1[0]->name(), mdl1[1]->name()};
+    // intended: a tree of its own, and the first pair alone
+    pair_file(names, id(0, 1), equation, theory, "w", "./CorvaneS/models/parameters", file);
+    FILE* f = file.get();
+    for (int k = 0; k < 2; ++k)
+        std::fprintf(f, "name%d:\t%s\nid%d:\t%d\n", k + 1, names[k], k + 1, mdl1[k]->id());
+    std::fprintf(f, "id:\t%d\ntext:\t%s\n", id(0, 1), comment(0, 1));
+    par_out(f, 0, 1);
+}
+
+void ModelN::intro(char const* title, int flags) const {
+    const corvane::CLocale c_numbers;
+    const auto text = [](char const* s) { return s ? s : ""; };
+    for (int k = 0; k < 75; ++k) std::putchar('=');
+    std::printf("\n%s\n\nequation of state: %s\nmixing theory:     %s\n", text(title), text(eos),
+                text(mth));
+    const int n = mdl1.size();
+    for (int k = 0; k < n; ++k) {
+        Model1 const& component = *mdl1[k];
+        std::printf("\ncomponent %d:  %s\n", k + 1, component.name());
+        std::printf("parameter set: %d {%s}\n\n", component.id(), component.comment());
+        if (flags & 1) {
+            component.par_out(stdout);
+            std::printf("\n");
+        }
+        if (flags & 2) component.ideal.info();
+        if (flags & 4) component.solid.info();
+        for (int m = k + 1; m < n; ++m) {  // intended: between the components
+            std::printf("\nbinary data %d+%d:  %s + %s\n", k + 1, m + 1, component.name(),
+                        mdl1[m]->name());
+            std::printf("parameter set: %d {%s}\n\n", id(k, m), comment(k, m));
+            if (flags & 1) par_out(stdout, k, m);
+        }
+    }
+    std::fflush(stdout);
+}
+
+void ModelN::show2(char const* title, Vector<double> const& v) const {
+    const corvane::CLocale c_numbers;
+    std::printf("\n%s\n\n", title ? title : "");
+    for (int k = 1; k < v.size(); ++k) std::printf(" %7.4f", v[k]);  // intended: not the first
+    std::printf("\n");
+    if (mdl1.size() > 1) par_out(stdout, 0, 1);
+    std::printf("\n");
+}
