@@ -7,9 +7,11 @@
 #include <corvane/core/records.h>
 #include <corvane/equilibria/ffe1core.h>
 #include <corvane/ideal/ideal.h>
+#include <corvane/input/input.h>
 #include <corvane/mixture/heat_capacity.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 #include <corvane/solid/solid.h>
 #include <corvane/viscosity/visco.h>
+#include <corvane/volume/volume.h>

@@ -1,0 +1,40 @@
+// What the four volume finders know of a fluid, pure or mixed. Internal.
+#pragma once
+
+#include <corvane/core/constants.h>
+#include <corvane/core/containers.h>
+#include <corvane/mixture/modeln.h>
+#include <corvane/pure/model1.h>
+
+namespace corvane {
+
+/// State and model of one call; lives on the caller's stack and owns nothing. Objective functions
+/// get it as their context.
+struct pass_vol {
+    int kind;                 ///< 0: model is a Model1, else a ModelN
+    double p;                 ///< MPa
+    double T;                 ///< K
+    double d;                 ///< reference molar volume, cm³/mol: y = rho·d
+    Vector<double> const* x;  ///< mole fractions of a mixture
+    void const* model;
+
+    double Z(double rho) const {
+        if (kind == 0) return static_cast<Model1 const*>(model)->Z(rho, T);
+        return static_cast<ModelN const*>(model)->Z(rho, T, *x);
+    }
+    double Ar(double rho) const {
+        if (kind == 0) return static_cast<Model1 const*>(model)->Ar(rho, T);
+        return static_cast<ModelN const*>(model)->Ar(rho, T, *x);
+    }
+    /// Pressure at y less the target.
+    double excess(double y) const {
+        const double rho = y / d;
+        return Z(rho) * R * T * rho - p;
+    }
+};
+
+inline double pdiff(double y, void* ctx) {
+    return static_cast<pass_vol const*>(ctx)->excess(y);
+}
+
+}  // namespace corvane
