@@ -24,7 +24,6 @@ double eqn_regulafalsi(numelo_function f, void* ctx, double a, double b, double 
     int kept = 0, polish = 0;
     bool converged = !(checked > tol);
     for (int step = 1; step <= max_steps; ++step) {
-        const double before = x;
         x = b - wb * ((b - a) / (wb - wa));
         if (step % 4 == 0) {
             const double width = std::fabs(b - a);
@@ -46,9 +45,10 @@ double eqn_regulafalsi(numelo_function f, void* ctx, double a, double b, double 
             wb = kept == 2 ? 0.5 * wb : fb;
             kept = 2;
         }
-        const double move = std::fmin(std::fabs(x - before), std::fabs(b - a));
-        if (move <= last_digit * std::fabs(x)) return x;
-        converged = converged || move < tol;
+        // Judged by the bracket: a step is small also where one ordinate is huge, far from the root.
+        const double width = std::fabs(b - a);
+        if (width <= last_digit * std::fabs(x)) return x;
+        converged = converged || width < tol;
         if (converged && ++polish > polish_steps) return x;
     }
     throw MthException(mth_iterations);
