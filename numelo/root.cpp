@@ -45,7 +45,7 @@ double eqn_regulafalsi(numelo_function f, void* ctx, double a, double b, double 
             wb = kept == 2 ? 0.5 * wb : fb;
             kept = 2;
         }
-        // Judged by the bracket: a step is small also where one ordinate is huge, far from the root.
+        // Judged by the bracket: steps are also small far from the root, where one ordinate is huge.
         const double width = std::fabs(b - a);
         if (width <= last_digit * std::fabs(x)) return x;
         converged = converged || width < tol;
