@@ -1,0 +1,42 @@
+// What the author of an equation of state includes first: the base class and the export of its
+// factory.
+#pragma once
+
+#include <corvane/pure/model1.h>
+
+#include <type_traits>
+
+class ModelN;
+
+/// Exports create1 and destroy1 of a pure-substance model: CORVANE_PLUGIN1(VanDerWaals) at the end
+/// of the only source that needs it, outside every namespace.
+///
+/// The class derives from Model1 as its first base and is final. Its constructor sets eos_ to a
+/// string literal, mpar_ and madj_ to the number of parameters and of adjustable ones, and gives
+/// every parameter a value. It throws nothing but ThException and MthException, keeps no mutable
+/// state (the properties of one model may be asked for by several threads) and nothing derived from
+/// parameters, since callers write through ppar at any time.
+#define CORVANE_PLUGIN1(Class)                                                \
+    static_assert(std::is_base_of_v<Model1, Class> && std::is_final_v<Class>, \
+                  #Class " must be a final class derived from Model1");       \
+    CORVANE_PLUGIN_API Model1* create1();                                     \
+    CORVANE_PLUGIN_API void destroy1(Model1* model);                          \
+    Model1* create1() {                                                       \
+        return new Class;                                                     \
+    }                                                                         \
+    void destroy1(Model1* model) {                                            \
+        delete static_cast<Class*>(model);                                    \
+    }
+
+/// The same for a mixture model: createN and destroyN.
+#define CORVANE_PLUGINN(Class)                                                \
+    static_assert(std::is_base_of_v<ModelN, Class> && std::is_final_v<Class>, \
+                  #Class " must be a final class derived from ModelN");       \
+    CORVANE_PLUGIN_API ModelN* createN();                                     \
+    CORVANE_PLUGIN_API void destroyN(ModelN* model);                          \
+    ModelN* createN() {                                                       \
+        return new Class;                                                     \
+    }                                                                         \
+    void destroyN(ModelN* model) {                                            \
+        delete static_cast<Class*>(model);                                    \
+    }
