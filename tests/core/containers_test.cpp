@@ -12,7 +12,9 @@ Vector<double> vec(std::initializer_list<double> values) {
     std::copy(values.begin(), values.end(), v.data);
     return v;
 }
-std::vector<double> list(Vector<double> const& v) { return {v.data, v.data + v.size()}; }
+std::vector<double> list(Vector<double> const& v) {
+    return {v.data, v.data + v.size()};
+}
 
 TEST(Vector, ResizingKeepsThePrefixAndTheSameCountKeepsTheBlock) {
     Vector<double> v = vec({1, 2, 3});
