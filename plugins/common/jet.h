@@ -1,0 +1,126 @@
+// Truncated Taylor series in two variables: a scalar that carries its exact derivatives through any
+// formula written for a generic number type.
+//
+// Jet<N, M> holds the coefficients c(i, j) of h^i·k^j for i + j <= N, j <= M. Seeded with
+// rho·(1 + h) and T·(1 + k), the coefficients of a result f are
+//     c(i, j) = rho^i·T^j·∂^(i+j)f/∂rho^i∂T^j / (i!·j!),
+// exact to rounding, also where rho is 0. M = 0 is the series in one variable. Arithmetic on
+// truncated series: Griewank & Walther, Evaluating Derivatives, 2nd ed. (2008), chapter 13.
+#pragma once
+
+#include <array>
+#include <cmath>
+#include <type_traits>
+
+namespace corvane {
+
+template <int N, int M = 0>
+class Jet {
+    static_assert(0 <= M && M <= N);
+
+  public:
+    static constexpr int size = (M + 1) * (N + 1) - M * (M + 1) / 2;
+
+    constexpr Jet(double value = 0.0) : c_{} { c_[0] = value; }
+    /// value·(1 + h) and value·(1 + k).
+    static constexpr Jet along_h(double value) { return seed(value, index(1, 0)); }
+    static constexpr Jet along_k(double value) { return seed(value, index(0, 1)); }
+
+    static constexpr int index(int i, int j) { return j * (N + 1) - j * (j - 1) / 2 + i; }
+    constexpr double operator()(int i, int j = 0) const { return c_[index(i, j)]; }
+    constexpr double value() const { return c_[0]; }
+
+    constexpr Jet& operator+=(Jet const& b) {
+#pragma GCC unroll 16
+        for (int n = 0; n < size; ++n) c_[n] += b.c_[n];
+        return *this;
+    }
+    constexpr Jet& operator-=(Jet const& b) {
+#pragma GCC unroll 16
+        for (int n = 0; n < size; ++n) c_[n] -= b.c_[n];
+        return *this;
+    }
+    constexpr Jet& operator*=(double b) {
+#pragma GCC unroll 16
+        for (int n = 0; n < size; ++n) c_[n] *= b;
+        return *this;
+    }
+    constexpr Jet operator-() const { return Jet(*this) *= -1.0; }
+
+    friend constexpr Jet operator+(Jet a, Jet const& b) { return a += b; }
+    friend constexpr Jet operator-(Jet a, Jet const& b) { return a -= b; }
+    friend constexpr Jet operator+(Jet a, double b) { return a.c_[0] += b, a; }
+    friend constexpr Jet operator+(double a, Jet b) { return b.c_[0] += a, b; }
+    friend constexpr Jet operator-(Jet a, double b) { return a.c_[0] -= b, a; }
+    friend constexpr Jet operator-(double a, Jet const& b) { return a + (-b); }
+    friend constexpr Jet operator*(Jet a, double b) { return a *= b; }
+    friend constexpr Jet operator*(double a, Jet b) { return b *= a; }
+    friend constexpr Jet operator/(Jet a, double b) { return a *= 1.0 / b; }
+    friend constexpr Jet operator/(double a, Jet const& b) { return Jet(a) / b; }
+
+    friend constexpr Jet operator*(Jet const& a, Jet const& b) {
+        Jet r;
+#pragma GCC unroll 8
+        for (int j = 0; j <= M; ++j)
+#pragma GCC unroll 8
+            for (int i = 0; i <= N - j; ++i) r.c_[index(i, j)] = product(a, b, i, j, 0);
+        return r;
+    }
+    /// From a = r·b, coefficient by coefficient.
+    friend constexpr Jet operator/(Jet const& a, Jet const& b) {
+        Jet r;
+        const double inverse = 1.0 / b.c_[0];
+#pragma GCC unroll 8
+        for (int j = 0; j <= M; ++j)
+#pragma GCC unroll 8
+            for (int i = 0; i <= N - j; ++i)  // r(i, j) is still 0 in the sum
+                r.c_[index(i, j)] = (a(i, j) - product(r, b, i, j, 0)) * inverse;
+        return r;
+    }
+
+    friend Jet exp(Jet const& a) {
+        const double f = std::exp(a.value());
+        return a.compose({f, f, f / 2, f / 6});
+    }
+    friend Jet expm1(Jet const& a) {
+        const double f = std::exp(a.value());
+        return a.compose({std::expm1(a.value()), f, f / 2, f / 6});
+    }
+    friend Jet log1p(Jet const& a) {
+        const double r = 1.0 / (1.0 + a.value());
+        return a.compose({std::log1p(a.value()), r, -r * r / 2, r * r * r / 3});
+    }
+    friend Jet sqrt(Jet const& a) {
+        const double f = std::sqrt(a.value()), r = 1.0 / a.value();
+        return a.compose({f, f * r / 2, -f * r * r / 8, f * r * r * r / 16});
+    }
+
+  private:
+    static constexpr Jet seed(double value, int n) {
+        Jet r(value);
+        r.c_[n] = value;
+        return r;
+    }
+    /// Coefficient (i, j) of a·b.
+    static constexpr double product(Jet const& a, Jet const& b, int i, int j, double sum) {
+#pragma GCC unroll 8
+        for (int l = 0; l <= j; ++l)
+#pragma GCC unroll 8
+            for (int k = 0; k <= i; ++k) sum += a.c_[index(k, l)] * b.c_[index(i - k, j - l)];
+        return sum;
+    }
+    /// Σ f[n]·v^n with v = *this − value: a function of this series from its own Taylor coefficients.
+    constexpr Jet compose(std::array<double, 4> const& f) const {
+        static_assert(N <= 3);
+        Jet v(*this);
+        v.c_[0] = 0.0;
+        Jet r(f[N]);
+#pragma GCC unroll 4
+        for (int n = N - 1; n >= 0; --n) r = r * v + f[n];
+        return r;
+    }
+
+    std::array<double, size> c_;
+};
+
+}  // namespace corvane
