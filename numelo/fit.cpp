@@ -166,7 +166,10 @@ class Fit {
                     failure_ = nullptr;
                     return true;
                 }
-                if (ok && moved < small_step) break;  // no change left but rounding
+                if (ok && moved < small_step) {  // no change left but rounding: not a failure
+                    failure_ = nullptr;
+                    break;
+                }
             }
             damping_ = damping_ == 0.0 ? first_damping : 10.0 * damping_;
         }

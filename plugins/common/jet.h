@@ -45,18 +45,40 @@ class Jet {
         for (int n = 0; n < size; ++n) c_[n] *= b;
         return *this;
     }
-    constexpr Jet operator-() const { return Jet(*this) *= -1.0; }
+    constexpr Jet operator-() const {
+        return Jet(*this) *= -1.0;
+    }
 
-    friend constexpr Jet operator+(Jet a, Jet const& b) { return a += b; }
-    friend constexpr Jet operator-(Jet a, Jet const& b) { return a -= b; }
-    friend constexpr Jet operator+(Jet a, double b) { return a.c_[0] += b, a; }
-    friend constexpr Jet operator+(double a, Jet b) { return b.c_[0] += a, b; }
-    friend constexpr Jet operator-(Jet a, double b) { return a.c_[0] -= b, a; }
-    friend constexpr Jet operator-(double a, Jet const& b) { return a + (-b); }
-    friend constexpr Jet operator*(Jet a, double b) { return a *= b; }
-    friend constexpr Jet operator*(double a, Jet b) { return b *= a; }
-    friend constexpr Jet operator/(Jet a, double b) { return a *= 1.0 / b; }
-    friend constexpr Jet operator/(double a, Jet const& b) { return Jet(a) / b; }
+    friend constexpr Jet operator+(Jet a, Jet const& b) {
+        return a += b;
+    }
+    friend constexpr Jet operator-(Jet a, Jet const& b) {
+        return a -= b;
+    }
+    friend constexpr Jet operator+(Jet a, double b) {
+        return a.c_[0] += b, a;
+    }
+    friend constexpr Jet operator+(double a, Jet b) {
+        return b.c_[0] += a, b;
+    }
+    friend constexpr Jet operator-(Jet a, double b) {
+        return a.c_[0] -= b, a;
+    }
+    friend constexpr Jet operator-(double a, Jet const& b) {
+        return a + (-b);
+    }
+    friend constexpr Jet operator*(Jet a, double b) {
+        return a *= b;
+    }
+    friend constexpr Jet operator*(double a, Jet b) {
+        return b *= a;
+    }
+    friend constexpr Jet operator/(Jet a, double b) {
+        return a *= 1.0 / b;
+    }
+    friend constexpr Jet operator/(double a, Jet const& b) {
+        return Jet(a) / b;
+    }
 
     friend constexpr Jet operator*(Jet const& a, Jet const& b) {
         Jet r;
@@ -109,7 +131,8 @@ class Jet {
             for (int k = 0; k <= i; ++k) sum += a.c_[index(k, l)] * b.c_[index(i - k, j - l)];
         return sum;
     }
-    /// Σ f[n]·v^n with v = *this − value: a function of this series from its own Taylor coefficients.
+    /// Σ f[n]·v^n with v = *this − value: a function of this series from its own Taylor
+    /// coefficients.
     constexpr Jet compose(std::array<double, 4> const& f) const {
         static_assert(N <= 3);
         Jet v(*this);

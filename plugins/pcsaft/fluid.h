@@ -1,7 +1,7 @@
 // PC-SAFT of a pure fluid: the contributions put together.
 //
-// With y = vs·rho, θ = Ts/T and the diameter d = σ·δ(T) of the segments, eta = m·δ³·y is the packing
-// fraction, and
+// With y = vs·rho, θ = Ts/T and the diameter d = σ·δ(T) of the segments, eta = m·δ³·y is the
+// packing fraction, and
 //     a^r = m·a_hs − (m − 1)·ln g − 12·m²·θ·y·I1 − 6·m³·θ²·y·C1·I2 + a_assoc
 // (Gross & Sadowski, Ind. Eng. Chem. Res. 40 (2001) 1244; 41 (2002) 5510). The density appears as a
 // factor, never in a difference of logarithms, so that a^r is relatively accurate as rho → 0.
@@ -49,8 +49,8 @@ class Isotherm {
     template <class S>
     S ar(S const& eta) const {
         S a = m_ * hard_sphere(eta) - (m_ - 1.0) * ln_contact(eta);
-        a += eta * (first_ * dispersion_.i1(eta) +
-                    second_ * (dispersion_.c1(eta) * dispersion_.i2(eta)));
+        a += eta *
+             (first_ * dispersion_.i1(eta) + second_ * (dispersion_.c1(eta) * dispersion_.i2(eta)));
         if (associates_) a += association(donors_, acceptors_, S(bond_ * eta * contact(eta)));
         return a;
     }
@@ -72,9 +72,9 @@ class Isotherm {
   private:
     double m_, donors_, acceptors_;
     bool associates_;
-    T packing_;             // m·δ³
-    T first_, second_;      // factors of the two perturbation terms
-    T bond_{};              // D/(eta·g)
+    T packing_;         // m·δ³
+    T first_, second_;  // factors of the two perturbation terms
+    T bond_{};          // D/(eta·g)
     Dispersion<double> dispersion_;
 };
 

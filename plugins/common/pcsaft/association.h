@@ -1,9 +1,9 @@
 // Association of like molecules with two kinds of sites: Wertheim's theory in the form of Chapman,
 // Gubbins, Jackson & Radosz, Ind. Eng. Chem. Res. 29 (1990) 1709.
 //
-// A molecule has nd donor and na acceptor sites; only a donor and an acceptor bond, all pairs with the
-// same strength. The schemes of Huang & Radosz, Ind. Eng. Chem. Res. 29 (1990) 2284, are 2B = 1 + 1,
-// 3B = 2 + 1 or 1 + 2, 4C = 2 + 2. The fractions of sites that are not bonded,
+// A molecule has nd donor and na acceptor sites; only a donor and an acceptor bond, all pairs with
+// the same strength. The schemes of Huang & Radosz, Ind. Eng. Chem. Res. 29 (1990) 2284, are 2B = 1
+// + 1, 3B = 2 + 1 or 1 + 2, 4C = 2 + 2. The fractions of sites that are not bonded,
 //     X_D = 1/(1 + na·D·X_A),   X_A = 1/(1 + nd·D·X_D),   D = rho·Δ,
 // follow from a quadratic equation.
 #pragma once
@@ -26,8 +26,8 @@ struct FreeSites {
     S donors, acceptors;
 };
 
-/// D = rho·Δ. The root of the quadratic that goes to 1 as D → 0, without cancellation at any D >= 0:
-/// it is solved for the kind with fewer sites, whose linear coefficient is positive.
+/// D = rho·Δ. The root of the quadratic that goes to 1 as D → 0, without cancellation at any D >=
+/// 0: it is solved for the kind with fewer sites, whose linear coefficient is positive.
 template <class S>
 FreeSites<S> free_sites(double nd, double na, S const& D) {
     using std::sqrt;

@@ -1,10 +1,11 @@
-// Dispersion between chains in PC-SAFT: second-order perturbation theory of Barker and Henderson with
-// integrals fitted to the n-alkanes (Gross & Sadowski, Ind. Eng. Chem. Res. 40 (2001) 1244).
+// Dispersion between chains in PC-SAFT: second-order perturbation theory of Barker and Henderson
+// with integrals fitted to the n-alkanes (Gross & Sadowski, Ind. Eng. Chem. Res. 40 (2001) 1244).
 //
-//     a_disp = −2π·rho·I1(eta, m)·[m²εσ³] − π·rho·m·C1(eta, m)·I2(eta, m)·[m²ε²σ³]      (eq. 10, A.10)
+//     a_disp = −2π·rho·I1(eta, m)·[m²εσ³] − π·rho·m·C1(eta, m)·I2(eta, m)·[m²ε²σ³]      (eq. 10,
+//     A.10)
 //
-// with rho the number density of molecules, ε in units of kT, and the brackets averaged over pairs in
-// a mixture, where m is the mean segment number.
+// with rho the number density of molecules, ε in units of kT, and the brackets averaged over pairs
+// in a mixture, where m is the mean segment number.
 #pragma once
 
 #include <array>
@@ -27,8 +28,8 @@ inline constexpr double kDispersionB[3][7] = {
     {0.0976883116, -0.2557574982, -9.1558561530, 20.642075974, -38.804430052, 93.626774077,
      -29.666905585}};
 
-/// The integrals for one segment number m > 0. C is double, or a type that carries derivatives where
-/// m depends on the composition; S is the type of the packing fraction.
+/// The integrals for one segment number m > 0. C is double, or a type that carries derivatives
+/// where m depends on the composition; S is the type of the packing fraction.
 template <class C>
 class Dispersion {
   public:
@@ -67,8 +68,7 @@ class Dispersion {
     auto c1i2_slope(S const& eta) const {
         const S free = 1.0 - eta, both = free * (2.0 - eta), free2 = free * free;
         const S sphere = (8.0 + eta * (20.0 - 4.0 * eta)) / (free2 * free2 * free);
-        const S chain =
-            (40.0 + eta * (-48.0 + eta * (12.0 + 2.0 * eta))) / (both * both * both);
+        const S chain = (40.0 + eta * (-48.0 + eta * (12.0 + 2.0 * eta))) / (both * both * both);
         const auto C1 = c1(eta);
         return C1 * (slope(b_, eta) -
                      eta * C1 * (m_ * sphere + (1.0 - m_) * chain) * polynomial(b_, eta));
@@ -82,7 +82,11 @@ class Dispersion {
     template <class S>
     static auto slope(std::array<C, 7> const& c, S const& x) {
         return ((((((7.0 * c[6] * x + 6.0 * c[5]) * x + 5.0 * c[4]) * x + 4.0 * c[3]) * x +
-                  3.0 * c[2]) * x + 2.0 * c[1]) * x + c[0]);
+                  3.0 * c[2]) *
+                     x +
+                 2.0 * c[1]) *
+                    x +
+                c[0]);
     }
 
     C m_;

@@ -1,7 +1,7 @@
 // Hard-chain reference fluid of PC-SAFT, as functions of the packing fraction eta.
 //
-// Chains of m tangent hard spheres (Chapman, Gubbins, Jackson & Radosz, Ind. Eng. Chem. Res. 29 (1990)
-// 1709; Gross & Sadowski, Ind. Eng. Chem. Res. 40 (2001) 1244, eqs. 4-9 and A.4-A.7):
+// Chains of m tangent hard spheres (Chapman, Gubbins, Jackson & Radosz, Ind. Eng. Chem. Res. 29
+// (1990) 1709; Gross & Sadowski, Ind. Eng. Chem. Res. 40 (2001) 1244, eqs. 4-9 and A.4-A.7):
 //     a_hc = m·a_hs − (m − 1)·ln g
 // S is double or a type that carries derivatives. Every function is relatively accurate as eta → 0.
 #pragma once

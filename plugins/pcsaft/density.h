@@ -1,0 +1,107 @@
+// Density roots of PC-SAFT along an isotherm, in the packing fraction.
+//
+// Between eta = 0 and 0.6 the pressure is concave first and convex afterwards, with one inflection,
+// for every parameter set in the data: so there is at most one loop there, around the smallest
+// slope. Further loops of the dispersion polynomials appear beyond eta = 0.65 at temperatures below
+// 0.3 times the critical one (Yelash, Mueller, Paul & Binder, Phys. Chem. Chem. Phys. 7 (2005)
+// 3728; Privat, Gani & Jaubert, Fluid Phase Equilib. 295 (2010) 76). The liquid is the branch next
+// to the first loop; it ends where such a loop begins, or at close packing.
+#pragma once
+
+#include <corvane/plugin/roots.h>
+#include <plugins/common/jet.h>
+#include <plugins/pcsaft/fluid.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane::pcsaft {
+
+/// Fraction of space that equal spheres fill when closest packed, π/√18.
+inline constexpr double kClosePacking = 0.74048048969306104;
+/// Liquid densities beyond this are checked for further loops.
+inline constexpr double kDense = 0.62;
+/// Where a further loop is looked for: the middle of those that occur.
+inline constexpr double kFurtherLoop = 0.71;
+
+/// rho·Z [mol/cm³] and its slope in rho, for the roots of the kit.
+struct PressureCurve {
+    Isotherm<double> const& fluid;
+    double packing;  // eta/rho, cm³/mol
+
+    IsothermPoint operator()(double rho) const {
+        const double eta = packing * rho;
+        const auto s = fluid.slope(Jet<1>::along_h(eta));
+        return {rho * (1.0 + eta * s(0)), 1.0 + eta * (2.0 * s(0) + s(1))};
+    }
+};
+
+/// A packing fraction at which the pressure does not rise, or 0 if it rises up to the dense end.
+/// Newton's method for the inflection, kept in a bracket, from the usual critical packing fraction;
+/// it is left as soon as the answer is certain: one or two evaluations as a rule, at most 50.
+inline double falling_packing(Isotherm<double> const& fluid) {
+    double low = 0.0, high = kDense, eta = 0.13;
+    for (int k = 0; k < 50; ++k) {
+        const auto s = fluid.slope(Jet<3>::along_h(eta));  // P = eta + eta²·s
+        const double slope = 1.0 + eta * (2.0 * s(0) + s(1));
+        if (slope <= 0.0) return eta;
+        const double second = 2.0 * (s(0) + 2.0 * s(1) + s(2));
+        const double third = 6.0 * (s(1) + 2.0 * s(2) + s(3)) / eta;
+        if (!std::isfinite(third)) return 0.0;
+        // The parabola of the slope has its least value slope − second²/(2·third).
+        if (third > 0.0 && slope * third > 2.0 * second * second) return 0.0;
+        (second < 0.0 ? low : high) = eta;
+        const double next = eta - second / third;
+        const double before = eta;
+        eta = third > 0.0 && next > low && next < high ? next : 0.5 * (low + high);
+        if (std::abs(eta - before) <= 1e-10 * before) return 0.0;
+    }
+    return 0.0;
+}
+
+/// A start for the liquid: packing fractions of saturated liquids against T/Tc differ little from
+/// one substance to the next.
+inline double liquid_packing(double reduced_temperature) {
+    return std::clamp(0.57 - 0.28 * reduced_temperature, 0.2, 0.5);
+}
+
+/// Model1::vcalc: the stable roots at P = p/(R·T) [mol/cm³], in the order that `phase` asks for.
+/// @param start  packing fraction near which the liquid is looked for first
+inline int density_roots(Isotherm<double> const& fluid, double packing, double P, int phase,
+                         double start, double& rho1, double& rho2) {
+    if (!(packing > 0.0) || !std::isfinite(packing) || !std::isfinite(P)) return 0;
+    const PressureCurve curve{fluid, packing};
+    const double falling = falling_packing(fluid) / packing;
+    double top = kClosePacking / packing;
+    auto reaches = [&](double rho) {  // the kit ends at the top where the pressure is not reached
+        return std::abs(curve(rho).P - P) <= 1e-9 * std::abs(P) + 1e-9 * rho;
+    };
+    double dilute = 0.0, dense = 0.0;
+    auto solve_dense = [&] {
+        if (falling > 0.0)
+            return stable_root(curve, P, Branch::dense, start / packing, top, falling, false);
+        if (!(P > 0.0)) return 0.0;
+        return stable_root(curve, P, Branch::dilute, P / (1.0 + P / top), 0.0, top, true);
+    };
+    dense = solve_dense();
+    if (!(dense * packing < kDense) || !(dense > 0.0)) {
+        if (!(curve(kFurtherLoop / packing).dP > 0.0)) {
+            const double end = spinodal(curve, kDense / packing, kFurtherLoop / packing);
+            if (end > 0.0) {
+                top = end;
+                dense = solve_dense();
+            }
+        }
+        if (dense > 0.0 && !reaches(dense)) dense = 0.0;
+    }
+    if (falling > 0.0 && P > 0.0)
+        dilute = stable_root(curve, P, Branch::dilute, P, 0.0, falling, false);
+    auto below = [&](double rho) { return curve(rho).P > P; };
+    auto gibbs = [&](double rho) {
+        const double eta = packing * rho;
+        return fluid.ar(eta) + eta * fluid.slope(eta) + std::log(rho);
+    };
+    return order_roots(dilute, dense, phase, below, gibbs, rho1, rho2);
+}
+
+}  // namespace corvane::pcsaft
