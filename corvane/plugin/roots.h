@@ -159,30 +159,17 @@ int density_roots(F const& isotherm, double P, Branches const& at, int phase, Gi
         rho2);
 }
 
-/// The spinodal next to `stable`: the first density from there towards `unstable` at which the
-/// slope of the isotherm is zero. `steps` equal steps look for it, so that an equation with several
-/// loops (steps > 1) is left at the first; then Illinois regula falsi (Dowell & Jarratt, BIT 11
-/// (1971) 168), to 1e-13 relative or 60 evaluations, closes in. The slope at `stable` must be
-/// positive.
-/// @return 0 if no slope that is zero or negative is met
+/// Zero of the slope between a, where it is positive (fa), and b, where it is not (fb): Illinois
+/// regula falsi (Dowell & Jarratt, BIT 11 (1971) 168) with a bisection in every fourth step, to
+/// 1e-12 relative or 60 evaluations.
 template <class F>
-double spinodal(F const& isotherm, double stable, double unstable, int steps = 1) {
-    double a = stable, fa = isotherm(a).dP;
-    if (!(fa > 0.0)) return 0.0;
-    double b = a, fb = fa;
-    for (int k = 1; k <= steps && fb > 0.0; ++k) {
-        a = b;
-        fa = fb;
-        b = k == steps ? unstable : stable + (unstable - stable) * k / steps;
-        fb = isotherm(b).dP;
-    }
-    if (!(fb <= 0.0) || fb == 0.0) return fb == 0.0 ? b : 0.0;
-    int kept = 0;  // +1: b was kept, −1: a was kept
-    for (int k = 0; k < 60 && std::abs(b - a) > 1e-13 * std::abs(b); ++k) {
+double slope_root(F const& isotherm, double a, double fa, double b, double fb) {
+    int kept = 0;  // the end that the last step kept: +1 b, −1 a
+    for (int k = 0; k < 60 && fb != 0.0 && std::abs(b - a) > 1e-12 * std::abs(b); ++k) {
         double x = b - fb * (b - a) / (fb - fa);
         if (k % 4 == 3 || !((x - a) * (b - x) > 0.0)) x = 0.5 * (a + b);
         const double fx = isotherm(x).dP;
-        if (fx == 0.0) return x;
+        if (std::abs(fx) < 1e-14) return x;
         if (fx > 0.0) {
             a = x;
             fa = fx;
@@ -194,9 +181,43 @@ double spinodal(F const& isotherm, double stable, double unstable, int steps = 1
             if (kept == -1) fa *= 0.5;
             kept = -1;
         }
-        if (std::abs(fx) < 1e-15) return x;
     }
-    return a;
+    return b;
+}
+
+/// The spinodal next to `stable`, where the slope of the isotherm must be positive: the first
+/// density on the way to `unstable` at which the slope is zero. It is looked for in `steps` equal
+/// steps, so that an equation with several loops (steps > 1) is left at the first.
+/// @return 0 if the slope is positive everywhere
+template <class F>
+double spinodal(F const& isotherm, double stable, double unstable, int steps = 1) {
+    double a = stable, fa = isotherm(a).dP;
+    if (!(fa > 0.0)) return 0.0;
+    for (int k = 1; k <= steps; ++k) {
+        const double b = k == steps ? unstable : stable + (unstable - stable) * k / steps;
+        const double fb = isotherm(b).dP;
+        if (fb <= 0.0) return slope_root(isotherm, a, fa, b, fb);
+        a = b;
+        fa = fb;
+    }
+    return 0.0;
+}
+
+/// The same from inside: the end of the falling part around `falling` on the side of `limit`, for
+/// equations with a single loop. Steps from `step` on, doubled each time, lead out of it.
+/// @return 0 if `falling` does not lie in a falling part
+template <class F>
+double spinodal_around(F const& isotherm, double falling, double limit, double step) {
+    double b = falling, fb = isotherm(b).dP;
+    if (!(fb <= 0.0)) return 0.0;
+    for (int k = 0; k < 100 && b != limit; ++k, step *= 2.0) {
+        const double a = std::abs(limit - b) <= step ? limit : b + (limit > b ? step : -step);
+        const double fa = isotherm(a).dP;
+        if (fa > 0.0) return slope_root(isotherm, a, fa, b, fb);
+        b = a;
+        fb = fa;
+    }
+    return 0.0;
 }
 
 /// A density at which the isotherm does not rise, or 0 if it rises everywhere. It is looked for

@@ -4,7 +4,9 @@
 #include <corvane/core/containers.h>
 #include <corvane/plugin/roots.h>
 
+#include <algorithm>
 #include <cmath>
+#include <type_traits>
 
 namespace corvane {
 
@@ -28,7 +30,9 @@ struct TableRange {
 /// those above Tc. Without a usable range (Tc, rho_c, top or Tmin not positive, or Tmin >= Tc) the
 /// tables are emptied.
 ///
-/// @param isotherm  IsothermPoint(double rho, double T)
+/// @param isotherm  IsothermPoint(double rho, double T); or a callable of T that returns the
+/// isotherm,
+///                  IsothermPoint(double rho), so that what depends on T alone is worked out once
 template <class F>
 void fill_density_tables(F const& isotherm, TableRange const& range, Vector<double>& T,
                          Vector<double>& dilute, Vector<double>& dense) {
@@ -39,23 +43,37 @@ void fill_density_tables(F const& isotherm, TableRange const& range, Vector<doub
     dilute.size(n);
     dense.size(n);
     double middle = range.rho_c;  // a density in the falling part
+    double low_before = range.rho_c, high_before = range.rho_c;
     for (int k = 0; k < n; ++k) {
         const double part = k < 2 ? 0.0 : (k - 1.0) / range.count;
         T[k] = k == 0 ? 1e5 : range.Tc - (range.Tc - range.Tmin) * part * part;
         dilute[k] = range.rho_c / 0.999;
         dense[k] = range.rho_c / 1.001;
         if (k < 2) continue;
-        auto at_T = [&](double rho) { return isotherm(rho, T[k]); };
+        auto at_T = [&] {
+            if constexpr (std::is_invocable_v<F const&, double>)
+                return isotherm(T[k]);
+            else
+                return [&isotherm, t = T[k]](double rho) { return isotherm(rho, t); };
+        }();
         if (!(at_T(middle).dP <= 0.0)) middle = falling_density(at_T, range.rho_c, range.top);
         if (!(middle > 0.0)) {
             middle = range.rho_c;
             continue;
         }
-        const double low = spinodal(at_T, 0.0, middle, range.steps);
-        const double high = spinodal(at_T, range.top, middle, range.steps);
+        double low, high;
+        if (range.steps > 1) {
+            low = spinodal(at_T, 0.0, middle, range.steps);
+            high = spinodal(at_T, range.top, middle, range.steps);
+        } else {  // the loop grows: the last spinodals, if there are any, lie in it
+            const bool grown = at_T(low_before).dP <= 0.0 && at_T(high_before).dP <= 0.0;
+            const double step = std::max((high_before - low_before) / k, 1e-3 * middle);
+            low = spinodal_around(at_T, grown ? low_before : middle, 0.0, step);
+            high = spinodal_around(at_T, grown ? high_before : middle, range.top, step);
+        }
         if (!(low > 0.0) || !(high >= low)) continue;
-        dilute[k] = low;
-        dense[k] = high;
+        dilute[k] = low_before = low;
+        dense[k] = high_before = high;
         middle = 0.5 * (low + high);
         if (!(at_T(middle).dP <= 0.0)) middle = range.rho_c;
     }

@@ -131,10 +131,12 @@ class CubicModel final : public Model1, public Deriv1 {
     }
     void fill_tables() {
         const double Tc = par_[cubic_Ts];
-        auto isotherm = [this](double rho, double T) {
-            const double t = 1.0 + par_[cubic_c] * rho;
-            const IsothermPoint at = cubic_isotherm<Form>(reduced(rho), q(T));
-            return IsothermPoint{at.P / b(), at.dP / (t * t)};
+        auto isotherm = [this](double T) {
+            return [this, q_T = q(T)](double rho) {
+                const double t = 1.0 + par_[cubic_c] * rho;
+                const IsothermPoint at = cubic_isotherm<Form>(reduced(rho), q_T);
+                return IsothermPoint{at.P / b(), at.dP / (t * t)};
+            };
         };
         const TableRange range{Tc, translated(Form::y_c), translated(kCubicTop), 0.25 * Tc};
         fill_density_tables(isotherm, range, Ttable_, dilute_, dense_);
