@@ -1,0 +1,62 @@
+#include <tools/corvane/csv.h>
+#include <tools/corvane/errors.h>
+#include <tools/corvane/text.h>
+
+#include <fmt/format.h>
+
+#include <fstream>
+
+namespace cli {
+namespace {
+std::vector<std::string> fields_of(std::string const& line) {
+    std::vector<std::string> fields(1);
+    bool quoted = false;
+    for (std::size_t k = 0; k < line.size(); ++k) {
+        const char c = line[k];
+        if (c == '"' && quoted && k + 1 < line.size() && line[k + 1] == '"') {
+            fields.back() += '"';
+            ++k;
+        } else if (c == '"') {
+            quoted = !quoted;
+        } else if (c == ',' && !quoted) {
+            fields.emplace_back();
+        } else {
+            fields.back() += c;
+        }
+    }
+    for (std::string& field : fields) field = trimmed(field);
+    return fields;
+}
+}  // namespace
+
+CsvFile read_csv(std::string const& path) {
+    std::ifstream file(path);
+    CsvFile csv;
+    std::string line;
+    int number = 0;
+    while (std::getline(file, line)) {
+        ++number;
+        line = trimmed(line);
+        if (line.empty()) continue;
+        if (line[0] == '#') {
+            csv.comments.push_back(trimmed(line.substr(1)));
+            continue;
+        }
+        auto fields = fields_of(line);
+        if (csv.header.empty()) {
+            csv.header = std::move(fields);
+            continue;
+        }
+        if (fields.size() > csv.header.size())
+            throw Failure(fmt::format("{}:{}: more fields than columns", path, number));
+        fields.resize(csv.header.size());
+        csv.rows.push_back(std::move(fields));
+        csv.lines.push_back(number);
+    }
+    if (csv.header.empty())
+        throw Failure(fmt::format(
+            "{}: {}", path, number > 0 ? "no line with column names" : "no such file, or empty"));
+    return csv;
+}
+
+}  // namespace cli

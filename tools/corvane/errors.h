@@ -1,0 +1,37 @@
+// What a command throws, and how the library's exceptions are put into words.
+#pragma once
+
+#include <corvane/core/errors.h>
+
+#include <stdexcept>
+#include <string>
+
+namespace cli {
+
+/// What was asked could not be done; exit code 1. The text is one clear sentence.
+struct Failure : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/// The command line makes no sense; exit code 2.
+struct Misuse : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/// "text of the message table (ThException 9)".
+std::string describe(ThException const& e);
+std::string describe(MthException const& e);
+
+/// Runs f; an exception of the library becomes a Failure "<what>: <text of the table> (<code>)".
+template <class F>
+auto asking(std::string const& what, F f) -> decltype(f()) {
+    try {
+        return f();
+    } catch (ThException const& e) {
+        throw Failure(what + ": " + describe(e));
+    } catch (MthException const& e) {
+        throw Failure(what + ": " + describe(e));
+    }
+}
+
+}  // namespace cli

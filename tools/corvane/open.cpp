@@ -1,0 +1,185 @@
+#include <tools/corvane/catalogue.h>
+#include <tools/corvane/errors.h>
+#include <tools/corvane/open.h>
+#include <tools/corvane/substances.h>
+#include <tools/corvane/suggest.h>
+#include <tools/corvane/text.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+#include <unistd.h>
+
+namespace cli {
+namespace {
+std::string parameter_path(std::string const& eos, std::string const& substance, int set) {
+    return fmt::format("CorvaneS/parameters/{}/{};{}", eos, substance, set);
+}
+
+bool is_there(std::string const& path) {
+    return access(path.c_str(), R_OK) == 0;
+}
+
+std::unique_ptr<Model1, corvane::Detach> attach(std::string const& eos) {
+    try {
+        if (!is_file_name(eos)) throw ThException(th_cannot_open);
+        if (Model1* model = attach1(eos.c_str()))
+            return std::unique_ptr<Model1, corvane::Detach>(model);
+        throw ThException(th_generic);
+    } catch (ThException const& e) {
+        const auto known = plugins().pure;
+        const std::string file = fmt::format("libth{}.dll", eos);
+        if (std::find(known.begin(), known.end(), eos) != known.end())
+            throw Failure(fmt::format("the plug-in {} cannot be used: {}", file, describe(e)));
+        std::string near = did_you_mean(eos, known);
+        if (near.empty() && !known.empty()) near = ": equations: " + join(known, ", ");
+        throw Failure(
+            fmt::format("no plug-in ./CorvaneS/{0} or ./{0}: {1}{2}", file, describe(e), near));
+    }
+}
+
+std::string in_words(std::vector<int> const& sets) {
+    std::vector<std::string> words;
+    for (int set : sets) words.push_back(std::to_string(set));
+    return join(words, ", ");
+}
+
+/// The name in the data tree of what a person calls `text`.
+std::string tree_name(std::string const& eos, std::string const& text) {
+    const Substances index;
+    const auto found = index.find(text);
+    if (found.size() == 1) return found.front()->name;
+    if (found.size() > 1) {
+        std::vector<std::string> names;
+        for (Substance const* s : found) names.push_back(s->name);
+        throw Failure(fmt::format("'{}' is not one substance: {}", text, join(names, ", ")));
+    }
+    auto names = index.names();
+    for (auto const& [name, sets] : parameter_sets(eos)) names.push_back(name);
+    throw Failure(fmt::format("unknown substance {}{}", text, did_you_mean(text, names)));
+}
+
+/// Sets request.substance and request.set to an existing parameter file.
+void locate(FluidRequest& request) {
+    std::vector<int> sets;
+    if (is_file_name(request.substance)) sets = parameter_sets(request.eos, request.substance);
+    if (sets.empty()) {
+        request.substance = tree_name(request.eos, request.substance);
+        sets = parameter_sets(request.eos, request.substance);
+    }
+    if (sets.empty()) {
+        std::vector<std::string> others;
+        for (std::string const& eos : parameter_folders())
+            if (!parameter_sets(eos, request.substance).empty()) others.push_back(eos);
+        throw Failure(
+            fmt::format("{} has no parameter set for {}{}", request.eos, request.substance,
+                        others.empty() ? "" : "; equations that have one: " + join(others, ", ")));
+    }
+    if (request.set == 0)
+        request.set = sets.front();
+    else if (std::find(sets.begin(), sets.end(), request.set) == sets.end())
+        throw Failure(fmt::format("set {} of {} {} does not exist; sets: {}", request.set,
+                                  request.eos, request.substance, in_words(sets)));
+}
+
+void load_ideal(Fluid& fluid) {
+    fluid.ideal = ideal_notes(fluid.model->name());
+    if (!fluid.ideal) return;
+    asking(fmt::format("ideal-gas table CorvaneS/ideal/{}", fluid.model->name()), [&] {
+        fluid.model->ideal.load();
+        fluid.model->ideal.CVm(298.15);  // an empty table is found out here
+    });
+}
+
+bool below(double x, double limit) {
+    return std::isfinite(limit) && x < limit * (1.0 - 1e-12);
+}
+bool above(double x, double limit) {
+    return std::isfinite(limit) && x > limit * (1.0 + 1e-12);
+}
+
+std::string stated_range(ParameterNotes const& notes, Units const& units) {
+    std::string text;
+    const auto add = [&](Quantity quantity, char const* words, double x) {
+        if (std::isfinite(x)) text += fmt::format(" {} {}", words, units.text(quantity, x));
+    };
+    add(Quantity::temperature, "from", notes.Tmin);
+    add(Quantity::temperature, "to", notes.Tmax);
+    add(Quantity::pressure, text.empty() ? "up to" : "and up to", notes.pmax);
+    return text.empty() ? " not known" : text;
+}
+}  // namespace
+
+std::string Fluid::name() const {
+    return fmt::format("{} {}", model->eos() ? model->eos() : "", model->name());
+}
+
+Fluid open_fluid(FluidRequest const& asked) {
+    FluidRequest request = asked;
+    Fluid fluid;
+    fluid.model = attach(request.eos);
+    const int first = request.set == 0 ? 1 : request.set;
+    if (is_file_name(request.substance) &&
+        is_there(parameter_path(request.eos, request.substance, first)))
+        request.set = first;
+    else
+        locate(request);
+
+    Model1& model = *fluid.model;
+    model.name(request.substance.c_str());
+    model.id(request.set);
+    const std::string path = parameter_path(request.eos, request.substance, request.set);
+    asking("parameter file " + path, [&] { model.load(request.eos.c_str()); });
+    for (double x : {model.Tcrit(), model.pcrit(), model.vcrit()})
+        if (!(x > 0.0) || !std::isfinite(x))
+            throw Failure(fmt::format("parameter file {}: no usable critical point", path));
+    if (model.name() != request.substance || model.id() != request.set)
+        fmt::print(stderr, "corvane: warning: {} says that it holds {};{}\n", path, model.name(),
+                   model.id());
+    fluid.notes = parameter_notes(request.eos, request.substance, request.set);
+    load_ideal(fluid);
+    return fluid;
+}
+
+Heading heading(std::string const& command, Fluid const& fluid, Units const& units) {
+    Model1 const& model = *fluid.model;
+    Heading result;
+    result.command = command;
+    result.fields = {{"eos", std::string(model.eos() ? model.eos() : "")},
+                     {"substance", std::string(model.name())},
+                     {"set", static_cast<long>(model.id())},
+                     {"comment", std::string(model.comment())}};
+    result.remarks.push_back("stated range of the set:" + stated_range(fluid.notes, units));
+    return result;
+}
+
+std::string extrapolated(Fluid const& fluid, double T, double p, bool with_ideal,
+                         Units const& units) {
+    ParameterNotes const& range = fluid.notes;
+    std::string limits;
+    const auto add = [&](bool beyond, char const* words, Quantity quantity, double limit) {
+        if (beyond)
+            limits += fmt::format("{}{} {}", limits.empty() ? "" : ", ", words,
+                                  units.text(quantity, limit));
+    };
+    add(below(T, range.Tmin), "below", Quantity::temperature, range.Tmin);
+    add(above(T, range.Tmax), "above", Quantity::temperature, range.Tmax);
+    add(above(p, range.pmax), "above", Quantity::pressure, range.pmax);
+    if (with_ideal && fluid.ideal) {
+        IdealNotes const& gas = *fluid.ideal;
+        const double low = std::fmax(gas.Tmin, gas.first), high = std::fmin(gas.Tmax, gas.last);
+        add(below(T, low), "ideal-gas data below", Quantity::temperature, low);
+        add(above(T, high), "ideal-gas data above", Quantity::temperature, high);
+    }
+    return limits.empty() ? "" : "extrapolated: " + limits;
+}
+
+void add_note(std::string& notes, std::string const& note) {
+    if (note.empty()) return;
+    notes += notes.empty() ? note : "; " + note;
+}
+
+}  // namespace cli

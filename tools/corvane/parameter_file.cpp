@@ -1,0 +1,60 @@
+#include <tools/corvane/numbers.h>
+#include <tools/corvane/parameter_file.h>
+#include <tools/corvane/text.h>
+
+#include <fstream>
+#include <limits>
+#include <sstream>
+
+namespace cli {
+namespace {
+constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+
+/// The text after "<key>" in a line, if the line begins with it.
+bool starts(std::string const& line, std::string_view key, std::string& rest) {
+    if (line.compare(0, key.size(), key) != 0) return false;
+    rest = trimmed(std::string_view(line).substr(key.size()));
+    return true;
+}
+
+void read_numbers(std::string const& text, std::initializer_list<double*> values) {
+    std::istringstream words(text);
+    std::string word;
+    for (double* value : values)
+        if (words >> word) *value = to_number(word).value_or(kUnknown);
+}
+}  // namespace
+
+ParameterNotes parameter_notes(std::string const& eos, std::string const& substance, int set) {
+    ParameterNotes notes{"", "", kUnknown, kUnknown, kUnknown, kUnknown, kUnknown, kUnknown};
+    std::ifstream file("CorvaneS/parameters/" + eos + '/' + substance + ';' + std::to_string(set));
+    std::string line, rest;
+    for (int k = 1; std::getline(file, line); ++k) {
+        if (k == 3) starts(line, "text:", notes.comment);
+        if (starts(line, "valid:", rest))
+            read_numbers(rest, {&notes.Tmin, &notes.Tmax, &notes.pmax});
+        if (starts(line, "measured:", rest)) read_numbers(rest, {&notes.Tc, &notes.pc, &notes.vc});
+        if (starts(line, "source:", rest)) notes.source = rest;
+    }
+    return notes;
+}
+
+std::optional<IdealNotes> ideal_notes(std::string const& substance) {
+    std::ifstream file("CorvaneS/ideal/" + substance);
+    if (!file) return std::nullopt;
+    IdealNotes notes{kUnknown, kUnknown, kUnknown, kUnknown, ""};
+    std::string line, rest, number;
+    for (int k = 0; std::getline(file, line); ++k) {
+        std::istringstream words(line);
+        if (k > 0 && words >> number)
+            if (const auto T = to_number(number)) {
+                if (k == 1) notes.first = *T;
+                notes.last = *T;
+            }
+        if (starts(line, "valid:", rest)) read_numbers(rest, {&notes.Tmin, &notes.Tmax});
+        if (starts(line, "source:", rest)) notes.source = rest;
+    }
+    return notes;
+}
+
+}  // namespace cli

@@ -1,0 +1,28 @@
+// What parameter files and ideal-gas tables say about themselves, in lines that the library does
+// not read: "valid:", "measured:", "source:". Missing numbers ("-") are NaN.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace cli {
+
+struct ParameterNotes {
+    std::string comment, source;
+    double Tmin, Tmax, pmax;  ///< stated range, K, K, MPa
+    double Tc, pc, vc;        ///< measured critical point, K, MPa, cm³/mol
+};
+
+/// Notes of ./CorvaneS/parameters/<eos>/<substance>;<set>. An absent file gives empty notes.
+ParameterNotes parameter_notes(std::string const& eos, std::string const& substance, int set);
+
+struct IdealNotes {
+    double first, last;  ///< temperatures of the table, K
+    double Tmin, Tmax;   ///< stated range of the source, K
+    std::string source;
+};
+
+/// Notes of ./CorvaneS/ideal/<substance>, or nothing if there is no table.
+std::optional<IdealNotes> ideal_notes(std::string const& substance);
+
+}  // namespace cli

@@ -1,0 +1,252 @@
+// corvane saturation: vapour-liquid equilibrium along temperatures or pressures.
+#include <tools/corvane/compare.h>
+#include <tools/corvane/errors.h>
+#include <tools/corvane/numbers.h>
+#include <tools/corvane/options.h>
+
+#include <corvane/equilibria/ffe1core.h>
+
+#include <fmt/format.h>
+#include <CLI/CLI.hpp>
+
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+namespace cli {
+namespace {
+struct Equilibrium {
+    Model1 const* model;
+    double T, p, rhoL, rhoV;
+};
+
+enum class Shown { always, all, all_with_ideal };
+
+struct SaturationColumn {
+    char const* name;
+    Quantity quantity;
+    char const* text;
+    Shown shown;
+    double (*value)(Equilibrium const&);
+};
+
+double vaporisation_enthalpy(Equilibrium const& e) {
+    return R * e.T * (e.model->Hr(e.rhoV, e.T) - e.model->Hr(e.rhoL, e.T));
+}
+double fugacity_coefficient(Equilibrium const& e) {
+    return std::exp(e.model->Gr(e.rhoV, e.T)) / e.model->Z(e.rhoV, e.T);
+}
+
+#define EXPRESSION(x) [](Equilibrium const& e) { return x; }
+const SaturationColumn kColumns[] = {
+    {"T", Quantity::temperature, "temperature", Shown::always, EXPRESSION(e.T)},
+    {"p", Quantity::pressure, "saturation pressure", Shown::always, EXPRESSION(e.p)},
+    {"rhoL", Quantity::density, "density of the liquid", Shown::always, EXPRESSION(e.rhoL)},
+    {"rhoV", Quantity::density, "density of the vapour", Shown::always, EXPRESSION(e.rhoV)},
+    {"hvap", Quantity::energy, "enthalpy of vaporisation", Shown::always, vaporisation_enthalpy},
+    {"svap", Quantity::entropy, "entropy of vaporisation", Shown::always,
+     EXPRESSION(vaporisation_enthalpy(e) / e.T)},
+    {"vL", Quantity::volume, "volume of the liquid", Shown::all, EXPRESSION(1.0 / e.rhoL)},
+    {"vV", Quantity::volume, "volume of the vapour", Shown::all, EXPRESSION(1.0 / e.rhoV)},
+    {"ZL", Quantity::ratio, "compressibility factor of the liquid", Shown::all,
+     EXPRESSION(e.model->Z(e.rhoL, e.T))},
+    {"ZV", Quantity::ratio, "compressibility factor of the vapour", Shown::all,
+     EXPRESSION(e.model->Z(e.rhoV, e.T))},
+    {"phi", Quantity::ratio, "fugacity coefficient", Shown::all, fugacity_coefficient},
+    {"hL", Quantity::energy, "enthalpy of the liquid", Shown::all_with_ideal,
+     EXPRESSION(R* e.T* e.model->Hm(e.rhoL, e.T))},
+    {"hV", Quantity::energy, "enthalpy of the vapour", Shown::all_with_ideal,
+     EXPRESSION(R* e.T* e.model->Hm(e.rhoV, e.T))},
+    {"sL", Quantity::entropy, "entropy of the liquid", Shown::all_with_ideal,
+     EXPRESSION(R* e.model->Sm(e.rhoL, e.T))},
+    {"sV", Quantity::entropy, "entropy of the vapour", Shown::all_with_ideal,
+     EXPRESSION(R* e.model->Sm(e.rhoV, e.T))},
+    {"cpL", Quantity::entropy, "isobaric heat capacity of the liquid", Shown::all_with_ideal,
+     EXPRESSION(R* e.model->Cpm(e.rhoL, e.T))},
+    {"cpV", Quantity::entropy, "isobaric heat capacity of the vapour", Shown::all_with_ideal,
+     EXPRESSION(R* e.model->Cpm(e.rhoV, e.T))},
+};
+#undef EXPRESSION
+
+std::map<std::string, Quantity> quantities() {
+    std::map<std::string, Quantity> result;
+    for (SaturationColumn const& column : kColumns) result[column.name] = column.quantity;
+    return result;
+}
+
+/// Solves point after point, each starting from the last solution, and again from the critical
+/// point where that fails.
+class March {
+  public:
+    March(Fluid const& fluid, Units const& units, bool by_T)
+        : fluid_(fluid), units_(units), by_T_(by_T) {}
+
+    /// @throws Failure naming the point
+    Equilibrium at(double given) {
+        Model1 const& model = *fluid_.model;
+        const Quantity quantity = by_T_ ? Quantity::temperature : Quantity::pressure;
+        const std::string what = fmt::format("{} at {} = {}", fluid_.name(), by_T_ ? "T" : "p",
+                                             units_.text(quantity, given));
+        const double critical = by_T_ ? model.Tcrit() : model.pcrit();
+        if (!(given < critical))
+            throw Failure(fmt::format("{} is not below the critical {} {} of the equation", what,
+                                      by_T_ ? "temperature" : "pressure",
+                                      units_.text(quantity, critical)));
+        return asking(what, [&] {
+            if (marching_) {
+                try {
+                    return solve(given, 1);
+                } catch (ThException const&) {  // too far from the last point: start afresh
+                } catch (MthException const&) {
+                }
+            }
+            marching_ = false;
+            const Equilibrium e = solve(given, 0);
+            marching_ = true;
+            return e;
+        });
+    }
+
+  private:
+    Equilibrium solve(double given, int cont) {
+        Model1 const* model = fluid_.model.get();
+        Equilibrium e{model, given, given, 0.0, 0.0};
+        if (by_T_)
+            memory_.at_T(model, e.T, cont, e.p, e.rhoL, e.rhoV);
+        else
+            memory_.at_p(model, e.p, cont, e.T, e.rhoL, e.rhoV);
+        // What the fit left behind must be an equilibrium of two phases; 1e-8 is far above its
+        // rounding and far below anything visible in p.
+        double rhoL = 0.0, rhoV = 0.0;
+        if (!(std::fabs(maxwell(model, e.p, e.T, rhoL, rhoV)) < 1e-8) || !(e.rhoL > e.rhoV))
+            throw ThException(th_generic);
+        return e;
+    }
+
+    Fluid const& fluid_;
+    Units const& units_;
+    bool by_T_, marching_ = false;
+    corvane::Saturation memory_;
+};
+
+struct SaturationCommand {
+    Options options;
+    std::string T, p, compare;
+    bool all = false;
+
+    int run();
+
+  private:
+    std::vector<double> read_points() const;
+    std::vector<SaturationColumn const*> choose(Fluid const& fluid,
+                                                std::optional<Published> const& published) const;
+};
+
+std::vector<double> SaturationCommand::read_points() const {
+    const bool by_T = p.empty();
+    const Quantity quantity = by_T ? Quantity::temperature : Quantity::pressure;
+    char const* option = by_T ? "--T" : "--p";
+    std::vector<double> values = points(by_T ? T : p, option);
+    for (double& x : values) {
+        const double given = x;
+        x = options.units.to_library(quantity, given);
+        if (!(x > 0.0))
+            throw Misuse(fmt::format("{} {} {} is not above zero", option, shortest(given),
+                                     options.units.name(quantity)));
+    }
+    return values;
+}
+
+std::vector<SaturationColumn const*> SaturationCommand::choose(
+    Fluid const& fluid, std::optional<Published> const& published) const {
+    std::vector<SaturationColumn const*> chosen;
+    for (SaturationColumn const& column : kColumns) {
+        const bool wanted =
+            column.shown == Shown::always || all || (published && published->has(column.name));
+        if (wanted && (column.shown != Shown::all_with_ideal || fluid.ideal))
+            chosen.push_back(&column);
+    }
+    return chosen;
+}
+
+int SaturationCommand::run() {
+    if ((T.empty() ? 0 : 1) + (p.empty() ? 0 : 1) + (compare.empty() ? 0 : 1) != 1)
+        throw Misuse("give one of --T, --p and --compare");
+    std::vector<double> given;
+    if (compare.empty())
+        given = read_points();
+    else
+        compare = std::filesystem::absolute(compare).string();  // open() changes the directory
+    Fluid fluid = options.open();
+    Units const& units = options.units;
+    std::optional<Published> published;
+    if (!compare.empty()) {
+        published.emplace(compare, quantities(), units.M);
+        if (!published->has("T") && !published->has("p"))
+            throw Failure(compare + ": neither a column T nor a column p");
+        given = published->column(published->has("T") ? "T" : "p");
+    }
+    const bool by_T = published ? published->has("T") : p.empty();
+
+    Heading head = heading("saturation", fluid, units);
+    if (all && !fluid.ideal)
+        head.remarks.push_back(
+            "no ideal-gas heat capacities for this substance: total properties are left out");
+    if (published && !published->source().empty())
+        head.remarks.push_back("published: " + published->source());
+    const auto columns = choose(fluid, published);
+    Table table;
+    for (SaturationColumn const* column : columns)
+        table.columns.push_back({column->name, units.name(column->quantity), column->text,
+                                 column->name == std::string(by_T ? "T" : "p")});
+
+    March march(fluid, units, by_T);
+    int failures = 0;
+    for (double x : given) {
+        Row row;
+        try {
+            const Equilibrium e = march.at(x);
+            for (SaturationColumn const* column : columns)
+                row.cells.emplace_back(units.from_library(column->quantity, column->value(e)));
+            row.note = extrapolated(fluid, e.T, e.p, all, units);
+        } catch (Failure const& failure) {
+            if (given.size() == 1) throw;
+            ++failures;
+            fmt::print(stderr, "corvane: saturation: {}\n", failure.what());
+            row.cells.assign(columns.size(), std::monostate());
+            row.cells[by_T ? 0 : 1] =
+                units.from_library(by_T ? Quantity::temperature : Quantity::pressure, x);
+            row.note = std::string("failed: ") + failure.what();
+        }
+        table.rows.push_back(std::move(row));
+    }
+    if (published)
+        head.summary = published->lay_beside(table, by_T ? "T" : "p", quantities(), units);
+    write(head, table, options.style);
+    return failures == 0 ? 0 : 1;
+}
+}  // namespace
+
+void add_saturation(CLI::App& app, Action& action) {
+    auto command = std::make_shared<SaturationCommand>();
+    CLI::App* sub = app.add_subcommand("saturation", "vapour-liquid equilibrium of a substance");
+    command->options.add_fluid(*sub);
+    sub->add_option("--T", command->T, "temperatures: 300 or 300,310 or first:last:step");
+    sub->add_option("--p", command->p, "pressures, in the same forms");
+    sub->add_option("--compare", command->compare,
+                    "published points: a CSV file with columns such as T/K, p/MPa, rhoL/(kg/m3)")
+        ->type_name("FILE");
+    sub->add_flag("--all", command->all, "more columns: volumes, Z, phi, h, s, cp of both phases");
+    command->options.add_units(*sub);
+    command->options.add_output(*sub);
+    sub->footer(R"(
+Examples:
+  corvane saturation PR CO2 --T 220:300:10
+  corvane saturation PR water --p 1,5,10 --unit-p bar --unit-T C --mass --all
+  corvane saturation PR CO2 --compare points.csv)");
+    sub->callback([command, &action] { action = [command] { return command->run(); }; });
+}
+
+}  // namespace cli

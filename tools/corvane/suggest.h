@@ -1,0 +1,16 @@
+// "did you mean": names near a misspelt one.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace cli {
+
+/// Number of insertions, deletions, substitutions and swaps of neighbours that turn one text into
+/// the other, without regard to case (Damerau, Commun. ACM 7 (1964) 171; the restricted form).
+int edit_distance(std::string const& a, std::string const& b);
+
+/// ": did you mean carbon_dioxide?", with up to three of the nearest names; "" when none is near.
+std::string did_you_mean(std::string const& asked, std::vector<std::string> const& names);
+
+}  // namespace cli

@@ -1,0 +1,55 @@
+// The one model behind every kind of output: rows of cells under named columns, with a heading that
+// says where the numbers come from.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace cli {
+
+struct Column {
+    std::string name;
+    std::string unit;             ///< empty: none
+    std::string text;             ///< what it is, in words
+    bool given = false;           ///< numbers are input: printed as short as they were given
+    std::string heading() const;  ///< "T/K", "rho/(mol/cm3)"
+};
+
+/// Nothing (not known, or failed), a number, a count or a word.
+using Cell = std::variant<std::monostate, double, long, std::string>;
+
+struct Row {
+    std::vector<Cell> cells;
+    std::string note;  ///< why a number is missing or to be read with care
+};
+
+struct Table {
+    std::vector<Column> columns;
+    std::vector<Row> rows;
+};
+
+struct Heading {
+    std::string command;
+    /// Equation, substance, parameter set …: named values for the first line and for JSON.
+    std::vector<std::pair<std::string, Cell>> fields;
+    std::vector<std::string> remarks;  ///< further lines
+    std::vector<std::string> summary;  ///< lines after the rows
+};
+
+enum class Format { text, csv, json };
+
+struct Style {
+    Format format = Format::text;
+    bool full = false;     ///< 17 digits instead of 7
+    bool upright = false;  ///< text: a line per column instead of a line per row
+    bool heading = true;   ///< text and CSV: the lines that begin with #
+};
+
+/// Writes to standard output. @throws Failure when that does not take it
+void write(Heading const& heading, Table const& table, Style const& style);
+
+std::string to_json(Heading const& heading, Table const& table);
+
+}  // namespace cli

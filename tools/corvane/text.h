@@ -1,0 +1,46 @@
+// Small operations on strings.
+#pragma once
+
+#include <cctype>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cli {
+
+/// The parts between separators; an empty text has one empty part.
+inline std::vector<std::string> split(std::string_view text, char separator) {
+    std::vector<std::string> parts(1);
+    for (char c : text) {
+        if (c == separator)
+            parts.emplace_back();
+        else
+            parts.back() += c;
+    }
+    return parts;
+}
+
+inline std::string join(std::vector<std::string> const& parts, std::string_view separator) {
+    std::string text;
+    for (std::string const& part : parts) {
+        if (&part != &parts.front()) text += separator;
+        text += part;
+    }
+    return text;
+}
+
+inline std::string lower(std::string_view text) {
+    std::string result(text);
+    for (char& c : result) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return result;
+}
+
+/// Without blanks, tabs and line ends at both ends.
+inline std::string trimmed(std::string_view text) {
+    constexpr char const* blanks = " \t\r\n";
+    const std::size_t first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos) return {};
+    return std::string(text.substr(first, text.find_last_not_of(blanks) - first + 1));
+}
+
+}  // namespace cli
