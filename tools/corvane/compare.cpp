@@ -83,10 +83,10 @@ std::vector<std::string> Published::lay_beside(Table& table, std::string const& 
         const auto at = static_cast<std::ptrdiff_t>(k) + 1;
         table.columns.insert(
             table.columns.begin() + at,
-            {{calculated.name + "_pub", calculated.unit, "published value", true},
+            {{calculated.name + "_pub", calculated.unit, "published value", true, 7},
              {"d_" + calculated.name, unit,
-              difference ? "calculated - published" : "deviation: calculated/published - 1",
-              false}});
+              difference ? "calculated - published" : "deviation: calculated/published - 1", false,
+              4}});
         Statistics statistics;
         for (std::size_t row = 0; row < table.rows.size(); ++row) {
             const double value = units.from_library(quantity, column(calculated.name)[row]);

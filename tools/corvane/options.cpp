@@ -10,7 +10,8 @@ void Options::add_output(CLI::App& command) {
     auto* as_csv = command.add_flag("--csv", csv, "comma-separated values");
     command.add_flag("--json", json, "JSON, with all digits")->excludes(as_csv);
     command.add_flag("--full", style.full, "17 digits, so that output can be input again");
-    command.add_flag("--no-heading", bare, "leave out the lines that begin with #");
+    command.add_flag("--no-heading", bare,
+                     "leave out the lines that say where the numbers come from");
     command.add_option("--data", data, "data home: the directory that holds CorvaneS")
         ->type_name("DIR");
 }

@@ -79,6 +79,8 @@ std::vector<Substance const*> Substances::find(std::string const& text) const {
         });
     if (found.empty() && !formula.empty())
         found = where([&](Substance const& s) { return sum_formula(s.formula) == formula; });
+    if (found.empty())  // "co2"
+        found = where([&](Substance const& s) { return lower(s.formula) == lower(text); });
     return found;
 }
 
@@ -87,7 +89,7 @@ std::vector<Substance const*> Substances::search(std::string const& text) const 
     std::vector<Substance const*> found;
     for (Substance const& s : all_) {
         bool fits = plain(s.name).find(part) != std::string::npos ||
-                    s.cas.find(part) != std::string::npos ||
+                    lower(s.formula) == lower(text) || s.cas.find(part) != std::string::npos ||
                     (!formula.empty() && sum_formula(s.formula) == formula);
         for (std::string const& alias : s.aliases)
             fits = fits || plain(alias).find(part) != std::string::npos;

@@ -11,25 +11,26 @@
 
 namespace cli {
 namespace {
-std::string print(double x, bool given, bool full) {
+std::string print(double x, Column const& column, bool full) {
     if (!std::isfinite(x)) return "";
     if (full) return fmt::format("{:.17g}", x);
-    if (given) return fmt::format("{:.10g}", x);
-    std::string text = fmt::format("{:#.7g}", x);
+    if (column.given) return fmt::format("{:.10g}", x);
+    std::string text = fmt::format("{:#.{}g}", x, column.digits);
     if (text.back() == '.') text.pop_back();
     return text;
 }
 
 struct Printer {
-    bool given, full;
+    Column const& column;
+    bool full;
     std::string operator()(std::monostate) const { return ""; }
-    std::string operator()(double x) const { return print(x, given, full); }
+    std::string operator()(double x) const { return print(x, column, full); }
     std::string operator()(long n) const { return fmt::format("{}", n); }
     std::string operator()(std::string const& word) const { return word; }
 };
 
 std::string print(Cell const& cell, Column const& column, bool full) {
-    return std::visit(Printer{column.given, full}, cell);
+    return std::visit(Printer{column, full}, cell);
 }
 
 std::string heading_lines(Heading const& heading) {

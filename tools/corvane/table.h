@@ -14,6 +14,7 @@ struct Column {
     std::string unit;             ///< empty: none
     std::string text;             ///< what it is, in words
     bool given = false;           ///< numbers are input: printed as short as they were given
+    int digits = 7;               ///< significant digits of other numbers
     std::string heading() const;  ///< "T/K", "rho/(mol/cm3)"
 };
 
