@@ -57,10 +57,9 @@ NUMELO_API Matrix<double> diff_hessian(numelo_functionv f, void* ctx, Vector<dou
 
 /// Root of f between a and b (either order), whose values fa and fb the caller hands over and which
 /// are not evaluated again. Regula falsi in the Illinois form (Dowell & Jarratt, BIT 11 (1971)
-/// 168), with a bisection when four steps have not shrunk the bracket by 16. Once the bracket or
-/// the step is below tol, at most four more evaluations polish the root to rounding. The last
-/// evaluation is at the returned point, unless fa or fb was handed over as exactly 0: then a or b
-/// is returned.
+/// 168), with a bisection when four steps have not shrunk the bracket by 16. Once the bracket is below
+/// tol, at most four more evaluations polish the root to rounding. The last evaluation is at the
+/// returned point, unless fa or fb was handed over as exactly 0: then a or b is returned.
 /// @param tol  absolute tolerance in x
 /// @throws MthException 10 not-a-number, 11 a == b, 12 equal signs, 1 after 200 steps
 NUMELO_API double eqn_regulafalsi(numelo_function f, void* ctx, double a, double b, double fa,

@@ -40,6 +40,34 @@ State sublimation(Subl const& phase, double T) {
             ipl_eval(x, phase.x, phase.kappa, phase.ckappa, 0)};
 }
 
+/// Lowest Gibbs energy over the phases at p and T; phase and rho are those of the lowest.
+double stable_phase(Solid const& solid, double p, double T, int& phase, double& rho) {
+    double lowest = 1e99;
+    for (int j = 0; j < solid.sg.n; ++j) {
+        const State state = sublimation(solid.sg[j], T);
+        const double dp = p - state.psub;
+        // v = v_sub·exp(−kappa·(p − psub)), integrated over p.
+        const double integral = state.kappa > 0.0
+                                    ? -state.v * std::expm1(-state.kappa * dp) / state.kappa
+                                    : state.v * dp;
+        double w = 0.0;
+        const double gr = solid.model()->Gr(state.psub, T, 3, w);
+        const double g = gr + std::log(w) + integral / (R * T);
+        if (g < lowest) {
+            lowest = g;
+            phase = j;
+            rho = 1.0 / (std::exp(-state.kappa * dp) * state.v);
+        }
+    }
+    if (lowest == 1e99) throw ThException(th_out_of_range);  // p is not a number
+    return lowest;
+}
+
+void check(Solid const& solid, double T) {
+    if (solid.sg.n < 1 || !solid.model()) throw ThException(th_no_solid);
+    if (!(T > 0.0 && T <= solid.Tmax())) throw ThException(th_out_of_range);
+}
+
 struct Isobar {
     Solid const* solid;
     double p;
@@ -49,11 +77,13 @@ double ge_T(double T, void* ctx) {
     auto const& isobar = *static_cast<Isobar const*>(ctx);
     int phase = 0;
     double rho = 0.0;
-    return isobar.solid->Ge(isobar.p, T, phase, rho);
+    return stable_phase(*isobar.solid, isobar.p, T, phase, rho);
 }
 
-/// T·∂Ge/∂T at p. The step is th_inc1 itself, 1 mK, not a fraction of T (intended).
+/// T·∂Ge/∂T at p. The step is th_inc1 itself, 1 mK, not a fraction of T (intended). The steps may
+/// leave the range of the data, so that the derivative exists up to Tmax.
 double t_dge_dT(Solid const& solid, double p, double T) {
+    check(solid, T);
     Isobar isobar{&solid, p};
     return T * diff_romberg(ge_T, &isobar, 1, T, th_inc1, 1, 0.0, 1e99);
 }
@@ -68,8 +98,9 @@ double ge(Solid const& solid, double p, double T, double& rho) {
 void Subl::load(FILE* f) {
     const corvane::CLocale c_numbers;
     int m = 0;
-    if (std::fscanf(f, "%7s%d", name, &m) != 2 || m < 1 || m > kMaxPoints)
-        throw ThException(th_cannot_open);
+    if (std::fscanf(f, "%7s", name) != 1) throw ThException(th_cannot_open);
+    if (std::fscanf(f, "%*[^ \t\r\n]") == EOF) throw ThException(th_cannot_open);  // a longer name
+    if (std::fscanf(f, "%d", &m) != 1 || m < 1 || m > kMaxPoints) throw ThException(th_cannot_open);
     x.size(m);
     s.size(m);
     v.size(m);
@@ -148,30 +179,8 @@ int Solid::sge(double T, int i, double& psub, double& v, double& kappa) const {
 }
 
 double Solid::Ge(double p, double T, int& i, double& rho) const {
-    if (sg.n < 1 || !model_) throw ThException(th_no_solid);
-    if (!(T > 0.0 && T <= Tmax_)) throw ThException(th_out_of_range);
-    double lowest = 1e99;
-    bool found = false;
-    for (int j = 0; j < sg.n; ++j) {
-        const State state = sublimation(sg[j], T);
-        const double dp = p - state.psub;
-        // v = v_sub·exp(−kappa·(p − psub)), integrated over p.
-        const double e = std::exp(-state.kappa * dp);
-        const double integral = state.kappa > 0.0
-                                    ? -state.v * std::expm1(-state.kappa * dp) / state.kappa
-                                    : state.v * dp;
-        double w = 0.0;
-        const double gr = model_->Gr(state.psub, T, 3, w);
-        const double g = gr + std::log(w) + integral / (R * T);
-        if (g < lowest) {
-            lowest = g;
-            found = true;
-            i = j;
-            rho = 1.0 / (e * state.v);
-        }
-    }
-    if (!found) throw ThException(th_out_of_range);  // p is not a number
-    return lowest;
+    check(*this, T);
+    return stable_phase(*this, p, T, i, rho);
 }
 
 double Solid::Gm(double p, double T, int& i, double& rho) const {

@@ -19,9 +19,9 @@ struct CORVANE_API Subl {
     Matrix<double> cs, cv, ckappa;  ///< spline rows b, c, d of s, v, kappa
 
     /// Reads a phase: name, number of points m, then m rows T [K, descending], p [MPa], v, kappa.
-    /// @throws ThException 1 for a short row or a count outside 1 … 10^6; MthException 5, 6 from
-    /// the
-    ///         splines for temperatures that do not descend
+    /// A single point has no slope: its pressure holds at every T.
+    /// @throws ThException 1 for a short row, a T or p that is not positive, or a count outside
+    /// 1 … 10^6; MthException 5, 6 from the splines for temperatures that do not descend
     void load(FILE* f);
 };
 
@@ -32,8 +32,8 @@ class CORVANE_API Solid {
     Vector<Subl> sg;  ///< the phases, in file order
 
     /// Reads "./CorvaneS/solid/<name>": number of phases, highest temperature Tmax [K], the phases.
-    /// @throws ThException 1 no file, no owner, a bad count or a short row (phases read so far
-    /// stay)
+    /// The phases read before an error stay. @throws ThException 1 no file, no owner, more than
+    /// 1000 phases, or from Subl::load; MthException from Subl::load
     void load();
     /// Sublimation state of phase i at T: psub [MPa], v [cm³/mol], kappa [1/MPa]. i = −1 picks the
     /// phase of lowest pressure, any other i is clamped into range. Returns the phase used, or −1
@@ -41,12 +41,15 @@ class CORVANE_API Solid {
     int sge(double T, int i, double& psub, double& v, double& kappa) const;
     /// Reduced Gibbs energy of the stable solid phase at p [MPa], T [K]: that of the saturated
     /// vapour by the owner's equation of state plus the integral of v over p. i receives the phase,
-    /// rho its density [mol/cm³]. @throws ThException 6 no data, 5 above Tmax, 9 no vapour density
+    /// the first of equal ones, rho its density [mol/cm³].
+    /// @throws ThException 6 no data, 5 above Tmax or p not a number, 9 no vapour density
     double Ge(double p, double T, int& i, double& rho) const;
 
     // Properties of the stable phase at (p [MPa], T [K]); errors as Ge, and 3 for suffix m without
-    // an ideal-gas table. Temperature derivatives are numerical with an absolute step of 1 mK, so
-    // the properties that need one throw 5 within 1 mK of Tmax.
+    // an ideal-gas table. Temperature derivatives are numerical with an absolute step of 1 mK.
+    // Suffix m is suffix e plus the ideal-gas property of the same name, as it stands (intended).
+    // Since Ge contains ln(rho), that makes Hm and Sm larger by 1, and Am smaller by 1, than Hm, Sm
+    // and Am of Model1 for the same reference state; Gm and Um agree with it.
     double Gm(double p, double T) const;
     double Gm(double p, double T, int& i, double& rho) const;
     double Ae(double p, double T) const;

@@ -27,6 +27,7 @@ class CORVANE_API Visco {
     void load1(char const* set);
     /// Sets the coefficients from 12 values (level 1) or 21 (level 2), row by row of a, b, c;
     /// shapes the matrices when they are too small. The level itself is left alone.
+    /// @throws MthException 2 fewer values than that
     void set1(Vector<double> const& p);
     /// Friction-theory viscosity at rho [mol/cm³], T [K]. Levels 1 and 2 lack eta0(T), which the
     /// caller adds; level 3 contains it. pr and pa receive the repulsive and attractive pressures
