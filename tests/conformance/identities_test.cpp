@@ -128,7 +128,9 @@ TEST_P(EveryEquation, DensityRootsAreRootsStableAndOrdered) {
                 const double noise = 8e-16 * (std::fabs(m.pV(rho, T)) + 40) * R * T * rho;
                 EXPECT_NEAR(m.Z(rho, T) * R * T * rho, p, noise + 1e-14 * p);
             }
-            if (n == 3) EXPECT_GT(dense, dilute);
+            if (n == 3) {
+                EXPECT_GT(dense, dilute);
+            }
             // Phase code −1 stays on the side of its start value.
             for (double start : {dense, n == 3 ? dilute : dense}) {
                 double rho = start, other = 0;
