@@ -33,7 +33,7 @@ std::string fault(Model1 const& m, double T) {
 
 class Survey : public testing::TestWithParam<char const*> {};
 INSTANTIATE_TEST_SUITE_P(Conformance, Survey, testing::Values("PR", "SRK", "PCSAFT", "MEOS"),
-                         [](auto const& info) { return std::string(info.param); });
+                         [](auto const& set) { return std::string(set.param); });
 
 TEST_P(Survey, EverySetSaturatesUpToItsCriticalPoint) {
     const std::vector<ParameterSet> sets = shipped_sets(GetParam());
