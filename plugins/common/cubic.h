@@ -75,7 +75,7 @@ CubicTerms cubic_terms(double y) noexcept {
     const double h = y / (1.0 - y), k = y / D, kD1 = k * D1;
     return {{-std::log1p(-y), h, h * h, 2.0 * h * h * h},
             {attraction_integral<Form>(y), k, -k * kD1,
-             2.0 * k * kD1 * kD1 - 2.0 * Form::w * y * y * k * k}};
+             2.0 * k * kD1 * kD1 - 2.0 * Form::w * y * k * k}};
 }
 
 /// Stable roots of the reduced isotherm; 0 where there is none.
