@@ -173,15 +173,15 @@ double maximum(double u) {
 TEST(Volume, SearchesFromAnUnstableOrCriticalRoot) {
     struct Case {
         double (*g)(double);
+        double T;              // where the products with R come out to the last bit
         double dense, dilute;  // u of the outer roots
     };
     const double aside = 0.1 + 0.009 / 1.01, outer = std::sqrt(0.75);
-    for (Case const& c : {Case{loop, outer, -outer}, Case{inflection, 0, 0},
-                          Case{minimum, 0, -aside}, Case{maximum, aside, 0}}) {
+    for (Case const& c : {Case{loop, 300, outer, -outer}, Case{inflection, 100, 0, 0},
+                          Case{minimum, 300, 0, -aside}, Case{maximum, 300, aside, 0}}) {
         const Curve m(c.g);
         Vector<double> roots(4);
-        // At 100 K the products with R come out to the last bit at all three points.
-        EXPECT_EQ(volume(&m, 0, Curve::kPressure, 100, nullptr, 1, roots), 3);
+        EXPECT_EQ(volume(&m, 0, Curve::kPressure, c.T, nullptr, 1, roots), 3);
         EXPECT_NEAR(roots[0], 0.35 * (1 + c.dense), 1e-9);
         EXPECT_EQ(roots[1], 0.35);
         EXPECT_NEAR(roots[2], 0.35 * (1 + c.dilute), 1e-9);
