@@ -1,5 +1,7 @@
 // Solid phases: published figures, identities between solid and vapour, files.
 #include <corvane/core/numelo.h>
+#include <corvane/equilibria/ffe1core.h>
+#include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 #include <support/errors.h>
 #include <support/scratch.h>
@@ -211,4 +213,26 @@ TEST(Solid, RefusesDamagedFilesAndStatesWithoutData) {
     const double T = 80, p = 101;
     EXPECT_NEAR(m.solid.Ge(p, T, phase, rho) - m.solid.Ge(1e-3, T, phase, rho),
                 25 * (p - 1e-3) / (R * T), 1e-13);
+}
+
+TEST(Solid, MeetsLiquidAndVapourAtTheTriplePoint) {
+    const std::unique_ptr<Model1, corvane::Detach> m(attach1("PR"));
+    m->name("carbon_dioxide");
+    m->id(1);
+    m->load("PR");
+    m->solid.load();
+    const auto gap = [](double T, void* ctx) {
+        auto const& co2 = *static_cast<Model1 const*>(ctx);
+        double p = 0, liquid = 0, vapour = 0, rho = 0;
+        corvane::Saturation().at_T(&co2, T, 0, p, liquid, vapour);
+        int phase = -1;
+        return co2.solid.Ge(p, T, phase, rho) - co2.Ge(liquid, T);
+    };
+    const double low = 212, high = 216.59;
+    const double T =
+        eqn_regulafalsi(gap, m.get(), low, high, gap(low, m.get()), gap(high, m.get()), 1e-6);
+    // Span & Wagner, J. Phys. Chem. Ref. Data 25 (1996) 1509: 216.592 K. There the vapour pressure
+    // of Peng–Robinson is 0.4 % low, which moves the crossing of two curves whose slopes d ln p/dT
+    // differ by 0.027/K by 0.15 K.
+    EXPECT_NEAR(T, 216.592, 0.2);
 }
