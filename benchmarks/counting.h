@@ -33,6 +33,18 @@ class CountingModel final : public Model1 {
     }
     double xinit(double p, double T, int phase) const override { return model_.xinit(p, T, phase); }
 
+    /// Takes over the density limits, sampled below the critical temperature.
+    void sample_limits() {
+        constexpr int kPoints = 400;
+        for (Vector<double>* table : {&Ttable_, &dilute_, &dense_}) table->size(kPoints);
+        for (int k = 0; k < kPoints; ++k) {
+            const double s = (k - 1.0) / kPoints;
+            Ttable_[k] = k == 0 ? 1e4 : Tcrit() * (1 - 0.75 * s * s);
+            dilute_[k] = model_.xrho(Ttable_[k], 3);
+            dense_[k] = model_.xrho(Ttable_[k], 1);
+        }
+    }
+
     mutable long evaluations = 0;  ///< calls of Ar and Z from outside the equation
     mutable long densities = 0;    ///< calls of vcalc
 
