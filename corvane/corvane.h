@@ -5,7 +5,14 @@
 #include <corvane/core/containers.h>
 #include <corvane/core/errors.h>
 #include <corvane/core/records.h>
+#include <corvane/equilibria/crit_slope.h>
+#include <corvane/equilibria/equil2.h>
+#include <corvane/equilibria/equil2s-1.h>
+#include <corvane/equilibria/equil_min.h>
 #include <corvane/equilibria/ffe1core.h>
+#include <corvane/equilibria/ffeNcore.h>
+#include <corvane/equilibria/ffinit.h>
+#include <corvane/equilibria/list_different.h>
 #include <corvane/ideal/ideal.h>
 #include <corvane/input/input.h>
 #include <corvane/mixture/heat_capacity.h>

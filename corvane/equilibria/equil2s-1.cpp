@@ -1,0 +1,55 @@
+#include <corvane/core/numelo.h>
+#include <corvane/equilibria/equil2s-1.h>
+#include <corvane/equilibria/potentials.h>
+#include <corvane/input/input.h>
+#include <corvane/pure/model1.h>
+
+namespace {
+constexpr double kDilute = 30.0;  // of ln(x/(1 − x)): x = 1e-13
+constexpr int kTrials = 5;
+constexpr double kTolerance = 1e-9;
+
+struct Freeze {
+    int phase;   // of the fluid
+    int s;       // the component that forms the solid
+    double g_s;  // Gibbs energy of the solid over RT
+    double p, T;
+    double rho;  // fluid density of the last evaluation
+    ModelN const* model;
+};
+
+double dmy(double x, void* ctx) {
+    auto& c = *static_cast<Freeze*>(ctx);
+    return c.model->my(c.p, c.T, corvane::binary(x), c.s, c.phase, c.rho) - c.g_s;
+}
+}  // namespace
+
+void equil2s(ModelN const* m, double p, double T, Vector<double>& x, int phase, double /*d*/,
+             Vector<double>& rho, int& i) {
+    corvane::require_binary(*m);
+    if (x.size() != 2 || rho.size() != 2) throw MthException(mth_dimensions);
+    const int s = x[0] < 0.5 ? 1 : 0;
+    const double g_s = m->mdl1[s]->solid.Ge(p, T, i, rho[0]);
+    rho[1] = 0.0;
+    const double excess = m->mdl1[s]->Ge(p, T, phase, rho[1]) - g_s;
+    if (excess < 0) throw ThException(th_generic);  // above the melting point
+    Freeze context{phase, s, g_s, p, T, rho[1], m};
+
+    const double start = ztox(s == 1 ? kDilute : -kDilute);
+    const double f_start = dmy(start, &context);
+    if (f_start > 0) throw ThException(th_generic);
+    double end = x[0], f_end = excess, w = 0.01;
+    for (int k = 0; k < kTrials; ++k, w *= 3) {
+        const double trial = (1 - w) * start + w * x[0];
+        const double f = dmy(trial, &context);
+        if (f >= 0) {
+            end = trial;
+            f_end = f;
+            break;
+        }
+    }
+    x[1] = eqn_regulafalsi(dmy, &context, end, start, f_end, f_start, kTolerance);
+    // An end that is itself the root comes back without an evaluation there.
+    if (f_end == 0 || f_start == 0) dmy(x[1], &context);
+    rho[1] = context.rho;
+}
