@@ -169,6 +169,32 @@ class Line {
                     if (std::exp(y[1]) * v < kDense && pressure(y) > 0) return y;
                 } catch (...) {
                 }
+        if (others_.size() == 2)
+            for (int k = 0; k < 2; ++k) try {
+                    const bool heavy0 = model_.mdl1[0]->Tcrit() > model_.mdl1[1]->Tcrit();
+                    return reach(x0, (k == 0) == heavy0 ? 1.0 : 0.0);
+                } catch (...) {
+                }
+        throw ThException(th_generic);
+    }
+
+    /// The same along the line from a pure component, x[0] = end.
+    Point reach(double x0, double end) const {
+        const Point pure{end, -std::log(average(end, &Model1::vcrit)),
+                         std::log(average(end, &Model1::Tcrit))};
+        Line path(*this);
+        path.start(solve(pure), end > 0 ? -kLargestStep : kLargestStep);
+        for (int k = 0; k < kMostPoints; ++k) {
+            const Point before = path.y_;
+            if (!path.advance()) break;
+            const double step = path.y_[0] - before[0];
+            if ((before[0] - x0) * (path.y_[0] - x0) <= 0) {
+                Point y = along(before, (x0 - before[0]) / step, path.y_ - before);
+                y[0] = x0;
+                return solve(y);
+            }
+            if (path.pressure(path.y_) > kHighest || path.y_[0] == 1 - end) break;
+        }
         throw ThException(th_generic);
     }
 

@@ -11,7 +11,7 @@ class ModelN;
 /// Criterion (Heidemann & Khalil, AIChE J. 26 (1980) 769, in the isochoric form): the smallest
 /// eigenvalue of PsiH is zero, and so is its derivative along its own eigenvector. The line is
 /// followed by pseudo-arclength continuation (Allgower & Georg, Numerical Continuation Methods,
-/// 1990) in x[0], ln rho and ln T with a secant predictor, so that extrema in T, p and x are
+/// 1990) in x[0], ln rho and ln T along the tangent, so that extrema in T, p and x are
 /// passed. Steps grow up to 0.05 (or the first step, if that is larger) and shrink where the line
 /// bends. Every point is then solved again at its composition by nested root searches (T within
 /// 1e-10, relative); next to an extremum of x, where that search finds no bracket, the
@@ -28,7 +28,8 @@ class ModelN;
 ///                      components
 /// @param[in,out] line  on entry line(0,1) and line(0,2), if present and positive, are the start
 ///                      values of T and rho; otherwise they come from the components (mole-fraction
-///                      averages of Tcrit and vcrit, then a few multiples). Receives one row per
+///                      averages of Tcrit and vcrit, a few multiples of them, then along the line
+///                      from a pure component). Receives one row per
 ///                      point: x0, T [K], rho [mol/cm³], p [MPa]; the start is row 0.
 ///
 /// The line ends normally: at a pure component (last x0 exactly 0 or 1); where a component vanishes
