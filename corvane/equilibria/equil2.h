@@ -11,12 +11,11 @@ class ModelN;
 /// iterations). At each composition the stable density root is taken (phase code 2). In a region
 /// with more than one split the start values decide which one is found. No state; re-entrant.
 ///
-/// @param[in,out] x    two mole fractions of component 0, start and result, one per phase. Equal
-///                     values, or any outside (0, 1): the start comes from ffinit
-/// @param[out]    rho  two densities, mol/cm³
+/// @param[in,out] x  two mole fractions of component 0, start and result, one per phase. Equal
+///     values, or any outside (0, 1): the start comes from ffinit
+/// @param[out] rho  two densities, mol/cm³
 /// @throws ThException 0 no split (from ffinit), or no solution: sum of squared differences not
-/// below
-///         1e-12; 8 trivial result: the compositions differ by less than 1e-3; 4 not a binary; 9;
-///         MthException 1, 2 and what the model throws. x and rho are written on success only.
+///     below 1e-12; 8 trivial result: the compositions differ by less than 1e-3; 4 not a binary;
+///     9; MthException 1, 2 and what the model throws. x and rho are written on success only.
 CORVANE_API void equil2(ModelN const* m, double p, double T, Vector<double>& x,
                         Vector<double>& rho);

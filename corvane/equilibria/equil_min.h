@@ -9,14 +9,14 @@ class ModelN;
 
 /// Adjusts the compositions x (mole fractions of component 0) of two coexisting phases of a binary
 /// at p [MPa], T [K]: minimum of the Gibbs energy of the two-phase system with the overall
-/// composition z = (x[0] + x[1])/2 of the start values, by the lever rule, with min_powell (at most
-/// 20 cycles).
+/// composition z = (x[0] + x[1])/2 of the start values, by the lever rule, with min_powell (at
+/// most 20 cycles).
 ///
-/// A phase with ph[k].phase = −1 is a fluid, whose stable density root is taken; with ph[k].phase
-/// >= 0 it is the pure solid of component ph[k].species and x[k] is its fixed composition (1 or 0).
-/// Two solids leave x alone. z must lie between the compositions that coexist, and x[0] ≠ x[1]. The
-/// accuracy is the square root of the model's rounding noise: about 1e-7 in x; equil2 and equil2s
-/// solve for equal chemical potentials instead.
+/// A phase with ph[k].phase = −1 is a fluid, whose stable density root is taken; with
+/// ph[k].phase >= 0 it is the pure solid of component ph[k].species and x[k] is its fixed
+/// composition (1 or 0). Two solids leave x alone. z must lie between the compositions that
+/// coexist, and x[0] ≠ x[1]. The accuracy is the square root of the model's rounding noise, about
+/// 1e-7 in x; equil2 and equil2s solve for equal chemical potentials instead.
 ///
 /// Never throws: any failure (a composition that leaves [0, 1], no density root, no solid data, no
 /// convergence, a fluid with another negative phase code) restores x; compositions that have not

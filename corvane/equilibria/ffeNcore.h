@@ -1,5 +1,4 @@
-// Two-phase equilibrium of a mixture: the phase that coexists with a given one (bubble and dew
-// points).
+// Two-phase equilibrium of a mixture: bubble and dew points.
 #pragma once
 
 #include <corvane/core/api.h>
@@ -10,23 +9,23 @@ class ModelN;
 /// Equilibrium pressure of a phase of composition x at T, and the phase that coexists with it.
 ///
 /// Equal chemical potentials of all present components and equal pressures, in the partial
-/// densities of the second phase and the density of the first, by fit_marquardt (at most 50·(N + 1)
-/// iterations). Components with x[i] <= 0 are absent from both phases. No state; re-entrant.
+/// densities of the second phase and the density of the first, by fit_marquardt (at most
+/// 50·(N + 1) iterations). Components with x[i] <= 0 are absent from both phases. No state;
+/// re-entrant.
 ///
-/// The start values decide what is found: within about 20 % in the densities for an ordinary
-/// bubble or dew point. A liquid x with rho1 its density at a guessed p, and rho2[i] =
-/// x[i]·K_i·p/(RT) with Wilson's K-factors, finds most bubble points; along a curve use the last
+/// The start values decide what is found. For a bubble point take rho1 as the liquid's density at
+/// a guessed p, and rho2[i] = x[i]·K_i·p/(RT) with Wilson's K-factors; along a curve take the last
 /// solution.
 ///
-/// @param         T     K
-/// @param         x     N mole fractions of the given phase
-/// @param[in,out] p     MPa; result (its old value is not used): pressure of the second phase
+/// @param T  K
+/// @param x  N mole fractions of the given phase
+/// @param[in,out] p  MPa: pressure of the second phase (the value on entry is not used)
 /// @param[in,out] rho1  mol/cm³, start and result: density of the given phase
-/// @param[in,out] rho2  N partial densities of the second phase, mol/cm³, start and result; exactly
-///                      0 for an absent component
-/// @throws ThException 0 sum of squared residuals above th_inc1; 8 trivial result: the second phase
-///         is the given one (densities written, p not); 5 a start value not positive, or a fit that
-///         ends against one; MthException 1 and what the model throws
+/// @param[in,out] rho2  N partial densities of the second phase, mol/cm³, start and result;
+///     exactly 0 for an absent component
+/// @throws ThException 0 sum of squared residuals above th_inc1; 8 trivial result: the second
+///     phase is the given one (densities written, p not); 5 a start value not positive, or a fit
+///     that ends against one; MthException 1, 2 and what the model throws
 CORVANE_API void vleN_T(ModelN const* model, double T, Vector<double> const& x, double& p,
                         double& rho1, Vector<double>& rho2);
 
@@ -36,11 +35,11 @@ CORVANE_API void vleN_p(ModelN const* model, double p, Vector<double> const& x, 
                         double& rho1, Vector<double>& rho2);
 
 /// Residuals of the two functions above, in the form fit_marquardt takes.
-/// @param u    partial densities of the present components in the second phase, then the density of
-///             the given phase; with mode 1 then T
+/// @param u  partial densities of the present components in the second phase, then the density of
+///     the given phase; with mode 1 then T
 /// @param ctx  a pass_ffeN record with m, mode, xl and T (mode 0) or p (mode 1); not owned
 /// @return differences (second − given phase) of the reduced chemical potentials of the present
-///         components, p1 − p2 [MPa], and with mode 1 p − p1 [MPa]
+///     components, p1 − p2 [MPa], and with mode 1 p − p1 [MPa]
 /// @throws ThException 5 a partial density of a present component, or T, that is not positive;
-///         MthException 2 u or xl of a wrong length
+///     MthException 2 u or xl of a wrong length
 CORVANE_API Vector<double> objffeN(Vector<double> const& u, void* ctx);
