@@ -22,15 +22,15 @@ struct ListCommand {
     int run();
 
   private:
-    using Sets = std::map<std::string, std::map<std::string, std::vector<int>>>;  // eos, substance
+    // Equation → substance → numbers of its parameter sets.
+    using Sets = std::map<std::string, std::map<std::string, std::vector<int>>>;
 
     Sets sets_;
-    Substances* index_ = nullptr;
-
-    bool wanted(std::string const& name) const;
-    std::set<std::string> wanted_names_;
+    Substances const* index_ = nullptr;
     bool filtered_ = false;
+    std::set<std::string> wanted_;  // substances that the filters leave
 
+    bool wanted(std::string const& name) const { return !filtered_ || wanted_.count(name) > 0; }
     void read_sets();
     void choose_substances();
     Heading head() const;
@@ -56,22 +56,17 @@ void ListCommand::choose_substances() {
     filtered_ = !substance.empty() || !text.empty();
     if (!filtered_) return;
     const auto found = substance.empty() ? index_->search(text) : index_->find(substance);
-    for (Substance const* s : found) wanted_names_.insert(s->name);
+    for (Substance const* s : found) wanted_.insert(s->name);
     for (auto const& [name, sets] : sets_)
         for (auto const& [fluid, numbers] : sets)
             if (substance.empty() ? fluid.find(lower(text)) != std::string::npos
                                   : fluid == substance)
-                wanted_names_.insert(fluid);
-    if (!text.empty() && !substance.empty()) throw Misuse("give either TEXT or --substance");
-    if (wanted_names_.empty()) {
+                wanted_.insert(fluid);
+    if (wanted_.empty()) {
         std::string const& asked = substance.empty() ? text : substance;
         throw Failure(
             fmt::format("unknown substance {}{}", asked, did_you_mean(asked, index_->names())));
     }
-}
-
-bool ListCommand::wanted(std::string const& name) const {
-    return !filtered_ || wanted_names_.count(name) > 0;
 }
 
 Heading ListCommand::head() const {
@@ -156,6 +151,7 @@ Table ListCommand::of_sets() const {
 }
 
 int ListCommand::run() {
+    if (!text.empty() && !substance.empty()) throw Misuse("give either TEXT or --substance");
     options.begin();
     Substances index;
     index_ = &index;
@@ -168,9 +164,9 @@ int ListCommand::run() {
         table.columns.pop_back();  // sources are long
         for (Row& row : table.rows) row.cells.pop_back();
     }
-    if (!substance.empty() && wanted_names_.size() == 1)
+    if (!substance.empty() && wanted_.size() == 1)
         for (Substance const& s : index.all())
-            if (s.name == *wanted_names_.begin())
+            if (s.name == *wanted_.begin())
                 heading.remarks.push_back(
                     fmt::format("{}: {}, CAS {}{}", s.name, s.formula, s.cas,
                                 s.aliases.empty() ? "" : ", " + join(s.aliases, "; ")));

@@ -59,7 +59,9 @@ std::string tree_name(std::string const& eos, std::string const& text) {
     }
     auto names = index.names();
     for (auto const& [name, sets] : parameter_sets(eos)) names.push_back(name);
-    throw Failure(fmt::format("unknown substance {}{}", text, did_you_mean(text, names)));
+    const std::string near = did_you_mean(text, names);
+    throw Failure(fmt::format("unknown substance {}{}", text,
+                              near.empty() ? " (corvane list shows all)" : near));
 }
 
 /// Sets request.substance and request.set to an existing parameter file.

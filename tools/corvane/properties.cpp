@@ -119,22 +119,23 @@ Roots density_roots(Model1 const& model, double T, double p) {
 std::string two_phase_note(Model1 const& model, double T, double rho, Units const& units,
                            char const*& name) {
     const bool stable_slope = model.pV(rho, T) > 0.0;
-    name = "fluid";
+    name = T >= model.Tcrit() ? "fluid" : rho * model.vcrit() > 1.0 ? "liquid" : "vapour";
+    if (!stable_slope) name = "unstable";
     if (T < model.Tcrit()) {
-        name = rho * model.vcrit() > 1.0 ? "liquid" : "vapour";
         try {
             double p = 0, liquid = 0, vapour = 0;
             corvane::Saturation().at_T(&model, T, 0, p, liquid, vapour);
             if (rho > vapour && rho < liquid)
-                return fmt::format(
-                    "{}: between vapour of {} and liquid of {} at {}",
-                    stable_slope ? "metastable" : "unstable", units.text(Quantity::density, vapour),
-                    units.text(Quantity::density, liquid), units.text(Quantity::pressure, p));
+                return fmt::format("{}, between vapour of {} and liquid of {} at {}",
+                                   stable_slope ? "metastable" : "mechanically unstable",
+                                   units.text(Quantity::density, vapour),
+                                   units.text(Quantity::density, liquid),
+                                   units.text(Quantity::pressure, p));
         } catch (ThException const&) {  // no saturation state to compare with; the slope decides
         } catch (MthException const&) {
         }
     }
-    return stable_slope ? "" : "unstable: the pressure falls with density";
+    return stable_slope ? "" : "mechanically unstable: the pressure falls with density";
 }
 
 }  // namespace cli

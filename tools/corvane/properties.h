@@ -42,8 +42,8 @@ struct Roots {
 /// @throws Failure no root, or one that does not give back the pressure; ThException, MthException
 Roots density_roots(Model1 const& model, double T, double p);
 
-/// Where a given density lies at T: a note when it is inside the two-phase region ("unstable:
-/// between …", "metastable: …"), otherwise "". `name` gets what the state is called.
+/// Where a given density lies at T: a note when it is inside the two-phase region ("metastable,
+/// between …"), otherwise "". `name` gets what the state is called.
 std::string two_phase_note(Model1 const& model, double T, double rho, Units const& units,
                            char const*& name);
 
