@@ -89,7 +89,7 @@ std::vector<Substance const*> Substances::search(std::string const& text) const 
     std::vector<Substance const*> found;
     for (Substance const& s : all_) {
         bool fits = plain(s.name).find(part) != std::string::npos ||
-                    lower(s.formula) == lower(text) || s.cas.find(part) != std::string::npos ||
+                    lower(s.formula) == lower(text) || s.cas.find(text) != std::string::npos ||
                     (!formula.empty() && sum_formula(s.formula) == formula);
         for (std::string const& alias : s.aliases)
             fits = fits || plain(alias).find(part) != std::string::npos;

@@ -13,8 +13,8 @@ namespace cli {
 namespace {
 std::string print(double x, Column const& column, bool full) {
     if (!std::isfinite(x)) return "";
+    if (column.given) return full ? shortest(x) : fmt::format("{:.10g}", x);
     if (full) return fmt::format("{:.17g}", x);
-    if (column.given) return fmt::format("{:.10g}", x);
     std::string text = fmt::format("{:#.{}g}", x, column.digits);
     if (text.back() == '.') text.pop_back();
     return text;

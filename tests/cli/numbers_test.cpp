@@ -1,0 +1,184 @@
+// The numbers the program prints: against the library, against published values, against each
+// other.
+#include <cli/program.h>
+#include <corvane/corvane.h>
+#include <support/scratch.h>
+
+#include <nlohmann/json.hpp>
+
+#include <memory>
+
+namespace {
+using Json = nlohmann::json;
+
+Json rows(std::string const& arguments) {
+    const Outcome run = run_corvane(arguments + " --json", "LC_ALL=de_DE.UTF-8");
+    EXPECT_EQ(run.code, 0) << run.err;
+    return Json::parse(run.out).at("rows");
+}
+Json row(std::string const& arguments) {
+    return rows(arguments).at(0);
+}
+
+std::unique_ptr<Model1, corvane::Detach> loaded(char const* substance) {
+    std::unique_ptr<Model1, corvane::Detach> model(attach1("PR"));
+    model->name(substance);
+    model->id(1);
+    model->load("PR");
+    model->ideal.load();
+    return model;
+}
+
+void expect_rel(double x, double expected, double relative, char const* what) {
+    EXPECT_NEAR(x, expected, relative * std::fabs(expected)) << what;
+}
+}  // namespace
+
+TEST(CliNumbers, StateIsWhatTheLibraryGives) {
+    const double T = 300.0, p = 1.0;
+    const auto model = loaded("carbon_dioxide");
+    double rho = 0.0;
+    const double Gm = model->Gm(p, T, 2, rho);
+    const Json s = row("state PR carbon_dioxide --T 300 --p 1");
+    const double RT = R * T;
+    // JSON carries every digit; the products are formed in the same order.
+    EXPECT_EQ(s["rho"], rho);
+    EXPECT_EQ(s["g"], RT * Gm);
+    EXPECT_EQ(s["h"], RT * model->Hm(rho, T));
+    EXPECT_EQ(s["s"], R * model->Sm(rho, T));
+    EXPECT_EQ(s["cp_res"], R * model->Cpr(rho, T));
+    EXPECT_EQ(s["B"], model->B(T, 2));
+}
+
+TEST(CliNumbers, StateObeysThermodynamics) {
+    // Each right-hand side is formed from other printed values, so the bound is rounding, grown by
+    // the differences (1e-10), or, for the differenced coefficient, the step squared (1e-7).
+    for (char const* at : {"--T 300 --p 1", "--T 250 --p 30", "--T 320 --p 9"}) {
+        SCOPED_TRACE(at);
+        const Json s = row(std::string("state PR CO2 ") + at);
+        const auto v = [&](char const* name) { return s[name].get<double>(); };
+        const double T = v("T"), M = 0.0440098;  // kg/mol
+        expect_rel(v("h"), v("u") + v("p") * v("v"), 1e-10, "h = u + p·v");
+        expect_rel(v("g"), v("h") - T * v("s"), 1e-10, "g = h − T·s");
+        expect_rel(v("a"), v("u") - T * v("s"), 1e-10, "a = u − T·s");
+        expect_rel(v("cp") - v("cv"), T * v("v") * std::pow(v("alpha"), 2) / v("kappaT"), 1e-10,
+                   "cp − cv = T·v·α²/κ");
+        expect_rel(std::pow(v("w"), 2), v("cp") / v("cv") * v("v") / (v("kappaT") * M), 1e-10,
+                   "w² = (cp/cv)/(ρ·κ)");
+        expect_rel(v("h_res"), v("g_res") + T * v("s_res"), 1e-10, "h_res = g_res + T·s_res");
+    }
+    const double dp = 1e-3, dh = row("state PR CO2 --T 300 --p 1.001")["h"].get<double>() -
+                                 row("state PR CO2 --T 300 --p 0.999")["h"].get<double>();
+    const Json s = row("state PR CO2 --T 300 --p 1");
+    expect_rel(s["muJT"], -dh / (2 * dp) / s["cp"].get<double>(), 1e-6, "μ = −(∂h/∂p)/cp");
+    // A thin gas: φ = 1 + B·p/(RT), and the sound of an ideal gas.
+    const Json gas = row("state PR CO2 --T 300 --p 1e-4");
+    expect_rel(gas["phi"].get<double>() - 1.0, gas["B"].get<double>() * 1e-4 / (R * 300), 1e-4,
+               "φ");
+    expect_rel(std::pow(gas["w"].get<double>(), 2),
+               gas["cp"].get<double>() / gas["cv"].get<double>() * R * 300 / 0.0440098, 1e-4, "w²");
+}
+
+TEST(CliNumbers, UnitsChangeTheNumbersAndNotTheState) {
+    const double M = 44.0098;
+    const Json a = row("state PR CO2 --T 300 --p 2");
+    const Json b = row("state PR CO2 --T 26.85 --p 20 --unit-T C --unit-p bar --mass");
+    struct {
+        char const* name;
+        double factor;  // second over first
+    } const cases[] = {{"p", 10.0},     {"rho", 1e3 * M}, {"v", 1.0 / M},  {"h", 1.0 / M},
+                       {"cp", 1.0 / M}, {"B", 1.0 / M},   {"kappaT", 0.1}, {"alpha", 1.0},
+                       {"muJT", 0.1},   {"w", 1.0},       {"Z", 1.0},      {"s", 1.0 / M}};
+    EXPECT_NEAR(b["T"], 26.85, 1e-12);  // through K and back
+    for (auto const& c : cases)         // 26.85 + 273.15 is 300 to rounding
+        expect_rel(b[c.name], a[c.name].get<double>() * c.factor, 1e-12, c.name);
+    // Output is input again: the density leads back to the pressure.
+    const std::string rho = b["rho"].dump();
+    const Json c = row("state PR CO2 --T 26.85 --unit-T C --unit-p kPa --mass --rho " + rho);
+    expect_rel(c["p"], 2000.0, 1e-12, "p");
+    EXPECT_EQ(row("state PR CO2 --T 300 --p 2 --unit-rho mol/dm3")["rho"],
+              a["rho"].get<double>() / 1e-3);
+    expect_rel(row("saturation PR CO2 --p 1 --unit-p atm")["T"],
+               row("saturation PR CO2 --p 101325 --unit-p Pa")["T"], 1e-12, "T");
+}
+
+TEST(CliNumbers, SaturationIsAnEquilibriumAndFollowsClapeyron) {
+    const Json t = rows("saturation PR propane --T 299.99:300.01:0.01");
+    ASSERT_EQ(t.size(), 3u);
+    const auto v = [&](int k, char const* name) { return t[k][name].get<double>(); };
+    // dp/dT = Δh/(T·Δv); the difference quotient is good to (ΔT/T)² and the fit's rounding.
+    expect_rel((v(2, "p") - v(0, "p")) / 0.02,
+               v(1, "hvap") / (300.0 * (1 / v(1, "rhoV") - 1 / v(1, "rhoL"))), 1e-6, "slope");
+    const std::string p = t[1]["p"].dump();
+    const Json both = rows("state PR propane --T 300 --phase both --p " + p);
+    ASSERT_EQ(both.size(), 2u);
+    expect_rel(both[0]["phi"], both[1]["phi"], 1e-9, "equal fugacities");
+    expect_rel(both[0]["rho"], t[1]["rhoL"], 1e-9, "rhoL");
+    EXPECT_NEAR(row("saturation PR propane --p " + p)["T"], 300.0, 1e-7);
+    // Against the order of the curve, and with a jump: the march must not lose its way.
+    const Json back = rows("saturation PR propane --T 360,150,300");
+    expect_rel(back[2]["p"], t[1]["p"], 1e-9, "p after a jump");
+}
+
+TEST(CliNumbers, PublishedPointsStandBesideTheResult) {
+    const std::string file = CORVANE_SOURCE "/examples/co2_saturation.csv";
+    const Outcome run =
+        run_corvane("saturation PR CO2 --csv --full --no-heading --compare " + file);
+    ASSERT_EQ(run.code, 0) << run.err;
+    const auto lines = lines_of(run.out);
+    ASSERT_EQ(lines.size(), 7u);
+    const auto cells = [](std::string const& line) {
+        std::vector<std::string> parts;
+        std::istringstream stream(line + ",");
+        for (std::string part; std::getline(stream, part, ',');) parts.push_back(part);
+        return parts;
+    };
+    const auto names = cells(lines[0]);
+    const std::vector<std::string> first(names.begin(), names.begin() + 5);
+    EXPECT_EQ(first,
+              (std::vector<std::string>{"T/K", "p/MPa", "p_pub/MPa", "d_p/%", "rhoL/(mol/cm3)"}));
+    for (std::size_t k = 1; k < lines.size(); ++k) {
+        const auto c = cells(lines[k]);
+        ASSERT_EQ(c.size(), names.size());
+        const double p = std::stod(c[1]), published = std::stod(c[2]);
+        EXPECT_DOUBLE_EQ(std::stod(c[3]), 100.0 * (p / published - 1.0));
+        // The equation's α(T) was fitted to vapour pressures: within 1 % on this range (Peng &
+        // Robinson 1976, table 1).
+        expect_rel(p, published, 0.01, c[0].c_str());
+    }
+    EXPECT_EQ(cells(lines[4])[2], "4.1607") << "280 K, Span & Wagner (1996), table 34";
+}
+
+TEST(CliNumbers, PublishedPointsThatCannotBeRead) {
+    const Scratch scratch;
+    struct {
+        char const *text, *message;
+    } const cases[] = {{"T/K,p/MPa\n280,4.1\n290,abc\n", "points.csv:3: 'abc' is not a number"},
+                       {"T/K,p/torr\n280,4\n", "unknown unit 'torr'"},
+                       {"T/K,p/MPa\n280,4,5\n", "more fields than columns"},
+                       {"a,b\n1,2\n", "name columns like"},
+                       {"", "no such file, or empty"},
+                       {"rhoL/(kg/m3)\n900\n", "neither a column T nor a column p"}};
+    for (auto const& c : cases) {
+        scratch.write("points.csv", c.text);
+        const Outcome run =
+            run_corvane("saturation PR CO2 --compare points.csv --data " + scratch.home().string());
+        EXPECT_EQ(run.code, 1);
+        EXPECT_NE(run.err.find(c.message), std::string::npos) << run.err;
+    }
+}
+
+TEST(CliNumbers, CsvQuotesWhatHoldsCommas) {
+    const auto lines = lines_of(run_corvane("list 2_2_4_trimethylpentane --csv --no-heading").out);
+    ASSERT_EQ(lines.size(), 2u);
+    int separators[] = {0, 0};
+    for (int k : {0, 1}) {
+        bool quoted = false;
+        for (char c : lines[k]) {
+            if (c == '"') quoted = !quoted;
+            separators[k] += c == ',' && !quoted;
+        }
+    }
+    EXPECT_EQ(separators[0], separators[1]) << lines[1];  // "PR:1,2,3" holds commas
+    EXPECT_NE(lines[1].find("PR:1,"), std::string::npos);
+}

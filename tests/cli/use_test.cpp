@@ -1,0 +1,175 @@
+// What the program says and how it ends: arguments, exit code, parts of both outputs.
+#include <cli/program.h>
+#include <support/scratch.h>
+
+namespace {
+struct Case {
+    char const* arguments;
+    int code;
+    std::vector<char const*> out, err;
+};
+
+void expect_all(std::vector<Case> const& cases, std::string const& before = "") {
+    for (Case const& c : cases) {
+        SCOPED_TRACE(c.arguments);
+        const Outcome run = run_corvane(c.arguments, before);
+        EXPECT_EQ(run.code, c.code) << run.err;
+        for (char const* part : c.out) EXPECT_NE(run.out.find(part), std::string::npos) << run.out;
+        for (char const* part : c.err) EXPECT_NE(run.err.find(part), std::string::npos) << run.err;
+        EXPECT_EQ(run.err.empty(), c.err.empty()) << run.err;
+        if (c.code != 0 && c.out.empty()) {
+            EXPECT_EQ(run.out, "");
+        }
+        if (!c.err.empty()) {
+            EXPECT_EQ(run.err.rfind("corvane: ", 0), 0u) << run.err;
+        }
+    }
+}
+}  // namespace
+
+TEST(Cli, SaysWhatItIsAndWhatItCan) {
+    expect_all({{"--version", 0, {"corvane 0."}, {}},
+                {"--help", 0, {"saturation", "corvane state PR propane"}, {}},
+                {"state --help", 0, {"--rho", "--unit-p", "--reference"}, {}},
+                {"list", 0, {"# equations: ", "PR (", "propane", "74-98-6"}, {}},
+                {"list --eos PR --substance CO2", 0, {"carbon_dioxide", "PR "}, {}},
+                {"list 124-38-9", 0, {"carbon_dioxide  CO2"}, {}},
+                {"list C2H6O", 0, {"ethanol", "dimethyl_ether"}, {}},
+                {"list 'ethyl alcohol' --json", 0, {"\"substance\": \"ethanol\""}, {}}});
+}
+
+TEST(Cli, HeadingNamesProgramEquationSubstanceSetAndUnits) {
+    expect_all({{"saturation PR CO2 --T 280",
+                 0,
+                 {"# corvane 0.", "saturation  eos PR  substance carbon_dioxide  set 1 {", "# T/K",
+                  "p/MPa", "rhoL/(mol/cm3)"},
+                 {}},
+                {"state PR propane --T 300 --p 1 --reference formation",
+                 0,
+                 {"reference state: enthalpy of formation"},
+                 {}},
+                {"state PR propane --T 300 --p 1", 0, {"reference state: u = 0 and s = 0"}, {}}});
+}
+
+TEST(Cli, WrongUseExitsWith2) {
+    expect_all({{"", 2, {}, {"a command is required"}},
+                {"sttae PR propane", 2, {}, {"sttae: did you mean state?"}},
+                {"state PR propane --p 1", 2, {}, {"state: --T is required", "state --help"}},
+                {"state PR propane --T 300", 2, {}, {"either --p or --rho"}},
+                {"state PR propane --T 300 --p 1 --rho 1", 2, {}, {"excludes"}},
+                {"state PR propane --T 300 --p 1 --vlome", 2, {}, {"unexpected --vlome"}},
+                {"state PR propane --T 300 --p 1 --mas", 2, {}, {"--mas: did you mean --mass?"}},
+                {"state PR propane --T 3oo --p 1", 2, {}, {"--T: '3oo' is not a number"}},
+                {"state PR propane --T nan --p 1", 2, {}, {"--T: 'nan' is not a number"}},
+                {"state PR propane --T -5 --p 1", 2, {}, {"--T -5 K is not above zero"}},
+                {"state PR propane --T 300 --p 1 --unit-p psi", 2, {}, {"psi"}},
+                {"saturation PR propane", 2, {}, {"one of --T, --p and --compare"}},
+                {"saturation PR propane --T 300:200:10", 2, {}, {"does not lead from 300 to 200"}},
+                {"saturation PR propane --T 300:200", 2, {}, {"not a range first:last:step"}},
+                {"saturation PR propane --T 1:2:1e-9", 2, {}, {"more than 100000 points"}}});
+}
+
+TEST(Cli, FailuresExitWith1AndNameWhatWasAsked) {
+    expect_all(
+        {{"saturation PR carbon_dioxide --T 310",
+          1,
+          {},
+          {"saturation: PR carbon_dioxide at T = 310 K is not below the critical temperature 304.1",
+           "K of the equation"}},
+         {"saturation PR propane --p 50 --unit-p bar", 1, {}, {"p = 50 bar is not below the crit"}},
+         {"state PR propane --T 300 --p 2 --phase vapour",
+          1,
+          {},
+          {"PR propane at T = 300 K, p = 2 MPa: volume finder returned a liquid volume only "
+           "(ThException 10)"}},
+         {"state PR carbon_dioxid --T 300 --p 1", 1, {}, {"did you mean carbon_dioxide?"}},
+         {"state PR 'carbn dioxide' --T 300 --p 1", 1, {}, {"did you mean carbon_dioxide?"}},
+         {"state PR xyzzyx --T 300 --p 1", 1, {}, {"unknown substance xyzzyx (corvane list"}},
+         {"state PR ../PR/propane --T 300 --p 1", 1, {}, {"unknown substance"}},
+         {"state PR C2H6O --T 300 --p 1", 1, {}, {"not one substance: dimethyl_ether, ethanol"}},
+         {"state pr propane --T 300 --p 1",
+          1,
+          {},
+          {"no plug-in ./CorvaneS/libthpr.dll", "(ThException 1): did you mean PR?"}},
+         {"state nothing propane --T 300 --p 1", 1, {}, {"equations: ", "PR"}},
+         {"state PR propane --set 77 --T 300 --p 1",
+          1,
+          {},
+          {"set 77 of PR propane does not exist; sets: 1"}},
+         {"list --substance xenonn", 1, {}, {"unknown substance xenonn: did you mean xenon?"}},
+         {"list --eos pr", 1, {}, {"unknown equation pr: did you mean PR?"}},
+         {"saturation PR propane --T 300 --data /nowhere", 1, {}, {"does not hold CorvaneS"}},
+         {"saturation PR propane --compare /nowhere.csv", 1, {}, {"/nowhere.csv: no such file"}},
+         {"state PR propane --T 300 --p 1 >/dev/full", 1, {}, {"standard output"}}});
+}
+
+TEST(Cli, OneFailingPointOfManyIsMarkedAndDoesNotEndTheRun) {
+    const Outcome run =
+        run_corvane("saturation PR carbon_dioxide --T 290,310,300 --csv --no-heading");
+    EXPECT_EQ(run.code, 1);
+    EXPECT_NE(run.err.find("T = 310 K is not below the critical"), std::string::npos);
+    const auto lines = lines_of(run.out);
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_EQ(lines[2].rfind("310,,,,,,failed: ", 0), 0u) << lines[2];
+    EXPECT_EQ(lines[3].rfind("300,6.", 0), 0u) << "Span & Wagner (1996): 6.7131 MPa";
+}
+
+TEST(Cli, NotesTellExtrapolatedMetastableAndUnstableStates) {
+    expect_all({{"state PR CO2 --T 200 --p 0.01", 0, {"extrapolated: below 216.592 K"}, {}},
+                {"saturation PR CO2 --T 200,220", 0, {"# extrapolated: below 216.592 K\n"}, {}},
+                {"state PR propane --T 300 --p 0.9 --phase liquid",
+                 0,
+                 {"metastable: the stable phase is vapour"},
+                 {}},
+                {"state PR propane --T 300 --p 2 --phase both", 0, {"the only phase"}, {}},
+                {"state PR propane --T 300 --rho 0.004",
+                 0,
+                 {"# phase  unstable", "mechanically unstable, between vapour of"},
+                 {}},
+                {"state PR propane --T 400 --p 5", 0, {"# phase  fluid"}, {}}});
+}
+
+TEST(Cli, FindsTheDataHomeInTheStatedOrder) {
+    const Scratch scratch;
+    const std::string home = scratch.home().string(), here = scratch.dir().string();
+    const std::string state = "state PR propane --T 300 --p 1";
+    // A checkout without plug-ins is passed over, the build tree's home found.
+    scratch.write("CorvaneS/parameters/PR/propane;1", "damaged\n");
+    EXPECT_EQ(run_corvane(state).code, 0);
+    // With a plug-in the working directory comes first ...
+    std::filesystem::copy_file(scratch.home() / "CorvaneS/libthPR.dll", "CorvaneS/libthPR.dll");
+    const Outcome damaged = run_corvane(state);
+    EXPECT_EQ(damaged.code, 1);
+    EXPECT_NE(damaged.err.find("parameter file CorvaneS/parameters/PR/propane;1"),
+              std::string::npos)
+        << damaged.err;
+    // ... but after the environment, and that after the option.
+    EXPECT_EQ(run_corvane(state, "CORVANE_DATA=" + home).code, 0);
+    EXPECT_EQ(run_corvane(state, "CORVANE_DATA=/nowhere").code, 1);
+    EXPECT_EQ(run_corvane(state + " --data " + home, "CORVANE_DATA=/nowhere").code, 0);
+    // A relative name of a file with published points is one of the first working directory.
+    scratch.write("points.csv", "T_K,p [bar]\n280,41.607\n");
+    EXPECT_EQ(run_corvane("saturation PR CO2 --compare points.csv --data " + home).code, 0);
+}
+
+TEST(Cli, SubstanceWithoutIdealGasTableOrStandardSet) {
+    const Scratch scratch;
+    const auto tree = scratch.home() / "CorvaneS";
+    std::filesystem::create_directories("CorvaneS/parameters/PR");
+    std::filesystem::copy_file(tree / "libthPR.dll", "CorvaneS/libthPR.dll");
+    std::string set = Scratch::read(tree / "parameters/PR/propane;1");
+    set.replace(set.find("id:\t1"), 5, "id:\t4");
+    scratch.write("CorvaneS/parameters/PR/propane;4", set);
+    expect_all({{"state PR propane --T 300 --p 1", 0, {"set 4 {", "left out", "h_res"}, {}},
+                {"state PR propane --T 300 --p 1 --reference formation",
+                 1,
+                 {},
+                 {"no ideal-gas heat capacities available (ThException 3)"}},
+                {"state PR propane --T 300 --p 1 --set 1", 1, {}, {"does not exist; sets: 4"}}});
+    EXPECT_EQ(run_corvane("state PR propane --T 300 --p 1").out.find("\nh  "), std::string::npos);
+    scratch.write("CorvaneS/ideal/propane", "2\n300 70\n300 71\n");
+    expect_all({{"state PR propane --T 300 --p 1",
+                 1,
+                 {},
+                 {"ideal-gas table CorvaneS/ideal/propane: duplicate x data (MthException 5)"}}});
+}
