@@ -7,8 +7,10 @@ install(DIRECTORY CorvaneS DESTINATION lib/corvane)
 if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/models)
   install(DIRECTORY models DESTINATION lib/corvane)
 endif()
-install(DIRECTORY ${CORVANE_PLUGIN_OUTPUT}/ DESTINATION lib/corvane/CorvaneS
-        FILES_MATCHING PATTERN "libth*.dll")
+get_property(plugins GLOBAL PROPERTY CORVANE_PLUGINS)
+if(plugins)
+  install(TARGETS ${plugins} LIBRARY DESTINATION lib/corvane/CorvaneS)
+endif()
 
 install(EXPORT corvaneTargets NAMESPACE corvane:: DESTINATION lib/cmake/corvane)
 configure_package_config_file(cmake/corvaneConfig.cmake.in ${CMAKE_BINARY_DIR}/corvaneConfig.cmake

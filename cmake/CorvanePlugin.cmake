@@ -25,4 +25,5 @@ function(corvane_add_plugin name)
                VISIBILITY_INLINES_HIDDEN ON
                LIBRARY_OUTPUT_DIRECTORY "${CORVANE_PLUGIN_OUTPUT}"
                INSTALL_RPATH "$ORIGIN/../..")
+  set_property(GLOBAL APPEND PROPERTY CORVANE_PLUGINS ${target})
 endfunction()

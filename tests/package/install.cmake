@@ -1,0 +1,81 @@
+# Run as a script by the test package.install; any failing step ends it.
+cmake_minimum_required(VERSION 3.25)
+set(prefix ${WORK}/prefix)
+set(home ${prefix}/lib/corvane)
+file(REMOVE_RECURSE ${WORK})
+unset(ENV{CORVANE_DATA})
+
+# run(<result variable> <working directory> <command>...): output, or a fatal error with it.
+function(run result folder)
+  execute_process(
+    COMMAND ${ARGN}
+    WORKING_DIRECTORY ${folder}
+    OUTPUT_VARIABLE out
+    ERROR_VARIABLE err
+    RESULT_VARIABLE code)
+  if(NOT code EQUAL 0)
+    message(FATAL_ERROR "${ARGN}: ${code}\n${out}\n${err}")
+  endif()
+  set(${result}
+      "${out}"
+      PARENT_SCOPE)
+endfunction()
+
+# expect(<text> <part>): the text holds the part.
+function(expect text part)
+  string(FIND "${text}" "${part}" at)
+  if(at EQUAL -1)
+    message(FATAL_ERROR "'${part}' is not in:\n${text}")
+  endif()
+endfunction()
+
+# build(<example>): configures and builds examples/<example> with nothing but the prefix.
+function(build example)
+  set(flags "")
+  if(SANITIZE)
+    string(APPEND flags " -fsanitize=${SANITIZE}")
+  endif()
+  if(COVERAGE)
+    string(APPEND flags " --coverage")
+  endif()
+  run(ignored ${WORK} ${CMAKE_COMMAND} -S ${SOURCE}/examples/${example} -B ${WORK}/${example} -G Ninja
+      -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER=${CXX} "-DCMAKE_CXX_FLAGS=${flags}"
+      -DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER} -DCMAKE_PREFIX_PATH=${prefix})
+  run(ignored ${WORK} ${CMAKE_COMMAND} --build ${WORK}/${example})
+endfunction()
+
+run(ignored ${SOURCE} ${CMAKE_COMMAND} --install ${BUILD} --prefix ${prefix})
+
+# The program finds its data home from where it lies, in whatever directory it is started.
+run(version / ${prefix}/bin/corvane --version)
+expect("${version}" "corvane ")
+run(table / ${prefix}/bin/corvane saturation PR CO2 --T 280)
+expect("${table}" "substance carbon_dioxide")
+
+# A program that uses the package, in the data home; README shows it and what it prints.
+build(consumer)
+run(result ${home} ${WORK}/consumer/consumer)
+file(READ ${SOURCE}/examples/consumer/main.cpp program)
+file(READ ${SOURCE}/README.md readme)
+expect("${readme}" "${program}")
+string(STRIP "${result}" line)
+expect("${readme}" "${line}")
+
+# A plug-in that was built out of tree is found beside the others.
+if(EXISTS ${SOURCE}/examples/vdw_plugin/CMakeLists.txt)
+  build(vdw_plugin)
+  file(GLOB_RECURSE plugins ${WORK}/vdw_plugin/libth*.dll)
+  if(NOT plugins)
+    message(FATAL_ERROR "examples/vdw_plugin built no libth*.dll")
+  endif()
+  foreach(plugin IN LISTS plugins)
+    file(COPY ${plugin} DESTINATION ${home}/CorvaneS)
+    string(REGEX REPLACE ".*/libth(.*)\\.dll" "\\1" equation ${plugin})
+    if(IS_DIRECTORY ${SOURCE}/examples/vdw_plugin/parameters)
+      file(GLOB sets ${SOURCE}/examples/vdw_plugin/parameters/*)
+      file(COPY ${sets} DESTINATION ${home}/CorvaneS/parameters/${equation})
+    endif()
+    run(list ${home} ${prefix}/bin/corvane list)
+    expect("${list}" "${equation} (")
+  endforeach()
+endif()
