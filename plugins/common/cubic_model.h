@@ -108,11 +108,8 @@ class CubicModel final : public Model1, public Deriv1 {
         const std::array<double, 3> q_T{a.q, a.Tq, a.TTq};
         for (int i = 0; i <= nrho; ++i) {
             const double integral = by_rho(y.integral, i);
-            for (int j = 0; j <= nT && i + j <= std::max(2, nrho); ++j) {
-                double value = -q_T[j] * integral;
-                if (j == 0) value += by_rho(y.repulsion, i) - shift[i];
-                d[i * (nT + 1) + j] = value;
-            }
+            d[i * (nT + 1)] = by_rho(y.repulsion, i) - q_T[0] * integral - shift[i];
+            for (int j = 1; j <= nT && i + j <= 2; ++j) d[i * (nT + 1) + j] = -q_T[j] * integral;
         }
         return 1;
     }
