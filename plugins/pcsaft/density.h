@@ -21,8 +21,9 @@ namespace corvane::pcsaft {
 inline constexpr double kClosePacking = 0.74048048969306104;
 /// Liquid densities beyond this are checked for further loops.
 inline constexpr double kDense = 0.62;
-/// Where a further loop is looked for: the middle of those that occur.
-inline constexpr double kFurtherLoop = 0.71;
+/// Further loops lie around this packing fraction, and for the sets in the data only where the slope
+/// of the pressure here is below 91.
+inline constexpr double kFurtherLoop = 0.71, kSteep = 200.0;
 
 /// rho·Z [mol/cm³] and its slope in rho, for the roots of the kit.
 struct PressureCurve {
@@ -85,8 +86,8 @@ inline int density_roots(Isotherm<double> const& fluid, double packing, double P
     };
     dense = solve_dense();
     if (!(dense * packing < kDense) || !(dense > 0.0)) {
-        if (!(curve(kFurtherLoop / packing).dP > 0.0)) {
-            const double end = spinodal(curve, kDense / packing, kFurtherLoop / packing);
+        if (!(curve(kFurtherLoop / packing).dP > kSteep)) {
+            const double end = spinodal(curve, kDense / packing, top, 24);
             if (end > 0.0) {
                 top = end;
                 dense = solve_dense();

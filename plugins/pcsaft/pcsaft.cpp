@@ -8,6 +8,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <type_traits>
 
 namespace {
 
@@ -51,20 +52,11 @@ class PcSaft final : public Model1, public corvane::Deriv1 {
         return 1.0 + eta * fluid.slope(eta);
     }
     int deriv(double rho, double T, int nrho, int nT, double* d) const override {
-        if (nT == 0 && nrho >= 0 && nrho <= 3) {
-            const Isotherm<double> fluid(parameters(), T);
-            const auto a = fluid.ar(Jet<3>::along_h(par_[2] * fluid.packing() * rho));
-            for (int i = 0; i <= nrho; ++i) d[i] = kFactorial[i] * a(i);
-            return 1;
-        }
-        if (nrho < 0 || nrho > 2 || nT < 0 || nT > 2) return 0;
-        using Second = Jet<2, 2>;
-        const Isotherm<Second> fluid(parameters(), Second::along_k(T));
-        const Second a = fluid.ar(par_[2] * fluid.packing() * Second::along_h(rho));
-        for (int i = 0; i <= nrho; ++i)
-            for (int j = 0; j <= nT && i + j <= 2; ++j)
-                d[i * (nT + 1) + j] = kFactorial[i] * kFactorial[j] * a(i, j);
-        return 1;
+        if (nrho < 0 || nT < 0) return 0;
+        if (nT == 0 && nrho <= 3) return derivatives_at<3, 0>(rho, T, nrho, nT, d);
+        if (nrho == 0 && nT == 1) return derivatives_at<1, 1>(rho, T, nrho, nT, d);
+        if (nrho <= 2 && nT <= 2) return derivatives_at<2, 2>(rho, T, nrho, nT, d);
+        return 0;
     }
 
     int vcalc(double p, double T, int phase, double& rho1, double& rho2) const override {
@@ -85,6 +77,20 @@ class PcSaft final : public Model1, public corvane::Deriv1 {
 
     Parameters parameters() const {
         return {par_[0], par_[1], par_[2], par_[3], par_[4], par_[5], par_[6], par_[7]};
+    }
+    /// Derivatives of total order N at most from truncated series in rho and, where M > 0, in T.
+    template <int N, int M>
+    int derivatives_at(double rho, double T, int nrho, int nT, double* d) const {
+        using Series = Jet<N, M>;
+        using Temperature = std::conditional_t<M == 0, double, Series>;
+        Temperature temperature{T};
+        if constexpr (M > 0) temperature = Series::along_k(T);
+        const Isotherm<Temperature> fluid(parameters(), temperature);
+        const Series a = fluid.ar(par_[2] * fluid.packing() * Series::along_h(rho));
+        for (int i = 0; i <= nrho; ++i)
+            for (int j = 0; j <= nT && i + j <= N; ++j)
+                d[i * (nT + 1) + j] = kFactorial[i] * kFactorial[j] * a(i, j);
+        return 1;
     }
     double liquid_start(double T) const { return corvane::pcsaft::liquid_packing(T / Tcrit()); }
 
