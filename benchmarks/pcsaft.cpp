@@ -73,7 +73,8 @@ void Deriv1(benchmark::State& run) {
         benchmark::DoNotOptimize(d);
     }
 }
-/// Second argument: pressure in per cent of saturation; third: per cent of the critical temperature.
+/// Second argument: pressure in per cent of saturation; third: per cent of the critical
+/// temperature.
 void vcalc(benchmark::State& run) {
     const State s(run);
     const double p = s.p * static_cast<double>(run.range(1)) / 100;
