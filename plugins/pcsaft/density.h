@@ -62,10 +62,11 @@ inline double falling_packing(Isotherm<double> const& fluid) {
     return 0.0;
 }
 
-/// A start for the liquid: packing fractions of saturated liquids against T/Tc differ little from
-/// one substance to the next.
+/// A start for the liquid. Packing fractions of saturated liquids against T/Tc differ little from
+/// one substance to the next; the coefficients describe propane.
 inline double liquid_packing(double reduced_temperature) {
-    return std::clamp(0.57 - 0.28 * reduced_temperature, 0.2, 0.5);
+    const double s = std::sqrt(std::clamp(1.0 - reduced_temperature, 0.0, 1.0));
+    return 0.135 + (0.52 - 0.16 * s) * s;
 }
 
 /// A packing fraction closer to the root of pressure/(R·T) = P by secant steps, which need no slope
@@ -75,15 +76,14 @@ inline double approach(Isotherm<double> const& fluid, double P, double start, do
                        double high) {
     auto excess = [&](double eta) { return eta * (1.0 + eta * fluid.slope(eta)) - P; };
     double a = start, fa = excess(a), b = 0.99 * start;
-    for (int k = 0; k < 7; ++k) {
+    for (int k = 0; k < 7 && std::abs(b - a) > 1e-5 * b; ++k) {
         const double fb = excess(b), next = b - fb * (b - a) / (fb - fa);
         if (!(next > low && next < high)) return start;
         a = b;
         fa = fb;
         b = next;
-        if (std::abs(b - a) <= 1e-5 * b) return b;
     }
-    return start;
+    return b;
 }
 
 /// Model1::vcalc: the stable roots at P = p/(R·T) [mol/cm³], in the order that `phase` asks for.
