@@ -21,6 +21,8 @@ namespace corvane::pcsaft {
 inline constexpr double kClosePacking = 0.74048048969306104;
 /// Liquid densities beyond this are checked for further loops.
 inline constexpr double kDense = 0.62;
+/// On the liquid branch at the temperatures that have further loops.
+inline constexpr double kCold = 0.5;
 /// Further loops lie around this packing fraction, and for the sets in the data only where the
 /// slope of the pressure here is below 91.
 inline constexpr double kFurtherLoop = 0.71, kSteep = 200.0;
@@ -109,7 +111,7 @@ inline int density_roots(Isotherm<double> const& fluid, double packing, double P
     dense = solve_dense();
     if (!(dense * packing < kDense) || !(dense > 0.0)) {
         if (!(curve(kFurtherLoop / packing).dP > kSteep)) {
-            const double end = spinodal(curve, kDense / packing, top, 24);
+            const double end = spinodal(curve, kCold / packing, top, 24);
             if (end > 0.0) {
                 top = end;
                 dense = solve_dense();
