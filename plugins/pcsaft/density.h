@@ -88,6 +88,19 @@ inline double approach(Isotherm<double> const& fluid, double P, double start, do
     return b;
 }
 
+/// A density between 0 and top at which the pressure rises through P, by bisection to the last
+/// digit; 0 where the pressure at the top is lower.
+inline double rising_crossing(PressureCurve const& curve, double P, double top) {
+    double low = 0.0, high = top;
+    if (!(curve(high).P >= P)) return 0.0;
+    for (int k = 0; k < 100; ++k) {
+        const double rho = 0.5 * (low + high);
+        if (rho == low || rho == high) break;
+        (curve(rho).P < P ? low : high) = rho;
+    }
+    return high;
+}
+
 /// Model1::vcalc: the stable roots at P = p/(R·T) [mol/cm³], in the order that `phase` asks for.
 /// @param start  packing fraction near which the liquid is looked for first
 inline int density_roots(Isotherm<double> const& fluid, double packing, double P, int phase,
@@ -123,6 +136,8 @@ inline int density_roots(Isotherm<double> const& fluid, double packing, double P
         const double near = approach(fluid, P * packing, P * packing, 0.0, loop) / packing;
         dilute = stable_root(curve, P, Branch::dilute, near, 0.0, falling, false);
     }
+    // At the critical temperature rounding makes a loop that holds the root itself.
+    if (dilute == 0.0 && dense == 0.0 && P > 0.0) dense = rising_crossing(curve, P, top);
     auto below = [&](double rho) { return curve(rho).P > P; };
     auto gibbs = [&](double rho) {
         const double eta = packing * rho;
