@@ -25,5 +25,8 @@ function(corvane_add_plugin name)
                VISIBILITY_INLINES_HIDDEN ON
                LIBRARY_OUTPUT_DIRECTORY "${CORVANE_PLUGIN_OUTPUT}"
                INSTALL_RPATH "$ORIGIN/../..")
-  set_property(GLOBAL APPEND PROPERTY CORVANE_PLUGINS ${target})
+  # Those in the data home of the build tree are installed; plug-ins of tests are not.
+  if(CORVANE_PLUGIN_OUTPUT STREQUAL "${CORVANE_BUILD_HOME}/CorvaneS")
+    set_property(GLOBAL APPEND PROPERTY CORVANE_PLUGINS ${target})
+  endif()
 endfunction()
