@@ -9,6 +9,9 @@
 #include <cstdio>
 
 class Model1;
+namespace corvane {
+struct ModelAccess;
+}
 
 /// Abstract mixture model. rho in mol/cm³, T in K, p in MPa; x holds the n mole fractions, rho_i
 /// the n partial densities rho·x_i. Mole fractions are used as given, not normalised. Results are
@@ -177,6 +180,7 @@ class CORVANE_API ModelN {
   protected:
     ModelN() = default;
     ~ModelN() = default;
+    friend struct corvane::ModelAccess;  // the flat interface destroys models
 
     int hess_myr_ = 0;  ///< nonzero: PsiH differentiates myr once instead of Ar twice
     int mmth_ = 0;      ///< of the plug-in's choice

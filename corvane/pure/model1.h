@@ -11,6 +11,10 @@
 
 #include <cstdio>
 
+namespace corvane {
+struct ModelAccess;
+}
+
 /// Abstract equation of state of a pure substance. T in K, p in MPa, rho in mol/cm³; energies are
 /// returned divided by R·T, entropies and heat capacities by R; Z = p/(rho·R·T).
 ///
@@ -171,6 +175,7 @@ class CORVANE_API Model1 {
   protected:
     Model1();  ///< zeroes the fields and makes the three members point back here
     ~Model1() = default;
+    friend struct corvane::ModelAccess;  // the flat interface destroys models
 
     // Set by the plug-in: mpar_, madj_ and eos_ (a string literal) in the constructor, the tables
     // at the end of par_in. The three tables have the same length; temperatures descend.
