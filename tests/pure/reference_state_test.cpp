@@ -85,13 +85,4 @@ TEST(ReferenceState, SaysWhatIsMissing) {
     EXPECT_EQ(code(), th_no_density);
 }
 
-TEST(CriticalPoint, OfPengRobinsonHasItsUniversalCompressibility) {
-    const Handle m = substance("water");
-    const double rho = 1 / m->vcrit();
-    // Zc = 0.307401: Peng & Robinson, Ind. Eng. Chem. Fundam. 15 (1976) 59.
-    const Vector<double> r = m->crit(m->Tcrit(), rho, 0.307401);
-    EXPECT_NEAR(r[0], 0, 5e-7);  // printed digits
-    EXPECT_NEAR(r[1], 0, 1e-9);
-    EXPECT_NEAR(r[2] * rho, 0, 1e-8);
-}
 }  // namespace
