@@ -214,36 +214,29 @@ TEST(FaultyModel, LeavesTheStatedCounts) {
     }
 }
 
-namespace {
-/// A mixture whose components are all the same fluid, with the library's numerical Z.
-struct Mixture : ModelN {
-    using X = Vector<double> const&;
-    double* ppar(int, int, int) override { return nullptr; }
-    void par_alloc() override {}
-    void par_in(FILE*, int, int) override {}
-    void par_out(FILE*, int, int) const override {}
-    double Ar(double rho, double T, X x) const override { return x.sum() * fluid.Ar(rho, T); }
-    int vcalc(double, double, X, int, double&, double&) const override { return 0; }
-    Vector<double> mixpar(X) const override { return {}; }
-    VdwModel fluid;
-};
-}  // namespace
-
 TEST(VolumeFinder, ServesMixturesThroughTheSamePath) {
-    const Mixture m;
-    Vector<double> x(2), pure, mixed;
-    x[0] = 0.25;
-    x[1] = 0.75;
-    const double T = 0.8 * m.fluid.Tcrit(), p = 0.5, b = m.fluid.vs();
-    ASSERT_EQ(volume(&m.fluid, 0, p, T, nullptr, b, pure), 3);
-    ASSERT_EQ(volume(&m, 1, p, T, &x, b, mixed), 3);
-    for (int i : {0, 2}) {
-        // Z by numerical differentiation: 1e-12, magnified by Z·rho/(∂(Z·rho)/∂rho).
-        EXPECT_NEAR(mixed[i] / pure[i], 1, 1e-10);
-        double rho = 1.05 * pure[i], rho2 = rho;
-        EXPECT_EQ(volav(&m, 1, p, T, &x, b, rho), 1);
-        EXPECT_NEAR(rho * b, pure[i] * b, 1e-9);
-        EXPECT_TRUE(volnewt(&m, 1, p, T, &x, b, rho2));  // a mixture has no range check
-        EXPECT_NEAR(rho2 / pure[i], 1, 1e-9);
+    const std::unique_ptr<ModelN, corvane::Detach> m(attachN("PR", "vdW1"));
+    m->alloc(2, "PR");
+    Vector<double> x(2), roots;
+    x.set(0.5);
+    double b = 0;
+    for (int i : {0, 1}) {
+        Model1& component = *m->getModel1i(i);
+        component.name(i == 0 ? "methane" : "propane");
+        component.id(1);
+        component.load("PR");
+        b += x[i] * component.vs();
+    }
+    const double T = 200, p = 1;
+    double rho[2] = {0, 0};
+    ASSERT_EQ(m->vcalc(p, T, x, 1, rho[0], rho[1]), 3);
+    ASSERT_EQ(volume(m.get(), 1, p, T, &x, b, roots), 3);
+    for (int i : {0, 1}) {
+        EXPECT_NEAR(roots[2 * i] / rho[i], 1, 1e-9);
+        double start = 0.95 * rho[i], start2 = start;
+        EXPECT_EQ(volav(m.get(), 1, p, T, &x, b, start), 1);
+        EXPECT_NEAR(start * b, rho[i] * b, 1e-9);
+        EXPECT_TRUE(volnewt(m.get(), 1, p, T, &x, b, start2));  // a mixture has no range check
+        EXPECT_NEAR(start2 / rho[i], 1, 1e-9);
     }
 }
