@@ -128,6 +128,10 @@ Point unit(Point const& a) {
     return along({}, 1 / length(a), a);
 }
 
+bool is_vanishing(double x0) {
+    return std::min(x0, 1 - x0) < kVanishing;
+}
+
 class Line {
   public:
     Line(ModelN const& model, Vector<double> const& x) : model_(model), others_(x) {
@@ -230,8 +234,8 @@ class Line {
     /// The next point, or the pure component where that would lie beyond it.
     Point step_along_tangent() const {
         const Point predicted = along(y_, step_, tangent_);
-        if (predicted[0] > 0 && predicted[0] < 1) return correct(predicted);
-        const double end = predicted[0] <= 0 ? 0.0 : 1.0;
+        if (!is_vanishing(predicted[0])) return correct(predicted);
+        const double end = predicted[0] < 0.5 ? 0.0 : 1.0;
         Point last = along(y_, (end - y_[0]) / tangent_[0], tangent_);
         last[0] = end;
         return solve(last);
@@ -326,9 +330,6 @@ class Line {
 
 bool is_dense(Line const& line, double x0, double rho, double p) {
     return rho * line.average(x0, &Model1::vcrit) > kDense || p > kHighest;
-}
-bool is_vanishing(double x0) {
-    return std::min(x0, 1 - x0) < kVanishing;
 }
 }  // namespace
 
