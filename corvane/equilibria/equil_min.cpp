@@ -49,9 +49,11 @@ double objmin2(Vector<double> const& y, void* ctx) {
 void minimise(Minimum& s, Vector<double>& x) {
     Vector<phdesc> const& ph = *s.ph;
     const bool fluid0 = ph[0].phase < 0, fluid1 = ph[1].phase < 0;
+    if (!fluid0 && !fluid1) return;
+    corvane::require_binary(*s.model);
     if (fluid0 && fluid1) {
         min_powell(objmin2, x, &s, kCycles, 0);
-    } else if (fluid0 || fluid1) {
+    } else {
         s.fluid = fluid0 ? 0 : 1;
         const int solid = 1 - s.fluid, species = ph[solid].species;
         if (species < 0 || species > 1) throw ThException(th_out_of_range);
@@ -72,7 +74,6 @@ void equil_min(ModelN const* m, double p, double T, Vector<phdesc> const& ph, Ve
     const Vector<double> start(x);
     Minimum s{m, 0, p, T, 0.0, 0.0, (x[0] + x[1]) * 0.5, &ph};
     try {
-        corvane::require_binary(*m);
         minimise(s, x);
     } catch (...) {  // intended: nothing leaves, and the caller gets his compositions back
         x = start;
