@@ -16,6 +16,7 @@
 #include <corvane/ideal/ideal.h>
 #include <corvane/input/input.h>
 #include <corvane/mixture/heat_capacity.h>
+#include <corvane/mixture/loading.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>

@@ -1,10 +1,12 @@
 // Components, pair tables, files and reports of a mixture.
 #include <corvane/core/files.h>
+#include <corvane/mixture/loading.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 
 #include <cstring>
+#include <utility>
 
 namespace {
 constexpr int kCommentRead = 79;
@@ -22,9 +24,9 @@ void adopt(Model1& component, FILE* f) {
     component.id(header.id);
 }
 
-void pair_file(char const* names[2], int id, char const* eos, char const* mth, char const* mode,
-               char const* root, corvane::File& file) {
-    file = corvane::open_file(mode, "%s/%s/%s/%s+%s;%d", root, eos, mth, names[0], names[1], id);
+corvane::File pair_file(Model1 const& a, Model1 const& b, int id, char const* eos, char const* mth,
+                        char const* mode, char const* root) {
+    return corvane::open_file(mode, "%s/%s/%s/%s+%s;%d", root, eos, mth, a.name(), b.name(), id);
 }
 }  // namespace
 
@@ -72,32 +74,33 @@ void ModelN::param(int k, int i, int j, double value) {
         *ppar(k, i, j) = value;
 }
 
-void ModelN::load(char const* equation, char const* theory) {
-    if (!equation || !theory) throw ThException(th_cannot_open);
-    const corvane::CLocale c_numbers;
-    for (int a = 0; a < mdl1.size(); ++a)
-        for (int b = a + 1; b < mdl1.size(); ++b) {
-            Model1 *first = mdl1[a], *second = mdl1[b];
-            corvane::File file;
-            try {
-                char const* names[] = {first->name(), second->name()};
-                pair_file(names, id(a, b), equation, theory, "r", "./CorvaneS/parameters", file);
-            } catch (ThException const&) {
-                std::swap(first, second);
-                char const* names[] = {first->name(), second->name()};
-                pair_file(names, id(a, b), equation, theory, "r", "./CorvaneS/parameters", file);
-            }
-            FILE* f = file.get();
-            adopt(*first, f);
-            adopt(*second, f);
-            int number = id(a, b);
-            char text[th_commlength] = {};
-            static_cast<void>(std::fscanf(f, "%*s\t%d%*s", &number));
-            corvane::read_text(f, text, th_commlength, kCommentRead);
-            id(a, b, number);
-            comment(a, b, text);
-            par_in(f, a, b);  // also for a file found as b+a (intended): it says itself who is who
+bool ModelN::load_pair(int a, int b, char const* equation, char const* theory) {
+    constexpr char root[] = "./CorvaneS/parameters";
+    Model1 *first = mdl1[a], *second = mdl1[b];
+    corvane::File file;
+    for (int attempt = 0; attempt < 2 && !file; ++attempt) {
+        if (attempt == 1) std::swap(first, second);
+        try {
+            file = pair_file(*first, *second, id(a, b), equation, theory, "r", root);
+        } catch (ThException const&) {
+            // the other order of the names, or no such pair
         }
+    }
+    if (!file) return false;
+    FILE* f = file.get();
+    adopt(*first, f);
+    adopt(*second, f);
+    int number = id(a, b);
+    char text[th_commlength] = {};
+    static_cast<void>(std::fscanf(f, "%*s\t%d%*s", &number));
+    corvane::read_text(f, text, th_commlength, kCommentRead);
+    id(a, b, number);
+    comment(a, b, text);
+    par_in(f, a, b);  // also for a file found as b+a (intended): it says itself who is who
+    return true;
+}
+
+void ModelN::load_components(char const* equation) {
     for (int k = 0; k < mdl1.size(); ++k) try {
             mdl1[k]->load(equation);
         } catch (...) {  // intended: whatever it was becomes code 1
@@ -106,16 +109,39 @@ void ModelN::load(char const* equation, char const* theory) {
         }
 }
 
+void ModelN::load(char const* equation, char const* theory) {
+    if (!equation || !theory) throw ThException(th_cannot_open);
+    const corvane::CLocale c_numbers;
+    for (int a = 0; a < mdl1.size(); ++a)
+        for (int b = a + 1; b < mdl1.size(); ++b)
+            if (!load_pair(a, b, equation, theory)) throw ThException(th_cannot_open);
+    load_components(equation);
+}
+
+namespace corvane {
+
+std::vector<std::pair<int, int>> load_estimating(ModelN& model, char const* eos, char const* mth) {
+    if (!eos || !mth) throw ThException(th_cannot_open);
+    const CLocale c_numbers;
+    std::vector<std::pair<int, int>> estimated;
+    for (int a = 0; a < model.mdl1.size(); ++a)
+        for (int b = a + 1; b < model.mdl1.size(); ++b)
+            if (!model.load_pair(a, b, eos, mth)) estimated.emplace_back(a, b);
+    model.load_components(eos);
+    return estimated;
+}
+
+}  // namespace corvane
+
 void ModelN::store2(char const* equation, char const* theory) const {
     if (!equation || !theory || mdl1.size() < 2) throw ThException(th_cannot_open);
     const corvane::CLocale c_numbers;
-    corvane::File file;
-    char const* names[] = {mdl1[0]->name(), mdl1[1]->name()};
     // intended: a tree of its own, and the first pair alone
-    pair_file(names, id(0, 1), equation, theory, "w", "./CorvaneS/models/parameters", file);
+    const corvane::File file = pair_file(*mdl1[0], *mdl1[1], id(0, 1), equation, theory, "w",
+                                         "./CorvaneS/models/parameters");
     FILE* f = file.get();
     for (int k = 0; k < 2; ++k)
-        std::fprintf(f, "name%d:\t%s\nid%d:\t%d\n", k + 1, names[k], k + 1, mdl1[k]->id());
+        std::fprintf(f, "name%d:\t%s\nid%d:\t%d\n", k + 1, mdl1[k]->name(), k + 1, mdl1[k]->id());
     std::fprintf(f, "id:\t%d\ntext:\t%s\n", id(0, 1), comment(0, 1));
     par_out(f, 0, 1);
 }

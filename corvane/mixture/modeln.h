@@ -5,6 +5,7 @@
 #include <corvane/core/containers.h>
 #include <corvane/core/records.h>
 #include <corvane/mixture/derivatives.h>
+#include <corvane/mixture/loading.h>
 
 #include <cstdio>
 
@@ -189,6 +190,11 @@ class CORVANE_API ModelN {
     struct PairComment {
         char text[th_commlength] = {};
     };
+    friend std::vector<std::pair<int, int>> corvane::load_estimating(ModelN&, char const*,
+                                                                     char const*);
+    /// Reads the file of a pair; false if there is none.
+    bool load_pair(int a, int b, char const* eos, char const* mth);
+    void load_components(char const* eos);
     static int pair(int i, int j) { return i < j ? (j - 1) * j / 2 + i : (i - 1) * i / 2 + j; }
 
     Vector<int> pair_ids_;
