@@ -81,13 +81,10 @@ TEST(DataFiles, AreCleanTextWithASource) {
         EXPECT_NE(text.find("\nsource:\t"), text.npos);
         for (std::string const& part : data::split(name.substr(0, name.find(';')), "+"))
             EXPECT_TRUE(data::substances().count(part)) << part;
-        // A tab ends the label of a line and stands nowhere else.
-        for (std::string const& line : data::lines(path)) {
-            const size_t tab = line.find('\t');
-            EXPECT_TRUE(tab == line.npos ||
-                        (tab == line.rfind('\t') && tab == line.find(":\t") + 1))
+        // The first tab of a line ends its label.
+        for (std::string const& line : data::lines(path))
+            EXPECT_TRUE(line.find('\t') == line.npos || line.find('\t') == line.find(":\t") + 1)
                 << line;
-        }
     }
 }
 
