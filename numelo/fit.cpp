@@ -1,22 +1,29 @@
 // Least squares: the Levenberg–Marquardt method in Moré's form (Lecture Notes in Math. 630 (1978)
-// 105).
+// 105): columns scaled, a trust region in scaled parameters, every step from a QR factorisation of
+// the damped Jacobian. Between steps that go well the Jacobian is updated after Broyden (Math.
+// Comp. 19 (1965) 577), which halves the evaluations of a fit that ends at zero.
 #include <corvane/core/numelo.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <exception>
-#include <limits>
+#include <numeric>
+#include <utility>
 #include <vector>
 
 namespace {
 
-constexpr int max_damping = 16;   // trials per iteration
+constexpr int max_trials = 24;    // per iteration
 constexpr int max_narrowing = 6;  // smaller difference steps where f throws
-constexpr double first_damping = 1e-3;
+constexpr int max_damping = 10;   // trials to match the damping to the trust region
+constexpr int max_slow = 20;      // iterations of a root search that hardly lower the sum
 constexpr double difference_step = 3e-6;
+constexpr double first_radius = 100.0;  // of the trust region, in units of the scaled parameters
+constexpr double keep_jacobian = 0.01;  // the sum must fall to this part of the sum before
 constexpr double small_step = 1e-11, last_digit = 4e-16;
-constexpr double accepted_sum = 1e-8;  // above it, running out of iterations is a failure
+// Out of iterations: a failure above this sum, or with steps above this, unless the sum is nothing.
+constexpr double accepted_sum = 1e-8, accepted_step = 1e-6, vanished_sum = 1e-30;
 
 class Fit {
   public:
@@ -29,28 +36,39 @@ class Fit {
           n_(n),
           m_(x.n),
           jac_(n * m_),
-          work_((n + m_) * m_),
+          qr_((n + m_) * m_),
           rhs_(n + m_),
+          diag_(m_),
           scale_(m_),
-          step_(m_) {
+          step_(m_),
+          work_(m_) {
         if (r_.n != n) throw MthException(mth_dimensions);
         sum_ = r_.sum2();
         if (!std::isfinite(sum_)) throw MthException(mth_out_of_range);
     }
 
     double run(int maxit, bool trace) {
-        int small = 0;
+        int small = 0, slow = 0;
         for (int it = 0; sum_ > 0.0 && m_ > 0; ++it) {
-            if (it >= maxit) {
-                if (sum_ > accepted_sum) throw MthException(mth_iterations);
+            if (it >= maxit || slow == max_slow) {
+                if (sum_ > accepted_sum || (sum_ > vanished_sum && moved_ > accepted_step))
+                    throw MthException(mth_iterations);
                 break;
             }
-            if (!jacobian() || !improve()) break;
+            const double sum_before = sum_, moved_before = moved_;
+            if ((!current_ && !jacobian()) || !improve()) break;
             if (trace)
-                std::fprintf(stderr, "fit_marquardt %3d  sum %.6e  step %.1e\n", it + 1, sum_,
-                             moved_);
+                std::fprintf(stderr, "fit_marquardt %3d  sum %.6e  step %.1e  damping %.1e\n",
+                             it + 1, sum_, moved_, damping_);
+            slow = n_ == m_ && sum_ > 0.9 * sum_before ? slow + 1 : 0;
             small = moved_ < small_step ? small + 1 : 0;
-            if (moved_ < last_digit || small == 2) break;
+            // The next step of a fast converging sequence would be about moved_²/moved_before.
+            const bool settled =
+                it > 0 && moved_ < 1e-7 && moved_ * moved_ < last_digit * moved_before;
+            if (moved_ < last_digit || small == 2 || settled) {
+                if (n_ == m_ || was_fresh_) break;
+                current_ = false;  // a minimum above zero needs a true Jacobian
+            }
         }
         if (!at_x_) f_(x_, ctx_);  // callers read what the last evaluation left in the context
         return sum_;
@@ -73,7 +91,7 @@ class Fit {
     /// Fills jac_ by columns. False (or the stored exception) if a parameter cannot be moved at
     /// all.
     bool jacobian() {
-        const bool central = sum_ < 1e-6;
+        const bool central = n_ > m_ && sum_ < 1e-6;
         Vector<double> up, down;
         for (int j = 0; j < m_; ++j) {
             const double least = m_ == 1 || x_[j] == 0.0 ? 1e-2 : 0.0;
@@ -102,79 +120,163 @@ class Fit {
             if (!(norm > 0.0)) throw MthException(mth_irrelevant, j);
             scale_[j] = std::max(scale_[j], norm);
         }
+        if (radius_ == 0.0) {
+            radius_ = first_radius * scaled_norm(x_.data);
+            if (radius_ == 0.0) radius_ = first_radius;
+        }
+        current_ = fresh_ = true;
         return true;
     }
 
-    /// Solves [J; sqrt(damping)·D]·step = −[r; 0] by Householder's QR. False if it is rank
-    /// deficient.
+    double scaled_norm(double const* p) const {
+        double s = 0.0;
+        for (int j = 0; j < m_; ++j) s = std::hypot(s, scale_[j] * p[j]);
+        return s;
+    }
+
+    /// step_ = the solution of [J; sqrt(damping)·D]·p = −[r; 0] by Householder's QR; leaves R in
+    /// qr_ above diag_. False if the matrix is rank deficient.
     bool solve(double damping) {
         const int rows = damping > 0.0 ? n_ + m_ : n_;
         for (int j = 0; j < m_; ++j) {
-            double* column = &work_[j * rows];
+            double* column = &qr_[j * (n_ + m_)];
             std::copy_n(&jac_[j * n_], n_, column);
-            if (rows > n_) {
-                std::fill_n(column + n_, m_, 0.0);
-                column[n_ + j] = std::sqrt(damping) * scale_[j];
-            }
+            work_[j] = std::sqrt(std::inner_product(column, column + n_, column, 0.0));
+            std::fill_n(column + n_, m_, 0.0);
+            column[n_ + j] = std::sqrt(damping) * scale_[j];
         }
-        for (int i = 0; i < rows; ++i) rhs_[i] = i < n_ ? -r_[i] : 0.0;
+        for (int i = 0; i < n_ + m_; ++i) rhs_[i] = i < n_ ? -r_[i] : 0.0;
         for (int j = 0; j < m_; ++j) {
-            double* v = &work_[j * rows];
+            double* v = &qr_[j * (n_ + m_)];
             double norm = 0.0;
             for (int i = j; i < rows; ++i) norm = std::hypot(norm, v[i]);
-            if (!(norm > 1e-14 * scale_[j])) return false;
-            const double alpha = v[j] > 0.0 ? -norm : norm;
-            v[j] -= alpha;
-            const double beta = -1.0 / (alpha * v[j]);
+            if (!(norm > 1e-14 * work_[j])) return false;
+            diag_[j] = v[j] > 0.0 ? -norm : norm;
+            v[j] -= diag_[j];
+            const double beta = 1.0 / (diag_[j] * v[j]);
             auto reflect = [&](double* column) {
                 double dot = 0.0;
                 for (int i = j; i < rows; ++i) dot += v[i] * column[i];
-                for (int i = j; i < rows; ++i) column[i] -= beta * dot * v[i];
+                for (int i = j; i < rows; ++i) column[i] += beta * dot * v[i];
             };
-            for (int k = j + 1; k < m_; ++k) reflect(&work_[k * rows]);
+            for (int k = j + 1; k < m_; ++k) reflect(&qr_[k * (n_ + m_)]);
             reflect(rhs_.data());
-            step_[j] = alpha;  // the diagonal of R
         }
         for (int j = m_ - 1; j >= 0; --j) {
             double sum = rhs_[j];
-            for (int k = j + 1; k < m_; ++k) sum -= work_[k * rows + j] * step_[k];
-            step_[j] = sum / step_[j];
+            for (int k = j + 1; k < m_; ++k) sum -= qr_[k * (n_ + m_) + j] * step_[k];
+            step_[j] = sum / diag_[j];
         }
         return true;
     }
 
-    /// Tries ever more damped steps until one lowers the sum. False if none does.
+    /// |R^−T·D²·p|² / |D·p|²: minus the slope of ln|D·p| with the damping (Moré, eq. 5.8).
+    double slope(double length) {
+        double sum = 0.0;
+        for (int j = 0; j < m_; ++j) {
+            double w = scale_[j] * scale_[j] * step_[j] / length;
+            for (int k = 0; k < j; ++k) w -= qr_[j * (n_ + m_) + k] * work_[k];
+            work_[j] = w / diag_[j];
+            sum += work_[j] * work_[j];
+        }
+        return sum;
+    }
+
+    /// Step of scaled length radius_ (within a tenth), or the undamped step if that is shorter:
+    /// Newton steps in the damping, between bounds (Moré, section 5).
+    void bounded_step() {
+        damping_ = 0.0;
+        const bool full = solve(0.0);
+        double length = full ? scaled_norm(step_.data()) : 0.0;
+        if (full && length <= 1.1 * radius_) return;
+        double steepest = 0.0;
+        for (int j = 0; j < m_; ++j) {
+            double const* column = &jac_[j * n_];
+            const double g = std::inner_product(column, column + n_, r_.data, 0.0);
+            steepest = std::hypot(steepest, g / scale_[j]);
+        }
+        double high = steepest / radius_;
+        double low = full ? (length / radius_ - 1.0) / slope(length) : 0.0;
+        damping_ = full ? std::clamp(steepest / length, low, std::max(low, high)) : 1e-3 * high;
+        for (int k = 0; k < max_damping && damping_ > 0.0 && solve(damping_); ++k) {
+            length = scaled_norm(step_.data());
+            const double excess = length / radius_ - 1.0;
+            if (std::fabs(excess) <= 0.1) break;
+            (excess > 0.0 ? low : high) = damping_;
+            const double next = damping_ + excess / slope(length);
+            damping_ =
+                next > low && next < high ? next : std::max(1e-3 * high, std::sqrt(low * high));
+        }
+    }
+
+    /// Tries steps in ever smaller trust regions until one lowers the sum. False if none does.
     bool improve() {
         Vector<double> r;
-        for (int k = 0; k < max_damping; ++k) {
-            if (solve(damping_)) {
-                double moved = 0.0;
-                for (int j = 0; j < m_; ++j) {
-                    trial_[j] = x_[j] + step_[j];
-                    const double size = std::max(std::fabs(x_[j]), std::fabs(trial_[j]));
-                    if (size > 0.0) moved = std::max(moved, std::fabs(trial_[j] - x_[j]) / size);
-                }
-                const bool ok = evaluate(r);
-                const double sum = ok ? r.sum2() : 0.0;
-                if (ok && sum < sum_) {
-                    x_ = trial_;
-                    std::swap(r_, r);
-                    sum_ = sum;
-                    moved_ = moved;
-                    at_x_ = true;
-                    damping_ = damping_ > first_damping ? 0.1 * damping_ : 0.0;
-                    failure_ = nullptr;
-                    return true;
-                }
-                if (ok && moved < small_step) {  // no change left but rounding: not a failure
-                    failure_ = nullptr;
-                    break;
-                }
+        failure_ = nullptr;
+        for (int k = 0; k < max_trials; ++k) {
+            bounded_step();
+            double moved = 0.0;
+            for (int j = 0; j < m_; ++j) {
+                trial_[j] = x_[j] + step_[j];
+                step_[j] = trial_[j] - x_[j];
+                const double size = std::max(std::fabs(x_[j]), std::fabs(trial_[j]));
+                if (size > 0.0) moved = std::max(moved, std::fabs(step_[j]) / size);
             }
-            damping_ = damping_ == 0.0 ? first_damping : 10.0 * damping_;
+            const double length = scaled_norm(step_.data());
+            if (!(length > 0.0)) break;
+            const bool ok = evaluate(r);
+            const double sum = ok ? r.sum2() : sum_;
+            const double gain = ok ? sum_ - sum : -sum_, expected = sum_ - predicted();
+            if (gain > 0.75 * expected || (damping_ == 0.0 && gain > 0.25 * expected))
+                radius_ = std::max(radius_, 2.0 * length);
+            else if (!(gain > 0.25 * expected))
+                radius_ = (ok && sum < 100.0 * sum_ ? 0.5 : 0.1) * std::min(radius_, length);
+            if (ok && sum < sum_) {
+                current_ = sum < keep_jacobian * sum_;
+                if (current_) update(r);
+                was_fresh_ = std::exchange(fresh_, false);
+                x_ = trial_;
+                std::swap(r_, r);
+                sum_ = sum;
+                moved_ = moved;
+                at_x_ = true;
+                return true;
+            }
+            if (ok && moved < small_step) {  // no change left but rounding: not a failure
+                failure_ = nullptr;
+                break;
+            }
+            if (!fresh_) {
+                trial_ = x_;
+                if (!jacobian()) return false;
+            }
         }
-        trial_ = x_;
         return give_up();
+    }
+
+    /// Sum of squares that the linear model gives for step_.
+    double predicted() const {
+        double sum = 0.0;
+        for (int i = 0; i < n_; ++i) {
+            double r = r_[i];
+            for (int j = 0; j < m_; ++j) r += jac_[j * n_ + i] * step_[j];
+            sum += r * r;
+        }
+        return sum;
+    }
+
+    /// Broyden's update: J·step becomes the change of the residuals, and J stays as it is across
+    /// the step. Lengths are scaled by the columns.
+    void update(Vector<double> const& r) {
+        double length = 0.0;
+        for (int j = 0; j < m_; ++j) length += std::pow(scale_[j] * step_[j], 2);
+        if (!(length > 0.0)) return;
+        for (int i = 0; i < n_; ++i) {
+            double rest = r[i] - r_[i];
+            for (int j = 0; j < m_; ++j) rest -= jac_[j * n_ + i] * step_[j];
+            for (int j = 0; j < m_; ++j)
+                jac_[j * n_ + i] += rest * scale_[j] * scale_[j] * step_[j] / length;
+        }
     }
 
     /// The end without an acceptable step: the failure of f if there is one, else stagnation.
@@ -189,9 +291,11 @@ class Fit {
     Vector<double>& x_;
     Vector<double> trial_, r_;
     int n_, m_;
-    std::vector<double> jac_, work_, rhs_, scale_, step_;
-    double sum_ = 0.0, damping_ = 0.0, moved_ = 0.0;
+    std::vector<double> jac_, qr_, rhs_, diag_, scale_, step_, work_;
+    double sum_ = 0.0, damping_ = 0.0, radius_ = 0.0, moved_ = 0.0;
     bool at_x_ = true;
+    bool current_ = false, fresh_ = false;  // jac_ is usable; is made of differences at x_
+    bool was_fresh_ = false;                // so it was for the last step
     std::exception_ptr failure_;
 };
 
