@@ -1,0 +1,44 @@
+// Guarded exports of operations that have no counterpart in the flat interface: the re-entrant
+// saturation solver, loading with estimated pairs, the physical heat capacities of a mixture.
+#include <corvane/binding/flat.h>
+#include <corvane/binding/guard.h>
+#include <corvane/corvane.h>
+
+using namespace corvane::binding;
+
+EXPORT void* Corvane_new_Saturation(CorvaneError* error) {
+    return guard(error, {}, [&]() -> void* { return new corvane::Saturation; });
+}
+EXPORT void Corvane_delete_Saturation(void* self) {
+    delete as<corvane::Saturation>(self);
+}
+EXPORT void Corvane_Saturation_at_T(void* self, void* model, double T, int cont, double* p,
+                                    double* rhoL, double* rhoV, CorvaneError* error) {
+    guard(error, {}, [&] {
+        ref<corvane::Saturation>(self).at_T(as<Model1>(model), T, cont, *p, *rhoL, *rhoV);
+    });
+}
+EXPORT void Corvane_Saturation_at_p(void* self, void* model, double p, int cont, double* T,
+                                    double* rhoL, double* rhoV, CorvaneError* error) {
+    guard(error, {}, [&] {
+        ref<corvane::Saturation>(self).at_p(as<Model1>(model), p, cont, *T, *rhoL, *rhoV);
+    });
+}
+EXPORT int Corvane_ModelN_load_estimating(void* self, const char* eos, const char* mth,
+                                          CorvaneError* error) {
+    return guard(error, {}, [&] {
+        return static_cast<int>(corvane::load_estimating(ref<ModelN>(self), eos, mth).size());
+    });
+}
+EXPORT void Corvane_ModelN_heat_capacities(void* self, double rho, double T, void* x, double* CVr,
+                                           double* Cpr, double* CVm, double* Cpm,
+                                           CorvaneError* error) {
+    guard(error, {{x, kConstDoubleV}}, [&] {
+        const corvane::HeatCapacities c =
+            corvane::heat_capacities(ref<ModelN>(self), rho, T, ref<Vector<double>>(x));
+        *CVr = c.CVr;
+        *Cpr = c.Cpr;
+        *CVm = c.CVm;
+        *Cpm = c.Cpm;
+    });
+}
