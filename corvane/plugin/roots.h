@@ -28,9 +28,9 @@ struct Branches {
 
 enum class Branch { dilute, dense };
 
-/// Two roots closer than this, relative to the dense one, count as one: at the critical point p − pc
-/// goes as the cube of the density difference, so rounding (a few eps) splits the threefold root by a
-/// few cbrt(eps) = 6e-6. Saturation curves reach this width at 1 − T/Tc of about 1e-10.
+/// Two roots closer than this, relative to the dense one, count as one: at the critical point p −
+/// pc goes as the cube of the density difference, so rounding (a few eps) splits the threefold root
+/// by a few cbrt(eps) = 6e-6. Saturation curves reach this width at 1 − T/Tc of about 1e-10.
 inline constexpr double kSameRoot = 5e-5;
 
 /// Root of the isotherm at P on a rising branch between `anchor` and `wall`; 0 if it has none.

@@ -20,10 +20,10 @@ struct TableRange {
     int steps = 1;    ///< search steps of spinodal(): above 1 for equations with several loops
 };
 
-/// Fills temperatures and the dilute and dense limits: T[0] = 1e5 K, T[1] = Tc, then Tc − (Tc −
-/// Tmin)· (k/count)² for k = 1 … count. The spinodals part as the square root of Tc − T, so equal
-/// steps in k keep linear interpolation good (0.3 % in the first interval, 0.02 % from the fifth
-/// on).
+/// Fills temperatures and the dilute and dense limits: T[0] = 1e5 K, T[1] = Tc, then
+/// Tc − (Tc − Tmin)·(k/count)² for k = 1/4, 1/2, 1, 3/2, 2, 3 … count. The spinodals part as the
+/// square root of Tc − T, so equal steps in k keep linear interpolation good: 0.07 % where it is
+/// worst, 0.02 % below 0.999·Tc (Peng–Robinson; the volume finders allow for 0.1 %).
 ///
 /// Below Tc the limits are the spinodals; from Tc on they overlap (rho_c/0.999 and rho_c/1.001), so
 /// that no density is ruled out. Temperatures at which the equation has no loop are treated like
@@ -38,14 +38,16 @@ void fill_density_tables(F const& isotherm, TableRange const& range, Vector<doub
                          Vector<double>& dilute, Vector<double>& dense) {
     const bool usable = range.Tmin > 0 && range.Tc > range.Tmin && range.Tc < 1e5 &&
                         range.rho_c > 0 && range.top > range.rho_c && std::isfinite(range.top);
-    const int n = usable ? range.count + 2 : 0;
+    const int n = usable ? range.count + 5 : 0;
     T.size(n);
     dilute.size(n);
     dense.size(n);
+    constexpr double kFirst[] = {0.25, 0.5, 1.0, 1.5, 2.0};
     double middle = range.rho_c;  // a density in the falling part
     double low_before = range.rho_c, high_before = range.rho_c;
     for (int k = 0; k < n; ++k) {
-        const double part = k < 2 ? 0.0 : (k - 1.0) / range.count;
+        const double at = k < 2 ? 0.0 : k < 7 ? kFirst[k - 2] : k - 4.0;
+        const double part = at / range.count;
         T[k] = k == 0 ? 1e5 : range.Tc - (range.Tc - range.Tmin) * part * part;
         dilute[k] = range.rho_c / 0.999;
         dense[k] = range.rho_c / 1.001;

@@ -13,10 +13,9 @@ namespace reference {
 using Big = boost::multiprecision::cpp_bin_float_100;
 
 struct Cubic {
-    double u, w;  // p = R·T/(v − b) − a/(v² + u·b·v + w·b²)
-    Big y_c;      // b·rho_c
-    double Tc, b, m, L = 0, M = 0, N = 0, c = 0;
-    bool twu = false;
+    double u, w;                  // p = R·T/(v − b) − a/(v² + u·b·v + w·b²)
+    Big y_c;                      // b·rho_c
+    double Tc, b, m, L, M, N, c;  // Twu's alpha where N is not 0
 
     Big q_c() const {  // from ∂p/∂v = ∂²p/∂v² = 0 at y_c
         const Big D = 1 + y_c * (u + w * y_c);
@@ -24,15 +23,11 @@ struct Cubic {
     }
     Big alpha(Big const& T) const {
         const Big Tr = T / Tc;
-        if (twu) return pow(Tr, Big(N) * (Big(M) - 1)) * exp(L * (1 - pow(Tr, Big(N) * M)));
+        if (N != 0) return pow(Tr, Big(N) * (Big(M) - 1)) * exp(L * (1 - pow(Tr, Big(N) * M)));
         const Big s = 1 + m * (1 - sqrt(Tr));
         return s * s;
     }
     Big q(Big const& T) const { return q_c() * alpha(T) * Tc / T; }
-    Big Z(Big const& rho, Big const& T) const {
-        const Big v = 1 / rho + c;  // of the equation
-        return (v / (v - b) - q(T) * b * v / (v * v + u * b * v + w * b * b)) / (rho * v);
-    }
     Big Ar(Big const& rho, Big const& T) const {
         const Big v = 1 / rho + c, root = sqrt(Big(u) * u - 4 * w);
         const Big plus = v + b * (u + root) / 2, minus = v + b * (u - root) / 2;
@@ -41,15 +36,11 @@ struct Cubic {
     /// rho^i·T^j·∂^(i+j)Ar/∂rho^i∂T^j by central differences, good to about 1e-30.
     Big derivative(double rho, double T, int i, int j) const {
         const Big h("1e-16");
-        auto binomial = [](int n, int k) {
-            int value = 1;
-            for (int l = 0; l < k; ++l) value = value * (n - l) / (l + 1);
-            return value;
-        };
+        constexpr int kBinomial[4][4] = {{1}, {1, 1}, {1, 2, 1}, {1, 3, 3, 1}};
         Big sum = 0;
         for (int k = 0; k <= i; ++k)
             for (int l = 0; l <= j; ++l)
-                sum += ((k + l) % 2 ? -1 : 1) * binomial(i, k) * binomial(j, l) *
+                sum += ((k + l) % 2 ? -1 : 1) * kBinomial[i][k] * kBinomial[j][l] *
                        Ar(rho * (1 + h * (Big(i) / 2 - k)), T * (1 + h * (Big(j) / 2 - l)));
         return sum / pow(h, i + j);
     }

@@ -64,24 +64,18 @@ TEST(CubicRoots, VcalcOrdersTheRootsByThePhaseCode) {
         double liquid = 0, vapour = 0;
         ASSERT_EQ(model->vcalc(1.2, 300, 1, liquid, vapour), 3);
         ASSERT_GT(liquid, 10 * vapour);
-        for (double rho : {liquid, vapour})
-            EXPECT_NEAR(rho * model->Z(rho, 300) * R * 300, 1.2, 200 * kEps);
-        auto g = [&](double rho) {
-            return model->Ar(rho, 300) + model->Z(rho, 300) + std::log(rho);
-        };
-        ASSERT_LT(g(liquid), g(vapour));
         for (double hint : {0.0, vapour, liquid, 1e-300, 1e300, -3.0, kNaN, kInf}) {
             double a = hint, b = kNaN;
             EXPECT_EQ(model->vcalc(1.2, 300, 1, a, b), 3);
-            EXPECT_EQ(a, liquid);
-            EXPECT_EQ(b, vapour);
+            EXPECT_TRUE(a == liquid && b == vapour) << hint;
             a = hint;
             EXPECT_EQ(model->vcalc(1.2, 300, 3, a, b), 3);
-            EXPECT_EQ(a, vapour);
-            EXPECT_EQ(b, liquid);
+            EXPECT_TRUE(a == vapour && b == liquid) << hint;
         }
+        EXPECT_NEAR(model->xinit(1.2, 300, 1) / liquid, 1.0, 0.05);
+        EXPECT_NEAR(model->xinit(1.2, 300, 3) / vapour, 1.0, 0.3);
         // Phase −1: the side of the unstable root (between 0.003 and 0.006) that the start value is
-        // on, the stable phase without a start value.
+        // on, the stable phase (psat is 1.003 MPa) without one.
         const struct {
             double p, start;
             bool dense;
@@ -99,37 +93,19 @@ TEST(CubicRoots, VcalcOrdersTheRootsByThePhaseCode) {
 
 TEST(CubicRoots, VcalcWritesStableRootsOnlyAndNothingWithoutThem) {
     const Plugin model = model_from("PR", kPropane);
-    struct Row {
+    const double pc = static_cast<double>(0.077796073903888456L * R * 370 / 56);
+    // Gas and liquid, one of them, supercritical, around the critical point; liquids under tension
+    // (down to the spinodal), vacuum, states that are none.
+    const struct {
         double p, T;
         int n;
-    };
-    const double pc = static_cast<double>(0.077796073903888456L * R * 370 / 56);
-    // Gas, liquid, supercritical, the critical point and its surroundings, liquids under tension
-    // (down to the spinodal), vacuum, states that are none.
-    const Row rows[] = {{0.01, 200, 3},
-                        {1e-12, 80, 3},
-                        {30, 300, 1},
-                        {0.1, 369, 1},
-                        {10, 600, 1},
-                        {1000, 300, 1},
-                        {1e6, 300, 1},
-                        {pc, 370, 1},
-                        {pc, 370 * (1 - 1e-14), 1},
-                        {pc, 370 * (1 + 1e-14), 1},
-                        {pc, 1e4, 1},
-                        {-5, 200, 1},
-                        {0, 200, 1},
-                        {-500, 200, 0},
-                        {0, 360, 0},
-                        {-1, 500, 0},
-                        {0, 500, 0},
-                        {1, 0, 0},
-                        {1, -300, 0},
-                        {kNaN, 300, 0},
-                        {kInf, 300, 0},
-                        {1, kNaN, 0},
-                        {1, kInf, 0}};
-    for (Row const& row : rows)
+    } rows[] = {// clang-format off
+        {0.01, 200, 3}, {1e-12, 80, 3}, {30, 300, 1}, {0.1, 369, 1}, {10, 600, 1}, {1000, 300, 1},
+        {1e6, 300, 1}, {pc, 370, 1}, {pc, 370 * (1 - 1e-14), 1}, {pc, 370 * (1 + 1e-14), 1},
+        {pc, 1e4, 1}, {-5, 200, 1}, {0, 200, 1}, {-500, 200, 0}, {0, 360, 0}, {-1, 500, 0},
+        {0, 500, 0}, {1, 0, 0}, {1, -300, 0}, {kNaN, 300, 0}, {kInf, 300, 0}, {1, kNaN, 0},
+        {1, kInf, 0}};  // clang-format on
+    for (auto const& row : rows)
         for (int phase : {1, 3, -1}) {
             SCOPED_TRACE(testing::Message() << row.p << " MPa, " << row.T << " K, " << phase);
             double rho1 = 7.0, rho2 = 8.0;
@@ -154,20 +130,5 @@ TEST(CubicRoots, VcalcWritesStableRootsOnlyAndNothingWithoutThem) {
     EXPECT_NEAR(gas / P, 1.0 - B * P, 4 * kEps);
     model->vcalc(pc, 370, 1, liquid, gas);
     EXPECT_NEAR(liquid * 56, PengRobinson::y_c, 1e-5);  // a threefold root: cube root of rounding
-}
-
-TEST(CubicRoots, StartDensitiesLieOnTheSideOfThePhase) {
-    const Plugin model = model_from("PR", kPropane);
-    for (double T : {100.0, 300.0, 369.0, 371.0, 800.0})
-        for (double p : {1e-6, 0.1, 4.0, 90.0}) {
-            double dense = 0, dilute = 0;
-            if (model->vcalc(p, T, 1, dense, dilute) == 1) dilute = dense;
-            EXPECT_GT(model->xinit(p, T, 1), 0.0);
-            EXPECT_LT(model->xinit(p, T, 1), 1 / 56.0);
-            EXPECT_LE(model->xinit(p, T, 3), p / (R * T));
-            if (T < 310 && dense > 0.008) {
-                EXPECT_NEAR(model->xinit(p, T, 1) / dense, 1.0, 0.25);
-            }
-        }
 }
 }  // namespace

@@ -3,7 +3,6 @@
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 #include <tests/support/scratch.h>
-#include <tests/support/vdw_model.h>
 
 #include <gtest/gtest.h>
 
@@ -45,25 +44,5 @@ TEST(ExamplePlugin, LoadsAndSaturatesAsTheClosedFormSays) {
         EXPECT_NEAR(liquid / rho_c / exact.liquid, 1.0, 1e-12 / (s * s));
         EXPECT_NEAR(vapour / rho_c / exact.vapour, 1.0, 1e-12 / (s * s));
     }
-}
-
-TEST(ExamplePlugin, AgreesWithBisection) {
-    Scratch scratch;
-    std::filesystem::copy(VDW_PLUGIN, "libthvdw.dll");
-    std::unique_ptr<Model1, corvane::Detach> example(attach1("vdw"));
-    const VdwModel model("argon", 150.0, 32.0);
-    for (int i = 0; i < 3; ++i) example->param(i, *model.ppar(i));
-    for (double T : {60.0, 120.0, 149.0, 151.0, 600.0})
-        for (double p = 1e-6; p < 1e3; p *= 7.7) {
-            SCOPED_TRACE(testing::Message() << p << " MPa, " << T << " K");
-            EXPECT_EQ(example->Ar(0.01, T), model.Ar(0.01, T));
-            double a = 0, b = 0, c = 0, d = 0;
-            const int n = model.vcalc(p, T, 1, a, b);
-            ASSERT_EQ(example->vcalc(p, T, 1, c, d), n);
-            EXPECT_NEAR(c / a, 1.0, 1e-13);
-            if (n == 3) {
-                EXPECT_NEAR(d / b, 1.0, 1e-13);
-            }
-        }
 }
 }  // namespace
