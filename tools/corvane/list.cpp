@@ -1,5 +1,6 @@
 // corvane list: equations, substances and parameter sets.
 #include <tools/corvane/catalogue.h>
+#include <tools/corvane/commands.h>
 #include <tools/corvane/errors.h>
 #include <tools/corvane/options.h>
 #include <tools/corvane/substances.h>
@@ -7,7 +8,6 @@
 #include <tools/corvane/text.h>
 
 #include <fmt/format.h>
-#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <memory>
@@ -175,24 +175,25 @@ int ListCommand::run() {
 }
 }  // namespace
 
-void add_list(CLI::App& app, Action& action) {
-    auto command = std::make_shared<ListCommand>();
-    CLI::App* sub = app.add_subcommand("list", "equations, substances and parameter sets");
-    sub->add_option("--eos", command->eos, "parameter sets of this equation");
-    sub->add_option("--substance", command->substance,
-                    "parameter sets of this substance: name, synonym, sum formula, CAS number");
-    sub->add_option("TEXT", command->text,
+void add_list(Program& program) {
+    auto list = std::make_shared<ListCommand>();
+    Command command = program.add("list", "equations, substances and parameter sets",
+                                  [list] { return list->run(); });
+    command
+        .positional("TEXT", list->text,
                     "substances with this in their name, a synonym or the CAS number, or with this "
-                    "sum formula");
-    command->options.add_output(*sub);
-    sub->footer(R"(
-Examples:
-  corvane list                        all substances
+                    "sum formula",
+                    false)
+        .value("--eos", list->eos, "parameter sets of this equation")
+        .value("--substance", list->substance,
+               "parameter sets of this substance: name, synonym, sum formula, CAS number");
+    list->options.add_output(command);
+    command.examples(
+        R"(  corvane list                        all substances
   corvane list propan                 propane, cyclopropane, 2_propanol ...
   corvane list C2H6O                  the isomers
   corvane list --substance 74-98-6    parameter sets for propane
   corvane list --eos PR benz          those of PR for benzene and its like)");
-    sub->callback([command, &action] { action = [command] { return command->run(); }; });
 }
 
 }  // namespace cli

@@ -1,54 +1,45 @@
 #include <tools/corvane/errors.h>
 #include <tools/corvane/home.h>
 #include <tools/corvane/options.h>
-
-#include <CLI/CLI.hpp>
+#include <tools/corvane/text.h>
 
 namespace cli {
 
-void Options::add_output(CLI::App& command) {
-    auto* as_csv = command.add_flag("--csv", csv, "comma-separated values");
-    command.add_flag("--json", json, "JSON, with all digits")->excludes(as_csv);
-    command.add_flag("--full", style.full, "17 digits, so that output can be input again");
-    command.add_flag("--no-heading", bare,
-                     "leave out the lines that say where the numbers come from");
-    command.add_option("--data", data, "data home: the directory that holds CorvaneS")
-        ->type_name("DIR");
+void Options::add_output(Command& command) {
+    command.flag("--csv", csv_, "comma-separated values")
+        .flag("--json", json_, "JSON, with all digits")
+        .excludes("--json", "--csv")
+        .flag("--full", style.full, "17 digits, so that output can be input again")
+        .flag("--no-heading", bare_, "leave out the lines on where the numbers come from")
+        .value("--data", data_, "data home: the directory that holds CorvaneS",
+               {.type = "DIRECTORY"});
 }
 
-void Options::add_units(CLI::App& command) {
-    command.add_option("--unit-T", units.temperature, "of temperatures in and out: K, C")
-        ->type_name("UNIT")
-        ->check(CLI::IsMember(unit_names(Quantity::temperature)).description(""));
-    command
-        .add_option("--unit-p", units.pressure, "of pressures in and out: MPa, kPa, bar, atm, Pa")
-        ->type_name("UNIT")
-        ->check(CLI::IsMember(unit_names(Quantity::pressure)).description(""));
-    command
-        .add_option("--unit-rho", units.density,
-                    "of densities in and out: mol/cm3, mol/dm3, mol/m3, kg/m3, g/cm3")
-        ->type_name("UNIT")
-        ->check(CLI::IsMember(unit_names(Quantity::density)).description(""));
-    auto* per_mole = command.add_flag("--molar", molar, "J/mol, mol/cm3 (the default)");
-    command.add_flag("--mass", units.mass, "kJ/kg, kg/m3")->excludes(per_mole);
+void Options::add_units(Command& command) {
+    const auto unit = [&](char const* name, std::string& value, char const* what, Quantity q) {
+        const auto names = unit_names(q);
+        const std::string text = std::string(what) + " in and out: " + join(names, ", ");
+        command.value(name, value, text.c_str(), {.one_of = names, .type = "UNIT"});
+    };
+    unit("--unit-T", units.temperature, "of temperatures", Quantity::temperature);
+    unit("--unit-p", units.pressure, "of pressures", Quantity::pressure);
+    unit("--unit-rho", units.density, "of densities", Quantity::density);
+    command.flag("--molar", molar_, "J/mol, mol/cm3 (the default)")
+        .flag("--mass", units.mass, "kJ/kg, kg/m3")
+        .excludes("--mass", "--molar");
 }
 
-void Options::add_fluid(CLI::App& command) {
-    command.add_option("EOS", fluid.eos, "equation of state: PR, SRK ... (corvane list)")
-        ->required();
-    command
-        .add_option("SUBSTANCE", fluid.substance,
-                    "name, synonym, sum formula or CAS number: carbon_dioxide, CO2, 124-38-9")
-        ->required();
-    command.add_option("--set", fluid.set, "number of the parameter set (default: 1 or the first)")
-        ->type_name("N")
-        ->check(CLI::PositiveNumber.description(""));
+void Options::add_fluid(Command& command) {
+    command.positional("EOS", fluid.eos, "equation of state: PR, SRK ... (corvane list)", true)
+        .positional("SUBSTANCE", fluid.substance,
+                    "name, synonym, sum formula or CAS number: carbon_dioxide, CO2, 124-38-9", true)
+        .count("--set", fluid.set, "number of the parameter set (default: 1 or the first)");
 }
 
 void Options::begin() {
-    style.format = json ? Format::json : csv ? Format::csv : Format::text;
-    style.heading = !bare;
-    enter_data_home(data);
+    style.format = json_ ? Format::json : csv_ ? Format::csv : Format::text;
+    style.heading = !bare_;
+    enter_data_home(data_);
 }
 
 Fluid Options::open() {

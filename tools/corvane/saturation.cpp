@@ -1,4 +1,5 @@
 // corvane saturation: vapour-liquid equilibrium along temperatures or pressures.
+#include <tools/corvane/commands.h>
 #include <tools/corvane/compare.h>
 #include <tools/corvane/errors.h>
 #include <tools/corvane/numbers.h>
@@ -7,7 +8,6 @@
 #include <corvane/equilibria/ffe1core.h>
 
 #include <fmt/format.h>
-#include <CLI/CLI.hpp>
 
 #include <cmath>
 #include <cstdio>
@@ -229,24 +229,25 @@ int SaturationCommand::run() {
 }
 }  // namespace
 
-void add_saturation(CLI::App& app, Action& action) {
-    auto command = std::make_shared<SaturationCommand>();
-    CLI::App* sub = app.add_subcommand("saturation", "vapour-liquid equilibrium of a substance");
-    command->options.add_fluid(*sub);
-    sub->add_option("--T", command->T, "temperatures: 300 or 300,310 or first:last:step");
-    sub->add_option("--p", command->p, "pressures, in the same forms");
-    sub->add_option("--compare", command->compare,
-                    "published points: a CSV file with columns such as T/K, p/MPa, rhoL/(kg/m3)")
-        ->type_name("FILE");
-    sub->add_flag("--all", command->all, "more columns: volumes, Z, phi, h, s, cp of both phases");
-    command->options.add_units(*sub);
-    command->options.add_output(*sub);
-    sub->footer(R"(
-Examples:
-  corvane saturation PR CO2 --T 220:300:10
+void add_saturation(Program& program) {
+    auto saturation = std::make_shared<SaturationCommand>();
+    Command command = program.add("saturation", "vapour-liquid equilibrium of a substance",
+                                  [saturation] { return saturation->run(); });
+    saturation->options.add_fluid(command);
+    command
+        .value("--T", saturation->T, "temperatures: 300 or 300,310 or first:last:step",
+               {.type = "VALUES"})
+        .value("--p", saturation->p, "pressures, in the same forms", {.type = "VALUES"})
+        .value("--compare", saturation->compare,
+               "published points: a CSV file with columns such as T/K, p/MPa, rhoL/(kg/m3)",
+               {.type = "FILE"})
+        .flag("--all", saturation->all, "more columns: volumes, Z, phi, h, s, cp of both phases");
+    saturation->options.add_units(command);
+    saturation->options.add_output(command);
+    command.examples(
+        R"(  corvane saturation PR CO2 --T 220:300:10
   corvane saturation PR water --p 1,5,10 --unit-p bar --unit-T C --mass --all
   corvane saturation PR CO2 --compare points.csv)");
-    sub->callback([command, &action] { action = [command] { return command->run(); }; });
 }
 
 }  // namespace cli

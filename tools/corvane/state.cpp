@@ -1,11 +1,11 @@
 // corvane state: all properties of one state.
+#include <tools/corvane/commands.h>
 #include <tools/corvane/errors.h>
 #include <tools/corvane/numbers.h>
 #include <tools/corvane/options.h>
 #include <tools/corvane/properties.h>
 
 #include <fmt/format.h>
-#include <CLI/CLI.hpp>
 
 #include <cmath>
 #include <memory>
@@ -131,29 +131,28 @@ int StateCommand::run() {
 }
 }  // namespace
 
-void add_state(CLI::App& app, Action& action) {
-    auto command = std::make_shared<StateCommand>();
-    CLI::App* sub = app.add_subcommand("state", "all properties of one state");
-    command->options.add_fluid(*sub);
-    sub->add_option("--T", command->T, "temperature")->required();
-    auto* by_pressure = sub->add_option("--p", command->p, "pressure");
-    sub->add_option("--rho", command->rho, "density")->excludes(by_pressure);
-    sub->add_option("--phase", command->phase,
-                    "root at a given pressure: stable (default), liquid, vapour, both")
-        ->check(CLI::IsMember({"stable", "liquid", "vapour", "both"}).description(""));
-    sub->add_option("--reference", command->reference,
-                    "zero of energies and entropies: table (of the ideal-gas data, default), "
-                    "formation")
-        ->check(CLI::IsMember({"table", "formation"}).description(""));
-    command->options.add_units(*sub);
-    command->options.add_output(*sub);
-    sub->footer(R"(
-Examples:
-  corvane state PR propane --T 300 --p 1
+void add_state(Program& program) {
+    auto state = std::make_shared<StateCommand>();
+    Command command =
+        program.add("state", "all properties of one state", [state] { return state->run(); });
+    state->options.add_fluid(command);
+    command.value("--T", state->T, "temperature", {.required = true})
+        .value("--p", state->p, "pressure")
+        .value("--rho", state->rho, "density")
+        .excludes("--rho", "--p")
+        .value("--phase", state->phase,
+               "root at a given pressure: stable (default), liquid, vapour, both",
+               {.one_of = {"stable", "liquid", "vapour", "both"}, .type = "PHASE"})
+        .value("--reference", state->reference,
+               "zero of energies and entropies: table (of the ideal-gas data, default), formation",
+               {.one_of = {"table", "formation"}, .type = "STATE"});
+    state->options.add_units(command);
+    state->options.add_output(command);
+    command.examples(
+        R"(  corvane state PR propane --T 300 --p 1
   corvane state PR CO2 --T -20 --p 20 --unit-T C --unit-p bar --mass
   corvane state PR propane --T 300 --p 0.9 --phase both
   corvane state PR propane --T 300 --rho 0.011 --json)");
-    sub->callback([command, &action] { action = [command] { return command->run(); }; });
 }
 
 }  // namespace cli

@@ -1,0 +1,12 @@
+// The commands, one source each. To add one: a function here, its source, a line in main.
+#pragma once
+
+#include <tools/corvane/program.h>
+
+namespace cli {
+
+void add_list(Program& program);
+void add_state(Program& program);
+void add_saturation(Program& program);
+
+}  // namespace cli

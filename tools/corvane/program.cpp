@@ -1,0 +1,129 @@
+#include <tools/corvane/errors.h>
+#include <tools/corvane/program.h>
+#include <tools/corvane/suggest.h>
+#include <tools/corvane/text.h>
+
+#include <fmt/format.h>
+#include <CLI/CLI.hpp>
+
+#include <cstdio>
+#include <exception>
+
+namespace cli {
+namespace {
+constexpr int kFailed = 1, kWrongUse = 2;
+
+bool any(CLI::App const*) {
+    return true;
+}
+
+/// Names that could stand where an unexpected word does: options of the command, or commands.
+std::vector<std::string> expected_words(CLI::App const& app) {
+    std::vector<std::string> words;
+    const auto given = app.get_subcommands();
+    if (given.empty())
+        for (CLI::App const* command : app.get_subcommands(any))
+            words.push_back(command->get_name());
+    else
+        for (CLI::Option const* option : given.front()->get_options())
+            for (std::string const& name : option->get_lnames()) words.push_back("--" + name);
+    return words;
+}
+}  // namespace
+
+Command& Command::positional(char const* name, std::string& value, char const* text,
+                             bool required) {
+    app_.add_option(name, value, text)->required(required)->type_name("");
+    return *this;
+}
+
+Command& Command::value(char const* name, std::string& value, char const* text, Rule const& rule) {
+    CLI::Option* option = app_.add_option(name, value, text);
+    option->required(rule.required)->type_name(rule.type);
+    if (!rule.one_of.empty()) option->check(CLI::IsMember(rule.one_of).description(""));
+    return *this;
+}
+
+Command& Command::count(char const* name, int& value, char const* text) {
+    app_.add_option(name, value, text)->type_name("N")->check(CLI::PositiveNumber.description(""));
+    return *this;
+}
+
+Command& Command::flag(char const* name, bool& value, char const* text) {
+    app_.add_flag(name, value, text);
+    return *this;
+}
+
+Command& Command::excludes(char const* name, char const* other) {
+    app_.get_option(name)->excludes(app_.get_option(other));
+    return *this;
+}
+
+Command& Command::examples(char const* lines) {
+    app_.footer(std::string("\nExamples:\n") + lines);
+    return *this;
+}
+
+Program::Program(char const* text, char const* examples)
+    : app_(std::make_unique<CLI::App>(text, "corvane")) {
+    app_->set_version_flag("--version", "corvane " CORVANE_VERSION);
+    app_->footer(examples);
+    app_->require_subcommand(1);
+}
+
+Program::~Program() = default;
+
+Command Program::add(char const* name, char const* text, Action action) {
+    CLI::App* sub = app_->add_subcommand(name, text);
+    sub->callback([this, action = std::move(action)] { chosen_ = action; });
+    return Command(*sub);
+}
+
+std::string Program::command() const {
+    const auto given = app_->get_subcommands();
+    return given.empty() ? "" : given.front()->get_name();
+}
+
+int Program::wrong_use(std::string text) const {
+    const auto extras = app_->remaining(true);
+    const std::string name = command();
+    if (!extras.empty()) {
+        const std::string word = extras.front().substr(0, extras.front().find('='));
+        text = fmt::format("unexpected {}{}", word, did_you_mean(word, expected_words(*app_)));
+    } else if (name.empty()) {
+        std::vector<std::string> names;
+        for (CLI::App const* one : app_->get_subcommands(any)) names.push_back(one->get_name());
+        text = "a command is required: " + join(names, ", ");
+    }
+    for (char& c : text)
+        if (c == '\n') c = ' ';
+    fmt::print(stderr, "corvane: {}{}{} (see corvane {}{}--help)\n", name, name.empty() ? "" : ": ",
+               text, name, name.empty() ? "" : " ");
+    return kWrongUse;
+}
+
+int Program::run(int argc, char** argv) {
+    std::string failure;
+    int code = kFailed;
+    try {
+        app_->parse(argc, argv);
+        return chosen_();
+    } catch (CLI::Success const& e) {  // --help, --version
+        return app_->exit(e);
+    } catch (CLI::ParseError const& e) {
+        return wrong_use(e.what());
+    } catch (Misuse const& e) {
+        failure = e.what();
+        code = kWrongUse;
+    } catch (std::exception const& e) {
+        failure = e.what();
+    } catch (ThException const& e) {
+        failure = describe(e);
+    } catch (MthException const& e) {
+        failure = describe(e);
+    }
+    fmt::print(stderr, "corvane: {}: {}\n", command(), failure);
+    return code;
+}
+
+}  // namespace cli

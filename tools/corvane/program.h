@@ -1,0 +1,62 @@
+// The command line as a whole: its commands and their options. Only program.cpp includes CLI11,
+// which takes long to compile.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace cli {
+
+/// A command's work; returns the exit code.
+using Action = std::function<int()>;
+
+/// What a value may be, and whether it must be given.
+struct Rule {
+    bool required = false;
+    std::vector<std::string> one_of = {};  ///< empty: anything
+    char const* type = "VALUE";            ///< what help calls it
+};
+
+/// A command under construction. The variables must live as long as the program.
+class Command {
+  public:
+    explicit Command(CLI::App& app) : app_(app) {}
+    Command& positional(char const* name, std::string& value, char const* text, bool required);
+    Command& value(char const* name, std::string& value, char const* text, Rule const& rule = {});
+    /// A whole number above zero.
+    Command& count(char const* name, int& value, char const* text);
+    Command& flag(char const* name, bool& value, char const* text);
+    /// The two options do not go together.
+    Command& excludes(char const* name, char const* other);
+    Command& examples(char const* lines);
+
+  private:
+    CLI::App& app_;
+};
+
+class Program {
+  public:
+    Program(char const* text, char const* examples);
+    ~Program();
+
+    Command add(char const* name, char const* text, Action action);
+
+    /// Parses the command line, runs the command and reports what is thrown: "corvane: <command>:
+    /// <text>" on standard error. Returns the exit code: 0 done, 1 failed, 2 wrong use.
+    int run(int argc, char** argv);
+
+  private:
+    int wrong_use(std::string text) const;
+    std::string command() const;
+
+    std::unique_ptr<CLI::App> app_;
+    Action chosen_;
+};
+
+}  // namespace cli
