@@ -2,7 +2,7 @@
 #include <corvane/plugin/plugin.h>
 #include <corvane/plugin/section.h>
 #include <corvane/plugin/tables.h>
-#include <plugins/pcsaft/density.h>
+#include <plugins/common/pcsaft/density.h>
 #include <plugins/pcsaft/fluid.h>
 
 #include <array>
@@ -97,7 +97,8 @@ class PcSaft final : public Model1, public corvane::Deriv1 {
     void fill_tables() {
         auto at = [this](double rho, double T) {
             const Isotherm<double> fluid(parameters(), T);
-            return corvane::pcsaft::PressureCurve{fluid, par_[2] * fluid.packing()}(rho);
+            return corvane::pcsaft::PressureCurve<Isotherm<double>>{fluid,
+                                                                    par_[2] * fluid.packing()}(rho);
         };
         // The largest density stays below the further loops at low temperature.
         const corvane::TableRange range{.Tc = Tcrit(),

@@ -1,5 +1,8 @@
 // Density roots of PC-SAFT along an isotherm, in the packing fraction.
 //
+// A Fluid is one at fixed temperature and composition; its slope(eta) gives ∂(A^r/RT)/∂eta for the
+// packing fraction as a double or a Jet, its ar(eta) the value.
+//
 // Between eta = 0 and 0.6 the pressure is concave first and convex afterwards, with one inflection,
 // for every parameter set in the data: so there is at most one loop there, around the smallest
 // slope. Further loops of the dispersion polynomials appear beyond eta = 0.65 at temperatures below
@@ -10,7 +13,6 @@
 
 #include <corvane/plugin/roots.h>
 #include <plugins/common/jet.h>
-#include <plugins/pcsaft/fluid.h>
 
 #include <algorithm>
 #include <cmath>
@@ -28,8 +30,9 @@ inline constexpr double kCold = 0.5;
 inline constexpr double kFurtherLoop = 0.71, kSteep = 200.0;
 
 /// rho·Z [mol/cm³] and its slope in rho, for the roots of the kit.
+template <class Fluid>
 struct PressureCurve {
-    Isotherm<double> const& fluid;
+    Fluid const& fluid;
     double packing;  // eta/rho, cm³/mol
 
     IsothermPoint operator()(double rho) const {
@@ -42,7 +45,8 @@ struct PressureCurve {
 /// A packing fraction at which the pressure does not rise, or 0 if it rises up to the dense end.
 /// Newton's method for the inflection, kept in a bracket, from the usual critical packing fraction;
 /// it is left as soon as the answer is certain: one or two evaluations as a rule, at most 50.
-inline double falling_packing(Isotherm<double> const& fluid) {
+template <class Fluid>
+double falling_packing(Fluid const& fluid) {
     double low = 0.0, high = kDense, eta = 0.13;
     const auto first = fluid.slope(Jet<1>::along_h(eta));
     if (1.0 + eta * (2.0 * first(0) + first(1)) <= 0.0) return eta;
@@ -74,8 +78,8 @@ inline double liquid_packing(double reduced_temperature) {
 /// A packing fraction closer to the root of pressure/(R·T) = P by secant steps, which need no slope
 /// and cost a quarter of a Newton step; the start itself where they leave (low, high). At most
 /// eight evaluations.
-inline double approach(Isotherm<double> const& fluid, double P, double start, double low,
-                       double high) {
+template <class Fluid>
+double approach(Fluid const& fluid, double P, double start, double low, double high) {
     auto excess = [&](double eta) { return eta * (1.0 + eta * fluid.slope(eta)) - P; };
     double a = start, fa = excess(a), b = 0.99 * start;
     for (int k = 0; k < 7 && std::abs(b - a) > 1e-5 * b; ++k) {
@@ -90,7 +94,8 @@ inline double approach(Isotherm<double> const& fluid, double P, double start, do
 
 /// A density between 0 and top at which the pressure rises through P, by bisection to the last
 /// digit; 0 where the pressure at the top is lower.
-inline double rising_crossing(PressureCurve const& curve, double P, double top) {
+template <class Curve>
+double rising_crossing(Curve const& curve, double P, double top) {
     double low = 0.0, high = top;
     if (!(curve(high).P >= P)) return 0.0;
     for (int k = 0; k < 100; ++k) {
@@ -101,40 +106,48 @@ inline double rising_crossing(PressureCurve const& curve, double P, double top) 
     return high;
 }
 
-/// Model1::vcalc: the stable roots at P = p/(R·T) [mol/cm³], in the order that `phase` asks for.
+/// Root on the liquid branch, or the only root where `loop` is 0; 0 if there is none.
+/// @param loop   packing fraction in the loop, from falling_packing
 /// @param start  packing fraction near which the liquid is looked for first
-inline int density_roots(Isotherm<double> const& fluid, double packing, double P, int phase,
-                         double start, double& rho1, double& rho2) {
-    if (!(packing > 0.0) || !std::isfinite(packing) || !std::isfinite(P)) return 0;
-    const PressureCurve curve{fluid, packing};
-    const double loop = falling_packing(fluid), falling = loop / packing;
-    double top = kClosePacking / packing;
-    auto reaches = [&](double rho) {  // the kit ends at the top where the pressure is not reached
-        return std::abs(curve(rho).P - P) <= 1e-9 * std::abs(P) + 1e-9 * rho;
-    };
-    double dilute = 0.0, dense = 0.0;
-    auto solve_dense = [&] {
-        if (falling > 0.0) {
-            const double near = approach(fluid, P * packing, start, loop, kDense) / packing;
-            return stable_root(curve, P, Branch::dense, near, top, falling, false);
-        }
-        if (!(P > 0.0)) return 0.0;
-        return stable_root(curve, P, Branch::dilute, P / (1.0 + P / top), 0.0, top, true);
-    };
-    dense = solve_dense();
-    if (!(dense * packing < kDense) || !(dense > 0.0)) {
-        if (!(curve(kFurtherLoop / packing).dP > kSteep)) {
-            const double end = spinodal(curve, kCold / packing, top, 24);
-            if (end > 0.0) {
-                top = end;
-                dense = solve_dense();
-            }
-        }
-        if (dense > 0.0 && !reaches(dense)) dense = 0.0;
+/// @param top    density at which the branch ends
+template <class Fluid>
+double dense_root(PressureCurve<Fluid> const& curve, double P, double loop, double start,
+                  double top) {
+    const double packing = curve.packing;
+    double rho = 0.0;
+    if (loop > 0.0) {
+        const double near = approach(curve.fluid, P * packing, start, loop, kDense) / packing;
+        rho = stable_root(curve, P, Branch::dense, near, top, loop / packing, false);
+    } else if (P > 0.0) {
+        rho = stable_root(curve, P, Branch::dilute, P / (1.0 + P / top), 0.0, top, true);
     }
-    if (falling > 0.0 && P > 0.0) {
+    // A bracket that does not hold the root ends at the top.
+    const bool beyond = rho >= 0.99 * top && std::abs(curve(rho).P - P) > 1e-9 * (P + rho);
+    return beyond ? 0.0 : rho;
+}
+
+/// Model1::vcalc: the stable roots at P = p/(R·T) [mol/cm³], in the order that `phase` asks for.
+/// @param packing  eta/rho, cm³/mol
+/// @param start    packing fraction near which the liquid is looked for first
+template <class Fluid>
+int density_roots(Fluid const& fluid, double packing, double P, int phase, double start,
+                  double& rho1, double& rho2) {
+    if (!(packing > 0.0) || !std::isfinite(packing) || !std::isfinite(P)) return 0;
+    const PressureCurve<Fluid> curve{fluid, packing};
+    const double loop = falling_packing(fluid);
+    double top = kClosePacking / packing;
+    double dilute = 0.0, dense = dense_root(curve, P, loop, start, top);
+    if (!(dense > 0.0 && dense * packing < kDense) &&
+        !(curve(kFurtherLoop / packing).dP > kSteep)) {
+        const double end = spinodal(curve, kCold / packing, top, 24);
+        if (end > 0.0) {
+            top = end;
+            dense = dense_root(curve, P, loop, start, top);
+        }
+    }
+    if (loop > 0.0 && P > 0.0) {
         const double near = approach(fluid, P * packing, P * packing, 0.0, loop) / packing;
-        dilute = stable_root(curve, P, Branch::dilute, near, 0.0, falling, false);
+        dilute = stable_root(curve, P, Branch::dilute, near, 0.0, loop / packing, false);
     }
     // At the critical temperature rounding makes a loop that holds the root itself.
     if (dilute == 0.0 && dense == 0.0 && P > 0.0) dense = rising_crossing(curve, P, top);
