@@ -37,9 +37,11 @@ INSTANTIATE_TEST_SUITE_P(Conformance, EveryEquation, testing::ValuesIn(fluids())
 template <class F>
 void for_each_state(Model1 const& m, F f) {
     for (double Tr : {0.6, 0.8, 0.95, 1.05, 1.5, 2.5})
-        for (double r : {1e-8, 1e-4, 0.01, 0.2, 0.7, 1.0, 1.5, 2.2, 2.6}) {
+        // Not at rho_c itself, where reference equations have terms like |rho/rho_c − 1|^3.3, which
+        // differences do not see well.
+        for (double r : {1e-8, 1e-4, 0.01, 0.2, 0.7, 1.1, 1.5, 2.2, 2.6}) {
             const double T = Tr * m.Tcrit(), rho = r / m.vcrit();
-            if (!std::isfinite(m.Z(rho, T)) || m.pV(rho, T) <= 0.01) continue;
+            if (!std::isfinite(m.Z(rho, T)) || m.pV(rho, T) <= 0.01 || m.off(rho, T)) continue;
             SCOPED_TRACE(testing::Message() << "Tr = " << Tr << ", rho/rho_c = " << r);
             f(rho, T);
         }
@@ -147,6 +149,8 @@ TEST_P(EveryEquation, DensityRootsAreRootsStableAndOrdered) {
 }
 
 // A scan of the isotherm finds every stable crossing; vcalc must return the lowest and the highest.
+// Below the critical temperature only the two outer branches hold states: not the loops that some
+// equations have between them.
 TEST_P(EveryEquation, DensityRootsAreTheOutermostOnesOfTheIsotherm) {
     Model1 const& m = *model_;
     for (double Tr : {0.65, 0.85, 0.97, 1.1})
@@ -155,7 +159,7 @@ TEST_P(EveryEquation, DensityRootsAreTheOutermostOnesOfTheIsotherm) {
             const double T = Tr * m.Tcrit();
             double dense = 0, dilute = 0;
             const int n = m.vcalc(p, T, 1, dense, dilute);
-            if (n == 1) dilute = dense;
+            if (n == 1) dilute = Tr < 1 ? std::min(dense, m.xrho(T, 3)) : dense;
             // No crossing below the dilute root, or between the dense root and 15 % above it.
             const auto excess = [&](double rho) { return m.Z(rho, T) * R * T * rho - p; };
             for (int k = 1; k < 400; ++k) {

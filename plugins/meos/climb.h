@@ -1,0 +1,44 @@
+// States of an isotherm and the iteration that finds a density on one of its rising branches.
+#pragma once
+
+#include <plugins/meos/isotherm.h>
+
+#include <limits>
+
+namespace corvane::meos {
+
+inline constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+/// A density with what the isotherm does there: P = rho·Z = p/(RT), S = ∂P/∂rho, C = rho·∂²P/∂rho².
+struct IsothermState {
+    double rho = 0.0, P = 0.0, S = 0.0, C = 0.0;
+};
+
+inline IsothermState state_at(Isotherm<false> const& isotherm, double rho) {
+    const Value v = isotherm.at<3>(rho);
+    return {rho, rho * v.Z(), v.slope(), v.curvature()};
+}
+
+/// Relative change of density that leads to P if the modulus K = rho·S is linear in P (Murnaghan,
+/// Proc. Natl. Acad. Sci. 30 (1944) 244): third-order convergence, exact for an ideal gas, and good
+/// for a liquid over hundreds of MPa. Not-a-number where such a branch would not reach P.
+double murnaghan_step(double q, double bend);
+
+/// Where climb looks for a root: low < root < high, and `on` is a density of the rising branch. An
+/// end that is not known to lie on the branch is open.
+struct Bracket {
+    double low, high, on;
+    bool low_open, high_open;
+};
+
+/// Root at P on the rising branch, from x on; 0 if the branch ends before it reaches P. Steps of
+/// Murnaghan's form, or Newton's, or bisection where those leave the bracket; a density where the
+/// isotherm falls moves the end on its side in. Ends when the error after the next step is below
+/// rounding, three evaluations as a rule.
+double climb(Isotherm<false> const& isotherm, double P, double x, Bracket b);
+
+/// The zero of the slope next to x, by Newton's method with steps of at most a tenth of the
+/// density; rho = 0 if that finds none between low and high.
+IsothermState spinodal_near(Isotherm<false> const& isotherm, double x, double low, double high);
+
+}  // namespace corvane::meos

@@ -1,0 +1,159 @@
+#include <corvane/plugin/roots.h>
+#include <plugins/meos/density_solver.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane::meos {
+namespace {
+
+constexpr double kDense = 3.0;  // times the critical density: a liquid at low temperature
+
+/// First trial on the dilute branch: the cubic in rho that is an ideal gas at zero density and has
+/// its maximum P at the spinodal.
+double dilute_start(IsothermState const& spinodal, double P) {
+    const double f = P / spinodal.P, a = spinodal.rho / spinodal.P;
+    double y = f / (1.0 + std::sqrt(std::max(1.0 - f, 0.0)));
+    if (!(a > 1.5 && a < 3.0)) return y * spinodal.rho;
+    for (int k = 0; k < 2; ++k) {
+        const double slope = a + y * (2.0 * (3.0 - 2.0 * a) + 3.0 * (a - 2.0) * y);
+        if (!(slope > 0.0)) break;
+        y -= (y * (a + y * (3.0 - 2.0 * a + (a - 2.0) * y)) - f) / slope;
+        y = std::clamp(y, 0.0, 1.0);
+    }
+    return y * spinodal.rho;
+}
+
+/// First trial on the dense branch: beyond the tabulated liquid with a linear modulus, before it
+/// with the cubic in rho that has its minimum P at the spinodal and the slope of the liquid at the
+/// liquid.
+double dense_start(LoopRow const& row, double P) {
+    IsothermState const &liquid = row.liquid, &spinodal = row.dense;
+    const double rise = liquid.P - spinodal.P, width = liquid.rho - spinodal.rho;
+    if (P >= liquid.P) {
+        const double q = (P - liquid.P) / (liquid.rho * liquid.S);
+        const double step = murnaghan_step(q, liquid.C / liquid.S);
+        return liquid.rho * (1.0 + (std::isfinite(step) ? std::min(step, 0.5) : 0.0));
+    }
+    const double f = std::clamp((P - spinodal.P) / rise, 0.0, 1.0);
+    const double a = std::clamp(3.0 - liquid.S * width / rise, 0.2, 2.5);
+    double y = std::sqrt(f);
+    for (int k = 0; k < 2 && y > 0.0; ++k)
+        y -= (y * y * (a + (1.0 - a) * y) - f) / (y * (2.0 * a + 3.0 * (1.0 - a) * y));
+    return spinodal.rho + width * std::clamp(y, 1e-3, 1.0);
+}
+
+enum class Reach { no, yes, near };
+/// Does a branch that ends at `limit` reach the point that lies `beyond` inside of it?
+Reach reach(double beyond, double doubt) {
+    return beyond > doubt ? Reach::yes : beyond < -doubt ? Reach::no : Reach::near;
+}
+
+/// Distance from a spinodal to the density at P, by the parabola there.
+double parabola(IsothermState const& spinodal, double P) {
+    return std::sqrt(2.0 * (P - spinodal.P) * spinodal.rho / spinodal.C);
+}
+
+/// Roots below Tc from the row of the tables; false if the row proves wrong.
+bool roots_of_row(Isotherm<false> const& isotherm, LoopRow const& row, double rho_c, double P,
+                  Roots& roots) {
+    const Reach gas =
+        P > 0.0 ? reach(row.dilute.P - P, row.dilute_soft ? 0.0 : row.dilute_doubt) : Reach::no;
+    if (gas == Reach::yes) {
+        roots.dilute = climb(isotherm, P, dilute_start(row.dilute, P),
+                             {0.0, 1.1 * row.dilute.rho, 0.0, false, true});
+        if (roots.dilute == 0.0) return false;
+    } else if (gas == Reach::near) {
+        const IsothermState end = spinodal_near(isotherm, row.dilute.rho, 0.0, 1.1 * rho_c);
+        if (!(end.C < 0.0)) return false;
+        if (P < end.P)
+            roots.dilute =
+                climb(isotherm, P, end.rho - parabola(end, P), {0.0, end.rho, 0.0, false, false});
+    }
+    const Reach liquid = reach(P - row.dense.P, row.dense_soft ? 0.0 : row.dense_doubt);
+    if (liquid == Reach::yes) {
+        roots.dense = climb(isotherm, P, dense_start(row, P),
+                            {0.9 * row.dense.rho, kInfinity, row.liquid.rho, true, true});
+        return roots.dense > 0.0 || P > row.liquid.P;
+    }
+    if (liquid == Reach::near) {
+        const IsothermState end = spinodal_near(isotherm, row.dense.rho, 0.9 * rho_c, kInfinity);
+        if (!(end.C > 0.0)) return false;
+        if (P > end.P)
+            roots.dense = climb(isotherm, P, end.rho + parabola(end, P),
+                                {end.rho, kInfinity, end.rho, false, true});
+    }
+    return true;
+}
+
+/// For a pressure that neither outer branch reaches: a root on a rising branch between them, or
+/// else (at the critical point, where rounding makes such a gap) the dense spinodal.
+double root_between(Isotherm<false> const& isotherm, double P, double low, double high) {
+    constexpr int steps = 200;
+    IsothermState a = state_at(isotherm, low);
+    for (int k = 1; k <= steps; ++k) {
+        const IsothermState b = state_at(isotherm, low + (high - low) * k / steps);
+        if (a.S > 0.0 && b.S > 0.0 && a.P <= P && b.P > P)
+            return climb(isotherm, P, 0.5 * (a.rho + b.rho), {a.rho, b.rho, 0.0, false, false});
+        a = b;
+    }
+    return high;
+}
+
+/// Roots without tables.
+Roots scanned_roots(Isotherm<false> const& isotherm, double rho_c, double P) {
+    constexpr int steps = 48;
+    const auto slope = [&](double rho) {
+        const Value v = isotherm.at<3>(rho);
+        return IsothermPoint{rho * v.Z(), v.slope()};
+    };
+    double top = kDense * rho_c;
+    for (int k = 0; k < 6 && !(slope(top).dP > 0.0); ++k) top *= 1.1;
+    const double middle = falling_density(slope, rho_c, top, steps);
+    if (!(middle > 0.0)) {
+        const double ideal = P / (1.0 + P / top);
+        return {0.0, P > 0.0 ? climb(isotherm, P, ideal, {0.0, kInfinity, 0.0, false, true}) : 0.0};
+    }
+    const double low = spinodal(slope, 1e-9 * top, middle, steps);
+    const double high = spinodal(slope, top, middle, steps);
+    Roots roots;
+    if (P > 0.0 && low > 0.0 && slope(low).P > P)
+        roots.dilute = climb(isotherm, P, P, {0.0, low, 0.0, false, false});
+    if (high > 0.0 && slope(high).P < P)
+        roots.dense = climb(isotherm, P, 1.1 * high, {high, kInfinity, high, false, true});
+    if (P > 0.0 && roots.dilute == 0.0 && roots.dense == 0.0)
+        roots.dense = high > low && low > 0.0 ? root_between(isotherm, P, low, high) : middle;
+    return roots;
+}
+
+}  // namespace
+
+Roots density_roots(Equation const& equation, StartTables const& tables,
+                    Isotherm<false> const& isotherm, double P) {
+    const double T = isotherm.T();
+    if (!std::isfinite(P)) return {};
+    if (tables.matches(equation)) {
+        if (T >= tables.Tc()) {
+            if (!(P > 0.0)) return {};
+            const double root =
+                climb(isotherm, P, tables.supercritical(T, P), {0.0, kInfinity, 0.0, false, true});
+            if (root > 0.0) return {0.0, root};
+        } else if (const LoopRow row = tables.loop(T); row.known) {
+            Roots roots;
+            if (roots_of_row(isotherm, row, tables.rho_c(), P, roots)) return roots;
+        }
+    }
+    return scanned_roots(isotherm, tables.rho_c() > 0.0 ? tables.rho_c() : 1.0 / equation.vs(), P);
+}
+
+double start_density(Equation const& equation, StartTables const& tables, double T, double P,
+                     int phase) {
+    if (tables.matches(equation) && T > 0.0) {
+        if (T >= tables.Tc()) return tables.supercritical(T, P);
+        if (const LoopRow row = tables.loop(T); row.known)
+            return phase == 1 ? dense_start(row, P) : dilute_start(row.dilute, P);
+    }
+    return phase == 1 ? kDense / equation.vs() : P;
+}
+
+}  // namespace corvane::meos

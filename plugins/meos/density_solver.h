@@ -1,0 +1,28 @@
+// Density roots of a multiparameter equation.
+#pragma once
+
+#include <plugins/meos/start_tables.h>
+
+namespace corvane::meos {
+
+/// The stable densities at P = p/(RT), mol/cm³; 0 where there is none.
+struct Roots {
+    double dilute = 0.0, dense = 0.0;
+};
+
+/// Root on the first rising branch of the isotherm, from zero density, and on the last one, from
+/// the dense side; loops between the two are never looked at. Where the isotherm has no loop, the
+/// only root is `dense`, and `dilute` is 0. P <= 0 can have a dense root, a liquid under tension.
+///
+/// The tables give start values and say which branches reach P; where they leave that in doubt, the
+/// spinodals of this temperature are worked out. If the parameters have changed since the tables
+/// were made, or below their lowest temperature, a scan of the isotherm takes their place.
+Roots density_roots(Equation const& equation, StartTables const& tables,
+                    Isotherm<false> const& isotherm, double P);
+
+/// The density from which that search starts on the branch that the phase code names: 1 dense,
+/// otherwise dilute. Without a known branch, an ideal gas or three times the critical density.
+double start_density(Equation const& equation, StartTables const& tables, double T, double P,
+                     int phase);
+
+}  // namespace corvane::meos

@@ -1,0 +1,77 @@
+// The plug-in MEOS: multiparameter reference equations, read entirely from the parameter file.
+#include <corvane/plugin/plugin.h>
+#include <corvane/plugin/roots.h>
+#include <plugins/meos/density_solver.h>
+
+#include <cmath>
+
+namespace {
+
+using namespace corvane::meos;
+
+class Meos final : public Model1, public corvane::Deriv1 {
+  public:
+    Meos() {
+        eos_ = "MEOS";
+        mpar_ = madj_ = equation_.parameters();
+    }
+    using Model1::ppar;
+    double* ppar(int i) override { return equation_.parameter(i); }
+
+    void par_in(FILE* f, int /*mode*/) override {
+        equation_.read(f);
+        mpar_ = equation_.parameters();
+        madj_ = 2 + equation_.terms();  // Ts, vs and the factors of the terms
+        omega(equation_.omega());
+        tables_.fill(equation_, Tcrit(), 1.0 / vcrit(), Ttable_, dilute_, dense_);
+    }
+    void par_out(FILE* f) const override { equation_.write(f); }
+
+    double Ar(double rho, double T) const override {
+        return Isotherm<false>(equation_, T).at<0>(rho).a;
+    }
+    double Z(double rho, double T) const override {
+        return Isotherm<false>(equation_, T).at<1>(rho).Z();
+    }
+
+    int vcalc(double p, double T, int phase, double& rho1, double& rho2) const override {
+        if (!(T > 0.0) || !std::isfinite(T) || !std::isfinite(p)) return 0;
+        const Isotherm<false> isotherm(equation_, T);
+        const double P = p / (R * T);
+        const Roots roots = density_roots(equation_, tables_, isotherm, P);
+        const auto below = [&](double start) { return start * isotherm.at<1>(start).Z() > P; };
+        const auto gibbs = [&](double rho) {
+            const Value v = isotherm.at<1>(rho);
+            return v.a + v.d1 + std::log(rho);
+        };
+        return corvane::order_roots(roots.dilute, roots.dense, phase, below, gibbs, rho1, rho2);
+    }
+    double xinit(double p, double T, int phase) const override {
+        return start_density(equation_, tables_, T, p / (R * T), phase);
+    }
+
+    int deriv(double rho, double T, int nrho, int nT, double* d) const override {
+        if (nrho < 0 || nT < 0) return 0;
+        if (nT == 0 && nrho <= 3) {
+            const Value v = Isotherm<false>(equation_, T).at<3>(rho);
+            const double all[] = {v.a, v.d1, v.d2, v.d3};
+            for (int i = 0; i <= nrho; ++i) d[i] = all[i];
+            return 1;
+        }
+        if (nrho + nT > 2) return 0;
+        // T·∂/∂T = −τ·∂/∂τ, T²·∂²/∂T² = τ²·∂²/∂τ² + 2τ·∂/∂τ.
+        const Value v = Isotherm<true>(equation_, T).at<2>(rho);
+        const double all[3][3] = {{v.a, -v.t1, v.t2 + 2.0 * v.t1}, {v.d1, -v.dt, 0.0}, {v.d2}};
+        for (int i = 0; i <= nrho; ++i)
+            for (int j = 0; j <= nT; ++j) d[i * (nT + 1) + j] = all[i][j];
+        return 1;
+    }
+
+  private:
+    Equation equation_;
+    StartTables tables_;
+};
+
+}  // namespace
+
+CORVANE_PLUGIN1(Meos)

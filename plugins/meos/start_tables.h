@@ -1,0 +1,48 @@
+// Where the density roots of an equation lie: spinodals and start values, tabulated when it is
+// read.
+#pragma once
+
+#include <corvane/core/containers.h>
+#include <plugins/meos/trace.h>
+
+#include <vector>
+
+namespace corvane::meos {
+
+/// Numbers that were true when `fill` ran; they are start values and decide nothing by themselves
+/// near a spinodal. `matches` says whether the equation still has the parameters it had then.
+class StartTables {
+  public:
+    static constexpr int kCount = 200;      // temperatures below Tc
+    static constexpr double kLowest = 0.2;  // of Tc
+    static constexpr int kRows = 25;        // temperatures above Tc, equal steps of 1/T
+    static constexpr int kColumns = 16;     // densities, steps of rho_c/4
+
+    /// Works everything out, from the critical point downwards until a temperature has no loop that
+    /// continues the one above. Also fills the three range tables of the model: T[0] = 1e5 K,
+    /// T[1] = Tc, T[1+k] = Tc − (Tc − Tmin)·(k/200)²; below Tc the spinodals, from Tc on
+    /// rho_c/0.999 and rho_c/1.001, so that no density is ruled out there.
+    void fill(Equation const& equation, double Tc, double rho_c, Vector<double>& T,
+              Vector<double>& dilute, Vector<double>& dense);
+
+    bool matches(Equation const& equation) const { return snapshot_ == equation.pool(); }
+    double Tc() const { return Tc_; }
+    double rho_c() const { return rho_c_; }
+    /// Below Tc; not known below the last temperature.
+    LoopRow loop(double T) const;
+    /// Density at P on an isotherm above Tc, a few per cent off at worst.
+    double supercritical(double T, double P) const;
+
+  private:
+    void fill_supercritical(Equation const& equation);
+
+    double Tc_ = 0.0, rho_c_ = 0.0, step_ = 0.0;  // T_k = Tc − step·k²
+    std::vector<LoopRow> rows_;                   // k = 0 (critical point), 1, 2 …
+    struct Node {
+        double F, S;  // P/rho_c and its slope in rho/rho_c
+    };
+    std::vector<Node> grid_;
+    std::vector<double> snapshot_;
+};
+
+}  // namespace corvane::meos

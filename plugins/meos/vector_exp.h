@@ -1,0 +1,76 @@
+// The exponential function of an array, several numbers at a time in the compiler's portable vector
+// types. Lane by lane it is plain IEEE arithmetic without contraction, so every machine, and every
+// vector width, gives the same bits.
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+#include <limits>
+
+namespace corvane::meos {
+
+using V2 [[gnu::vector_size(16)]] = double;
+using I2 [[gnu::vector_size(16)]] = std::int64_t;
+
+/// Array lengths are rounded up to whole vectors of four.
+constexpr int padded(int count) {
+    return (count + 3) & ~3;
+}
+
+/// x = k·ln 2 + r, |r| <= ln(2)/2, with ln 2 split in two so that k·ln2_hi is exact (Cody & Waite,
+/// Software Manual for the Elementary Functions, 1980); exp(r) = 1 + (r + r²·q(r)), q the Chebyshev
+/// approximation of degree 10 to (exp(r) − 1 − r)/r², which makes a relative error of 4e-19 in exp.
+template <class V, class I>
+[[gnu::always_inline]] inline void exp_lanes(double* x, int count) {
+    constexpr int lanes = sizeof(V) / sizeof(double);
+    constexpr double to_integer = 6755399441055744.0;  // 1.5·2^52: adding it rounds to an integer
+    for (int i = 0; i < count; i += lanes) {
+        V v;
+        std::memcpy(&v, x + i, sizeof v);
+        const V shifted = v * 1.4426950408889634 + to_integer;
+        const V k = shifted - to_integer;
+        const V r = (v - k * 0.6931471803691238) - k * 1.9082149292705877e-10;
+        const V r2 = r * r, r4 = r2 * r2;
+        const V q0 =
+            (0.5 + 0.1666666666666667 * r) + (0.04166666666666667 + 0.008333333333326136 * r) * r2;
+        const V q1 = (0.0013888888888883748 + 0.00019841269874820627 * r) +
+                     (2.4801587325547743e-05 + 2.7557255400206422e-06 * r) * r2;
+        const V q2 =
+            (2.75572736431103e-07 + 2.5105217004720745e-08 * r) + 2.0914686968086876e-09 * r2;
+        const V y = 1.0 + (r + r2 * (q0 + (q1 + q2 * r4) * r4));
+        I exponent, bits;
+        std::memcpy(&exponent, &shifted, sizeof exponent);  // k in the low bits
+        std::memcpy(&bits, &y, sizeof bits);
+        bits += exponent << 52;
+        V result;
+        std::memcpy(&result, &bits, sizeof result);
+        const V zero = {}, infinity = zero + std::numeric_limits<double>::infinity();
+        result = v < -708.0 ? zero : result;
+        result = v > 709.0 ? infinity : result;
+        result = v == v ? result : v;
+        std::memcpy(x + i, &result, sizeof result);
+    }
+}
+
+inline void exp_narrow(double* x, int count) {
+    exp_lanes<V2, I2>(x, count);
+}
+
+#if defined(__x86_64__)
+using V4 [[gnu::vector_size(32)]] = double;
+using I4 [[gnu::vector_size(32)]] = std::int64_t;
+
+[[gnu::target("avx2")]] inline void exp_wide(double* x, int count) {
+    exp_lanes<V4, I4>(x, count);
+}
+
+/// x[i] = exp(x[i]) for padded(count) elements, within 1 ulp (tested). Below −708 the result is 0,
+/// above 709 infinite; not-a-number stays.
+inline void (*const exp_in_place)(double* x, int count) = __builtin_cpu_supports("avx2")
+                                                              ? exp_wide
+                                                              : exp_narrow;
+#else
+inline constexpr auto exp_in_place = exp_narrow;
+#endif
+
+}  // namespace corvane::meos
