@@ -41,6 +41,16 @@ TEST(TwoPhase, Limits) {
     march(*m, 230, 1e-9, 1e-9, [&](double, Bubble const& b) {
         EXPECT_NEAR(b.rho2[1] / b.rho2.sum() * b.p / p, 1, 1e-7);
     });
+    // A ternary without its second component is the binary.
+    const Mixture three = mixture_of("PR", "vdW1", {"methane", "ethane", "propane"});
+    three->param(0, 0, 2, 0.01);
+    march(*m, 230, 0.1, 0.1, [&](double x, Bubble const& b) {
+        double p3 = 0, rho1 = b.rho1;
+        Vector<double> rho2 = vec({0.9 * b.rho2[0], 5, b.rho2[1]});
+        vleN_T(three.get(), 230, vec({x, 0, 1 - x}), p3, rho1, rho2);
+        EXPECT_NEAR(p3 / b.p, 1, 1e-10);
+        EXPECT_EQ(rho2[1], 0.0);
+    });
     // Identical components boil like one; twins have their azeotrope at x = 1/2 by symmetry.
     for (double k : {0.0, 0.05}) {
         const VdwTwins twins(k);
