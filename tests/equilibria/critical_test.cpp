@@ -89,7 +89,7 @@ TEST(Critical, LinesOfSeveralTypes) {
     } rows[] = {{"nitrogen", "methane", 0.03, 0, 0.05, LineEnd::pure, 1},  // continuous
                 {"methane", "propane", 0.01, 0.5, -0.05, LineEnd::pure, 0},
                 {"methane", "propane", 0.01, 1, -0.2, LineEnd::pure, 0},
-                // extrema of T and x, and a line of two liquids apart
+                // extrema of T and p, and a line of two liquids apart
                 {"carbon_dioxide", "decane", 0.1, 0, 0.05, LineEnd::pure, 1},
                 // the two lines joined otherwise
                 {"carbon_dioxide", "decane", 0.1141, 0, 0.05, LineEnd::dense, -1},
