@@ -173,3 +173,31 @@ TEST(Cli, SubstanceWithoutIdealGasTableOrStandardSet) {
                  {},
                  {"ideal-gas table CorvaneS/ideal/propane: duplicate x data (MthException 5)"}}});
 }
+
+TEST(Cli, RangesThatFilesStateAreHeldAgainstTheState) {
+    const Scratch scratch;
+    const auto tree = scratch.home() / "CorvaneS";
+    std::filesystem::create_directories("CorvaneS/parameters/PR");
+    std::filesystem::copy_file(tree / "libthPR.dll", "CorvaneS/libthPR.dll");
+    std::string set = Scratch::read(tree / "parameters/PR/propane;1");
+    set.resize(set.find("valid:"));
+    scratch.write("CorvaneS/parameters/PR/propane;1", set + "valid:\t250 320 2\r\n");
+    scratch.write("CorvaneS/ideal/propane", "3\n200 60\n300 74\n400 94\nvalid:\t- 310\n");
+    expect_all(
+        {{"state PR propane --T 300 --p 1",
+          0,
+          {"range of the set: from 250 K to 320 K and up to 2 MPa"},
+          {}},
+         {"state PR propane --T 300 --p 1 --json --unit-T C", 0, {"from -23.15 C to 46.85 C"}, {}},
+         {"state PR propane --T 330 --p 3",
+          0,
+          {"# liquid: extrapolated: above 320 K, above 2 MPa, ideal-gas data above 310 K"},
+          {}},
+         {"state PR propane --T 190 --p 1", 0, {"below 250 K, ideal-gas data below 200"}, {}},
+         {"saturation PR propane --T 315", 0, {"\n315"}, {}}});
+    EXPECT_EQ(run_corvane("state PR propane --T 310 --p 2").out.find("extrapolated"),
+              std::string::npos);
+    EXPECT_EQ(run_corvane("saturation PR propane --T 315").out.find("extrapolated"),
+              std::string::npos)
+        << "no ideal-gas data among these columns";
+}

@@ -86,6 +86,8 @@ class March {
     /// @throws Failure naming the point
     Equilibrium at(double given) {
         Model1 const& model = *fluid_.model;
+        if (std::isnan(given))
+            throw Failure(fmt::format("a published point without {}", by_T_ ? "T" : "p"));
         const Quantity quantity = by_T_ ? Quantity::temperature : Quantity::pressure;
         const std::string what = fmt::format("{} at {} = {}", fluid_.name(), by_T_ ? "T" : "p",
                                              units_.text(quantity, given));
