@@ -13,8 +13,7 @@ using corvane::LineEnd;
 
 namespace {
 
-// ---- the critical point of a composition
-// ---------------------------------------------------------
+// The critical point of a composition.
 
 constexpr int kTrials = 10;
 constexpr double kFirstTrial = 0.001, kRootTolerance = 1e-10, kStencil = 0.001;  // relative
@@ -94,8 +93,7 @@ void crit_x(ModelN const* model, Vector<double> const& x, double& rho, double& T
     objcrit_rho(rho, &context);  // T of the final density
 }
 
-// ---- the line
-// ------------------------------------------------------------------------------------
+// The line.
 
 constexpr int kMostPoints = 1000;
 constexpr double kDense = 3.0, kHighest = 1000.0;            // rho·Σ x_i·vcrit_i; MPa
@@ -104,8 +102,8 @@ constexpr double kLargestStep = 0.05, kSmallestStep = 1e-6;  // in the metric of
 constexpr double kTangentStep = 1e-4;
 constexpr double kStraight = 0.9995, kBent = 0.99;  // cosine of step and tangent: longer, refused
 constexpr double kUnit = 30.0;                      // see Corrector
-constexpr double kNearby = 1e-8,
-                 kLargestSum = 1e-12;  // of squares, to be confirmed by crit_x or not
+// of squares: to be confirmed by crit_x, good enough without that
+constexpr double kNearby = 1e-8, kLargestSum = 1e-12;
 constexpr double kSame = 1e-4;
 constexpr int kFitIterations = 20;
 
@@ -218,9 +216,9 @@ class Line {
                 const Point move = next - y_;
                 const double cosine = dot(move, tangent_) / length(move);
                 if (!(cosine > kBent)) continue;
+                if (!is_vanishing(next[0])) tangent_ = tangent_at(next, tangent_);
                 u_ = eigenvector(next);
                 y_ = next;
-                tangent_ = tangent_at(next, tangent_);
                 if (cosine > kStraight) step_ = std::min(1.5 * step_, largest_);
                 return true;
             } catch (...) {  // no such point: a shorter step

@@ -36,7 +36,8 @@ class ModelN;
 /// @throws ThException 0 no critical point near the start values, or none at that composition;
 ///     5 x[0] or x[0] + s outside [0, 1], or components without Tcrit and vcrit; 4 s ≠ 0 with
 ///     three or more components; MthException 2 x of a wrong length. The arguments are then
-///     unchanged. What the model throws at the start passes; further on it shortens the step.
+///     unchanged. What the model throws at given start values passes; elsewhere it counts as no
+///     point there.
 CORVANE_API void crit_slope_x(ModelN const* model, Vector<double>& x, double& s,
                               Matrix<double>& line);
 
