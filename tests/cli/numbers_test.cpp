@@ -251,3 +251,16 @@ TEST(CliNumbers, CsvQuotesWhatHoldsCommas) {
     EXPECT_EQ(separators[0], separators[1]) << lines[1];  // "PR:1,2,3" holds commas
     EXPECT_NE(lines[1].find("PR:1,"), std::string::npos);
 }
+
+TEST(CliNumbers, MeltingAndSublimationFollowFromEqualGibbsEnergies) {
+    // At the triple pressure of carbon dioxide the melting point is the triple point, 216.592 K
+    // (Span & Wagner 1996); Peng-Robinson's liquid is 0.15 K off.
+    EXPECT_NEAR(row("solid PR CO2 --melting 0.518")["T"].get<double>(), 216.592, 0.2);
+    // Clapeyron on the sublimation curve, from the printed values: dp/dT = hsub/(T·Δv).
+    const Json s = rows("solid PR CO2 --T 199.9,200,200.1");
+    const auto v = [&](int k, char const* name) { return s[k][name].get<double>(); };
+    const double vapour =
+        row("state PR CO2 --T 200 --p " + s[1]["p"].dump() + " --phase vapour")["v"];
+    const double slope = v(1, "hsub") / (200 * (vapour - v(1, "v")));
+    expect_rel((v(2, "p") - v(0, "p")) / 0.2, slope, 1e-5, "slope of the sublimation curve");
+}

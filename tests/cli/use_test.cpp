@@ -201,3 +201,32 @@ TEST(Cli, RangesThatFilesStateAreHeldAgainstTheState) {
               std::string::npos)
         << "no ideal-gas data among these columns";
 }
+
+TEST(Cli, PureSubstanceCommandsAnswerAndRefuse) {
+    expect_all(
+        {{"density PR propane --T 300 --p 0.9 --strategy all",
+          0,
+          {"volav     liquid", "volf1     vapour", "volume    liquid"},
+          {}},
+         {"density PR propane --T 300", 2, {}, {"--p is required"}},
+         {"critical PR CO2", 0, {"solved", "parameter-file", "measured"}, {}},
+         {"solid PR CO2 --T 200 --p 1", 0, {"phase", "h/(J/mol)"}, {}},
+         {"solid PR CO2 --T 200,300", 1, {"failed: "}, {"T = 300 K: value out of range"}},
+         {"solid PR propane --T 80", 1, {}, {"solid data of propane: could not open file"}},
+         {"solid PR CO2", 2, {}, {"either --T or --melting"}},
+         {"solid PR CO2 --melting 100", 1, {}, {"the solid is still stable at 216.602 K"}},
+         {"viscosity PR nitrogen --T 300", 0, {"eta0/(uPa s)"}, {}},
+         {"viscosity PR nitrogen --T 300 --p 1", 1, {}, {"no friction-theory set of nitrogen"}},
+         {"range PR propane --show rho,xyz", 2, {}, {"no property \"xyz\"; there are T p rho"}}});
+}
+
+TEST(Cli, RangeAsksOnStandardErrorAndAnswersOnStandardOutput) {
+    const Outcome run =
+        run_corvane("range PR propane --show Z --csv --no-heading", "echo '(300 400 50) 1' |");
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.err, "T/K: p/MPa: ");
+    const auto lines = lines_of(run.out);
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_EQ(lines[3].rfind("400,1,fluid,0.92", 0), 0u) << lines[3];
+    EXPECT_EQ(run_corvane("range PR propane", "echo what |").code, 1);
+}

@@ -8,5 +8,10 @@ namespace cli {
 void add_list(Program& program);
 void add_state(Program& program);
 void add_saturation(Program& program);
+void add_density(Program& program);
+void add_critical(Program& program);
+void add_solid(Program& program);
+void add_viscosity(Program& program);
+void add_range(Program& program);
 
 }  // namespace cli

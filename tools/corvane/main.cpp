@@ -16,5 +16,10 @@ corvane COMMAND --help tells the rest.)");
     cli::add_list(program);
     cli::add_state(program);
     cli::add_saturation(program);
+    cli::add_density(program);
+    cli::add_critical(program);
+    cli::add_solid(program);
+    cli::add_viscosity(program);
+    cli::add_range(program);
     return program.run(argc, argv);
 }

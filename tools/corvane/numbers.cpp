@@ -57,4 +57,17 @@ std::string shortest(double x) {
     return fmt::format("{}", x);
 }
 
+std::vector<double> positive_points(std::string const& text, char const* option, Quantity quantity,
+                                    Units const& units) {
+    std::vector<double> values = points(text, option);
+    for (double& x : values) {
+        const double given = x;
+        x = units.to_library(quantity, given);
+        if (!(x > 0.0))
+            throw Misuse(fmt::format("{} {} {} is not above zero", option, shortest(given),
+                                     units.name(quantity)));
+    }
+    return values;
+}
+
 }  // namespace cli

@@ -1,6 +1,8 @@
 // Numbers on the command line and in CSV files: always with a decimal point, whatever the locale.
 #pragma once
 
+#include <tools/corvane/units.h>
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,6 +20,10 @@ double number(std::string const& text, char const* option);
 /// "300,310", "250:300:25,301"). The last value belongs to a range when the step meets it. At most
 /// 100000 values. @throws Misuse naming the option
 std::vector<double> points(std::string const& text, char const* option);
+
+/// points in library units, each above zero. @throws Misuse naming the option
+std::vector<double> positive_points(std::string const& text, char const* option, Quantity quantity,
+                                    Units const& units);
 
 /// Shortest text that reads back as the same number.
 std::string shortest(double x);

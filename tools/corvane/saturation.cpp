@@ -150,15 +150,7 @@ std::vector<double> SaturationCommand::read_points() const {
     const bool by_T = p.empty();
     const Quantity quantity = by_T ? Quantity::temperature : Quantity::pressure;
     char const* option = by_T ? "--T" : "--p";
-    std::vector<double> values = points(by_T ? T : p, option);
-    for (double& x : values) {
-        const double given = x;
-        x = options.units.to_library(quantity, given);
-        if (!(x > 0.0))
-            throw Misuse(fmt::format("{} {} {} is not above zero", option, shortest(given),
-                                     options.units.name(quantity)));
-    }
-    return values;
+    return positive_points(by_T ? T : p, option, quantity, options.units);
 }
 
 std::vector<SaturationColumn const*> SaturationCommand::choose(

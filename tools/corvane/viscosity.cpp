@@ -1,0 +1,122 @@
+// corvane viscosity: dilute gas, and dense fluid by friction theory.
+#include <tools/corvane/commands.h>
+#include <tools/corvane/errors.h>
+#include <tools/corvane/numbers.h>
+#include <tools/corvane/options.h>
+#include <tools/corvane/properties.h>
+
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+namespace cli {
+namespace {
+struct ViscosityCommand {
+    Options options;
+    std::string T, p;
+    int number = 0;
+
+    int run();
+
+  private:
+    Row row(Fluid const& fluid, double T_, std::optional<double> p_) const;
+};
+
+constexpr char kUnit[] = "uPa s";
+
+/// Numbers of the friction-theory sets of a substance for an equation, the lowest first.
+std::optional<int> first_set(std::string const& eos, std::string const& substance) {
+    for (int id = 1; id <= 9; ++id)
+        if (std::filesystem::exists(
+                fmt::format("models/viscosity/friction_theory/{}/{};{}", eos, substance, id)))
+            return id;
+    return std::nullopt;
+}
+
+Row ViscosityCommand::row(Fluid const& fluid, double T_, std::optional<double> p_) const {
+    Model1 const& model = *fluid.model;
+    Units const& u = options.units;
+    const double eta0 = model.visco.eta0(T_);
+    Row row{{u.from_library(Quantity::temperature, T_)}, ""};
+    if (!p_) {
+        row.cells.emplace_back(eta0);
+        return row;
+    }
+    const Roots roots = density_roots(model, T_, *p_);
+    double pr = 0.0, pa = 0.0;
+    double eta = model.visco.eta(roots.stable, T_, pr, pa);
+    if (model.visco.level() != ft_3) eta += eta0;  // levels 1 and 2 give the dense part alone
+    row.cells.insert(
+        row.cells.end(),
+        {u.from_library(Quantity::pressure, *p_), std::string(roots.stable_name),
+         u.from_library(Quantity::density, roots.stable), eta, eta0,
+         u.from_library(Quantity::pressure, pr), u.from_library(Quantity::pressure, pa)});
+    row.note = extrapolated(fluid, T_, *p_, false, u);
+    return row;
+}
+
+int ViscosityCommand::run() {
+    Fluid fluid = options.open();
+    Units const& units = options.units;
+    Model1& model = *fluid.model;
+    asking(fmt::format("dilute-gas viscosity of {}", model.name()), [&] { model.visco.load0(); });
+    const auto temperatures = positive_points(T, "--T", Quantity::temperature, units);
+    std::vector<std::optional<double>> pressures{std::nullopt};
+    Heading head = heading("viscosity", fluid, units);
+    Table table;
+    table.columns = {{"T", units.name(Quantity::temperature), "temperature", true}};
+    if (p.empty()) {
+        table.columns.push_back({"eta0", kUnit, "viscosity of the dilute gas"});
+    } else {
+        pressures.clear();
+        for (double x : positive_points(p, "--p", Quantity::pressure, units))
+            pressures.emplace_back(x);
+        const auto id = number > 0 ? number : first_set(model.eos(), model.name());
+        if (!id)
+            throw Failure(
+                fmt::format("no friction-theory set of {} for the equation {}: without "
+                            "--p the viscosity of the dilute gas is shown",
+                            model.name(), model.eos()));
+        model.visco.set_id(*id);
+        asking(fmt::format("friction-theory set {} of {} for {}", *id, model.name(), model.eos()),
+               [&] { model.visco.load1(model.eos()); });
+        head.remarks.push_back(
+            fmt::format("friction theory, set {}: {}", *id, model.visco.comment()));
+        table.columns.insert(
+            table.columns.end(),
+            {Column{"p", units.name(Quantity::pressure), "pressure", true},
+             Column{"phase", "", "stable phase"},
+             Column{"rho", units.name(Quantity::density), "density"},
+             Column{"eta", kUnit, "viscosity"}, Column{"eta0", kUnit, "part of the dilute gas"},
+             Column{"pr", units.name(Quantity::pressure), "repulsive pressure"},
+             Column{"pa", units.name(Quantity::pressure), "attractive pressure"}});
+    }
+    for (double T_ : temperatures)
+        for (auto const& p_ : pressures)
+            table.rows.push_back(asking(
+                fmt::format("{} at T = {}", fluid.name(), units.text(Quantity::temperature, T_)),
+                [&] { return row(fluid, T_, p_); }));
+    write(head, table, options.style);
+    return 0;
+}
+}  // namespace
+
+void add_viscosity(Program& program) {
+    auto viscosity = std::make_shared<ViscosityCommand>();
+    Command command = program.add("viscosity", "viscosity of the dilute gas and of the fluid",
+                                  [viscosity] { return viscosity->run(); });
+    viscosity->options.add_fluid(command);
+    command.value("--T", viscosity->T, "temperatures", {.required = true, .type = "VALUES"})
+        .value("--p", viscosity->p, "pressures: the dense fluid, by friction theory",
+               {.type = "VALUES"})
+        .count("--friction-set", viscosity->number, "number of the friction-theory set");
+    viscosity->options.add_units(command);
+    viscosity->options.add_output(command);
+    command.examples(
+        R"(  corvane viscosity PR nitrogen --T 200:400:50
+  corvane viscosity MEOS propane --T 300 --p 0.1,1,10)");
+}
+
+}  // namespace cli
