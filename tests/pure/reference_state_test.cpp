@@ -12,11 +12,11 @@
 namespace {
 using Handle = std::unique_ptr<Model1, corvane::Detach>;
 
-Handle substance(char const* name) {
-    Handle m(attach1("PR"));
+Handle substance(char const* name, char const* eos = "PR") {
+    Handle m(attach1(eos));
     m->name(name);
     m->id(1);
-    m->load("PR");
+    m->load(eos);
     m->ideal.load();
     m->load_thchem();
     return m;
@@ -27,7 +27,7 @@ constexpr double kT0 = 298.15;
 /// Enthalpy of the gas at 1000 K, kJ/mol.
 double hot(char const* name) {
     double rho = 0;
-    return R * substance(name)->Hm(pref, 1000, 3, rho);
+    return R * substance(name, "MEOS")->Hm(pref, 1000, 3, rho);
 }
 
 TEST(ReferenceState, ReproducesEnthalpiesOfFormationAndEntropies) {
@@ -55,12 +55,11 @@ TEST(ReferenceState, ReproducesEnthalpiesOfFormationAndEntropies) {
 
 TEST(ReferenceState, GivesReactionEnthalpies) {
     // NIST-JANAF (Chase 1998) at 1000 K, from the printed enthalpies of formation: CO −111.983, CO2
-    // −394.623, H2O −247.857 kJ/mol.
+    // −394.623, H2O −247.857 kJ/mol; CODATA, from which we start, differs by 0.02. The shift starts
+    // from liquid water: the equation's enthalpy of vaporisation enters.
     EXPECT_NEAR(hot("carbon_dioxide") - hot("carbon_monoxide") - hot("oxygen") / 2, -282.640, 0.05);
-    // The water–gas shift starts from liquid water, and the equation's enthalpy of vaporisation at
-    // 298 K is 1.7 kJ/mol above the measured 44.0.
     EXPECT_NEAR(hot("carbon_dioxide") + hot("hydrogen") - hot("carbon_monoxide") - hot("water"),
-                -34.783, 1.9);
+                -34.783, 0.05);
 }
 
 TEST(ReferenceState, CallingTwiceChangesNothing) {
