@@ -16,6 +16,7 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double eps = std::numeric_limits<double>::epsilon();
 constexpr double golden = 0.3819660112501051;
 constexpr double tolerance = 3e-9;  // of a line search, relative: sqrt(eps)
+constexpr double first_tolerance = 1e-5, tightening = 1e-3;  // of the cycles before the last
 constexpr double first_step = 0.02, least_size = 1e-3, later_step = 0.3;
 constexpr int max_expansions = 60, max_line_steps = 80;
 
@@ -26,11 +27,16 @@ struct Point {
 class Powell {
   public:
     Powell(numelo_functionv f, void* ctx, Vector<double> const& x)
-        : f_(f), ctx_(ctx), x_(x), trial_(x), value_(f(x, ctx)) {
+        : f_(f),
+          ctx_(ctx),
+          x_(x),
+          trial_(x),
+          value_(f(x, ctx)),
+          line_tolerance_(x.n > 1 ? first_tolerance : tolerance) {
         if (!std::isfinite(value_)) throw MthException(mth_out_of_range);
         for (int i = 0; i < x.n; ++i) {
             std::vector<double> d(x.n);
-            d[i] = std::max(std::fabs(x[i]), least_size);
+            d[i] = size(x[i]);
             directions_.push_back({d, first_step});
         }
     }
@@ -54,12 +60,18 @@ class Powell {
             }
             double moved = 0.0;
             for (int i = 0; i < n; ++i)
-                moved = std::max(
-                    moved, std::fabs(x_[i] - start[i]) / std::max(std::fabs(x_[i]), least_size));
+                moved = std::max(moved, std::fabs(x_[i] - start[i]) / size(x_[i]));
             if (trace)
                 std::fprintf(stderr, "min_powell %3d  f %.12e  moved %.1e\n", cycle, value_, moved);
-            if (moved < 2 * tolerance || before - value_ <= 4 * eps * std::fabs(value_)) break;
-            if (n > 1) turn(start, before, best, gain, moved);
+            // Searches are loose at first; the last cycle is one with full tolerance. With one
+            // parameter the line is all there is.
+            const bool still = moved < 2 * line_tolerance_ ||
+                               before - value_ <= 4 * eps * std::fabs(value_) || n == 1;
+            if (still && line_tolerance_ == tolerance) break;
+            line_tolerance_ =
+                still ? tolerance : std::clamp(tightening * moved, tolerance, line_tolerance_);
+            if (still) continue;
+            turn(start, before, best, gain, moved);
         }
         if (at_wall_) {
             if (failure_) std::rethrow_exception(failure_);
@@ -75,6 +87,8 @@ class Powell {
         double step;            // first step to try, in units of d
     };
 
+    static double size(double x) { return std::max(std::fabs(x), least_size); }
+
     double at(Direction const& line, double t) {
         for (int i = 0; i < x_.n; ++i) trial_[i] = x_[i] + t * line.d[i];
         try {
@@ -84,6 +98,14 @@ class Powell {
             failure_ = std::current_exception();
             return infinity;
         }
+    }
+
+    /// Distance along the line that changes a component by its size.
+    double unit(Direction const& line, double t) const {
+        double most = 0.0;
+        for (int i = 0; i < x_.n; ++i)
+            most = std::max(most, std::fabs(line.d[i]) / size(x_[i] + t * line.d[i]));
+        return 1.0 / most;
     }
 
     /// Moves x_ to the minimum along a line.
@@ -106,7 +128,7 @@ class Powell {
                 expand(line, c, b, a);
             }
         }
-        const bool walls = brent(line, a, b, c);
+        const bool walls = brent(line, a, b, c, line_tolerance_ * unit(line, b.t));
         at_wall_ = at_wall_ || walls;
         for (int i = 0; i < x_.n; ++i) x_[i] += b.t * line.d[i];
         value_ = b.f;
@@ -127,12 +149,12 @@ class Powell {
 
     /// Brent's minimisation in the bracket (a, b, c), a.f >= b.f <= c.f; true if b ends against a
     /// wall.
-    bool brent(Direction const& line, Point& a, Point& b, Point& c) {
+    bool brent(Direction const& line, Point& a, Point& b, Point& c, double tol) {
         if (a.t > c.t) std::swap(a, c);
         Point w = a.f < c.f ? a : c, v = a.f < c.f ? c : a;
         double last = c.t - a.t, before = last;
         for (int k = 0; k < max_line_steps; ++k) {
-            const double mid = 0.5 * (a.t + c.t), tol = tolerance;
+            const double mid = 0.5 * (a.t + c.t);
             if (std::fabs(b.t - mid) + 0.5 * (c.t - a.t) <= 2 * tol) break;
             double step = 0.0;
             bool parabola = false;
@@ -172,7 +194,7 @@ class Powell {
                 }
             }
         }
-        const double near = 8 * tolerance;
+        const double near = 8 * tol;
         return (!(a.f < infinity) && b.t - a.t < near) || (!(c.f < infinity) && c.t - b.t < near);
     }
 
@@ -194,7 +216,7 @@ class Powell {
     numelo_functionv f_;
     void* ctx_;
     Vector<double> x_, trial_;
-    double value_;
+    double value_, line_tolerance_;
     bool at_wall_ = false;
     std::vector<Direction> directions_;
     std::exception_ptr failure_;
