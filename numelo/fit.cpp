@@ -66,6 +66,7 @@ class Fit {
             const bool settled =
                 it > 0 && moved_ < 1e-7 && moved_ * moved_ < last_digit * moved_before;
             if (moved_ < last_digit || small == 2 || settled) {
+                if (failure_ && !stationary()) give_up();  // steps have shrunk before a wall
                 if (n_ == m_ || was_fresh_) break;
                 current_ = false;  // a minimum above zero needs a true Jacobian
             }
@@ -92,6 +93,7 @@ class Fit {
     /// all.
     bool jacobian() {
         const bool central = n_ > m_ && sum_ < 1e-6;
+        const std::exception_ptr before = failure_;
         Vector<double> up, down;
         for (int j = 0; j < m_; ++j) {
             const double least = m_ == 1 || x_[j] == 0.0 ? 1e-2 : 0.0;
@@ -125,6 +127,7 @@ class Fit {
             if (radius_ == 0.0) radius_ = first_radius;
         }
         current_ = fresh_ = true;
+        failure_ = before;  // where one side failed, the other served
         return true;
     }
 
@@ -212,7 +215,6 @@ class Fit {
     /// Tries steps in ever smaller trust regions until one lowers the sum. False if none does.
     bool improve() {
         Vector<double> r;
-        failure_ = nullptr;
         for (int k = 0; k < max_trials; ++k) {
             bounded_step();
             double moved = 0.0;
@@ -240,10 +242,11 @@ class Fit {
                 sum_ = sum;
                 moved_ = moved;
                 at_x_ = true;
+                if (damping_ == 0.0) failure_ = nullptr;
                 return true;
             }
-            if (ok && moved < small_step) {  // no change left but rounding: not a failure
-                failure_ = nullptr;
+            if (ok && moved < small_step) {
+                if (damping_ == 0.0) failure_ = nullptr;  // no change left but rounding
                 break;
             }
             if (!fresh_) {
@@ -279,6 +282,16 @@ class Fit {
         }
     }
 
+    /// Whether the sum has no slope in any parameter.
+    bool stationary() const {
+        for (int j = 0; j < m_; ++j) {
+            double const* column = &jac_[j * n_];
+            const double g = std::inner_product(column, column + n_, r_.data, 0.0);
+            if (!(std::fabs(g) <= 1e-6 * scale_[j] * std::sqrt(sum_))) return false;
+        }
+        return true;
+    }
+
     /// The end without an acceptable step: the failure of f if there is one, else stagnation.
     bool give_up() {
         trial_ = x_;
@@ -296,7 +309,7 @@ class Fit {
     bool at_x_ = true;
     bool current_ = false, fresh_ = false;  // jac_ is usable; is made of differences at x_
     bool was_fresh_ = false;                // so it was for the last step
-    std::exception_ptr failure_;
+    std::exception_ptr failure_;            // of a trial since the last undamped step
 };
 
 }  // namespace

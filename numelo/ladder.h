@@ -144,9 +144,9 @@ inline double rounding(double size) {
 template <class Row>
 double climb(Row&& row, Quotient kind, int c, int min_rows, double start, double sure) {
     Extrapolation table(kind, c, min_rows);
-    for (double s = start; !table.done(); s *= 0.5) {
-        double q = 0.0, noise = 0.0;
-        if (s > sure) {
+    for (double rung = start; !table.done(); rung *= 0.5) {
+        double s = rung, q = 0.0, noise = 0.0;
+        if (rung > 1.001 * sure) {
             try {
                 row(s, q, noise);
             } catch (...) {
@@ -158,7 +158,7 @@ double climb(Row&& row, Quotient kind, int c, int min_rows, double start, double
         if (std::isfinite(q) && std::isfinite(noise)) {
             table.add(kind == Quotient::one_sided ? s : s * s, q, noise);
         } else {
-            if (s <= sure / 64.0) throw MthException(mth_out_of_range);
+            if (rung <= sure / 64.0) throw MthException(mth_out_of_range);
             table.restart();
         }
     }

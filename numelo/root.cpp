@@ -63,7 +63,7 @@ double eqn_regulafalsi(numelo_function f, void* ctx, double a, double b, double 
     if (std::signbit(fa) == std::signbit(fb)) throw MthException(mth_same_sign);
 
     double wa = fa, wb = fb;  // wa, wb: the reduced end values
-    enum class End { none, a, b } moved = End::none;
+    enum class End { none, low, high } moved = End::none;
     auto factor = [](double now, double before) {
         const double m = 1.0 - now / before;
         return m > 0.0 && m < 0.5 ? m : 0.5;
@@ -92,13 +92,13 @@ double eqn_regulafalsi(numelo_function f, void* ctx, double a, double b, double 
         if (std::isnan(fx)) throw MthException(mth_out_of_range);
         if (fx == 0.0) return x;
         if (std::signbit(fx) == std::signbit(fb)) {
-            wa = moved == End::b ? wa * factor(fx, fb) : fa;
-            moved = End::b;
+            wa = moved == End::high ? wa * factor(fx, fb) : fa;
+            moved = End::high;
             b = x;
             fb = wb = fx;
         } else {
-            wb = moved == End::a ? wb * factor(fx, fa) : fb;
-            moved = End::a;
+            wb = moved == End::low ? wb * factor(fx, fa) : fb;
+            moved = End::low;
             a = x;
             fa = wa = fx;
         }

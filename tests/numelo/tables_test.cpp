@@ -1,0 +1,209 @@
+// Linear algebra, splines and random numbers.
+#include <corvane/core/numelo.h>
+#include <tests/support/errors.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <numbers>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using Rows = std::vector<std::vector<double>>;
+Matrix<double> matrix_of(Rows const& rows) {
+    Matrix<double> m(static_cast<int>(rows.size()), static_cast<int>(rows[0].size()));
+    for (int i = 0; i < m.rows(); ++i)
+        for (int j = 0; j < m.cols(); ++j) m[i][j] = rows[i][j];
+    return m;
+}
+template <class V = Vector<double>>
+V vector_of(std::vector<double> const& p) {
+    V v(static_cast<int>(p.size()));
+    std::copy(p.begin(), p.end(), v.data);
+    return v;
+}
+Matrix<double> random_symmetric(int n, int rank) {
+    Matrix<double> a(n, n);
+    for (int k = 0; k < rank; ++k) {
+        Vector<double> u(n);
+        u.urand();
+        for (int i = 0; i < n; ++i)
+            for (int j = 0; j < n; ++j) a[i][j] += (k % 2 ? -1.0 : 3.0) * u[i] * u[j];
+    }
+    return a;
+}
+
+TEST(Gauss, SolvesWhateverTheUnits) {
+    for (int n = 1; n <= 6; ++n)
+        for (int trial = 0; trial < 50; ++trial) {
+            Matrix<double> a(n, n);
+            Vector<double> b(n);
+            for (int i = 0; i < n; ++i) {
+                a[i].urand();
+                for (int j = 0; j < n; ++j) a[i][j] *= std::pow(10.0, 12 * (i % 3) - 9 * (j % 2));
+                b[i] = ran_shuffle();
+            }
+            const Vector<double> x = lin_gauss(a, b);
+            for (int i = 0; i < n; ++i) {  // backward error of elimination: small multiples of eps
+                double size = std::fabs(b[i]);
+                for (int j = 0; j < n; ++j) size += std::fabs(a[i][j] * x[j]);
+                EXPECT_NEAR(a[i] * x, b[i], 1e-13 * size);
+            }
+        }
+}
+
+TEST(Gauss, FailuresByCode) {
+    const Vector<double> two = vector_of({1, 2});
+    EXPECT_EQ(mth_code([&] { lin_gauss(matrix_of({{1, 2, 3}, {4, 5, 6}}), two); }), 3);
+    EXPECT_EQ(mth_code([&] { lin_gauss(matrix_of({{1, 2}, {3, 5}}), vector_of({1})); }), 2);
+    EXPECT_EQ(mth_code([&] { lin_gauss(matrix_of({{0.1, 0.3}, {0.2, 0.6}}), two); }), 4);
+    EXPECT_EQ(mth_code([&] { lin_gauss(matrix_of({{1, 0}, {1, 0}}), two); }), 4);
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(mth_code([&] { lin_gauss(matrix_of({{nan, 1}, {1, 1}}), two); }), 4);
+}
+
+TEST(Jacobi, DecomposesWithADeterministicSign) {
+    for (int n = 1; n <= 7; ++n)
+        for (int rank = 0; rank <= n; ++rank)
+            for (int trial = 0; trial < 20; ++trial) {
+                const Matrix<double> a = random_symmetric(n, rank);
+                Vector<double> value;
+                Matrix<double> vector;
+                lin_jacobi(a, value, vector);
+                for (int k = 0; k < n; ++k) {
+                    EXPECT_LE(value[std::max(k - 1, 0)], value[k]);
+                    double largest = 0.0;
+                    for (int i = 0; i < n; ++i) {
+                        EXPECT_NEAR(a[i] * vector[k], value[k] * vector[k][i], 1e-14 * 3 * n);
+                        EXPECT_NEAR(vector[i] * vector[k], i == k, 1e-14 * n);
+                        if (std::fabs(vector[k][i]) > 1.001 * std::fabs(largest))
+                            largest = vector[k][i];
+                    }
+                    EXPECT_GT(largest, 0.0);
+                }
+            }
+}
+
+TEST(Jacobi, KeepsSmallBlocksBesideHugeEntries) {
+    // Second differences: eigenvalues 2 − 2·cos(kπ/4), here beside an absent component's 1e99.
+    Vector<double> value;
+    Matrix<double> vector;
+    lin_jacobi(matrix_of({{2, -1, 0, 3}, {-1, 2, -1, 5}, {0, -1, 2, 7}, {3, 5, 7, 1e99}}), value,
+               vector);
+    for (int k = 0; k < 3; ++k)
+        EXPECT_NEAR(value[k], 2 - 2 * std::cos((k + 1) * std::numbers::pi / 4), 1e-14);
+    EXPECT_EQ(value[3], 1e99);
+    const double half = 0.5, root = std::numbers::sqrt2 / 2;  // first vector: sin(iπ/4), normalised
+    EXPECT_NEAR(vector[0][0], half, 1e-14);
+    EXPECT_NEAR(vector[0][1], root, 1e-14);
+    EXPECT_NEAR(vector[0][2], half, 1e-14);
+    // Of components that are equal but for rounding the first is positive.
+    lin_jacobi(matrix_of({{1, 2}, {2, 1}}), value, vector);
+    EXPECT_NEAR(vector[0][0], root, 1e-15);
+    EXPECT_NEAR(vector[0][1], -root, 1e-15);
+    EXPECT_EQ(mth_code([&] { lin_jacobi(Matrix<double>(2, 3), value, vector); }), 3);
+    const double inf = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(mth_code([&] { lin_jacobi(matrix_of({{1, 0}, {0, inf}}), value, vector); }), 10);
+}
+
+double spline(std::vector<double> const& xs, std::vector<double> const& ys, double t, int deriv) {
+    const auto x = vector_of<SortedVector<double>>(xs);
+    const Vector<double> y = vector_of(ys);
+    Matrix<double> c;
+    ipl_spline(x, y, c);
+    EXPECT_EQ(c.rows(), 3);
+    EXPECT_EQ(c.cols(), x.n);
+    return ipl_eval(t, x, y, c, deriv);
+}
+
+TEST(Spline, ReproducesPolynomials) {
+    const std::vector<double> knots{-1, 0.5, 2, 2.25, 3, 5};
+    // With n points not-a-knot gives the polynomial of degree n − 1, at most 3, also outside.
+    for (int n = 1; n <= 6; ++n) {
+        auto f = [n](double x) {
+            return 2 + (n > 1 ? x * (3 + (n > 2 ? x * (-4 + (n > 3 ? x : 0)) : 0)) : 0);
+        };
+        auto df = [n](double x) {
+            return n > 1 ? 3 + (n > 2 ? x * (-8 + (n > 3 ? 3 * x : 0)) : 0) : 0;
+        };
+        const std::vector<double> xs(knots.begin(), knots.begin() + n);
+        std::vector<double> ys;
+        for (double x : xs) ys.push_back(f(x));
+        for (double t : {-2.0, -1.0, 0.1, 0.5, 2.1, 2.6, 5.0, 7.0}) {
+            EXPECT_NEAR(spline(xs, ys, t, 0), f(t), 1e-12) << n << " points at " << t;
+            EXPECT_NEAR(spline(xs, ys, t, 1), df(t), 1e-12) << n << " points at " << t;
+        }
+    }
+}
+
+TEST(Spline, IsSmooth) {
+    const int n = 9;
+    SortedVector<double> x(n);
+    Vector<double> y(n);
+    for (int k = 0; k < n; ++k) {
+        x[k] = k + 0.4 * ran_shuffle();
+        y[k] = ran_shuffle();
+    }
+    Matrix<double> c;
+    ipl_spline(x, y, c);
+    for (int k = 0; k + 1 < n; ++k) {  // rows of segment k continue into row k + 1
+        const double h = x[k + 1] - x[k];
+        EXPECT_NEAR(y[k] + h * (c[0][k] + h * (c[1][k] + h * c[2][k])), y[k + 1], 1e-14);
+        EXPECT_NEAR(c[0][k] + h * (2 * c[1][k] + h * 3 * c[2][k]), c[0][k + 1], 1e-13);
+        EXPECT_NEAR(c[1][k] + h * 3 * c[2][k], c[1][k + 1], 1e-13);
+    }
+    EXPECT_NEAR(c[2][0], c[2][1], 1e-13);  // not-a-knot
+    EXPECT_NEAR(c[2][n - 3], c[2][n - 2], 1e-13);
+    EXPECT_EQ(c[2][n - 2], c[2][n - 1]);
+}
+
+TEST(Spline, FailuresByCode) {
+    Matrix<double> c;
+    auto build = [&](std::vector<double> const& x, int ny) {
+        ipl_spline(vector_of<SortedVector<double>>(x), Vector<double>(ny), c);
+    };
+    EXPECT_EQ(mth_code([&] { build({1, 2}, 3); }), 2);
+    EXPECT_EQ(mth_code([&] { build({1, 2, 2}, 3); }), 5);
+    EXPECT_EQ(mth_code([&] { build({1, 3, 2}, 3); }), 6);
+    EXPECT_EQ(mth_code([&] { build({1, std::nan(""), 2}, 3); }), 6);
+    build({}, 0);
+    EXPECT_EQ(c.rows(), 3);
+    EXPECT_EQ(c.cols(), 0);
+    const SortedVector<double> none;
+    EXPECT_EQ(mth_code([&] { ipl_eval(1.0, none, Vector<double>(), c, 0); }), 7);
+    EXPECT_EQ(mth_code([&] { spline({1, 2, 3}, {1, 2, 3}, 2.0, 2); }), 8);
+}
+
+TEST(Random, IsUniformAndTheSameInEveryThread) {
+    std::vector<double> first, second;
+    auto draw = [](std::vector<double>& to) {
+        for (int k = 0; k < 100000; ++k) to.push_back(ran_shuffle());
+    };
+    std::thread a(draw, std::ref(first)), b(draw, std::ref(second));
+    a.join();
+    b.join();
+    EXPECT_EQ(first, second);
+    double mean = 0, square = 0, lag = 0;
+    std::vector<int> cells(64);
+    for (std::size_t k = 0; k < first.size(); ++k) {
+        const double u = first[k] - 0.5;
+        ASSERT_TRUE(first[k] > 0.0 && first[k] < 1.0);
+        mean += u;
+        square += u * u;
+        if (k > 0) lag += u * (first[k - 1] - 0.5);
+        ++cells[static_cast<int>(64 * first[k])];
+    }
+    const double n = static_cast<double>(first.size());
+    // Five standard deviations of each statistic of independent uniform numbers.
+    EXPECT_NEAR(mean / n, 0.0, 5 * std::sqrt(1 / 12.0 / n));
+    EXPECT_NEAR(square / n, 1 / 12.0, 5 * std::sqrt(1 / 180.0 / n));
+    EXPECT_NEAR(lag / n, 0.0, 5 * std::sqrt(1 / 144.0 / n));
+    double chi2 = 0;
+    for (int count : cells) chi2 += std::pow(count - n / 64, 2) / (n / 64);
+    EXPECT_NEAR(chi2, 63, 5 * std::sqrt(2 * 63.0));
+}
+
+}  // namespace
