@@ -63,27 +63,17 @@ struct Butene {
 
     template <class T>
     static T ar(T rho, T temperature) {
-        struct Term {
-            double n, t;
-            int d, l;
-        };
-        static constexpr std::array<Term, 12> terms{{{0.78084, 0.12, 1, 0},
-                                                     {-2.8258, 1.3, 1, 0},
-                                                     {0.99403, 1.74, 1, 0},
-                                                     {0.017951, 2.1, 2, 0},
-                                                     {0.088889, 0.28, 3, 0},
-                                                     {0.00024673, 0.69, 7, 0},
-                                                     {0.22846, 0.75, 2, 1},
-                                                     {-0.074009, 2, 5, 1},
-                                                     {-0.22913, 4.4, 1, 2},
-                                                     {-0.062334, 4.7, 4, 2},
-                                                     {-0.025385, 15, 3, 3},
-                                                     {0.01104, 14, 4, 3}}};
+        // clang-format off
+        constexpr double n[] = {0.78084, -2.8258, 0.99403, 0.017951, 0.088889, 0.00024673,
+                                0.22846, -0.074009, -0.22913, -0.062334, -0.025385, 0.01104},
+                         t[] = {0.12, 1.3, 1.74, 2.1, 0.28, 0.69, 0.75, 2, 4.4, 4.7, 15, 14};
+        constexpr int d[] = {1, 1, 1, 2, 3, 7, 2, 5, 1, 4, 3, 4}, l[] = {0, 0, 0, 0, 0, 0, 1, 1, 2, 2, 3, 3};
+        // clang-format on
         const T lntau = log(T(Tcrit) / temperature), delta = rho / T(rhoc);
         T sum = 0;
-        for (Term const& k : terms)
-            sum += T(k.n) * power(delta, k.d) *
-                   exp(T(k.t) * lntau - (k.l > 0 ? power(delta, k.l) : T(0)));
+        for (int k = 0; k < 12; ++k)
+            sum += T(n[k]) * power(delta, d[k]) *
+                   exp(T(t[k]) * lntau - (l[k] > 0 ? power(delta, l[k]) : T(0)));
         return sum;
     }
 
