@@ -12,7 +12,8 @@ namespace corvane {
 
 /// As ModelN::load, but a pair without a file keeps what par_alloc gave it, the mixing theory's own
 /// estimate (k_ij = 0 for the one-fluid theories). Returns those pairs, so that a caller can say
-/// so. Pairs are loaded under the numbers set before; give 1 for the preferred set.
+/// so. Pairs are loaded under the numbers set before; give 1 for the preferred set. A component
+/// whose id is −1 and that no pair file names gets parameter set 1.
 /// @throws ThException as ModelN::load, except for missing pair files
 CORVANE_API std::vector<std::pair<int, int>> load_estimating(ModelN& model, char const* eos,
                                                              char const* mth);

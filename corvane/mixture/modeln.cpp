@@ -127,6 +127,8 @@ std::vector<std::pair<int, int>> load_estimating(ModelN& model, char const* eos,
     for (int a = 0; a < model.mdl1.size(); ++a)
         for (int b = a + 1; b < model.mdl1.size(); ++b)
             if (!model.load_pair(a, b, eos, mth)) estimated.emplace_back(a, b);
+    for (int k = 0; k < model.mdl1.size(); ++k)
+        if (model.id(k, k) == -1) model.id(k, k, 1);  // no pair file has named it
     model.load_components(eos);
     return estimated;
 }

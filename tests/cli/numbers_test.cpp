@@ -264,3 +264,19 @@ TEST(CliNumbers, MeltingAndSublimationFollowFromEqualGibbsEnergies) {
     const double slope = v(1, "hsub") / (200 * (vapour - v(1, "v")));
     expect_rel((v(2, "p") - v(0, "p")) / 0.2, slope, 1e-5, "slope of the sublimation curve");
 }
+
+TEST(CliNumbers, MixtureValuesFitTogether) {
+    for (char const* at : {"--T 300 --p 5", "--T 200 --p 8", "--T 350 --rho 1e-4"}) {
+        SCOPED_TRACE(at);
+        const Json s = row(std::string("mixture PR+vdW1 methane=0.6 propane=0.4 ") + at);
+        const auto v = [&](char const* name) { return s[name].get<double>(); };
+        const double T = v("T");
+        expect_rel(0.6 * v("v_methane") + 0.4 * v("v_propane"), v("v"), 1e-12, "Euler");
+        const double ln_phi = 0.6 * std::log(v("phi_methane")) + 0.4 * std::log(v("phi_propane"));
+        EXPECT_NEAR(v("g_res") / (R * T) - std::log(v("Z")), ln_phi, 1e-12);
+        // The heat capacities are the physical ones: cp − cv = T·v·α²/κ.
+        expect_rel(v("cp") - v("cv"), T * v("v") * v("alpha") * v("alpha") / v("kappaT"), 1e-9,
+                   "cp - cv");
+        EXPECT_NEAR(v("h") - T * v("s"), v("g"), 1e-8 * std::fabs(v("h")));
+    }
+}

@@ -230,3 +230,28 @@ TEST(Cli, RangeAsksOnStandardErrorAndAnswersOnStandardOutput) {
     EXPECT_EQ(lines[3].rfind("400,1,fluid,0.92", 0), 0u) << lines[3];
     EXPECT_EQ(run_corvane("range PR propane", "echo what |").code, 1);
 }
+
+TEST(Cli, MixturesNameTheirPairsAndRefuseBadCompositions) {
+    expect_all(
+        {{"mixture PR+vdW1 methane=0.7 propane=0.3 --T 300 --p 5",
+          0,
+          {"pair methane + propane: set 1 {kij of Knapp", "cp           66."},
+          {}},
+         {"mixture PR+vdW1 CO2=0.5 r134a --T 300 --p 1", 0, {"kij estimated: 0"}, {}},
+         {"mixture PR+vdW1 methane=7 propane=3 --T 300 --p 5",
+          2,
+          {},
+          {"methane=7: a mole fraction"}},
+         {"mixture PR+vdW1 methane propane --T 300 --p 5", 2, {}, {"both lack a mole fraction"}},
+         {"mixture PR+vdW1 methane=0.5 CH4=0.5 --T 300 --p 5", 2, {}, {"methane is named twice"}},
+         {"mixture PR methane=1 --T 300 --p 5",
+          2,
+          {},
+          {"PR is not an equation with a mixing theory"}},
+         {"mixture PR+vdW methane=1 --T 300 --p 5", 1, {}, {"did you mean PR+vdW1?"}},
+         {"mixture PR+vdW1 methan=1 --T 300 --p 5", 1, {}, {"did you mean methane?"}},
+         {"mixture PR+vdW1 methane=0.5 propane=0.4 --T 300 --p 5",
+          0,
+          {"divided by their sum"},
+          {}}});
+}

@@ -13,5 +13,6 @@ void add_critical(Program& program);
 void add_solid(Program& program);
 void add_viscosity(Program& program);
 void add_range(Program& program);
+void add_mixture(Program& program);
 
 }  // namespace cli

@@ -21,5 +21,6 @@ corvane COMMAND --help tells the rest.)");
     cli::add_solid(program);
     cli::add_viscosity(program);
     cli::add_range(program);
+    cli::add_mixture(program);
     return program.run(argc, argv);
 }

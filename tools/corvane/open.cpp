@@ -119,6 +119,11 @@ std::string Fluid::name() const {
     return fmt::format("{} {}", model->eos() ? model->eos() : "", model->name());
 }
 
+std::string substance_name(std::string const& eos, std::string const& text) {
+    if (is_file_name(text) && !parameter_sets(eos, text).empty()) return text;
+    return tree_name(eos, text);
+}
+
 Fluid open_fluid(FluidRequest const& asked) {
     FluidRequest request = asked;
     Fluid fluid;

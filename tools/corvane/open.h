@@ -33,6 +33,10 @@ struct Fluid {
 /// @throws Failure with what is near: equations, substances, sets
 Fluid open_fluid(FluidRequest const& request);
 
+/// The name in the data tree of a substance given in any way that the index knows; the text itself
+/// if a parameter set goes by it. @throws Failure with what is near
+std::string substance_name(std::string const& eos, std::string const& text);
+
 /// Heading with equation, substance and set, and the stated range as a remark.
 Heading heading(std::string const& command, Fluid const& fluid, Units const& units);
 

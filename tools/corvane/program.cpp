@@ -37,6 +37,12 @@ Command& Command::positional(char const* name, std::string& value, char const* t
     return *this;
 }
 
+Command& Command::positionals(char const* name, std::vector<std::string>& values,
+                              char const* text) {
+    app_.add_option(name, values, text)->required()->expected(1, 1000)->type_name("");
+    return *this;
+}
+
 Command& Command::value(char const* name, std::string& value, char const* text, Rule const& rule) {
     CLI::Option* option = app_.add_option(name, value, text);
     option->required(rule.required)->type_name(rule.type);

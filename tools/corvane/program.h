@@ -28,6 +28,8 @@ class Command {
   public:
     explicit Command(CLI::App& app) : app_(app) {}
     Command& positional(char const* name, std::string& value, char const* text, bool required);
+    /// One or more words.
+    Command& positionals(char const* name, std::vector<std::string>& values, char const* text);
     Command& value(char const* name, std::string& value, char const* text, Rule const& rule = {});
     /// A whole number above zero.
     Command& count(char const* name, int& value, char const* text);

@@ -1,0 +1,149 @@
+#include <tools/corvane/catalogue.h>
+#include <tools/corvane/errors.h>
+#include <tools/corvane/numbers.h>
+#include <tools/corvane/open.h>
+#include <tools/corvane/open_mixture.h>
+#include <tools/corvane/suggest.h>
+#include <tools/corvane/text.h>
+
+#include <corvane/mixture/loading.h>
+#include <corvane/pure/model1.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+namespace cli {
+namespace {
+/// Fractions that sum to 1 within this are taken as they are.
+constexpr double kSumOfFractions = 1e-9;
+
+void attach(MixtureFluid& mixture) {
+    try {
+        mixture.model.reset(attachN(mixture.eos.c_str(), mixture.mth.c_str()));
+        if (!mixture.model) throw ThException(th_generic);
+    } catch (ThException const& e) {
+        const auto known = plugins().mixture;
+        const std::string asked = mixture.eos + "+" + mixture.mth;
+        std::string near = did_you_mean(asked, known);
+        if (near.empty() && !known.empty()) near = ": mixture models: " + join(known, ", ");
+        throw Failure(fmt::format("no plug-in ./CorvaneS/libth{0}.dll or ./libth{0}.dll: {1}{2}",
+                                  asked, describe(e), near));
+    }
+}
+
+/// Splits "methane=0.7" and fills the fractions; one component may take the remainder.
+std::vector<std::string> read_composition(MixtureRequest const& request, MixtureFluid& mixture) {
+    const int n = static_cast<int>(request.components.size());
+    std::vector<std::string> names;
+    mixture.x = Vector<double>(n);
+    int rest = -1;
+    double sum = 0.0;
+    for (int i = 0; i < n; ++i) {
+        std::string const& word = request.components[static_cast<unsigned>(i)];
+        const std::size_t mark = word.rfind('=');
+        names.push_back(word.substr(0, mark));
+        if (mark == std::string::npos) {
+            if (rest >= 0)
+                throw Misuse(fmt::format("{} and {} both lack a mole fraction",
+                                         names[static_cast<unsigned>(rest)], word));
+            rest = i;
+            continue;
+        }
+        const double x = number(word.substr(mark + 1), word.c_str());
+        if (!(x >= 0.0 && x <= 1.0))
+            throw Misuse(fmt::format("{}: a mole fraction lies between 0 and 1", word));
+        mixture.x[i] = x;
+        sum += x;
+    }
+    if (rest >= 0) {
+        if (sum > 1.0)
+            throw Misuse(fmt::format("the other mole fractions leave {} for {}",
+                                     shortest(1.0 - sum), names[static_cast<unsigned>(rest)]));
+        mixture.x[rest] = 1.0 - sum;
+    } else if (!(sum > 0.0)) {
+        throw Misuse("the mole fractions sum to zero");
+    } else if (std::fabs(sum - 1.0) > kSumOfFractions) {
+        for (int i = 0; i < n; ++i) mixture.x[i] /= sum;
+        mixture.normalised = true;
+    }
+    return names;
+}
+}  // namespace
+
+double MixtureFluid::M() const {
+    double sum = 0.0;
+    for (int i = 0; i < size(); ++i) sum += x[i] * model->mdl1[i]->M();
+    return sum;
+}
+
+std::string MixtureFluid::name() const {
+    std::string text = eos + "+" + mth;
+    for (int i = 0; i < size(); ++i) text += fmt::format(" {}({:.6g})", component(i), x[i]);
+    return text;
+}
+
+MixtureFluid open_mixture(MixtureRequest const& request) {
+    MixtureFluid mixture;
+    const std::size_t plus = request.model.find('+');
+    if (plus == std::string::npos || !is_file_name(request.model))
+        throw Misuse(fmt::format("{} is not an equation with a mixing theory, such as PR+vdW1",
+                                 request.model));
+    mixture.eos = request.model.substr(0, plus);
+    mixture.mth = request.model.substr(plus + 1);
+    const auto words = read_composition(request, mixture);
+    attach(mixture);
+    ModelN& model = *mixture.model;
+    const int n = mixture.size();
+    asking("equation of state " + mixture.eos, [&] { model.alloc(n, mixture.eos.c_str()); });
+    model.mth = mixture.mth.c_str();
+    std::set<std::string> seen;
+    for (int i = 0; i < n; ++i) {
+        const std::string name = substance_name(mixture.eos, words[static_cast<unsigned>(i)]);
+        if (!seen.insert(name).second) throw Misuse(fmt::format("{} is named twice", name));
+        model.mdl1[i]->name(name.c_str());
+        model.mdl1[i]->id(-1);
+        for (int j = 0; j < i; ++j) model.id(i, j, request.pair_set > 0 ? request.pair_set : 1);
+    }
+    asking(fmt::format("parameters of {}", mixture.name()), [&] {
+        mixture.estimated =
+            corvane::load_estimating(model, mixture.eos.c_str(), mixture.mth.c_str());
+    });
+    mixture.ideal = true;
+    for (int i = 0; i < n; ++i) try {
+            model.mdl1[i]->ideal.load();
+            model.mdl1[i]->ideal.CVm(298.15);
+        } catch (ThException const&) {
+            mixture.ideal = false;
+        }
+    return mixture;
+}
+
+Heading heading(std::string const& command, MixtureFluid const& mixture) {
+    ModelN const& model = *mixture.model;
+    Heading head;
+    head.command = command;
+    head.fields.emplace_back("model", mixture.eos + "+" + mixture.mth);
+    for (int i = 0; i < mixture.size(); ++i)
+        head.fields.emplace_back(mixture.component(i), mixture.x[i]);
+    for (int i = 0; i < mixture.size(); ++i)
+        head.remarks.push_back(fmt::format("component {}: set {} {{{}}}", mixture.component(i),
+                                           model.id(i, i), model.comment(i, i)));
+    for (int i = 0; i < mixture.size(); ++i)
+        for (int j = i + 1; j < mixture.size(); ++j) {
+            const bool estimated = std::find(mixture.estimated.begin(), mixture.estimated.end(),
+                                             std::pair(i, j)) != mixture.estimated.end();
+            head.remarks.push_back(
+                estimated ? fmt::format("pair {} + {}: no published parameters, kij estimated: {}",
+                                        mixture.component(i), mixture.component(j),
+                                        shortest(model.param(0, i, j)))
+                          : fmt::format("pair {} + {}: set {} {{{}}}", mixture.component(i),
+                                        mixture.component(j), model.id(i, j), model.comment(i, j)));
+        }
+    if (mixture.normalised) head.remarks.push_back("mole fractions were divided by their sum");
+    return head;
+}
+
+}  // namespace cli
