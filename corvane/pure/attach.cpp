@@ -73,6 +73,8 @@ void detach1(Model1* model) {
     give_back(model, DESTROY1);
 }
 void detachN(ModelN* model) {
+    if (!model) return;
+    for (int i = 0; i < model->mdl1.size(); ++i) detach1(model->mdl1[i]);
     give_back(model, DESTROYN);
 }
 }  // namespace corvane
