@@ -217,6 +217,8 @@ TEST(Cli, PureSubstanceCommandsAnswerAndRefuse) {
          {"solid PR CO2 --melting 100", 1, {}, {"the solid is still stable at 216.602 K"}},
          {"viscosity PR nitrogen --T 300", 0, {"eta0/(uPa s)"}, {}},
          {"viscosity PR nitrogen --T 300 --p 1", 1, {}, {"no friction-theory set of nitrogen"}},
+         {"viscosity MEOS propane --T 300 --p 1", 1, {}, {"made with set 2 of MEOS: give --set 2"}},
+         {"viscosity MEOS CO2 --T 300 --p 0.1,10", 0, {"friction theory, set 1", "pa/MPa"}, {}},
          {"range PR propane --show rho,xyz", 2, {}, {"no property \"xyz\"; there are T p rho"}}});
 }
 

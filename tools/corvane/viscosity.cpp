@@ -26,13 +26,24 @@ struct ViscosityCommand {
 
 constexpr char kUnit[] = "uPa s";
 
-/// Numbers of the friction-theory sets of a substance for an equation, the lowest first.
-std::optional<int> first_set(std::string const& eos, std::string const& substance) {
+/// The friction-theory set to use: they bear the number of the parameter set that they were made
+/// with, and with another one they may be a third off. @throws Failure
+int friction_set(Model1 const& model) {
+    const auto exists = [&](int id) {
+        return std::filesystem::exists(fmt::format("models/viscosity/friction_theory/{}/{};{}",
+                                                   model.eos(), model.name(), id));
+    };
+    if (exists(model.id())) return model.id();
     for (int id = 1; id <= 9; ++id)
-        if (std::filesystem::exists(
-                fmt::format("models/viscosity/friction_theory/{}/{};{}", eos, substance, id)))
-            return id;
-    return std::nullopt;
+        if (exists(id))
+            throw Failure(fmt::format(
+                "the friction-theory set of {} was made with set {} of {}: give --set {}, or "
+                "--friction-set {} to use it with set {} all the same",
+                model.name(), id, model.eos(), id, id, model.id()));
+    throw Failure(
+        fmt::format("no friction-theory set of {} for the equation {}: without --p the "
+                    "viscosity of the dilute gas is shown",
+                    model.name(), model.eos()));
 }
 
 Row ViscosityCommand::row(Fluid const& fluid, double T_, std::optional<double> p_) const {
@@ -73,17 +84,12 @@ int ViscosityCommand::run() {
         pressures.clear();
         for (double x : positive_points(p, "--p", Quantity::pressure, units))
             pressures.emplace_back(x);
-        const auto id = number > 0 ? number : first_set(model.eos(), model.name());
-        if (!id)
-            throw Failure(
-                fmt::format("no friction-theory set of {} for the equation {}: without "
-                            "--p the viscosity of the dilute gas is shown",
-                            model.name(), model.eos()));
-        model.visco.set_id(*id);
-        asking(fmt::format("friction-theory set {} of {} for {}", *id, model.name(), model.eos()),
+        const int id = number > 0 ? number : friction_set(model);
+        model.visco.set_id(id);
+        asking(fmt::format("friction-theory set {} of {} for {}", id, model.name(), model.eos()),
                [&] { model.visco.load1(model.eos()); });
         head.remarks.push_back(
-            fmt::format("friction theory, set {}: {}", *id, model.visco.comment()));
+            fmt::format("friction theory, set {}: {}", id, model.visco.comment()));
         table.columns.insert(
             table.columns.end(),
             {Column{"p", units.name(Quantity::pressure), "pressure", true},
@@ -116,7 +122,7 @@ void add_viscosity(Program& program) {
     viscosity->options.add_output(command);
     command.examples(
         R"(  corvane viscosity PR nitrogen --T 200:400:50
-  corvane viscosity MEOS propane --T 300 --p 0.1,1,10)");
+  corvane viscosity MEOS propane --set 2 --T 300 --p 0.1,1,10)");
 }
 
 }  // namespace cli
