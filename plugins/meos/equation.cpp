@@ -1,4 +1,5 @@
 #include <corvane/core/errors.h>
+#include <corvane/core/files.h>
 #include <plugins/meos/equation.h>
 #include <plugins/meos/vector_exp.h>
 
@@ -114,6 +115,7 @@ bool valid(Term const& term) {
 }
 
 Section read_section(FILE* f) {
+    const CLocale c_numbers;
     Section s;
     s.M = read_keyed(f, "M:");
     s.Ts = read_keyed(f, "Ts:");

@@ -10,7 +10,7 @@
 namespace corvane::meos {
 
 using V2 [[gnu::vector_size(16)]] = double;
-using I2 [[gnu::vector_size(16)]] = std::int64_t;
+using I2 [[gnu::vector_size(16)]] = std::uint64_t;
 
 /// Array lengths are rounded up to whole vectors of four.
 constexpr int padded(int count) {
@@ -58,7 +58,7 @@ inline void exp_narrow(double* x, int count) {
 
 #if defined(__x86_64__)
 using V4 [[gnu::vector_size(32)]] = double;
-using I4 [[gnu::vector_size(32)]] = std::int64_t;
+using I4 [[gnu::vector_size(32)]] = std::uint64_t;
 
 [[gnu::target("avx2")]] inline void exp_wide(double* x, int count) {
     exp_lanes<V4, I4>(x, count);
