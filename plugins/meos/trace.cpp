@@ -23,7 +23,7 @@ class Tracer {
     }
 
   public:
-    Tracer(Isotherm<false> const& isotherm, double rho_c) : isotherm_(isotherm), rho_c_(rho_c) {}
+    explicit Tracer(Isotherm<false> const& isotherm) : isotherm_(isotherm) {}
 
     /// The end of a branch near the guess. `falling` may be a density where the isotherm falls.
     End end(double guess, double side, double falling) const {
@@ -91,7 +91,6 @@ class Tracer {
     }
 
     Isotherm<false> const& isotherm_;
-    double rho_c_;
 };
 
 }  // namespace
@@ -99,7 +98,7 @@ class Tracer {
 LoopRow trace_row(Isotherm<false> const& isotherm, LoopRow const& last, LoopRow const* before,
                   double rho_c, double width) {
     constexpr int scan_steps = 60;
-    const Tracer trace(isotherm, rho_c);
+    const Tracer trace(isotherm);
     // Linear in the number of the row, but never by more than a tenth: rows may jump to another
     // loop.
     const auto ahead = [&](IsothermState LoopRow::*s, double first) {
