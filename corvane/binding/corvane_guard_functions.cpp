@@ -1,7 +1,6 @@
-// Guarded exports of the free functions and of the determinant.
+// Guarded exports of the free functions.
 #include <corvane/binding/flat.h>
 #include <corvane/binding/guard.h>
-#include <corvane/core/containers.h>
 #include <corvane/corvane.h>
 
 using namespace corvane::binding;
@@ -104,10 +103,6 @@ EXPORT void Corvane_crit_slope_x(void* m, void* x, double* s, void* line, Corvan
     guard(error, {{x, kDoubleV}, {line, kDoubleM}}, [&] {
         crit_slope_x(as<ModelN>(m), ref<Vector<double>>(x), *s, ref<Matrix<double>>(line));
     });
-}
-
-EXPORT double Corvane_doubleM_det(void* self, CorvaneError* error) {
-    return guard(error, {}, [&] { return ref<Matrix<double>>(self).det(); });
 }
 
 EXPORT void Corvane_detach1(void* model, CorvaneError* error) {

@@ -1,5 +1,6 @@
 // Guarded exports of operations that have no counterpart in the flat interface: the re-entrant
-// saturation solver, loading with estimated pairs, the physical heat capacities of a mixture.
+// saturation solver, loading with estimated pairs, the physical heat capacities of a mixture, the
+// number of its components, elements of matrices.
 #include <corvane/binding/flat.h>
 #include <corvane/binding/guard.h>
 #include <corvane/corvane.h>
@@ -41,4 +42,13 @@ EXPORT void Corvane_ModelN_heat_capacities(void* self, double rho, double T, voi
         *CVm = c.CVm;
         *Cpm = c.Cpm;
     });
+}
+EXPORT int Corvane_ModelN_components(void* self) {
+    return ref<ModelN>(self).mdl1.size();
+}
+EXPORT double Corvane_doubleM_getItemValue(void* self, int i, int j) {
+    return ref<Matrix<double>>(self)[i][j];
+}
+EXPORT void Corvane_doubleM_setItemValue(void* self, int i, int j, double x) {
+    ref<Matrix<double>>(self)[i][j] = x;
 }

@@ -55,6 +55,12 @@ CORVANE_API void Corvane_ModelN_heat_capacities(void* self, double rho, double T
                                                 double* CVr, double* Cpr, double* CVm, double* Cpm,
                                                 CorvaneError* error);
 
+/* Number of components: the i of CSharp_ModelN_getModel1i is below it. */
+CORVANE_API int Corvane_ModelN_components(void* self);
+/* One element of a matrix; i below the number of rows, j below that of columns, unchecked. */
+CORVANE_API double Corvane_doubleM_getItemValue(void* self, int i, int j);
+CORVANE_API void Corvane_doubleM_setItemValue(void* self, int i, int j, double x);
+
 /* ---- Free functions ---- */
 
 CORVANE_API void* Corvane_attach1(const char* eos, CorvaneError* error);
@@ -349,6 +355,17 @@ CORVANE_API void Corvane_Visco_store1(void* self, const char* set, double rms, C
 /* ---- Matrix<double> ---- */
 
 CORVANE_API double Corvane_doubleM_det(void* self, CorvaneError* error);
+
+/* ---- Containers: what needs memory ---- */
+
+CORVANE_API void* Corvane_new_doubleV__SWIG_0(int n, CorvaneError* error);
+CORVANE_API void* Corvane_new_doubleV__SWIG_2(void* v, CorvaneError* error);
+CORVANE_API int Corvane_doubleV_size__SWIG_1(void* self, int n, CorvaneError* error);
+CORVANE_API void* Corvane_new_intV__SWIG_0(int n, CorvaneError* error);
+CORVANE_API void* Corvane_new_intV__SWIG_2(void* v, CorvaneError* error);
+CORVANE_API int Corvane_intV_size__SWIG_1(void* self, int n, CorvaneError* error);
+CORVANE_API void* Corvane_new_doubleM__SWIG_0(int rows, int cols, CorvaneError* error);
+CORVANE_API void Corvane_doubleM_size(void* self, int rows, int cols, CorvaneError* error);
 
 #ifdef __cplusplus
 } /* extern "C" */

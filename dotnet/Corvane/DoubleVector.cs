@@ -1,0 +1,162 @@
+// Vectors of real numbers.
+using System;
+using System.Collections;
+using System.Collections.Generic;
+using System.Runtime.InteropServices;
+using Corvane.Interop;
+using static Corvane.Interop.CorvaneError;
+using static Corvane.Interop.NativeMethods;
+
+namespace Corvane
+{
+    /// <summary>A vector of real numbers that the library reads and writes.</summary>
+    public sealed class DoubleVector : NativeObject, IReadOnlyList<double>
+    {
+        internal readonly DoubleVectorHandle Handle;
+
+        internal DoubleVector(DoubleVectorHandle handle) : base(handle)
+        {
+            Handle = handle;
+        }
+
+        /// <summary>count zeros; empty for a negative count.</summary>
+        public DoubleVector(int count) : this(Make(count)) { }
+
+        /// <summary>The given numbers.</summary>
+        public DoubleVector(params double[] values) : this(Checked(values).Length)
+        {
+            CopyFrom(values);
+        }
+
+        /// <summary>A copy.</summary>
+        public DoubleVector(DoubleVector other) : this(Copy(other)) { }
+
+        /// <summary>Number of elements. Setting it keeps the common leading part.</summary>
+        public int Count
+        {
+            get => CSharp_doubleV_size__SWIG_0(Handle);
+            set => Check(Corvane_doubleV_size__SWIG_1(Handle, value, out CorvaneError e), ref e);
+        }
+
+        /// <summary>Element i, 0 &lt;= i &lt; Count.</summary>
+        public double this[int i]
+        {
+            get => CSharp_doubleV_getItemValue(Handle, InRange(i, Count, nameof(i)));
+            set => CSharp_doubleV_setItemValue(Handle, InRange(i, Count, nameof(i)), value);
+        }
+
+        /// <summary>The sum of the elements.</summary>
+        public double Sum() => CSharp_doubleV_sum(Handle);
+
+        /// <summary>The sum of their squares.</summary>
+        public double SumOfSquares() => CSharp_doubleV_sum2(Handle);
+
+        /// <summary>Value at x of the polynomial with these coefficients, constant first.</summary>
+        public double Polynomial(double x) => CSharp_doubleV_polynomial(Handle, x);
+
+        /// <summary>Index of the first smallest or largest element; 0 if empty.</summary>
+        public int IndexOf(Extremum key)
+        {
+            int native = (int)key;
+            int index = CSharp_doubleV_find_idx(Handle, ref native);
+            Callbacks.Raise();
+            return index;
+        }
+
+        /// <summary>Sets every element to x.</summary>
+        public void Fill(double x) => CSharp_doubleV_set(Handle, x);
+
+        /// <summary>Element i becomes start + i·step.</summary>
+        public void Ramp(double start, double step) => CSharp_doubleV_ramp(Handle, start, step);
+
+        /// <summary>Makes it a random unit vector. Not empty.</summary>
+        public void RandomUnit()
+        {
+            if (Count == 0) throw new InvalidOperationException("the vector is empty");
+            CSharp_doubleV_urand(Handle);
+        }
+
+        /// <summary>Replaces every element x by f(x). If f throws, the elements are undefined.</summary>
+        public void Transform(Func<double, double> f)
+        {
+            NotNull(f, nameof(f));
+            Exception failure = null;
+            RealFunction function = x =>
+            {
+                // No managed exception may pass the native frames between here and the caller.
+                try
+                {
+                    return failure == null ? f(x) : x;
+                }
+                catch (Exception e)
+                {
+                    failure = e;
+                    return x;
+                }
+            };
+            CSharp_doubleV_func(Handle, function);
+            GC.KeepAlive(function);
+            if (failure != null)
+                System.Runtime.ExceptionServices.ExceptionDispatchInfo.Capture(failure).Throw();
+        }
+
+        /// <summary>The elements as an array.</summary>
+        public double[] ToArray()
+        {
+            double[] values = new double[Count];
+            WithData(data => Marshal.Copy(data, values, 0, values.Length), values.Length);
+            return values;
+        }
+
+        /// <summary>Sets the elements; values has Count numbers.</summary>
+        public void CopyFrom(double[] values)
+        {
+            if (Checked(values).Length != Count) throw new ArgumentException("wrong length");
+            WithData(data => Marshal.Copy(values, 0, data, values.Length), values.Length);
+        }
+
+        /// <summary>The elements in order.</summary>
+        public IEnumerator<double> GetEnumerator() => ((IEnumerable<double>)ToArray()).GetEnumerator();
+
+        IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
+
+        /// <summary>The elements, separated by commas, in the invariant culture.</summary>
+        public override string ToString() =>
+            string.Join(", ", Array.ConvertAll(ToArray(), x => FormattableString.Invariant($"{x:R}")));
+
+        private static DoubleVectorHandle Make(int count) =>
+            Check(Corvane_new_doubleV__SWIG_0(count, out CorvaneError e), ref e);
+
+        private static DoubleVectorHandle Copy(DoubleVector other) =>
+            Check(Corvane_new_doubleV__SWIG_2(HandleOf(other), out CorvaneError e), ref e);
+
+        private void WithData(Action<IntPtr> copy, int count)
+        {
+            if (count == 0) return;
+            copy(CSharp_doubleV_first__SWIG_0(Handle));
+            GC.KeepAlive(this);
+        }
+
+        private static double[] Checked(double[] values)
+        {
+            NotNull(values, nameof(values));
+            return values;
+        }
+
+        internal static DoubleVectorHandle HandleOf(DoubleVector vector)
+        {
+            NotNull(vector, nameof(vector));
+            return vector.Handle;
+        }
+    }
+
+    /// <summary>Which extreme element to look for.</summary>
+    public enum Extremum
+    {
+        /// <summary>The smallest.</summary>
+        Minimum = 4,
+
+        /// <summary>The largest.</summary>
+        Maximum = 5
+    }
+}

@@ -1,0 +1,90 @@
+// Ideal-gas properties.
+using System;
+using Corvane.Interop;
+using static Corvane.Interop.CorvaneError;
+using static Corvane.Interop.NativeMethods;
+
+namespace Corvane
+{
+    /// <summary>Ideal-gas caloric properties of a substance from a table of heat capacities. Reduced:
+    /// heat capacities and entropies by R, energies by R·T.</summary>
+    public sealed class Ideal : NativeObject
+    {
+        private const int ModelSlot = 1;
+
+        internal readonly IdealHandle Handle;
+
+        private Model1 model;
+
+        internal Ideal(IdealHandle handle, Model1 owner) : base(handle)
+        {
+            Handle = handle;
+            model = owner;
+        }
+
+        /// <summary>Without data and without a model.</summary>
+        public Ideal() : this(CSharp_new_Ideal(), null) { }
+
+        /// <summary>The model whose name gives the file name. Fixed for the part of a model.</summary>
+        public Model1 Model
+        {
+            get => model;
+            set
+            {
+                if (!IsOwner) throw new InvalidOperationException("the part of a model");
+                Handle.Hold(ModelSlot, value?.Handle);
+                CSharp_Ideal_model__SWIG_1(Handle, value?.Handle ?? Model1Handle.None);
+                model = value;
+            }
+        }
+
+        /// <summary>Reads CorvaneS/ideal/&lt;name&gt;. Code 1: no file or no model; numerical codes 5, 6:
+        /// temperatures that do not ascend.</summary>
+        public void Load()
+        {
+            Corvane_Ideal_load(Handle, out CorvaneError e);
+            e.Raise();
+        }
+
+        /// <summary>Table segment of T [K], −1 below the table. Code 3 without data.</summary>
+        public int Interval(double T) =>
+            Check(Corvane_Ideal_interval(Handle, T, out CorvaneError e), ref e);
+
+        /// <summary>Adds dh [K] to every energy and ds [R] to every entropy. Code 3 without data.
+        /// </summary>
+        public void Offset(double dh, double ds)
+        {
+            Corvane_Ideal_offset(Handle, dh, ds, out CorvaneError e);
+            e.Raise();
+        }
+
+        /// <summary>Forgets the data.</summary>
+        public void Reset() => CSharp_Ideal_reset(Handle);
+
+        /// <summary>Prints the range to the C library's standard output.</summary>
+        public void Info() => CSharp_Ideal_info(Handle);
+
+        /// <summary>cp°/R at T [K]. Throws code 3 without data.</summary>
+        public double Cpm(double T) =>
+            Check(Corvane_Ideal_Cpm(Handle, T, out CorvaneError e), ref e);
+
+        /// <summary>cv°/R at T [K]. Throws code 3 without data.</summary>
+        public double CVm(double T) =>
+            Check(Corvane_Ideal_CVm(Handle, T, out CorvaneError e), ref e);
+
+        /// <summary>H°/(RT) at T [K]. Throws code 3 without data.</summary>
+        public double Hm(double T) => Check(Corvane_Ideal_Hm(Handle, T, out CorvaneError e), ref e);
+
+        /// <summary>S°/R at unit density (mol/cm³) at T [K]. Throws code 3 without data.</summary>
+        public double Sm(double T) => Check(Corvane_Ideal_Sm(Handle, T, out CorvaneError e), ref e);
+
+        /// <summary>U°/(RT) − S°/R at T [K]. Throws code 3 without data.</summary>
+        public double Am(double T) => Check(Corvane_Ideal_Am(Handle, T, out CorvaneError e), ref e);
+
+        /// <summary>U°/(RT) + 1 − S°/R at T [K]. Throws code 3 without data.</summary>
+        public double Gm(double T) => Check(Corvane_Ideal_Gm(Handle, T, out CorvaneError e), ref e);
+
+        /// <summary>U°/(RT) at T [K]. Throws code 3 without data.</summary>
+        public double Um(double T) => Check(Corvane_Ideal_Um(Handle, T, out CorvaneError e), ref e);
+    }
+}

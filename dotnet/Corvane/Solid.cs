@@ -1,0 +1,135 @@
+// Solid phases.
+using System;
+using Corvane.Interop;
+using static Corvane.Interop.CorvaneError;
+using static Corvane.Interop.NativeMethods;
+
+namespace Corvane
+{
+    /// <summary>
+    /// The solid phases of a substance. Energies are divided by R·T, entropies by R; p in MPa, T in K.
+    /// Properties throw code 6 without data, 5 above their range, 9 where the model has no vapour, and
+    /// those with suffix m code 3 without an ideal-gas table.
+    /// </summary>
+    public sealed class Solid : NativeObject
+    {
+        private const int ModelSlot = 1;
+
+        internal readonly SolidHandle Handle;
+
+        private Model1 model;
+
+        internal Solid(SolidHandle handle, Model1 owner) : base(handle)
+        {
+            Handle = handle;
+            model = owner;
+        }
+
+        /// <summary>Without data and without a model.</summary>
+        public Solid() : this(CSharp_new_Solid(), null) { }
+
+        /// <summary>The model whose name gives the file name. Fixed for the part of a model.</summary>
+        public Model1 Model
+        {
+            get => model;
+            set
+            {
+                if (!IsOwner) throw new InvalidOperationException("the part of a model");
+                Handle.Hold(ModelSlot, value?.Handle);
+                CSharp_Solid_model__SWIG_1(Handle, value?.Handle ?? Model1Handle.None);
+                model = value;
+            }
+        }
+
+        /// <summary>Reads CorvaneS/solid/&lt;name&gt;. Code 1: no file, no model, a malformed file.
+        /// </summary>
+        public void Load()
+        {
+            Corvane_Solid_load(Handle, out CorvaneError e);
+            e.Raise();
+        }
+
+        /// <summary>First tabulated temperature of the first phase, K; 0 without phases.</summary>
+        public double Ttrp => CSharp_Solid_Ttrp(Handle);
+
+        /// <summary>Name of phase i; null if there is none.</summary>
+        public string PhaseName(int i) => Callbacks.Text(CSharp_Solid_id(Handle, i));
+
+        /// <summary>Sublimation state at T [K] of phase i, or of the stable one for −1: pressure [MPa],
+        /// molar volume [cm³/mol], compressibility [1/MPa]. Returns the phase, −1 without one.
+        /// </summary>
+        public int Sublimation(double T, int i, ref double psub, ref double v, ref double kappa) =>
+            Check(Corvane_Solid_sge(
+                Handle, T, i, ref psub, ref v, ref kappa, out CorvaneError e), ref e);
+
+        /// <summary>Forgets the phases.</summary>
+        public void Reset() => CSharp_Solid_reset(Handle);
+
+        /// <summary>Prints the range to the C library's standard output.</summary>
+        public void Info() => CSharp_Solid_info(Handle);
+
+        /// <summary>H/(RT) without the ideal-gas part.</summary>
+        public double He(double p, double T) =>
+            Check(Corvane_Solid_He(Handle, p, T, out CorvaneError e), ref e);
+
+        /// <summary>H/(RT).</summary>
+        public double Hm(double p, double T) =>
+            Check(Corvane_Solid_Hm(Handle, p, T, out CorvaneError e), ref e);
+
+        /// <summary>S/R without the ideal-gas part.</summary>
+        public double Se(double p, double T) =>
+            Check(Corvane_Solid_Se(Handle, p, T, out CorvaneError e), ref e);
+
+        /// <summary>S/R.</summary>
+        public double Sm(double p, double T) =>
+            Check(Corvane_Solid_Sm(Handle, p, T, out CorvaneError e), ref e);
+
+        /// <summary>U/(RT) without the ideal-gas part.</summary>
+        public double Ue(double p, double T) =>
+            Check(Corvane_Solid_Ue(Handle, p, T, out CorvaneError e), ref e);
+
+        /// <summary>U/(RT).</summary>
+        public double Um(double p, double T) =>
+            Check(Corvane_Solid_Um(Handle, p, T, out CorvaneError e), ref e);
+
+        /// <summary>Molar volume [cm³/mol].</summary>
+        public double Vm(double p, double T) =>
+            Check(Corvane_Solid_Vm(Handle, p, T, out CorvaneError e), ref e);
+
+        /// <summary>Mass density [g/cm³].</summary>
+        public double MassDensity(double p, double T) =>
+            Check(Corvane_Solid_d(Handle, p, T, out CorvaneError e), ref e);
+
+        /// <summary>A/(RT) without the ideal-gas part.</summary>
+        public double Ae(double p, double T) =>
+            Check(Corvane_Solid_Ae__SWIG_0(Handle, p, T, out CorvaneError e), ref e);
+
+        /// <summary>The same; i receives the phase, rho its density [mol/cm³].</summary>
+        public double Ae(double p, double T, ref int i, ref double rho) =>
+            Check(Corvane_Solid_Ae__SWIG_1(
+                Handle, p, T, ref i, ref rho, out CorvaneError e), ref e);
+
+        /// <summary>A/(RT).</summary>
+        public double Am(double p, double T) =>
+            Check(Corvane_Solid_Am__SWIG_0(Handle, p, T, out CorvaneError e), ref e);
+
+        /// <summary>The same; i receives the phase, rho its density [mol/cm³].</summary>
+        public double Am(double p, double T, ref int i, ref double rho) =>
+            Check(Corvane_Solid_Am__SWIG_1(
+                Handle, p, T, ref i, ref rho, out CorvaneError e), ref e);
+
+        /// <summary>G/(RT).</summary>
+        public double Gm(double p, double T) =>
+            Check(Corvane_Solid_Gm__SWIG_0(Handle, p, T, out CorvaneError e), ref e);
+
+        /// <summary>The same; i receives the phase, rho its density [mol/cm³].</summary>
+        public double Gm(double p, double T, ref int i, ref double rho) =>
+            Check(Corvane_Solid_Gm__SWIG_1(
+                Handle, p, T, ref i, ref rho, out CorvaneError e), ref e);
+
+        /// <summary>G/(RT) without the ideal-gas part; i receives the phase, rho its density
+        /// [mol/cm³].</summary>
+        public double Ge(double p, double T, ref int i, ref double rho) =>
+            Check(Corvane_Solid_Ge(Handle, p, T, ref i, ref rho, out CorvaneError e), ref e);
+    }
+}
