@@ -1,0 +1,210 @@
+// Association in mixtures: which sites of which molecules are free.
+//
+// Every molecule k has nd donors and na acceptors; a donor of k bonds to an acceptor of l with the
+// strength Δ(k, l) = Δ(l, k). With the donors eliminated, the fractions X of free acceptors solve
+//     X_k = T_k(X) = 1/(1 + Σ_l rho_l·nd_l·Δ(k, l)·Y_l),   Y_l = 1/(1 + Σ_j rho_j·na_j·Δ(l, j)·X_j)
+// (Chapman, Gubbins, Jackson & Radosz, Ind. Eng. Chem. Res. 29 (1990) 1709). T increases with every
+// X, and it is concave, since a harmonic mean of linear functions is. So X − T(X) is convex with an
+// M-matrix as its derivative wherever T(X) <= X, and Newton's method from such a point falls
+// monotonically to the only root in (0, 1] (Ortega & Rheinboldt, Iterative Solution of Nonlinear
+// Equations in Several Variables (1970), 13.3.4): it needs no damping.
+#pragma once
+
+#include <plugins/common/jet.h>
+#include <plugins/common/pcsaft/association.h>
+#include <plugins/common/small_array.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace corvane::pcsaft {
+
+inline double value_of(double x) {
+    return x;
+}
+template <int N, int M>
+double value_of(Jet<N, M> const& x) {
+    return x.value();
+}
+/// Highest order of the derivatives that a type carries.
+template <class S>
+inline constexpr int order_of = 0;
+template <int N, int M>
+inline constexpr int order_of<Jet<N, M>> = N;
+
+/// LU decomposition without pivoting, which M-matrices do not need, in place.
+inline void factorize(int n, double* a) {
+    for (int k = 0; k < n; ++k)
+        for (int i = k + 1; i < n; ++i) {
+            const double f = a[i * n + k] /= a[k * n + k];
+            for (int j = k + 1; j < n; ++j) a[i * n + j] -= f * a[k * n + j];
+        }
+}
+/// Solves with the factors; the right-hand side becomes the solution.
+template <class S>
+void substitute(int n, double const* lu, S* b) {
+    for (int i = 1; i < n; ++i)
+        for (int j = 0; j < i; ++j) b[i] -= b[j] * lu[i * n + j];
+    for (int i = n - 1; i >= 0; --i) {
+        for (int j = i + 1; j < n; ++j) b[i] -= b[j] * lu[i * n + j];
+        b[i] *= 1.0 / lu[i * n + i];
+    }
+}
+
+/// The sites of n associating molecules at one state. The caller fills the public arrays up to
+/// `strength`, then calls solve().
+template <class S>
+class Sites {
+  public:
+    explicit Sites(int size)
+        : n(size),
+          nd(n),
+          na(n),
+          rho(n),
+          strength(n * n),
+          free_d(n),
+          free_a(n),
+          to_a(n),
+          to_d(n),
+          lu(n * n),
+          step_(n) {}
+
+    int n;
+    SmallArray<double, 4> nd, na;
+    SmallArray<S, 4> rho;             // amounts of the molecules, mol/cm³
+    SmallArray<S, 16> strength;       // Δ(k, l), row by row, cm³/mol
+    SmallArray<S, 4> free_d, free_a;  // fractions of free donors and acceptors
+    SmallArray<S, 4> to_a, to_d;      // 1/free_d − 1 and 1/free_a − 1
+    SmallArray<double, 16> lu;        // factors of I − T' at the root, if n > 1
+
+    /// At most 100 steps; two to eight as a rule. What is not finite gives fractions that are not.
+    void solve() {
+        if (n == 1) {
+            const FreeSites<S> x = free_sites(nd[0], na[0], S(rho[0] * strength[0]));
+            free_a[0] = x.acceptors;
+            donors(*this);
+            to_d[0] = nd[0] * (rho[0] * strength[0]) * free_d[0];
+            return;
+        }
+        if constexpr (order_of<S> == 0) {
+            start();
+            for (int k = 0; k < 100; ++k) {
+                defect();
+                jacobian();
+                substitute(n, &lu[0], &step_[0]);
+                double change = 0.0;
+                for (int i = 0; i < n; ++i) {
+                    free_a[i] += step_[i];
+                    change = std::max(change, std::abs(step_[i] / free_a[i]));
+                }
+                if (!(change > 1e-9)) break;  // quadratic convergence: the next step is rounding
+            }
+            defect();
+        } else {
+            // The root of the values; then each correction adds an order of derivatives.
+            Sites<double> base(n);
+            for (int k = 0; k < n; ++k) {
+                base.nd[k] = nd[k];
+                base.na[k] = na[k];
+                base.rho[k] = value_of(rho[k]);
+                for (int l = 0; l < n; ++l)
+                    base.strength[k * n + l] = value_of(strength[k * n + l]);
+            }
+            base.solve();
+            for (int k = 0; k < n; ++k) free_a[k] = base.free_a[k];
+            for (int order = 0; order < order_of<S>; ++order) {
+                defect();
+                substitute(n, &base.lu[0], &step_[0]);
+                for (int k = 0; k < n; ++k) free_a[k] += step_[k];
+            }
+            defect();
+        }
+    }
+
+    /// Residual Helmholtz energy over R·T [mol/cm³], Σ over sites of ln X − X/2 + 1/2. With
+    /// ln X = −ln(1 + to) it is relatively accurate for few bonds and for many.
+    S energy() const {
+        using std::log1p;
+        S a = 0.0;
+        for (int k = 0; k < n; ++k)
+            a += rho[k] * (nd[k] * (free_d[k] * to_a[k] - log1p(to_a[k])) - na[k] * log1p(to_d[k]));
+        return a;
+    }
+    /// Density of the bonds between donors of k and acceptors of l over rho_k and rho_l.
+    S bonds(int k, int l) const {
+        return (nd[k] * na[l]) * (free_d[k] * free_a[l] * strength[k * n + l]);
+    }
+    /// Response of the fractions to a change that makes to_a grow by `da` and to_d by `dd` at
+    /// constant fractions: on return the changes of ln free_d and ln free_a.
+    void respond(double* da, double* dd) const {
+        SmallArray<double, 4> dX(n);
+        for (int k = 0; k < n; ++k) {
+            double sum = dd[k];
+            for (int l = 0; l < n; ++l)
+                sum -= rho[l] * nd[l] * strength[k * n + l] * free_d[l] * free_d[l] * da[l];
+            dX[k] = -free_a[k] * free_a[k] * sum;
+        }
+        if (n > 1) {
+            substitute(n, &lu[0], &dX[0]);
+        } else {
+            const double Y = free_d[0], X = free_a[0], D = rho[0] * strength[0];
+            dX[0] /= 1.0 - nd[0] * na[0] * (D * X * Y) * (D * X * Y);
+        }
+        for (int k = 0; k < n; ++k) {
+            for (int j = 0; j < n; ++j) da[k] += rho[j] * na[j] * strength[k * n + j] * dX[j];
+            da[k] *= -free_d[k];
+        }
+        for (int k = 0; k < n; ++k) dd[k] = dX[k] / free_a[k];
+    }
+
+  private:
+    /// Free donors next to the present free acceptors.
+    static void donors(Sites& s) {
+        for (int k = 0; k < s.n; ++k) {
+            s.to_a[k] = 0.0;
+            for (int j = 0; j < s.n; ++j)
+                s.to_a[k] += s.na[j] * (s.rho[j] * s.strength[k * s.n + j] * s.free_a[j]);
+            s.free_d[k] = 1.0 / (1.0 + s.to_a[k]);
+        }
+    }
+    /// T(X) − X.
+    void defect() {
+        donors(*this);
+        for (int k = 0; k < n; ++k) {
+            to_d[k] = 0.0;
+            for (int l = 0; l < n; ++l)
+                to_d[k] += nd[l] * (rho[l] * strength[k * n + l] * free_d[l]);
+            step_[k] = 1.0 / (1.0 + to_d[k]) - free_a[k];
+        }
+    }
+    /// What a fluid of one kind of molecules with such bonds would have, or else 1.
+    void start() {
+        for (int k = 0; k < n; ++k) {
+            double bonds = 0.0;
+            for (int l = 0; l < n; ++l) bonds += nd[l] * (rho[l] * strength[k * n + l]);
+            free_a[k] = bonds > 0.0 ? 2.0 / (1.0 + std::sqrt(1.0 + 4.0 * bonds)) : 1.0;
+        }
+        defect();
+        if (std::any_of(&step_[0], &step_[0] + n, [](double d) { return d > 0.0; }))
+            std::fill_n(&free_a[0], n, 1.0);
+    }
+    /// Factors of I − T' with T' = T_k²·Σ_l c(k, l)·Y_l²·e(l, j).
+    void jacobian() {
+        for (int k = 0; k < n; ++k) {
+            const double T = 1.0 / (1.0 + to_d[k]);
+            for (int j = 0; j < n; ++j) {
+                double sum = 0.0;
+                for (int l = 0; l < n; ++l)
+                    sum += nd[l] * rho[l] * strength[k * n + l] * free_d[l] * free_d[l] *
+                           strength[l * n + j];
+                lu[k * n + j] = (k == j) - T * T * sum * na[j] * rho[j];
+            }
+        }
+        factorize(n, &lu[0]);
+    }
+
+    SmallArray<S, 4> step_;
+};
+
+}  // namespace corvane::pcsaft
