@@ -105,13 +105,30 @@ class March {
                 }
             }
             marching_ = false;
-            const Equilibrium e = solve(given, 0);
+            Equilibrium e = cold(given, critical);
             marching_ = true;
             return e;
         });
     }
 
   private:
+    /// From the critical point; where that finds no start (steep curves next to it), by a march
+    /// from 10 % below the critical point in steps of half the remaining distance.
+    Equilibrium cold(double given, double critical) {
+        try {
+            return solve(given, 0);
+        } catch (ThException const& e) {
+            if (e.number != th_generic || given < 0.9 * critical) throw;
+        }
+        double gap = 0.1 * critical;
+        solve(critical - gap, 0);
+        while (0.5 * gap > critical - given) {
+            gap *= 0.5;
+            solve(critical - gap, 1);
+        }
+        return solve(given, 1);
+    }
+
     Equilibrium solve(double given, int cont) {
         Model1 const* model = fluid_.model.get();
         Equilibrium e{model, given, given, 0.0, 0.0};
