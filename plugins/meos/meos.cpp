@@ -51,19 +51,19 @@ class Meos final : public Model1, public corvane::Deriv1 {
     }
 
     int deriv(double rho, double T, int nrho, int nT, double* d) const override {
-        if (nrho < 0 || nT < 0) return 0;
+        if (nrho < 0 || nT < 0 || nT > 2) return 0;
         if (nT == 0 && nrho <= 3) {
             const Value v = Isotherm<false>(equation_, T).at<3>(rho);
             const double all[] = {v.a, v.d1, v.d2, v.d3};
             for (int i = 0; i <= nrho; ++i) d[i] = all[i];
             return 1;
         }
-        if (nrho + nT > 2) return 0;
+        if (nrho > 2) return 0;
         // T·∂/∂T = −τ·∂/∂τ, T²·∂²/∂T² = τ²·∂²/∂τ² + 2τ·∂/∂τ.
         const Value v = Isotherm<true>(equation_, T).at<2>(rho);
         const double all[3][3] = {{v.a, -v.t1, v.t2 + 2.0 * v.t1}, {v.d1, -v.dt, 0.0}, {v.d2}};
         for (int i = 0; i <= nrho; ++i)
-            for (int j = 0; j <= nT; ++j) d[i * (nT + 1) + j] = all[i][j];
+            for (int j = 0; j <= nT && i + j <= 2; ++j) d[i * (nT + 1) + j] = all[i][j];
         return 1;
     }
 

@@ -1,0 +1,404 @@
+// The plug-in MEOS+GERG: mixtures of multiparameter equations, Kunz & Wagner, J. Chem. Eng. Data 57
+// (2012) 3032.
+//
+//     a = Σ x_i·α_i(δ, τ) + Σ_{i<j} x_i·x_j·F_ij·α_ij(δ, τ),  δ = rho·v_r(x),  τ = T_r(x)/T
+//
+// A component is reached through Model1 alone: α_i(δ, τ) is its Ar at rho·v_r/vs_i and T·Ts_i/T_r.
+// Since these are proportional to rho and T, the scaled derivatives rho^i·T^j·∂^(i+j)/∂rho^i∂T^j of
+// the mixture are the same sums of those of the components.
+#include <corvane/mixture/modeln.h>
+#include <corvane/plugin/plugin.h>
+#include <corvane/plugin/roots.h>
+#include <plugins/common/pair_table.h>
+#include <plugins/meos_gerg/departure.h>
+#include <plugins/meos_gerg/reducing.h>
+
+#include <cmath>
+#include <limits>
+#include <vector>
+
+namespace {
+
+using namespace corvane::gerg;
+using corvane::SmallArray;
+
+class MeosGerg final : public ModelN, public corvane::DerivN {
+  public:
+    MeosGerg() {
+        eos = "MEOS";
+        mth = "GERG";
+        hess_myr_ = 1;  // myr is exact
+    }
+
+    // ---- binary parameters: see Pair
+    // ------------------------------------------------------------------
+
+    double* ppar(int k, int i, int j) override { return pair(i, j).value + k; }
+    void par_alloc() override {
+        const int n = mdl1.size();
+        pairs_.assign(static_cast<unsigned>(n * (n - 1) / 2), Pair{});
+        functions_.clear();
+    }
+    void par_in(FILE* f, int i, int j) override {
+        corvane::SectionReader section(f);
+        const bool swapped =
+            corvane::pair_is_swapped(section, mdl1[i]->name(), mdl1[j]->name()) != (i > j);
+        Pair p;
+        if (section.at("xi")) {
+            p.linear = true;
+            p.value[5] = section.number("xi");
+            p.value[6] = section.number("zeta");
+        } else {
+            for (int k = 0; k < 4; ++k) p.value[k] = section.number(kLabels[k]);
+            if (!(p.value[0] > 0.0) || !(p.value[2] > 0.0)) throw ThException(th_cannot_open);
+            if (swapped) invert(p);
+        }
+        p.value[4] = section.number("F");
+        Departure function;
+        function.read(section, f);
+        if (!function.empty()) p.function = number(function);
+        pair(i, j) = p;
+    }
+    void par_out(FILE* f, int i, int j) const override {
+        Pair p = pair(i, j);
+        corvane::SectionWriter section(f);
+        section.word("of", mdl1[i]->name());
+        if (p.linear) {
+            section.number("xi", p.value[5]);
+            section.number("zeta", p.value[6]);
+        } else {
+            if (i > j) invert(p);
+            for (int k = 0; k < 4; ++k) section.number(kLabels[k], p.value[k]);
+        }
+        section.number("F", p.value[4]);
+        if (p.function >= 0) functions_[static_cast<unsigned>(p.function)].write(f);
+    }
+    /// T_r [K] and rho_r [mol/cm³].
+    Vector<double> mixpar(Vector<double> const& x) const override {
+        const State s(*this, x);
+        Vector<double> p(2);
+        p[0] = s.Tr;
+        p[1] = 1.0 / s.vr;
+        return p;
+    }
+
+    // ---- the mixture at constant composition
+    // ----------------------------------------------------------
+
+    using ModelN::Ar;
+    using ModelN::betaV;
+    using ModelN::myr;
+    using ModelN::PsiH;
+    using ModelN::Z;
+
+    double Ar(double rho, double T, Vector<double> const& x) const override {
+        return Isotherm(*this, State(*this, x), T).at(rho, 0).d[0];
+    }
+    double Z(double rho, double T, Vector<double> const& x) const override {
+        return 1.0 + Isotherm(*this, State(*this, x), T).at(rho, 1).d[3];
+    }
+    double betaV(double rho, double T, Vector<double> const& x) const override {
+        double d[4];
+        deriv(rho, T, x, 1, 1, d);
+        return 1.0 + d[2] + d[3];
+    }
+    int deriv(double rho, double T, Vector<double> const& x, int nrho, int nT,
+              double* d) const override {
+        if (nrho < 0 || nT < 0 || nT > 2 || nrho > (nT == 0 ? 3 : 2)) return 0;
+        const State s(*this, x);
+        const Sums sums = nT == 0 ? Isotherm(*this, s, T).at(rho, nrho) : s.second(rho, T);
+        for (int i = 0; i <= nrho; ++i)
+            for (int j = 0; j <= nT; ++j)
+                if (i == 3 || i + j <= 2) d[i * (nT + 1) + j] = i == 3 ? sums.third : sums.d[3 * i + j];
+        return 1;
+    }
+    int vcalc(double p, double T, Vector<double> const& x, int mode, double& rho_a,
+              double& rho_b) const override;
+
+    // ---- composition derivatives
+    // ------------------------------------------------------------------------
+
+    double myr(Vector<double> const& rho_i, double T, int i) const override {
+        SmallArray<double> mu(rho_i.size());
+        potentials(rho_i, T, &mu[0], nullptr, nullptr);
+        return mu[i];
+    }
+    Matrix<double> PsiH(Vector<double> const& rho_i, double T) const override {
+        const int n = rho_i.size();
+        Matrix<double> H(n, n);
+        SmallArray<double> mu(n);
+        SmallArray<double, 576> residual(n * n);
+        potentials(rho_i, T, &mu[0], nullptr, &residual[0]);
+        for (int i = 0; i < n; ++i) {
+            for (int j = 0; j < n; ++j) H[i][j] = residual[i * n + j];
+            H[i][i] = rho_i[i] > 0.0 ? H[i][i] + 1.0 / rho_i[i] : 1e99;  // absent: as the library's
+        }
+        return H;
+    }
+    void potentials(Vector<double> const& rho_i, double T, double* mu, double* mu_T,
+                    double* mu_rho) const override;
+
+  private:
+    static constexpr char const* kLabels[4] = {"betaT", "gammaT", "betav", "gammav"};
+
+    Pair& pair(int i, int j) {
+        return pairs_[static_cast<unsigned>(i < j ? (j - 1) * j / 2 + i : (i - 1) * i / 2 + j)];
+    }
+    Pair const& pair(int i, int j) const { return const_cast<MeosGerg*>(this)->pair(i, j); }
+    static void invert(Pair& p) {
+        p.value[0] = 1.0 / p.value[0];
+        p.value[2] = 1.0 / p.value[2];
+    }
+    /// Equal functions are kept, and evaluated, once.
+    int number(Departure const& function) {
+        for (unsigned k = 0; k < functions_.size(); ++k)
+            if (functions_[k] == function) return static_cast<int>(k);
+        functions_.push_back(function);
+        return static_cast<int>(functions_.size()) - 1;
+    }
+
+    /// What depends on the composition alone.
+    struct State {
+        State(MeosGerg const& model, Vector<double> const& composition)
+            : m(model), n(composition.size()), x(n), Ts(n), vs(n),
+              w(static_cast<int>(m.functions_.size())) {
+            for (int i = 0; i < n; ++i) {
+                x[i] = composition[i];
+                Ts[i] = *m.mdl1[i]->ppar(1);
+                vs[i] = *m.mdl1[i]->ppar(2);
+            }
+            Tr = reducing(Reducing::Of::temperature).value(&x[0]);
+            vr = reducing(Reducing::Of::volume).value(&x[0]);
+            for (unsigned k = 0; k < m.functions_.size(); ++k) w[static_cast<int>(k)] = 0.0;
+            Pair const* p = m.pairs_.data();
+            for (int j = 1; j < n; ++j)
+                for (int i = 0; i < j; ++i, ++p)
+                    if (p->function >= 0) w[p->function] += x[i] * x[j] * p->value[4];
+        }
+        Reducing reducing(Reducing::Of of) const {
+            return {of, of == Reducing::Of::temperature ? &Ts[0] : &vs[0], n, m.pairs_.data()};
+        }
+        double delta(double rho) const { return rho * vr; }
+        /// Component i at the reduced state of the mixture; without a derivative extension (which
+        /// MEOS has) not-a-number. The scale factors come first, so that a pure fluid is itself.
+        void component(int i, double rho, double T, int nrho, int nT, double* d) const {
+            corvane::Deriv1 const* exact = m.mdl1[i]->derivatives();
+            if (exact && exact->deriv(rho * (vr / vs[i]), T * (Ts[i] / Tr), nrho, nT, d)) return;
+            for (int k = 0; k < (nrho + 1) * (nT + 1); ++k)
+                d[k] = std::numeric_limits<double>::quiet_NaN();
+        }
+        /// The mixture to second order in rho and T.
+        Sums second(double rho, double T) const {
+            Sums sums;
+            for (int i = 0; i < n; ++i) {
+                if (x[i] == 0.0) continue;
+                Sums s;
+                component(i, rho, T, 2, 2, s.d);
+                sums.add(x[i], s);
+            }
+            for (unsigned k = 0; k < m.functions_.size(); ++k) {
+                if (w[static_cast<int>(k)] == 0.0) continue;
+                Sums s;
+                m.functions_[k].second(delta(rho), Tr / T, s);
+                sums.add(w[static_cast<int>(k)], s);
+            }
+            return sums;
+        }
+
+        MeosGerg const& m;
+        int n;
+        SmallArray<double> x, Ts, vs, w;  // w: Σ x_i·x_j·F_ij of each departure function
+        double Tr, vr;
+    };
+
+    /// The mixture at one temperature.
+    class Isotherm {
+      public:
+        Isotherm(MeosGerg const& model, State const& state, double T)
+            : m_(model), s_(state), T_(T) {
+            for (unsigned k = 0; k < m_.functions_.size(); ++k)
+                if (s_.w[static_cast<int>(k)] != 0.0)
+                    m_.functions_[k].isotherm(s_.Tr / T, factors_);
+        }
+        Sums at(double rho, int order) const {
+            Sums sums;
+            for (int i = 0; i < s_.n; ++i) {
+                if (s_.x[i] == 0.0) continue;
+                double d[4];
+                s_.component(i, rho, T_, order, 0, d);
+                for (int k = 0; k <= order; ++k)
+                    (k == 3 ? sums.third : sums.d[3 * k]) += s_.x[i] * d[k];
+            }
+            double const* factors = factors_.data();
+            for (unsigned k = 0; k < m_.functions_.size(); ++k) {
+                const double w = s_.w[static_cast<int>(k)];
+                if (w == 0.0) continue;
+                Sums s;
+                m_.functions_[k].at(s_.delta(rho), factors, order, s);
+                factors += m_.functions_[k].terms();
+                sums.add(w, s);
+            }
+            return sums;
+        }
+        corvane::IsothermPoint operator()(double rho) const {
+            const Sums s = at(rho, 2);
+            return {rho * (1.0 + s.d[3]), 1.0 + 2.0 * s.d[3] + s.d[6]};
+        }
+
+      private:
+        MeosGerg const& m_;
+        State const& s_;
+        double T_;
+        std::vector<double> factors_;
+    };
+
+    corvane::Branches branches(Isotherm const& isotherm, State const& s, double P, double T) const;
+
+    std::vector<Pair> pairs_;
+    std::vector<Departure> functions_;
+};
+
+/// Where the isotherm rises. At δ = τ = 1 all components are at their critical points, so that but
+/// for the departure functions this is where the loop of the mixture begins: δ = 1 lies in the loop
+/// of any temperature below T_r, and one evaluation tells the branches apart.
+corvane::Branches MeosGerg::branches(Isotherm const& isotherm, State const& s, double P,
+                                     double T) const {
+    const double rho_r = 1.0 / s.vr;
+    double top = 3.3 * rho_r;
+    for (int k = 0; k < 24; ++k, top *= 1.15) {
+        const corvane::IsothermPoint end = isotherm(top);
+        if (end.dP > 0.0 && end.P > P) break;
+    }
+    const double slope = isotherm(rho_r).dP;
+    if (slope <= 0.0) return {rho_r, rho_r, top, true};
+    // Well above the critical temperature the smallest slope is that of δ near 1.
+    if (T > s.Tr && slope > 0.25) return {0.0, 0.0, top, false};
+    const double falling = corvane::falling_density(isotherm, rho_r, top, 24);
+    return {falling, falling, top, falling > 0.0};
+}
+
+int MeosGerg::vcalc(double p, double T, Vector<double> const& x, int mode, double& rho_a,
+                    double& rho_b) const {
+    const double P = p / (R * T);
+    if (!(T > 0.0) || !std::isfinite(T) || !std::isfinite(P)) return 0;
+    const State s(*this, x);
+    const Isotherm isotherm(*this, s, T);
+    const auto gibbs = [&](double rho) {
+        const Sums v = isotherm.at(rho, 1);
+        return v.d[0] + v.d[3] + std::log(rho);
+    };
+    // A saturated liquid (Guggenheim, J. Chem. Phys. 13 (1945) 253) to start from.
+    const double cold = std::max(1.0 - T / s.Tr, 0.0);
+    const double liquid = (1.0 + 0.75 * cold + 1.75 * std::cbrt(cold)) / s.vr;
+    return corvane::density_roots(isotherm, P, branches(isotherm, s, P, T), mode, gibbs, rho_a,
+                                  rho_b, liquid);
+}
+
+/// With V = 1 and the amounts n_i = rho_i, F = n·a is a function of the amounts, of L = ln δ and U =
+/// ln τ. With G_i = ∂F/∂n_i at constant L and U,
+///
+///     μ_i = G_i + a_L·d_i + a_U·t_i,                   d_i = n·∂L/∂n_i, t_i = n·∂U/∂n_i,
+///     n·∂μ_i/∂n_j = K_ij + G_iL·d_j + G_jL·d_i + G_iU·t_j + G_jU·t_i + a_L·d_ij + a_U·t_ij
+///                 + a_LL·d_i·d_j + a_LU·(d_i·t_j + d_j·t_i) + a_UU·t_i·t_j,
+///
+/// where n²·d_ij and n²·t_ij are the second derivatives of L and U. The reducing functions enter as
+/// homogeneous functions of second degree in the amounts, n²·T_r and n²·v_r.
+void MeosGerg::potentials(Vector<double> const& rho_i, double T, double* mu, double* mu_T,
+                          double* mu_rho) const {
+    const int n = rho_i.size(), nf = static_cast<int>(functions_.size());
+    const double rho = rho_i.sum();
+    if (rho == 0.0) {
+        for (int i = 0; i < n; ++i) mu[i] = 0.0;
+        for (int i = 0; mu_T && i < n; ++i) mu_T[i] = 0.0;
+        for (int i = 0; mu_rho && i < n * n; ++i) mu_rho[i] = 0.0;
+        return;
+    }
+    Vector<double> x(n);
+    for (int i = 0; i < n; ++i) x[i] = rho_i[i] / rho;
+    const State s(*this, x);
+
+    // The functions α and their derivatives by L and U: value, L, U, LL, LU, UU.
+    struct Logarithmic {
+        double a = 0.0, L = 0.0, U = 0.0, LL = 0.0, LU = 0.0, UU = 0.0;
+        Logarithmic() = default;
+        explicit Logarithmic(double const* d)
+            : a(d[0]), L(d[3]), U(-d[1]), LL(d[6] + d[3]), LU(-d[4]), UU(d[2] + d[1]) {}
+        void add(double w, Logarithmic const& f) {
+            if (w == 0.0) return;  // a component that is absent may be beyond its own range
+            a += w * f.a;
+            L += w * f.L;
+            U += w * f.U;
+            LL += w * f.LL;
+            LU += w * f.LU;
+            UU += w * f.UU;
+        }
+    };
+    const bool second = mu_T || mu_rho;
+    SmallArray<Logarithmic> G(n), f(nf);
+    Logarithmic all;
+    for (int i = 0; i < n; ++i) {
+        double d[9] = {};
+        s.component(i, rho, T, 2, 2, d);
+        G[i] = Logarithmic(d);
+        all.add(x[i], G[i]);
+    }
+    for (int k = 0; k < nf; ++k) {
+        Sums sums;
+        functions_[static_cast<unsigned>(k)].second(s.delta(rho), s.Tr / T, sums);
+        f[k] = Logarithmic(sums.d);
+        all.add(s.w[k], f[k]);
+    }
+    // G_i = α_i + Σ_f (w_fi − w_f)·α_f with w_fi = Σ_j x_j·F_ij.
+    Logarithmic shared;
+    for (int k = 0; k < nf; ++k) shared.add(s.w[k], f[k]);
+    for (int i = 0; i < n; ++i) G[i].add(-1.0, shared);
+    for (int j = 1; j < n; ++j)
+        for (int i = 0; i < j; ++i) {
+            Pair const& p = pair(i, j);
+            if (p.function < 0) continue;
+            G[i].add(x[j] * p.value[4], f[p.function]);
+            G[j].add(x[i] * p.value[4], f[p.function]);
+        }
+
+    SmallArray<double> d(n), t(n);
+    const Reducing Tr = s.reducing(Reducing::Of::temperature), vr = s.reducing(Reducing::Of::volume);
+    Tr.gradient(&s.x[0], &t[0]);
+    vr.gradient(&s.x[0], &d[0]);
+    for (int i = 0; i < n; ++i) {
+        t[i] = t[i] / s.Tr - 2.0;
+        d[i] = d[i] / s.vr - 1.0;
+        mu[i] = G[i].a + all.L * d[i] + all.U * t[i];
+        if (mu_T) mu_T[i] = -(G[i].U + all.LU * d[i] + all.UU * t[i]);
+    }
+    if (!second || !mu_rho) return;
+
+    // K_ij = Σ_f (F_ij − w_fi − w_fj + 2·w_f)·α_f, of which G_i holds α_i + Σ_f (w_fi − w_f)·α_f.
+    SmallArray<double> own(n);
+    for (int i = 0; i < n; ++i) own[i] = 0.0;
+    for (int j = 1; j < n; ++j)
+        for (int i = 0; i < j; ++i) {
+            Pair const& p = pair(i, j);
+            if (p.function < 0) continue;
+            own[i] += x[j] * p.value[4] * f[p.function].a;
+            own[j] += x[i] * p.value[4] * f[p.function].a;
+        }
+    SmallArray<double, 576> Tij(n * n), vij(n * n);
+    Tr.hessian(&s.x[0], &Tij[0]);
+    vr.hessian(&s.x[0], &vij[0]);
+    for (int i = 0; i < n; ++i)
+        for (int j = 0; j <= i; ++j) {
+            const double t_ij = Tij[i * n + j] / s.Tr - (t[i] + 2.0) * (t[j] + 2.0) + 2.0;
+            const double d_ij = vij[i * n + j] / s.vr - (d[i] + 1.0) * (d[j] + 1.0) + 1.0;
+            double K = 2.0 * shared.a - own[i] - own[j];
+            if (i != j)
+                if (Pair const& p = pair(i, j); p.function >= 0) K += p.value[4] * f[p.function].a;
+            const double sum = K + G[i].L * d[j] + G[j].L * d[i] + G[i].U * t[j] + G[j].U * t[i] +
+                               all.LL * d[i] * d[j] + all.LU * (d[i] * t[j] + d[j] * t[i]) +
+                               all.UU * t[i] * t[j] + all.L * d_ij + all.U * t_ij;
+            mu_rho[i * n + j] = mu_rho[j * n + i] = sum / rho;
+        }
+}
+
+}  // namespace
+
+CORVANE_PLUGINN(MeosGerg)
