@@ -5,8 +5,8 @@
 namespace corvane::gerg {
 namespace {
 
-constexpr int kMaxTerms = 100;   // per block
-constexpr int kMaxPower = 32;    // largest exponent of the density
+constexpr int kMaxTerms = 100;  // per block
+constexpr int kMaxPower = 32;   // largest exponent of the density
 
 struct Kind {
     char const *label, *columns;
@@ -15,9 +15,13 @@ struct Kind {
 };
 constexpr Kind kKinds[] = {
     {"power", "n d t l", 4, {&Term::n, &Term::d, &Term::t, &Term::l}},
-    {"gerg", "n d t eta epsilon beta gamma", 7,
+    {"gerg",
+     "n d t eta epsilon beta gamma",
+     7,
      {&Term::n, &Term::d, &Term::t, &Term::eta, &Term::epsilon, &Term::beta, &Term::gamma}},
-    {"gaussian", "n d t eta epsilon beta gamma", 7,
+    {"gaussian",
+     "n d t eta epsilon beta gamma",
+     7,
      {&Term::n, &Term::d, &Term::t, &Term::eta, &Term::epsilon, &Term::b, &Term::c}},
 };
 
@@ -25,34 +29,54 @@ bool whole(double x, int least) {
     return x >= least && x <= kMaxPower && x == std::floor(x);
 }
 
-double power(double x, int n) {
-    double y = 1.0;
-    for (; n > 0; n >>= 1, x *= x)
-        if (n & 1) y *= x;
-    return y;
-}
-
-/// δ^d exp(…) of a term and its first three logarithmic derivatives: D φ = e1 φ, D e1 = e2, D e2 =
-/// e3 with D = δ·∂/∂δ.
-struct DensityPart {
-    double phi, e1, e2, e3;
-    DensityPart(Term const& t, double delta) : phi(power(delta, static_cast<int>(t.d))), e1(t.d) {
-        double exponent = 0.0, q1 = 0.0, q2 = 0.0, pl = 0.0;
-        if (t.l > 0.0) {
-            pl = power(delta, static_cast<int>(t.l));
-            exponent -= pl;
+/// δ^k, k = 0 … kMaxPower, worked out as far as they are asked for.
+class Powers {
+  public:
+    explicit Powers(double delta) : delta_(delta) { value_[0] = 1.0; }
+    double operator()(double k) {
+        const int n = static_cast<int>(k);
+        while (known_ < n) {
+            value_[known_ + 1] = value_[known_] * delta_;
+            ++known_;
         }
-        if (t.eta != 0.0 || t.beta != 0.0) {
-            const double off = delta - t.epsilon;
-            exponent -= t.eta * off * off + t.beta * (delta - t.gamma);
-            q2 = -2.0 * t.eta * delta * delta;
-            q1 = (2.0 * t.eta * t.epsilon - t.beta) * delta;
-        }
-        if (exponent != 0.0) phi *= std::exp(exponent);
-        e1 += q2 + q1 - t.l * pl;
-        e2 = 2.0 * q2 + q1 - t.l * t.l * pl;
-        e3 = 4.0 * q2 + q1 - t.l * t.l * t.l * pl;
+        return value_[n];
     }
+
+  private:
+    double delta_, value_[kMaxPower + 1];
+    int known_ = 0;
+};
+
+/// δ^d exp(…) of one term after another, with the first three logarithmic derivatives: D φ = e1 φ,
+/// D e1 = e2, D e2 = e3 where D = δ·∂/∂δ. Neighbours often share the exponential.
+class DensityPart {
+  public:
+    explicit DensityPart(double delta) : delta_(delta), powers_(delta) {}
+    void next(Term const& t) {
+        if (t.l != l_ || t.eta != eta_ || t.beta != beta_ || t.epsilon != epsilon_ ||
+            t.gamma != gamma_)
+            exponential(t);
+        phi = powers_(t.d) * exp_;
+        e1 = t.d + g1_;
+    }
+    double phi = 0.0, e1 = 0.0, e2 = 0.0, e3 = 0.0;
+
+  private:
+    void exponential(Term const& t) {
+        l_ = t.l, eta_ = t.eta, beta_ = t.beta, epsilon_ = t.epsilon, gamma_ = t.gamma;
+        const double pl = l_ > 0.0 ? powers_(l_) : 0.0, off = delta_ - epsilon_;
+        exp_ = std::exp(-pl - eta_ * off * off - beta_ * (delta_ - gamma_));
+        const double q2 = -2.0 * eta_ * delta_ * delta_;
+        const double q1 = (2.0 * eta_ * epsilon_ - beta_) * delta_;
+        g1_ = q2 + q1 - l_ * pl;
+        e2 = 2.0 * q2 + q1 - l_ * l_ * pl;
+        e3 = 4.0 * q2 + q1 - l_ * l_ * l_ * pl;
+    }
+
+    double delta_;
+    Powers powers_;
+    double l_ = 0.0, eta_ = 0.0, beta_ = 0.0, epsilon_ = 0.0, gamma_ = 0.0;  // of exp_
+    double exp_ = 1.0, g1_ = 0.0;
 };
 
 double temperature_factor(Term const& t, double tau, double log_tau) {
@@ -75,8 +99,7 @@ void Departure::read(SectionReader& section, FILE* f) {
         for (int row = 0; row < count; ++row) {
             Term t{};
             for (int c = 0; c < k.count; ++c)
-                if (std::fscanf(f, "%lf", &(t.*k.column[c])) != 1 ||
-                    !std::isfinite(t.*k.column[c]))
+                if (std::fscanf(f, "%lf", &(t.*k.column[c])) != 1 || !std::isfinite(t.*k.column[c]))
                     throw ThException(th_cannot_open);
             if (!whole(t.d, 1) || !whole(t.l, 0)) throw ThException(th_cannot_open);
             fresh.terms_.push_back(t);
@@ -105,8 +128,9 @@ void Departure::isotherm(double tau, std::vector<double>& factors) const {
 }
 
 void Departure::at(double delta, double const* factors, int order, Sums& s) const {
+    DensityPart q(delta);
     for (Term const& t : terms_) {
-        const DensityPart q(t, delta);
+        q.next(t);
         const double value = *factors++ * q.phi, D2 = q.e1 * q.e1 + q.e2;
         s.d[0] += value;
         s.d[3] += value * q.e1;
@@ -119,8 +143,9 @@ void Departure::at(double delta, double const* factors, int order, Sums& s) cons
 
 void Departure::second(double delta, double tau, Sums& s) const {
     const double log_tau = std::log(tau);
+    DensityPart q(delta);
     for (Term const& t : terms_) {
-        const DensityPart q(t, delta);
+        q.next(t);
         const double value = temperature_factor(t, tau, log_tau) * q.phi;
         // τ·∂/∂τ; T·∂/∂T is its negative.
         const double f1 = t.t - 2.0 * t.b * tau * (tau - t.c);

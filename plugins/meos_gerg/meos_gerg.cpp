@@ -13,6 +13,7 @@
 #include <plugins/meos_gerg/departure.h>
 #include <plugins/meos_gerg/reducing.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <vector>
@@ -109,7 +110,8 @@ class MeosGerg final : public ModelN, public corvane::DerivN {
         const Sums sums = nT == 0 ? Isotherm(*this, s, T).at(rho, nrho) : s.second(rho, T);
         for (int i = 0; i <= nrho; ++i)
             for (int j = 0; j <= nT; ++j)
-                if (i == 3 || i + j <= 2) d[i * (nT + 1) + j] = i == 3 ? sums.third : sums.d[3 * i + j];
+                if (i == 3 || i + j <= 2)
+                    d[i * (nT + 1) + j] = i == 3 ? sums.third : sums.d[3 * i + j];
         return 1;
     }
     int vcalc(double p, double T, Vector<double> const& x, int mode, double& rho_a,
@@ -160,7 +162,11 @@ class MeosGerg final : public ModelN, public corvane::DerivN {
     /// What depends on the composition alone.
     struct State {
         State(MeosGerg const& model, Vector<double> const& composition)
-            : m(model), n(composition.size()), x(n), Ts(n), vs(n),
+            : m(model),
+              n(composition.size()),
+              x(n),
+              Ts(n),
+              vs(n),
               w(static_cast<int>(m.functions_.size())) {
             for (int i = 0; i < n; ++i) {
                 x[i] = composition[i];
@@ -252,29 +258,37 @@ class MeosGerg final : public ModelN, public corvane::DerivN {
         std::vector<double> factors_;
     };
 
-    corvane::Branches branches(Isotherm const& isotherm, State const& s, double P, double T) const;
+    double falling(Isotherm const& isotherm, State const& s, double T, double top) const;
 
     std::vector<Pair> pairs_;
     std::vector<Departure> functions_;
 };
 
-/// Where the isotherm rises. At δ = τ = 1 all components are at their critical points, so that but
-/// for the departure functions this is where the loop of the mixture begins: δ = 1 lies in the loop
-/// of any temperature below T_r, and one evaluation tells the branches apart.
-corvane::Branches MeosGerg::branches(Isotherm const& isotherm, State const& s, double P,
-                                     double T) const {
+/// A density where the isotherm falls, or 0. At δ = τ = 1 every component is at its critical point,
+/// so that but for the departure functions this is where the loop of the mixture begins: below T_r,
+/// δ = 1 lies in the loop, and one evaluation will do. Near T_r the smallest slope is looked for by
+/// the secant method on its derivative; far below, where the equations of the components may have
+/// several loops, all densities are scanned.
+double MeosGerg::falling(Isotherm const& isotherm, State const& s, double T, double top) const {
     const double rho_r = 1.0 / s.vr;
-    double top = 3.3 * rho_r;
-    for (int k = 0; k < 24; ++k, top *= 1.15) {
-        const corvane::IsothermPoint end = isotherm(top);
-        if (end.dP > 0.0 && end.P > P) break;
+    double x = rho_r, x0 = 0.0, C0 = 0.0;
+    for (int k = 0; k < 10; ++k) {
+        const Sums v = isotherm.at(x, 3);
+        const double S = 1.0 + 2.0 * v.d[3] + v.d[6], C = 2.0 * v.d[3] + 4.0 * v.d[6] + v.third;
+        if (S <= 0.0) return x;
+        // Well above the critical temperature the smallest slope is that of δ near 1.
+        if (T > s.Tr && S > 0.25) return 0.0;
+        if (T < 0.85 * s.Tr) break;
+        double step = (C > 0.0 ? -0.05 : 0.05) * rho_r;
+        if (k > 0 && (C - C0) * (x - x0) > 0.0) step = -C * (x - x0) / (C - C0);
+        step = std::clamp(step, -0.2 * rho_r, 0.2 * rho_r);
+        // What the parabola of the slope has left to fall.
+        if (k > 0 && 2.0 * std::abs(C * step) < S * x) return 0.0;
+        x0 = x;
+        C0 = C;
+        x = std::clamp(x + step, 0.3 * rho_r, 2.0 * rho_r);
     }
-    const double slope = isotherm(rho_r).dP;
-    if (slope <= 0.0) return {rho_r, rho_r, top, true};
-    // Well above the critical temperature the smallest slope is that of δ near 1.
-    if (T > s.Tr && slope > 0.25) return {0.0, 0.0, top, false};
-    const double falling = corvane::falling_density(isotherm, rho_r, top, 24);
-    return {falling, falling, top, falling > 0.0};
+    return corvane::falling_density(isotherm, rho_r, top, 24);
 }
 
 int MeosGerg::vcalc(double p, double T, Vector<double> const& x, int mode, double& rho_a,
@@ -289,13 +303,22 @@ int MeosGerg::vcalc(double p, double T, Vector<double> const& x, int mode, doubl
     };
     // A saturated liquid (Guggenheim, J. Chem. Phys. 13 (1945) 253) to start from.
     const double cold = std::max(1.0 - T / s.Tr, 0.0);
-    const double liquid = (1.0 + 0.75 * cold + 1.75 * std::cbrt(cold)) / s.vr;
-    return corvane::density_roots(isotherm, P, branches(isotherm, s, P, T), mode, gibbs, rho_a,
-                                  rho_b, liquid);
+    const double rho_r = 1.0 / s.vr;
+    const double liquid = (1.0 + 0.75 * cold + 1.75 * std::cbrt(cold)) * rho_r;
+    // No equation ends at a pole; three times the critical density has a pressure of 15 rho_r·R·T
+    // and more above T_r.
+    double top = 3.3 * rho_r;
+    for (int k = 0; k < 24 && !(T > s.Tr && P < 5.0 * rho_r); ++k, top *= 1.15) {
+        const corvane::IsothermPoint end = isotherm(top);
+        if (end.dP > 0.0 && end.P > P) break;
+    }
+    const double middle = falling(isotherm, s, T, top);
+    return corvane::density_roots(isotherm, P, {middle, middle, top, middle > 0.0}, mode, gibbs,
+                                  rho_a, rho_b, liquid);
 }
 
-/// With V = 1 and the amounts n_i = rho_i, F = n·a is a function of the amounts, of L = ln δ and U =
-/// ln τ. With G_i = ∂F/∂n_i at constant L and U,
+/// With V = 1 and the amounts n_i = rho_i, F = n·a is a function of the amounts, of L = ln δ and U
+/// = ln τ. With G_i = ∂F/∂n_i at constant L and U,
 ///
 ///     μ_i = G_i + a_L·d_i + a_U·t_i,                   d_i = n·∂L/∂n_i, t_i = n·∂U/∂n_i,
 ///     n·∂μ_i/∂n_j = K_ij + G_iL·d_j + G_jL·d_i + G_iU·t_j + G_jU·t_i + a_L·d_ij + a_U·t_ij
@@ -361,7 +384,8 @@ void MeosGerg::potentials(Vector<double> const& rho_i, double T, double* mu, dou
         }
 
     SmallArray<double> d(n), t(n);
-    const Reducing Tr = s.reducing(Reducing::Of::temperature), vr = s.reducing(Reducing::Of::volume);
+    const Reducing Tr = s.reducing(Reducing::Of::temperature),
+                   vr = s.reducing(Reducing::Of::volume);
     Tr.gradient(&s.x[0], &t[0]);
     vr.gradient(&s.x[0], &d[0]);
     for (int i = 0; i < n; ++i) {

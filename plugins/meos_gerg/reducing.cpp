@@ -6,8 +6,7 @@ namespace corvane::gerg {
 
 Reducing::Reducing(Of of, double const* own, int n, Pair const* pairs)
     : of_(of), own_(own), n_(n), pairs_(pairs), root_(n) {
-    for (int i = 0; i < n; ++i)
-        root_[i] = of == Of::volume ? std::cbrt(own[i]) : std::sqrt(own[i]);
+    for (int i = 0; i < n; ++i) root_[i] = of == Of::volume ? std::cbrt(own[i]) : std::sqrt(own[i]);
 }
 
 Reducing::Coefficients Reducing::pair(int i, int j) const {  // i < j
