@@ -280,10 +280,11 @@ double MeosGerg::falling(Isotherm const& isotherm, State const& s, double T, dou
         if (T > s.Tr && S > 0.25) return 0.0;
         if (T < 0.85 * s.Tr) break;
         double step = (C > 0.0 ? -0.05 : 0.05) * rho_r;
-        if (k > 0 && (C - C0) * (x - x0) > 0.0) step = -C * (x - x0) / (C - C0);
-        step = std::clamp(step, -0.2 * rho_r, 0.2 * rho_r);
-        // What the parabola of the slope has left to fall.
-        if (k > 0 && 2.0 * std::abs(C * step) < S * x) return 0.0;
+        if (k > 0 && (C - C0) * (x - x0) > 0.0) {
+            step = std::clamp(-C * (x - x0) / (C - C0), -0.2 * rho_r, 0.2 * rho_r);
+            // Near the minimum, and four times what is left to fall is less than the slope.
+            if (2.0 * std::abs(C * step) < S * x && std::abs(step) < 0.1 * rho_r) return 0.0;
+        }
         x0 = x;
         C0 = C;
         x = std::clamp(x + step, 0.3 * rho_r, 2.0 * rho_r);
@@ -312,9 +313,28 @@ int MeosGerg::vcalc(double p, double T, Vector<double> const& x, int mode, doubl
         const corvane::IsothermPoint end = isotherm(top);
         if (end.dP > 0.0 && end.P > P) break;
     }
+    const auto roots = [&](double middle) {
+        return corvane::density_roots(isotherm, P, {middle, middle, top, middle > 0.0}, mode, gibbs,
+                                      rho_a, rho_b, liquid);
+    };
     const double middle = falling(isotherm, s, T, top);
-    return corvane::density_roots(isotherm, P, {middle, middle, top, middle > 0.0}, mode, gibbs,
-                                  rho_a, rho_b, liquid);
+    if (const int kind = roots(middle); kind > 0 || !(P > 0.0)) return kind;
+    // An isotherm of several loops, or the pressure of the critical point.
+    if (middle == 0.0)
+        if (const double other = corvane::falling_density(isotherm, rho_r, top, 100); other > 0.0)
+            if (const int kind = roots(other); kind > 0) return kind;
+    constexpr int steps = 200;
+    double low = 0.0;
+    for (int k = 1; k <= steps; ++k) {
+        const double high = top * k / steps;
+        if (isotherm(low).P <= P && isotherm(high).P > P) {
+            const double root = corvane::stable_root(isotherm, P, corvane::Branch::dilute,
+                                                     0.5 * (low + high), low, high, true);
+            if (root > 0.0) return rho_a = root, 1;
+        }
+        low = high;
+    }
+    return 0;
 }
 
 /// With V = 1 and the amounts n_i = rho_i, F = n·a is a function of the amounts, of L = ln δ and U

@@ -1,0 +1,341 @@
+// Multi-fluid mixtures of reference equations against published figures and against themselves.
+#include "support/errors.h"
+#include "support/mixtures.h"
+
+#include <corvane/core/files.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <random>
+
+namespace {
+
+constexpr double kRg = 8.314472, kRideal = 8.31451;  // of Kunz & Wagner (2012), J/(mol K)
+using Names = std::vector<std::string>;
+
+/// A mixture whose pairs and components are those of a set: 1 GERG-2008, 2 full equations.
+Mixture load_mixture(Names const& names, int set = 1) {
+    Mixture m(attachN("MEOS", "GERG"));
+    m->alloc(static_cast<int>(names.size()), "MEOS");
+    for (int j = 0; j < m->mdl1.size(); ++j) {
+        m->mdl1[j]->name(names[static_cast<unsigned>(j)].c_str());
+        m->mdl1[j]->id(-1);
+        for (int i = 0; i < j; ++i) m->id(i, j, set);
+    }
+    m->load("MEOS", "GERG");
+    return m;
+}
+
+/// Ideal-gas constants of Kunz & Wagner, table A3.1: Tc, then n3 to n7 and theta4 to theta7.
+struct IdealGas {
+    double M, Tc, n[5], theta[4];
+    double CV(double T) const {  // over R
+        double s = n[0];
+        for (int k = 0; k < 4; ++k) {
+            const double y = theta[k] * Tc / T, f = k % 2 ? std::cosh(y) : std::sinh(y);
+            if (y != 0) s += n[k + 1] * y * y / (f * f);
+        }
+        return s * kRideal / kRg;
+    }
+};
+std::map<std::string, IdealGas> const kIdeal = {
+    {"methane",
+     {16.04246,
+      190.564,
+      {3.00088, 0.76315, 0.0046, 8.74432, -4.46921},
+      {4.306474465, 0.936220902, 5.577233895, 5.722644361}}},
+    {"nitrogen",
+     {28.0134,
+      126.192,
+      {2.50031, 0.13732, -0.1466, 0.90066, 0},
+      {5.25182262, -5.393067706, 13.788988208, 0}}},
+    {"carbon_dioxide",
+     {44.0095,
+      304.1282,
+      {2.50002, 2.04452, -1.06044, 2.03366, 0.01393},
+      {3.022758166, -2.844425476, 1.589964364, 1.12159609}}},
+    {"ethane",
+     {30.06904,
+      305.322,
+      {3.00263, 4.33939, 1.23722, 13.1974, -6.01989},
+      {1.831882406, 0.731306621, 3.378007481, 3.508721939}}},
+    {"propane",
+     {44.09562,
+      369.825,
+      {3.02939, 6.60569, 3.197, 19.1921, -8.37267},
+      {1.297521801, 0.543210978, 2.583146083, 2.777773271}}},
+    {"hydrogen",
+     {2.01588,
+      33.19,
+      {1.47906, 0.95806, 0.45444, 1.56039, -1.3756},
+      {6.891654113, 9.84763483, 49.76529075, 50.367279301}}}};
+
+// Published by the authors of GERG-2008 for equimolar mixtures: T/K, rho/(mol/dm³), then p/MPa, cv,
+// cp/(J/(mol K)) and w/(m/s), to eight digits. Every departure function is among them.
+TEST(Gerg, BinaryMixturesHaveThePublishedProperties) {
+    struct {
+        char const *a, *b;
+        double T, rho, values[4];
+    } const rows[] = {
+        {"methane", "nitrogen", 155.52, 15, {4.6047112, 33.037161, 175.39203, 280.95694}},
+        {"methane", "carbon_dioxide", 201.03, 22, {4.1825383, 32.820054, 75.054572, 692.94508}},
+        {"methane", "ethane", 260.16, 10, {6.7845683, 46.457516, 205.66967, 278.63677}},
+        {"methane", "propane", 275.74, 12.5, {7.8845752, 51.460308, 107.2075, 512.42452}},
+        {"methane", "hydrogen", 171.42, 16, {18.480673, 23.763308, 50.785662, 623.75571}},
+        {"nitrogen", "carbon_dioxide", 255.93, 12, {13.977026, 33.663403, 93.179029, 303.45817}},
+        {"nitrogen", "ethane", 204.57, 17, {13.187764, 34.777642, 70.997469, 646.54513}},
+        {"nitrogen", "hydrogen", 106.88, 21, {15.422471, 19.980012, 45.456768, 501.4467}},
+        {"carbon_dioxide", "ethane", 290.81, 8.5, {5.6762027, 66.582731, 4643.432, 170.57444}},
+        {"carbon_dioxide", "propane", 288.68, 13.5, {3.3779403, 56.636917, 120.86496, 520.91932}},
+        {"ethane", "propane", 341.43, 3.5, {4.5124288, 77.170296, 330.95654, 180.94288}},
+        {"propane", "hydrogen", 362.17, 7, {17.27998, 51.419206, 77.699262, 413.83762}},
+    };
+    const Vector<double> x = vec({0.5, 0.5});
+    for (auto const& r : rows) {
+        SCOPED_TRACE(testing::Message() << r.a << "+" << r.b);
+        const Mixture m = load_mixture({r.a, r.b});
+        const IdealGas &a = kIdeal.at(r.a), &b = kIdeal.at(r.b);
+        const double rho = r.rho * 1e-3, beta = m->betaV(rho, r.T, x), slope = m->pV(rho, r.T, x);
+        // The mixture's own CVr lacks the factor T.
+        const double CV = r.T * m->CVr(rho, r.T, x) + 0.5 * (a.CV(r.T) + b.CV(r.T));
+        const double values[] = {
+            m->Z(rho, r.T, x) * kRg * r.T * rho, CV * kRg, (CV + beta * beta / slope) * kRg,
+            std::sqrt(2e3 * kRg * r.T / (a.M + b.M) * (slope + beta * beta / CV))};
+        // Half a unit of the eighth digit.
+        for (int k = 0; k < 4; ++k) EXPECT_NEAR(values[k] / r.values[k], 1, 6e-8) << k;
+        double rho1 = 0, rho2 = 0;
+        ASSERT_GT(m->vcalc(values[0] * R / kRg, r.T, x, 1, rho1, rho2), 0);
+        EXPECT_NEAR(rho1 / rho, 1, 1e-11);
+    }
+}
+
+Names const kAll = {
+    "methane",          "nitrogen",   "carbon_dioxide", "ethane", "propane",         "isobutane",
+    "butane",           "isopentane", "pentane",        "hexane", "heptane",         "octane",
+    "nonane",           "decane",     "hydrogen",       "oxygen", "carbon_monoxide", "water",
+    "hydrogen_sulfide", "helium",     "argon"};
+
+// The example of AGA Report No. 8, Part 2 (2017): 400 K, 50 MPa, printed with 13 digits or more;
+// and the same mixture with its components in the reverse order, every pair read from the other
+// side.
+TEST(Gerg, TwentyOneComponentsHaveThePublishedProperties) {
+    std::vector<double> x = {0.77824, 0.02,    0.06,    0.08,    0.03,    0.0015,  0.003,
+                             0.0005,  0.00165, 0.00215, 0.00088, 0.00024, 0.00015, 0.00009,
+                             0.004,   0.005,   0.002,   0.0001,  0.0025,  0.007,   0.001};
+    Names names = kAll;
+    double mu[2][21], mu_T[2][21], mu_rho[2][441];
+    for (int reversed : {0, 1}) {
+        SCOPED_TRACE(reversed);
+        const Mixture m = load_mixture(names);
+        Vector<double> z(21);
+        std::copy(x.begin(), x.end(), z.data);
+        const double rho = 12.79828626082062e-3, RT = kRg * 400;
+        double d[4];
+        ASSERT_EQ(m->derivatives()->deriv(rho, 400, z, 3, 0, d), 1);
+        EXPECT_NEAR(m->Z(rho, 400, z) / 1.174690666383717, 1, 1e-14);
+        EXPECT_NEAR(RT * m->pV(rho, 400, z) / 7000.694030193327, 1, 1e-14);
+        EXPECT_NEAR(RT * (2 * d[1] + 4 * d[2] + d[3]) / (1e3 * rho) / 1129.526655214841, 1, 1e-13);
+        EXPECT_NEAR(1e3 * rho * kRg * m->betaV(rho, 400, z) / 235.9832292593096, 1, 1e-14);
+        // cp − cv, printed as 58.45522051000366 and 39.02948218156372.
+        EXPECT_NEAR(kRg * std::pow(m->betaV(rho, 400, z), 2) / m->pV(rho, 400, z),
+                    58.45522051000366 - 39.02948218156372, 2e-13);
+        m->derivatives()->potentials(z * rho, 400, mu[reversed], mu_T[reversed], mu_rho[reversed]);
+        double rho1 = 0, rho2 = 0;
+        EXPECT_EQ(m->vcalc(50 * R / kRg, 400, z, 3, rho1, rho2), 1);
+        EXPECT_NEAR(rho1 / rho, 1, 1e-13);
+        std::reverse(x.begin(), x.end());
+        std::reverse(names.begin(), names.end());
+    }
+    for (int i = 0; i < 21; ++i) {
+        EXPECT_NEAR(mu[0][i], mu[1][20 - i], 1e-12);
+        EXPECT_NEAR(mu_T[0][i], mu_T[1][20 - i], 1e-12);
+        for (int j = 0; j < 21; ++j)
+            EXPECT_NEAR(mu_rho[0][21 * i + j], mu_rho[1][21 * (20 - i) + 20 - j],
+                        1e-11 * (1e3 + std::fabs(mu_rho[0][21 * i + j])));
+    }
+}
+
+// Natural gas 11 of the GERG-2004 monograph (Kunz et al. 2007): T/K, rho/(mol/dm³), p/MPa. The
+// temperatures are printed to 1 mK, which moves the pressure by up to 1e-5.
+TEST(Gerg, NaturalGasHasThePublishedPressure) {
+    const Mixture m = load_mixture(kAll);
+    Vector<double> x(21);
+    const double fractions[21] = {0.98110602, 0.00813399, 0.001209, 0.00611199, 0.002153, 0.000339,
+                                  0.000453,   0.000115,   9.25e-5,  6e-5,       6.1e-5,   2.8e-5,
+                                  3e-6,       5e-7,       0,        0,          0,        0,
+                                  0,          0.000134,   0};
+    std::copy(fractions, fractions + 21, x.data);
+    for (auto [T, rho, p] :
+         {std::tuple(247.295, 0.59, 1.16536), std::tuple(232.847, 4.72, 6.45261),
+          std::tuple(206.735, 7.67, 6.18556), std::tuple(194.081, 8.85, 4.91327)})
+        EXPECT_NEAR(m->Z(rho * 1e-3, T, x) * kRg * T * rho * 1e-3 / p, 1, 2e-5) << T;
+}
+
+// Reducing functions of other published forms, from the numbers of the papers: the linear one of
+// Lemmon & Jacobsen (2004) for R32 + R125 with ξ = 28.95 K, ζ = −0.006008 dm³/mol; Kunz & Wagner's
+// formula for a pair with strong asymmetry.
+TEST(Gerg, ReducingFunctionsAreThePublishedForms) {
+    const Mixture hfc = load_mixture({"r32", "r125"}, 2), gas = load_mixture({"nitrogen", "water"});
+    for (double x : {0.0, 1e-12, 0.3, 1.0}) {
+        const double y = 1 - x;
+        const auto of = [](Mixture const& m, int k, int i) { return m->mdl1[i]->param(k); };
+        const Vector<double> l = hfc->mixpar(vec({x, y}));
+        EXPECT_NEAR(l[0], x * of(hfc, 1, 0) + y * of(hfc, 1, 1) + x * y * 28.95, 1e-12 * l[0]);
+        EXPECT_NEAR(1 / l[1], x * of(hfc, 2, 0) + y * of(hfc, 2, 1) + x * y * -6.008, 1e-10);
+        const double bT = gas->param(0, 0, 1), gT = gas->param(1, 0, 1), bv = gas->param(2, 0, 1),
+                     gv = gas->param(3, 0, 1);
+        const Vector<double> g = gas->mixpar(vec({x, y}));
+        const auto pair = [&](double b, double c, double mean) {
+            return 2 * x * y * b * c * (x + y) / (b * b * x + y) * mean;
+        };
+        EXPECT_NEAR(g[0],
+                    x * x * of(gas, 1, 0) + y * y * of(gas, 1, 1) +
+                        pair(bT, gT, std::sqrt(of(gas, 1, 0) * of(gas, 1, 1))),
+                    1e-12 * g[0]);
+        const double sum = std::cbrt(of(gas, 2, 0)) + std::cbrt(of(gas, 2, 1));
+        EXPECT_NEAR(
+            1 / g[1],
+            x * x * of(gas, 2, 0) + y * y * of(gas, 2, 1) + pair(bv, gv, sum * sum * sum / 8),
+            1e-11);
+    }
+}
+
+/// The roots that a scan of the isotherm finds on its first and last rising branch.
+int scanned(ModelN const& m, double P, double T, Vector<double> const& x, double rho_r, double& gas,
+            double& liquid) {
+    constexpr int steps = 3000;
+    double low = 0;
+    bool rising = true, first = true;
+    gas = liquid = 0;
+    for (int k = 1; k <= steps; ++k) {
+        const double rho = 4.2 * rho_r * k / steps, value = rho * m.Z(rho, T, x);
+        if (value <= low) first = rising = false;
+        if (value > low && !rising) rising = true;
+        if (low < P && value >= P) (first ? gas : liquid) = rho;
+        low = value;
+    }
+    return (gas > 0) + (liquid > 0);
+}
+
+// Density roots against a scan, around and below the loop, of mixtures whose departure functions
+// move it; modes; and no root.
+TEST(Gerg, DensitySolverFindsWhatAScanFinds) {
+    std::mt19937 random(8);
+    std::uniform_real_distribution<double> u(0, 1);
+    for (Names const& names :
+         {Names{"methane", "nitrogen", "ethane"}, Names{"methane", "hydrogen", "decane"},
+          Names{"carbon_dioxide", "water", "methane"}, Names{"nitrogen", "ethane", "helium"}}) {
+        const Mixture m = load_mixture(names);
+        for (int k = 0; k < 25; ++k) {
+            const double a = u(random), b = u(random);
+            const Vector<double> x = vec({a, (1 - a) * b, (1 - a) * (1 - b)});
+            const Vector<double> reduced = m->mixpar(x);
+            const double T = reduced[0] * (0.6 + 0.5 * u(random));
+            const double p = R * T * reduced[1] * std::pow(10.0, -2.5 + 3 * u(random));
+            SCOPED_TRACE(testing::Message() << names[0] << "+" << names[1] << " x = " << x[0] << " "
+                                            << x[1] << ", T = " << T << ", p = " << p);
+            double gas, liquid, r1 = 0, r2 = 0, s1 = 0, s2 = 0;
+            const int count = scanned(*m, p / (R * T), T, x, reduced[1], gas, liquid);
+            const int kind = m->vcalc(p, T, x, 1, r1, r2);
+            ASSERT_EQ(kind, count == 2 ? 3 : count);
+            ASSERT_EQ(m->vcalc(p, T, x, 3, s1, s2), kind);
+            EXPECT_NEAR(r1, liquid > 0 ? liquid : gas, 2e-3 * reduced[1]);
+            if (kind == 3) {
+                EXPECT_NEAR(r2, gas, 2e-3 * reduced[1]);
+                EXPECT_EQ(s1, r2);
+                EXPECT_EQ(s2, r1);
+            }
+            EXPECT_NEAR(m->Z(s1, T, x) * R * T * s1 / p, 1, 1e-11 * (1 + reduced[1] * R * T / p));
+        }
+        double rho = 7, other = 7;
+        const Vector<double> x = vec({0.3, 0.3, 0.4});
+        for (auto [p, T] :
+             {std::pair(1.0, 0.0), std::pair(-1.0, 900.0), std::pair<double, double>(NAN, 300.0)})
+            EXPECT_EQ(m->vcalc(p, T, x, 1, rho, other), 0);
+        EXPECT_EQ(rho, 7);
+        EXPECT_EQ(m->vcalc(1e-12, 400, x, 3, rho, other), 1);
+        EXPECT_NEAR(rho * R * 400 / 1e-12, 1, 1e-12);
+    }
+}
+
+/// Text of the pair's section as par_out writes it.
+std::string section(ModelN const& m, int i, int j) {
+    const corvane::File f(std::tmpfile());
+    m.par_out(f.get(), i, j);
+    std::rewind(f.get());
+    std::string text;
+    for (int c; (c = std::fgetc(f.get())) != EOF;) text += static_cast<char>(c);
+    return text;
+}
+void read_section(ModelN& m, std::string const& text) {
+    const corvane::File f(std::tmpfile());
+    std::fputs(text.c_str(), f.get());
+    std::rewind(f.get());
+    m.par_in(f.get(), 0, 1);
+}
+
+// Every shipped pair: its components exist, the section is read and written without loss, from
+// either side, and the reducing values stay near those of the components.
+TEST(Gerg, EveryShippedPairIsReadAndWrittenFromEitherSide) {
+    int count = 0;
+    for (auto const& entry : std::filesystem::directory_iterator("CorvaneS/parameters/MEOS/GERG")) {
+        SCOPED_TRACE(entry.path());
+        std::ifstream file(entry.path());
+        std::ostringstream text;
+        text << file.rdbuf();
+        const std::string all = text.str();
+        const auto word = [&](std::string const& label) {
+            const std::size_t at = all.find(label + ":\t") + label.size() + 2;
+            return all.substr(at, all.find('\n', at) - at);
+        };
+        EXPECT_NE(all.find("source:\t"), std::string::npos);
+        const std::string a = word("name1"), b = word("name2");
+        EXPECT_EQ(entry.path().filename(), a + "+" + b + ";" + word("id"));
+        for (auto const& [name, id] : {std::pair(a, word("id1")), std::pair(b, word("id2"))})
+            EXPECT_TRUE(std::filesystem::exists("CorvaneS/parameters/MEOS/" + name + ";" + id));
+        Mixture m[2] = {Mixture(attachN("MEOS", "GERG")), Mixture(attachN("MEOS", "GERG"))};
+        for (int k = 0; k < 2; ++k) {
+            m[k]->alloc(2, "MEOS");
+            m[k]->mdl1[k]->name(a.c_str());
+            m[k]->mdl1[1 - k]->name(b.c_str());
+            for (int i = 0; i < 2; ++i)
+                for (int par : {1, 2}) m[k]->mdl1[i]->param(par, 100.0 + 50 * (i == k));
+            read_section(*m[k], all.substr(all.find("of:\t")));
+        }
+        const Vector<double> p = m[0]->mixpar(vec({0.3, 0.7})), q = m[1]->mixpar(vec({0.7, 0.3}));
+        EXPECT_NEAR(p[0], q[0], 1e-12 * p[0]);
+        EXPECT_NEAR(p[1], q[1], 1e-12 * p[1]);
+        // Far from the mean of the components would be a wrong column or unit.
+        EXPECT_TRUE(p[0] > 60 && p[0] < 280 && p[1] > 1 / 280.0 && p[1] < 1 / 70.0) << p[0] << p[1];
+        const std::string written = section(*m[0], 0, 1);
+        read_section(*m[1], section(*m[0], 0, 1));
+        read_section(*m[0], section(*m[1], 0, 1));
+        EXPECT_NEAR(m[0]->mixpar(vec({0.3, 0.7}))[0], p[0], 1e-12 * p[0]);
+        read_section(*m[0], written);
+        EXPECT_EQ(section(*m[0], 0, 1), written);
+        ++count;
+    }
+    EXPECT_GE(count, 1000);
+}
+
+TEST(Gerg, MalformedSectionsRaiseAndKeepThePair) {
+    const Mixture m = load_mixture({"methane", "nitrogen"});
+    const std::string good = section(*m, 0, 1);
+    const auto with = [&](std::string const& from, std::string const& to) {
+        std::string text = good;
+        return text.replace(text.find(from), from.size(), to);
+    };
+    for (std::string const& bad :
+         {std::string(), with("methane", "argon"), with("betaT:\t", "betaT:\t-"),
+          with("gammav", "gamma"), with("blocks:\t2", "blocks:\t3"), with("power:\t2", "power:\t3"),
+          with("power", "powder"), with("gerg:\t7", "gerg:\t1000000000"),
+          with(" 1 0 0\n", " -1 0 0\n"), with(" 1 0 0\n", " 1 nan 0\n"),
+          with(" 1 0 0\n", " 1 0 77\n"), good.substr(0, good.size() / 2)}) {
+        EXPECT_EQ(th_code([&] { read_section(*m, bad); }), th_cannot_open) << bad;
+        EXPECT_EQ(section(*m, 0, 1), good);
+    }
+}
+
+}  // namespace
