@@ -48,7 +48,8 @@ class Powers {
 };
 
 /// δ^d exp(…) of one term after another, with the first three logarithmic derivatives: D φ = e1 φ,
-/// D e1 = e2, D e2 = e3 where D = δ·∂/∂δ. Neighbours often share the exponential.
+/// D e1 = e2, D e2 = e3 where D = δ·∂/∂δ; `value` counts from δ = 0 (a difference only where d =
+/// 0). Neighbours often share the exponential.
 class DensityPart {
   public:
     explicit DensityPart(double delta) : delta_(delta), powers_(delta) {}
@@ -56,16 +57,20 @@ class DensityPart {
         if (t.l != l_ || t.eta != eta_ || t.beta != beta_ || t.epsilon != epsilon_ ||
             t.gamma != gamma_)
             exponential(t);
-        phi = powers_(t.d) * exp_;
+        value = phi = powers_(t.d) * exp_;
+        if (t.d == 0.0) value = exp0_ * std::expm1(exponent_);
         e1 = t.d + g1_;
     }
-    double phi = 0.0, e1 = 0.0, e2 = 0.0, e3 = 0.0;
+    double value = 0.0, phi = 0.0, e1 = 0.0, e2 = 0.0, e3 = 0.0;
 
   private:
     void exponential(Term const& t) {
         l_ = t.l, eta_ = t.eta, beta_ = t.beta, epsilon_ = t.epsilon, gamma_ = t.gamma;
         const double pl = l_ > 0.0 ? powers_(l_) : 0.0, off = delta_ - epsilon_;
+        const double at0 = beta_ * gamma_ - eta_ * epsilon_ * epsilon_;
         exp_ = std::exp(-pl - eta_ * off * off - beta_ * (delta_ - gamma_));
+        exp0_ = std::exp(at0);
+        exponent_ = -pl - delta_ * (eta_ * (delta_ - 2.0 * epsilon_) + beta_);
         const double q2 = -2.0 * eta_ * delta_ * delta_;
         const double q1 = (2.0 * eta_ * epsilon_ - beta_) * delta_;
         g1_ = q2 + q1 - l_ * pl;
@@ -76,7 +81,7 @@ class DensityPart {
     double delta_;
     Powers powers_;
     double l_ = 0.0, eta_ = 0.0, beta_ = 0.0, epsilon_ = 0.0, gamma_ = 0.0;  // of exp_
-    double exp_ = 1.0, g1_ = 0.0;
+    double exp_ = 1.0, exp0_ = 1.0, exponent_ = 0.0, g1_ = 0.0;
 };
 
 double temperature_factor(Term const& t, double tau, double log_tau) {
@@ -101,7 +106,7 @@ void Departure::read(SectionReader& section, FILE* f) {
             for (int c = 0; c < k.count; ++c)
                 if (std::fscanf(f, "%lf", &(t.*k.column[c])) != 1 || !std::isfinite(t.*k.column[c]))
                     throw ThException(th_cannot_open);
-            if (!whole(t.d, 1) || !whole(t.l, 0)) throw ThException(th_cannot_open);
+            if (!whole(t.d, 0) || !whole(t.l, 0)) throw ThException(th_cannot_open);
             fresh.terms_.push_back(t);
         }
     }
@@ -131,8 +136,8 @@ void Departure::at(double delta, double const* factors, int order, Sums& s) cons
     DensityPart q(delta);
     for (Term const& t : terms_) {
         q.next(t);
-        const double value = *factors++ * q.phi, D2 = q.e1 * q.e1 + q.e2;
-        s.d[0] += value;
+        const double factor = *factors++, value = factor * q.phi, D2 = q.e1 * q.e1 + q.e2;
+        s.d[0] += factor * q.value;
         s.d[3] += value * q.e1;
         s.d[6] += value * (D2 - q.e1);
         if (order < 3) continue;
@@ -146,13 +151,14 @@ void Departure::second(double delta, double tau, Sums& s) const {
     DensityPart q(delta);
     for (Term const& t : terms_) {
         q.next(t);
-        const double value = temperature_factor(t, tau, log_tau) * q.phi;
+        const double factor = temperature_factor(t, tau, log_tau);
+        const double own = factor * q.value, value = factor * q.phi;
         // τ·∂/∂τ; T·∂/∂T is its negative.
         const double f1 = t.t - 2.0 * t.b * tau * (tau - t.c);
         const double f2 = 2.0 * t.b * tau * (t.c - 2.0 * tau);
-        s.d[0] += value;
-        s.d[1] -= value * f1;
-        s.d[2] += value * (f1 * f1 + f2 + f1);
+        s.d[0] += own;
+        s.d[1] -= own * f1;
+        s.d[2] += own * (f1 * f1 + f2 + f1);
         s.d[3] += value * q.e1;
         s.d[4] -= value * q.e1 * f1;
         s.d[6] += value * (q.e1 * q.e1 + q.e2 - q.e1);

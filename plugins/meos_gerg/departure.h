@@ -23,6 +23,8 @@ struct Sums {
 /// One term n δ^d τ^t exp(−δ^l − η(δ−ε)² − β(δ−γ) − b(τ−c)²). The published kinds leave parts of it
 /// out: "power" has l alone, "gerg" η and β (Kunz & Wagner, J. Chem. Eng. Data 57 (2012) 3032),
 /// "gaussian" η and b. A factor exp(−δ^l) with l = 0 is absent.
+/// A term without a power of δ (d = 0) is counted from its value at δ = 0, so that a gas of no
+/// density is ideal.
 struct Term {
     double n, d, t, l, eta, epsilon, beta, gamma, b, c;
     bool operator==(Term const&) const = default;

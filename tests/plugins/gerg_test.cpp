@@ -202,6 +202,70 @@ TEST(Gerg, ReducingFunctionsAreThePublishedForms) {
     }
 }
 
+// Departure functions of the other published kinds, evaluated here as printed: Tkaczuk et al.
+// (2020) for helium + neon; Gernert (2013) for carbon dioxide + water, whose fourth term has no
+// power of δ and counts from δ = 0. Exact derivatives against the library's numerical ones.
+TEST(Gerg, DepartureFunctionsOfOtherKinds) {
+    struct Printed {
+        double n, d, t, l, eta, epsilon, beta, gamma;
+    };
+    struct {
+        char const *a, *b;
+        double F;
+        std::vector<Printed> terms;
+    } const cases[] = {{"helium",
+                        "neon",
+                        1,
+                        {{-4.346849, 1, 1.195, 0, 0, 0, 0, 0},
+                         {-0.884378, 2, 1.587, 0, 0, 0, 0, 0},
+                         {0.258416, 3, 1.434, 0, 0, 0, 0, 0},
+                         {3.502188, 1, 1.341, 0, 0.157, 1.032, 0.173, 1.31},
+                         {0.83133, 2, 1.189, 0, 0.931, 1.978, 1.07, 1.356},
+                         {2.740495, 3, 1.169, 0, 0.882, 1.966, 0.695, 1.596},
+                         {-1.58223, 4, 0.944, 0, 0.868, 1.709, 0.862, 1.632},
+                         {-0.304897, 4, 1.874, 0, 0.543, 0.583, 0.971, 0.766}}},
+                       {"carbon_dioxide",
+                        "water",
+                        1,
+                        {{0.39440467, 1, 0.88, 0, 0, 0, 0, 0},
+                         {-1.7634732, 1, 2.932, 0, 0, 0, 0, 0},
+                         {0.14620755, 3, 2.433, 0, 0, 0, 0, 0},
+                         {0.008752232, 0, 1.33, 1, 0, 0, 0, 0},
+                         {2.0349398, 2, 4.416, 1, 0, 0, 0, 0},
+                         {-0.09035025, 3, 5.514, 1, 0, 0, 0, 0},
+                         {-0.21638854, 1, 5.203, 2, 0, 0, 0, 0},
+                         {0.03961217, 5, 1, 2, 0, 0, 0, 0}}}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.a);
+        const Mixture m = load_mixture({c.a, c.b}, 2);
+        const Vector<double> x = vec({0.4, 0.6}), reduced = m->mixpar(x);
+        for (auto [tau, delta] : {std::pair(0.8, 0.3), std::pair(1.1, 2.2), std::pair(0.5, 1e-9)}) {
+            const double T = reduced[0] / tau, rho = delta * reduced[1];
+            double departure = 0, linear = 0;
+            for (Printed const& t : c.terms) {
+                const auto density = [&](double at) {
+                    return std::pow(at, t.d) * std::exp(-(t.l > 0 ? std::pow(at, t.l) : 0) -
+                                                        t.eta * std::pow(at - t.epsilon, 2));
+                };
+                departure += t.n * std::pow(tau, t.t) *
+                             std::exp(-t.beta * std::pow(tau - t.gamma, 2)) *
+                             (density(delta) - density(0));
+            }
+            for (int i = 0; i < 2; ++i)
+                linear += x[i] * m->mdl1[i]->Ar(delta / m->mdl1[i]->vs(), m->mdl1[i]->Ts() / tau);
+            // The differences of exponentials in the test lose digits at low density.
+            EXPECT_NEAR(m->Ar(rho, T, x) - linear, c.F * 0.24 * departure, 1e-14);
+            const double size = 1 + std::fabs(m->Z(rho, T, x));
+            EXPECT_NEAR(m->Z(rho, T, x), m->ModelN::Z(rho, T, x), 1e-9 * size);
+            EXPECT_NEAR(m->betaV(rho, T, x), m->ModelN::betaV(rho, T, x), 1e-8 * size);
+            for (int i = 0; i < 2; ++i)
+                EXPECT_NEAR(m->myr(x * rho, T, i), m->ModelN::myr(x * rho, T, i), 1e-8 * size);
+        }
+        EXPECT_EQ(m->Ar(0, 300, x), 0);
+        EXPECT_EQ(m->Z(0, 300, x), 1);
+    }
+}
+
 /// The roots that a scan of the isotherm finds on its first and last rising branch.
 int scanned(ModelN const& m, double P, double T, Vector<double> const& x, double rho_r, double& gas,
             double& liquid) {
