@@ -101,6 +101,7 @@ class Sites {
                 if (!(change > 1e-9)) break;  // quadratic convergence: the next step is rounding
             }
             defect();
+            jacobian();  // of the root, for its derivatives
         } else {
             // The root of the values; then each correction adds an order of derivatives.
             Sites<double> base(n);

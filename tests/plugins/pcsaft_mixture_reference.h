@@ -1,0 +1,132 @@
+// PC-SAFT mixtures a second time: the formulas as printed by Gross & Sadowski (2001, appendix A;
+// 2002) and the mass balance of all sites by damped substitution, in 100 decimal digits.
+#pragma once
+
+#include "pcsaft_reference.h"
+
+#include <vector>
+
+namespace reference {
+
+struct PcSaftMixture {
+    std::vector<corvane::pcsaft::Parameters> par;
+    double k, l;  // of every pair
+
+    /// Residual Helmholtz energy density over RT at partial densities [mol/cm³].
+    Big density(std::vector<Big> const& molar, Big const& T) const {
+        const Big pi = boost::math::constants::pi<Big>();
+        const std::size_t N = par.size();
+        std::vector<Big> rho(N), sigma(N), d(N);
+        Big total = 0, z[4] = {0, 0, 0, 0};
+        for (std::size_t i = 0; i < N; ++i) {
+            rho[i] = molar[i] * Big(NA);
+            total += rho[i];
+            sigma[i] = cbrt(Big(par[i].vs) / (pi / 6 * Big(NA)));
+            d[i] = sigma[i] * (1 - Big(12) / 100 * exp(-3 * par[i].Ts / T));
+            for (int n = 0; n < 4; ++n) z[n] += pi / 6 * rho[i] * par[i].m * pow(d[i], n);
+        }
+        const Big m = z[0] / (pi / 6 * total), free = 1 - z[3];
+        const auto g = [&](std::size_t i, std::size_t j) -> Big {  // A.7
+            const Big e = d[i] * d[j] / (d[i] + d[j]);
+            return 1 / free + e * 3 * z[2] / pow(free, 2) + e * e * 2 * z[2] * z[2] / pow(free, 3);
+        };
+        const Big hs = (3 * z[1] * z[2] / free + pow(z[2], 3) / (z[3] * free * free) +
+                        (pow(z[2], 3) / (z[3] * z[3]) - z[0]) * log(free)) /
+                       z[0];  // A.6
+        Big chain = 0, first = 0, second = 0;
+        for (std::size_t i = 0; i < N; ++i) {
+            const Big xi = rho[i] / total;
+            chain += xi * (par[i].m - 1) * log(g(i, i));
+            for (std::size_t j = 0; j < N; ++j) {  // A.12 to A.15
+                const Big off = i == j ? 0 : 1;
+                const Big s = (sigma[i] + sigma[j]) / 2 * (1 - off * l);
+                const Big e = sqrt(Big(par[i].Ts) * par[j].Ts) * (1 - off * k) / T;
+                const Big term = xi * rho[j] / total * par[i].m * par[j].m * e * s * s * s;
+                first += term;
+                second += term * e;
+            }
+        }
+        Big i1 = 0, i2 = 0;
+        for (int i = 0; i < 7; ++i) {  // A.16 to A.19
+            const auto series = [&](double const(&c)[3][7]) -> Big {
+                return c[0][i] + (m - 1) / m * c[1][i] + (m - 1) / m * (m - 2) / m * c[2][i];
+            };
+            i1 += series(corvane::pcsaft::kDispersionA) * pow(z[3], i);
+            i2 += series(corvane::pcsaft::kDispersionB) * pow(z[3], i);
+        }
+        const Big c1 =
+            1 / (1 + m * (8 * z[3] - 2 * z[3] * z[3]) / pow(free, 4) +
+                 (1 - m) * (20 * z[3] - 27 * z[3] * z[3] + 12 * pow(z[3], 3) - 2 * pow(z[3], 4)) /
+                     pow(free * (2 - z[3]), 2));  // A.11
+        const Big disp = -2 * pi * total * i1 * first - pi * total * m * c1 * i2 * second;
+        Big sites = 0;
+        const std::vector<Big> X = free_sites(rho, sigma, T, g);
+        for (std::size_t i = 0; i < N; ++i) {
+            const auto site = [&](Big const& x) -> Big { return log(x) - x / 2 + Big(1) / 2; };
+            sites +=
+                rho[i] * (par[i].donors * site(X[2 * i]) + par[i].acceptors * site(X[2 * i + 1]));
+        }
+        return (total * (m * hs - chain + disp) + sites) / Big(NA);
+    }
+
+    /// Donors and acceptors of each component, with the combining rules of Wolbach & Sandler as
+    /// Gross & Sadowski (2002), eqs. 2 and 3, print them.
+    template <class G>
+    std::vector<Big> free_sites(std::vector<Big> const& rho, std::vector<Big> const& sigma,
+                                Big const& T, G const& g) const {
+        const std::size_t N = par.size();
+        std::vector<Big> X(2 * N, 1), next(2 * N), delta(N * N);
+        for (std::size_t i = 0; i < N; ++i)
+            for (std::size_t j = 0; j < N; ++j) {
+                const Big mean = (sigma[i] + sigma[j]) / 2;
+                const Big kappa = sqrt(Big(par[i].kappa) * par[j].kappa) *
+                                  pow(sqrt(sigma[i] * sigma[j]) / mean, 3);
+                const Big epsilon = (Big(par[i].epsilon) + par[j].epsilon) / 2;
+                delta[i * N + j] = pow(mean, 3) * g(i, j) * kappa * (exp(epsilon / T) - 1);
+            }
+        for (int step = 0; step < 2000; ++step) {
+            Big change = 0;
+            for (std::size_t i = 0; i < N; ++i) {
+                Big donor = 1, acceptor = 1;
+                for (std::size_t j = 0; j < N; ++j) {
+                    donor += rho[j] * par[j].acceptors * X[2 * j + 1] * delta[i * N + j];
+                    acceptor += rho[j] * par[j].donors * X[2 * j] * delta[i * N + j];
+                }
+                next[2 * i] = 1 / donor;
+                next[2 * i + 1] = 1 / acceptor;
+            }
+            for (std::size_t s = 0; s < 2 * N; ++s) {
+                change = std::max(change, Big(abs(next[s] / X[s] - 1)));
+                X[s] = (X[s] + next[s]) / 2;
+            }
+            if (change < Big("1e-48")) break;
+        }
+        return X;
+    }
+
+    /// A derivative in rho_i times rho_i, in the total rho times rho, or in T times T.
+    enum : int { all = -1, temperature = -2 };
+    /// Mixed central difference of the density along two or three of these directions, good to
+    /// 1e-19.
+    Big derivative(std::vector<double> const& rho, double T, std::vector<int> const& along) const {
+        const Big h("1e-14");
+        Big sum = 0;
+        for (unsigned signs = 0; signs < (1u << along.size()); ++signs) {
+            std::vector<Big> n(rho.begin(), rho.end());
+            Big t = T, sign = 1;
+            std::vector<int> steps(rho.size() + 2, 0);
+            for (std::size_t a = 0; a < along.size(); ++a) {
+                const int s = signs >> a & 1u ? 1 : -1;
+                sign *= s;
+                steps[static_cast<std::size_t>(along[a] + 2)] += s;
+            }
+            t *= 1 + steps[0] * h / 2;
+            for (std::size_t i = 0; i < n.size(); ++i) n[i] *= 1 + steps[i + 2] * h / 2;
+            for (Big& x : n) x *= 1 + steps[1] * h / 2;
+            sum += sign * density(n, t);
+        }
+        return sum / pow(h, static_cast<int>(along.size()));
+    }
+};
+
+}  // namespace reference
