@@ -14,5 +14,9 @@ void add_solid(Program& program);
 void add_viscosity(Program& program);
 void add_range(Program& program);
 void add_mixture(Program& program);
+void add_equilibrium(Program& program);
+void add_split(Program& program);
+void add_critical_line(Program& program);
+void add_solubility(Program& program);
 
 }  // namespace cli

@@ -22,5 +22,9 @@ corvane COMMAND --help tells the rest.)");
     cli::add_viscosity(program);
     cli::add_range(program);
     cli::add_mixture(program);
+    cli::add_equilibrium(program);
+    cli::add_split(program);
+    cli::add_critical_line(program);
+    cli::add_solubility(program);
     return program.run(argc, argv);
 }

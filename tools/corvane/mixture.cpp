@@ -177,11 +177,8 @@ void add_mixture(Program& program) {
     auto mixture = std::make_shared<MixtureCommand>();
     Command command = program.add("mixture", "all properties of a mixture at one state",
                                   [mixture] { return mixture->run(); });
-    command.positional("MODEL", mixture->request.model, "equation and mixing theory: PR+vdW1", true)
-        .positionals("COMPONENT=FRACTION", mixture->request.components,
-                     "components with mole fractions; one may be left without: it gets the rest")
-        .count("--pair-set", mixture->request.pair_set, "number of the pairs' parameter sets")
-        .value("--T", mixture->T, "temperature", {.required = true})
+    mixture->request.add_to(command);
+    command.value("--T", mixture->T, "temperature", {.required = true})
         .value("--p", mixture->p, "pressure")
         .value("--rho", mixture->rho, "density")
         .excludes("--rho", "--p")

@@ -41,6 +41,13 @@ std::vector<std::string> read_composition(MixtureRequest const& request, Mixture
     mixture.x = Vector<double>(n);
     int rest = -1;
     double sum = 0.0;
+    const auto bare = [](std::string const& word) { return word.find('=') == std::string::npos; };
+    if (request.fractions_optional &&
+        std::all_of(request.components.begin(), request.components.end(), bare)) {
+        mixture.composed = false;
+        mixture.x.set(1.0 / n);
+        return request.components;
+    }
     for (int i = 0; i < n; ++i) {
         std::string const& word = request.components[static_cast<unsigned>(i)];
         const std::size_t mark = word.rfind('=');
@@ -71,18 +78,73 @@ std::vector<std::string> read_composition(MixtureRequest const& request, Mixture
     }
     return names;
 }
+
+/// Puts the interaction parameters of the command line in place of the stored ones.
+void set_kij(std::string const& text, MixtureFluid& mixture) {
+    ModelN& model = *mixture.model;
+    const auto index = [&](std::string const& word) {
+        const std::string name = substance_name(mixture.eos, word);
+        for (int i = 0; i < mixture.size(); ++i)
+            if (name == mixture.component(i)) return i;
+        throw Misuse(fmt::format("--kij: {} is not a component of the mixture", word));
+    };
+    for (std::string const& item : split(text, ',')) {
+        const std::size_t equals = item.find('='), plus = item.find('+');
+        int i = 0, j = 1;
+        if (equals == std::string::npos) {
+            if (mixture.size() != 2)
+                throw Misuse("--kij: name the pair unless there are two components: A+B=0.01");
+        } else {
+            if (plus == std::string::npos || plus > equals)
+                throw Misuse(fmt::format("--kij: '{}' is not of the form A+B=0.01", item));
+            i = index(item.substr(0, plus));
+            j = index(item.substr(plus + 1, equals - plus - 1));
+            if (i == j) throw Misuse("--kij: a pair has two components");
+        }
+        const double value =
+            number(equals == std::string::npos ? item : item.substr(equals + 1), "--kij");
+        if (!model.ppar(0, i, j)) throw Failure(mixture.mth + " has no interaction parameter");
+        model.param(0, i, j, value);
+        mixture.given.emplace_back(std::min(i, j), std::max(i, j));
+    }
+}
 }  // namespace
 
-double MixtureFluid::M() const {
+void MixtureRequest::add_to(Command& command) {
+    command.positional("MODEL", model, "equation and mixing theory: PR+vdW1", true)
+        .positionals("COMPONENT=FRACTION", components,
+                     fractions_optional
+                         ? "components, with or without mole fractions; one gets the rest"
+                         : "components with mole fractions; one may be left without: it gets the "
+                           "rest")
+        .count("--pair-set", pair_set, "number of the pairs' parameter sets")
+        .value("--kij", kij,
+               "interaction parameter in place of the stored one: 0.01 for a binary, or "
+               "methane+propane=0.01,...");
+}
+
+double MixtureFluid::M(Vector<double> const& at) const {
     double sum = 0.0;
-    for (int i = 0; i < size(); ++i) sum += x[i] * model->mdl1[i]->M();
+    for (int i = 0; i < size(); ++i) sum += at[i] * model->mdl1[i]->M();
     return sum;
+}
+
+std::string MixtureFluid::composition(Vector<double> const& at) const {
+    std::string text;
+    for (int i = 0; i < size(); ++i) text += fmt::format(" {}({:.6g})", component(i), at[i]);
+    return text;
 }
 
 std::string MixtureFluid::name() const {
     std::string text = eos + "+" + mth;
-    for (int i = 0; i < size(); ++i) text += fmt::format(" {}({:.6g})", component(i), x[i]);
+    if (composed) return text + composition(x);
+    for (int i = 0; i < size(); ++i) text += std::string(" ") + component(i);
     return text;
+}
+
+double MixtureFluid::density(Units units, Vector<double> const& at, double rho) const {
+    units.M = M(at);
+    return units.from_library(Quantity::density, rho);
 }
 
 MixtureFluid open_mixture(MixtureRequest const& request) {
@@ -111,6 +173,7 @@ MixtureFluid open_mixture(MixtureRequest const& request) {
         mixture.estimated =
             corvane::load_estimating(model, mixture.eos.c_str(), mixture.mth.c_str());
     });
+    if (!request.kij.empty()) set_kij(request.kij, mixture);
     mixture.ideal = true;
     for (int i = 0; i < n; ++i) try {
             model.mdl1[i]->ideal.load();
@@ -126,21 +189,31 @@ Heading heading(std::string const& command, MixtureFluid const& mixture) {
     Heading head;
     head.command = command;
     head.fields.emplace_back("model", mixture.eos + "+" + mixture.mth);
+    std::string components;
     for (int i = 0; i < mixture.size(); ++i)
-        head.fields.emplace_back(mixture.component(i), mixture.x[i]);
+        if (mixture.composed)
+            head.fields.emplace_back(mixture.component(i), mixture.x[i]);
+        else
+            components += (i > 0 ? ", " : "") + std::string(mixture.component(i));
+    if (!mixture.composed) head.fields.emplace_back("components", components);
     for (int i = 0; i < mixture.size(); ++i)
         head.remarks.push_back(fmt::format("component {}: set {} {{{}}}", mixture.component(i),
                                            model.id(i, i), model.comment(i, i)));
     for (int i = 0; i < mixture.size(); ++i)
         for (int j = i + 1; j < mixture.size(); ++j) {
-            const bool estimated = std::find(mixture.estimated.begin(), mixture.estimated.end(),
-                                             std::pair(i, j)) != mixture.estimated.end();
-            head.remarks.push_back(
-                estimated ? fmt::format("pair {} + {}: no published parameters, kij estimated: {}",
-                                        mixture.component(i), mixture.component(j),
-                                        shortest(model.param(0, i, j)))
-                          : fmt::format("pair {} + {}: set {} {{{}}}", mixture.component(i),
-                                        mixture.component(j), model.id(i, j), model.comment(i, j)));
+            const auto among = [&](std::vector<std::pair<int, int>> const& pairs) {
+                return std::find(pairs.begin(), pairs.end(), std::pair(i, j)) != pairs.end();
+            };
+            const std::string names =
+                fmt::format("pair {} + {}: ", mixture.component(i), mixture.component(j));
+            const auto kij = [&] { return shortest(model.param(0, i, j)); };
+            if (among(mixture.given))
+                head.remarks.push_back(names + "kij given: " + kij());
+            else if (among(mixture.estimated))
+                head.remarks.push_back(names + "no published parameters, kij estimated: " + kij());
+            else
+                head.remarks.push_back(
+                    fmt::format("{}set {} {{{}}}", names, model.id(i, j), model.comment(i, j)));
         }
     if (mixture.normalised) head.remarks.push_back("mole fractions were divided by their sum");
     return head;

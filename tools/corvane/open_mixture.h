@@ -1,6 +1,7 @@
 // From "PR+vdW1 methane=0.7 propane=0.3" to a loaded mixture.
 #pragma once
 
+#include <tools/corvane/program.h>
 #include <tools/corvane/table.h>
 #include <tools/corvane/units.h>
 
@@ -18,6 +19,11 @@ struct MixtureRequest {
     std::string model;                    ///< "PR+vdW1"
     std::vector<std::string> components;  ///< "methane=0.7"; one may lack its fraction: the rest
     int pair_set = 0;                     ///< 0: set 1
+    std::string kij;                      ///< "0.01", or "methane+propane=0.01,..."; may be empty
+    bool fractions_optional = false;      ///< no component need have a fraction
+
+    /// MODEL COMPONENT=FRACTION… --pair-set --kij
+    void add_to(Command& command);
 };
 
 /// A mixture with its composition.
@@ -27,12 +33,18 @@ struct MixtureFluid {
     Vector<double> x;                            ///< mole fractions, sum 1
     std::vector<std::pair<int, int>> estimated;  ///< pairs without a file
     bool ideal = false;                          ///< every component has an ideal-gas table
+    std::vector<std::pair<int, int>> given;      ///< pairs with kij from the command line
     bool normalised = false;                     ///< the fractions given did not sum to 1
+    bool composed = true;                        ///< fractions were given; else x is even
 
     int size() const { return x.size(); }
     char const* component(int i) const { return model->mdl1[i]->name(); }
-    double M() const;          ///< molar mass, g/mol
-    std::string name() const;  ///< "PR+vdW1 methane(0.7) propane(0.3)"
+    double M() const { return M(x); }          ///< molar mass, g/mol
+    double M(Vector<double> const& at) const;  ///< of another composition
+    std::string name() const;  ///< "PR+vdW1 methane(0.7) propane(0.3)"; fractions if composed
+    std::string composition(Vector<double> const& at) const;  ///< " methane(0.7) propane(0.3)"
+    /// Density of a phase of composition `at` in the chosen unit. @throws Failure as Units
+    double density(Units units, Vector<double> const& at, double rho) const;
 };
 
 /// Attaches the model and loads pairs and components from the data home; a pair without a file is

@@ -1,0 +1,196 @@
+// corvane equilibrium: bubble and dew points of a mixture.
+#include <tools/corvane/commands.h>
+#include <tools/corvane/errors.h>
+#include <tools/corvane/incipient.h>
+#include <tools/corvane/numbers.h>
+#include <tools/corvane/open.h>
+#include <tools/corvane/open_mixture.h>
+#include <tools/corvane/options.h>
+#include <tools/corvane/stability.h>
+
+#include <corvane/corvane.h>
+
+#include <fmt/format.h>
+
+#include <cstdio>
+#include <memory>
+
+namespace cli {
+namespace {
+struct EquilibriumCommand {
+    Options options;
+    MixtureRequest request;
+    std::string T, p, kind = "bubble", scan;
+
+    int run();
+
+  private:
+    struct Asked {
+        double given;
+        Vector<double> x;
+    };
+    bool dew() const { return kind == "dew"; }
+    bool by_T() const { return p.empty(); }
+    std::vector<Asked> read(MixtureFluid const& mixture) const;
+    std::vector<Column> columns(MixtureFluid const& mixture) const;
+    Row row(MixtureFluid const& mixture, Incipient const& point) const;
+    Row failed(MixtureFluid const& mixture, Asked const& asked, std::string const& why) const;
+};
+
+/// The critical point of a composition in words, for a message; "" if there is none to tell.
+std::string critical_point(ModelN const& model, Vector<double> x, Units const& units) {
+    try {
+        double s = 0.0;
+        Matrix<double> line;
+        crit_slope_x(&model, x, s, line);
+        return fmt::format("; this composition has a critical point at T = {}, p = {}",
+                           units.text(Quantity::temperature, line[0][1]),
+                           units.text(Quantity::pressure, line[0][3]));
+    } catch (ThException const&) {  // only a hint
+    } catch (MthException const&) {
+    }
+    return "";
+}
+
+std::vector<EquilibriumCommand::Asked> EquilibriumCommand::read(MixtureFluid const& mixture) const {
+    const auto given =
+        positive_points(by_T() ? T : p, by_T() ? "--T" : "--p",
+                        by_T() ? Quantity::temperature : Quantity::pressure, options.units);
+    std::vector<Asked> result;
+    if (scan.empty()) {
+        for (double value : given) result.push_back({value, mixture.x});
+        return result;
+    }
+    if (mixture.size() != 2) throw Misuse("--scan needs two components");
+    if (mixture.composed) throw Misuse("--scan gives the mole fractions: name components only");
+    const std::size_t equals = scan.find('=');
+    if (equals == std::string::npos)
+        throw Misuse("--scan: give NAME=first:last:step, such as methane=0:1:0.1");
+    const std::string name = substance_name(mixture.eos, scan.substr(0, equals));
+    const int i = name == mixture.component(0) ? 0 : 1;
+    if (name != mixture.component(i))
+        throw Misuse(fmt::format("--scan: {} is not a component of the mixture", name));
+    for (double value : given)
+        for (double fraction : points(scan.substr(equals + 1), "--scan")) {
+            if (!(fraction >= 0.0 && fraction <= 1.0 + 1e-12))
+                throw Misuse("--scan: a mole fraction lies between 0 and 1");
+            Vector<double> x(2);
+            x[i] = fraction > 1.0 - 1e-12 ? 1.0 : fraction;  // the end of a rounded range
+            x[1 - i] = 1.0 - x[i];
+            result.push_back({value, x});
+        }
+    return result;
+}
+
+std::vector<Column> EquilibriumCommand::columns(MixtureFluid const& mixture) const {
+    Units const& u = options.units;
+    std::vector<Column> result = {{"T", u.name(Quantity::temperature), "temperature", by_T()},
+                                  {"p", u.name(Quantity::pressure), "pressure", !by_T()}};
+    for (bool liquid : {true, false})
+        for (int i = 0; i < mixture.size(); ++i)
+            result.push_back({fmt::format("{}_{}", liquid ? "x" : "y", mixture.component(i)), "",
+                              liquid ? "mole fraction in the liquid" : "in the vapour",
+                              liquid != dew()});
+    result.push_back({"rhoL", u.name(Quantity::density), "density of the liquid"});
+    result.push_back({"rhoV", u.name(Quantity::density), "density of the vapour"});
+    for (int i = 0; i < mixture.size(); ++i)
+        result.push_back({fmt::format("K_{}", mixture.component(i)), "", "y/x"});
+    return result;
+}
+
+Row EquilibriumCommand::row(MixtureFluid const& mixture, Incipient const& point) const {
+    Units const& u = options.units;
+    const Vector<double> second = point.y();
+    Vector<double> const &x = dew() ? second : point.x, &y = dew() ? point.x : second;
+    const double rhoL = dew() ? point.rho_i.sum() : point.rho;
+    const double rhoV = dew() ? point.rho : point.rho_i.sum();
+    Row result;
+    result.cells.emplace_back(u.from_library(Quantity::temperature, point.T));
+    result.cells.emplace_back(u.from_library(Quantity::pressure, point.p));
+    for (Vector<double> const* phase : {&x, &y})
+        for (int i = 0; i < mixture.size(); ++i) result.cells.emplace_back((*phase)[i]);
+    result.cells.emplace_back(mixture.density(u, x, rhoL));
+    result.cells.emplace_back(mixture.density(u, y, rhoV));
+    for (int i = 0; i < mixture.size(); ++i)
+        result.cells.emplace_back(y[i] / x[i]);  // not finite, so blank, if absent
+    if (splitting_phase(*mixture.model, point.p, point.T, point.rho, point.x))
+        result.note = fmt::format("metastable: the {} splits", dew() ? "vapour" : "liquid");
+    return result;
+}
+
+Row EquilibriumCommand::failed(MixtureFluid const& mixture, Asked const& asked,
+                               std::string const& why) const {
+    Units const& u = options.units;
+    const int n = mixture.size();
+    Row result;
+    result.cells.assign(static_cast<unsigned>(4 + 3 * n), std::monostate());
+    result.cells[by_T() ? 0 : 1] =
+        u.from_library(by_T() ? Quantity::temperature : Quantity::pressure, asked.given);
+    for (int i = 0; i < n; ++i)
+        result.cells[static_cast<unsigned>(2 + (dew() ? n : 0) + i)] = asked.x[i];
+    result.note = "failed: " + why;
+    return result;
+}
+
+int EquilibriumCommand::run() {
+    if (T.empty() == p.empty()) throw Misuse("give either --T or --p");
+    options.begin();
+    request.fractions_optional = !scan.empty();
+    const MixtureFluid mixture = open_mixture(request);
+    ModelN const& model = *mixture.model;
+    Units& units = options.units;
+    units.M = mixture.M();
+    const std::vector<Asked> asked = read(mixture);
+    Heading head = heading("equilibrium", mixture);
+    head.remarks.emplace_back(dew() ? "dew points: the vapour (y) is given, x is the first liquid"
+                                    : "bubble points: the liquid (x) is given, y is the first "
+                                      "vapour");
+    Table table{columns(mixture), {}};
+    IncipientSearch search(model, dew(), by_T());
+    int failures = 0;
+    for (Asked const& one : asked) {
+        if (const auto point = search.at(one.given, one.x)) {
+            table.rows.push_back(row(mixture, *point));
+            continue;
+        }
+        const std::string why =
+            fmt::format("no {} point found{}", kind, critical_point(model, one.x, units));
+        const std::string text =
+            fmt::format("{}+{}{} at {} = {}: {} (tried: {})", mixture.eos, mixture.mth,
+                        mixture.composition(one.x), by_T() ? "T" : "p",
+                        units.text(by_T() ? Quantity::temperature : Quantity::pressure, one.given),
+                        why, search.failure());
+        if (asked.size() == 1) throw Failure(text);
+        ++failures;
+        fmt::print(stderr, "corvane: equilibrium: {}\n", text);
+        table.rows.push_back(failed(mixture, one, why));
+    }
+    write(head, table, options.style);
+    return failures == 0 ? 0 : 1;
+}
+}  // namespace
+
+void add_equilibrium(Program& program) {
+    auto equilibrium = std::make_shared<EquilibriumCommand>();
+    Command command = program.add("equilibrium", "bubble and dew points of a mixture",
+                                  [equilibrium] { return equilibrium->run(); });
+    equilibrium->request.fractions_optional = true;
+    equilibrium->request.add_to(command);
+    command
+        .value("--T", equilibrium->T, "temperatures: 300 or 300,310 or first:last:step",
+               {.type = "VALUES"})
+        .value("--p", equilibrium->p, "pressures, in the same forms", {.type = "VALUES"})
+        .value("--kind", equilibrium->kind, "bubble: of a liquid (default); dew: of a vapour",
+               {.one_of = {"bubble", "dew"}, .type = "KIND"})
+        .value("--scan", equilibrium->scan,
+               "binary: mole fractions of a component, methane=0:1:0.1 (p-x-y, T-x-y diagram)",
+               {.type = "NAME=VALUES"});
+    equilibrium->options.add_units(command);
+    equilibrium->options.add_output(command);
+    command.examples(
+        R"(  corvane equilibrium PR+vdW1 methane=0.3 propane=0.7 --T 250:300:10
+  corvane equilibrium PR+vdW1 nitrogen=0.05 CO2=0.05 methane --p 20 --unit-p bar --kind dew
+  corvane equilibrium PR+vdW1 CO2 propane --scan CO2=0:1:0.1 --T 270)");
+}
+
+}  // namespace cli

@@ -1,0 +1,158 @@
+// corvane solubility: the fluid of a binary that coexists with a pure solid.
+#include <tools/corvane/commands.h>
+#include <tools/corvane/errors.h>
+#include <tools/corvane/numbers.h>
+#include <tools/corvane/open.h>
+#include <tools/corvane/open_mixture.h>
+#include <tools/corvane/options.h>
+#include <tools/corvane/stability.h>
+
+#include <corvane/corvane.h>
+
+#include <fmt/format.h>
+
+#include <cmath>
+#include <cstdio>
+#include <memory>
+
+namespace cli {
+namespace {
+struct SolubilityCommand {
+    Options options;
+    MixtureRequest request;
+    std::string solid, T, p, phase = "stable";
+
+    int run();
+
+  private:
+    std::vector<Column> columns(MixtureFluid const& mixture) const;
+    Row row(MixtureFluid const& mixture, double T_, double p_) const;
+    int s_ = 0;  // index of the component that forms the solid
+};
+
+/// Bound of |Δμ/(RT)| of the solid's component between both phases: the search stops at 1e-9 in
+/// ln(x/(1 − x)).
+constexpr double kPotentials = 1e-7;
+
+std::vector<Column> SolubilityCommand::columns(MixtureFluid const& mixture) const {
+    Units const& u = options.units;
+    std::vector<Column> result = {{"T", u.name(Quantity::temperature), "temperature", true},
+                                  {"p", u.name(Quantity::pressure), "pressure", true}};
+    for (int i : {0, 1})
+        result.push_back(
+            {fmt::format("x_{}", mixture.component(i)), "", "mole fraction in the fluid"});
+    result.push_back({"rho", u.name(Quantity::density), "density of the fluid"});
+    result.push_back({"solid", "", "phase of the solid"});
+    result.push_back({"rhoS", u.name(Quantity::density), "density of the solid"});
+    if (mixture.composed) result.push_back({"amountS", "", "mole fraction of all that is solid"});
+    return result;
+}
+
+Row SolubilityCommand::row(MixtureFluid const& mixture, double T_, double p_) const {
+    ModelN const& m = *mixture.model;
+    Solid const& data = m.mdl1[s_]->solid;
+    Units const& u = options.units;
+    Vector<double> z(2), rho(2);
+    z[0] = 1 - s_;
+    int form = 0;
+    equil2s(&m, p_, T_, z, phase == "liquid" ? 1 : phase == "vapour" ? 3 : 2, 0.0, rho, form);
+    Vector<double> x(2), pure(2);
+    x[0] = z[1];
+    x[1] = 1.0 - z[1];
+    pure[s_] = 1.0;
+    // Recomputed from the solid's own Gibbs energy and, for the fluid's density, the pressure.
+    int again = 0;
+    double rho_solid = 0.0;
+    const double g = data.Ge(p_, T_, again, rho_solid);
+    const double p_fluid = m.Z(rho[1], T_, x) * rho[1] * R * T_;
+    if (!(std::fabs(m.my(x * rho[1], T_, s_) - g) < kPotentials) ||
+        !(std::fabs(p_fluid - p_) < 1e-7 * p_ + 1e-11 * rho[1] * R * T_))
+        throw ThException(th_generic);
+    Row result;
+    result.cells.emplace_back(u.from_library(Quantity::temperature, T_));
+    result.cells.emplace_back(u.from_library(Quantity::pressure, p_));
+    for (int i : {0, 1}) result.cells.emplace_back(x[i]);
+    result.cells.emplace_back(mixture.density(u, x, rho[1]));
+    result.cells.emplace_back(std::string(data.id(form)));
+    result.cells.emplace_back(mixture.density(u, pure, rho[0]));
+    if (splitting_phase(m, p_, T_, rho[1], x))
+        result.note = "metastable: the fluid splits into two";
+    if (mixture.composed) {
+        const double amount = (mixture.x[s_] - x[s_]) / (1.0 - x[s_]);
+        result.cells.emplace_back(std::max(amount, 0.0));
+        if (amount < 0.0) add_note(result.note, "the mixture given is not saturated");
+    }
+    return result;
+}
+
+int SolubilityCommand::run() {
+    request.fractions_optional = true;
+    options.begin();
+    const MixtureFluid mixture = open_mixture(request);
+    if (mixture.size() != 2) throw Misuse("solubility needs two components");
+    const std::string name = substance_name(mixture.eos, solid);
+    s_ = name == mixture.component(0) ? 0 : 1;
+    if (name != mixture.component(s_))
+        throw Misuse(fmt::format("--solid: {} is not a component of the mixture", name));
+    asking("solid data of " + name, [&] { mixture.model->mdl1[s_]->solid.load(); });
+    Units& units = options.units;
+    units.M = mixture.M();
+    const auto temperatures = positive_points(T, "--T", Quantity::temperature, units);
+    const auto pressures = positive_points(p, "--p", Quantity::pressure, units);
+    const double top = mixture.model->mdl1[s_]->solid.Tmax();
+    Heading head = heading("solubility", mixture);
+    head.remarks.push_back(
+        fmt::format("solid: pure {}, data up to {}", name, units.text(Quantity::temperature, top)));
+    Table table{columns(mixture), {}};
+    int failures = 0;
+    for (double p_ : pressures)
+        for (double T_ : temperatures) try {
+                if (T_ > top)
+                    throw Failure(fmt::format("{} at T = {}: the data of solid {} end at {}",
+                                              mixture.name(), units.text(Quantity::temperature, T_),
+                                              name, units.text(Quantity::temperature, top)));
+                table.rows.push_back(
+                    asking(fmt::format("{} at T = {}, p = {}: no fluid in equilibrium with solid "
+                                       "{}",
+                                       mixture.name(), units.text(Quantity::temperature, T_),
+                                       units.text(Quantity::pressure, p_), name),
+                           [&] { return row(mixture, T_, p_); }));
+            } catch (Failure const& failure) {
+                if (temperatures.size() * pressures.size() == 1) throw;
+                ++failures;
+                fmt::print(stderr, "corvane: solubility: {}\n", failure.what());
+                Row failed;
+                failed.cells.assign(table.columns.size(), std::monostate());
+                failed.cells[0] = units.from_library(Quantity::temperature, T_);
+                failed.cells[1] = units.from_library(Quantity::pressure, p_);
+                failed.note = std::string("failed: ") + failure.what();
+                table.rows.push_back(std::move(failed));
+            }
+    write(head, table, options.style);
+    return failures == 0 ? 0 : 1;
+}
+}  // namespace
+
+void add_solubility(Program& program) {
+    auto solubility = std::make_shared<SolubilityCommand>();
+    Command command = program.add("solubility", "fluid of a binary above a pure solid: freeze-out",
+                                  [solubility] { return solubility->run(); });
+    solubility->request.fractions_optional = true;
+    solubility->request.add_to(command);
+    command
+        .value("--solid", solubility->solid, "the component that forms the solid",
+               {.required = true, .type = "NAME"})
+        .value("--T", solubility->T, "temperatures: 300 or 300,310 or first:last:step",
+               {.required = true, .type = "VALUES"})
+        .value("--p", solubility->p, "pressures, in the same forms",
+               {.required = true, .type = "VALUES"})
+        .value("--phase", solubility->phase, "root of the fluid: stable (default), liquid, vapour",
+               {.one_of = {"stable", "liquid", "vapour"}, .type = "PHASE"});
+    solubility->options.add_units(command);
+    solubility->options.add_output(command);
+    command.examples(
+        R"(  corvane solubility PR+vdW1 methane CO2 --solid CO2 --T 120:180:10 --p 5
+  corvane solubility PR+vdW1 methane=0.98 CO2=0.02 --solid CO2 --T 150 --p 30 --unit-p bar)");
+}
+
+}  // namespace cli
