@@ -5,13 +5,15 @@
 #include <tools/corvane/commands.h>
 
 int main(int argc, char** argv) {
-    cli::Program program("Thermodynamic properties of pure substances from equations of state.", R"(
+    cli::Program program(
+        "Thermodynamic properties of substances and mixtures from equations of state.", R"(
 Examples:
   corvane list                                  the substances and what there is for each
   corvane list --substance CO2                  parameter sets of all equations for one substance
   corvane state PR propane --T 300 --p 1        all properties at 300 K and 1 MPa
   corvane saturation PR CO2 --T 220:300:10      vapour pressure table
   corvane saturation PR water --p 1.01325 --unit-p bar --unit-T C --mass
+  corvane equilibrium PR+vdW1 methane=0.3 propane=0.7 --T 250:300:10
 corvane COMMAND --help tells the rest.)");
     cli::add_list(program);
     cli::add_state(program);
