@@ -6,8 +6,9 @@ namespace Corvane
 {
     /// <summary>
     /// An object of the native library. Dispose it, or leave it to the garbage collector; afterwards its
-    /// members throw <see cref="ObjectDisposedException"/>. What it lends out (parts, components)
-    /// is disposed with it.
+    /// members throw <see cref="ObjectDisposedException"/>, unless another object still needs it (the
+    /// model of a saturation solver, the vector in a record): then it goes with that one. What it
+    /// lends out (parts, components) is disposed with it.
     /// </summary>
     public abstract class NativeObject : IDisposable
     {

@@ -61,6 +61,11 @@ expect("${readme}" "${program}")
 string(STRIP "${result}" line)
 expect("${readme}" "${line}")
 
+# The function interface from C.
+build(c_interface)
+run(result ${home} ${WORK}/c_interface/c_interface)
+expect("${result}" "p_sat ")
+
 # A plug-in that was built out of tree works beside the others. Critical point of the equation: Zc =
 # 3/8, so that its set for argon (Tc = 150.687 K) has no saturation state at 151 K, but one at 120 K.
 build(vdw_plugin)

@@ -70,12 +70,15 @@ namespace Corvane.Tests
             Ideal part = m.Ideal;
             True("same part", ReferenceEquals(part, m.Ideal));
             True("part of the model", !part.IsOwner && m.IsOwner);
-            Ideal own = new Ideal { Model = m };
             m.Dispose();
             m.Dispose();
             Throws<ObjectDisposedException>("model", () => m.Z(0.01, 300));
             Throws<ObjectDisposedException>("part", () => part.Cpm(300));
-            own.Load();  // still reads the name of the model, which it keeps
+
+            Model1 needed = Model1.Open("PR", "methane");
+            Ideal own = new Ideal { Model = needed };
+            needed.Dispose();
+            own.Load();  // reads the name of the model, which it keeps
             double cp = own.Cpm(300);
             own.Dispose();
 
