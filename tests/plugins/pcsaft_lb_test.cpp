@@ -244,7 +244,7 @@ TEST(PcSaftLB, PropaneAndButaneBoilAsMeasured) {
 // Associating pairs that no k_ij is published for: it is found from the first of the measured
 // points, and the others follow. Their scatter is below 1 %. What one parameter leaves is largest
 // for little alcohol in a hydrocarbon, where the first bonds form and the pressure rises steepest
-// (the last point of the first pair); without a parameter the errors are up to 20 and 29 %.
+// (the last point of the first pair); without a parameter the errors are up to 18 and 29 %.
 TEST(PcSaftLB, OneMeasuredPointDescribesAnAssociatingPair) {
     struct Pair {
         char const *first, *second;

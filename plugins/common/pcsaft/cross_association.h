@@ -78,7 +78,7 @@ class Sites {
     SmallArray<S, 4> to_a, to_d;      // 1/free_d − 1 and 1/free_a − 1
     SmallArray<double, 16> lu;        // factors of I − T' at the root, if n > 1
 
-    /// At most 100 steps; two to eight as a rule. What is not finite gives fractions that are not.
+    /// At most 100 steps, about five as a rule; the last iterate counts. What is not finite gives fractions that are not.
     void solve() {
         if (n == 1) {
             const FreeSites<S> x = free_sites(nd[0], na[0], S(rho[0] * strength[0]));
