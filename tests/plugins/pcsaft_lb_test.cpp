@@ -53,7 +53,7 @@ TEST(PcSaftLB, TernariesAreThoseOfThePublishedForm) {
             };
             constexpr int all = reference::PcSaftMixture::all,
                           kT = reference::PcSaftMixture::temperature;
-            double d[9], mu[3], mu_T[3], mu_rho[9];
+            double d[9], third[4], mu[3], mu_T[3], mu_rho[9];
             ASSERT_EQ(m->derivatives()->deriv(rho, T, x, 2, 2, d), 1);
             m->derivatives()->potentials(rho_i, T, mu, mu_T, mu_rho);
             // With F = rho·a: rho·∂F/∂rho = F + rho²·a_r and rho²·∂²F/∂rho² = 2·rho²·a_r +
@@ -73,6 +73,9 @@ TEST(PcSaftLB, TernariesAreThoseOfThePublishedForm) {
             EXPECT_NEAR(d[2], F_TT, tolerance);
             EXPECT_NEAR(d[4], F_rT - F_T, tolerance);
             EXPECT_NEAR(d[6], F_rr - 2 * (F_r - F), 4 * tolerance);
+            ASSERT_EQ(m->derivatives()->deriv(rho, T, x, 3, 0, third), 1);
+            const double F_rrr = want({all, all, all}) / rho;
+            EXPECT_NEAR(third[3], F_rrr - 3 * third[2], 10 * tolerance + 4e-14 * std::fabs(F_rrr));
             EXPECT_NEAR(m->betaV(rho, T, x), 1 + F_r - F + F_rT - F_T, tolerance + 4e-16);
             for (int i = 0; i < 3; ++i) {
                 EXPECT_NEAR(mu[i], want({i}) / n[i], 10 * tolerance) << i;

@@ -99,7 +99,7 @@ struct PcSaftMixture {
                 change = std::max(change, Big(abs(next[s] / X[s] - 1)));
                 X[s] = (X[s] + next[s]) / 2;
             }
-            if (change < Big("1e-40")) break;
+            if (change < Big("1e-45")) break;
         }
         return X;
     }
@@ -107,9 +107,9 @@ struct PcSaftMixture {
     /// A derivative in rho_i times rho_i, in the total rho times rho, or in T times T.
     enum : int { all = -1, temperature = -2 };
     /// Mixed central difference of the density along two or three of these directions, good to
-    /// 1e-18.
+    /// 1e-17.
     Big derivative(std::vector<double> const& rho, double T, std::vector<int> const& along) const {
-        const Big h("1e-11");
+        const Big h("1e-9");
         Big sum = 0;
         for (unsigned signs = 0; signs < (1u << along.size()); ++signs) {
             std::vector<Big> n(rho.begin(), rho.end());
