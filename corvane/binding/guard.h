@@ -23,7 +23,8 @@ inline void record(CorvaneError* error, int kind, int number, int info, char con
     error->kind = kind;
     error->number = number;
     error->info = info;
-    std::snprintf(error->message, sizeof error->message, "%s", message);
+    error->message[0] = '\0';
+    if (*message) std::snprintf(error->message, sizeof error->message, "%s", message);
 }
 
 template <class F>

@@ -160,6 +160,28 @@ TEST(Models, LongTextsAreCut) {
               (std::vector<std::string>{std::string(31, 'n'), std::string(79, 'c')}));
 }
 
+TEST(Models, MixtureTextsAndFiles) {
+    const Recorder recorder;
+    const Mixture m = mixture_of("PR", "vdW1", {"methane", "propane"});
+    char text[] = "theory";
+    CSharp_ModelN_mth_set(m.get(), text);
+    CSharp_ModelN_mth_set(nullptr, text);
+    CSharp_ModelN_eos_set(nullptr, text);
+    text[0] = 'X';
+    CSharp_ModelN_comment__SWIG_1(m.get(), 0, 1, "a pair");
+    for (void* result : {CSharp_ModelN_mth_get(m.get()), CSharp_ModelN_eos_get(m.get()),
+                         CSharp_ModelN_comment__SWIG_0(m.get(), 1, 0)})
+        EXPECT_EQ(result, &Recorder::string_handle);
+    EXPECT_EQ(Recorder::texts, (std::vector<std::string>{"theory", "PR", "a pair"}));
+    delete[] m->mth;  // the setter's copy, which the library never frees (intended)
+    CSharp_ModelN_mth_set(m.get(), nullptr);
+    EXPECT_EQ(m->mth, nullptr);
+    CSharp_ModelN_load(m.get(), "PR", "no_such_theory");
+    CSharp_ModelN_store2(m.get(), "PR", "no_such_theory");
+    EXPECT_EQ(Recorder::exceptions,
+              std::vector<std::string>(2, "C++ ThException exception thrown"));
+}
+
 TEST(Models, PartsAreTheModelsOwn) {
     VdwModel m;
     m.name("argon");
