@@ -101,10 +101,12 @@ TEST(CliEquilibria, BubbleDewSplitAndPureSubstancesMeet) {
     }
 }
 
-TEST(CliEquilibria, LiquidsThatSplitAreMarkedMetastable) {
+TEST(CliEquilibria, LiquidsThatSplitAreMarked) {
     // Ethanol and water mix in all proportions, but not by this equation with its stored kij.
-    const Json row = rows("equilibrium PR+vdW1 ethanol=0.1 water --p 0.101325")[0];
-    EXPECT_EQ(row.value("note", ""), "metastable: the liquid splits");
+    const auto scan = rows("equilibrium PR+vdW1 ethanol water --scan ethanol=0.01,0.2,0.9 --p 0.1");
+    char const* const notes[] = {"metastable: the liquid splits", "unstable: the liquid splits",
+                                 ""};
+    for (int k : {0, 1, 2}) EXPECT_EQ(scan[k].value("note", ""), notes[k]);
     const Json split = rows("split PR+vdW1 ethanol water --p 0.101325 --T 320")[0];
     EXPECT_LT(value(split, "x1_ethanol"), 0.1);
 }

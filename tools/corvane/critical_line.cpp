@@ -154,9 +154,13 @@ void CriticalLineCommand::line(MixtureFluid const& mixture, Heading& head, Table
            [&] { crit_slope_x(mixture.model.get(), x, s, points); });
     for (int k = 0; k < points.size(); ++k)
         table.rows.push_back(row(mixture, binary(points[k][0]), points[k]));
-    const std::string end = in_words(corvane::critical_line_end(mixture.model.get(), points));
+    const std::string end = points.size() == 1
+                                ? "has its start only: no further point was found in this direction"
+                                : in_words(corvane::critical_line_end(mixture.model.get(), points));
     add_note(table.rows.back().note, end);
-    head.summary.push_back(fmt::format("{} points; the line {}", points.size(), end));
+    head.summary.push_back(
+        fmt::format("{}; the line {}",
+                    points.size() == 1 ? "1 point" : fmt::format("{} points", points.size()), end));
     head.remarks.emplace_back(
         "points may be metastable: further phases and the unstable stretch between cusps are not "
         "tested");

@@ -37,12 +37,14 @@ struct EquilibriumCommand {
     Row failed(MixtureFluid const& mixture, Asked const& asked, std::string const& why) const;
 };
 
-/// The critical point of a composition in words, for a message; "" if there is none to tell.
-std::string critical_point(ModelN const& model, Vector<double> x, Units const& units) {
+/// The critical point of a composition in words, if what was given is near or above it; else "".
+std::string critical_point(ModelN const& model, Vector<double> x, bool by_T, double given,
+                           Units const& units) {
     try {
         double s = 0.0;
         Matrix<double> line;
         crit_slope_x(&model, x, s, line);
+        if (given < 0.8 * line[0][by_T ? 1 : 3]) return "";
         return fmt::format("; this composition has a critical point at T = {}, p = {}",
                            units.text(Quantity::temperature, line[0][1]),
                            units.text(Quantity::pressure, line[0][3]));
@@ -113,8 +115,11 @@ Row EquilibriumCommand::row(MixtureFluid const& mixture, Incipient const& point)
     result.cells.emplace_back(mixture.density(u, y, rhoV));
     for (int i = 0; i < mixture.size(); ++i)
         result.cells.emplace_back(y[i] / x[i]);  // not finite, so blank, if absent
-    if (splitting_phase(*mixture.model, point.p, point.T, point.rho, point.x))
-        result.note = fmt::format("metastable: the {} splits", dew() ? "vapour" : "liquid");
+    char const* given = dew() ? "vapour" : "liquid";
+    if (unstable(*mixture.model, point.T, point.x * point.rho))
+        result.note = fmt::format("unstable: the {} splits", given);
+    else if (splitting_phase(*mixture.model, point.p, point.T, point.rho, point.x))
+        result.note = fmt::format("metastable: the {} splits", given);
     return result;
 }
 
@@ -153,8 +158,8 @@ int EquilibriumCommand::run() {
             table.rows.push_back(row(mixture, *point));
             continue;
         }
-        const std::string why =
-            fmt::format("no {} point found{}", kind, critical_point(model, one.x, units));
+        const std::string why = fmt::format("no {} point found{}", kind,
+                                            critical_point(model, one.x, by_T(), one.given, units));
         const std::string text =
             fmt::format("{}+{}{} at {} = {}: {} (tried: {})", mixture.eos, mixture.mth,
                         mixture.composition(one.x), by_T() ? "T" : "p",

@@ -1,5 +1,6 @@
 #include <tools/corvane/errors.h>
 #include <tools/corvane/incipient.h>
+#include <tools/corvane/stability.h>
 #include <tools/corvane/text.h>
 
 #include <corvane/corvane.h>
@@ -18,7 +19,8 @@ constexpr double kTrace = 1e-4;        // of the other components near a pure on
 constexpr double kPotentials = 1e-8;   // equal chemical potentials over RT
 constexpr double kPressures = 1e-7;    // equal pressures, relative
 constexpr double kCancelled = 1e-11;   // of rho·RT: what is lost in the pressure of a liquid
-constexpr double kSameDensity = 1e-3;  // of a critical point
+constexpr double kSameDensity = 1e-3;  // difference of the densities over their sum
+constexpr double kNearlySame = 0.03;
 
 double pressure(ModelN const& m, double T, Vector<double> const& rho_i) {
     return m.Z(rho_i, T) * R * T * rho_i.sum();
@@ -117,12 +119,13 @@ char const* IncipientSearch::flaw(Incipient const& s) const {
             !(std::fabs(m_.my(given, s.T, i) - m_.my(s.rho_i, s.T, i)) < kPotentials))
             return "chemical potentials of the phases differ";
     const double red1 = reduced(m_, given), red2 = reduced(m_, s.rho_i);
-    if (std::fabs(red1 - red2) < kSameDensity * (red1 + red2))
-        return "the two phases have the same density";
+    const double apart = std::fabs(red1 - red2) / (red1 + red2);
+    if (apart < kSameDensity) return "the two phases have the same density";
+    // Near the critical point also within the region of unstable states.
+    if (apart < kNearlySame && (unstable(m_, s.T, given) || unstable(m_, s.T, s.rho_i)))
+        return "the two phases are nearly the same, and unstable";
     if ((red1 < red2) != dew_)
         return dew_ ? "the given phase is the liquid there" : "the given phase is the vapour there";
-    if (!(m_.pV(s.rho, s.T, s.x) > 0.0) || !(m_.pV(rho2, s.T, s.y()) > 0.0))
-        return "a phase is mechanically unstable";
     return nullptr;
 }
 
@@ -192,8 +195,8 @@ std::optional<Incipient> IncipientSearch::walk(Incipient const& from, double giv
             if (step < kShortest) break;
         }
     }
-    error_ = fmt::format("lost at T = {:.6g} K, p = {:.4g} MPa, x = {:.4g}: {}", last.T, last.p,
-                         last.x[0], error_);
+    error_ = fmt::format("lost at T = {:.6g} K, p = {:.4g} MPa, {} {:.4g}: {}", last.T, last.p,
+                         m_.mdl1[0]->name(), last.x[0], error_);
     return {};
 }
 
@@ -219,7 +222,15 @@ std::optional<Incipient> IncipientSearch::at(double given, Vector<double> const&
     std::optional<Incipient> found;
     const auto note = [&](std::string const& what) { tried_.push_back(what + ": " + error_); };
     if (last_ && !(found = walk(*last_, given, x))) note("from the last point");
-    if (!found && !(found = fresh(given, x))) note("Wilson's K-factors");
+    if (!found) {
+        found = fresh(given, x);
+        if (!found) note("Wilson's K-factors");
+        // Above the critical temperature a vapour may have two dew pressures: the lower one, which
+        // the curve from lower T leads to.
+        const auto first = found && dew_ && by_T_ ? fresh(0.8 * given, x) : std::nullopt;
+        const auto lower = first ? walk(*first, given, x) : std::nullopt;
+        if (lower && lower->p < found->p) found = lower;
+    }
     if (!found)
         for (Start const& start : easy(given, x)) {
             const std::optional<Incipient> first = fresh(start.given, start.x);

@@ -36,6 +36,16 @@ bool falls_below(ModelN const& m, double p, double T, Vector<double> const& my, 
 }
 }  // namespace
 
+bool unstable(ModelN const& m, double T, Vector<double> const& rho_i) {
+    Matrix<double> H = m.PsiH(rho_i, T);
+    for (int k = 0; k < rho_i.size(); ++k) {
+        if (!(H[k][k] > 0.0)) return true;
+        for (int i = k + 1; i < rho_i.size(); ++i)
+            for (int j = k + 1; j < rho_i.size(); ++j) H[i][j] -= H[i][k] * H[k][j] / H[k][k];
+    }
+    return false;
+}
+
 std::optional<Vector<double>> splitting_phase(ModelN const& model, double p, double T, double rho,
                                               Vector<double> const& x) {
     const int n = x.size();

@@ -1,4 +1,4 @@
-// Whether a phase splits.
+// Whether a phase splits, and whether it must.
 #pragma once
 
 #include <corvane/mixture/modeln.h>
@@ -6,6 +6,10 @@
 #include <optional>
 
 namespace cli {
+
+/// Whether a phase lies beyond the limit of stability: the Hessian of the Helmholtz energy density,
+/// by the pivots of its elimination, is not positive definite.
+bool unstable(ModelN const& model, double T, Vector<double> const& rho_i);
 
 /// Composition of a phase into which a phase of density rho and composition x at (p, T) would
 /// split, nothing if none is found: tangent-plane criterion with successive substitution from
