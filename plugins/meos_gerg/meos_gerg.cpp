@@ -258,7 +258,15 @@ class MeosGerg final : public ModelN, public corvane::DerivN {
         std::vector<double> factors_;
     };
 
-    double falling(Isotherm const& isotherm, State const& s, double T, double top) const;
+    static double falling(Isotherm const& isotherm, State const& s, double T, double top);
+    struct Kept {
+        bool dilute = true, dense = true;
+        bool all() const { return dilute && dense; }
+    };
+    static Kept plausible(int kind, double r1, double r2, double middle, double P,
+                          Isotherm const& isotherm, State const& s, double T);
+    static corvane::Branches scanned(Isotherm const& isotherm, double top);
+    static double root_between(Isotherm const& isotherm, double P, double top);
 
     std::vector<Pair> pairs_;
     std::vector<Departure> functions_;
@@ -269,7 +277,7 @@ class MeosGerg final : public ModelN, public corvane::DerivN {
 /// δ = 1 lies in the loop, and one evaluation will do. Near T_r the smallest slope is looked for by
 /// the secant method on its derivative; far below, where the equations of the components may have
 /// several loops, all densities are scanned.
-double MeosGerg::falling(Isotherm const& isotherm, State const& s, double T, double top) const {
+double MeosGerg::falling(Isotherm const& isotherm, State const& s, double T, double top) {
     const double rho_r = 1.0 / s.vr;
     double x = rho_r, x0 = 0.0, C0 = 0.0;
     for (int k = 0; k < 10; ++k) {
@@ -313,28 +321,77 @@ int MeosGerg::vcalc(double p, double T, Vector<double> const& x, int mode, doubl
         const corvane::IsothermPoint end = isotherm(top);
         if (end.dP > 0.0 && end.P > P) break;
     }
-    const auto roots = [&](double middle) {
-        return corvane::density_roots(isotherm, P, {middle, middle, top, middle > 0.0}, mode, gibbs,
-                                      rho_a, rho_b, liquid);
+    const auto roots = [&](corvane::Branches const& at, double& r1, double& r2) {
+        return corvane::density_roots(isotherm, P, at, mode, gibbs, r1, r2, liquid);
     };
     const double middle = falling(isotherm, s, T, top);
-    if (const int kind = roots(middle); kind > 0 || !(P > 0.0)) return kind;
-    // An isotherm of several loops, or the pressure of the critical point.
-    if (middle == 0.0)
-        if (const double other = corvane::falling_density(isotherm, rho_r, top, 100); other > 0.0)
-            if (const int kind = roots(other); kind > 0) return kind;
-    constexpr int steps = 200;
-    double low = 0.0;
+    double r1 = rho_a, r2 = rho_b;
+    int kind = roots({middle, middle, top, middle > 0.0}, r1, r2);
+    if (kind == 0 && !(P > 0.0)) return 0;
+    Kept keep = plausible(kind, r1, r2, middle, P, isotherm, s, T);
+    if (kind == 0 || !keep.all()) {
+        r1 = rho_a;
+        const corvane::Branches at = scanned(isotherm, top);
+        kind = roots(at, r1, r2);
+        keep = plausible(kind, r1, r2, at.dense, P, isotherm, s, T);
+        if (kind == 3 && !keep.dilute) {
+            r1 = std::max(r1, r2);
+            kind = 1;
+        } else if (kind == 0 && T > 0.9 * s.Tr) {
+            r1 = root_between(isotherm, P, top);
+            kind = r1 > 0.0 ? 1 : 0;
+        }
+    }
+    if (kind > 0) rho_a = r1;
+    if (kind > 1) rho_b = r2;
+    return kind;
+}
+
+/// Do these roots look like those of a gas and of a liquid? Reference equations have spikes between
+/// the branches (nitrogen's reaches Z = 3000 at 108 K), which mixtures inherit, and which the
+/// search may run into. On the dilute branch, Z lies below 1 and the isotherm is concave; the dense
+/// branch begins at δ = 1 + 1.2·√(1 − T/T_r) in van der Waals' equation, and further out in others.
+MeosGerg::Kept MeosGerg::plausible(int kind, double r1, double r2, double middle, double P,
+                                   Isotherm const& isotherm, State const& s, double T) {
+    Kept keep;
+    if (kind == 0 || middle == 0.0) return keep;
+    const double dilute = kind == 3 ? std::min(r1, r2) : r1 < middle ? r1 : 0.0;
+    const double dense = kind == 3 ? std::max(r1, r2) : r1 < middle ? 0.0 : r1;
+    if (T < 0.97 * s.Tr && dilute * s.vr > 0.1)
+        keep.dilute = P < dilute && isotherm(dilute).dP * dilute < P;
+    if (dense > 0.0 && T < s.Tr) keep.dense = dense * s.vr > 1.0 + 0.4 * std::sqrt(1.0 - T / s.Tr);
+    return keep;
+}
+
+/// The branches by a scan of the isotherm.
+corvane::Branches MeosGerg::scanned(Isotherm const& isotherm, double top) {
+    constexpr int steps = 300;
+    corvane::Branches at{0.0, 0.0, top, false};
+    for (int k = 1; k < steps; ++k) {
+        const double rho = top * k / steps;
+        if (isotherm(rho).dP > 0.0) continue;
+        if (!at.loop) at.dilute = rho;
+        at.dense = rho;
+        at.loop = true;
+    }
+    return at;
+}
+
+/// For a pressure that neither outer branch reaches: a root on a rising branch between them, or 0.
+double MeosGerg::root_between(Isotherm const& isotherm, double P, double top) {
+    constexpr int steps = 300;
+    double low = 0.0, P_low = 0.0;
     for (int k = 1; k <= steps; ++k) {
-        const double high = top * k / steps;
-        if (isotherm(low).P <= P && isotherm(high).P > P) {
+        const double high = top * k / steps, P_high = isotherm(high).P;
+        if (P_low <= P && P_high > P) {
             const double root = corvane::stable_root(isotherm, P, corvane::Branch::dilute,
                                                      0.5 * (low + high), low, high, true);
-            if (root > 0.0) return rho_a = root, 1;
+            if (root > 0.0) return root;
         }
         low = high;
+        P_low = P_high;
     }
-    return 0;
+    return 0.0;
 }
 
 /// With V = 1 and the amounts n_i = rho_i, F = n·a is a function of the amounts, of L = ln δ and U
