@@ -27,7 +27,7 @@ struct CriticalLineCommand {
     std::vector<Column> columns(MixtureFluid const& mixture) const;
     Row row(MixtureFluid const& mixture, Vector<double> const& x,
             Vector<double> const& point) const;
-    Matrix<double> start(Vector<double> const& x) const;
+    Matrix<double> start(MixtureFluid const& mixture, Vector<double> const& x) const;
     int points_at(MixtureFluid const& mixture, Heading& head, Table& table) const;
     void line(MixtureFluid const& mixture, Heading& head, Table& table) const;
     double start_fraction(MixtureFluid const& mixture) const;
@@ -83,13 +83,16 @@ Row CriticalLineCommand::row(MixtureFluid const& mixture, Vector<double> const& 
 }
 
 /// The start values of the command line in the form that crit_slope_x takes.
-Matrix<double> CriticalLineCommand::start(Vector<double> const& x) const {
+Matrix<double> CriticalLineCommand::start(MixtureFluid const& mixture,
+                                          Vector<double> const& x) const {
     Matrix<double> result;
     if (T.empty()) return result;
+    Units units = options.units;
+    units.M = mixture.M(x);
     result.size(1, 4);
     result[0][0] = x[0];
-    result[0][1] = positive_points(T, "--T", Quantity::temperature, options.units).front();
-    result[0][2] = positive_points(rho, "--rho", Quantity::density, options.units).front();
+    result[0][1] = positive_points(T, "--T", Quantity::temperature, units).front();
+    result[0][2] = positive_points(rho, "--rho", Quantity::density, units).front();
     return result;
 }
 
@@ -110,7 +113,7 @@ int CriticalLineCommand::points_at(MixtureFluid const& mixture, Heading& head, T
                    [&] {
                        Vector<double> at_x = x;
                        double s = 0.0;
-                       Matrix<double> line = start(x);
+                       Matrix<double> line = start(mixture, x);
                        crit_slope_x(mixture.model.get(), at_x, s, line);
                        table.rows.push_back(row(mixture, x, line[0]));
                    });
@@ -148,7 +151,7 @@ void CriticalLineCommand::line(MixtureFluid const& mixture, Heading& head, Table
     double s = x0 == 1.0 ? -std::fabs(width) : x0 == 0.0 ? std::fabs(width) : width;
     if (x0 + s < 0.0 || x0 + s > 1.0) throw Misuse("--step leads out of the compositions");
     Vector<double> x = binary(x0);
-    Matrix<double> points = start(x);
+    Matrix<double> points = start(mixture, x);
     asking(fmt::format("{}: no critical line from {} = {:.6g}", mixture.name(),
                        mixture.component(0), x0),
            [&] { crit_slope_x(mixture.model.get(), x, s, points); });

@@ -18,7 +18,7 @@ constexpr double kLargestJump = 0.5;   // of ln T, ln p, ln rho within a step of
 constexpr double kTrace = 1e-4;        // of the other components near a pure one
 constexpr double kPotentials = 1e-8;   // equal chemical potentials over RT
 constexpr double kPressures = 1e-7;    // equal pressures, relative
-constexpr double kCancelled = 1e-11;   // of rho·RT: what is lost in the pressure of a liquid
+constexpr double kCancelled = 1e-11;   // of rho·RT: what is lost in a pressure
 constexpr double kSameDensity = 1e-3;  // difference of the densities over their sum
 constexpr double kNearlySame = 0.03;
 
@@ -110,10 +110,11 @@ char const* IncipientSearch::flaw(Incipient const& s) const {
     const double rho2 = s.rho_i.sum();
     if (!(s.p > 0.0) || !std::isfinite(s.p) || !(s.rho > 0.0) || !(rho2 > 0.0))
         return "pressure not above zero";
-    const double tolerance = kPressures * s.p + kCancelled * R * s.T * std::max(s.rho, rho2);
-    if (!(std::fabs(pressure(m_, s.T, given) - s.p) < tolerance) ||
-        !(std::fabs(pressure(m_, s.T, s.rho_i) - s.p) < tolerance))
-        return "pressures of the phases differ";
+    const auto off = [&](Vector<double> const& rho_i) {
+        const double tolerance = kPressures * s.p + kCancelled * R * s.T * rho_i.sum();
+        return !(std::fabs(pressure(m_, s.T, rho_i) - s.p) < tolerance);
+    };
+    if (off(given) || off(s.rho_i)) return "pressures of the phases differ";
     for (int i = 0; i < s.x.size(); ++i)
         if (s.x[i] > 0.0 &&
             !(std::fabs(m_.my(given, s.T, i) - m_.my(s.rho_i, s.T, i)) < kPotentials))
@@ -136,6 +137,8 @@ bool IncipientSearch::solve(Incipient& s) {
             vleN_T(&m_, s.T, s.x, s.p, s.rho, s.rho_i);
         else
             vleN_p(&m_, s.p, s.x, s.T, s.rho, s.rho_i);
+        // That of the thin phase, in which nothing cancels.
+        if (by_T_) s.p = pressure(m_, s.T, s.rho < s.rho_i.sum() ? s.x * s.rho : s.rho_i);
         char const* wrong = flaw(s);
         if (!wrong) return true;
         error_ = wrong;
