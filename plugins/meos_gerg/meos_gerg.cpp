@@ -8,12 +8,11 @@
 // the mixture are the same sums of those of the components.
 #include <corvane/mixture/modeln.h>
 #include <corvane/plugin/plugin.h>
-#include <corvane/plugin/roots.h>
 #include <plugins/common/pair_table.h>
+#include <plugins/meos_gerg/density.h>
 #include <plugins/meos_gerg/departure.h>
 #include <plugins/meos_gerg/reducing.h>
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <vector>
@@ -250,6 +249,16 @@ class MeosGerg final : public ModelN, public corvane::DerivN {
             const Sums s = at(rho, 2);
             return {rho * (1.0 + s.d[3]), 1.0 + 2.0 * s.d[3] + s.d[6]};
         }
+        /// ∂P/∂rho and rho·∂²P/∂rho².
+        Slope slope(double rho) const {
+            const Sums s = at(rho, 3);
+            return {1.0 + 2.0 * s.d[3] + s.d[6], 2.0 * s.d[3] + 4.0 * s.d[6] + s.third};
+        }
+        /// Ar + Z − 1 + ln(rho).
+        double gibbs(double rho) const {
+            const Sums s = at(rho, 1);
+            return s.d[0] + s.d[3] + std::log(rho);
+        }
 
       private:
         MeosGerg const& m_;
@@ -258,140 +267,16 @@ class MeosGerg final : public ModelN, public corvane::DerivN {
         std::vector<double> factors_;
     };
 
-    static double falling(Isotherm const& isotherm, State const& s, double T, double top);
-    struct Kept {
-        bool dilute = true, dense = true;
-        bool all() const { return dilute && dense; }
-    };
-    static Kept plausible(int kind, double r1, double r2, double middle, double P,
-                          Isotherm const& isotherm, State const& s, double T);
-    static corvane::Branches scanned(Isotherm const& isotherm, double top);
-    static double root_between(Isotherm const& isotherm, double P, double top);
-
     std::vector<Pair> pairs_;
     std::vector<Departure> functions_;
 };
-
-/// A density where the isotherm falls, or 0. At δ = τ = 1 every component is at its critical point,
-/// so that but for the departure functions this is where the loop of the mixture begins: below T_r,
-/// δ = 1 lies in the loop, and one evaluation will do. Near T_r the smallest slope is looked for by
-/// the secant method on its derivative; far below, where the equations of the components may have
-/// several loops, all densities are scanned.
-double MeosGerg::falling(Isotherm const& isotherm, State const& s, double T, double top) {
-    const double rho_r = 1.0 / s.vr;
-    double x = rho_r, x0 = 0.0, C0 = 0.0;
-    for (int k = 0; k < 10; ++k) {
-        const Sums v = isotherm.at(x, 3);
-        const double S = 1.0 + 2.0 * v.d[3] + v.d[6], C = 2.0 * v.d[3] + 4.0 * v.d[6] + v.third;
-        if (S <= 0.0) return x;
-        // Well above the critical temperature the smallest slope is that of δ near 1.
-        if (T > s.Tr && S > 0.25) return 0.0;
-        if (T < 0.85 * s.Tr) break;
-        double step = (C > 0.0 ? -0.05 : 0.05) * rho_r;
-        if (k > 0 && (C - C0) * (x - x0) > 0.0) {
-            step = std::clamp(-C * (x - x0) / (C - C0), -0.2 * rho_r, 0.2 * rho_r);
-            // Near the minimum, and four times what is left to fall is less than the slope.
-            if (2.0 * std::abs(C * step) < S * x && std::abs(step) < 0.1 * rho_r) return 0.0;
-        }
-        x0 = x;
-        C0 = C;
-        x = std::clamp(x + step, 0.3 * rho_r, 2.0 * rho_r);
-    }
-    return corvane::falling_density(isotherm, rho_r, top, 24);
-}
 
 int MeosGerg::vcalc(double p, double T, Vector<double> const& x, int mode, double& rho_a,
                     double& rho_b) const {
     const double P = p / (R * T);
     if (!(T > 0.0) || !std::isfinite(T) || !std::isfinite(P)) return 0;
     const State s(*this, x);
-    const Isotherm isotherm(*this, s, T);
-    const auto gibbs = [&](double rho) {
-        const Sums v = isotherm.at(rho, 1);
-        return v.d[0] + v.d[3] + std::log(rho);
-    };
-    // A saturated liquid (Guggenheim, J. Chem. Phys. 13 (1945) 253) to start from.
-    const double cold = std::max(1.0 - T / s.Tr, 0.0);
-    const double rho_r = 1.0 / s.vr;
-    const double liquid = (1.0 + 0.75 * cold + 1.75 * std::cbrt(cold)) * rho_r;
-    // No equation ends at a pole; three times the critical density has a pressure of 15 rho_r·R·T
-    // and more above T_r.
-    double top = 3.3 * rho_r;
-    for (int k = 0; k < 24 && !(T > s.Tr && P < 5.0 * rho_r); ++k, top *= 1.15) {
-        const corvane::IsothermPoint end = isotherm(top);
-        if (end.dP > 0.0 && end.P > P) break;
-    }
-    const auto roots = [&](corvane::Branches const& at, double& r1, double& r2) {
-        return corvane::density_roots(isotherm, P, at, mode, gibbs, r1, r2, liquid);
-    };
-    const double middle = falling(isotherm, s, T, top);
-    double r1 = rho_a, r2 = rho_b;
-    int kind = roots({middle, middle, top, middle > 0.0}, r1, r2);
-    if (kind == 0 && !(P > 0.0)) return 0;
-    Kept keep = plausible(kind, r1, r2, middle, P, isotherm, s, T);
-    if (kind == 0 || !keep.all()) {
-        r1 = rho_a;
-        const corvane::Branches at = scanned(isotherm, top);
-        kind = roots(at, r1, r2);
-        keep = plausible(kind, r1, r2, at.dense, P, isotherm, s, T);
-        if (kind == 3 && !keep.dilute) {
-            r1 = std::max(r1, r2);
-            kind = 1;
-        } else if (kind == 0 && T > 0.9 * s.Tr) {
-            r1 = root_between(isotherm, P, top);
-            kind = r1 > 0.0 ? 1 : 0;
-        }
-    }
-    if (kind > 0) rho_a = r1;
-    if (kind > 1) rho_b = r2;
-    return kind;
-}
-
-/// Do these roots look like those of a gas and of a liquid? Reference equations have spikes between
-/// the branches (nitrogen's reaches Z = 3000 at 108 K), which mixtures inherit, and which the
-/// search may run into. On the dilute branch, Z lies below 1 and the isotherm is concave; the dense
-/// branch begins at δ = 1 + 1.2·√(1 − T/T_r) in van der Waals' equation, and further out in others.
-MeosGerg::Kept MeosGerg::plausible(int kind, double r1, double r2, double middle, double P,
-                                   Isotherm const& isotherm, State const& s, double T) {
-    Kept keep;
-    if (kind == 0 || middle == 0.0) return keep;
-    const double dilute = kind == 3 ? std::min(r1, r2) : r1 < middle ? r1 : 0.0;
-    const double dense = kind == 3 ? std::max(r1, r2) : r1 < middle ? 0.0 : r1;
-    if (T < 0.97 * s.Tr && dilute * s.vr > 0.1)
-        keep.dilute = P < dilute && isotherm(dilute).dP * dilute < P;
-    if (dense > 0.0 && T < s.Tr) keep.dense = dense * s.vr > 1.0 + 0.4 * std::sqrt(1.0 - T / s.Tr);
-    return keep;
-}
-
-/// The branches by a scan of the isotherm.
-corvane::Branches MeosGerg::scanned(Isotherm const& isotherm, double top) {
-    constexpr int steps = 300;
-    corvane::Branches at{0.0, 0.0, top, false};
-    for (int k = 1; k < steps; ++k) {
-        const double rho = top * k / steps;
-        if (isotherm(rho).dP > 0.0) continue;
-        if (!at.loop) at.dilute = rho;
-        at.dense = rho;
-        at.loop = true;
-    }
-    return at;
-}
-
-/// For a pressure that neither outer branch reaches: a root on a rising branch between them, or 0.
-double MeosGerg::root_between(Isotherm const& isotherm, double P, double top) {
-    constexpr int steps = 300;
-    double low = 0.0, P_low = 0.0;
-    for (int k = 1; k <= steps; ++k) {
-        const double high = top * k / steps, P_high = isotherm(high).P;
-        if (P_low <= P && P_high > P) {
-            const double root = corvane::stable_root(isotherm, P, corvane::Branch::dilute,
-                                                     0.5 * (low + high), low, high, true);
-            if (root > 0.0) return root;
-        }
-        low = high;
-        P_low = P_high;
-    }
-    return 0.0;
+    return density(Isotherm(*this, s, T), P, T / s.Tr, 1.0 / s.vr, mode, rho_a, rho_b);
 }
 
 /// With V = 1 and the amounts n_i = rho_i, F = n·a is a function of the amounts, of L = ln δ and U
