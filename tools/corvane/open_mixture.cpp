@@ -105,7 +105,11 @@ void set_kij(std::string const& text, MixtureFluid& mixture) {
             number(equals == std::string::npos ? item : item.substr(equals + 1), "--kij");
         if (!model.ppar(0, i, j)) throw Failure(mixture.mth + " has no interaction parameter");
         model.param(0, i, j, value);
-        mixture.given.emplace_back(std::min(i, j), std::max(i, j));
+        const std::pair pair(std::min(i, j), std::max(i, j));
+        if (std::find(mixture.given.begin(), mixture.given.end(), pair) != mixture.given.end())
+            throw Misuse(fmt::format("--kij: {} + {} is given twice", mixture.component(i),
+                                     mixture.component(j)));
+        mixture.given.push_back(pair);
     }
 }
 }  // namespace

@@ -27,7 +27,10 @@ struct SolubilityCommand {
   private:
     std::vector<Column> columns(MixtureFluid const& mixture) const;
     Row row(MixtureFluid const& mixture, double T_, double p_) const;
-    int s_ = 0;  // index of the component that forms the solid
+    Row point(MixtureFluid const& mixture, double T_, double p_) const;
+    std::string reason(ModelN const& m, double T_, double p_) const;
+    int s_ = 0;          // index of the component that forms the solid
+    bool both_ = false;  // the other component has solid data, too
 };
 
 /// Bound of |Δμ/(RT)| of the solid's component between both phases: the search stops at 1e-9 in
@@ -77,12 +80,45 @@ Row SolubilityCommand::row(MixtureFluid const& mixture, double T_, double p_) co
     result.cells.emplace_back(mixture.density(u, pure, rho[0]));
     if (splitting_phase(m, p_, T_, rho[1], x))
         result.note = "metastable: the fluid splits into two";
+    Solid const& other = m.mdl1[1 - s_]->solid;
+    if (both_ && T_ <= other.Tmax() &&
+        m.my(x * rho[1], T_, 1 - s_) > other.Ge(p_, T_, again, rho_solid) + kPotentials)
+        add_note(result.note,
+                 fmt::format("metastable: {} freezes, too", mixture.component(1 - s_)));
     if (mixture.composed) {
         const double amount = (mixture.x[s_] - x[s_]) / (1.0 - x[s_]);
         result.cells.emplace_back(std::max(amount, 0.0));
         if (amount < 0.0) add_note(result.note, "the mixture given is not saturated");
     }
     return result;
+}
+
+/// Why there is no equilibrium, as far as the pure component tells.
+std::string SolubilityCommand::reason(ModelN const& m, double T_, double p_) const {
+    Model1 const& pure = *m.mdl1[s_];
+    try {
+        int form = 0;
+        double rho_solid = 0.0, rho_fluid = 0.0;
+        if (pure.Ge(p_, T_, 2, rho_fluid) < pure.solid.Ge(p_, T_, form, rho_solid))
+            return " (the pure component is no solid there: it melts or evaporates)";
+        return " (the fluid takes up the solid in no composition)";
+    } catch (ThException const&) {  // only a hint
+    } catch (MthException const&) {
+    }
+    return "";
+}
+
+/// The row, or a failure with its reason. @throws Failure
+Row SolubilityCommand::point(MixtureFluid const& mixture, double T_, double p_) const {
+    Units const& u = options.units;
+    const std::string what = fmt::format(
+        "{} at T = {}, p = {}: no fluid in equilibrium with solid {}", mixture.name(),
+        u.text(Quantity::temperature, T_), u.text(Quantity::pressure, p_), mixture.component(s_));
+    try {
+        return asking(what, [&] { return row(mixture, T_, p_); });
+    } catch (Failure const& failure) {
+        throw Failure(failure.what() + reason(*mixture.model, T_, p_));
+    }
 }
 
 int SolubilityCommand::run() {
@@ -95,6 +131,12 @@ int SolubilityCommand::run() {
     if (name != mixture.component(s_))
         throw Misuse(fmt::format("--solid: {} is not a component of the mixture", name));
     asking("solid data of " + name, [&] { mixture.model->mdl1[s_]->solid.load(); });
+    try {
+        mixture.model->mdl1[1 - s_]->solid.load();
+        both_ = true;
+    } catch (ThException const&) {  // whether it freezes is then not tested
+    } catch (MthException const&) {
+    }
     Units& units = options.units;
     units.M = mixture.M();
     const auto temperatures = positive_points(T, "--T", Quantity::temperature, units);
@@ -103,6 +145,9 @@ int SolubilityCommand::run() {
     Heading head = heading("solubility", mixture);
     head.remarks.push_back(
         fmt::format("solid: pure {}, data up to {}", name, units.text(Quantity::temperature, top)));
+    if (!both_)
+        head.remarks.push_back(fmt::format("no solid data of {}: whether it freezes is not tested",
+                                           mixture.component(1 - s_)));
     Table table{columns(mixture), {}};
     int failures = 0;
     for (double p_ : pressures)
@@ -111,12 +156,7 @@ int SolubilityCommand::run() {
                     throw Failure(fmt::format("{} at T = {}: the data of solid {} end at {}",
                                               mixture.name(), units.text(Quantity::temperature, T_),
                                               name, units.text(Quantity::temperature, top)));
-                table.rows.push_back(
-                    asking(fmt::format("{} at T = {}, p = {}: no fluid in equilibrium with solid "
-                                       "{}",
-                                       mixture.name(), units.text(Quantity::temperature, T_),
-                                       units.text(Quantity::pressure, p_), name),
-                           [&] { return row(mixture, T_, p_); }));
+                table.rows.push_back(point(mixture, T_, p_));
             } catch (Failure const& failure) {
                 if (temperatures.size() * pressures.size() == 1) throw;
                 ++failures;
@@ -146,7 +186,8 @@ void add_solubility(Program& program) {
                {.required = true, .type = "VALUES"})
         .value("--p", solubility->p, "pressures, in the same forms",
                {.required = true, .type = "VALUES"})
-        .value("--phase", solubility->phase, "root of the fluid: stable (default), liquid, vapour",
+        .value("--phase", solubility->phase,
+               "root of the fluid where there are two: stable (default), liquid, vapour",
                {.one_of = {"stable", "liquid", "vapour"}, .type = "PHASE"});
     solubility->options.add_units(command);
     solubility->options.add_output(command);
