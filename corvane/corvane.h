@@ -18,6 +18,10 @@
 #include <corvane/mixture/heat_capacity.h>
 #include <corvane/mixture/loading.h>
 #include <corvane/mixture/modeln.h>
+#include <corvane/phases/certificate.h>
+#include <corvane/phases/phase.h>
+#include <corvane/phases/saturation.h>
+#include <corvane/phases/stability.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 #include <corvane/solid/solid.h>

@@ -1,0 +1,78 @@
+// What every equilibrium result says about itself, and the failure that stands in place of a result
+// that cannot say it.
+#pragma once
+
+#include <corvane/core/api.h>
+#include <corvane/core/containers.h>
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+class FluidModel;
+struct PhaseState;
+
+/// A phase of a result: x over all components of the model, rho in mol/cm³.
+struct PhaseRecord {
+    double rho = 0.0;
+    Vector<double> x;
+};
+
+/// Evidence for a result, computed from its final densities. A result is handed out only if dmu and
+/// dp are at most `tolerance`, and tpd is at least −tpd_tolerance.
+struct CORVANE_API Certificate {
+    static constexpr double tolerance = 1e-9;
+    static constexpr double tpd_tolerance = 1e-8;
+
+    double dmu = 0.0;  ///< largest |Δμ_i|/(RT) between the phases
+    /// Largest difference of a phase's pressure to p, over p. What rounding the density of a liquid
+    /// by 8 units in the last place does to its pressure is taken off, since below about 1e-5 MPa
+    /// that is more than 1e-9·p.
+    double dp = 0.0;
+    double balance = 0.0;  ///< flash: largest |z_i − Σ fraction·x_i|
+    /// Smallest tangent-plane distance (over RT) found from all starts; 0 where every start led
+    /// back to the phases of the result.
+    double tpd = 0.0;
+    std::vector<PhaseRecord> phases;
+    long evaluations = 0;  ///< model evaluations of the whole calculation
+    /// The phases differ by less than 1 % in density and by less than 0.01 in every mole fraction:
+    /// near a critical point true results do so.
+    bool near_trivial = false;
+    bool estimated_pairs = false;  ///< the caller's knowledge; no function sets it
+
+    bool holds() const { return dmu <= tolerance && dp <= tolerance && tpd >= -tpd_tolerance; }
+    std::string line() const;  ///< one line for a report
+};
+
+/// Fills dmu, dp, phases and near_trivial from final states, evaluated with phase_H and phase_p.
+CORVANE_API void certify(FluidModel const& fluid, double p, std::vector<PhaseState const*> phases,
+                         Certificate& c);
+
+/// No certified result. what() is one line with all of it.
+class CORVANE_API EquilibriumFailure : public std::runtime_error {
+  public:
+    enum class Kind {
+        no_solution,  ///< the search was complete and says that there is none
+        gave_up       ///< nothing is known about a solution
+    };
+    EquilibriumFailure(Kind kind, std::string state, std::string solver, int iterations,
+                       double residual, std::string advice);
+
+    Kind kind() const { return kind_; }
+    std::string const& state() const { return state_; }    ///< "T = 300 K, z = 0.5 0.5"
+    std::string const& solver() const { return solver_; }  ///< "bubble_T"
+    int iterations() const { return iterations_; }
+    double residual() const { return residual_; }  ///< last residual; not-a-number if none
+    std::string const& advice() const { return advice_; }
+
+  private:
+    Kind kind_;
+    std::string state_, solver_;
+    int iterations_;
+    double residual_;
+    std::string advice_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,44 @@
+// Small dense linear systems. Internal to the library.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace corvane {
+
+/// Solution of A·x = b (n×n, row by row) by LU with partial pivoting of the rows scaled to their
+/// largest element; A is overwritten, b receives x. False for a pivot within rounding of zero.
+inline bool lu_solve(int n, double* a, double* b) {
+    for (int i = 0; i < n; ++i) {
+        double big = 0.0;
+        for (int j = 0; j < n; ++j) big = std::max(big, std::fabs(a[i * n + j]));
+        if (!(big > 0.0) || !std::isfinite(big)) return false;
+        for (int j = 0; j < n; ++j) a[i * n + j] /= big;
+        b[i] /= big;
+    }
+    for (int k = 0; k < n; ++k) {
+        int row = k;
+        for (int i = k + 1; i < n; ++i)
+            if (std::fabs(a[i * n + k]) > std::fabs(a[row * n + k])) row = i;
+        if (!(std::fabs(a[row * n + k]) > 1e-15)) return false;
+        if (row != k) {
+            std::swap_ranges(a + k * n, a + (k + 1) * n, a + row * n);
+            std::swap(b[k], b[row]);
+        }
+        for (int i = k + 1; i < n; ++i) {
+            const double q = a[i * n + k] / a[k * n + k];
+            if (q == 0.0) continue;
+            for (int j = k + 1; j < n; ++j) a[i * n + j] -= q * a[k * n + j];
+            b[i] -= q * b[k];
+        }
+    }
+    for (int i = n - 1; i >= 0; --i) {
+        for (int j = i + 1; j < n; ++j) b[i] -= a[i * n + j] * b[j];
+        b[i] /= a[i * n + i];
+        if (!std::isfinite(b[i])) return false;
+    }
+    return true;
+}
+
+}  // namespace corvane

@@ -1,0 +1,75 @@
+// Bubble and dew points of mixtures from the composition alone.
+#pragma once
+
+#include <corvane/core/api.h>
+#include <corvane/phases/certificate.h>
+
+class ModelN;
+
+namespace corvane {
+
+enum class Saturated {
+    bubble,  ///< the incipient phase is the lighter one
+    dew      ///< the incipient phase is the denser one
+};
+
+/// Where there are several solutions (retrograde condensation; a second liquid).
+enum class Branch {
+    any,    ///< the first certified one: from low pressure (or low T) without a start, else near it
+    lower,  ///< the one of lowest p (or T)
+    upper   ///< the one of highest p (or T)
+};
+
+struct SaturationPoint {
+    double T = 0.0, p = 0.0;  ///< K, MPa
+    PhaseRecord given;        ///< of the composition asked for
+    PhaseRecord incipient;
+    Certificate certificate;
+};
+
+struct SaturationOptions {
+    Branch branch = Branch::any;
+    SaturationPoint const* start = nullptr;  ///< a neighbouring solution, for a warm start
+    bool estimated_pairs = false;            ///< goes into the certificate
+};
+
+/// Bubble or dew pressure at T [K] for mole fractions z (zeros allowed: absent components).
+///
+/// 1. From `start`, or from Wilson's K-factors and a few substitutions, Newton's method with exact
+///    derivatives in ln rho_i of both phases (PairSolver); accepted when certified: stable, of the
+///    right kind, not trivial.
+/// 2. Otherwise, and for Branch::lower and upper, a search over all pressures from where the gas is
+///    ideal to 1000 MPa: a phase boundary is where the tangent-plane test changes its answer. Each
+///    change is bracketed, then solved as above. Steps of a factor 1.5, refined where the density
+///    jumps or where the tangent-plane distance has a minimum.
+///
+/// @throws EquilibriumFailure no_solution: the search was complete and has no boundary of this
+///     kind; gave_up otherwise. ThException 5, MthException 2 bad arguments; what the model throws
+CORVANE_API SaturationPoint saturation_T(ModelN const& model, Saturated kind, double T,
+                                         Vector<double> const& z,
+                                         SaturationOptions const& options = {});
+
+/// Bubble or dew temperature at p [MPa]; the search goes from 0.3 of the lowest critical
+/// temperature to twice the highest, by 3 %.
+CORVANE_API SaturationPoint saturation_p(ModelN const& model, Saturated kind, double p,
+                                         Vector<double> const& z,
+                                         SaturationOptions const& options = {});
+
+inline SaturationPoint bubble_T(ModelN const& m, double T, Vector<double> const& z,
+                                SaturationOptions const& o = {}) {
+    return saturation_T(m, Saturated::bubble, T, z, o);
+}
+inline SaturationPoint dew_T(ModelN const& m, double T, Vector<double> const& z,
+                             SaturationOptions const& o = {}) {
+    return saturation_T(m, Saturated::dew, T, z, o);
+}
+inline SaturationPoint bubble_p(ModelN const& m, double p, Vector<double> const& z,
+                                SaturationOptions const& o = {}) {
+    return saturation_p(m, Saturated::bubble, p, z, o);
+}
+inline SaturationPoint dew_p(ModelN const& m, double p, Vector<double> const& z,
+                             SaturationOptions const& o = {}) {
+    return saturation_p(m, Saturated::dew, p, z, o);
+}
+
+}  // namespace corvane

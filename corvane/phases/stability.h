@@ -1,0 +1,59 @@
+// Stability of a phase: the tangent-plane distance.
+#pragma once
+
+#include <corvane/core/api.h>
+#include <corvane/phases/phase.h>
+
+#include <vector>
+
+class ModelN;
+
+namespace corvane {
+
+/// A trial phase where the tangent-plane distance is stationary, or negative.
+struct TrialPhase {
+    double tpd = 0.0;  ///< over RT and per mole
+    double rho = 0.0;
+    std::vector<double> w;  ///< mole fractions of the present components
+};
+
+struct StabilityResult {
+    bool stable = true;  ///< no trial with tpd < −1e-8
+    double tpd = 0.0;    ///< smallest value found, 0 at most unless `other` is set
+    bool other = false;  ///< a stationary point besides the phase itself (and the known one)
+    TrialPhase trial;    ///< that of smallest tpd, if `other` or unstable
+    int iterations = 0;
+    int unconverged = 0;  ///< starts that used up their iterations
+};
+
+/// Tangent-plane test (Michelsen, Fluid Phase Equilib. 9 (1982) 1) with its work space.
+///
+/// Starts: Wilson's vapour and liquid, and every component nearly pure; each trial composition
+/// takes its density root of lower Gibbs energy. Three successive substitutions, then Newton in
+/// 2·√W, back to substitution where Newton does not descend; at most 60 iterations per start.
+class CORVANE_API Stability {
+  public:
+    explicit Stability(FluidModel const& fluid);
+
+    /// phase: the phase to test, evaluated at (p, T).
+    /// known: a phase in equilibrium with it, to which trials may converge; or null.
+    /// first: end at the first negative value, which proves instability.
+    StabilityResult test(PhaseState const& phase, double p, PhaseState const* known, bool first);
+
+  private:
+    enum class End { stationary, trivial, negative, failed };
+    End descend(PhaseState const& phase, double p, PhaseState const* known, bool first, double& tpd,
+                int& iterations);
+    bool newton(PhaseState const& phase);
+
+    FluidModel const& fluid_;
+    PhaseState s_;
+    std::vector<double> lnW_, W_, g_, step_, hess_, lnK_;
+};
+
+/// Is the mixture of composition z stable at (p [MPa], T [K]) in its phase of lower Gibbs energy?
+/// @throws ThException 9 no density root; as FluidModel
+CORVANE_API StabilityResult stability(ModelN const& model, double p, double T,
+                                      Vector<double> const& z);
+
+}  // namespace corvane
