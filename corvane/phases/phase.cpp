@@ -48,6 +48,9 @@ Vector<double> FluidModel::expand(std::vector<double> const& x) const {
     for (int k = 0; k < size(); ++k) all[present_[k]] = x[k];
     return all;
 }
+double FluidModel::molar_mass(int k) const {
+    return pure(k).M();
+}
 double FluidModel::wilson(int k, double T) const {
     Model1 const& c = pure(k);
     return std::log(c.pcrit()) + 5.373 * (1.0 + c.omega()) * (1.0 - c.Tcrit() / T);
@@ -123,15 +126,27 @@ bool FluidModel::evaluate(PhaseState& s, double T, int order) const {
     return finite && (!(order & phase_p) || std::isfinite(s.p));
 }
 
+void FluidModel::fill(std::vector<double> const& x) const {
+    if (size() < full_.size()) full_.set(0.0);
+    for (int k = 0; k < size(); ++k) full_[present_[k]] = x[k];
+}
+
+int FluidModel::densities(double p, double T, std::vector<double> const& x, double* rho) const {
+    ++evaluations;
+    fill(x);
+    double a = 0.0, b = 0.0;
+    const int n = model_.vcalc(p, T, full_, 1, a, b);
+    if (n < 1 || !(a > 0.0)) return 0;
+    rho[0] = a;
+    if (n < 2 || !(b > 0.0) || b == a) return 1;
+    rho[1] = b;
+    return 2;
+}
+
 bool FluidModel::evaluate_at(PhaseState& s, double p, double T, std::vector<double> const& x,
                              Root root, int order) const {
     ++evaluations;
-    for (int k = 0; k < size(); ++k) full_[present_[k]] = x[k];
-    for (int i = 0, k = 0; i < full_.size(); ++i)
-        if (k < size() && present_[k] == i)
-            ++k;
-        else
-            full_[i] = 0.0;
+    fill(x);
     double a = 0.0, b = 0.0;
     const int mode = root == Root::stable ? -1 : root == Root::dense ? 1 : 3;
     if (model_.vcalc(p, T, full_, mode, a, b) < 1 || !(a > 0.0)) return false;

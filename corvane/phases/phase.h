@@ -77,9 +77,14 @@ class CORVANE_API FluidModel {
     bool evaluate_at(PhaseState& s, double p, double T, std::vector<double> const& x, Root root,
                      int order) const;
 
+    /// All stable density roots at (p, T, x), the densest first; returns their number, 0 to 2.
+    int densities(double p, double T, std::vector<double> const& x, double* rho) const;
+    double molar_mass(int k) const;
+
     mutable long evaluations = 0;  ///< calls of evaluate and density searches
 
   private:
+    void fill(std::vector<double> const& x) const;
     bool slots(PhaseState& s, double T, int order) const;
 
     ModelN const& model_;

@@ -131,7 +131,7 @@ class Search {
         if (apart() < kTrivial) return false;
         const double pressure = pair_.pressure();
         if (!(pressure > 0.0) || !(pair_.a.S > 0.0) || !(pair_.b.S > 0.0)) return false;
-        if ((pair_.b.rho < pair_.a.rho) != (kind_ == Saturated::bubble)) return false;
+        if (bubble() != (kind_ == Saturated::bubble)) return false;
         const StabilityResult r =
             stability_.test(pair_.a, pressure, fluid_.size() > 1 ? &pair_.b : nullptr, true);
         tpd_ = r.stable ? std::min(0.0, r.tpd) : r.tpd;
@@ -160,7 +160,7 @@ class Search {
     Node node(double s) {
         Node q;
         q.s = s;
-        if (!fluid_.evaluate_at(a_, p(s), T(s), fluid_.z(), Root::stable, 0)) return q;
+        if (!fluid_.evaluate_at(a_, p(s), T(s), fluid_.z(), Root::stable, phase_H)) return q;
         q.known = true;
         q.rho = a_.rho;
         q.r = stability_.test(a_, p(s), nullptr, false);
@@ -220,8 +220,8 @@ class Search {
                     const double s = at_T_ ? pair_.ln_p() : pair_.u.back();
                     if (std::fabs(s - at) < margin) {
                         if (accept()) return 1;
-                        const bool bubble = pair_.b.rho < pair_.a.rho;
-                        if (bubble != (kind_ == Saturated::bubble) && apart() > kTrivial) return 0;
+                        if (bubble() != (kind_ == Saturated::bubble) && apart() > kTrivial)
+                            return 0;
                     }
                 }
                 if (tries > 5) return -1;
@@ -231,6 +231,15 @@ class Search {
             (mid.stable ? stable : unstable) = mid;
         }
         return -1;
+    }
+    /// By mass density: a compressed light gas may have more moles per volume than a heavy liquid.
+    bool bubble() const {
+        double a = 0.0, b = 0.0;
+        for (int k = 0; k < fluid_.size(); ++k) {
+            a += pair_.a.rho_i[k] * fluid_.molar_mass(k);
+            b += pair_.b.rho_i[k] * fluid_.molar_mass(k);
+        }
+        return b < a;
     }
     double apart() const {
         double d = 0.0;

@@ -8,6 +8,7 @@ class ModelN;
 
 namespace corvane {
 
+/// Lighter and denser by mass per volume.
 enum class Saturated {
     bubble,  ///< the incipient phase is the lighter one
     dew      ///< the incipient phase is the denser one

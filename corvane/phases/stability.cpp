@@ -3,6 +3,8 @@
 #include <corvane/phases/dense.h>
 #include <corvane/phases/stability.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace corvane {
@@ -25,12 +27,12 @@ bool meets(PhaseState const& s, PhaseState const& phase) {
 Stability::Stability(FluidModel const& fluid) : fluid_(fluid) {
     const auto n = static_cast<std::size_t>(fluid.size());
     s_.resize(fluid.size());
-    for (auto* v : {&lnW_, &W_, &g_, &step_, &lnK_}) v->resize(n);
+    for (auto* v : {&lnW_, &W_, &g_, &step_}) v->resize(n);
     hess_.resize(n * n);
 }
 
 // Gradient √W_i·g_i and Hessian √(w_i·w_j)·(∂m_i/∂n_j + 1) in 2·√W, without the term in g.
-bool Stability::newton(PhaseState const&) {
+bool Stability::newton() {
     const int n = s_.size();
     for (int i = 0; i < n; ++i) {
         step_[i] = -std::sqrt(W_[i]) * g_[i];
@@ -52,37 +54,34 @@ bool Stability::newton(PhaseState const&) {
 }
 
 Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState const* known,
-                                  bool first, double& tpd, int& iterations) {
+                                  Root root, bool first, double& tpd, int& iterations) {
     const int n = fluid_.size();
     double last = 1e300;
-    int substitutions = kSubstitutions;
+    int substitutions = fluid_.size() == 2 ? 1 : kSubstitutions;  // a minimum of the scan is close
     for (int it = 0; it < kIterations; ++it) {
         ++iterations;
         double sum = 0.0;
         for (int k = 0; k < n; ++k) sum += W_[k] = std::exp(lnW_[k]);
         if (!std::isfinite(sum) || !(sum > 0.0)) return End::failed;
         for (int k = 0; k < n; ++k) step_[k] = W_[k] / sum;
-        if (!fluid_.evaluate_at(s_, p, phase.T, step_, Root::stable, phase_H)) return End::failed;
+        if (!fluid_.evaluate_at(s_, p, phase.T, step_, root, phase_H)) return End::failed;
         double tm = 1.0, worst = 0.0, ln_sum = std::log(sum);
         for (int k = 0; k < n; ++k) {
             g_[k] = s_.m[k] + ln_sum - phase.m[k];
             tm += W_[k] * (g_[k] - 1.0);
             worst = std::max(worst, std::fabs(g_[k]));
         }
-        // per mole of trial phase
-        double distance = 0.0;
-        for (int k = 0; k < n; ++k) distance += s_.x[k] * (s_.m[k] - phase.m[k]);
-        tpd = distance;
+        tpd = distance(s_, phase);  // per mole of the trial phase
         const double limit = -Certificate::tpd_tolerance;
-        if (first && distance < 10 * limit) return End::negative;
-        if (distance >= limit && (meets(s_, phase) || (known && meets(s_, *known)))) {
-            tpd = std::min(0.0, distance);
+        if (first && tpd < 10 * limit) return End::negative;
+        if (tpd >= limit && (meets(s_, phase) || (known && meets(s_, *known)))) {
+            tpd = std::min(0.0, tpd);
             return End::trivial;
         }
-        if (worst < kConverged) return distance < limit ? End::negative : End::stationary;
+        if (worst < kConverged) return tpd < limit ? End::negative : End::stationary;
         if (tm > last + 1e-12) substitutions = 2;
         last = tm;
-        if (substitutions > 0 || !newton(phase)) {
+        if (substitutions > 0 || !newton()) {
             for (int k = 0; k < n; ++k) lnW_[k] -= g_[k];
             if (substitutions > 0) --substitutions;
         }
@@ -90,42 +89,110 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
     return tpd < -Certificate::tpd_tolerance ? End::negative : End::failed;
 }
 
+bool Stability::locally_stable(PhaseState const& phase) {
+    const int n = phase.size();
+    if (!(phase.S > 0.0)) return false;
+    for (int i = 0; i < n; ++i)
+        for (int j = 0; j < n; ++j)
+            hess_[i * n + j] = std::sqrt(phase.x[i] * phase.x[j]) * (phase.m_n(i, j) + 1.0);
+    for (int k = 0; k < n; ++k) {  // positive definite if all pivots are positive
+        if (!(hess_[k * n + k] > -1e-7)) return false;
+        if (hess_[k * n + k] < 1e-12) return true;  // at rounding: a critical point
+        for (int i = k + 1; i < n; ++i)
+            for (int j = k + 1; j < n; ++j)
+                hess_[i * n + j] -= hess_[i * n + k] * hess_[k * n + j] / hess_[k * n + k];
+    }
+    return true;
+}
+
+double Stability::distance(PhaseState const& s, PhaseState const& phase) {
+    double d = 0.0;
+    for (int k = 0; k < s.size(); ++k) d += s.x[k] * (s.m[k] - phase.m[k]);
+    return d;
+}
+
+/// A binary: one composition variable, so that the distance is scanned along both density roots,
+/// and every minimum of the scan is a start.
+void Stability::scan_binary(PhaseState const& phase, double p, Starts& starts) {
+    static constexpr std::array<double, 15> kGrid{0.003, 0.02, 0.06, 0.12, 0.2,  0.3,  0.4,  0.5,
+                                                  0.6,   0.7,  0.8,  0.88, 0.94, 0.98, 0.997};
+    constexpr int m = static_cast<int>(kGrid.size());
+    std::array<std::array<double, m>, 2> d;
+    for (int k = 0; k < m; ++k) {
+        step_[0] = kGrid[k];
+        step_[1] = 1.0 - kGrid[k];
+        double rho[2];
+        const int roots = fluid_.densities(p, phase.T, step_, rho);
+        for (int root = 0; root < 2; ++root) {
+            d[root][k] = 1e300;
+            if (root == 1 && roots < 2) d[1][k] = d[0][k];
+            if (root >= roots) continue;
+            for (int i = 0; i < 2; ++i) s_.rho_i[i] = step_[i] * rho[root];
+            if (fluid_.evaluate(s_, phase.T, 0)) d[root][k] = distance(s_, phase);
+        }
+    }
+    for (int root = 0; root < 2; ++root)
+        for (int k = 0; k < m; ++k) {
+            if (d[root][k] > 1e299 || (root == 1 && d[1][k] == d[0][k])) continue;
+            if (k > 0 && d[root][k - 1] < d[root][k]) continue;
+            if (k + 1 < m && d[root][k + 1] <= d[root][k]) continue;
+            starts.push_back({root == 0 ? Root::dense : Root::dilute,
+                              {std::log(kGrid[k]), std::log1p(-kGrid[k])}});
+        }
+}
+
 StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState const* known,
                                 bool first) {
     const int n = fluid_.size();
     StabilityResult r;
     double best = 1e300;
+    auto take = [&](double tpd) {
+        best = tpd;
+        r.other = true;
+        r.trial = {tpd, s_.rho, s_.x};
+    };
+    if (!locally_stable(phase)) {
+        r.stable = false;  // no trial needed, but one is looked for
+        if (first) return r;
+    }
     // The phase itself at its other density root.
     if (fluid_.evaluate_at(s_, p, phase.T, phase.x, Root::stable, 0) &&
         std::fabs(s_.rho / phase.rho - 1) > 1e-3) {
-        double distance = 0.0;
-        for (int k = 0; k < n; ++k) distance += s_.x[k] * (s_.m[k] - phase.m[k]);
-        if (distance < -Certificate::tpd_tolerance) {
-            best = r.tpd = distance;
-            r.other = true;
+        const double d = distance(s_, phase);
+        if (d < -Certificate::tpd_tolerance) {
+            take(d);
             r.stable = false;
-            r.trial = {distance, s_.rho, s_.x};
+            r.tpd = d;
             if (first) return r;
         }
     }
-    for (int k = 0; k < n; ++k) lnK_[k] = fluid_.wilson(k, phase.T) - std::log(p);
-    for (int start = 0; start < (n == 1 ? 2 : n + 2); ++start) {
-        for (int k = 0; k < n; ++k) {
-            if (start < n && n > 1)  // pure, in the surroundings of the phase's potentials
-                lnW_[k] = std::log(k == start ? 0.998 : 0.002 / (n - 1));
-            else
-                lnW_[k] = std::log(phase.x[k]) + (start == n ? 1.0 : -1.0) * lnK_[k];
+    Starts& starts = starts_;
+    starts.clear();
+    if (n == 2) {
+        scan_binary(phase, p, starts);
+    } else {
+        for (int start = 0; start < (n == 1 ? 0 : 2 * n); ++start) {
+            std::vector<double> w(phase.x);  // nearly pure; half pure
+            const double pure = start < n ? 0.998 : 0.5;
+            for (int k = 0; k < n; ++k)
+                w[k] = std::log((1.0 - pure) * w[k] + (k == start % n ? pure : 0.0));
+            starts.push_back({Root::stable, w});
         }
+        for (double sign : {1.0, -1.0}) {
+            std::vector<double> w(phase.x);
+            for (int k = 0; k < n; ++k)
+                w[k] = std::log(w[k]) + sign * (fluid_.wilson(k, phase.T) - std::log(p));
+            starts.push_back({Root::stable, w});
+        }
+    }
+    for (Start const& start : starts) {
+        for (int k = 0; k < n; ++k) lnW_[k] = start.lnW[k];
         double tpd = 0.0;
-        const End end = descend(phase, p, known, first, tpd, r.iterations);
+        const End end = descend(phase, p, known, start.root, first, tpd, r.iterations);
         if (end == End::failed) ++r.unconverged;
         if (end == End::trivial) r.tpd = std::min(r.tpd, tpd);
         if (end != End::stationary && end != End::negative) continue;
-        if (tpd < best) {
-            best = tpd;
-            r.other = true;
-            r.trial = {tpd, s_.rho, s_.x};
-        }
+        if (tpd < best) take(tpd);
         if (end == End::negative) {
             r.stable = false;
             if (first) break;
@@ -139,7 +206,7 @@ StabilityResult stability(ModelN const& model, double p, double T, Vector<double
     const FluidModel fluid(model, z);
     PhaseState phase;
     phase.resize(fluid.size());
-    if (!fluid.evaluate_at(phase, p, T, fluid.z(), Root::stable, 0))
+    if (!fluid.evaluate_at(phase, p, T, fluid.z(), Root::stable, phase_H))
         throw ThException(th_no_density);
     return Stability(fluid).test(phase, p, nullptr, false);
 }

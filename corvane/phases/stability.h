@@ -28,27 +28,39 @@ struct StabilityResult {
 
 /// Tangent-plane test (Michelsen, Fluid Phase Equilib. 9 (1982) 1) with its work space.
 ///
-/// Starts: Wilson's vapour and liquid, and every component nearly pure; each trial composition
-/// takes its density root of lower Gibbs energy. Three successive substitutions, then Newton in
-/// 2·√W, back to substitution where Newton does not descend; at most 60 iterations per start.
+/// First the phase's own other density root, and whether it is a minimum at all (∂μ_i/∂n_j positive
+/// definite). Starts of a binary: every minimum of a scan over 15 compositions along both density
+/// roots; otherwise Wilson's vapour and liquid, every component nearly pure, and the middle between
+/// each and the phase, at the density of lower Gibbs energy. From there successive substitution (1
+/// or 3 steps), then Newton in 2·√W, back to substitution where Newton does not descend; at most 60
+/// iterations per start.
 class CORVANE_API Stability {
   public:
     explicit Stability(FluidModel const& fluid);
 
-    /// phase: the phase to test, evaluated at (p, T).
+    /// phase: the phase to test, evaluated at (p, T) with phase_H.
     /// known: a phase in equilibrium with it, to which trials may converge; or null.
     /// first: end at the first negative value, which proves instability.
     StabilityResult test(PhaseState const& phase, double p, PhaseState const* known, bool first);
 
   private:
+    struct Start {
+        Root root;
+        std::vector<double> lnW;
+    };
+    using Starts = std::vector<Start>;
     enum class End { stationary, trivial, negative, failed };
-    End descend(PhaseState const& phase, double p, PhaseState const* known, bool first, double& tpd,
-                int& iterations);
-    bool newton(PhaseState const& phase);
+    End descend(PhaseState const& phase, double p, PhaseState const* known, Root root, bool first,
+                double& tpd, int& iterations);
+    bool newton();
+    bool locally_stable(PhaseState const& phase);
+    static double distance(PhaseState const& s, PhaseState const& phase);
+    void scan_binary(PhaseState const& phase, double p, Starts& starts);
 
     FluidModel const& fluid_;
     PhaseState s_;
-    std::vector<double> lnW_, W_, g_, step_, hess_, lnK_;
+    std::vector<double> lnW_, W_, g_, step_, hess_;
+    Starts starts_;
 };
 
 /// Is the mixture of composition z stable at (p [MPa], T [K]) in its phase of lower Gibbs energy?
