@@ -85,7 +85,7 @@ char const* fault(ModelN const& m, Saturated kind, double T, double x,
 /// 0 if there is none. Only such boundaries count as the scan itself resolves: 8 % in p.
 double overlooked(ModelN const& m, Saturated kind, double T, double x) {
     bool stable = true;
-    double mass_stable = 0;
+    double last_mass = 0;
     Trial last{};
     for (double p = 1e-7; p < 1000; p *= 1.08) {
         double r[2] = {0, 0}, mu[2];
@@ -95,12 +95,13 @@ double overlooked(ModelN const& m, Saturated kind, double T, double x) {
         const Trial t = distance(m, p, T, mu);
         const bool now = t.tpd > -1e-9;
         if (now != stable) {
-            const Trial& incipient = now ? last : t;
-            const double given = now ? mass(m, v) : mass_stable;
-            if ((incipient.mass < given) == (kind == Saturated::bubble)) return p;
+            // both phases on the unstable side
+            if (((now ? last : t).mass < (now ? last_mass : mass(m, v))) ==
+                (kind == Saturated::bubble))
+                return p;
         }
         stable = now;
-        mass_stable = mass(m, v);
+        last_mass = mass(m, v);
         last = t;
     }
     return 0;

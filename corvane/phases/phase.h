@@ -24,7 +24,7 @@ enum PhaseOrder : int { phase_T = 1, phase_H = 2, phase_p = 4, phase_all = 7 };
 
 /// A phase and its potentials, all n-vectors over the *present* components. m_i = μ_i^r/(RT) +
 /// ln rho_i, so that ln(f_i/MPa) = m_i + ln(RT).
-struct PhaseState {
+struct CORVANE_API PhaseState {
     double T = 0.0, rho = 0.0;  ///< K, mol/cm³
     double p = 0.0;             ///< MPa, from the equation at rho (phase_p)
     double p_T = 0.0;       ///< T·∂(p/RT)/∂T at constant rho_i, mol/cm³ (phase_p and phase_T)

@@ -1,0 +1,169 @@
+// Phase evaluation, stability, bubble and dew points.
+#include "equilibria/phases.h"
+
+#include <corvane/corvane.h>
+
+using corvane::EquilibriumFailure;
+using corvane::FluidModel;
+using corvane::PhaseState;
+using corvane::Saturated;
+
+namespace {
+void expect_saturated(ModelN const& m, corvane::SaturationPoint const& q, Vector<double> const& z) {
+    const Vector<double> a = q.given.x * q.given.rho, b = q.incipient.x * q.incipient.rho;
+    double apart = 0;
+    for (int i = 0; i < z.size(); ++i) EXPECT_NEAR(m.my(a, q.T, i), m.my(b, q.T, i), 1e-9);
+    for (Vector<double> const* v : {&a, &b}) {
+        // a liquid at low pressure: rounding its density alone changes p by more than 1e-9
+        const double rounding =
+            2e-15 * R * q.T * v->sum() * m.pV(v->sum(), q.T, *v * (1 / v->sum()));
+        EXPECT_NEAR(pressure(m, *v, q.T), q.p, 1e-9 * q.p + rounding);
+    }
+    for (int i = 0; i < z.size(); ++i) {
+        EXPECT_NEAR(q.given.x[i], z[i], 1e-14);
+        apart = std::max(apart, std::fabs(q.incipient.x[i] * q.incipient.rho / q.given.rho - z[i]));
+    }
+    EXPECT_GT(apart, 1e-3);
+    EXPECT_TRUE(q.certificate.holds());
+}
+
+// Derivatives at constant (T, p) against differences of the potentials at the density roots: step
+// 1e-5, so that truncation and rounding are near 1e-9 of values of order 1 to 10.
+TEST(Phase, DerivativesAtConstantPressure) {
+    const Mixture m = mixture_of("PR", "vdW1", {"methane", "propane", "butane"});
+    const FluidModel fluid(*m, vec({0.5, 0.3, 0.2}));
+    PhaseState s, t;
+    s.resize(3);
+    t.resize(3);
+    const double T = 300, p = 3, h = 1e-5;
+    ASSERT_TRUE(fluid.evaluate_at(s, p, T, fluid.z(), corvane::Root::stable, corvane::phase_all));
+    auto potentials = [&](double pressure, double temperature, int j, double d) {
+        std::vector<double> x = fluid.z();
+        if (j >= 0) x[j] += d;
+        for (double& v : x) v /= j >= 0 ? 1 + d : 1;
+        fluid.evaluate_at(t, pressure, temperature, x, corvane::Root::stable, 0);
+        return t.m;
+    };
+    for (int i = 0; i < 3; ++i) {
+        for (int j = 0; j < 3; ++j)
+            EXPECT_NEAR(s.m_n(i, j),
+                        (potentials(p, T, j, h)[i] - potentials(p, T, j, -h)[i]) / (2 * h), 1e-7);
+        EXPECT_NEAR(s.m_p(i),
+                    (potentials(p + h, T, -1, 0)[i] - potentials(p - h, T, -1, 0)[i]) / (2 * h),
+                    1e-7);
+        EXPECT_NEAR(s.m_T_at_p(i),
+                    (potentials(p, T + h, -1, 0)[i] - potentials(p, T - h, -1, 0)[i]) / (2 * h),
+                    1e-7);
+    }
+    EXPECT_NEAR(s.p / p, 1, 1e-12);
+}
+
+TEST(Saturation, MeetsTheConditionsAndItsInverse) {
+    for (char const* eos : {"PR", "SRK"})
+        for (auto const& names :
+             {std::vector<std::string>{"methane", "propane"},
+              std::vector<std::string>{"carbon_dioxide", "water"},
+              std::vector<std::string>{"nitrogen", "methane", "ethane", "decane"}}) {
+            const Mixture m = mixture_of(eos, "vdW1", names);
+            const int n = m->mdl1.size();
+            Vector<double> z(n);
+            for (int i = 0; i < n; ++i) z[i] = 2.0 * (i + 1) / (n * (n + 1));
+            for (Saturated kind : {Saturated::bubble, Saturated::dew}) {
+                if (names[1] == "water" && kind == Saturated::bubble)
+                    continue;  // none: two liquids
+                SCOPED_TRACE(names[0] + (kind == Saturated::dew ? " dew" : " bubble"));
+                const double T = 260;
+                const auto q = corvane::saturation_T(*m, kind, T, z);
+                expect_saturated(*m, q, z);
+                const auto back = corvane::saturation_p(*m, kind, q.p, z);
+                expect_saturated(*m, back, z);
+                EXPECT_NEAR(back.T, T, 1e-7);  // the same branch: no retrograde one at this p
+                corvane::SaturationOptions warm;
+                warm.start = &q;
+                const auto near = corvane::saturation_T(*m, kind, T + 1, z, warm);
+                expect_saturated(*m, near, z);
+                // Both search the whole isotherm; here it has one boundary of the kind.
+                corvane::SaturationOptions searched;
+                searched.branch = corvane::Branch::lower;
+                EXPECT_NEAR(corvane::saturation_T(*m, kind, T, z, searched).p / q.p, 1, 1e-9);
+            }
+        }
+}
+
+TEST(Saturation, PureLimits) {
+    const Mixture m = peng_robinson("methane", "propane", 0.01);
+    for (int i = 0; i < 2; ++i)
+        for (double f : {0.6, 0.8, 0.95})
+            for (Saturated kind : {Saturated::bubble, Saturated::dew}) {
+                const double T = f * m->mdl1[i]->Tcrit();
+                double p = 0, liquid = 0, vapour = 0;
+                corvane::Saturation().at_T(m->mdl1[i], T, 0, p, liquid, vapour);
+                // the vle1 solver's accuracy; K-factors of 1e3 and 1/1e4 make 1e-12 matter less
+                for (double trace : {0.0, 1e-12}) {
+                    const auto q = corvane::saturation_T(*m, kind, T, mix(i ? trace : 1 - trace));
+                    EXPECT_NEAR(q.p / p, 1, 2e-7);
+                    EXPECT_NEAR((kind == Saturated::bubble ? q.given : q.incipient).rho / liquid, 1,
+                                1e-6);
+                }
+            }
+}
+
+// Above the cricondentherm there is nothing; just below it there are two dew points. The critical
+// temperature of the mixture is below the cricondentherm.
+TEST(Saturation, RetrogradeAndRefusal) {
+    const Mixture m = peng_robinson("methane", "propane", 0.01);
+    const Vector<double> z = mix(0.45);
+    Vector<double> x = z;
+    Matrix<double> line(1, 4);
+    double s = 0;
+    crit_slope_x(m.get(), x, s, line);
+    const double T = line[0][1] + 2;
+    corvane::SaturationOptions lower, upper;
+    lower.branch = corvane::Branch::lower;
+    upper.branch = corvane::Branch::upper;
+    const auto a = corvane::dew_T(*m, T, z, lower), b = corvane::dew_T(*m, T, z, upper);
+    expect_saturated(*m, a, z);
+    expect_saturated(*m, b, z);
+    EXPECT_GT(b.p, 1.2 * a.p);
+    EXPECT_FALSE(corvane::stability(*m, 0.5 * (a.p + b.p), T, z).stable);
+    EXPECT_TRUE(corvane::stability(*m, 1.001 * b.p, T, z).stable);
+    EXPECT_TRUE(corvane::stability(*m, 0.999 * a.p, T, z).stable);
+    const struct {
+        Saturated kind;
+        double T;
+    } refused[] = {{Saturated::bubble, T}, {Saturated::bubble, 500}, {Saturated::dew, 500}};
+    for (auto const& r : refused) try {
+            corvane::saturation_T(*m, r.kind, r.T, z);
+            ADD_FAILURE() << "solved at " << r.T;
+        } catch (EquilibriumFailure const& e) {
+            EXPECT_EQ(e.kind(), EquilibriumFailure::Kind::no_solution);
+            EXPECT_EQ(std::string(e.what()).find('\n'), std::string::npos);
+            EXPECT_NE(e.state().find("0.45 0.55"), std::string::npos);
+        }
+    EXPECT_EQ(th_code([&] { corvane::bubble_T(*m, -1, z); }), 5);
+    EXPECT_EQ(th_code([&] { corvane::bubble_T(*m, 200, vec({0.5, 0.6})); }), 5);
+    EXPECT_EQ(mth_code([&] { corvane::bubble_T(*m, 200, vec({1})); }), 2);
+}
+
+// A liquid split hides the bubble point of the whole: what solves the equations is refused.
+TEST(Stability, FindsLiquidsInLiquids) {
+    const Mixture m = peng_robinson("carbon_dioxide", "water", 0.19);
+    EXPECT_FALSE(corvane::stability(*m, 10, 280, mix(0.5)).stable);
+    EXPECT_TRUE(corvane::stability(*m, 10, 280, mix(1e-4)).stable);
+    const VdwTwins twins(0.4);  // symmetric: splits below Tc(x) far from the middle
+    const auto r = corvane::stability(twins, 20, 150, mix(0.5));
+    EXPECT_FALSE(r.stable);
+}
+
+// A model without DerivN: equal in its pure limit to the exact van der Waals fluid.
+TEST(Saturation, WithoutExactDerivatives) {
+    const VdwTwins m(0.05);
+    try {
+        const auto q = corvane::bubble_T(m, 220, mix(0.3));
+        EXPECT_TRUE(q.certificate.holds());
+        EXPECT_LE(q.certificate.dmu, 1e-9);
+    } catch (EquilibriumFailure const& e) {
+        EXPECT_EQ(e.kind(), EquilibriumFailure::Kind::gave_up);
+    }
+}
+}  // namespace
