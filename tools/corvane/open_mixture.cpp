@@ -214,7 +214,11 @@ Heading heading(std::string const& command, MixtureFluid const& mixture) {
             if (among(mixture.given))
                 head.remarks.push_back(names + "kij given: " + kij());
             else if (among(mixture.estimated))
-                head.remarks.push_back(names + "no published parameters, kij estimated: " + kij());
+                // Parameter 0 is k_ij, but for multi-fluid mixtures, where the estimate has every
+                // reducing parameter 1 and no departure function.
+                head.remarks.push_back(names + "no published parameters, " +
+                                       (mixture.mth == "GERG" ? "estimated by the mixing theory"
+                                                              : "kij estimated: " + kij()));
             else
                 head.remarks.push_back(
                     fmt::format("{}set {} {{{}}}", names, model.id(i, j), model.comment(i, j)));
