@@ -43,6 +43,9 @@ class CORVANE_API Stability {
     /// first: end at the first negative value, which proves instability.
     StabilityResult test(PhaseState const& phase, double p, PhaseState const* known, bool first);
 
+    /// Is the phase (with phase_H) a minimum of the tangent-plane distance in its surroundings?
+    bool locally_stable(PhaseState const& phase);
+
   private:
     struct Start {
         Root root;
@@ -53,7 +56,6 @@ class CORVANE_API Stability {
     End descend(PhaseState const& phase, double p, PhaseState const* known, Root root, bool first,
                 double& tpd, int& iterations);
     bool newton();
-    bool locally_stable(PhaseState const& phase);
     static double distance(PhaseState const& s, PhaseState const& phase);
     void scan_binary(PhaseState const& phase, double p, Starts& starts);
 

@@ -1,0 +1,96 @@
+// Mixture equilibria from the composition alone, certificate included: PR+vdW1, one core.
+#include <corvane/corvane.h>
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+#include <vector>
+
+namespace {
+using Mixture = std::unique_ptr<ModelN, corvane::Detach>;
+
+Mixture make(std::vector<char const*> const& names) {
+    Mixture m(attachN("PR", "vdW1"));
+    const int n = static_cast<int>(names.size());
+    m->alloc(n, "PR");
+    for (int i = 0; i < n; ++i) {
+        m->mdl1[i]->name(names[static_cast<unsigned>(i)]);
+        m->mdl1[i]->id(1);
+        for (int j = 0; j < i; ++j) m->id(i, j, 1);
+    }
+    corvane::load_estimating(*m, "PR", "vdW1");
+    return m;
+}
+Vector<double> equal_parts(int n) {
+    Vector<double> z(n);
+    z.set(1.0 / n);
+    return z;
+}
+
+void report(benchmark::State& state, corvane::Certificate const& c) {
+    state.counters["evaluations"] = static_cast<double>(c.evaluations);
+}
+
+void bubble_cold(benchmark::State& state) {
+    const Mixture m = make({"methane", "propane"});
+    const Vector<double> z = equal_parts(2);
+    corvane::SaturationPoint q;
+    for (auto _ : state) q = corvane::bubble_T(*m, 250, z);
+    report(state, q.certificate);
+}
+void bubble_warm(benchmark::State& state) {
+    const Mixture m = make({"methane", "propane"});
+    const Vector<double> z = equal_parts(2);
+    corvane::SaturationPoint q;
+    const auto neighbour = corvane::bubble_T(*m, 251, z);
+    corvane::SaturationOptions o;
+    o.start = &neighbour;
+    for (auto _ : state) q = corvane::bubble_T(*m, 250, z, o);
+    report(state, q.certificate);
+}
+void dew_cold(benchmark::State& state) {
+    const Mixture m = make({"methane", "propane"});
+    const Vector<double> z = equal_parts(2);
+    corvane::SaturationPoint q;
+    for (auto _ : state) q = corvane::dew_T(*m, 250, z);
+    report(state, q.certificate);
+}
+/// The whole isotherm is searched before a refusal.
+void bubble_refused(benchmark::State& state) {
+    const Mixture m = make({"methane", "propane"});
+    const Vector<double> z = equal_parts(2);
+    for (auto _ : state) try {
+            corvane::bubble_T(*m, 500, z);
+        } catch (corvane::EquilibriumFailure const&) {
+        }
+}
+void flash(benchmark::State& state) {
+    const Mixture m = make({"methane", "propane"});
+    const Vector<double> z = equal_parts(2);
+    corvane::FlashResult q;
+    for (auto _ : state) q = corvane::flash_pT(*m, 2, 250, z);
+    report(state, q.certificate);
+}
+void flash_one_phase(benchmark::State& state) {
+    const Mixture m = make({"methane", "propane"});
+    const Vector<double> z = equal_parts(2);
+    corvane::FlashResult q;
+    for (auto _ : state) q = corvane::flash_pT(*m, 2, 350, z);
+    report(state, q.certificate);
+}
+void flash_six(benchmark::State& state) {
+    const Mixture m = make({"nitrogen", "methane", "ethane", "propane", "butane", "decane"});
+    const Vector<double> z = equal_parts(6);
+    corvane::FlashResult q;
+    for (auto _ : state) q = corvane::flash_pT(*m, 4, 300, z);
+    report(state, q.certificate);
+}
+
+BENCHMARK(bubble_cold);
+BENCHMARK(bubble_warm);
+BENCHMARK(dew_cold);
+BENCHMARK(bubble_refused);
+BENCHMARK(flash);
+BENCHMARK(flash_one_phase);
+BENCHMARK(flash_six);
+}  // namespace

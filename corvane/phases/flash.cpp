@@ -1,0 +1,282 @@
+#include <corvane/core/constants.h>
+#include <corvane/mixture/modeln.h>
+#include <corvane/phases/dense.h>
+#include <corvane/phases/flash.h>
+#include <corvane/phases/stability.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <utility>
+
+namespace corvane {
+namespace {
+constexpr int kSubstitutions = 4, kIterations = 60, kRestarts = 3;
+constexpr double kConverged = 1e-11;  // of the potentials
+constexpr double kRounding = 1e-9;    // what rounding may leave of them, see Certificate
+
+class Flash {
+  public:
+    Flash(ModelN const& model, double p, double T, Vector<double> const& z)
+        : fluid_(model, z), p_(p), T_(T), n_(fluid_.size()), stability_(fluid_) {
+        if (!(p > 0.0) || !(T > 0.0) || !std::isfinite(p) || !std::isfinite(T))
+            throw ThException(th_out_of_range);
+        for (PhaseState* s : {&whole_, &a_, &b_}) s->resize(n_);
+        const auto n = static_cast<std::size_t>(n_);
+        for (auto* v : {&l_, &v_, &lnK_, &x_, &y_, &step_}) v->resize(n);
+        hess_.resize(n * n);
+    }
+
+    FlashResult run(FlashOptions const& o) {
+        if (!fluid_.evaluate_at(whole_, p_, T_, fluid_.z(), Root::stable, phase_H | phase_p))
+            throw ThException(th_no_density);
+        if (n_ == 1) return one_phase(o, 0.0);  // a pure fluid does not split at (p, T)
+        if (o.start && o.start->phases.size() == 2 && start_from(*o.start) && split() &&
+            certified(nullptr))
+            return two_phases(o);
+        StabilityResult r = stability_.test(whole_, p_, nullptr, false);
+        if (r.stable) {
+            if (r.unconverged) fail("the stability test did not converge from every start");
+            return one_phase(o, std::min(r.tpd, 0.0));
+        }
+        bool unstable = false;
+        for (int k = 0; k < kRestarts && r.other; ++k) {
+            for (int i = 0; i < n_; ++i) lnK_[i] = std::log(r.trial.w[i] / fluid_.z()[i]);
+            if (!split()) break;
+            StabilityResult after;
+            if (certified(&after)) return two_phases(o);
+            unstable = true;
+            if (!after.other) break;
+            r = std::move(after);
+        }
+        fail(unstable ? "every split found is unstable: probably three phases"
+                      : "the split did not converge; change p or T a little, or give a start");
+    }
+
+  private:
+    [[noreturn]] void fail(char const* advice) const {
+        char number[80];
+        std::snprintf(number, sizeof number, "p = %g MPa, T = %g K, z =", p_, T_);
+        std::string state = number;
+        const Vector<double> z = fluid_.expand(fluid_.z());
+        for (int i = 0; i < z.size(); ++i) {
+            std::snprintf(number, sizeof number, " %.4g", z[i]);
+            state += number;
+        }
+        throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up, state, "flash_pT", iterations_,
+                                 residual_, advice);
+    }
+
+    bool start_from(FlashResult const& start) {
+        const Vector<double> z = fluid_.expand(fluid_.z());
+        if (start.phases[0].x.size() != z.size()) return false;
+        for (int i = 0, k = 0; i < z.size(); ++i)
+            if (z[i] > 0.0) {
+                lnK_[k] = std::log(start.phases[1].x[i] / start.phases[0].x[i]);
+                if (!std::isfinite(lnK_[k++])) return false;
+            }
+        beta_ = start.fraction[1];
+        return true;
+    }
+
+    /// Fraction of phase b for lnK_ by Newton's method kept in a bracket; writes x_, y_ (sums 1).
+    /// False if the whole fraction 0 … 1 has no root.
+    bool rachford_rice() {
+        std::vector<double> const& z = fluid_.z();
+        double lo = 0.0, hi = 1.0, at0 = -1.0, at1 = 1.0;
+        for (int i = 0; i < n_; ++i) {
+            step_[i] = std::expm1(lnK_[i]);
+            at0 += z[i] * (1.0 + step_[i]);
+            at1 -= z[i] / (1.0 + step_[i]);
+        }
+        if (!(at0 > 0.0) || !(at1 < 0.0)) return false;
+        double f = beta_ > 0.0 && beta_ < 1.0 ? beta_ : 0.5;
+        for (int it = 0; it < 100; ++it) {
+            double g = 0.0, d = 0.0;
+            for (int i = 0; i < n_; ++i) {
+                const double q = step_[i] / (1.0 + f * step_[i]);
+                g += z[i] * q;
+                d -= z[i] * q * q;
+            }
+            (g > 0.0 ? lo : hi) = f;
+            double next = f - g / d;
+            if (!(next > lo) || !(next < hi)) next = 0.5 * (lo + hi);
+            const double moved = std::fabs(next - f);
+            f = next;
+            if (moved < 1e-14) break;
+        }
+        beta_ = f;
+        // l is not z − v, which would lose a component of which phase a holds traces.
+        double sum_x = 0.0, sum_y = 0.0;
+        for (int i = 0; i < n_; ++i) {
+            sum_x += x_[i] = z[i] / (1.0 + f * step_[i]);
+            sum_y += y_[i] = x_[i] * (1.0 + step_[i]);
+        }
+        for (int i = 0; i < n_; ++i) {
+            v_[i] = f * y_[i];
+            l_[i] = (1.0 - f) * x_[i];
+            x_[i] /= sum_x;
+            y_[i] /= sum_y;
+        }
+        return true;
+    }
+
+    /// Mole fractions from the amounts l_ in phase a and v_ in phase b; false if impossible.
+    bool fractions() {
+        double in_a = 0.0;
+        beta_ = 0.0;
+        for (int i = 0; i < n_; ++i) {
+            if (!(v_[i] > 0.0) || !(l_[i] > 0.0)) return false;
+            beta_ += v_[i];
+            in_a += l_[i];
+        }
+        for (int i = 0; i < n_; ++i) {
+            y_[i] = v_[i] / beta_;
+            x_[i] = l_[i] / in_a;
+        }
+        return true;
+    }
+    /// Both phases at x_ and y_; sets gibbs_ and residual_.
+    bool evaluate(int order) {
+        if (!fluid_.evaluate_at(a_, p_, T_, x_, Root::stable, order) ||
+            !fluid_.evaluate_at(b_, p_, T_, y_, Root::stable, order))
+            return false;
+        gibbs_ = residual_ = 0.0;
+        for (int i = 0; i < n_; ++i) {
+            gibbs_ += l_[i] * a_.m[i] + v_[i] * b_.m[i];
+            residual_ = std::max(residual_, std::fabs(b_.m[i] - a_.m[i]));
+        }
+        return std::isfinite(gibbs_);
+    }
+
+    /// Amounts from the K-factors of the present phases; the old ones where these enclose no split.
+    bool substitute(int order) {
+        for (int i = 0; i < n_; ++i)
+            lnK_[i] = a_.m[i] - std::log(x_[i]) - (b_.m[i] - std::log(y_[i]));
+        ++iterations_;
+        return rachford_rice() && evaluate(order);
+    }
+
+    bool split() {
+        // The trial's K-factors need not enclose a split: then a little of b beside the whole.
+        if (!rachford_rice() && (small_amount(), !fractions())) return false;
+        if (!evaluate(0)) return false;
+        for (int it = 0; it < kSubstitutions; ++it)
+            if (!substitute(0)) break;
+        if (!(beta_ > 0.0) || !(beta_ < 1.0) || !evaluate(phase_H)) return false;
+        for (int it = 0; it < kIterations && residual_ > kConverged; ++it) {
+            ++iterations_;
+            if (newton()) continue;
+            const double last = residual_;
+            if (!substitute(phase_H) || (residual_ < kRounding / 10 && residual_ > 0.5 * last))
+                break;
+        }
+        if (!(residual_ <= kRounding)) return false;
+        double apart = 0.0;
+        for (int i = 0; i < n_; ++i)
+            apart = std::max(apart, std::fabs(std::log(a_.rho_i[i] / b_.rho_i[i])));
+        return apart > 1e-4;
+    }
+
+    /// A twentieth of what phase b could take of the limiting component.
+    void small_amount() {
+        double most = 1e300, sum = 0.0;
+        for (int i = 0; i < n_; ++i) sum += y_[i] = fluid_.z()[i] * std::exp(lnK_[i]);
+        for (int i = 0; i < n_; ++i) most = std::min(most, fluid_.z()[i] * sum / y_[i]);
+        for (int i = 0; i < n_; ++i) l_[i] = fluid_.z()[i] - (v_[i] = 0.05 * most * y_[i] / sum);
+    }
+
+    /// One step of Newton's method on the Gibbs energy; false if no shorter step lowers it.
+    bool newton() {
+        for (int i = 0; i < n_; ++i) {
+            step_[i] = a_.m[i] - b_.m[i];
+            for (int j = 0; j < n_; ++j)
+                hess_[i * n_ + j] = b_.m_n(i, j) / beta_ + a_.m_n(i, j) / (1.0 - beta_);
+        }
+        double slope = 0.0, scale = 1.0;
+        const double before = gibbs_;
+        if (!lu_solve(n_, hess_.data(), step_.data())) return false;
+        for (int i = 0; i < n_; ++i) slope += step_[i] * (b_.m[i] - a_.m[i]);
+        if (!(slope < 0.0)) return false;
+        for (int i = 0; i < n_; ++i) {
+            const double room = step_[i] > 0.0 ? l_[i] : v_[i];
+            scale = std::min(scale, 0.9 * room / std::max(std::fabs(step_[i]), 1e-300));
+        }
+        const std::vector<double> from_l = l_, from_v = v_;
+        const double last = residual_;
+        for (int k = 0; k < 12; ++k, scale *= 0.4) {
+            for (int i = 0; i < n_; ++i) {
+                v_[i] = from_v[i] + scale * step_[i];
+                l_[i] = from_l[i] - scale * step_[i];
+            }
+            if (!fractions() || !evaluate(phase_H)) continue;
+            // Next to the solution the energy is flat to rounding, and the potentials tell.
+            if (gibbs_ < before - 1e-13 * std::fabs(before) || residual_ < 0.9 * last) return true;
+        }
+        l_ = from_l;
+        v_ = from_v;
+        fractions();
+        evaluate(phase_H);
+        return false;
+    }
+
+    bool certified(StabilityResult* r) {
+        if (!fluid_.evaluate(a_, T_, phase_H | phase_p) ||
+            !fluid_.evaluate(b_, T_, phase_H | phase_p))
+            return false;
+        StabilityResult found = stability_.test(a_, p_, &b_, r == nullptr);
+        tpd_ = std::min(0.0, found.tpd);
+        const bool stable = found.stable;
+        if (r) *r = std::move(found);
+        return stable && stability_.locally_stable(b_);
+    }
+
+    FlashResult one_phase(FlashOptions const& o, double tpd) {
+        FlashResult q{T_, p_, {}, {1.0}, {}};
+        certify(fluid_, p_, {&whole_}, q.certificate);
+        q.certificate.tpd = tpd;
+        return finish(q, o);
+    }
+    FlashResult two_phases(FlashOptions const& o) {
+        double heavy = 0.0;
+        for (int i = 0; i < n_; ++i) heavy += (a_.rho_i[i] - b_.rho_i[i]) * fluid_.molar_mass(i);
+        FlashResult q{T_, p_, {}, {1.0 - beta_, beta_}, {}};
+        if (heavy < 0.0) {
+            std::swap(a_, b_);
+            std::swap(q.fraction[0], q.fraction[1]);
+        }
+        certify(fluid_, p_, {&a_, &b_}, q.certificate);
+        q.certificate.tpd = tpd_;
+        for (int i = 0; i < n_; ++i)
+            q.certificate.balance = std::max(
+                q.certificate.balance,
+                std::fabs(fluid_.z()[i] - q.fraction[0] * a_.x[i] - q.fraction[1] * b_.x[i]));
+        return finish(q, o);
+    }
+    FlashResult finish(FlashResult& q, FlashOptions const& o) {
+        q.phases = q.certificate.phases;
+        q.certificate.evaluations = fluid_.evaluations;
+        q.certificate.estimated_pairs = o.estimated_pairs;
+        residual_ = std::max(q.certificate.dmu, q.certificate.dp);
+        if (!q.certificate.holds() || !(q.certificate.balance < 1e-12))
+            fail("the result misses its tolerances: model without exact derivatives?");
+        return q;
+    }
+
+    const FluidModel fluid_;
+    const double p_, T_;
+    const int n_;
+    Stability stability_;
+    PhaseState whole_, a_, b_;
+    std::vector<double> l_, v_, lnK_, x_, y_, step_, hess_;
+    double beta_ = 0.5, gibbs_ = 0.0, residual_ = 0.0, tpd_ = 0.0;
+    int iterations_ = 0;
+};
+}  // namespace
+
+FlashResult flash_pT(ModelN const& model, double p, double T, Vector<double> const& z,
+                     FlashOptions const& options) {
+    return Flash(model, p, T, z).run(options);
+}
+
+}  // namespace corvane
