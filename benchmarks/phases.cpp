@@ -86,6 +86,19 @@ void flash_six(benchmark::State& state) {
     report(state, q.certificate);
 }
 
+void envelope(benchmark::State& state) {
+    const Mixture m = make({"methane", "propane"});
+    const Vector<double> z = equal_parts(2);
+    corvane::Envelope e;
+    corvane::EnvelopeOptions o;
+    o.step = 0.12;
+    o.stability = state.range(0);
+    for (auto _ : state) e = corvane::phase_envelope(*m, z, o);
+    state.counters["points"] = static_cast<double>(e.points.size());
+    state.counters["evaluations"] = static_cast<double>(e.evaluations);
+}
+
+BENCHMARK(envelope)->ArgName("stability")->Arg(0)->Arg(1);
 BENCHMARK(bubble_cold);
 BENCHMARK(bubble_warm);
 BENCHMARK(dew_cold);

@@ -1,5 +1,6 @@
 #include <corvane/core/constants.h>
 #include <corvane/mixture/modeln.h>
+#include <corvane/phases/envelope.h>
 #include <corvane/phases/pair.h>
 #include <corvane/phases/saturation.h>
 #include <corvane/phases/stability.h>
@@ -39,13 +40,24 @@ class Search {
             if (o.start && warm(*o.start) && accept()) return result(o);
             if (cold() && accept()) return result(o);
         }
-        if (global(o.branch == Branch::upper)) return result(o);
+        const bool upper = o.branch == Branch::upper;
+        bool found = global(upper);
+        std::vector<double> best = pair_.u;
+        double tpd = tpd_;
+        if (o.trace && fluid_.size() > 1 && (!found || o.branch != Branch::any) &&
+            traced(upper, found, best, tpd))
+            found = true;
+        if (found && !(missed_ && o.branch != Branch::any)) {
+            pair_.u = best;
+            tpd_ = tpd;
+            if (pair_.solve(kNewton)) return result(o);
+            complete_ = false;
+        }
         const bool none = complete_;
         throw EquilibriumFailure(
             none ? EquilibriumFailure::Kind::no_solution : EquilibriumFailure::Kind::gave_up,
             state(), name(), pair_.iterations, none ? std::nan("") : pair_.residual,
-            none ? "the search met no stable boundary of this kind; trace the envelope to see "
-                   "where there is one"
+            none ? "no stable boundary of this kind on the way or on the envelope"
                  : "start from a neighbouring solution, or trace the envelope");
     }
 
@@ -213,7 +225,7 @@ class Search {
             const double width = std::fabs(unstable.s - stable.s);
             if (width < wide * std::pow(0.1, tries)) {
                 ++tries;
-                const double at = 0.5 * (stable.s + unstable.s), margin = 2 * width;
+                const double at = 0.5 * (stable.s + unstable.s), margin = 0.55 * width + 1e-7;
                 pair_.start(fluid_.z(), stable.rho, unstable.r.trial.w, unstable.r.trial.rho,
                             T(at));
                 if (pair_.solve(kNewton)) {
@@ -312,6 +324,70 @@ class Search {
         return false;
     }
 
+    /// Solves all crossings of the envelope; keeps the lowest or highest, also of the one that is
+    /// known already.
+    bool traced(bool upper, bool known, std::vector<double>& best, double& tpd) {
+        Envelope e;
+        try {
+            e = phase_envelope(fluid_.model(), fluid_.expand(fluid_.z()));
+        } catch (EquilibriumFailure const&) {
+            complete_ = false;
+            return false;
+        }
+        fluid_.evaluations += e.evaluations;
+        if (e.end == EnvelopeEnd::stuck || e.end == EnvelopeEnd::full) complete_ = false;
+        const double target = std::log(value_);
+        auto fixed = [&](EnvelopePoint const& q) { return std::log(at_T_ ? q.T : q.p) - target; };
+        auto running = [&](std::vector<double> const&) {
+            return at_T_ ? pair_.ln_p() : pair_.u.back();
+        };
+        bool found = false;
+        double s_best = 0.0;
+        if (known) {
+            pair_.u = best;
+            if (pair_.solve(kNewton)) {
+                found = true;
+                s_best = running(pair_.u);
+            }
+        }
+        for (std::size_t k = 0; k + 1 < e.points.size(); ++k) {
+            EnvelopePoint const &a = e.points[k], &b = e.points[k + 1];
+            const double fa = fixed(a), fb = fixed(b);
+            if (!(fa * fb <= 0.0) || fa == fb) continue;
+            if (a.bubble == b.bubble && a.bubble != (kind_ == Saturated::bubble)) continue;
+            // Linear, or as next to an extremum at either end; the solution lies between the
+            // points.
+            const double linear = fa / (fa - fb);
+            const double lo = std::log(at_T_ ? std::min(a.p, b.p) : std::min(a.T, b.T)) - 1e-7,
+                         hi = std::log(at_T_ ? std::max(a.p, b.p) : std::max(a.T, b.T)) + 1e-7;
+            bool solved = false;
+            for (double w : {linear, std::sqrt(linear), 1 - std::sqrt(1 - linear)}) {
+                auto mean = [w](double x, double y) { return std::pow(x, 1 - w) * std::pow(y, w); };
+                std::vector<double> y;
+                for (int i = 0; i < a.y.size(); ++i)
+                    if (a.y[i] > 0.0) y.push_back(mean(a.y[i], b.y[i]));
+                pair_.start(fluid_.z(), mean(a.rho, b.rho), y, mean(a.rho2, b.rho2),
+                            mean(a.T, b.T));
+                solved = pair_.solve(kNewton) && apart() > kTrivial && running(pair_.u) > lo &&
+                         running(pair_.u) < hi;
+                if (solved) break;
+            }
+            if (!solved) {
+                missed_ = true;
+                complete_ = false;
+                continue;
+            }
+            if (!accept()) continue;
+            const double s = running(pair_.u);
+            if (found && (upper ? s <= s_best : s >= s_best)) continue;
+            found = true;
+            s_best = s;
+            best = pair_.u;
+            tpd = tpd_;
+        }
+        return found;
+    }
+
     std::string name() const {
         return std::string(kind_ == Saturated::bubble ? "bubble_" : "dew_") + (at_T_ ? "T" : "p");
     }
@@ -335,7 +411,8 @@ class Search {
     Stability stability_;
     PhaseState a_, b_;
     double tpd_ = 0.0;
-    bool complete_ = true;
+    bool complete_ = true;  // the search and the trace left nothing open
+    bool missed_ = false;   // a crossing of the envelope was not solved
 };
 }  // namespace
 

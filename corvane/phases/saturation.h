@@ -32,6 +32,7 @@ struct SaturationOptions {
     Branch branch = Branch::any;
     SaturationPoint const* start = nullptr;  ///< a neighbouring solution, for a warm start
     bool estimated_pairs = false;            ///< goes into the certificate
+    bool trace = true;                       ///< step 3 below
 };
 
 /// Bubble or dew pressure at T [K] for mole fractions z (zeros allowed: absent components).
@@ -43,9 +44,13 @@ struct SaturationOptions {
 ///    ideal to 1000 MPa: a phase boundary is where the tangent-plane test changes its answer. Each
 ///    change is bracketed, then solved as above. Steps of a factor 1.5, refined where the density
 ///    jumps or where the tangent-plane distance has a minimum.
+/// 3. Without an answer, and for Branch::lower and upper, the envelope is traced (phase_envelope)
+///    and every crossing of T on it solved: this finds the narrow regions next to a critical point
+///    or cricondentherm that step 2 may step over.
 ///
-/// @throws EquilibriumFailure no_solution: the search was complete and has no boundary of this
-///     kind; gave_up otherwise. ThException 5, MthException 2 bad arguments; what the model throws
+/// @throws EquilibriumFailure no_solution: search and trace were complete and have no stable
+///     boundary of this kind; gave_up otherwise. ThException 5, MthException 2 bad arguments; what
+///     the model throws
 CORVANE_API SaturationPoint saturation_T(ModelN const& model, Saturated kind, double T,
                                          Vector<double> const& z,
                                          SaturationOptions const& options = {});
