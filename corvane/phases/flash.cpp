@@ -34,7 +34,9 @@ class Flash {
         if (o.start && o.start->phases.size() == 2 && start_from(*o.start) && split() &&
             certified(nullptr))
             return two_phases(o);
-        StabilityResult r = stability_.test(whole_, p_, nullptr, false);
+        // The first negative distance will do; where only the curvature told, a trial is looked for.
+        StabilityResult r = stability_.test(whole_, p_, nullptr, true);
+        if (!r.stable && !r.other) r = stability_.test(whole_, p_, nullptr, false);
         if (r.stable) {
             if (r.unconverged) fail("the stability test did not converge from every start");
             return one_phase(o, std::min(r.tpd, 0.0));
@@ -224,7 +226,8 @@ class Flash {
         if (!fluid_.evaluate(a_, T_, phase_H | phase_p) ||
             !fluid_.evaluate(b_, T_, phase_H | phase_p))
             return false;
-        StabilityResult found = stability_.test(a_, p_, &b_, r == nullptr);
+        StabilityResult found = stability_.test(a_, p_, &b_, true);
+        if (r && !found.stable) found = stability_.test(a_, p_, &b_, false);
         tpd_ = std::min(0.0, found.tpd);
         const bool stable = found.stable;
         if (r) *r = std::move(found);
