@@ -34,7 +34,8 @@ class Flash {
         if (o.start && o.start->phases.size() == 2 && start_from(*o.start) && split() &&
             certified(nullptr))
             return two_phases(o);
-        // The first negative distance will do; where only the curvature told, a trial is looked for.
+        // The first negative distance will do; where only the curvature told, a trial is looked
+        // for.
         StabilityResult r = stability_.test(whole_, p_, nullptr, true);
         if (!r.stable && !r.other) r = stability_.test(whole_, p_, nullptr, false);
         if (r.stable) {
