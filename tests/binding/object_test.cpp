@@ -12,52 +12,25 @@
 #include <cstring>
 
 namespace {
-double square(double x) {
-    return x * x;
-}
-
-TEST(Containers, Vector) {
-    void* empty = CSharp_new_doubleV__SWIG_0(-3);
-    EXPECT_EQ(CSharp_doubleV_size__SWIG_0(empty), 0);
-    CSharp_delete_doubleV(empty);
-    void* v = CSharp_new_doubleV__SWIG_1();
-    EXPECT_EQ(CSharp_doubleV_size__SWIG_1(v, 4), 4);
+// What the managed vectors and matrices do not reach.
+TEST(Containers, AddressesIntegersAndShapes) {
+    void* v = CSharp_new_doubleV__SWIG_0(4);
     CSharp_doubleV_ramp(v, 2, -1);  // 2 1 0 -1
     double* first = CSharp_doubleV_first__SWIG_0(v);
     EXPECT_EQ(CSharp_doubleV_getItem__SWIG_0(v, 2), first + 2);
     EXPECT_EQ(CSharp_doubleV_last__SWIG_0(v), first + 3);
     int key = MthKey::key_min, unknown = 0;
-    EXPECT_EQ(CSharp_doubleV_find_idx(v, &key), 3);
     EXPECT_EQ(CSharp_doubleV_find_val(v, &key), -1);
     EXPECT_EQ(CSharp_doubleV_find_idx(v, &unknown), 0);
-    EXPECT_EQ(CSharp_doubleV_sum(v), 2);
     EXPECT_EQ(CSharp_doubleV_sum2(v), 6);
-    EXPECT_EQ(CSharp_doubleV_polynomial(v, 2), 2 + 2 - 8);
-    void* copy = CSharp_new_doubleV__SWIG_2(v);
-    CSharp_doubleV_setItemValue(copy, 0, 9);
-    CSharp_doubleV_func(copy, square);
-    EXPECT_EQ(CSharp_doubleV_getItemValue(copy, 0), 81);
-    EXPECT_EQ(CSharp_doubleV_getItemValue(v, 0), 2);
     CSharp_doubleV_urand(v);
     EXPECT_NEAR(CSharp_doubleV_sum2(v), 1, 1e-14);  // a unit vector, to rounding
-    CSharp_delete_doubleV(copy);
     CSharp_delete_doubleV(v);
     void* i = CSharp_new_intV__SWIG_0(3);
     CSharp_intV_ramp(i, 5, 2);  // 5 7 9
     EXPECT_EQ(CSharp_intV_sum(i), 21);
     EXPECT_EQ(*CSharp_intV_last__SWIG_0(i), 9);
     CSharp_delete_intV(i);
-}
-
-TEST(Containers, Matrix) {
-    void* m = CSharp_new_doubleM__SWIG_0(2, 2);
-    EXPECT_EQ(CSharp_doubleM_I(m), m);
-    EXPECT_EQ(CSharp_doubleM_det(m), 1);
-    Corvane_doubleM_setItemValue(m, 0, 1, 3);
-    CSharp_doubleM_size(m, 3, 2);
-    EXPECT_EQ(CSharp_doubleM_rows(m), 3);
-    EXPECT_EQ(Corvane_doubleM_getItemValue(m, 0, 1), 3);
-    CSharp_delete_doubleM(m);
     void* rows = CSharp_new_doubleM__SWIG_1(4);
     EXPECT_EQ(CSharp_doubleM_rows(rows), 4);
     EXPECT_EQ(CSharp_doubleM_cols(rows), 0);
@@ -146,18 +119,6 @@ TEST(Records, TextFieldsAreCopies) {
               (std::vector<std::string>{"p", "<null>", "p", "<null>", "p", "<null>"}));
     row.dimension = 3;
     EXPECT_EQ(CSharp_prop_str_dimension_get(&row), 3);
-}
-
-TEST(Models, LongTextsAreCut) {
-    const Recorder recorder;
-    VdwModel m;
-    const std::string name(40, 'n'), comment(100, 'c');
-    CSharp_Model1_name__SWIG_1(&m, name.c_str());
-    CSharp_Model1_comment__SWIG_1(&m, comment.c_str());
-    CSharp_Model1_name__SWIG_0(&m);
-    CSharp_Model1_comment__SWIG_0(&m);
-    EXPECT_EQ(Recorder::texts,
-              (std::vector<std::string>{std::string(31, 'n'), std::string(79, 'c')}));
 }
 
 TEST(Models, MixtureTextsAndFiles) {

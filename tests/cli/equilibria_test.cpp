@@ -76,17 +76,9 @@ TEST(CliEquilibria, PrintedPhasesAreInEquilibrium) {
     }
 }
 
-TEST(CliEquilibria, BubbleDewSplitAndPureSubstancesMeet) {
-    // The same equilibrium asked for in four ways; 1e-7 is the promised convergence, grown by the
-    // slopes of the phase boundaries.
-    const std::string pair = "PR+vdW1 methane=0.3 propane=0.7";
-    const Json bubble = rows("equilibrium " + pair + " --T 280")[0];
-    const std::string y = "PR+vdW1 methane=" + text(bubble, "y_methane") + " propane";
-    const Json dew = rows("equilibrium " + y + " --kind dew --T 280")[0];
-    const Json back = rows("equilibrium " + pair + " --p " + text(bubble, "p"))[0];
-    for (Json const& other : {dew, back})
-        for (char const* name : {"T", "p", "x_methane", "y_methane", "rhoL", "rhoV", "K_propane"})
-            EXPECT_NEAR(value(other, name) / value(bubble, name), 1, 1e-6) << name;
+TEST(CliEquilibria, BubblePointSplitAndPureSubstancesMeet) {
+    // 1e-6: the promised convergence, grown by the slopes of the phase boundaries.
+    const Json bubble = rows("equilibrium PR+vdW1 methane=0.3 propane=0.7 --T 280")[0];
     const Json split =
         rows("split PR+vdW1 methane=0.5 propane=0.5 --T 280 --p " + text(bubble, "p"))[0];
     EXPECT_NEAR(value(split, "x1_methane"), 0.3, 1e-6);
@@ -130,10 +122,6 @@ TEST(CliEquilibria, CriticalPointsAndLines) {
     const Json at =
         rows("critical-line PR+vdW1 methane propane --at " + text(middle, "x_methane"))[0];
     EXPECT_NEAR(value(at, "T") / value(middle, "T"), 1, 1e-8);
-    // A binary with a trace of a third component.
-    const Json three = rows("critical-line PR+vdW1 methane=0.45 propane=0.55 ethane=1e-9")[0];
-    const Json two = rows("critical-line PR+vdW1 methane=0.45 propane=0.55")[0];
-    EXPECT_NEAR(value(three, "T") / value(two, "T"), 1, 1e-8);
 }
 
 TEST(CliEquilibria, SolubilityTendsToTheSublimationPressure) {

@@ -40,8 +40,7 @@ TEST(Vector, AssignmentCopiesWithEqualAndUnequalCounts) {
     EXPECT_EQ(list(a), list(c));
     a[0] = 9;
     EXPECT_EQ(c[0], 5);
-    Vector<double>& self = a;
-    a = self;
+    a = static_cast<Vector<double>&>(a);
     EXPECT_EQ(list(a), (std::vector<double>{9, 6, 7}));
     a = Vector<double>();
     EXPECT_EQ(a.size(), 0);
@@ -62,11 +61,6 @@ TEST(Vector, WholeVectorOperations) {
     Vector<double> v(4);
     v.ramp(0.5, 0.25);
     EXPECT_EQ(list(v), (std::vector<double>{0.5, 0.75, 1.0, 1.25}));
-    // A running sum: ten steps of 0.1 do not give exactly 1.
-    Vector<double> long_ramp(11);
-    long_ramp.ramp(0.0, 0.1);
-    EXPECT_NE(long_ramp[10], 1.0);
-    EXPECT_NEAR(long_ramp[10], 1.0, 1e-15);
     v.func([](double x) { return 2 * x; });
     EXPECT_EQ(v.sum(), 7);
     EXPECT_EQ(vec({1, 2, 3}).sum2(), 14);

@@ -87,7 +87,7 @@ TEST(CubicSets, BelongToTheSubstanceAndTheEquation) {
 // Through the plug-ins: at the normal boiling point both phases have the same Gibbs energy, so that
 // Ge of the liquid minus Ge of the vapour is the logarithm of the vapour pressure over 0.101325
 // MPa.
-TEST(CubicSets, ReproduceCriticalAndBoilingPoints) {
+TEST(CubicSets, ReproduceBoilingPoints) {
     for (Cubic const& eos : kCubics) {
         Model m(attach1(eos.eos));
         for (auto const& file : sets(std::string("CorvaneS/parameters/") + eos.eos)) {
@@ -97,12 +97,6 @@ TEST(CubicSets, ReproduceCriticalAndBoilingPoints) {
             m->name(l["name"].c_str());
             m->id(std::stoi(l["id"]));
             m->load(eos.eos);
-            const double rho_c = 1 / m->vcrit();
-            const Vector<double> r =
-                m->crit(m->Tcrit(), rho_c, m->pcrit() * m->vcrit() / (R * m->Tcrit()));
-            EXPECT_NEAR(r[0], 0, 1e-12);  // rounding
-            EXPECT_NEAR(r[1], 0, 1e-7);   // of diff_romberg, order 1 and 2
-            EXPECT_NEAR(r[2] * rho_c, 0, 1e-4);
             if (!(s.Tb < 0.95 * s.Tc)) continue;  // helium-3 has no second root there
             double liquid = 0, vapour = 0;
             const double p = 0.101325;

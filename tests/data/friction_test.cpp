@@ -34,12 +34,8 @@ TEST(FrictionTheory, LiquidsAgreeWithTheHandbook) {
         int id;
         double eta;
     };
-    constexpr Row rows[] = {{"pentane", 2, 224},
-                            {"hexane", 2, 300},
-                            {"heptane", 1, 387},
-                            {"octane", 2, 508},
-                            {"water", 1, 890}};
-    for (Row const& row : rows) {
+    for (Row const& row : {Row{"pentane", 2, 224}, Row{"hexane", 2, 300}, Row{"heptane", 1, 387},
+                           Row{"octane", 2, 508}, Row{"water", 1, 890}}) {
         SCOPED_TRACE(row.name);
         Model m(attach1("MEOS"));
         load(*m, row.name, row.id);

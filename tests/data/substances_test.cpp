@@ -88,15 +88,4 @@ TEST(DataFiles, AreCleanTextWithASource) {
     }
 }
 
-TEST(DataFiles, SourcesListTheSameSubstances) {
-    const auto sources = data::lines("CorvaneS/substances_sources.tsv");
-    ASSERT_EQ(sources.size(), data::substances().size() + 1);
-    for (size_t i = 1; i < sources.size(); ++i) {
-        const auto c = data::split(sources[i], "\t");
-        ASSERT_EQ(c.size(), 5u);
-        EXPECT_TRUE(data::substances().count(c[0])) << c[0];
-        EXPECT_NE(c[1], "-");
-    }
-}
-
 }  // namespace

@@ -4,6 +4,7 @@
 #include "support/scratch.h"
 #include "support/vdw_model.h"
 
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -108,16 +109,20 @@ TEST(Properties, LogarithmsNeedAPositiveDensityAndResidualsDoNot) {
 /// Returns scripted roots and notes the phase codes it gets.
 class Scripted : public VdwModel {
   public:
-    int n = 1;                                         // roots of the first call
-    double first = 1e-3, second = 2e-2, third = 2e-2;  // rho1, rho2; rho1 of a call with code 3
+    /// Number of roots and rho1, rho2 of the first call; rho1 of the next one.
+    Scripted(int n, double first, double second, double third) : script_{n, first, second, third} {}
     mutable std::vector<int> codes;
     int vcalc(double, double, int phase, double& rho1, double& rho2) const override {
         codes.push_back(phase);
+        auto [n, first, second, third] = script_;
         if (n == 0) return 0;
         rho1 = codes.size() > 1 ? third : first;
         if (n > 1) rho2 = second;
         return n;
     }
+
+  private:
+    std::tuple<int, double, double, double> script_;
 };
 
 TEST(Properties, PhaseCodesAreLoweredAndOnlyCodeTwoComparesRoots) {
@@ -142,11 +147,7 @@ TEST(Properties, PhaseCodesAreLoweredAndOnlyCodeTwoComparesRoots) {
                           {2, 2, 1e-3, 9, 2e-2, {1, 3}, stable},       // two: a second call
                           {2, 2, 1e-3, 9, 1.005e-3, {1, 3}, 1e-3}}) {  // closer than 1 %: the first
         SCOPED_TRACE(testing::Message() << "phase " << r.phase << " n " << r.n);
-        Scripted m;
-        m.n = r.n;
-        m.first = r.first;
-        m.second = r.second;
-        m.third = r.third;
+        const Scripted m(r.n, r.first, r.second, r.third);
         double rho = 7;
         EXPECT_NEAR(m.Gr(p, T, r.phase, rho), vdw.Gr(r.chosen, T), 1e-15);
         EXPECT_EQ(rho, r.chosen);
@@ -154,8 +155,7 @@ TEST(Properties, PhaseCodesAreLoweredAndOnlyCodeTwoComparesRoots) {
         m.codes.clear();
         EXPECT_DOUBLE_EQ(m.Vm(p, T, r.phase), 1 / r.chosen);
     }
-    Scripted none;
-    none.n = 0;
+    const Scripted none(0, 0, 0, 0);
     double rho = 7;
     EXPECT_EQ(th_code([&] { none.Cpr(p, T, 1, rho); }), th_no_density);
     EXPECT_EQ(th_code([&] { none.Vm(p, T, 1); }), th_no_density);
