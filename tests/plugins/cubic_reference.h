@@ -2,15 +2,14 @@
 // decimal digits, where neither cancellation nor finite differences cost anything.
 #pragma once
 
-#include <corvane/core/constants.h>
+#include "central_difference.h"
 
-#include <boost/multiprecision/cpp_bin_float.hpp>
+#include <corvane/core/constants.h>
 
 #include <algorithm>
 #include <vector>
 
 namespace reference {
-using Big = boost::multiprecision::cpp_bin_float_100;
 
 struct Cubic {
     double u, w;                  // p = R·T/(v − b) − a/(v² + u·b·v + w·b²)
@@ -33,16 +32,9 @@ struct Cubic {
         const Big plus = v + b * (u + root) / 2, minus = v + b * (u - root) / 2;
         return -log((v - b) / v) - q(T) / root * log(plus / minus) - log(rho * v);
     }
-    /// rho^i·T^j·∂^(i+j)Ar/∂rho^i∂T^j by central differences, good to about 1e-30.
     Big derivative(double rho, double T, int i, int j) const {
-        const Big h("1e-16");
-        constexpr int kBinomial[4][4] = {{1}, {1, 1}, {1, 2, 1}, {1, 3, 3, 1}};
-        Big sum = 0;
-        for (int k = 0; k <= i; ++k)
-            for (int l = 0; l <= j; ++l)
-                sum += ((k + l) % 2 ? -1 : 1) * kBinomial[i][k] * kBinomial[j][l] *
-                       Ar(rho * (1 + h * (Big(i) / 2 - k)), T * (1 + h * (Big(j) / 2 - l)));
-        return sum / pow(h, i + j);
+        return scaled_derivative([&](Big const& r, Big const& t) { return Ar(r, t); }, rho, T, i,
+                                 j);
     }
 };
 

@@ -46,21 +46,6 @@ TEST(PluginKit, FirstAndLastBranchCountInnerLoopsDoNot) {
     }
 }
 
-// A loop of half width w around 0.4, or none.
-TEST(PluginKit, FallingPartIsFoundFromABadGuess) {
-    for (double w : {0.2, 0.01, 1e-3}) {
-        auto f = [w](double x) { return IsothermPoint{0.0, (x - 0.4) * (x - 0.4) - w * w}; };
-        for (double guess : {0.4, 0.05, 0.9, 0.0, 5.0}) {
-            const double x = falling_density(f, guess, 1.0);
-            EXPECT_LE(std::abs(x - 0.4), w) << guess;
-        }
-    }
-    int calls = 0;
-    auto rising = [&](double x) { return ++calls, IsothermPoint{0.0, 0.1 + x * x}; };
-    EXPECT_EQ(falling_density(rising, 0.3, 1.0), 0.0);
-    EXPECT_LE(calls, 60);
-}
-
 TEST(PluginKit, HopelessIsothermsEndWithoutARoot) {
     const IsothermPoint kinds[] = {{NAN, NAN}, {-1.0, -1.0}, {0.1, 0.0}};
     for (IsothermPoint const& kind : kinds)

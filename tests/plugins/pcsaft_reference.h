@@ -1,74 +1,142 @@
-// PC-SAFT a second time: the formulas as printed in the appendix of Gross & Sadowski (2001), in the
-// variables ζ_n of mixtures, and the mass balance of association solved by bisection, in 100
-// decimal digits, where neither cancellation nor finite differences cost anything.
+// PC-SAFT mixtures a second time: the formulas as printed by Gross & Sadowski (2001, appendix A;
+// 2002) and the mass balance of all sites by damped substitution, in 100 decimal digits.
 #pragma once
+
+#include "central_difference.h"
 
 #include <corvane/core/constants.h>
 #include <plugins/pcsaft/fluid.h>
 
 #include <boost/math/constants/constants.hpp>
-#include <boost/multiprecision/cpp_bin_float.hpp>
+
+#include <vector>
 
 namespace reference {
-using Big = boost::multiprecision::cpp_bin_float_100;
 
-struct PcSaft {
-    corvane::pcsaft::Parameters par;
+struct PcSaftMixture {
+    std::vector<corvane::pcsaft::Parameters> par;
+    double k, l;  // of every pair
 
-    /// A^r/(RT) at rho [mol/cm³], T [K].
-    Big Ar(Big const& molar, Big const& T) const {
-        const Big pi = boost::math::constants::pi<Big>(), m = par.m;
-        const Big sigma3 = Big(par.vs) / (pi / 6 * Big(NA));  // cm³
-        const Big rho = molar * Big(NA), eps = par.Ts / T;
-        const Big d = cbrt(sigma3) * (1 - Big(12) / 100 * exp(-3 * eps));
-        const auto zeta = [&](int n) -> Big { return pi / 6 * rho * m * pow(d, n); };
-        const Big z0 = zeta(0), z1 = zeta(1), z2 = zeta(2), z3 = zeta(3);
-        const Big hs = (3 * z1 * z2 / (1 - z3) + z2 * z2 * z2 / (z3 * (1 - z3) * (1 - z3)) +
-                        (z2 * z2 * z2 / (z3 * z3) - z0) * log(1 - z3)) /
-                       z0;  // A.6
-        const Big half = d / 2;
-        const Big g = 1 / (1 - z3) + half * 3 * z2 / pow(1 - z3, 2) +
-                      half * half * 2 * z2 * z2 / pow(1 - z3, 3);  // A.7
+    /// Residual Helmholtz energy density over RT at partial densities [mol/cm³].
+    Big density(std::vector<Big> const& molar, Big const& T) const {
+        const Big pi = boost::math::constants::pi<Big>();
+        const std::size_t N = par.size();
+        std::vector<Big> rho(N), sigma(N), d(N);
+        Big total = 0, z[4] = {0, 0, 0, 0};
+        for (std::size_t i = 0; i < N; ++i) {
+            rho[i] = molar[i] * Big(NA);
+            total += rho[i];
+            sigma[i] = cbrt(Big(par[i].vs) / (pi / 6 * Big(NA)));
+            d[i] = sigma[i] * (1 - Big(12) / 100 * exp(-3 * par[i].Ts / T));
+            for (int n = 0; n < 4; ++n) z[n] += pi / 6 * rho[i] * par[i].m * pow(d[i], n);
+        }
+        const Big m = z[0] / (pi / 6 * total), free = 1 - z[3];
+        const auto g = [&](std::size_t i, std::size_t j) -> Big {  // A.7
+            const Big e = d[i] * d[j] / (d[i] + d[j]);
+            return 1 / free + e * 3 * z[2] / pow(free, 2) + e * e * 2 * z[2] * z[2] / pow(free, 3);
+        };
+        const Big hs = (3 * z[1] * z[2] / free + pow(z[2], 3) / (z[3] * free * free) +
+                        (pow(z[2], 3) / (z[3] * z[3]) - z[0]) * log(free)) /
+                       z[0];  // A.6
+        Big chain = 0, first = 0, second = 0;
+        for (std::size_t i = 0; i < N; ++i) {
+            const Big xi = rho[i] / total;
+            chain += xi * (par[i].m - 1) * log(g(i, i));
+            for (std::size_t j = 0; j < N; ++j) {  // A.12 to A.15
+                const Big off = i == j ? 0 : 1;
+                const Big s = (sigma[i] + sigma[j]) / 2 * (1 - off * l);
+                const Big e = sqrt(Big(par[i].Ts) * par[j].Ts) * (1 - off * k) / T;
+                const Big term = xi * rho[j] / total * par[i].m * par[j].m * e * s * s * s;
+                first += term;
+                second += term * e;
+            }
+        }
         Big i1 = 0, i2 = 0;
         for (int i = 0; i < 7; ++i) {  // A.16 to A.19
             const auto series = [&](double const(&c)[3][7]) -> Big {
                 return c[0][i] + (m - 1) / m * c[1][i] + (m - 1) / m * (m - 2) / m * c[2][i];
             };
-            i1 += series(corvane::pcsaft::kDispersionA) * pow(z3, i);
-            i2 += series(corvane::pcsaft::kDispersionB) * pow(z3, i);
+            i1 += series(corvane::pcsaft::kDispersionA) * pow(z[3], i);
+            i2 += series(corvane::pcsaft::kDispersionB) * pow(z[3], i);
         }
-        const Big c1 = 1 / (1 + m * (8 * z3 - 2 * z3 * z3) / pow(1 - z3, 4) +
-                            (1 - m) * (20 * z3 - 27 * z3 * z3 + 12 * pow(z3, 3) - 2 * pow(z3, 4)) /
-                                pow((1 - z3) * (2 - z3), 2));  // A.11
-        const Big disp = -2 * pi * rho * i1 * m * m * eps * sigma3 -
-                         pi * rho * m * c1 * i2 * m * m * eps * eps * sigma3;  // A.10
-        const Big delta = sigma3 * g * par.kappa * (exp(par.epsilon / T) - 1);
-        return m * hs - (m - 1) * log(g) + disp + association(rho * delta);
+        const Big c1 =
+            1 / (1 + m * (8 * z[3] - 2 * z[3] * z[3]) / pow(free, 4) +
+                 (1 - m) * (20 * z[3] - 27 * z[3] * z[3] + 12 * pow(z[3], 3) - 2 * pow(z[3], 4)) /
+                     pow(free * (2 - z[3]), 2));  // A.11
+        const Big disp = -2 * pi * total * i1 * first - pi * total * m * c1 * i2 * second;
+        Big sites = 0;
+        const std::vector<Big> X = free_sites(rho, sigma, T, g);
+        for (std::size_t i = 0; i < N; ++i) {
+            const auto site = [&](Big const& x) -> Big { return log(x) - x / 2 + Big(1) / 2; };
+            sites +=
+                rho[i] * (par[i].donors * site(X[2 * i]) + par[i].acceptors * site(X[2 * i + 1]));
+        }
+        return (total * (m * hs - chain + disp) + sites) / Big(NA);
     }
 
-    /// Mass balance of the donors, X·(1 + na·D·Y(X)) = 1 with Y(X) = 1/(1 + nd·D·X) the free
-    /// acceptors, by bisection.
-    Big association(Big const& D) const {
-        const Big nd = par.donors, na = par.acceptors;
-        Big low = 0, high = 1, x, y;
-        for (int k = 0; k < 340; ++k) {
-            x = (low + high) / 2;
-            y = 1 / (1 + nd * D * x);
-            (x * (1 + na * D * y) > 1 ? high : low) = x;
+    /// Donors and acceptors of each component, with the combining rules of Wolbach & Sandler as
+    /// Gross & Sadowski (2002), eqs. 2 and 3, print them.
+    template <class G>
+    std::vector<Big> free_sites(std::vector<Big> const& rho, std::vector<Big> const& sigma,
+                                Big const& T, G const& g) const {
+        const std::size_t N = par.size();
+        std::vector<Big> X(2 * N, 1), next(2 * N), delta(N * N);
+        for (std::size_t i = 0; i < N; ++i)
+            for (std::size_t j = 0; j < N; ++j) {
+                const Big mean = (sigma[i] + sigma[j]) / 2;
+                const Big kappa = sqrt(Big(par[i].kappa) * par[j].kappa) *
+                                  pow(sqrt(sigma[i] * sigma[j]) / mean, 3);
+                const Big epsilon = (Big(par[i].epsilon) + par[j].epsilon) / 2;
+                delta[i * N + j] = pow(mean, 3) * g(i, j) * kappa * (exp(epsilon / T) - 1);
+            }
+        for (int step = 0; step < 2000; ++step) {
+            Big change = 0;
+            for (std::size_t i = 0; i < N; ++i) {
+                Big donor = 1, acceptor = 1;
+                for (std::size_t j = 0; j < N; ++j) {
+                    donor += rho[j] * par[j].acceptors * X[2 * j + 1] * delta[i * N + j];
+                    acceptor += rho[j] * par[j].donors * X[2 * j] * delta[i * N + j];
+                }
+                next[2 * i] = 1 / donor;
+                next[2 * i + 1] = 1 / acceptor;
+            }
+            for (std::size_t s = 0; s < 2 * N; ++s) {
+                change = std::max(change, Big(abs(next[s] / X[s] - 1)));
+                X[s] = (X[s] + next[s]) / 2;
+            }
+            if (change < Big("1e-70")) break;
         }
-        return nd * (log(x) - x / 2 + Big(1) / 2) + na * (log(y) - y / 2 + Big(1) / 2);
+        return X;
     }
 
-    /// rho^i·T^j·∂^(i+j)Ar/∂rho^i∂T^j by central differences, good to about 1e-30.
-    Big derivative(double rho, double T, int i, int j) const {
-        const Big h("1e-16");
-        const int binomial[4][4] = {{1}, {1, 1}, {1, 2, 1}, {1, 3, 3, 1}};
+    /// rho^i·T^j·∂^(i+j)Ar/∂rho^i∂T^j of a pure fluid.
+    Big pure_derivative(double rho, double T, int i, int j) const {
+        const auto Ar = [&](Big const& r, Big const& t) -> Big { return density({r}, t) / r; };
+        return scaled_derivative(Ar, rho, T, i, j);
+    }
+
+    /// A derivative in rho_i times rho_i, in the total rho times rho, or in T times T.
+    enum : int { all = -1, temperature = -2 };
+    /// Mixed central difference of the density along two or three of these directions, good to
+    /// 1e-17.
+    Big derivative(std::vector<double> const& rho, double T, std::vector<int> const& along) const {
+        const Big h("1e-9");
         Big sum = 0;
-        for (int k = 0; k <= i; ++k)
-            for (int l = 0; l <= j; ++l)
-                sum += ((k + l) % 2 ? -1 : 1) * binomial[i][k] * binomial[j][l] *
-                       Ar(rho * (1 + h * (Big(i) / 2 - k)), T * (1 + h * (Big(j) / 2 - l)));
-        return sum / pow(h, i + j);
+        for (unsigned signs = 0; signs < (1u << along.size()); ++signs) {
+            std::vector<Big> n(rho.begin(), rho.end());
+            Big t = T, sign = 1;
+            std::vector<int> steps(rho.size() + 2, 0);
+            for (std::size_t a = 0; a < along.size(); ++a) {
+                const int s = signs >> a & 1u ? 1 : -1;
+                sign *= s;
+                steps[static_cast<std::size_t>(along[a] + 2)] += s;
+            }
+            t *= 1 + steps[0] * h / 2;
+            for (std::size_t i = 0; i < n.size(); ++i) n[i] *= 1 + steps[i + 2] * h / 2;
+            for (Big& x : n) x *= 1 + steps[1] * h / 2;
+            sum += sign * density(n, t);
+        }
+        return sum / pow(h, static_cast<int>(along.size()));
     }
 };
 

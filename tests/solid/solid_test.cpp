@@ -164,7 +164,6 @@ TEST(Solid, ReadsAndRefusesFiles) {
           Case{"2 84\n" + good + "II 2\n60 1e-5", th_cannot_open, 1},
           Case{"2000000 84\n" + good, th_cannot_open, 0}, Case{"1 84\nI 0\n", th_cannot_open, 0},
           Case{"1 84\nI 2000000\n80 1 1 1", th_cannot_open, 0},
-          Case{"1 84\nI 1\n80 1e-3 nan 0\n", th_cannot_open, 0},
           Case{"1 84\nI 2\n80 1e-3 25 0\n70 0 24 0\n", th_cannot_open, 0},
           Case{"2 84\n" + good + "II 2\n60 3e-5 24 0\n70 1e-4 24 0\n", -2, 1},  // MthException
           Case{"2 84\n" + good + "longname\t1\n70 1e-9 24 1e-3 notes", -1, 2}}) {
