@@ -204,7 +204,7 @@ TEST(CliNumbers, PublishedTemperaturesAreComparedByDifference) {
     const Outcome by_p = compare("p/bar,t,rhoV/(kg/m3)\n10,1,26.01\n20,2,\n");
     EXPECT_EQ(by_p.code, 0) << by_p.err;
     EXPECT_EQ(Json::parse(by_p.out)["rows"][1]["T"],
-              rows("saturation PR CO2 --unit-p bar --p 10,20")[1]["T"])
+              ::rows("saturation PR CO2 --unit-p bar --p 10,20")[1]["T"])
         << "t is no known column";
     EXPECT_TRUE(Json::parse(by_p.out)["rows"][1]["d_rhoV"].is_null());
 }
