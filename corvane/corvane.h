@@ -23,6 +23,7 @@
 #include <corvane/phases/envelope.h>
 #include <corvane/phases/flash.h>
 #include <corvane/phases/phase.h>
+#include <corvane/phases/progress.h>
 #include <corvane/phases/saturation.h>
 #include <corvane/phases/stability.h>
 #include <corvane/pure/attach.h>

@@ -38,10 +38,19 @@ std::string Certificate::line() const {
     char s[200];
     std::snprintf(
         s, sizeof s,
-        "phases %d, dmu %.1e, dp/p %.1e, tangent-plane distance %.1e, evaluations %ld%s%s",
+        "phases %d, dmu %.1e, dp/p %.1e, tangent-plane distance %.1e, evaluations %ld%s%s%s%s",
         static_cast<int>(phases.size()), dmu, dp, tpd, evaluations,
-        near_trivial ? ", phases nearly alike" : "", estimated_pairs ? ", estimated pairs" : "");
+        near_trivial ? ", phases nearly alike" : "", estimated_pairs ? ", estimated pairs" : "",
+        extrapolated ? ", extrapolated" : "", below_triple ? ", below a triple point" : "");
     return s;
+}
+
+void Certificate::flag(Validity const* v, double T, double p, Vector<double> const& z) {
+    estimated_pairs = v && v->estimated_pairs;
+    extrapolated = v && (T < v->T_min || T > v->T_max || p > v->p_max);
+    below_triple = false;
+    for (int i = 0; v && i < std::min(z.size(), v->T_triple.size()); ++i)
+        if (z[i] > 0.0 && T < v->T_triple[i]) below_triple = true;
 }
 
 void certify(FluidModel const& fluid, double p, std::vector<PhaseState const*> phases,

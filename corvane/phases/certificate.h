@@ -14,6 +14,17 @@ namespace corvane {
 class FluidModel;
 struct PhaseState;
 
+/// What is known of a model beside its equations: where its parameters are published to hold. Goes
+/// through every options struct into the flags of the certificates; see validity.h for reading it
+/// from the data tree.
+struct Validity {
+    static constexpr double unknown = 1e300;
+    double T_min = 0.0, T_max = unknown;  ///< K: where all parameter sets hold
+    double p_max = unknown;               ///< MPa
+    Vector<double> T_triple = {};  ///< K, of every component; 0 unknown. Empty: none is known
+    bool estimated_pairs = false;  ///< some pair has no published parameters
+};
+
 /// A phase of a result: x over all components of the model, rho in mol/cm³.
 struct PhaseRecord {
     double rho = 0.0;
@@ -40,9 +51,16 @@ struct CORVANE_API Certificate {
     /// The phases differ by less than 1 % in density and by less than 0.01 in every mole fraction:
     /// near a critical point true results do so.
     bool near_trivial = false;
-    bool estimated_pairs = false;  ///< the caller's knowledge; no function sets it
+    double conditions = 0.0;  ///< critical points: largest residual of the critical conditions
+
+    // From the Validity that the caller gave; false without one.
+    bool estimated_pairs = false;  ///< a pair without published parameters
+    bool extrapolated = false;     ///< T or p outside the published range of the parameters
+    bool below_triple = false;     ///< below the triple temperature of a component: may freeze
 
     bool holds() const { return dmu <= tolerance && dp <= tolerance && tpd >= -tpd_tolerance; }
+    /// Sets the three flags; z: what is present. v may be null.
+    void flag(Validity const* v, double T, double p, Vector<double> const& z);
     std::string line() const;  ///< one line for a report
 };
 

@@ -47,7 +47,9 @@ class Tracer {
     Diagram run() {
         double step = o_.step;
         while (true) {
-            if (static_cast<int>(d_.points.size()) >= o_.points) return end(DiagramEnd::full);
+            const int count = static_cast<int>(d_.points.size());
+            if (count >= o_.points) return end(DiagramEnd::full);
+            if (o_.progress && !o_.progress(count)) return end(DiagramEnd::interrupted);
             const std::vector<double> u = pair_.u, t = t_;
             int variable = 0;
             double most = 0.0, moves = 0.0;
@@ -124,11 +126,14 @@ class Tracer {
     void record() {
         PhaseState const &a = pair_.a, &b = pair_.b;
         const double p = pair_.pressure();
-        d_.points.push_back({a.T, p, a.x[0], b.x[0], a.rho, b.rho});
+        d_.points.push_back({a.T, p, a.x[0], b.x[0], a.rho, b.rho, true});
         for (int k = 0; k < 2; ++k) d_.dmu = std::max(d_.dmu, std::fabs(a.m[k] - b.m[k]));
         const double rounding = 2e-15 * R * a.T * std::max(a.S, b.S);
         d_.dp = std::max(d_.dp, std::max(0.0, std::fabs(a.p - b.p) - rounding) / p);
-        if (o_.stability && !stability_.test(a, p, &b, true).stable) ++d_.unstable;
+        if (o_.stability && !stability_.test(a, p, &b, true).stable) {
+            ++d_.unstable;
+            d_.points.back().stable = false;
+        }
     }
     /// Both phases at the point where the larger ratio is zero.
     Diagram critical(std::vector<double> u, std::vector<double> const& t) {
@@ -140,7 +145,7 @@ class Tracer {
         for (int i = 0; i < 2; ++i)
             s.rho_i[i] = std::exp(0.5 * (u[i] + u[i + 2] + h * (t[i] + t[i + 2])));
         if (fluid_.evaluate(s, std::exp(u[4] + h * t[4]), phase_all))
-            d_.points.push_back({s.T, s.p, s.x[0], s.x[0], s.rho, s.rho});
+            d_.points.push_back({s.T, s.p, s.x[0], s.x[0], s.rho, s.rho, true});
         return end(DiagramEnd::critical);
     }
     Diagram end(DiagramEnd why) {

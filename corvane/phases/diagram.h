@@ -3,6 +3,7 @@
 
 #include <corvane/core/api.h>
 #include <corvane/phases/certificate.h>
+#include <corvane/phases/progress.h>
 
 class ModelN;
 
@@ -12,6 +13,7 @@ struct TieLine {
     double T = 0.0, p = 0.0;          ///< K, MPa
     double x = 0.0, y = 0.0;          ///< mole fraction of component 0 in the phases a and b
     double rho_x = 0.0, rho_y = 0.0;  ///< mol/cm³; at the start a is the liquid
+    bool stable = true;               ///< false: the tangent-plane test finds a third phase
 };
 
 enum class DiagramEnd {
@@ -19,6 +21,7 @@ enum class DiagramEnd {
     critical,  ///< the phases become alike; the last point is the critical one, interpolated
     limit,     ///< above p_max, or T outside the model's reach
     full,      ///< bound of the number of points
+    interrupted,
     stuck
 };
 
@@ -35,6 +38,7 @@ struct DiagramOptions {
     double p_max = 1000.0;  ///< MPa
     int points = 1000;
     bool stability = true;  ///< test every point
+    Progress progress;
 };
 
 /// Isothermal (p-x-y) diagram at T [K], from the saturation of a pure component on: of the one with

@@ -33,8 +33,9 @@ class Tracer {
         begin(first);
         double step = o_.step;
         while (true) {
-            if (static_cast<int>(envelope_.points.size()) >= o_.points)
-                return end(EnvelopeEnd::full);
+            const int count = static_cast<int>(envelope_.points.size());
+            if (count >= o_.points) return end(EnvelopeEnd::full);
+            if (o_.progress && !o_.progress(count)) return end(EnvelopeEnd::interrupted);
             Node next;
             const int variable = most(now_.t);
             int iterations = 0;

@@ -3,6 +3,7 @@
 
 #include <corvane/core/api.h>
 #include <corvane/phases/certificate.h>
+#include <corvane/phases/progress.h>
 
 class ModelN;
 
@@ -23,7 +24,8 @@ enum class EnvelopeEnd {
     pressure,  ///< above the pressure limit: open, as far as it was followed
     cold,      ///< below the temperature limit
     full,      ///< bound of the number of points
-    stuck      ///< no shorter step finds a further point
+    interrupted,
+    stuck  ///< no shorter step finds a further point
 };
 
 struct Envelope {
@@ -46,6 +48,7 @@ struct EnvelopeOptions {
     double step = 0.08;      ///< wanted step: of ln T four times, of ln p and every ln K
     int points = 2000;       ///< bound of their number
     bool stability = false;  ///< test every point; otherwise `unstable` stays 0
+    Progress progress;
 };
 
 /// Traces the envelope from the dew point at p_start.

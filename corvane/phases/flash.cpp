@@ -260,7 +260,7 @@ class Flash {
     FlashResult finish(FlashResult& q, FlashOptions const& o) {
         q.phases = q.certificate.phases;
         q.certificate.evaluations = fluid_.evaluations;
-        q.certificate.estimated_pairs = o.estimated_pairs;
+        q.certificate.flag(o.validity, T_, p_, fluid_.expand(fluid_.z()));
         residual_ = std::max(q.certificate.dmu, q.certificate.dp);
         if (!q.certificate.holds() || !(q.certificate.balance < 1e-12))
             fail("the result misses its tolerances: model without exact derivatives?");

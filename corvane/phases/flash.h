@@ -18,7 +18,7 @@ struct FlashResult {
 
 struct FlashOptions {
     FlashResult const* start = nullptr;  ///< a neighbouring two-phase result
-    bool estimated_pairs = false;        ///< goes into the certificate
+    Validity const* validity = nullptr;  ///< for the flags of the certificate
 };
 
 /// The stable state of composition z (zeros allowed) at p [MPa], T [K]: one fluid phase, or two.

@@ -157,7 +157,7 @@ class Search {
         certify(fluid_, q.p, {&pair_.a, &pair_.b}, q.certificate);
         q.certificate.tpd = tpd_;
         q.certificate.evaluations = fluid_.evaluations;
-        q.certificate.estimated_pairs = o.estimated_pairs;
+        q.certificate.flag(o.validity, q.T, q.p, fluid_.expand(fluid_.z()));
         q.given = q.certificate.phases[0];
         q.incipient = q.certificate.phases[1];
         if (!q.certificate.holds())

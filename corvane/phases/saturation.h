@@ -31,7 +31,7 @@ struct SaturationPoint {
 struct SaturationOptions {
     Branch branch = Branch::any;
     SaturationPoint const* start = nullptr;  ///< a neighbouring solution, for a warm start
-    bool estimated_pairs = false;            ///< goes into the certificate
+    Validity const* validity = nullptr;      ///< for the flags of the certificate
     bool trace = true;                       ///< step 3 below
 };
 
