@@ -1,0 +1,173 @@
+#include <corvane/core/constants.h>
+#include <corvane/phases/coexistence.h>
+#include <corvane/phases/dense.h>
+
+#include <cmath>
+#include <limits>
+
+namespace corvane {
+namespace {
+constexpr double kPotential = 1e-11;  // residual of the potentials and of ln p
+constexpr double kStep = 1e-8;        // last step in u: the next one would be below rounding
+}  // namespace
+
+CoexistenceSolver::CoexistenceSolver(FluidModel const& f, int phases)
+    : fluid(f), phase(static_cast<std::size_t>(phases)), n_(f.size()), count_(phases) {
+    for (PhaseState& s : phase) s.resize(n_);
+    const auto m = static_cast<std::size_t>(size());
+    u.resize(m);
+    r_.resize(m);
+    jacobian_.resize(m * m);
+}
+
+void CoexistenceSolver::start(int k, std::vector<double> const& x, double rho) {
+    for (int i = 0; i < n_; ++i) u[k * n_ + i] = std::log(x[i] * rho);
+}
+
+int CoexistenceSolver::lightest() const {
+    int at = 0;
+    for (int k = 1; k < count_; ++k)
+        if (!(phase[at].rho < phase[k].rho)) at = k;
+    return at;
+}
+
+bool CoexistenceSolver::evaluate() {
+    const double t = std::exp(u.back());
+    for (int k = 0; k < count_; ++k) {
+        for (int i = 0; i < n_; ++i) phase[k].rho_i[i] = std::exp(u[k * n_ + i]);
+        if (!fluid.evaluate(phase[k], t, phase_all)) return false;
+    }
+    return true;
+}
+
+void CoexistenceSolver::assemble() {
+    const int n = n_, m = size(), last = m - 1;
+    std::fill(jacobian_.begin(), jacobian_.end(), 0.0);
+    double *J = jacobian_.data(), *r = r_.data();
+    PhaseState const &a = phase[0], &light = phase[lightest()];
+    const double RT = R * a.T, scale = 1.0 / light.rho;
+    for (int k = 1; k < count_; ++k) {
+        PhaseState const& b = phase[k];
+        for (int i = 0; i < n; ++i, J += m) {
+            *r++ = b.m[i] - a.m[i];
+            for (int j = 0; j < n; ++j) {
+                J[j] = -a.rho_i[j] * a.H[i * n + j];
+                J[k * n + j] = b.rho_i[j] * b.H[i * n + j];
+            }
+            J[last] = b.m_T[i] - a.m_T[i];
+        }
+        *r++ = (b.p - a.p) / RT * scale;
+        for (int j = 0; j < n; ++j) {
+            J[j] = -a.rho_i[j] * a.P[j] * scale;
+            J[k * n + j] = b.rho_i[j] * b.P[j] * scale;
+        }
+        J[last] = (b.p_T - a.p_T) * scale;
+        J += m;
+    }
+    if (z)
+        for (int i = 1; i < n; ++i, J += m) {
+            *r++ = u[i] - u[0] - std::log((*z)[i] / (*z)[0]);
+            J[i] = 1.0;
+            J[0] = -1.0;
+        }
+    if (T > 0.0) {
+        *r++ = u[last] - std::log(T);
+        J[last] = 1.0;
+        J += m;
+    }
+    if (p > 0.0) {
+        const int at = lightest() * n;
+        // In ln p where that exists, which is nearly linear for a gas.
+        const double c = light.p > 0.0 ? light.p : p;
+        *r++ = light.p > 0.0 ? std::log(light.p / p) : light.p / p - 1.0;
+        for (int j = 0; j < n; ++j) J[at + j] = light.rho_i[j] * light.P[j] * RT / c;
+        J[last] = (light.p_T + light.p / RT) * RT / c;
+        J += m;
+    }
+    auto linear = [&](std::vector<double> const& c, double to) {
+        if (c.empty()) return;
+        double at = 0.0;
+        for (int i = 0; i < m; ++i) {
+            J[i] = c[i];
+            at += c[i] * u[i];
+        }
+        *r++ = at - to;
+        J += m;
+    };
+    linear(also, 0.0);
+    linear(row, value);
+}
+
+bool CoexistenceSolver::solve(int limit) {
+    const int n = n_, m = size();
+    double step = 1.0;
+    residual = std::numeric_limits<double>::infinity();
+    for (int it = 0; it <= limit; ++it) {
+        ++iterations;
+        if (!evaluate()) return false;
+        assemble();
+        PhaseState const& light = phase[lightest()];
+        double rounding = 0.0, dp = 0.0;
+        for (PhaseState const& s : phase)
+            rounding = std::max(
+                rounding, 8 * std::numeric_limits<double>::epsilon() * std::fabs(s.S) / light.rho);
+        residual = 0.0;
+        for (int i = 0; i < m; ++i) {
+            const double r = std::fabs(r_[i]);
+            if (i < (count_ - 1) * (n + 1) && i % (n + 1) == n)
+                dp = std::max(dp, r - rounding);
+            else
+                residual = std::max(residual, r);
+        }
+        dp /= std::max(std::fabs(light.p) / (R * light.T * light.rho), 1e-300);
+        residual = std::max(residual, dp);
+        if (residual < kPotential && step < 1e-4) return true;
+        if (residual < 50 * kPotential && step < kStep) return true;  // at rounding
+        if (it == limit || !std::isfinite(residual)) return false;
+        for (double& r : r_) r = -r;
+        if (!lu_solve(m, jacobian_.data(), r_.data())) return false;
+        // Bounds: a factor of e in a partial density, 15 % in the total of all phases but the
+        // lightest, 20 % in T.
+        double scale = 1.0;
+        step = 0.0;
+        auto bound = [&](double change, double most) {
+            scale = std::min(scale, most / std::max(1e-300, std::fabs(change)));
+        };
+        for (int i = 0; i < m; ++i) step = std::max(step, std::fabs(r_[i]));
+        for (int k = 0, i = 0; k < count_; ++k) {
+            double total = 0.0;
+            for (int j = 0; j < n; ++j, ++i) {
+                bound(r_[i], 1.0);
+                total += phase[k].x[j] * r_[i];
+            }
+            if (&phase[k] != &light) bound(total, 0.15);
+        }
+        bound(r_[m - 1], 0.2);
+        for (int i = 0; i < m; ++i) u[i] += scale * r_[i];
+    }
+    return false;
+}
+
+bool CoexistenceSolver::tangent(std::vector<double>& t) {
+    assemble();
+    t.assign(static_cast<std::size_t>(size()), 0.0);
+    t.back() = 1.0;
+    return lu_solve(size(), jacobian_.data(), t.data());
+}
+
+double CoexistenceSolver::pressure() const {
+    return phase[lightest()].p;
+}
+double CoexistenceSolver::ln_p() const {
+    return std::log(pressure());
+}
+double CoexistenceSolver::ln_p(std::vector<double> const& t) const {
+    const int k = lightest();
+    PhaseState const& s = phase[k];
+    const double reduced = s.p / (R * s.T);
+    double d = (s.p_T + reduced) * t.back();
+    for (int j = 0; j < n_; ++j) d += s.rho_i[j] * s.P[j] * t[k * n_ + j];
+    return d / reduced;
+}
+
+}  // namespace corvane
