@@ -26,6 +26,7 @@
 #include <corvane/phases/progress.h>
 #include <corvane/phases/saturation.h>
 #include <corvane/phases/stability.h>
+#include <corvane/phases/validity.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 #include <corvane/solid/solid.h>
