@@ -19,6 +19,7 @@
 #include <corvane/mixture/loading.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/certificate.h>
+#include <corvane/phases/critical.h>
 #include <corvane/phases/diagram.h>
 #include <corvane/phases/envelope.h>
 #include <corvane/phases/flash.h>

@@ -1,0 +1,58 @@
+// Critical points and lines, certificate included: PR+vdW1, one core.
+#include <corvane/corvane.h>
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+#include <vector>
+
+namespace {
+using Mixture = std::unique_ptr<ModelN, corvane::Detach>;
+
+Mixture make(std::vector<char const*> const& names) {
+    Mixture m(attachN("PR", "vdW1"));
+    const int n = static_cast<int>(names.size());
+    m->alloc(n, "PR");
+    for (int i = 0; i < n; ++i) {
+        m->mdl1[i]->name(names[static_cast<unsigned>(i)]);
+        m->mdl1[i]->id(1);
+        for (int j = 0; j < i; ++j) m->id(i, j, 1);
+    }
+    corvane::load_estimating(*m, "PR", "vdW1");
+    return m;
+}
+
+/// The arguments: mole fraction of the first component in percent.
+void point(benchmark::State& state, std::vector<char const*> const& names, bool warm) {
+    const Mixture m = make(names);
+    const int n = m->mdl1.size();
+    Vector<double> z(n);
+    z[0] = static_cast<double>(state.range(0)) / 100;
+    for (int i = 1; i < n; ++i) z[i] = (1 - z[0]) / (n - 1);
+    corvane::CriticalPoint q, near = corvane::critical_point(*m, z);
+    near.T *= 1.01;
+    near.rho *= 0.98;
+    corvane::CriticalOptions o;
+    if (warm) o.start = &near;
+    for (auto _ : state) q = corvane::critical_point(*m, z, o);
+    state.counters["evaluations"] = static_cast<double>(q.certificate.evaluations);
+}
+void point_refused(benchmark::State& state) {
+    const Mixture m = make({"methane", "water"});
+    Vector<double> z(2);
+    z[0] = 0.8;
+    z[1] = 0.2;
+    for (auto _ : state) try {
+            corvane::critical_point(*m, z);
+        } catch (corvane::EquilibriumFailure const&) {
+        }
+}
+
+const std::vector<char const*> kLight{"methane", "propane"}, kWide{"methane", "decane"},
+    kSix{"methane", "nitrogen", "ethane", "propane", "butane", "decane"};
+BENCHMARK_CAPTURE(point, methane_propane, kLight, false)->ArgName("x")->Arg(10)->Arg(50)->Arg(90);
+BENCHMARK_CAPTURE(point, methane_propane_warm, kLight, true)->ArgName("x")->Arg(50);
+BENCHMARK_CAPTURE(point, methane_decane, kWide, false)->ArgName("x")->Arg(50)->Arg(90);
+BENCHMARK_CAPTURE(point, six_components, kSix, false)->ArgName("x")->Arg(50);
+BENCHMARK(point_refused);
+}  // namespace
