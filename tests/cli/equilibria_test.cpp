@@ -47,6 +47,7 @@ TEST(CliEquilibria, PrintedPhasesAreInEquilibrium) {
         char const* options;
         double kij;
         std::size_t rows;
+        char const* command = "equilibrium";
     } const cases[] = {
         {{"methane", "propane"}, "=0.3 propane=0.7 --T 200:340:20", 0.01, 8},
         {{"methane", "propane"}, "=0.3 propane --kind dew --p 0.01,1,4,0.1", 0.01, 4},
@@ -56,7 +57,9 @@ TEST(CliEquilibria, PrintedPhasesAreInEquilibrium) {
         // The smallest pressures, which a liquid density cannot give.
         {{"methane", "propane"}, "=0.85 propane --kind dew --T 95.746,80,60", 0.01, 3},
         {{"methane", "ethane", "propane"}, "=0.2 ethane=0.3 propane --T 260 --kind dew", 0, 1},
-        {{"methane", "ethane", "propane"}, "=0.2 ethane=0.3 propane --p 2", 0, 1}};
+        {{"methane", "ethane", "propane"}, "=0.2 ethane=0.3 propane --p 2", 0, 1},
+        {{"methane", "propane"}, "=0.3 propane --T 200:340:20", 0.01, 8, "bubble"},
+        {{"methane", "ethane", "propane"}, "=0.2 ethane=0.3 propane --p 2,4", 0, 2, "dew"}};
     for (auto const& c : cases) {
         SCOPED_TRACE(c.names.back() + c.options);
         const Mixture m = mixture_of("PR", "vdW1", c.names);
@@ -67,7 +70,8 @@ TEST(CliEquilibria, PrintedPhasesAreInEquilibrium) {
                 kij += c.names[i] + "+" + c.names[j] + "=" + std::to_string(c.kij) + ",";
             }
         kij.pop_back();
-        const auto table = rows("equilibrium PR+vdW1 " + c.names[0] + c.options + kij);
+        const auto table =
+            rows(c.command + std::string(" PR+vdW1 ") + c.names[0] + c.options + kij);
         EXPECT_EQ(table.size(), c.rows);
         for (Json const& row : table) {
             expect_phases(*m, c.names, row, "x_", "y_", "rhoL", "rhoV");
@@ -94,6 +98,30 @@ TEST(CliEquilibria, BubblePointSplitAndPureSubstancesMeet) {
         for (char const* name : {"p", "rhoL", "rhoV"})
             EXPECT_NEAR(value(ends[k], name) / value(pure, name), 1, 1e-7) << name;
     }
+}
+
+TEST(CliEquilibria, FlashMeetsBubbleAndDewPoint) {
+    // Where it just begins to boil or to condense: the phases of those points.
+    const std::string mixture = " PR+vdW1 methane=0.6 propane=0.4 ";
+    for (char const* kind : {"bubble", "dew"}) {
+        SCOPED_TRACE(kind);
+        const bool bubble = kind == std::string("bubble");
+        const Json point = rows(kind + mixture + "--T 250")[0];
+        const double p = value(point, "p") * (bubble ? 1 - 1e-7 : 1 + 1e-7);
+        const auto phases = rows("flash" + mixture + "--T 250 --p " + Json(p).dump());
+        ASSERT_EQ(phases.size(), 2u);
+        const double sum = value(phases[0], "fraction") + value(phases[1], "fraction");
+        EXPECT_NEAR(sum, 1, 1e-14);
+        EXPECT_LT(value(phases[bubble ? 1 : 0], "fraction"), 1e-6);
+        for (int k : {0, 1}) {
+            EXPECT_NEAR(value(phases[k], "x_methane"), value(point, k ? "y_methane" : "x_methane"),
+                        1e-6);
+            EXPECT_EQ(phases[k]["phase"], k ? "vapour" : "liquid");
+        }
+    }
+    // Retrograde condensation: two dew pressures at one temperature.
+    const std::string dew = "dew" + mixture + "--T 310 --branch ";
+    EXPECT_GT(value(rows(dew + "upper")[0], "p"), 1.5 * value(rows(dew + "lower")[0], "p"));
 }
 
 TEST(CliEquilibria, LiquidsThatSplitAreMarked) {

@@ -92,7 +92,8 @@ TEST(Cli, FailuresExitWith1AndNameWhatWasAsked) {
          {"state PR propane --set 77 --T 300 --p 1", 1, "",
           "set 77 of PR propane does not exist; sets: 1"},
          {"list --substance xenonn", 1, "", "unknown substance xenonn: did you mean xenon?"},
-         {"saturation PR propane --T 300 --data /nowhere", 1, "", "does not hold CorvaneS"},
+         {"saturation PR propane --T 300 --home /nowhere", 1, "",
+          "--home /nowhere does not hold CorvaneS"},
          {"saturation PR propane --compare /nowhere.csv", 1, "", "/nowhere.csv: no such file"},
          {"state PR propane --T 300 --p 1 >/dev/full", 1, "", "standard output"}});
 }
@@ -136,10 +137,11 @@ TEST(Cli, FindsTheDataHomeInTheStatedOrder) {
     // ... but after the environment, and that after the option.
     EXPECT_EQ(run_corvane(state, "CORVANE_DATA=" + home).code, 0);
     EXPECT_EQ(run_corvane(state, "CORVANE_DATA=/nowhere").code, 1);
-    EXPECT_EQ(run_corvane(state + " --data " + home, "CORVANE_DATA=/nowhere").code, 0);
+    for (char const* option : {" --home ", " --data "})
+        EXPECT_EQ(run_corvane(state + option + home, "CORVANE_DATA=/nowhere").code, 0);
     // A relative name of a file with published points is one of the first working directory.
     scratch.write("points.csv", "T_K,p [bar]\n280,41.607\n");
-    EXPECT_EQ(run_corvane("saturation PR CO2 --compare points.csv --data " + home).code, 0);
+    EXPECT_EQ(run_corvane("saturation PR CO2 --compare points.csv --home " + home).code, 0);
 }
 
 TEST(Cli, SubstanceWithoutIdealGasTableOrStandardSet) {
@@ -219,6 +221,32 @@ TEST(Cli, MixturesNameTheirPairsAndRefuseBadCompositions) {
          {"mixture PR+vdW1 methane=0.5 propane=0.4 --T 300 --p 5", 0, "divided by their sum", ""}});
 }
 
+TEST(Cli, CertifiedEquilibriaAnswerAndRefuse) {
+    expect_all(
+        {{"bubble PR+vdW1 methane=0.3 propane --T 250:370:120 --csv", 1,
+          "370,,0.3,0.7,,,,,,,,,,\"failed: no solution: |(bubble_T, |critical point at T = 346.|"
+          "# certified: potentials agree to ",
+          "propane(0.7) at T = 370 K: bubble point: no solution: "},
+         {"dew PR+vdW1 methane=0.7 propane --T 310", 1, "", "dew point: no solution"},
+         {"dew PR+vdW1 methane=0.7 propane --T 300 --p 1", 2, "", "either --T or --p"},
+         {"bubble PR+vdW1 methane=0.7 propane --T 300 --branch left", 2, "", "left"},
+         {"bubble PR+vdW1 CO2=0.5 r134a --T 280 --json", 0, "\"flags\": \"estimated_pairs\"", ""},
+         {"flash PR+vdW1 methane=0.5 propane=0.5 --T 280", 2, "", "--p is required"},
+         {"flash PR+vdW1 methane=0.5 propane=0.5 --T 400,280 --p 2", 0,
+          "400    2      vapour  1.0|280    2      liquid  0.27", ""}});
+}
+
+TEST(Cli, AnInterruptedListKeepsItsPoints) {
+    const std::string list = "bubble PR+vdW1 methane=0.3 propane=0.7 --T 200:300:0.002 --csv";
+    const Outcome run =
+        run_corvane(list, "env --default-signal=INT timeout --preserve-status -s INT 0.7");
+    EXPECT_EQ(run.code, 130);
+    const auto lines = lines_of(run.out);
+    ASSERT_GT(lines.size(), 8u) << run.out;
+    EXPECT_NE(lines.back().find("# interrupted: "), std::string::npos) << lines.back();
+    EXPECT_NE(lines.back().find(" of 50001 points"), std::string::npos) << lines.back();
+}
+
 TEST(Cli, MixtureEquilibriaAnswerAndRefuse) {
     expect_all(
         {{"equilibrium PR+vdW1 methane=0.3 propane --T 250:370:120 --csv", 1,
@@ -243,7 +271,7 @@ TEST(Cli, MixtureEquilibriaAnswerAndRefuse) {
          {"critical-line PR+vdW1 methane propane --kij methane+ethane=0", 2, "",
           "ethane is not a component"},
          {"solubility PR+vdW1 methane CO2 --solid CO2 --T 150,230 --p 3", 1, "\n230 ",
-          "T = 230 K: the data of solid carbon_dioxide end at 216.602 K"},
+          "T = 230 K, p = 3 MPa: the data of solid carbon_dioxide end at 216.602 K"},
          {"solubility PR+vdW1 methane CO2=0.01 --solid CO2 --T 170 --p 3", 0, "not saturated", ""},
          {"solubility PR+vdW1 methane CO2 --solid CO2 --T 210 --p 0.001", 1, "",
           "solid carbon_dioxide: generic failure (ThException 0) (the pure component is no solid"},

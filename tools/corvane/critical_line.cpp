@@ -1,17 +1,17 @@
 // corvane critical-line: critical points of a mixture, and the critical line of a binary.
 #include <tools/corvane/commands.h>
 #include <tools/corvane/errors.h>
+#include <tools/corvane/mixture_points.h>
 #include <tools/corvane/numbers.h>
 #include <tools/corvane/open.h>
-#include <tools/corvane/open_mixture.h>
 #include <tools/corvane/options.h>
+#include <tools/corvane/rows.h>
 
 #include <corvane/corvane.h>
 
 #include <fmt/format.h>
 
 #include <cmath>
-#include <cstdio>
 #include <memory>
 
 namespace cli {
@@ -51,18 +51,10 @@ char const* in_words(corvane::LineEnd end) {
     return "ends open: no further point was found";
 }
 
-Vector<double> binary(double x0) {
-    Vector<double> x(2);
-    x[0] = x0;
-    x[1] = 1.0 - x0;
-    return x;
-}
-
 std::vector<Column> CriticalLineCommand::columns(MixtureFluid const& mixture) const {
     Units const& u = options.units;
     std::vector<Column> result;
-    for (int i = 0; i < mixture.size(); ++i)
-        result.push_back({fmt::format("x_{}", mixture.component(i)), "", "mole fraction"});
+    add_fractions(result, mixture, "x", "mole fraction");
     result.push_back({"T", u.name(Quantity::temperature), "critical temperature"});
     result.push_back({"p", u.name(Quantity::pressure), "critical pressure"});
     result.push_back({"rho", u.name(Quantity::density), "critical density"});
@@ -74,7 +66,7 @@ Row CriticalLineCommand::row(MixtureFluid const& mixture, Vector<double> const& 
                              Vector<double> const& point) const {
     Units const& u = options.units;
     Row result;
-    for (int i = 0; i < x.size(); ++i) result.cells.emplace_back(x[i]);
+    add_cells(result, x);
     result.cells.emplace_back(u.from_library(Quantity::temperature, point[1]));
     result.cells.emplace_back(u.from_library(Quantity::pressure, point[3]));
     result.cells.emplace_back(mixture.density(u, x, point[2]));
@@ -101,34 +93,20 @@ int CriticalLineCommand::points_at(MixtureFluid const& mixture, Heading& head, T
     if (at.empty())
         compositions.push_back(mixture.x);
     else
-        for (double x0 : points(at, "--at")) {
-            if (!(x0 >= 0.0 && x0 <= 1.0 + 1e-12))
-                throw Misuse("--at: a mole fraction lies between 0 and 1");
-            compositions.push_back(binary(std::min(x0, 1.0)));
-        }
-    int failures = 0;
-    for (Vector<double> const& x : compositions) try {
-            asking(fmt::format("{}+{}{}: no critical point found", mixture.eos, mixture.mth,
-                               mixture.composition(x)),
-                   [&] {
-                       Vector<double> at_x = x;
-                       double s = 0.0;
-                       Matrix<double> line = start(mixture, x);
-                       crit_slope_x(mixture.model.get(), at_x, s, line);
-                       table.rows.push_back(row(mixture, x, line[0]));
-                   });
-        } catch (Failure const& failure) {
-            if (compositions.size() == 1) throw;
-            ++failures;
-            fmt::print(stderr, "corvane: critical-line: {}\n", failure.what());
-            Row failed;
-            failed.cells.assign(table.columns.size(), std::monostate());
-            for (int i : {0, 1}) failed.cells[static_cast<unsigned>(i)] = x[i];
-            failed.note = std::string("failed: ") + failure.what();
-            table.rows.push_back(std::move(failed));
-        }
+        for (double x0 : mole_fractions(at, "--at")) compositions.push_back(binary(x0));
+    Rows rows("critical-line", table, compositions.size());
+    for (Vector<double> const& x : compositions)
+        rows.add(fmt::format("{}+{}{}: no critical point found", mixture.eos, mixture.mth,
+                             mixture.composition(x)),
+                 {{0, x[0]}, {1, x[1]}}, [&] {
+                     Vector<double> at_x = x;
+                     double s = 0.0;
+                     Matrix<double> line = start(mixture, x);
+                     crit_slope_x(mixture.model.get(), at_x, s, line);
+                     return row(mixture, x, line[0]);
+                 });
     head.remarks.emplace_back("critical points of given compositions");
-    return failures;
+    return rows.finish(head);
 }
 
 double CriticalLineCommand::start_fraction(MixtureFluid const& mixture) const {
@@ -183,13 +161,13 @@ int CriticalLineCommand::run() {
     options.units.M = mixture.M();
     Heading head = heading("critical-line", mixture);
     Table table{columns(mixture), {}};
-    int failures = 0;
+    int code = 0;
     if (mixture.composed || !at.empty())
-        failures = points_at(mixture, head, table);
+        code = points_at(mixture, head, table);
     else
         line(mixture, head, table);
     write(head, table, options.style);
-    return failures == 0 ? 0 : 1;
+    return code;
 }
 }  // namespace
 

@@ -2,17 +2,17 @@
 #include <tools/corvane/commands.h>
 #include <tools/corvane/errors.h>
 #include <tools/corvane/incipient.h>
+#include <tools/corvane/mixture_points.h>
 #include <tools/corvane/numbers.h>
 #include <tools/corvane/open.h>
-#include <tools/corvane/open_mixture.h>
 #include <tools/corvane/options.h>
+#include <tools/corvane/rows.h>
 #include <tools/corvane/stability.h>
 
 #include <corvane/corvane.h>
 
 #include <fmt/format.h>
 
-#include <cstdio>
 #include <memory>
 
 namespace cli {
@@ -34,25 +34,7 @@ struct EquilibriumCommand {
     std::vector<Asked> read(MixtureFluid const& mixture) const;
     std::vector<Column> columns(MixtureFluid const& mixture) const;
     Row row(MixtureFluid const& mixture, Incipient const& point) const;
-    Row failed(MixtureFluid const& mixture, Asked const& asked, std::string const& why) const;
 };
-
-/// The critical point of a composition in words, if what was given is near or above it; else "".
-std::string critical_point(ModelN const& model, Vector<double> x, bool by_T, double given,
-                           Units const& units) {
-    try {
-        double s = 0.0;
-        Matrix<double> line;
-        crit_slope_x(&model, x, s, line);
-        if (given < 0.8 * line[0][by_T ? 1 : 3]) return "";
-        return fmt::format("; this composition has a critical point at T = {}, p = {}",
-                           units.text(Quantity::temperature, line[0][1]),
-                           units.text(Quantity::pressure, line[0][3]));
-    } catch (ThException const&) {  // only a hint
-    } catch (MthException const&) {
-    }
-    return "";
-}
 
 std::vector<EquilibriumCommand::Asked> EquilibriumCommand::read(MixtureFluid const& mixture) const {
     const auto given =
@@ -73,14 +55,8 @@ std::vector<EquilibriumCommand::Asked> EquilibriumCommand::read(MixtureFluid con
     if (name != mixture.component(i))
         throw Misuse(fmt::format("--scan: {} is not a component of the mixture", name));
     for (double value : given)
-        for (double fraction : points(scan.substr(equals + 1), "--scan")) {
-            if (!(fraction >= 0.0 && fraction <= 1.0 + 1e-12))
-                throw Misuse("--scan: a mole fraction lies between 0 and 1");
-            Vector<double> x(2);
-            x[i] = fraction > 1.0 - 1e-12 ? 1.0 : fraction;  // the end of a rounded range
-            x[1 - i] = 1.0 - x[i];
-            result.push_back({value, x});
-        }
+        for (double fraction : mole_fractions(scan.substr(equals + 1), "--scan"))
+            result.push_back({value, binary(i == 0 ? fraction : 1.0 - fraction)});
     return result;
 }
 
@@ -88,11 +64,8 @@ std::vector<Column> EquilibriumCommand::columns(MixtureFluid const& mixture) con
     Units const& u = options.units;
     std::vector<Column> result = {{"T", u.name(Quantity::temperature), "temperature", by_T()},
                                   {"p", u.name(Quantity::pressure), "pressure", !by_T()}};
-    for (bool liquid : {true, false})
-        for (int i = 0; i < mixture.size(); ++i)
-            result.push_back({fmt::format("{}_{}", liquid ? "x" : "y", mixture.component(i)), "",
-                              liquid ? "mole fraction in the liquid" : "in the vapour",
-                              liquid != dew()});
+    add_fractions(result, mixture, "x", "mole fraction in the liquid", !dew());
+    add_fractions(result, mixture, "y", "mole fraction in the vapour", dew());
     result.push_back({"rhoL", u.name(Quantity::density), "density of the liquid"});
     result.push_back({"rhoV", u.name(Quantity::density), "density of the vapour"});
     for (int i = 0; i < mixture.size(); ++i)
@@ -109,8 +82,7 @@ Row EquilibriumCommand::row(MixtureFluid const& mixture, Incipient const& point)
     Row result;
     result.cells.emplace_back(u.from_library(Quantity::temperature, point.T));
     result.cells.emplace_back(u.from_library(Quantity::pressure, point.p));
-    for (Vector<double> const* phase : {&x, &y})
-        for (int i = 0; i < mixture.size(); ++i) result.cells.emplace_back((*phase)[i]);
+    for (Vector<double> const* phase : {&x, &y}) add_cells(result, *phase);
     result.cells.emplace_back(mixture.density(u, x, rhoL));
     result.cells.emplace_back(mixture.density(u, y, rhoV));
     for (int i = 0; i < mixture.size(); ++i)
@@ -120,20 +92,6 @@ Row EquilibriumCommand::row(MixtureFluid const& mixture, Incipient const& point)
         result.note = fmt::format("unstable: the {} splits", given);
     else if (splitting_phase(*mixture.model, point.p, point.T, point.rho, point.x))
         result.note = fmt::format("metastable: the {} splits", given);
-    return result;
-}
-
-Row EquilibriumCommand::failed(MixtureFluid const& mixture, Asked const& asked,
-                               std::string const& why) const {
-    Units const& u = options.units;
-    const int n = mixture.size();
-    Row result;
-    result.cells.assign(static_cast<unsigned>(4 + 3 * n), std::monostate());
-    result.cells[by_T() ? 0 : 1] =
-        u.from_library(by_T() ? Quantity::temperature : Quantity::pressure, asked.given);
-    for (int i = 0; i < n; ++i)
-        result.cells[static_cast<unsigned>(2 + (dew() ? n : 0) + i)] = asked.x[i];
-    result.note = "failed: " + why;
     return result;
 }
 
@@ -152,26 +110,24 @@ int EquilibriumCommand::run() {
                                       "vapour");
     Table table{columns(mixture), {}};
     IncipientSearch search(model, dew(), by_T());
-    int failures = 0;
+    const Quantity quantity = by_T() ? Quantity::temperature : Quantity::pressure;
+    Rows rows("equilibrium", table, asked.size());
     for (Asked const& one : asked) {
-        if (const auto point = search.at(one.given, one.x)) {
-            table.rows.push_back(row(mixture, *point));
-            continue;
-        }
-        const std::string why = fmt::format("no {} point found{}", kind,
-                                            critical_point(model, one.x, by_T(), one.given, units));
-        const std::string text =
-            fmt::format("{}+{}{} at {} = {}: {} (tried: {})", mixture.eos, mixture.mth,
-                        mixture.composition(one.x), by_T() ? "T" : "p",
-                        units.text(by_T() ? Quantity::temperature : Quantity::pressure, one.given),
-                        why, search.failure());
-        if (asked.size() == 1) throw Failure(text);
-        ++failures;
-        fmt::print(stderr, "corvane: equilibrium: {}\n", text);
-        table.rows.push_back(failed(mixture, one, why));
+        const std::string what =
+            fmt::format("{}+{}{} at {} = {}", mixture.eos, mixture.mth, mixture.composition(one.x),
+                        by_T() ? "T" : "p", units.text(quantity, one.given));
+        if (!rows.add(what, cli::given(units, by_T(), one.given, one.x, !dew()), [&] {
+                const auto point = search.at(one.given, one.x);
+                if (point) return row(mixture, *point);
+                throw Failure(fmt::format("no {} point found{} (tried: {})", kind,
+                                          critical_hint(model, one.x, by_T(), one.given, units),
+                                          search.failure()));
+            }))
+            break;
     }
+    const int code = rows.finish(head);
     write(head, table, options.style);
-    return failures == 0 ? 0 : 1;
+    return code;
 }
 }  // namespace
 

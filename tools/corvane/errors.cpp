@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <cmath>
+
 namespace cli {
 namespace {
 template <class E>
@@ -17,6 +19,14 @@ std::string describe(ThException const& e) {
 }
 std::string describe(MthException const& e) {
     return in_words(e, "MthException");
+}
+std::string describe(corvane::EquilibriumFailure const& e) {
+    const bool none = e.kind() == corvane::EquilibriumFailure::Kind::no_solution;
+    std::string text = none ? "no solution" : "gave up";
+    if (!e.advice().empty()) text += ": " + e.advice();
+    text += fmt::format(" ({}, {} iterations", e.solver(), e.iterations());
+    if (std::isfinite(e.residual())) text += fmt::format(", last residual {:.2g}", e.residual());
+    return text + ')';
 }
 
 }  // namespace cli

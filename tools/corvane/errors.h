@@ -2,6 +2,7 @@
 #pragma once
 
 #include <corvane/core/errors.h>
+#include <corvane/phases/certificate.h>
 
 #include <stdexcept>
 #include <string>
@@ -21,6 +22,9 @@ struct Misuse : std::runtime_error {
 /// "text of the message table (ThException 9)".
 std::string describe(ThException const& e);
 std::string describe(MthException const& e);
+/// "no solution: <why>" or "gave up: <what to try>", with solver, iterations and last residual; the
+/// state is left to the caller, who knows the units.
+std::string describe(corvane::EquilibriumFailure const& e);
 
 /// Runs f; an exception of the library becomes a Failure "<what>: <text of the table> (<code>)".
 template <class F>
@@ -30,6 +34,8 @@ auto asking(std::string const& what, F f) -> decltype(f()) {
     } catch (ThException const& e) {
         throw Failure(what + ": " + describe(e));
     } catch (MthException const& e) {
+        throw Failure(what + ": " + describe(e));
+    } catch (corvane::EquilibriumFailure const& e) {
         throw Failure(what + ": " + describe(e));
     }
 }

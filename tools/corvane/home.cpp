@@ -44,7 +44,7 @@ fs::path enter_data_home(std::string const& given) {
         const fs::path home = !given.empty() ? given : variable;
         if (!has_tree(home))
             throw Failure(fmt::format("{} {} does not hold CorvaneS",
-                                      given.empty() ? "CORVANE_DATA" : "--data", home.string()));
+                                      given.empty() ? "CORVANE_DATA" : "--home", home.string()));
         enter(home);
         return home;
     }
@@ -57,7 +57,7 @@ fs::path enter_data_home(std::string const& given) {
         tried.push_back(home.string());
     }
     throw Failure("no data home (a directory that holds CorvaneS with plug-ins) in " +
-                  join(tried, ", ") + "; name one with --data or CORVANE_DATA");
+                  join(tried, ", ") + "; name one with --home or CORVANE_DATA");
 }
 
 }  // namespace cli

@@ -8,7 +8,7 @@ namespace cli {
 
 /// Finds the data home and makes it the working directory, because the library reads ./CorvaneS.
 /// In this order:
-///   1. `given`, the option --data
+///   1. `given`, the option --home
 ///   2. the environment variable CORVANE_DATA
 ///   3. the working directory
 ///   4. <folder of the program>/../lib/corvane

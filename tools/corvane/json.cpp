@@ -15,6 +15,10 @@ struct ToJson {
     Json operator()(long n) const { return n; }
     Json operator()(std::string const& word) const { return word; }
 };
+
+void put(Json& object, Fields const& fields) {
+    for (auto const& [name, value] : fields) object[name] = std::visit(ToJson{}, value);
+}
 }  // namespace
 
 std::string to_json(Heading const& heading, Table const& table) {
@@ -22,7 +26,7 @@ std::string to_json(Heading const& heading, Table const& table) {
     result["program"] = "corvane";
     result["version"] = CORVANE_VERSION;
     result["command"] = heading.command;
-    for (auto const& [name, value] : heading.fields) result[name] = std::visit(ToJson{}, value);
+    put(result, heading.fields);
     result["remarks"] = heading.remarks;
     result["columns"] = Json::array();
     for (Column const& column : table.columns)
@@ -37,6 +41,10 @@ std::string to_json(Heading const& heading, Table const& table) {
         result["rows"].push_back(cells);
     }
     if (!heading.summary.empty()) result["summary"] = heading.summary;
+    for (auto const& [name, list] : heading.lists) {
+        result[name] = Json::array();
+        for (Fields const& fields : list) put(result[name].emplace_back(Json::object()), fields);
+    }
     // Bytes that are not UTF-8 (from a data file) are replaced, not thrown at the reader.
     return result.dump(1, ' ', false, Json::error_handler_t::replace) + '\n';
 }

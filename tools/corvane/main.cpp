@@ -13,7 +13,7 @@ Examples:
   corvane state PR propane --T 300 --p 1        all properties at 300 K and 1 MPa
   corvane saturation PR CO2 --T 220:300:10      vapour pressure table
   corvane saturation PR water --p 1.01325 --unit-p bar --unit-T C --mass
-  corvane equilibrium PR+vdW1 methane=0.3 propane=0.7 --T 250:300:10
+  corvane bubble PR+vdW1 methane=0.3 propane=0.7 --T 250:300:10
 corvane COMMAND --help tells the rest.)");
     cli::add_list(program);
     cli::add_state(program);
@@ -24,6 +24,9 @@ corvane COMMAND --help tells the rest.)");
     cli::add_viscosity(program);
     cli::add_range(program);
     cli::add_mixture(program);
+    cli::add_bubble(program);
+    cli::add_dew(program);
+    cli::add_flash(program);
     cli::add_equilibrium(program);
     cli::add_split(program);
     cli::add_critical_line(program);

@@ -7,7 +7,6 @@
 #include <tools/corvane/text.h>
 
 #include <corvane/mixture/loading.h>
-#include <corvane/pure/model1.h>
 
 #include <fmt/format.h>
 
@@ -178,6 +177,11 @@ MixtureFluid open_mixture(MixtureRequest const& request) {
             corvane::load_estimating(model, mixture.eos.c_str(), mixture.mth.c_str());
     });
     if (!request.kij.empty()) set_kij(request.kij, mixture);
+    mixture.validity.estimated_pairs = std::any_of(
+        mixture.estimated.begin(), mixture.estimated.end(), [&](std::pair<int, int> const& pair) {
+            return std::find(mixture.given.begin(), mixture.given.end(), pair) ==
+                   mixture.given.end();
+        });
     mixture.ideal = true;
     for (int i = 0; i < n; ++i) try {
             model.mdl1[i]->ideal.load();

@@ -6,7 +6,9 @@
 #include <tools/corvane/units.h>
 
 #include <corvane/mixture/modeln.h>
+#include <corvane/phases/certificate.h>
 #include <corvane/pure/attach.h>
+#include <corvane/pure/model1.h>
 
 #include <memory>
 #include <string>
@@ -32,6 +34,7 @@ struct MixtureFluid {
     std::unique_ptr<ModelN, corvane::Detach> model;
     Vector<double> x;                            ///< mole fractions, sum 1
     std::vector<std::pair<int, int>> estimated;  ///< pairs without a file
+    corvane::Validity validity;                  ///< for the flags of certificates
     bool ideal = false;                          ///< every component has an ideal-gas table
     std::vector<std::pair<int, int>> given;      ///< pairs with kij from the command line
     bool normalised = false;                     ///< the fractions given did not sum to 1

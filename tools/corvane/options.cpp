@@ -5,14 +5,14 @@
 
 namespace cli {
 
-void Options::add_output(Command& command) {
+void Options::add_output(Command& command, bool measured_data) {
     command.flag("--csv", csv_, "comma-separated values")
         .flag("--json", json_, "JSON, with all digits")
         .excludes("--json", "--csv")
         .flag("--full", style.full, "17 digits, so that output can be input again")
         .flag("--no-heading", bare_, "leave out the lines on where the numbers come from")
-        .value("--data", data_, "data home: the directory that holds CorvaneS",
-               {.type = "DIRECTORY"});
+        .value(measured_data ? "--home" : "--home,--data", data_,
+               "data home: the directory that holds CorvaneS", {.type = "DIRECTORY"});
 }
 
 void Options::add_units(Command& command) {

@@ -15,9 +15,11 @@ struct Options {
     Style style;  ///< complete after begin()
     FluidRequest fluid;
 
-    void add_output(Command& command);  ///< --csv --json --full --no-heading --data
-    void add_units(Command& command);   ///< --unit-T --unit-p --unit-rho --molar --mass
-    void add_fluid(Command& command);   ///< EOS SUBSTANCE --set
+    /// --csv --json --full --no-heading --home; --data is the older name of --home, except where
+    /// a command takes measured points by it.
+    void add_output(Command& command, bool measured_data = false);
+    void add_units(Command& command);  ///< --unit-T --unit-p --unit-rho --molar --mass
+    void add_fluid(Command& command);  ///< EOS SUBSTANCE --set
 
     /// To call first in an action: settles the output style and enters the data home.
     void begin();

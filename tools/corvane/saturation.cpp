@@ -4,13 +4,13 @@
 #include <tools/corvane/errors.h>
 #include <tools/corvane/numbers.h>
 #include <tools/corvane/options.h>
+#include <tools/corvane/rows.h>
 
 #include <corvane/equilibria/ffe1core.h>
 
 #include <fmt/format.h>
 
 #include <cmath>
-#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -214,29 +214,27 @@ int SaturationCommand::run() {
                                  column->name == std::string(by_T ? "T" : "p")});
 
     March march(fluid, units, by_T);
-    int failures = 0;
-    for (double x : given) {
-        Row row;
-        try {
-            const Equilibrium e = march.at(x);
-            for (SaturationColumn const* column : columns)
-                row.cells.emplace_back(units.from_library(column->quantity, column->value(e)));
-            row.note = extrapolated(fluid, e.T, e.p, all, units);
-        } catch (Failure const& failure) {
-            if (given.size() == 1) throw;
-            ++failures;
-            fmt::print(stderr, "corvane: saturation: {}\n", failure.what());
-            row.cells.assign(columns.size(), std::monostate());
-            row.cells[by_T ? 0 : 1] =
-                units.from_library(by_T ? Quantity::temperature : Quantity::pressure, x);
-            row.note = std::string("failed: ") + failure.what();
-        }
-        table.rows.push_back(std::move(row));
-    }
+    Rows rows("saturation", table, given.size());
+    const auto row = [&](double x) {
+        const Equilibrium e = march.at(x);
+        Row result;
+        for (SaturationColumn const* column : columns)
+            result.cells.emplace_back(units.from_library(column->quantity, column->value(e)));
+        result.note = extrapolated(fluid, e.T, e.p, all, units);
+        return result;
+    };
+    const Quantity quantity = by_T ? Quantity::temperature : Quantity::pressure;
+    for (double x : given)
+        if (!rows.add("", {{by_T ? 0 : 1, units.from_library(quantity, x)}},
+                      [&] { return row(x); }))
+            break;
+    const int code = rows.finish(head);
     if (published)
-        head.summary = published->lay_beside(table, by_T ? "T" : "p", quantities(), units);
+        for (std::string const& line :
+             published->lay_beside(table, by_T ? "T" : "p", quantities(), units))
+            head.summary.push_back(line);
     write(head, table, options.style);
-    return failures == 0 ? 0 : 1;
+    return code;
 }
 }  // namespace
 

@@ -3,13 +3,13 @@
 #include <tools/corvane/errors.h>
 #include <tools/corvane/numbers.h>
 #include <tools/corvane/options.h>
+#include <tools/corvane/rows.h>
 
 #include <corvane/core/numelo.h>
 
 #include <fmt/format.h>
 
 #include <cmath>
-#include <cstdio>
 #include <memory>
 #include <optional>
 
@@ -122,9 +122,8 @@ Row SolidCommand::melting_at(Fluid const& fluid, double at) const {
     const double top = model.solid.Tmax();
     double above = top, f_above = gibbs_difference(above, &melting_), T_ = 0.0;
     if (f_above < 0.0)
-        throw Failure(fmt::format(
-            "{} at p = {}: the solid is still stable at {}, where its data end", fluid.name(),
-            u.text(Quantity::pressure, at), u.text(Quantity::temperature, top)));
+        throw Failure(fmt::format("the solid is still stable at {}, where its data end",
+                                  u.text(Quantity::temperature, top)));
     for (int k = 0; k < 30 && T_ == 0.0; ++k) {
         const double below = above - 0.01 * top, f = gibbs_difference(below, &melting_);
         if (f <= 0.0)
@@ -170,25 +169,17 @@ int SolidCommand::run() {
     head.remarks.push_back(fmt::format(
         "solid data up to {}; Gibbs energies of solid and fluid meet in the equation's vapour",
         units.text(Quantity::temperature, fluid.model->solid.Tmax())));
-    int failures = 0;
     const Quantity quantity = melting.empty() ? Quantity::temperature : Quantity::pressure;
-    for (double x : given) try {
-            const std::string what =
-                fmt::format("{} at {} = {}", fluid.name(), melting.empty() ? "T" : "p",
-                            units.text(quantity, x));
-            table.rows.push_back(asking(what, [&] { return (this->*solve)(fluid, x); }));
-        } catch (Failure const& failure) {
-            if (given.size() == 1) throw;
-            ++failures;
-            fmt::print(stderr, "corvane: solid: {}\n", failure.what());
-            Row row;
-            row.cells.assign(table.columns.size(), std::monostate());
-            row.cells[0] = units.from_library(quantity, x);
-            row.note = std::string("failed: ") + failure.what();
-            table.rows.push_back(std::move(row));
-        }
+    Rows rows("solid", table, given.size());
+    for (double x : given)
+        if (!rows.add(fmt::format("{} at {} = {}", fluid.name(), melting.empty() ? "T" : "p",
+                                  units.text(quantity, x)),
+                      {{0, units.from_library(quantity, x)}},
+                      [&] { return (this->*solve)(fluid, x); }))
+            break;
+    const int code = rows.finish(head);
     write(head, table, options.style);
-    return failures == 0 ? 0 : 1;
+    return code;
 }
 }  // namespace
 

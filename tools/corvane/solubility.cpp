@@ -1,10 +1,11 @@
 // corvane solubility: the fluid of a binary that coexists with a pure solid.
 #include <tools/corvane/commands.h>
 #include <tools/corvane/errors.h>
+#include <tools/corvane/mixture_points.h>
 #include <tools/corvane/numbers.h>
 #include <tools/corvane/open.h>
-#include <tools/corvane/open_mixture.h>
 #include <tools/corvane/options.h>
+#include <tools/corvane/rows.h>
 #include <tools/corvane/stability.h>
 
 #include <corvane/corvane.h>
@@ -12,7 +13,6 @@
 #include <fmt/format.h>
 
 #include <cmath>
-#include <cstdio>
 #include <memory>
 
 namespace cli {
@@ -110,12 +110,9 @@ std::string SolubilityCommand::reason(ModelN const& m, double T_, double p_) con
 
 /// The row, or a failure with its reason. @throws Failure
 Row SolubilityCommand::point(MixtureFluid const& mixture, double T_, double p_) const {
-    Units const& u = options.units;
-    const std::string what = fmt::format(
-        "{} at T = {}, p = {}: no fluid in equilibrium with solid {}", mixture.name(),
-        u.text(Quantity::temperature, T_), u.text(Quantity::pressure, p_), mixture.component(s_));
     try {
-        return asking(what, [&] { return row(mixture, T_, p_); });
+        return asking(fmt::format("no fluid in equilibrium with solid {}", mixture.component(s_)),
+                      [&] { return row(mixture, T_, p_); });
     } catch (Failure const& failure) {
         throw Failure(failure.what() + reason(*mixture.model, T_, p_));
     }
@@ -149,27 +146,18 @@ int SolubilityCommand::run() {
         head.remarks.push_back(fmt::format("no solid data of {}: whether it freezes is not tested",
                                            mixture.component(1 - s_)));
     Table table{columns(mixture), {}};
-    int failures = 0;
+    Rows rows("solubility", table, temperatures.size() * pressures.size());
     for (double p_ : pressures)
-        for (double T_ : temperatures) try {
+        for (double T_ : temperatures)
+            rows.add(state(mixture, units, T_, p_), given(units, T_, p_), [&] {
                 if (T_ > top)
-                    throw Failure(fmt::format("{} at T = {}: the data of solid {} end at {}",
-                                              mixture.name(), units.text(Quantity::temperature, T_),
-                                              name, units.text(Quantity::temperature, top)));
-                table.rows.push_back(point(mixture, T_, p_));
-            } catch (Failure const& failure) {
-                if (temperatures.size() * pressures.size() == 1) throw;
-                ++failures;
-                fmt::print(stderr, "corvane: solubility: {}\n", failure.what());
-                Row failed;
-                failed.cells.assign(table.columns.size(), std::monostate());
-                failed.cells[0] = units.from_library(Quantity::temperature, T_);
-                failed.cells[1] = units.from_library(Quantity::pressure, p_);
-                failed.note = std::string("failed: ") + failure.what();
-                table.rows.push_back(std::move(failed));
-            }
+                    throw Failure(fmt::format("the data of solid {} end at {}", name,
+                                              units.text(Quantity::temperature, top)));
+                return point(mixture, T_, p_);
+            });
+    const int code = rows.finish(head);
     write(head, table, options.style);
-    return failures == 0 ? 0 : 1;
+    return code;
 }
 }  // namespace
 

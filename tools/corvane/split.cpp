@@ -1,10 +1,11 @@
 // corvane split: the two fluid phases of a binary at given pressure and temperature.
 #include <tools/corvane/commands.h>
 #include <tools/corvane/errors.h>
+#include <tools/corvane/mixture_points.h>
 #include <tools/corvane/numbers.h>
 #include <tools/corvane/open.h>
-#include <tools/corvane/open_mixture.h>
 #include <tools/corvane/options.h>
+#include <tools/corvane/rows.h>
 #include <tools/corvane/stability.h>
 
 #include <corvane/corvane.h>
@@ -12,7 +13,6 @@
 #include <fmt/format.h>
 
 #include <cmath>
-#include <cstdio>
 #include <memory>
 
 namespace cli {
@@ -27,17 +27,11 @@ struct SplitCommand {
   private:
     std::vector<Column> columns(MixtureFluid const& mixture) const;
     Row row(MixtureFluid const& mixture, double p_, double T_) const;
+    Row point(MixtureFluid const& mixture, double p_, double T_) const;
 };
 
 /// Bound of |Δμ/(RT)| between the phases, far above the convergence of the fit.
 constexpr double kPotentials = 1e-8;
-
-Vector<double> binary(double x0) {
-    Vector<double> x(2);
-    x[0] = x0;
-    x[1] = 1.0 - x0;
-    return x;
-}
 
 std::vector<Column> SplitCommand::columns(MixtureFluid const& mixture) const {
     Units const& u = options.units;
@@ -92,6 +86,27 @@ Row SplitCommand::row(MixtureFluid const& mixture, double p_, double T_) const {
     return result;
 }
 
+/// The row, or a failure with its reason. @throws Failure
+Row SplitCommand::point(MixtureFluid const& mixture, double p_, double T_) const {
+    try {
+        return row(mixture, p_, T_);
+    } catch (ThException const& e) {
+        try {
+            ffinit(mixture.model.get(), p_, T_);
+        } catch (ThException const& grid) {
+            throw Failure(grid.number == th_generic
+                              ? "does not split into two fluid phases: its Gibbs energy of mixing "
+                                "is convex (ThException 0)"
+                              : describe(grid));
+        }
+        throw Failure(
+            "a split was found on the grid of compositions, but no equilibrium from there: " +
+            describe(e));
+    } catch (MthException const& e) {
+        throw Failure("no equilibrium from the split on the grid: " + describe(e));
+    }
+}
+
 int SplitCommand::run() {
     request.fractions_optional = true;
     options.begin();
@@ -104,46 +119,14 @@ int SplitCommand::run() {
     Heading head = heading("split", mixture);
     head.remarks.emplace_back("phase 1 has the higher molar density");
     Table table{columns(mixture), {}};
-    int failures = 0;
+    Rows rows("split", table, temperatures.size() * pressures.size());
     for (double T_ : temperatures)
-        for (double p_ : pressures) {
-            const std::string what = fmt::format("{} at T = {}, p = {}", mixture.name(),
-                                                 units.text(Quantity::temperature, T_),
-                                                 units.text(Quantity::pressure, p_));
-            std::string why;
-            try {
-                table.rows.push_back(row(mixture, p_, T_));
-                continue;
-            } catch (ThException const& e) {
-                why = describe(e);
-                try {
-                    ffinit(mixture.model.get(), p_, T_);
-                    why =
-                        "a split was found on the grid of compositions, but no equilibrium from "
-                        "there: " +
-                        why;
-                } catch (ThException const& grid) {
-                    why = grid.number == th_generic
-                              ? "does not split into two fluid phases: its Gibbs energy of mixing "
-                                "is convex (ThException 0)"
-                              : describe(grid);
-                }
-            } catch (MthException const& e) {
-                why = "no equilibrium from the split on the grid: " + describe(e);
-            }
-            const std::string text = what + ": " + why;
-            if (temperatures.size() * pressures.size() == 1) throw Failure(text);
-            ++failures;
-            fmt::print(stderr, "corvane: split: {}\n", text);
-            Row row;
-            row.cells.assign(table.columns.size(), std::monostate());
-            row.cells[0] = units.from_library(Quantity::temperature, T_);
-            row.cells[1] = units.from_library(Quantity::pressure, p_);
-            row.note = "failed: " + why;
-            table.rows.push_back(std::move(row));
-        }
+        for (double p_ : pressures)
+            rows.add(state(mixture, units, T_, p_), given(units, T_, p_),
+                     [&] { return point(mixture, p_, T_); });
+    const int code = rows.finish(head);
     write(head, table, options.style);
-    return failures == 0 ? 0 : 1;
+    return code;
 }
 }  // namespace
 

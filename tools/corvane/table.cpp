@@ -76,12 +76,14 @@ std::string or_dash(std::string word) {
 
 std::string to_text(Table const& table, bool full) {
     std::vector<std::vector<std::string>> lines(1);
-    for (Column const& column : table.columns) lines[0].push_back(column.heading());
+    for (Column const& column : table.columns)
+        if (!column.detail) lines[0].push_back(column.heading());
     if (!lines[0].empty()) lines[0][0].insert(0, "# ");
     for (Row const& row : table.rows) {
         lines.emplace_back();
         for (std::size_t k = 0; k < row.cells.size(); ++k)
-            lines.back().push_back(or_dash(print(row.cells[k], table.columns[k], full)));
+            if (!table.columns[k].detail)
+                lines.back().push_back(or_dash(print(row.cells[k], table.columns[k], full)));
         if (!row.note.empty()) lines.back().push_back("# " + row.note);
     }
     return aligned(lines);

@@ -15,6 +15,7 @@ struct Column {
     std::string text;             ///< what it is, in words
     bool given = false;           ///< numbers are input: printed as short as they were given
     int digits = 7;               ///< significant digits of other numbers
+    bool detail = false;          ///< in CSV and JSON only
     std::string heading() const;  ///< "T/K", "rho/(mol/cm3)"
 };
 
@@ -31,12 +32,16 @@ struct Table {
     std::vector<Row> rows;
 };
 
+using Fields = std::vector<std::pair<std::string, Cell>>;
+
 struct Heading {
     std::string command;
     /// Equation, substance, parameter set …: named values for the first line and for JSON.
-    std::vector<std::pair<std::string, Cell>> fields;
+    Fields fields;
     std::vector<std::string> remarks;  ///< further lines
     std::vector<std::string> summary;  ///< lines after the rows
+    /// What the summary says, by name and in full: arrays in JSON alone.
+    std::vector<std::pair<std::string, std::vector<Fields>>> lists;
 };
 
 enum class Format { text, csv, json };

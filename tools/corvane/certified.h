@@ -1,0 +1,31 @@
+// Certificates in the output: a few words in a table, everything in CSV and JSON.
+#pragma once
+
+#include <tools/corvane/table.h>
+
+#include <corvane/phases/certificate.h>
+
+#include <string>
+#include <vector>
+
+namespace cli {
+
+/// The worst of the certificates of a run.
+class Evidence {
+  public:
+    /// Columns dmu, dp, tpd, evaluations, flags, which tables leave out.
+    static void add_columns(std::vector<Column>& columns);
+    /// Cells of these columns; a note for every flag that a reader of the row should know.
+    void add(Row& row, corvane::Certificate const& certificate);
+    /// A line of summary, if there are results.
+    void report(Heading& heading) const;
+
+  private:
+    long results_ = 0, evaluations_ = 0;
+    double dmu_ = 0.0, dp_ = 0.0, tpd_ = 0.0;
+};
+
+/// "potentials agree to 2.1e-13 (over RT), pressures to 3e-12 (of p)".
+std::string agreement(double dmu, double dp);
+
+}  // namespace cli
