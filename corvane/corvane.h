@@ -18,6 +18,7 @@
 #include <corvane/mixture/heat_capacity.h>
 #include <corvane/mixture/loading.h>
 #include <corvane/mixture/modeln.h>
+#include <corvane/phases/binary_diagram.h>
 #include <corvane/phases/certificate.h>
 #include <corvane/phases/critical.h>
 #include <corvane/phases/diagram.h>
@@ -27,6 +28,7 @@
 #include <corvane/phases/progress.h>
 #include <corvane/phases/saturation.h>
 #include <corvane/phases/stability.h>
+#include <corvane/phases/three_phase.h>
 #include <corvane/phases/validity.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>

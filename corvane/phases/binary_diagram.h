@@ -1,0 +1,45 @@
+// Complete p-x-y and T-x-y diagrams of binaries.
+#pragma once
+
+#include <corvane/core/api.h>
+#include <corvane/phases/diagram.h>
+#include <corvane/phases/three_phase.h>
+
+#include <vector>
+
+class ModelN;
+
+namespace corvane {
+
+/// All stable two-phase states of a binary at one T or p.
+struct CORVANE_API BinaryDiagram {
+    std::vector<Diagram> branches;
+    std::vector<ThreePhasePoint> three_phase;  ///< where branches meet
+    /// Splits that were found but not traced: one tie line of each, not solved. A pure component
+    /// (x = y) whose saturation no branch reaches.
+    std::vector<TieLine> open;
+    long evaluations = 0;
+
+    /// Is every branch explained at both ends, and nothing open?
+    bool complete() const;
+};
+
+/// The p-x-y diagram at T [K]: every stable two-phase curve up to p_max.
+///
+/// Curves are traced (diagram.h) from the saturation points of the pure components and cut where
+/// the tangent-plane test finds a third phase; that state is solved exactly, and its other two
+/// curves are followed from there. Then pressures up to p_max, 50 % apart, are searched for splits
+/// that no curve has (convex hull of the Gibbs energy over 25 compositions); each is traced both
+/// ways. A detached region smaller than these grids is not found.
+///
+/// options.stability is always on. `full` bounds the points of every branch; Progress counts all.
+/// @throws ThException 4 not a binary; 5; what the model throws
+CORVANE_API BinaryDiagram complete_pxy(ModelN const& binary, double T,
+                                       DiagramOptions const& options = {});
+
+/// The T-x-y diagram at p [MPa], from T_min to twice the higher critical temperature; the search
+/// goes in steps of 4 %.
+CORVANE_API BinaryDiagram complete_Txy(ModelN const& binary, double p,
+                                       DiagramOptions const& options = {});
+
+}  // namespace corvane

@@ -1,0 +1,199 @@
+#include <corvane/phases/path.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane {
+namespace {
+constexpr double kAlike = 0.03;     // ratios of the partial densities: the phases are nearly one
+constexpr double kNear = 0.5;       // below it only ratios are specified
+constexpr double kShortest = 1e-5;  // of the longest step
+constexpr double kPolish = 0.06;    // ratio from which a critical point is found
+constexpr int kNewton = 8;
+
+double dot(std::vector<double> const& a, std::vector<double> const& b) {
+    double sum = 0.0;
+    for (std::size_t i = 0; i < a.size(); ++i) sum += a[i] * b[i];
+    return sum;
+}
+}  // namespace
+
+Path::Path(CoexistenceSolver& solver, double step) : s_(solver), step_(step) {
+    const int m = s_.count();
+    for (int k = 0; k < m; ++k) coordinates_.push_back({2 * k, 2 * k + 1, false});
+    for (int k = 1; k < m; ++k)
+        for (int j = 0; j < k; ++j)
+            for (int i = 0; i < 2; ++i) coordinates_.push_back({2 * k + i, 2 * j + i, true});
+    coordinates_.push_back({2 * m, -1, false});
+}
+
+double Path::apart(std::vector<double> const& u, int j, int k) {
+    return std::max(std::fabs(u[2 * k] - u[2 * j]), std::fabs(u[2 * k + 1] - u[2 * j + 1]));
+}
+
+void Path::specify(int c) {
+    Coordinate const& q = coordinates_[static_cast<std::size_t>(c)];
+    s_.row.assign(s_.u.size(), 0.0);
+    s_.row[q.i] = 1.0;
+    if (q.j >= 0) s_.row[q.j] = -1.0;
+}
+
+// What a change of a coordinate counts: that of a mole fraction by itself, but at least a thirtieth
+// of its logit; a tenth of a ratio; ln T fully.
+double Path::weight(std::vector<double> const& u, int c) const {
+    Coordinate const& q = coordinates_[static_cast<std::size_t>(c)];
+    if (q.ratio) return 0.1;
+    if (q.j < 0) return 1.0;
+    const double x = 1.0 / (1.0 + std::exp(-at(u, c)));
+    return std::max(x * (1.0 - x), 0.03);
+}
+double Path::moves(std::vector<double> const& u, std::vector<double> const& d, double ln_p) const {
+    double largest = 0.1 * std::fabs(ln_p);
+    for (int c = 0; c <= last_coordinate(); ++c)
+        largest = std::max(largest, weight(u, c) * std::fabs(at(d, c)));
+    return largest / step_;
+}
+int Path::most(Node const& node) const {
+    double nearest = 1e300, largest = 0.0;
+    for (int k = 1; k < s_.count(); ++k)
+        for (int j = 0; j < k; ++j) nearest = std::min(nearest, apart(node.u, j, k));
+    int best = s_.count();
+    for (int c = nearest < kNear ? s_.count() : 0; c <= last_coordinate(); ++c) {
+        if (nearest < kNear && !coordinates_[static_cast<std::size_t>(c)].ratio) continue;
+        const double size = weight(node.u, c) * std::fabs(at(node.t, c));
+        if (size > largest) largest = size, best = c;
+    }
+    return best;
+}
+
+bool Path::finish(Node& node, std::vector<double> const* along) {
+    node.u = s_.u;
+    if (!s_.tangent(node.t)) return false;
+    node.ln_p = s_.ln_p();
+    node.ln_p_t = s_.ln_p(node.t);
+    const double sign = along && dot(*along, node.t) < 0.0 ? -1.0 : 1.0;
+    const double scale = sign / moves(node.u, node.t, node.ln_p_t);
+    for (double& v : node.t) v *= scale;
+    node.ln_p_t *= scale;
+    return std::isfinite(scale) && std::isfinite(node.ln_p);
+}
+bool Path::solve(int limit, Node& node, std::vector<double> const* along) {
+    s_.iterations = 0;
+    if (!s_.solve(limit) || !(s_.pressure() > 0.0)) return false;
+    for (PhaseState const& s : s_.phase)
+        if (!(s.S > 0.0)) return false;
+    return finish(node, along);
+}
+
+bool Path::begin(int c) {
+    specify(c);
+    s_.value = at(s_.u, c);
+    return solve(20, now_, nullptr) && begin_at_solution();
+}
+bool Path::begin_at_solution() {
+    if (!s_.evaluate() || !(s_.pressure() > 0.0)) return false;
+    // The tangent in any coordinate tells which one changes most.
+    for (int c = 0; c <= last_coordinate(); ++c) {
+        specify(c);
+        if (!finish(now_, nullptr)) continue;
+        specify(most(now_));
+        if (!finish(now_, nullptr)) continue;
+        before_ = now_;
+        return true;
+    }
+    return false;
+}
+void Path::reverse() {
+    for (double& v : now_.t) v = -v;
+    now_.ln_p_t = -now_.ln_p_t;
+}
+
+/// Do two phases come closer than kAlike between the two, or pass through each other?
+bool Path::meet(std::vector<double> const& from, std::vector<double> const& to) {
+    for (int k = 1; k < s_.count(); ++k)
+        for (int j = 0; j < k; ++j) {
+            double same = 0.0;
+            for (int i = 0; i < 2; ++i)
+                same += (from[2 * k + i] - from[2 * j + i]) * (to[2 * k + i] - to[2 * j + i]);
+            if (same > 0.0 && apart(to, j, k) >= kAlike) continue;
+            alike_[0] = j;
+            alike_[1] = k;
+            return true;
+        }
+    return false;
+}
+
+Path::Step Path::advance() {
+    const int c = most(now_);
+    Node next;
+    for (;; length_ *= 0.4) {
+        if (length_ < kShortest) return Step::stuck;
+        specify(c);
+        s_.value = at(now_.u, c) + length_ * at(now_.t, c);
+        for (std::size_t i = 0; i < s_.u.size(); ++i) s_.u[i] = now_.u[i] + length_ * now_.t[i];
+        if (meet(now_.u, s_.u)) return Step::alike;
+        if (!solve(kNewton, next, &now_.t)) continue;
+        // Against jumps to another branch: not further than twice the step, nor round a corner.
+        std::vector<double> way(next.u);
+        for (std::size_t i = 0; i < way.size(); ++i) way[i] -= now_.u[i];
+        if (moves(now_.u, way, next.ln_p - now_.ln_p) > 2.0 * length_ + 1e-3) continue;
+        if (dot(next.t, now_.t) > 0.5 * std::sqrt(dot(next.t, next.t) * dot(now_.t, now_.t))) break;
+    }
+    specified_ = c;
+    before_ = std::move(now_);
+    now_ = std::move(next);
+    length_ = s_.iterations <= 5 ? std::min(1.0, 1.6 * length_) : 0.7 * length_;
+    return Step::done;
+}
+
+bool Path::between(double q, Node& node) {
+    specify(specified_);
+    for (std::size_t i = 0; i < s_.u.size(); ++i) s_.u[i] = (1 - q) * before_.u[i] + q * now_.u[i];
+    s_.value = at(s_.u, specified_);
+    const std::vector<double> along = now_.t;
+    return solve(kNewton, node, &along);
+}
+bool Path::evaluate(std::vector<double> const& u, Node& node) {
+    const std::vector<double> along = now_.t;
+    s_.u = u;
+    specify(specified_);
+    return s_.evaluate() && finish(node, &along);
+}
+bool Path::contains(std::vector<double> const& u) const {
+    const double a = at(before_.u, specified_), b = at(now_.u, specified_), v = at(u, specified_);
+    const double slack = 1e-6 + 1e-3 * std::fabs(b - a);
+    return v > std::min(a, b) - slack && v < std::max(a, b) + slack;
+}
+
+bool Path::critical(std::vector<double>& u) {
+    const int j = alike_[0], k = alike_[1];
+    // The larger of the two ratios.
+    int c = 0;
+    double largest = -1.0;
+    for (int d = 0; d <= last_coordinate(); ++d) {
+        Coordinate const& q = coordinates_[static_cast<std::size_t>(d)];
+        if (!q.ratio || q.i / 2 != k || q.j / 2 != j) continue;
+        if (std::fabs(at(now_.u, d)) > largest) largest = std::fabs(at(now_.u, d)), c = d;
+    }
+    std::vector<double> from = now_.u, t = now_.t, even[2];
+    for (int half = 0; half < 2; ++half) {
+        const double s = std::copysign(half ? kPolish / 2 : kPolish, at(now_.u, c));
+        const double h = (s - at(from, c)) / at(t, c);
+        specify(c);
+        s_.value = s;
+        for (std::size_t i = 0; i < from.size(); ++i) s_.u[i] = from[i] + h * t[i];
+        if (!s_.solve(20) || !s_.tangent(t)) return false;
+        from = s_.u;
+        // An even function of s: f(0) = f(s) − s·f'(s)/2 + O(s⁴).
+        std::vector<double>& f = even[half];
+        f = from;
+        for (std::size_t i = 0; i < f.size(); ++i) f[i] -= 0.5 * s * t[i];
+        for (int i = 0; i < 2; ++i)
+            f[2 * j + i] = f[2 * k + i] = 0.5 * (f[2 * j + i] + f[2 * k + i]);
+    }
+    u.resize(from.size());
+    for (std::size_t i = 0; i < u.size(); ++i) u[i] = (16 * even[1][i] - even[0][i]) / 15;
+    return std::isfinite(u[0]);
+}
+
+}  // namespace corvane

@@ -1,0 +1,74 @@
+// One curve of tie lines of a binary at constant T or p. Internal to the library.
+#pragma once
+
+#include <corvane/phases/diagram.h>
+#include <corvane/phases/pair.h>
+#include <corvane/phases/path.h>
+#include <corvane/phases/stability.h>
+#include <corvane/phases/three_phase_point.h>
+
+#include <optional>
+
+namespace corvane {
+
+/// What is constant along a diagram.
+struct Constant {
+    bool at_T;
+    double value;
+};
+
+/// The phases 0 and 1 of the solver as a tie line.
+TieLine tie_line(CoexistenceSolver const& solver);
+
+/// Traces tie lines from a start on; one object per curve.
+class TieLineTracer {
+  public:
+    /// cut: end the curve where a third phase appears.
+    TieLineTracer(FluidModel const& fluid, Constant constant, DiagramOptions const& options,
+                  bool cut);
+
+    /// From the saturation point of a pure component. False if it is not found.
+    bool begin_pure(int component);
+    /// From a solution u of the two-phase equations (five values), the first point, with p (or T)
+    /// rising or falling from there on.
+    bool begin_at(std::vector<double> const& u, bool rising, DiagramEnd why);
+
+    /// Up to an end. `before` counts the points of other curves for the progress callback.
+    Diagram run(int before = 0);
+
+    /// After DiagramEnd::three_phase.
+    ThreePhasePoint const& three_phase() const { return *three_; }
+    /// After DiagramEnd::pure.
+    int pure_end() const { return pure_; }
+    /// Did p (or T) rise at the end?
+    bool rising() const { return rising_; }
+    std::optional<PhasePair> kind;  ///< where it is known; otherwise run() sets it
+
+  private:
+    bool pure_point(int component, TieLine& q);
+    bool test(PairSolver const& pair, bool first);
+    void push(PairSolver const& pair, bool stable);
+    void azeotrope(std::vector<double> const& from, std::vector<double> const& to);
+    std::optional<DiagramEnd> bound();
+    bool cut();
+    bool solve_three();
+    Diagram finish(DiagramEnd why);
+
+    FluidModel const& fluid_;
+    const Constant constant_;
+    const DiagramOptions o_;
+    const bool cut_;
+    PairSolver pair_, azeotrope_;
+    CoexistenceSolver solver3_;
+    Path path_;
+    Stability stability_;
+    StabilityResult result_;
+    double T_min_, T_max_;
+    std::optional<ThreePhasePoint> three_;
+    int pure_ = -1;
+    bool rising_ = false, stable_ = true;
+    long evaluations_;
+    Diagram d_;
+};
+
+}  // namespace corvane
