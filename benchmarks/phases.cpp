@@ -19,6 +19,7 @@ Mixture make(std::vector<char const*> const& names) {
         for (int j = 0; j < i; ++j) m->id(i, j, 1);
     }
     corvane::load_estimating(*m, "PR", "vdW1");
+    for (int i = 0; i < n; ++i) m->mdl1[i]->ideal.load();
     return m;
 }
 Vector<double> equal_parts(int n) {
@@ -86,6 +87,25 @@ void flash_six(benchmark::State& state) {
     report(state, q.certificate);
 }
 
+/// Back from the flash at (p, T): by h, s or rho, cold, or with a start 1 K away.
+enum By { h, s, rho };
+void flash_by(benchmark::State& state, By by, double T, int n, bool warm) {
+    static std::vector<char const*> const names{"methane", "propane", "nitrogen",
+                                                "ethane",  "butane",  "decane"};
+    const Mixture m = make({names.begin(), names.begin() + n});
+    const Vector<double> z = equal_parts(n);
+    corvane::FlashResult q = corvane::flash_pT(*m, 2, T, z);
+    corvane::add_caloric(*m, z, q);
+    const corvane::FlashResult near = corvane::flash_pT(*m, 2, T + 1, z), in = q;
+    corvane::FlashOptions o;
+    if (warm) o.start = &near;
+    for (auto _ : state)
+        q = by == h   ? corvane::flash_ph(*m, 2, in.h, z, o)
+            : by == s ? corvane::flash_ps(*m, 2, in.s, z, o)
+                      : corvane::flash_Trho(*m, T, in.rho, z, o);
+    report(state, q.certificate);
+}
+
 void envelope(benchmark::State& state) {
     const Mixture m = make({"methane", "propane"});
     const Vector<double> z = equal_parts(2);
@@ -118,4 +138,11 @@ BENCHMARK(bubble_refused);
 BENCHMARK(flash);
 BENCHMARK(flash_one_phase);
 BENCHMARK(flash_six);
+BENCHMARK_CAPTURE(flash_by, h_two_phases, h, 250, 2, false);
+BENCHMARK_CAPTURE(flash_by, h_two_phases_warm, h, 250, 2, true);
+BENCHMARK_CAPTURE(flash_by, h_one_phase, h, 350, 2, false);
+BENCHMARK_CAPTURE(flash_by, h_six, h, 280, 6, false);
+BENCHMARK_CAPTURE(flash_by, s_two_phases, s, 250, 2, false);
+BENCHMARK_CAPTURE(flash_by, rho_two_phases, rho, 250, 2, false);
+BENCHMARK_CAPTURE(flash_by, rho_one_phase, rho, 350, 2, false);
 }  // namespace

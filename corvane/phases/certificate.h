@@ -31,8 +31,8 @@ struct PhaseRecord {
     Vector<double> x;
 };
 
-/// Evidence for a result, computed from its final densities. A result is handed out only if dmu and
-/// dp are at most `tolerance`, and tpd is at least −tpd_tolerance.
+/// Evidence for a result, computed from its final densities. A result is handed out only if dmu,
+/// dp and target are at most `tolerance`, and tpd is at least −tpd_tolerance.
 struct CORVANE_API Certificate {
     static constexpr double tolerance = 1e-9;
     static constexpr double tpd_tolerance = 1e-8;
@@ -42,6 +42,9 @@ struct CORVANE_API Certificate {
     /// by 8 units in the last place does to its pressure is taken off, since below about 1e-5 MPa
     /// that is more than 1e-9·p.
     double dp = 0.0;
+    /// Flashes at given h, s or rho: |Δh|/(RT), |Δs|/R or |Δrho|/rho of the result to what was
+    /// given.
+    double target = 0.0;
     double balance = 0.0;  ///< flash: largest |z_i − Σ fraction·x_i|
     /// Smallest tangent-plane distance (over RT) found from all starts; 0 where every start led
     /// back to the phases of the result.
@@ -58,7 +61,9 @@ struct CORVANE_API Certificate {
     bool extrapolated = false;     ///< T or p outside the published range of the parameters
     bool below_triple = false;     ///< below the triple temperature of a component: may freeze
 
-    bool holds() const { return dmu <= tolerance && dp <= tolerance && tpd >= -tpd_tolerance; }
+    bool holds() const {
+        return dmu <= tolerance && dp <= tolerance && target <= tolerance && tpd >= -tpd_tolerance;
+    }
     /// Sets the three flags; z: what is present. v may be null.
     void flag(Validity const* v, double T, double p, Vector<double> const& z);
     std::string line() const;  ///< one line for a report

@@ -11,7 +11,7 @@
 
 namespace corvane {
 namespace {
-constexpr int kSubstitutions = 4, kIterations = 60, kRestarts = 3;
+constexpr int kSubstitutions = 4, kIterations = 60, kRestarts = 9;
 constexpr double kConverged = 1e-11;  // of the potentials
 constexpr double kRounding = 1e-9;    // what rounding may leave of them, see Certificate
 
@@ -43,14 +43,21 @@ class Flash {
             return one_phase(o, std::min(r.tpd, 0.0));
         }
         bool unstable = false;
-        for (int k = 0; k < kRestarts && r.other; ++k) {
-            for (int i = 0; i < n_; ++i) lnK_[i] = std::log(r.trial.w[i] / fluid_.z()[i]);
-            if (!split()) break;
+        pairs_.assign(1, {fluid_.z(), r.trial.w});
+        for (int k = 0; k < kRestarts && r.other && !pairs_.empty(); ++k) {
+            const Pair start = std::move(pairs_.back());
+            pairs_.pop_back();
+            for (int i = 0; i < n_; ++i) lnK_[i] = std::log(start.b[i] / start.a[i]);
+            beta_ = 0.5;
+            // The whole's trial need not enclose a split, a pair of phases has to.
+            if ((k > 0 && !rachford_rice()) || !split()) continue;
             StabilityResult after;
             if (certified(&after)) return two_phases(o);
             unstable = true;
-            if (!after.other) break;
-            r = std::move(after);
+            if (!after.other) continue;
+            pairs_.insert(pairs_.begin(), {fluid_.z(), after.trial.w});
+            pairs_.push_back({a_.x, after.trial.w});
+            pairs_.push_back({b_.x, after.trial.w});
         }
         fail(unstable ? "every split found is unstable: probably three phases"
                       : "the split did not converge; change p or T a little, or give a start");
@@ -89,8 +96,9 @@ class Flash {
         double lo = 0.0, hi = 1.0, at0 = -1.0, at1 = 1.0;
         for (int i = 0; i < n_; ++i) {
             step_[i] = std::expm1(lnK_[i]);
-            at0 += z[i] * (1.0 + step_[i]);
-            at1 -= z[i] / (1.0 + step_[i]);
+            y_[i] = std::exp(lnK_[i]);  // which expm1 loses where it is small
+            at0 += z[i] * y_[i];
+            at1 -= z[i] / y_[i];
         }
         if (!(at0 > 0.0) || !(at1 < 0.0)) return false;
         double f = beta_ > 0.0 && beta_ < 1.0 ? beta_ : 0.5;
@@ -113,7 +121,7 @@ class Flash {
         double sum_x = 0.0, sum_y = 0.0;
         for (int i = 0; i < n_; ++i) {
             sum_x += x_[i] = z[i] / (1.0 + f * step_[i]);
-            sum_y += y_[i] = x_[i] * (1.0 + step_[i]);
+            sum_y += y_[i] *= x_[i];
         }
         for (int i = 0; i < n_; ++i) {
             v_[i] = f * y_[i];
@@ -235,8 +243,15 @@ class Flash {
         return stable && stability_.locally_stable(b_);
     }
 
+    FlashResult result(std::vector<double> const& fraction) const {
+        FlashResult q;
+        q.T = T_;
+        q.p = p_;
+        q.fraction = fraction;
+        return q;
+    }
     FlashResult one_phase(FlashOptions const& o, double tpd) {
-        FlashResult q{T_, p_, {}, {1.0}, {}};
+        FlashResult q = result({1.0});
         certify(fluid_, p_, {&whole_}, q.certificate);
         q.certificate.tpd = tpd;
         return finish(q, o);
@@ -244,7 +259,7 @@ class Flash {
     FlashResult two_phases(FlashOptions const& o) {
         double heavy = 0.0;
         for (int i = 0; i < n_; ++i) heavy += (a_.rho_i[i] - b_.rho_i[i]) * fluid_.molar_mass(i);
-        FlashResult q{T_, p_, {}, {1.0 - beta_, beta_}, {}};
+        FlashResult q = result({1.0 - beta_, beta_});
         if (heavy < 0.0) {
             std::swap(a_, b_);
             std::swap(q.fraction[0], q.fraction[1]);
@@ -259,6 +274,9 @@ class Flash {
     }
     FlashResult finish(FlashResult& q, FlashOptions const& o) {
         q.phases = q.certificate.phases;
+        double volume = 0.0;
+        for (std::size_t k = 0; k < q.phases.size(); ++k) volume += q.fraction[k] / q.phases[k].rho;
+        q.rho = 1.0 / volume;
         q.certificate.evaluations = fluid_.evaluations;
         q.certificate.flag(o.validity, T_, p_, fluid_.expand(fluid_.z()));
         residual_ = std::max(q.certificate.dmu, q.certificate.dp);
@@ -272,6 +290,10 @@ class Flash {
     const int n_;
     Stability stability_;
     PhaseState whole_, a_, b_;
+    struct Pair {
+        std::vector<double> a, b;  ///< mole fractions
+    };
+    std::vector<Pair> pairs_;  ///< starts for splits, the most promising last
     std::vector<double> l_, v_, lnK_, x_, y_, step_, hess_;
     double beta_ = 0.5, gibbs_ = 0.0, residual_ = 0.0, tpd_ = 0.0;
     int iterations_ = 0;

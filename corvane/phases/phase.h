@@ -64,6 +64,7 @@ class CORVANE_API FluidModel {
     ModelN const& model() const { return model_; }
     int size() const { return static_cast<int>(present_.size()); }
     std::vector<double> const& z() const { return z_; }
+    int index(int k) const { return present_[k]; }  ///< of present component k in the model
     Model1 const& pure(int k) const;
     /// All components again: zeros for those that are absent.
     Vector<double> expand(std::vector<double> const& x) const;
