@@ -176,16 +176,20 @@ bool Path::critical(std::vector<double>& u) {
         if (std::fabs(at(now_.u, d)) > largest) largest = std::fabs(at(now_.u, d)), c = d;
     }
     std::vector<double> from = now_.u, t = now_.t, even[2];
-    for (int half = 0; half < 2; ++half) {
-        const double s = std::copysign(half ? kPolish / 2 : kPolish, at(now_.u, c));
-        const double h = (s - at(from, c)) / at(t, c);
+    for (int half = 0; half < 2;) {
+        // Halved at most, so that the tangent leads to where Newton converges.
+        const double last = at(from, c);
+        const double s =
+            std::copysign(std::max(0.5 * std::fabs(last), half ? 0.5 * kPolish : kPolish), last);
+        const double h = (s - last) / at(t, c);
         specify(c);
         s_.value = s;
         for (std::size_t i = 0; i < from.size(); ++i) s_.u[i] = from[i] + h * t[i];
         if (!s_.solve(20) || !s_.tangent(t)) return false;
         from = s_.u;
+        if (std::fabs(s) > kPolish) continue;
         // An even function of s: f(0) = f(s) − s·f'(s)/2 + O(s⁴).
-        std::vector<double>& f = even[half];
+        std::vector<double>& f = even[half++];
         f = from;
         for (std::size_t i = 0; i < f.size(); ++i) f[i] -= 0.5 * s * t[i];
         for (int i = 0; i < 2; ++i)

@@ -1,6 +1,7 @@
 #include <corvane/core/constants.h>
 #include <corvane/mixture/modeln.h>
-#include <corvane/phases/saturation.h>
+#include <corvane/phases/critical_conditions.h>
+#include <corvane/phases/pure_point.h>
 #include <corvane/phases/tie_lines.h>
 #include <corvane/pure/model1.h>
 
@@ -10,8 +11,9 @@
 
 namespace corvane {
 namespace {
-constexpr double kTrace = 1e-4;    // both fractions below it: at the pure component
-constexpr double kTrivial = 1e-4;  // phases of a solution differ at least by this
+constexpr double kTrace = 1e-4;     // both fractions below it: at the pure component
+constexpr double kCritical = 1e-3;  // in x, from the extrapolated critical point
+constexpr double kTrivial = 1e-4;   // phases of a solution differ at least by this
 }  // namespace
 
 TieLine tie_line(CoexistenceSolver const& s) {
@@ -40,24 +42,9 @@ TieLineTracer::TieLineTracer(FluidModel const& fluid, Constant constant, Diagram
     T_max_ = 2.0 * std::max(Tc[0], Tc[1]);
 }
 
-bool TieLineTracer::pure_point(int component, TieLine& q) {
-    Vector<double> z(2);
-    z[component] = 1.0;
-    z[1 - component] = 0.0;
-    try {
-        const SaturationPoint s = constant_.at_T ? bubble_T(fluid_.model(), constant_.value, z)
-                                                 : bubble_p(fluid_.model(), constant_.value, z);
-        fluid_.evaluations += s.certificate.evaluations;
-        q = {s.T, s.p, z[0], z[0], s.given.rho, s.incipient.rho, true};
-        return true;
-    } catch (EquilibriumFailure const&) {
-        return false;
-    }
-}
-
 bool TieLineTracer::begin_pure(int component) {
     TieLine q;
-    if (!pure_point(component, q)) return false;
+    if (!pure_point(fluid_, component, constant_, q)) return false;
     d_.points.push_back(q);
     d_.begin = DiagramEnd::pure;
     kind = PhasePair::vapour_liquid;
@@ -156,6 +143,32 @@ std::optional<DiagramEnd> TieLineTracer::bound() {
     return why;
 }
 
+/// The critical point that the curve runs into: extrapolated, then solved.
+bool TieLineTracer::critical() {
+    if (!path_.critical(pair_.u) || !pair_.evaluate()) return false;
+    TieLine q = tie_line(pair_);
+    q.stable = stable_;
+    // At constant T directly; at constant p by Newton's method in ln T.
+    CriticalConditions c(fluid_);
+    CriticalConditions::Variables y{std::log(q.rho_x), std::log(q.T), q.x};
+    const CriticalConditions::Variables row{0.0, 1.0, 0.0};
+    double lnT = y[1], last_T = 0.0, last_p = 0.0;
+    for (int it = 0; it < 8 && c.solve(y, 3, &row, lnT, 10); ++it) {
+        const double off = constant_.at_T ? 0.0 : std::log(c.s.p / constant_.value);
+        if (std::fabs(off) < 1e-10) {
+            if (std::fabs(y[2] - q.x) < kCritical)
+                q = {c.s.T, c.s.p, y[2], y[2], c.s.rho, c.s.rho, stable_};
+            break;
+        }
+        const double slope = it > 0 ? (off - last_p) / (lnT - last_T) : 7.0;
+        last_T = lnT;
+        last_p = off;
+        lnT -= off / slope;
+    }
+    d_.points.push_back(q);
+    return true;
+}
+
 /// Newton for three phases: those of pair_ and the trial phase of the last test.
 bool TieLineTracer::solve_three() {
     TrialPhase const& trial = result_.trial;
@@ -212,10 +225,7 @@ Diagram TieLineTracer::run(int before) {
         const Path::Step step = path_.advance();
         if (step == Path::Step::stuck) return finish(DiagramEnd::stuck);
         if (step == Path::Step::alike) {
-            if (!path_.critical(pair_.u) || !pair_.evaluate()) return finish(DiagramEnd::stuck);
-            TieLine q = tie_line(pair_);
-            q.stable = stable_;
-            d_.points.push_back(q);
+            if (!critical()) return finish(DiagramEnd::stuck);
             return finish(DiagramEnd::critical);
         }
         std::optional<DiagramEnd> why = bound();
@@ -236,7 +246,7 @@ Diagram TieLineTracer::run(int before) {
             const double away = component == 0 ? -1.0 : 1.0;
             if (trace > kTrace || Path::logit(path_.now().t, 0) * away > 0.0) continue;
             TieLine end;
-            if (!pure_point(component, end)) continue;
+            if (!pure_point(fluid_, component, constant_, end)) continue;
             if ((q.rho_x < q.rho_y) != (end.rho_x < end.rho_y)) std::swap(end.rho_x, end.rho_y);
             d_.points.push_back(end);
             pure_ = component;

@@ -4,18 +4,13 @@
 #include <corvane/phases/diagram.h>
 #include <corvane/phases/pair.h>
 #include <corvane/phases/path.h>
+#include <corvane/phases/pure_point.h>
 #include <corvane/phases/stability.h>
 #include <corvane/phases/three_phase_point.h>
 
 #include <optional>
 
 namespace corvane {
-
-/// What is constant along a diagram.
-struct Constant {
-    bool at_T;
-    double value;
-};
 
 /// The phases 0 and 1 of the solver as a tie line.
 TieLine tie_line(CoexistenceSolver const& solver);
@@ -45,12 +40,12 @@ class TieLineTracer {
     std::optional<PhasePair> kind;  ///< where it is known; otherwise run() sets it
 
   private:
-    bool pure_point(int component, TieLine& q);
     bool test(PairSolver const& pair, bool first);
     void push(PairSolver const& pair, bool stable);
     void azeotrope(std::vector<double> const& from, std::vector<double> const& to);
     std::optional<DiagramEnd> bound();
     bool cut();
+    bool critical();
     bool solve_three();
     Diagram finish(DiagramEnd why);
 
