@@ -1,5 +1,6 @@
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/binary_diagram.h>
+#include <corvane/phases/flash.h>
 #include <corvane/phases/hull.h>
 #include <corvane/phases/tie_lines.h>
 #include <corvane/pure/model1.h>
@@ -54,6 +55,7 @@ class Builder {
                 (constant_.at_T ? q.T : q.p) = constant_.value;
                 d_.open.push_back(q);
             }
+        drop_followed_back();
         for (Junction const& j : junctions_) d_.three_phase.push_back(j.state);
         d_.evaluations = fluid_.evaluations;
         return std::move(d_);
@@ -77,6 +79,22 @@ class Builder {
         if (d.end == DiagramEnd::three_phase)
             arrive(tracer.three_phase(), d.points.back(), tracer.rising());
         d_.branches.push_back(std::move(d));
+    }
+
+    /// A branch that was lost on its way from a pure component (next to a critical end point the
+    /// third phase is hard to see), where another one has come from the other side.
+    void drop_followed_back() {
+        auto lost = [&](Diagram const& d) {
+            return d.begin == DiagramEnd::pure && d.end == DiagramEnd::stuck &&
+                   std::any_of(d_.branches.begin(), d_.branches.end(), [&](Diagram const& other) {
+                       return other.end == DiagramEnd::pure &&
+                              other.points.back().x == d.points.front().x;
+                   });
+        };
+        std::vector<Diagram> kept;
+        for (Diagram const& d : d_.branches)
+            if (!lost(d)) kept.push_back(d);
+        d_.branches = std::move(kept);
     }
 
     /// A branch ended at three phases, as their pair q.
@@ -189,6 +207,11 @@ class Builder {
             hi = std::log(2.0 * std::max(Tc[0], Tc[1]));
             step = 0.04;
         }
+        struct Failed {
+            double p, T;
+            Facet facet;
+        };
+        std::vector<Failed> failed;
         const int count = static_cast<int>(std::ceil((hi - lo) / step));
         for (int k = 0; k <= count && !interrupted_; ++k) {
             const double s = lo + (hi - lo) * k / std::max(count, 1);
@@ -196,9 +219,11 @@ class Builder {
                          T = constant_.at_T ? constant_.value : std::exp(s);
             for (Facet const& f : split_facets(fluid_, p, T)) {
                 if (covered(s, f.x[0], f.x[1])) continue;
-                if (!detached(p, T, f)) unresolved(p, T, f);
+                if (!detached(p, T, f)) failed.push_back({p, T, f});
             }
         }
+        for (auto const& [p, T, f] : failed)
+            if (!covered(std::log(constant_.at_T ? p : T), f.x[0], f.x[1])) unresolved(p, T, f);
     }
 
     /// Solves the split of a facet and traces it both ways; true also if it is known already.
@@ -216,9 +241,11 @@ class Builder {
                 PhaseState const &s = pair_.phase[k], &o = pair_.phase[1 - k];
                 if (s.x[i] < 1e-6) pair_.u[2 * k + i] += o.m[i] - s.m[i];
             }
-        if (!pair_.solve(20) || Path::apart(pair_.u, 0, 1) < 1e-4 || !(pair_.a.S > 0.0) ||
-            !(pair_.b.S > 0.0))
-            return false;
+        auto solved = [&](int limit) {
+            return pair_.solve(limit) && Path::apart(pair_.u, 0, 1) > 1e-4 && pair_.a.S > 0.0 &&
+                   pair_.b.S > 0.0;
+        };
+        if (!solved(20) && !(flashed(p, T, 0.5 * (x[0] + x[1])) && solved(10))) return false;
         const TieLine q = tie_line(pair_);
         if (known(q) || covered(running(q), std::min(q.x, q.y), std::max(q.x, q.y))) return true;
         if (!stability_.test(pair_.a, p, &pair_.b, true).stable) return false;
@@ -230,6 +257,22 @@ class Builder {
         trace_both(u);
         junctions();
         return true;
+    }
+    /// Start values from the flash, which is slower and takes narrow gaps.
+    bool flashed(double p, double T, double x) {
+        Vector<double> z(2);
+        z[0] = x;
+        z[1] = 1 - x;
+        try {
+            const FlashResult q = flash_pT(fluid_.model(), p, T, z);
+            fluid_.evaluations += q.certificate.evaluations;
+            if (q.phases.size() != 2) return false;
+            auto const &a = q.phases[0], &b = q.phases[1];
+            pair_.start({a.x[0], a.x[1]}, a.rho, {b.x[0], b.x[1]}, b.rho, T);
+            return true;
+        } catch (EquilibriumFailure const&) {
+            return false;
+        }
     }
     void trace_both(std::vector<double> const& u) {
         TieLineTracer down(fluid_, constant_, o_, true), up(fluid_, constant_, o_, true);

@@ -6,7 +6,7 @@
 namespace corvane {
 namespace {
 constexpr double kAlike = 0.03;     // ratios of the partial densities: the phases are nearly one
-constexpr double kNear = 0.5;       // below it only ratios are specified
+constexpr double kNear = 1.0;       // below it only ratios are specified
 constexpr double kShortest = 1e-5;  // of the longest step
 constexpr double kPolish = 0.06;    // ratio from which a critical point is found
 constexpr int kNewton = 8;
@@ -133,6 +133,7 @@ Path::Step Path::advance() {
         for (std::size_t i = 0; i < s_.u.size(); ++i) s_.u[i] = now_.u[i] + length_ * now_.t[i];
         if (meet(now_.u, s_.u)) return Step::alike;
         if (!solve(kNewton, next, &now_.t)) continue;
+        if (meet(now_.u, next.u)) continue;  // the trivial solution: it was not foreseen
         // Against jumps to another branch: not further than twice the step, nor round a corner.
         std::vector<double> way(next.u);
         for (std::size_t i = 0; i < way.size(); ++i) way[i] -= now_.u[i];
@@ -176,6 +177,15 @@ bool Path::critical(std::vector<double>& u) {
         if (std::fabs(at(now_.u, d)) > largest) largest = std::fabs(at(now_.u, d)), c = d;
     }
     std::vector<double> from = now_.u, t = now_.t, even[2];
+    // An even function of the ratio s: f(0) = f(s) − s·f'(s)/2 + O(s⁴).
+    auto even_part = [&](std::vector<double>& f) {
+        const double scale = 0.5 * at(from, c) / at(t, c);
+        f = from;
+        for (std::size_t i = 0; i < f.size(); ++i) f[i] -= scale * t[i];
+        for (int i = 0; i < 2; ++i)
+            f[2 * j + i] = f[2 * k + i] = 0.5 * (f[2 * j + i] + f[2 * k + i]);
+    };
+    even_part(u);
     for (int half = 0; half < 2;) {
         // Halved at most, so that the tangent leads to where Newton converges.
         const double last = at(from, c);
@@ -187,15 +197,8 @@ bool Path::critical(std::vector<double>& u) {
         for (std::size_t i = 0; i < from.size(); ++i) s_.u[i] = from[i] + h * t[i];
         if (!s_.solve(20) || !s_.tangent(t)) return false;
         from = s_.u;
-        if (std::fabs(s) > kPolish) continue;
-        // An even function of s: f(0) = f(s) − s·f'(s)/2 + O(s⁴).
-        std::vector<double>& f = even[half++];
-        f = from;
-        for (std::size_t i = 0; i < f.size(); ++i) f[i] -= 0.5 * s * t[i];
-        for (int i = 0; i < 2; ++i)
-            f[2 * j + i] = f[2 * k + i] = 0.5 * (f[2 * j + i] + f[2 * k + i]);
+        if (std::fabs(s) <= kPolish) even_part(even[half++]);
     }
-    u.resize(from.size());
     for (std::size_t i = 0; i < u.size(); ++i) u[i] = (16 * even[1][i] - even[0][i]) / 15;
     return std::isfinite(u[0]);
 }

@@ -48,7 +48,7 @@ class Path {
 
     /// After Step::alike: the state where the two phases j and k are the same, both at their mean.
     /// From ratios 0.06 and 0.03: with the tangents all even functions of the ratio are known to
-    /// its sixth power. False if these points are not found.
+    /// its sixth power. False if these points are not found; u is then extrapolated from now().
     bool critical(std::vector<double>& u);
     int alike_j() const { return alike_[0]; }
     int alike_k() const { return alike_[1]; }

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace corvane {
 namespace {
@@ -145,9 +146,11 @@ std::optional<DiagramEnd> TieLineTracer::bound() {
 
 /// The critical point that the curve runs into: extrapolated, then solved.
 bool TieLineTracer::critical() {
-    if (!path_.critical(pair_.u) || !pair_.evaluate()) return false;
+    const bool close = path_.critical(pair_.u);
+    if (!pair_.evaluate()) return false;
     TieLine q = tie_line(pair_);
     q.stable = stable_;
+    bool solved = false;
     // At constant T directly; at constant p by Newton's method in ln T.
     CriticalConditions c(fluid_);
     CriticalConditions::Variables y{std::log(q.rho_x), std::log(q.T), q.x};
@@ -156,8 +159,8 @@ bool TieLineTracer::critical() {
     for (int it = 0; it < 8 && c.solve(y, 3, &row, lnT, 10); ++it) {
         const double off = constant_.at_T ? 0.0 : std::log(c.s.p / constant_.value);
         if (std::fabs(off) < 1e-10) {
-            if (std::fabs(y[2] - q.x) < kCritical)
-                q = {c.s.T, c.s.p, y[2], y[2], c.s.rho, c.s.rho, stable_};
+            solved = std::fabs(y[2] - q.x) < (close ? kCritical : 30 * kCritical);
+            if (solved) q = {c.s.T, c.s.p, y[2], y[2], c.s.rho, c.s.rho, stable_};
             break;
         }
         const double slope = it > 0 ? (off - last_p) / (lnT - last_T) : 7.0;
@@ -165,6 +168,7 @@ bool TieLineTracer::critical() {
         last_p = off;
         lnT -= off / slope;
     }
+    if (!solved && !close) return false;
     d_.points.push_back(q);
     return true;
 }
@@ -181,7 +185,16 @@ bool TieLineTracer::solve_three() {
     for (int k = 1; k < 3; ++k)
         for (int j = 0; j < k; ++j)
             if (Path::apart(u, j, k) < kTrivial) return false;
-    if (!path_.contains({u[0], u[1], u[2], u[3], u[6]})) return false;
+    // The pair that the curve has there: a long step may have passed from one pair to another.
+    std::vector<double> const& from = path_.before().u;
+    double nearest = 1e300;
+    for (auto [j, k] : {std::pair{0, 1}, {0, 2}, {2, 1}}) {
+        const std::vector<double> v{u[2 * j], u[2 * j + 1], u[2 * k], u[2 * k + 1], u[6]};
+        double off = 0.0;
+        for (int i = 0; i < 5; ++i) off += std::fabs(v[i] - from[i]);
+        if (off < nearest && path_.contains(v)) nearest = off, end_ = v;
+    }
+    if (nearest > 1e299) return false;
     three_ = three_phase_point(solver3_, stability_, nullptr);
     return three_->certificate.holds();
 }
@@ -191,9 +204,8 @@ bool TieLineTracer::cut() {
     for (int it = 0; it < 40; ++it) {
         if (!test(pair_, false) || it == 0) {
             if (solve_three()) {
-                std::vector<double> const& u = solver3_.u;
                 Path::Node node;
-                if (!path_.evaluate({u[0], u[1], u[2], u[3], u[6]}, node)) return false;
+                if (!path_.evaluate(end_, node)) return false;
                 path_.set_now(node);
                 rising_ = (constant_.at_T ? node.ln_p_t : node.t.back()) > 0.0;
                 PhaseRecord const& vapour = three_->phases.back();

@@ -60,6 +60,7 @@ class TieLineTracer {
     StabilityResult result_;
     double T_min_, T_max_;
     std::optional<ThreePhasePoint> three_;
+    std::vector<double> end_;  // the pair that the curve has at three_
     int pure_ = -1;
     bool rising_ = false, stable_ = true;
     long evaluations_;
