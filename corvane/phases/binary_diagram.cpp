@@ -309,6 +309,7 @@ class Builder {
         const double x = 0.5 * (f.x[0] + f.x[1]);
         if (!fluid_.evaluate_at(s, p, T, {x, 1 - x}, Root::stable, phase_H)) return;
         if (stability_.test(s, p, nullptr, true).stable) return;
+        if (covered(std::log(constant_.at_T ? p : T), x - 0.01, x + 0.01)) return;
         d_.open.push_back({T, p, f.x[0], f.x[1], f.rho[0], f.rho[1], false});
     }
 

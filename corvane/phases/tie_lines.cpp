@@ -146,7 +146,9 @@ std::optional<DiagramEnd> TieLineTracer::bound() {
 
 /// The critical point that the curve runs into: extrapolated, then solved.
 bool TieLineTracer::critical() {
-    const bool close = path_.critical(pair_.u);
+    std::vector<double> u;
+    const bool close = path_.critical(u);
+    pair_.u = u;
     if (!pair_.evaluate()) return false;
     TieLine q = tie_line(pair_);
     q.stable = stable_;
