@@ -68,4 +68,181 @@ TEST(ThreePhase, Refused) {
     EXPECT_EQ(th_code([&] { corvane::three_phase_T(*m, 200, o); }), 5);
     EXPECT_EQ(th_code([&] { corvane::three_phase_p(*m, -1); }), 5);
 }
+
+/// Stable two-phase interval around x at the running variable s (ln p or ln T); how far x is from
+/// the nearest boundary.
+bool inside(corvane::BinaryDiagram const& d, bool at_T, double s, double x, double& margin) {
+    bool in = false;
+    margin = 1;
+    for (auto const& b : d.branches)
+        for (std::size_t k = 1; k < b.points.size(); ++k) {
+            auto const &a = b.points[k - 1], &c = b.points[k];
+            const double sa = std::log(at_T ? a.p : a.T), sc = std::log(at_T ? c.p : c.T);
+            const double beyond = std::max({0.0, std::min(sa, sc) - s, s - std::max(sa, sc)});
+            const double q = std::clamp((s - sa) / (sc - sa + 1e-300), 0.0, 1.0);
+            const double l = a.x + q * (c.x - a.x), r = a.y + q * (c.y - a.y);
+            margin = std::min({margin, std::fabs(x - l) + beyond, std::fabs(x - r) + beyond});
+            if (beyond == 0 && (x - l) * (x - r) < 0) in = true;
+        }
+    return in;
+}
+
+// What each diagram consists of, and that the field of states divides into one and two phases
+// exactly at its curves: the stability of the whole, wherever it is not near a curve (chords).
+TEST(CompleteDiagram, DividesTheField) {
+    using enum DiagramEnd;
+    const auto VL = PhasePair::vapour_liquid, LL = PhasePair::liquid_liquid,
+               FF = PhasePair::fluid_fluid;
+    struct Branch {
+        PhasePair kind;
+        DiagramEnd begin, end;
+    };
+    const struct {
+        char const *first, *second;
+        double kij;
+        bool at_T;
+        double value;
+        std::vector<Branch> branches;
+        std::size_t azeotropes;
+    } cases[] = {
+        {"methane", "propane", 0.01, true, 170, {{VL, pure, pure}}, 0},
+        {"methane", "propane", 0.01, true, 190.5, {{VL, pure, pure}}, 0},  // 0.9997 Tc of methane
+        {"methane", "propane", 0.01, false, 3, {{VL, pure, pure}}, 0},
+        {"methane", "propane", 0.01, false, 8, {{FF, critical, critical}}, 0},
+        {"methane", "propane", 0.01, true, 400, {}, 0},
+        {"carbon_dioxide", "ethane", 0.13, true, 250, {{VL, pure, pure}}, 1},
+        {"carbon_dioxide",
+         "ethane",
+         0.13,
+         true,
+         295,
+         {{VL, pure, critical}, {VL, pure, critical}},
+         0},
+        {"water", "methane", 0, true, 300, {{VL, pure, limit}}, 0},
+        {"carbon_dioxide",
+         "water",
+         0.19,
+         true,
+         290,
+         {{VL, pure, three_phase}, {LL, three_phase, limit}, {VL, three_phase, pure}},
+         0},
+        {"carbon_dioxide",
+         "water",
+         0.19,
+         false,
+         5,
+         {{VL, pure, three_phase}, {LL, three_phase, coldest}, {VL, three_phase, pure}},
+         0},
+        // a second liquid below 7.6 MPa, another one above 34 MPa
+        {"carbon_dioxide",
+         "decane",
+         0.1141,
+         true,
+         300,
+         {{VL, pure, three_phase},
+          {LL, three_phase, critical},
+          {VL, three_phase, pure},
+          {LL, critical, limit}},
+         0},
+        {"nitrogen",
+         "ethane",
+         0.05,
+         true,
+         110,
+         {{VL, pure, three_phase}, {LL, three_phase, critical}, {VL, three_phase, pure}},
+         0},
+        {"ethanol",
+         "water",
+         0.1,
+         false,
+         0.1,
+         {{VL, pure, three_phase}, {LL, three_phase, coldest}, {VL, three_phase, pure}},
+         0}};
+    int split = 0;
+    for (auto const& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.first << "+" << c.second << " " << c.value);
+        const Mixture m = peng_robinson(c.first, c.second, c.kij);
+        const corvane::BinaryDiagram d =
+            c.at_T ? corvane::complete_pxy(*m, c.value) : corvane::complete_Txy(*m, c.value);
+        EXPECT_TRUE(d.complete());
+        ASSERT_EQ(d.branches.size(), c.branches.size());
+        std::size_t azeotropes = 0;
+        for (std::size_t k = 0; k < c.branches.size(); ++k) {
+            corvane::Diagram const& b = d.branches[k];
+            EXPECT_EQ(b.kind, c.branches[k].kind);
+            EXPECT_EQ(b.begin, c.branches[k].begin);
+            EXPECT_EQ(b.end, c.branches[k].end);
+            EXPECT_EQ(b.unstable, 0);
+            EXPECT_LE(b.dmu, 1e-9);
+            EXPECT_LE(b.dp, 1e-9);
+            azeotropes += b.azeotropes.size();
+            EXPECT_EQ(b.end == limit, std::fabs(b.points.back().p - 1000) < 1e-9);
+            for (auto const& [why, q] :
+                 {std::pair{b.begin, b.points.front()}, std::pair{b.end, b.points.back()}}) {
+                if (why == pure) {
+                    EXPECT_EQ(q.x, q.y);
+                    Model1 const* component = m->mdl1[q.x == 1 ? 0 : 1];
+                    double p = 0, liquid = 0, vapour = 0;
+                    corvane::Saturation().at_T(component, q.T, 0, p, liquid, vapour);
+                    EXPECT_NEAR(p / q.p, 1, 1e-8);
+                } else if (why == critical) {
+                    corvane::CriticalPoint near;
+                    near.T = q.T;
+                    near.rho = q.rho_x;
+                    corvane::CriticalOptions o;
+                    o.start = &near;
+                    const auto exact = corvane::critical_point(*m, mix(q.x), o);
+                    EXPECT_NEAR(exact.T / q.T, 1, 1e-8);
+                    EXPECT_NEAR(exact.p / q.p, 1, 1e-7);
+                } else if (why == three_phase) {
+                    ASSERT_EQ(d.three_phase.size(), 1u);
+                    EXPECT_NEAR(d.three_phase[0].p / q.p, 1, 1e-9);
+                    EXPECT_NEAR(d.three_phase[0].T / q.T, 1, 1e-12);
+                }
+            }
+        }
+        EXPECT_EQ(azeotropes, c.azeotropes);
+        int tested = 0;
+        for (int k = 0; k < 150;
+             ++k) {  // a quasi-random sequence over x and the logarithm of p or T
+            const double x = std::fmod(0.5 + 0.7548776662 * k, 1.0),
+                         v = std::fmod(0.5 + 0.5698402910 * k, 1.0);
+            const double p = c.at_T ? std::pow(10, -2 + 4.9 * v) : c.value,
+                         T = c.at_T ? c.value : 180 * std::pow(3.0, v);
+            double margin = 0;
+            const bool two = inside(d, c.at_T, std::log(c.at_T ? p : T), x, margin);
+            if (margin < 0.02) continue;
+            ++tested;
+            split += two;
+            EXPECT_EQ(two, !corvane::stability(*m, p, T, mix(x)).stable)
+                << T << " K, " << p << " MPa, x " << x;
+        }
+        EXPECT_GT(tested, 75);
+    }
+    EXPECT_GT(split, 250);
+}
+
+// Equal components: every curve has its mirror image, and the azeotrope is in the middle.
+TEST(CompleteDiagram, OfTwinsIsSymmetric) {
+    const VdwTwins twins(0.05);
+    const corvane::BinaryDiagram d = corvane::complete_pxy(twins, 250);
+    EXPECT_TRUE(d.complete());
+    ASSERT_EQ(d.branches.size(), 1u);
+    ASSERT_EQ(d.branches[0].azeotropes.size(), 1u);
+    EXPECT_NEAR(d.branches[0].azeotropes[0].x, 0.5, 1e-6);
+    EXPECT_NEAR(d.branches[0].points.front().p / d.branches[0].points.back().p, 1, 1e-8);
+}
+
+TEST(CompleteDiagram, SaysWhatIsMissing) {
+    const Mixture m = peng_robinson("carbon_dioxide", "water", 0.19);
+    corvane::DiagramOptions o;
+    int calls = 0;
+    o.progress = [&](int points) { return ++calls, points < 20; };
+    EXPECT_FALSE(corvane::complete_pxy(*m, 290, o).complete());
+    EXPECT_LT(calls, 30);
+    o.progress = nullptr;
+    o.points = 10;
+    EXPECT_FALSE(corvane::complete_pxy(*m, 290, o).complete());
+    EXPECT_EQ(th_code([&] { corvane::complete_pxy(*m, 0, o); }), 5);
+}
 }  // namespace
