@@ -58,6 +58,7 @@ void certify(FluidModel const& fluid, double p, std::vector<PhaseState const*> p
     c.dmu = c.dp = 0.0;
     c.near_trivial = phases.size() > 1;
     c.phases.clear();
+    c.phases.reserve(phases.size());
     PhaseState const& first = *phases.front();
     for (PhaseState const* s : phases) {
         const double rounding = 8 * std::numeric_limits<double>::epsilon() * R * s->T * s->S;

@@ -14,8 +14,9 @@ inline bool lu_solve(int n, double* a, double* b) {
         double big = 0.0;
         for (int j = 0; j < n; ++j) big = std::max(big, std::fabs(a[i * n + j]));
         if (!(big > 0.0) || !std::isfinite(big)) return false;
-        for (int j = 0; j < n; ++j) a[i * n + j] /= big;
-        b[i] /= big;
+        const double scale = 1.0 / big;
+        for (int j = 0; j < n; ++j) a[i * n + j] *= scale;
+        b[i] *= scale;
     }
     for (int k = 0; k < n; ++k) {
         int row = k;
@@ -26,8 +27,9 @@ inline bool lu_solve(int n, double* a, double* b) {
             std::swap_ranges(a + k * n, a + (k + 1) * n, a + row * n);
             std::swap(b[k], b[row]);
         }
+        const double pivot = 1.0 / a[k * n + k];
         for (int i = k + 1; i < n; ++i) {
-            const double q = a[i * n + k] / a[k * n + k];
+            const double q = a[i * n + k] * pivot;
             if (q == 0.0) continue;
             for (int j = k + 1; j < n; ++j) a[i * n + j] -= q * a[k * n + j];
             b[i] -= q * b[k];

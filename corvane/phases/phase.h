@@ -12,6 +12,8 @@ class ModelN;
 
 namespace corvane {
 
+struct IsothermN;
+
 /// Which density root a phase at (p, T) takes.
 enum class Root {
     stable,  ///< the one of lower Gibbs energy
@@ -50,8 +52,9 @@ struct CORVANE_API PhaseState {
 };
 
 /// A mixture restricted to the components that are present. Holds the model by reference, and
-/// counts evaluations; use one per thread.
+/// counts evaluations; use one per thread, and a new one when a parameter of the model changes.
 ///
+/// Models with IsothermN keep what depends on T alone from one state to the next of the same T.
 /// Derivatives come from the model's DerivN. Without one: potentials from myr, H from PsiH, and the
 /// slopes in T by central differences; the solvers then converge as far as these numerical forms
 /// allow, and a result that misses the tolerances is refused as any other.
@@ -78,21 +81,30 @@ class CORVANE_API FluidModel {
     bool evaluate_at(PhaseState& s, double p, double T, std::vector<double> const& x, Root root,
                      int order) const;
 
-    /// All stable density roots at (p, T, x), the densest first; returns their number, 0 to 2.
-    int densities(double p, double T, std::vector<double> const& x, double* rho) const;
+    /// All stable density roots at (p, T, x), the densest first; returns their number, 0 to 2. With
+    /// g also Ar + Z − 1 + ln rho of each, which is Σ x_i·(m_i − ln x_i).
+    int densities(double p, double T, std::vector<double> const& x, double* rho,
+                  double* g = nullptr) const;
     double molar_mass(int k) const;
 
     mutable long evaluations = 0;  ///< calls of evaluate and density searches
 
   private:
     void fill(std::vector<double> const& x) const;
-    bool slots(PhaseState& s, double T, int order) const;
+    void potentials(PhaseState& s, double T, int order) const;
+    void slots(PhaseState& s, double T, int order) const;
+    double const* isotherm(double T, bool slopes) const;
+    double gibbs(double p, double T, std::vector<double> const& x, double rho) const;
 
     ModelN const& model_;
+    IsothermN const* isotherm_;  // null without the extension
     std::vector<int> present_;
     std::vector<double> z_;
     mutable Vector<double> full_;  // partial densities or mole fractions of all components
     mutable std::vector<double> mu_, mu_T_, mu_rho_;
+    mutable std::vector<double> work_;  // of isotherm_ at work_T_, with slopes or without
+    mutable double work_T_ = 0.0;
+    mutable bool work_slopes_ = false;
 };
 
 }  // namespace corvane

@@ -29,8 +29,6 @@ class Search {
           pair_(fluid_),
           stability_(fluid_) {
         if (!(value > 0.0) || !std::isfinite(value)) throw ThException(th_out_of_range);
-        a_.resize(fluid_.size());
-        b_.resize(fluid_.size());
         pair_.z = &fluid_.z();
         (at_T ? pair_.T : pair_.p) = value;
     }
@@ -89,6 +87,8 @@ class Search {
     bool cold() {
         const int n = fluid_.size();
         std::vector<double> const& z = fluid_.z();
+        a_.resize(n);
+        b_.resize(n);
         const bool bubble = kind_ == Saturated::bubble;
         const double sign = bubble ? 1.0 : -1.0;
         std::vector<double> y(z);
@@ -157,7 +157,7 @@ class Search {
         certify(fluid_, q.p, {&pair_.a, &pair_.b}, q.certificate);
         q.certificate.tpd = tpd_;
         q.certificate.evaluations = fluid_.evaluations;
-        q.certificate.flag(o.validity, q.T, q.p, fluid_.expand(fluid_.z()));
+        if (o.validity) q.certificate.flag(o.validity, q.T, q.p, fluid_.expand(fluid_.z()));
         q.given = q.certificate.phases[0];
         q.incipient = q.certificate.phases[1];
         if (!q.certificate.holds())
@@ -172,6 +172,7 @@ class Search {
     Node node(double s) {
         Node q;
         q.s = s;
+        a_.resize(fluid_.size());
         if (!fluid_.evaluate_at(a_, p(s), T(s), fluid_.z(), Root::stable, phase_H)) return q;
         q.known = true;
         q.rho = a_.rho;

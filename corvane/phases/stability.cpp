@@ -14,6 +14,7 @@ constexpr double kConverged = 1e-10;  // of ln W
 
 /// The trial has run into a phase: squared distance in ln x, weighted, and in ln rho.
 bool meets(PhaseState const& s, PhaseState const& phase) {
+    if (!(std::fabs(s.rho / phase.rho - 1.0) < 2e-3)) return false;
     double d = std::log(s.rho / phase.rho);
     d *= d;
     for (int k = 0; k < s.size(); ++k) {
@@ -64,7 +65,8 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
         for (int k = 0; k < n; ++k) sum += W_[k] = std::exp(lnW_[k]);
         if (!std::isfinite(sum) || !(sum > 0.0)) return End::failed;
         for (int k = 0; k < n; ++k) step_[k] = W_[k] / sum;
-        if (!fluid_.evaluate_at(s_, p, phase.T, step_, root, phase_H)) return End::failed;
+        const int order = substitutions > 0 ? 0 : phase_H;
+        if (!fluid_.evaluate_at(s_, p, phase.T, step_, root, order)) return End::failed;
         double tm = 1.0, worst = 0.0, ln_sum = std::log(sum);
         for (int k = 0; k < n; ++k) {
             g_[k] = s_.m[k] + ln_sum - phase.m[k];
@@ -113,7 +115,7 @@ double Stability::distance(PhaseState const& s, PhaseState const& phase) {
 
 /// A binary: one composition variable, so that the distance is scanned along both density roots,
 /// and every minimum of the scan is a start.
-void Stability::scan_binary(PhaseState const& phase, double p, Starts& starts) {
+void Stability::scan_binary(PhaseState const& phase, double p) {
     static constexpr std::array<double, 15> kGrid{0.003, 0.02, 0.06, 0.12, 0.2,  0.3,  0.4,  0.5,
                                                   0.6,   0.7,  0.8,  0.88, 0.94, 0.98, 0.997};
     constexpr int m = static_cast<int>(kGrid.size());
@@ -121,23 +123,21 @@ void Stability::scan_binary(PhaseState const& phase, double p, Starts& starts) {
     for (int k = 0; k < m; ++k) {
         step_[0] = kGrid[k];
         step_[1] = 1.0 - kGrid[k];
-        double rho[2];
-        const int roots = fluid_.densities(p, phase.T, step_, rho);
-        for (int root = 0; root < 2; ++root) {
-            d[root][k] = 1e300;
-            if (root == 1 && roots < 2) d[1][k] = d[0][k];
-            if (root >= roots) continue;
-            for (int i = 0; i < 2; ++i) s_.rho_i[i] = step_[i] * rho[root];
-            if (fluid_.evaluate(s_, phase.T, 0)) d[root][k] = distance(s_, phase);
-        }
+        double rho[2], g[2];
+        const int roots = fluid_.densities(p, phase.T, step_, rho, g);
+        double plane = 0.0;  // of the tangent, less the mixing term
+        for (int i = 0; i < 2; ++i) plane += step_[i] * (phase.m[i] - std::log(step_[i]));
+        for (int root = 0; root < 2; ++root)
+            d[root][k] = root < roots && std::isfinite(g[root]) ? g[root] - plane : 1e300;
+        if (roots == 1) d[1][k] = d[0][k];
     }
     for (int root = 0; root < 2; ++root)
         for (int k = 0; k < m; ++k) {
             if (d[root][k] > 1e299 || (root == 1 && d[1][k] == d[0][k])) continue;
             if (k > 0 && d[root][k - 1] < d[root][k]) continue;
             if (k + 1 < m && d[root][k + 1] <= d[root][k]) continue;
-            starts.push_back({root == 0 ? Root::dense : Root::dilute,
-                              {std::log(kGrid[k]), std::log1p(-kGrid[k])}});
+            starts_.push_back(root == 0 ? Root::dense : Root::dilute);
+            start_lnW_.insert(start_lnW_.end(), {std::log(kGrid[k]), std::log1p(-kGrid[k])});
         }
 }
 
@@ -166,29 +166,29 @@ StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState co
             if (first) return r;
         }
     }
-    Starts& starts = starts_;
-    starts.clear();
+    starts_.clear();
+    start_lnW_.clear();
     if (n == 2) {
-        scan_binary(phase, p, starts);
+        scan_binary(phase, p);
     } else {
-        for (int start = 0; start < (n == 1 ? 0 : 2 * n); ++start) {
-            std::vector<double> w(phase.x);  // nearly pure; half pure
+        for (int start = 0; start < (n == 1 ? 0 : 2 * n); ++start) {  // nearly pure; half pure
             const double pure = start < n ? 0.998 : 0.5;
+            starts_.push_back(Root::stable);
             for (int k = 0; k < n; ++k)
-                w[k] = std::log((1.0 - pure) * w[k] + (k == start % n ? pure : 0.0));
-            starts.push_back({Root::stable, w});
+                start_lnW_.push_back(
+                    std::log((1.0 - pure) * phase.x[k] + (k == start % n ? pure : 0.0)));
         }
         for (double sign : {1.0, -1.0}) {
-            std::vector<double> w(phase.x);
+            starts_.push_back(Root::stable);
             for (int k = 0; k < n; ++k)
-                w[k] = std::log(w[k]) + sign * (fluid_.wilson(k, phase.T) - std::log(p));
-            starts.push_back({Root::stable, w});
+                start_lnW_.push_back(std::log(phase.x[k]) +
+                                     sign * (fluid_.wilson(k, phase.T) - std::log(p)));
         }
     }
-    for (Start const& start : starts) {
-        for (int k = 0; k < n; ++k) lnW_[k] = start.lnW[k];
+    for (std::size_t start = 0; start < starts_.size(); ++start) {
+        for (int k = 0; k < n; ++k) lnW_[k] = start_lnW_[start * lnW_.size() + k];
         double tpd = 0.0;
-        const End end = descend(phase, p, known, start.root, first, tpd, r.iterations);
+        const End end = descend(phase, p, known, starts_[start], first, tpd, r.iterations);
         if (end == End::failed) ++r.unconverged;
         if (end == End::trivial) r.tpd = std::min(r.tpd, tpd);
         if (end != End::stationary && end != End::negative) continue;

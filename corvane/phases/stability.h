@@ -47,22 +47,18 @@ class CORVANE_API Stability {
     bool locally_stable(PhaseState const& phase);
 
   private:
-    struct Start {
-        Root root;
-        std::vector<double> lnW;
-    };
-    using Starts = std::vector<Start>;
     enum class End { stationary, trivial, negative, failed };
     End descend(PhaseState const& phase, double p, PhaseState const* known, Root root, bool first,
                 double& tpd, int& iterations);
     bool newton();
     static double distance(PhaseState const& s, PhaseState const& phase);
-    void scan_binary(PhaseState const& phase, double p, Starts& starts);
+    void scan_binary(PhaseState const& phase, double p);
 
     FluidModel const& fluid_;
     PhaseState s_;
     std::vector<double> lnW_, W_, g_, step_, hess_;
-    Starts starts_;
+    std::vector<Root> starts_;
+    std::vector<double> start_lnW_;  // n of each start
 };
 
 /// Is the mixture of composition z stable at (p [MPa], T [K]) in its phase of lower Gibbs energy?

@@ -38,6 +38,15 @@ struct CubicFluid {
         return cubic_Z<Form>(b * rho / t, a.q) / t;
     }
 
+    /// Ar + Z − 1 + ln rho where rho·Z = P. To rounding of its own size: in a dilute gas ln rho is
+    /// large.
+    double gibbs(double P, double rho) const {
+        const double t = 1.0 + c * rho, y = b * rho / t;
+        const double integral = std::log((1.0 + Form::d1 * y) / (1.0 + Form::d2 * y));
+        return P / rho - 1.0 + std::log(rho / ((1.0 - y) * t)) -
+               a.q / (Form::d1 - Form::d2) * integral;
+    }
+
     /// Density roots by the contract of Model1::vcalc.
     int density(double p, double T, int phase, double& rho1, double& rho2) const {
         const double P = p * b / (R * T);
