@@ -19,24 +19,28 @@
 namespace corvane {
 
 /// View of the parameters at T, which the caller stores: c_i, then the symmetric n×n matrices b_ij,
-/// a_ij/(R·T) [cm³/mol] and, up to `order`, T and T² times the derivatives of the latter in T.
+/// a_ij/(R·T) [cm³/mol] and T times the slopes of the latter in T.
 template <class Form>
 class CubicIsotherm {
   public:
-    static constexpr int size(int n, int order) { return n + n * n * (order + 2); }
+    static constexpr int size(int n) { return n + 3 * n * n; }
     CubicIsotherm(double const* values, int n)
         : n_(n), c_(values), b_(c_ + n), a_(b_ + n * n), Ta_(a_ + n * n) {}
 
-    /// The one fluid at composition x.
-    CubicFluid<Form> fluid(double const* x, int order) const {
-        double c = 0.0;
-        for (int i = 0; i < n_; ++i) c += x[i] * c_[i];
-        // x may miss the sum of 1 by rounding; then b·rho is still n·b of the amounts rho·x.
-        CubicFluid<Form> f{quadratic(b_, x), c, {quadratic(a_, x), 0.0, 0.0}};
-        f.a.q /= f.b;
-        if (order > 0) f.a.Tq = quadratic(Ta_, x) / f.b;
-        if (order > 1) f.a.TTq = quadratic(Ta_ + n_ * n_, x) / f.b;
-        return f;
+    /// The one fluid at composition x, without derivatives in T.
+    CubicFluid<Form> fluid(double const* x) const {
+        double c = 0.0, b = 0.0, a = 0.0;
+        for (int i = 0; i < n_; ++i) {
+            double bi = 0.5 * x[i] * b_[i * n_ + i], ai = 0.5 * x[i] * a_[i * n_ + i];
+            for (int j = 0; j < i; ++j) {
+                bi += x[j] * b_[i * n_ + j];
+                ai += x[j] * a_[i * n_ + j];
+            }
+            c += x[i] * c_[i];
+            b += 2.0 * x[i] * bi;
+            a += 2.0 * x[i] * ai;
+        }
+        return {b, c, {a / b, 0.0, 0.0}};
     }
 
     /// F and its derivatives in n, V', B and D at V = 1.
@@ -123,17 +127,6 @@ class CubicIsotherm {
     };
 
   private:
-    /// Σ x_i·x_j·m_ij.
-    double quadratic(double const* m, double const* x) const {
-        double sum = 0.0;
-        for (int i = 0; i < n_; ++i) {
-            double row = 0.5 * x[i] * m[i * n_ + i];
-            for (int j = 0; j < i; ++j) row += x[j] * m[i * n_ + j];
-            sum += 2.0 * x[i] * row;
-        }
-        return sum;
-    }
-
     int n_;
     double const *c_, *b_, *a_, *Ta_;
 };

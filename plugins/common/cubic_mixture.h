@@ -86,7 +86,7 @@ class CubicMixture final : public ModelN, public DerivN, public IsothermN {
     // --------------------------------------------------------------------
 
     double myr(Vector<double> const& rho_i, double T, int i) const override {
-        const Parameters p(*this, T, 0);
+        const Parameters p(*this, T, false);
         return rho_i.sum() == 0.0 ? 0.0 : State(p.isotherm, rho_i.data).mu(i);
     }
     Matrix<double> PsiH(Vector<double> const& rho_i, double T) const override {
@@ -104,7 +104,7 @@ class CubicMixture final : public ModelN, public DerivN, public IsothermN {
     }
     void potentials(Vector<double> const& rho_i, double T, double* mu, double* mu_T,
                     double* mu_rho) const override {
-        const Parameters p(*this, T, mu_T ? 1 : 0);
+        const Parameters p(*this, T, mu_T != nullptr);
         const State s(p.isotherm, rho_i.data);
         const bool empty = rho_i.sum() == 0.0;
         for (int i = 0; i < rho_i.size(); ++i) mu[i] = empty ? 0.0 : s.mu(i);
@@ -115,21 +115,21 @@ class CubicMixture final : public ModelN, public DerivN, public IsothermN {
     // ---- many states at one temperature
     // -------------------------------------------------------------
 
-    int isotherm_size(int n) const override { return 1 + Isotherm::size(n, 1); }
+    int isotherm_size(int n) const override { return 1 + Isotherm::size(n); }
     void isotherm(double T, int const* present, int n, bool slopes, double* work) const override {
         work[0] = T;
-        parameters(T, present, n, slopes ? 1 : 0, work + 1);
+        parameters(T, present, n, slopes, work + 1);
     }
     int densities(double const* work, int n, double const* x, double p,
                   double* rho) const override {
         double dilute = 0.0;
         rho[0] = 0.0;
-        const int found = Isotherm(work + 1, n).fluid(x, 0).density(p, work[0], 1, rho[0], dilute);
+        const int found = Isotherm(work + 1, n).fluid(x).density(p, work[0], 1, rho[0], dilute);
         if (found == 3) rho[1] = dilute;
         return found == 3 ? 2 : found;
     }
     double gibbs(double const* work, int n, double const* x, double p, double rho) const override {
-        return Isotherm(work + 1, n).fluid(x, 0).gibbs(p / (R * work[0]), rho);
+        return Isotherm(work + 1, n).fluid(x).gibbs(p / (R * work[0]), rho);
     }
     void potentials(double const* work, int n, double const* rho_i, double* mu, double* mu_T,
                     double* mu_rho, double* P, double* P_T) const override {
@@ -145,13 +145,20 @@ class CubicMixture final : public ModelN, public DerivN, public IsothermN {
     using Isotherm = CubicIsotherm<Form>;
     using State = typename Isotherm::State;
 
-    /// Those of components `present`, or of all (null), in the form that Isotherm reads.
-    void parameters(double T, int const* present, int n, int order, double* values) const {
+    /// Of a pair: b_ij and a_ij/(R·T) [cm³/mol], with T and T² times the derivatives of the latter
+    /// in T as far as `order` goes.
+    struct Pair {
+        double b, a, Ta, TTa;
+    };
+    /// Calls component(i, c_i) and pair(i, j, Pair) for j <= i, for the components `present`, or
+    /// for all (null).
+    template <class OfComponent, class OfPair>
+    void combine(double T, int const* present, int n, int order, OfComponent component,
+                 OfPair pair) const {
         struct Part {
             double b, root, Troot, TTroot;  // root = √(a/(R·T)) with T and T² times its derivatives
         };
         SmallArray<Part> part(n);
-        double *c = values, *b = c + n, *a = b + n * n, *Ta = a + n * n, *TTa = Ta + n * n;
         for (int i = 0; i < n; ++i) {
             const int I = present ? present[i] : i;
             Model1 const& m = *mdl1[I];
@@ -161,7 +168,6 @@ class CubicMixture final : public ModelN, public DerivN, public IsothermN {
                 for (int k = 0; k < cubic_parameters; ++k) copy[k] = *m.ppar(k);
                 par = copy;
             }
-            c[i] = par[cubic_c];
             const Attraction alpha = attraction<Form>(par, T);
             Part& p = part[i];
             p = {par[cubic_vs], std::sqrt(alpha.q * par[cubic_vs]), 0.0, 0.0};
@@ -169,32 +175,63 @@ class CubicMixture final : public ModelN, public DerivN, public IsothermN {
                 p.Troot = 0.5 * alpha.Tq * p.b / p.root;
                 p.TTroot = 0.5 * alpha.TTq * p.b / p.root - p.Troot * p.Troot / p.root;
             }
-            for (int j = 0; j <= i; ++j) {
+            component(i, par[cubic_c]);
+            for (int j = 0; j < i; ++j) {
                 Part const& q = part[j];
-                double const* pair = i == j ? nullptr : pairs_.at(I, present ? present[j] : j);
-                const double k = pair ? 1.0 - pair[0] : 1.0, l = pair ? 1.0 - pair[1] : 1.0;
-                const int at = i * n + j, mirror = j * n + i;
-                b[at] = b[mirror] = 0.5 * (p.b + q.b) * l;
-                a[at] = a[mirror] = p.root * q.root * k;
-                if (order > 0) Ta[at] = Ta[mirror] = k * (p.Troot * q.root + p.root * q.Troot);
-                if (order > 1)
-                    TTa[at] = TTa[mirror] =
-                        k * (p.TTroot * q.root + 2.0 * p.Troot * q.Troot + p.root * q.TTroot);
+                double const* given = pairs_.at(I, present ? present[j] : j);
+                const double k = 1.0 - given[0];
+                Pair v{0.5 * (p.b + q.b) * (1.0 - given[1]), p.root * q.root * k, 0.0, 0.0};
+                if (order > 0) {
+                    v.Ta = k * (p.Troot * q.root + p.root * q.Troot);
+                    v.TTa = k * (p.TTroot * q.root + 2.0 * p.Troot * q.Troot + p.root * q.TTroot);
+                }
+                pair(i, j, v);
             }
+            pair(i, i,
+                 Pair{p.b, p.root * p.root, 2.0 * p.root * p.Troot,
+                      2.0 * (p.root * p.TTroot + p.Troot * p.Troot)});
         }
+    }
+
+    /// The one fluid at composition x.
+    CubicFluid<Form> fluid(double T, Vector<double> const& x, int order) const {
+        CubicFluid<Form> f{0.0, 0.0, {0.0, 0.0, 0.0}};
+        combine(
+            T, nullptr, x.size(), order, [&](int i, double c) { f.c += x[i] * c; },
+            [&](int i, int j, Pair const& v) {
+                const double weight = (i == j ? 1.0 : 2.0) * x[i] * x[j];
+                f.b += weight * v.b;
+                f.a.q += weight * v.a;
+                if (order == 0) return;
+                f.a.Tq += weight * v.Ta;
+                f.a.TTq += weight * v.TTa;
+            });
+        // x may miss the sum of 1 by rounding; then b·rho is still n·b of the amounts rho·x.
+        for (double* v : {&f.a.q, &f.a.Tq, &f.a.TTq}) *v /= f.b;
+        return f;
+    }
+
+    /// In the form that Isotherm reads.
+    void parameters(double T, int const* present, int n, bool slopes, double* values) const {
+        double *c = values, *b = c + n, *a = b + n * n, *Ta = a + n * n;
+        combine(
+            T, present, n, slopes ? 1 : 0, [&](int i, double ci) { c[i] = ci; },
+            [&](int i, int j, Pair const& v) {
+                const int at = i * n + j, mirror = j * n + i;
+                b[at] = b[mirror] = v.b;
+                a[at] = a[mirror] = v.a;
+                Ta[at] = Ta[mirror] = v.Ta;
+            });
     }
     /// All components for one call.
     struct Parameters {
-        Parameters(CubicMixture const& m, double T, int order)
-            : values(Isotherm::size(m.mdl1.size(), order)), isotherm(&values[0], m.mdl1.size()) {
-            m.parameters(T, nullptr, m.mdl1.size(), order, &values[0]);
+        Parameters(CubicMixture const& m, double T, bool slopes)
+            : values(Isotherm::size(m.mdl1.size())), isotherm(&values[0], m.mdl1.size()) {
+            m.parameters(T, nullptr, m.mdl1.size(), slopes, &values[0]);
         }
         SmallArray<double, 128> values;
         Isotherm isotherm;
     };
-    CubicFluid<Form> fluid(double T, Vector<double> const& x, int order) const {
-        return Parameters(*this, T, order).isotherm.fluid(x.data, order);
-    }
 
     PairTable pairs_{2};
 };
