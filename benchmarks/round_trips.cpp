@@ -33,7 +33,7 @@ Mixture make(char const* eos, char const* mth, std::vector<std::string> const& n
     m->alloc(static_cast<int>(names.size()), eos);
     for (int i = 0; i < m->mdl1.size(); ++i) {
         m->mdl1[i]->name(names[static_cast<unsigned>(i)].c_str());
-        m->mdl1[i]->id(1);
+        m->mdl1[i]->id(std::strcmp(mth, "GERG") ? 1 : 8);  // 8: the mixture's own set
         for (int j = 0; j < i; ++j) m->id(i, j, 1);
     }
     corvane::load_estimating(*m, eos, mth);

@@ -55,7 +55,8 @@ class TargetFlash {
     FlashResult run() {
         if (at_T_ && whole()) return std::move(answer_);
         if (o_.start && from(*o_.start)) return std::move(answer_);
-        double next = guess(), last_width = std::numeric_limits<double>::infinity(), grow = 0.2;
+        double next = guess(), last_width = std::numeric_limits<double>::infinity(),
+               grow = at_T_ ? 1.0 : 0.2;
         int refused = 0, slow = 0;
         for (int k = 0; k < kFlashes; ++k) {
             Side here;
@@ -86,7 +87,7 @@ class TargetFlash {
             }
             // Outwards, by growing steps, until the target is enclosed.
             const double sign = lo_.known ? 1.0 : -1.0;
-            next = side.outer + sign * std::clamp(sign * step, 0.02, grow);
+            next = side.outer + sign * std::clamp(sign * step, 0.2 * grow, grow);
             grow *= 2.0;
             limits();
             const double limit = lo_.known ? max_ : min_;
@@ -396,6 +397,8 @@ class TargetFlash {
             c.balance = std::max(c.balance, std::fabs(fluid_.z()[i] - sum));
         }
         best_ = std::min(best_, std::max({c.target, c.dmu, c.dp}));
+        for (PhaseState const* phase : sorted)
+            if (!is_root(*phase, q.p)) return false;
         if (!c.holds() || !(c.balance < 1e-12)) return false;
         const StabilityResult r =
             stability_.test(*sorted[0], q.p, sorted.size() > 1 ? sorted[1] : nullptr, true);
@@ -406,6 +409,16 @@ class TargetFlash {
         c.flag(o_.validity, q.T, q.p, fluid_.expand(fluid_.z()));
         answer_ = std::move(q);
         return true;
+    }
+
+    /// Does the model's density solver know this density? The inner loops of multi-parameter
+    /// equations have rising branches that are no phases.
+    bool is_root(PhaseState const& s, double p) const {
+        double rho[2];
+        const int count = fluid_.densities(p, s.T, s.x, rho);
+        for (int k = 0; k < count; ++k)
+            if (std::fabs(rho[k] / s.rho - 1.0) < 1e-3) return true;
+        return false;
     }
 
     ModelN const& model_;
