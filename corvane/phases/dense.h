@@ -43,4 +43,30 @@ inline bool lu_solve(int n, double* a, double* b) {
     return true;
 }
 
+/// Solution of A·x = b for a symmetric A by Cholesky's method; A is overwritten,
+/// b receives x. False unless A is positive definite beyond rounding.
+inline bool cholesky_solve(int n, double* a, double* b) {
+    for (int i = 0; i < n; ++i) {
+        const double whole = a[i * n + i];
+        for (int j = 0; j <= i; ++j) {
+            double sum = a[i * n + j];
+            for (int k = 0; k < j; ++k) sum -= a[i * n + k] * a[j * n + k];
+            if (j < i)
+                a[i * n + j] = sum / a[j * n + j];
+            else if (!(sum > 1e-14 * whole))
+                return false;
+            else
+                a[i * n + i] = std::sqrt(sum);
+        }
+        for (int k = 0; k < i; ++k) b[i] -= a[i * n + k] * b[k];
+        b[i] /= a[i * n + i];
+    }
+    for (int i = n - 1; i >= 0; --i) {
+        for (int k = i + 1; k < n; ++k) b[i] -= a[k * n + i] * b[k];
+        b[i] /= a[i * n + i];
+        if (!std::isfinite(b[i])) return false;
+    }
+    return true;
+}
+
 }  // namespace corvane

@@ -23,7 +23,7 @@ class Flash {
             throw ThException(th_out_of_range);
         for (PhaseState* s : {&whole_, &a_, &b_}) s->resize(n_);
         const auto n = static_cast<std::size_t>(n_);
-        for (auto* v : {&l_, &v_, &lnK_, &x_, &y_, &step_}) v->resize(n);
+        for (auto* v : {&l_, &v_, &lnK_, &x_, &y_, &step_, &down_}) v->resize(n);
         hess_.resize(n * n);
     }
 
@@ -34,6 +34,10 @@ class Flash {
         if (o.start && o.start->phases.size() == 2 && start_from(*o.start) && split() &&
             certified(nullptr))
             return two_phases(o);
+        // Where Wilson's K-factors split the whole their split is tried first: if certified, that is
+        // all that a test of the whole could have shown.
+        for (int i = 0; i < n_; ++i) lnK_[i] = fluid_.wilson(i, T_) - std::log(p_);
+        if (rachford_rice() && split(true) && certified(nullptr)) return two_phases(o);
         // The first negative distance will do; where only the curvature told, a trial is looked
         // for.
         StabilityResult r = stability_.test(whole_, p_, nullptr, true);
@@ -168,13 +172,17 @@ class Flash {
         return rachford_rice() && evaluate(order);
     }
 
-    bool split() {
+    /// Two phases from lnK_. `guess`: give up where the phases vanish or grow alike.
+    bool split(bool guess = false) {
         // The trial's K-factors need not enclose a split: then a little of b beside the whole.
         if (!rachford_rice() && (small_amount(), !fractions())) return false;
         if (!evaluate(0)) return false;
-        for (int it = 0; it < kSubstitutions; ++it)
-            if (!substitute(0)) break;
-        if (!(beta_ > 0.0) || !(beta_ < 1.0) || !evaluate(phase_H)) return false;
+        for (int it = 1; it <= kSubstitutions; ++it)
+            if (!substitute(it < kSubstitutions ? 0 : phase_H)) {
+                if (guess) return false;
+                if (!(beta_ > 0.0) || !(beta_ < 1.0) || !evaluate(phase_H)) return false;
+                break;
+            }
         for (int it = 0; it < kIterations && residual_ > kConverged; ++it) {
             ++iterations_;
             if (newton()) continue;
@@ -197,35 +205,46 @@ class Flash {
         for (int i = 0; i < n_; ++i) l_[i] = fluid_.z()[i] - (v_[i] = 0.05 * most * y_[i] / sum);
     }
 
-    /// One step of Newton's method on the Gibbs energy; false if no shorter step lowers it.
+    /// One step of Newton's method on the Gibbs energy; false if no shorter step lowers it. Where
+    /// the energy is not convex, multiples of the ideal part's diagonal make the matrix definite
+    /// (Michelsen, 1982), which turns the step towards a substitution.
     bool newton() {
-        for (int i = 0; i < n_; ++i) {
-            step_[i] = a_.m[i] - b_.m[i];
+        for (int i = 0; i < n_; ++i)
             for (int j = 0; j < n_; ++j)
                 hess_[i * n_ + j] = b_.m_n(i, j) / beta_ + a_.m_n(i, j) / (1.0 - beta_);
+        from_l_ = l_;
+        from_v_ = v_;
+        second_ = hess_;
+        for (int i = 0; i < n_; ++i) down_[i] = a_.m[i] - b_.m[i];
+        for (double shift : {0.0, 1e-4, 1e-3, 1e-2, 0.1, 1.0, 10.0}) {
+            hess_ = second_;
+            step_ = down_;
+            for (int i = 0; i < n_; ++i)
+                hess_[i * n_ + i] += shift * (1.0 / from_v_[i] + 1.0 / from_l_[i]);
+            if (cholesky_solve(n_, hess_.data(), step_.data()) && line_search())
+                return true;
         }
-        double slope = 0.0, scale = 1.0;
-        const double before = gibbs_;
-        if (!lu_solve(n_, hess_.data(), step_.data())) return false;
-        for (int i = 0; i < n_; ++i) slope += step_[i] * (b_.m[i] - a_.m[i]);
-        if (!(slope < 0.0)) return false;
+        return false;
+    }
+    /// The longest of some steps along step_ that lowers the energy; else all is as it was.
+    bool line_search() {
+        const double before = gibbs_, last = residual_;
+        double scale = 1.0;
         for (int i = 0; i < n_; ++i) {
             const double room = step_[i] > 0.0 ? l_[i] : v_[i];
             scale = std::min(scale, 0.9 * room / std::max(std::fabs(step_[i]), 1e-300));
         }
-        const std::vector<double> from_l = l_, from_v = v_;
-        const double last = residual_;
         for (int k = 0; k < 12; ++k, scale *= 0.4) {
             for (int i = 0; i < n_; ++i) {
-                v_[i] = from_v[i] + scale * step_[i];
-                l_[i] = from_l[i] - scale * step_[i];
+                v_[i] = from_v_[i] + scale * step_[i];
+                l_[i] = from_l_[i] - scale * step_[i];
             }
             if (!fractions() || !evaluate(phase_H)) continue;
             // Next to the solution the energy is flat to rounding, and the potentials tell.
             if (gibbs_ < before - 1e-13 * std::fabs(before) || residual_ < 0.9 * last) return true;
         }
-        l_ = from_l;
-        v_ = from_v;
+        l_ = from_l_;
+        v_ = from_v_;
         fractions();
         evaluate(phase_H);
         return false;
@@ -295,6 +314,7 @@ class Flash {
     };
     std::vector<Pair> pairs_;  ///< starts for splits, the most promising last
     std::vector<double> l_, v_, lnK_, x_, y_, step_, hess_;
+    std::vector<double> from_l_, from_v_, second_, down_;  // of newton and line_search
     double beta_ = 0.5, gibbs_ = 0.0, residual_ = 0.0, tpd_ = 0.0;
     int iterations_ = 0;
 };
