@@ -2,6 +2,7 @@
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/dense.h>
 #include <corvane/phases/flash.h>
+#include <corvane/phases/flash_guess.h>
 #include <corvane/phases/stability.h>
 
 #include <algorithm>
@@ -34,10 +35,9 @@ class Flash {
         if (o.start && o.start->phases.size() == 2 && start_from(*o.start) && split() &&
             certified(nullptr))
             return two_phases(o);
-        // Where Wilson's K-factors split the whole their split is tried first: if certified, that is
-        // all that a test of the whole could have shown.
-        for (int i = 0; i < n_; ++i) lnK_[i] = fluid_.wilson(i, T_) - std::log(p_);
-        if (rachford_rice() && split(true) && certified(nullptr)) return two_phases(o);
+        // Where Wilson's K-factors split the whole their split is tried first: if certified, that
+        // is all that a test of the whole could have shown.
+        if (split_by_wilson() && certified(nullptr)) return two_phases(o);
         // The first negative distance will do; where only the curvature told, a trial is looked
         // for.
         StabilityResult r = stability_.test(whole_, p_, nullptr, true);
@@ -67,7 +67,25 @@ class Flash {
                       : "the split did not converge; change p or T a little, or give a start");
     }
 
+    /// What Wilson's K-factors lead to, or the whole: not certified, not even tested.
+    bool guess(FlashResult& q) {
+        if (n_ > 1 && split_by_wilson()) {
+            q = result({1.0 - beta_, beta_});
+            q.phases = {{a_.rho, fluid_.expand(a_.x)}, {b_.rho, fluid_.expand(b_.x)}};
+        } else {
+            if (!fluid_.evaluate_at(whole_, p_, T_, fluid_.z(), Root::stable, 0)) return false;
+            q = result({1.0});
+            q.phases = {{whole_.rho, fluid_.expand(whole_.x)}};
+        }
+        q.certificate.evaluations = fluid_.evaluations;
+        return true;
+    }
+
   private:
+    bool split_by_wilson() {
+        for (int i = 0; i < n_; ++i) lnK_[i] = fluid_.wilson(i, T_) - std::log(p_);
+        return rachford_rice() && split(true);
+    }
     [[noreturn]] void fail(char const* advice) const {
         char number[80];
         std::snprintf(number, sizeof number, "p = %g MPa, T = %g K, z =", p_, T_);
@@ -221,8 +239,7 @@ class Flash {
             step_ = down_;
             for (int i = 0; i < n_; ++i)
                 hess_[i * n_ + i] += shift * (1.0 / from_v_[i] + 1.0 / from_l_[i]);
-            if (cholesky_solve(n_, hess_.data(), step_.data()) && line_search())
-                return true;
+            if (cholesky_solve(n_, hess_.data(), step_.data()) && line_search()) return true;
         }
         return false;
     }
@@ -319,6 +336,11 @@ class Flash {
     int iterations_ = 0;
 };
 }  // namespace
+
+bool flash_guess(ModelN const& model, double p, double T, Vector<double> const& z,
+                 FlashResult& result) {
+    return Flash(model, p, T, z).guess(result);
+}
 
 FlashResult flash_pT(ModelN const& model, double p, double T, Vector<double> const& z,
                      FlashOptions const& options) {

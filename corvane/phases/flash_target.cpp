@@ -1,7 +1,7 @@
 // Flashes at given (p, h), (p, s) or (T, rho): a search in T or p around the flash at (p, T).
 #include <corvane/core/constants.h>
 #include <corvane/mixture/modeln.h>
-#include <corvane/phases/flash.h>
+#include <corvane/phases/flash_guess.h>
 #include <corvane/phases/split.h>
 #include <corvane/phases/stability.h>
 #include <corvane/pure/model1.h>
@@ -55,8 +55,9 @@ class TargetFlash {
     FlashResult run() {
         if (at_T_ && whole()) return std::move(answer_);
         if (o_.start && from(*o_.start)) return std::move(answer_);
-        double next = guess(), last_width = std::numeric_limits<double>::infinity(),
-               grow = at_T_ ? 1.0 : 0.2;
+        double next = guess();
+        if (tried(next)) return std::move(answer_);
+        double last_width = std::numeric_limits<double>::infinity(), grow = at_T_ ? 1.0 : 0.2;
         int refused = 0, slow = 0;
         for (int k = 0; k < kFlashes; ++k) {
             Side here;
@@ -220,6 +221,21 @@ class TargetFlash {
         if (!std::isfinite(x)) x = std::log(0.7 * Tc);
         limits();
         return std::clamp(x, min_, max_);
+    }
+
+    /// Newton from an untested guess at ln T or ln p. If its result is not the answer, the search
+    /// begins where that is.
+    bool tried(double& outer) {
+        (at_T_ ? p_ : T_) = std::exp(outer);
+        Side s;
+        if (!flash_guess(model_, p_, T_, z_, s.result)) return false;
+        evaluations_ += s.result.certificate.evaluations;
+        s.outer = outer;
+        double step = 0.0;
+        if (start(s.result) && newton(s, step)) return true;
+        limits();
+        if (std::fabs(step) < 0.5) outer = std::clamp(outer + step, min_, max_);
+        return false;
     }
 
     /// The flash at ln T or ln p, and its distance to the target.
