@@ -71,6 +71,11 @@ double Caloric::ideal_cp() const {
     return sum;
 }
 
+bool Caloric::covers(double T) const {
+    for (int i = 0; i < fluid_.size(); ++i)
+        if (fluid_.pure(i).ideal.interval(T) < 0) return false;
+    return true;
+}
 double Caloric::T_first() const {
     double first = 0.0;
     for (int i = 0; i < fluid_.size(); ++i)

@@ -37,8 +37,9 @@ class Caloric {
     /// cp/R of the ideal gas of composition z.
     double ideal_cp() const;
 
-    double T_first() const;  ///< K: first temperature of all tables
-    double T_last() const;   ///< K: last temperature of all tables
+    bool covers(double T) const;  ///< is T at or above the first temperature of every table?
+    double T_first() const;       ///< K: highest first temperature of the tables
+    double T_last() const;        ///< K: lowest last temperature of the tables
 
   private:
     FluidModel const& fluid_;

@@ -50,6 +50,10 @@ class TargetFlash {
         (at_T_ ? T_ : p_) = fixed;
         solver_.given = at_T_ ? 1.0 / given : given / R;
         best_ = std::numeric_limits<double>::infinity();
+        for (int i = 0; i < n_; ++i) {
+            lowest_Tc_ = std::min(lowest_Tc_, fluid_.pure(i).Tcrit());
+            highest_Tc_ = std::max(highest_Tc_, fluid_.pure(i).Tcrit());
+        }
     }
 
     FlashResult run() {
@@ -146,15 +150,19 @@ class TargetFlash {
             max_ = kLnPMax;
             return;
         }
-        double lowest = 1e300, highest = 0.0;
-        for (int i = 0; i < n_; ++i) {
-            lowest = std::min(lowest, fluid_.pure(i).Tcrit());
-            highest = std::max(highest, fluid_.pure(i).Tcrit());
-        }
-        lowest *= kLowest;
+        double lowest = kLowest * lowest_Tc_;
         if (target_ == Target::s_at_p) lowest = std::max(lowest, caloric_->T_first());
         min_ = std::log(lowest);
-        max_ = std::log(std::max(kHighest * highest, caloric_->T_last()));
+        max_ = std::log(std::max(kHighest * highest_Tc_, caloric_->T_last()));
+    }
+    /// The nearest value within the range; the ends of the tables are looked for only if needed.
+    double clamped(double outer) {
+        if (!at_T_ && outer < std::log(kHighest * highest_Tc_) &&
+            outer > std::log(kLowest * lowest_Tc_) &&
+            (target_ == Target::h_at_p || caloric_->covers(std::exp(outer))))
+            return outer;
+        limits();
+        return std::clamp(outer, min_, max_);
     }
 
     /// Where Wilson's K-factors and the ideal gas, its liquid by Wilson's enthalpy of vaporisation,
@@ -168,8 +176,7 @@ class TargetFlash {
                 bubble += z[i] * f;
                 dew += z[i] / f;
             }
-            return std::clamp(std::log(std::clamp(given_ * R * T_, 1.0 / dew, bubble)), kLnPMin,
-                              kLnPMax);
+            return clamped(std::log(std::clamp(given_ * R * T_, 1.0 / dew, bubble)));
         }
         double at[2], Tc = 0.0, latent = 0.0;  // ln T of bubble and dew point
         for (int i = 0; i < n_; ++i) {
@@ -219,8 +226,7 @@ class TargetFlash {
                     std::max((value - below) / (cp * (entropy ? 1.0 : std::exp(at[0]))), -0.7);
         }
         if (!std::isfinite(x)) x = std::log(0.7 * Tc);
-        limits();
-        return std::clamp(x, min_, max_);
+        return clamped(x);
     }
 
     /// Newton from an untested guess at ln T or ln p. If its result is not the answer, the search
@@ -233,8 +239,7 @@ class TargetFlash {
         s.outer = outer;
         double step = 0.0;
         if (start(s.result) && newton(s, step)) return true;
-        limits();
-        if (std::fabs(step) < 0.5) outer = std::clamp(outer + step, min_, max_);
+        if (std::fabs(step) < 0.5) outer = clamped(outer + step);
         return false;
     }
 
@@ -373,8 +378,7 @@ class TargetFlash {
         const double outer = std::log(at_T_ ? q.p : q.T);
         if ((lo_.known && outer < lo_.outer - 1e-9) || (hi_.known && outer > hi_.outer + 1e-9))
             return false;
-        limits();
-        if (outer < min_ || outer > max_) return false;
+        if (clamped(outer) != outer) return false;
         // by falling mass density
         std::vector<std::pair<double, std::size_t>> order;
         for (std::size_t k = 0; k < s.size(); ++k) {
@@ -451,6 +455,7 @@ class TargetFlash {
     Side lo_, hi_;
     FlashResult answer_;
     double T_ = 0.0, p_ = 0.0, min_ = 0.0, max_ = 0.0, best_ = 0.0;
+    double lowest_Tc_ = 1e300, highest_Tc_ = 0.0;
     int iterations_ = 0;
     long evaluations_ = 0;
 };
