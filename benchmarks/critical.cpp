@@ -48,6 +48,25 @@ void point_refused(benchmark::State& state) {
         }
 }
 
+/// Arguments: step in thousandths; search for detached lines.
+void lines(benchmark::State& state, std::vector<char const*> const& names) {
+    const Mixture m = make(names);
+    corvane::CriticalLineOptions o;
+    o.step = static_cast<double>(state.range(0)) / 1000;
+    o.detached = state.range(1);
+    std::vector<corvane::CriticalLine> found;
+    for (auto _ : state) found = corvane::critical_lines(*m, o);
+    std::size_t points = 0;
+    long evaluations = 0;
+    for (auto const& l : found) {
+        points += l.points.size();
+        evaluations += l.evaluations;
+    }
+    state.counters["lines"] = static_cast<double>(found.size());
+    state.counters["points"] = static_cast<double>(points);
+    state.counters["evaluations"] = static_cast<double>(evaluations);
+}
+
 const std::vector<char const*> kLight{"methane", "propane"}, kWide{"methane", "decane"},
     kSix{"methane", "nitrogen", "ethane", "propane", "butane", "decane"};
 BENCHMARK_CAPTURE(point, methane_propane, kLight, false)->ArgName("x")->Arg(10)->Arg(50)->Arg(90);
@@ -55,4 +74,13 @@ BENCHMARK_CAPTURE(point, methane_propane_warm, kLight, true)->ArgName("x")->Arg(
 BENCHMARK_CAPTURE(point, methane_decane, kWide, false)->ArgName("x")->Arg(50)->Arg(90);
 BENCHMARK_CAPTURE(point, six_components, kSix, false)->ArgName("x")->Arg(50);
 BENCHMARK(point_refused);
+BENCHMARK_CAPTURE(lines, methane_propane, kLight)
+    ->ArgNames({"step", "detached"})
+    ->Args({50, 0})
+    ->Args({50, 1})
+    ->Args({20, 1});
+BENCHMARK_CAPTURE(lines, methane_decane, kWide)
+    ->ArgNames({"step", "detached"})
+    ->Args({50, 0})
+    ->Args({50, 1});
 }  // namespace

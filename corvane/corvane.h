@@ -21,6 +21,7 @@
 #include <corvane/phases/binary_diagram.h>
 #include <corvane/phases/certificate.h>
 #include <corvane/phases/critical.h>
+#include <corvane/phases/critical_line.h>
 #include <corvane/phases/diagram.h>
 #include <corvane/phases/envelope.h>
 #include <corvane/phases/flash.h>

@@ -16,8 +16,9 @@ struct CriticalPoint {
     /// False: the two conditions hold, but the phase is not stable, as a trial phase of negative
     /// tangent-plane distance (certificate.tpd) or the fourth-order term shows.
     bool stable = true;
-    /// `conditions`: the larger of |λ| and |C| (see critical_point), at most 1e-9 with exact
-    /// derivatives, 1e-6 without; `phases` holds the critical phase.
+    /// `conditions`: the larger of |λ| and |C| (see critical_point), over the largest eigenvalue if
+    /// that exceeds 1; at most 1e-9 with exact derivatives, 1e-6 without. `phases`: the critical
+    /// phase.
     Certificate certificate;
 };
 
@@ -47,10 +48,10 @@ CORVANE_API CriticalPoint critical_point(ModelN const& model, Vector<double> con
                                          CriticalOptions const& options = {});
 
 /// All critical points of z that a search finds, stable or not, at positive pressure, in order of
-/// density. Of each density (22 of them, from 0.3 to 3.6 times the mean critical one, by 12 %) all
-/// temperatures are determined at which λ vanishes (between 0.25 of the lowest and twice the
-/// highest critical temperature, seen in steps of 8 %); where C changes its sign from one density
-/// to the next there is a critical point.
+/// density. Of each density (31 of them, from 0.3 to 4.4 times the mean critical one) all
+/// temperatures are determined at which λ vanishes (between 0.2 of the lowest and twice the highest
+/// critical temperature, seen in steps of 12 %); where C changes its sign from one density to the
+/// next there is a critical point.
 CORVANE_API std::vector<CriticalPoint> critical_points(ModelN const& model, Vector<double> const& z,
                                                        CriticalOptions const& options = {});
 

@@ -1,3 +1,4 @@
+#include <corvane/core/errors.h>
 #include <corvane/core/numelo.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/critical_conditions.h>
@@ -13,6 +14,7 @@ namespace {
 constexpr double kAlong[] = {1e-5, 1e-3}, kGradient[] = {1e-5, 1e-3}, kQuartic[] = {1e-3, 2e-2},
                  kLimit[] = {1e-9, 1e-6};
 constexpr double kStep = 1e-6;  // last step of Newton's method, whose rate is 1e-5
+using Variables = CriticalConditions::Variables;
 }  // namespace
 
 CriticalConditions::CriticalConditions(FluidModel const& fluid)
@@ -30,16 +32,26 @@ CriticalConditions::CriticalConditions(FluidModel const& fluid)
     vectors_.resize(n * n);
 }
 
+/// Searches pass through states that a model refuses, by an exception or by a value.
+bool CriticalConditions::possible(PhaseState& q, double T, int order) {
+    try {
+        return fluid_.evaluate(q, T, order);
+    } catch (ThException const&) {
+    } catch (MthException const&) {
+    }
+    return false;
+}
+
 bool CriticalConditions::state(PhaseState& q, Variables const& y, int m, int order) {
     const double rho = std::exp(y[0]);
     if (m == 2) {
         for (int i = 0; i < n_; ++i) q.rho_i[i] = rho * fluid_.z()[i];
     } else {
         q.rho_i[0] = rho * y[2];
-        q.rho_i[1] = rho * (1.0 - y[2]);
+        q.rho_i[1] = rho * y[3];
         if (!(q.rho_i[0] > 0.0) || !(q.rho_i[1] > 0.0)) return false;
     }
-    return fluid_.evaluate(q, std::exp(y[1]), order);
+    return possible(q, std::exp(y[1]), order);
 }
 
 /// λ and u of s.H.
@@ -75,6 +87,7 @@ void CriticalConditions::smallest() {
         }
     }
     lambda = values_[0];
+    stiffness_ = values_[n - 1];
     double dot = 0.0, sum = 0.0;
     for (int i = 0; i < n; ++i) {
         u[i] = vectors_[i];
@@ -103,11 +116,11 @@ double CriticalConditions::form(PhaseState const& q) const {
 /// side_ at the distance h along u.
 bool CriticalConditions::shifted(double h) {
     for (int i = 0; i < n_; ++i) side_.rho_i[i] = s.rho * (s.x[i] + h * std::sqrt(s.x[i]) * u[i]);
-    return fluid_.evaluate(side_, s.T, phase_H);
+    return possible(side_, s.T, phase_H);
 }
 
-bool CriticalConditions::evaluate(Variables const& y, int m) {
-    if (!eigen(y, m)) return false;
+bool CriticalConditions::evaluate(Variables const& y, int m, int order) {
+    if (!eigen(y, m, order)) return false;
     double h = kAlong[exact_ ? 0 : 1], ideal = 0.0;
     for (int i = 0; i < n_; ++i) {
         const double root = std::sqrt(s.x[i]);
@@ -126,9 +139,13 @@ bool CriticalConditions::gradients(Variables const& y, int m, double* J) {
     const std::vector<double> direction = u;
     for (int k = 0; k < m; ++k) {
         double h = kGradient[exact_ ? 0 : 1];
-        if (k == 2) h = y[2] > 0.5 ? -std::min(h, 0.1 * y[2]) : std::min(h, 0.1 * (1.0 - y[2]));
+        if (k == 2) {  // traces bend the line on the scale of themselves
+            h = std::clamp(0.1 * std::min(y[2], y[3]), 1e-3 * h, h);
+            if (y[2] > 0.5) h = -h;
+        }
         Variables next = y;
         next[k] += h;
+        if (k == 2) next[3] -= h;
         std::swap(s, kept_);
         const bool good = evaluate(next, m);
         std::swap(s, kept_);
@@ -170,17 +187,27 @@ bool CriticalConditions::quartic(Variables const& y, int m, double& D) {
 }
 
 double CriticalConditions::residual() const {
-    return std::max(std::fabs(lambda), std::fabs(C));
+    return std::max(std::fabs(lambda), std::fabs(C)) / std::max(1.0, stiffness_);
+}
+
+CriticalConditions::Variables CriticalConditions::tangent(double const* J) {
+    Variables t{J[1] * J[5] - J[2] * J[4], J[2] * J[3] - J[0] * J[5], J[0] * J[4] - J[1] * J[3],
+                0.0};
+    const double length = std::hypot(t[0], t[1], t[2]);
+    for (double& v : t) v /= length;
+    t[3] = -t[2];
+    return t;
 }
 
 bool CriticalConditions::solve(Variables& y, int m, Variables const* row, double value, int most) {
-    double J[9], r[3], step = 1.0;
+    double r[3], step = 1.0;
     for (int it = 0; it <= most; ++it) {
         ++iterations;
         if (!evaluate(y, m)) return false;
         if (residual() < limit && step < (exact_ ? kStep : 100 * kStep))
             return eigen(y, m, phase_p);
-        if (it == most || !gradients(y, m, J)) return false;
+        if (it == most || !gradients(y, m, J_.data())) return false;
+        std::array<double, 9> J = J_;
         r[0] = -lambda;
         r[1] = -C;
         if (m == 3) {
@@ -190,12 +217,12 @@ bool CriticalConditions::solve(Variables& y, int m, Variables const* row, double
                 r[2] -= (*row)[k] * y[k];
             }
         }
-        if (!lu_solve(m, J, r)) return false;
+        if (!lu_solve(m, J.data(), r)) return false;
         // Bounds: 20 % in rho, 10 % in T; a mole fraction may halve its distance to 0 and 1.
         double scale = std::min(1.0, 0.2 / std::max(std::fabs(r[0]), 1e-300));
         scale = std::min(scale, 0.1 / std::max(std::fabs(r[1]), 1e-300));
         if (m == 3) {
-            const double room = 0.5 * (r[2] < 0.0 ? y[2] : 1.0 - y[2]);
+            const double room = 0.5 * (r[2] < 0.0 ? y[2] : y[3]);
             scale = std::min(scale, room / std::max(std::fabs(r[2]), 1e-300));
         }
         step = 0.0;
@@ -203,6 +230,7 @@ bool CriticalConditions::solve(Variables& y, int m, Variables const* row, double
             y[k] += scale * r[k];
             step = std::max(step, std::fabs(r[k]));
         }
+        if (m == 3) y[3] -= scale * r[2];
     }
     return false;
 }

@@ -23,17 +23,18 @@ class CriticalConditions {
     explicit CriticalConditions(FluidModel const& fluid);
 
     /// Variables: ln rho, ln T at the composition of the FluidModel (m = 2), or of a binary with
-    /// x_0 as the third (m = 3).
-    using Variables = std::array<double, 3>;
+    /// x_0 as the third (m = 3). Then the fourth element is x_1, so that traces of either component
+    /// keep their digits; in a direction it is the negative of the third.
+    using Variables = std::array<double, 4>;
 
     PhaseState s;           ///< the last state
     std::vector<double> u;  ///< eigenvector; keeps its orientation from call to call
     double lambda = 0.0, C = 0.0;
-    double limit;  ///< of |λ| and |C| at a solution: what rounding leaves, with a margin
+    double limit;  ///< of residual() at a solution: what rounding leaves, with a margin
 
     /// λ and u alone (one evaluation), or with C (three). False where the model fails.
     bool eigen(Variables const& y, int m, int order = 0);
-    bool evaluate(Variables const& y, int m);
+    bool evaluate(Variables const& y, int m, int order = 0);
     /// Rows: gradients of λ and C at y, the last state, which stays; forward differences (about
     /// 1e-5 relative). Inward where y_2 is near 1.
     bool gradients(Variables const& y, int m, double* J);
@@ -41,10 +42,17 @@ class CriticalConditions {
     bool quartic(Variables const& y, int m, double& D);
     /// Newton's method; row (m = 3 only) fixes row·y = value. Leaves s with phase_H and phase_p.
     bool solve(Variables& y, int m, Variables const* row, double value, int iterations);
+    /// m = 3: direction of the critical line at the solution, of unit length, either sign. From the
+    /// gradients of the last iteration (not evaluated again: about 1e-5).
+    Variables tangent() const { return tangent(J_.data()); }
+    static Variables tangent(double const* gradients);
     int iterations = 0;
+    /// The larger of |λ| and |C|, over the largest eigenvalue if that exceeds 1: the stiffness of a
+    /// dense liquid, to which rounding and the slopes of C are proportional.
     double residual() const;
 
   private:
+    bool possible(PhaseState& q, double T, int order);
     bool state(PhaseState& q, Variables const& y, int m, int order);
     void smallest();
     double form(PhaseState const& q) const;  // residual part of the quadratic form along u
@@ -55,6 +63,8 @@ class CriticalConditions {
     const bool exact_;
     PhaseState side_, kept_;
     std::vector<double> last_u_, B_, values_, vectors_;
+    std::array<double, 9> J_{};
+    double stiffness_ = 1.0;
 };
 
 }  // namespace corvane
