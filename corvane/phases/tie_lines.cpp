@@ -155,8 +155,8 @@ bool TieLineTracer::critical() {
     bool solved = false;
     // At constant T directly; at constant p by Newton's method in ln T.
     CriticalConditions c(fluid_);
-    CriticalConditions::Variables y{std::log(q.rho_x), std::log(q.T), q.x};
-    const CriticalConditions::Variables row{0.0, 1.0, 0.0};
+    CriticalConditions::Variables y{std::log(q.rho_x), std::log(q.T), q.x, 1.0 - q.x};
+    const CriticalConditions::Variables row{0.0, 1.0, 0.0, 0.0};
     double lnT = y[1], last_T = 0.0, last_p = 0.0;
     for (int it = 0; it < 8 && c.solve(y, 3, &row, lnT, 10); ++it) {
         const double off = constant_.at_T ? 0.0 : std::log(c.s.p / constant_.value);
