@@ -13,8 +13,9 @@ namespace cli {
 namespace {
 constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
 
-/// "rhoL/(kg/m3)" → "rhoL", "kg/m3".
-void take_apart(std::string const& heading, std::string& name, std::string& unit) {
+}  // namespace
+
+ColumnName::ColumnName(std::string const& heading) {
     const std::size_t at = heading.find_first_of("/_ [(");
     name = heading.substr(0, at);
     unit = at == std::string::npos ? "" : trimmed(heading.substr(at));
@@ -24,45 +25,48 @@ void take_apart(std::string const& heading, std::string& name, std::string& unit
         unit = unit.substr(1, unit.size() - 2);
 }
 
-struct Statistics {
-    int count = 0;
-    double sum = 0.0, largest = 0.0;
-    std::size_t where = 0;
-
-    void add(double deviation, std::size_t row) {
-        ++count;
-        sum += std::fabs(deviation);
-        if (std::fabs(deviation) >= std::fabs(largest)) {
-            largest = deviation;
-            where = row;
-        }
+std::vector<double> read_column(CsvFile const& csv, std::size_t k, Conversion const& convert,
+                                std::string const& path) {
+    std::vector<double> values;
+    for (std::size_t row = 0; row < csv.rows.size(); ++row) {
+        std::string const& field = csv.rows[row][k];
+        const auto x = to_number(field);
+        if (!x && !field.empty() && field != "-")
+            throw Failure(fmt::format("{}:{}: '{}' is not a number", path, csv.lines[row], field));
+        values.push_back(x ? convert.to_library(*x) : kMissing);
     }
-};
-}  // namespace
+    return values;
+}
+
+void Deviations::add(double deviation, std::size_t where) {
+    ++count_;
+    sum_ += std::fabs(deviation);
+    if (std::fabs(deviation) >= std::fabs(largest_)) {
+        largest_ = deviation;
+        where_ = where;
+    }
+}
+
+std::string Deviations::text(std::string const& unit) const {
+    const std::string in = unit.empty() ? "" : " " + unit;
+    return fmt::format("mean deviation {:.3g}{}, largest {:.3g}{}", sum_ / count_, in, largest_,
+                       in);
+}
 
 Published::Published(std::string const& path, std::map<std::string, Quantity> const& known,
                      double M) {
     const CsvFile csv = read_csv(path);
     if (!csv.comments.empty()) source_ = csv.comments.front();
     for (std::size_t k = 0; k < csv.header.size(); ++k) {
-        std::string name, unit;
-        take_apart(csv.header[k], name, unit);
-        const auto found = known.find(name);
+        const ColumnName column(csv.header[k]);
+        const auto found = known.find(column.name);
         if (found == known.end()) continue;
-        const auto convert = conversion(found->second, unit, M);
+        const auto convert = conversion(found->second, column.unit, M);
         if (!convert)
             throw Failure(fmt::format("{}: column {}: unknown unit '{}'{}", path, csv.header[k],
-                                      unit, M > 0.0 ? "" : ", or one that needs the molar mass"));
-        std::vector<double>& values = columns_[name];
-        values.clear();
-        for (std::size_t row = 0; row < csv.rows.size(); ++row) {
-            std::string const& field = csv.rows[row][k];
-            const auto x = to_number(field);
-            if (!x && !field.empty() && field != "-")
-                throw Failure(
-                    fmt::format("{}:{}: '{}' is not a number", path, csv.lines[row], field));
-            values.push_back(x ? convert->to_library(*x) : kMissing);
-        }
+                                      column.unit,
+                                      M > 0.0 ? "" : ", or one that needs the molar mass"));
+        columns_[column.name] = read_column(csv, k, *convert, path);
     }
     if (columns_.empty() || csv.rows.empty())
         throw Failure(fmt::format("{}: no published values: name columns like T/K, p/MPa", path));
@@ -87,7 +91,7 @@ std::vector<std::string> Published::lay_beside(Table& table, std::string const& 
              {"d_" + calculated.name, unit,
               difference ? "calculated - published" : "deviation: calculated/published - 1", false,
               4}});
-        Statistics statistics;
+        Deviations deviations;
         for (std::size_t row = 0; row < table.rows.size(); ++row) {
             const double value = units.from_library(quantity, column(calculated.name)[row]);
             auto& cells = table.rows[row].cells;
@@ -95,15 +99,14 @@ std::vector<std::string> Published::lay_beside(Table& table, std::string const& 
             const double deviation = !x           ? kMissing
                                      : difference ? *x - value
                                                   : 100.0 * (*x / value - 1.0);
-            if (std::isfinite(deviation)) statistics.add(deviation, row);
+            if (std::isfinite(deviation)) deviations.add(deviation, row);
             cells.insert(cells.begin() + at, {Cell(value), Cell(deviation)});
         }
-        if (statistics.count > 0)
+        if (deviations.count() > 0)
             summary.push_back(fmt::format(
-                "{}: mean deviation {:.3g} {}, largest {:.3g} {} at {} = {:.10g}, {} points",
-                calculated.name, statistics.sum / statistics.count, unit, statistics.largest, unit,
-                given, std::get<double>(table.rows[statistics.where].cells[given_at]),
-                statistics.count));
+                "{}: {} at {} = {:.10g}, {} points", calculated.name, deviations.text(unit), given,
+                std::get<double>(table.rows[deviations.where()].cells[given_at]),
+                deviations.count()));
     }
     return summary;
 }

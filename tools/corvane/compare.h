@@ -5,6 +5,7 @@
 // comments; the first one is shown as the source.
 #pragma once
 
+#include <tools/corvane/csv.h>
 #include <tools/corvane/table.h>
 #include <tools/corvane/units.h>
 
@@ -13,6 +14,32 @@
 #include <vector>
 
 namespace cli {
+
+/// A column's name and unit: "rhoL/(kg/m3)", "T_K", "p [bar]".
+struct ColumnName {
+    explicit ColumnName(std::string const& heading);
+    std::string name, unit;
+};
+
+/// Column k in library units; NaN where a field is empty or "-". @throws Failure a bad number, with
+/// its line
+std::vector<double> read_column(CsvFile const& csv, std::size_t k, Conversion const& convert,
+                                std::string const& path);
+
+/// Mean of the absolute deviations, and the largest.
+class Deviations {
+  public:
+    void add(double deviation, std::size_t where);
+    int count() const { return count_; }
+    std::size_t where() const { return where_; }  ///< of the largest
+    /// "mean deviation 0.1 %, largest -0.3 %"
+    std::string text(std::string const& unit) const;
+
+  private:
+    int count_ = 0;
+    double sum_ = 0.0, largest_ = 0.0;
+    std::size_t where_ = 0;
+};
 
 class Published {
   public:

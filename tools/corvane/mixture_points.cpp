@@ -2,7 +2,7 @@
 #include <tools/corvane/mixture_points.h>
 #include <tools/corvane/numbers.h>
 
-#include <corvane/corvane.h>
+#include <corvane/phases/critical.h>
 
 #include <fmt/format.h>
 
@@ -57,6 +57,21 @@ Rows::Given given(Units const& units, bool by_T, double value, Vector<double> co
     return cells;
 }
 
+std::string title(MixtureFluid const& mixture) {
+    std::string text;
+    for (int i = 0; i < mixture.size(); ++i) {
+        text += i > 0 ? " + " : "";
+        if (mixture.composed) text += fmt::format("{:.6g} ", mixture.x[i]);
+        text += mixture.component(i);
+    }
+    return fmt::format("{}, {}+{}", text, mixture.eos, mixture.mth);
+}
+
+std::string axis(Quantity quantity, Units const& units) {
+    return fmt::format("{} / {}", quantity == Quantity::temperature ? "T" : "p",
+                       units.name(quantity));
+}
+
 std::vector<std::string> phase_names(MixtureFluid const& mixture,
                                      std::vector<corvane::PhaseRecord> const& phases) {
     const auto reduced = [&](corvane::PhaseRecord const& phase) {
@@ -71,17 +86,16 @@ std::vector<std::string> phase_names(MixtureFluid const& mixture,
     return names;
 }
 
-std::string critical_hint(ModelN const& model, Vector<double> x, bool by_T, double given,
+std::string critical_hint(ModelN const& model, Vector<double> const& x, bool by_T, double given,
                           Units const& units) {
     try {
-        double s = 0.0;
-        Matrix<double> line;
-        crit_slope_x(&model, x, s, line);
-        if (given < 0.8 * line[0][by_T ? 1 : 3]) return "";
+        const corvane::CriticalPoint point = corvane::critical_point(model, x);
+        if (given < 0.8 * (by_T ? point.T : point.p)) return "";
         return fmt::format("; this composition has a critical point at T = {}, p = {}",
-                           units.text(Quantity::temperature, line[0][1]),
-                           units.text(Quantity::pressure, line[0][3]));
-    } catch (ThException const&) {  // only a hint
+                           units.text(Quantity::temperature, point.T),
+                           units.text(Quantity::pressure, point.p));
+    } catch (corvane::EquilibriumFailure const&) {  // only a hint
+    } catch (ThException const&) {
     } catch (MthException const&) {
     }
     return "";

@@ -32,6 +32,11 @@ Rows::Given given(Units const& units, double T, double p);
 Rows::Given given(Units const& units, bool by_T, double value, Vector<double> const& x,
                   bool liquid);
 
+/// Of a picture: "methane + propane, PR+vdW1", with mole fractions if there are.
+std::string title(MixtureFluid const& mixture);
+/// Of an axis: "p / MPa".
+std::string axis(Quantity quantity, Units const& units);
+
 /// How phases are called, the densest (by mass) first: "liquid" or "vapour", by the density reduced
 /// with the mean critical volume Σ x_i·vcrit_i of the equation. A single phase is a vapour below
 /// 1. Of two, the first is the liquid and the second the vapour, or "liquid2" above 1.5, which
@@ -41,7 +46,7 @@ std::vector<std::string> phase_names(MixtureFluid const& mixture,
 
 /// "; this composition has a critical point at T = ..., p = ...", if what was given (T, or p
 /// unless by_T) is near or above it, or else "".
-std::string critical_hint(ModelN const& model, Vector<double> x, bool by_T, double given,
+std::string critical_hint(ModelN const& model, Vector<double> const& x, bool by_T, double given,
                           Units const& units);
 
 }  // namespace cli

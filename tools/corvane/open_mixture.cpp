@@ -7,6 +7,7 @@
 #include <tools/corvane/text.h>
 
 #include <corvane/mixture/loading.h>
+#include <corvane/phases/validity.h>
 
 #include <fmt/format.h>
 
@@ -177,11 +178,10 @@ MixtureFluid open_mixture(MixtureRequest const& request) {
             corvane::load_estimating(model, mixture.eos.c_str(), mixture.mth.c_str());
     });
     if (!request.kij.empty()) set_kij(request.kij, mixture);
-    mixture.validity.estimated_pairs = std::any_of(
-        mixture.estimated.begin(), mixture.estimated.end(), [&](std::pair<int, int> const& pair) {
-            return std::find(mixture.given.begin(), mixture.given.end(), pair) ==
-                   mixture.given.end();
-        });
+    std::erase_if(mixture.estimated, [&](std::pair<int, int> const& pair) {
+        return std::find(mixture.given.begin(), mixture.given.end(), pair) != mixture.given.end();
+    });
+    mixture.validity = corvane::validity(model, mixture.estimated);
     mixture.ideal = true;
     for (int i = 0; i < n; ++i) try {
             model.mdl1[i]->ideal.load();

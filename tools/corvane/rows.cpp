@@ -5,11 +5,12 @@
 
 namespace cli {
 
-Rows::Rows(char const* command, Table& table, std::size_t asked)
+Rows::Rows(char const* command, Table& table, std::size_t asked, char const* things)
     : command_(command),
+      things_(things),
       table_(table),
       asked_(asked),
-      watch_(fmt::format("corvane: {} of {}", command, asked)) {}
+      watch_(fmt::format("corvane: {}, {} {} asked for", command, asked, things)) {}
 
 bool Rows::add(std::string const& what, Given const& given, std::function<Row()> const& f) {
     return add_all(what, given, [&] { return std::vector{f()}; });
@@ -42,8 +43,8 @@ bool Rows::add_all(std::string const& what, Given const& given,
 }
 
 int Rows::finish(Heading& heading) const {
-    if (Watch::interrupted() && done_ < asked_) {
-        heading.summary.push_back(fmt::format("interrupted: {} of {} points", done_, asked_));
+    if (Watch::interrupted()) {
+        heading.summary.push_back(fmt::format("interrupted: {} of {} {}", done_, asked_, things_));
         return kInterrupted;
     }
     return failures_ == 0 ? 0 : 1;

@@ -15,8 +15,9 @@ class Rows {
   public:
     using Given = std::vector<std::pair<std::size_t, Cell>>;  ///< column and what is known of it
 
-    /// Appends to the table, of which the columns are complete. asked: the number of points.
-    Rows(char const* command, Table& table, std::size_t asked);
+    /// Appends to the table, of which the columns are complete. asked: the number of points, or of
+    /// what else is added one by one.
+    Rows(char const* command, Table& table, std::size_t asked, char const* things = "points");
 
     /// Appends the row that f returns. If f throws a Failure, an EquilibriumFailure, a ThException
     /// or an MthException, a row with the given cells alone, "failed: <why>" as its note, and
@@ -28,11 +29,14 @@ class Rows {
     bool add_all(std::string const& what, Given const& given,
                  std::function<std::vector<Row>()> const& f);
 
+    /// For a trace within f.
+    corvane::Progress progress() { return watch_.progress(); }
+
     /// Tells in the heading if SIGINT ended the run; returns the exit code.
     int finish(Heading& heading) const;
 
   private:
-    std::string command_;
+    std::string command_, things_;
     Table& table_;
     std::size_t asked_, done_ = 0;
     int failures_ = 0;

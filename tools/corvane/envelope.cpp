@@ -1,0 +1,245 @@
+// corvane envelope: the phase envelope of a mixture of fixed composition.
+#include <tools/corvane/certified.h>
+#include <tools/corvane/commands.h>
+#include <tools/corvane/errors.h>
+#include <tools/corvane/mixture_points.h>
+#include <tools/corvane/numbers.h>
+#include <tools/corvane/open.h>
+#include <tools/corvane/options.h>
+#include <tools/corvane/plot.h>
+#include <tools/corvane/watch.h>
+
+#include <corvane/phases/envelope.h>
+
+#include <fmt/format.h>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+
+namespace cli {
+namespace {
+using corvane::Envelope;
+using corvane::EnvelopeEnd;
+using corvane::EnvelopePoint;
+
+struct EnvelopeCommand {
+    Options options;
+    MixtureRequest request;
+    std::string p_start, p_max, T_min;
+    PlotFile plot;
+
+    int run();
+
+  private:
+    corvane::EnvelopeOptions how() const;
+    std::vector<Column> columns(MixtureFluid const& mixture) const;
+    Row row(MixtureFluid const& mixture, EnvelopePoint const& point, std::string const& mark) const;
+    Table table(MixtureFluid const& mixture, Envelope const& envelope) const;
+    void summarise(Envelope const& envelope, Heading& head) const;
+    Picture picture(MixtureFluid const& mixture, Envelope const& envelope) const;
+    XY at(EnvelopePoint const& point) const;
+};
+
+char const* in_words(EnvelopeEnd end) {
+    switch (end) {
+        case EnvelopeEnd::closed:
+            return "closed: back at the pressure where it began";
+        case EnvelopeEnd::pressure:
+            return "open: above the highest pressure (--p-max)";
+        case EnvelopeEnd::cold:
+            return "open: below the lowest temperature (--T-min)";
+        case EnvelopeEnd::full:
+            return "cut off at the largest number of points";
+        case EnvelopeEnd::interrupted:
+            return "interrupted";
+        case EnvelopeEnd::stuck:
+            break;
+    }
+    return "open: no further point was found";
+}
+
+/// Special points with their names.
+struct Named {
+    char const* name;
+    Symbol symbol;
+    std::vector<EnvelopePoint> const& points;
+};
+std::vector<Named> special(Envelope const& envelope) {
+    return {{"critical point", Symbol::critical, envelope.critical},
+            {"cricondentherm", Symbol::extremum, envelope.cricondentherm},
+            {"cricondenbar", Symbol::three_phase, envelope.cricondenbar}};
+}
+
+/// The number of the curve's point before a special point: that from which the way over it to the
+/// next one is shortest, in ln T and ln p.
+std::size_t place(std::vector<EnvelopePoint> const& curve, EnvelopePoint const& point) {
+    const auto distance = [&](EnvelopePoint const& other) {
+        return std::hypot(4.0 * std::log(other.T / point.T), std::log(other.p / point.p));
+    };
+    std::size_t best = 0;
+    double least = std::numeric_limits<double>::infinity();
+    for (std::size_t k = 0; k + 1 < curve.size(); ++k) {
+        const double way = distance(curve[k]) + distance(curve[k + 1]);
+        if (way < least) {
+            least = way;
+            best = k;
+        }
+    }
+    return best;
+}
+
+corvane::EnvelopeOptions EnvelopeCommand::how() const {
+    corvane::EnvelopeOptions result;
+    const auto set = [&](std::string const& text, char const* option, Quantity quantity,
+                         double& value) {
+        if (!text.empty()) value = positive_points(text, option, quantity, options.units).front();
+    };
+    set(p_start, "--p-start", Quantity::pressure, result.p_start);
+    set(p_max, "--p-max", Quantity::pressure, result.p_max);
+    set(T_min, "--T-min", Quantity::temperature, result.T_min);
+    result.stability = true;
+    return result;
+}
+
+std::vector<Column> EnvelopeCommand::columns(MixtureFluid const& mixture) const {
+    Units const& u = options.units;
+    std::vector<Column> result = {
+        {"T", u.name(Quantity::temperature), "temperature"},
+        {"p", u.name(Quantity::pressure), "pressure"},
+        {"kind", "", "bubble: the incipient phase is the lighter one (by mass); dew: the denser"}};
+    add_fractions(result, mixture, "y", "mole fraction in the incipient phase");
+    result.push_back({"rho", u.name(Quantity::density), "density of the phase of given fractions"});
+    result.push_back({"rho2", u.name(Quantity::density), "density of the incipient phase"});
+    return result;
+}
+
+Row EnvelopeCommand::row(MixtureFluid const& mixture, EnvelopePoint const& point,
+                         std::string const& mark) const {
+    Units const& u = options.units;
+    Row result;
+    result.cells = {u.from_library(Quantity::temperature, point.T),
+                    u.from_library(Quantity::pressure, point.p),
+                    std::string(point.bubble ? "bubble" : "dew")};
+    add_cells(result, point.y);
+    result.cells.emplace_back(mixture.density(u, mixture.x, point.rho));
+    result.cells.emplace_back(mixture.density(u, point.y, point.rho2));
+    result.note = mark;
+    if (point.unstable) add_note(result.note, "not stable: there is a phase of lower Gibbs energy");
+    return result;
+}
+
+Table EnvelopeCommand::table(MixtureFluid const& mixture, Envelope const& envelope) const {
+    Table result{columns(mixture), {}};
+    std::vector<std::vector<Row>> marked(envelope.points.size());
+    for (Named const& named : special(envelope))
+        for (EnvelopePoint const& point : named.points)
+            marked[place(envelope.points, point)].push_back(row(mixture, point, named.name));
+    for (std::size_t k = 0; k < envelope.points.size(); ++k) {
+        result.rows.push_back(row(mixture, envelope.points[k], ""));
+        for (Row& extra : marked[k]) result.rows.push_back(std::move(extra));
+    }
+    return result;
+}
+
+void EnvelopeCommand::summarise(Envelope const& envelope, Heading& head) const {
+    Units const& u = options.units;
+    std::vector<Fields> list;
+    for (Named const& named : special(envelope))
+        for (EnvelopePoint const& point : named.points) {
+            head.summary.push_back(fmt::format(
+                "{}: T = {}, p = {}{}", named.name, u.text(Quantity::temperature, point.T),
+                u.text(Quantity::pressure, point.p), point.unstable ? " (not stable)" : ""));
+            list.push_back({{"name", named.name},
+                            {"T", u.from_library(Quantity::temperature, point.T)},
+                            {"p", u.from_library(Quantity::pressure, point.p)}});
+        }
+    head.lists.emplace_back("special", std::move(list));
+    head.summary.push_back(fmt::format("{} points, {} of them not stable; {}",
+                                       envelope.points.size(), envelope.unstable,
+                                       in_words(envelope.end)));
+    head.summary.push_back(fmt::format("certified: {}; {} evaluations",
+                                       agreement(envelope.dmu, envelope.dp), envelope.evaluations));
+    head.lists.push_back({"certificates",
+                          {{{"points", static_cast<long>(envelope.points.size())},
+                            {"unstable", static_cast<long>(envelope.unstable)},
+                            {"end", in_words(envelope.end)},
+                            {"dmu", envelope.dmu},
+                            {"dp", envelope.dp},
+                            {"evaluations", envelope.evaluations}}}});
+}
+
+XY EnvelopeCommand::at(EnvelopePoint const& point) const {
+    return {options.units.from_library(Quantity::temperature, point.T),
+            options.units.from_library(Quantity::pressure, point.p)};
+}
+
+/// Stretches of one kind; where the kind changes they meet, at the critical point if there is one.
+Picture EnvelopeCommand::picture(MixtureFluid const& mixture, Envelope const& envelope) const {
+    Picture result;
+    result.title = title(mixture);
+    result.x_axis = axis(Quantity::temperature, options.units);
+    result.y_axis = axis(Quantity::pressure, options.units);
+    auto const& points = envelope.points;
+    std::vector<XY> stretch;
+    std::vector<bool> stable;
+    for (std::size_t k = 0; k < points.size(); ++k) {
+        stretch.push_back(at(points[k]));
+        stable.push_back(!points[k].unstable);
+        const bool bubble = points[k].bubble;
+        if (k + 1 < points.size() && points[k + 1].bubble == bubble) continue;
+        XY meeting = k + 1 < points.size() ? at(points[k + 1]) : stretch.back();
+        for (EnvelopePoint const& critical : envelope.critical)
+            if (place(points, critical) == k) meeting = at(critical);
+        stretch.push_back(meeting);
+        stable.push_back(stable.back());
+        result.add(bubble ? "bubble points" : "dew points", bubble ? Ink::liquid : Ink::vapour,
+                   stretch, stable);
+        stretch = {meeting};
+        stable = {stable.back()};
+    }
+    for (Named const& named : special(envelope))
+        for (EnvelopePoint const& point : named.points)
+            result.mark(named.name, named.symbol, Ink::black, at(point));
+    return result;
+}
+
+int EnvelopeCommand::run() {
+    plot.begin();
+    options.begin();
+    const MixtureFluid mixture = open_mixture(request);
+    options.units.M = mixture.M();
+    Heading head = heading("envelope", mixture);
+    head.remarks.emplace_back("y: the incipient phase, beside that of the given composition");
+    corvane::EnvelopeOptions asked = how();
+    Watch watch("corvane: envelope");
+    asked.progress = watch.progress();
+    const Envelope envelope = asking(mixture.name() + ": phase envelope", [&] {
+        return corvane::phase_envelope(*mixture.model, mixture.x, asked);
+    });
+    summarise(envelope, head);
+    write(head, table(mixture, envelope), options.style);
+    plot.draw(picture(mixture, envelope));
+    return Watch::interrupted() ? kInterrupted : 0;
+}
+}  // namespace
+
+void add_envelope(Program& program) {
+    auto envelope = std::make_shared<EnvelopeCommand>();
+    Command command = program.add("envelope", "phase envelope of a mixture, with critical points",
+                                  [envelope] { return envelope->run(); });
+    envelope->request.add_to(command);
+    command
+        .value("--p-start", envelope->p_start,
+               "pressure of the dew point where it begins (default: 0.05 MPa)")
+        .value("--p-max", envelope->p_max, "where an open envelope ends (default: 1000 MPa)")
+        .value("--T-min", envelope->T_min, "where it ends at low temperatures (default: 50 K)");
+    envelope->plot.add_to(command);
+    envelope->options.add_units(command);
+    envelope->options.add_output(command);
+    command.examples(
+        R"(  corvane envelope PR+vdW1 methane=0.8 ethane=0.15 propane
+  corvane envelope MEOS+GERG methane=0.7 propane=0.3 --plot envelope.svg --unit-p bar)");
+}
+
+}  // namespace cli
