@@ -7,6 +7,16 @@
 #include <algorithm>
 
 namespace cli {
+namespace {
+std::vector<std::string> flags(corvane::Certificate const& c) {
+    std::vector<std::string> names;
+    if (c.near_trivial) names.emplace_back("near_trivial");
+    if (c.estimated_pairs) names.emplace_back("estimated_pairs");
+    if (c.extrapolated) names.emplace_back("extrapolated");
+    if (c.below_triple) names.emplace_back("below_triple");
+    return names;
+}
+}  // namespace
 
 void Evidence::add_columns(std::vector<Column>& columns) {
     Column const details[] = {
@@ -28,19 +38,21 @@ void Evidence::add(Row& row, corvane::Certificate const& c) {
     dmu_ = std::max(dmu_, c.dmu);
     dp_ = std::max(dp_, c.dp);
     tpd_ = std::min(tpd_, c.tpd);
-    std::vector<std::string> flags;
-    const auto flag = [&](bool set, char const* name, char const* note) {
-        if (!set) return;
-        flags.emplace_back(name);
-        if (*note) add_note(row.note, note);
-    };
-    flag(c.near_trivial, "near_trivial", "near a critical point: the phases are nearly alike");
-    flag(c.estimated_pairs, "estimated_pairs", "");  // the heading has it
-    flag(c.extrapolated, "extrapolated", "extrapolated: outside the range of the parameters");
-    flag(c.below_triple, "below_triple", "below the triple point of a component: it may freeze");
+    // Estimated pairs are named in the heading.
+    if (c.near_trivial) add_note(row.note, "near a critical point: the phases are nearly alike");
+    if (c.extrapolated) add_note(row.note, "extrapolated: outside the range of the parameters");
+    if (c.below_triple) add_note(row.note, "below the triple point of a component: it may freeze");
     for (double value : {c.dmu, c.dp, c.tpd}) row.cells.emplace_back(value);
     row.cells.emplace_back(c.evaluations);
-    row.cells.emplace_back(join(flags, " "));
+    row.cells.emplace_back(join(flags(c), " "));
+}
+
+void append(Fields& fields, corvane::Certificate const& c) {
+    fields.insert(fields.end(), {{"dmu", c.dmu},
+                                 {"dp", c.dp},
+                                 {"tpd", c.tpd},
+                                 {"evaluations", c.evaluations},
+                                 {"flags", join(flags(c), " ")}});
 }
 
 std::string agreement(double dmu, double dp) {

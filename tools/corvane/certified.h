@@ -25,6 +25,9 @@ class Evidence {
     double dmu_ = 0.0, dp_ = 0.0, tpd_ = 0.0;
 };
 
+/// A certificate as fields of a list.
+void append(Fields& fields, corvane::Certificate const& certificate);
+
 /// "potentials agree to 2.1e-13 (over RT), pressures to 3e-12 (of p)".
 std::string agreement(double dmu, double dp);
 

@@ -144,29 +144,28 @@ Table EnvelopeCommand::table(MixtureFluid const& mixture, Envelope const& envelo
 
 void EnvelopeCommand::summarise(Envelope const& envelope, Heading& head) const {
     Units const& u = options.units;
-    std::vector<Fields> list;
     for (Named const& named : special(envelope))
         for (EnvelopePoint const& point : named.points) {
             head.summary.push_back(fmt::format(
                 "{}: T = {}, p = {}{}", named.name, u.text(Quantity::temperature, point.T),
                 u.text(Quantity::pressure, point.p), point.unstable ? " (not stable)" : ""));
-            list.push_back({{"name", named.name},
+            list(head, "special")
+                .push_back({{"name", named.name},
                             {"T", u.from_library(Quantity::temperature, point.T)},
                             {"p", u.from_library(Quantity::pressure, point.p)}});
         }
-    head.lists.emplace_back("special", std::move(list));
     head.summary.push_back(fmt::format("{} points, {} of them not stable; {}",
                                        envelope.points.size(), envelope.unstable,
                                        in_words(envelope.end)));
     head.summary.push_back(fmt::format("certified: {}; {} evaluations",
                                        agreement(envelope.dmu, envelope.dp), envelope.evaluations));
-    head.lists.push_back({"certificates",
-                          {{{"points", static_cast<long>(envelope.points.size())},
-                            {"unstable", static_cast<long>(envelope.unstable)},
-                            {"end", in_words(envelope.end)},
-                            {"dmu", envelope.dmu},
-                            {"dp", envelope.dp},
-                            {"evaluations", envelope.evaluations}}}});
+    list(head, "certificates")
+        .push_back({{"points", static_cast<long>(envelope.points.size())},
+                    {"unstable", static_cast<long>(envelope.unstable)},
+                    {"end", in_words(envelope.end)},
+                    {"dmu", envelope.dmu},
+                    {"dp", envelope.dp},
+                    {"evaluations", envelope.evaluations}});
 }
 
 XY EnvelopeCommand::at(EnvelopePoint const& point) const {

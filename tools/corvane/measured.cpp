@@ -202,7 +202,7 @@ void Measured::compare(MixtureFluid const& mixture, std::vector<double> const& g
         }
         list.push_back(std::move(fields));
     }
-    heading.lists.emplace_back("measured", std::move(list));
+    cli::list(heading, "measured") = std::move(list);
     if (!source_.empty()) heading.remarks.push_back("measured: " + source_);
     const auto tell = [&](std::string const& what, Deviations const& d, std::string const& in) {
         if (d.count() > 0)

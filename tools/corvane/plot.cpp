@@ -72,12 +72,13 @@ char const* style(Symbol symbol) {
     return "pt 6 ps 0.9 lw 1.5";
 }
 
-/// Within single quotes gnuplot replaces nothing; a quote is doubled.
+/// A text in single quotes, within which gnuplot replaces nothing; its own quotes become
+/// typographic ones, since doubled ones mislead gnuplot's search for commands in backquotes.
 std::string quoted(std::string const& text) {
     std::string result = "'";
     for (char c : text)
-        if (c == '\'')
-            result += "''";
+        if (c == '\'' || c == '`')
+            result += c == '`' ? "\u2018" : "\u2019";
         else if (static_cast<unsigned char>(c) >= ' ' && c != 0x7f)
             result += c;
     return result + '\'';

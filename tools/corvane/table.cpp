@@ -135,6 +135,12 @@ std::string Column::heading() const {
                                                          : name + "/(" + unit + ')';
 }
 
+std::vector<Fields>& list(Heading& heading, std::string const& name) {
+    for (auto& [known, fields] : heading.lists)
+        if (known == name) return fields;
+    return heading.lists.emplace_back(name, std::vector<Fields>()).second;
+}
+
 void write(Heading const& heading, Table const& table, Style const& style) {
     std::string text;
     if (style.format == Format::json) {

@@ -44,6 +44,9 @@ struct Heading {
     std::vector<std::pair<std::string, std::vector<Fields>>> lists;
 };
 
+/// The list of that name, which is added if it is not there.
+std::vector<Fields>& list(Heading& heading, std::string const& name);
+
 enum class Format { text, csv, json };
 
 struct Style {

@@ -9,16 +9,21 @@
 #include <tools/corvane/options.h>
 #include <tools/corvane/rows.h>
 
-#include <corvane/phases/diagram.h>
+#include <corvane/phases/binary_diagram.h>
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <cmath>
 #include <memory>
+#include <utility>
 
 namespace cli {
 namespace {
+using corvane::BinaryDiagram;
 using corvane::Diagram;
 using corvane::DiagramEnd;
+using corvane::PhasePair;
 using corvane::TieLine;
 
 struct XyDiagram {
@@ -26,7 +31,7 @@ struct XyDiagram {
     bool isothermal;
     Options options;
     MixtureRequest request;
-    std::string values, p_max, step;
+    std::string values, p_max, T_min, step;
     PlotFile plot;
     Measured data;
 
@@ -38,96 +43,231 @@ struct XyDiagram {
 
   private:
     std::vector<Column> columns(MixtureFluid const& mixture) const;
-    Row row(MixtureFluid const& mixture, TieLine const& tie) const;
-    std::vector<Row> trace(MixtureFluid const& mixture, double given, corvane::Progress progress,
-                           Heading& head, Picture& picture) const;
-    void draw(Diagram const& diagram, double given, Picture& picture) const;
+    std::vector<Row> rows_of(MixtureFluid const& mixture, Diagram const& branch) const;
+    void draw(Diagram const& branch, Picture& picture) const;
+    void draw(corvane::ThreePhasePoint const& three, Picture& picture) const;
+    void report(MixtureFluid const& mixture, BinaryDiagram const& diagram, double given,
+                Heading& head) const;
+    corvane::DiagramOptions how() const;
+    std::vector<Row> trace(MixtureFluid const& mixture, double given,
+                           corvane::DiagramOptions const& asked, Heading& head, Picture& picture);
+    /// p or T of a state as it is drawn.
+    template <class S>
+    double value(S const& state) const {
+        return options.units.from_library(sought(), isothermal ? state.p : state.T);
+    }
+    bool complete_ = true;
 };
 
-char const* in_words(DiagramEnd end) {
+std::string in_words(DiagramEnd end, TieLine const& point, MixtureFluid const& mixture) {
     switch (end) {
         case DiagramEnd::pure:
-            return "at the other pure component";
+            return fmt::format("pure {}", mixture.component(point.x > 0.5 ? 0 : 1));
         case DiagramEnd::critical:
-            return "at a critical point";
+            return "a critical point";
+        case DiagramEnd::three_phase:
+            return "three phases";
         case DiagramEnd::limit:
-            return "at the limit of p or T";
+            return "the highest p or T";
+        case DiagramEnd::coldest:
+            return "the lowest T";
         case DiagramEnd::full:
-            return "at the largest number of points; it goes on";
+            return "the largest number of points, where it goes on";
         case DiagramEnd::interrupted:
-            return "interrupted";
+            return "the interruption";
         case DiagramEnd::stuck:
             break;
     }
-    return "open: no further point was found";
+    return "an open end: no further point was found";
+}
+
+char const* in_words(PhasePair kind) {
+    return kind == PhasePair::vapour_liquid   ? "vapour-liquid"
+           : kind == PhasePair::liquid_liquid ? "liquid-liquid"
+                                              : "fluid-fluid";
+}
+
+/// The branch with its denser phase (by mass, where they differ most) as x.
+Diagram denser_first(Diagram branch, MixtureFluid const& mixture) {
+    double most = 0.0;
+    for (TieLine const& tie : branch.points) {
+        const double contrast =
+            std::log(tie.rho_x * mixture.M(binary(tie.x)) / (tie.rho_y * mixture.M(binary(tie.y))));
+        if (std::fabs(contrast) > std::fabs(most)) most = contrast;
+    }
+    if (most < 0.0)
+        for (TieLine& tie : branch.points) {
+            std::swap(tie.x, tie.y);
+            std::swap(tie.rho_x, tie.rho_y);
+        }
+    return branch;
 }
 
 std::vector<Column> XyDiagram::columns(MixtureFluid const& mixture) const {
     Units const& u = options.units;
+    const std::string name = mixture.component(0);
     return {{"T", u.name(Quantity::temperature), "temperature", isothermal},
             {"p", u.name(Quantity::pressure), "pressure", !isothermal},
-            {fmt::format("x_{}", mixture.component(0)), "", "mole fraction in the liquid"},
-            {fmt::format("y_{}", mixture.component(0)), "", "mole fraction in the vapour"},
-            {"rhoL", u.name(Quantity::density), "density of the liquid"},
-            {"rhoV", u.name(Quantity::density), "density of the vapour"}};
+            {"phases", "", "what the two phases are"},
+            {"x_" + name, "", "mole fraction in the liquid, or the denser phase (by mass)"},
+            {"y_" + name, "", "mole fraction in the vapour, or the lighter phase"},
+            {"rho_x", u.name(Quantity::density), "density of the phase x"},
+            {"rho_y", u.name(Quantity::density), "density of the phase y"}};
 }
 
-Row XyDiagram::row(MixtureFluid const& mixture, TieLine const& tie) const {
+std::vector<Row> XyDiagram::rows_of(MixtureFluid const& mixture, Diagram const& branch) const {
     Units const& u = options.units;
-    Row result;
-    result.cells = {u.from_library(Quantity::temperature, tie.T),
-                    u.from_library(Quantity::pressure, tie.p),
-                    tie.x,
-                    tie.y,
-                    mixture.density(u, binary(tie.x), tie.rho_x),
-                    mixture.density(u, binary(tie.y), tie.rho_y)};
-    if (!tie.stable) result.note = "not stable: there is a phase of lower Gibbs energy";
+    std::vector<Row> rows;
+    for (TieLine const& tie : branch.points) {
+        Row row;
+        row.cells = {u.from_library(Quantity::temperature, tie.T),
+                     u.from_library(Quantity::pressure, tie.p),
+                     std::string(in_words(branch.kind)),
+                     tie.x,
+                     tie.y,
+                     mixture.density(u, binary(tie.x), tie.rho_x),
+                     mixture.density(u, binary(tie.y), tie.rho_y)};
+        if (!tie.stable) row.note = "not stable: there is a phase of lower Gibbs energy";
+        for (TieLine const& azeotrope : branch.azeotropes)
+            if (azeotrope.p == tie.p && azeotrope.T == tie.T && azeotrope.x == tie.x)
+                add_note(row.note, "azeotrope");
+        rows.push_back(std::move(row));
+    }
+    add_note(rows.front().note,
+             "begins at " + in_words(branch.begin, branch.points.front(), mixture));
+    add_note(rows.back().note, "ends at " + in_words(branch.end, branch.points.back(), mixture));
+    return rows;
+}
+
+void XyDiagram::draw(Diagram const& branch, Picture& picture) const {
+    std::vector<XY> x, y;
+    std::vector<bool> stable;
+    for (TieLine const& tie : branch.points) {
+        x.push_back({tie.x, value(tie)});
+        y.push_back({tie.y, value(tie)});
+        stable.push_back(tie.stable);
+    }
+    switch (branch.kind) {
+        case PhasePair::vapour_liquid:
+            picture.add("liquid", Ink::liquid, x, stable);
+            picture.add("vapour", Ink::vapour, y, stable);
+            break;
+        case PhasePair::liquid_liquid:
+            picture.add("liquid", Ink::liquid, x, stable);
+            picture.add("second liquid", Ink::liquid2, y, stable);
+            break;
+        case PhasePair::fluid_fluid:
+            picture.add("fluid", Ink::black, x, stable);
+            picture.add("fluid", Ink::black, y, stable);
+    }
+    if (branch.begin == DiagramEnd::critical)
+        picture.mark("critical point", Symbol::critical, Ink::black, x.front());
+    if (branch.end == DiagramEnd::critical)
+        picture.mark("critical point", Symbol::critical, Ink::black, x.back());
+    for (TieLine const& tie : branch.azeotropes)
+        picture.mark("azeotrope", Symbol::azeotrope, Ink::black, {tie.x, value(tie)});
+}
+
+void XyDiagram::draw(corvane::ThreePhasePoint const& three, Picture& picture) const {
+    std::vector<XY> line;
+    for (corvane::PhaseRecord const& phase : three.phases) {
+        line.push_back({phase.x[0], value(three)});
+        picture.mark("three phases", Symbol::three_phase, Ink::black, line.back());
+    }
+    std::sort(line.begin(), line.end());
+    picture.curves.push_back({"", Ink::black, Stroke::thin, line});
+}
+
+void XyDiagram::report(MixtureFluid const& mixture, BinaryDiagram const& diagram, double given,
+                       Heading& head) const {
+    Units const& u = options.units;
+    char const* const name = isothermal ? "p" : "T";
+    const auto say = [&](std::string const& text) {
+        head.summary.push_back(fmt::format("{} = {}: {}", symbol(), u.text(fixed(), given), text));
+    };
+    const auto at = [&](auto const& state) {
+        return fmt::format("{} = {}", name, u.text(sought(), isothermal ? state.p : state.T));
+    };
+    double dmu = 0.0, dp = 0.0;
+    long points = 0, unstable = 0;
+    for (Diagram const& b : diagram.branches) {
+        dmu = std::max(dmu, b.dmu);
+        dp = std::max(dp, b.dp);
+        points += static_cast<long>(b.points.size());
+        unstable += b.unstable;
+        TieLine const &first = b.points.front(), &last = b.points.back();
+        say(fmt::format("{} from {} ({}) to {} ({}), {} points", in_words(b.kind),
+                        in_words(b.begin, first, mixture), at(first),
+                        in_words(b.end, last, mixture), at(last), b.points.size()));
+        for (TieLine const& tie : b.azeotropes)
+            say(fmt::format("azeotrope at {}, x_{} = {:.6g}", at(tie), mixture.component(0),
+                            tie.x));
+    }
+    for (corvane::ThreePhasePoint const& three : diagram.three_phase) {
+        Fields fields = {{"T", u.from_library(Quantity::temperature, three.T)},
+                         {"p", u.from_library(Quantity::pressure, three.p)}};
+        std::string fractions;
+        for (std::size_t k = 0; k < three.phases.size(); ++k) {
+            const double x = three.phases[k].x[0];
+            fractions += fmt::format(" {:.6g}", x);
+            fields.emplace_back(fmt::format("x{}_{}", k + 1, mixture.component(0)), x);
+        }
+        append(fields, three.certificate);
+        list(head, "three_phase").push_back(std::move(fields));
+        say(fmt::format("three phases at {}, mole fractions of {}{}", at(three),
+                        mixture.component(0), fractions));
+    }
+    for (TieLine const& tie : diagram.open)
+        say(fmt::format("not traced: a split near {}, {} from about {:.3g} to {:.3g}", at(tie),
+                        mixture.component(0), tie.x, tie.y));
+    say(fmt::format("{}; certified: {}{}; {} evaluations",
+                    diagram.complete() ? "complete" : "not complete", agreement(dmu, dp),
+                    unstable > 0 ? fmt::format(", but {} of {} points not stable", unstable, points)
+                                 : ", all points stable",
+                    diagram.evaluations));
+    list(head, "certificates")
+        .push_back({{symbol(), u.from_library(fixed(), given)},
+                    {"complete", static_cast<long>(diagram.complete())},
+                    {"points", points},
+                    {"unstable", unstable},
+                    {"dmu", dmu},
+                    {"dp", dp},
+                    {"evaluations", diagram.evaluations}});
+}
+
+corvane::DiagramOptions XyDiagram::how() const {
+    corvane::DiagramOptions result;
+    result.p_max = 100.0;
+    if (!p_max.empty())
+        result.p_max = positive_points(p_max, "--p-max", Quantity::pressure, options.units).front();
+    if (!T_min.empty())
+        result.T_min =
+            positive_points(T_min, "--T-min", Quantity::temperature, options.units).front();
+    result.step = !step.empty() ? number(step, "--step") : plot ? 0.01 : 0.05;
+    if (!(result.step > 0.0 && result.step <= 0.5)) throw Misuse("--step: from above 0 to 0.5");
     return result;
 }
 
-void XyDiagram::draw(Diagram const& diagram, double given, Picture& picture) const {
-    std::vector<XY> x, y;
-    std::vector<bool> stable;
-    for (TieLine const& tie : diagram.points) {
-        const double value = options.units.from_library(sought(), isothermal ? tie.p : tie.T);
-        x.push_back({tie.x, value});
-        y.push_back({tie.y, value});
-        stable.push_back(tie.stable);
-    }
-    picture.add("liquid", Ink::liquid, x, stable);
-    picture.add("vapour", Ink::vapour, y, stable);
-    if (diagram.end == DiagramEnd::critical)
-        picture.mark("critical point", Symbol::critical, Ink::black, x.back());
-    picture.label(options.units.text(fixed(), given), x);
-}
-
 std::vector<Row> XyDiagram::trace(MixtureFluid const& mixture, double given,
-                                  corvane::Progress progress, Heading& head,
-                                  Picture& picture) const {
-    corvane::DiagramOptions how;
-    if (!p_max.empty())
-        how.p_max = positive_points(p_max, "--p-max", Quantity::pressure, options.units).front();
-    how.step = !step.empty() ? number(step, "--step") : plot ? 0.01 : 0.05;
-    if (!(how.step > 0.0 && how.step <= 0.5)) throw Misuse("--step: from above 0 to 0.5");
-    how.progress = std::move(progress);
-    const Diagram diagram = isothermal ? diagram_pxy(*mixture.model, given, how)
-                                       : diagram_Txy(*mixture.model, given, how);
+                                  corvane::DiagramOptions const& asked, Heading& head,
+                                  Picture& picture) {
+    BinaryDiagram diagram = isothermal ? complete_pxy(*mixture.model, given, asked)
+                                       : complete_Txy(*mixture.model, given, asked);
     std::vector<Row> rows;
-    for (TieLine const& tie : diagram.points) rows.push_back(row(mixture, tie));
-    add_note(rows.back().note, fmt::format("ends {}", in_words(diagram.end)));
-    const std::string at = fmt::format("{} = {}", symbol(), options.units.text(fixed(), given));
-    head.summary.push_back(
-        fmt::format("{}: {} points, {} of them not stable; ends {}; certified: {}; {} evaluations",
-                    at, rows.size(), diagram.unstable, in_words(diagram.end),
-                    agreement(diagram.dmu, diagram.dp), diagram.evaluations));
-    head.lists.back().second.push_back({{symbol(), options.units.from_library(fixed(), given)},
-                                        {"points", static_cast<long>(rows.size())},
-                                        {"unstable", static_cast<long>(diagram.unstable)},
-                                        {"end", in_words(diagram.end)},
-                                        {"dmu", diagram.dmu},
-                                        {"dp", diagram.dp},
-                                        {"evaluations", diagram.evaluations}});
-    draw(diagram, given, picture);
+    std::vector<XY> longest;  // the liquid of the longest branch, which bears the label
+    for (Diagram& branch : diagram.branches) {
+        branch = denser_first(std::move(branch), mixture);
+        for (Row& row : rows_of(mixture, branch)) rows.push_back(std::move(row));
+        draw(branch, picture);
+        if (branch.points.size() <= longest.size()) continue;
+        longest.clear();
+        for (TieLine const& tie : branch.points) longest.push_back({tie.x, value(tie)});
+    }
+    if (rows.empty()) throw Failure("no solution: one phase only, in all compositions");
+    for (corvane::ThreePhasePoint const& three : diagram.three_phase) draw(three, picture);
+    picture.label(options.units.text(fixed(), given), longest);
+    report(mixture, diagram, given, head);
+    complete_ = complete_ && diagram.complete();
     return rows;
 }
 
@@ -143,20 +283,22 @@ int XyDiagram::run() {
     const auto given = positive_points(values, isothermal ? "--T" : "--p", fixed(), units);
     if (data) data.read(mixture, isothermal);
     Heading head = heading(name(), mixture);
-    head.lists.emplace_back("certificates", std::vector<Fields>());
     Picture picture;
     picture.title = title(mixture);
     picture.x_axis = fmt::format("mole fraction of {}", mixture.component(0));
     picture.y_axis = axis(sought(), units);
     picture.fraction = true;
+    head.remarks.push_back("every stable two-phase state; x is the liquid, or the denser phase");
     if (given.size() == 1) picture.title += ", " + units.text(fixed(), given.front());
     Table table{columns(mixture), {}};
     Rows rows(name(), table, given.size(), "diagrams");
+    corvane::DiagramOptions asked = how();
+    asked.progress = rows.progress();
     for (double value : given)
         if (!rows.add_all(
                 fmt::format("{} at {} = {}", mixture.name(), symbol(), units.text(fixed(), value)),
                 {{isothermal ? 0 : 1, units.from_library(fixed(), value)}},
-                [&] { return trace(mixture, value, rows.progress(), head, picture); }))
+                [&] { return trace(mixture, value, asked, head, picture); }))
             break;
     if (data) {
         data.compare(mixture, given, units, head);
@@ -166,7 +308,7 @@ int XyDiagram::run() {
     const int code = rows.finish(head);
     write(head, table, options.style);
     plot.draw(picture);
-    return code;
+    return code == 0 && !complete_ ? 1 : code;
 }
 
 void add(Program& program, bool isothermal, char const* text, char const* examples) {
@@ -178,7 +320,11 @@ void add(Program& program, bool isothermal, char const* text, char const* exampl
                   isothermal ? "temperatures: 300 or 300,310 or first:last:step"
                              : "pressures: 1 or 1,2 or first:last:step",
                   {.required = true, .type = "VALUES"});
-    if (isothermal) command.value("--p-max", diagram->p_max, "where to end (default: 1000 MPa)");
+    if (isothermal)
+        command.value("--p-max", diagram->p_max, "where to end (default: 100 MPa)");
+    else
+        command.value("--T-min", diagram->T_min,
+                      "where to begin (default: 0.3 of the lower critical temperature)");
     command.value("--step", diagram->step,
                   "longest step in the mole fractions, about (default: 0.05; 0.01 with --plot)");
     diagram->plot.add_to(command);

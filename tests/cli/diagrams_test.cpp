@@ -1,0 +1,149 @@
+// Diagrams of mixtures and their pictures.
+#include <cli/program.h>
+#include <support/scratch.h>
+
+#include <nlohmann/json.hpp>
+
+#include <cmath>
+#include <cstdlib>
+
+namespace {
+using Json = nlohmann::json;
+
+Json json(std::string const& arguments) {
+    const Outcome run = run_corvane(arguments + " --json");
+    EXPECT_EQ(run.code, 0) << run.err;
+    return Json::parse(run.out);
+}
+double value(Json const& row, std::string const& name) {
+    return row.at(name).get<double>();
+}
+double mean(Json const& rows, char const* name) {
+    double sum = 0.0;
+    for (Json const& row : rows) sum += std::fabs(value(row, name));
+    return sum / static_cast<double>(rows.size());
+}
+bool no_gnuplot() {
+    return std::system("command -v gnuplot >/dev/null") != 0;
+}
+}  // namespace
+
+TEST(CliDiagrams, PointsAreBubblePointsAndBothDiagramsMeet) {
+    const Json pxy = json("pxy PR+vdW1 methane propane --T 250");
+    EXPECT_EQ(pxy["certificates"][0]["complete"], 1);
+    Json const& middle = pxy["rows"][pxy["rows"].size() / 2];
+    const double x = value(middle, "x_methane");
+    const Json bubble = json("bubble PR+vdW1 propane methane=" + Json(x).dump() + " --T 250");
+    EXPECT_NEAR(value(bubble["rows"][0], "p") / value(middle, "p"), 1, 1e-8);
+    EXPECT_NEAR(value(bubble["rows"][0], "y_methane"), value(middle, "y_methane"), 1e-8);
+    EXPECT_EQ(pxy["rows"].front()["note"], "begins at pure propane");
+    EXPECT_EQ(pxy["rows"].back()["note"], "ends at a critical point");
+    const Json pure = json("saturation PR propane --T 250")["rows"][0];
+    EXPECT_NEAR(value(pxy["rows"].front(), "p") / value(pure, "p"), 1, 1e-7);
+}
+
+TEST(CliDiagrams, EnvelopeMarksWhereTangentsStand) {
+    const Json envelope = json("envelope PR+vdW1 methane=0.8 ethane=0.15 propane");
+    double hottest = 0.0, highest = 0.0;
+    Json critical;
+    for (Json const& row : envelope["rows"]) {
+        hottest = std::max(hottest, value(row, "T"));
+        highest = std::max(highest, value(row, "p"));
+        if (row.value("note", "") == "critical point") critical = row;
+    }
+    for (Json const& special : envelope["special"]) {
+        if (special["name"] == "cricondentherm") {
+            EXPECT_EQ(value(special, "T"), hottest);
+        }
+        if (special["name"] == "cricondenbar") {
+            EXPECT_EQ(value(special, "p"), highest);
+        }
+    }
+    // The other solver of critical points; the envelope interpolates.
+    const Json point = json("critical-line PR+vdW1 methane=0.8 ethane=0.15 propane")["rows"][0];
+    EXPECT_NEAR(value(critical, "T") / value(point, "T"), 1, 1e-5);
+    EXPECT_NEAR(value(critical, "p") / value(point, "p"), 1, 1e-4);
+}
+
+TEST(CliDiagrams, MeasuredPointsAreCompared) {
+    const std::string folder = CORVANE_SOURCE "/examples/measured/";
+    const std::string file = " --data " + folder + "propane_butane.csv";
+    const Json near = json("pxy PR+vdW1 propane butane --T 323.15" + file);
+    // Cubic equations with a fitted kij follow an alkane isotherm to about one percent.
+    ASSERT_EQ(near["measured"].size(), 12u);
+    EXPECT_LT(mean(near["measured"], "d_p_x"), 1.0);
+    EXPECT_LT(mean(near["measured"], "d_p_y"), 2.0);
+    // The components in the other order, and the other diagram at one of the pressures.
+    const Json other = json("pxy PR+vdW1 butane propane --T 323.15" + file);
+    EXPECT_NEAR(mean(other["measured"], "d_p_x"), mean(near["measured"], "d_p_x"), 1e-6);
+    const Json txy = json("txy PR+vdW1 propane butane --p 1.101" + file);
+    EXPECT_EQ(txy["measured"][0]["not_compared"], "at another pressure");
+    // Clapeyron: T is too low by RT²/Δh·Δp/p; Δh of both alkanes is 12 to 22 kJ/mol at 323 K.
+    const double slope =
+        value(txy["measured"][5], "d_T_x") / value(near["measured"][5], "d_p_x") * -100.0;
+    EXPECT_GT(slope, 8.314 * 323.15 * 323.15 / 22e3);
+    EXPECT_LT(slope, 8.314 * 323.15 * 323.15 / 12e3);
+    const Scratch scratch;
+    scratch.write("bad.csv", "T/K,p/MPa,x_methane\n300,1,0.5\n");
+    scratch.write("unit.csv", "T/K,p/psi,x\n300,1,0.5\n");
+    const std::string pxy =
+        "pxy PR+vdW1 propane butane --T 323.15 --home " + scratch.home().string() + " --data ";
+    for (auto const& [name, words] :
+         {std::pair("bad.csv", "methane is not a component"),
+          std::pair("unit.csv", "unknown unit 'psi'"), std::pair("none.csv", "no such file"),
+          std::pair("/", "the data home is --home")}) {
+        const Outcome run = run_corvane(pxy + name);
+        EXPECT_NE(run.code, 0);
+        EXPECT_NE(run.err.find(words), std::string::npos) << run.err;
+        EXPECT_TRUE(run.out.empty());
+    }
+}
+
+TEST(CliDiagrams, Pictures) {
+    if (no_gnuplot()) GTEST_SKIP() << "gnuplot is not installed";
+    const Scratch scratch;
+    const std::string home = " --home " + scratch.home().string();
+    struct {
+        char const* arguments;
+        std::vector<std::string> words;
+    } const cases[] = {
+        {"pxy PR+vdW1 methane propane --T 250 --unit-p bar",
+         {"methane + propane, PR+vdW1, 250 K", "mole fraction of methane", "p / bar", "liquid",
+          "vapour", "critical point"}},
+        {"txy PR+vdW1 1_butene butane --p 1", {"1_butene", "T / K"}},
+        {"txy PR+vdW1 ethanol water --p 0.1", {"three phases", "second liquid"}},
+        {"envelope PR+vdW1 methane=0.8 propane", {"T / K", "bubble points", "cricondenbar"}}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.arguments);
+        ASSERT_EQ(run_corvane(c.arguments + home + " --plot a.svg").code, 0);
+        const std::string svg = Scratch::read("a.svg");
+        EXPECT_EQ(svg.rfind("<?xml", 0), 0u);
+        for (std::string const& word : c.words)
+            EXPECT_NE(svg.find(word), std::string::npos) << word;
+        EXPECT_EQ(svg.find("not stable"), std::string::npos);
+    }
+    ASSERT_EQ(run_corvane(cases[0].arguments + home + " --plot b.png").code, 0);
+    EXPECT_EQ(Scratch::read("b.png").substr(0, 4), "\x89PNG");
+    // What goes wrong leaves no file behind, and says why.
+    const Outcome pdf = run_corvane(cases[0].arguments + home + " --plot c.pdf");
+    EXPECT_EQ(pdf.code, 2);
+    EXPECT_NE(pdf.err.find(".svg or .png"), std::string::npos) << pdf.err;
+    const Outcome none = run_corvane(cases[0].arguments + home + " --plot c.svg", "PATH=/nowhere");
+    EXPECT_EQ(none.code, 1);
+    EXPECT_NE(none.err.find("apt-get install gnuplot-nox"), std::string::npos) << none.err;
+    EXPECT_EQ(run_corvane(cases[0].arguments + home + " --plot no/c.svg").code, 1);
+    // The name that a data file gives its substance is text, whatever it looks like.
+    std::string set = Scratch::read(scratch.home() / "CorvaneS/parameters/PR/propane;1");
+    set.replace(set.find("propane"), 7, "'.system(\"id>x\").'`id>x`");
+    scratch.write("CorvaneS/parameters/PR/hostile;1", set);
+    for (char const* name : {"libthPR.dll", "libthPR+vdW1.dll", "parameters/PR/methane;1"})
+        std::filesystem::copy_file(scratch.home() / "CorvaneS" / name,
+                                   std::filesystem::path("CorvaneS") / name);
+    const Outcome run = run_corvane("pxy PR+vdW1 hostile methane --T 250 --plot d.svg");
+    EXPECT_EQ(run.code, 0) << run.err;
+    EXPECT_NE(Scratch::read("d.svg").find("system("), std::string::npos);
+    for (auto const& file : std::filesystem::directory_iterator("."))
+        EXPECT_TRUE(file.path() == "./a.svg" || file.path() == "./b.png" ||
+                    file.path() == "./d.svg" || file.path() == "./CorvaneS")
+            << file.path();
+}
