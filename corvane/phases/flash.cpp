@@ -12,7 +12,7 @@
 
 namespace corvane {
 namespace {
-constexpr int kSubstitutions = 4, kIterations = 60, kRestarts = 9;
+constexpr int kSubstitutions = 2, kIterations = 60, kRestarts = 9;
 constexpr double kConverged = 1e-11;  // of the potentials
 constexpr double kRounding = 1e-9;    // what rounding may leave of them, see Certificate
 
@@ -29,15 +29,15 @@ class Flash {
     }
 
     FlashResult run(FlashOptions const& o) {
-        if (!fluid_.evaluate_at(whole_, p_, T_, fluid_.z(), Root::stable, phase_H | phase_p))
-            throw ThException(th_no_density);
-        if (n_ == 1) return one_phase(o, 0.0);  // a pure fluid does not split at (p, T)
-        if (o.start && o.start->phases.size() == 2 && start_from(*o.start) && split() &&
+        if (n_ > 1 && o.start && o.start->phases.size() == 2 && start_from(*o.start) && split() &&
             certified(nullptr))
             return two_phases(o);
         // Where Wilson's K-factors split the whole their split is tried first: if certified, that
         // is all that a test of the whole could have shown.
-        if (split_by_wilson() && certified(nullptr)) return two_phases(o);
+        if (n_ > 1 && split_by_wilson() && certified(nullptr)) return two_phases(o);
+        if (!fluid_.evaluate_at(whole_, p_, T_, fluid_.z(), Root::stable, phase_H | phase_p))
+            throw ThException(th_no_density);
+        if (n_ == 1) return one_phase(o, 0.0);  // a pure fluid does not split at (p, T)
         // The first negative distance will do; where only the curvature told, a trial is looked
         // for.
         StabilityResult r = stability_.test(whole_, p_, nullptr, true);
