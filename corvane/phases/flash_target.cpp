@@ -61,13 +61,14 @@ class TargetFlash {
         if (o_.start && from(*o_.start)) return std::move(answer_);
         double next = guess();
         if (tried(next)) return std::move(answer_);
+        const double first = next;
         double last_width = std::numeric_limits<double>::infinity(), grow = at_T_ ? 1.0 : 0.2;
         int refused = 0, slow = 0;
         for (int k = 0; k < kFlashes; ++k) {
             Side here;
             if (!flash(next, here)) {
                 if (++refused > kRefused) break;
-                next = beside(next, refused);
+                next = beside(next, first, refused);
                 continue;
             }
             Side& side = here.distance < 0.0 ? lo_ : hi_;
@@ -267,11 +268,14 @@ class TargetFlash {
         return std::isfinite(to.distance);
     }
 
-    /// A place next to one where the flash was refused.
-    double beside(double at, int times) const {
+    /// A place besides one where the flash was refused: within the bracket; back towards the known
+    /// end; or, from a first guess, up and down by growing steps.
+    double beside(double at, double first, int times) {
         static constexpr double kPart[] = {0.5, 0.25, 0.75, 0.1, 0.9, 0.6, 0.4};
         if (lo_.known && hi_.known) return lo_.outer + (hi_.outer - lo_.outer) * kPart[times % 7];
-        return at + (times % 2 ? 0.04 : -0.04) * times * (at_T_ ? 5.0 : 1.0);
+        if (lo_.known || hi_.known) return 0.5 * (at + (lo_.known ? lo_ : hi_).outer);
+        const double step = 0.02 * (times + 1) * (times + 1) / 4 * (at_T_ ? 5.0 : 1.0);
+        return clamped(first + (times % 2 ? step : -step));
     }
 
     bool start(FlashResult const& q) {
