@@ -18,6 +18,7 @@
 #include <corvane/mixture/heat_capacity.h>
 #include <corvane/mixture/loading.h>
 #include <corvane/mixture/modeln.h>
+#include <corvane/phases/azeotrope.h>
 #include <corvane/phases/binary_diagram.h>
 #include <corvane/phases/certificate.h>
 #include <corvane/phases/critical.h>
@@ -26,10 +27,12 @@
 #include <corvane/phases/envelope.h>
 #include <corvane/phases/flash.h>
 #include <corvane/phases/phase.h>
+#include <corvane/phases/phase_line.h>
 #include <corvane/phases/progress.h>
 #include <corvane/phases/saturation.h>
 #include <corvane/phases/stability.h>
 #include <corvane/phases/three_phase.h>
+#include <corvane/phases/three_phase_line.h>
 #include <corvane/phases/validity.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>

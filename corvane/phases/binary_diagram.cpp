@@ -1,4 +1,4 @@
-#include <corvane/mixture/modeln.h>
+#include <corvane/phases/binary.h>
 #include <corvane/phases/binary_diagram.h>
 #include <corvane/phases/flash.h>
 #include <corvane/phases/hull.h>
@@ -12,12 +12,6 @@
 namespace corvane {
 namespace {
 constexpr double kSame = 1e-6;  // of ln p, ln T and compositions: the same three-phase state
-
-Vector<double> middle() {
-    Vector<double> z(2);
-    z.set(0.5);
-    return z;
-}
 
 /// Three-phase state, its phases by composition; pairs 0: the outer two, 1 and 2: the inner ones.
 struct Junction {
@@ -33,7 +27,11 @@ struct Junction {
 class Builder {
   public:
     Builder(ModelN const& model, Constant constant, DiagramOptions const& o)
-        : fluid_(model, middle()), constant_(constant), o_(o), pair_(fluid_), stability_(fluid_) {
+        : fluid_(model, equal_parts()),
+          constant_(constant),
+          o_(o),
+          pair_(fluid_),
+          stability_(fluid_) {
         o_.stability = true;
     }
 
@@ -325,9 +323,7 @@ class Builder {
 };
 
 BinaryDiagram build(ModelN const& model, Constant constant, DiagramOptions const& o) {
-    if (model.mdl1.size() != 2) throw ThException(th_no_option);
-    if (!(constant.value > 0.0) || !std::isfinite(constant.value))
-        throw ThException(th_out_of_range);
+    check_binary(model, constant.value);
     return Builder(model, constant, o).run();
 }
 }  // namespace

@@ -148,6 +148,18 @@ bool CoexistenceSolver::solve(int limit) {
     return false;
 }
 
+void CoexistenceSolver::level() {
+    const int light = lightest();
+    for (int k = 0; k < count_; ++k)
+        for (int it = 0; k != light && it < 3; ++it) {
+            PhaseState& s = phase[k];
+            const double off = std::log1p((phase[light].p - s.p) / (R * s.T * s.S));
+            if (off == 0.0 || !std::isfinite(off)) break;
+            for (int i = 0; i < n_; ++i) s.rho_i[i] = std::exp(u[k * n_ + i] += off);
+            if (!fluid.evaluate(s, s.T, phase_all)) break;
+        }
+}
+
 bool CoexistenceSolver::tangent(std::vector<double>& t) {
     assemble();
     t.assign(static_cast<std::size_t>(size()), 0.0);

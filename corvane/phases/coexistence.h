@@ -40,6 +40,9 @@ class CoexistenceSolver {
     /// evaluated with all derivatives at u, which meets the equations to `tolerance` of the
     /// certificate.
     bool solve(int limit);
+    /// Takes the densities of all phases but the lightest to its pressure, for certificates at low
+    /// pressure, where rounding of a liquid's density moves its pressure more than solve() sees.
+    void level();
     /// ∂u/∂value at the solution (needs row). False if singular.
     bool tangent(std::vector<double>& t);
     /// Evaluates the phases at u. False if that is not finite.

@@ -1,4 +1,4 @@
-#include <corvane/mixture/modeln.h>
+#include <corvane/phases/binary.h>
 #include <corvane/phases/diagram.h>
 #include <corvane/phases/tie_lines.h>
 #include <corvane/pure/model1.h>
@@ -9,14 +9,11 @@
 namespace corvane {
 namespace {
 Diagram trace(ModelN const& model, bool at_T, double value, DiagramOptions const& o) {
-    if (model.mdl1.size() != 2) throw ThException(th_no_option);
-    if (!(value > 0.0) || !std::isfinite(value)) throw ThException(th_out_of_range);
+    check_binary(model, value);
     const std::string name = at_T ? "diagram_pxy" : "diagram_Txy";
     char state[40];
     std::snprintf(state, sizeof state, at_T ? "T = %g K" : "p = %g MPa", value);
-    Vector<double> middle(2);
-    middle.set(0.5);
-    const FluidModel fluid(model, middle);
+    const FluidModel fluid(model, equal_parts());
     const int heavy = model.mdl1[0]->Tcrit() > model.mdl1[1]->Tcrit() ? 0 : 1;
     bool below = false;
     for (int component : {heavy, 1 - heavy}) {

@@ -6,6 +6,7 @@
 namespace corvane {
 namespace {
 constexpr double kAlike = 0.03;     // ratios of the partial densities: the phases are nearly one
+constexpr double kLost = 0.15;      // ratios where Newton may fail next to a critical point
 constexpr double kNear = 1.0;       // below it only ratios are specified
 constexpr double kShortest = 1e-5;  // of the longest step
 constexpr double kPolish = 0.06;    // ratio from which a critical point is found
@@ -108,14 +109,18 @@ void Path::reverse() {
     now_.ln_p_t = -now_.ln_p_t;
 }
 
-/// Do two phases come closer than kAlike between the two, or pass through each other?
-bool Path::meet(std::vector<double> const& from, std::vector<double> const& to) {
+/// Are two phases closer than the limit, or have they passed through each other since `from`?
+bool Path::close(std::vector<double> const& u, double limit, std::vector<double> const* from) {
     for (int k = 1; k < s_.count(); ++k)
         for (int j = 0; j < k; ++j) {
-            double same = 0.0;
-            for (int i = 0; i < 2; ++i)
-                same += (from[2 * k + i] - from[2 * j + i]) * (to[2 * k + i] - to[2 * j + i]);
-            if (same > 0.0 && apart(to, j, k) >= kAlike) continue;
+            double same = 1.0;
+            if (from) {
+                same = 0.0;
+                for (int i = 0; i < 2; ++i)
+                    same +=
+                        ((*from)[2 * k + i] - (*from)[2 * j + i]) * (u[2 * k + i] - u[2 * j + i]);
+            }
+            if (same > 0.0 && apart(u, j, k) >= limit) continue;
             alike_[0] = j;
             alike_[1] = k;
             return true;
@@ -127,13 +132,13 @@ Path::Step Path::advance() {
     const int c = most(now_);
     Node next;
     for (;; length_ *= 0.4) {
-        if (length_ < kShortest) return Step::stuck;
+        if (length_ < kShortest) return close(now_.u, kLost) ? Step::alike : Step::stuck;
         specify(c);
         s_.value = at(now_.u, c) + length_ * at(now_.t, c);
         for (std::size_t i = 0; i < s_.u.size(); ++i) s_.u[i] = now_.u[i] + length_ * now_.t[i];
-        if (meet(now_.u, s_.u)) return Step::alike;
+        if (close(s_.u, kAlike, &now_.u)) return Step::alike;
         if (!solve(kNewton, next, &now_.t)) continue;
-        if (meet(now_.u, next.u)) continue;  // the trivial solution: it was not foreseen
+        if (close(next.u, kAlike, &now_.u)) continue;  // the trivial solution: it was not foreseen
         // Against jumps to another branch: not further than twice the step, nor round a corner.
         std::vector<double> way(next.u);
         for (std::size_t i = 0; i < way.size(); ++i) way[i] -= now_.u[i];

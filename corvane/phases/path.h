@@ -21,7 +21,7 @@ class Path {
     };
     enum class Step {
         done,
-        alike,  ///< two phases become alike within the next step: see alike()
+        alike,  ///< two phases become alike, within the next step or where it fails: critical()
         stuck   ///< no shorter step finds a further point
     };
 
@@ -73,7 +73,8 @@ class Path {
     double weight(std::vector<double> const& u, int c) const;
     double moves(std::vector<double> const& u, std::vector<double> const& d, double ln_p) const;
     int most(Node const& node) const;
-    bool meet(std::vector<double> const& from, std::vector<double> const& to);
+    bool close(std::vector<double> const& u, double limit,
+               std::vector<double> const* from = nullptr);
     bool solve(int limit, Node& node, std::vector<double> const* along);
     bool finish(Node& node, std::vector<double> const* along);
 

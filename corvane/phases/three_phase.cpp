@@ -1,4 +1,4 @@
-#include <corvane/mixture/modeln.h>
+#include <corvane/phases/binary.h>
 #include <corvane/phases/binary_diagram.h>
 #include <corvane/phases/path.h>
 #include <corvane/phases/three_phase.h>
@@ -15,8 +15,7 @@ constexpr int kNewton = 30;
 using Kind = EquilibriumFailure::Kind;
 
 ThreePhasePoint find(ModelN const& model, bool at_T, double value, ThreePhaseOptions const& o) {
-    if (model.mdl1.size() != 2) throw ThException(th_no_option);
-    if (!(value > 0.0) || !std::isfinite(value)) throw ThException(th_out_of_range);
+    check_binary(model, value);
     const char* name = at_T ? "three_phase_T" : "three_phase_p";
     char state[40];
     std::snprintf(state, sizeof state, at_T ? "T = %g K" : "p = %g MPa", value);
@@ -38,8 +37,7 @@ ThreePhasePoint find(ModelN const& model, bool at_T, double value, ThreePhaseOpt
         q.certificate.flag(o.validity, q.T, q.p, q.phases[0].x);
         return q;
     }
-    const FluidModel fluid(model,
-                           o.start->phases.empty() ? Vector<double>(2) : o.start->phases[0].x);
+    const FluidModel fluid(model, equal_parts());
     CoexistenceSolver solver(fluid, 3);
     (at_T ? solver.T : solver.p) = value;
     if (!start_three(solver, *o.start)) throw ThException(th_out_of_range);
@@ -51,7 +49,9 @@ ThreePhasePoint find(ModelN const& model, bool at_T, double value, ThreePhaseOpt
         Path::apart(solver.u, 1, 2) < kTrivial)
         fail(solver.residual, "two phases became one: give a nearer start, or none");
     Stability stability(fluid);
-    ThreePhasePoint q = three_phase_point(solver, stability, o.validity);
+    double tpd = 0.0;
+    test_phases(solver, stability, tpd);
+    ThreePhasePoint q = three_phase_point(solver, tpd, o.validity);
     q.certificate.evaluations = fluid.evaluations;
     if (q.certificate.tpd < -Certificate::tpd_tolerance)
         fail(q.certificate.tpd, "not stable: a fourth phase");
@@ -62,7 +62,16 @@ ThreePhasePoint find(ModelN const& model, bool at_T, double value, ThreePhaseOpt
 }
 }  // namespace
 
-ThreePhasePoint three_phase_point(CoexistenceSolver const& s, Stability& stability,
+StabilityResult test_phases(CoexistenceSolver const& s, Stability& stability, double& tpd) {
+    const int k = s.lightest(), other = (k + 1) % s.count();
+    StabilityResult r = stability.test(s.phase[static_cast<std::size_t>(k)], s.pressure(),
+                                       &s.phase[static_cast<std::size_t>(other)], false);
+    // A phase that is no minimum needs no trial to be unstable.
+    tpd = r.stable ? std::min(0.0, r.tpd) : std::min(r.tpd, -2 * Certificate::tpd_tolerance);
+    return r;
+}
+
+ThreePhasePoint three_phase_point(CoexistenceSolver const& s, double tpd,
                                   Validity const* validity) {
     ThreePhasePoint q;
     q.T = s.phase[0].T;
@@ -76,8 +85,7 @@ ThreePhasePoint three_phase_point(CoexistenceSolver const& s, Stability& stabili
               [&](PhaseState const* a, PhaseState const* b) { return mass(a) > mass(b); });
     certify(s.fluid, q.p, order, q.certificate);
     q.phases = q.certificate.phases;
-    const StabilityResult r = stability.test(*order[2], q.p, order[1], true);
-    q.certificate.tpd = r.stable ? std::min(0.0, r.tpd) : std::min(r.tpd, -1.0);
+    q.certificate.tpd = tpd;
     q.certificate.evaluations = s.fluid.evaluations;
     q.certificate.flag(validity, q.T, q.p, q.phases[0].x);
     return q;

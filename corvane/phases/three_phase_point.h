@@ -7,9 +7,12 @@
 
 namespace corvane {
 
-/// solver: converged. The tangent-plane test of the lightest phase runs into both others, or finds
-/// a fourth.
-ThreePhasePoint three_phase_point(CoexistenceSolver const& solver, Stability& stability,
+/// Tangent-plane test of converged phases: of the lightest, which runs into the others or finds a
+/// further one. tpd: as in Certificate.
+StabilityResult test_phases(CoexistenceSolver const& solver, Stability& stability, double& tpd);
+
+/// The converged state with its certificate.
+ThreePhasePoint three_phase_point(CoexistenceSolver const& solver, double tpd,
                                   Validity const* validity);
 
 /// Start values from three phases. False if they are not three of two components each.

@@ -197,7 +197,9 @@ bool TieLineTracer::solve_three() {
         if (off < nearest && path_.contains(v)) nearest = off, end_ = v;
     }
     if (nearest > 1e299) return false;
-    three_ = three_phase_point(solver3_, stability_, nullptr);
+    double tpd = 0.0;
+    test_phases(solver3_, stability_, tpd);
+    three_ = three_phase_point(solver3_, tpd, nullptr);
     return three_->certificate.holds();
 }
 

@@ -1,0 +1,24 @@
+// What every calculation of a binary starts with. Internal to the library.
+#pragma once
+
+#include <corvane/core/errors.h>
+#include <corvane/mixture/modeln.h>
+
+#include <cmath>
+
+namespace corvane {
+
+/// @throws ThException 4 not a binary; 5 T or p is not a positive number
+inline void check_binary(ModelN const& model, double value) {
+    if (model.mdl1.size() != 2) throw ThException(th_no_option);
+    if (!(value > 0.0) || !std::isfinite(value)) throw ThException(th_out_of_range);
+}
+
+/// Both components present, for a FluidModel whose phases bring their own compositions.
+inline Vector<double> equal_parts() {
+    Vector<double> z(2);
+    z.set(0.5);
+    return z;
+}
+
+}  // namespace corvane

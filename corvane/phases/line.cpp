@@ -1,0 +1,183 @@
+#include <corvane/mixture/modeln.h>
+#include <corvane/phases/critical_end_point.h>
+#include <corvane/phases/line.h>
+#include <corvane/phases/three_phase_point.h>
+#include <corvane/pure/model1.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane {
+namespace {
+constexpr double kTrace = 1e-4;  // below it a mole fraction is at its end
+constexpr double kPure = 1e-11;  // where that end is solved
+constexpr double kTrivial = 1e-4;
+
+double coldest(ModelN const& m, PhaseLineOptions const& o) {
+    return o.T_min > 0.0 ? o.T_min : 0.3 * std::min(m.mdl1[0]->Tcrit(), m.mdl1[1]->Tcrit());
+}
+}  // namespace
+
+void search_lines(ModelN const& binary, PhaseLineOptions const& o,
+                  std::function<bool(BinaryDiagram const&)> const& visit) {
+    const double Tc[] = {binary.mdl1[0]->Tcrit(), binary.mdl1[1]->Tcrit()};
+    const double low = coldest(binary, o);
+    std::vector<double> all;
+    for (double T = std::max(Tc[0], Tc[1]); T > low; T *= 0.94) all.push_back(T);
+    for (double T : Tc)
+        for (double close : {0.97, 0.99, 0.998, 1.005})
+            if (close * T > low) all.push_back(close * T);
+    std::sort(all.begin(), all.end());
+    DiagramOptions d;
+    d.p_max = o.p_max;
+    bool interrupted = false;
+    if (o.progress) d.progress = [&](int) { return !(interrupted = !o.progress(0)); };
+    for (double T : all)
+        if (!visit(complete_pxy(binary, T, d)) || interrupted) return;
+}
+
+LineTracer::LineTracer(FluidModel const& fluid, int phases, std::vector<double> const& also,
+                       PhaseLineOptions const& o)
+    : solver(fluid, phases),
+      fluid_(fluid),
+      o_(o),
+      T_min_(coldest(fluid.model(), o)),
+      path_(solver, o.step),
+      stability_(fluid) {
+    solver.also = also;
+}
+
+bool LineTracer::begin() {
+    if (!path_.begin(path_.last_coordinate())) return false;
+    start_ = path_.now().u;
+    return settle(start_);
+}
+
+bool LineTracer::stable() {
+    result_ = test_phases(solver, stability_, tpd);
+    return result_.stable;
+}
+
+/// Puts the solver at u, which is a solution.
+bool LineTracer::settle(std::vector<double> const& u) {
+    solver.u = u;
+    return solver.evaluate() && (stable(), true);
+}
+
+/// Shortens the last step to where T or p (what) has the value; from and to: ln at its ends.
+bool LineTracer::fixed(double& what, double value, double from, double to, double limit) {
+    const double q = (limit - from) / (to - from);
+    const std::vector<double> a = path_.before().u, b = path_.now().u;
+    for (std::size_t i = 0; i < a.size(); ++i) solver.u[i] = (1 - q) * a[i] + q * b[i];
+    what = value;
+    solver.row.clear();
+    const bool solved = solver.solve(20);
+    what = 0.0;
+    return solved && path_.contains(solver.u) && (stable(), true);
+}
+
+/// before() is stable, now() is not: where a further phase appears.
+bool LineTracer::new_phase() {
+    const int m = solver.count(), last = 2 * m;
+    CoexistenceSolver more(fluid_, m + 1);
+    if (!solver.also.empty()) {
+        more.also = solver.also;
+        more.also.resize(more.u.size(), 0.0);
+    }
+    for (int it = 0; it < 30; ++it) {
+        if (TrialPhase const& w = result_.trial; w.w.size() == 2 && w.rho > 0.0) {
+            std::copy(solver.u.begin(), solver.u.end() - 1, more.u.begin());
+            more.start(m, w.w, w.rho);
+            more.u.back() = solver.u[last];
+            bool found = more.solve(15);
+            for (int k = 0; k < m; ++k) found = found && Path::apart(more.u, k, m) > kTrivial;
+            if (found) {
+                std::vector<double> u(more.u.begin(), more.u.begin() + last);
+                u.push_back(more.u.back());
+                if (path_.contains(u)) return settle(u);
+            }
+        }
+        Path::Node middle;
+        if (!path_.between(0.5, middle)) return false;
+        if (stable()) {
+            path_.set_before(middle);
+            settle(path_.now().u);
+        } else {
+            path_.set_now(middle);
+        }
+    }
+    return false;
+}
+
+/// The azeotrope at a vanishing fraction of the other component.
+PhaseLineEnd LineTracer::pure(int component) {
+    const int k = 1 - component;  // the one that vanishes
+    solver.row.assign(solver.u.size(), 0.0);
+    solver.row[k] = 1.0;
+    solver.row[1 - k] = -1.0;
+    solver.value = std::log(kPure);
+    const double shift = solver.value - (solver.u[k] - solver.u[1 - k]);
+    solver.u[k] += shift;
+    solver.u[2 + k] += shift;
+    if (!solver.solve(20)) return PhaseLineEnd::stuck;
+    stable();
+    return PhaseLineEnd::pure;
+}
+
+/// Two phases become alike: extrapolated; with three phases then solved.
+bool LineTracer::critical() {
+    std::vector<double> u;
+    const bool close = path_.critical(u);
+    if (solver.count() == 2) return close && settle(u);
+    const int j = path_.alike_j(), k = path_.alike_k(), o = 3 - j - k;
+    // Both are at their mean in u.
+    const double c0 = std::exp(u[2 * j]), c1 = std::exp(u[2 * j + 1]), o0 = std::exp(u[2 * o]),
+                 o1 = std::exp(u[2 * o + 1]);
+    CriticalConditions conditions(fluid_);
+    CriticalConditions::Variables y{std::log(c0 + c1), u[6], c0 / (c0 + c1), c1 / (c0 + c1)};
+    CriticalEndPoint point(fluid_, conditions);
+    if (!point.solve(y, o0 + o1, {o0 / (o0 + o1), o1 / (o0 + o1)})) return false;
+    for (int i = 0; i < 2; ++i) {
+        u[2 * j + i] = u[2 * k + i] = std::log(conditions.s.rho_i[i]);
+        u[2 * o + i] = std::log(point.other.rho_i[i]);
+    }
+    u[6] = y[1];
+    return settle(u);
+}
+
+PhaseLineEnd LineTracer::run(bool hotter, std::function<bool()> const& record) {
+    solver.u = start_;
+    if (!path_.begin(path_.last_coordinate())) return PhaseLineEnd::stuck;
+    if ((path_.now().t.back() > 0.0) != hotter) path_.reverse();
+    auto end = [&](bool solved, PhaseLineEnd why) {
+        if (!solved) return PhaseLineEnd::stuck;
+        return record() ? why : PhaseLineEnd::uncertified;
+    };
+    while (true) {
+        if (points >= o_.points) return PhaseLineEnd::full;
+        if (o_.progress && !o_.progress(points)) return PhaseLineEnd::interrupted;
+        const Path::Step step = path_.advance();
+        if (step == Path::Step::stuck) return PhaseLineEnd::stuck;
+        if (step == Path::Step::alike) {
+            return end(critical(), PhaseLineEnd::critical);
+        }
+        Path::Node const &a = path_.before(), &b = path_.now();
+        if (const double limit = std::log(T_min_); b.u.back() < limit)
+            return end(fixed(solver.T, T_min_, a.u.back(), b.u.back(), limit),
+                       PhaseLineEnd::coldest);
+        if (const double limit = std::log(o_.p_max); b.ln_p > limit)
+            return end(fixed(solver.p, o_.p_max, a.ln_p, b.ln_p, limit), PhaseLineEnd::limit);
+        if (!stable()) return end(new_phase(), PhaseLineEnd::three_phase);
+        if (!record()) return PhaseLineEnd::uncertified;
+        if (solver.count() > 2) continue;
+        for (int component : {0, 1}) {
+            const double away = component == 0 ? -1.0 : 1.0;
+            if (Path::logit(b.u, 0) * away > std::log(kTrace) || Path::logit(b.t, 0) * away > 0.0)
+                continue;
+            const PhaseLineEnd why = pure(component);
+            return end(why == PhaseLineEnd::pure, why);
+        }
+    }
+}
+
+}  // namespace corvane
