@@ -147,7 +147,7 @@ class Search {
         const StabilityResult r =
             stability_.test(pair_.a, pressure, fluid_.size() > 1 ? &pair_.b : nullptr, true);
         tpd_ = r.stable ? std::min(0.0, r.tpd) : r.tpd;
-        return r.stable;
+        return r.stable && r.unconverged == 0;
     }
 
     SaturationPoint result(SaturationOptions const& o) {

@@ -4,16 +4,16 @@
 #include <corvane/phases/stability.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace corvane {
 namespace {
 constexpr int kIterations = 60, kSubstitutions = 3;
 constexpr double kConverged = 1e-10;  // of ln W
+}  // namespace
 
 /// The trial has run into a phase: squared distance in ln x, weighted, and in ln rho.
-bool meets(PhaseState const& s, PhaseState const& phase) {
+bool Stability::meets(PhaseState const& s, PhaseState const& phase) {
     if (!(std::fabs(s.rho / phase.rho - 1.0) < 2e-3)) return false;
     double d = std::log(s.rho / phase.rho);
     d *= d;
@@ -23,7 +23,6 @@ bool meets(PhaseState const& s, PhaseState const& phase) {
     }
     return d < 1e-6;
 }
-}  // namespace
 
 Stability::Stability(FluidModel const& fluid) : fluid_(fluid) {
     const auto n = static_cast<std::size_t>(fluid.size());
@@ -55,10 +54,11 @@ bool Stability::newton() {
 }
 
 Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState const* known,
-                                  Root root, bool first, double& tpd, int& iterations) {
+                                  double const* lnW, bool first, double& tpd, int& iterations) {
     const int n = fluid_.size();
     double last = 1e300;
-    int substitutions = fluid_.size() == 2 ? 1 : kSubstitutions;  // a minimum of the scan is close
+    int substitutions = kSubstitutions;
+    std::copy(lnW, lnW + n, lnW_.begin());
     for (int it = 0; it < kIterations; ++it) {
         ++iterations;
         double sum = 0.0;
@@ -66,7 +66,7 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
         if (!std::isfinite(sum) || !(sum > 0.0)) return End::failed;
         for (int k = 0; k < n; ++k) step_[k] = W_[k] / sum;
         const int order = substitutions > 0 ? 0 : phase_H;
-        if (!fluid_.evaluate_at(s_, p, phase.T, step_, root, order)) return End::failed;
+        if (!fluid_.evaluate_at(s_, p, phase.T, step_, Root::stable, order)) return End::failed;
         double tm = 1.0, worst = 0.0, ln_sum = std::log(sum);
         for (int k = 0; k < n; ++k) {
             g_[k] = s_.m[k] + ln_sum - phase.m[k];
@@ -113,34 +113,6 @@ double Stability::distance(PhaseState const& s, PhaseState const& phase) {
     return d;
 }
 
-/// A binary: one composition variable, so that the distance is scanned along both density roots,
-/// and every minimum of the scan is a start.
-void Stability::scan_binary(PhaseState const& phase, double p) {
-    static constexpr std::array<double, 15> kGrid{0.003, 0.02, 0.06, 0.12, 0.2,  0.3,  0.4,  0.5,
-                                                  0.6,   0.7,  0.8,  0.88, 0.94, 0.98, 0.997};
-    constexpr int m = static_cast<int>(kGrid.size());
-    std::array<std::array<double, m>, 2> d;
-    for (int k = 0; k < m; ++k) {
-        step_[0] = kGrid[k];
-        step_[1] = 1.0 - kGrid[k];
-        double rho[2], g[2];
-        const int roots = fluid_.densities(p, phase.T, step_, rho, g);
-        double plane = 0.0;  // of the tangent, less the mixing term
-        for (int i = 0; i < 2; ++i) plane += step_[i] * (phase.m[i] - std::log(step_[i]));
-        for (int root = 0; root < 2; ++root)
-            d[root][k] = root < roots && std::isfinite(g[root]) ? g[root] - plane : 1e300;
-        if (roots == 1) d[1][k] = d[0][k];
-    }
-    for (int root = 0; root < 2; ++root)
-        for (int k = 0; k < m; ++k) {
-            if (d[root][k] > 1e299 || (root == 1 && d[1][k] == d[0][k])) continue;
-            if (k > 0 && d[root][k - 1] < d[root][k]) continue;
-            if (k + 1 < m && d[root][k + 1] <= d[root][k]) continue;
-            starts_.push_back(root == 0 ? Root::dense : Root::dilute);
-            start_lnW_.insert(start_lnW_.end(), {std::log(kGrid[k]), std::log1p(-kGrid[k])});
-        }
-}
-
 StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState const* known,
                                 bool first) {
     const int n = fluid_.size();
@@ -166,37 +138,35 @@ StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState co
             if (first) return r;
         }
     }
-    starts_.clear();
-    start_lnW_.clear();
-    if (n == 2) {
-        scan_binary(phase, p);
-    } else {
-        for (int start = 0; start < (n == 1 ? 0 : 2 * n); ++start) {  // nearly pure; half pure
-            const double pure = start < n ? 0.998 : 0.5;
-            starts_.push_back(Root::stable);
-            for (int k = 0; k < n; ++k)
-                start_lnW_.push_back(
-                    std::log((1.0 - pure) * phase.x[k] + (k == start % n ? pure : 0.0)));
-        }
-        for (double sign : {1.0, -1.0}) {
-            starts_.push_back(Root::stable);
-            for (int k = 0; k < n; ++k)
-                start_lnW_.push_back(std::log(phase.x[k]) +
-                                     sign * (fluid_.wilson(k, phase.T) - std::log(p)));
-        }
-    }
-    for (std::size_t start = 0; start < starts_.size(); ++start) {
-        for (int k = 0; k < n; ++k) lnW_[k] = start_lnW_[start * lnW_.size() + k];
-        double tpd = 0.0;
-        const End end = descend(phase, p, known, starts_[start], first, tpd, r.iterations);
+    /// True where the test may end.
+    auto record = [&](End end, double tpd) {
         if (end == End::failed) ++r.unconverged;
         if (end == End::trivial) r.tpd = std::min(r.tpd, tpd);
-        if (end != End::stationary && end != End::negative) continue;
+        if (end != End::stationary && end != End::negative) return false;
         if (tpd < best) take(tpd);
-        if (end == End::negative) {
-            r.stable = false;
-            if (first) break;
+        if (end == End::negative) r.stable = false;
+        return end == End::negative && first;
+    };
+    double tpd = 0.0;
+    if (n == 2) {
+        scan_binary(phase, p);
+        for (Bracket const& b : brackets_)
+            if (record(descend(phase, p, known, b, first, tpd, r.iterations), tpd)) break;
+    } else if (n > 2) {
+        starts_.clear();
+        for (int start = 0; start < 2 * n; ++start) {  // nearly pure; half pure
+            const double pure = start < n ? 0.998 : 0.5;
+            for (int k = 0; k < n; ++k)
+                starts_.push_back(
+                    std::log((1.0 - pure) * phase.x[k] + (k == start % n ? pure : 0.0)));
         }
+        for (double sign : {1.0, -1.0})
+            for (int k = 0; k < n; ++k)
+                starts_.push_back(std::log(phase.x[k]) +
+                                  sign * (fluid_.wilson(k, phase.T) - std::log(p)));
+        for (std::size_t at = 0; at < starts_.size(); at += lnW_.size())
+            if (record(descend(phase, p, known, &starts_[at], first, tpd, r.iterations), tpd))
+                break;
     }
     if (r.other) r.tpd = std::min(r.tpd == 0.0 ? best : r.tpd, best);
     return r;

@@ -29,11 +29,12 @@ struct StabilityResult {
 /// Tangent-plane test (Michelsen, Fluid Phase Equilib. 9 (1982) 1) with its work space.
 ///
 /// First the phase's own other density root, and whether it is a minimum at all (∂μ_i/∂n_j positive
-/// definite). Starts of a binary: every minimum of a scan over 15 compositions along both density
-/// roots; otherwise Wilson's vapour and liquid, every component nearly pure, and the middle between
-/// each and the phase, at the density of lower Gibbs energy. From there successive substitution (1
-/// or 3 steps), then Newton in 2·√W, back to substitution where Newton does not descend; at most 60
-/// iterations per start.
+/// definite). A binary: every minimum of a scan over 15 compositions along both density roots, and
+/// minima that hide beside the phase itself, each refined inside its bracket. Otherwise the starts
+/// are Wilson's vapour and liquid, every component nearly pure, and the middle between each and the
+/// phase, at the density of lower Gibbs energy; from there three successive substitutions, then
+/// Newton in 2·√W, back to substitution where Newton does not descend. At most 60 iterations per
+/// start.
 class CORVANE_API Stability {
   public:
     explicit Stability(FluidModel const& fluid);
@@ -48,17 +49,27 @@ class CORVANE_API Stability {
 
   private:
     enum class End { stationary, trivial, negative, failed };
-    End descend(PhaseState const& phase, double p, PhaseState const* known, Root root, bool first,
-                double& tpd, int& iterations);
+    /// Mole fractions of component 0 of a binary.
+    struct Bracket {
+        Root root;
+        double lo, at, hi;
+    };
+    End descend(PhaseState const& phase, double p, PhaseState const* known, double const* lnW,
+                bool first, double& tpd, int& iterations);
+    End descend(PhaseState const& phase, double p, PhaseState const* known, Bracket const& bracket,
+                bool first, double& tpd, int& iterations);
     bool newton();
     static double distance(PhaseState const& s, PhaseState const& phase);
+    static bool meets(PhaseState const& s, PhaseState const& phase);
     void scan_binary(PhaseState const& phase, double p);
+    void scan_root(PhaseState const& phase, Root root, bool own, double const* d,
+                   double const* same);
 
     FluidModel const& fluid_;
     PhaseState s_;
     std::vector<double> lnW_, W_, g_, step_, hess_;
-    std::vector<Root> starts_;
-    std::vector<double> start_lnW_;  // n of each start
+    std::vector<double> starts_;  // n values ln W of each
+    std::vector<Bracket> brackets_;
 };
 
 /// Is the mixture of composition z stable at (p [MPa], T [K]) in its phase of lower Gibbs energy?

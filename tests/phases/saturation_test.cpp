@@ -155,6 +155,29 @@ TEST(Stability, FindsLiquidsInLiquids) {
     EXPECT_FALSE(r.stable);
 }
 
+// Next to a critical point of two liquids the second minimum hides beside the phase itself: here at
+// w, where the distance, from the slots of the model, is below zero by 1e-5.
+TEST(Stability, FindsMinimaBesideThePhase) {
+    const struct {
+        double x, T, p, w;
+    } cases[] = {{0.55, 185.858, 4.7764, 0.46}, {0.45, 186.963, 3.7, 0.568}};
+    for (auto const& c : cases) {
+        const Mixture m = mixture_of("SRK", "vdW1", {"carbon_dioxide", "methane"});
+        m->id(0, 1, 1);
+        m->load("SRK", "vdW1");
+        double d = 0;
+        for (int i = 0; i < 2; ++i) {
+            double a = 0, b = 0;
+            d += mix(c.w)[i] *
+                 (m->my(c.p, c.T, mix(c.w), i, 1, a) - m->my(c.p, c.T, mix(c.x), i, 1, b));
+        }
+        EXPECT_LT(d, -5e-6);
+        const auto r = corvane::stability(*m, c.p, c.T, mix(c.x));
+        EXPECT_FALSE(r.stable);
+        EXPECT_LE(r.tpd, d * (1 - 1e-6));
+    }
+}
+
 // A model without DerivN: equal in its pure limit to the exact van der Waals fluid.
 TEST(Saturation, WithoutExactDerivatives) {
     const VdwTwins m(0.05);
