@@ -1,4 +1,5 @@
 #include <corvane/mixture/modeln.h>
+#include <corvane/phases/critical_certificate.h>
 #include <corvane/phases/critical_end_point.h>
 #include <corvane/phases/line.h>
 #include <corvane/phases/three_phase_point.h>
@@ -124,16 +125,49 @@ PhaseLineEnd LineTracer::pure(int component) {
     return PhaseLineEnd::pure;
 }
 
+/// The critical azeotrope: on the critical line where the direction of λ leaves the composition as
+/// it is. Secant in x_0. False if it does not converge; u then stays.
+bool LineTracer::critical_azeotrope(CriticalConditions& c, std::vector<double>& u) {
+    const double r0 = std::exp(u[0]), r1 = std::exp(u[1]);
+    CriticalConditions::Variables y{std::log(r0 + r1), u[4], r0 / (r0 + r1), r1 / (r0 + r1)};
+    const CriticalConditions::Variables row{0.0, 0.0, 1.0, 0.0};
+    double x = y[2], last_x = 0.0, last = 0.0;
+    for (int it = 0; it < 12; ++it) {
+        if (!(x > 0.0) || !(x < 1.0) || !c.solve(y, 3, &row, x, 15)) return false;
+        const double off = c.u[0] * std::sqrt(y[3]) / (c.u[1] * std::sqrt(y[2])) - 1.0;
+        const double step = it == 0 ? 1e-4 * x * (1.0 - x) : -off * (x - last_x) / (off - last);
+        last_x = x;
+        last = off;
+        x += step;
+        if (std::fabs(step) < 1e-9 * x * (1.0 - x)) break;
+        if (!(std::fabs(step) < 0.05) || it == 11) return false;
+    }
+    for (int i = 0; i < 2; ++i) u[i] = u[2 + i] = std::log(c.s.rho_i[i]);
+    u[4] = y[1];
+    return true;
+}
+
 /// Two phases become alike: extrapolated; with three phases then solved.
 bool LineTracer::critical() {
     std::vector<double> u;
     const bool close = path_.critical(u);
-    if (solver.count() == 2) return close && settle(u);
+    CriticalConditions conditions(fluid_);
+    // Where two phases are one, the margin of a critical point belongs to the test.
+    auto settled = [&](PhaseState const& critical, PhaseState const* known) {
+        if (!settle(u)) return false;
+        PhaseState phase = critical;
+        phase.p = solver.pressure();  // a liquid's own has its rounding
+        CriticalCertifier certifier(fluid_, conditions);
+        certifier.test(phase, known, false);
+        tpd = certifier.result.stable ? std::min(0.0, certifier.result.tpd) : certifier.result.tpd;
+        return true;
+    };
+    if (solver.count() == 2)
+        return (critical_azeotrope(conditions, u) || close) && settled(solver.phase[0], nullptr);
     const int j = path_.alike_j(), k = path_.alike_k(), o = 3 - j - k;
     // Both are at their mean in u.
     const double c0 = std::exp(u[2 * j]), c1 = std::exp(u[2 * j + 1]), o0 = std::exp(u[2 * o]),
                  o1 = std::exp(u[2 * o + 1]);
-    CriticalConditions conditions(fluid_);
     CriticalConditions::Variables y{std::log(c0 + c1), u[6], c0 / (c0 + c1), c1 / (c0 + c1)};
     CriticalEndPoint point(fluid_, conditions);
     if (!point.solve(y, o0 + o1, {o0 / (o0 + o1), o1 / (o0 + o1)})) return false;
@@ -142,7 +176,7 @@ bool LineTracer::critical() {
         u[2 * o + i] = std::log(point.other.rho_i[i]);
     }
     u[6] = y[1];
-    return settle(u);
+    return settled(solver.phase[j], &solver.phase[o]);
 }
 
 PhaseLineEnd LineTracer::run(bool hotter, std::function<bool()> const& record) {

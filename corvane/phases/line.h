@@ -2,6 +2,7 @@
 #pragma once
 
 #include <corvane/phases/binary_diagram.h>
+#include <corvane/phases/critical_conditions.h>
 #include <corvane/phases/path.h>
 #include <corvane/phases/phase_line.h>
 #include <corvane/phases/stability.h>
@@ -36,6 +37,7 @@ class LineTracer {
     bool fixed(double& what, double value, double from, double to, double limit);
     bool new_phase();
     bool critical();
+    bool critical_azeotrope(CriticalConditions& conditions, std::vector<double>& u);
     PhaseLineEnd pure(int component);
 
     FluidModel const& fluid_;

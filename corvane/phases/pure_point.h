@@ -12,9 +12,10 @@ struct Constant {
     double value;
 };
 
-/// The saturated pure component k of a binary as the tie line x = y, liquid first. From Wilson's
-/// K-factor (bubble_T, bubble_p), or, near the critical point, from densities that differ from the
-/// critical one as the root of the distance in T. False above the critical point, or if both fail.
-bool pure_point(FluidModel const& fluid, int component, Constant constant, TieLine& q);
+/// The saturated pure component of a binary as the tie line x = y, liquid first. From `near`, if
+/// given; from Wilson's K-factor (bubble_T, bubble_p); then from densities that differ from the
+/// critical one as the root of the distance in T. False above the critical point, or if all fail.
+bool pure_point(FluidModel const& fluid, int component, Constant constant, TieLine& q,
+                TieLine const* near = nullptr);
 
 }  // namespace corvane

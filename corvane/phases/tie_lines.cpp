@@ -262,7 +262,7 @@ Diagram TieLineTracer::run(int before) {
             const double away = component == 0 ? -1.0 : 1.0;
             if (trace > kTrace || Path::logit(path_.now().t, 0) * away > 0.0) continue;
             TieLine end;
-            if (!pure_point(fluid_, component, constant_, end)) continue;
+            if (!pure_point(fluid_, component, constant_, end, &q)) continue;
             if ((q.rho_x < q.rho_y) != (end.rho_x < end.rho_y)) std::swap(end.rho_x, end.rho_y);
             d_.points.push_back(end);
             pure_ = component;
