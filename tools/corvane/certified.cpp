@@ -38,6 +38,7 @@ void Evidence::add(Row& row, corvane::Certificate const& c) {
     dmu_ = std::max(dmu_, c.dmu);
     dp_ = std::max(dp_, c.dp);
     tpd_ = std::min(tpd_, c.tpd);
+    conditions_ = std::max(conditions_, c.conditions);
     // Estimated pairs are named in the heading.
     if (c.near_trivial) add_note(row.note, "near a critical point: the phases are nearly alike");
     if (c.extrapolated) add_note(row.note, "extrapolated: outside the range of the parameters");
@@ -61,9 +62,11 @@ std::string agreement(double dmu, double dp) {
 
 void Evidence::report(Heading& heading) const {
     if (results_ > 0)
-        heading.summary.push_back(
-            fmt::format("certified: {}, lowest tangent-plane distance {:.1g}; {} evaluations",
-                        agreement(dmu_, dp_), tpd_, evaluations_));
+        heading.summary.push_back(fmt::format(
+            "certified: {}{}, lowest tangent-plane distance {:.1g}; {} evaluations",
+            conditions_ > 0.0 ? fmt::format("critical conditions met to {:.1g}, ", conditions_)
+                              : "",
+            agreement(dmu_, dp_), tpd_, evaluations_));
 }
 
 }  // namespace cli

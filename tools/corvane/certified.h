@@ -22,7 +22,7 @@ class Evidence {
 
   private:
     long results_ = 0, evaluations_ = 0;
-    double dmu_ = 0.0, dp_ = 0.0, tpd_ = 0.0;
+    double dmu_ = 0.0, dp_ = 0.0, tpd_ = 0.0, conditions_ = 0.0;
 };
 
 /// A certificate as fields of a list.

@@ -1,54 +1,67 @@
-// corvane critical-line: critical points of a mixture, and the critical line of a binary.
+// corvane critical-line: critical points of a mixture, and the critical lines of a binary.
+#include <tools/corvane/certified.h>
 #include <tools/corvane/commands.h>
+#include <tools/corvane/critical_slope.h>
 #include <tools/corvane/errors.h>
-#include <tools/corvane/mixture_points.h>
 #include <tools/corvane/numbers.h>
 #include <tools/corvane/open.h>
 #include <tools/corvane/options.h>
+#include <tools/corvane/projection.h>
 #include <tools/corvane/rows.h>
 
-#include <corvane/corvane.h>
+#include <corvane/phases/critical.h>
 
 #include <fmt/format.h>
 
-#include <cmath>
+#include <algorithm>
 #include <memory>
+#include <optional>
 
 namespace cli {
 namespace {
+using corvane::CriticalLine;
+using corvane::CriticalPoint;
+
 struct CriticalLineCommand {
     Options options;
     MixtureRequest request;
-    std::string from, step = "0.05", at, T, rho;
+    std::string from, step, at, T, rho, p_max, T_min;
+    bool unstable = false;
+    PlotFile plot;
 
     int run();
 
   private:
+    void check(MixtureFluid const& mixture) const;
     std::vector<Column> columns(MixtureFluid const& mixture) const;
-    Row row(MixtureFluid const& mixture, Vector<double> const& x,
-            Vector<double> const& point) const;
-    Matrix<double> start(MixtureFluid const& mixture, Vector<double> const& x) const;
-    int points_at(MixtureFluid const& mixture, Heading& head, Table& table) const;
-    void line(MixtureFluid const& mixture, Heading& head, Table& table) const;
-    double start_fraction(MixtureFluid const& mixture) const;
+    Row row(MixtureFluid const& mixture, Cell const& line, Vector<double> const& x, double T_,
+            double p_, double rho_) const;
+    Row row(MixtureFluid const& mixture, Cell const& line, CriticalPoint const& point);
+    double start_value(std::string const& text, char const* option, Quantity quantity,
+                       Vector<double> const& x, MixtureFluid const& mixture) const;
+    int points_at(MixtureFluid const& mixture, Heading& head, Table& table);
+    int slope(MixtureFluid const& mixture, Heading& head, Table& table) const;
+    std::vector<CriticalLine> trace(MixtureFluid const& mixture) const;
+    int lines(MixtureFluid const& mixture, Heading& head, Table& table, Picture& picture);
+    void report(MixtureFluid const& mixture, CriticalLine const& line, long number,
+                Heading& head) const;
+    std::optional<int> from_component(MixtureFluid const& mixture) const;
+    bool of_compositions(MixtureFluid const& mixture) const {
+        return mixture.composed || !at.empty();
+    }
+    bool from_values() const { return !T.empty() || to_number(from); }
+    Evidence evidence_;
 };
 
-char const* in_words(corvane::LineEnd end) {
-    switch (end) {
-        case corvane::LineEnd::pure:
-            return "ends at a pure component";
-        case corvane::LineEnd::vanishing:
-            return "ends where a component's mole fraction falls below 1e-6";
-        case corvane::LineEnd::dense:
-            return "ends at high density or pressure, towards which the line goes on";
-        case corvane::LineEnd::tension:
-            return "ends where the pressure is no longer positive; the line goes on under tension";
-        case corvane::LineEnd::full:
-            return "ends at the largest number of points; the line goes on";
-        case corvane::LineEnd::open:
-            break;
-    }
-    return "ends open: no further point was found";
+void CriticalLineCommand::check(MixtureFluid const& mixture) const {
+    if (mixture.composed && !at.empty())
+        throw Misuse("give the composition either with the components or by --at");
+    if (mixture.composed && !from.empty())
+        throw Misuse("fractions ask for one critical point: leave them out for a line");
+    if (mixture.size() != 2 && !mixture.composed)
+        throw Misuse("a critical line needs two components; give mole fractions for a point");
+    if (plot && (of_compositions(mixture) || from_values()))
+        throw Misuse("--plot draws the critical lines of two components without start values");
 }
 
 std::vector<Column> CriticalLineCommand::columns(MixtureFluid const& mixture) const {
@@ -58,37 +71,45 @@ std::vector<Column> CriticalLineCommand::columns(MixtureFluid const& mixture) co
     result.push_back({"T", u.name(Quantity::temperature), "critical temperature"});
     result.push_back({"p", u.name(Quantity::pressure), "critical pressure"});
     result.push_back({"rho", u.name(Quantity::density), "critical density"});
+    result.push_back({"line", "", "number of the line"});
+    result.back().detail = of_compositions(mixture);
+    result.push_back({"conditions", "", "largest residual of the critical conditions"});
+    result.back().detail = true;
+    result.back().digits = 3;
+    Evidence::add_columns(result);
     return result;
 }
 
-/// A row of crit_slope_x (x0, T, rho, p) at the composition x.
-Row CriticalLineCommand::row(MixtureFluid const& mixture, Vector<double> const& x,
-                             Vector<double> const& point) const {
+Row CriticalLineCommand::row(MixtureFluid const& mixture, Cell const& line, Vector<double> const& x,
+                             double T_, double p_, double rho_) const {
     Units const& u = options.units;
     Row result;
     add_cells(result, x);
-    result.cells.emplace_back(u.from_library(Quantity::temperature, point[1]));
-    result.cells.emplace_back(u.from_library(Quantity::pressure, point[3]));
-    result.cells.emplace_back(mixture.density(u, x, point[2]));
-    if (!(point[3] > 0.0)) result.note = "under tension";
+    result.cells.emplace_back(u.from_library(Quantity::temperature, T_));
+    result.cells.emplace_back(u.from_library(Quantity::pressure, p_));
+    result.cells.emplace_back(mixture.density(u, x, rho_));
+    result.cells.push_back(line);
     return result;
 }
 
-/// The start values of the command line in the form that crit_slope_x takes.
-Matrix<double> CriticalLineCommand::start(MixtureFluid const& mixture,
-                                          Vector<double> const& x) const {
-    Matrix<double> result;
-    if (T.empty()) return result;
+Row CriticalLineCommand::row(MixtureFluid const& mixture, Cell const& line,
+                             CriticalPoint const& point) {
+    Row result = row(mixture, line, point.x, point.T, point.p, point.rho);
+    result.cells.emplace_back(point.certificate.conditions);
+    if (!point.stable) result.note = "not stable: there is a phase of lower Gibbs energy";
+    evidence_.add(result, point.certificate);
+    return result;
+}
+
+double CriticalLineCommand::start_value(std::string const& text, char const* option,
+                                        Quantity quantity, Vector<double> const& x,
+                                        MixtureFluid const& mixture) const {
     Units units = options.units;
     units.M = mixture.M(x);
-    result.size(1, 4);
-    result[0][0] = x[0];
-    result[0][1] = positive_points(T, "--T", Quantity::temperature, units).front();
-    result[0][2] = positive_points(rho, "--rho", Quantity::density, units).front();
-    return result;
+    return positive_points(text, option, quantity, units).front();
 }
 
-int CriticalLineCommand::points_at(MixtureFluid const& mixture, Heading& head, Table& table) const {
+int CriticalLineCommand::points_at(MixtureFluid const& mixture, Heading& head, Table& table) {
     std::vector<Vector<double>> compositions;
     if (at.empty())
         compositions.push_back(mixture.x);
@@ -96,77 +117,163 @@ int CriticalLineCommand::points_at(MixtureFluid const& mixture, Heading& head, T
         for (double x0 : mole_fractions(at, "--at")) compositions.push_back(binary(x0));
     Rows rows("critical-line", table, compositions.size());
     for (Vector<double> const& x : compositions)
-        rows.add(fmt::format("{}+{}{}: no critical point found", mixture.eos, mixture.mth,
-                             mixture.composition(x)),
-                 {{0, x[0]}, {1, x[1]}}, [&] {
-                     Vector<double> at_x = x;
-                     double s = 0.0;
-                     Matrix<double> line = start(mixture, x);
-                     crit_slope_x(mixture.model.get(), at_x, s, line);
-                     return row(mixture, x, line[0]);
-                 });
+        if (!rows.add(fmt::format("{}+{}{}: no critical point found", mixture.eos, mixture.mth,
+                                  mixture.composition(x)),
+                      {{0, x[0]}, {1, x[1]}}, [&] {
+                          CriticalPoint start;
+                          corvane::CriticalOptions how;
+                          how.validity = &mixture.validity;
+                          how.unstable = unstable;
+                          if (!T.empty()) {
+                              start.x = x;
+                              start.T = start_value(T, "--T", Quantity::temperature, x, mixture);
+                              start.rho = start_value(rho, "--rho", Quantity::density, x, mixture);
+                              how.start = &start;
+                          }
+                          return row(mixture, Cell(),
+                                     corvane::critical_point(*mixture.model, x, how));
+                      }))
+            break;
     head.remarks.emplace_back("critical points of given compositions");
+    evidence_.report(head);
     return rows.finish(head);
 }
 
-double CriticalLineCommand::start_fraction(MixtureFluid const& mixture) const {
-    if (from.empty()) return 1.0;
-    if (const auto x = to_number(from)) {
-        if (!(*x >= 0.0 && *x <= 1.0)) throw Misuse("--from: a mole fraction lies between 0 and 1");
-        return *x;
-    }
+/// The component that --from names; nothing without it, or if it is a mole fraction.
+std::optional<int> CriticalLineCommand::from_component(MixtureFluid const& mixture) const {
+    if (from.empty() || to_number(from)) return {};
     const std::string name = substance_name(mixture.eos, from);
     for (int i : {0, 1})
-        if (name == mixture.component(i)) return 1.0 - i;
+        if (name == mixture.component(i)) return i;
     throw Misuse(fmt::format("--from: {} is not a component of the mixture", name));
 }
 
-void CriticalLineCommand::line(MixtureFluid const& mixture, Heading& head, Table& table) const {
-    const double x0 = start_fraction(mixture), width = number(step, "--step");
-    if (!(std::fabs(width) <= 0.5) || width == 0.0)
-        throw Misuse("--step: give a step in the mole fraction, not 0 and at most 0.5");
-    // From a pure component there is one direction.
-    double s = x0 == 1.0 ? -std::fabs(width) : x0 == 0.0 ? std::fabs(width) : width;
-    if (x0 + s < 0.0 || x0 + s > 1.0) throw Misuse("--step leads out of the compositions");
-    Vector<double> x = binary(x0);
-    Matrix<double> points = start(mixture, x);
-    asking(fmt::format("{}: no critical line from {} = {:.6g}", mixture.name(),
-                       mixture.component(0), x0),
-           [&] { crit_slope_x(mixture.model.get(), x, s, points); });
-    for (int k = 0; k < points.size(); ++k)
-        table.rows.push_back(row(mixture, binary(points[k][0]), points[k]));
-    const std::string end = points.size() == 1
-                                ? "has its start only: no further point was found in this direction"
-                                : in_words(corvane::critical_line_end(mixture.model.get(), points));
-    add_note(table.rows.back().note, end);
-    head.summary.push_back(
-        fmt::format("{}; the line {}",
-                    points.size() == 1 ? "1 point" : fmt::format("{} points", points.size()), end));
-    head.remarks.emplace_back(
-        "points may be metastable: further phases and the unstable stretch between cusps are not "
-        "tested");
+/// One line from start values, uncertified.
+int CriticalLineCommand::slope(MixtureFluid const& mixture, Heading& head, Table& table) const {
+    CriticalStart start;
+    if (const auto i = from_component(mixture))
+        start.x0 = 1.0 - *i;
+    else if (!from.empty())
+        start.x0 = mole_fractions(from, "--from").front();
+    if (!step.empty()) start.step = number(step, "--step");
+    if (!T.empty()) {
+        const Vector<double> x = binary(start.x0);
+        start.T = start_value(T, "--T", Quantity::temperature, x, mixture);
+        start.rho = start_value(rho, "--rho", Quantity::density, x, mixture);
+    }
+    trace_slope(mixture, start, head, table,
+                [&](Vector<double> const& x, double T_, double p_, double rho_) {
+                    Row result = row(mixture, 1L, x, T_, p_, rho_);
+                    result.cells.resize(table.columns.size());
+                    return result;
+                });
+    return 0;
+}
+
+/// The lines, or those from the component that --from names, which then begin there.
+std::vector<CriticalLine> CriticalLineCommand::trace(MixtureFluid const& mixture) const {
+    corvane::CriticalLineOptions how;
+    how.step = !step.empty() ? number(step, "--step") : plot ? 0.02 : 0.05;
+    if (!(how.step > 0.0 && how.step <= 0.5)) throw Misuse("--step: from above 0 to 0.5");
+    const auto set = [&](std::string const& text, char const* option, Quantity quantity,
+                         double& x) {
+        if (!text.empty()) x = positive_points(text, option, quantity, options.units).front();
+    };
+    how.p_max = 100.0;
+    set(p_max, "--p-max", Quantity::pressure, how.p_max);
+    set(T_min, "--T-min", Quantity::temperature, how.T_min);
+    how.unstable = unstable;
+    how.validity = &mixture.validity;
+    Watch watch("corvane: critical-line");
+    how.progress = watch.progress();
+    const auto start = from_component(mixture);
+    auto found = asking(mixture.name() + ": critical lines",
+                        [&] { return corvane::critical_lines(*mixture.model, how); });
+    if (start) {
+        const auto is_start = [&](CriticalPoint const& point) { return point.x[*start] == 1.0; };
+        for (CriticalLine& line : found)
+            if (is_start(line.points.back())) {
+                std::reverse(line.points.begin(), line.points.end());
+                std::swap(line.begin, line.end);
+                std::swap(line.begin_phase, line.end_phase);
+            }
+        std::erase_if(found,
+                      [&](CriticalLine const& line) { return !is_start(line.points.front()); });
+    }
+    if (found.empty()) throw Failure(mixture.name() + ": no critical line found");
+    return found;
+}
+
+void CriticalLineCommand::report(MixtureFluid const& mixture, CriticalLine const& line, long number,
+                                 Heading& head) const {
+    Units const& u = options.units;
+    const auto words = [&](corvane::CriticalLineEnd end, CriticalPoint const& point,
+                           corvane::PhaseRecord const& other) {
+        std::string text = fmt::format("{} (T = {}, p = {}", in_words(end, point, mixture),
+                                       u.text(Quantity::temperature, point.T),
+                                       u.text(Quantity::pressure, point.p));
+        if (other.x.size() > 0)
+            text += fmt::format("; the other phase has x_{} = {:.6g}", mixture.component(0),
+                                other.x[0]);
+        return text + ')';
+    };
+    const std::string begin = words(line.begin, line.points.front(), line.begin_phase),
+                      end = words(line.end, line.points.back(), line.end_phase);
+    head.summary.push_back(fmt::format("line {}{}: {} points, from {} to {}", number,
+                                       line.stable ? "" : " (not stable)", line.points.size(),
+                                       begin, end));
+    list(head, "lines")
+        .push_back({{"line", number},
+                    {"stable", static_cast<long>(line.stable)},
+                    {"points", static_cast<long>(line.points.size())},
+                    {"begin", begin},
+                    {"end", end},
+                    {"evaluations", line.evaluations}});
+}
+
+int CriticalLineCommand::lines(MixtureFluid const& mixture, Heading& head, Table& table,
+                               Picture& picture) {
+    const auto found = trace(mixture);
+    Projection projection(mixture, options.units);
+    if (plot)
+        for (int i : {0, 1}) projection.add_pure(vapour_pressures(mixture, i), i);
+    long number = 0;
+    bool open = false;
+    for (CriticalLine const& line : found) {
+        ++number;
+        const std::size_t first = table.rows.size();
+        for (CriticalPoint const& point : line.points)
+            table.rows.push_back(row(mixture, number, point));
+        add_note(table.rows[first].note,
+                 "begins at " + in_words(line.begin, line.points.front(), mixture));
+        add_note(table.rows.back().note,
+                 "ends at " + in_words(line.end, line.points.back(), mixture));
+        report(mixture, line, number, head);
+        projection.add(line);
+        for (auto end : {line.begin, line.end})
+            open = open || (line.stable && end == corvane::CriticalLineEnd::stuck);
+    }
+    evidence_.report(head);
+    picture = projection.picture;
+    return Watch::interrupted() ? kInterrupted : open ? 1 : 0;
 }
 
 int CriticalLineCommand::run() {
+    plot.begin();
     if (T.empty() != rho.empty()) throw Misuse("start values are --T and --rho together");
     request.fractions_optional = true;
     options.begin();
     const MixtureFluid mixture = open_mixture(request);
-    if (mixture.composed && !at.empty())
-        throw Misuse("give the composition either with the components or by --at");
-    if (mixture.composed && !from.empty())
-        throw Misuse("fractions ask for one critical point: leave them out for a line");
-    if (mixture.size() != 2 && !mixture.composed)
-        throw Misuse("a critical line needs two components; give mole fractions for a point");
+    check(mixture);
     options.units.M = mixture.M();
     Heading head = heading("critical-line", mixture);
     Table table{columns(mixture), {}};
-    int code = 0;
-    if (mixture.composed || !at.empty())
-        code = points_at(mixture, head, table);
-    else
-        line(mixture, head, table);
+    Picture picture;
+    const int code = of_compositions(mixture) ? points_at(mixture, head, table)
+                     : from_values()          ? slope(mixture, head, table)
+                                              : lines(mixture, head, table, picture);
     write(head, table, options.style);
+    plot.draw(picture);
     return code;
 }
 }  // namespace
@@ -174,28 +281,36 @@ int CriticalLineCommand::run() {
 void add_critical_line(Program& program) {
     auto critical = std::make_shared<CriticalLineCommand>();
     Command command =
-        program.add("critical-line", "critical line of a binary, critical point of a mixture",
+        program.add("critical-line", "critical lines of a binary, critical point of a mixture",
                     [critical] { return critical->run(); });
     critical->request.fractions_optional = true;
     critical->request.add_to(command);
     command
-        .value(
-            "--from", critical->from,
-            "start of the line: a component (default: the first) or a mole fraction of the first",
-            {.type = "NAME|X"})
-        .value("--step", critical->step, "first step in the mole fraction of the first component")
+        .value("--from", critical->from,
+               "only the line from this component; or a mole fraction of the first component: one "
+               "line from there, not certified",
+               {.type = "NAME|X"})
+        .value("--step", critical->step,
+               "longest step (default: 0.05; 0.02 with --plot); with start values the first step "
+               "in the mole fraction")
         .value("--at", critical->at,
                "binary: only the critical points at these mole fractions of the first component",
                {.type = "VALUES"})
         .excludes("--at", "--from")
         .excludes("--at", "--step")
-        .value("--T", critical->T, "start value of the temperature, for lines off the pure ends")
-        .value("--rho", critical->rho, "start value of the density, with --T");
+        .value("--T", critical->T,
+               "start value of the temperature: of a critical point, or of a line that is not "
+               "certified")
+        .value("--rho", critical->rho, "start value of the density, with --T")
+        .flag("--unstable", critical->unstable, "what is not stable, too")
+        .value("--p-max", critical->p_max, "where lines end at high pressure (default: 100 MPa)")
+        .value("--T-min", critical->T_min, "where they end at low temperature (default: 50 K)");
+    critical->plot.add_to(command);
     critical->options.add_units(command);
     critical->options.add_output(command);
     command.examples(
         R"(  corvane critical-line PR+vdW1 methane propane
-  corvane critical-line PR+vdW1 CO2 decane --from decane --kij 0.1
+  corvane critical-line PR+vdW1 CO2 decane --kij 0.1 --plot critical.svg
   corvane critical-line PR+vdW1 methane propane --at 0.1:0.9:0.1
   corvane critical-line PR+vdW1 methane=0.7 ethane=0.2 propane)");
 }

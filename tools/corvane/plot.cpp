@@ -58,6 +58,8 @@ char const* style(Symbol symbol) {
     switch (symbol) {
         case Symbol::critical:
             return "pt 7 ps 1.1";
+        case Symbol::end_point:
+            return "pt 9 ps 1.2";
         case Symbol::extremum:
             return "pt 8 ps 1.1";
         case Symbol::azeotrope:

@@ -19,7 +19,15 @@ enum class Stroke {
     thin     ///< of less weight: pure substances, tie lines
 };
 
-enum class Symbol { critical, extremum, azeotrope, three_phase, measured, measured_open };
+enum class Symbol {
+    critical,
+    end_point,
+    extremum,
+    azeotrope,
+    three_phase,
+    measured,
+    measured_open
+};
 
 using XY = std::array<double, 2>;
 
