@@ -1,8 +1,7 @@
 #include <corvane/core/constants.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/dense.h>
-#include <corvane/phases/flash.h>
-#include <corvane/phases/flash_guess.h>
+#include <corvane/phases/flash_parts.h>
 #include <corvane/phases/stability.h>
 
 #include <algorithm>
@@ -32,6 +31,10 @@ class Flash {
         if (n_ > 1 && o.start && o.start->phases.size() == 2 && start_from(*o.start) && split() &&
             certified(nullptr))
             return two_phases(o);
+        FlashResult three = result();
+        if (n_ > 2 && o.start && o.start->phases.size() == 3 && start_from(*o.start) &&
+            flash_three(fluid_, stability_, start_, three))
+            return finish(three, o);
         // Where Wilson's K-factors split the whole their split is tried first: if certified, that
         // is all that a test of the whole could have shown.
         if (n_ > 1 && split_by_wilson() && certified(nullptr)) return two_phases(o);
@@ -59,22 +62,27 @@ class Flash {
             if (certified(&after)) return two_phases(o);
             unstable = true;
             if (!after.other) continue;
+            if (n_ > 2 && flash_three(fluid_, stability_, {a_.x, b_.x, after.trial.w}, three))
+                return finish(three, o);
             pairs_.insert(pairs_.begin(), {fluid_.z(), after.trial.w});
             pairs_.push_back({a_.x, after.trial.w});
             pairs_.push_back({b_.x, after.trial.w});
         }
-        fail(unstable ? "every split found is unstable: probably three phases"
+        fail(unstable ? n_ > 2 ? "every split found is unstable: probably more than three phases"
+                               : "every split found is unstable: probably next to three phases"
                       : "the split did not converge; change p or T a little, or give a start");
     }
 
     /// What Wilson's K-factors lead to, or the whole: not certified, not even tested.
     bool guess(FlashResult& q) {
         if (n_ > 1 && split_by_wilson()) {
-            q = result({1.0 - beta_, beta_});
+            q = result();
+            q.fraction = {1.0 - beta_, beta_};
             q.phases = {{a_.rho, fluid_.expand(a_.x)}, {b_.rho, fluid_.expand(b_.x)}};
         } else {
             if (!fluid_.evaluate_at(whole_, p_, T_, fluid_.z(), Root::stable, 0)) return false;
-            q = result({1.0});
+            q = result();
+            q.fraction = {1.0};
             q.phases = {{whole_.rho, fluid_.expand(whole_.x)}};
         }
         q.certificate.evaluations = fluid_.evaluations;
@@ -99,14 +107,15 @@ class Flash {
                                  residual_, advice);
     }
 
+    /// Compositions, and of two phases K-factors and fraction, of a neighbouring result.
     bool start_from(FlashResult const& start) {
-        const Vector<double> z = fluid_.expand(fluid_.z());
-        if (start.phases[0].x.size() != z.size()) return false;
-        for (int i = 0, k = 0; i < z.size(); ++i)
-            if (z[i] > 0.0) {
-                lnK_[k] = std::log(start.phases[1].x[i] / start.phases[0].x[i]);
-                if (!std::isfinite(lnK_[k++])) return false;
-            }
+        start_.assign(start.phases.size(), x_);
+        for (std::size_t k = 0; k < start_.size(); ++k) {
+            if (start.phases[k].x.size() != fluid_.model().mdl1.size()) return false;
+            for (int i = 0; i < n_; ++i)
+                if (!((start_[k][i] = start.phases[k].x[fluid_.index(i)]) > 0.0)) return false;
+        }
+        for (int i = 0; i < n_; ++i) lnK_[i] = std::log(start_[1][i] / start_[0][i]);
         beta_ = start.fraction[1];
         return true;
     }
@@ -279,40 +288,25 @@ class Flash {
         return stable && stability_.locally_stable(b_);
     }
 
-    FlashResult result(std::vector<double> const& fraction) const {
+    FlashResult result() const {
         FlashResult q;
         q.T = T_;
         q.p = p_;
-        q.fraction = fraction;
         return q;
     }
     FlashResult one_phase(FlashOptions const& o, double tpd) {
-        FlashResult q = result({1.0});
-        certify(fluid_, p_, {&whole_}, q.certificate);
+        FlashResult q = result();
+        flash_record(fluid_, {&whole_}, {1.0}, q);
         q.certificate.tpd = tpd;
         return finish(q, o);
     }
     FlashResult two_phases(FlashOptions const& o) {
-        double heavy = 0.0;
-        for (int i = 0; i < n_; ++i) heavy += (a_.rho_i[i] - b_.rho_i[i]) * fluid_.molar_mass(i);
-        FlashResult q = result({1.0 - beta_, beta_});
-        if (heavy < 0.0) {
-            std::swap(a_, b_);
-            std::swap(q.fraction[0], q.fraction[1]);
-        }
-        certify(fluid_, p_, {&a_, &b_}, q.certificate);
+        FlashResult q = result();
+        flash_record(fluid_, {&a_, &b_}, {1.0 - beta_, beta_}, q);
         q.certificate.tpd = tpd_;
-        for (int i = 0; i < n_; ++i)
-            q.certificate.balance = std::max(
-                q.certificate.balance,
-                std::fabs(fluid_.z()[i] - q.fraction[0] * a_.x[i] - q.fraction[1] * b_.x[i]));
         return finish(q, o);
     }
     FlashResult finish(FlashResult& q, FlashOptions const& o) {
-        q.phases = q.certificate.phases;
-        double volume = 0.0;
-        for (std::size_t k = 0; k < q.phases.size(); ++k) volume += q.fraction[k] / q.phases[k].rho;
-        q.rho = 1.0 / volume;
         q.certificate.evaluations = fluid_.evaluations;
         q.certificate.flag(o.validity, T_, p_, fluid_.expand(fluid_.z()));
         residual_ = std::max(q.certificate.dmu, q.certificate.dp);
@@ -329,6 +323,7 @@ class Flash {
     struct Pair {
         std::vector<double> a, b;  ///< mole fractions
     };
+    std::vector<std::vector<double>> start_;
     std::vector<Pair> pairs_;  ///< starts for splits, the most promising last
     std::vector<double> l_, v_, lnK_, x_, y_, step_, hess_;
     std::vector<double> from_l_, from_v_, second_, down_;  // of newton and line_search

@@ -1,7 +1,7 @@
 // Flashes at given (p, h), (p, s) or (T, rho): a search in T or p around the flash at (p, T).
 #include <corvane/core/constants.h>
 #include <corvane/mixture/modeln.h>
-#include <corvane/phases/flash_guess.h>
+#include <corvane/phases/flash_parts.h>
 #include <corvane/phases/split.h>
 #include <corvane/phases/stability.h>
 #include <corvane/pure/model1.h>
@@ -18,7 +18,6 @@ namespace {
 constexpr int kFlashes = 60, kRefused = 12, kNewton = 20;
 constexpr double kClosed = 1e-13;  // width of the bracket in ln T or ln p
 constexpr double kHit = 1e-10;     // distance at which the (p, T) flash itself is the answer
-constexpr double kApart = 1e-4;    // ln rho_i'/rho_i'' of two phases
 constexpr double kLowest = 0.25, kHighest = 1.5;  // T in critical temperatures
 constexpr double kLnPMin = -27.63, kLnPMax = 9.21;
 
@@ -102,7 +101,7 @@ class TargetFlash {
         }
         fail(EquilibriumFailure::Kind::gave_up,
              refused > kRefused
-                 ? "the flash at (p, T) is refused around the answer: probably three phases"
+                 ? "the flash at (p, T) is refused around the answer: probably more phases"
                  : "no certified state; change the values a little, or give a start");
     }
 
@@ -249,7 +248,7 @@ class TargetFlash {
         (at_T_ ? p_ : T_) = std::exp(outer);
         FlashOptions o;
         for (Side const* s : {&lo_, &hi_})
-            if (s->known && s->result.phases.size() == 2) o.start = &s->result;
+            if (s->known && s->result.phases.size() > 1) o.start = &s->result;
         try {
             to.result = flash_pT(model_, p_, T_, z_, o);
         } catch (EquilibriumFailure const&) {
@@ -278,11 +277,7 @@ class TargetFlash {
         return clamped(first + (times % 2 ? step : -step));
     }
 
-    bool start(FlashResult const& q) {
-        std::vector<PhaseRecord const*> phases;
-        for (PhaseRecord const& r : q.phases) phases.push_back(&r);
-        return solver_.start(q.T, q.p, phases, q.fraction);
-    }
+    bool start(FlashResult const& q) { return solver_.start(q.T, q.p, q.phases, q.fraction); }
 
     /// Newton from a side, already set up in the solver; if it does not lead to the answer, `step`
     /// is where to look next.
@@ -361,7 +356,7 @@ class TargetFlash {
     /// One phase at given T and rho, if that is stable.
     bool whole() {
         PhaseRecord r{given_, fluid_.expand(fluid_.z())};
-        if (!solver_.start(T_, 1.0, {&r}, {1.0}) || !solver_.evaluate()) return false;
+        if (!solver_.start(T_, 1.0, {r}, {1.0}) || !solver_.evaluate()) return false;
         return solver_.phase[0].p > 0.0 && solver_.phase[0].S > 0.0 && accept();
     }
 
@@ -383,66 +378,20 @@ class TargetFlash {
         if ((lo_.known && outer < lo_.outer - 1e-9) || (hi_.known && outer > hi_.outer + 1e-9))
             return false;
         if (clamped(outer) != outer) return false;
-        // by falling mass density
-        std::vector<std::pair<double, std::size_t>> order;
-        for (std::size_t k = 0; k < s.size(); ++k) {
-            double mass = 0.0;
-            for (int i = 0; i < n_; ++i) mass -= s[k].rho_i[i] * fluid_.molar_mass(i);
-            order.emplace_back(mass, k);
-            if (!stability_.locally_stable(s[k])) return false;
-            for (std::size_t other = 0; other < k; ++other) {
-                double apart = 0.0;
-                for (int i = 0; i < n_; ++i)
-                    apart = std::max(apart, std::fabs(std::log(s[k].rho_i[i] / s[other].rho_i[i])));
-                if (!(apart > kApart)) return false;
-            }
-        }
-        std::sort(order.begin(), order.end());
-        std::vector<PhaseState const*> sorted;
-        for (auto const& [mass, k] : order) {
-            sorted.push_back(&s[k]);
-            q.fraction.push_back(solver_.amount[k]);
-        }
+        q.certificate.target = std::fabs(solver_.distance());
+        const bool certified = flash_certified(fluid_, stability_, s, solver_.amount, q);
         Certificate& c = q.certificate;
-        certify(fluid_, q.p, sorted, c);
-        c.target = std::fabs(solver_.distance());
-        double volume = 0.0;
-        q.h = q.s = caloric_ ? 0.0 : std::numeric_limits<double>::quiet_NaN();
-        for (std::size_t k = 0; k < sorted.size(); ++k) {
-            volume += q.fraction[k] / sorted[k]->rho;
-            if (!caloric_) continue;
-            q.h += q.fraction[k] * R * q.T * caloric_->h(*sorted[k]);
-            q.s += q.fraction[k] * R * caloric_->s(*sorted[k]);
-        }
-        q.rho = 1.0 / volume;
-        for (int i = 0; i < n_; ++i) {
-            double sum = 0.0;
-            for (std::size_t k = 0; k < sorted.size(); ++k) sum += q.fraction[k] * sorted[k]->x[i];
-            c.balance = std::max(c.balance, std::fabs(fluid_.z()[i] - sum));
-        }
         best_ = std::min(best_, std::max({c.target, c.dmu, c.dp}));
-        for (PhaseState const* phase : sorted)
-            if (!is_root(*phase, q.p)) return false;
-        if (!c.holds() || !(c.balance < 1e-12)) return false;
-        const StabilityResult r =
-            stability_.test(*sorted[0], q.p, sorted.size() > 1 ? sorted[1] : nullptr, true);
-        if (!r.stable || (sorted.size() == 1 && r.unconverged)) return false;
-        c.tpd = std::min(0.0, r.tpd);
-        q.phases = c.phases;
+        if (!certified) return false;
+        for (std::size_t k = 0; caloric_ && k < s.size(); ++k) {
+            if (k == 0) q.h = q.s = 0.0;
+            q.h += solver_.amount[k] * R * q.T * caloric_->h(s[k]);
+            q.s += solver_.amount[k] * R * caloric_->s(s[k]);
+        }
         c.evaluations = evaluations_ + fluid_.evaluations;
         c.flag(o_.validity, q.T, q.p, fluid_.expand(fluid_.z()));
         answer_ = std::move(q);
         return true;
-    }
-
-    /// Does the model's density solver know this density? The inner loops of multi-parameter
-    /// equations have rising branches that are no phases.
-    bool is_root(PhaseState const& s, double p) const {
-        double rho[2];
-        const int count = fluid_.densities(p, s.T, s.x, rho);
-        for (int k = 0; k < count; ++k)
-            if (std::fabs(rho[k] / s.rho - 1.0) < 1e-3) return true;
-        return false;
     }
 
     ModelN const& model_;

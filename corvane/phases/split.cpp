@@ -14,16 +14,21 @@ constexpr double kVanished = 1e-13;   // amount of a phase
 }  // namespace
 
 SplitSolver::SplitSolver(FluidModel const& f, Caloric* caloric, Target target)
-    : fluid(f), caloric_(caloric), target_(target), n_(f.size()) {}
+    : fluid(f),
+      caloric_(caloric),
+      target_(target),
+      T_free_(target == Target::h_at_p || target == Target::s_at_p),
+      p_free_(target == Target::rho_at_T),
+      n_(f.size()) {}
 
-bool SplitSolver::start(double T_, double p_, std::vector<PhaseRecord const*> const& phases,
+bool SplitSolver::start(double T_, double p_, std::vector<PhaseRecord> const& phases,
                         std::vector<double> const& fractions) {
     T = T_;
     p = p_;
     iterations = 0;
     first_step = 0.0;
     count_ = static_cast<int>(phases.size());
-    size_ = (count_ - 1) * n_ + count_ + (target_ == Target::rho_at_T ? 0 : 1);
+    size_ = (count_ - 1) * n_ + count_ + (T_free_ ? 1 : 0);
     const auto m = static_cast<std::size_t>(size_), all = static_cast<std::size_t>(n_ * count_);
     phase.resize(phases.size());
     for (PhaseState& s : phase) s.resize(n_);
@@ -38,7 +43,7 @@ bool SplitSolver::start(double T_, double p_, std::vector<PhaseRecord const*> co
     for (int i = 0; i < n_; ++i) {
         double sum = 0.0;
         for (int k = 0; k < count_; ++k)
-            sum += n_ik_[i * count_ + k] = fractions[k] * phases[k]->x[fluid.index(i)];
+            sum += n_ik_[i * count_ + k] = fractions[k] * phases[k].x[fluid.index(i)];
         for (int k = 0; k < count_; ++k) {
             double& n = n_ik_[i * count_ + k];
             n *= fluid.z()[i] / sum;
@@ -48,7 +53,7 @@ bool SplitSolver::start(double T_, double p_, std::vector<PhaseRecord const*> co
     for (int k = 0; k < count_; ++k) {
         double sum = 0.0;
         for (int i = 0; i < n_; ++i) sum += n_ik_[i * count_ + k];
-        V_[k] = sum / phases[k]->rho;
+        V_[k] = sum / phases[k].rho;
         if (!(V_[k] > 0.0) || !std::isfinite(V_[k])) return false;
     }
     return T > 0.0 && std::isfinite(T);
@@ -64,7 +69,7 @@ bool SplitSolver::evaluate() {
         if (!fluid.evaluate(phase[k], T, caloric_ ? phase_all : phase_H | phase_p)) return false;
     }
     if (caloric_) caloric_->at(T);
-    if (target_ == Target::rho_at_T) {
+    if (p_free_) {
         int light = 0;
         for (int k = 1; k < count_; ++k)
             if (phase[k].rho < phase[light].rho) light = k;
@@ -102,25 +107,23 @@ void SplitSolver::number() {
 void SplitSolver::add(int column, int k, double const* dm, double dpi, double dtarget,
                       double scale) {
     double* const J = jacobian_.data() + column;
-    const int m = size_, pressures = (count_ - 1) * n_;
+    const int m = size_;
     for (int i = 0; i < n_; ++i)
         if (k != most_[i])
             J[row(i, k) * m] += scale * dm[i];
         else
             for (int other = 0; other < count_; ++other)
                 if (other != k) J[row(i, other) * m] -= scale * dm[i];
-    if (target_ != Target::rho_at_T)
-        J[(pressures + k) * m] += scale * dpi;
-    else if (k > 0)
-        J[(pressures + k - 1) * m] += scale * dpi;
+    if (!p_free_ || k > 0)
+        J[pressure_row(k) * m] += scale * dpi;
     else
-        for (int other = 1; other < count_; ++other) J[(pressures + other - 1) * m] -= scale * dpi;
-    J[(m - 1) * m] += scale * dtarget;
+        for (int other = 1; other < count_; ++other) J[pressure_row(other) * m] -= scale * dpi;
+    if (target_ != Target::none) J[(m - 1) * m] += scale * dtarget;
 }
 
 void SplitSolver::assemble() {
     const int n = n_, K = count_, m = size_, pressures = (K - 1) * n;
-    const bool at_T = target_ == Target::rho_at_T, entropy = target_ == Target::s_at_p;
+    const bool entropy = target_ == Target::s_at_p;
     std::fill(jacobian_.begin(), jacobian_.end(), 0.0);
     number();
     const double reduced = p / (R * T);
@@ -129,15 +132,14 @@ void SplitSolver::assemble() {
     for (int i = 0; i < n; ++i)
         for (int k = 0; k < K; ++k)
             if (k != most_[i]) r_[row(i, k)] = phase[k].m[i] - phase[most_[i]].m[i];
-    for (int k = at_T ? 1 : 0; k < K; ++k)
-        r_[pressures + k - (at_T ? 1 : 0)] =
-            phase[k].p / (R * T) - (at_T ? phase[0].p / (R * T) : reduced);
-    r_[m - 1] = distance();
+    for (int k = p_free_ ? 1 : 0; k < K; ++k)
+        r_[pressure_row(k)] = phase[k].p / (R * T) - (p_free_ ? phase[0].p / (R * T) : reduced);
+    if (target_ != Target::none) r_[m - 1] = distance();
     for (int k = 0; k < K; ++k) {
         PhaseState const& s = phase[k];
         for (int j = 0; j < n; ++j) {
             for (int i = 0; i < n; ++i) dm_[i] = s.H[i * n + j] / V_[k];
-            const double target = at_T      ? 0.0
+            const double target = !T_free_  ? 0.0
                                   : entropy ? caloric_->S(j) - 1.0 - s.m[j] - s.m_T[j]
                                             : caloric_->U(j) - s.m_T[j];
             for (int var = 0; var < K; ++var) {  // the variables that move component j
@@ -149,9 +151,9 @@ void SplitSolver::assemble() {
         for (int i = 0; i < n; ++i) dm_[i] = -s.P[i];
         // ∂U/∂V = RT·p_T, and the enthalpy is that of the given pressure
         const double target =
-            at_T ? -V_[k] / volume : V_[k] * (s.p_T + (entropy ? s.p / (R * T) : reduced));
+            !T_free_ ? -V_[k] / volume : V_[k] * (s.p_T + (entropy ? s.p / (R * T) : reduced));
         add(pressures + k, k, dm_.data(), -s.S, target, 1.0);
-        if (at_T) continue;
+        if (!T_free_) continue;
         for (int i = 0; i < n; ++i) dm_[i] = s.m_T[i];
         add(m - 1, k, dm_.data(), s.p_T + reduced, amount[k] * caloric_->cv(s), 1.0);
     }
@@ -178,7 +180,7 @@ bool SplitSolver::advance() {
         if (gain < 0.0) bound(gain, 0.9 * n_ik_[i * K + most_[i]]);
     }
     for (int k = 0; k < K; ++k) bound(r_[pressures + k], r_[pressures + k] < 0.0 ? 0.9 : 3.0);
-    if (target_ != Target::rho_at_T) bound(r_[m - 1], 0.15);
+    if (T_free_) bound(r_[m - 1], 0.15);
     bool vanishes = false;
     for (int k = 0; k < K; ++k) {
         double change = 0.0;
@@ -197,13 +199,12 @@ bool SplitSolver::advance() {
         V_[k] *= 1.0 + scale * r_[pressures + k];  // as the amounts, so that densities stay
         if (!(sum > kVanished)) return false;
     }
-    if (target_ != Target::rho_at_T) T *= std::exp(scale * r_[m - 1]);
+    if (T_free_) T *= std::exp(scale * r_[m - 1]);
     return true;
 }
 
 bool SplitSolver::solve(int limit) {
     const int pressures = (count_ - 1) * n_;
-    const bool at_T = target_ == Target::rho_at_T;
     double step = 1.0;
     vanishing_ = 0;
     for (int it = 0; it <= limit; ++it) {
@@ -211,12 +212,12 @@ bool SplitSolver::solve(int limit) {
         if (!evaluate()) return false;
         assemble();
         double dp = 0.0;
-        residual = std::fabs(r_[size_ - 1]);
+        residual = target_ == Target::none ? 0.0 : std::fabs(r_[size_ - 1]);
         for (int i = 0; i < pressures; ++i) residual = std::max(residual, std::fabs(r_[i]));
-        for (int k = at_T ? 1 : 0; k < count_; ++k)
-            dp = std::max(dp, std::fabs(r_[pressures + k - (at_T ? 1 : 0)]) -
-                                  8 * std::numeric_limits<double>::epsilon() *
-                                      std::max(phase[k].S, phase[0].S));
+        for (int k = p_free_ ? 1 : 0; k < count_; ++k)
+            dp = std::max(
+                dp, std::fabs(r_[pressure_row(k)]) - 8 * std::numeric_limits<double>::epsilon() *
+                                                         std::max(phase[k].S, phase[0].S));
         residual = std::max(residual, dp * R * T / std::max(std::fabs(p), 1e-300));
         if (residual < kConverged && step < 1e-4) return true;
         if (residual < 50 * kConverged && step < kStep) return true;  // at rounding
@@ -227,7 +228,7 @@ bool SplitSolver::solve(int limit) {
         for (double r : r_) step = std::max(step, std::fabs(r));
         if (it == 0) {
             first_step = r_[size_ - 1];
-            if (at_T) {  // of ln p, from phase 0
+            if (p_free_) {  // of ln p, from phase 0
                 first_step = -phase[0].S * r_[pressures];
                 for (int i = 0; i < n_; ++i) {
                     double dn = 0.0;

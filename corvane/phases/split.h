@@ -10,8 +10,9 @@
 
 namespace corvane {
 
-/// What a flash has to meet by changing its outer variable: at given p by T, or at given T by p.
-enum class Target { h_at_p, s_at_p, rho_at_T };
+/// What a flash has to meet beside the equilibrium: at given p by changing T, at given T by
+/// changing p; or nothing, at given p and T.
+enum class Target { h_at_p, s_at_p, rho_at_T, none };
 
 /// K phases of amounts n_ik and volumes V_k, all at T, with Σ_k n_ik = z_i. Equations: equal
 /// potentials; the pressures equal p (or one another); the target. Unknowns: ln n_ik of every
@@ -23,7 +24,7 @@ enum class Target { h_at_p, s_at_p, rho_at_T };
 /// allows, where h jumps at one T. All derivatives are exact.
 class SplitSolver {
   public:
-    /// caloric may be null for Target::rho_at_T.
+    /// caloric may be null for Target::rho_at_T and none.
     SplitSolver(FluidModel const& fluid, Caloric* caloric, Target target);
 
     FluidModel const& fluid;
@@ -37,7 +38,7 @@ class SplitSolver {
 
     /// Start values: phases (mole fractions over all components and densities) and their fractions.
     /// The amounts are scaled to z. False if some are not positive.
-    bool start(double T, double p, std::vector<PhaseRecord const*> const& phases,
+    bool start(double T, double p, std::vector<PhaseRecord> const& phases,
                std::vector<double> const& fractions);
     /// Evaluates all phases; false if that is not finite.
     bool evaluate();
@@ -49,6 +50,8 @@ class SplitSolver {
 
   private:
     int row(int i, int k) const { return row_[i * count_ + k]; }
+    /// Row of the pressure of phase k; −1: the one that the others are compared with.
+    int pressure_row(int k) const { return (count_ - 1) * n_ + (p_free_ ? k - 1 : k); }
     void number();
     void assemble();
     void add(int column, int k, double const* dm, double dpi, double dtarget, double scale);
@@ -56,6 +59,7 @@ class SplitSolver {
 
     Caloric* caloric_;
     const Target target_;
+    const bool T_free_, p_free_;
     const int n_;
     int count_ = 0, size_ = 0, vanishing_ = 0;
     std::vector<double> n_ik_, V_, jacobian_, r_, dm_;

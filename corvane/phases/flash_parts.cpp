@@ -1,0 +1,154 @@
+#include <corvane/core/constants.h>
+#include <corvane/phases/dense.h>
+#include <corvane/phases/flash_parts.h>
+#include <corvane/phases/split.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+namespace corvane {
+namespace {
+constexpr double kApart = 1e-4;  // ln rho_i'/rho_i'' of two phases
+constexpr int kSubstitutions = 40, kFractions = 50, kNewton = 30;
+
+bool alike(PhaseState const& a, PhaseState const& b) {
+    for (int i = 0; i < a.size(); ++i)
+        if (std::fabs(std::log(a.rho_i[i] / b.rho_i[i])) > kApart) return false;
+    return true;
+}
+
+/// Does the model's density solver know this density? The inner loops of multi-parameter equations
+/// have rising branches that are no phases.
+bool is_root(FluidModel const& fluid, PhaseState const& s, double p) {
+    double rho[2];
+    const int count = fluid.densities(p, s.T, s.x, rho);
+    for (int k = 0; k < count; ++k)
+        if (std::fabs(rho[k] / s.rho - 1.0) < 1e-3) return true;
+    return false;
+}
+}  // namespace
+
+void flash_record(FluidModel const& fluid, std::vector<PhaseState const*> phases,
+                  std::vector<double> const& amounts, FlashResult& q) {
+    std::vector<std::pair<double, std::size_t>> order;
+    for (std::size_t k = 0; k < phases.size(); ++k) {
+        double mass = 0.0;
+        for (int i = 0; i < fluid.size(); ++i) mass -= phases[k]->rho_i[i] * fluid.molar_mass(i);
+        order.emplace_back(mass, k);
+    }
+    std::sort(order.begin(), order.end());
+    const std::vector<PhaseState const*> given = phases;
+    double volume = 0.0;
+    q.fraction.clear();
+    for (std::size_t k = 0; k < order.size(); ++k) {
+        const std::size_t from = order[k].second;
+        phases[k] = given[from];
+        q.fraction.push_back(amounts[from]);
+        volume += amounts[from] / given[from]->rho;
+    }
+    q.rho = 1.0 / volume;
+    Certificate& c = q.certificate;
+    certify(fluid, q.p, phases, c);
+    q.phases = c.phases;
+    c.balance = 0.0;
+    for (int i = 0; i < fluid.size(); ++i) {
+        double sum = 0.0;
+        for (std::size_t k = 0; k < phases.size(); ++k) sum += q.fraction[k] * phases[k]->x[i];
+        c.balance = std::max(c.balance, std::fabs(fluid.z()[i] - sum));
+    }
+}
+
+bool flash_certified(FluidModel const& fluid, Stability& stability,
+                     std::vector<PhaseState> const& phases, std::vector<double> const& amounts,
+                     FlashResult& q) {
+    std::vector<PhaseState const*> all;
+    for (PhaseState const& s : phases) {
+        for (PhaseState const* other : all)
+            if (alike(s, *other)) return false;
+        if (!stability.locally_stable(s)) return false;
+        all.push_back(&s);
+    }
+    flash_record(fluid, all, amounts, q);
+    Certificate& c = q.certificate;
+    c.tpd = 0.0;
+    if (!c.holds() || !(c.balance < 1e-12)) return false;
+    for (PhaseState const& s : phases)
+        if (!is_root(fluid, s, q.p)) return false;
+    const StabilityResult r =
+        stability.test(phases[0], q.p, phases.size() > 1 ? &phases[1] : nullptr, true);
+    c.tpd = std::min(0.0, r.tpd);
+    return r.stable && (phases.size() > 1 || !r.unconverged);
+}
+
+namespace {
+/// Fractions of the phases for fugacity coefficients 1/e (n×K): the minimum of Σ beta − Σ z·ln E, E
+/// = Σ beta·e, over beta >= 0, by Newton's method. False if a phase is not needed.
+bool fractions(std::vector<double> const& z, std::vector<double> const& e,
+               std::array<double, 3>& beta, std::vector<double>& E) {
+    const std::size_t n = z.size();
+    for (int it = 0; it < kFractions; ++it) {
+        double g[3] = {1.0, 1.0, 1.0}, H[9] = {};
+        for (std::size_t i = 0; i < n; ++i) {
+            double const* ei = &e[3 * i];
+            E[i] = beta[0] * ei[0] + beta[1] * ei[1] + beta[2] * ei[2];
+            for (int k = 0; k < 3; ++k) {
+                g[k] -= z[i] * ei[k] / E[i];
+                for (int l = 0; l < 3; ++l) H[3 * k + l] += z[i] * ei[k] * ei[l] / (E[i] * E[i]);
+            }
+        }
+        if (!lu_solve(3, H, g)) return false;
+        double scale = 1.0, step = 0.0;
+        for (int k = 0; k < 3; ++k) {
+            step = std::max(step, std::fabs(g[k]));
+            if (g[k] > 0.0) scale = std::min(scale, 0.9 * beta[k] / g[k]);
+        }
+        for (int k = 0; k < 3; ++k) beta[k] -= scale * g[k];
+        for (double b : beta)
+            if (!(b > 1e-10)) return false;
+        if (step < 1e-11) break;
+    }
+    return true;
+}
+}  // namespace
+
+bool flash_three(FluidModel const& fluid, Stability& stability,
+                 std::vector<std::vector<double>> const& x, FlashResult& q) {
+    const int n = fluid.size();
+    std::vector<double> const& z = fluid.z();
+    std::vector<double> e(static_cast<std::size_t>(3 * n)), E(z.size());
+    std::array<std::vector<double>, 3> w{x[0], x[1], x[2]};
+    std::array<double, 3> beta{0.3, 0.3, 0.3};
+    std::vector<PhaseState> s(3);
+    for (PhaseState& phase : s) phase.resize(n);
+    for (int it = 0; it < kSubstitutions; ++it) {
+        double change = 0.0;
+        for (int k = 0; k < 3; ++k) {
+            if (!fluid.evaluate_at(s[k], q.p, q.T, w[k], Root::stable, 0)) return false;
+            for (int i = 0; i < n; ++i)
+                e[3 * i + k] = std::exp(std::log(w[k][i]) - s[k].m[i]) * s[0].rho;
+        }
+        if (!fractions(z, e, beta, E)) return false;
+        for (int k = 0; k < 3; ++k) {
+            double sum = 0.0;
+            for (int i = 0; i < n; ++i) sum += z[i] * e[3 * i + k] / E[i];
+            for (int i = 0; i < n; ++i) {
+                const double next = z[i] * e[3 * i + k] / E[i] / sum;
+                change = std::max(change, std::fabs(std::log(next / w[k][i])));
+                w[k][i] = next;
+            }
+        }
+        if (it > 2 && change < 1e-3) break;
+    }
+    std::vector<PhaseRecord> records;
+    for (int k = 0; k < 3; ++k) {
+        if (!fluid.evaluate_at(s[k], q.p, q.T, w[k], Root::stable, 0)) return false;
+        records.push_back({s[k].rho, fluid.expand(w[k])});
+    }
+    SplitSolver solver(fluid, nullptr, Target::none);
+    return solver.start(q.T, q.p, records, {beta.begin(), beta.end()}) && solver.solve(kNewton) &&
+           flash_certified(fluid, stability, solver.phase, solver.amount, q);
+}
+
+}  // namespace corvane

@@ -1,0 +1,35 @@
+// What the flashes share: start values, the certificate of a result, three phases. Internal to the
+// library.
+#pragma once
+
+#include <corvane/phases/flash.h>
+#include <corvane/phases/phase.h>
+#include <corvane/phases/stability.h>
+
+#include <vector>
+
+namespace corvane {
+
+/// The split at (p, T) that Wilson's K-factors lead to, or else the whole in its phase of lower
+/// Gibbs energy: phases and fractions of a result that is not tested. False without a density root.
+bool flash_guess(ModelN const& model, double p, double T, Vector<double> const& z,
+                 FlashResult& result);
+
+/// Fills phases (by falling mass density), fractions, rho and the certificate's dmu, dp and balance
+/// of a result at (result.p, result.T) from final states, evaluated with phase_H and phase_p.
+void flash_record(FluidModel const& fluid, std::vector<PhaseState const*> phases,
+                  std::vector<double> const& amounts, FlashResult& result);
+
+/// The same, and tpd. False if the certificate does not hold, target included, if two phases are
+/// alike, if a density is no root that the model reports, or if the state is unstable.
+bool flash_certified(FluidModel const& fluid, Stability& stability,
+                     std::vector<PhaseState> const& phases, std::vector<double> const& amounts,
+                     FlashResult& result);
+
+/// Three phases at (result.p, result.T) from three compositions, mole fractions over the present
+/// components. Substitution with the fractions of the phases by Michelsen, Comput. Chem. Eng. 18
+/// (1994) 545, then Newton's method (SplitSolver). True if the result is certified.
+bool flash_three(FluidModel const& fluid, Stability& stability,
+                 std::vector<std::vector<double>> const& x, FlashResult& result);
+
+}  // namespace corvane
