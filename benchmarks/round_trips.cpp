@@ -43,11 +43,11 @@ Mixture make(char const* eos, char const* mth, std::vector<std::string> const& n
 
 enum Trip { by_h, by_s, by_rho, trips };
 struct Count {
-    int ok = 0, no_solution = 0, gave_up = 0, wrong = 0, two = 0;
+    int ok = 0, no_solution = 0, gave_up = 0, wrong = 0, two = 0, three = 0;
     double worst = 0, us = 0;  ///< |ΔT| in K or |Δp|/p; mean time
     void add(Count const& c) {
         ok += c.ok, no_solution += c.no_solution, gave_up += c.gave_up, wrong += c.wrong;
-        two += c.two, us += c.us, worst = std::max(worst, c.worst);
+        two += c.two, three += c.three, us += c.us, worst = std::max(worst, c.worst);
     }
     int all() const { return ok + no_solution + gave_up + wrong; }
 };
@@ -87,7 +87,8 @@ void travel(ModelN const& m, Trip trip, State const& in, FlashResult const& from
         double off = 0;
         const bool bad = wrong(m, trip, in, q, off);
         ++(bad ? n.wrong : n.ok);
-        n.two += q.phases.size() > 1;
+        n.two += q.phases.size() == 2;
+        n.three += q.phases.size() > 2;
         n.worst = std::max(n.worst, off);
         if (bad) {
             report("wrong");
@@ -130,8 +131,8 @@ bool prepare(ModelN const& m, State& in, bool pure, double between, FlashResult&
 
 void print(char const* name, Trip trip, Count const& c) {
     static char const* const kTrip[] = {"(p,h) -> T", "(p,s) -> T", "(T,rho) -> p"};
-    std::printf("%-42s%-14s%7d%7d%9d%9d%7d%11.1e%9.1f\n", name, kTrip[trip], c.ok, c.two,
-                c.no_solution, c.gave_up, c.wrong, c.worst, c.us / std::max(1, c.all()));
+    std::printf("%-42s%-14s%7d%7d%7d%9d%9d%7d%11.1e%9.1f\n", name, kTrip[trip], c.ok, c.two,
+                c.three, c.no_solution, c.gave_up, c.wrong, c.worst, c.us / std::max(1, c.all()));
 }
 }  // namespace
 
@@ -155,15 +156,18 @@ int main(int argc, char** argv) {
         {"water", "methane"},
         {"carbon_dioxide", "water"},
         {"nitrogen", "methane", "propane"},
+        {"methane", "decane", "water"},
+        {"carbon_dioxide", "hydrogen_sulfide", "methane"},
         {"nitrogen", "methane", "ethane", "propane", "butane"},
         {"nitrogen", "methane", "ethane", "propane", "butane", "decane"},
+        {"methane", "carbon_dioxide", "propane", "decane", "water"},
         {"methane"},
         {"carbon_dioxide"},
         {"water"}};
     std::mt19937 generator(20261121);
     std::uniform_real_distribution<double> uniform(0, 1);
-    std::printf("%-42s%-14s%7s%7s%9s%9s%7s%11s%9s\n", "", "", "ok", "split", "no such", "gave up",
-                "wrong", "worst", "us");
+    std::printf("%-42s%-14s%7s%7s%7s%9s%9s%7s%11s%9s\n", "", "", "ok", "two", "three", "no such",
+                "gave up", "wrong", "worst", "us");
     Count all[trips];
     int without = 0;
     for (auto const& names : mixtures) {

@@ -13,6 +13,7 @@ namespace corvane {
 namespace {
 constexpr int kSubstitutions = 2, kIterations = 60, kRestarts = 9;
 constexpr double kConverged = 1e-11;  // of the potentials
+constexpr double kFar = 2.0;          // of the potentials: substitution before Newton's method
 constexpr double kRounding = 1e-9;    // what rounding may leave of them, see Certificate
 
 class Flash {
@@ -193,10 +194,32 @@ class Flash {
 
     /// Amounts from the K-factors of the present phases; the old ones where these enclose no split.
     bool substitute(int order) {
+        K_factors();
+        return rachford_rice() && evaluate(order);
+    }
+    /// A substitution, at the present fraction of phase b where the K-factors enclose no split;
+    /// false and without effect if it does not lower the energy. Far from equilibrium it settles
+    /// traces of any power of ten, of which a step in the amounts gains one.
+    bool descended() {
+        from_l_ = l_;
+        from_v_ = v_;
+        const double before = gibbs_;
+        if ((substitute(phase_H) || at_fraction()) && gibbs_ < before) return true;
+        restore();
+        return false;
+    }
+    bool at_fraction() {
+        for (int i = 0; i < n_; ++i) {
+            const double in_b = beta_ * std::exp(lnK_[i]);
+            l_[i] = fluid_.z()[i] * (1.0 - beta_) / (1.0 - beta_ + in_b);
+            v_[i] = fluid_.z()[i] * in_b / (1.0 - beta_ + in_b);
+        }
+        return fractions() && evaluate(phase_H);
+    }
+    void K_factors() {
         for (int i = 0; i < n_; ++i)
             lnK_[i] = a_.m[i] - std::log(x_[i]) - (b_.m[i] - std::log(y_[i]));
         ++iterations_;
-        return rachford_rice() && evaluate(order);
     }
 
     /// Two phases from lnK_. `guess`: give up where the phases vanish or grow alike.
@@ -212,7 +235,7 @@ class Flash {
             }
         for (int it = 0; it < kIterations && residual_ > kConverged; ++it) {
             ++iterations_;
-            if (newton()) continue;
+            if ((residual_ > kFar && descended()) || newton()) continue;
             const double last = residual_;
             if (!substitute(phase_H) || (residual_ < kRounding / 10 && residual_ > 0.5 * last))
                 break;
@@ -269,11 +292,14 @@ class Flash {
             // Next to the solution the energy is flat to rounding, and the potentials tell.
             if (gibbs_ < before - 1e-13 * std::fabs(before) || residual_ < 0.9 * last) return true;
         }
+        restore();
+        return false;
+    }
+    void restore() {
         l_ = from_l_;
         v_ = from_v_;
         fractions();
         evaluate(phase_H);
-        return false;
     }
 
     bool certified(StabilityResult* r) {
