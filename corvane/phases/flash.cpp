@@ -32,10 +32,10 @@ class Flash {
         if (n_ > 1 && o.start && o.start->phases.size() == 2 && start_from(*o.start) && split() &&
             certified(nullptr))
             return two_phases(o);
-        FlashResult three = result();
-        if (n_ > 2 && o.start && o.start->phases.size() == 3 && start_from(*o.start) &&
-            flash_three(fluid_, stability_, start_, three))
-            return finish(three, o);
+        FlashResult many = result();
+        if (n_ > 2 && o.start && o.start->phases.size() > 2 && start_from(*o.start) &&
+            flash_many(fluid_, stability_, start_, many))
+            return finish(many, o);
         // Where Wilson's K-factors split the whole their split is tried first: if certified, that
         // is all that a test of the whole could have shown.
         if (n_ > 1 && split_by_wilson() && certified(nullptr)) return two_phases(o);
@@ -63,13 +63,13 @@ class Flash {
             if (certified(&after)) return two_phases(o);
             unstable = true;
             if (!after.other) continue;
-            if (n_ > 2 && flash_three(fluid_, stability_, {a_.x, b_.x, after.trial.w}, three))
-                return finish(three, o);
+            if (n_ > 2 && flash_many(fluid_, stability_, {a_.x, b_.x, after.trial.w}, many))
+                return finish(many, o);
             pairs_.insert(pairs_.begin(), {fluid_.z(), after.trial.w});
             pairs_.push_back({a_.x, after.trial.w});
             pairs_.push_back({b_.x, after.trial.w});
         }
-        fail(unstable ? n_ > 2 ? "every split found is unstable: probably more than three phases"
+        fail(unstable ? n_ > 2 ? "every split found is unstable: probably more phases"
                                : "every split found is unstable: probably next to three phases"
                       : "the split did not converge; change p or T a little, or give a start");
     }

@@ -4,8 +4,8 @@
 #include <corvane/phases/split.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <numeric>
 #include <utility>
 
 namespace corvane {
@@ -83,58 +83,58 @@ bool flash_certified(FluidModel const& fluid, Stability& stability,
 }
 
 namespace {
-/// Fractions of the phases for fugacity coefficients 1/e (n×K): the minimum of Σ beta − Σ z·ln E, E
-/// = Σ beta·e, over beta >= 0, by Newton's method. False if a phase is not needed.
+/// Fractions of K phases for fugacity coefficients 1/e (n×K): the minimum of Σ beta − Σ z·ln E, E =
+/// Σ beta·e, over beta >= 0, by Newton's method. False if a phase is not needed.
 bool fractions(std::vector<double> const& z, std::vector<double> const& e,
-               std::array<double, 3>& beta, std::vector<double>& E) {
-    const std::size_t n = z.size();
+               std::vector<double>& beta, std::vector<double>& E) {
+    const std::size_t K = beta.size();
+    std::vector<double> g(K), H(K * K);
     for (int it = 0; it < kFractions; ++it) {
-        double g[3] = {1.0, 1.0, 1.0}, H[9] = {};
-        for (std::size_t i = 0; i < n; ++i) {
-            double const* ei = &e[3 * i];
-            E[i] = beta[0] * ei[0] + beta[1] * ei[1] + beta[2] * ei[2];
-            for (int k = 0; k < 3; ++k) {
+        std::fill(g.begin(), g.end(), 1.0);
+        std::fill(H.begin(), H.end(), 0.0);
+        for (std::size_t i = 0; i < z.size(); ++i) {
+            double const* ei = &e[K * i];
+            E[i] = std::inner_product(beta.begin(), beta.end(), ei, 0.0);
+            for (std::size_t k = 0; k < K; ++k) {
                 g[k] -= z[i] * ei[k] / E[i];
-                for (int l = 0; l < 3; ++l) H[3 * k + l] += z[i] * ei[k] * ei[l] / (E[i] * E[i]);
+                for (std::size_t l = 0; l < K; ++l)
+                    H[K * k + l] += z[i] * ei[k] * ei[l] / (E[i] * E[i]);
             }
         }
-        if (!lu_solve(3, H, g)) return false;
+        if (!lu_solve(static_cast<int>(K), H.data(), g.data())) return false;
         double scale = 1.0, step = 0.0;
-        for (int k = 0; k < 3; ++k) {
+        for (std::size_t k = 0; k < K; ++k) {
             step = std::max(step, std::fabs(g[k]));
             if (g[k] > 0.0) scale = std::min(scale, 0.9 * beta[k] / g[k]);
         }
-        for (int k = 0; k < 3; ++k) beta[k] -= scale * g[k];
-        for (double b : beta)
-            if (!(b > 1e-10)) return false;
+        for (std::size_t k = 0; k < K; ++k) beta[k] = std::max(beta[k] - scale * g[k], 1e-12);
         if (step < 1e-11) break;
     }
-    return true;
+    return *std::min_element(beta.begin(), beta.end()) > 1e-10;
 }
 }  // namespace
 
-bool flash_three(FluidModel const& fluid, Stability& stability,
-                 std::vector<std::vector<double>> const& x, FlashResult& q) {
-    const int n = fluid.size();
+bool flash_many(FluidModel const& fluid, Stability& stability, std::vector<std::vector<double>> w,
+                FlashResult& q) {
+    const int n = fluid.size(), K = static_cast<int>(w.size());
     std::vector<double> const& z = fluid.z();
-    std::vector<double> e(static_cast<std::size_t>(3 * n)), E(z.size());
-    std::array<std::vector<double>, 3> w{x[0], x[1], x[2]};
-    std::array<double, 3> beta{0.3, 0.3, 0.3};
-    std::vector<PhaseState> s(3);
+    std::vector<double> e(static_cast<std::size_t>(K * n)), E(z.size());
+    std::vector<double> beta(w.size(), 1.0 / K);
+    std::vector<PhaseState> s(w.size());
     for (PhaseState& phase : s) phase.resize(n);
     for (int it = 0; it < kSubstitutions; ++it) {
         double change = 0.0;
-        for (int k = 0; k < 3; ++k) {
+        for (int k = 0; k < K; ++k) {
             if (!fluid.evaluate_at(s[k], q.p, q.T, w[k], Root::stable, 0)) return false;
             for (int i = 0; i < n; ++i)
-                e[3 * i + k] = std::exp(std::log(w[k][i]) - s[k].m[i]) * s[0].rho;
+                e[K * i + k] = std::exp(std::log(w[k][i]) - s[k].m[i]) * s[0].rho;
         }
         if (!fractions(z, e, beta, E)) return false;
-        for (int k = 0; k < 3; ++k) {
+        for (int k = 0; k < K; ++k) {
             double sum = 0.0;
-            for (int i = 0; i < n; ++i) sum += z[i] * e[3 * i + k] / E[i];
+            for (int i = 0; i < n; ++i) sum += z[i] * e[K * i + k] / E[i];
             for (int i = 0; i < n; ++i) {
-                const double next = z[i] * e[3 * i + k] / E[i] / sum;
+                const double next = z[i] * e[K * i + k] / E[i] / sum;
                 change = std::max(change, std::fabs(std::log(next / w[k][i])));
                 w[k][i] = next;
             }
@@ -142,13 +142,18 @@ bool flash_three(FluidModel const& fluid, Stability& stability,
         if (it > 2 && change < 1e-3) break;
     }
     std::vector<PhaseRecord> records;
-    for (int k = 0; k < 3; ++k) {
+    for (int k = 0; k < K; ++k) {
         if (!fluid.evaluate_at(s[k], q.p, q.T, w[k], Root::stable, 0)) return false;
         records.push_back({s[k].rho, fluid.expand(w[k])});
     }
     SplitSolver solver(fluid, nullptr, Target::none);
-    return solver.start(q.T, q.p, records, {beta.begin(), beta.end()}) && solver.solve(kNewton) &&
-           flash_certified(fluid, stability, solver.phase, solver.amount, q);
+    if (!solver.start(q.T, q.p, records, beta) || !solver.solve(kNewton)) return false;
+    if (flash_certified(fluid, stability, solver.phase, solver.amount, q)) return true;
+    if (K >= n) return false;
+    const StabilityResult r = stability.test(solver.phase[0], q.p, &solver.phase[1], false);
+    if (r.stable || !r.other) return false;
+    w.push_back(r.trial.w);
+    return flash_many(fluid, stability, std::move(w), q);
 }
 
 }  // namespace corvane

@@ -1,5 +1,5 @@
-// What the flashes share: start values, the certificate of a result, three phases. Internal to the
-// library.
+// What the flashes share: start values, the certificate of a result, splits into three
+// and more phases. Internal to the library.
 #pragma once
 
 #include <corvane/phases/flash.h>
@@ -26,10 +26,11 @@ bool flash_certified(FluidModel const& fluid, Stability& stability,
                      std::vector<PhaseState> const& phases, std::vector<double> const& amounts,
                      FlashResult& result);
 
-/// Three phases at (result.p, result.T) from three compositions, mole fractions over the present
-/// components. Substitution with the fractions of the phases by Michelsen, Comput. Chem. Eng. 18
-/// (1994) 545, then Newton's method (SplitSolver). True if the result is certified.
-bool flash_three(FluidModel const& fluid, Stability& stability,
-                 std::vector<std::vector<double>> const& x, FlashResult& result);
+/// Three or more phases at (result.p, result.T) from compositions x, mole fractions over the
+/// present components. Substitution with the fractions of the phases by Michelsen, Comput. Chem.
+/// Eng. 18 (1994) 545, then Newton's method (SplitSolver). Where the result is unstable the phase
+/// found is added, up to as many as there are components. True if the result is certified.
+bool flash_many(FluidModel const& fluid, Stability& stability, std::vector<std::vector<double>> x,
+                FlashResult& result);
 
 }  // namespace corvane

@@ -328,7 +328,7 @@ class TargetFlash {
             fewer.phases.erase(fewer.phases.begin() + static_cast<std::ptrdiff_t>(b));
             if (fewer.phases.size() <= most && from(fewer)) return true;
         }
-        return q.phases.size() <= std::min<std::size_t>(most, 3) && from(q);
+        return q.phases.size() <= most && from(q);
     }
     double difference(PhaseRecord const& a, PhaseRecord const& b) const {
         double d = 0.0;
