@@ -1,4 +1,4 @@
-// Critical points and lines, certificate included: PR+vdW1, one core.
+// Critical points and lines, solid-fluid lines, certificate included: PR+vdW1, one core.
 #include <corvane/corvane.h>
 
 #include <benchmark/benchmark.h>
@@ -67,6 +67,34 @@ void lines(benchmark::State& state, std::vector<char const*> const& names) {
     state.counters["evaluations"] = static_cast<double>(evaluations);
 }
 
+Mixture freezing() {
+    Mixture m = make({"methane", "carbon_dioxide"});
+    for (int i = 0; i < 2; ++i) m->mdl1[i]->solid.load();
+    return m;
+}
+void solid_solubility(benchmark::State& state) {
+    const Mixture m = freezing();
+    corvane::SolidFluidPoint q;
+    for (auto _ : state) q = corvane::solubility(*m, 1, 3, 160);
+    state.counters["evaluations"] = static_cast<double>(q.certificate.evaluations);
+}
+/// The argument: 1 an isotherm (180 K), 0 an isobar (3 MPa).
+void solid_lines(benchmark::State& state) {
+    const Mixture m = freezing();
+    std::vector<corvane::SolidFluidLine> found;
+    for (auto _ : state)
+        found = state.range(0) ? corvane::solid_fluid_isotherm(*m, 1, 180)
+                               : corvane::solid_fluid_isobar(*m, 1, 3);
+    std::size_t points = 0;
+    for (auto const& l : found) points += l.points.size();
+    state.counters["lines"] = static_cast<double>(found.size());
+    state.counters["points"] = static_cast<double>(points);
+}
+void eutectic(benchmark::State& state) {
+    const Mixture m = freezing();
+    for (auto _ : state) benchmark::DoNotOptimize(corvane::eutectic(*m, 3));
+}
+
 const std::vector<char const*> kLight{"methane", "propane"}, kWide{"methane", "decane"},
     kSix{"methane", "nitrogen", "ethane", "propane", "butane", "decane"};
 BENCHMARK_CAPTURE(point, methane_propane, kLight, false)->ArgName("x")->Arg(10)->Arg(50)->Arg(90);
@@ -74,6 +102,9 @@ BENCHMARK_CAPTURE(point, methane_propane_warm, kLight, true)->ArgName("x")->Arg(
 BENCHMARK_CAPTURE(point, methane_decane, kWide, false)->ArgName("x")->Arg(50)->Arg(90);
 BENCHMARK_CAPTURE(point, six_components, kSix, false)->ArgName("x")->Arg(50);
 BENCHMARK(point_refused);
+BENCHMARK(solid_solubility);
+BENCHMARK(solid_lines)->ArgName("isotherm")->Arg(0)->Arg(1);
+BENCHMARK(eutectic);
 BENCHMARK_CAPTURE(lines, methane_propane, kLight)
     ->ArgNames({"step", "detached"})
     ->Args({50, 0})

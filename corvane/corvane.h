@@ -30,6 +30,7 @@
 #include <corvane/phases/phase_line.h>
 #include <corvane/phases/progress.h>
 #include <corvane/phases/saturation.h>
+#include <corvane/phases/solid_fluid.h>
 #include <corvane/phases/stability.h>
 #include <corvane/phases/three_phase.h>
 #include <corvane/phases/three_phase_line.h>
