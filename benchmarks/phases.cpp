@@ -118,18 +118,6 @@ void envelope(benchmark::State& state) {
     state.counters["evaluations"] = static_cast<double>(e.evaluations);
 }
 
-void pxy(benchmark::State& state) {
-    const Mixture m = make({"methane", "propane"});
-    corvane::Diagram d;
-    corvane::DiagramOptions o;
-    o.step = 0.03;
-    o.stability = state.range(0);
-    for (auto _ : state) d = corvane::diagram_pxy(*m, 250, o);
-    state.counters["points"] = static_cast<double>(d.points.size());
-    state.counters["evaluations"] = static_cast<double>(d.evaluations);
-}
-
-BENCHMARK(pxy)->ArgName("stability")->Arg(0)->Arg(1);
 BENCHMARK(envelope)->ArgName("stability")->Arg(0)->Arg(1);
 BENCHMARK(bubble_cold);
 BENCHMARK(bubble_warm);

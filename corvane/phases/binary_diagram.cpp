@@ -82,11 +82,16 @@ class Builder {
     /// A branch that was lost on its way from a pure component (next to a critical end point the
     /// third phase is hard to see), where another one has come from the other side.
     void drop_followed_back() {
+        auto is_at = [](DiagramEnd why, TieLine const& q, double x) {
+            return why == DiagramEnd::pure && q.x == x;
+        };
         auto lost = [&](Diagram const& d) {
+            const double x = d.points.front().x;
             return d.begin == DiagramEnd::pure && d.end == DiagramEnd::stuck &&
                    std::any_of(d_.branches.begin(), d_.branches.end(), [&](Diagram const& other) {
-                       return other.end == DiagramEnd::pure &&
-                              other.points.back().x == d.points.front().x;
+                       return is_at(other.end, other.points.back(), x) ||
+                              (other.end != DiagramEnd::stuck &&
+                               is_at(other.begin, other.points.front(), x));
                    });
         };
         std::vector<Diagram> kept;
@@ -287,6 +292,7 @@ class Builder {
         d_.branches.pop_back();
         // One branch, from the lower end to the upper one.
         points_ -= low;
+        if (low == 2 && running(a.points[0]) == running(a.points[1])) a.points.pop_back();
         std::reverse(a.points.begin(), a.points.end());
         std::reverse(a.azeotropes.begin(), a.azeotropes.end());
         b.points.insert(b.points.begin(), a.points.begin(), a.points.end() - 1);

@@ -8,7 +8,8 @@
 namespace corvane {
 namespace {
 constexpr double kPotential = 1e-11;  // residual of the potentials and of ln p
-constexpr double kStep = 1e-8;        // last step in u: the next one would be below rounding
+constexpr double kGas = 3.0;  // of ∂(p/RT)/∂rho, 1 for an ideal gas: below it a fluid is a gas
+constexpr double kStep = 1e-8;  // last step in u: the next one would be below rounding
 }  // namespace
 
 CoexistenceSolver::CoexistenceSolver(FluidModel const& f, int phases)
@@ -77,9 +78,11 @@ void CoexistenceSolver::assemble() {
     }
     if (p > 0.0) {
         const int at = lightest() * n;
-        // In ln p where that exists, which is nearly linear for a gas.
-        const double c = light.p > 0.0 ? light.p : p;
-        *r++ = light.p > 0.0 ? std::log(light.p / p) : light.p / p - 1.0;
+        // In ln p for a gas, where that is nearly linear; as it is for a liquid.
+        const bool gas = light.p > 0.0 && light.S < kGas * light.rho;
+        const double c = gas ? light.p : p;
+        p_row_ = static_cast<int>(r - r_.data());
+        *r++ = gas ? std::log(light.p / p) : light.p / p - 1.0;
         for (int j = 0; j < n; ++j) J[at + j] = light.rho_i[j] * light.P[j] * RT / c;
         J[last] = (light.p_T + light.p / RT) * RT / c;
         J += m;
@@ -114,7 +117,9 @@ bool CoexistenceSolver::solve(int limit) {
         residual = 0.0;
         for (int i = 0; i < m; ++i) {
             const double r = std::fabs(r_[i]);
-            if (i < (count_ - 1) * (n + 1) && i % (n + 1) == n)
+            if (p > 0.0 && i == p_row_)
+                residual = std::max(residual, r - rounding * R * light.T * light.rho / p);
+            else if (i < (count_ - 1) * (n + 1) && i % (n + 1) == n)
                 dp = std::max(dp, r - rounding);
             else
                 residual = std::max(residual, r);

@@ -56,7 +56,7 @@ class CoexistenceSolver {
   private:
     void assemble();
 
-    int n_, count_;
+    int n_, count_, p_row_ = 0;
     std::vector<double> jacobian_, r_;
 };
 

@@ -128,6 +128,24 @@ bool Path::close(std::vector<double> const& u, double limit, std::vector<double>
     return false;
 }
 
+/// The cubic in coordinate c through before() and now() with their tangents, as long as the step is
+/// not longer than twice the last one; else the tangent.
+void Path::predict(int c, double length, std::vector<double>& u) const {
+    const double s0 = at(before_.u, c), t0 = at(before_.t, c), s1 = at(now_.u, c),
+                 t1 = at(now_.t, c), h = s1 - s0, to = length * t1;
+    const bool cubic = h * t0 > 0.0 && h * t1 > 0.0 && std::fabs(to) < 2.0 * std::fabs(h);
+    const double q = to / h;
+    for (std::size_t i = 0; i < u.size(); ++i) {
+        u[i] = now_.u[i] + length * now_.t[i];
+        if (!cubic) continue;
+        const double d0 = before_.t[i] * h / t0, d1 = now_.t[i] * h / t1,
+                     rise = now_.u[i] - before_.u[i];
+        // Hermite's polynomial about now(): curvature and third difference.
+        const double third = d0 + d1 - 2.0 * rise, second = 2.0 * d1 + d0 - 3.0 * rise;
+        u[i] += q * q * (second + third * q);
+    }
+}
+
 Path::Step Path::advance() {
     const int c = most(now_);
     Node next;
@@ -135,7 +153,7 @@ Path::Step Path::advance() {
         if (length_ < kShortest) return close(now_.u, kLost) ? Step::alike : Step::stuck;
         specify(c);
         s_.value = at(now_.u, c) + length_ * at(now_.t, c);
-        for (std::size_t i = 0; i < s_.u.size(); ++i) s_.u[i] = now_.u[i] + length_ * now_.t[i];
+        predict(c, length_, s_.u);
         if (close(s_.u, kAlike, &now_.u)) return Step::alike;
         if (!solve(kNewton, next, &now_.t)) continue;
         if (close(next.u, kAlike, &now_.u)) continue;  // the trivial solution: it was not foreseen
@@ -181,28 +199,40 @@ bool Path::critical(std::vector<double>& u) {
         if (!q.ratio || q.i / 2 != k || q.j / 2 != j) continue;
         if (std::fabs(at(now_.u, d)) > largest) largest = std::fabs(at(now_.u, d)), c = d;
     }
-    std::vector<double> from = now_.u, t = now_.t, even[2];
-    // An even function of the ratio s: f(0) = f(s) − s·f'(s)/2 + O(s⁴).
-    auto even_part = [&](std::vector<double>& f) {
-        const double scale = 0.5 * at(from, c) / at(t, c);
-        f = from;
-        for (std::size_t i = 0; i < f.size(); ++i) f[i] -= scale * t[i];
-        for (int i = 0; i < 2; ++i)
-            f[2 * j + i] = f[2 * k + i] = 0.5 * (f[2 * j + i] + f[2 * k + i]);
+    std::vector<double> from = now_.u, t = now_.t, slope, even[2];
+    // In the ratio s the means of the two phases and all else are even, f(s') = f(s) +
+    // (s'² − s²)·f'(s)/(2s) + O(s⁴); half their differences are odd, a·s + b·s³.
+    auto predict = [&](double to, std::vector<double>& v) {
+        const double s = at(from, c), scale = 1.0 / at(t, c), q = 0.5 * (to * to - s * s) / s;
+        v = from;
+        for (std::size_t i = 0; i < v.size(); ++i) v[i] += q * scale * t[i];
+        for (int i = 0; i < 2; ++i) {
+            const double odd = 0.5 * (from[2 * k + i] - from[2 * j + i]),
+                         change = 0.5 * scale * (t[2 * k + i] - t[2 * j + i]);
+            const double cube = 0.5 * (change * s - odd) / (s * s * s);
+            const double half = to * (odd / s - cube * s * s + cube * to * to);
+            const double mean = 0.5 * (v[2 * j + i] + v[2 * k + i]);
+            v[2 * j + i] = mean - half;
+            v[2 * k + i] = mean + half;
+        }
     };
-    even_part(u);
+    predict(0.0, u);
+    double keep = 0.5;
     for (int half = 0; half < 2;) {
-        // Halved at most, so that the tangent leads to where Newton converges.
         const double last = at(from, c);
         const double s =
-            std::copysign(std::max(0.5 * std::fabs(last), half ? 0.5 * kPolish : kPolish), last);
-        const double h = (s - last) / at(t, c);
+            std::copysign(std::max(keep * std::fabs(last), half ? 0.5 * kPolish : kPolish), last);
         specify(c);
         s_.value = s;
-        for (std::size_t i = 0; i < from.size(); ++i) s_.u[i] = from[i] + h * t[i];
-        if (!s_.solve(20) || !s_.tangent(t)) return false;
+        predict(s, s_.u);
+        if (!s_.solve(20) || !s_.tangent(slope)) {
+            keep = 0.5 * (1.0 + keep);
+            if (keep > 0.95 || half) return false;
+            continue;
+        }
         from = s_.u;
-        if (std::fabs(s) <= kPolish) even_part(even[half++]);
+        t = slope;
+        if (std::fabs(s) <= kPolish) predict(0.0, even[half++]);
     }
     for (std::size_t i = 0; i < u.size(); ++i) u[i] = (16 * even[1][i] - even[0][i]) / 15;
     return std::isfinite(u[0]);

@@ -11,7 +11,7 @@ namespace corvane {
 /// being set here. Specified is at each point whichever of these coordinates changes most: the
 /// logit of the mole fraction in each phase, the logarithmic ratios of the partial densities
 /// between every two phases (these alone where two phases become alike, which excludes the trivial
-/// solution), and ln T. The predictor is the tangent; steps follow the number of Newton iterations.
+/// solution), and ln T. The predictor is a cubic; steps follow the number of Newton iterations.
 class Path {
   public:
     /// A point and the tangent in the direction of travel, of the longest step allowed.
@@ -70,6 +70,7 @@ class Path {
         return q.j < 0 ? u[q.i] : u[q.i] - u[q.j];
     }
     void specify(int c);
+    void predict(int c, double length, std::vector<double>& u) const;
     double weight(std::vector<double> const& u, int c) const;
     double moves(std::vector<double> const& u, std::vector<double> const& d, double ln_p) const;
     int most(Node const& node) const;
