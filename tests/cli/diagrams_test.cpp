@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <map>
 
 namespace {
 using Json = nlohmann::json;
@@ -65,6 +66,31 @@ TEST(CliDiagrams, EnvelopeMarksWhereTangentsStand) {
     EXPECT_NEAR(value(critical, "p") / value(point, "p"), 1, 1e-4);
 }
 
+TEST(CliDiagrams, LinesOfABinaryMeet) {
+    const Json diagram = json("diagram PR+vdW1 CO2 decane --kij 0.1");
+    std::map<std::string, std::vector<Json>> curves;
+    for (Json const& row : diagram["rows"]) curves[row["curve"]].push_back(row);
+    // The line of three phases ends where a critical line does; both solve for it their own way.
+    Json const& end = curves["three phases"].back();
+    EXPECT_EQ(end["note"], "ends at a critical end point");
+    EXPECT_NEAR(value(end, "x1_carbon_dioxide"), value(end, "x2_carbon_dioxide"), 1e-12);
+    Json const& critical = curves["critical"].back();
+    for (char const* name : {"T", "p"})
+        EXPECT_NEAR(value(end, name) / value(critical, name), 1, 1e-6) << name;
+    // A pure component is the same in the command for pure components.
+    Json const& pure = curves["pure decane"][20];
+    const Json saturation = json("saturation PR decane --T " + pure["T"].dump())["rows"][0];
+    EXPECT_NEAR(value(pure, "p") / value(saturation, "p"), 1, 1e-7);
+    // CO2 + ethane: a critical azeotrope lies on the critical line.
+    const Json azeotropes = json("diagram PR+vdW1 CO2 ethane");
+    Json last;
+    for (Json const& row : azeotropes["rows"])
+        if (row["curve"] == "azeotrope") last = row;
+    const Json point =
+        json("critical-line PR+vdW1 CO2 ethane --at " + last["x1_carbon_dioxide"].dump());
+    EXPECT_NEAR(value(last, "T") / value(point["rows"][0], "T"), 1, 1e-5);
+}
+
 TEST(CliDiagrams, MeasuredPointsAreCompared) {
     const std::string folder = CORVANE_SOURCE "/examples/measured/";
     const std::string file = " --data " + folder + "propane_butane.csv";
@@ -112,6 +138,8 @@ TEST(CliDiagrams, Pictures) {
           "vapour", "critical point"}},
         {"txy PR+vdW1 1_butene butane --p 1", {"1_butene", "T / K"}},
         {"txy PR+vdW1 ethanol water --p 0.1", {"three phases", "second liquid"}},
+        {"diagram PR+vdW1 CO2 ethane",
+         {"pure carbon_dioxide", "critical line", "critical end point", "azeotropes"}},
         {"envelope PR+vdW1 methane=0.8 propane", {"T / K", "bubble points", "cricondenbar"}}};
     for (auto const& c : cases) {
         SCOPED_TRACE(c.arguments);

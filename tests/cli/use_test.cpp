@@ -240,8 +240,8 @@ TEST(Cli, AnInterruptedListKeepsItsPoints) {
     // A search of every branch takes so long per point that the list cannot end before.
     const std::string list =
         "bubble PR+vdW1 methane=0.3 propane=0.7 --T 200:300:0.002 --branch upper --csv";
-    const Outcome run =
-        run_corvane(list, "env --default-signal=INT timeout --preserve-status -s INT 1.5");
+    const Outcome run = run_corvane(
+        list, "env --default-signal=INT timeout --foreground --preserve-status -s INT 1.5");
     EXPECT_EQ(run.code, 130);
     const auto lines = lines_of(run.out);
     ASSERT_GT(lines.size(), 8u) << run.out;

@@ -41,8 +41,10 @@ void Evidence::add(Row& row, corvane::Certificate const& c) {
     conditions_ = std::max(conditions_, c.conditions);
     // Estimated pairs are named in the heading.
     if (c.near_trivial) add_note(row.note, "near a critical point: the phases are nearly alike");
-    if (c.extrapolated) add_note(row.note, "extrapolated: outside the range of the parameters");
-    if (c.below_triple) add_note(row.note, "below the triple point of a component: it may freeze");
+    if (c.extrapolated) add_note(row.note, "extrapolated");
+    if (c.below_triple) add_note(row.note, "below a triple point");
+    extrapolated_ += c.extrapolated ? 1 : 0;
+    below_triple_ += c.below_triple ? 1 : 0;
     for (double value : {c.dmu, c.dp, c.tpd}) row.cells.emplace_back(value);
     row.cells.emplace_back(c.evaluations);
     row.cells.emplace_back(join(flags(c), " "));
@@ -61,12 +63,19 @@ std::string agreement(double dmu, double dp) {
 }
 
 void Evidence::report(Heading& heading) const {
-    if (results_ > 0)
+    if (results_ == 0) return;
+    if (extrapolated_ > 0)
         heading.summary.push_back(fmt::format(
-            "certified: {}{}, lowest tangent-plane distance {:.1g}; {} evaluations",
-            conditions_ > 0.0 ? fmt::format("critical conditions met to {:.1g}, ", conditions_)
-                              : "",
-            agreement(dmu_, dp_), tpd_, evaluations_));
+            "{} of {} extrapolated: outside the stated range of the parameters of a component",
+            extrapolated_, results_));
+    if (below_triple_ > 0)
+        heading.summary.push_back(
+            fmt::format("{} of {} below the triple point of a component, which may freeze",
+                        below_triple_, results_));
+    heading.summary.push_back(fmt::format(
+        "certified: {}{}, lowest tangent-plane distance {:.1g}; {} evaluations",
+        conditions_ > 0.0 ? fmt::format("critical conditions met to {:.1g}, ", conditions_) : "",
+        agreement(dmu_, dp_), tpd_, evaluations_));
 }
 
 }  // namespace cli

@@ -15,13 +15,13 @@ class Evidence {
   public:
     /// Columns dmu, dp, tpd, evaluations, flags, which tables leave out.
     static void add_columns(std::vector<Column>& columns);
-    /// Cells of these columns; a note for every flag that a reader of the row should know.
+    /// Cells of these columns; notes in a few words, which report explains.
     void add(Row& row, corvane::Certificate const& certificate);
     /// A line of summary, if there are results.
     void report(Heading& heading) const;
 
   private:
-    long results_ = 0, evaluations_ = 0;
+    long results_ = 0, evaluations_ = 0, extrapolated_ = 0, below_triple_ = 0;
     double dmu_ = 0.0, dp_ = 0.0, tpd_ = 0.0, conditions_ = 0.0;
 };
 

@@ -23,6 +23,7 @@ void add_envelope(Program& program);
 void add_equilibrium(Program& program);
 void add_split(Program& program);
 void add_critical_line(Program& program);
+void add_diagram(Program& program);
 void add_solubility(Program& program);
 
 }  // namespace cli

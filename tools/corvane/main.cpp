@@ -33,6 +33,7 @@ corvane COMMAND --help tells the rest.)");
     cli::add_equilibrium(program);
     cli::add_split(program);
     cli::add_critical_line(program);
+    cli::add_diagram(program);
     cli::add_solubility(program);
     return program.run(argc, argv);
 }

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
 #include <memory>
 #include <set>
 
@@ -34,6 +35,8 @@ char const* colour(Ink ink) {
             return "#c8402a";
         case Ink::liquid2:
             return "#2e8b57";
+        case Ink::azeotrope:
+            return "#8e44ad";
         case Ink::grey:
             return "#808080";
         case Ink::black:
@@ -118,6 +121,22 @@ class Script {
     std::set<std::string> seen_;
 };
 
+/// With y_top: that, and x from where curves begin to rise visibly.
+std::string range(Picture const& picture) {
+    double highest = 0.0, left = std::numeric_limits<double>::infinity();
+    for (Curve const& curve : picture.curves)
+        for (auto const& [x, y] : curve.points) {
+            highest = std::max(highest, y);
+            if (picture.log_y || y > 2e-3 * picture.y_top) left = std::min(left, x);
+        }
+    if (!(picture.y_top > 0.0) || !std::isfinite(left)) return "";
+    std::string text;
+    if (highest > picture.y_top)
+        text += fmt::format("set yrange [{}:{:.8g}]\n", picture.log_y ? "*" : "0", picture.y_top);
+    if (!picture.log_y) text += fmt::format("set xrange [{:.8g}<*:*]\n", left);
+    return text;
+}
+
 std::string script(Picture const& picture, bool svg) {
     std::string text = "set encoding utf8\n";
     if (svg)
@@ -135,6 +154,7 @@ std::string script(Picture const& picture, bool svg) {
         "set grid lt 1 lc '#e4e4e4' lw 1\nset border 3\nset tics nomirror out\n"
         "set key outside right top vertical Left reverse samplen 2 spacing 1.2\n";
     if (picture.fraction) text += "set xrange [0:1]\nset xtics 0.1\n";
+    text += range(picture);
     if (picture.log_y) text += "set logscale y\nset format y '%g'\n";
     for (Label const& label : picture.labels)
         text += fmt::format("set label {} at {:.8g},{:.8g} right offset -0.6,0.3 front\n",

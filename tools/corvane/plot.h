@@ -11,7 +11,7 @@
 namespace cli {
 
 /// What a curve or a point stands for; the same in every picture.
-enum class Ink { liquid, vapour, liquid2, black, grey };
+enum class Ink { liquid, vapour, liquid2, azeotrope, black, grey };
 
 enum class Stroke {
     line,
@@ -59,6 +59,7 @@ struct Picture {
     std::vector<Label> labels;
     bool fraction = false;  ///< x is a mole fraction: 0 to 1
     bool log_y = false;
+    double y_top = 0.0;  ///< above 0: where the picture ends, if points are higher
 
     /// A curve of which every point knows whether it is stable: full and dashed stretches, which
     /// share the points where they meet.

@@ -4,6 +4,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <utility>
+
 namespace cli {
 using corvane::CriticalLine;
 using corvane::CriticalLineEnd;
@@ -51,10 +54,15 @@ Projection::Projection(MixtureFluid const& mixture, Units const& units)
     picture.y_axis = axis(Quantity::pressure, units);
 }
 
+void Projection::show(double p) {
+    picture.y_top = std::max(picture.y_top, 1.5 * at(0.0, p)[1]);
+}
+
 void Projection::add_pure(std::vector<SaturationPoint> const& curve, int i) {
     if (curve.empty()) return;
     std::vector<XY> points;
     for (SaturationPoint const& point : curve) points.push_back(at(point.T, point.p));
+    show(curve.back().p);
     picture.curves.push_back({fmt::format("pure {}", mixture_.component(i)),
                               i == 0 ? Ink::liquid : Ink::vapour, Stroke::line, points});
     picture.mark("pure critical point", Symbol::critical, Ink::black, points.back());
@@ -65,6 +73,12 @@ void Projection::add(CriticalLine const& line) {
     for (CriticalPoint const& point : line.points) points.push_back(at(point.T, point.p));
     picture.add("critical line", Ink::black, points, std::vector<bool>(points.size(), line.stable));
     if (!line.stable) return;
+    // A line that leaves at the top is seen to do so; the others are seen as a whole.
+    if (line.begin != CriticalLineEnd::pressure && line.end != CriticalLineEnd::pressure)
+        for (CriticalPoint const& point : line.points) show(point.p);
+    for (auto const& [end, point] :
+         {std::pair(line.begin, line.points.front()), std::pair(line.end, line.points.back())})
+        if (end != CriticalLineEnd::pressure) show(point.p);
     if (line.begin == CriticalLineEnd::end_point)
         picture.mark("critical end point", Symbol::end_point, Ink::black, points.front());
     if (line.end == CriticalLineEnd::end_point)

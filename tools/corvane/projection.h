@@ -34,6 +34,9 @@ class Projection {
     Picture picture;
 
   private:
+    /// The picture reaches well above this pressure.
+    void show(double p);
+
     MixtureFluid const& mixture_;
     Units const& units_;
 };

@@ -1,0 +1,51 @@
+// The lines of a binary's p-T projection as rows and curves.
+#pragma once
+
+#include <tools/corvane/certified.h>
+#include <tools/corvane/projection.h>
+
+#include <corvane/phases/azeotrope.h>
+#include <corvane/phases/critical_line.h>
+#include <corvane/phases/three_phase_line.h>
+
+#include <string>
+#include <vector>
+
+namespace cli {
+
+char const* in_words(corvane::PhaseLineEnd end);
+
+/// Rows "curve, number, T, p, x1, x2, x3" with certificates, beside their picture: the mole
+/// fractions of the first component in all phases that differ, the densest (by mass) first.
+class BinaryLines {
+  public:
+    BinaryLines(MixtureFluid const& mixture, Units const& units);
+
+    void add_pure(int i);
+    void add(corvane::CriticalLine const& line);
+    void add(corvane::ThreePhaseLine const& line);
+    void add(corvane::AzeotropicLine const& line);
+    /// Summary lines and the certificates' worst.
+    void finish(Heading& heading) const;
+    /// Some line ends open, where no further point was found.
+    bool open() const { return open_; }
+
+    Table table;
+    Projection projection;
+
+  private:
+    using Fractions = std::vector<double>;
+    void point(std::string const& curve, double T, double p, Fractions const& x,
+               corvane::Certificate const& certificate);
+    void ends(std::string const& curve, std::size_t points, std::string const& begin,
+              std::string const& end);
+
+    MixtureFluid const& mixture_;
+    Units const& units_;
+    Evidence evidence_;
+    std::vector<std::string> summary_;
+    long number_ = 0;
+    bool open_ = false;
+};
+
+}  // namespace cli
