@@ -1,0 +1,71 @@
+// Bubble and dew points as crossings of the phase envelope.
+#include <corvane/phases/envelope.h>
+#include <corvane/phases/saturation_solver.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane {
+
+bool SaturationSolver::traced(bool upper, bool known, std::vector<double>& best, double& tpd) {
+    Envelope e;
+    try {
+        e = phase_envelope(fluid_.model(), fluid_.expand(fluid_.z()));
+    } catch (EquilibriumFailure const&) {
+        complete_ = false;
+        return false;
+    }
+    fluid_.evaluations += e.evaluations;
+    if (e.end == EnvelopeEnd::stuck || e.end == EnvelopeEnd::full) complete_ = false;
+    const double target = std::log(value_);
+    auto fixed = [&](EnvelopePoint const& q) { return std::log(at_T_ ? q.T : q.p) - target; };
+    auto running = [&](std::vector<double> const&) {
+        return at_T_ ? pair_.ln_p() : pair_.u.back();
+    };
+    bool found = false;
+    double s_best = 0.0;
+    if (known) {
+        pair_.u = best;
+        if (pair_.solve(kNewton)) {
+            found = true;
+            s_best = running(pair_.u);
+        }
+    }
+    for (std::size_t k = 0; k + 1 < e.points.size(); ++k) {
+        EnvelopePoint const &a = e.points[k], &b = e.points[k + 1];
+        const double fa = fixed(a), fb = fixed(b);
+        if (!(fa * fb <= 0.0) || fa == fb) continue;
+        if (a.bubble == b.bubble && a.bubble != (kind_ == Saturated::bubble)) continue;
+        // Linear, or as next to an extremum at either end; the solution lies between the
+        // points.
+        const double linear = fa / (fa - fb);
+        const double lo = std::log(at_T_ ? std::min(a.p, b.p) : std::min(a.T, b.T)) - 1e-7,
+                     hi = std::log(at_T_ ? std::max(a.p, b.p) : std::max(a.T, b.T)) + 1e-7;
+        bool solved = false;
+        for (double w : {linear, std::sqrt(linear), 1 - std::sqrt(1 - linear)}) {
+            auto mean = [w](double x, double y) { return std::pow(x, 1 - w) * std::pow(y, w); };
+            std::vector<double> y;
+            for (int i = 0; i < a.y.size(); ++i)
+                if (a.y[i] > 0.0) y.push_back(mean(a.y[i], b.y[i]));
+            pair_.start(fluid_.z(), mean(a.rho, b.rho), y, mean(a.rho2, b.rho2), mean(a.T, b.T));
+            solved = pair_.solve(kNewton) && apart() > kTrivial && running(pair_.u) > lo &&
+                     running(pair_.u) < hi;
+            if (solved) break;
+        }
+        if (!solved) {
+            missed_ = true;
+            complete_ = false;
+            continue;
+        }
+        if (!accept()) continue;
+        const double s = running(pair_.u);
+        if (found && (upper ? s <= s_best : s >= s_best)) continue;
+        found = true;
+        s_best = s;
+        best = pair_.u;
+        tpd = tpd_;
+    }
+    return found;
+}
+
+}  // namespace corvane
