@@ -143,6 +143,36 @@ SaturationPoint SaturationSolver::result(SaturationOptions const& o) {
     return q;
 }
 
+bool SaturationSolver::by_ratio() {
+    const int n = fluid_.size();
+    int k = 0;
+    auto ratio = [&](int i) { return pair_.u[n + i] - pair_.u[i]; };
+    for (int i = 1; i < n; ++i)
+        if (std::fabs(ratio(i)) > std::fabs(ratio(k))) k = i;
+    (at_T_ ? pair_.T : pair_.p) = 0.0;
+    pair_.row.assign(pair_.u.size(), 0.0);
+    pair_.row[n + k] = 1.0;
+    pair_.row[k] = -1.0;
+    std::vector<double> t;
+    bool met = false;
+    for (int it = 0; it < 20 && !met; ++it) {
+        pair_.value = ratio(k);
+        if (std::fabs(pair_.value) < kTrivial || !pair_.solve(kNewton) || !pair_.tangent(t) ||
+            !(pair_.pressure() > 0.0))
+            break;
+        const double off = (at_T_ ? pair_.u.back() : pair_.ln_p()) - std::log(value_);
+        met = std::fabs(off) < 1e-8;
+        double step = -off / (at_T_ ? t.back() : pair_.ln_p(t));
+        const double most = 0.5 * std::fabs(pair_.value);
+        if (!(std::fabs(step) < most)) step = std::copysign(most, step);
+        for (std::size_t i = 0; i < t.size(); ++i) pair_.u[i] += step * t[i];
+    }
+    pair_.row.clear();
+    if (at_T_) pair_.u.back() = std::log(value_);
+    (at_T_ ? pair_.T : pair_.p) = value_;
+    return met && pair_.solve(kNewton) && apart() > kTrivial;
+}
+
 bool SaturationSolver::bubble() const {
     double a = 0.0, b = 0.0;
     for (int k = 0; k < fluid_.size(); ++k) {

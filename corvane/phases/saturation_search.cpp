@@ -68,13 +68,20 @@ int SaturationSolver::boundary(Node stable, Node unstable) {
         if (width < wide * std::pow(0.1, tries)) {
             ++tries;
             const double at = 0.5 * (stable.s + unstable.s), margin = 0.55 * width + 1e-7;
-            pair_.start(fluid_.z(), stable.rho, unstable.r.trial.w, unstable.r.trial.rho, T(at));
-            if (pair_.solve(kNewton)) {
-                const double s = at_T_ ? pair_.ln_p() : pair_.u.back();
-                if (std::fabs(s - at) < margin) {
-                    if (accept()) return 1;
-                    if (bubble() != (kind_ == Saturated::bubble) && apart() > kTrivial) return 0;
-                }
+            auto solved = [&] { return std::fabs(found() - at) < margin && apart() > kTrivial; };
+            auto start = [&] {
+                pair_.start(fluid_.z(), stable.rho, unstable.r.trial.w, unstable.r.trial.rho,
+                            T(at));
+            };
+            start();
+            bool here = pair_.solve(kNewton) && solved();
+            if (!here && tries > 1) {
+                start();
+                here = by_ratio() && solved();
+            }
+            if (here) {
+                if (accept()) return 1;
+                if (bubble() != (kind_ == Saturated::bubble)) return 0;
             }
             if (tries > 5) return -1;
         }

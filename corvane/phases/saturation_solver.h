@@ -39,11 +39,17 @@ class SaturationSolver {
     /// Is the converged pair the answer? Leaves the tangent-plane distance in tpd_.
     bool accept();
     SaturationPoint result(SaturationOptions const& o);
+    /// From the start in pair_: the ratio of a component between the phases takes the place of T
+    /// (or p), which excludes the trivial solution next to a critical point, and Newton's method
+    /// finds the ratio at which T (p) has its value; it keeps its sign. At most 20 ratios.
+    bool by_ratio();
     /// By mass density: a compressed light gas may have more moles per volume than a heavy liquid.
     bool bubble() const;
     double apart() const;
     std::string name() const;
     std::string state() const;
+    /// ln p (or ln T) of the solution, which is what was asked for.
+    double found() const { return at_T_ ? pair_.ln_p() : pair_.u.back(); }
     double T(double s) const { return at_T_ ? value_ : std::exp(s); }
     double p(double s) const { return at_T_ ? std::exp(s) : value_; }
 

@@ -19,16 +19,13 @@ bool SaturationSolver::traced(bool upper, bool known, std::vector<double>& best,
     if (e.end == EnvelopeEnd::stuck || e.end == EnvelopeEnd::full) complete_ = false;
     const double target = std::log(value_);
     auto fixed = [&](EnvelopePoint const& q) { return std::log(at_T_ ? q.T : q.p) - target; };
-    auto running = [&](std::vector<double> const&) {
-        return at_T_ ? pair_.ln_p() : pair_.u.back();
-    };
-    bool found = false;
+    bool any = false;
     double s_best = 0.0;
     if (known) {
         pair_.u = best;
         if (pair_.solve(kNewton)) {
-            found = true;
-            s_best = running(pair_.u);
+            any = true;
+            s_best = found();
         }
     }
     for (std::size_t k = 0; k + 1 < e.points.size(); ++k) {
@@ -42,15 +39,23 @@ bool SaturationSolver::traced(bool upper, bool known, std::vector<double>& best,
         const double lo = std::log(at_T_ ? std::min(a.p, b.p) : std::min(a.T, b.T)) - 1e-7,
                      hi = std::log(at_T_ ? std::max(a.p, b.p) : std::max(a.T, b.T)) + 1e-7;
         bool solved = false;
+        auto between = [&] { return apart() > kTrivial && found() > lo && found() < hi; };
         for (double w : {linear, std::sqrt(linear), 1 - std::sqrt(1 - linear)}) {
             auto mean = [w](double x, double y) { return std::pow(x, 1 - w) * std::pow(y, w); };
             std::vector<double> y;
             for (int i = 0; i < a.y.size(); ++i)
                 if (a.y[i] > 0.0) y.push_back(mean(a.y[i], b.y[i]));
             pair_.start(fluid_.z(), mean(a.rho, b.rho), y, mean(a.rho2, b.rho2), mean(a.T, b.T));
-            solved = pair_.solve(kNewton) && apart() > kTrivial && running(pair_.u) > lo &&
-                     running(pair_.u) < hi;
+            solved = pair_.solve(kNewton) && between();
             if (solved) break;
+        }
+        for (EnvelopePoint const* q : {&a, &b}) {
+            if (solved) break;
+            std::vector<double> y;
+            for (int i = 0; i < q->y.size(); ++i)
+                if (q->y[i] > 0.0) y.push_back(q->y[i]);
+            pair_.start(fluid_.z(), q->rho, y, q->rho2, q->T);
+            solved = by_ratio() && between();
         }
         if (!solved) {
             missed_ = true;
@@ -58,14 +63,14 @@ bool SaturationSolver::traced(bool upper, bool known, std::vector<double>& best,
             continue;
         }
         if (!accept()) continue;
-        const double s = running(pair_.u);
-        if (found && (upper ? s <= s_best : s >= s_best)) continue;
-        found = true;
+        const double s = found();
+        if (any && (upper ? s <= s_best : s >= s_best)) continue;
+        any = true;
         s_best = s;
         best = pair_.u;
         tpd = tpd_;
     }
-    return found;
+    return any;
 }
 
 }  // namespace corvane
