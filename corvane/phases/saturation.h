@@ -46,7 +46,8 @@ struct SaturationOptions {
 ///    jumps or where the tangent-plane distance has a minimum.
 /// 3. Without an answer, and for Branch::lower and upper, the envelope is traced (phase_envelope)
 ///    and every crossing of T on it solved: this finds the narrow regions next to a critical point
-///    or cricondentherm that step 2 may step over.
+///    or cricondentherm that step 2 may step over. The trace is complete where it closes, leaves
+///    the range, or ends because the incipient phase loses its mechanical stability.
 ///
 /// @throws EquilibriumFailure no_solution: search and trace were complete and have no stable
 ///     boundary of this kind; gave_up otherwise. ThException 5, MthException 2 bad arguments; what

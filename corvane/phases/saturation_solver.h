@@ -2,6 +2,7 @@
 // library.
 #pragma once
 
+#include <corvane/phases/envelope.h>
 #include <corvane/phases/pair.h>
 #include <corvane/phases/saturation.h>
 #include <corvane/phases/stability.h>
@@ -66,6 +67,7 @@ class SaturationSolver {
 
     // ---- trace of the envelope (saturation_trace.cpp)
 
+    bool ends(EnvelopePoint const& q);
     /// Solves all crossings of the envelope; keeps the lowest or highest, also of the one that is
     /// known already.
     bool traced(bool upper, bool known, std::vector<double>& best, double& tpd);

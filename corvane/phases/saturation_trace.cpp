@@ -1,5 +1,5 @@
 // Bubble and dew points as crossings of the phase envelope.
-#include <corvane/phases/envelope.h>
+#include <corvane/core/constants.h>
 #include <corvane/phases/saturation_solver.h>
 
 #include <algorithm>
@@ -7,16 +7,32 @@
 
 namespace corvane {
 
+/// Does the curve end at this point of an envelope? Where the incipient phase becomes mechanically
+/// unstable, and where two liquids leave the positive pressures.
+bool SaturationSolver::ends(EnvelopePoint const& q) {
+    a_.resize(fluid_.size());
+    for (int i = 0, k = 0; i < q.y.size(); ++i)
+        if (q.y[i] > 0.0 && k < fluid_.size()) a_.rho_i[k++] = q.y[i] * q.rho2;
+    if (!fluid_.evaluate(a_, q.T, phase_H)) return false;
+    return a_.S < 1e-3 * a_.rho || q.p < 1e-4 * R * q.T * std::min(q.rho, q.rho2);
+}
+
 bool SaturationSolver::traced(bool upper, bool known, std::vector<double>& best, double& tpd) {
     Envelope e;
+    EnvelopeOptions options;
     try {
-        e = phase_envelope(fluid_.model(), fluid_.expand(fluid_.z()));
+        for (int k = 0; k < 2; ++k, options.step *= 0.5) {
+            e = phase_envelope(fluid_.model(), fluid_.expand(fluid_.z()), options);
+            fluid_.evaluations += e.evaluations;
+            if (e.end != EnvelopeEnd::full &&
+                (e.end != EnvelopeEnd::stuck || ends(e.points.back())))
+                break;
+            if (k > 0) complete_ = false;
+        }
     } catch (EquilibriumFailure const&) {
         complete_ = false;
         return false;
     }
-    fluid_.evaluations += e.evaluations;
-    if (e.end == EnvelopeEnd::stuck || e.end == EnvelopeEnd::full) complete_ = false;
     const double target = std::log(value_);
     auto fixed = [&](EnvelopePoint const& q) { return std::log(at_T_ ? q.T : q.p) - target; };
     bool any = false;
