@@ -25,7 +25,7 @@ constexpr double kFirst = 1e-3;     // first step beside a second fluid
 // rho, ln T or ln p.
 constexpr double kStepX = 0.05, kStepLnX = 0.5, kStepOther = 1.0, kStepRho = 0.15, kStepT = 0.02,
                  kStepP = 0.3;
-constexpr int kNewton = 12, kSearchNewton = 30, kLines = 4;
+constexpr int kNewton = 12, kSearchNewton = 30, kLines = 4, kSubstitutions = 6;
 constexpr double kLogit = 30.0, kLogitEnd = 16.0;  // of the search: x from 1e-13 on
 
 Vector<double> pure_composition(int component) {
@@ -107,7 +107,6 @@ class SolidFluid {
         std::vector<double> u, t;
         SolidFluidPoint point;
         bool freezing = false;  // the other component
-        TrialPhase trial;       // of smaller Gibbs energy, if it splits
     };
     struct PurePoint {
         double variable = 0.0, rho = 0.0;
@@ -238,7 +237,6 @@ class SolidFluid {
         }
         const StabilityResult result = stability_.test(a, r.p, second, true);
         c.tpd = result.stable ? std::min(0.0, result.tpd) : result.tpd;
-        q.trial = result.stable ? TrialPhase{} : result.trial;
         q.freezing = false;
         SolidState other;
         if (solver.solids.size() < 2 && other.evaluate(fluid_.pure(1 - s_), r.p, r.T, false)) {
@@ -364,12 +362,14 @@ class SolidFluid {
             line = std::move(next);
         }
     }
-    /// From the second fluid of joint_: the direction in which it is stable.
+    /// From the second fluid of joint_: the direction in which it is stable, first that of the line
+    /// that ended here.
     bool other_side(Node const& last, Node& first) {
         const double variable = std::exp(joint_.u.back());
         const std::vector<double> x = joint_.b.x;
         const double rho = joint_.b.rho;
-        for (double sign : {-1.0, 1.0}) {
+        const double onwards = last.t.back() < 0.0 ? -1.0 : 1.0;
+        for (double sign : {onwards, -onwards}) {
             solver_.start(x, rho, variable);
             solver_.row = {0.0, 0.0, 1.0};
             solver_.value = solver_.u[2] + sign * kFirst * (at_T_ ? kStepP : kStepT);
@@ -378,7 +378,7 @@ class SolidFluid {
             certify_point(solver_, nullptr, first);
             if (!first.point.stable) continue;
             for (double& v : first.t) v *= sign;
-            return last.u.size() == 3;
+            return true;
         }
         return false;
     }
@@ -396,7 +396,10 @@ class SolidFluid {
     /// Extends the line from `first` on. Returns the last node.
     Node trace(SolidFluidLine& line, Node first) {
         Node last = std::move(first);
-        solver_.u = last.u;
+        if (!at_T_ && last.u[2] < std::log(coldest_)) {  // a second fluid below the range
+            line.end = End::solid_range;
+            return last;
+        }
         line.points.push_back(last.point);
         double step = 0.3;
         const auto finish = [&](End why) {
@@ -481,17 +484,34 @@ class SolidFluid {
         return true;
     }
 
+    /// The first negative trial may be far from its minimum: successive substitution.
+    TrialPhase settled(TrialPhase trial) {
+        PhaseState const& a = solver_.a;
+        PhaseState& s = solver_.b;
+        for (int it = 0; it < kSubstitutions && !trial.w.empty(); ++it) {
+            if (!fluid_.evaluate_at(s, solver_.p, solver_.T, trial.w, Root::stable, 0)) break;
+            double sum = 0.0;
+            for (int i = 0; i < 2; ++i) sum += trial.w[i] *= std::exp(a.m[i] - s.m[i]);
+            if (!(sum > 0.0) || !std::isfinite(sum)) return {};
+            for (double& w : trial.w) w /= sum;
+            trial.rho = s.rho;
+        }
+        return trial;
+    }
+
     /// Between a stable and an unstable node: the eutectic, or the point with a second fluid.
     bool invariant(Node const& last, Node const& next, SolidFluidLine& line, End& event) {
         const double slack = 0.2 * std::fabs(next.u[2] - last.u[2]) + 1e-9;
         for (const bool split : {false, true}) {
-            if (split ? next.trial.w.empty() : !next.freezing) continue;
+            TrialPhase trial;
+            if (split) trial = settled(stability_.test(solver_.a, solver_.p, nullptr, true).trial);
+            if (split ? trial.w.empty() : !next.freezing) continue;
             joint_.solids = {s_};
             joint_.row.clear();
             joint_.two = false;
             joint_.u = next.u;
             if (split)
-                joint_.start_second(next.trial.w, next.trial.rho);
+                joint_.start_second(trial.w, trial.rho);
             else
                 joint_.solids.push_back(1 - s_);
             if (!joint_.solve(kSearchNewton)) continue;
