@@ -138,8 +138,9 @@ StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState co
             if (first) return r;
         }
     }
+    double tpd = 0.0;  // of the last descent
     /// True where the test may end.
-    auto record = [&](End end, double tpd) {
+    auto record = [&](End end) {
         if (end == End::failed) ++r.unconverged;
         if (end == End::trivial) r.tpd = std::min(r.tpd, tpd);
         if (end != End::stationary && end != End::negative) return false;
@@ -147,11 +148,10 @@ StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState co
         if (end == End::negative) r.stable = false;
         return end == End::negative && first;
     };
-    double tpd = 0.0;
     if (n == 2) {
         scan_binary(phase, p);
         for (Bracket const& b : brackets_)
-            if (record(descend(phase, p, known, b, first, tpd, r.iterations), tpd)) break;
+            if (record(descend(phase, p, known, b, first, tpd, r.iterations))) break;
     } else if (n > 2) {
         starts_.clear();
         for (int start = 0; start < 2 * n; ++start) {  // nearly pure; half pure
@@ -165,8 +165,7 @@ StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState co
                 starts_.push_back(std::log(phase.x[k]) +
                                   sign * (fluid_.wilson(k, phase.T) - std::log(p)));
         for (std::size_t at = 0; at < starts_.size(); at += lnW_.size())
-            if (record(descend(phase, p, known, &starts_[at], first, tpd, r.iterations), tpd))
-                break;
+            if (record(descend(phase, p, known, &starts_[at], first, tpd, r.iterations))) break;
     }
     if (r.other) r.tpd = std::min(r.tpd == 0.0 ? best : r.tpd, best);
     return r;
