@@ -119,6 +119,16 @@ TEST(CliEquilibria, FlashMeetsBubbleAndDewPoint) {
             EXPECT_EQ(phases[k]["phase"], k ? "vapour" : "liquid");
         }
     }
+    // Back from the enthalpy, the entropy and the density, in other units.
+    const std::string flash = "flash" + mixture + "--mass ";
+    const Json at = rows(flash + "--p 2 --T 260")[0];
+    for (std::string const& given :
+         {"--p 2 --h " + text(at, "h_all"), "--p 2 --s " + text(at, "s_all"),
+          "--T 260 --rho " + text(at, "rho_all")}) {
+        const Json back = rows(flash + given)[0];
+        for (char const* name : {"T", "p", "fraction", "x_methane", "rho"})
+            EXPECT_NEAR(value(back, name) / value(at, name), 1, 1e-8) << given << name;
+    }
     // Retrograde condensation: two dew pressures at one temperature.
     const std::string dew = "dew" + mixture + "--T 310 --branch ";
     EXPECT_GT(value(rows(dew + "upper")[0], "p"), 1.5 * value(rows(dew + "lower")[0], "p"));

@@ -231,9 +231,12 @@ TEST(Cli, CertifiedEquilibriaAnswerAndRefuse) {
          {"dew PR+vdW1 methane=0.7 propane --T 300 --p 1", 2, "", "either --T or --p"},
          {"bubble PR+vdW1 methane=0.7 propane --T 300 --branch left", 2, "", "left"},
          {"bubble PR+vdW1 CO2=0.5 r134a --T 280 --json", 0, "\"flags\": \"estimated_pairs\"", ""},
-         {"flash PR+vdW1 methane=0.5 propane=0.5 --T 280", 2, "", "--p is required"},
+         {"flash PR+vdW1 methane=0.5 propane=0.5 --T 280", 2, "", "give --p with --T, --h or --s"},
+         {"flash PR+vdW1 methane=0.5 propane=0.5 --p 2 --h 1e9,4000 --csv", 1,
+          ",2,,,,,,,,1000000000,,,,,,,,|failed: no solution: ",
+          "h = 1000000000 J/mol: no solution"},
          {"flash PR+vdW1 methane=0.5 propane=0.5 --T 400,280 --p 2", 0,
-          "400    2      vapour  1.0|280    2      liquid  0.27", ""}});
+          "400    2      vapour  1.0|280    2      liquid  0.2", ""}});
 }
 
 TEST(Cli, AnInterruptedListKeepsItsPoints) {
