@@ -24,7 +24,7 @@ class Flash {
             throw ThException(th_out_of_range);
         for (PhaseState* s : {&whole_, &a_, &b_}) s->resize(n_);
         const auto n = static_cast<std::size_t>(n_);
-        for (auto* v : {&l_, &v_, &lnK_, &x_, &y_, &step_, &down_}) v->resize(n);
+        for (auto* v : {&l_, &v_, &lnK_, &K_, &x_, &y_, &step_, &down_}) v->resize(n);
         hess_.resize(n * n);
     }
 
@@ -44,8 +44,8 @@ class Flash {
         if (n_ == 1) return one_phase(o, 0.0);  // a pure fluid does not split at (p, T)
         // The first negative distance will do; where only the curvature told, a trial is looked
         // for.
-        StabilityResult r = stability_.test(whole_, p_, nullptr, true);
-        if (!r.stable && !r.other) r = stability_.test(whole_, p_, nullptr, false);
+        StabilityResult r = flash_test(fluid_, stability_, whole_, nullptr, p_, true);
+        if (!r.stable && !r.other) r = flash_test(fluid_, stability_, whole_, nullptr, p_, false);
         if (r.stable) {
             if (r.unconverged) fail("the stability test did not converge from every start");
             return one_phase(o, std::min(r.tpd, 0.0));
@@ -128,9 +128,9 @@ class Flash {
         double lo = 0.0, hi = 1.0, at0 = -1.0, at1 = 1.0;
         for (int i = 0; i < n_; ++i) {
             step_[i] = std::expm1(lnK_[i]);
-            y_[i] = std::exp(lnK_[i]);  // which expm1 loses where it is small
-            at0 += z[i] * y_[i];
-            at1 -= z[i] / y_[i];
+            K_[i] = std::exp(lnK_[i]);  // which expm1 loses where it is small
+            at0 += z[i] * K_[i];
+            at1 -= z[i] / K_[i];
         }
         if (!(at0 > 0.0) || !(at1 < 0.0)) return false;
         double f = beta_ > 0.0 && beta_ < 1.0 ? beta_ : 0.5;
@@ -153,7 +153,7 @@ class Flash {
         double sum_x = 0.0, sum_y = 0.0;
         for (int i = 0; i < n_; ++i) {
             sum_x += x_[i] = z[i] / (1.0 + f * step_[i]);
-            sum_y += y_[i] *= x_[i];
+            sum_y += y_[i] = x_[i] * K_[i];
         }
         for (int i = 0; i < n_; ++i) {
             v_[i] = f * y_[i];
@@ -226,13 +226,11 @@ class Flash {
     bool split(bool guess = false) {
         // The trial's K-factors need not enclose a split: then a little of b beside the whole.
         if (!rachford_rice() && (small_amount(), !fractions())) return false;
-        if (!evaluate(0)) return false;
-        for (int it = 1; it <= kSubstitutions; ++it)
-            if (!substitute(it < kSubstitutions ? 0 : phase_H)) {
-                if (guess) return false;
-                if (!(beta_ > 0.0) || !(beta_ < 1.0) || !evaluate(phase_H)) return false;
-                break;
-            }
+        if (!evaluate(guess ? 0 : phase_H)) return false;
+        for (int it = 1; it <= kSubstitutions; ++it) {
+            if (!guess && !descended()) break;
+            if (guess && !substitute(it < kSubstitutions ? 0 : phase_H)) return false;
+        }
         for (int it = 0; it < kIterations && residual_ > kConverged; ++it) {
             ++iterations_;
             if ((residual_ > kFar && descended()) || newton()) continue;
@@ -290,7 +288,10 @@ class Flash {
             }
             if (!fractions() || !evaluate(phase_H)) continue;
             // Next to the solution the energy is flat to rounding, and the potentials tell.
-            if (gibbs_ < before - 1e-13 * std::fabs(before) || residual_ < 0.9 * last) return true;
+            const double rounding = 1e-13 * std::fabs(before);
+            if (gibbs_ < before - rounding ||
+                (gibbs_ < before + rounding && residual_ < 0.9 * last))
+                return true;
         }
         restore();
         return false;
@@ -306,8 +307,8 @@ class Flash {
         if (!fluid_.evaluate(a_, T_, phase_H | phase_p) ||
             !fluid_.evaluate(b_, T_, phase_H | phase_p))
             return false;
-        StabilityResult found = stability_.test(a_, p_, &b_, true);
-        if (r && !found.stable) found = stability_.test(a_, p_, &b_, false);
+        StabilityResult found = flash_test(fluid_, stability_, a_, &b_, p_, true);
+        if (r && !found.stable) found = flash_test(fluid_, stability_, a_, &b_, p_, false);
         tpd_ = std::min(0.0, found.tpd);
         const bool stable = found.stable;
         if (r) *r = std::move(found);
@@ -351,7 +352,7 @@ class Flash {
     };
     std::vector<std::vector<double>> start_;
     std::vector<Pair> pairs_;  ///< starts for splits, the most promising last
-    std::vector<double> l_, v_, lnK_, x_, y_, step_, hess_;
+    std::vector<double> l_, v_, lnK_, K_, x_, y_, step_, hess_;
     std::vector<double> from_l_, from_v_, second_, down_;  // of newton and line_search
     double beta_ = 0.5, gibbs_ = 0.0, residual_ = 0.0, tpd_ = 0.0;
     int iterations_ = 0;
