@@ -10,7 +10,8 @@
 
 namespace corvane {
 namespace {
-constexpr double kApart = 1e-4;  // ln rho_i'/rho_i'' of two phases
+constexpr double kApart = 1e-4;    // ln rho_i'/rho_i'' of two phases
+constexpr double kAbsent = 1e-12;  // amount of a phase that is not needed
 constexpr int kSubstitutions = 40, kFractions = 50, kNewton = 30;
 
 bool alike(PhaseState const& a, PhaseState const& b) {
@@ -130,29 +131,47 @@ namespace {
 bool fractions(std::vector<double> const& z, std::vector<double> const& e,
                std::vector<double>& beta, std::vector<double>& E) {
     const std::size_t K = beta.size();
-    std::vector<double> g(K), H(K * K);
+    std::vector<double> g(K), H(K * K), from(K);
+    auto objective = [&] {
+        double Q = std::accumulate(beta.begin(), beta.end(), 0.0);
+        for (std::size_t i = 0; i < z.size(); ++i) {
+            E[i] = std::inner_product(beta.begin(), beta.end(), &e[K * i], 0.0);
+            Q -= z[i] * std::log(E[i]);
+        }
+        return Q;
+    };
+    double Q = objective();
     for (int it = 0; it < kFractions; ++it) {
         std::fill(g.begin(), g.end(), 1.0);
         std::fill(H.begin(), H.end(), 0.0);
         for (std::size_t i = 0; i < z.size(); ++i) {
             double const* ei = &e[K * i];
-            E[i] = std::inner_product(beta.begin(), beta.end(), ei, 0.0);
             for (std::size_t k = 0; k < K; ++k) {
                 g[k] -= z[i] * ei[k] / E[i];
                 for (std::size_t l = 0; l < K; ++l)
                     H[K * k + l] += z[i] * ei[k] * ei[l] / (E[i] * E[i]);
             }
         }
-        if (!lu_solve(static_cast<int>(K), H.data(), g.data())) return false;
-        double scale = 1.0, step = 0.0;
         for (std::size_t k = 0; k < K; ++k) {
-            step = std::max(step, std::fabs(g[k]));
-            if (g[k] > 0.0) scale = std::min(scale, 0.9 * beta[k] / g[k]);
+            if (beta[k] > kAbsent || g[k] < 0.0) continue;
+            for (std::size_t l = 0; l < K; ++l) H[K * k + l] = H[K * l + k] = 0.0;  // stays absent
+            H[K * k + k] = 1.0;
+            g[k] = 0.0;
         }
-        for (std::size_t k = 0; k < K; ++k) beta[k] = std::max(beta[k] - scale * g[k], 1e-12);
+        if (!lu_solve(static_cast<int>(K), H.data(), g.data())) return false;
+        double step = 0.0;
+        for (double gk : g) step = std::max(step, std::fabs(gk));
         if (step < 1e-11) break;
+        from = beta;
+        const double last = Q;
+        for (double scale = 1.0; scale > 1e-4; scale *= 0.5) {
+            for (std::size_t k = 0; k < K; ++k)
+                beta[k] = std::max({from[k] - scale * g[k], 0.1 * from[k], kAbsent});
+            Q = objective();
+            if (Q < last || step < 1e-7) break;  // next to the minimum Q is flat to rounding
+        }
     }
-    return *std::min_element(beta.begin(), beta.end()) > 1e-10;
+    return *std::min_element(beta.begin(), beta.end()) > 100 * kAbsent;
 }
 }  // namespace
 
