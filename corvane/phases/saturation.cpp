@@ -1,5 +1,6 @@
 #include <corvane/core/constants.h>
 #include <corvane/mixture/modeln.h>
+#include <corvane/phases/critical.h>
 #include <corvane/phases/saturation_solver.h>
 #include <corvane/pure/model1.h>
 
@@ -11,6 +12,9 @@ namespace corvane {
 namespace {
 constexpr int kSubstitutions = 3;
 constexpr double kFactor = 3.0;  // largest change of p in a substitution
+// Starts for a pure fluid next to its critical point: d ln p/d ln T, and (rho − rho_c)/rho_c over
+// √(1 − T/Tc), which is 2 for van der Waals' equation and larger for others.
+constexpr double kSlope = 7.0, kAmplitude = 2.5;
 }  // namespace
 
 SaturationSolver::SaturationSolver(ModelN const& model, Saturated kind, bool at_T, double value,
@@ -26,12 +30,20 @@ SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
         if (o.start && warm(*o.start) && accept()) return result(o);
         if (cold() && accept()) return result(o);
     }
+    if (fluid_.size() == 1) {
+        if (cold() && accept()) return result(o);
+        if (pure()) return result(o);
+        throw EquilibriumFailure(
+            complete_ ? EquilibriumFailure::Kind::no_solution : EquilibriumFailure::Kind::gave_up,
+            state(), name(), pair_.iterations, complete_ ? std::nan("") : pair_.residual,
+            complete_ ? "at or above the critical point"
+                      : "too near the critical point, or out of the model's reach");
+    }
     const bool upper = o.branch == Branch::upper;
     bool found = global(upper);
     std::vector<double> best = pair_.u;
     double tpd = tpd_;
-    if (o.trace && fluid_.size() > 1 && (!found || o.branch != Branch::any) &&
-        traced(upper, found, best, tpd))
+    if (o.trace && (!found || o.branch != Branch::any) && traced(upper, found, best, tpd))
         found = true;
     if (found && !(missed_ && o.branch != Branch::any)) {
         pair_.u = best;
@@ -112,6 +124,28 @@ bool SaturationSolver::cold() {
     }
     pair_.start(z, a_.rho, b_.x, b_.rho, t);
     return pair_.solve(kNewton);
+}
+
+bool SaturationSolver::pure() {
+    complete_ = false;
+    CriticalPoint c;
+    try {
+        c = critical_point(fluid_.model(), fluid_.expand(fluid_.z()));
+    } catch (EquilibriumFailure const&) {
+        return false;
+    }
+    fluid_.evaluations += c.certificate.evaluations;
+    const double reduced = value_ / (at_T_ ? c.T : c.p);
+    if (!(reduced < 1.0)) {
+        complete_ = true;
+        return false;
+    }
+    const double off = at_T_ ? 1.0 - reduced : -std::log(reduced) / kSlope;
+    const double apart = std::min(kAmplitude * std::sqrt(off), 0.8);
+    const double side = kind_ == Saturated::bubble ? apart : -apart;
+    pair_.start(fluid_.z(), c.rho * (1.0 + side), fluid_.z(), c.rho * (1.0 - side),
+                c.T * (1.0 - std::min(off, 0.5)));
+    return by_ratio() && accept();
 }
 
 bool SaturationSolver::accept() {

@@ -49,6 +49,9 @@ struct SaturationOptions {
 ///    or cricondentherm that step 2 may step over. The trace is complete where it closes, leaves
 ///    the range, or ends because the incipient phase loses its mechanical stability.
 ///
+/// A pure fluid (one component present) starts from its critical point where step 1 fails, and is
+/// refused from there on, and where the phases differ by less than 1e-4 in density.
+///
 /// @throws EquilibriumFailure no_solution: search and trace were complete and have no stable
 ///     boundary of this kind; gave_up otherwise. ThException 5, MthException 2 bad arguments; what
 ///     the model throws

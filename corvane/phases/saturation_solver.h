@@ -37,6 +37,8 @@ class SaturationSolver {
 
     bool warm(SaturationPoint const& start);
     bool cold();
+    /// A pure fluid next to its critical point. complete_: at or above it.
+    bool pure();
     /// Is the converged pair the answer? Leaves the tangent-plane distance in tpd_.
     bool accept();
     SaturationPoint result(SaturationOptions const& o);

@@ -137,6 +137,7 @@ StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState co
             r.tpd = d;
             if (first) return r;
         }
+        r.tpd = std::min(r.tpd, d);
     }
     double tpd = 0.0;  // of the last descent
     /// True where the test may end.

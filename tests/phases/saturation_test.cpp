@@ -108,6 +108,33 @@ TEST(Saturation, PureLimits) {
             }
 }
 
+// A model of one component; next to its critical point the phases differ by √(1 − T/Tc), until they
+// cannot be told apart.
+TEST(Saturation, OfAPureFluid) {
+    for (auto const& [eos, mth] : {std::pair{"PR", "vdW1"}, {"PCSAFT", "LB"}, {"MEOS", "GERG"}}) {
+        SCOPED_TRACE(eos);
+        const Mixture m = mixture_of(eos, mth, {"propane"});
+        const double Tc = corvane::critical_point(*m, vec({1})).T;
+        for (double off : {0.7, 0.3, 0.01, 1e-3, 1e-5, 1e-7}) {
+            double p = 0, liquid = 0, vapour = 0;
+            corvane::Saturation().at_T(m->mdl1[0], Tc * (1 - off), 0, p, liquid, vapour);
+            const auto q = corvane::bubble_T(*m, Tc * (1 - off), vec({1}));
+            EXPECT_NEAR(q.p / p, 1, 1e-9);
+            EXPECT_NEAR(q.given.rho / liquid, 1, 1e-5);
+            EXPECT_NEAR(q.incipient.rho / vapour, 1, 1e-5);
+            EXPECT_LE(std::fabs(q.certificate.tpd), 1e-10);  // the other density is as stable
+            EXPECT_EQ(q.certificate.near_trivial, off < 1e-6);
+            EXPECT_NEAR(corvane::dew_p(*m, q.p, vec({1})).T / q.T, 1, 1e-9);
+        }
+        for (double T : {Tc * (1 + 1e-9), 1.5 * Tc}) try {
+                corvane::bubble_T(*m, T, vec({1}));
+                ADD_FAILURE() << T;
+            } catch (EquilibriumFailure const& e) {
+                EXPECT_EQ(e.kind(), EquilibriumFailure::Kind::no_solution);
+            }
+    }
+}
+
 // Above the cricondentherm there is nothing; just below it there are two dew points. The critical
 // temperature of the mixture is below the cricondentherm.
 TEST(Saturation, RetrogradeAndRefusal) {
