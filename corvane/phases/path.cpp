@@ -12,6 +12,10 @@ constexpr double kShortest = 1e-5;  // of the longest step
 constexpr double kPolish = 0.06;    // ratio from which a critical point is found
 constexpr int kNewton = 8;
 
+/// Mole fraction of component 0 in phase k.
+double fraction(std::vector<double> const& u, int k) {
+    return 1.0 / (1.0 + std::exp(-Path::logit(u, k)));
+}
 double dot(std::vector<double> const& a, std::vector<double> const& b) {
     double sum = 0.0;
     for (std::size_t i = 0; i < a.size(); ++i) sum += a[i] * b[i];
@@ -152,8 +156,16 @@ Path::Step Path::advance() {
     for (;; length_ *= 0.4) {
         if (length_ < kShortest) return close(now_.u, kLost) ? Step::alike : Step::stuck;
         specify(c);
-        s_.value = at(now_.u, c) + length_ * at(now_.t, c);
         predict(c, length_, s_.u);
+        // The logits were weighted where the step begins.
+        double widest = 0.0;
+        for (int k = 0; k < s_.count(); ++k)
+            widest = std::max(widest, std::fabs(fraction(s_.u, k) - fraction(now_.u, k)));
+        if (widest > 1.2 * step_) {
+            length_ *= step_ / widest;
+            predict(c, length_, s_.u);
+        }
+        s_.value = at(now_.u, c) + length_ * at(now_.t, c);
         if (close(s_.u, kAlike, &now_.u)) return Step::alike;
         if (!solve(kNewton, next, &now_.t)) continue;
         if (close(next.u, kAlike, &now_.u)) continue;  // the trivial solution: it was not foreseen
@@ -189,7 +201,7 @@ bool Path::contains(std::vector<double> const& u) const {
     return v > std::min(a, b) - slack && v < std::max(a, b) + slack;
 }
 
-bool Path::critical(std::vector<double>& u) {
+bool Path::critical(std::vector<double>& u, std::vector<std::vector<double>>* approach) {
     const int j = alike_[0], k = alike_[1];
     // The larger of the two ratios.
     int c = 0;
@@ -230,6 +242,7 @@ bool Path::critical(std::vector<double>& u) {
             if (keep > 0.95 || half) return false;
             continue;
         }
+        if (approach && half == 0 && std::fabs(s) < std::fabs(last)) approach->push_back(s_.u);
         from = s_.u;
         t = slope;
         if (std::fabs(s) <= kPolish) predict(0.0, even[half++]);

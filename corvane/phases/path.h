@@ -49,7 +49,8 @@ class Path {
     /// After Step::alike: the state where the two phases j and k are the same, both at their mean.
     /// From ratios 0.06 and 0.03: with the tangents all even functions of the ratio are known to
     /// its sixth power. False if these points are not found; u is then extrapolated from now().
-    bool critical(std::vector<double>& u);
+    /// approach: takes the solutions on the way, from now() on.
+    bool critical(std::vector<double>& u, std::vector<std::vector<double>>* approach = nullptr);
     int alike_j() const { return alike_[0]; }
     int alike_k() const { return alike_[1]; }
 

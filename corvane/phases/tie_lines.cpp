@@ -147,7 +147,12 @@ std::optional<DiagramEnd> TieLineTracer::bound() {
 /// The critical point that the curve runs into: extrapolated, then solved.
 bool TieLineTracer::critical() {
     std::vector<double> u;
-    const bool close = path_.critical(u);
+    std::vector<std::vector<double>> approach;
+    const bool close = path_.critical(u, &approach);
+    for (std::vector<double> const& v : approach) {
+        pair_.u = v;
+        if (pair_.evaluate()) push(pair_, !o_.stability || test(pair_, true));
+    }
     pair_.u = u;
     if (!pair_.evaluate()) return false;
     TieLine q = tie_line(pair_);
