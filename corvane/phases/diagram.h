@@ -23,7 +23,7 @@ enum class DiagramEnd {
     three_phase,  ///< a third phase appears; the last point is of the three-phase state
                   ///< (complete_*)
     limit,        ///< p_max, or T above twice the higher critical temperature; exactly there
-    coldest,      ///< T_min; exactly there
+    coldest,      ///< T_min, exactly there; or a mole fraction falls below 1e-200
     full,         ///< bound of the number of points
     interrupted,
     stuck  ///< no shorter step finds a further point

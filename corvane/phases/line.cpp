@@ -203,6 +203,7 @@ PhaseLineEnd LineTracer::run(bool hotter, std::function<bool()> const& record) {
             return end(fixed(solver.p, o_.p_max, a.ln_p, b.ln_p, limit), PhaseLineEnd::limit);
         if (!stable()) return end(new_phase(), PhaseLineEnd::three_phase);
         if (!record()) return PhaseLineEnd::uncertified;
+        if (path_.at_trace()) return PhaseLineEnd::trace;
         if (solver.count() > 2) continue;
         for (int component : {0, 1}) {
             const double away = component == 0 ? -1.0 : 1.0;

@@ -8,6 +8,8 @@ namespace {
 constexpr double kAlike = 0.03;     // ratios of the partial densities: the phases are nearly one
 constexpr double kLost = 0.15;      // ratios where Newton may fail next to a critical point
 constexpr double kNear = 1.0;       // below it only ratios are specified
+constexpr double kTrace = 460.0;    // −ln 1e-200
+constexpr double kFirst = 0.3;      // first step, of the longest
 constexpr double kShortest = 1e-5;  // of the longest step
 constexpr double kPolish = 0.06;    // ratio from which a critical point is found
 constexpr int kNewton = 8;
@@ -97,6 +99,7 @@ bool Path::begin(int c) {
 }
 bool Path::begin_at_solution() {
     if (!s_.evaluate() || !(s_.pressure() > 0.0)) return false;
+    length_ = kFirst;
     // The tangent in any coordinate tells which one changes most.
     for (int c = 0; c <= last_coordinate(); ++c) {
         specify(c);
@@ -194,6 +197,11 @@ bool Path::evaluate(std::vector<double> const& u, Node& node) {
     s_.u = u;
     specify(specified_);
     return s_.evaluate() && finish(node, &along);
+}
+bool Path::at_trace() const {
+    for (int k = 0; k < s_.count(); ++k)
+        if (std::fabs(logit(now_.u, k)) > kTrace) return true;
+    return false;
 }
 bool Path::contains(std::vector<double> const& u) const {
     const double a = at(before_.u, specified_), b = at(now_.u, specified_), v = at(u, specified_);

@@ -43,6 +43,8 @@ class Path {
     void set_now(Node const& node) { now_ = node; }
     /// u, which is a solution, with the tangent in the direction of now().
     bool evaluate(std::vector<double> const& u, Node& node);
+    /// Is a mole fraction of now() below 1e-200?
+    bool at_trace() const;
     /// Is u within the last step, in the coordinate that was specified in it?
     bool contains(std::vector<double> const& u) const;
 
@@ -84,7 +86,7 @@ class Path {
     const double step_;
     std::vector<Coordinate> coordinates_;
     Node before_, now_;
-    double length_ = 0.3;  // of the next step, in the longest allowed
+    double length_ = 1.0;  // of the next step, in the longest allowed
     int specified_ = 0, alike_[2] = {0, 1};
 };
 

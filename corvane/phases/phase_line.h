@@ -7,7 +7,7 @@ namespace corvane {
 
 struct Validity;
 
-/// Why a line ends. The last point is exactly there, but for the last four.
+/// Why a line ends. The last point is exactly there, but for the last five.
 enum class PhaseLineEnd {
     critical,     ///< critical end point: two phases become alike; they are equal there
     pure,         ///< an azeotrope reaches a pure component
@@ -15,6 +15,7 @@ enum class PhaseLineEnd {
                   ///< heteroazeotrope goes on), three phases become four
     limit,        ///< p_max
     coldest,      ///< T_min
+    trace,        ///< a mole fraction falls below 1e-200
     uncertified,  ///< the next point misses its certificate: at very low p, by rounding
     full,         ///< bound of the number of points
     interrupted,

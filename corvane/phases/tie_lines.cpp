@@ -262,6 +262,7 @@ Diagram TieLineTracer::run(int before) {
         push(pair_, stable_);
         TieLine const& q = d_.points.back();
         if (why) return finish(*why);
+        if (path_.at_trace()) return finish(DiagramEnd::coldest);
         for (int component : {0, 1}) {
             const double trace = component == 0 ? std::max(1 - q.x, 1 - q.y) : std::max(q.x, q.y);
             const double away = component == 0 ? -1.0 : 1.0;
