@@ -117,6 +117,35 @@ TEST(CriticalLine, OrderOfComponentsAndStep) {
     }
 }
 
+// Three-phase lines, solved without critical conditions, run into the end points: p linearly, the
+// two phases that become one with the square root of the distance.
+TEST(CriticalLine, ThreePhaseLinesEndThere) {
+    const Mixture m = peng_robinson("carbon_dioxide", "decane", 0.105);
+    int found = 0;
+    for (CriticalLine const& l : corvane::critical_lines(*m))
+        for (bool last : {false, true}) {
+            corvane::PhaseRecord const& other = last ? l.end_phase : l.begin_phase;
+            if (other.x.size() == 0) continue;
+            auto const& q = last ? l.points.back() : l.points.front();
+            SCOPED_TRACE(q.T);
+            const double side =
+                corvane::complete_pxy(*m, q.T + 0.3).three_phase.empty() ? -1.0 : 1.0;
+            const double near = 0.3 * side, far = side;
+            const auto a = corvane::complete_pxy(*m, q.T + near).three_phase.at(0),
+                       b = corvane::complete_pxy(*m, q.T + far).three_phase.at(0);
+            EXPECT_NEAR((a.p - (b.p - a.p) * near / (far - near)) / q.p, 1, 1e-4);
+            double alike = 0.0, apart = 1.0;
+            for (auto const& f : a.phases) {
+                alike += f.x[0];
+                apart = std::min(apart, std::fabs(f.x[0] - other.x[0]));
+            }
+            EXPECT_LT(apart, 2e-3);
+            EXPECT_NEAR(0.5 * (alike - other.x[0]), q.x[0], 3e-3);
+            ++found;
+        }
+    EXPECT_EQ(found, 3);
+}
+
 // Equal van der Waals fluids part at x = 1/2 where 4 = (4·k·a/RT)·rho, since Ar has the term
 // −(a/RT)·rho·(1 − 2·k·x·(1 − x)). The model supplies no derivatives.
 TEST(CriticalLine, TwoLiquidsExactly) {
