@@ -66,7 +66,8 @@ int SaturationSolver::boundary(Node stable, Node unstable) {
     for (int k = 0; k < 45; ++k) {
         const double width = std::fabs(unstable.s - stable.s);
         if (width < wide * std::pow(0.1, tries)) {
-            ++tries;
+            if (++tries > 6) return -1;
+            if (!unstable.r.other) continue;  // unstable by its curvature alone: no start
             const double at = 0.5 * (stable.s + unstable.s), margin = 0.55 * width + 1e-7;
             auto solved = [&] { return std::fabs(found() - at) < margin && apart() > kTrivial; };
             auto start = [&] {
@@ -83,7 +84,6 @@ int SaturationSolver::boundary(Node stable, Node unstable) {
                 if (accept()) return 1;
                 if (bubble() != (kind_ == Saturated::bubble)) return 0;
             }
-            if (tries > 5) return -1;
         }
         const Node mid = node(0.5 * (stable.s + unstable.s));
         if (!mid.known) return -1;

@@ -109,17 +109,30 @@ void Stability::scan_root(PhaseState const& phase, Root root, bool own, double c
 }
 
 /// A zero of the slope d′ = Δm_0 − Δm_1, where it rises, by Newton's method in ln[w/(1 − w)] inside
-/// the bracket, every fourth step a bisection. The end of a density root is no minimum.
+/// the bracket, every fourth step a bisection. The end of a density root is no minimum, but proves
+/// instability where d is negative. Where the model has no density, the step is halved.
 Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState const* known,
                                   Bracket const& bracket, bool first, double& tpd,
                                   int& iterations) {
     double lo = bracket.lo > 0.0 ? logit(bracket.lo) : -kInfinite;
     double hi = bracket.hi < 1.0 ? logit(bracket.hi) : kInfinite, t = logit(bracket.at);
-    for (int it = 0; it < kIterations; ++it) {
-        ++iterations;
+    double last = t;
+    tpd = 0.0;
+    auto evaluate = [&] {
         step_[0] = 1.0 / (1.0 + std::exp(-t));
         step_[1] = 1.0 / (1.0 + std::exp(t));
-        if (!fluid_.evaluate_at(s_, p, phase.T, step_, bracket.root, phase_H)) return End::failed;
+        return fluid_.evaluate_at(s_, p, phase.T, step_, bracket.root, phase_H);
+    };
+    for (int it = 0; it < kIterations; ++it) {
+        ++iterations;
+        if (!evaluate()) {
+            if (it == 0) return End::failed;
+            (t > last ? hi : lo) = t;
+            t = 0.5 * (t + last);
+            if (std::fabs(t - last) < 1e-3) break;
+            continue;
+        }
+        last = t;
         tpd = distance(s_, phase);
         if (first && tpd < 10 * kLimit) return End::negative;
         if (tpd >= kLimit && (meets(s_, phase) || (known && meets(s_, *known)))) {
@@ -142,7 +155,9 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
             next = closed ? 0.5 * (lo + hi) : slope > 0.0 ? t - 2.0 : t + 2.0;
         t = std::clamp(next, t - 40.0, t + 40.0);
     }
-    return tpd < kLimit ? End::negative : End::failed;
+    if (!(tpd < kLimit)) return End::failed;
+    t = last;
+    return evaluate() ? End::negative : End::failed;
 }
 
 }  // namespace corvane
