@@ -5,12 +5,14 @@
 #include <tools/corvane/mixture_points.h>
 #include <tools/corvane/numbers.h>
 #include <tools/corvane/options.h>
+#include <tools/corvane/plot.h>
 #include <tools/corvane/rows.h>
 
 #include <corvane/phases/saturation.h>
 
 #include <fmt/format.h>
 
+#include <cmath>
 #include <memory>
 #include <optional>
 
@@ -26,6 +28,7 @@ struct SaturationPoints {
     Options options;
     MixtureRequest request;
     std::string T, p, branch = "any";
+    PlotFile plot;
 
     char const* name() const { return bubble() ? "bubble" : "dew"; }
     int run();
@@ -86,6 +89,7 @@ SaturationPoint SaturationPoints::solve(MixtureFluid const& mixture, double give
 
 int SaturationPoints::run() {
     if (T.empty() == p.empty()) throw Misuse("give either --T or --p");
+    plot.begin();
     options.begin();
     const MixtureFluid mixture = open_mixture(request);
     Units& units = options.units;
@@ -99,12 +103,18 @@ int SaturationPoints::run() {
     Table table{columns(mixture), {}};
     Evidence evidence;
     std::optional<SaturationPoint> last;
+    Curve curve{
+        fmt::format("{} points", name()), bubble() ? Ink::liquid : Ink::vapour, Stroke::line, {}};
     Rows rows(name(), table, given.size());
     for (double value : given) {
         const std::string what = fmt::format("{} at {} = {}: {} point", mixture.name(), symbol,
                                              units.text(quantity, value), name());
         if (!rows.add(what, cli::given(units, by_T(), value, mixture.x, bubble()), [&] {
+                // Where a point fails the curve has a gap.
+                curve.points.push_back({std::nan(""), std::nan("")});
                 last = solve(mixture, value, last);
+                curve.points.back() = {units.from_library(Quantity::temperature, last->T),
+                                       units.from_library(Quantity::pressure, last->p)};
                 return row(mixture, *last, evidence);
             }))
             break;
@@ -112,6 +122,10 @@ int SaturationPoints::run() {
     evidence.report(head);
     const int code = rows.finish(head);
     write(head, table, options.style);
+    plot.draw({.title = title(mixture),
+               .x_axis = axis(Quantity::temperature, units),
+               .y_axis = axis(Quantity::pressure, units),
+               .curves = {curve}});
     return code;
 }
 
@@ -127,6 +141,7 @@ void add(Program& program, Saturated kind, char const* text, char const* example
                "where there are several: any (default; the one next to the last), or that of "
                "lower or upper pressure (temperature)",
                {.one_of = {"any", "lower", "upper"}, .type = "BRANCH"});
+    points->plot.add_to(command);
     points->options.add_units(command);
     points->options.add_output(command);
     command.examples(examples);

@@ -68,8 +68,9 @@ std::string title(MixtureFluid const& mixture) {
 }
 
 std::string axis(Quantity quantity, Units const& units) {
-    return fmt::format("{} / {}", quantity == Quantity::temperature ? "T" : "p",
-                       units.name(quantity));
+    const std::string unit = units.name(quantity);
+    return quantity == Quantity::temperature ? "T / " + (unit == "C" ? "\u00b0C" : unit)
+                                             : "p / " + unit;
 }
 
 std::vector<std::string> phase_names(MixtureFluid const& mixture,

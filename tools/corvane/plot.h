@@ -53,10 +53,10 @@ struct Label {
 };
 
 struct Picture {
-    std::string title, x_axis, y_axis;
-    std::vector<Curve> curves;
-    std::vector<Marks> marks;
-    std::vector<Label> labels;
+    std::string title = {}, x_axis = {}, y_axis = {};
+    std::vector<Curve> curves = {};
+    std::vector<Marks> marks = {};
+    std::vector<Label> labels = {};
     bool fraction = false;  ///< x is a mole fraction: 0 to 1
     bool log_y = false;
     double y_top = 0.0;  ///< above 0: where the picture ends, if points are higher
