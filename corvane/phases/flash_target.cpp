@@ -2,6 +2,7 @@
 #include <corvane/core/constants.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/flash_parts.h>
+#include <corvane/phases/search_range.h>
 #include <corvane/phases/split.h>
 #include <corvane/phases/stability.h>
 #include <corvane/pure/model1.h>
@@ -18,8 +19,6 @@ namespace {
 constexpr int kFlashes = 60, kRefused = 12, kNewton = 20;
 constexpr double kClosed = 1e-13;  // width of the bracket in ln T or ln p
 constexpr double kHit = 1e-10;     // distance at which the (p, T) flash itself is the answer
-constexpr double kLowest = 0.25, kHighest = 1.5;  // T in critical temperatures
-constexpr double kLnPMin = -27.63, kLnPMax = 9.21;
 
 /// A flash at (p, T) on one side of the answer. The outer variable is ln T or ln p.
 struct Side {
@@ -42,23 +41,20 @@ class TargetFlash {
           n_(fluid_.size()),
           caloric_(tables(fluid_, at_T_)),
           stability_(fluid_),
-          solver_(fluid_, caloric_.get(), target) {
+          solver_(fluid_, caloric_.get(), target),
+          range_(fluid_, caloric_.get(), target) {
         if (!(fixed > 0.0) || !std::isfinite(fixed) || !std::isfinite(given) ||
             (at_T_ && !(given > 0.0)))
             throw ThException(th_out_of_range);
         (at_T_ ? T_ : p_) = fixed;
         solver_.given = at_T_ ? 1.0 / given : given / R;
         best_ = std::numeric_limits<double>::infinity();
-        for (int i = 0; i < n_; ++i) {
-            lowest_Tc_ = std::min(lowest_Tc_, fluid_.pure(i).Tcrit());
-            highest_Tc_ = std::max(highest_Tc_, fluid_.pure(i).Tcrit());
-        }
     }
 
     FlashResult run() {
         if (at_T_ && whole()) return std::move(answer_);
         if (o_.start && from(*o_.start)) return std::move(answer_);
-        double next = guess();
+        double next = range_.guess(at_T_ ? T_ : p_, solver_.given);
         if (tried(next)) return std::move(answer_);
         const double first = next;
         double last_width = std::numeric_limits<double>::infinity(), grow = at_T_ ? 1.0 : 0.2;
@@ -94,8 +90,7 @@ class TargetFlash {
             const double sign = lo_.known ? 1.0 : -1.0;
             next = side.outer + sign * std::clamp(sign * step, 0.2 * grow, grow);
             grow *= 2.0;
-            limits();
-            const double limit = lo_.known ? max_ : min_;
+            const double limit = lo_.known ? range_.max() : range_.min();
             if (sign * (side.outer - limit) >= 0.0) fail_outside();
             if (sign * (next - limit) > 0.0) next = limit;
         }
@@ -130,7 +125,7 @@ class TargetFlash {
         }
         throw EquilibriumFailure(kind, state, kSolver[which], iterations_, best_, advice);
     }
-    [[noreturn]] void fail_outside() const {
+    [[noreturn]] void fail_outside() {
         char advice[200];
         std::snprintf(advice, sizeof advice,
                       at_T_ ? "%s is reached between p = %g and %g MPa"
@@ -138,95 +133,8 @@ class TargetFlash {
                       target_ == Target::h_at_p   ? "no such enthalpy"
                       : target_ == Target::s_at_p ? "no such entropy"
                                                   : "no such density",
-                      std::exp(min_), std::exp(max_));
+                      std::exp(range_.min()), std::exp(range_.max()));
         fail(EquilibriumFailure::Kind::no_solution, advice);
-    }
-
-    /// Range of the outer variable.
-    void limits() {
-        if (max_ > min_) return;
-        if (at_T_) {
-            min_ = kLnPMin;
-            max_ = kLnPMax;
-            return;
-        }
-        double lowest = kLowest * lowest_Tc_;
-        if (target_ == Target::s_at_p) lowest = std::max(lowest, caloric_->T_first());
-        min_ = std::log(lowest);
-        max_ = std::log(std::max(kHighest * highest_Tc_, caloric_->T_last()));
-    }
-    /// The nearest value within the range; the ends of the tables are looked for only if needed.
-    double clamped(double outer) {
-        if (!at_T_ && outer < std::log(kHighest * highest_Tc_) &&
-            outer > std::log(kLowest * lowest_Tc_) &&
-            (target_ == Target::h_at_p || caloric_->covers(std::exp(outer))))
-            return outer;
-        limits();
-        return std::clamp(outer, min_, max_);
-    }
-
-    /// Where Wilson's K-factors and the ideal gas, its liquid by Wilson's enthalpy of vaporisation,
-    /// meet the target.
-    double guess() {
-        std::vector<double> const& z = fluid_.z();
-        if (at_T_) {
-            double bubble = 0.0, dew = 0.0;
-            for (int i = 0; i < n_; ++i) {
-                const double f = std::exp(fluid_.wilson(i, T_));
-                bubble += z[i] * f;
-                dew += z[i] / f;
-            }
-            return clamped(std::log(std::clamp(given_ * R * T_, 1.0 / dew, bubble)));
-        }
-        double at[2], Tc = 0.0, latent = 0.0;  // ln T of bubble and dew point
-        for (int i = 0; i < n_; ++i) {
-            Model1 const& c = fluid_.pure(i);
-            Tc += z[i] * c.Tcrit();
-            latent += z[i] * 5.373 * (1.0 + c.omega()) * c.Tcrit();
-        }
-        for (int end = 0; end < 2; ++end) {
-            double T = 0.7 * Tc;
-            for (int k = 0; k < 12; ++k) {  // Newton in 1/T on ln Σ z·K^±1
-                double sum = 0.0, slope = 0.0;
-                for (int i = 0; i < n_; ++i) {
-                    Model1 const& c = fluid_.pure(i);
-                    const double sign = end == 0 ? 1.0 : -1.0;
-                    const double f = z[i] * std::exp(sign * (fluid_.wilson(i, T) - std::log(p_)));
-                    sum += f;
-                    slope += f * sign * 5.373 * (1.0 + c.omega()) * c.Tcrit();
-                }
-                const double move = sum * std::log(sum) / slope;  // of 1/T
-                T = 1.0 / std::clamp(1.0 / T + move, 0.6 / T, 1.6 / T);
-                if (std::fabs(move * T) < 1e-3) break;
-            }
-            at[end] = std::log(std::clamp(T, 0.3 * Tc, 1.3 * Tc));
-        }
-        const bool entropy = target_ == Target::s_at_p;
-        auto gas = [&](double ln_T) {  // h/R or s/R
-            caloric_->at(std::exp(ln_T));
-            return entropy ? caloric_->ideal_s(p_) : std::exp(ln_T) * caloric_->ideal_h();
-        };
-        const double value = solver_.given, above = gas(at[1]);
-        double x = at[1];
-        if (value > above) {
-            for (int k = 0; k < 8; ++k) {
-                const double d = value - (k ? gas(x) : above);
-                const double cp = caloric_->ideal_cp();
-                const double move = entropy ? d / cp : d / (cp * std::exp(x));
-                x += std::clamp(move, -0.5, 0.5);
-                if (std::fabs(move) < 1e-2) break;
-            }
-        } else {
-            const double below = gas(at[0]) - (entropy ? latent / std::exp(at[0]) : latent);
-            const double cp = 1.5 * caloric_->ideal_cp();
-            if (value > below)
-                x = at[0] + (at[1] - at[0]) * (value - below) / std::max(above - below, 1e-300);
-            else
-                x = at[0] +
-                    std::max((value - below) / (cp * (entropy ? 1.0 : std::exp(at[0]))), -0.7);
-        }
-        if (!std::isfinite(x)) x = std::log(0.7 * Tc);
-        return clamped(x);
     }
 
     /// Newton from an untested guess at ln T or ln p. If its result is not the answer, the search
@@ -239,7 +147,7 @@ class TargetFlash {
         s.outer = outer;
         double step = 0.0;
         if (start(s.result) && newton(s, step)) return true;
-        if (std::fabs(step) < 0.5) outer = clamped(outer + step);
+        if (std::fabs(step) < 0.5) outer = range_.clamped(outer + step);
         return false;
     }
 
@@ -274,7 +182,7 @@ class TargetFlash {
         if (lo_.known && hi_.known) return lo_.outer + (hi_.outer - lo_.outer) * kPart[times % 7];
         if (lo_.known || hi_.known) return 0.5 * (at + (lo_.known ? lo_ : hi_).outer);
         const double step = 0.02 * (times + 1) * (times + 1) / 4 * (at_T_ ? 5.0 : 1.0);
-        return clamped(first + (times % 2 ? step : -step));
+        return range_.clamped(first + (times % 2 ? step : -step));
     }
 
     bool start(FlashResult const& q) { return solver_.start(q.T, q.p, q.phases, q.fraction); }
@@ -377,7 +285,7 @@ class TargetFlash {
         const double outer = std::log(at_T_ ? q.p : q.T);
         if ((lo_.known && outer < lo_.outer - 1e-9) || (hi_.known && outer > hi_.outer + 1e-9))
             return false;
-        if (clamped(outer) != outer) return false;
+        if (range_.clamped(outer) != outer) return false;
         q.certificate.target = std::fabs(solver_.distance());
         const bool certified = flash_certified(fluid_, stability_, s, solver_.amount, q);
         Certificate& c = q.certificate;
@@ -405,10 +313,10 @@ class TargetFlash {
     const std::unique_ptr<Caloric> caloric_;
     Stability stability_;
     SplitSolver solver_;
+    SearchRange range_;
     Side lo_, hi_;
     FlashResult answer_;
-    double T_ = 0.0, p_ = 0.0, min_ = 0.0, max_ = 0.0, best_ = 0.0;
-    double lowest_Tc_ = 1e300, highest_Tc_ = 0.0;
+    double T_ = 0.0, p_ = 0.0, best_ = 0.0;
     int iterations_ = 0;
     long evaluations_ = 0;
 };
