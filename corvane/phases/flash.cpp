@@ -264,12 +264,14 @@ class Flash {
         from_v_ = v_;
         second_ = hess_;
         for (int i = 0; i < n_; ++i) down_[i] = a_.m[i] - b_.m[i];
-        for (double shift : {0.0, 1e-4, 1e-3, 1e-2, 0.1, 1.0, 10.0}) {
+        for (double shift : {0.0, 1e-6, 1e-5, 1e-4, 1e-3, 1e-2, 0.1, 1.0, 10.0}) {
             hess_ = second_;
             step_ = down_;
             for (int i = 0; i < n_; ++i)
                 hess_[i * n_ + i] += shift * (1.0 / from_v_[i] + 1.0 / from_l_[i]);
-            if (cholesky_solve(n_, hess_.data(), step_.data()) && line_search()) return true;
+            if (!cholesky_solve(n_, hess_.data(), step_.data()) || !line_search()) continue;
+            if (shift > 0.0) lengthen();
+            return true;
         }
         return false;
     }
@@ -295,6 +297,21 @@ class Flash {
         }
         restore();
         return false;
+    }
+    /// A shift makes steps short where the energy is flat: longer ones while it falls.
+    void lengthen() {
+        for (double scale = 4.0; scale < 1e4; scale *= 4.0) {
+            const double before = gibbs_;
+            const std::vector<double> l = l_, v = v_;
+            for (int i = 0; i < n_; ++i) {
+                v_[i] = from_v_[i] + scale * step_[i];
+                l_[i] = from_l_[i] - scale * step_[i];
+            }
+            if (fractions() && evaluate(phase_H) && gibbs_ < before) continue;
+            from_l_ = l;
+            from_v_ = v;
+            return restore();
+        }
     }
     void restore() {
         l_ = from_l_;

@@ -40,6 +40,7 @@ TEST(FlashTarget, RoundTrips) {
                   280,
                   4,
                   2},
+                 {{"methane", "decane", "water"}, vec({0.4, 0.3, 0.3}), 300, 3, 3},
                  {{"water"}, vec({1}), 500, 30, 1}};
     for (auto const& c : cases) {
         SCOPED_TRACE(testing::Message() << c.names[0] << " " << c.T << " K");

@@ -108,4 +108,76 @@ TEST(Flash, Field) {
         EXPECT_EQ(refused, 0);  // a binary has three phases on lines only
     }
 }
+
+// Three and four phases of mixtures: equal potentials and pressures by the published slots, and the
+// balance; next to them fewer phases.
+TEST(Flash, ThreeAndFourPhases) {
+    const Mixture three = mixture_of("PR", "vdW1", {"methane", "decane", "water"}),
+                  four = mixture_of("PR", "vdW1",
+                                    {"methane", "carbon_dioxide", "propane", "decane", "water"});
+    four->param(0, 0, 1, 0.1);
+    four->param(0, 1, 2, 0.13);
+    four->param(0, 1, 3, 0.11);
+    const struct {
+        ModelN const& m;
+        Vector<double> z;
+        double T, p;
+        unsigned phases;
+    } cases[] = {{*three, vec({0.4, 0.3, 0.3}), 300, 3, 3},
+                 {*three, vec({0.4, 0.3, 0.3}), 300, 30, 2},  // no vapour
+                 {*three, vec({0.05, 0.9, 0.05}), 450, 3, 1},
+                 {*four, vec({0.1, 0.45, 0.22, 0.03, 0.2}), 200, 0.75, 4}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.phases << " phases");
+        const auto q = corvane::flash_pT(c.m, c.p, c.T, c.z);
+        ASSERT_EQ(q.phases.size(), c.phases);
+        Vector<double> sum = c.z * -1.0;
+        for (unsigned k = 0; k < c.phases; ++k) {
+            const Vector<double> rho_i = q.phases[k].x * q.phases[k].rho;
+            EXPECT_NEAR(pressure(c.m, rho_i, c.T) / c.p, 1, 1e-9);
+            for (int i = 0; i < c.z.size(); ++i) {
+                sum[i] += q.fraction[k] * q.phases[k].x[i];
+                EXPECT_NEAR(c.m.my(q.phases[0].x * q.phases[0].rho, c.T, i), c.m.my(rho_i, c.T, i),
+                            1e-9);
+            }
+        }
+        for (int i = 0; i < sum.size(); ++i) EXPECT_NEAR(sum[i], 0, 1e-12);
+        corvane::FlashOptions warm;
+        warm.start = &q;
+        EXPECT_NEAR(corvane::flash_pT(c.m, c.p * 1.0001, c.T, c.z, warm).rho / q.rho, 1, 1e-3);
+    }
+}
+
+// Up to a consolute point the two liquids come as near as one likes; no state is refused.
+TEST(Flash, NextToAConsolutePoint) {
+    const Mixture m = peng_robinson("carbon_dioxide", "ethane", 0.13);
+    double apart = 1;
+    unsigned phases = 2;
+    for (double T = 189; T < 190; T += 0.01) {
+        const auto q = corvane::flash_pT(*m, 24.5, T, mix(0.66));
+        EXPECT_LE(q.phases.size(), phases);  // they mix once
+        phases = static_cast<unsigned>(q.phases.size());
+        if (phases < 2) continue;
+        const double now = q.phases[0].x[0] - q.phases[1].x[0];
+        EXPECT_LT(now, apart);
+        apart = now;
+    }
+    EXPECT_EQ(phases, 1u);
+    EXPECT_LT(apart, 0.03);
+}
+
+// Where pure methane is a gas, a liquid rich in it hides from trials at the lower Gibbs energy.
+// With it unseen the density fell from 1.1454 to 1.15 MPa.
+TEST(Flash, HiddenLiquid) {
+    const Mixture m = mixture_of("PR", "vdW1", {"carbon_dioxide", "hydrogen_sulfide", "methane"});
+    m->param(0, 0, 1, 0.0967);
+    m->param(0, 0, 2, 0.0978);
+    m->param(0, 1, 2, 0.093);
+    double last = 0;
+    for (double p = 1.14; p < 1.16; p += 5e-4) {
+        const double rho = corvane::flash_pT(*m, p, 154.926, vec({0.6813, 0.1249, 0.1938})).rho;
+        EXPECT_GT(rho, last);
+        last = rho;
+    }
+}
 }  // namespace
