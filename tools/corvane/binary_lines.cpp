@@ -21,6 +21,8 @@ char const* in_words(PhaseLineEnd end) {
             return "the highest pressure asked for";
         case PhaseLineEnd::coldest:
             return "the lowest temperature asked for";
+        case PhaseLineEnd::trace:
+            return "a mere trace of a component";
         case PhaseLineEnd::uncertified:
             return "a very low pressure, where rounding hides more";
         case PhaseLineEnd::full:
