@@ -59,22 +59,29 @@ void CriticalConditions::smallest() {
     const int n = n_;
     for (int i = 0; i < n; ++i)
         for (int j = 0; j < n; ++j)
-            B_[i * n + j] =
-                std::sqrt(s.rho_i[i] * s.rho_i[j]) * 0.5 * (s.H[i * n + j] + s.H[j * n + i]);
+            B_[i * n + j] = std::sqrt(s.rho_i[i]) * std::sqrt(s.rho_i[j]) * 0.5 *
+                            (s.H[i * n + j] + s.H[j * n + i]);
     last_u_ = u;
     if (n == 1) {
         values_[0] = B_[0];
         vectors_[0] = 1.0;
     } else if (n == 2) {
-        // One rotation; the smaller eigenvalue from the determinant, since it may cancel.
+        // The smaller eigenvalue from the determinant, and its vector from the row where nothing
+        // cancels: a trace has a tiny component that must keep its digits.
         const double a = B_[0], b = B_[1], d = B_[3];
         const double mean = 0.5 * (a + d), half = std::hypot(0.5 * (a - d), b);
         values_[1] = mean + half;
         values_[0] = mean > 0.0 ? (a * d - b * b) / values_[1] : mean - half;
-        const double angle = 0.5 * std::atan2(2.0 * b, a - d);  // of the larger one
-        vectors_[2] = vectors_[1] = std::cos(angle);
-        vectors_[3] = std::sin(angle);
-        vectors_[0] = -vectors_[3];
+        double first = d - values_[0], second = -b;
+        if (a > d) {
+            first = -b;
+            second = a - values_[0];
+        }
+        const double norm = std::hypot(first, second);
+        vectors_[0] = norm > 0.0 ? first / norm : 1.0;
+        vectors_[1] = norm > 0.0 ? second / norm : 0.0;
+        vectors_[2] = -vectors_[1];
+        vectors_[3] = vectors_[0];
     } else {
         Matrix<double> A(n, n), vectors;
         Vector<double> values;

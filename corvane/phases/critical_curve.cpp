@@ -41,7 +41,8 @@ CriticalTracer::CriticalTracer(ModelN const& model, CriticalLineOptions const& o
       certifier_(fluid, conditions),
       limits_{Limit{End::pressure, o.p_max, 0.0}, Limit{End::tension, kLowest, 0.0},
               Limit{End::cold, 0.0, coldest()}} {
-    if (!(o.p_max > 0.0) || !(o.T_min >= 0.0) || !(o.step > kShortest) || o.points < 2)
+    if (!(o.p_max > 0.0) || !(o.T_min >= 0.0) || !(o.step > kShortest && o.step <= 1.0) ||
+        o.points < 2)
         throw ThException(th_out_of_range);
     for (int c : {0, 1}) find_pure(c);
 }

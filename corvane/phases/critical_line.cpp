@@ -46,7 +46,8 @@ class Lines {
         line.stable = nodes.front().point.stable;
         line.evaluations = curve.evaluations;
         const auto finish = [&] {
-            if (line.stable || o_.unstable) lines_.push_back(line);
+            const bool cut = line.end == End::full || line.end == End::interrupted;
+            if (line.stable || o_.unstable || cut) lines_.push_back(line);
         };
         for (std::size_t k = 0; k < nodes.size(); ++k) {
             line.points.push_back(nodes[k].point);

@@ -37,10 +37,12 @@ struct CriticalLine {
 struct CriticalLineOptions {
     double p_max = 1000.0;  ///< MPa
     double T_min = 0.0;     ///< K; 0: 50 K, or half of the lowest critical temperature if less
-    double step = 0.05;     ///< longest step, see critical_lines
+    double step = 0.05;     ///< longest step, see critical_lines; at most 1
     int points = 2000;      ///< bound of the number of points of all lines
     bool detached = true;   ///< look for lines that no pure component lies on
-    bool unstable = false;  ///< the unstable stretches, too, as lines of their own
+    /// The unstable stretches, too, as lines of their own. One that was cut short by `points` or by
+    /// the caller is always there.
+    bool unstable = false;
     Validity const* validity = nullptr;
     Progress progress;
 };

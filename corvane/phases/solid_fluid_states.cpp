@@ -44,7 +44,8 @@ SolidFluidStates::SolidFluidStates(ModelN const& model, int solid, bool at_T, do
     Solid const& data = pure_.pure(0).solid;
     if (data.sg.size() < 1) throw ThException(th_no_solid);
     if (!(value > 0.0) || !std::isfinite(value) || (at_T && value > data.Tmax()) ||
-        !(o.step > 0.0) || !(o.x_min > 0.0) || !(o.p_max > 0.0) || o.points < 2)
+        !(o.step > 0.0) || !std::isfinite(o.step) || !(o.x_min > 0.0) || !(o.p_max > 0.0) ||
+        o.points < 2)
         throw ThException(th_out_of_range);
     solver_.solids = {s_};
     hottest_ = data.Tmax() * (1.0 - 1e-12);  // its logarithm rounds
