@@ -65,18 +65,6 @@ bool LineTracer::settle(std::vector<double> const& u) {
     return solver.evaluate() && (stable(), true);
 }
 
-/// Shortens the last step to where T or p (what) has the value; from and to: ln at its ends.
-bool LineTracer::fixed(double& what, double value, double from, double to, double limit) {
-    const double q = (limit - from) / (to - from);
-    const std::vector<double> a = path_.before().u, b = path_.now().u;
-    for (std::size_t i = 0; i < a.size(); ++i) solver.u[i] = (1 - q) * a[i] + q * b[i];
-    what = value;
-    solver.row.clear();
-    const bool solved = solver.solve(20);
-    what = 0.0;
-    return solved && path_.contains(solver.u) && (stable(), true);
-}
-
 /// before() is stable, now() is not: where a further phase appears.
 bool LineTracer::new_phase() {
     const int m = solver.count(), last = 2 * m;
@@ -195,12 +183,11 @@ PhaseLineEnd LineTracer::run(bool hotter, std::function<bool()> const& record) {
         if (step == Path::Step::alike) {
             return end(critical(), PhaseLineEnd::critical);
         }
-        Path::Node const &a = path_.before(), &b = path_.now();
-        if (const double limit = std::log(T_min_); b.u.back() < limit)
-            return end(fixed(solver.T, T_min_, a.u.back(), b.u.back(), limit),
-                       PhaseLineEnd::coldest);
-        if (const double limit = std::log(o_.p_max); b.ln_p > limit)
-            return end(fixed(solver.p, o_.p_max, a.ln_p, b.ln_p, limit), PhaseLineEnd::limit);
+        Path::Node const& b = path_.now();
+        if (b.u.back() < std::log(T_min_))
+            return end(path_.stop_at(solver.T, T_min_) && (stable(), true), PhaseLineEnd::coldest);
+        if (b.ln_p > std::log(o_.p_max))
+            return end(path_.stop_at(solver.p, o_.p_max) && (stable(), true), PhaseLineEnd::limit);
         if (!stable()) return end(new_phase(), PhaseLineEnd::three_phase);
         if (!record()) return PhaseLineEnd::uncertified;
         if (path_.at_trace()) return PhaseLineEnd::trace;

@@ -34,7 +34,6 @@ class LineTracer {
   private:
     bool stable();
     bool settle(std::vector<double> const& u);
-    bool fixed(double& what, double value, double from, double to, double limit);
     bool new_phase();
     bool critical();
     bool critical_azeotrope(CriticalConditions& conditions, std::vector<double>& u);

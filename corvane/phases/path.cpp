@@ -136,8 +136,8 @@ bool Path::close(std::vector<double> const& u, double limit, std::vector<double>
 }
 
 /// The cubic in coordinate c through before() and now() with their tangents, as long as the step is
-/// not longer than twice the last one; else the tangent.
-void Path::predict(int c, double length, std::vector<double>& u) const {
+/// not longer than twice the last one; else the tangent. Did the cubic serve?
+bool Path::predict(int c, double length, std::vector<double>& u) const {
     const double s0 = at(before_.u, c), t0 = at(before_.t, c), s1 = at(now_.u, c),
                  t1 = at(now_.t, c), h = s1 - s0, to = length * t1;
     const bool cubic = h * t0 > 0.0 && h * t1 > 0.0 && std::fabs(to) < 2.0 * std::fabs(h);
@@ -151,6 +151,7 @@ void Path::predict(int c, double length, std::vector<double>& u) const {
         const double third = d0 + d1 - 2.0 * rise, second = 2.0 * d1 + d0 - 3.0 * rise;
         u[i] += q * q * (second + third * q);
     }
+    return cubic;
 }
 
 Path::Step Path::advance() {
@@ -187,10 +188,35 @@ Path::Step Path::advance() {
 
 bool Path::between(double q, Node& node) {
     specify(specified_);
-    for (std::size_t i = 0; i < s_.u.size(); ++i) s_.u[i] = (1 - q) * before_.u[i] + q * now_.u[i];
-    s_.value = at(s_.u, specified_);
+    const double from = at(before_.u, specified_), to = at(now_.u, specified_);
+    s_.value = (1 - q) * from + q * to;
+    if (!predict(specified_, (s_.value - to) / at(now_.t, specified_), s_.u))
+        for (std::size_t i = 0; i < s_.u.size(); ++i)
+            s_.u[i] = (1 - q) * before_.u[i] + q * now_.u[i];
     const std::vector<double> along = now_.t;
     return solve(kNewton, node, &along);
+}
+bool Path::stop_at(double& condition, double value) {
+    const bool of_T = &condition == &s_.T;
+    auto off = [&](Node const& q) { return (of_T ? q.u.back() : q.ln_p) - std::log(value); };
+    double lo = 0.0, hi = 1.0, below = off(before_), above = off(now_);
+    for (int it = 0; it < 12; ++it) {
+        const double q = (below * hi - above * lo) / (below - above);
+        Node node;
+        if (!between(q, node)) return false;
+        s_.row.clear();
+        condition = value;
+        const bool solved = s_.solve(kNewton);
+        condition = 0.0;
+        if (solved && contains(s_.u) && evaluate(std::vector<double>(s_.u), node)) {
+            now_ = node;
+            return true;
+        }
+        const double f = off(node);
+        (f * below > 0.0 ? lo : hi) = q;
+        (f * below > 0.0 ? below : above) = f;
+    }
+    return false;
 }
 bool Path::evaluate(std::vector<double> const& u, Node& node) {
     const std::vector<double> along = now_.t;
@@ -219,6 +245,7 @@ bool Path::critical(std::vector<double>& u, std::vector<std::vector<double>>* ap
         if (!q.ratio || q.i / 2 != k || q.j / 2 != j) continue;
         if (std::fabs(at(now_.u, d)) > largest) largest = std::fabs(at(now_.u, d)), c = d;
     }
+    specified_ = c;
     std::vector<double> from = now_.u, t = now_.t, slope, even[2];
     // In the ratio s the means of the two phases and all else are even, f(s') = f(s) +
     // (s'² − s²)·f'(s)/(2s) + O(s⁴); half their differences are odd, a·s + b·s³.

@@ -41,6 +41,9 @@ class Path {
     /// Replace the ends of the last step by what between() found.
     void set_before(Node const& node) { before_ = node; }
     void set_now(Node const& node) { now_ = node; }
+    /// Shortens the last step to where T or p (condition: the solver's) has the value; now() is
+    /// there. Regula falsi along the step, until Newton's method at that T or p converges.
+    bool stop_at(double& condition, double value);
     /// u, which is a solution, with the tangent in the direction of now().
     bool evaluate(std::vector<double> const& u, Node& node);
     /// Is a mole fraction of now() below 1e-200?
@@ -73,7 +76,7 @@ class Path {
         return q.j < 0 ? u[q.i] : u[q.i] - u[q.j];
     }
     void specify(int c);
-    void predict(int c, double length, std::vector<double>& u) const;
+    bool predict(int c, double length, std::vector<double>& u) const;
     double weight(std::vector<double> const& u, int c) const;
     double moves(std::vector<double> const& u, std::vector<double> const& d, double ln_p) const;
     int most(Node const& node) const;

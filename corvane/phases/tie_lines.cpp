@@ -131,30 +131,27 @@ std::optional<DiagramEnd> TieLineTracer::bound() {
         limit = std::log(why == DiagramEnd::coldest ? T_min_ : T_max_);
     }
     if (why == DiagramEnd::coldest ? to > limit : to < limit) return {};
-    (constant_.at_T ? pair_.p : pair_.T) = std::exp(limit);
-    pair_.row.clear();
-    const double q = (limit - from) / (to - from);
-    for (std::size_t i = 0; i < a.u.size(); ++i) pair_.u[i] = (1 - q) * a.u[i] + q * b.u[i];
-    const bool solved = pair_.solve(20);
-    (constant_.at_T ? pair_.p : pair_.T) = 0.0;
-    Path::Node node;
-    const std::vector<double> u = pair_.u;
-    if (!solved || !path_.contains(u) || !path_.evaluate(u, node)) return DiagramEnd::stuck;
-    path_.set_now(node);
+    if (!path_.stop_at(constant_.at_T ? pair_.p : pair_.T, std::exp(limit)))
+        return DiagramEnd::stuck;
     return why;
 }
 
 /// The critical point that the curve runs into: extrapolated, then solved.
-bool TieLineTracer::critical() {
+DiagramEnd TieLineTracer::critical() {
     std::vector<double> u;
     std::vector<std::vector<double>> approach;
     const bool close = path_.critical(u, &approach);
     for (std::vector<double> const& v : approach) {
-        pair_.u = v;
-        if (pair_.evaluate()) push(pair_, !o_.stability || test(pair_, true));
+        Path::Node node;
+        if (!path_.evaluate(v, node)) continue;
+        path_.set_before(path_.now());
+        path_.set_now(node);
+        stable_ = !o_.stability || test(pair_, true);
+        if (cut_ && !stable_) return end_at_three_phases();
+        push(pair_, stable_);
     }
     pair_.u = u;
-    if (!pair_.evaluate()) return false;
+    if (!pair_.evaluate()) return DiagramEnd::stuck;
     TieLine q = tie_line(pair_);
     q.stable = stable_;
     bool solved = false;
@@ -175,9 +172,9 @@ bool TieLineTracer::critical() {
         last_p = off;
         lnT -= off / slope;
     }
-    if (!solved && !close) return false;
+    if (!solved && !close) return DiagramEnd::stuck;
     d_.points.push_back(q);
-    return true;
+    return DiagramEnd::critical;
 }
 
 /// Newton for three phases: those of pair_ and the trial phase of the last test.
@@ -238,6 +235,14 @@ bool TieLineTracer::cut() {
     return false;
 }
 
+DiagramEnd TieLineTracer::end_at_three_phases() {
+    const std::vector<double> from = path_.before().u;
+    if (!cut()) return DiagramEnd::stuck;
+    azeotrope(from, path_.now().u);
+    push(pair_, true);
+    return DiagramEnd::three_phase;
+}
+
 Diagram TieLineTracer::run(int before) {
     while (true) {
         const int count = static_cast<int>(d_.points.size());
@@ -245,19 +250,12 @@ Diagram TieLineTracer::run(int before) {
         if (o_.progress && !o_.progress(before + count)) return finish(DiagramEnd::interrupted);
         const Path::Step step = path_.advance();
         if (step == Path::Step::stuck) return finish(DiagramEnd::stuck);
-        if (step == Path::Step::alike) {
-            if (!critical()) return finish(DiagramEnd::stuck);
-            return finish(DiagramEnd::critical);
-        }
+        if (step == Path::Step::alike) return finish(critical());
         std::optional<DiagramEnd> why = bound();
         if (why == DiagramEnd::stuck) return finish(*why);
         stable_ = !o_.stability || test(pair_, true);
         const std::vector<double> from = path_.before().u;
-        if (cut_ && !stable_) {
-            if (!cut()) return finish(DiagramEnd::stuck);
-            why = DiagramEnd::three_phase;
-            stable_ = true;
-        }
+        if (cut_ && !stable_) return finish(end_at_three_phases());
         azeotrope(from, path_.now().u);
         push(pair_, stable_);
         TieLine const& q = d_.points.back();

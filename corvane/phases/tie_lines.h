@@ -45,7 +45,8 @@ class TieLineTracer {
     void azeotrope(std::vector<double> const& from, std::vector<double> const& to);
     std::optional<DiagramEnd> bound();
     bool cut();
-    bool critical();
+    DiagramEnd critical();
+    DiagramEnd end_at_three_phases();
     bool solve_three();
     Diagram finish(DiagramEnd why);
 
