@@ -91,6 +91,18 @@ TEST(CliDiagrams, LinesOfABinaryMeet) {
     EXPECT_NEAR(value(last, "T") / value(point["rows"][0], "T"), 1, 1e-5);
 }
 
+TEST(CliDiagrams, PointsOfLinesAreThoseOfDiagrams) {
+    // The vapour over an azeotrope has its composition.
+    const Json azeotrope = json("azeotrope PR+vdW1 CO2 ethane --T 240,260")["rows"][1];
+    const Json bubble = json("bubble PR+vdW1 ethane CO2=" + azeotrope["x1_carbon_dioxide"].dump() +
+                             " --T 260")["rows"][0];
+    EXPECT_NEAR(value(bubble, "p") / value(azeotrope, "p"), 1, 1e-10);
+    EXPECT_NEAR(value(bubble, "y_carbon_dioxide"), value(azeotrope, "x1_carbon_dioxide"), 1e-8);
+    const Json three = json("three-phase PR+vdW1 ethanol water --p 0.1")["rows"][0];
+    const Json diagram = json("txy PR+vdW1 ethanol water --p 0.1")["three_phase"][0];
+    EXPECT_NEAR(value(three, "T") / value(diagram, "T"), 1, 1e-10);
+}
+
 TEST(CliDiagrams, MeasuredPointsAreCompared) {
     const std::string folder = CORVANE_SOURCE "/examples/measured/";
     const std::string file = " --data " + folder + "propane_butane.csv";

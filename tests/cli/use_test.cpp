@@ -235,6 +235,9 @@ TEST(Cli, CertifiedEquilibriaAnswerAndRefuse) {
          {"flash PR+vdW1 methane=0.5 propane=0.5 --p 2 --h 1e9,4000 --csv", 1,
           ",2,,,,,,,,1000000000,,,,,,,,|failed: no solution: ",
           "h = 1000000000 J/mol: no solution"},
+         {"azeotrope PR+vdW1 methane propane --T 250", 1, "", "azeotrope: no solution"},
+         {"three-phase PR+vdW1 methane=0.5 propane", 2, "", "without mole fractions"},
+         {"three-phase PR+vdW1 ethanol water --T 300 --plot a.svg", 2, "", "whole lines"},
          {"flash PR+vdW1 methane=0.5 propane=0.5 --T 400,280 --p 2", 0,
           "400    2      vapour  1.0|280    2      liquid  0.2", ""}});
 }

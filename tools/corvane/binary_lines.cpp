@@ -1,4 +1,5 @@
 #include <tools/corvane/binary_lines.h>
+#include <tools/corvane/numbers.h>
 #include <tools/corvane/open.h>
 
 #include <fmt/format.h>
@@ -47,15 +48,38 @@ BinaryLines::BinaryLines(MixtureFluid const& mixture, Units const& units)
     Evidence::add_columns(table.columns);
 }
 
-void BinaryLines::point(std::string const& curve, double T, double p, Fractions const& x,
-                        corvane::Certificate const& certificate) {
+void LineLimits::add_to(Command& command) {
+    command.value("--p-max", p_max, "where lines end at high pressure (default: 100 MPa)")
+        .value("--T-min", T_min, "where lines end at low temperature");
+}
+
+void LineLimits::limit(Units const& units, double& highest, double& coldest) const {
+    highest = 100.0;
+    if (!p_max.empty())
+        highest = positive_points(p_max, "--p-max", Quantity::pressure, units).front();
+    if (!T_min.empty())
+        coldest = positive_points(T_min, "--T-min", Quantity::temperature, units).front();
+}
+
+Row BinaryLines::row(std::string const& curve, double T, double p, Fractions const& x,
+                     corvane::Certificate const& certificate) {
     Row row;
     row.cells = {curve, number_, units_.from_library(Quantity::temperature, T),
                  units_.from_library(Quantity::pressure, p)};
     for (double fraction : x) row.cells.emplace_back(fraction);
     row.cells.resize(7);
     evidence_.add(row, certificate);
-    table.rows.push_back(std::move(row));
+    return row;
+}
+
+Row BinaryLines::row(corvane::ThreePhasePoint const& point) {
+    Fractions x;
+    for (corvane::PhaseRecord const& phase : point.phases) x.push_back(phase.x[0]);
+    return row("three phases", point.T, point.p, x, point.certificate);
+}
+
+Row BinaryLines::row(corvane::AzeotropePoint const& point) {
+    return row("azeotrope", point.T, point.p, {point.x}, point.certificate);
 }
 
 /// Tells of the line of which the last rows are.
@@ -77,7 +101,8 @@ void BinaryLines::add_pure(int i) {
     if (curve.empty()) return;
     ++number_;
     const std::string name = fmt::format("pure {}", mixture_.component(i));
-    for (auto const& one : curve) point(name, one.T, one.p, {one.given.x[0]}, one.certificate);
+    for (auto const& one : curve)
+        table.rows.push_back(row(name, one.T, one.p, {one.given.x[0]}, one.certificate));
     ends(name, curve.size(), "half its critical temperature", "its critical point");
     projection.add_pure(curve, i);
 }
@@ -85,7 +110,7 @@ void BinaryLines::add_pure(int i) {
 void BinaryLines::add(CriticalLine const& line) {
     ++number_;
     for (auto const& one : line.points)
-        point("critical", one.T, one.p, {one.x[0]}, one.certificate);
+        table.rows.push_back(row("critical", one.T, one.p, {one.x[0]}, one.certificate));
     ends("critical", line.points.size(), in_words(line.begin, line.points.front(), mixture_),
          in_words(line.end, line.points.back(), mixture_));
     using End = corvane::CriticalLineEnd;
@@ -97,9 +122,7 @@ void BinaryLines::add(ThreePhaseLine const& line) {
     ++number_;
     std::vector<XY> curve;
     for (auto const& one : line.points) {
-        Fractions x;
-        for (corvane::PhaseRecord const& phase : one.phases) x.push_back(phase.x[0]);
-        point("three phases", one.T, one.p, x, one.certificate);
+        table.rows.push_back(row(one));
         curve.push_back(projection.at(one.T, one.p));
     }
     ends("three phases", line.points.size(), in_words(line.begin), in_words(line.end));
@@ -111,7 +134,7 @@ void BinaryLines::add(AzeotropicLine const& line) {
     ++number_;
     std::vector<XY> curve;
     for (auto const& one : line.points) {
-        point("azeotrope", one.T, one.p, {one.x}, one.certificate);
+        table.rows.push_back(row(one));
         curve.push_back(projection.at(one.T, one.p));
     }
     const auto words = [](PhaseLineEnd end) {

@@ -3,6 +3,7 @@
 
 #include <tools/corvane/certified.h>
 #include <tools/corvane/projection.h>
+#include <tools/corvane/watch.h>
 
 #include <corvane/phases/azeotrope.h>
 #include <corvane/phases/critical_line.h>
@@ -17,6 +18,26 @@ char const* in_words(corvane::PhaseLineEnd end);
 
 /// Rows "curve, number, T, p, x1, x2, x3" with certificates, beside their picture: the mole
 /// fractions of the first component in all phases that differ, the densest (by mass) first.
+/// Where lines end: --p-max and --T-min.
+struct LineLimits {
+    std::string p_max, T_min;
+
+    void add_to(Command& command);
+    /// Options of a trace, shorter steps for a picture. The watch must outlive them.
+    template <class How>
+    How apply(MixtureFluid const& mixture, Units const& units, Watch& watch, bool picture) const {
+        How how;
+        limit(units, how.p_max, how.T_min);
+        if (picture) how.step = 0.02;
+        how.validity = &mixture.validity;
+        how.progress = watch.progress();
+        return how;
+    }
+
+  private:
+    void limit(Units const& units, double& highest, double& coldest) const;
+};
+
 class BinaryLines {
   public:
     BinaryLines(MixtureFluid const& mixture, Units const& units);
@@ -25,6 +46,8 @@ class BinaryLines {
     void add(corvane::CriticalLine const& line);
     void add(corvane::ThreePhaseLine const& line);
     void add(corvane::AzeotropicLine const& line);
+    Row row(corvane::ThreePhasePoint const& point);
+    Row row(corvane::AzeotropePoint const& point);
     /// Summary lines and the certificates' worst.
     void finish(Heading& heading) const;
     /// Some line ends open, where no further point was found.
@@ -35,8 +58,8 @@ class BinaryLines {
 
   private:
     using Fractions = std::vector<double>;
-    void point(std::string const& curve, double T, double p, Fractions const& x,
-               corvane::Certificate const& certificate);
+    Row row(std::string const& curve, double T, double p, Fractions const& x,
+            corvane::Certificate const& certificate);
     void ends(std::string const& curve, std::size_t points, std::string const& begin,
               std::string const& end);
 

@@ -24,6 +24,8 @@ void add_equilibrium(Program& program);
 void add_split(Program& program);
 void add_critical_line(Program& program);
 void add_diagram(Program& program);
+void add_three_phase(Program& program);
+void add_azeotrope(Program& program);
 void add_solubility(Program& program);
 
 }  // namespace cli

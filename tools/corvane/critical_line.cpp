@@ -1,12 +1,11 @@
 // corvane critical-line: critical points of a mixture, and the critical lines of a binary.
-#include <tools/corvane/certified.h>
+#include <tools/corvane/binary_lines.h>
 #include <tools/corvane/commands.h>
 #include <tools/corvane/critical_slope.h>
 #include <tools/corvane/errors.h>
 #include <tools/corvane/numbers.h>
 #include <tools/corvane/open.h>
 #include <tools/corvane/options.h>
-#include <tools/corvane/projection.h>
 #include <tools/corvane/rows.h>
 
 #include <corvane/phases/critical.h>
@@ -25,7 +24,8 @@ using corvane::CriticalPoint;
 struct CriticalLineCommand {
     Options options;
     MixtureRequest request;
-    std::string from, step, at, T, rho, p_max, T_min;
+    std::string from, step, at, T, rho;
+    LineLimits limits;
     bool unstable = false;
     PlotFile plot;
 
@@ -172,20 +172,12 @@ int CriticalLineCommand::slope(MixtureFluid const& mixture, Heading& head, Table
 
 /// The lines, or those from the component that --from names, which then begin there.
 std::vector<CriticalLine> CriticalLineCommand::trace(MixtureFluid const& mixture) const {
-    corvane::CriticalLineOptions how;
-    how.step = !step.empty() ? number(step, "--step") : plot ? 0.02 : 0.05;
-    if (!(how.step > 0.0 && how.step <= 0.5)) throw Misuse("--step: from above 0 to 0.5");
-    const auto set = [&](std::string const& text, char const* option, Quantity quantity,
-                         double& x) {
-        if (!text.empty()) x = positive_points(text, option, quantity, options.units).front();
-    };
-    how.p_max = 100.0;
-    set(p_max, "--p-max", Quantity::pressure, how.p_max);
-    set(T_min, "--T-min", Quantity::temperature, how.T_min);
-    how.unstable = unstable;
-    how.validity = &mixture.validity;
     Watch watch("corvane: critical-line");
-    how.progress = watch.progress();
+    auto how =
+        limits.apply<corvane::CriticalLineOptions>(mixture, options.units, watch, bool(plot));
+    if (!step.empty()) how.step = number(step, "--step");
+    if (!(how.step > 0.0 && how.step <= 0.5)) throw Misuse("--step: from above 0 to 0.5");
+    how.unstable = unstable;
     const auto start = from_component(mixture);
     auto found = asking(mixture.name() + ": critical lines",
                         [&] { return corvane::critical_lines(*mixture.model, how); });
@@ -302,9 +294,8 @@ void add_critical_line(Program& program) {
                "start value of the temperature: of a critical point, or of a line that is not "
                "certified")
         .value("--rho", critical->rho, "start value of the density, with --T")
-        .flag("--unstable", critical->unstable, "what is not stable, too")
-        .value("--p-max", critical->p_max, "where lines end at high pressure (default: 100 MPa)")
-        .value("--T-min", critical->T_min, "where they end at low temperature (default: 50 K)");
+        .flag("--unstable", critical->unstable, "what is not stable, too");
+    critical->limits.add_to(command);
     critical->plot.add_to(command);
     critical->options.add_units(command);
     critical->options.add_output(command);

@@ -2,7 +2,6 @@
 #include <tools/corvane/binary_lines.h>
 #include <tools/corvane/commands.h>
 #include <tools/corvane/errors.h>
-#include <tools/corvane/numbers.h>
 #include <tools/corvane/options.h>
 #include <tools/corvane/watch.h>
 
@@ -19,46 +18,25 @@ namespace {
 struct DiagramCommand {
     Options options;
     MixtureRequest request;
-    std::string p_max, T_min;
+    LineLimits limits;
     bool log_p = false;
     PlotFile plot;
 
     int run();
-
-  private:
-    template <class How>
-    How how(MixtureFluid const& mixture, Watch& watch) const;
 };
-
-/// What the options of all kinds of lines have in common.
-template <class How>
-How DiagramCommand::how(MixtureFluid const& mixture, Watch& watch) const {
-    How result;
-    result.p_max = 100.0;
-    const auto set = [&](std::string const& text, char const* option, Quantity quantity,
-                         double& x) {
-        if (!text.empty()) x = positive_points(text, option, quantity, options.units).front();
-    };
-    set(p_max, "--p-max", Quantity::pressure, result.p_max);
-    set(T_min, "--T-min", Quantity::temperature, result.T_min);
-    if (plot) result.step = 0.02;
-    result.validity = &mixture.validity;
-    result.progress = watch.progress();
-    return result;
-}
 
 int DiagramCommand::run() {
     plot.begin();
     options.begin();
-    const MixtureFluid mixture = open_mixture(request);
-    if (mixture.size() != 2 || mixture.composed)
-        throw Misuse("a diagram needs two components without mole fractions");
+    const MixtureFluid mixture = open_binary(request);
     options.units.M = mixture.M();
     Heading head = heading("diagram", mixture);
     Watch watch("corvane: diagram");
     BinaryLines lines(mixture, options.units);
-    const auto of_lines = how<corvane::CriticalLineOptions>(mixture, watch);
-    const auto of_phases = how<corvane::PhaseLineOptions>(mixture, watch);
+    const auto of_lines =
+        limits.apply<corvane::CriticalLineOptions>(mixture, options.units, watch, bool(plot));
+    const auto of_phases =
+        limits.apply<corvane::PhaseLineOptions>(mixture, options.units, watch, bool(plot));
     ModelN const& model = *mixture.model;
     int failures = 0;
     // A kind of line that fails is told of; the others stay.
@@ -95,9 +73,8 @@ void add_diagram(Program& program) {
         [diagram] { return diagram->run(); });
     diagram->request.fractions_optional = true;
     diagram->request.add_to(command);
-    command.value("--p-max", diagram->p_max, "where lines end at high pressure (default: 100 MPa)")
-        .value("--T-min", diagram->T_min, "where they end at low temperature")
-        .flag("--log-p", diagram->log_p, "logarithmic pressures in the picture");
+    diagram->limits.add_to(command);
+    command.flag("--log-p", diagram->log_p, "logarithmic pressures in the picture");
     diagram->plot.add_to(command);
     diagram->options.add_units(command);
     diagram->options.add_output(command);

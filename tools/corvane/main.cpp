@@ -34,6 +34,8 @@ corvane COMMAND --help tells the rest.)");
     cli::add_split(program);
     cli::add_critical_line(program);
     cli::add_diagram(program);
+    cli::add_three_phase(program);
+    cli::add_azeotrope(program);
     cli::add_solubility(program);
     return program.run(argc, argv);
 }

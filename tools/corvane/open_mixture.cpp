@@ -192,6 +192,13 @@ MixtureFluid open_mixture(MixtureRequest const& request) {
     return mixture;
 }
 
+MixtureFluid open_binary(MixtureRequest const& request) {
+    MixtureFluid mixture = open_mixture(request);
+    if (mixture.size() != 2 || mixture.composed)
+        throw Misuse("give two components without mole fractions: all compositions are searched");
+    return mixture;
+}
+
 Heading heading(std::string const& command, MixtureFluid const& mixture) {
     ModelN const& model = *mixture.model;
     Heading head;

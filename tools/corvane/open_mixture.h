@@ -54,6 +54,9 @@ struct MixtureFluid {
 /// estimated by the mixing theory. @throws Misuse a composition that makes no sense; Failure
 MixtureFluid open_mixture(MixtureRequest const& request);
 
+/// The same for two components without mole fractions. @throws Misuse others
+MixtureFluid open_binary(MixtureRequest const& request);
+
 /// Heading with model, components, and a remark on every pair: its set, or that it is estimated.
 Heading heading(std::string const& command, MixtureFluid const& mixture);
 

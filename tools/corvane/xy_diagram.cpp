@@ -275,9 +275,7 @@ int XyDiagram::run() {
     plot.begin();
     data.begin();
     options.begin();
-    const MixtureFluid mixture = open_mixture(request);
-    if (mixture.size() != 2) throw Misuse("a diagram needs two components");
-    if (mixture.composed) throw Misuse("a diagram has all compositions: give no mole fractions");
+    const MixtureFluid mixture = open_binary(request);
     Units& units = options.units;
     units.M = mixture.M();
     const auto given = positive_points(values, isothermal ? "--T" : "--p", fixed(), units);
