@@ -15,11 +15,13 @@ constexpr int kNewton = 8, kSearchNewton = 15, kLocate = 20;
 constexpr double kShortest = 1e-7;            // step at which a line counts as lost
 constexpr double kTrace = 1e-9;               // mole fraction for the tangent at a pure component
 constexpr double kTurn = 0.9, kStray = 0.95;  // cosines: between tangents; of step and tangent
-constexpr double kLowest = 1e-3;              // MPa: last point before tension
-constexpr double kLimit = 1e-8;               // accuracy of the ends at given p or T
-constexpr double kUnresolved = 1e-9;          // mole fraction
-constexpr double kApart = 1e-3;               // in ln rho and x of the phases at an end point
-constexpr double kWanted = 0.12;              // wanted turn per step, radian
+constexpr int kEnter = 6;
+constexpr double kEnterStep = 0.03, kFarBelow = -100.0;  // the latter in MPa
+constexpr double kLowest = 1e-3;                         // MPa: last point before tension
+constexpr double kLimit = 1e-8;                          // accuracy of the ends at given p or T
+constexpr double kUnresolved = 1e-9;                     // mole fraction
+constexpr double kApart = 1e-3;   // in ln rho and x of the phases at an end point
+constexpr double kWanted = 0.12;  // wanted turn per step, radian
 
 Vector<double> composition(double x0) {
     Vector<double> z(2);
@@ -97,8 +99,26 @@ bool CriticalTracer::solve_near(Variables& y, int k) {
     row[k] = 1.0;
     return conditions.solve(y, 3, &row, y[k], kSearchNewton);
 }
+/// From a critical point beyond the limits in p, along its curve to one within: between the
+/// densities of a search a liquid's pressure may rise from 0 to p_max.
+bool CriticalTracer::enter(Variables& y) {
+    Variables forward{};
+    for (int it = 0; it < kEnter; ++it) {
+        Limit const* l = passed(conditions.s.p, conditions.s.T);
+        if (!l) return true;
+        if (l->end == End::cold || conditions.s.p < kFarBelow || conditions.s.p > 2.0 * o_.p_max)
+            return false;
+        const Variables from = y;
+        Variables t = conditions.tangent();
+        if (it == 0 ? (t[0] > 0.0) != (l->end == End::tension) : dot(t, forward) < 0.0)
+            turn_back(t);  // at first by the density, with which the pressure mostly rises
+        y = along(from, kEnterStep, t);
+        if (!conditions.solve(y, 3, &t, dot(t, y), kNewton)) return false;
+        forward = t;
+    }
+    return !passed(conditions.s.p, conditions.s.T);
+}
 bool CriticalTracer::begin(Variables const& y, CriticalNode& start) {
-    if (passed(conditions.s.p, conditions.s.T)) return false;
     start.y = y;
     u_ = conditions.u;
     return node(start, conditions.tangent());

@@ -54,7 +54,8 @@ class CriticalTracer {
     template <class Known>
     bool from_point(Variables y, int k, Known known, CriticalCurve& curve) {
         CriticalNode start;
-        if (known(y) || !solve_near(y, k) || known(y) || !begin(y, start)) return false;
+        if (known(y) || !solve_near(y, k) || known(y) || !enter(y) || known(y) || !begin(y, start))
+            return false;
         both_ways(start, curve);
         return true;
     }
@@ -87,6 +88,7 @@ class CriticalTracer {
     Limit const* passed(double p, double T) const;
     void find_pure(int component);
     bool solve_near(Variables& y, int k);
+    bool enter(Variables& y);
     bool begin(Variables const& y, CriticalNode& start);
     void both_ways(CriticalNode const& start, CriticalCurve& curve);
     bool node(CriticalNode& q, Variables const& forward, bool first = true);

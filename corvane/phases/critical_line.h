@@ -61,9 +61,10 @@ struct CriticalLineOptions {
 ///
 /// Detached lines come from a search on the spinodal surface: at 9 compositions and 31 densities
 /// all temperatures with λ = 0; where C changes its sign between neighbours, there is a critical
-/// line. What lies on none of the lines known is traced both ways. A line that is shorter than the
-/// meshes of this grid can be missed. Unstable stretches may end `stuck` where a second eigenvalue
-/// vanishes.
+/// line. What lies on none of the lines known is traced both ways. From a point of
+/// such a line under tension or above p_max the line is followed to the pressures asked for. A line
+/// that is shorter than the meshes of this grid can be missed. Unstable stretches may end `stuck`
+/// where a second eigenvalue vanishes.
 ///
 /// @throws EquilibriumFailure gave_up: neither a pure component nor the search gave a point;
 ///     ThException 4 not a binary; 5 options or components without Tcrit and vcrit; what the model
