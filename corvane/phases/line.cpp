@@ -181,7 +181,9 @@ PhaseLineEnd LineTracer::run(bool hotter, std::function<bool()> const& record) {
         const Path::Step step = path_.advance();
         if (step == Path::Step::stuck) return PhaseLineEnd::stuck;
         if (step == Path::Step::alike) {
-            return end(critical(), PhaseLineEnd::critical);
+            const bool solved = critical();
+            if (!solved && path_.narrow()) continue;
+            return end(solved, PhaseLineEnd::critical);
         }
         Path::Node const& b = path_.now();
         if (b.u.back() < std::log(T_min_))

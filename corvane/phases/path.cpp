@@ -5,7 +5,6 @@
 
 namespace corvane {
 namespace {
-constexpr double kAlike = 0.03;     // ratios of the partial densities: the phases are nearly one
 constexpr double kLost = 0.15;      // ratios where Newton may fail next to a critical point
 constexpr double kNear = 1.0;       // below it only ratios are specified
 constexpr double kTrace = 460.0;    // −ln 1e-200
@@ -100,6 +99,7 @@ bool Path::begin(int c) {
 bool Path::begin_at_solution() {
     if (!s_.evaluate() || !(s_.pressure() > 0.0)) return false;
     length_ = kFirst;
+    alike_limit_ = kAlike;
     // The tangent in any coordinate tells which one changes most.
     for (int c = 0; c <= last_coordinate(); ++c) {
         specify(c);
@@ -170,12 +170,15 @@ Path::Step Path::advance() {
             predict(c, length_, s_.u);
         }
         s_.value = at(now_.u, c) + length_ * at(now_.t, c);
-        if (close(s_.u, kAlike, &now_.u)) return Step::alike;
+        if (close(s_.u, alike_limit_, &now_.u)) return Step::alike;
         if (!solve(kNewton, next, &now_.t)) continue;
-        if (close(next.u, kAlike, &now_.u)) continue;  // the trivial solution: it was not foreseen
-        // Against jumps to another branch: not further than twice the step, nor round a corner.
+        if (close(next.u, alike_limit_, &now_.u))
+            continue;  // the trivial solution: it was not foreseen
+        // Against jumps to another branch: not backwards, not further than twice the step, nor
+        // round a corner.
         std::vector<double> way(next.u);
         for (std::size_t i = 0; i < way.size(); ++i) way[i] -= now_.u[i];
+        if (!(dot(way, now_.t) > 0.3 * std::sqrt(dot(way, way) * dot(now_.t, now_.t)))) continue;
         if (moves(now_.u, way, next.ln_p - now_.ln_p) > 2.0 * length_ + 1e-3) continue;
         if (dot(next.t, now_.t) > 0.5 * std::sqrt(dot(next.t, next.t) * dot(now_.t, now_.t))) break;
     }

@@ -3,6 +3,7 @@
 
 #include <corvane/phases/coexistence.h>
 
+#include <utility>
 #include <vector>
 
 namespace corvane {
@@ -56,6 +57,9 @@ class Path {
     /// its sixth power. False if these points are not found; u is then extrapolated from now().
     /// approach: takes the solutions on the way, from now() on.
     bool critical(std::vector<double>& u, std::vector<std::vector<double>>* approach = nullptr);
+    /// After Step::alike without a critical point: the curve may pass a neck between two regions.
+    /// From here on phases count as alike only much closer. False if that has been tried.
+    bool narrow() { return std::exchange(alike_limit_, kNeck) > kNeck; }
     int alike_j() const { return alike_[0]; }
     int alike_k() const { return alike_[1]; }
 
@@ -89,6 +93,8 @@ class Path {
     const double step_;
     std::vector<Coordinate> coordinates_;
     Node before_, now_;
+    static constexpr double kAlike = 0.03, kNeck = 0.002;  // ratios: the phases are nearly one
+    double alike_limit_ = kAlike;
     double length_ = 1.0;  // of the next step, in the longest allowed
     int specified_ = 0, alike_[2] = {0, 1};
 };

@@ -250,7 +250,11 @@ Diagram TieLineTracer::run(int before) {
         if (o_.progress && !o_.progress(before + count)) return finish(DiagramEnd::interrupted);
         const Path::Step step = path_.advance();
         if (step == Path::Step::stuck) return finish(DiagramEnd::stuck);
-        if (step == Path::Step::alike) return finish(critical());
+        if (step == Path::Step::alike) {
+            const DiagramEnd why = critical();
+            if (why == DiagramEnd::stuck && path_.narrow()) continue;
+            return finish(why);
+        }
         std::optional<DiagramEnd> why = bound();
         if (why == DiagramEnd::stuck) return finish(*why);
         stable_ = !o_.stability || test(pair_, true);
