@@ -12,8 +12,7 @@ namespace corvane {
 
 struct FlashResult {
     double T = 0.0, p = 0.0;  ///< K, MPa
-    /// One or two phases, from flash_ph, flash_ps and flash_Trho also three, by falling mass
-    /// density. x, rho: see PhaseRecord.
+    /// As many as are stable, by falling mass density. x, rho: see PhaseRecord.
     std::vector<PhaseRecord> phases;
     std::vector<double> fraction;  ///< mole fraction of the whole in each phase, sum 1
     Certificate certificate;
@@ -29,17 +28,20 @@ struct FlashOptions {
     Validity const* validity = nullptr;  ///< for the flags of the certificate
 };
 
-/// The stable state of composition z (zeros allowed) at p [MPa], T [K]: one fluid phase, or two.
+/// The stable state of composition z (zeros allowed) at p [MPa], T [K]: one fluid phase, two, or as
+/// many as there are components. A pure fluid is one phase, also at its saturation; three phases of
+/// a binary have one T at given p, which flash_ph, flash_ps and flash_Trho can meet.
 ///
-/// Tangent-plane test of the whole; if unstable, Rachford–Rice (Petrol. Trans. AIME 195 (1952) 327)
-/// with successive substitution from the trial phase, then Newton's method on the Gibbs energy in
-/// the amounts of one phase (Michelsen, Fluid Phase Equilib. 9 (1982) 21), each step shortened
-/// until the energy falls; then the tangent-plane test of the result. If that finds the split
-/// unstable, the phase found is paired with either phase of the split and with the whole; nine
-/// splits at most.
+/// First the split that Wilson's K-factors lead to; if it is certified, it is the answer. Else the
+/// tangent-plane test of the whole; if unstable, Rachford–Rice (Petrol. Trans. AIME 195 (1952) 327)
+/// with substitution from the trial phase, then Newton's method on the Gibbs energy in the amounts
+/// of one phase (Michelsen, Fluid Phase Equilib. 9 (1982) 21), each step shortened until the energy
+/// falls, its matrix shifted where the energy is not convex; then the tangent-plane test of the
+/// result. If that finds the split unstable, the phase found is added as a third one, or paired
+/// with either phase of the split or with the whole; nine splits at most.
 ///
-/// @throws EquilibriumFailure gave_up: no certified split; the advice says so where three phases
-///     are likely. ThException 5, 9; MthException 2; what the model throws
+/// @throws EquilibriumFailure gave_up: no certified split; the advice says so where more phases are
+///     likely. ThException 5, 9; MthException 2; what the model throws
 CORVANE_API FlashResult flash_pT(ModelN const& model, double p, double T, Vector<double> const& z,
                                  FlashOptions const& options = {});
 
