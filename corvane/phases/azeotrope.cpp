@@ -113,6 +113,7 @@ AzeotropePoint azeotrope_p(ModelN const& binary, double p, AzeotropeOptions cons
 AzeotropicLine azeotropic_line(ModelN const& binary, AzeotropePoint const& start,
                                PhaseLineOptions const& o) {
     check_binary(binary, start.T);
+    check_options(o);
     const FluidModel fluid(binary, equal_parts());
     LineTracer tracer(fluid, 2, kEqual, o);
     if (!start_at(tracer.solver, start)) throw ThException(th_out_of_range);
@@ -127,6 +128,7 @@ AzeotropicLine azeotropic_line(ModelN const& binary, AzeotropePoint const& start
 
 std::vector<AzeotropicLine> azeotropic_lines(ModelN const& binary, PhaseLineOptions const& o) {
     check_binary(binary, 1.0);
+    check_options(o);
     std::vector<AzeotropicLine> lines;
     search_lines(binary, o, [&](BinaryDiagram const& d) {
         for (Diagram const& b : d.branches)

@@ -14,6 +14,14 @@ inline void check_binary(ModelN const& model, double value) {
     if (!(value > 0.0) || !std::isfinite(value)) throw ThException(th_out_of_range);
 }
 
+/// @throws ThException 5 a step or bound that is not a number, or none to work with
+template <class Options>
+void check_options(Options const& o) {
+    if (!(o.step > 0.0) || !(o.p_max > 0.0) || !(o.T_min >= 0.0) ||
+        !std::isfinite(o.step + o.p_max + o.T_min))
+        throw ThException(th_out_of_range);
+}
+
 /// Both components present, for a FluidModel whose phases bring their own compositions.
 inline Vector<double> equal_parts() {
     Vector<double> z(2);

@@ -330,6 +330,7 @@ class Builder {
 
 BinaryDiagram build(ModelN const& model, Constant constant, DiagramOptions const& o) {
     check_binary(model, constant.value);
+    check_options(o);
     return Builder(model, constant, o).run();
 }
 }  // namespace

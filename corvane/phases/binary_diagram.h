@@ -33,7 +33,7 @@ struct CORVANE_API BinaryDiagram {
 /// ways. A detached region smaller than these grids is not found.
 ///
 /// options.stability is always on. `full` bounds the points of every branch; Progress counts all.
-/// @throws ThException 4 not a binary; 5; what the model throws
+/// @throws ThException 4 not a binary; 5 T, p or an option; what the model throws
 CORVANE_API BinaryDiagram complete_pxy(ModelN const& binary, double T,
                                        DiagramOptions const& options = {});
 

@@ -10,6 +10,7 @@ namespace corvane {
 namespace {
 Diagram trace(ModelN const& model, bool at_T, double value, DiagramOptions const& o) {
     check_binary(model, value);
+    check_options(o);
     const std::string name = at_T ? "diagram_pxy" : "diagram_Txy";
     char state[40];
     std::snprintf(state, sizeof state, at_T ? "T = %g K" : "p = %g MPa", value);

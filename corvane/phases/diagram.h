@@ -60,7 +60,7 @@ struct DiagramOptions {
 /// are passed. One curve, also through stretches that are not stable, which are marked: see
 /// complete_pxy for all that is stable.
 /// @throws EquilibriumFailure no_solution: T above both critical temperatures; gave_up: no start;
-///     ThException 4 not a binary; 5; what the model throws
+///     ThException 4 not a binary; 5 T, p or an option; what the model throws
 CORVANE_API Diagram diagram_pxy(ModelN const& model, double T, DiagramOptions const& options = {});
 
 /// The same at p [MPa]: T-x-y.

@@ -11,6 +11,7 @@ namespace corvane {
 ThreePhaseLine three_phase_line(ModelN const& binary, ThreePhasePoint const& start,
                                 PhaseLineOptions const& o) {
     check_binary(binary, start.T);
+    check_options(o);
     const FluidModel fluid(binary, equal_parts());
     LineTracer tracer(fluid, 3, {}, o);
     if (!start_three(tracer.solver, start)) throw ThException(th_out_of_range);
@@ -26,6 +27,7 @@ ThreePhaseLine three_phase_line(ModelN const& binary, ThreePhasePoint const& sta
 
 std::vector<ThreePhaseLine> three_phase_lines(ModelN const& binary, PhaseLineOptions const& o) {
     check_binary(binary, 1.0);
+    check_options(o);
     std::vector<ThreePhaseLine> lines;
     search_lines(binary, o, [&](BinaryDiagram const& d) {
         auto x = [](ThreePhasePoint const& q) { return q.phases[2].x[0]; };

@@ -244,5 +244,7 @@ TEST(CompleteDiagram, SaysWhatIsMissing) {
     o.points = 10;
     EXPECT_FALSE(corvane::complete_pxy(*m, 290, o).complete());
     EXPECT_EQ(th_code([&] { corvane::complete_pxy(*m, 0, o); }), 5);
+    o.p_max = std::nan("");
+    EXPECT_EQ(th_code([&] { corvane::complete_Txy(*m, 1, o); }), 5);
 }
 }  // namespace
