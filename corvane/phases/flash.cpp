@@ -110,6 +110,7 @@ class Flash {
 
     /// Compositions, and of two phases K-factors and fraction, of a neighbouring result.
     bool start_from(FlashResult const& start) {
+        if (start.fraction.size() != start.phases.size()) return false;
         start_.assign(start.phases.size(), x_);
         for (std::size_t k = 0; k < start_.size(); ++k) {
             if (start.phases[k].x.size() != fluid_.model().mdl1.size()) return false;

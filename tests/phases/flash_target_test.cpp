@@ -108,6 +108,30 @@ TEST(FlashTarget, Jumps) {
         }
 }
 
+TEST(FlashTarget, Azeotrope) {
+    const Mixture m = peng_robinson("carbon_dioxide", "ethane", 0.13);
+    double low = 0.5, high = 0.9;
+    for (int k = 0; k < 50; ++k) {
+        const double x = (low + high) / 2;
+        (corvane::bubble_p(*m, 3, mix(x)).incipient.x[0] > x ? low : high) = x;
+    }
+    const auto at = corvane::bubble_p(*m, 3, mix(low));
+    FlashResult in;
+    in.T = at.T;
+    in.phases = {at.given, at.incipient};
+    in.fraction = {0.4, 0.6};
+    in.rho = 1 / (0.4 / at.given.rho + 0.6 / at.incipient.rho);
+    corvane::add_caloric(*m, mix(low), in);
+    for (auto const& q :
+         {corvane::flash_ph(*m, 3, in.h, mix(low)), corvane::flash_ps(*m, 3, in.s, mix(low)),
+          corvane::flash_Trho(*m, at.T, in.rho, mix(low))}) {
+        ASSERT_EQ(q.phases.size(), 2u);
+        EXPECT_NEAR(q.T, at.T, 1e-6);
+        EXPECT_NEAR(q.p, 3, 1e-8);
+        EXPECT_NEAR(q.fraction[1], 0.6, 1e-8);
+    }
+}
+
 // Of the stable state: (∂h/∂s)_p = T and (∂h/∂p)_s = v, in one phase and in two; and
 // (∂h/∂T)_p = cp in one.
 TEST(FlashTarget, SlopesOfTheEnthalpy) {
