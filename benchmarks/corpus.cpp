@@ -1,6 +1,7 @@
 // Bubble and dew points of binaries, cold, over compositions and temperatures: how many are solved,
-// have no solution, are given up, or are wrong without saying so. Every result is checked as in
-// corpus_check.h; --scan checks the refusals, too.
+// have no solution, are given up (counted apart where the model has no density at some
+// composition), or are wrong without saying so. Every result is checked as in corpus_check.h;
+// --scan checks the refusals, too.
 //
 //     bench_corpus [-v] [--scan] [--limit SECONDS] [EOS ...]      default: PR SRK
 //
@@ -15,6 +16,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -54,14 +56,15 @@ double microseconds(Clock::time_point since) {
     return std::chrono::duration<double, std::micro>(Clock::now() - since).count();
 }
 
-enum Outcome { solved, none, gave_up, wrong };
+enum Outcome { solved, none, gave_up, no_density, wrong };
+constexpr int kOutcomes = 5;
 struct Row {
-    int count[4] = {};
+    int count[kOutcomes] = {};
     double sum = 0, worst = 0;
     void print(char const* name) const {
-        const int n = count[0] + count[1] + count[2] + count[3];
-        std::printf("%-40s%8d%10d%9d%8d%12.1f%12.1f\n", name, count[solved], count[none],
-                    count[gave_up], count[wrong], sum / n, worst);
+        const int n = std::accumulate(count, count + kOutcomes, 0);
+        std::printf("%-40s%8d%10d%9d%12d%8d%12.1f%12.1f\n", name, count[solved], count[none],
+                    count[gave_up], count[no_density], count[wrong], sum / n, worst);
         std::fflush(stdout);
     }
 };
@@ -95,6 +98,7 @@ class Corpus {
                 o = wrong;
                 std::printf("  overlooked near p=%.6g: %s\n", at, e.what());
             }
+            if (o == gave_up && !check::has_densities(m, T)) o = no_density;
             ++row.count[o];
             if (verbose || o == gave_up) std::printf("  %s\n", e.what());
         } catch (ThException const& e) {
@@ -134,8 +138,8 @@ int main(int argc, char** argv) {
             asked.push_back(word);
     }
     if (asked.empty()) asked = {"PR", "SRK"};
-    std::printf("%-40s%8s%10s%9s%8s%12s%12s\n", "", "solved", "no such", "gave up", "wrong",
-                "mean us", "worst us");
+    std::printf("%-40s%8s%10s%9s%12s%8s%12s%12s\n", "", "solved", "no such", "gave up",
+                "no density", "wrong", "mean us", "worst us");
     bool sound = true;
     for (Equation const& e : kEquations) {
         if (std::find(asked.begin(), asked.end(), e.eos) == asked.end()) continue;
@@ -148,7 +152,7 @@ int main(int argc, char** argv) {
                            (kind == Saturated::bubble ? " bubble" : " dew") +
                            (m.estimated ? " (est.)" : ""))
                               .c_str());
-                for (int k = 0; k < 4; ++k) all.count[k] += row.count[k];
+                for (int k = 0; k < kOutcomes; ++k) all.count[k] += row.count[k];
                 all.sum += row.sum;
                 all.worst = std::max(all.worst, row.worst);
             }

@@ -134,7 +134,10 @@ inline char const* fault(ModelN const& m, corvane::Saturated kind, double T, dou
     }
     for (Vector<double> const* v : {&a, &b}) {
         const double rho = v->sum(), other = (v == &a ? pa : pb).P * R * T;
-        const double rounding = 2e-15 * R * T * rho * m.pV(rho, T, *v * (1 / rho));
+        // Rounding of the density, and of Z in long sums (multi-fluid: 5e-14 in cold water).
+        const double rounding =
+            R * T * rho *
+            (2e-15 * m.pV(rho, T, *v * (1 / rho)) + (std::strcmp(m.mth, "vdW1") ? 2e-13 : 0.0));
         if (!(std::fabs(m.Z(*v, T) * R * T * rho - q.p) <= 1e-9 * q.p + rounding))
             return "pressure";
         if (!(std::fabs(other - q.p) <= 1e-9 * q.p + rounding + pa.error * R * T * rho))
@@ -143,6 +146,16 @@ inline char const* fault(ModelN const& m, corvane::Saturated kind, double T, dou
     if (apart < 1e-4) return "trivial";
     if ((mass(m, b) < mass(m, a)) != (kind == corvane::Saturated::bubble)) return "kind";
     return distance(m, q.p, T, mu).tpd < -1e-7 ? "unstable" : nullptr;
+}
+
+/// Does the model have a density at every composition, at T and pressures from 1e-4 to 1000 MPa?
+inline bool has_densities(ModelN const& m, double T) {
+    for (double p = 1e-4; p < 2000; p *= 10)
+        for (int k = 0; k <= 50; ++k) {
+            double r[2] = {0, 0};
+            if (m.vcalc(p, T, binary(0.001 + 0.998 * k / 50), 1, r[0], r[1]) < 1) return false;
+        }
+    return true;
 }
 
 /// A boundary of the kind asked for that a scan over p finds where the solver says there is none;

@@ -55,8 +55,9 @@ SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
     throw EquilibriumFailure(
         none ? EquilibriumFailure::Kind::no_solution : EquilibriumFailure::Kind::gave_up, state(),
         name(), pair_.iterations, none ? std::nan("") : pair_.residual,
-        none ? "no stable boundary of this kind on the way or on the envelope"
-             : "start from a neighbouring solution, or trace the envelope");
+        none       ? "no stable boundary of this kind on the way or on the envelope"
+        : unknown_ ? "the model has no density for some states or trial phases on the way"
+                   : "start from a neighbouring solution, or trace the envelope");
 }
 
 bool SaturationSolver::warm(SaturationPoint const& start) {

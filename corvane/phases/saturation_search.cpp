@@ -17,10 +17,10 @@ SaturationSolver::Node SaturationSolver::node(double s) {
     q.s = s;
     a_.resize(fluid_.size());
     if (!fluid_.evaluate_at(a_, p(s), T(s), fluid_.z(), Root::stable, phase_H)) return q;
-    q.known = true;
     q.rho = a_.rho;
     q.r = stability_.test(a_, p(s), nullptr, false);
     q.stable = q.r.stable;
+    q.known = !q.stable || q.r.unconverged == 0;
     return q;
 }
 
@@ -129,6 +129,7 @@ bool SaturationSolver::global(bool upper) {
         Node const &a = nodes[k], &b = nodes[k + 1];
         if (!a.known || !b.known) {
             complete_ = false;
+            unknown_ = true;
             continue;
         }
         if (a.stable != b.stable) {

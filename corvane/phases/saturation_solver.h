@@ -83,6 +83,7 @@ class SaturationSolver {
     PhaseState a_, b_;
     double tpd_ = 0.0;
     bool complete_ = true;  // the search and the trace left nothing open
+    bool unknown_ = false;  // states of the search without density, or without a complete test
     bool missed_ = false;   // a crossing of the envelope was not solved
 };
 

@@ -150,7 +150,7 @@ StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState co
         return end == End::negative && first;
     };
     if (n == 2) {
-        scan_binary(phase, p);
+        r.unconverged += scan_binary(phase, p);
         for (Bracket const& b : brackets_)
             if (record(descend(phase, p, known, b, first, tpd, r.iterations))) break;
     } else if (n > 2) {

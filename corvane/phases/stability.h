@@ -23,7 +23,7 @@ struct StabilityResult {
     bool other = false;  ///< a stationary point besides the phase itself (and the known one)
     TrialPhase trial;    ///< that of smallest tpd, if `other` or unstable
     int iterations = 0;
-    int unconverged = 0;  ///< starts that used up their iterations
+    int unconverged = 0;  ///< starts that used up their iterations or met no density
 };
 
 /// Tangent-plane test (Michelsen, Fluid Phase Equilib. 9 (1982) 1) with its work space.
@@ -61,7 +61,8 @@ class CORVANE_API Stability {
     bool newton();
     static double distance(PhaseState const& s, PhaseState const& phase);
     static bool meets(PhaseState const& s, PhaseState const& phase);
-    void scan_binary(PhaseState const& phase, double p);
+    /// Fills brackets_. Returns the number of compositions without a density.
+    int scan_binary(PhaseState const& phase, double p);
     void scan_root(PhaseState const& phase, Root root, bool own, double const* d,
                    double const* same);
 

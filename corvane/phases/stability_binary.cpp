@@ -37,14 +37,16 @@ Vertex vertex(double const* w, double const* y) {
 }
 }  // namespace
 
-void Stability::scan_binary(PhaseState const& phase, double p) {
+int Stability::scan_binary(PhaseState const& phase, double p) {
     brackets_.clear();
+    int missing = 0;
     std::array<std::array<double, kPoints>, 2> d;
     double rho[2], g[2];
     for (int k = 0; k < kPoints; ++k) {
         step_[0] = kGrid[k];
         step_[1] = 1.0 - kGrid[k];
         const int roots = fluid_.densities(p, phase.T, step_, rho, g);
+        if (roots == 0) ++missing;
         double plane = 0.0;  // of the tangent, less the mixing term
         for (int i = 0; i < 2; ++i) plane += step_[i] * (phase.m[i] - std::log(step_[i]));
         for (int root = 0; root < 2; ++root)
@@ -58,6 +60,7 @@ void Stability::scan_binary(PhaseState const& phase, double p) {
         scan_root(phase, root == 0 ? Root::dense : Root::dilute, own, d[root].data(),
                   root == 0 ? nullptr : d[0].data());
     }
+    return missing;
 }
 
 /// Minima of d at the grid points along one density root.
