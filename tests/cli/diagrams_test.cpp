@@ -103,6 +103,24 @@ TEST(CliDiagrams, PointsOfLinesAreThoseOfDiagrams) {
     EXPECT_NEAR(value(three, "T") / value(diagram, "T"), 1, 1e-10);
 }
 
+TEST(CliDiagrams, FreezingMeetsTheSolubilityOfTheOtherSolver) {
+    const Json diagram = json("txy PR+vdW1 methane CO2 --p 1 --T-min 100 --solid");
+    int compared = 0, frozen = 0;
+    for (Json const& row : diagram["rows"]) {
+        frozen += row.value("note", "").rfind("not stable", 0) == 0 ? 1 : 0;
+        const double T = value(row, "T"), x = value(row, "x_methane");
+        if (row["phases"] != "solid carbon_dioxide" || T < 160 || T > 200 || x < 0.5) continue;
+        const Json other = json(
+            "solubility PR+vdW1 methane CO2 --solid CO2 --p 1 --phase vapour "
+            "--T " +
+            row["T"].dump())["rows"][0];
+        EXPECT_NEAR(value(other, "x_methane"), x, 1e-7) << T;
+        ++compared;
+    }
+    EXPECT_GT(compared, 3);
+    EXPECT_GT(frozen, 20);  // the miscibility gap of the liquids lies below the freezing line
+}
+
 TEST(CliDiagrams, MeasuredPointsAreCompared) {
     const std::string folder = CORVANE_SOURCE "/examples/measured/";
     const std::string file = " --data " + folder + "propane_butane.csv";

@@ -37,6 +37,8 @@ char const* colour(Ink ink) {
             return "#2e8b57";
         case Ink::azeotrope:
             return "#8e44ad";
+        case Ink::solid:
+            return "#8a6d1f";
         case Ink::grey:
             return "#808080";
         case Ink::black:
@@ -63,6 +65,8 @@ char const* style(Symbol symbol) {
             return "pt 7 ps 1.1";
         case Symbol::end_point:
             return "pt 9 ps 1.2";
+        case Symbol::eutectic:
+            return "pt 11 ps 1.2";
         case Symbol::extremum:
             return "pt 8 ps 1.1";
         case Symbol::azeotrope:

@@ -11,7 +11,7 @@
 namespace cli {
 
 /// What a curve or a point stands for; the same in every picture.
-enum class Ink { liquid, vapour, liquid2, azeotrope, black, grey };
+enum class Ink { liquid, vapour, liquid2, azeotrope, solid, black, grey };
 
 enum class Stroke {
     line,
@@ -25,6 +25,7 @@ enum class Symbol {
     extremum,
     azeotrope,
     three_phase,
+    eutectic,
     measured,
     measured_open
 };

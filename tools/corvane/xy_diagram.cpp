@@ -8,13 +8,11 @@
 #include <tools/corvane/open.h>
 #include <tools/corvane/options.h>
 #include <tools/corvane/rows.h>
-
-#include <corvane/phases/binary_diagram.h>
+#include <tools/corvane/xy_solid.h>
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
 #include <utility>
 
@@ -32,76 +30,24 @@ struct XyDiagram {
     Options options;
     MixtureRequest request;
     std::string values, p_max, T_min, step;
+    bool solid = false;
     PlotFile plot;
     Measured data;
 
     char const* name() const { return isothermal ? "pxy" : "txy"; }
-    char const* symbol() const { return isothermal ? "T" : "p"; }
-    Quantity fixed() const { return isothermal ? Quantity::temperature : Quantity::pressure; }
-    Quantity sought() const { return isothermal ? Quantity::pressure : Quantity::temperature; }
     int run();
 
   private:
     std::vector<Column> columns(MixtureFluid const& mixture) const;
     std::vector<Row> rows_of(MixtureFluid const& mixture, Diagram const& branch) const;
-    void draw(Diagram const& branch, Picture& picture) const;
-    void draw(corvane::ThreePhasePoint const& three, Picture& picture) const;
     void report(MixtureFluid const& mixture, BinaryDiagram const& diagram, double given,
                 Heading& head) const;
     corvane::DiagramOptions how() const;
-    std::vector<Row> trace(MixtureFluid const& mixture, double given,
+    std::vector<Row> trace(MixtureFluid const& mixture, Solids const& solids, double given,
                            corvane::DiagramOptions const& asked, Heading& head, Picture& picture);
-    /// p or T of a state as it is drawn.
-    template <class S>
-    double value(S const& state) const {
-        return options.units.from_library(sought(), isothermal ? state.p : state.T);
-    }
+    XyFrame frame() const { return {isothermal, options.units}; }
     bool complete_ = true;
 };
-
-std::string in_words(DiagramEnd end, TieLine const& point, MixtureFluid const& mixture) {
-    switch (end) {
-        case DiagramEnd::pure:
-            return fmt::format("pure {}", mixture.component(point.x > 0.5 ? 0 : 1));
-        case DiagramEnd::critical:
-            return "a critical point";
-        case DiagramEnd::three_phase:
-            return "three phases";
-        case DiagramEnd::limit:
-            return "the highest p or T";
-        case DiagramEnd::coldest:
-            return "the lowest T";
-        case DiagramEnd::full:
-            return "the largest number of points, where it goes on";
-        case DiagramEnd::interrupted:
-            return "the interruption";
-        case DiagramEnd::stuck:
-            break;
-    }
-    return "an open end: no further point was found";
-}
-
-char const* in_words(PhasePair kind) {
-    return kind == PhasePair::vapour_liquid   ? "vapour-liquid"
-           : kind == PhasePair::liquid_liquid ? "liquid-liquid"
-                                              : "fluid-fluid";
-}
-
-/// The branch with its denser phase (by mass, where they differ most) as x.
-Diagram denser_first(Diagram branch, MixtureFluid const& mixture) {
-    double most = 0.0;
-    for (TieLine const& tie : branch.points) {
-        const double contrast =
-            std::log(tie.rho_x * mixture.M(binary(tie.x)) / (tie.rho_y * mixture.M(binary(tie.y))));
-        if (std::fabs(contrast) > std::fabs(most)) most = contrast;
-    }
-    if (most < 0.0)
-        for (TieLine& tie : branch.points) {
-            std::swap(tie.x, tie.y);
-            std::swap(tie.rho_x, tie.rho_y);
-        }
-    return branch;
-}
 
 std::vector<Column> XyDiagram::columns(MixtureFluid const& mixture) const {
     Units const& u = options.units;
@@ -139,54 +85,17 @@ std::vector<Row> XyDiagram::rows_of(MixtureFluid const& mixture, Diagram const& 
     return rows;
 }
 
-void XyDiagram::draw(Diagram const& branch, Picture& picture) const {
-    std::vector<XY> x, y;
-    std::vector<bool> stable;
-    for (TieLine const& tie : branch.points) {
-        x.push_back({tie.x, value(tie)});
-        y.push_back({tie.y, value(tie)});
-        stable.push_back(tie.stable);
-    }
-    switch (branch.kind) {
-        case PhasePair::vapour_liquid:
-            picture.add("liquid", Ink::liquid, x, stable);
-            picture.add("vapour", Ink::vapour, y, stable);
-            break;
-        case PhasePair::liquid_liquid:
-            picture.add("liquid", Ink::liquid, x, stable);
-            picture.add("second liquid", Ink::liquid2, y, stable);
-            break;
-        case PhasePair::fluid_fluid:
-            picture.add("fluid", Ink::black, x, stable);
-            picture.add("fluid", Ink::black, y, stable);
-    }
-    if (branch.begin == DiagramEnd::critical)
-        picture.mark("critical point", Symbol::critical, Ink::black, x.front());
-    if (branch.end == DiagramEnd::critical)
-        picture.mark("critical point", Symbol::critical, Ink::black, x.back());
-    for (TieLine const& tie : branch.azeotropes)
-        picture.mark("azeotrope", Symbol::azeotrope, Ink::black, {tie.x, value(tie)});
-}
-
-void XyDiagram::draw(corvane::ThreePhasePoint const& three, Picture& picture) const {
-    std::vector<XY> line;
-    for (corvane::PhaseRecord const& phase : three.phases) {
-        line.push_back({phase.x[0], value(three)});
-        picture.mark("three phases", Symbol::three_phase, Ink::black, line.back());
-    }
-    std::sort(line.begin(), line.end());
-    picture.curves.push_back({"", Ink::black, Stroke::thin, line});
-}
-
 void XyDiagram::report(MixtureFluid const& mixture, BinaryDiagram const& diagram, double given,
                        Heading& head) const {
     Units const& u = options.units;
     char const* const name = isothermal ? "p" : "T";
     const auto say = [&](std::string const& text) {
-        head.summary.push_back(fmt::format("{} = {}: {}", symbol(), u.text(fixed(), given), text));
+        head.summary.push_back(
+            fmt::format("{} = {}: {}", frame().symbol(), u.text(frame().fixed(), given), text));
     };
     const auto at = [&](auto const& state) {
-        return fmt::format("{} = {}", name, u.text(sought(), isothermal ? state.p : state.T));
+        return fmt::format("{} = {}", name,
+                           u.text(frame().sought(), isothermal ? state.p : state.T));
     };
     double dmu = 0.0, dp = 0.0;
     long points = 0, unstable = 0;
@@ -194,7 +103,7 @@ void XyDiagram::report(MixtureFluid const& mixture, BinaryDiagram const& diagram
         dmu = std::max(dmu, b.dmu);
         dp = std::max(dp, b.dp);
         points += static_cast<long>(b.points.size());
-        unstable += b.unstable;
+        for (TieLine const& tie : b.points) unstable += tie.stable ? 0 : 1;
         TieLine const &first = b.points.front(), &last = b.points.back();
         say(fmt::format("{} from {} ({}) to {} ({}), {} points", in_words(b.kind),
                         in_words(b.begin, first, mixture), at(first),
@@ -226,7 +135,7 @@ void XyDiagram::report(MixtureFluid const& mixture, BinaryDiagram const& diagram
                                  : ", all points stable",
                     diagram.evaluations));
     list(head, "certificates")
-        .push_back({{symbol(), u.from_library(fixed(), given)},
+        .push_back({{frame().symbol(), u.from_library(frame().fixed(), given)},
                     {"complete", static_cast<long>(diagram.complete())},
                     {"points", points},
                     {"unstable", unstable},
@@ -248,7 +157,7 @@ corvane::DiagramOptions XyDiagram::how() const {
     return result;
 }
 
-std::vector<Row> XyDiagram::trace(MixtureFluid const& mixture, double given,
+std::vector<Row> XyDiagram::trace(MixtureFluid const& mixture, Solids const& solids, double given,
                                   corvane::DiagramOptions const& asked, Heading& head,
                                   Picture& picture) {
     BinaryDiagram diagram = isothermal ? complete_pxy(*mixture.model, given, asked)
@@ -257,16 +166,26 @@ std::vector<Row> XyDiagram::trace(MixtureFluid const& mixture, double given,
     std::vector<XY> longest;  // the liquid of the longest branch, which bears the label
     for (Diagram& branch : diagram.branches) {
         branch = denser_first(std::move(branch), mixture);
+        for (TieLine& tie : branch.points)
+            if (solids.freeze(tie.T, tie.p, tie.x, tie.rho_x)) tie.stable = false;
         for (Row& row : rows_of(mixture, branch)) rows.push_back(std::move(row));
-        draw(branch, picture);
+        draw(branch, frame(), picture);
         if (branch.points.size() <= longest.size()) continue;
         longest.clear();
-        for (TieLine const& tie : branch.points) longest.push_back({tie.x, value(tie)});
+        for (TieLine const& tie : branch.points) longest.push_back({tie.x, frame().value(tie)});
     }
     if (rows.empty()) throw Failure("no solution: one phase only, in all compositions");
-    for (corvane::ThreePhasePoint const& three : diagram.three_phase) draw(three, picture);
-    picture.label(options.units.text(fixed(), given), longest);
+    for (corvane::ThreePhasePoint const& three : diagram.three_phase) {
+        const bool frozen = std::any_of(
+            three.phases.begin(), three.phases.end(), [&](corvane::PhaseRecord const& phase) {
+                return solids.freeze(three.T, three.p, phase.x[0], phase.rho);
+            });
+        draw(three, !frozen, frame(), picture);
+    }
+    picture.label(options.units.text(frame().fixed(), given), longest);
     report(mixture, diagram, given, head);
+    for (Row& row : solids.trace(frame(), given, asked, head, picture))
+        rows.push_back(std::move(row));
     complete_ = complete_ && diagram.complete();
     return rows;
 }
@@ -278,25 +197,26 @@ int XyDiagram::run() {
     const MixtureFluid mixture = open_binary(request);
     Units& units = options.units;
     units.M = mixture.M();
-    const auto given = positive_points(values, isothermal ? "--T" : "--p", fixed(), units);
+    const auto given = positive_points(values, isothermal ? "--T" : "--p", frame().fixed(), units);
     if (data) data.read(mixture, isothermal);
     Heading head = heading(name(), mixture);
+    const Solids solids(mixture, solid, head);
     Picture picture;
     picture.title = title(mixture);
     picture.x_axis = fmt::format("mole fraction of {}", mixture.component(0));
-    picture.y_axis = axis(sought(), units);
+    picture.y_axis = axis(frame().sought(), units);
     picture.fraction = true;
     head.remarks.push_back("every stable two-phase state; x is the liquid, or the denser phase");
-    if (given.size() == 1) picture.title += ", " + units.text(fixed(), given.front());
+    if (given.size() == 1) picture.title += ", " + units.text(frame().fixed(), given.front());
     Table table{columns(mixture), {}};
     Rows rows(name(), table, given.size(), "diagrams");
     corvane::DiagramOptions asked = how();
     asked.progress = rows.progress();
     for (double value : given)
-        if (!rows.add_all(
-                fmt::format("{} at {} = {}", mixture.name(), symbol(), units.text(fixed(), value)),
-                {{isothermal ? 0 : 1, units.from_library(fixed(), value)}},
-                [&] { return trace(mixture, value, asked, head, picture); }))
+        if (!rows.add_all(fmt::format("{} at {} = {}", mixture.name(), frame().symbol(),
+                                      units.text(frame().fixed(), value)),
+                          {{isothermal ? 0 : 1, units.from_library(frame().fixed(), value)}},
+                          [&] { return trace(mixture, solids, value, asked, head, picture); }))
             break;
     if (data) {
         data.compare(mixture, given, units, head);
@@ -325,6 +245,8 @@ void add(Program& program, bool isothermal, char const* text, char const* exampl
                       "where to begin (default: 0.3 of the lower critical temperature)");
     command.value("--step", diagram->step,
                   "longest step in the mole fractions, about (default: 0.05; 0.01 with --plot)");
+    command.flag("--solid", diagram->solid,
+                 "the components' pure solids, too, where there are data: freezing, eutectics");
     diagram->plot.add_to(command);
     diagram->data.add_to(command);
     diagram->options.add_units(command);
