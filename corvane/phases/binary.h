@@ -22,6 +22,18 @@ void check_options(Options const& o) {
         throw ThException(th_out_of_range);
 }
 
+/// f(), or false where the model refuses a state: a curve ends there, and does not take all others
+/// with it.
+template <class F>
+bool survives(F f) {
+    try {
+        return f();
+    } catch (ThException const&) {
+    } catch (MthException const&) {
+    }
+    return false;
+}
+
 /// Both components present, for a FluidModel whose phases bring their own compositions.
 inline Vector<double> equal_parts() {
     Vector<double> z(2);

@@ -220,9 +220,12 @@ class Builder {
             const double s = lo + (hi - lo) * k / std::max(count, 1);
             const double p = constant_.at_T ? std::exp(s) : constant_.value,
                          T = constant_.at_T ? constant_.value : std::exp(s);
-            for (Facet const& f : split_facets(fluid_, p, T)) {
+            std::vector<Facet> facets;
+            if (!survives([&] { return facets = split_facets(fluid_, p, T), true; }))
+                d_.open.push_back({T, p, 0.0, 1.0, 0.0, 0.0, false});
+            for (Facet const& f : facets) {
                 if (covered(s, f.x[0], f.x[1])) continue;
-                if (!detached(p, T, f)) failed.push_back({p, T, f});
+                if (!survives([&] { return detached(p, T, f); })) failed.push_back({p, T, f});
             }
         }
         for (auto const& [p, T, f] : failed)
@@ -311,8 +314,14 @@ class Builder {
         PhaseState s;
         s.resize(2);
         const double x = 0.5 * (f.x[0] + f.x[1]);
-        if (!fluid_.evaluate_at(s, p, T, {x, 1 - x}, Root::stable, phase_H)) return;
-        if (stability_.test(s, p, nullptr, true).stable) return;
+        bool stable = false;
+        if (survives([&] {
+                if (!fluid_.evaluate_at(s, p, T, {x, 1 - x}, Root::stable, phase_H)) return false;
+                stable = stability_.test(s, p, nullptr, true).stable;
+                return true;
+            }) &&
+            stable)
+            return;
         if (covered(std::log(constant_.at_T ? p : T), x - 0.01, x + 0.01)) return;
         d_.open.push_back({T, p, f.x[0], f.x[1], f.rho[0], f.rho[1], false});
     }

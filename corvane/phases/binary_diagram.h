@@ -15,8 +15,9 @@ namespace corvane {
 struct CORVANE_API BinaryDiagram {
     std::vector<Diagram> branches;
     std::vector<ThreePhasePoint> three_phase;  ///< where branches meet
-    /// Splits that were found but not traced: one tie line of each, not solved. A pure component
-    /// (x = y) whose saturation no branch reaches.
+    /// Splits that were found but not traced: one tie line of each, not solved. From 0 to 1: a p
+    /// (or T) at which the model has no densities to search. A pure component (x = y) whose
+    /// saturation no branch reaches. A branch ends `stuck` where the model refuses a state.
     std::vector<TieLine> open;
     long evaluations = 0;
 

@@ -1,5 +1,6 @@
 #include <corvane/core/constants.h>
 #include <corvane/mixture/modeln.h>
+#include <corvane/phases/binary.h>
 #include <corvane/phases/critical_conditions.h>
 #include <corvane/phases/pure_point.h>
 #include <corvane/phases/tie_lines.h>
@@ -44,6 +45,9 @@ TieLineTracer::TieLineTracer(FluidModel const& fluid, Constant constant, Diagram
 }
 
 bool TieLineTracer::begin_pure(int component) {
+    return survives([&] { return leave_pure(component); });
+}
+bool TieLineTracer::leave_pure(int component) {
     TieLine q;
     if (!pure_point(fluid_, component, constant_, q)) return false;
     d_.points.push_back(q);
@@ -243,28 +247,28 @@ DiagramEnd TieLineTracer::end_at_three_phases() {
     return DiagramEnd::three_phase;
 }
 
-Diagram TieLineTracer::run(int before) {
+DiagramEnd TieLineTracer::follow(int before) {
     while (true) {
         const int count = static_cast<int>(d_.points.size());
-        if (count >= o_.points) return finish(DiagramEnd::full);
-        if (o_.progress && !o_.progress(before + count)) return finish(DiagramEnd::interrupted);
+        if (count >= o_.points) return DiagramEnd::full;
+        if (o_.progress && !o_.progress(before + count)) return DiagramEnd::interrupted;
         const Path::Step step = path_.advance();
-        if (step == Path::Step::stuck) return finish(DiagramEnd::stuck);
+        if (step == Path::Step::stuck) return DiagramEnd::stuck;
         if (step == Path::Step::alike) {
             const DiagramEnd why = critical();
             if (why == DiagramEnd::stuck && path_.narrow()) continue;
-            return finish(why);
+            return why;
         }
         std::optional<DiagramEnd> why = bound();
-        if (why == DiagramEnd::stuck) return finish(*why);
+        if (why == DiagramEnd::stuck) return *why;
         stable_ = !o_.stability || test(pair_, true);
         const std::vector<double> from = path_.before().u;
-        if (cut_ && !stable_) return finish(end_at_three_phases());
+        if (cut_ && !stable_) return end_at_three_phases();
         azeotrope(from, path_.now().u);
         push(pair_, stable_);
         TieLine const& q = d_.points.back();
-        if (why) return finish(*why);
-        if (path_.at_trace()) return finish(DiagramEnd::coldest);
+        if (why) return *why;
+        if (path_.at_trace()) return DiagramEnd::coldest;
         for (int component : {0, 1}) {
             const double trace = component == 0 ? std::max(1 - q.x, 1 - q.y) : std::max(q.x, q.y);
             const double away = component == 0 ? -1.0 : 1.0;
@@ -274,9 +278,15 @@ Diagram TieLineTracer::run(int before) {
             if ((q.rho_x < q.rho_y) != (end.rho_x < end.rho_y)) std::swap(end.rho_x, end.rho_y);
             d_.points.push_back(end);
             pure_ = component;
-            return finish(DiagramEnd::pure);
+            return DiagramEnd::pure;
         }
     }
+}
+
+Diagram TieLineTracer::run(int before) {
+    DiagramEnd why = DiagramEnd::stuck;
+    survives([&] { return why = follow(before), true; });
+    return finish(why);
 }
 
 Diagram TieLineTracer::finish(DiagramEnd why) {

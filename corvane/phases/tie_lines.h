@@ -45,6 +45,8 @@ class TieLineTracer {
     void azeotrope(std::vector<double> const& from, std::vector<double> const& to);
     std::optional<DiagramEnd> bound();
     bool cut();
+    bool leave_pure(int component);
+    DiagramEnd follow(int before);
     DiagramEnd critical();
     DiagramEnd end_at_three_phases();
     bool solve_three();
