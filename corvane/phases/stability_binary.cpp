@@ -146,13 +146,15 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
         if (std::fabs(slope) < kConverged) return tpd < kLimit ? End::negative : End::stationary;
         (slope > 0.0 ? hi : lo) = t;
         const bool closed = std::isfinite(hi - lo);
-        if (closed && hi - lo < 1e-11) {
+        const double curvature =
+            s_.x[0] * s_.x[1] * (s_.m_n(0, 0) - s_.m_n(0, 1) - s_.m_n(1, 0) + s_.m_n(1, 1));
+        // Too steep for a zero inside a bracket that narrow: here a density root ends.
+        const double reach = 30.0 * (1.0 + std::fabs(curvature)) * (hi - lo);
+        if (closed && (hi - lo < 1e-11 || (hi - lo < 0.1 && std::fabs(slope) > reach))) {
             if (tpd < kLimit) return End::negative;
             tpd = 0.0;
             return End::trivial;
         }
-        const double curvature =
-            s_.x[0] * s_.x[1] * (s_.m_n(0, 0) - s_.m_n(0, 1) - s_.m_n(1, 0) + s_.m_n(1, 1));
         double next = curvature > 0.0 ? t - slope / curvature : kInfinite;
         if (!(next > lo && next < hi) || (closed && it % 4 == 3))
             next = closed ? 0.5 * (lo + hi) : slope > 0.0 ? t - 2.0 : t + 2.0;
