@@ -43,11 +43,33 @@ void Evidence::add(Row& row, corvane::Certificate const& c) {
     if (c.near_trivial) add_note(row.note, "near a critical point: the phases are nearly alike");
     if (c.extrapolated) add_note(row.note, "extrapolated");
     if (c.below_triple) add_note(row.note, "below a triple point");
-    extrapolated_ += c.extrapolated ? 1 : 0;
-    below_triple_ += c.below_triple ? 1 : 0;
+    cautions_.add(c);
     for (double value : {c.dmu, c.dp, c.tpd}) row.cells.emplace_back(value);
     row.cells.emplace_back(c.evaluations);
     row.cells.emplace_back(join(flags(c), " "));
+}
+
+void Cautions::add(corvane::Certificate const& c) {
+    ++all_;
+    extrapolated_ += c.extrapolated ? 1 : 0;
+    below_triple_ += c.below_triple ? 1 : 0;
+}
+
+void Cautions::add(corvane::Validity const& validity, double T, double p, Vector<double> const& z) {
+    corvane::Certificate flags;
+    flags.flag(&validity, T, p, z);
+    add(flags);
+}
+
+void Cautions::report(Heading& heading) const {
+    if (extrapolated_ > 0)
+        heading.summary.push_back(fmt::format(
+            "{} of {} extrapolated: outside the stated range of the parameters of a component",
+            extrapolated_, all_));
+    if (below_triple_ > 0)
+        heading.summary.push_back(
+            fmt::format("{} of {} below the triple point of a component, which may freeze",
+                        below_triple_, all_));
 }
 
 void append(Fields& fields, corvane::Certificate const& c) {
@@ -64,14 +86,7 @@ std::string agreement(double dmu, double dp) {
 
 void Evidence::report(Heading& heading) const {
     if (results_ == 0) return;
-    if (extrapolated_ > 0)
-        heading.summary.push_back(fmt::format(
-            "{} of {} extrapolated: outside the stated range of the parameters of a component",
-            extrapolated_, results_));
-    if (below_triple_ > 0)
-        heading.summary.push_back(
-            fmt::format("{} of {} below the triple point of a component, which may freeze",
-                        below_triple_, results_));
+    cautions_.report(heading);
     heading.summary.push_back(fmt::format(
         "certified: {}{}, lowest tangent-plane distance {:.1g}; {} evaluations",
         conditions_ > 0.0 ? fmt::format("critical conditions met to {:.1g}, ", conditions_) : "",

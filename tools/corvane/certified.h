@@ -10,6 +10,19 @@
 
 namespace cli {
 
+/// How many results are to be taken with care.
+class Cautions {
+  public:
+    void add(corvane::Certificate const& certificate);
+    /// Of a point of a trace, which has no flags of its own; z: what is present.
+    void add(corvane::Validity const& validity, double T, double p, Vector<double> const& z);
+    /// Lines of summary, if there are any.
+    void report(Heading& heading) const;
+
+  private:
+    long all_ = 0, extrapolated_ = 0, below_triple_ = 0;
+};
+
 /// The worst of the certificates of a run.
 class Evidence {
   public:
@@ -21,7 +34,8 @@ class Evidence {
     void report(Heading& heading) const;
 
   private:
-    long results_ = 0, evaluations_ = 0, extrapolated_ = 0, below_triple_ = 0;
+    long results_ = 0, evaluations_ = 0;
+    Cautions cautions_;
     double dmu_ = 0.0, dp_ = 0.0, tpd_ = 0.0, conditions_ = 0.0;
 };
 

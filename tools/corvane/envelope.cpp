@@ -217,9 +217,13 @@ int EnvelopeCommand::run() {
         return corvane::phase_envelope(*mixture.model, mixture.x, asked);
     });
     summarise(envelope, head);
+    Cautions cautions;
+    for (EnvelopePoint const& point : envelope.points)
+        cautions.add(mixture.validity, point.T, point.p, mixture.x);
+    cautions.report(head);
     write(head, table(mixture, envelope), options.style);
     plot.draw(picture(mixture, envelope));
-    return Watch::interrupted() ? kInterrupted : 0;
+    return Watch::interrupted() ? kInterrupted : envelope.end == EnvelopeEnd::stuck ? 1 : 0;
 }
 }  // namespace
 

@@ -22,7 +22,7 @@ bool Rows::add_all(std::string const& what, Given const& given,
     ++done_;
     try {
         for (Row& row : f()) table_.rows.push_back(std::move(row));
-        return watch_.go_on(static_cast<long>(done_));
+        return watch_.go_on();
     } catch (Failure const& e) {
         why = e.what();
     } catch (corvane::EquilibriumFailure const& e) {
@@ -39,7 +39,7 @@ bool Rows::add_all(std::string const& what, Given const& given,
     Row failed{std::vector<Cell>(table_.columns.size()), "failed: " + why};
     for (auto const& [column, cell] : given) failed.cells[column] = cell;
     table_.rows.push_back(std::move(failed));
-    return watch_.go_on(static_cast<long>(done_));
+    return watch_.go_on();
 }
 
 int Rows::finish(Heading& heading) const {

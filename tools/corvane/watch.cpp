@@ -39,9 +39,10 @@ bool Watch::interrupted() {
     return interrupted_ != 0;
 }
 
-bool Watch::go_on(long n) {
+bool Watch::go_on() {
+    ++points_;
     if (terminal_ && Clock::now() >= next_) {
-        fmt::print(stderr, "\r{}: {} points (Ctrl-C ends, keeping them)\033[K", what_, n);
+        fmt::print(stderr, "\r{}: {} points (Ctrl-C ends, keeping them)\033[K", what_, points_);
         std::fflush(stderr);
         shown_ = true;
         next_ = Clock::now() + kNext;
@@ -50,7 +51,7 @@ bool Watch::go_on(long n) {
 }
 
 corvane::Progress Watch::progress() {
-    return [this](int n) { return go_on(n); };
+    return [this](int) { return go_on(); };
 }
 
 void Watch::wipe() {

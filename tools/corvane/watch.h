@@ -23,8 +23,8 @@ class Watch {
     Watch(Watch const&) = delete;
     Watch& operator=(Watch const&) = delete;
 
-    /// Tells that there are n points. False once SIGINT came.
-    bool go_on(long n);
+    /// Tells of a further point. False once SIGINT came.
+    bool go_on();
     /// go_on as the library's traces call it; must not outlive this.
     corvane::Progress progress();
     /// Whether SIGINT came in this run of the program.
@@ -39,6 +39,7 @@ class Watch {
     struct sigaction before_;
     std::chrono::steady_clock::time_point next_;
     bool terminal_, shown_ = false;
+    long points_ = 0;
 };
 
 }  // namespace cli

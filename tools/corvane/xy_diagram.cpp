@@ -41,12 +41,13 @@ struct XyDiagram {
     std::vector<Column> columns(MixtureFluid const& mixture) const;
     std::vector<Row> rows_of(MixtureFluid const& mixture, Diagram const& branch) const;
     void report(MixtureFluid const& mixture, BinaryDiagram const& diagram, double given,
-                Heading& head) const;
+                Heading& head);
     corvane::DiagramOptions how() const;
     std::vector<Row> trace(MixtureFluid const& mixture, Solids const& solids, double given,
                            corvane::DiagramOptions const& asked, Heading& head, Picture& picture);
     XyFrame frame() const { return {isothermal, options.units}; }
     bool complete_ = true;
+    Cautions cautions_;
 };
 
 std::vector<Column> XyDiagram::columns(MixtureFluid const& mixture) const {
@@ -86,7 +87,7 @@ std::vector<Row> XyDiagram::rows_of(MixtureFluid const& mixture, Diagram const& 
 }
 
 void XyDiagram::report(MixtureFluid const& mixture, BinaryDiagram const& diagram, double given,
-                       Heading& head) const {
+                       Heading& head) {
     Units const& u = options.units;
     char const* const name = isothermal ? "p" : "T";
     const auto say = [&](std::string const& text) {
@@ -103,7 +104,10 @@ void XyDiagram::report(MixtureFluid const& mixture, BinaryDiagram const& diagram
         dmu = std::max(dmu, b.dmu);
         dp = std::max(dp, b.dp);
         points += static_cast<long>(b.points.size());
-        for (TieLine const& tie : b.points) unstable += tie.stable ? 0 : 1;
+        for (TieLine const& tie : b.points) {
+            unstable += tie.stable ? 0 : 1;
+            cautions_.add(mixture.validity, tie.T, tie.p, binary(0.5));
+        }
         TieLine const &first = b.points.front(), &last = b.points.back();
         say(fmt::format("{} from {} ({}) to {} ({}), {} points", in_words(b.kind),
                         in_words(b.begin, first, mixture), at(first),
@@ -218,6 +222,7 @@ int XyDiagram::run() {
                           {{isothermal ? 0 : 1, units.from_library(frame().fixed(), value)}},
                           [&] { return trace(mixture, solids, value, asked, head, picture); }))
             break;
+    cautions_.report(head);
     if (data) {
         data.compare(mixture, given, units, head);
         data.draw(picture, units);
