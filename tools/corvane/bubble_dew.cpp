@@ -157,8 +157,8 @@ void add_bubble(Program& program) {
 void add_dew(Program& program) {
     add(program, Saturated::dew, "certified dew points of a vapour",
         R"(  corvane dew PR+vdW1 methane=0.7 propane=0.3 --p 1:4:1
-  corvane dew PR+vdW1 methane=0.7 propane=0.3 --T 310 --branch lower
-  corvane dew PR+vdW1 methane=0.7 propane=0.3 --T 310 --branch upper)");
+  corvane dew PR+vdW1 methane=0.7 propane=0.3 --T 295 --branch lower
+  corvane dew PR+vdW1 methane=0.7 propane=0.3 --T 295 --branch upper)");
 }
 
 }  // namespace cli

@@ -262,7 +262,7 @@ void add(Program& program, bool isothermal, char const* text, char const* exampl
 
 void add_pxy(Program& program) {
     add(program, true, "p-x-y diagram of a binary at given temperatures",
-        R"(  corvane pxy PR+vdW1 propane butane --T 323.15 --data examples/propane_butane.csv
+        R"(  corvane pxy PR+vdW1 propane butane --T 323.15 --data examples/measured/propane_butane.csv
   corvane pxy PR+vdW1 methane propane --T 210,250,290 --plot pxy.svg --unit-p bar)");
 }
 
