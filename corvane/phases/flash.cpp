@@ -44,8 +44,8 @@ class Flash {
         if (n_ == 1) return one_phase(o, 0.0);  // a pure fluid does not split at (p, T)
         // The first negative distance will do; where only the curvature told, a trial is looked
         // for.
-        StabilityResult r = flash_test(fluid_, stability_, whole_, nullptr, p_, true);
-        if (!r.stable && !r.other) r = flash_test(fluid_, stability_, whole_, nullptr, p_, false);
+        StabilityResult r = stability_.test(whole_, p_, nullptr, true);
+        if (!r.stable && !r.other) r = stability_.test(whole_, p_, nullptr, false);
         if (r.stable) {
             if (r.unconverged) fail("the stability test did not converge from every start");
             return one_phase(o, std::min(r.tpd, 0.0));
@@ -325,8 +325,8 @@ class Flash {
         if (!fluid_.evaluate(a_, T_, phase_H | phase_p) ||
             !fluid_.evaluate(b_, T_, phase_H | phase_p))
             return false;
-        StabilityResult found = flash_test(fluid_, stability_, a_, &b_, p_, true);
-        if (r && !found.stable) found = flash_test(fluid_, stability_, a_, &b_, p_, false);
+        StabilityResult found = stability_.test(a_, p_, &b_, true);
+        if (r && !found.stable) found = stability_.test(a_, p_, &b_, false);
         tpd_ = std::min(0.0, found.tpd);
         const bool stable = found.stable;
         if (r) *r = std::move(found);

@@ -61,48 +61,6 @@ void flash_record(FluidModel const& fluid, std::vector<PhaseState const*> phases
     }
 }
 
-StabilityResult flash_test(FluidModel const& fluid, Stability& stability, PhaseState const& phase,
-                           PhaseState const* known, double p, bool first) {
-    StabilityResult r = stability.test(phase, p, known, first);
-    const int n = fluid.size();
-    if (n < 3 || !r.stable) return r;
-    PhaseState s;
-    s.resize(n);
-    std::vector<double> w(phase.x.size());
-    for (int pure = 0; pure < n; ++pure) {
-        for (int i = 0; i < n; ++i) w[i] = 0.002 * phase.x[i] + (i == pure ? 0.998 : 0.0);
-        double rho[2], lower = 1e300, last = 1e300;
-        if (fluid.densities(p, phase.T, w, rho) < 2) continue;
-        Root hidden = Root::dense;
-        for (int k = 0; k < 2; ++k) {
-            for (int i = 0; i < n; ++i) s.rho_i[i] = w[i] * rho[k];
-            if (!fluid.evaluate(s, phase.T, 0)) continue;
-            const double gibbs = std::inner_product(w.begin(), w.end(), s.m.begin(), 0.0);
-            if (gibbs < lower) hidden = k == 0 ? Root::dilute : Root::dense;
-            lower = std::min(lower, gibbs);
-        }
-        for (int it = 0; it < kSubstitutions; ++it) {
-            if (!fluid.evaluate_at(s, p, phase.T, w, hidden, 0)) break;
-            double tpd = 0.0, sum = 0.0;
-            for (int i = 0; i < n; ++i) {
-                tpd += w[i] * (s.m[i] - phase.m[i]);
-                sum += w[i] = std::exp(phase.m[i] - s.m[i]) * s.x[i];
-            }
-            for (double& wi : w) wi /= sum;
-            if (tpd < -10 * Certificate::tpd_tolerance) {
-                r.stable = false;
-                r.other = true;
-                r.tpd = tpd;
-                r.trial = {tpd, s.rho, s.x};
-                return r;
-            }
-            if (std::fabs(tpd - last) < 1e-6) break;  // stationary, and not below
-            last = tpd;
-        }
-    }
-    return r;
-}
-
 bool flash_certified(FluidModel const& fluid, Stability& stability,
                      std::vector<PhaseState> const& phases, std::vector<double> const& amounts,
                      FlashResult& q) {
@@ -119,8 +77,8 @@ bool flash_certified(FluidModel const& fluid, Stability& stability,
     if (!c.holds() || !(c.balance < 1e-12)) return false;
     for (PhaseState const& s : phases)
         if (!is_root(fluid, s, q.p)) return false;
-    const StabilityResult r = flash_test(fluid, stability, phases[0],
-                                         phases.size() > 1 ? &phases[1] : nullptr, q.p, true);
+    const StabilityResult r =
+        stability.test(phases[0], q.p, phases.size() > 1 ? &phases[1] : nullptr, true);
     c.tpd = std::min(0.0, r.tpd);
     return r.stable && (phases.size() > 1 || !r.unconverged);
 }
@@ -211,8 +169,7 @@ bool flash_many(FluidModel const& fluid, Stability& stability, std::vector<std::
     if (!solver.start(q.T, q.p, records, beta) || !solver.solve(kNewton)) return false;
     if (flash_certified(fluid, stability, solver.phase, solver.amount, q)) return true;
     if (K >= n) return false;
-    const StabilityResult r =
-        flash_test(fluid, stability, solver.phase[0], &solver.phase[1], q.p, false);
+    const StabilityResult r = stability.test(solver.phase[0], q.p, &solver.phase[1], false);
     if (r.stable || !r.other) return false;
     w.push_back(r.trial.w);
     return flash_many(fluid, stability, std::move(w), q);

@@ -20,13 +20,6 @@ bool flash_guess(ModelN const& model, double p, double T, Vector<double> const& 
 void flash_record(FluidModel const& fluid, std::vector<PhaseState const*> phases,
                   std::vector<double> const& amounts, FlashResult& result);
 
-/// Stability::test, and for more than two components what its starts miss: those start every nearly
-/// pure trial at the density of lower Gibbs energy, so that a liquid whose light component would be
-/// a gas when pure (or a gas likewise) stays hidden. Here substitution follows the other density
-/// root.
-StabilityResult flash_test(FluidModel const& fluid, Stability& stability, PhaseState const& phase,
-                           PhaseState const* known, double p, bool first);
-
 /// As flash_record, and tpd. False if the certificate does not hold, target included, if two phases
 /// are alike, if a density is no root that the model reports, or if the state is unstable.
 bool flash_certified(FluidModel const& fluid, Stability& stability,

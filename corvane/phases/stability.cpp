@@ -8,7 +8,7 @@
 
 namespace corvane {
 namespace {
-constexpr int kIterations = 60, kSubstitutions = 3;
+constexpr int kIterations = 60, kSubstitutions = 3, kHidden = 40;
 constexpr double kConverged = 1e-10;  // of ln W
 }  // namespace
 
@@ -168,8 +168,37 @@ StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState co
         for (std::size_t at = 0; at < starts_.size(); at += lnW_.size())
             if (record(descend(phase, p, known, &starts_[at], first, tpd, r.iterations))) break;
     }
+    if (n > 2 && r.stable && hidden_root(phase, p, tpd)) {
+        take(tpd);
+        r.stable = false;
+    }
     if (r.other) r.tpd = std::min(r.tpd == 0.0 ? best : r.tpd, best);
     return r;
+}
+
+/// Nearly pure trials by substitution along the density root of higher Gibbs energy, which the
+/// other starts leave: there a liquid whose light component would be a gas when pure stays hidden,
+/// or a gas likewise. True with s_ and tpd of a trial below the tangent plane.
+bool Stability::hidden_root(PhaseState const& phase, double p, double& tpd) {
+    const int n = fluid_.size();
+    std::vector<double>& w = step_;
+    for (int pure = 0; pure < n; ++pure) {
+        for (int i = 0; i < n; ++i) w[i] = 0.002 * phase.x[i] + (i == pure ? 0.998 : 0.0);
+        double rho[2], gibbs[2], last = 1e300;
+        if (fluid_.densities(p, phase.T, w, rho, gibbs) < 2) continue;
+        const Root root = gibbs[0] > gibbs[1] ? Root::dense : Root::dilute;
+        for (int it = 0; it < kHidden; ++it) {
+            if (!fluid_.evaluate_at(s_, p, phase.T, w, root, 0)) break;
+            tpd = distance(s_, phase);
+            if (tpd < 10 * -Certificate::tpd_tolerance) return true;
+            if (std::fabs(tpd - last) < 1e-6) break;  // stationary, and not below
+            last = tpd;
+            double sum = 0.0;
+            for (int i = 0; i < n; ++i) sum += w[i] = std::exp(phase.m[i] - s_.m[i]) * s_.x[i];
+            for (double& wi : w) wi /= sum;
+        }
+    }
+    return false;
 }
 
 StabilityResult stability(ModelN const& model, double p, double T, Vector<double> const& z) {

@@ -33,8 +33,8 @@ struct StabilityResult {
 /// minima that hide beside the phase itself, each refined inside its bracket. Otherwise the starts
 /// are Wilson's vapour and liquid, every component nearly pure, and the middle between each and the
 /// phase, at the density of lower Gibbs energy; from there three successive substitutions, then
-/// Newton in 2·√W, back to substitution where Newton does not descend. At most 60 iterations per
-/// start.
+/// Newton in 2·√W, back to substitution where Newton does not descend; then substitution from every
+/// component nearly pure at its other density root. At most 60 iterations per start.
 class CORVANE_API Stability {
   public:
     explicit Stability(FluidModel const& fluid);
@@ -59,6 +59,7 @@ class CORVANE_API Stability {
     End descend(PhaseState const& phase, double p, PhaseState const* known, Bracket const& bracket,
                 bool first, double& tpd, int& iterations);
     bool newton();
+    bool hidden_root(PhaseState const& phase, double p, double& tpd);
     static double distance(PhaseState const& s, PhaseState const& phase);
     static bool meets(PhaseState const& s, PhaseState const& phase);
     /// Fills brackets_. Returns the number of compositions without a density.

@@ -73,7 +73,11 @@ void Stability::scan_root(PhaseState const& phase, Root root, bool own, double c
     const double x = phase.x[0];
     const std::size_t begin = brackets_.size();
     for (int k = 0; k < kPoints; ++k) {
-        if (d[k] >= kNone || (same && d[k] == same[k])) continue;
+        if (d[k] >= kNone) continue;
+        // Only one density root here and next to it: the scan of the dense root has that. Where the
+        // second one begins both scans need the point.
+        auto single = [&](int j) { return j < 0 || j >= kPoints || d[j] == same[j]; };
+        if (same && single(k - 1) && single(k) && single(k + 1)) continue;
         if (k > 0 && d[k - 1] < d[k]) continue;
         if (k + 1 < kPoints && d[k + 1] <= d[k]) continue;
         const double lo = k > 0 ? kGrid[k - 1] : 0.0, hi = k + 1 < kPoints ? kGrid[k + 1] : 1.0;
@@ -112,14 +116,15 @@ void Stability::scan_root(PhaseState const& phase, Root root, bool own, double c
 }
 
 /// A zero of the slope d′ = Δm_0 − Δm_1, where it rises, by Newton's method in ln[w/(1 − w)] inside
-/// the bracket, every fourth step a bisection. The end of a density root is no minimum, but proves
-/// instability where d is negative. Where the model has no density, the step is halved.
+/// the bracket, every fourth step a bisection. The end of a density root is no minimum, but any
+/// negative d met on the way proves instability. Where the model has no density, the step is
+/// halved.
 Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState const* known,
                                   Bracket const& bracket, bool first, double& tpd,
                                   int& iterations) {
     double lo = bracket.lo > 0.0 ? logit(bracket.lo) : -kInfinite;
     double hi = bracket.hi < 1.0 ? logit(bracket.hi) : kInfinite, t = logit(bracket.at);
-    double last = t;
+    double last = t, lowest = 0.0, lowest_at = t;
     tpd = 0.0;
     auto evaluate = [&] {
         step_[0] = 1.0 / (1.0 + std::exp(-t));
@@ -137,13 +142,22 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
         }
         last = t;
         tpd = distance(s_, phase);
+        if (tpd < lowest) {
+            lowest = tpd;
+            lowest_at = t;
+        }
         if (first && tpd < 10 * kLimit) return End::negative;
         if (tpd >= kLimit && (meets(s_, phase) || (known && meets(s_, *known)))) {
+            if (lowest < kLimit) break;
             tpd = std::min(0.0, tpd);
             return End::trivial;
         }
         const double slope = s_.m[0] - phase.m[0] - (s_.m[1] - phase.m[1]);
-        if (std::fabs(slope) < kConverged) return tpd < kLimit ? End::negative : End::stationary;
+        if (std::fabs(slope) < kConverged) {
+            if (tpd < kLimit) return End::negative;
+            if (lowest < kLimit) break;
+            return End::stationary;
+        }
         (slope > 0.0 ? hi : lo) = t;
         const bool closed = std::isfinite(hi - lo);
         const double curvature =
@@ -151,7 +165,7 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
         // Too steep for a zero inside a bracket that narrow: here a density root ends.
         const double reach = 30.0 * (1.0 + std::fabs(curvature)) * (hi - lo);
         if (closed && (hi - lo < 1e-11 || (hi - lo < 0.1 && std::fabs(slope) > reach))) {
-            if (tpd < kLimit) return End::negative;
+            if (lowest < kLimit) break;
             tpd = 0.0;
             return End::trivial;
         }
@@ -160,9 +174,11 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
             next = closed ? 0.5 * (lo + hi) : slope > 0.0 ? t - 2.0 : t + 2.0;
         t = std::clamp(next, t - 40.0, t + 40.0);
     }
-    if (!(tpd < kLimit)) return End::failed;
-    t = last;
-    return evaluate() ? End::negative : End::failed;
+    if (!(lowest < kLimit)) return End::failed;
+    t = lowest_at;
+    if (!evaluate()) return End::failed;
+    tpd = lowest;
+    return End::negative;
 }
 
 }  // namespace corvane

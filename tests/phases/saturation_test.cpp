@@ -177,6 +177,11 @@ TEST(Stability, FindsLiquidsInLiquids) {
     const Mixture m = peng_robinson("carbon_dioxide", "water", 0.19);
     EXPECT_FALSE(corvane::stability(*m, 10, 280, mix(0.5)).stable);
     EXPECT_TRUE(corvane::stability(*m, 10, 280, mix(1e-6)).stable);
+    // Below the bubble point the gas has the only density of its composition, next to which the
+    // liquid's root begins.
+    const Mixture b = mixture_of("SRK", "vdW1", {"benzene", "ethane"});
+    ASSERT_GT(corvane::bubble_T(*b, 277.425, mix(0.845)).p, 0.2);
+    EXPECT_FALSE(corvane::stability(*b, 0.160289, 277.425, mix(0.845)).stable);
     const VdwTwins twins(0.4);  // symmetric: splits below Tc(x) far from the middle
     const auto r = corvane::stability(twins, 20, 150, mix(0.5));
     EXPECT_FALSE(r.stable);
