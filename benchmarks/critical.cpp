@@ -1,30 +1,18 @@
 // Critical points and lines, solid-fluid lines, certificate included: PR+vdW1, one core.
+#include "mixtures.h"
+
 #include <corvane/corvane.h>
 
 #include <benchmark/benchmark.h>
 
-#include <memory>
+#include <string>
 #include <vector>
 
 namespace {
-using Mixture = std::unique_ptr<ModelN, corvane::Detach>;
-
-Mixture make(std::vector<char const*> const& names) {
-    Mixture m(attachN("PR", "vdW1"));
-    const int n = static_cast<int>(names.size());
-    m->alloc(n, "PR");
-    for (int i = 0; i < n; ++i) {
-        m->mdl1[i]->name(names[static_cast<unsigned>(i)]);
-        m->mdl1[i]->id(1);
-        for (int j = 0; j < i; ++j) m->id(i, j, 1);
-    }
-    corvane::load_estimating(*m, "PR", "vdW1");
-    return m;
-}
 
 /// The arguments: mole fraction of the first component in percent.
-void point(benchmark::State& state, std::vector<char const*> const& names, bool warm) {
-    const Mixture m = make(names);
+void point(benchmark::State& state, std::vector<std::string> const& names, bool warm) {
+    const Mixture m = mixture_of(names);
     const int n = m->mdl1.size();
     Vector<double> z(n);
     z[0] = static_cast<double>(state.range(0)) / 100;
@@ -38,7 +26,7 @@ void point(benchmark::State& state, std::vector<char const*> const& names, bool 
     state.counters["evaluations"] = static_cast<double>(q.certificate.evaluations);
 }
 void point_refused(benchmark::State& state) {
-    const Mixture m = make({"methane", "water"});
+    const Mixture m = mixture_of({"methane", "water"});
     Vector<double> z(2);
     z[0] = 0.8;
     z[1] = 0.2;
@@ -49,8 +37,8 @@ void point_refused(benchmark::State& state) {
 }
 
 /// Arguments: step in thousandths; search for detached lines.
-void lines(benchmark::State& state, std::vector<char const*> const& names) {
-    const Mixture m = make(names);
+void lines(benchmark::State& state, std::vector<std::string> const& names) {
+    const Mixture m = mixture_of(names);
     corvane::CriticalLineOptions o;
     o.step = static_cast<double>(state.range(0)) / 1000;
     o.detached = state.range(1);
@@ -68,7 +56,7 @@ void lines(benchmark::State& state, std::vector<char const*> const& names) {
 }
 
 Mixture freezing() {
-    Mixture m = make({"methane", "carbon_dioxide"});
+    Mixture m = mixture_of({"methane", "carbon_dioxide"});
     for (int i = 0; i < 2; ++i) m->mdl1[i]->solid.load();
     return m;
 }
@@ -95,7 +83,7 @@ void eutectic(benchmark::State& state) {
     for (auto _ : state) benchmark::DoNotOptimize(corvane::eutectic(*m, 3));
 }
 
-const std::vector<char const*> kLight{"methane", "propane"}, kWide{"methane", "decane"},
+const std::vector<std::string> kLight{"methane", "propane"}, kWide{"methane", "decane"},
     kSix{"methane", "nitrogen", "ethane", "propane", "butane", "decane"};
 BENCHMARK_CAPTURE(point, methane_propane, kLight, false)->ArgName("x")->Arg(10)->Arg(50)->Arg(90);
 BENCHMARK_CAPTURE(point, methane_propane_warm, kLight, true)->ArgName("x")->Arg(50);

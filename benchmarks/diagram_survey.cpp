@@ -2,6 +2,8 @@
 // many are complete, and whether the curves divide the states into one and two phases as the
 // tangent-plane test of single states does. Prints a table; `bench_diagram_survey EOS MIX LIST`
 // names the model (PR vdW1) and lists what is not complete, if LIST is given.
+#include "mixtures.h"
+
 #include <corvane/corvane.h>
 
 #include <algorithm>
@@ -12,7 +14,6 @@
 #include <random>
 
 namespace {
-using Mixture = std::unique_ptr<ModelN, corvane::Detach>;
 using corvane::BinaryDiagram;
 
 constexpr char const* kNames[] = {"methane",  "ethane",         "propane",          "butane",
@@ -24,14 +25,7 @@ constexpr int kTemperatures = 12, kPressures = 8, kStates = 12;
 constexpr double kNear = 0.02;  // closer to a curve the chords between its points decide
 
 Mixture make(char const* eos, char const* mth, char const* first, char const* second) {
-    Mixture m(attachN(eos, mth));
-    m->alloc(2, eos);
-    m->mdl1[0]->name(first);
-    m->mdl1[1]->name(second);
-    for (int i = 0; i < 2; ++i) m->mdl1[i]->id(std::strcmp(eos, "MEOS") ? 1 : -1);
-    m->id(0, 1, 1);
-    corvane::load_estimating(*m, eos, mth);
-    return m;
+    return mixture_of({first, second}, eos, mth, std::strcmp(eos, "MEOS") ? 1 : -1);
 }
 
 /// Is x between two phases at the running variable s (ln p or ln T)? margin: distance to a curve.

@@ -1,4 +1,6 @@
 // Diagrams, three phases and azeotropes of binaries, certificates included: PR+vdW1, one core.
+#include "mixtures.h"
+
 #include <corvane/corvane.h>
 
 #include <benchmark/benchmark.h>
@@ -6,18 +8,7 @@
 #include <memory>
 
 namespace {
-using Mixture = std::unique_ptr<ModelN, corvane::Detach>;
 
-Mixture make(char const* first, char const* second) {
-    Mixture m(attachN("PR", "vdW1"));
-    m->alloc(2, "PR");
-    m->mdl1[0]->name(first);
-    m->mdl1[1]->name(second);
-    for (int i = 0; i < 2; ++i) m->mdl1[i]->id(1);
-    m->id(0, 1, 1);
-    corvane::load_estimating(*m, "PR", "vdW1");
-    return m;
-}
 void count(benchmark::State& state, std::size_t points, long evaluations) {
     state.counters["points"] = static_cast<double>(points);
     state.counters["evaluations"] = static_cast<double>(evaluations);
@@ -25,7 +16,7 @@ void count(benchmark::State& state, std::size_t points, long evaluations) {
 
 /// One curve; stability of every point or not.
 void pxy(benchmark::State& state) {
-    const Mixture m = make("methane", "propane");
+    const Mixture m = mixture_of({"methane", "propane"});
     corvane::Diagram d;
     corvane::DiagramOptions o;
     o.step = 0.037;
@@ -36,7 +27,7 @@ void pxy(benchmark::State& state) {
 
 /// At T if that is positive, else at p.
 void complete(benchmark::State& state, char const* first, char const* second, double T, double p) {
-    const Mixture m = make(first, second);
+    const Mixture m = mixture_of({first, second});
     corvane::BinaryDiagram d;
     for (auto _ : state) d = T > 0 ? corvane::complete_pxy(*m, T) : corvane::complete_Txy(*m, p);
     std::size_t points = 0;
@@ -45,7 +36,7 @@ void complete(benchmark::State& state, char const* first, char const* second, do
 }
 
 void three_phase(benchmark::State& state, bool warm) {
-    const Mixture m = make("carbon_dioxide", "water");
+    const Mixture m = mixture_of({"carbon_dioxide", "water"});
     corvane::ThreePhasePoint near = corvane::three_phase_T(*m, 291), q;
     corvane::ThreePhaseOptions o;
     if (warm) o.start = &near;
@@ -53,19 +44,19 @@ void three_phase(benchmark::State& state, bool warm) {
     count(state, 1, q.certificate.evaluations);
 }
 void three_phase_line(benchmark::State& state) {
-    const Mixture m = make("carbon_dioxide", "water");
+    const Mixture m = mixture_of({"carbon_dioxide", "water"});
     const corvane::ThreePhasePoint start = corvane::three_phase_T(*m, 290);
     corvane::ThreePhaseLine line;
     for (auto _ : state) line = corvane::three_phase_line(*m, start);
     count(state, line.points.size(), line.points.back().certificate.evaluations);
 }
 void three_phase_lines(benchmark::State& state) {
-    const Mixture m = make("carbon_dioxide", "water");
+    const Mixture m = mixture_of({"carbon_dioxide", "water"});
     for (auto _ : state) benchmark::DoNotOptimize(corvane::three_phase_lines(*m));
 }
 
 void azeotrope(benchmark::State& state, bool warm) {
-    const Mixture m = make("carbon_dioxide", "ethane");
+    const Mixture m = mixture_of({"carbon_dioxide", "ethane"});
     corvane::AzeotropePoint near = corvane::azeotrope_T(*m, 251), q;
     corvane::AzeotropeOptions o;
     if (warm) o.start = &near;
@@ -73,7 +64,7 @@ void azeotrope(benchmark::State& state, bool warm) {
     count(state, 1, q.certificate.evaluations);
 }
 void azeotropic_line(benchmark::State& state) {
-    const Mixture m = make("carbon_dioxide", "ethane");
+    const Mixture m = mixture_of({"carbon_dioxide", "ethane"});
     const corvane::AzeotropePoint start = corvane::azeotrope_T(*m, 250);
     corvane::AzeotropicLine line;
     for (auto _ : state) line = corvane::azeotropic_line(*m, start);

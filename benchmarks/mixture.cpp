@@ -1,5 +1,7 @@
 // Mixtures of 2, 5 and 20 components: what the calculus costs through the plug-in's exact forms,
 // and by the library's numerical forms with counted evaluations.
+#include "mixtures.h"
+
 #include <corvane/corvane.h>
 
 #include <benchmark/benchmark.h>
@@ -9,23 +11,13 @@
 #include <vector>
 
 namespace {
-using Mixture = std::unique_ptr<ModelN, corvane::Detach>;
-
 Mixture make(int n) {
     static char const* const names[] = {
         "methane", "propane",         "ethane",           "carbon_dioxide", "nitrogen",
         "butane",  "isobutane",       "pentane",          "hexane",         "heptane",
         "octane",  "nonane",          "decane",           "water",          "oxygen",
         "argon",   "carbon_monoxide", "hydrogen_sulfide", "ethylene",       "benzene"};
-    Mixture m(attachN("PR", "vdW1"));
-    m->alloc(n, "PR");
-    for (int i = 0; i < n; ++i) {
-        m->mdl1[i]->name(names[i]);
-        m->mdl1[i]->id(1);
-        for (int j = 0; j < i; ++j) m->id(i, j, 1);
-    }
-    corvane::load_estimating(*m, "PR", "vdW1");
-    return m;
+    return mixture_of({names, names + n});
 }
 
 Vector<double> composition(int n) {

@@ -1,4 +1,6 @@
 // Mixture equilibria from the composition alone, certificate included: PR+vdW1, one core.
+#include "mixtures.h"
+
 #include <corvane/corvane.h>
 
 #include <benchmark/benchmark.h>
@@ -7,21 +9,7 @@
 #include <vector>
 
 namespace {
-using Mixture = std::unique_ptr<ModelN, corvane::Detach>;
 
-Mixture make(std::vector<char const*> const& names) {
-    Mixture m(attachN("PR", "vdW1"));
-    const int n = static_cast<int>(names.size());
-    m->alloc(n, "PR");
-    for (int i = 0; i < n; ++i) {
-        m->mdl1[i]->name(names[static_cast<unsigned>(i)]);
-        m->mdl1[i]->id(1);
-        for (int j = 0; j < i; ++j) m->id(i, j, 1);
-    }
-    corvane::load_estimating(*m, "PR", "vdW1");
-    for (int i = 0; i < n; ++i) m->mdl1[i]->ideal.load();
-    return m;
-}
 Vector<double> equal_parts(int n) {
     Vector<double> z(n);
     z.set(1.0 / n);
@@ -33,14 +21,14 @@ void report(benchmark::State& state, corvane::Certificate const& c) {
 }
 
 void bubble_cold(benchmark::State& state) {
-    const Mixture m = make({"methane", "propane"});
+    const Mixture m = mixture_of({"methane", "propane"});
     const Vector<double> z = equal_parts(2);
     corvane::SaturationPoint q;
     for (auto _ : state) q = corvane::bubble_T(*m, 250, z);
     report(state, q.certificate);
 }
 void bubble_warm(benchmark::State& state) {
-    const Mixture m = make({"methane", "propane"});
+    const Mixture m = mixture_of({"methane", "propane"});
     const Vector<double> z = equal_parts(2);
     corvane::SaturationPoint q;
     const auto neighbour = corvane::bubble_T(*m, 251, z);
@@ -50,7 +38,7 @@ void bubble_warm(benchmark::State& state) {
     report(state, q.certificate);
 }
 void dew_cold(benchmark::State& state) {
-    const Mixture m = make({"methane", "propane"});
+    const Mixture m = mixture_of({"methane", "propane"});
     const Vector<double> z = equal_parts(2);
     corvane::SaturationPoint q;
     for (auto _ : state) q = corvane::dew_T(*m, 250, z);
@@ -58,7 +46,7 @@ void dew_cold(benchmark::State& state) {
 }
 /// The whole isotherm is searched before a refusal.
 void bubble_refused(benchmark::State& state) {
-    const Mixture m = make({"methane", "propane"});
+    const Mixture m = mixture_of({"methane", "propane"});
     const Vector<double> z = equal_parts(2);
     for (auto _ : state) try {
             corvane::bubble_T(*m, 500, z);
@@ -66,21 +54,21 @@ void bubble_refused(benchmark::State& state) {
         }
 }
 void flash(benchmark::State& state) {
-    const Mixture m = make({"methane", "propane"});
+    const Mixture m = mixture_of({"methane", "propane"});
     const Vector<double> z = equal_parts(2);
     corvane::FlashResult q;
     for (auto _ : state) q = corvane::flash_pT(*m, 2, 250, z);
     report(state, q.certificate);
 }
 void flash_one_phase(benchmark::State& state) {
-    const Mixture m = make({"methane", "propane"});
+    const Mixture m = mixture_of({"methane", "propane"});
     const Vector<double> z = equal_parts(2);
     corvane::FlashResult q;
     for (auto _ : state) q = corvane::flash_pT(*m, 2, 350, z);
     report(state, q.certificate);
 }
 void flash_six(benchmark::State& state) {
-    const Mixture m = make({"nitrogen", "methane", "ethane", "propane", "butane", "decane"});
+    const Mixture m = mixture_of({"nitrogen", "methane", "ethane", "propane", "butane", "decane"});
     const Vector<double> z = equal_parts(6);
     corvane::FlashResult q;
     for (auto _ : state) q = corvane::flash_pT(*m, 4, 300, z);
@@ -92,7 +80,7 @@ enum By { h, s, rho };
 void flash_by(benchmark::State& state, By by, double T, int n, bool warm) {
     static std::vector<char const*> const names{"methane", "propane", "nitrogen",
                                                 "ethane",  "butane",  "decane"};
-    const Mixture m = make({names.begin(), names.begin() + n});
+    const Mixture m = mixture_of({names.begin(), names.begin() + n});
     const Vector<double> z = equal_parts(n);
     corvane::FlashResult q = corvane::flash_pT(*m, 2, T, z);
     corvane::add_caloric(*m, z, q);
@@ -107,7 +95,7 @@ void flash_by(benchmark::State& state, By by, double T, int n, bool warm) {
 }
 
 void envelope(benchmark::State& state) {
-    const Mixture m = make({"methane", "propane"});
+    const Mixture m = mixture_of({"methane", "propane"});
     const Vector<double> z = equal_parts(2);
     corvane::Envelope e;
     corvane::EnvelopeOptions o;

@@ -8,6 +8,8 @@
 // certificate.
 //
 //     bench_round_trips [-v] [states per mixture, 1000] [PR|SRK vdW1 | PCSAFT LB | MEOS GERG]
+#include "mixtures.h"
+
 #include <corvane/corvane.h>
 
 #include <algorithm>
@@ -22,7 +24,6 @@
 #include <vector>
 
 namespace {
-using Mixture = std::unique_ptr<ModelN, corvane::Detach>;
 using Clock = std::chrono::steady_clock;
 using corvane::EquilibriumFailure;
 using corvane::FlashResult;
@@ -30,16 +31,8 @@ using corvane::FlashResult;
 bool verbose = false;
 
 Mixture make(char const* eos, char const* mth, std::vector<std::string> const& names) {
-    Mixture m(attachN(eos, mth));
-    m->alloc(static_cast<int>(names.size()), eos);
-    for (int i = 0; i < m->mdl1.size(); ++i) {
-        m->mdl1[i]->name(names[static_cast<unsigned>(i)].c_str());
-        m->mdl1[i]->id(std::strcmp(mth, "GERG") ? 1 : 8);  // 8: the mixture's own set
-        for (int j = 0; j < i; ++j) m->id(i, j, 1);
-    }
-    corvane::load_estimating(*m, eos, mth);
-    for (int i = 0; i < m->mdl1.size(); ++i) m->mdl1[i]->ideal.load();
-    return m;
+    // 8: the mixture's own set
+    return mixture_of(names, eos, mth, std::strcmp(mth, "GERG") ? 1 : 8);
 }
 
 enum Trip { by_h, by_s, by_rho, trips };
