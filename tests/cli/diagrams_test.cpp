@@ -155,6 +155,53 @@ TEST(CliDiagrams, MeasuredPointsAreCompared) {
     }
 }
 
+TEST(CliDiagrams, MeasuredCriticalPointsAreCompared) {
+    const std::string folder = " --data " CORVANE_SOURCE "/examples/measured/";
+    for (char const* pair : {"ethane butane", "carbon_dioxide butane"}) {
+        std::string file = pair;
+        file.replace(file.find(' '), 1, "_");
+        const Json points = json("critical-line PR+vdW1 " + std::string(pair) + folder + file +
+                                 "_critical.csv")["measured"];
+        // The measurements scatter by about 1 % in T and 3 % in p.
+        EXPECT_GT(points.size(), 10u);
+        EXPECT_LT(mean(points, "d_T_x"), 4.0) << pair;
+        EXPECT_LT(mean(points, "d_p_x"), 3.0) << pair;
+    }
+    // The points of all three lines of a broken critical line are found again, though lines pass
+    // the same composition; so are points of a bubble curve. Others are counted.
+    const std::string lines = "critical-line PR+vdW1 CO2 decane --kij 0.1";
+    const Scratch scratch;
+    std::string csv = "T/K,p/MPa,x_decane\n,5,0.5\n300,5,1.5\n";
+    const Json found = json(lines)["rows"];
+    for (Json const& row : found)
+        csv += row["T"].dump() + "," + row["p"].dump() + "," + row["x_decane"].dump() + "\n";
+    scratch.write("lines.csv", csv);
+    const std::string home = " --home " + scratch.home().string();
+    const Json again = json(lines + home + " --data lines.csv")["measured"];
+    ASSERT_GT(again.size(), 30u);
+    EXPECT_EQ(again[0]["not_compared"], "no T or p");
+    EXPECT_EQ(again[1]["not_compared"], "mole fraction not between 0 and 1");
+    for (std::size_t k = 2; k < again.size(); ++k) {
+        EXPECT_NEAR(value(again[k], "d_T_x"), 0, 1e-5) << again[k];
+        EXPECT_NEAR(value(again[k], "d_p_x"), 0, 1e-4) << again[k];
+    }
+    EXPECT_EQ(run_corvane(lines + home + " --at 0.5 --data lines.csv").code, 2);
+}
+
+TEST(CliDiagrams, MeasuredPointsOfACompositionAreCompared) {
+    const std::string file = " --data " CORVANE_SOURCE "/examples/measured/propane_butane.csv";
+    const Json pxy = json("pxy PR+vdW1 propane butane --T 323.15" + file)["measured"];
+    // The third point is a bubble point of 0.226 and a dew point of 0.432 propane.
+    for (auto const& [command, deviation] :
+         {std::pair("bubble PR+vdW1 propane=0.226 butane --T 300", "d_p_x"),
+          std::pair("dew PR+vdW1 butane propane=0.432 --T 300", "d_p_y"),
+          std::pair("envelope PR+vdW1 propane=0.432 butane", "d_p_y")}) {
+        const Json points = json(command + file)["measured"];
+        EXPECT_NEAR(value(points[2], "d_p_T"), value(pxy[2], deviation), 1e-6) << command;
+        EXPECT_EQ(points[0]["not_compared"], "of another composition");
+    }
+}
+
 TEST(CliDiagrams, Pictures) {
     if (no_gnuplot()) GTEST_SKIP() << "gnuplot is not installed";
     const Scratch scratch;

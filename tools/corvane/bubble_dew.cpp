@@ -2,6 +2,7 @@
 #include <tools/corvane/certified.h>
 #include <tools/corvane/commands.h>
 #include <tools/corvane/errors.h>
+#include <tools/corvane/measured.h>
 #include <tools/corvane/mixture_points.h>
 #include <tools/corvane/numbers.h>
 #include <tools/corvane/options.h>
@@ -29,6 +30,7 @@ struct SaturationPoints {
     MixtureRequest request;
     std::string T, p, branch = "any";
     PlotFile plot;
+    Measured data;
 
     char const* name() const { return bubble() ? "bubble" : "dew"; }
     int run();
@@ -90,10 +92,12 @@ SaturationPoint SaturationPoints::solve(MixtureFluid const& mixture, double give
 int SaturationPoints::run() {
     if (T.empty() == p.empty()) throw Misuse("give either --T or --p");
     plot.begin();
+    data.begin();
     options.begin();
     const MixtureFluid mixture = open_mixture(request);
     Units& units = options.units;
     units.M = mixture.M();
+    if (data) data.read(mixture, MeasuredKind::composition);
     const Quantity quantity = by_T() ? Quantity::temperature : Quantity::pressure;
     char const* const symbol = by_T() ? "T" : "p";
     const auto given = positive_points(by_T() ? T : p, by_T() ? "--T" : "--p", quantity, units);
@@ -120,12 +124,17 @@ int SaturationPoints::run() {
             break;
     }
     evidence.report(head);
+    Picture picture{.title = title(mixture),
+                    .x_axis = axis(Quantity::temperature, units),
+                    .y_axis = axis(Quantity::pressure, units),
+                    .curves = {curve}};
+    if (data) {
+        data.compare(mixture, {kind}, units, head);
+        data.draw(picture, units);
+    }
     const int code = rows.finish(head);
     write(head, table, options.style);
-    plot.draw({.title = title(mixture),
-               .x_axis = axis(Quantity::temperature, units),
-               .y_axis = axis(Quantity::pressure, units),
-               .curves = {curve}});
+    plot.draw(picture);
     return code;
 }
 
@@ -142,8 +151,9 @@ void add(Program& program, Saturated kind, char const* text, char const* example
                "lower or upper pressure (temperature)",
                {.one_of = {"any", "lower", "upper"}, .type = "BRANCH"});
     points->plot.add_to(command);
+    points->data.add_to(command);
     points->options.add_units(command);
-    points->options.add_output(command);
+    points->options.add_output(command, true);
     command.examples(examples);
 }
 }  // namespace

@@ -3,6 +3,7 @@
 #include <tools/corvane/commands.h>
 #include <tools/corvane/critical_slope.h>
 #include <tools/corvane/errors.h>
+#include <tools/corvane/measured.h>
 #include <tools/corvane/numbers.h>
 #include <tools/corvane/open.h>
 #include <tools/corvane/options.h>
@@ -28,6 +29,7 @@ struct CriticalLineCommand {
     LineLimits limits;
     bool unstable = false;
     PlotFile plot;
+    Measured data;
 
     int run();
 
@@ -60,8 +62,9 @@ void CriticalLineCommand::check(MixtureFluid const& mixture) const {
         throw Misuse("fractions ask for one critical point: leave them out for a line");
     if (mixture.size() != 2 && !mixture.composed)
         throw Misuse("a critical line needs two components; give mole fractions for a point");
-    if (plot && (of_compositions(mixture) || from_values()))
-        throw Misuse("--plot draws the critical lines of two components without start values");
+    if ((plot || data) && (of_compositions(mixture) || from_values()))
+        throw Misuse(fmt::format("{} the critical lines of two components without start values",
+                                 plot ? "--plot draws" : "--data is compared with"));
 }
 
 std::vector<Column> CriticalLineCommand::columns(MixtureFluid const& mixture) const {
@@ -247,17 +250,25 @@ int CriticalLineCommand::lines(MixtureFluid const& mixture, Heading& head, Table
     }
     evidence_.report(head);
     picture = projection.picture;
+    if (data) {
+        corvane::CriticalOptions how;
+        how.unstable = unstable;
+        data.compare(mixture, found, how, options.units, head);
+        data.draw(picture, options.units);
+    }
     return Watch::interrupted() ? kInterrupted : open ? 1 : 0;
 }
 
 int CriticalLineCommand::run() {
     plot.begin();
+    data.begin();
     if (T.empty() != rho.empty()) throw Misuse("start values are --T and --rho together");
     request.fractions_optional = true;
     options.begin();
     const MixtureFluid mixture = open_mixture(request);
     check(mixture);
     options.units.M = mixture.M();
+    if (data) data.read(mixture, MeasuredKind::critical);
     Heading head = heading("critical-line", mixture);
     Table table{columns(mixture), {}};
     Picture picture;
@@ -297,11 +308,13 @@ void add_critical_line(Program& program) {
         .flag("--unstable", critical->unstable, "what is not stable, too");
     critical->limits.add_to(command);
     critical->plot.add_to(command);
+    critical->data.add_to(command);
     critical->options.add_units(command);
-    critical->options.add_output(command);
+    critical->options.add_output(command, true);
     command.examples(
         R"(  corvane critical-line PR+vdW1 methane propane
   corvane critical-line PR+vdW1 CO2 decane --kij 0.1 --plot critical.svg
+  corvane critical-line PR+vdW1 ethane butane --data examples/measured/ethane_butane_critical.csv
   corvane critical-line PR+vdW1 methane propane --at 0.1:0.9:0.1
   corvane critical-line PR+vdW1 methane=0.7 ethane=0.2 propane)");
 }

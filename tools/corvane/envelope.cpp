@@ -2,6 +2,7 @@
 #include <tools/corvane/certified.h>
 #include <tools/corvane/commands.h>
 #include <tools/corvane/errors.h>
+#include <tools/corvane/measured.h>
 #include <tools/corvane/mixture_points.h>
 #include <tools/corvane/numbers.h>
 #include <tools/corvane/open.h>
@@ -28,6 +29,7 @@ struct EnvelopeCommand {
     MixtureRequest request;
     std::string p_start, p_max, T_min;
     PlotFile plot;
+    Measured data;
 
     int run();
 
@@ -205,9 +207,11 @@ Picture EnvelopeCommand::picture(MixtureFluid const& mixture, Envelope const& en
 
 int EnvelopeCommand::run() {
     plot.begin();
+    data.begin();
     options.begin();
     const MixtureFluid mixture = open_mixture(request);
     options.units.M = mixture.M();
+    if (data) data.read(mixture, MeasuredKind::composition);
     Heading head = heading("envelope", mixture);
     head.remarks.emplace_back("y: the incipient phase, beside that of the given composition");
     corvane::EnvelopeOptions asked = how();
@@ -221,8 +225,14 @@ int EnvelopeCommand::run() {
     for (EnvelopePoint const& point : envelope.points)
         cautions.add(mixture.validity, point.T, point.p, mixture.x);
     cautions.report(head);
+    Picture drawing = picture(mixture, envelope);
+    if (data) {
+        data.compare(mixture, {corvane::Saturated::bubble, corvane::Saturated::dew}, options.units,
+                     head);
+        data.draw(drawing, options.units);
+    }
     write(head, table(mixture, envelope), options.style);
-    plot.draw(picture(mixture, envelope));
+    plot.draw(drawing);
     return Watch::interrupted() ? kInterrupted : envelope.end == EnvelopeEnd::stuck ? 1 : 0;
 }
 }  // namespace
@@ -238,8 +248,9 @@ void add_envelope(Program& program) {
         .value("--p-max", envelope->p_max, "where an open envelope ends (default: 1000 MPa)")
         .value("--T-min", envelope->T_min, "where it ends at low temperatures (default: 50 K)");
     envelope->plot.add_to(command);
+    envelope->data.add_to(command);
     envelope->options.add_units(command);
-    envelope->options.add_output(command);
+    envelope->options.add_output(command, true);
     command.examples(
         R"(  corvane envelope PR+vdW1 methane=0.8 ethane=0.15 propane
   corvane envelope MEOS+GERG methane=0.7 propane=0.3 --plot envelope.svg --unit-p bar)");

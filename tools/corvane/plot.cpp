@@ -125,18 +125,24 @@ class Script {
     std::set<std::string> seen_;
 };
 
-/// With y_top: that, and x from where curves begin to rise visibly.
+/// With y_top: that, and x from where curves begin to rise visibly; measured points are all seen.
 std::string range(Picture const& picture) {
-    double highest = 0.0, left = std::numeric_limits<double>::infinity();
+    double highest = 0.0, top = picture.y_top, left = std::numeric_limits<double>::infinity();
     for (Curve const& curve : picture.curves)
         for (auto const& [x, y] : curve.points) {
             highest = std::max(highest, y);
             if (picture.log_y || y > 2e-3 * picture.y_top) left = std::min(left, x);
         }
+    for (Marks const& m : picture.marks)
+        for (auto const& [x, y] : m.points)
+            if (m.symbol == Symbol::measured_open) {
+                top = std::max(top, 1.1 * y);
+                left = std::min(left, x);
+            }
     if (!(picture.y_top > 0.0) || !std::isfinite(left)) return "";
     std::string text;
-    if (highest > picture.y_top)
-        text += fmt::format("set yrange [{}:{:.8g}]\n", picture.log_y ? "*" : "0", picture.y_top);
+    if (highest > top)
+        text += fmt::format("set yrange [{}:{:.8g}]\n", picture.log_y ? "*" : "0", top);
     if (!picture.log_y) text += fmt::format("set xrange [{:.8g}<*:*]\n", left);
     return text;
 }

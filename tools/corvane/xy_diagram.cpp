@@ -202,7 +202,7 @@ int XyDiagram::run() {
     Units& units = options.units;
     units.M = mixture.M();
     const auto given = positive_points(values, isothermal ? "--T" : "--p", frame().fixed(), units);
-    if (data) data.read(mixture, isothermal);
+    if (data) data.read(mixture, isothermal ? MeasuredKind::isotherms : MeasuredKind::isobars);
     Heading head = heading(name(), mixture);
     const Solids solids(mixture, solid, head);
     Picture picture;
