@@ -251,9 +251,7 @@ int CriticalLineCommand::lines(MixtureFluid const& mixture, Heading& head, Table
     evidence_.report(head);
     picture = projection.picture;
     if (data) {
-        corvane::CriticalOptions how;
-        how.unstable = unstable;
-        data.compare(mixture, found, how, options.units, head);
+        data.compare(mixture, found, {.unstable = unstable}, options.units, head);
         data.draw(picture, options.units);
     }
     return Watch::interrupted() ? kInterrupted : open ? 1 : 0;
