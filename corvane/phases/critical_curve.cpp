@@ -1,6 +1,7 @@
 #include <corvane/core/errors.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/critical_curve.h>
+#include <corvane/phases/illinois.h>
 #include <corvane/pure/model1.h>
 
 #include <algorithm>
@@ -208,21 +209,13 @@ bool CriticalTracer::across(CriticalNode const& a, CriticalNode const& b, double
 }
 /// Moves b to the limit, by the Illinois method.
 bool CriticalTracer::limit(CriticalNode const& a, CriticalNode& b, Limit const& l) {
-    double s0 = 0.0, f0 = l.excess(a.point.p, a.point.T), s1 = 1.0,
-           f1 = l.excess(conditions.s.p, conditions.s.T);
+    IllinoisBracket r{0.0, l.excess(a.point.p, a.point.T), 1.0,
+                      l.excess(conditions.s.p, conditions.s.T)};
     CriticalNode q = b;
-    for (int it = 0; it < kLocate && std::fabs(f1) > kLimit; ++it) {
-        const double s = s1 - (s1 - s0) * f1 / (f1 - f0);
+    for (int it = 0; it < kLocate && std::fabs(r.fb) > kLimit; ++it) {
+        const double s = r.b - (r.b - r.a) * r.fb / (r.fb - r.fa);
         if (!across(a, b, s, q.y)) return false;
-        const double f = l.excess(conditions.s.p, conditions.s.T);
-        if (f * f1 < 0.0) {
-            s0 = s1;
-            f0 = f1;
-        } else {
-            f0 *= 0.5;
-        }
-        s1 = s;
-        f1 = f;
+        r.take(s, l.excess(conditions.s.p, conditions.s.T));
     }
     b.y = q.y;
     return node(b, a.t);

@@ -1,5 +1,6 @@
 #include <corvane/core/errors.h>
 #include <corvane/mixture/modeln.h>
+#include <corvane/phases/illinois.h>
 #include <corvane/phases/solid_fluid_states.h>
 #include <corvane/pure/model1.h>
 
@@ -104,31 +105,25 @@ std::vector<PureSolidPoint> SolidFluidStates::pure_points() {
 }
 /// Illinois method in the logarithm.
 bool SolidFluidStates::pure_point(double a, double fa, double b, double fb, PureSolidPoint& q) {
-    double f = fb;
-    for (int it = 0; it < 60 && std::fabs(f) > 1e-12; ++it) {
-        const double w = a * std::exp(std::log(b / a) * fa / (fa - fb));
+    IllinoisBracket r{a, fa, b, fb};
+    for (int it = 0; it < 60 && std::fabs(r.fb) > 1e-12; ++it) {
+        const double w = r.a * std::exp(std::log(r.b / r.a) * r.fa / (r.fa - r.fb));
+        double f = 0.0;
         if (!gap(w, f)) return false;
-        if (f * fb < 0.0) {
-            a = b;
-            fa = fb;
-        } else {
-            fa *= 0.5;
-        }
-        b = w;
-        fb = f;
-        if (std::fabs(b / a - 1.0) < 1e-15) break;
+        r.take(w, f);
+        if (std::fabs(r.b / r.a - 1.0) < 1e-15) break;
     }
-    at_pure_.p = p(b);
-    q.variable = b;
+    at_pure_.p = p(r.b);
+    q.variable = r.b;
     q.rho = at_pure_.rho;
-    q.point.T = T(b);
-    q.point.p = p(b);
+    q.point.T = T(r.b);
+    q.point.p = p(r.b);
     q.point.x = pure_composition(s_);
     q.point.rho = at_pure_.rho;
     q.point.rho_solid = solid_.rho;
     q.point.form = solid_.form;
     certify(pure_, q.point.p, {&at_pure_}, q.point.certificate);
-    q.point.certificate.dmu = std::fabs(f);
+    q.point.certificate.dmu = std::fabs(r.fb);
     q.point.certificate.phases.push_back({solid_.rho, q.point.x});
     q.point.certificate.flag(o_.validity, q.point.T, q.point.p, q.point.x);
     return q.point.certificate.holds();

@@ -1,4 +1,5 @@
 #include <corvane/core/errors.h>
+#include <corvane/phases/illinois.h>
 #include <corvane/phases/spinodal.h>
 #include <corvane/pure/model1.h>
 
@@ -48,21 +49,15 @@ bool Spinodal::lambda(Variables const& y, int m, double& value) {
 
 /// λ changes its sign between ln T = a and b: Illinois method.
 double Spinodal::root(Variables y, int m, double a, double fa, double b, double fb) {
-    for (int it = 0; it < 10 && std::fabs(a - b) > kAccuracy; ++it) {
-        y[1] = a + (b - a) * fa / (fa - fb);
+    IllinoisBracket r{a, fa, b, fb};
+    for (int it = 0; it < 10 && std::fabs(r.a - r.b) > kAccuracy; ++it) {
+        y[1] = r.a + (r.b - r.a) * r.fa / (r.fa - r.fb);
         double f = 0.0;
         if (!lambda(y, m, f)) break;
-        if (std::fabs(y[1] - b) < kAccuracy && f * fb > 0.0) return y[1];
-        if (f * fb < 0.0) {
-            a = b;
-            fa = fb;
-        } else {
-            fa *= 0.5;
-        }
-        b = y[1];
-        fb = f;
+        if (std::fabs(y[1] - r.b) < kAccuracy && f * r.fb > 0.0) return y[1];
+        r.take(y[1], f);
     }
-    return b;
+    return r.b;
 }
 
 bool Spinodal::hottest(Variables& y, int m) {
