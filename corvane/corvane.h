@@ -1,6 +1,10 @@
 // Everything a caller of the library needs.
 #pragma once
 
+#include <corvane/catalogue/home.h>
+#include <corvane/catalogue/open.h>
+#include <corvane/catalogue/parameter_sets.h>
+#include <corvane/catalogue/substances.h>
 #include <corvane/core/constants.h>
 #include <corvane/core/containers.h>
 #include <corvane/core/errors.h>

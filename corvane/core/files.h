@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <string>
 
 namespace corvane {
 
@@ -33,6 +34,27 @@ using File = std::unique_ptr<FILE, FileCloser>;
 /// open
 CORVANE_API File open_file(char const* mode, char const* format, ...)
     __attribute__((format(printf, 2, 3)));
+
+/// While it lives, what the calling thread reads below "./" (data of open_file, plug-ins of attach1
+/// and attachN) is read below `home` instead. Nests; the inner one holds.
+class CORVANE_API ReadingFrom {
+  public:
+    explicit ReadingFrom(std::string home);
+    ~ReadingFrom();
+    ReadingFrom(ReadingFrom const&) = delete;
+    ReadingFrom& operator=(ReadingFrom const&) = delete;
+
+  private:
+    std::string home_;
+    ReadingFrom const* outer_;
+    friend std::string reading_path(std::string const& path);
+};
+
+/// The path to read for one that may begin with "./".
+std::string reading_path(std::string const& path);
+
+/// What a regular file holds, up to its first 16 MiB; empty if it cannot be read.
+CORVANE_API std::string file_contents(char const* path);
 
 /// Reads the rest of the line into a buffer of `size` characters, after blanks and tabs (and
 /// nothing else: an empty text keeps its line). At most `most` characters are taken; whatever

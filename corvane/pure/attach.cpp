@@ -1,4 +1,5 @@
 #include <corvane/core/constants.h>
+#include <corvane/core/files.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
@@ -20,7 +21,9 @@ namespace {
 void* open_library(std::initializer_list<std::string> paths) {
     for (std::string const& path : paths)
         if (path.size() < static_cast<std::size_t>(th_pathlength))
-            if (void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) return library;
+            if (void* library =
+                    dlopen(corvane::reading_path(path).c_str(), RTLD_NOW | RTLD_LOCAL))
+                return library;
     throw ThException(th_cannot_open);
 }
 

@@ -1,0 +1,57 @@
+#include <corvane/catalogue/home.h>
+
+#include <cstdlib>
+#include <vector>
+
+#include <dlfcn.h>
+
+namespace corvane {
+namespace {
+namespace fs = std::filesystem;
+
+bool has_tree(fs::path const& directory) {
+    std::error_code error;
+    return fs::is_directory(directory / "CorvaneS", error);
+}
+
+/// The folder that this library was loaded from; empty if the loader does not say.
+fs::path library_folder() {
+    static const char here = 0;
+    Dl_info info{};
+    if (!dladdr(&here, &info) || !info.dli_fname) return {};
+    std::error_code error;
+    const fs::path file = fs::canonical(info.dli_fname, error);
+    return error ? fs::path() : file.parent_path();
+}
+}  // namespace
+
+DataHome::DataHome(fs::path const& directory) {
+    std::error_code error;
+    directory_ = fs::absolute(directory, error);
+    if (error || !has_tree(directory_))
+        throw OpenFailure(directory.string() + " does not hold CorvaneS", directory.string());
+}
+
+DataHome DataHome::find() {
+    char const* const variable = std::getenv("CORVANE_DATA");
+    if (variable && *variable) {
+        if (!has_tree(variable))
+            throw OpenFailure("CORVANE_DATA: " + std::string(variable) + " does not hold CorvaneS",
+                              variable);
+        return DataHome(variable);
+    }
+    std::vector<fs::path> places;
+    if (const fs::path folder = library_folder(); !folder.empty())
+        places = {folder / "corvane", folder.parent_path() / "home"};
+    std::error_code error;
+    if (const fs::path working = fs::current_path(error); !error) places.push_back(working);
+    std::string tried;
+    for (fs::path const& place : places) {
+        if (has_tree(place)) return DataHome(place);
+        tried += (tried.empty() ? "" : ", ") + place.string();
+    }
+    throw OpenFailure("no data home (a directory that holds CorvaneS) in " + tried +
+                      "; name one with CORVANE_DATA");
+}
+
+}  // namespace corvane

@@ -1,0 +1,206 @@
+#include <corvane/catalogue/open.h>
+#include <corvane/catalogue/substances.h>
+#include <corvane/core/files.h>
+#include <corvane/core/text.h>
+#include <corvane/mixture/loading.h>
+#include <corvane/phases/validity.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace corvane {
+namespace {
+/// The order in which an equation is chosen for a substance.
+constexpr std::array kBest{"MEOS", "PCSAFT", "PR", "SRK"};
+
+std::string in_words(std::vector<int> const& numbers) {
+    std::string text;
+    for (int n : numbers) text += (text.empty() ? "" : ", ") + std::to_string(n);
+    return text;
+}
+
+bool contains(std::vector<std::string> const& names, std::string const& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+/// Runs what reads a file; its exceptions become an OpenFailure that names it.
+template <class F>
+void reading(std::string const& what, std::string const& file, F f) {
+    const auto fail = [&](std::string const& why) {
+        throw OpenFailure(what + " (" + file + "): " + why, file);
+    };
+    try {
+        f();
+    } catch (ThException const& e) {
+        fail(trimmed(e.message()));
+    } catch (MthException const& e) {
+        fail(trimmed(e.message()));
+    }
+}
+
+/// Attaches a plug-in, or says which there are.
+template <class Attach>
+auto attached(DataHome const& home, std::string const& name, std::vector<std::string> const& known,
+              Attach attach) {
+    const std::string file = (home.tree() / ("libth" + name + ".dll")).string();
+    if (!contains(known, name))
+        throw OpenFailure("no equation " + name + " in " + home.tree().string() +
+                              (known.empty() ? "" : "; there are " + join(known, ", ")),
+                          file);
+    decltype(attach()) model = nullptr;
+    reading("the plug-in cannot be used", file, [&] {
+        model = attach();
+        if (!model) throw ThException(th_generic);
+    });
+    return model;
+}
+
+void check_critical_point(Model1 const& model, std::string const& file) {
+    for (double x : {model.Tcrit(), model.pcrit(), model.vcrit()})
+        if (!(x > 0.0) || !std::isfinite(x))
+            throw OpenFailure(file + " has no usable critical point", file);
+}
+
+/// Loads the ideal-gas table of a model; false if there is none.
+bool load_ideal(DataHome const& home, Model1& model) {
+    const std::string file = (home.tree() / "ideal" / model.name()).string();
+    if (!is_file_name(model.name()) || file_contents(file.c_str()).empty()) return false;
+    reading("the ideal-gas table", file, [&] {
+        model.ideal.load();
+        model.ideal.CVm(298.15);  // an empty table is found out here
+    });
+    return true;
+}
+
+std::string parameter_file(DataHome const& home, std::string const& equation,
+                           std::string const& substance, int set) {
+    return (home.tree() / "parameters" / equation / (substance + ";" + std::to_string(set)))
+        .string();
+}
+
+/// The set to load where none is named: 1, or the first there is.
+int choose_set(DataHome const& home, std::string const& equation, std::string const& substance,
+               int asked) {
+    if (has_parameter_set(home, equation, substance, asked > 0 ? asked : 1))
+        return asked > 0 ? asked : 1;
+    const auto sets = parameter_sets(home, equation, substance);
+    if (sets.empty()) {
+        const auto others = equations_for(home, substance);
+        throw OpenFailure(
+            equation + " has no parameters for " + substance +
+            (others.empty() ? "" : "; equations that have: " + join(others, ", ")));
+    }
+    if (asked <= 0) return sets.front();
+    throw OpenFailure(equation + " has no set " + std::to_string(asked) + " for " + substance +
+                      "; sets: " + in_words(sets));
+}
+}  // namespace
+
+std::vector<std::string> equations_for(DataHome const& home, std::string const& substance) {
+    std::vector<std::string> names;
+    for (char const* name : kBest)
+        if (!parameter_sets(home, name, substance).empty()) names.emplace_back(name);
+    for (std::string const& name : equations(home))
+        if (!contains(names, name) && !parameter_sets(home, name, substance).empty())
+            names.push_back(name);
+    return names;
+}
+
+std::string substance_name(DataHome const& home, std::string const& equation,
+                           std::string const& text) {
+    if (!equation.empty() && has_parameter_set(home, equation, text, 1)) return text;
+    const Substances index(home);
+    const auto found = index.find(text);
+    if (found.size() == 1) return found.front()->name;
+    if (found.size() > 1) {
+        std::vector<std::string> names;
+        for (Substance const* s : found) names.push_back(s->name);
+        throw OpenFailure("'" + text + "' is not one substance: " + join(names, ", "));
+    }
+    if (!equation.empty() && !parameter_sets(home, equation, text).empty()) return text;
+    throw OpenFailure("unknown substance '" + text + "'");
+}
+
+Fluid open(std::string const& equation, std::string const& substance, FluidOptions const& options) {
+    Fluid fluid{nullptr, equation, "", 1, {}, {}, options.home ? *options.home : DataHome::find()};
+    DataHome const& home = fluid.home;
+    const ReadingFrom from(home.directory().string());
+    if (equation.empty()) {
+        fluid.substance = substance_name(home, equation, substance);
+        const auto all = equations_for(home, fluid.substance);
+        if (all.empty()) throw OpenFailure("no equation has parameters for " + fluid.substance);
+        fluid.equation = all.front();
+    }
+    fluid.model.reset(attached(home, fluid.equation, plugins(home).pure,
+                               [&] { return attach1(fluid.equation.c_str()); }));
+    if (fluid.substance.empty()) fluid.substance = substance_name(home, equation, substance);
+    fluid.set = choose_set(home, fluid.equation, fluid.substance, options.set);
+    fluid.notes = parameter_notes(home, fluid.equation, fluid.substance, fluid.set);
+    Model1& model = *fluid.model;
+    model.name(fluid.substance.c_str());
+    model.id(fluid.set);
+    const std::string file = parameter_file(home, fluid.equation, fluid.substance, fluid.set);
+    reading("the parameters cannot be read", file, [&] { model.load(fluid.equation.c_str()); });
+    check_critical_point(model, file);
+    if (load_ideal(home, model)) fluid.ideal = ideal_notes(home, model.name());
+    return fluid;
+}
+
+Mixture open_mixture(std::string const& name, std::vector<std::string> const& components,
+                     MixtureOptions const& options) {
+    const std::size_t plus = name.find('+');
+    if (plus == std::string::npos || !is_file_name(name))
+        throw OpenFailure("'" + name + "' is not an equation with a mixing theory, such as PR+vdW1");
+    Mixture mixture{std::make_unique<std::string const>(name.substr(0, plus)),
+                    std::make_unique<std::string const>(name.substr(plus + 1)),
+                    nullptr,
+                    {},
+                    {},
+                    {},
+                    true,
+                    options.home ? *options.home : DataHome::find()};
+    DataHome const& home = mixture.home;
+    char const *const equation = mixture.equation->c_str(), *const theory = mixture.theory->c_str();
+    if (components.empty()) throw OpenFailure("a mixture needs components");
+    if (!options.sets.empty() && options.sets.size() != components.size())
+        throw OpenFailure("as many parameter sets as components, or none, can be named");
+    for (std::string const& text : components) {
+        std::string found = substance_name(home, *mixture.equation, text);
+        if (contains(mixture.components, found)) throw OpenFailure(found + " is named twice");
+        mixture.components.push_back(std::move(found));
+    }
+    const ReadingFrom from(home.directory().string());
+    mixture.model.reset(
+        attached(home, name, plugins(home).mixture, [&] { return attachN(equation, theory); }));
+    ModelN& model = *mixture.model;
+    const int n = mixture.size();
+    reading("components cannot be made", (home.tree() / ("libth" + *mixture.equation + ".dll")).string(),
+            [&] { model.alloc(n, equation); });
+    model.mth = theory;
+    for (int i = 0; i < n; ++i) {
+        std::string const& component = mixture.components[static_cast<unsigned>(i)];
+        const int asked = options.sets.empty() ? 0 : options.sets[static_cast<unsigned>(i)];
+        const int set = choose_set(home, *mixture.equation, component, asked);
+        model.mdl1[i]->name(component.c_str());
+        model.mdl1[i]->id(asked > 0 || set > 1 ? set : -1);  // −1: what the pairs were made for
+        for (int j = 0; j < i; ++j) model.id(i, j, options.pair_set);
+    }
+    reading("the parameters cannot be read",
+            (home.tree() / "parameters" / *mixture.equation).string(), [&] {
+                if (options.estimate)
+                    mixture.estimated = load_estimating(model, equation, theory);
+                else
+                    model.load(equation, theory);
+            });
+    mixture.validity = validity(model, mixture.estimated);
+    for (int i = 0; i < n; ++i) {
+        Model1& component = *model.mdl1[i];
+        check_critical_point(component, parameter_file(home, *mixture.equation, component.name(),
+                                                       component.id()));
+        mixture.ideal = load_ideal(home, component) && mixture.ideal;
+    }
+    return mixture;
+}
+
+}  // namespace corvane

@@ -1,0 +1,90 @@
+// Models opened by name: equation, substance, parameter set, from a data home, from any directory.
+//
+//     corvane::Fluid fluid = corvane::open("MEOS", "CO2");
+//     corvane::Mixture gas = corvane::open_mixture("PR+vdW1", {"methane", "propane"});
+//
+// Substances go by their name in the data tree, a synonym, CAS number or sum formula. A result owns
+// everything it needs; nothing depends on the working directory, before or after. Every failure is
+// an OpenFailure, which is a std::exception and says in one sentence what is there instead.
+#pragma once
+
+#include <corvane/catalogue/home.h>
+#include <corvane/catalogue/parameter_sets.h>
+#include <corvane/core/api.h>
+#include <corvane/mixture/modeln.h>
+#include <corvane/phases/certificate.h>
+#include <corvane/pure/attach.h>
+#include <corvane/pure/model1.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace corvane {
+
+/// A pure substance: the model with its parameters and, where the tree has a table, its ideal-gas
+/// part.
+struct Fluid {
+    std::unique_ptr<Model1, Detach> model;
+    std::string equation;   ///< "MEOS"
+    std::string substance;  ///< its name in the data tree
+    int set = 1;
+    ParameterNotes notes;  ///< stated range, source
+    std::optional<IdealNotes> ideal;  ///< nothing: without table, h, s, cp … raise ThException 3
+    DataHome home;                    ///< that it was read from
+};
+
+struct FluidOptions {
+    int set = 0;  ///< 0: set 1, or the first there is
+    std::optional<DataHome> home = {};
+};
+
+/// @param equation  name of a plug-in, or "" for the best that the substance has: the reference
+///                  equation (MEOS), else PCSAFT, else PR, else SRK
+/// @throws OpenFailure
+CORVANE_API Fluid open(std::string const& equation, std::string const& substance,
+                       FluidOptions const& options = {});
+
+/// The equations that have parameters for a substance, best first: MEOS, PCSAFT, PR, SRK, then the
+/// others in the order of their names. substance: its name in the data tree.
+CORVANE_API std::vector<std::string> equations_for(DataHome const& home,
+                                                   std::string const& substance);
+
+/// The name in the data tree of a substance given in any way that the index knows; the text itself
+/// if a parameter set of the equation goes by it. equation may be "".
+/// @throws OpenFailure unknown, or more than one substance
+CORVANE_API std::string substance_name(DataHome const& home, std::string const& equation,
+                                       std::string const& text);
+
+/// A mixture with its components and pairs.
+struct Mixture {
+    std::unique_ptr<std::string const> equation, theory;  ///< "PR", "vdW1"; the model points at them
+    std::unique_ptr<ModelN, Detach> model;
+    std::vector<std::string> components;  ///< names in the data tree
+    /// Pairs (i < j) without published parameters: the mixing theory's own estimate stands in.
+    std::vector<std::pair<int, int>> estimated;
+    Validity validity;  ///< for the options of the equilibrium solvers
+    bool ideal = true;  ///< every component has an ideal-gas table
+    DataHome home;
+
+    int size() const { return static_cast<int>(components.size()); }
+    std::string name() const { return *equation + "+" + *theory; }
+};
+
+struct MixtureOptions {
+    std::vector<int> sets = {};  ///< of the components; empty: those that the pairs were made for, else 1
+    int pair_set = 1;
+    bool estimate = true;  ///< false: a pair without a file is refused
+    std::optional<DataHome> home = {};
+};
+
+/// @param model       equation and mixing theory: "PR+vdW1", "PCSAFT+LB", "MEOS+GERG"
+/// @param components  one or more substances, each once
+/// @throws OpenFailure
+CORVANE_API Mixture open_mixture(std::string const& model,
+                                 std::vector<std::string> const& components,
+                                 MixtureOptions const& options = {});
+
+}  // namespace corvane

@@ -1,0 +1,133 @@
+// Models opened by name, from any directory.
+#include "support/scratch.h"
+
+#include <corvane/corvane.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <functional>
+
+#include <sys/stat.h>
+
+namespace {
+using corvane::DataHome;
+using corvane::OpenFailure;
+
+TEST(Open, NamesSynonymsAndNumbersLeadToTheSameSubstanceFromAnyDirectory) {
+    const Scratch elsewhere;  // the library finds the home of its build tree by itself
+    struct Row {
+        char const *equation, *text, *substance;
+    };
+    for (Row const& row : {Row{"MEOS", "CO2", "carbon_dioxide"}, Row{"PR", "74-98-6", "propane"},
+                           Row{"PCSAFT", "n-butane", "butane"}, Row{"SRK", "H2O", "water"},
+                           Row{"MEOS", "Carbon Dioxide", "carbon_dioxide"}}) {
+        SCOPED_TRACE(row.text);
+        corvane::Fluid fluid = corvane::open(row.equation, row.text);
+        EXPECT_EQ(fluid.substance, row.substance);
+        EXPECT_STREQ(fluid.model->name(), row.substance);
+        EXPECT_EQ(fluid.set, 1);
+        double rho = 0.0;
+        // the ideal-gas limit: everything was loaded
+        EXPECT_NEAR(fluid.model->Z(1e-9, 400.0), 1.0, 1e-5);
+        EXPECT_GT(fluid.model->Cpm(1e-4, 400.0, 3, rho), 2.5);
+        EXPECT_TRUE(fluid.ideal);
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(elsewhere.dir()));
+}
+
+TEST(Open, WithoutAnEquationTakesTheBestThatHasParameters) {
+    EXPECT_EQ(corvane::open("", "water").equation, "MEOS");
+    const DataHome home = DataHome::find();
+    for (auto const& [substance, sets] : corvane::parameter_sets(home, "PR")) {
+        const auto known = corvane::equations_for(home, substance);
+        ASSERT_FALSE(known.empty());
+        const bool saft = !corvane::parameter_sets(home, "PCSAFT", substance).empty();
+        const bool reference = !corvane::parameter_sets(home, "MEOS", substance).empty();
+        EXPECT_EQ(known.front(), reference ? "MEOS" : saft ? "PCSAFT" : "PR") << substance;
+        if (!reference && !saft) break;  // reading every folder for each is slow
+    }
+}
+
+TEST(Open, MixturesOwnWhatTheyPointAt) {
+    const Scratch elsewhere;
+    corvane::Mixture first = corvane::open_mixture("PR+vdW1", {"methane", "C3H8"});
+    corvane::Mixture gas = std::move(first);  // the model points at the texts
+    EXPECT_STREQ(gas.model->eos, "PR");
+    EXPECT_STREQ(gas.model->mth, "vdW1");
+    EXPECT_EQ(gas.components, (std::vector<std::string>{"methane", "propane"}));
+    EXPECT_TRUE(gas.estimated.empty());
+    EXPECT_TRUE(gas.ideal);
+    EXPECT_GT(gas.validity.T_triple[1], 85.0);  // propane 85.5 K
+    Vector<double> z(2);
+    z[0] = 0.3;
+    z[1] = 0.7;
+    const auto q = corvane::bubble_T(*gas.model, 260.0, z);
+    EXPECT_TRUE(q.certificate.holds());
+    EXPECT_EQ(corvane::open_mixture("PR+vdW1", {"propane"}).size(), 1);
+    const auto rare = corvane::open_mixture("PR+vdW1", {"mercury", "aniline"});
+    EXPECT_EQ(rare.estimated.size(), 1u);
+    EXPECT_TRUE(rare.validity.estimated_pairs);
+}
+
+TEST(Open, TwoHomesAtATime) {
+    const Scratch scratch;
+    const DataHome standard = DataHome::find();
+    std::filesystem::create_directories("mine/CorvaneS/parameters/PR");
+    for (char const* entry : {"libthPR.dll", "ideal", "substances.tsv"})
+        std::filesystem::create_symlink(std::filesystem::canonical(standard.tree() / entry),
+                                        std::filesystem::path("mine/CorvaneS") / entry);
+    std::string text = Scratch::read(standard.tree() / "parameters/PR/propane;1");
+    text.replace(text.find("Tc:\t"), 4, "Tc:\t1");  // 369.89 becomes 1369.89
+    scratch.write("mine/CorvaneS/parameters/PR/propane;1", text);
+    const DataHome mine("mine");
+    const auto fluid = corvane::open("PR", "propane", {0, mine});
+    EXPECT_GT(fluid.model->Tcrit(), 1300.0);
+    EXPECT_LT(corvane::open("PR", "propane").model->Tcrit(), 400.0);
+    EXPECT_EQ(fluid.home.directory(), std::filesystem::absolute("mine"));
+}
+
+TEST(Open, RefusesInOneSentenceThatNamesTheCulprit) {
+    const Scratch scratch;
+    const DataHome standard = DataHome::find();
+    std::filesystem::create_directories("bad/CorvaneS/parameters/PR");
+    std::filesystem::create_symlink(std::filesystem::canonical(standard.tree() / "libthPR.dll"),
+                                    "bad/CorvaneS/libthPR.dll");
+    scratch.write("bad/CorvaneS/libthJUNK.dll", "no library");
+    scratch.write("bad/CorvaneS/parameters/PR/propane;1", "name:\tpropane\nid:\t1\n");
+    ASSERT_EQ(mkfifo("bad/CorvaneS/substances.tsv", 0600), 0);  // read, it would wait for ever
+    const DataHome bad("bad");
+    struct Row {
+        char const* says;
+        std::function<void()> open;
+    };
+    for (Row const& row : {
+             Row{"no equation pr", [] { corvane::open("pr", "propane"); }},
+             Row{"unknown substance 'unobtainium'", [] { corvane::open("PR", "unobtainium"); }},
+             Row{"unknown substance ''", [] { corvane::open("PR", ""); }},
+             Row{"unknown substance '../PR/propane'", [] { corvane::open("PR", "../PR/propane"); }},
+             Row{"not one substance", [] { corvane::open("PR", "C4H10O"); }},
+             Row{"no set 77 for propane; sets: 1", [] { corvane::open("PR", "propane", {77, {}}); }},
+             Row{"no parameters for", [] { corvane::open("MEOS", "aniline"); }},
+             Row{"PR/propane;1", [&] { corvane::open("PR", "propane", {0, bad}); }},
+             Row{"libthJUNK.dll", [&] { corvane::open("JUNK", "propane", {0, bad}); }},
+             Row{"nowhere does not hold CorvaneS", [] { DataHome("nowhere"); }},
+             Row{"is not an equation with a mixing", [] { corvane::open_mixture("PR", {"argon"}); }},
+             Row{"no equation PR+none", [] { corvane::open_mixture("PR+none", {"argon"}); }},
+             Row{"propane is named twice",
+                 [] { corvane::open_mixture("PR+vdW1", {"propane", "C3H8"}); }},
+             Row{"needs components", [] { corvane::open_mixture("PR+vdW1", {}); }},
+         }) {
+        SCOPED_TRACE(row.says);
+        try {
+            row.open();
+            ADD_FAILURE() << "opened";
+        } catch (std::exception const& e) {
+            EXPECT_NE(std::string(e.what()).find(row.says), std::string::npos) << e.what();
+            EXPECT_EQ(std::string(e.what()).find('\n'), std::string::npos) << e.what();
+        }
+    }
+}
+
+}  // namespace
