@@ -42,5 +42,7 @@
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 #include <corvane/solid/solid.h>
+#include <corvane/state/phase_properties.h>
+#include <corvane/state/pure_state.h>
 #include <corvane/viscosity/visco.h>
 #include <corvane/volume/volume.h>
