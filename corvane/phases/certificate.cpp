@@ -35,11 +35,14 @@ EquilibriumFailure::EquilibriumFailure(Kind kind, std::string state, std::string
       advice_(std::move(advice)) {}
 
 std::string Certificate::line() const {
-    char s[200];
+    char bounds[100] = "", s[300];
+    if (bounded())
+        std::snprintf(bounds, sizeof bounds, "errors below %.1e in p or T (relative), %.1e in x, %.1e in rho (relative), ",
+                      value_error, x_error, rho_error);
     std::snprintf(
         s, sizeof s,
-        "phases %d, dmu %.1e, dp/p %.1e, tangent-plane distance %.1e, evaluations %ld%s%s%s%s",
-        static_cast<int>(phases.size()), dmu, dp, tpd, evaluations,
+        "phases %d, dmu %.1e, dp/p %.1e, tangent-plane distance %.1e, %sevaluations %ld%s%s%s%s",
+        static_cast<int>(phases.size()), dmu, dp, tpd, bounds, evaluations,
         near_trivial ? ", phases nearly alike" : "", estimated_pairs ? ", estimated pairs" : "",
         extrapolated ? ", extrapolated" : "", below_triple ? ", below a triple point" : "");
     return s;

@@ -5,6 +5,8 @@
 #include <corvane/core/api.h>
 #include <corvane/core/containers.h>
 
+#include <cmath>
+#include <limits>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -32,10 +34,14 @@ struct PhaseRecord {
 };
 
 /// Evidence for a result, computed from its final densities. A result is handed out only if dmu,
-/// dp and target are at most `tolerance`, and tpd is at least −tpd_tolerance.
+/// dp and target are at most `tolerance`, tpd is at least −tpd_tolerance, and the bounds of the
+/// errors, where they are known, are within error_limit and apart_limit.
 struct CORVANE_API Certificate {
     static constexpr double tolerance = 1e-9;
     static constexpr double tpd_tolerance = 1e-8;
+    static constexpr double error_limit = 1e-6;
+    static constexpr double apart_limit = 0.1;
+    static constexpr double unknown = std::numeric_limits<double>::quiet_NaN();
 
     double dmu = 0.0;  ///< largest |Δμ_i|/(RT) between the phases
     /// Largest difference of a phase's pressure to p, over p. What rounding the density of a liquid
@@ -54,6 +60,18 @@ struct CORVANE_API Certificate {
     /// The phases differ by less than 1 % in density and by less than 0.01 in every mole fraction:
     /// near a critical point true results do so.
     bool near_trivial = false;
+
+    // Bounds of the errors of a result of two phases against the exact solution of the model's
+    // equations: residuals and what rounding may add to them, times the inverse Jacobian, with a
+    // margin. Not-a-number where none were computed (one phase, three, solids, critical points).
+    double value_error = unknown;  ///< relative: of p where T was given, of T where p was; else 0
+    double x_error = unknown;      ///< largest of all mole fractions of both phases
+    double rho_error = unknown;    ///< relative, the larger of both phases
+    /// Of the distance between the phases (in ln rho_i), relative to it: below apart_limit they are
+    /// told apart beyond doubt. Near a critical point this and not dmu is the evidence for two
+    /// phases.
+    double apart_error = unknown;
+
     double conditions = 0.0;  ///< critical points: largest residual of the critical conditions
 
     // From the Validity that the caller gave; false without one.
@@ -61,8 +79,11 @@ struct CORVANE_API Certificate {
     bool extrapolated = false;     ///< T or p outside the published range of the parameters
     bool below_triple = false;     ///< below the triple temperature of a component: may freeze
 
+    bool bounded() const { return std::isfinite(value_error + x_error + rho_error + apart_error); }
     bool holds() const {
-        return dmu <= tolerance && dp <= tolerance && target <= tolerance && tpd >= -tpd_tolerance;
+        return dmu <= tolerance && dp <= tolerance && target <= tolerance &&
+               tpd >= -tpd_tolerance && !(value_error > error_limit) &&
+               !(apart_error > apart_limit);
     }
     /// Sets the three flags; z: what is present. v may be null.
     void flag(Validity const* v, double T, double p, Vector<double> const& z);

@@ -4,6 +4,8 @@
 #include <corvane/core/api.h>
 #include <corvane/phases/certificate.h>
 
+#include <vector>
+
 class ModelN;
 
 namespace corvane {
@@ -23,8 +25,12 @@ enum class Branch {
 
 struct SaturationPoint {
     double T = 0.0, p = 0.0;  ///< K, MPa
-    PhaseRecord given;        ///< of the composition asked for
+    PhaseRecord given;        ///< of the composition asked for; the whole, where that is split
     PhaseRecord incipient;
+    /// Where the given composition is two liquids (by falling mass density) beside which the first
+    /// vapour appears: they, with their mole fractions of the whole. Empty where it is one phase.
+    std::vector<PhaseRecord> split;
+    std::vector<double> fraction;
     Certificate certificate;
 };
 
