@@ -1,0 +1,374 @@
+// How often the certified results are wrong, by a judge that shares no code with the solvers: the
+// equation of state is written a second time, true solutions are Newton's from the result with 113
+// bits, stability is a slow scan (judge/verdict.h).
+//
+//     bench_judge [-v] [--seed N] [--states N] [--only REGION] [--limit SECONDS] [--report] [EOS ...]
+//
+// REGION: critical (1e-6 … 5 % from a critical temperature), pure (mole fractions from 1e-12 on),
+// random. Every state is asked for bubble and dew points at its T and at its p, a flash and the
+// stability test. States are dealt out evenly to the mixtures. -v prints every fault and refusal
+// as the call that shows it. The exit code is 1 if something was wrong, but with --report.
+//
+// Columns: two: of two phases, or called unstable; no such: refused, since there is no solution;
+// then the kinds of faults; worst: the largest error of p, T, or mole fractions in a right answer;
+// evals: of the model, per answer.
+#include "judge/cubic.h"
+#include "judge/verdict.h"
+#include "mixtures.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+using corvane::EquilibriumFailure;
+using corvane::Saturated;
+using judge::Fault;
+using judge::Verdict;
+using Clock = std::chrono::steady_clock;
+using Names = std::vector<std::string>;
+
+const std::vector<Names> kBinaries = {
+    {"heptane", "pentane"},
+    {"carbon_dioxide", "ethane"},
+    {"nitrogen", "octane"},
+    {"hydrogen_sulfide", "water"},
+    {"decane", "mercury"},
+    {"methane", "pentane"},
+    {"methane", "propane"},
+    {"methane", "ethane"},
+    {"methane", "decane"},
+    {"methane", "hexadecane"},
+    {"methane", "carbon_dioxide"},
+    {"methane", "hydrogen_sulfide"},
+    {"methane", "water"},
+    {"methane", "hydrogen"},
+    {"methane", "helium"},
+    {"nitrogen", "methane"},
+    {"nitrogen", "ethane"},
+    {"nitrogen", "helium"},
+    {"nitrogen", "water"},
+    {"hydrogen", "decane"},
+    {"hydrogen", "carbon_monoxide"},
+    {"hydrogen", "helium"},
+    {"hydrogen", "water"},
+    {"helium", "decane"},
+    {"neon", "argon"},
+    {"argon", "oxygen"},
+    {"carbon_dioxide", "decane"},
+    {"carbon_dioxide", "hexadecane"},
+    {"carbon_dioxide", "eicosane"},
+    {"carbon_dioxide", "water"},
+    {"carbon_dioxide", "methanol"},
+    {"carbon_dioxide", "toluene"},
+    {"hydrogen_sulfide", "butane"},
+    {"hydrogen_sulfide", "decane"},
+    {"ethane", "decane"},
+    {"ethane", "methanol"},
+    {"ethanol", "water"},
+    {"ethanol", "heptane"},
+    {"methanol", "hexane"},
+    {"benzene", "mercury"},
+    {"water", "butane"},
+    {"water", "benzene"},
+    {"ammonia", "water"},
+    {"r134a", "propane"},
+};
+
+struct Settings {
+    bool verbose = false, report = false;
+    unsigned seed = 20261122;
+    int states = 4000;
+    double limit = 1e9;
+    std::string only;
+};
+
+enum Call { bubble_T, dew_T, bubble_p, dew_p, flash, test, calls };
+constexpr char const* kCalls[] = {"bubble_T", "dew_T", "bubble_p", "dew_p", "flash", "stability"};
+
+struct Tally {
+    long answers = 0, two = 0, no_solution = 0, gave_up = 0, thrown = 0, evaluations = 0;
+    long fault[judge::kFaults] = {};
+    double us = 0, worst = 0;  ///< time; error of a right answer
+    long asked() const { return answers + no_solution + gave_up + thrown; }
+    long wrong() const { return answers - fault[0]; }
+    void add(Tally const& t) {
+        answers += t.answers, two += t.two, no_solution += t.no_solution, gave_up += t.gave_up;
+        thrown += t.thrown, evaluations += t.evaluations, us += t.us;
+        worst = std::max(worst, t.worst);
+        for (int k = 0; k < judge::kFaults; ++k) fault[k] += t.fault[k];
+    }
+    static void header() {
+        std::printf("%-22s%9s%9s%9s%8s%8s", "", "asked", "answers", "two", "no such", "gave up");
+        std::printf("%7s%7s", "thrown", "wrong");
+        for (int k = 1; k < judge::kFaults; ++k) std::printf("%9s", judge::kFaultNames[k]);
+        std::printf("%10s%8s%9s\n", "worst", "evals", "us");
+    }
+    void print(char const* name) const {
+        if (asked() == 0) return;
+        std::printf("%-22s%9ld%9ld%9ld%8ld%8ld%7ld%7ld", name, asked(), answers, two, no_solution,
+                    gave_up, thrown, wrong());
+        for (int k = 1; k < judge::kFaults; ++k) std::printf("%9ld", fault[k]);
+        std::printf("%10.1e%8ld%9.1f\n", worst, evaluations / std::max(1L, answers), us / asked());
+        std::fflush(stdout);
+    }
+};
+
+struct State {
+    double T, p;
+    Vector<double> z;
+};
+
+template <class Equation>
+class Trial {
+  public:
+    Trial(ModelN const& m, Names const& names, Settings const& s, Tally* tally)
+        : m_(m), names_(names), settings_(s), tally_(tally), equation_(m), court_(equation_) {}
+
+    void state(State const& in) {
+        saturation(bubble_T, in);
+        saturation(dew_T, in);
+        saturation(bubble_p, in);
+        saturation(dew_p, in);
+        call(flash, in, [&] {
+            const auto q = corvane::flash_pT(m_, in.p, in.T, in.z);
+            took(flash);
+            tally_[flash].evaluations += q.certificate.evaluations;
+            tally_[flash].two += q.phases.size() > 1;
+            return court_.flash(in.p, in.T, in.z, q);
+        });
+        call(test, in, [&] {
+            const auto q = corvane::stability(m_, in.p, in.T, in.z);
+            took(test);
+            tally_[test].two += !q.stable;
+            return court_.tested(in.p, in.T, in.z, q);
+        });
+    }
+    /// Returns p or T; 0 without an answer.
+    double saturation(Call c, State const& in) {
+        const bool at_T = c == bubble_T || c == dew_T;
+        const Saturated kind = c == bubble_T || c == bubble_p ? Saturated::bubble : Saturated::dew;
+        double found = 0;
+        call(c, in, [&] {
+            const auto q = at_T ? corvane::saturation_T(m_, kind, in.T, in.z)
+                                : corvane::saturation_p(m_, kind, in.p, in.z);
+            took(c);
+            tally_[c].evaluations += q.certificate.evaluations;
+            found = at_T ? q.p : q.T;
+            return court_.saturation(kind, at_T, at_T ? in.T : in.p, in.z, q);
+        });
+        return found;
+    }
+
+  private:
+    void took(Call c) {
+        tally_[c].us += std::chrono::duration<double, std::micro>(Clock::now() - begin_).count();
+    }
+    void call(Call c, State const& in, std::function<Verdict()> const& run) {
+        Tally& t = tally_[c];
+        begin_ = Clock::now();
+        try {
+            const Verdict v = run();
+            ++t.answers;
+            ++t.fault[static_cast<int>(v.fault)];
+            if (v.fault == Fault::none) t.worst = std::max({t.worst, v.error, v.x_error});
+            if (v.fault != Fault::none && settings_.verbose) {
+                show(c, in, judge::kFaultNames[static_cast<int>(v.fault)]);
+                std::printf(" # true %.12g error %.2e x %.2e tpd %.3e bound %.1e\n", v.truth,
+                            v.error, v.x_error, v.tpd, v.bound);
+            }
+        } catch (EquilibriumFailure const& e) {
+            took(c);
+            const bool gave_up = e.kind() == EquilibriumFailure::Kind::gave_up;
+            ++(gave_up ? t.gave_up : t.no_solution);
+            if (settings_.verbose) {
+                show(c, in, gave_up ? "gave up" : "no solution");
+                std::printf(" # %s\n", e.what());
+            }
+        } catch (ThException const& e) {
+            took(c);
+            ++t.thrown;
+            if (settings_.verbose) {
+                show(c, in, "thrown");
+                std::printf(" # code %d\n", e.number);
+            }
+        }
+    }
+    /// As a command line.
+    void show(Call c, State const& in, char const* what) const {
+        char const* const command[] = {"bubble", "dew", "bubble", "dew", "flash", "stability"};
+        std::printf("  %-10s corvane %s %s+%s", what, command[c], m_.eos, m_.mth);
+        const int n = in.z.size();
+        int rest = 0;  // the largest is what the others leave
+        for (int i = 1; i < n; ++i)
+            if (in.z[i] > in.z[rest]) rest = i;
+        for (int i = 0; i < n; ++i) {
+            std::printf(" %s", names_[static_cast<unsigned>(i)].c_str());
+            if (i != rest) std::printf("=%.17g", in.z[i]);
+        }
+        if (c != bubble_p && c != dew_p) std::printf(" --T %.17g", in.T);
+        if (c != bubble_T && c != dew_T) std::printf(" --p %.17g", in.p);
+    }
+
+    ModelN const& m_;
+    Names const& names_;
+    Settings const& settings_;
+    Tally* tally_;
+    Equation equation_;
+    judge::Court<Equation> court_;
+    Clock::time_point begin_;
+};
+
+/// Random states of one mixture.
+class Dice {
+  public:
+    Dice(ModelN const& m, unsigned seed) : m_(m), n_(m.mdl1.size()), generator_(seed) {}
+
+    double uniform(double a, double b) {
+        return a + (b - a) * std::uniform_real_distribution<double>(0, 1)(generator_);
+    }
+    double magnitude(double a, double b) { return std::exp(uniform(std::log(a), std::log(b))); }
+    Vector<double> composition(bool near_pure) {
+        Vector<double> z(n_);
+        const int major = static_cast<int>(uniform(0, n_));
+        double sum = 0;
+        for (int i = 0; i < n_; ++i)
+            sum += z[i] = near_pure ? (i == major ? 1 : magnitude(1e-12, 1e-2))
+                                    : -std::log(uniform(1e-9, 1));
+        for (int i = 0; i < n_; ++i) z[i] /= sum;
+        return z;
+    }
+    double mean_Tc(Vector<double> const& z) const {
+        double T = 0;
+        for (int i = 0; i < n_; ++i) T += z[i] * m_.mdl1[i]->Tcrit();
+        return T;
+    }
+    State random() {
+        State s{0, magnitude(0.01, 50), composition(false)};
+        s.T = mean_Tc(s.z) * uniform(0.45, 1.25);
+        return s;
+    }
+    /// Half of them close to the vapour pressure of the pure component by Wilson's estimate.
+    State nearly_pure() {
+        State s{0, 0, composition(true)};
+        int k = 0;
+        for (int i = 1; i < n_; ++i)
+            if (s.z[i] > s.z[k]) k = i;
+        Model1 const& c = *m_.mdl1[k];
+        s.T = c.Tcrit() * uniform(0.5, 1.02);
+        double p = c.pcrit();
+        if (s.T < c.Tcrit()) {
+            try {
+                double rhoL, rhoV;
+                vle1_T(&c, s.T, 0, p, rhoL, rhoV);
+            } catch (...) {
+                p = c.pcrit() * std::exp(5.373 * (1 + c.param(3)) * (1 - c.Tcrit() / s.T));
+            }
+        }
+        const double off = magnitude(1e-9, 1);
+        s.p = p * std::exp(uniform(0, 1) < 0.5 ? off : -off);
+        return s;
+    }
+    /// False if the composition has no critical point.
+    bool near_critical(State& s) {
+        s.z = composition(uniform(0, 1) < 0.2);
+        try {
+            const auto c = corvane::critical_point(m_, s.z);
+            s.T = c.T * (1 - magnitude(1e-6, 0.05));
+            // The boundary's pressure falls at most about 8 times as fast as T.
+            s.p = c.p * (1 - 4 * (1 - s.T / c.T) * uniform(0, 2));
+            return s.p > 0;
+        } catch (EquilibriumFailure const&) {
+        } catch (ThException const&) {
+        }
+        return false;
+    }
+
+  private:
+    ModelN const& m_;
+    int n_;
+    std::mt19937_64 generator_;
+};
+
+struct Model {
+    char const *eos, *mth;
+};
+constexpr Model kModels[] = {{"PR", "vdW1"}, {"SRK", "vdW1"}};
+constexpr char const* kRegions[] = {"critical", "pure", "random"};
+
+long examine(Model const& model, std::string const& region, Settings const& s) {
+    Tally tally[calls];
+    const auto begin = Clock::now();
+    long without = 0;
+    std::vector<std::pair<Names, Mixture>> mixtures;
+    for (Names const& names : kBinaries) try {
+            mixtures.emplace_back(names, mixture_of(names, model.eos, model.mth));
+        } catch (ThException const&) {
+            std::fprintf(stderr, "judge: no parameters for %s + %s\n", names[0].c_str(),
+                         names[1].c_str());
+        }
+    const int share = std::max(1, s.states / static_cast<int>(mixtures.size()));
+    unsigned seed = s.seed;
+    for (auto const& [names, m] : mixtures) {
+        Dice dice(*m, ++seed);
+        Trial<judge::Cubic> trial(*m, names, s, tally);
+        for (int k = 0; k < share; ++k) {
+            if (std::chrono::duration<double>(Clock::now() - begin).count() > s.limit) break;
+            State in{};
+            if (region == "critical") {
+                if (!dice.near_critical(in)) {
+                    ++without;
+                    continue;
+                }
+            } else
+                in = region == "pure" ? dice.nearly_pure() : dice.random();
+            trial.state(in);
+        }
+    }
+    Tally all;
+    for (int c = 0; c < calls; ++c) {
+        tally[c].print((std::string(model.eos) + ' ' + region + ' ' + kCalls[c]).c_str());
+        all.add(tally[c]);
+    }
+    all.print((std::string(model.eos) + ' ' + region).c_str());
+    if (without) std::printf("%ld states without a critical point\n", without);
+    return all.wrong();
+}
+}  // namespace
+
+int main(int argc, char** argv) {
+    Settings s;
+    std::vector<std::string> asked;
+    for (int k = 1; k < argc; ++k) {
+        const std::string word = argv[k];
+        auto value = [&] { return k + 1 < argc ? argv[++k] : ""; };
+        if (word == "-v")
+            s.verbose = true;
+        else if (word == "--report")
+            s.report = true;
+        else if (word == "--seed")
+            s.seed = static_cast<unsigned>(std::atol(value()));
+        else if (word == "--states")
+            s.states = std::atoi(value());
+        else if (word == "--limit")
+            s.limit = std::atof(value());
+        else if (word == "--only")
+            s.only = value();
+        else
+            asked.push_back(word);
+    }
+    if (asked.empty()) asked = {"PR", "SRK"};
+    Tally::header();
+    long wrong = 0;
+    for (Model const& model : kModels)
+        if (std::find(asked.begin(), asked.end(), model.eos) != asked.end())
+            for (char const* region : kRegions)
+                if (s.only.empty() || s.only == region) wrong += examine(model, region, s);
+    return wrong && !s.report ? 1 : 0;
+}

@@ -1,0 +1,278 @@
+// Is a result of the equilibrium solvers true? Nothing here calls them, nor the model that they
+// used: phases, potentials and stability come from an equation written a second time.
+#pragma once
+
+#include "binary_scan.h"
+#include "pair.h"
+
+#include <corvane/corvane.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+namespace judge {
+
+enum class Fault {
+    none,
+    input,     ///< another T, p or composition than asked for, or not finite
+    no_pair,   ///< no two different phases in equilibrium nearby: spinodal, trivial solution
+    far,       ///< they exist, but p or T is off by more than kFar
+    x_far,     ///< p and T are right, but a mole fraction is not
+    bound,     ///< nearer than that, but beyond the error bound that the certificate states
+    kind,      ///< bubble for dew or the reverse
+    unstable,  ///< another phase lowers the Gibbs energy by more than 1e-8 RT
+    slightly,  ///< by less than that, down to kNoise
+    fraction,  ///< amounts of the phases
+    stable     ///< called unstable, but no trial phase lowers the energy
+};
+constexpr int kFaults = 11;
+constexpr char const* kFaultNames[kFaults] = {"right", "input",    "no pair",  "far",      "x far", "bound",
+                                              "kind",  "unstable", "slightly", "fraction", "stable"};
+
+/// A relative error of p or T, or error of a mole fraction, that nobody would call right.
+constexpr double kFar = 1e-6;
+/// What parameters that were rounded once more or less leave of a tangent-plane distance, over the
+/// largest |m_i|.
+constexpr double kNoise = 1e-15;
+
+struct Verdict {
+    Fault fault = Fault::none;
+    double error = 0;    ///< of p or T, relative
+    double x_error = 0;  ///< largest of a mole fraction of the incipient or of both phases
+    double tpd = 0;      ///< lowest tangent-plane distance to the true phases
+    double bound = std::numeric_limits<double>::quiet_NaN();  ///< stated for `error`
+    double truth = 0;    ///< p or T, where it was found
+};
+
+/// The error bounds that a certificate states; not-a-number where it has none.
+struct Bounds {
+    double value = std::numeric_limits<double>::quiet_NaN(), x = value;
+};
+template <class C>
+Bounds stated(C const& c) {
+    Bounds b;
+    if constexpr (requires { c.error; }) b.value = c.error;
+    if constexpr (requires { c.error_x; }) b.x = c.error_x;
+    return b;
+}
+
+template <class Equation>
+class Court {
+  public:
+    explicit Court(Equation const& equation) : eq_(equation), n_(equation.n) {}
+
+    /// Lowest tangent-plane distance of potentials m_i at P = p/(RT), and where.
+    /// @param known  phases whose own compositions are looked at closely
+    Trial lowest(double T, Long P, Values<Long> const& mu,
+                 std::vector<Values<Long>> const& known) const {
+        const typename Equation::template At<Long> at(eq_, Long(T));
+        return lowest(at, P, mu, known);
+    }
+
+    /// Tangent-plane distance of the mixture z itself at (p, T); rho receives its stable density.
+    Trial stability(double p, double T, Vector<double> const& z, Long* rho = nullptr) const {
+        const typename Equation::template At<Long> at(eq_, Long(T));
+        const Long P = Long(p) / (Long(R) * T);
+        Values<Long> x = normal<Long>(z), h{}, mu{};
+        Long r[2], best = 0;
+        const int found = at.roots(P, x.data(), r);
+        for (int k = 0; k < found; ++k) {
+            at.state(r[k], x.data(), h.data());
+            Long g = 0;
+            for (int i = 0; i < n_; ++i) g += x[i] * h[i];
+            if (k > 0 && !(g < best)) continue;
+            best = g;
+            if (rho) *rho = r[k];
+            for (int i = 0; i < n_; ++i) mu[i] = h[i] + std::log(x[i]);
+        }
+        return lowest(at, P, mu, {x});
+    }
+
+    Verdict saturation(corvane::Saturated kind, bool at_T, double given, Vector<double> const& z,
+                       corvane::SaturationPoint const& q) const {
+        Verdict v;
+        const Bounds bounds = stated(q.certificate);
+        v.bound = bounds.value;
+        const Values<Quad> x = normal<Quad>(z);
+        bool echo = (at_T ? q.T : q.p) == given && q.T > 0 && q.p > 0;
+        for (int i = 0; i < n_ && echo; ++i)
+            echo = std::fabs(q.given.x[i] - double(x[i])) <= 1e-14;
+        if (!echo) return v.fault = Fault::input, v;
+        PairNewton<Equation> pair(eq_, at_T ? Given::T_and_x : Given::p_and_x, q.p, q.T, x);
+        if (!pair.solve(phase(q.given), phase(q.incipient))) {
+            v.truth = boundary(at_T, q.p, q.T, z);
+            v.error = std::fabs((at_T ? q.p : q.T) / v.truth - 1);
+            return v.fault = Fault::no_pair, v;
+        }
+        const double T = double(pair.T());
+        v.truth = at_T ? double(pair.p()) : T;
+        v.error = double(abs(at_T ? Quad(q.p / pair.p() - 1) : Quad(q.T / pair.T() - 1)));
+        for (int i = 0; i < n_; ++i)
+            v.x_error = std::max(v.x_error, double(abs(q.incipient.x[i] - pair.b().x(i, n_))));
+        if (!(v.error <= kFar)) return v.fault = Fault::far, v;
+        if (!(v.x_error <= kFar)) return v.fault = Fault::x_far, v;
+        v.fault = stable(pair, v);
+        if (v.fault != Fault::none) return v;
+        const bool bubble = mass(pair.b()) < mass(pair.a());
+        if (bubble != (kind == corvane::Saturated::bubble)) return v.fault = Fault::kind, v;
+        if (v.error > bounds.value || v.x_error > bounds.x) v.fault = Fault::bound;
+        return v;
+    }
+
+    /// Where the mixture becomes stable or unstable, next to (p, T) along p (at T) or along T: the
+    /// boundary itself, found without any phase of a result. Looked for from 1e-9 to 0.5 away in
+    /// steps of a factor 2, then halved. 0 if there is none.
+    double boundary(bool at_T, double p, double T, Vector<double> const& z) const {
+        const double middle = at_T ? p : T;
+        auto stable = [&](double q) {
+            const Trial t = at_T ? stability(q, T, z) : stability(p, q, z);
+            return t.tpd > -t.noise;
+        };
+        const bool here = stable(middle);
+        double inner = 0;
+        for (double off = 1e-9; off < 0.5; inner = off, off *= 2)
+            for (int sign : {-1, 1}) {
+                if (stable(middle * (1 + sign * off)) == here) continue;
+                double a = middle * (1 + sign * inner), b = middle * (1 + sign * off);
+                while (std::fabs(a / b - 1) > 1e-12) {
+                    const double m = (a + b) / 2;
+                    (stable(m) == here ? a : b) = m;
+                }
+                return b;
+            }
+        return 0;
+    }
+
+    Verdict flash(double p, double T, Vector<double> const& z, corvane::FlashResult const& q) const {
+        Verdict v;
+        const Bounds bounds = stated(q.certificate);
+        v.bound = bounds.value;
+        const std::size_t phases = q.phases.size();
+        if (q.T != T || q.p != p || phases == 0) return v.fault = Fault::input, v;
+        const Values<Quad> x = normal<Quad>(z);
+        if (phases == 1) {
+            Long rho = 0;
+            const Trial t = stability(p, T, z, &rho);
+            v.tpd = static_cast<double>(t.tpd);
+            v.fault = depth(t);
+            v.error = static_cast<double>(std::fabs(q.phases[0].rho / rho - 1));
+            if (v.fault == Fault::none && !(v.error <= kFar)) v.fault = Fault::far;
+            return v;
+        }
+        if (phases > 2) return many(p, T, x, q);
+        PairNewton<Equation> pair(eq_, Given::p_and_T, p, T, x);
+        if (!pair.solve(phase(q.phases[0]), phase(q.phases[1]))) return v.fault = Fault::no_pair, v;
+        for (int i = 0; i < n_; ++i)
+            v.x_error = std::max({v.x_error, double(abs(q.phases[0].x[i] - pair.a().x(i, n_))),
+                                  double(abs(q.phases[1].x[i] - pair.b().x(i, n_)))});
+        v.error = double(abs(q.fraction[1] - pair.beta()));
+        v.truth = double(pair.beta());
+        if (!(v.x_error <= kFar)) return v.fault = Fault::x_far, v;
+        v.fault = stable(pair, v);
+        if (v.fault != Fault::none) return v;
+        // The lever rule divides by the distance between the phases.
+        Quad apart = 0;
+        for (int i = 0; i < n_; ++i)
+            apart = std::max(apart, Quad(abs(pair.a().x(i, n_) - pair.b().x(i, n_))));
+        if (v.error > kFar + 4 * v.x_error / double(apart) || pair.beta() < -kFar ||
+            pair.beta() > 1 + kFar)
+            return v.fault = Fault::fraction, v;
+        if (v.x_error > bounds.x) v.fault = Fault::bound;
+        return v;
+    }
+
+    Verdict tested(double p, double T, Vector<double> const& z,
+                   corvane::StabilityResult const& q) const {
+        Verdict v;
+        const Trial t = stability(p, T, z);
+        v.tpd = static_cast<double>(t.tpd);
+        if (q.stable)
+            v.fault = depth(t);
+        else if (t.tpd > -t.noise)
+            v.fault = Fault::stable;
+        return v;
+    }
+
+    template <class Real>
+    Values<Real> normal(Vector<double> const& z) const {
+        Values<Real> x{};
+        Real sum = 0;
+        for (int i = 0; i < n_; ++i) sum += x[i] = z[i];
+        for (int i = 0; i < n_; ++i) x[i] /= sum;
+        return x;
+    }
+
+  private:
+    static Fault depth(Trial const& t) {
+        return t.tpd < -1e-8 ? Fault::unstable : t.tpd < -t.noise ? Fault::slightly : Fault::none;
+    }
+    Phase<Quad> phase(corvane::PhaseRecord const& r) const {
+        Phase<Quad> f;
+        for (int i = 0; i < n_; ++i) f.rho[i] = Quad(r.rho) * r.x[i];
+        return f;
+    }
+    Quad mass(Phase<Quad> const& f) const {
+        Quad s = 0;
+        for (int i = 0; i < n_; ++i) s += f.rho[i] * eq_.M[i];
+        return s;
+    }
+    template <class At>
+    Trial lowest(At const& at, Long P, Values<Long> const& mu,
+                 std::vector<Values<Long>> const& known) const {
+        std::vector<Long> w;
+        for (auto const& x : known) w.push_back(x[0]);
+        Trial t = BinaryScan<At>(at, P, mu.data(), w).lowest();
+        t.noise = kNoise * std::max({Long(10), std::fabs(mu[0]), std::fabs(mu[1])});
+        return t;
+    }
+    Fault stable(PairNewton<Equation> const& pair, Verdict& v) const {
+        Values<Long> mu{}, xa{}, xb{};
+        for (int i = 0; i < n_; ++i) {
+            mu[i] = static_cast<Long>(pair.mu()[i]);
+            xa[i] = static_cast<Long>(pair.a().x(i, n_));
+            xb[i] = static_cast<Long>(pair.b().x(i, n_));
+        }
+        const typename Equation::template At<Long> at(eq_, static_cast<Long>(pair.T()));
+        const Trial t = lowest(at, static_cast<Long>(pair.P()), mu, {xa, xb});
+        v.tpd = static_cast<double>(t.tpd);
+        return depth(t);
+    }
+    /// Three and more phases: potentials and pressures of the densities as given, with 113 bits.
+    Verdict many(double p, double T, Values<Quad> const& z, corvane::FlashResult const& q) const {
+        Verdict v;
+        const typename Equation::template At<Quad> at(eq_, Quad(T));
+        Values<Quad> mu{}, h{}, x{};
+        std::vector<Values<Long>> known;
+        for (std::size_t f = 0; f < q.phases.size(); ++f) {
+            Values<Long> w{};
+            for (int i = 0; i < n_; ++i) x[i] = q.phases[f].x[i], w[i] = q.phases[f].x[i];
+            const Quad P = at.state(Quad(q.phases[f].rho), x.data(), h.data());
+            // rounding of a density by 1e-15 and what it does to the pressure of a liquid
+            const Quad K = at.state(Quad(q.phases[f].rho) * (1 + 1e-9), x.data(), h.data()) - P;
+            at.state(Quad(q.phases[f].rho), x.data(), h.data());
+            const double off = double(abs(P * Quad(R) * T / p - 1)) -
+                               double(abs(K) * Quad(R) * T / p) * 1e-6;
+            v.error = std::max(v.error, off);
+            for (int i = 0; i < n_; ++i) {
+                const Quad m = h[i] + log(x[i]);
+                if (f == 0) mu[i] = m;
+                v.x_error = std::max(v.x_error, double(abs(m - mu[i])));
+            }
+            known.push_back(w);
+        }
+        if (!(v.error <= 2e-9 && v.x_error <= 2e-9)) return v.fault = Fault::far, v;
+        Values<Long> m{};
+        for (int i = 0; i < n_; ++i) m[i] = static_cast<Long>(mu[i]);
+        v.tpd = static_cast<double>(lowest(T, Long(p) / (Long(R) * T), m, known).tpd);
+        // the potentials themselves carry x_error
+        if (v.tpd < -1e-8) v.fault = Fault::unstable;
+        return v;
+    }
+
+    Equation const& eq_;
+    int n_;
+};
+
+}  // namespace judge

@@ -1,0 +1,204 @@
+// The judge of the certificates, judged: closed forms, identities, known answers, and whether it
+// notices what is wrong.
+#include "support/mixtures.h"
+
+#include <benchmarks/judge/cubic.h>
+#include <benchmarks/judge/verdict.h>
+#include <corvane/corvane.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+using judge::Court;
+using judge::Cubic;
+using judge::Fault;
+using judge::Long;
+using judge::Quad;
+using judge::Values;
+
+Mixture loaded(char const* eos, char const* a, char const* b) {
+    Mixture m(attachN(eos, "vdW1"));
+    m->alloc(2, eos);
+    m->mdl1[0]->name(a);
+    m->mdl1[1]->name(b);
+    for (int i : {0, 1}) m->mdl1[i]->id(1);
+    m->id(0, 1, 1);
+    corvane::load_estimating(*m, eos, "vdW1");
+    return m;
+}
+
+/// A symmetric regular solution with one density: ln f_i = A·(1 − w_i)². A second root of constant
+/// potentials stands for a phase of its own, present between two compositions only.
+struct RegularSolution {
+    double A, from = 2, to = 2, level = 0;
+    int roots(Long, Long const* w, Long* rho, Long* = nullptr) const {
+        rho[0] = 1;
+        rho[1] = 0.1L;
+        return w[0] > from && w[0] < to ? 2 : 1;
+    }
+    Long state(Long rho, Long const* w, Long* h) const {
+        for (int i : {0, 1})
+            h[i] = rho == 1 ? A * (1 - w[i]) * (1 - w[i]) : level - std::log(w[i]);
+        return 1;
+    }
+};
+
+TEST(JudgeScan, FindsTheBinodalOfTheRegularSolution) {
+    for (const double A : {2.0001, 2.1, 3.0, 20.0, 40.0}) {
+        SCOPED_TRACE(A);
+        // On the binodal ln(w/(1 − w)) = A·(2w − 1); from there w = 1 − w' is in equilibrium.
+        Long lo = 1e-30L, hi = 0.5L - 1e-6L;
+        for (int k = 0; k < 400; ++k) {
+            const Long m = std::sqrt(lo * hi);
+            (std::log(m / (1 - m)) < A * (2 * m - 1) ? lo : hi) = m;
+        }
+        const RegularSolution fluid{A};
+        for (const Long x : {lo * 0.99L, lo * 1.01L, 0.5L}) {
+            const Long mu[] = {A * (1 - x) * (1 - x) + std::log(x), A * x * x + std::log1p(-x)};
+            const judge::BinaryScan<RegularSolution> scan(fluid, 1, mu, {x});
+            EXPECT_EQ(scan.lowest().tpd < -1e-17L, x > lo) << double(x);
+            if (x != 0.5L) continue;
+            EXPECT_NEAR(std::min(scan.lowest().w[0], scan.lowest().w[1]) / lo, 1, 1e-7);
+            const Long depth = A * (1 - lo) * (1 - lo) + std::log(2 * lo) - A / 4.0L;
+            EXPECT_NEAR(double(scan.lowest().tpd / depth), 1, 1e-9);
+        }
+    }
+}
+
+TEST(JudgeScan, SeesAPhaseOnTheOtherRootThatExistsInANarrowRange) {
+    const Long x = 0.3L, mu[] = {0.49L + std::log(x), 0.09L + std::log1p(-x)};
+    // t of that phase is level − Σ w_i·mu_i: −1e-3 at w = 0.6
+    const double level = double(0.6L * mu[0] + 0.4L * mu[1]) - 1e-3;
+    const RegularSolution with{1, 0.52, 0.68, level}, without{1};
+    EXPECT_LT(judge::BinaryScan<RegularSolution>(with, 1, mu, {x}).lowest().tpd, -1e-3L);
+    EXPECT_GT(judge::BinaryScan<RegularSolution>(without, 1, mu, {x}).lowest().tpd, -1e-18L);
+}
+
+TEST(JudgeCubic, AgreesWithTheModelAndWithGibbsAndDuhem) {
+    for (char const* eos : {"PR", "SRK"}) {
+        const Mixture m = loaded(eos, "decane", "mercury");
+        const Cubic cubic(*m);
+        const double T = 700;
+        const Cubic::At<Quad> at(cubic, T);
+        for (const double rho : {1e-9, 1e-4, 2e-3, 6e-3}) {
+            const Vector<double> v = vec({0.3 * rho, 0.7 * rho});
+            Values<Quad> x{Quad(0.3), Quad(0.7)}, h, g;
+            const Quad P = at.state(rho, x.data(), h.data());
+            for (int i : {0, 1})
+                EXPECT_NEAR(double(h[i] + log(x[i])), m->my(v, T, i), 1e-12) << eos << rho;
+            EXPECT_NEAR(double(P / rho), m->Z(v, T), 1e-12);
+            // dP = Σ rho_i·dm_i, along the density and along x
+            const Quad step = 1e-15;
+            const Quad dP = at.state(rho * (1 + step), x.data(), g.data()) - P;
+            EXPECT_NEAR(double((x[0] * (g[0] - h[0]) + x[1] * (g[1] - h[1])) * rho / dP), 1, 1e-13);
+            Values<Quad> y{x[0] + step, x[1] - step};
+            const Quad dx = at.state(rho, y.data(), g.data()) - P;
+            const Quad sum = x[0] * (g[0] - h[0] + log(y[0] / x[0])) +
+                             x[1] * (g[1] - h[1] + log(y[1] / x[1]));
+            EXPECT_NEAR(double(sum * rho), double(dx), 1e-13 * std::fabs(double(dx)) + 1e-28);
+            Quad root[2];
+            const int n = P > 0 ? at.roots(P, x.data(), root) : 0;
+            bool found = n == 0;
+            for (int k = 0; k < n; ++k) found = found || abs(root[k] / rho - 1) < 1e-14;
+            EXPECT_TRUE(found || rho > 1e-4) << rho;  // unstable densities are no roots
+        }
+    }
+}
+
+TEST(JudgeCourt, KnowsStatesOfKnownStability) {
+    // Depths of quintic pieces along composition that were settled to 1e-5.
+    const struct {
+        char const *eos, *a, *b;
+        double x, T, p, tpd, tolerance;
+    } rows[] = {{"PR", "nitrogen", "octane", 0.0247, 566.57, 2.6906, -7.9e-5, 1e-5},
+                {"SRK", "hydrogen_sulfide", "water", 0.19163, 592.7875, 23.537, -6.9e-5, 1e-5},
+                {"SRK", "decane", "mercury", 0.0108, 1145.59, 18.88, -0.125, 1e-3},
+                {"PR", "carbon_dioxide", "ethane", 0.2507580087, 288.9435977, 4.557377399, -5.25e-3,
+                 1e-5},
+                // an ideal gas, and a liquid far above its critical pressure
+                {"PR", "methane", "propane", 0.5, 300, 0.001, 0, 1e-12},
+                {"PR", "methane", "propane", 0.5, 300, 100, 0, 1e-12}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.a << " + " << row.b << ' ' << row.T);
+        const Mixture m = loaded(row.eos, row.a, row.b);
+        const Cubic cubic(*m);
+        const auto t = Court<Cubic>(cubic).stability(row.p, row.T, vec({row.x, 1 - row.x}));
+        EXPECT_NEAR(double(t.tpd), row.tpd, row.tolerance);
+    }
+}
+
+// Pressures of a march of the equations of coexistence to the critical point, in variables and with
+// integrals in which the trivial solution does not exist: heptane 0.0367 + pentane, SRK, Tc 473.4649651.
+TEST(JudgeCourt, FindsPhasesNextToTheCriticalPointAndNoticesWhatIsWrong) {
+    const Mixture m = loaded("SRK", "heptane", "pentane");
+    const Cubic cubic(*m);
+    const Court<Cubic> court(cubic);
+    const Vector<double> z = vec({0.0367, 0.9633});
+    const Values<Quad> x = court.normal<Quad>(z);
+    const auto start = corvane::bubble_T(*m, 470, z);
+    judge::Phase<Quad> a, b;
+    for (int i : {0, 1}) {
+        a.rho[i] = start.given.rho * x[i];
+        b.rho[i] = start.incipient.rho * Quad(start.incipient.x[i]);
+    }
+    const double Tc = 473.4649651;
+    double T = 470;
+    const struct {
+        double below, p;
+    } rows[] = {{Tc - 472.2, 3.331992943}, {0.1, 3.379881001}, {1e-2, 3.382352486}, {1e-4, 3.382450330}};
+    for (auto const& row : rows) {
+        while (T < Tc - row.below) {
+            const double next = std::max(row.below, 0.7 * (Tc - T));
+            // the distance between the phases is nearly proportional to that to Tc
+            for (int i : {0, 1}) {
+                const Quad mean = (a.rho[i] + b.rho[i]) / 2, half = (a.rho[i] - b.rho[i]) / 2;
+                a.rho[i] = mean + half * (next / (Tc - T));
+                b.rho[i] = mean - half * (next / (Tc - T));
+            }
+            T = next == row.below ? std::nextafter(Tc - next, 1e9) : Tc - next;
+            judge::PairNewton<Cubic> pair(cubic, judge::Given::T_and_x, 3, T, x);
+            ASSERT_TRUE(pair.solve(a, b)) << T;
+            a = pair.a();
+            b = pair.b();
+            if (next == row.below) {
+                EXPECT_NEAR(double(pair.p()), row.p, 1.5e-9) << T;
+            }
+        }
+    }
+    // Right, then spoilt in every way that the court knows.
+    const double t = 465;
+    const auto right = corvane::bubble_T(*m, t, z);
+    const auto fault = [&](corvane::SaturationPoint const& q, corvane::Saturated kind) {
+        return court.saturation(kind, true, t, z, q).fault;
+    };
+    using corvane::Saturated;
+    EXPECT_EQ(fault(right, Saturated::bubble), Fault::none);
+    EXPECT_EQ(fault(right, Saturated::dew), Fault::kind);
+    EXPECT_NEAR(court.boundary(true, right.p * 1.03, t, z) / right.p, 1, 1e-11);
+    auto spoilt = right;
+    spoilt.p *= 1 + 1e-5;
+    EXPECT_EQ(fault(spoilt, Saturated::bubble), Fault::far);
+    spoilt = right;
+    spoilt.incipient.x = vec({right.incipient.x[0] + 1e-5, right.incipient.x[1] - 1e-5});
+    EXPECT_EQ(fault(spoilt, Saturated::bubble), Fault::x_far);
+    spoilt = right;
+    spoilt.incipient = {right.given.rho * (1 - 1e-4), right.given.x};
+    EXPECT_NE(fault(spoilt, Saturated::bubble), Fault::none);
+    spoilt.T += 1e-9;
+    EXPECT_EQ(fault(spoilt, Saturated::bubble), Fault::input);
+    // Within two phases: a flash that says one.
+    const double p = 0.99 * right.p;
+    auto flash = corvane::flash_pT(*m, p, t, z);
+    ASSERT_EQ(flash.phases.size(), 2u);
+    EXPECT_EQ(court.flash(p, t, z, flash).fault, Fault::none);
+    std::swap(flash.fraction[0], flash.fraction[1]);
+    EXPECT_EQ(court.flash(p, t, z, flash).fault, Fault::fraction);
+    flash.phases.resize(1);
+    EXPECT_EQ(court.flash(p, t, z, flash).fault, Fault::unstable);
+    corvane::StabilityResult said;
+    said.stable = true;
+    EXPECT_EQ(court.tested(p, t, z, said).fault, Fault::unstable);
+    said.stable = false;
+    EXPECT_EQ(court.tested(1.01 * right.p, t, z, said).fault, Fault::stable);
+}
+}  // namespace
