@@ -41,8 +41,9 @@ std::string Certificate::line() const {
                       value_error, x_error, rho_error);
     std::snprintf(
         s, sizeof s,
-        "phases %d, dmu %.1e, dp/p %.1e, tangent-plane distance %.1e, %sevaluations %ld%s%s%s%s",
+        "phases %d, dmu %.1e, dp/p %.1e, tangent-plane distance %.1e, %sevaluations %ld%s%s%s%s%s",
         static_cast<int>(phases.size()), dmu, dp, tpd, bounds, evaluations,
+        test == StabilityTest::quick ? ", quick stability test" : "",
         near_trivial ? ", phases nearly alike" : "", estimated_pairs ? ", estimated pairs" : "",
         extrapolated ? ", extrapolated" : "", below_triple ? ", below a triple point" : "");
     return s;

@@ -27,6 +27,12 @@ struct Validity {
     bool estimated_pairs = false;  ///< some pair has no published parameters
 };
 
+/// The tangent-plane test that a result has passed; see stability.h.
+enum class StabilityTest {
+    complete,  ///< the default of every certified result
+    quick      ///< on request, for curves whose ends are tested completely
+};
+
 /// A phase of a result: x over all components of the model, rho in mol/cm³.
 struct PhaseRecord {
     double rho = 0.0;
@@ -55,6 +61,7 @@ struct CORVANE_API Certificate {
     /// Smallest tangent-plane distance (over RT) found from all starts; 0 where every start led
     /// back to the phases of the result.
     double tpd = 0.0;
+    StabilityTest test = StabilityTest::complete;  ///< that tpd comes from
     std::vector<PhaseRecord> phases;
     long evaluations = 0;  ///< model evaluations of the whole calculation
     /// The phases differ by less than 1 % in density and by less than 0.01 in every mole fraction:

@@ -29,6 +29,7 @@ class Flash {
     }
 
     FlashResult run(FlashOptions const& o) {
+        stability_.kind = o.test;
         if (n_ > 1 && o.start && o.start->phases.size() == 2 && start_from(*o.start) && split() &&
             certified(nullptr))
             return two_phases(o);
@@ -353,6 +354,7 @@ class Flash {
     }
     FlashResult finish(FlashResult& q, FlashOptions const& o) {
         q.certificate.evaluations = fluid_.evaluations;
+        q.certificate.test = stability_.kind;
         q.certificate.flag(o.validity, T_, p_, fluid_.expand(fluid_.z()));
         residual_ = std::max(q.certificate.dmu, q.certificate.dp);
         if (!q.certificate.holds() || !(q.certificate.balance < 1e-12))

@@ -26,6 +26,7 @@ struct FlashResult {
 struct FlashOptions {
     FlashResult const* start = nullptr;  ///< a neighbouring result
     Validity const* validity = nullptr;  ///< for the flags of the certificate
+    StabilityTest test = StabilityTest::complete;
 };
 
 /// The stable state of composition z (zeros allowed) at p [MPa], T [K]: one fluid phase, two, or as

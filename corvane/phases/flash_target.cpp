@@ -40,7 +40,7 @@ class TargetFlash {
           fluid_(model, z),
           n_(fluid_.size()),
           caloric_(tables(fluid_, at_T_)),
-          stability_(fluid_),
+          stability_(fluid_, o.test),
           solver_(fluid_, caloric_.get(), target),
           range_(fluid_, caloric_.get(), target) {
         if (!(fixed > 0.0) || !std::isfinite(fixed) || !std::isfinite(given) ||
@@ -155,6 +155,7 @@ class TargetFlash {
     bool flash(double outer, Side& to) {
         (at_T_ ? p_ : T_) = std::exp(outer);
         FlashOptions o;
+        o.test = o_.test;
         for (Side const* s : {&lo_, &hi_})
             if (s->known && s->result.phases.size() > 1) o.start = &s->result;
         try {
@@ -297,6 +298,7 @@ class TargetFlash {
             q.s += solver_.amount[k] * R * caloric_->s(s[k]);
         }
         c.evaluations = evaluations_ + fluid_.evaluations;
+        c.test = stability_.kind;
         c.flag(o_.validity, q.T, q.p, fluid_.expand(fluid_.z()));
         answer_ = std::move(q);
         return true;

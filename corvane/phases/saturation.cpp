@@ -26,6 +26,7 @@ SaturationSolver::SaturationSolver(ModelN const& model, Saturated kind, bool at_
 }
 
 SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
+    stability_.kind = o.test;
     if (o.branch == Branch::any) {
         if (o.start && warm(*o.start) && accept()) return result(o);
         if (cold() && accept()) return result(o);
@@ -166,6 +167,7 @@ SaturationPoint SaturationSolver::result(SaturationOptions const& o) {
     q.p = at_T_ ? pair_.pressure() : value_;
     certify(fluid_, q.p, {&pair_.a, &pair_.b}, q.certificate);
     q.certificate.tpd = tpd_;
+    q.certificate.test = stability_.kind;
     q.certificate.evaluations = fluid_.evaluations;
     if (o.validity) q.certificate.flag(o.validity, q.T, q.p, fluid_.expand(fluid_.z()));
     q.given = q.certificate.phases[0];

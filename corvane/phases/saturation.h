@@ -39,6 +39,7 @@ struct SaturationOptions {
     SaturationPoint const* start = nullptr;  ///< a neighbouring solution, for a warm start
     Validity const* validity = nullptr;      ///< for the flags of the certificate
     bool trace = true;                       ///< step 3 below
+    StabilityTest test = StabilityTest::complete;
 };
 
 /// Bubble or dew pressure at T [K] for mole fractions z (zeros allowed: absent components).

@@ -24,7 +24,7 @@ bool Stability::meets(PhaseState const& s, PhaseState const& phase) {
     return d < 1e-6;
 }
 
-Stability::Stability(FluidModel const& fluid) : fluid_(fluid) {
+Stability::Stability(FluidModel const& fluid, StabilityTest k) : kind(k), fluid_(fluid) {
     const auto n = static_cast<std::size_t>(fluid.size());
     s_.resize(fluid.size());
     for (auto* v : {&lnW_, &W_, &g_, &step_}) v->resize(n);

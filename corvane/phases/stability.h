@@ -2,6 +2,7 @@
 #pragma once
 
 #include <corvane/core/api.h>
+#include <corvane/phases/certificate.h>
 #include <corvane/phases/phase.h>
 
 #include <vector>
@@ -37,7 +38,10 @@ struct StabilityResult {
 /// component nearly pure at its other density root. At most 60 iterations per start.
 class CORVANE_API Stability {
   public:
-    explicit Stability(FluidModel const& fluid);
+    explicit Stability(FluidModel const& fluid, StabilityTest kind = StabilityTest::complete);
+
+    /// The kind of the tests that follow.
+    StabilityTest kind;
 
     /// phase: the phase to test, evaluated at (p, T) with phase_H.
     /// known: a phase in equilibrium with it, to which trials may converge; or null.
