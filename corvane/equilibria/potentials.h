@@ -3,17 +3,23 @@
 
 #include <corvane/mixture/modeln.h>
 
+#include <cmath>
+
 namespace corvane {
 
-/// myr_i at the partial densities rho_i: in one pass where the model offers exact derivatives, else
-/// component by component.
+/// myr_i at the partial densities rho_i: in one pass where the model offers exact derivatives that
+/// are numbers for what is present, else component by component, which raises the error of the
+/// state.
 inline Vector<double> residual_potentials(ModelN const& model, Vector<double> const& rho_i,
                                           double T) {
     Vector<double> mu(rho_i.size());
-    if (DerivN const* exact = model.derivatives())
+    if (DerivN const* exact = model.derivatives()) {
         exact->potentials(rho_i, T, mu.data, nullptr, nullptr);
-    else
-        for (int i = 0; i < mu.size(); ++i) mu[i] = model.myr(rho_i, T, i);
+        bool finite = true;
+        for (int i = 0; i < mu.size(); ++i) finite &= rho_i[i] == 0 || std::isfinite(mu[i]);
+        if (finite) return mu;
+    }
+    for (int i = 0; i < mu.size(); ++i) mu[i] = model.myr(rho_i, T, i);
     return mu;
 }
 

@@ -48,13 +48,17 @@ double by_rho(numelo_function f, ModelN const& m, double rho, double T, Vector<d
 bool exact(ModelN const& m, double rho, double T, Vector<double> const& x, int nrho, int nT,
            double* d) {
     corvane::DerivN const* extension = m.derivatives();
-    return extension && extension->deriv(rho, T, x, nrho, nT, d) != 0;
+    return extension && T > 0 && T <= kNoBound && extension->deriv(rho, T, x, nrho, nT, d) != 0;
+}
+/// Otherwise the numerical route answers, with its error, as in the pure fluid's calculus.
+bool finite(double Ar, double result) {
+    return std::isfinite(Ar + result);
 }
 
 /// T·∂Ar/∂T at constant density and composition.
 double Ta(ModelN const& m, double rho, double T, Vector<double> const& x) {
     double d[2];
-    if (exact(m, rho, T, x, 0, 1, d)) return d[1];
+    if (exact(m, rho, T, x, 0, 1, d) && finite(d[0], d[1])) return d[1];
     return T * by_T(ar_T, m, 1, rho, T, x);
 }
 
@@ -92,7 +96,8 @@ double ModelN::betaV(double rho, double T, Vector<double> const& x) const {
 
 double ModelN::pV(double rho, double T, Vector<double> const& x) const {
     double d[3];
-    if (rho > 0 && exact(*this, rho, T, x, 2, 0, d)) return 1 + 2 * d[1] + d[2];
+    if (rho > 0 && exact(*this, rho, T, x, 2, 0, d) && finite(d[0], d[1] + d[2]))
+        return 1 + 2 * d[1] + d[2];
     return by_rho(p_rho, *this, rho, T, x);
 }
 double ModelN::kappaT(double rho, double T, Vector<double> const& x) const {
@@ -119,7 +124,8 @@ double ModelN::Ge(double rho, double T, Vector<double> const& x) const {
 }
 double ModelN::CVr(double rho, double T, Vector<double> const& x) const {
     double d[3];
-    if (exact(*this, rho, T, x, 0, 2, d)) return (-2 * d[1] - d[2]) / T;
+    if (exact(*this, rho, T, x, 0, 2, d) && finite(d[0], d[1] + d[2]))
+        return (-2 * d[1] - d[2]) / T;
     return -2 * by_T(ar_T, *this, 1, rho, T, x) - T * by_T(ar_T, *this, 2, rho, T, x);
 }
 double ModelN::Cpr(double rho, double T, Vector<double> const& x) const {

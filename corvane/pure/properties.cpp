@@ -28,41 +28,49 @@ double Z_rho(double rho, void* ctx) {
 /// The derivatives that the properties need, exact where the equation offers them. Everything is
 /// reduced: Ta = T·∂Ar/∂T, TTa = T²·∂²Ar/∂T² at rho, PT = ∂(T·Z)/∂T at rho, Prho = ∂(rho·Z)/∂rho at
 /// T.
+///
+/// Past the pole of an equation Ar is no number, but the closed forms of its derivatives often are.
+/// Where Ar, or the result, is not finite, the numerical route therefore answers, with the error
+/// that it raises for such a state.
 class Slopes {
   public:
     Slopes(Model1 const& model, double rho, double T) : model_(model), rho_(rho), T_(T) {}
 
     double Ta() const {
         double d[2];
-        if (exact(0, 1, d)) return d[1];
+        if (exact(0, 1, d) && finite(d[0], d[1])) return d[1];
         return T_ * by_T(ar_T, 1);
     }
     /// −2·T·∂Ar/∂T − T²·∂²Ar/∂T²: the residual isochoric heat capacity over R.
     double heat_capacity() const {
         double d[3];
-        if (exact(0, 2, d)) return -2 * d[1] - d[2];
+        if (exact(0, 2, d) && finite(d[0], d[1] + d[2])) return -2 * d[1] - d[2];
         return (-2 * by_T(ar_T, 1) - T_ * by_T(ar_T, 2)) * T_;
     }
     double PT() const {
         double d[4];
-        if (exact(1, 1, d)) return 1 + d[2] + d[3];
+        if (exact(1, 1, d) && finite(d[0], d[2] + d[3])) return 1 + d[2] + d[3];
         return by_T(p_T, 1);
     }
     double Prho() const {
         double d[3];
-        if (rho_ > 0 && exact(2, 0, d)) return 1 + 2 * d[1] + d[2];
+        if (rho_ > 0 && exact(2, 0, d) && finite(d[0], d[1] + d[2])) return 1 + 2 * d[1] + d[2];
         return by_rho();
     }
     double PT_over_Prho() const {
         double d[9];
-        if (rho_ > 0 && exact(2, 2, d)) return (1 + d[3] + d[4]) / (1 + 2 * d[3] + d[6]);
+        if (rho_ > 0 && exact(2, 2, d)) {
+            const double ratio = (1 + d[3] + d[4]) / (1 + 2 * d[3] + d[6]);
+            if (finite(d[0], ratio)) return ratio;
+        }
         return PT() / Prho();
     }
     double isobaric_heat_capacity() const {
         double d[9];
         if (rho_ > 0 && exact(2, 2, d)) {
             const double PT = 1 + d[3] + d[4];
-            return -2 * d[1] - d[2] + PT * PT / (1 + 2 * d[3] + d[6]) - 1;
+            const double Cpr = -2 * d[1] - d[2] + PT * PT / (1 + 2 * d[3] + d[6]) - 1;
+            if (finite(d[0], Cpr)) return Cpr;
         }
         const double beta = PT();
         return heat_capacity() + beta * beta / Prho() - 1;
@@ -71,8 +79,10 @@ class Slopes {
   private:
     bool exact(int nrho, int nT, double* d) const {
         corvane::Deriv1 const* extension = model_.derivatives();
-        return extension && extension->deriv(rho_, T_, nrho, nT, d) != 0;
+        return extension && T_ > 0 && T_ <= kNoBound &&
+               extension->deriv(rho_, T_, nrho, nT, d) != 0;
     }
+    static bool finite(double Ar, double result) { return std::isfinite(Ar + result); }
     double by_T(numelo_function f, int order) const {
         pass1 state{&model_, 0, 0.0, rho_, T_};
         return diff_romberg(f, &state, order, T_, th_inc1 * T_, 1, 0.0, kNoBound);

@@ -51,10 +51,10 @@ double cubic_ar(double y, double q) noexcept {
     return -std::log1p(-y) - q * attraction_integral<Form>(y);
 }
 
-/// Not-a-number past the pole at y = 1, like Ar.
+/// Not-a-number past the poles at y = 1 and y = −1/d1, like Ar.
 template <class Form>
 double cubic_Z(double y, double q) noexcept {
-    if (y > 1.0) return std::numeric_limits<double>::quiet_NaN();
+    if (!(y <= 1.0 && Form::d1 * y > -1.0)) return std::numeric_limits<double>::quiet_NaN();
     return 1.0 / (1.0 - y) - q * y / (1.0 + y * (Form::u + Form::w * y));
 }
 

@@ -7,6 +7,7 @@
 #include <corvane/mixture/modeln.h>
 #include <corvane/plugin/plugin.h>
 #include <plugins/common/cubic_isotherm.h>
+#include <plugins/common/exact_slots.h>
 #include <plugins/common/pair_table.h>
 #include <plugins/common/small_array.h>
 
@@ -68,9 +69,7 @@ class CubicMixture final : public ModelN, public DerivN, public IsothermN {
         return fluid(T, x, 0).Z(rho);
     }
     double betaV(double rho, double T, Vector<double> const& x) const override {
-        double d[4];
-        fluid(T, x, 1).deriv(rho, 1, 1, d);
-        return 1.0 + d[2] + d[3];
+        return exact_betaV(*this, rho, T, x);
     }
     int vcalc(double p, double T, Vector<double> const& x, int mode, double& rho_a,
               double& rho_b) const override {
@@ -87,20 +86,11 @@ class CubicMixture final : public ModelN, public DerivN, public IsothermN {
 
     double myr(Vector<double> const& rho_i, double T, int i) const override {
         const Parameters p(*this, T, false);
-        return rho_i.sum() == 0.0 ? 0.0 : State(p.isotherm, rho_i.data).mu(i);
+        const double mu = rho_i.sum() == 0.0 ? 0.0 : State(p.isotherm, rho_i.data).mu(i);
+        return std::isfinite(mu) ? mu : ModelN::myr(rho_i, T, i);
     }
     Matrix<double> PsiH(Vector<double> const& rho_i, double T) const override {
-        const int n = rho_i.size();
-        Matrix<double> H(n, n);
-        SmallArray<double> mu(n);
-        SmallArray<double, 64> residual(n * n);
-        potentials(rho_i, T, &mu[0], nullptr, &residual[0]);
-        for (int i = 0; i < n; ++i) {
-            for (int j = 0; j < n; ++j) H[i][j] = residual[i * n + j];
-            H[i][i] =
-                rho_i[i] > 0.0 ? H[i][i] + 1.0 / rho_i[i] : 1e99;  // absent: as the library's form
-        }
-        return H;
+        return exact_PsiH(*this, rho_i, T);
     }
     void potentials(Vector<double> const& rho_i, double T, double* mu, double* mu_T,
                     double* mu_rho) const override {

@@ -146,4 +146,13 @@ class Jet {
     std::array<double, size> c_;
 };
 
+/// The number that a type stands for, without the derivatives that it may carry.
+inline double value_of(double x) {
+    return x;
+}
+template <int N, int M>
+double value_of(Jet<N, M> const& x) {
+    return x.value();
+}
+
 }  // namespace corvane

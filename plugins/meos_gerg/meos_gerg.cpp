@@ -8,6 +8,7 @@
 // the mixture are the same sums of those of the components.
 #include <corvane/mixture/modeln.h>
 #include <corvane/plugin/plugin.h>
+#include <plugins/common/exact_slots.h>
 #include <plugins/common/pair_table.h>
 #include <plugins/meos_gerg/density.h>
 #include <plugins/meos_gerg/departure.h>
@@ -98,9 +99,7 @@ class MeosGerg final : public ModelN, public corvane::DerivN {
         return 1.0 + Isotherm(*this, State(*this, x), T).at(rho, 1).d[3];
     }
     double betaV(double rho, double T, Vector<double> const& x) const override {
-        double d[4];
-        deriv(rho, T, x, 1, 1, d);
-        return 1.0 + d[2] + d[3];
+        return corvane::exact_betaV(*this, rho, T, x);
     }
     int deriv(double rho, double T, Vector<double> const& x, int nrho, int nT,
               double* d) const override {
@@ -122,19 +121,10 @@ class MeosGerg final : public ModelN, public corvane::DerivN {
     double myr(Vector<double> const& rho_i, double T, int i) const override {
         SmallArray<double> mu(rho_i.size());
         potentials(rho_i, T, &mu[0], nullptr, nullptr);
-        return mu[i];
+        return std::isfinite(mu[i]) ? mu[i] : ModelN::myr(rho_i, T, i);
     }
     Matrix<double> PsiH(Vector<double> const& rho_i, double T) const override {
-        const int n = rho_i.size();
-        Matrix<double> H(n, n);
-        SmallArray<double> mu(n);
-        SmallArray<double, 576> residual(n * n);
-        potentials(rho_i, T, &mu[0], nullptr, &residual[0]);
-        for (int i = 0; i < n; ++i) {
-            for (int j = 0; j < n; ++j) H[i][j] = residual[i * n + j];
-            H[i][i] = rho_i[i] > 0.0 ? H[i][i] + 1.0 / rho_i[i] : 1e99;  // absent: as the library's
-        }
-        return H;
+        return corvane::exact_PsiH(*this, rho_i, T);
     }
     void potentials(Vector<double> const& rho_i, double T, double* mu, double* mu_T,
                     double* mu_rho) const override;

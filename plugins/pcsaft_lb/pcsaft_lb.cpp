@@ -1,5 +1,6 @@
 // PC-SAFT mixtures with Lorentz-Berthelot combining rules. See README.md.
 #include <corvane/plugin/plugin.h>
+#include <plugins/common/exact_slots.h>
 #include <plugins/common/pcsaft/density.h>
 #include <plugins/pcsaft_lb/potentials.h>
 
@@ -84,7 +85,9 @@ class PcSaftLB final : public ModelN, public corvane::DerivN {
         using Series = Jet<1>;  // in T
         const MixtureIsotherm<Series> fluid(components(), x, Series::along_h(T));
         const Series eta = fluid.packing() * rho, Z = 1.0 + eta * fluid.slope(eta);
-        return Z(0) + Z(1);
+        const double beta = Z(0) + Z(1);
+        const bool possible = eta(0) < 1.0 && std::isfinite(beta) && std::isfinite(T);
+        return possible ? beta : ModelN::betaV(rho, T, x);
     }
     int deriv(double rho, double T, Vector<double> const& x, int nrho, int nT,
               double* d) const override {
@@ -110,20 +113,11 @@ class PcSaftLB final : public ModelN, public corvane::DerivN {
 
     double myr(Vector<double> const& rho_i, double T, int i) const override {
         if (rho_i.sum() == 0.0) return 0.0;
-        return Potentials<double>(components(), rho_i, T, false).mu(i);
+        const double mu = Potentials<double>(components(), rho_i, T, false).mu(i);
+        return std::isfinite(mu) ? mu : ModelN::myr(rho_i, T, i);
     }
     Matrix<double> PsiH(Vector<double> const& rho_i, double T) const override {
-        const int n = rho_i.size();
-        Matrix<double> H(n, n);
-        SmallArray<double> mu(n);
-        SmallArray<double, 64> residual(n * n);
-        potentials(rho_i, T, &mu[0], nullptr, &residual[0]);
-        for (int i = 0; i < n; ++i) {
-            for (int j = 0; j < n; ++j) H[i][j] = residual[i * n + j];
-            H[i][i] =
-                rho_i[i] > 0.0 ? H[i][i] + 1.0 / rho_i[i] : 1e99;  // absent: as the library's form
-        }
-        return H;
+        return corvane::exact_PsiH(*this, rho_i, T);
     }
     void potentials(Vector<double> const& rho_i, double T, double* mu, double* mu_T,
                     double* mu_rho) const override {

@@ -1,5 +1,6 @@
 // Thermodynamic identities and the density solver's contract, for every equation × substances ×
 // states.
+#include "support/errors.h"
 #include "support/shipped.h"
 
 #include <corvane/core/numelo.h>
@@ -79,6 +80,46 @@ TEST_P(EveryEquation, ResidualPropertiesFitTogether) {
         EXPECT_NEAR(Prho, m.pV(rho, T), 1e-9 * (std::fabs(Z) + std::fabs(Prho)));
         m.derivatives(exact);
     });
+}
+
+// An impossible state, or one past the pole of the equation, has no properties: where Ar or Z is no
+// number the exact route raises what the numerical one raises, in every property.
+TEST_P(EveryEquation, ExactRouteFailsWhereTheNumericalOneDoes) {
+    Model1& m = *model_;
+    corvane::Deriv1 const* exact = m.derivatives();
+    ASSERT_TRUE(exact);
+    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+    using Property = double (Model1::*)(double, double) const;
+    constexpr std::pair<char const*, Property> properties[] = {
+        {"Ur", &Model1::Ur},       {"Hr", &Model1::Hr},         {"Sr", &Model1::Sr},
+        {"CVr", &Model1::CVr},     {"Cpr", &Model1::Cpr},       {"betaV", &Model1::betaV},
+        {"pV", &Model1::pV},       {"alphap", &Model1::alphap}, {"kappaT", &Model1::kappaT},
+        {"crit", nullptr}};
+    const double beyond = 1.2 / m.vs(), wrong_unit = 1e3 / m.vcrit();
+    int refused = 0;
+    for (double T : {300.0, 0.5 * m.Tcrit(), 0.0, -0.0, -300.0, nan, HUGE_VAL})
+        for (double rho : {1e-3, 0.0, -1e-4, -0.1, beyond, 3 * beyond, wrong_unit, 1e5 * wrong_unit,
+                           1e300, nan, HUGE_VAL})
+            for (auto [name, property] : properties) {
+                SCOPED_TRACE(testing::Message() << name << " at rho = " << rho << ", T = " << T);
+                const auto code = [&] {
+                    double value = 0.0;
+                    const int raised = mth_code([&] {
+                        value = property ? (m.*property)(rho, T) : m.crit(T, rho, 0.3)[2];
+                    });
+                    return raised == -1 && !std::isfinite(value) ? -3 : raised;
+                };
+                const int by_exact = code();
+                m.derivatives(nullptr);
+                const int by_differences = code();
+                m.derivatives(exact);
+                EXPECT_EQ(by_exact, by_differences);
+                if (!(T > 0) || !std::isfinite(m.Ar(rho, T))) {
+                    EXPECT_GT(by_exact, 0);
+                    ++refused;
+                }
+            }
+    EXPECT_GT(refused, 200);
 }
 
 // Maxwell: ∂S/∂rho at T equals −∂p/∂T/rho², that is rho·∂Sr/∂rho = 1 − P_T.

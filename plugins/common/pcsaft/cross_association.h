@@ -20,13 +20,6 @@
 
 namespace corvane::pcsaft {
 
-inline double value_of(double x) {
-    return x;
-}
-template <int N, int M>
-double value_of(Jet<N, M> const& x) {
-    return x.value();
-}
 /// Highest order of the derivatives that a type carries.
 template <class S>
 inline constexpr int order_of = 0;
