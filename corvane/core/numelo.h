@@ -36,7 +36,8 @@ using numelo_residual = Vector<double> (*)(Vector<double> const& x, void* ctx);
 ///               than h/2 the ladder becomes one-sided
 /// @throws MthException 8 order or level; 9 step not positive, not finite or lost in x; 10 x
 /// outside
-///         the bounds or no finite value; 11 xmin >= xmax
+///         the bounds or no finite value; 11 xmin >= xmax; 1 a one-sided derivative of order 7 or 8
+///         of which no digit is certain
 NUMELO_API double diff_romberg(numelo_function f, void* ctx, int order, double x, double h,
                                int level, double xmin, double xmax);
 

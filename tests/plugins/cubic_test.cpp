@@ -39,6 +39,31 @@ const Case kCases[] = {
     {"SRK", kPropane + "c: 4.5\n", 0.480 + 1.574 * 0.15 - 0.176 * 0.0225, 0, 0, 0, 4.5},
     {"SRK", kPropane + "alpha: 2\n", 0.48508 + 1.55171 * 0.15 - 0.15613 * 0.0225, 0, 0, 0, 0}};
 
+// With c = 0, Z = 1/(1 − y) − q·y/(1 + u·y + w·y²) is a power series of y = b·rho by hand.
+TEST(Cubic, VirialCoefficientsAreThoseOfThePowerSeries) {
+    // Rounding of Z grows as 1/s^(n−1) with steps s that the poles limit.
+    const double tolerance[] = {0, 0, 3e-13, 1e-10, 1e-7, 1e-6, 1e-5, 1e-4, 1e-3, 5e-3};
+    for (Case const& c : kCases) {
+        if (c.c != 0) continue;
+        const reference::Cubic ref = c.ref();
+        const Plugin model = model_from(c.eos, c.section);
+        model->vcrit(56 / static_cast<double>(ref.y_c));
+        for (double T : {200.0, 370.0, 900.0}) {
+            const double q = static_cast<double>(ref.q(T));
+            double before = 0, series = 1, power = 1;  // coefficients of 1/(1 + u·y + w·y²)
+            for (int n = 2; n <= 9; ++n) {
+                power *= 56;
+                const double exact = 1 - q * series;
+                EXPECT_NEAR(model->B(T, n) / power, exact, tolerance[n] * (q + std::fabs(exact)))
+                    << c.section << " T = " << T << ", n = " << n;
+                const double next = -ref.u * series - ref.w * before;
+                before = series;
+                series = next;
+            }
+        }
+    }
+}
+
 TEST(Cubic, HelmholtzEnergyAndItsDerivativesAreThoseOfThePublishedForm) {
     for (Case const& c : kCases) {
         const reference::Cubic ref = c.ref();
