@@ -38,7 +38,12 @@ double climb(Isotherm<false> const& isotherm, double P, double x, Bracket b) {
         }
         if (b.high < kInfinity && b.high - b.low <= 1e-15 * b.high) break;
     }
-    return b.low_open || b.high_open ? 0.0 : b.low;
+    return !b.low_open && !b.high_open && is_root(isotherm, P, b.low) ? b.low : 0.0;
+}
+
+bool is_root(Isotherm<false> const& isotherm, double P, double x) {
+    const IsothermState s = state_at(isotherm, x);
+    return s.S > 0.0 && std::abs(s.P - P) <= 1e-10 * (std::abs(P) + x * (1.0 + s.S));
 }
 
 IsothermState spinodal_near(Isotherm<false> const& isotherm, double x, double low, double high) {

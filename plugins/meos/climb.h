@@ -37,6 +37,10 @@ struct Bracket {
 /// rounding, three evaluations as a rule.
 double climb(Isotherm<false> const& isotherm, double P, double x, Bracket b);
 
+/// Does the isotherm rise through P at x? With room for the rounding of P, which in a liquid at low
+/// pressure is that of terms many times larger.
+bool is_root(Isotherm<false> const& isotherm, double P, double x);
+
 /// The zero of the slope next to x, by Newton's method with steps of at most a tenth of the
 /// density; rho = 0 if that finds none between low and high.
 IsothermState spinodal_near(Isotherm<false> const& isotherm, double x, double low, double high);

@@ -54,6 +54,24 @@ double parabola(IsothermState const& spinodal, double P) {
     return std::sqrt(2.0 * (P - spinodal.P) * spinodal.rho / spinodal.C);
 }
 
+/// Makes true the ends of a row that was tabulated for other parameters; false where the dilute one
+/// is not near the tabulated one. A dense one that is not is one between two loops, which the table
+/// does not know well either: it stays, with its doubt.
+bool refresh(Isotherm<false> const& isotherm, LoopRow& row) {
+    const auto renew = [&](IsothermState& end, double& doubt, double side, double near) {
+        const IsothermState s =
+            spinodal_near(isotherm, end.rho, (1.0 - near) * end.rho, (1.0 + near) * end.rho);
+        // Another spinodal may lie near, at the foot of an inner loop, but at another pressure.
+        const double room = 0.5 * std::abs(end.P) + (side > 0.0 ? 0.1 * end.rho : 0.0);
+        if (!(s.C * side > 0.0) || !(std::abs(s.P - end.P) < room)) return false;
+        end = s;
+        doubt = 0.0;
+        return true;
+    };
+    if (!row.dense_soft) renew(row.dense, row.dense_doubt, 1.0, 0.1);
+    return row.dilute_soft || renew(row.dilute, row.dilute_doubt, -1.0, 0.4);
+}
+
 /// Roots below Tc from the row of the tables; false if the row proves wrong.
 bool roots_of_row(Isotherm<false> const& isotherm, LoopRow const& row, double rho_c, double P,
                   Roots& roots) {
@@ -86,8 +104,27 @@ bool roots_of_row(Isotherm<false> const& isotherm, LoopRow const& row, double rh
     return true;
 }
 
-/// For a pressure that neither outer branch reaches: a root on a rising branch between them, or
-/// else (at the critical point, where rounding makes such a gap) the dense spinodal.
+/// Does the isotherm rise around the critical density? Newton's method for the density where its
+/// slope is least.
+bool rises_near(Isotherm<false> const& isotherm, double rho_c) {
+    double x = rho_c, before = 0.0, C_before = 0.0;
+    for (int k = 0; k < 20; ++k) {
+        const IsothermState s = state_at(isotherm, x);
+        if (!(s.S > 0.0)) return false;
+        double step = s.C > 0.0 ? -0.05 * rho_c : 0.05 * rho_c;
+        if (k > 0 && (s.C - C_before) * (x - before) > 0.0)
+            step = std::clamp(-s.C * (x - before) / (s.C - C_before), -0.2 * rho_c, 0.2 * rho_c);
+        // What is left to fall, were the slope a parabola, is a small part of it.
+        if (std::abs(s.C * step) < 0.01 * s.S * x && std::abs(step) < 0.1 * rho_c) return true;
+        before = x;
+        C_before = s.C;
+        x = std::clamp(x + step, 0.5 * rho_c, 1.5 * rho_c);
+        if (x == before) return true;
+    }
+    return true;
+}
+
+/// For a pressure that neither outer branch reaches: a root on a rising branch between them, or 0.
 double root_between(Isotherm<false> const& isotherm, double P, double low, double high) {
     constexpr int steps = 200;
     IsothermState a = state_at(isotherm, low);
@@ -97,7 +134,17 @@ double root_between(Isotherm<false> const& isotherm, double P, double low, doubl
             return climb(isotherm, P, 0.5 * (a.rho + b.rho), {a.rho, b.rho, 0.0, false, false});
         a = b;
     }
-    return high;
+    return 0.0;
+}
+
+/// Is x, a root, on the first rising branch? That is concave as a rule: its slope is below the
+/// secant from zero, and this below 1. Otherwise sixteen densities on the way decide.
+bool on_first_branch(Isotherm<false> const& isotherm, double x) {
+    const IsothermState end = state_at(isotherm, x);
+    if (end.S * x <= end.P && end.P <= x) return true;
+    for (int k = 1; k < 16; ++k)
+        if (!(state_at(isotherm, x * k / 16).S > 0.0)) return false;
+    return true;
 }
 
 /// Roots without tables.
@@ -109,20 +156,29 @@ Roots scanned_roots(Isotherm<false> const& isotherm, double rho_c, double P) {
     };
     double top = kDense * rho_c;
     for (int k = 0; k < 6 && !(slope(top).dP > 0.0); ++k) top *= 1.1;
+    if (!(slope(top).dP > 0.0)) {  // the dense branch of some equations ends before
+        top = kDense * rho_c;
+        while (top > 1.2 * rho_c && !(slope(top).dP > 0.0)) top -= 0.05 * rho_c;
+    }
     const double middle = falling_density(slope, rho_c, top, steps);
+    // From zero density an isotherm that has a loop is concave, and steps from the ideal gas do not
+    // pass the root; at low temperature the spinodal is far below all densities of a scan.
     if (!(middle > 0.0)) {
         const double ideal = P / (1.0 + P / top);
         return {0.0, P > 0.0 ? climb(isotherm, P, ideal, {0.0, kInfinity, 0.0, false, true}) : 0.0};
     }
-    const double low = spinodal(slope, 1e-9 * top, middle, steps);
-    const double high = spinodal(slope, top, middle, steps);
     Roots roots;
-    if (P > 0.0 && low > 0.0 && slope(low).P > P)
-        roots.dilute = climb(isotherm, P, P, {0.0, low, 0.0, false, false});
+    if (P > 0.0) roots.dilute = climb(isotherm, P, P, {0.0, middle, 0.0, false, true});
+    if (roots.dilute > 0.0 && !on_first_branch(isotherm, roots.dilute)) roots.dilute = 0.0;
+    const double high = spinodal(slope, top, middle, steps);
     if (high > 0.0 && slope(high).P < P)
         roots.dense = climb(isotherm, P, 1.1 * high, {high, kInfinity, high, false, true});
-    if (P > 0.0 && roots.dilute == 0.0 && roots.dense == 0.0)
-        roots.dense = high > low && low > 0.0 ? root_between(isotherm, P, low, high) : middle;
+    if (!(P > 0.0) || roots.dilute > 0.0 || roots.dense > 0.0) return roots;
+    const double low = spinodal(slope, 1e-9 * top, middle, steps);
+    if (low > 0.0 && high > low) roots.dense = root_between(isotherm, P, low, high);
+    // At the critical point the slope is rounding, and its sign chance, up to 1e-5 of the density.
+    const double beside = middle * (1.0 + 1e-5);
+    if (roots.dense == 0.0 && is_root(isotherm, P, beside)) roots.dense = beside;
     return roots;
 }
 
@@ -132,15 +188,20 @@ Roots density_roots(Equation const& equation, StartTables const& tables,
                     Isotherm<false> const& isotherm, double P) {
     const double T = isotherm.T();
     if (!std::isfinite(P)) return {};
-    if (tables.matches(equation)) {
-        if (T >= tables.Tc()) {
-            if (!(P > 0.0)) return {};
-            const double root =
-                climb(isotherm, P, tables.supercritical(T, P), {0.0, kInfinity, 0.0, false, true});
-            if (root > 0.0) return {0.0, root};
-        } else if (const LoopRow row = tables.loop(T); row.known) {
+    const bool current = tables.matches(equation);
+    if (tables.known()) {
+        LoopRow row;
+        if (T < tables.Tc()) row = tables.loop(T);
+        if (row.known && (current || refresh(isotherm, row))) {
             Roots roots;
             if (roots_of_row(isotherm, row, tables.rho_c(), P, roots)) return roots;
+        }
+        const bool above = current ? T >= tables.Tc()
+                                   : T > 0.9 * tables.Tc() && rises_near(isotherm, tables.rho_c());
+        if (above && !(P > 0.0)) return {};
+        if (const double start = above ? tables.supercritical(T, P) : 0.0; start > 0.0) {
+            const double root = climb(isotherm, P, start, {0.0, kInfinity, 0.0, false, true});
+            if (root > 0.0) return {0.0, root};
         }
     }
     return scanned_roots(isotherm, tables.rho_c() > 0.0 ? tables.rho_c() : 1.0 / equation.vs(), P);

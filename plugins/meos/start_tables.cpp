@@ -92,29 +92,32 @@ void StartTables::fill_supercritical(Equation const& equation) {
         grid_.push_back({0.0, 1.0});
         for (int j = 1; j <= kColumns; ++j) {
             const IsothermState s = state_at(isotherm, 0.25 * j * rho_c_);
-            grid_.push_back({s.P / rho_c_, s.S});
+            const bool critical = i == 0 && j == 4;
+            grid_.push_back({s.P / rho_c_, critical ? std::max(s.S, 0.0) : s.S});
         }
     }
 }
 
 double StartTables::supercritical(double T, double P) const {
-    const double x = std::max(Tc_ / T, kLastInverse), f = P / rho_c_;
+    const double x = std::clamp(Tc_ / T, kLastInverse, kFirstInverse), f = P / rho_c_;
     const double position = (kFirstInverse - x) / (kFirstInverse - kLastInverse) * (kRows - 1);
     const int i = std::min(static_cast<int>(position), kRows - 2);
     const double w = position - i;
     Node const* row = &grid_[i * (kColumns + 1)];
     const auto node = [&](int j) {
         Node const &a = row[j], &b = row[j + kColumns + 1];
-        return Node{mix(a.F, b.F, w), mix(a.S, b.S, w)};
+        const bool rise = a.S >= 0.0 && b.S >= 0.0;
+        return Node{mix(a.F, b.F, w), rise ? mix(a.S, b.S, w) : -1.0};
     };
     // The pair of nodes around f, then the cubic through both values and slopes.
     int j = 0;
     Node a = node(0), b = node(1);
-    while (j + 1 < kColumns && b.F < f) {
+    while (j + 1 < kColumns && b.F < f && b.S >= 0.0) {
         ++j;
         a = b;
         b = node(j + 1);
     }
+    if (!(b.S >= 0.0)) return 0.0;
     if (!(b.F > f)) return 0.25 * kColumns * rho_c_;
     const double h = 0.25, rise = b.F - a.F;
     const double c2 = 3.0 * rise - h * (2.0 * a.S + b.S), c3 = h * (a.S + b.S) - 2.0 * rise;

@@ -26,11 +26,13 @@ class StartTables {
               Vector<double>& dilute, Vector<double>& dense);
 
     bool matches(Equation const& equation) const { return snapshot_ == equation.pool(); }
+    bool known() const { return !snapshot_.empty(); }
     double Tc() const { return Tc_; }
     double rho_c() const { return rho_c_; }
     /// Below Tc; not known below the last temperature.
     LoopRow loop(double T) const;
-    /// Density at P on an isotherm above Tc, a few per cent off at worst.
+    /// Density at P on an isotherm above Tc, a few per cent off at worst; 0 where those of the table
+    /// do not rise all the way to it, far outside the range of some equations.
     double supercritical(double T, double P) const;
 
   private:
