@@ -3,6 +3,7 @@
 #include <tools/corvane/text.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace cli {
 
@@ -23,22 +24,31 @@ int edit_distance(std::string const& first, std::string const& second) {
     return last[b.size()];
 }
 
-std::string did_you_mean(std::string const& asked, std::vector<std::string> const& names) {
+std::vector<std::string> nearest(std::string const& asked, std::vector<std::string> const& names) {
     constexpr std::size_t kMost = 3;
     // One slip in a short name, one for every four characters of a longer one; a name of one or two
     // characters is near in nothing but its case.
     const int limit = asked.size() < 3 ? 0 : std::max(1, static_cast<int>(asked.size()) / 4);
     std::vector<std::pair<int, std::string>> near;
+    const auto apart = [&](std::string const& name) {  // at least
+        return std::abs(static_cast<int>(asked.size()) - static_cast<int>(name.size()));
+    };
     for (std::string const& name : names)
-        if (const int distance = edit_distance(asked, name); distance <= limit)
+        if (apart(name) > limit)
+            continue;
+        else if (const int distance = edit_distance(asked, name); distance <= limit)
             near.emplace_back(distance, name);
-    if (near.empty()) return "";
     std::sort(near.begin(), near.end());
     near.erase(std::unique(near.begin(), near.end()), near.end());
     std::vector<std::string> best;
     for (auto const& [distance, name] : near)
         if (distance == near.front().first && best.size() < kMost) best.push_back(name);
-    return ": did you mean " + join(best, " or ") + "?";
+    return best;
+}
+
+std::string did_you_mean(std::string const& asked, std::vector<std::string> const& names) {
+    const auto best = nearest(asked, names);
+    return best.empty() ? "" : ": did you mean " + join(best, " or ") + "?";
 }
 
 }  // namespace cli

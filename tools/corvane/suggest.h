@@ -10,7 +10,10 @@ namespace cli {
 /// the other, without regard to case (Damerau, Commun. ACM 7 (1964) 171; the restricted form).
 int edit_distance(std::string const& a, std::string const& b);
 
-/// ": did you mean carbon_dioxide?", with up to three of the nearest names; "" when none is near.
+/// Up to three of the names that are nearest to it; none where none is near.
+std::vector<std::string> nearest(std::string const& asked, std::vector<std::string> const& names);
+
+/// ": did you mean saturation?", with these names; "" when none is near.
 std::string did_you_mean(std::string const& asked, std::vector<std::string> const& names);
 
 }  // namespace cli
