@@ -216,7 +216,8 @@ TEST(CliNumbers, PublishedPointsThatCannotBeRead) {
                        {"T/K,p/torr\n280,4\n", "unknown unit 'torr'"},
                        {"T/K,p/MPa\n280,4,5\n", "more fields than columns"},
                        {"a,b\n1,2\n", "name columns like"},
-                       {"", "no such file, or empty"},
+                       {"", "points.csv: the file is empty"},
+                       {"T/K,p/MPa\n280,\"4\n", "points.csv:2: a quotation is not closed"},
                        {"rhoL/(kg/m3)\n900\n", "neither a column T nor a column p"}};
     for (auto const& c : cases) {
         const Outcome run = compare(c.text);

@@ -82,7 +82,7 @@ TEST(Cli, FailuresExitWith1AndNameWhatWasAsked) {
          {"state PR propane --T 300 --p 2 --phase vapour", 1, "",
           "PR propane at T = 300 K, p = 2 MPa: volume finder returned a liquid volume only "
           "(ThException 10)"},
-         {"state PR carbon_dioxid --T 300 --p 1", 1, "", "did you mean carbon_dioxide?"},
+         {"state PR carbon_dioxid --T 300 --p 1", 1, "", "did you mean carbon_dioxide (CO2)?"},
          {"state PR xyzzyx --T 300 --p 1", 1, "", "unknown substance xyzzyx (corvane list"},
          {"state PR ../PR/propane --T 300 --p 1", 1, "", "unknown substance"},
          {"state PR C2H6O --T 300 --p 1", 1, "", "not one substance: dimethyl_ether, ethanol"},
@@ -91,7 +91,7 @@ TEST(Cli, FailuresExitWith1AndNameWhatWasAsked) {
          {"state nothing propane --T 300 --p 1", 1, "", "equations: |PR"},
          {"state PR propane --set 77 --T 300 --p 1", 1, "",
           "set 77 of PR propane does not exist; sets: 1"},
-         {"list --substance xenonn", 1, "", "unknown substance xenonn: did you mean xenon?"},
+         {"list --substance xenonn", 1, "", "unknown substance xenonn: did you mean xenon (Xe)?"},
          {"saturation PR propane --T 300 --home /nowhere", 1, "",
           "--home /nowhere does not hold CorvaneS"},
          {"saturation PR propane --compare /nowhere.csv", 1, "", "/nowhere.csv: no such file"},
@@ -115,8 +115,13 @@ TEST(Cli, NotesTellExtrapolatedMetastableAndUnstableStates) {
                 {"state PR propane --T 300 --p 0.9 --phase liquid", 0,
                  "metastable: the stable phase is vapour", ""},
                 {"state PR propane --T 300 --p 2 --phase both", 0, "the only phase", ""},
-                {"state PR propane --T 300 --rho 0.004", 0,
+                {"state PR propane --T 300 --rho 0.004 --phase single", 0,
                  "# phase  unstable|mechanically unstable, between vapour of", ""},
+                {"state PR propane --T 300 --rho 0.004", 0, "# phase  liquid|vapour|amount", ""},
+                {"mixture PR+vdW1 methane=0.5 propane --T 200 --rho 0.008", 1, "",
+                 "no single phase has this density: its pressure falls|flash --rho"},
+                {"dew PR+vdW1 CO2=0.3 decane --T 220 --branch upper", 0, "y is no vapour", ""},
+                {"dew PR+vdW1 CO2=0.3 decane --T 220 --branch lower", 0, "dew", ""},
                 {"state PR propane --T 400 --p 5", 0, "# phase  fluid", ""}});
 }
 

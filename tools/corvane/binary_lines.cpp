@@ -55,10 +55,8 @@ void LineLimits::add_to(Command& command) {
 
 void LineLimits::limit(Units const& units, double& highest, double& coldest) const {
     highest = 100.0;
-    if (!p_max.empty())
-        highest = positive_points(p_max, "--p-max", Quantity::pressure, units).front();
-    if (!T_min.empty())
-        coldest = positive_points(T_min, "--T-min", Quantity::temperature, units).front();
+    if (!p_max.empty()) highest = positive(p_max, "--p-max", Quantity::pressure, units);
+    if (!T_min.empty()) coldest = positive(T_min, "--T-min", Quantity::temperature, units);
 }
 
 Row BinaryLines::row(std::string const& curve, double T, double p, Fractions const& x,

@@ -23,6 +23,7 @@ struct LineLimits {
     std::string p_max, T_min;
 
     void add_to(Command& command);
+    explicit operator bool() const { return !p_max.empty() || !T_min.empty(); }
     /// Options of a trace, shorter steps for a picture. The watch must outlive them.
     template <class How>
     How apply(MixtureFluid const& mixture, Units const& units, Watch& watch, bool picture) const {

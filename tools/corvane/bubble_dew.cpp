@@ -68,6 +68,8 @@ Row SaturationPoints::row(MixtureFluid const& mixture, SaturationPoint const& po
     for (auto const* phase : {&liquid, &vapour})
         result.cells.emplace_back(mixture.density(u, phase->x, phase->rho));
     evidence.add(result, point.certificate);
+    if (phase_names(mixture, {liquid, vapour}).back() != "vapour")
+        add_note(result.note, "both phases are as dense as liquids: y is no vapour");
     return result;
 }
 

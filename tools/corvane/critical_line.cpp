@@ -60,8 +60,14 @@ void CriticalLineCommand::check(MixtureFluid const& mixture) const {
         throw Misuse("give the composition either with the components or by --at");
     if (mixture.composed && !from.empty())
         throw Misuse("fractions ask for one critical point: leave them out for a line");
+    if (mixture.size() != 2 && !at.empty()) throw Misuse("--at needs two components");
     if (mixture.size() != 2 && !mixture.composed)
         throw Misuse("a critical line needs two components; give mole fractions for a point");
+    if (of_compositions(mixture) && !step.empty())
+        throw Misuse("--step is of lines: not with mole fractions");
+    if ((of_compositions(mixture) || from_values()) && limits)
+        throw Misuse(
+            "--p-max and --T-min end certified lines: not with mole fractions or start values");
     if ((plot || data) && (of_compositions(mixture) || from_values()))
         throw Misuse(fmt::format("{} the critical lines of two components without start values",
                                  plot ? "--plot draws" : "--data is compared with"));
@@ -109,7 +115,7 @@ double CriticalLineCommand::start_value(std::string const& text, char const* opt
                                         MixtureFluid const& mixture) const {
     Units units = options.units;
     units.M = mixture.M(x);
-    return positive_points(text, option, quantity, units).front();
+    return positive(text, option, quantity, units);
 }
 
 int CriticalLineCommand::points_at(MixtureFluid const& mixture, Heading& head, Table& table) {
@@ -119,10 +125,12 @@ int CriticalLineCommand::points_at(MixtureFluid const& mixture, Heading& head, T
     else
         for (double x0 : mole_fractions(at, "--at")) compositions.push_back(binary(x0));
     Rows rows("critical-line", table, compositions.size());
-    for (Vector<double> const& x : compositions)
+    for (Vector<double> const& x : compositions) {
+        Rows::Given known;
+        for (int i = 0; i < x.size(); ++i) known.emplace_back(static_cast<unsigned>(i), x[i]);
         if (!rows.add(fmt::format("{}+{}{}: no critical point found", mixture.eos, mixture.mth,
                                   mixture.composition(x)),
-                      {{0, x[0]}, {1, x[1]}}, [&] {
+                      known, [&] {
                           CriticalPoint start;
                           corvane::CriticalOptions how;
                           how.validity = &mixture.validity;
@@ -137,6 +145,7 @@ int CriticalLineCommand::points_at(MixtureFluid const& mixture, Heading& head, T
                                      corvane::critical_point(*mixture.model, x, how));
                       }))
             break;
+    }
     head.remarks.emplace_back("critical points of given compositions");
     evidence_.report(head);
     return rows.finish(head);
@@ -157,7 +166,7 @@ int CriticalLineCommand::slope(MixtureFluid const& mixture, Heading& head, Table
     if (const auto i = from_component(mixture))
         start.x0 = 1.0 - *i;
     else if (!from.empty())
-        start.x0 = mole_fractions(from, "--from").front();
+        start.x0 = mole_fraction(from, "--from");
     if (!step.empty()) start.step = number(step, "--step");
     if (!T.empty()) {
         const Vector<double> x = binary(start.x0);

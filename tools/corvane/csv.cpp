@@ -1,14 +1,13 @@
 #include <tools/corvane/csv.h>
 #include <tools/corvane/errors.h>
+#include <tools/corvane/file.h>
 #include <tools/corvane/text.h>
 
 #include <fmt/format.h>
 
-#include <fstream>
-
 namespace cli {
 namespace {
-std::vector<std::string> fields_of(std::string const& line) {
+std::vector<std::string> fields_of(std::string const& line, std::string const& path, int number) {
     std::vector<std::string> fields(1);
     bool quoted = false;
     for (std::size_t k = 0; k < line.size(); ++k) {
@@ -24,25 +23,24 @@ std::vector<std::string> fields_of(std::string const& line) {
             fields.back() += c;
         }
     }
+    if (quoted) throw Failure(fmt::format("{}:{}: a quotation is not closed", path, number));
     for (std::string& field : fields) field = trimmed(field);
     return fields;
 }
 }  // namespace
 
 CsvFile read_csv(std::string const& path) {
-    std::ifstream file(path);
     CsvFile csv;
-    std::string line;
     int number = 0;
-    while (std::getline(file, line)) {
+    for (std::string const& whole : read_lines(path)) {
         ++number;
-        line = trimmed(line);
+        std::string const line = trimmed(whole);
         if (line.empty()) continue;
         if (line[0] == '#') {
             csv.comments.push_back(trimmed(line.substr(1)));
             continue;
         }
-        auto fields = fields_of(line);
+        auto fields = fields_of(line, path, number);
         if (csv.header.empty()) {
             csv.header = std::move(fields);
             continue;
@@ -55,7 +53,7 @@ CsvFile read_csv(std::string const& path) {
     }
     if (csv.header.empty())
         throw Failure(fmt::format(
-            "{}: {}", path, number > 0 ? "no line with column names" : "no such file, or empty"));
+            "{}: {}", path, number > 0 ? "no line with column names" : "the file is empty"));
     return csv;
 }
 

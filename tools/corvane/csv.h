@@ -14,8 +14,8 @@ struct CsvFile {
 };
 
 /// Reads a file: fields in double quotes may hold commas and doubled quotes; empty lines are
-/// skipped; short rows are filled up. @throws Failure no file, no header, or a row with more fields
-/// than the header
+/// skipped; short rows are filled up. @throws Failure as read_lines; no header, a row with more
+/// fields than the header, or an open quotation, with its line
 CsvFile read_csv(std::string const& path);
 
 }  // namespace cli

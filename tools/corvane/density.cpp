@@ -4,7 +4,7 @@
 #include <tools/corvane/errors.h>
 #include <tools/corvane/numbers.h>
 #include <tools/corvane/options.h>
-#include <tools/corvane/properties.h>
+#include <tools/corvane/rows.h>
 
 #include <corvane/volume/volume.h>
 
@@ -92,7 +92,7 @@ struct DensityCommand {
     int run();
 
   private:
-    int add_rows(Fluid const& fluid, Strategy const& how, double T_, double p_, Table& table) const;
+    std::vector<Row> roots(Fluid const& fluid, Strategy const& how, double T_, double p_) const;
 };
 
 char const* kind(Model1 const& model, double T, double rho) {
@@ -101,49 +101,32 @@ char const* kind(Model1 const& model, double T, double rho) {
     return rho > 1.0 / model.vcrit() ? "liquid" : "vapour";
 }
 
-/// Returns the number of failures.
-int DensityCommand::add_rows(Fluid const& fluid, Strategy const& how, double T_, double p_,
-                             Table& table) const {
+/// A row for each root, the densest first.
+std::vector<Row> DensityCommand::roots(Fluid const& fluid, Strategy const& how, double T_,
+                                       double p_) const {
     Model1 const& model = *fluid.model;
     Units const& units = options.units;
-    Found roots;
-    std::string failure;
-    try {
-        roots = how.find(model, T_, p_);
-        if (roots.empty()) failure = ThException(th_no_density).message();
-    } catch (ThException const& e) {
-        failure = describe(e);
-    } catch (MthException const& e) {
-        failure = describe(e);
-    }
-    std::sort(roots.rbegin(), roots.rend());
-    roots.erase(std::unique(roots.begin(), roots.end(),
+    Found found = how.find(model, T_, p_);
+    if (found.empty()) throw ThException(th_no_density);
+    std::sort(found.rbegin(), found.rend());
+    found.erase(std::unique(found.begin(), found.end(),
                             [](double a, double b) { return a - b <= kSame * a; }),
-                roots.end());
-    const auto row = [&](double rho, std::string const& note) {
-        const bool there = std::isfinite(rho);
-        const auto cell = [&](Quantity q, double x) -> Cell {
-            if (!there) return std::monostate();
-            return units.from_library(q, x);
-        };
-        table.rows.push_back({{units.from_library(Quantity::temperature, T_),
-                               units.from_library(Quantity::pressure, p_), std::string(how.name),
-                               there ? Cell(std::string(kind(model, T_, rho))) : Cell(),
-                               cell(Quantity::density, rho), cell(Quantity::volume, 1.0 / rho),
-                               cell(Quantity::ratio, there ? model.Z(rho, T_) : 0.0),
-                               cell(Quantity::ratio, there ? model.Ge(rho, T_) : 0.0)},
-                              note});
-    };
-    for (double rho : roots) {
+                found.end());
+    std::vector<Row> result;
+    for (double rho : found) {
         const double back = model.Z(rho, T_) * R * T_ * rho;
         std::string note = extrapolated(fluid, T_, p_, false, units);
-        if (std::fabs(back - p_) > 1e-6 * p_)
+        if (!(std::fabs(back - p_) <= 1e-6 * p_))
             add_note(note, fmt::format("gives back {}", units.text(Quantity::pressure, back)));
-        row(rho, note);
+        result.push_back({{units.from_library(Quantity::temperature, T_),
+                           units.from_library(Quantity::pressure, p_), std::string(how.name),
+                           std::string(kind(model, T_, rho)),
+                           units.from_library(Quantity::density, rho),
+                           units.from_library(Quantity::volume, 1.0 / rho), model.Z(rho, T_),
+                           model.Ge(rho, T_)},
+                          note});
     }
-    if (failure.empty()) return 0;
-    row(std::nan(""), "failed: " + failure);
-    return 1;
+    return result;
 }
 
 int DensityCommand::run() {
@@ -160,14 +143,26 @@ int DensityCommand::run() {
                      {"v", units.name(Quantity::volume), "volume"},
                      {"Z", "", "compressibility factor"},
                      {"g", "", "reduced Gibbs energy Ar + Z - 1 + ln rho: the lowest is stable"}};
-    int failures = 0;
-    for (double T_ : temperatures)
-        for (double p_ : pressures)
-            for (Strategy const& how : kStrategies)
-                if (strategy == "all" || strategy == how.name)
-                    failures += add_rows(fluid, how, T_, p_, table);
-    write(heading("density", fluid, units), table, options.style);
-    return failures == 0 ? 0 : 1;
+    std::vector<Strategy> chosen;
+    for (Strategy const& how : kStrategies)
+        if (strategy == "all" || strategy == how.name) chosen.push_back(how);
+    Rows rows("density", table, temperatures.size() * pressures.size() * chosen.size());
+    rows.each(temperatures, pressures, [&](double T_, double p_) {
+        bool go_on = true;
+        for (Strategy const& how : chosen)
+            go_on = go_on && rows.add_all(fmt::format("{} at T = {}, p = {}, {}", fluid.name(),
+                                                      units.text(Quantity::temperature, T_),
+                                                      units.text(Quantity::pressure, p_), how.name),
+                                          {{0, units.from_library(Quantity::temperature, T_)},
+                                           {1, units.from_library(Quantity::pressure, p_)},
+                                           {2, std::string(how.name)}},
+                                          [&] { return roots(fluid, how, T_, p_); });
+        return go_on;
+    });
+    Heading head = heading("density", fluid, units);
+    const int code = rows.finish(head);
+    write(head, table, options.style);
+    return code;
 }
 }  // namespace
 

@@ -95,7 +95,7 @@ corvane::EnvelopeOptions EnvelopeCommand::how() const {
     corvane::EnvelopeOptions result;
     const auto set = [&](std::string const& text, char const* option, Quantity quantity,
                          double& value) {
-        if (!text.empty()) value = positive_points(text, option, quantity, options.units).front();
+        if (!text.empty()) value = positive(text, option, quantity, options.units);
     };
     set(p_start, "--p-start", Quantity::pressure, result.p_start);
     set(p_max, "--p-max", Quantity::pressure, result.p_max);

@@ -1,8 +1,11 @@
 #include <tools/corvane/errors.h>
 
+#include <tools/corvane/text.h>
+
 #include <fmt/format.h>
 
 #include <cmath>
+#include <cstdio>
 
 namespace cli {
 namespace {
@@ -13,6 +16,18 @@ std::string in_words(E const& e, char const* type) {
     return fmt::format("{} ({} {})", text, type, e.number);
 }
 }  // namespace
+
+void tell(std::string const& text) noexcept {
+    constexpr std::size_t kMost = 4000;  // bytes: a person reads no more
+    try {
+        const bool whole = text.size() <= kMost;
+        const std::string line =
+            "corvane: " + printable(whole ? text : text.substr(0, kMost) + " ...") + '\n';
+        std::fwrite(line.data(), 1, line.size(), stderr);
+    } catch (std::bad_alloc const&) {
+        std::fputs("corvane: not enough memory\n", stderr);
+    }
+}
 
 std::string describe(ThException const& e) {
     return in_words(e, "ThException");

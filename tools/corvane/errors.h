@@ -19,6 +19,10 @@ struct Misuse : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+/// A line on standard error: "corvane: <text>", as printable() has it. Where standard error does not
+/// take it, nothing happens: the exit code tells the rest.
+void tell(std::string const& text) noexcept;
+
 /// "text of the message table (ThException 9)".
 std::string describe(ThException const& e);
 std::string describe(MthException const& e);

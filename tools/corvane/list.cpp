@@ -65,7 +65,7 @@ void ListCommand::choose_substances() {
     if (wanted_.empty()) {
         std::string const& asked = substance.empty() ? text : substance;
         throw Failure(
-            fmt::format("unknown substance {}{}", asked, did_you_mean(asked, index_->names())));
+            fmt::format("unknown substance {}{}", clipped(asked), index_->suggestion(asked, {})));
     }
 }
 
@@ -184,9 +184,10 @@ void add_list(Program& program) {
                     "substances with this in their name, a synonym or the CAS number, or with this "
                     "sum formula",
                     false)
-        .value("--eos", list->eos, "parameter sets of this equation")
+        .value("--eos", list->eos, "parameter sets of this equation", {.type = "NAME"})
         .value("--substance", list->substance,
-               "parameter sets of this substance: name, synonym, sum formula, CAS number");
+               "parameter sets of this substance: name, synonym, sum formula, CAS number",
+               {.type = "NAME"});
     list->options.add_output(command);
     command.examples(
         R"(  corvane list                        all substances

@@ -17,13 +17,21 @@ Vector<double> binary(double x0) {
     return x;
 }
 
+namespace {
+double between_0_and_1(double x, char const* option) {
+    if (!(x >= 0.0 && x <= 1.0 + 1e-12))
+        throw Misuse(fmt::format("{}: a mole fraction lies between 0 and 1", option));
+    return x > 1.0 - 1e-12 ? 1.0 : x;
+}
+}  // namespace
+
+double mole_fraction(std::string const& text, char const* option) {
+    return between_0_and_1(number(text, option), option);
+}
+
 std::vector<double> mole_fractions(std::string const& text, char const* option) {
     std::vector<double> result = points(text, option);
-    for (double& x : result) {
-        if (!(x >= 0.0 && x <= 1.0 + 1e-12))
-            throw Misuse(fmt::format("{}: a mole fraction lies between 0 and 1", option));
-        if (x > 1.0 - 1e-12) x = 1.0;
-    }
+    for (double& x : result) x = between_0_and_1(x, option);
     return result;
 }
 

@@ -14,6 +14,9 @@ namespace cli {
 /// Mole fractions of a binary, from that of the first component.
 Vector<double> binary(double x0);
 
+/// The one mole fraction of an option. @throws Misuse naming it
+double mole_fraction(std::string const& text, char const* option);
+
 /// Mole fractions of an option, each from 0 to 1; the end of a rounded range is 1.
 /// @throws Misuse naming the option
 std::vector<double> mole_fractions(std::string const& text, char const* option);

@@ -36,7 +36,10 @@ std::optional<double> to_number(std::string_view text) {
 
 double number(std::string const& text, char const* option) {
     if (const auto x = to_number(text)) return *x;
-    throw Misuse(fmt::format("{}: '{}' is not a number", option, text));
+    const bool several = text.find_first_of(",:") != std::string::npos;
+    throw Misuse(fmt::format("{}: '{}' is not {}", clipped(option), clipped(text),
+                             several ? "one number; here neither lists nor ranges are taken"
+                                     : "a number"));
 }
 
 std::vector<double> points(std::string const& text, char const* option) {
@@ -48,7 +51,8 @@ std::vector<double> points(std::string const& text, char const* option) {
         else if (parts.size() == 3)
             append_range(values, parts, option);
         else
-            throw Misuse(fmt::format("{}: '{}' is not a range first:last:step", option, item));
+            throw Misuse(
+                fmt::format("{}: '{}' is not a range first:last:step", option, clipped(item)));
     }
     return values;
 }
@@ -57,17 +61,26 @@ std::string shortest(double x) {
     return fmt::format("{}", x);
 }
 
+namespace {
+double above_zero(double given, char const* option, Quantity quantity, Units const& units) {
+    const double x = units.to_library(quantity, given);
+    if (!(x > 0.0) || !std::isfinite(x))
+        throw Misuse(fmt::format("{} {} {} is not {}", option, shortest(given),
+                                 units.name(quantity), x > 0.0 ? "finite" : "above zero"));
+    return x;
+}
+}  // namespace
+
 std::vector<double> positive_points(std::string const& text, char const* option, Quantity quantity,
                                     Units const& units) {
     std::vector<double> values = points(text, option);
-    for (double& x : values) {
-        const double given = x;
-        x = units.to_library(quantity, given);
-        if (!(x > 0.0))
-            throw Misuse(fmt::format("{} {} {} is not above zero", option, shortest(given),
-                                     units.name(quantity)));
-    }
+    for (double& x : values) x = above_zero(x, option, quantity, units);
     return values;
+}
+
+double positive(std::string const& text, char const* option, Quantity quantity,
+                Units const& units) {
+    return above_zero(number(text, option), option, quantity, units);
 }
 
 }  // namespace cli

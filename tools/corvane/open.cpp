@@ -31,7 +31,7 @@ std::unique_ptr<Model1, corvane::Detach> attach(std::string const& eos) {
         throw ThException(th_generic);
     } catch (ThException const& e) {
         const auto known = plugins().pure;
-        const std::string file = fmt::format("libth{}.dll", eos);
+        const std::string file = fmt::format("libth{}.dll", clipped(eos));
         if (std::find(known.begin(), known.end(), eos) != known.end())
             throw Failure(fmt::format("the plug-in {} cannot be used: {}", file, describe(e)));
         std::string near = did_you_mean(eos, known);
@@ -55,12 +55,13 @@ std::string tree_name(std::string const& eos, std::string const& text) {
     if (found.size() > 1) {
         std::vector<std::string> names;
         for (Substance const* s : found) names.push_back(s->name);
-        throw Failure(fmt::format("'{}' is not one substance: {}", text, join(names, ", ")));
+        throw Failure(
+            fmt::format("'{}' is not one substance: {}", clipped(text), join(names, ", ")));
     }
-    auto names = index.names();
+    std::vector<std::string> names;
     for (auto const& [name, sets] : parameter_sets(eos)) names.push_back(name);
-    const std::string near = did_you_mean(text, names);
-    throw Failure(fmt::format("unknown substance {}{}", text,
+    const std::string near = index.suggestion(text, names);
+    throw Failure(fmt::format("unknown substance {}{}", clipped(text),
                               near.empty() ? " (corvane list shows all)" : near));
 }
 
@@ -144,8 +145,7 @@ Fluid open_fluid(FluidRequest const& asked) {
         if (!(x > 0.0) || !std::isfinite(x))
             throw Failure(fmt::format("parameter file {}: no usable critical point", path));
     if (model.name() != request.substance || model.id() != request.set)
-        fmt::print(stderr, "corvane: warning: {} says that it holds {};{}\n", path, model.name(),
-                   model.id());
+        tell(fmt::format("warning: {} says that it holds {};{}", path, model.name(), model.id()));
     fluid.notes = parameter_notes(request.eos, request.substance, request.set);
     load_ideal(fluid);
     return fluid;

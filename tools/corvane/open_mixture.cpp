@@ -124,7 +124,8 @@ void MixtureRequest::add_to(Command& command) {
         .count("--pair-set", pair_set, "number of the pairs' parameter sets")
         .value("--kij", kij,
                "interaction parameter in place of the stored one: 0.01 for a binary, or "
-               "methane+propane=0.01,...");
+               "methane+propane=0.01,...",
+               {.type = "KIJ"});
 }
 
 double MixtureFluid::M(Vector<double> const& at) const {

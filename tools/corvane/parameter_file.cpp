@@ -1,8 +1,8 @@
+#include <tools/corvane/file.h>
 #include <tools/corvane/numbers.h>
 #include <tools/corvane/parameter_file.h>
 #include <tools/corvane/text.h>
 
-#include <fstream>
 #include <limits>
 #include <sstream>
 
@@ -27,10 +27,13 @@ void read_numbers(std::string const& text, std::initializer_list<double*> values
 
 ParameterNotes parameter_notes(std::string const& eos, std::string const& substance, int set) {
     ParameterNotes notes{"", "", kUnknown, kUnknown, kUnknown, kUnknown, kUnknown, kUnknown};
-    std::ifstream file("CorvaneS/parameters/" + eos + '/' + substance + ';' + std::to_string(set));
-    std::string line, rest;
-    for (int k = 1; std::getline(file, line); ++k) {
-        if (k == 3) starts(line, "text:", notes.comment);
+    const auto lines =
+        tree_lines("CorvaneS/parameters/" + eos + '/' + substance + ';' + std::to_string(set));
+    if (!lines) return notes;
+    std::string rest;
+    for (std::size_t k = 0; k < lines->size(); ++k) {
+        std::string const& line = (*lines)[k];
+        if (k == 2) starts(line, "text:", notes.comment);
         if (starts(line, "valid:", rest))
             read_numbers(rest, {&notes.Tmin, &notes.Tmax, &notes.pmax});
         if (starts(line, "measured:", rest)) read_numbers(rest, {&notes.Tc, &notes.pc, &notes.vc});
@@ -40,11 +43,12 @@ ParameterNotes parameter_notes(std::string const& eos, std::string const& substa
 }
 
 std::optional<IdealNotes> ideal_notes(std::string const& substance) {
-    std::ifstream file("CorvaneS/ideal/" + substance);
-    if (!file) return std::nullopt;
+    const auto lines = tree_lines("CorvaneS/ideal/" + substance);
+    if (!lines) return std::nullopt;
     IdealNotes notes{kUnknown, kUnknown, kUnknown, kUnknown, ""};
-    std::string line, rest, number;
-    for (int k = 0; std::getline(file, line); ++k) {
+    std::string rest, number;
+    for (std::size_t k = 0; k < lines->size(); ++k) {
+        std::string const& line = (*lines)[k];
         std::istringstream words(line);
         if (k > 0 && words >> number)
             if (const auto T = to_number(number)) {

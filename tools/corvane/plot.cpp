@@ -7,14 +7,16 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <set>
 
-#include <fcntl.h>
+#include <signal.h>
 #include <spawn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -223,6 +225,67 @@ void run_gnuplot(std::string const& text, int output) {
         throw Failure("gnuplot failed: " + trimmed(words));
     }
 }
+/// What gnuplot wrote, which must have its end: on a full disk it leaves out the rest and says
+/// nothing. @throws Failure
+std::string picture_of(FILE* file, bool svg) {
+    std::string bytes;
+    std::rewind(file);
+    char block[1 << 16];
+    for (std::size_t n; (n = std::fread(block, 1, sizeof block, file)) > 0;) bytes.append(block, n);
+    const std::string_view end = svg ? std::string_view("</svg>") : "IEND";
+    const std::size_t at = bytes.rfind(end);
+    if (at == std::string::npos || bytes.size() - at - end.size() > 8)
+        throw Failure("gnuplot wrote no whole picture: is the disk full that holds /tmp?");
+    return bytes;
+}
+
+/// While it lives, no signal that a person sends ends the program.
+class Uninterrupted {
+  public:
+    Uninterrupted() {
+        sigset_t signals;
+        sigemptyset(&signals);
+        for (int signal : {SIGINT, SIGTERM, SIGHUP}) sigaddset(&signals, signal);
+        sigprocmask(SIG_BLOCK, &signals, &before_);
+    }
+    ~Uninterrupted() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+    Uninterrupted(Uninterrupted const&) = delete;
+    Uninterrupted& operator=(Uninterrupted const&) = delete;
+
+  private:
+    sigset_t before_;
+};
+
+/// Puts the bytes into the place of the file: all of them, or nothing changes. They go into a file
+/// next to it, which takes its name once they are on the disk. @throws Failure
+void write_whole(std::string const& bytes, fs::path const& path) {
+    const auto fail = [&](int error) {
+        throw Failure(fmt::format("--plot: cannot write {}: {}", path.string(),
+                                  std::strerror(error)));
+    };
+    if (std::error_code error; fs::is_directory(path, error)) fail(EISDIR);
+    const Uninterrupted uninterrupted;
+    std::string name = path.string() + ".XXXXXX";
+    const int file = mkstemp(name.data());
+    if (file < 0) fail(errno);
+    const mode_t mask = umask(0);
+    umask(mask);
+    int error = fchmod(file, 0666 & ~mask) == 0 ? 0 : errno;
+    for (std::size_t done = 0; error == 0 && done < bytes.size();) {
+        const ssize_t n = write(file, bytes.data() + done, bytes.size() - done);
+        if (n > 0)
+            done += static_cast<std::size_t>(n);
+        else if (n == 0 || errno != EINTR)
+            error = n == 0 ? ENOSPC : errno;
+    }
+    if (error == 0 && fsync(file) != 0) error = errno;
+    if (close(file) != 0 && error == 0) error = errno;
+    if (error == 0 && std::rename(name.c_str(), path.c_str()) != 0) error = errno;
+    if (error != 0) {
+        std::remove(name.c_str());
+        fail(error);
+    }
+}
 }  // namespace
 
 void Picture::add(std::string const& name, Ink ink, std::vector<XY> const& points,
@@ -293,26 +356,10 @@ void PlotFile::begin() {
 
 void PlotFile::draw(Picture const& picture) const {
     if (given_.empty()) return;
-    const std::string text = script(picture, lower(path_.extension().string()) == ".svg");
-    std::string name = path_.string() + ".XXXXXX";
-    const int file = mkstemp(name.data());
-    if (file < 0) throw Failure(fmt::format("--plot: cannot write to {}", path_.string()));
-    const mode_t mask = umask(0);
-    umask(mask);
-    try {
-        fchmod(file, 0666 & ~mask);
-        run_gnuplot(text, file);
-        struct stat status {};
-        if (fstat(file, &status) != 0 || status.st_size == 0)
-            throw Failure("gnuplot wrote no picture");
-        if (std::rename(name.c_str(), path_.c_str()) != 0)
-            throw Failure(fmt::format("--plot: cannot write to {}", path_.string()));
-    } catch (...) {
-        close(file);
-        std::remove(name.c_str());
-        throw;
-    }
-    close(file);
+    const bool svg = lower(path_.extension().string()) == ".svg";
+    const File output = nameless("the picture");
+    run_gnuplot(script(picture, svg), fileno(output.get()));
+    write_whole(picture_of(output.get(), svg), path_);
 }
 
 }  // namespace cli

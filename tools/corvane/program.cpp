@@ -6,12 +6,36 @@
 #include <fmt/format.h>
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <iostream>
+#include <new>
+#include <stdexcept>
+
+#include <fcntl.h>
+#include <signal.h>
+#include <unistd.h>
 
 namespace cli {
 namespace {
 constexpr int kFailed = 1, kWrongUse = 2;
+
+/// Where a file may grow no further, writing fails, as on a full disk, and the program goes on.
+void report_full_files() {
+    signal(SIGXFSZ, SIG_IGN);
+}
+
+/// A stream that the caller has closed must not become the next file that is opened: messages would
+/// be written into it. What then stands in its place takes no output, so that failing to write is
+/// noticed as before.
+void occupy_closed_streams() {
+    for (int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(stream, F_GETFD) < 0)
+            // Takes the lowest free number, which is this one.
+            if (open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY) != stream)
+                throw Failure("/dev/null cannot be opened");
+}
 
 bool any(CLI::App const*) {
     return true;
@@ -46,6 +70,8 @@ Command& Command::positionals(char const* name, std::vector<std::string>& values
 Command& Command::value(char const* name, std::string& value, char const* text, Rule const& rule) {
     CLI::Option* option = app_.add_option(name, value, text);
     option->required(rule.required)->type_name(rule.type);
+    const auto empty = [](std::string& v) { return std::string(v.empty() ? "no value" : ""); };
+    option->check(CLI::Validator(empty, ""));
     if (!rule.one_of.empty()) option->check(CLI::IsMember(rule.one_of).description(""));
     return *this;
 }
@@ -94,33 +120,47 @@ int Program::wrong_use(std::string text) const {
     const auto extras = app_->remaining(true);
     const std::string name = command();
     if (!extras.empty()) {
-        const std::string word = extras.front().substr(0, extras.front().find('='));
+        const std::string word = clipped(extras.front().substr(0, extras.front().find('=')));
         text = fmt::format("unexpected {}{}", word, did_you_mean(word, expected_words(*app_)));
     } else if (name.empty()) {
         std::vector<std::string> names;
         for (CLI::App const* one : app_->get_subcommands(any)) names.push_back(one->get_name());
         text = "a command is required: " + join(names, ", ");
     }
-    for (char& c : text)
-        if (c == '\n') c = ' ';
-    fmt::print(stderr, "corvane: {}{}{} (see corvane {}{}--help)\n", name, name.empty() ? "" : ": ",
-               text, name, name.empty() ? "" : " ");
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    tell(fmt::format("{}{}{} (see corvane {}{}--help)", name, name.empty() ? "" : ": ", text, name,
+                     name.empty() ? "" : " "));
     return kWrongUse;
+}
+
+int Program::parse_and_run(int argc, char** argv) {
+    try {
+        app_->parse(argc, argv);
+    } catch (CLI::Success const& e) {  // --help, --version
+        app_->exit(e);
+        if (!std::cout.flush() || std::fflush(stdout) != 0)
+            throw Failure("standard output does not take the help");
+        return 0;
+    } catch (CLI::ParseError const& e) {
+        return wrong_use(e.what());
+    }
+    return chosen_();
 }
 
 int Program::run(int argc, char** argv) {
     std::string failure;
     int code = kFailed;
     try {
-        app_->parse(argc, argv);
-        return chosen_();
-    } catch (CLI::Success const& e) {  // --help, --version
-        return app_->exit(e);
-    } catch (CLI::ParseError const& e) {
-        return wrong_use(e.what());
+        report_full_files();
+        occupy_closed_streams();
+        return parse_and_run(argc, argv);
     } catch (Misuse const& e) {
         failure = e.what();
         code = kWrongUse;
+    } catch (std::bad_alloc const&) {
+        failure = "not enough memory for what was asked";
+    } catch (std::length_error const&) {  // of a container, by numbers from a file
+        failure = "not enough memory for what was asked";
     } catch (std::exception const& e) {
         failure = e.what();
     } catch (ThException const& e) {
@@ -128,7 +168,7 @@ int Program::run(int argc, char** argv) {
     } catch (MthException const& e) {
         failure = describe(e);
     }
-    fmt::print(stderr, "corvane: {}: {}\n", command(), failure);
+    tell((command().empty() ? "" : command() + ": ") + failure);
     return code;
 }
 

@@ -54,6 +54,7 @@ class Program {
     int run(int argc, char** argv);
 
   private:
+    int parse_and_run(int argc, char** argv);
     int wrong_use(std::string text) const;
     std::string command() const;
 

@@ -103,39 +103,25 @@ Roots density_roots(Model1 const& model, double T, double p) {
     }
     const double rho = dense ? *dense : *dilute;
     roots.stable = rho;
-    if (T >= model.Tcrit()) {
-        roots.fluid = rho;
-        roots.stable_name = "fluid";
-    } else if (rho * model.vcrit() > 1.0) {
-        roots.liquid = rho;
-        roots.stable_name = "liquid";
-    } else {
-        roots.vapour = rho;
-        roots.stable_name = "vapour";
-    }
+    roots.stable_name = phase_name(model, T, rho);
+    (T >= model.Tcrit() ? roots.fluid : *roots.stable_name == 'l' ? roots.liquid : roots.vapour) =
+        rho;
     return roots;
 }
 
-std::string two_phase_note(Model1 const& model, double T, double rho, Units const& units,
-                           char const*& name) {
-    const bool stable_slope = model.pV(rho, T) > 0.0;
-    name = T >= model.Tcrit() ? "fluid" : rho * model.vcrit() > 1.0 ? "liquid" : "vapour";
-    if (!stable_slope) name = "unstable";
-    if (T < model.Tcrit()) {
-        try {
-            double p = 0, liquid = 0, vapour = 0;
-            corvane::Saturation().at_T(&model, T, 0, p, liquid, vapour);
-            if (rho > vapour && rho < liquid)
-                return fmt::format("{}, between vapour of {} and liquid of {} at {}",
-                                   stable_slope ? "metastable" : "mechanically unstable",
-                                   units.text(Quantity::density, vapour),
-                                   units.text(Quantity::density, liquid),
-                                   units.text(Quantity::pressure, p));
-        } catch (ThException const&) {  // no saturation state to compare with; the slope decides
+Saturated saturated(Model1 const& model, double T) {
+    Saturated state;
+    if (T < model.Tcrit()) try {
+            corvane::Saturation().at_T(&model, T, 0, state.p, state.liquid, state.vapour);
+            state.found = true;
+        } catch (ThException const&) {  // not found
         } catch (MthException const&) {
         }
-    }
-    return stable_slope ? "" : "mechanically unstable: the pressure falls with density";
+    return state;
+}
+
+char const* phase_name(Model1 const& model, double T, double rho) {
+    return T >= model.Tcrit() ? "fluid" : rho * model.vcrit() > 1.0 ? "liquid" : "vapour";
 }
 
 }  // namespace cli

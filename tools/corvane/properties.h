@@ -42,9 +42,14 @@ struct Roots {
 /// @throws Failure no root, or one that does not give back the pressure; ThException, MthException
 Roots density_roots(Model1 const& model, double T, double p);
 
-/// Where a given density lies at T: a note when it is inside the two-phase region ("metastable,
-/// between …"), otherwise "". `name` gets what the state is called.
-std::string two_phase_note(Model1 const& model, double T, double rho, Units const& units,
-                           char const*& name);
+/// The two phases in equilibrium at T, if there are and they are found.
+struct Saturated {
+    bool found = false;
+    double p = 0.0, liquid = 0.0, vapour = 0.0;  ///< MPa, mol/cm³
+};
+Saturated saturated(Model1 const& model, double T);
+
+/// "liquid", "vapour" or "fluid", as for Roots.
+char const* phase_name(Model1 const& model, double T, double rho);
 
 }  // namespace cli

@@ -4,33 +4,53 @@
 #include <tools/corvane/errors.h>
 #include <tools/corvane/options.h>
 #include <tools/corvane/properties.h>
+#include <tools/corvane/rows.h>
+#include <tools/corvane/text.h>
 
 #include <corvane/input/input.h>
 
 #include <fmt/format.h>
 
+#include <cctype>
+#include <cmath>
+#include <cstdio>
 #include <memory>
+
+#include <unistd.h>
 
 namespace cli {
 namespace {
-constexpr int kMostPoints = 100000;
+constexpr std::size_t kMostPoints = 100000;
 
-/// A value or a range: first, first + step, …
-struct Range {
+/// A value or a range (first, first + step, …) as it is typed; in library units.
+std::vector<double> ask(char const* symbol, Quantity quantity, Units const& units) {
+    const std::string prompt = fmt::format("{}/{}: ", symbol, units.name(quantity));
     double first = 0.0, last = 0.0, step = 1.0;
-    int count = 0;
-    double at(int k) const { return first + k * step; }
-};
-
-Range ask(std::string const& prompt) {
-    Range r;
-    r.count = read_vars(prompt.c_str(), r.first, r.last, r.step);
-    if (r.count < 1)
+    const int count = read_vars(prompt.c_str(), first, last, step);
+    if (count < 1)
         throw Failure(fmt::format(
             "\"{}\" was not answered by a number or a range such as (300 400 25)", prompt));
-    if (r.count > kMostPoints)
-        throw Failure(fmt::format("a range of {} points; {} are the most", r.count, kMostPoints));
-    return r;
+    if (static_cast<std::size_t>(count) > kMostPoints)
+        throw Failure(fmt::format("a range of {} points; {} are the most", count, kMostPoints));
+    std::vector<double> values;
+    for (int k = 0; k < count; ++k) values.push_back(units.to_library(quantity, first + k * step));
+    for (double x : {values.front(), values.back()})
+        if (!(x > 0.0) || !std::isfinite(x))
+            throw Failure(fmt::format("\"{}\" was answered by {}, which is not above zero", prompt,
+                                      units.text(quantity, x)));
+    return values;
+}
+
+/// What was typed beyond the answers would be lost without a word. From a terminal that is the rest
+/// of the line; a file or pipe is read to its end.
+void expect_no_more() {
+    const bool terminal = isatty(STDIN_FILENO) == 1;
+    std::string rest;
+    for (int c; (c = std::getchar()) != EOF && !(terminal && c == '\n') && rest.size() < 100;)
+        if (!rest.empty() || !std::isspace(c)) rest += static_cast<char>(c);
+    if (!rest.empty())
+        throw Failure(fmt::format("more was given than the two answers: '{}'",
+                                  clipped(trimmed(rest.substr(0, rest.find('\n'))))));
 }
 
 struct RangeCommand {
@@ -72,44 +92,39 @@ int RangeCommand::run() {
     Fluid fluid = options.open();
     Units const& units = options.units;
     const auto columns = chosen(fluid.ideal.has_value());
-    const Range T = ask(fmt::format("T/{}: ", units.name(Quantity::temperature)));
-    const Range p = ask(fmt::format("p/{}: ", units.name(Quantity::pressure)));
-    if (static_cast<long>(T.count) * p.count > kMostPoints)
-        throw Failure(fmt::format("more than {} points", kMostPoints));
+    const auto temperatures = ask("T", Quantity::temperature, units);
+    const auto pressures = ask("p", Quantity::pressure, units);
+    expect_no_more();
+    const std::size_t asked = temperatures.size() * pressures.size();
+    if (asked > kMostPoints) throw Failure(fmt::format("more than {} points", kMostPoints));
     Table table;
     table.columns = {{"T", units.name(Quantity::temperature), "temperature", true},
                      {"p", units.name(Quantity::pressure), "pressure", true},
                      {"phase", "", "stable phase"}};
     for (Property const* property : columns)
         table.columns.push_back({property->name, units.name(property->quantity), property->text});
-    int failures = 0;
-    for (int i = 0; i < T.count; ++i)
-        for (int k = 0; k < p.count; ++k) {
-            Row row{{T.at(i), p.at(k)}, ""};
-            const double T_ = units.to_library(Quantity::temperature, T.at(i));
-            const double p_ = units.to_library(Quantity::pressure, p.at(k));
-            try {
-                asking(fmt::format("{} at T = {}, p = {}", fluid.name(),
-                                   units.text(Quantity::temperature, T_),
-                                   units.text(Quantity::pressure, p_)),
-                       [&] {
-                           const Roots roots = density_roots(*fluid.model, T_, p_);
-                           row.cells.emplace_back(std::string(roots.stable_name));
-                           const State state{fluid.model.get(), T_, p_, roots.stable};
-                           for (Property const* property : columns)
-                               row.cells.emplace_back(
-                                   units.from_library(property->quantity, property->value(state)));
-                       });
-                row.note = extrapolated(fluid, T_, p_, true, units);
-            } catch (Failure const& failure) {
-                ++failures;
-                row.cells.resize(table.columns.size());
-                row.note = std::string("failed: ") + failure.what();
-            }
-            table.rows.push_back(std::move(row));
-        }
-    write(heading("range", fluid, units), table, options.style);
-    return failures == 0 ? 0 : 1;
+    Rows rows("range", table, asked);
+    rows.each(temperatures, pressures, [&](double T, double p) {
+        const Rows::Given given = {{0, units.from_library(Quantity::temperature, T)},
+                                   {1, units.from_library(Quantity::pressure, p)}};
+        return rows.add(
+            fmt::format("{} at T = {}, p = {}", fluid.name(), units.text(Quantity::temperature, T),
+                        units.text(Quantity::pressure, p)),
+            given, [&] {
+                const Roots roots = density_roots(*fluid.model, T, p);
+                Row row{{given[0].second, given[1].second, std::string(roots.stable_name)},
+                        extrapolated(fluid, T, p, true, units)};
+                const State state{fluid.model.get(), T, p, roots.stable};
+                for (Property const* property : columns)
+                    row.cells.emplace_back(
+                        units.from_library(property->quantity, property->value(state)));
+                return row;
+            });
+    });
+    Heading head = heading("range", fluid, units);
+    const int code = rows.finish(head);
+    write(head, table, options.style);
+    return code;
 }
 }  // namespace
 

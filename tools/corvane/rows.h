@@ -29,6 +29,14 @@ class Rows {
     bool add_all(std::string const& what, Given const& given,
                  std::function<std::vector<Row>()> const& f);
 
+    /// point(a, b) for every pair, the first the slower, until it returns false.
+    template <class First, class Second, class F>
+    static void each(First const& firsts, Second const& seconds, F point) {
+        for (auto const& a : firsts)
+            for (auto const& b : seconds)
+                if (!point(a, b)) return;
+    }
+
     /// For a trace within f.
     corvane::Progress progress() { return watch_.progress(); }
 

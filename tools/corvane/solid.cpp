@@ -157,7 +157,7 @@ int SolidCommand::run() {
     if (melting.empty()) {
         given = positive_points(T, "--T", Quantity::temperature, units);
         if (!p.empty()) {
-            p_ = positive_points(p, "--p", Quantity::pressure, units).front();
+            p_ = positive(p, "--p", Quantity::pressure, units);
             solve = &SolidCommand::properties_at;
         }
     } else {

@@ -147,14 +147,14 @@ int SolubilityCommand::run() {
                                            mixture.component(1 - s_)));
     Table table{columns(mixture), {}};
     Rows rows("solubility", table, temperatures.size() * pressures.size());
-    for (double p_ : pressures)
-        for (double T_ : temperatures)
-            rows.add(state(mixture, units, T_, p_), given(units, T_, p_), [&] {
-                if (T_ > top)
-                    throw Failure(fmt::format("the data of solid {} end at {}", name,
-                                              units.text(Quantity::temperature, top)));
-                return point(mixture, T_, p_);
-            });
+    rows.each(pressures, temperatures, [&](double p_, double T_) {
+        return rows.add(state(mixture, units, T_, p_), given(units, T_, p_), [&] {
+            if (T_ > top)
+                throw Failure(fmt::format("the data of solid {} end at {}", name,
+                                          units.text(Quantity::temperature, top)));
+            return point(mixture, T_, p_);
+        });
+    });
     const int code = rows.finish(head);
     write(head, table, options.style);
     return code;

@@ -120,10 +120,10 @@ int SplitCommand::run() {
     head.remarks.emplace_back("phase 1 has the higher molar density");
     Table table{columns(mixture), {}};
     Rows rows("split", table, temperatures.size() * pressures.size());
-    for (double T_ : temperatures)
-        for (double p_ : pressures)
-            rows.add(state(mixture, units, T_, p_), given(units, T_, p_),
-                     [&] { return point(mixture, p_, T_); });
+    rows.each(temperatures, pressures, [&](double T_, double p_) {
+        return rows.add(state(mixture, units, T_, p_), given(units, T_, p_),
+                        [&] { return point(mixture, p_, T_); });
+    });
     const int code = rows.finish(head);
     write(head, table, options.style);
     return code;

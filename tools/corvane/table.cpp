@@ -26,7 +26,7 @@ struct Printer {
     std::string operator()(std::monostate) const { return ""; }
     std::string operator()(double x) const { return print(x, column, full); }
     std::string operator()(long n) const { return fmt::format("{}", n); }
-    std::string operator()(std::string const& word) const { return word; }
+    std::string operator()(std::string const& word) const { return printable(word); }
 };
 
 std::string print(Cell const& cell, Column const& column, bool full) {
@@ -37,11 +37,11 @@ std::string heading_lines(Heading const& heading) {
     std::string text = fmt::format("# corvane {}  {}", CORVANE_VERSION, heading.command);
     for (auto const& [name, value] : heading.fields) {
         const std::string word = print(value, Column{}, false);
-        text +=
-            name == "comment" ? fmt::format(" {{{}}}", word) : fmt::format("  {} {}", name, word);
+        text += name == "comment" ? fmt::format(" {{{}}}", word)
+                                  : fmt::format("  {} {}", printable(name), word);
     }
     text += '\n';
-    for (std::string const& remark : heading.remarks) text += "# " + remark + '\n';
+    for (std::string const& remark : heading.remarks) text += "# " + printable(remark) + '\n';
     return text;
 }
 
@@ -84,7 +84,7 @@ std::string to_text(Table const& table, bool full) {
         for (std::size_t k = 0; k < row.cells.size(); ++k)
             if (!table.columns[k].detail)
                 lines.back().push_back(or_dash(print(row.cells[k], table.columns[k], full)));
-        if (!row.note.empty()) lines.back().push_back("# " + row.note);
+        if (!row.note.empty()) lines.back().push_back("# " + printable(row.note));
     }
     return aligned(lines);
 }
@@ -102,7 +102,7 @@ std::string to_upright_text(Table const& table, bool full) {
     std::string text = aligned(lines);
     for (Row const& row : table.rows)
         if (!row.note.empty())
-            text += "# " + print(row.cells[0], Column{}, full) + ": " + row.note + '\n';
+            text += "# " + print(row.cells[0], Column{}, full) + ": " + printable(row.note) + '\n';
     return text;
 }
 
@@ -122,7 +122,7 @@ std::string to_csv(Table const& table, bool full) {
         line.clear();
         for (std::size_t k = 0; k < row.cells.size(); ++k)
             line.push_back(quoted(print(row.cells[k], table.columns[k], full)));
-        line.push_back(quoted(row.note));
+        line.push_back(quoted(printable(row.note)));
         text += join(line, ",") + '\n';
     }
     return text;
@@ -130,9 +130,10 @@ std::string to_csv(Table const& table, bool full) {
 }  // namespace
 
 std::string Column::heading() const {
-    if (unit.empty()) return name;
-    return unit.find_first_of("/ ") == std::string::npos ? name + '/' + unit
-                                                         : name + "/(" + unit + ')';
+    const std::string word = printable(name);
+    if (unit.empty()) return word;
+    return unit.find_first_of("/ ") == std::string::npos ? word + '/' + unit
+                                                         : word + "/(" + unit + ')';
 }
 
 std::vector<Fields>& list(Heading& heading, std::string const& name) {
@@ -152,7 +153,8 @@ void write(Heading const& heading, Table const& table, Style const& style) {
         else
             text += style.upright ? to_upright_text(table, style.full) : to_text(table, style.full);
         if (style.heading)
-            for (std::string const& line : heading.summary) text += "# " + line + '\n';
+            for (std::string const& line : heading.summary)
+                text += "# " + printable(line) + '\n';
     }
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0)
         throw Failure("standard output does not take the result");

@@ -35,6 +35,16 @@ inline std::string lower(std::string_view text) {
     return result;
 }
 
+/// What a terminal shows as it stands: valid UTF-8 without control characters, each of which, and
+/// each byte of what is no UTF-8, becomes '?'.
+std::string printable(std::string_view text);
+
+/// A word of a user as messages repeat it: the first of more than 60 bytes, then "...".
+inline std::string clipped(std::string_view word) {
+    constexpr std::size_t kMost = 60;
+    return word.size() <= kMost ? std::string(word) : std::string(word.substr(0, kMost)) + "...";
+}
+
 /// Without blanks, tabs and line ends at both ends.
 inline std::string trimmed(std::string_view text) {
     constexpr char const* blanks = " \t\r\n";

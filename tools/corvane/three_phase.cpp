@@ -75,7 +75,7 @@ int SpecialStates<Kind>::points(MixtureFluid const& mixture, BinaryLines& result
     typename Kind::How how;
     how.validity = &mixture.validity;
     if (!limits.p_max.empty())
-        how.p_max = positive_points(limits.p_max, "--p-max", Quantity::pressure, units).front();
+        how.p_max = positive(limits.p_max, "--p-max", Quantity::pressure, units);
     const auto solve = [&](double value) {
         return by_T ? Kind::at_T(*mixture.model, value, how)
                     : Kind::at_p(*mixture.model, value, how);
@@ -119,6 +119,8 @@ int SpecialStates<Kind>::run() {
     if (!T.empty() && !p.empty()) throw Misuse("give --T or --p, or neither for whole lines");
     const bool whole = T.empty() && p.empty();
     if (plot && !whole) throw Misuse("--plot draws whole lines: give neither --T nor --p");
+    if (!limits.T_min.empty() && !whole)
+        throw Misuse("--T-min ends whole lines: give neither --T nor --p");
     plot.begin();
     options.begin();
     const MixtureFluid mixture = open_binary(request);

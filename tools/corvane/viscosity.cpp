@@ -4,6 +4,7 @@
 #include <tools/corvane/numbers.h>
 #include <tools/corvane/options.h>
 #include <tools/corvane/properties.h>
+#include <tools/corvane/rows.h>
 
 #include <fmt/format.h>
 
@@ -99,13 +100,20 @@ int ViscosityCommand::run() {
              Column{"pr", units.name(Quantity::pressure), "repulsive pressure"},
              Column{"pa", units.name(Quantity::pressure), "attractive pressure"}});
     }
-    for (double T_ : temperatures)
-        for (auto const& p_ : pressures)
-            table.rows.push_back(asking(
-                fmt::format("{} at T = {}", fluid.name(), units.text(Quantity::temperature, T_)),
-                [&] { return row(fluid, T_, p_); }));
+    Rows rows("viscosity", table, temperatures.size() * pressures.size());
+    rows.each(temperatures, pressures, [&](double T_, std::optional<double> p_) {
+        std::string what =
+            fmt::format("{} at T = {}", fluid.name(), units.text(Quantity::temperature, T_));
+        Rows::Given given = {{0, units.from_library(Quantity::temperature, T_)}};
+        if (p_) {
+            what += ", p = " + units.text(Quantity::pressure, *p_);
+            given.emplace_back(1, units.from_library(Quantity::pressure, *p_));
+        }
+        return rows.add(what, given, [&] { return row(fluid, T_, p_); });
+    });
+    const int code = rows.finish(head);
     write(head, table, options.style);
-    return 0;
+    return code;
 }
 }  // namespace
 

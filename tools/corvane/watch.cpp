@@ -1,3 +1,4 @@
+#include <tools/corvane/errors.h>
 #include <tools/corvane/watch.h>
 
 #include <fmt/format.h>
@@ -13,6 +14,11 @@ using Clock = std::chrono::steady_clock;
 constexpr auto kFirst = std::chrono::milliseconds(300), kNext = std::chrono::milliseconds(100);
 
 volatile sig_atomic_t interrupted_ = 0;
+
+void show(std::string const& text) {
+    std::fwrite(text.data(), 1, text.size(), stderr);
+    std::fflush(stderr);
+}
 
 extern "C" void on_interrupt(int) {
     interrupted_ = 1;
@@ -42,8 +48,7 @@ bool Watch::interrupted() {
 bool Watch::go_on() {
     ++points_;
     if (terminal_ && Clock::now() >= next_) {
-        fmt::print(stderr, "\r{}: {} points (Ctrl-C ends, keeping them)\033[K", what_, points_);
-        std::fflush(stderr);
+        show(fmt::format("\r{}: {} points (Ctrl-C ends, keeping them)\033[K", what_, points_));
         shown_ = true;
         next_ = Clock::now() + kNext;
     }
@@ -55,13 +60,13 @@ corvane::Progress Watch::progress() {
 }
 
 void Watch::wipe() {
-    if (shown_) fmt::print(stderr, "\r\033[K");
+    if (shown_) show("\r\033[K");
     shown_ = false;
 }
 
 void Watch::say(std::string const& command, std::string const& text) {
     wipe();
-    fmt::print(stderr, "corvane: {}: {}\n", command, text);
+    tell(command + ": " + text);
 }
 
 }  // namespace cli

@@ -152,10 +152,10 @@ corvane::DiagramOptions XyDiagram::how() const {
     corvane::DiagramOptions result;
     result.p_max = 100.0;
     if (!p_max.empty())
-        result.p_max = positive_points(p_max, "--p-max", Quantity::pressure, options.units).front();
+        result.p_max = positive(p_max, "--p-max", Quantity::pressure, options.units);
     if (!T_min.empty())
         result.T_min =
-            positive_points(T_min, "--T-min", Quantity::temperature, options.units).front();
+            positive(T_min, "--T-min", Quantity::temperature, options.units);
     result.step = !step.empty() ? number(step, "--step") : plot ? 0.01 : 0.05;
     if (!(result.step > 0.0 && result.step <= 0.5)) throw Misuse("--step: from above 0 to 0.5");
     return result;
