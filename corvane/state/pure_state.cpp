@@ -75,11 +75,12 @@ class Solver {
         return state;
     }
 
-    std::optional<PureState> at_pT(double p, double T) const {
-        const double rho = root(p, T, 2);
+    /// On the density root that a phase code names.
+    std::optional<PureState> at_p(double p, double T, int phase) const {
+        const double rho = root(p, T, phase);
         if (!(rho > 0)) return std::nullopt;
         PureState state = one(T, rho);
-        state.p = p;
+        state.p = p;  // not what rounding of a liquid's density makes of it
         return state;
     }
 
@@ -223,8 +224,7 @@ class Solver {
         std::vector<PureState> found;
         const auto branch = [&](double from, double to, int phase) {
             crossings(isobaric(p, target, phase), std::log(from), std::log(to), [&](double t) {
-                const double T = std::exp(t), rho = root(p, T, phase);
-                if (rho > 0) found.push_back(one(T, rho));
+                if (const auto state = at_p(p, std::exp(t), phase)) found.push_back(*state);
             });
         };
         if (const auto s = at_p(p)) {
@@ -255,7 +255,7 @@ class Solver {
             rising(isobaric(p, target, phase), std::log(from), std::log(to), std::log(start));
         if (beyond) *beyond = t;
         if (!std::isfinite(t)) return std::nullopt;
-        return one(std::exp(t), root(p, std::exp(t), phase));
+        return at_p(p, std::exp(t), phase);
     }
 
     /// The value less the target on the root of `phase`, as a function of ln T.
@@ -333,7 +333,7 @@ std::vector<PureState> pure_states(Model1 const& model, Given a, Given b,
     if (a.what == b.what) {
         throw ThException(th_out_of_range);
     } else if (a.what == Quantity::T && b.what == Quantity::p) {
-        if (auto state = solver.at_pT(b.value, a.value)) found.push_back(*state);
+        if (auto state = solver.at_p(b.value, a.value, 2)) found.push_back(*state);
     } else if (b.what == Quantity::q) {
         if (a.what == Quantity::T)
             return saturated(solver.at_T(a.value), b.value);

@@ -1,0 +1,49 @@
+"""Thermodynamic properties and certified phase equilibria from equations of state.
+
+>>> import corvane as cv
+>>> co2 = cv.Fluid("CO2")
+>>> round(float(co2.state(T=300.0, p=1e6).rho), 1)
+18.6...
+
+Units: K, Pa, mol/m³, J/mol, J/(mol K), m/s, kg/mol; mole fractions. Every argument takes scalars or
+arrays that broadcast against each other; compositions have the components on their last axis.
+"""
+
+from ._native import EquilibriumError, OpenError
+from .catalogue import data_home, equations, mixture_models, search
+from .fluid import Fluid, Saturation, State
+from .mixture import (
+    CriticalLine,
+    CriticalPoints,
+    Diagram,
+    Envelope,
+    FlashResult,
+    Mixture,
+    MixtureState,
+    SaturationPoints,
+)
+from .status import Interrupted, Status
+
+__version__ = "0.1.0"
+
+__all__ = [
+    "CriticalLine",
+    "CriticalPoints",
+    "Diagram",
+    "Envelope",
+    "EquilibriumError",
+    "FlashResult",
+    "Fluid",
+    "Interrupted",
+    "Mixture",
+    "MixtureState",
+    "OpenError",
+    "Saturation",
+    "SaturationPoints",
+    "State",
+    "Status",
+    "data_home",
+    "equations",
+    "mixture_models",
+    "search",
+]

@@ -1,0 +1,279 @@
+"""Pure fluids."""
+
+from __future__ import annotations
+
+from typing import Any, ClassVar
+
+import numpy as np
+from numpy.typing import ArrayLike
+
+from . import _native
+from .arrays import flat, magnitude
+from .results import Table, figure_axes
+from .status import judge
+
+_CODES = {"T": 0, "p": 1, "rho": 2, "h": 3, "s": 4, "u": 5, "q": 6}
+_STATE = ("T", "p", "rho", "h", "s", "u", "q")
+_PHASE = ("p", "Z", "u", "h", "s", "g", "a", "cv", "cp", "w", "mu_JT", "kappa_T", "alpha_p", "dp_dT",
+          "dp_drho", "M")  # fmt: skip
+
+
+class State(Table):
+    """States of a pure fluid. Attributes, all of the shape of the arguments:
+
+    T (K), p (Pa), rho (mol/m³), h, u, g, a (J/mol), s, cv, cp (J/(mol K)), w (speed of sound, m/s),
+    Z (–), mu_JT (Joule–Thomson coefficient, K/Pa), kappa_T (1/Pa), alpha_p (1/K), dp_dT (Pa/K),
+    dp_drho (Pa m³/mol), M (kg/mol), q (vapour fraction; not-a-number in one phase), rho_liquid and
+    rho_vapour (mol/m³, in two phases), status.
+
+    In two phases rho, h, s and u are those of the whole, and what belongs to one phase only (cp, w, …)
+    is not-a-number. What needs ideal-gas data is, too, where the substance has none.
+    """
+
+    columns: ClassVar[tuple[str, ...]] = (*_STATE, "Z", "g", "a", "cv", "cp", "w", "mu_JT", "kappa_T",
+                                          "alpha_p", "dp_dT", "dp_drho", "M", "rho_liquid",
+                                          "rho_vapour")  # fmt: skip
+
+    def __init__(self, values: dict[str, np.ndarray], status: np.ndarray):
+        for name in self.columns:
+            setattr(self, name, values[name])
+        self.status = status
+
+    @property
+    def v(self) -> np.ndarray:
+        """Molar volume, m³/mol."""
+        return 1.0 / self.rho
+
+    @property
+    def rho_mass(self) -> np.ndarray:
+        """Mass density, kg/m³."""
+        return self.rho * self.M
+
+
+class Saturation(Table):
+    """Vapour–liquid equilibria of a pure fluid.
+
+    Attributes: T (K), p (Pa), rho_liquid, rho_vapour (mol/m³), h_vaporisation (J/mol), status; and
+    ``liquid``, ``vapour``: the saturated phases as :class:`State`.
+    """
+
+    columns: ClassVar[tuple[str, ...]] = ("T", "p", "rho_liquid", "rho_vapour", "h_vaporisation")
+
+    def __init__(self, rows: np.ndarray, status: np.ndarray, liquid: State, vapour: State, name: str):
+        self.T, self.p, self.rho_liquid, self.rho_vapour = (rows[..., k] for k in range(4))
+        self.liquid, self.vapour, self.status = liquid, vapour, status
+        self.h_vaporisation = vapour.h - liquid.h
+        self._name = name
+
+    def plot(self, ax: Any = None) -> Any:
+        """Vapour pressure over temperature, in ``ax`` or new axes of matplotlib."""
+        ax = figure_axes(ax)
+        order = np.argsort(np.ravel(self.T))
+        ax.plot(np.ravel(self.T)[order], np.ravel(self.p)[order] / 1e6, label=self._name)
+        ax.set(xlabel="T / K", ylabel="p / MPa", yscale="log")
+        return ax
+
+
+class Fluid:
+    """A pure substance with an equation of state.
+
+    Parameters
+    ----------
+    substance : str
+        Name, synonym, CAS number or formula: ``"CO2"``, ``"propane"``, ``"74-98-6"``.
+    eos : str, optional
+        ``"MEOS"`` (reference equations), ``"PCSAFT"``, ``"PR"``, ``"SRK"``. Default: the first of these
+        that has parameters.
+    set : int, optional
+        Number of the parameter set; default: the recommended one.
+    home : str, optional
+        Data home; default: see :func:`corvane.data_home`.
+
+    Raises
+    ------
+    corvane.OpenError
+        Unknown substance, equation or set: one sentence with what there is.
+
+    Objects hold no state but their parameters: threads may share one while nobody changes these.
+    """
+
+    def __init__(self, substance: str, eos: str = "", *, set: int = 0, home: str | None = None):
+        self._native = _native.Fluid.open(eos, substance, set, home)
+        self._home = home
+        self._changed: dict[int, float] = {}
+
+    # ---- what it is
+
+    @property
+    def name(self) -> str:
+        """Name of the substance in the data home."""
+        return self._native.substance
+
+    @property
+    def eos(self) -> str:
+        return self._native.equation
+
+    @property
+    def set(self) -> int:
+        return self._native.set
+
+    @property
+    def source(self) -> str:
+        """Where the parameters come from."""
+        return self._native.source or self._native.comment
+
+    @property
+    def M(self) -> float:
+        """Molar mass, kg/mol."""
+        return self._native.M
+
+    @property
+    def T_critical(self) -> float:
+        """Critical temperature of the equation, K."""
+        return self._native.T_critical
+
+    @property
+    def p_critical(self) -> float:
+        """Critical pressure of the equation, Pa."""
+        return self._native.p_critical
+
+    @property
+    def rho_critical(self) -> float:
+        """Critical density of the equation, mol/m³."""
+        return self._native.rho_critical
+
+    @property
+    def valid(self) -> dict[str, float]:
+        """Published range of the parameters: T_min, T_max (K), p_max (Pa); not-a-number: unknown."""
+        n = self._native
+        return {"T_min": n.T_min, "T_max": n.T_max, "p_max": n.p_max}
+
+    @property
+    def parameters(self) -> np.ndarray:
+        """Parameters of the equation, in the library's order and units (a copy)."""
+        return np.asarray(self._native.parameters)
+
+    def set_parameter(self, index: int, value: float) -> None:
+        """Changes one parameter of this object."""
+        self._native.set_parameter(index, value)
+        self._changed[index] = float(value)
+
+    # ---- states
+
+    def state(self, *, threads: int = 1, errors: str | None = None, **given: ArrayLike) -> State:
+        """Stable states from two of T, p, rho (or v), h, s, u, q.
+
+        Parameters
+        ----------
+        T, p, rho, v, h, s, u, q : array_like
+            Exactly two of: temperature (K), pressure (Pa), density (mol/m³) or volume (m³/mol),
+            enthalpy, internal energy (J/mol), entropy (J/(mol K)), vapour fraction (0 to 1). They
+            broadcast. Pairs: T or p with any other; rho with h, s, u; h with s.
+        threads : int
+            0: as many as the machine has.
+        errors : {"raise", "nan"}, optional
+            What to do about elements without a state. Default: raise for a single state, not-a-number
+            and ``status`` in arrays.
+
+        Examples
+        --------
+        >>> corvane.Fluid("water").state(T=300.0, p=1e5).cp.round(2)
+        75.31
+        """
+        names, arrays, shape = self._given(given)
+        out = self._native.states(_CODES[names[0]], arrays[0], _CODES[names[1]], arrays[1], threads)
+        return self._states(out, shape, errors)
+
+    def states(self, **given: float) -> State:
+        """All stable states with two given values, as :meth:`state`: cold water has two temperatures of
+        one density. One axis."""
+        names, arrays, shape = self._given(given)
+        if shape:
+            raise ValueError("states() takes single values; state() takes arrays")
+        a, b = (float(x[0]) for x in arrays)
+        out = self._native.all_states(_CODES[names[0]], a, _CODES[names[1]], b)
+        return self._states(out, (len(out[1]),), "nan")
+
+    def phase(self, T: ArrayLike, rho: ArrayLike, *, threads: int = 1, errors: str | None = None) -> State:
+        """Properties of the homogeneous phase at T (K) and rho (mol/m³), stable or not: the fastest way
+        from T and rho to p, h, s, c_p, w."""
+        shape, (t, r) = flat(T=T, rho=rho)
+        values, status, words, done = self._native.properties(t, r, threads)
+        status = status.reshape(shape)
+        columns = {name: values[:, k].reshape(shape) for k, name in enumerate(_PHASE)}
+        missing = np.full(shape, np.nan)
+        columns.update(T=t.reshape(shape), rho=r.reshape(shape), q=missing, rho_liquid=missing,
+                       rho_vapour=missing)  # fmt: skip
+        return judge(State(columns, status), status, words, done, errors)
+
+    def density(self, T: ArrayLike, p: ArrayLike, phase: str = "liquid", *, threads: int = 1,
+                errors: str | None = None) -> np.ndarray:  # fmt: skip
+        """Density (mol/m³) of the densest (``"liquid"``) or thinnest (``"vapour"``) root at T (K) and
+        p (Pa), metastable ones included; the stable one is ``state(T=T, p=p).rho``."""
+        code = {"liquid": 1, "vapour": 3}[phase]
+        shape, (t, q) = flat(T=T, p=p)
+        values, status, words, done = self._native.densities(t, q, code, threads)
+        return judge(values.reshape(shape), status.reshape(shape), words, done, errors)
+
+    def saturation(self, *, T: ArrayLike | None = None, p: ArrayLike | None = None, threads: int = 1,
+                   errors: str | None = None) -> Saturation:  # fmt: skip
+        """Vapour–liquid equilibrium at T (K) or p (Pa).
+
+        >>> round(float(corvane.Fluid("water").saturation(T=373.15).p))
+        1014...
+        """
+        if (T is None) == (p is None):
+            raise TypeError("give T or p")
+        shape, (x,) = flat(T=T) if p is None else flat(p=p)
+        values, status, words, done = self._native.saturation(p is None, x, threads)
+        rows, status = values.reshape(*shape, 4), status.reshape(shape)
+        liquid, vapour = (self.phase(rows[..., 0], rows[..., k], errors="nan") for k in (2, 3))
+        name = f"{self.name} ({self.eos})"
+        return judge(Saturation(rows, status, liquid, vapour, name), status, words, done, errors)
+
+    def virial(self, T: ArrayLike, order: int = 2) -> np.ndarray:
+        """Virial coefficient of this order at T (K), (m³/mol)^(order − 1)."""
+        T = np.asarray(magnitude(T, "T"), dtype=float)
+        return np.vectorize(lambda t: self._native.virial(t, order), otypes=[float])(T)
+
+    # ---- inside
+
+    def _given(self, given: dict[str, Any]) -> tuple[list[str], list[np.ndarray], tuple[int, ...]]:
+        if "v" in given:
+            v = np.asarray(magnitude(given.pop("v"), "v"), dtype=float)
+            given = {**given, "rho": 1.0 / v}
+        names = [name for name in given if name in _CODES]
+        if len(names) != 2 or len(given) != 2:
+            raise TypeError("give two of T, p, rho (or v), h, s, u, q")
+        shape, arrays = flat(**given)
+        return names, arrays, shape
+
+    def _states(self, out: tuple[Any, ...], shape: tuple[int, ...], errors: str | None) -> State:
+        values, status, words, done = out
+        status = status.reshape(shape)
+        names = (*_PHASE, *_STATE)  # those of the whole hold where both have a name
+        index = {name: len(_STATE) + k for k, name in enumerate(_PHASE)}
+        index.update({name: k for k, name in enumerate(_STATE)})
+        columns = {name: values[:, index[name]].reshape(shape) for name in names}
+        columns["rho_liquid"], columns["rho_vapour"] = (
+            values[:, len(_STATE) + len(_PHASE) + k].reshape(shape) for k in (0, 1)
+        )
+        columns["M"] = np.where(np.isnan(columns["T"]), np.nan, self.M)
+        return judge(State(columns, status), status, words, done, errors)
+
+    def __reduce__(self) -> tuple[Any, ...]:
+        return _reopen, (self.name, self.eos, self.set, self._home, self._changed)
+
+    def __repr__(self) -> str:
+        return f"Fluid({self.name!r}, {self.eos!r}, set={self.set})"
+
+    def _repr_html_(self) -> str:
+        return (f"<b>{self.name}</b>, {self.eos} set {self.set}<br>T<sub>c</sub> = {self.T_critical:.6g} K, "
+                f"p<sub>c</sub> = {self.p_critical / 1e6:.6g} MPa<br><small>{self.source}</small>")  # fmt: skip
+
+
+def _reopen(name: str, eos: str, set: int, home: str | None, changed: dict[int, float]) -> Fluid:
+    fluid = Fluid(name, eos, set=set, home=home)
+    for index, value in changed.items():
+        fluid.set_parameter(index, value)
+    return fluid

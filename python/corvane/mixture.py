@@ -1,0 +1,432 @@
+"""Mixtures: properties, certified equilibria, diagrams."""
+
+from __future__ import annotations
+
+from typing import Any, ClassVar, Mapping, Sequence
+
+import numpy as np
+from numpy.typing import ArrayLike
+
+from . import _native
+from .arrays import flat_with_composition, magnitude
+from .fluid import _PHASE
+from .results import Table, figure_axes
+from .status import judge
+
+_BRANCH = {"any": 0, "lower": 1, "upper": 2}
+_ROOT = {"liquid": 1, "stable": 2, "vapour": 3}
+
+
+class _OfComponents(Table):
+    """A table whose compositions are named after the components."""
+
+    _components: Sequence[str] = ()
+
+    def _label(self, k: int) -> str:
+        return self._components[k] if k < len(self._components) else str(k)
+
+
+class MixtureState(_OfComponents):
+    """One homogeneous phase of a mixture. Attributes, of the broadcast shape of the arguments: those of
+    :class:`corvane.State` without the two-phase ones, and x (mole fractions, components last)."""
+
+    columns: ClassVar[tuple[str, ...]] = ("T", "rho", *_PHASE, "x")
+
+    def __init__(self, columns: dict[str, np.ndarray], status: np.ndarray, components: Sequence[str]):
+        for name in self.columns:
+            setattr(self, name, columns[name])
+        self.status, self._components = status, components
+
+
+class FlashResult(_OfComponents):
+    """Stable states: phases and their amounts, certified.
+
+    Attributes, of the broadcast shape of the arguments: T (K), p (Pa), rho (mol/m³, of the whole), h
+    (J/mol), s (J/(mol K)), phases (their number), tpd (lowest tangent-plane distance found, over RT),
+    x_error (bound of the error of the compositions, where known), status. With one axis more, for the
+    phases in order of falling mass density (not-a-number where there are fewer): fraction,
+    rho_phase (mol/m³); with two axes more: x (phase, component).
+    """
+
+    columns: ClassVar[tuple[str, ...]] = ("T", "p", "rho", "h", "s", "phases", "tpd", "x_error")
+
+    def __init__(self, values: np.ndarray, status: np.ndarray, components: Sequence[str]):
+        n = len(components)
+        for k, name in enumerate(self.columns):
+            setattr(self, name, values[..., k])
+        slots = values[..., 8:].reshape(*status.shape, n + 1, n + 2)
+        self.fraction, self.rho_phase, self.x = slots[..., 0], slots[..., 1], slots[..., 2:]
+        self.status, self._components = status, components
+
+    def __repr__(self) -> str:
+        text = super().__repr__()
+        if np.shape(self.status) or self.status:
+            return text
+        for k in range(int(self.phases)):
+            x = ", ".join(f"{c} {v:.6g}" for c, v in zip(self._components, self.x[k]))
+            text += f"\n  phase {k + 1}: {self.fraction[k]:.6g} of the whole, {self.rho_phase[k]:.6g} mol/m**3, {x}"
+        return text
+
+
+class SaturationPoints(_OfComponents):
+    """Certified bubble or dew points.
+
+    Attributes: T (K), p (Pa), rho, rho_incipient (mol/m³), y (composition of the incipient phase,
+    components last), value_error (bound of the relative error of p, or of T where p was given), x_error
+    (bound of that of the compositions), status. The bounds are not-a-number where none are known.
+    """
+
+    columns: ClassVar[tuple[str, ...]] = ("T", "p", "rho", "rho_incipient", "value_error", "x_error", "y")
+
+    def __init__(self, values: np.ndarray, status: np.ndarray, components: Sequence[str]):
+        for k, name in enumerate(self.columns[:-1]):
+            setattr(self, name, values[..., k])
+        self.y, self.status, self._components = values[..., 6:], status, components
+
+
+class Envelope(_OfComponents):
+    """A phase envelope, from the dew side at low pressure on.
+
+    Attributes, one axis: T (K), p (Pa), rho, rho_incipient (mol/m³), bubble (the incipient phase is the
+    lighter one), unstable (a third phase is more stable), y (components last); critical, cricondentherm,
+    cricondenbar: lists of (T, p); closed: whether it came back to low pressure.
+    """
+
+    columns: ClassVar[tuple[str, ...]] = ("T", "p", "rho", "rho_incipient", "y")
+
+    def __init__(self, d: dict[str, Any], components: Sequence[str]):
+        points = d["points"]
+        self.T, self.p, self.rho, self.rho_incipient = (points[:, k] for k in range(4))
+        self.bubble, self.unstable = points[:, 4] > 0, points[:, 5] > 0
+        self.y, self.status = points[:, 6:], np.zeros(len(points), dtype=np.int8)
+        for name in ("critical", "cricondentherm", "cricondenbar"):
+            setattr(self, name, [tuple(row[:2]) for row in d[name]])
+        self.closed, self._components = d["closed"], components
+
+    def plot(self, ax: Any = None) -> Any:
+        """Pressure over temperature, critical points marked."""
+        ax = figure_axes(ax)
+        for bubble, label in ((True, "bubble points"), (False, "dew points")):
+            here = self.bubble == bubble
+            ax.plot(np.where(here, self.T, np.nan), np.where(here, self.p, np.nan) / 1e6, label=label)
+        for T, p in self.critical:
+            ax.plot(T, p / 1e6, "ko", label="critical")
+        ax.set(xlabel="T / K", ylabel="p / MPa")
+        ax.legend()
+        return ax
+
+
+class Branch(Table):
+    """Tie lines of a binary, one axis: T (K), p (Pa), x and y (mole fraction of the first component in
+    both phases), rho_x, rho_y (mol/m³); kind, begin, end in words; azeotropes: rows (T, p, x)."""
+
+    columns: ClassVar[tuple[str, ...]] = ("T", "p", "x", "y", "rho_x", "rho_y")
+
+    def __init__(self, d: dict[str, Any]):
+        points = d["points"]
+        for k, name in enumerate(self.columns):
+            setattr(self, name, points[:, k])
+        self.status = np.zeros(len(points), dtype=np.int8)
+        self.kind, self.begin, self.end = d["kind"], d["begin"], d["end"]
+        self.azeotropes = d["azeotropes"][:, :3]
+
+
+class Diagram:
+    """All stable two-phase states of a binary at one T or p.
+
+    Attributes: branches (list of :class:`Branch`), three_phase (array of rows T/K, p/Pa, x of three
+    phases, their densities), complete (every branch is explained at both ends and nothing is open).
+    """
+
+    def __init__(self, d: dict[str, Any], at_T: bool, value: float, components: Sequence[str]):
+        self.branches = [Branch(b) for b in d["branches"]]
+        self.three_phase, self.complete = d["three_phase"], d["complete"]
+        self._at_T, self._value, self._components = at_T, value, components
+
+    def to_pandas(self) -> Any:
+        """All branches in one ``pandas.DataFrame`` with a column ``branch``."""
+        import pandas
+
+        frames = [b.to_pandas().assign(branch=k) for k, b in enumerate(self.branches)]
+        return pandas.concat(frames, ignore_index=True)
+
+    def plot(self, ax: Any = None) -> Any:
+        """p (or T) over the mole fraction of the first component in both phases."""
+        ax = figure_axes(ax)
+        name, scale = ("p", 1e-6) if self._at_T else ("T", 1.0)
+        for branch in self.branches:
+            ordinate = getattr(branch, name) * scale
+            (line,) = ax.plot(branch.x, ordinate)
+            ax.plot(branch.y, ordinate, color=line.get_color())
+        for row in self.three_phase:
+            ax.plot(row[2:5], np.full(3, row[1] * scale if self._at_T else row[0]), "k.-")
+        ax.set(xlabel=f"x({self._components[0]})", ylabel="p / MPa" if self._at_T else "T / K", xlim=(0, 1))
+        ax.set_title(f"T = {self._value:g} K" if self._at_T else f"p = {self._value / 1e6:g} MPa")
+        return ax
+
+    def __repr__(self) -> str:
+        what = ", ".join(f"{b.kind} ({b.begin} to {b.end}, {len(b)} points)" for b in self.branches)
+        at = f"T = {self._value:g} K" if self._at_T else f"p = {self._value:g} Pa"
+        return f"Diagram at {at}: {what}" + ("" if self.complete else "; not complete")
+
+
+class CriticalPoints(_OfComponents):
+    """Critical points, one axis: T (K), p (Pa), rho (mol/m³), stable, x (components last)."""
+
+    columns: ClassVar[tuple[str, ...]] = ("T", "p", "rho", "x")
+
+    def __init__(self, rows: np.ndarray, components: Sequence[str]):
+        self.T, self.p, self.rho, self.stable = rows[:, 0], rows[:, 1], rows[:, 2], rows[:, 3] > 0
+        self.x, self.status, self._components = rows[:, 4:], np.zeros(len(rows), dtype=np.int8), components
+
+
+class CriticalLine(CriticalPoints):
+    """A critical line of a binary: as :class:`CriticalPoints`; begin and end in words."""
+
+    def __init__(self, d: dict[str, Any], components: Sequence[str]):
+        super().__init__(d["points"], components)
+        self.begin, self.end = d["begin"], d["end"]
+
+
+class Mixture:
+    """A mixture with an equation of state and a mixing theory.
+
+    Parameters
+    ----------
+    model : str
+        ``"PR+vdW1"``, ``"SRK+vdW1"``, ``"PCSAFT+LB"``, ``"MEOS+GERG"``. May be left out: see Notes.
+    components : sequence of str
+        As for :class:`corvane.Fluid`.
+    kij : float or mapping, optional
+        Interaction parameter of a binary, or ``{("methane", "propane"): 0.01}``, in place of the stored
+        one (parameter 0 of the pair).
+    estimate : bool
+        False: a pair without published parameters is refused. True: the mixing theory's own estimate
+        stands in, see ``estimated``.
+
+    Notes
+    -----
+    ``Mixture(["nitrogen", "oxygen"])`` takes the multi-fluid model where parameters of all pairs are
+    published, else PC-SAFT on the same condition, else Peng–Robinson.
+    """
+
+    def __init__(self, model: str | Sequence[str], components: Sequence[str] | None = None, *,
+                 kij: float | Mapping[tuple[str, str], float] | None = None, sets: Sequence[int] = (),
+                 pair_set: int = 1, estimate: bool = True, home: str | None = None):  # fmt: skip
+        self._options = (tuple(sets), pair_set, estimate, home)
+        if components is None:
+            if isinstance(model, str):
+                raise TypeError("a mixture needs components")
+            self._native = _best([str(c) for c in model], self._options)
+        else:
+            self._native = _native.Mixture.open(str(model), list(components), list(sets), pair_set, estimate, home)
+        self._changed: dict[tuple[int, int, int], float] = {}
+        if kij is not None:
+            self._set_kij(kij)
+
+    # ---- what it is
+
+    @property
+    def model(self) -> str:
+        return self._native.model
+
+    @property
+    def components(self) -> list[str]:
+        """Names in the data home."""
+        return self._native.components
+
+    @property
+    def estimated(self) -> list[tuple[str, str]]:
+        """Pairs without published parameters."""
+        names = self.components
+        given = {frozenset((i, j)) for k, i, j in self._changed if k == 0}
+        return [(names[i], names[j]) for i, j in self._native.estimated if frozenset((i, j)) not in given]
+
+    @property
+    def M(self) -> np.ndarray:
+        """Molar masses, kg/mol."""
+        return np.asarray(self._native.M)
+
+    def pair_parameter(self, a: str | int, b: str | int, index: int = 0) -> float:
+        """Binary parameter of a pair; 0 is k_ij for the one-fluid and SAFT mixing rules."""
+        return self._native.pair_parameter(index, self._index(a), self._index(b))
+
+    def set_pair_parameter(self, a: str | int, b: str | int, value: float, index: int = 0) -> None:
+        """Changes a binary parameter of this object."""
+        i, j = self._index(a), self._index(b)
+        self._native.set_pair_parameter(index, i, j, value)
+        self._changed[index, i, j] = float(value)
+
+    def mass_to_mole(self, w: ArrayLike) -> np.ndarray:
+        """Mole fractions from mass fractions (components last)."""
+        n = np.asarray(w, dtype=float) / self.M
+        return n / n.sum(axis=-1, keepdims=True)
+
+    # ---- one phase
+
+    def phase(self, T: ArrayLike, rho: ArrayLike, x: ArrayLike, *, threads: int = 1,
+              errors: str | None = None) -> MixtureState:  # fmt: skip
+        """Properties of the homogeneous phase at T (K), rho (mol/m³) and mole fractions x, stable or
+        not."""
+        shape, (t, r), z = flat_with_composition(x, len(self.components), T=T, rho=rho)
+        values, status, words, done = self._native.properties(t, r, z, threads)
+        status = status.reshape(shape)
+        columns = {name: values[:, k].reshape(shape) for k, name in enumerate(_PHASE)}
+        columns.update(T=t.reshape(shape), rho=r.reshape(shape), x=z.reshape(*shape, -1))
+        return judge(MixtureState(columns, status, self.components), status, words, done, errors)
+
+    def density(self, T: ArrayLike, p: ArrayLike, x: ArrayLike, phase: str = "stable", *, threads: int = 1,
+                errors: str | None = None) -> np.ndarray:  # fmt: skip
+        """Density (mol/m³) of one homogeneous phase at T (K), p (Pa): its ``"liquid"`` (densest) or
+        ``"vapour"`` (thinnest) root, or the one of lower Gibbs energy. Whether that splits is what
+        :meth:`flash` says."""
+        shape, (t, q), z = flat_with_composition(x, len(self.components), T=T, p=p)
+        values, status, words, done = self._native.densities(t, q, z, _ROOT[phase], threads)
+        return judge(values.reshape(shape), status.reshape(shape), words, done, errors)
+
+    def ln_phi(self, T: ArrayLike, rho: ArrayLike, x: ArrayLike, *, threads: int = 1,
+               errors: str | None = None) -> np.ndarray:  # fmt: skip
+        """Logarithms of the fugacity coefficients at T (K), rho (mol/m³); components last."""
+        shape, (t, r), z = flat_with_composition(x, len(self.components), T=T, rho=rho)
+        values, status, words, done = self._native.ln_phi(t, r, z, threads)
+        return judge(values.reshape(*shape, -1), status.reshape(shape), words, done, errors)
+
+    # ---- equilibria
+
+    def flash(self, z: ArrayLike, *, threads: int = 1, errors: str | None = None, **given: ArrayLike) -> FlashResult:
+        """The stable state of composition z, in as many phases as it has, certified.
+
+        Parameters
+        ----------
+        z : array_like
+            Mole fractions, components on the last axis.
+        T, p, h, s, rho : array_like
+            Exactly (p, T), (p, h), (p, s) or (T, rho); K, Pa, J/mol, J/(mol K), mol/m³.
+        """
+        kinds = {("T", "p"): (0, "p", "T"), ("h", "p"): (1, "p", "h"), ("p", "s"): (2, "p", "s"),
+                 ("T", "rho"): (3, "T", "rho")}  # fmt: skip
+        key = tuple(sorted(given))
+        if key not in kinds:
+            raise TypeError("give (p, T), (p, h), (p, s) or (T, rho)")
+        kind, first, second = kinds[key]
+        shape, (a, b), x = flat_with_composition(z, len(self.components), **{first: given[first], second: given[second]})
+        values, status, words, done = self._native.flash(kind, a, b, x, threads)
+        status = status.reshape(shape)
+        result = FlashResult(values.reshape(*shape, -1), status, self.components)
+        return judge(result, status, words, done, errors)
+
+    def bubble(self, z: ArrayLike, *, T: ArrayLike | None = None, p: ArrayLike | None = None, branch: str = "any",
+               threads: int = 1, errors: str | None = None) -> SaturationPoints:  # fmt: skip
+        """Certified bubble points of the liquid z at T (K) or p (Pa). branch: of several solutions the
+        one of lowest (``"lower"``) or highest (``"upper"``) p or T."""
+        return self._saturation(True, z, T, p, branch, threads, errors)
+
+    def dew(self, z: ArrayLike, *, T: ArrayLike | None = None, p: ArrayLike | None = None, branch: str = "any",
+            threads: int = 1, errors: str | None = None) -> SaturationPoints:  # fmt: skip
+        """Certified dew points of the vapour z, as :meth:`bubble`."""
+        return self._saturation(False, z, T, p, branch, threads, errors)
+
+    def envelope(self, z: ArrayLike, *, p_start: float = 5e4, p_max: float = 1e9, stability: bool = False) -> Envelope:
+        """The phase envelope of composition z (one axis). stability: test every point for a third
+        phase."""
+        d = self._native.envelope(_one(z), float(magnitude(p_start, "p")), float(magnitude(p_max, "p")), stability)
+        return Envelope(d, self.components)
+
+    def pxy(self, T: float, *, p_max: float = 1e9) -> Diagram:
+        """The complete p-x-y diagram of a binary at T (K)."""
+        T = float(magnitude(T, "T"))
+        return Diagram(self._native.diagram(True, T, float(magnitude(p_max, "p"))), True, T, self.components)
+
+    def Txy(self, p: float, *, T_min: float = 0.0) -> Diagram:
+        """The complete T-x-y diagram of a binary at p (Pa), down to T_min (K; 0: 0.3 of the lower
+        critical temperature)."""
+        p = float(magnitude(p, "p"))
+        return Diagram(self._native.diagram(False, p, float(magnitude(T_min, "T"))), False, p, self.components)
+
+    def critical_point(self, z: ArrayLike) -> CriticalPoints:
+        """The stable critical point of composition z, certified (one row)."""
+        return CriticalPoints(self._native.critical_points(_one(z), False), self.components)
+
+    def critical_points(self, z: ArrayLike) -> CriticalPoints:
+        """All critical points of composition z that a search finds, stable or not."""
+        return CriticalPoints(self._native.critical_points(_one(z), True), self.components)
+
+    def critical_lines(self, *, p_max: float = 1e9) -> list[CriticalLine]:
+        """The critical lines of a binary, certified."""
+        lines = self._native.critical_lines(float(magnitude(p_max, "p")))
+        return [CriticalLine(d, self.components) for d in lines]
+
+    def three_phase_lines(self, *, p_max: float = 1e9) -> list[np.ndarray]:
+        """Lines of three fluid phases of a binary: rows (T/K, p/Pa, x of three phases, densities)."""
+        return self._native.three_phase_lines(float(magnitude(p_max, "p")))
+
+    def azeotropic_lines(self, *, p_max: float = 1e9) -> list[np.ndarray]:
+        """Azeotropic lines of a binary: rows (T/K, p/Pa, x, densities of liquid and vapour)."""
+        return self._native.azeotropic_lines(float(magnitude(p_max, "p")))
+
+    # ---- inside
+
+    def _saturation(self, bubble: bool, z: ArrayLike, T: Any, p: Any, branch: str, threads: int,
+                    errors: str | None) -> SaturationPoints:  # fmt: skip
+        if (T is None) == (p is None):
+            raise TypeError("give T or p")
+        n = len(self.components)
+        given = {"T": T} if p is None else {"p": p}
+        shape, (value,), x = flat_with_composition(z, n, **given)
+        values, status, words, done = self._native.saturation(bubble, p is None, value, x, _BRANCH[branch], threads)
+        status = status.reshape(shape)
+        return judge(SaturationPoints(values.reshape(*shape, -1), status, self.components), status, words, done, errors)
+
+    def _index(self, component: str | int) -> int:
+        if isinstance(component, str):
+            name = _native.substance_name(component, self._options[3])
+            if name not in self.components:
+                raise KeyError(f"{component} is not a component of {self!r}")
+            return self.components.index(name)
+        return range(len(self.components))[component]
+
+    def _set_kij(self, kij: float | Mapping[tuple[str, str], float]) -> None:
+        if isinstance(kij, Mapping):
+            for (a, b), value in kij.items():
+                self.set_pair_parameter(a, b, value)
+        elif len(self.components) == 2:
+            self.set_pair_parameter(0, 1, kij)
+        else:
+            raise ValueError("name the pairs: kij={('methane', 'propane'): 0.01}")
+
+    def __reduce__(self) -> tuple[Any, ...]:
+        sets, pair_set, estimate, home = self._options
+        arguments = (self.model, self.components, sets, pair_set, estimate, home, self._changed)
+        return _reopen, arguments
+
+    def __repr__(self) -> str:
+        return f"Mixture({self.model!r}, {self.components!r})"
+
+    def _repr_html_(self) -> str:
+        guess = ", ".join(f"{a} + {b}" for a, b in self.estimated)
+        return f"<b>{' + '.join(self.components)}</b>, {self.model}" + (f"<br>estimated pairs: {guess}" if guess else "")
+
+
+def _one(z: ArrayLike) -> np.ndarray:
+    z = np.ascontiguousarray(magnitude(z, "x"), dtype=float)
+    if z.ndim != 1:
+        raise ValueError("one composition: an array of one axis")
+    return z
+
+
+def _best(components: list[str], options: tuple[Any, ...]) -> Any:
+    sets, pair_set, _, home = options
+    for model in ("MEOS+GERG", "PCSAFT+LB"):
+        try:
+            return _native.Mixture.open(model, components, list(sets), pair_set, False, home)
+        except _native.OpenError:
+            continue  # a substance or a pair without parameters
+    return _native.Mixture.open("PR+vdW1", components, list(sets), pair_set, True, home)
+
+
+def _reopen(model: str, components: list[str], sets: Sequence[int], pair_set: int, estimate: bool,
+            home: str | None, changed: dict[tuple[int, int, int], float]) -> Mixture:  # fmt: skip
+    mixture = Mixture(model, components, sets=sets, pair_set=pair_set, estimate=estimate, home=home)
+    for (index, i, j), value in changed.items():
+        mixture.set_pair_parameter(i, j, value, index)
+    return mixture

@@ -1,0 +1,170 @@
+// Pure fluids.
+#include "arrays.h"
+#include "module.h"
+
+#include <nanobind/stl/optional.h>
+#include <nanobind/stl/string.h>
+#include <nanobind/stl/vector.h>
+
+namespace py {
+namespace {
+using corvane::Fluid;
+using corvane::PhaseProperties;
+using corvane::PureState;
+using corvane::Quantity;
+
+/// In the order of Python's names of columns.
+constexpr std::size_t kState = 7, kPhase = std::size_t(columns_of_phase), kBoth = kState + kPhase + 2;
+
+double to_library(Quantity what, double x) {
+    return what == Quantity::p || what == Quantity::rho ? x / kMega : x;
+}
+
+void write(double* row, PureState const& s) {
+    double const state[] = {s.T, s.p * kMega, s.rho * kMega, s.h, s.s, s.u, s.q};
+    std::copy(std::begin(state), std::end(state), row);
+    if (s.phase) write_phase(row + kState, *s.phase);
+    if (s.liquid) {
+        row[kState + kPhase] = s.liquid->rho * kMega;
+        row[kState + kPhase + 1] = s.vapour->rho * kMega;
+    }
+}
+
+corvane::PureStateOptions range(Fluid const& f) {
+    corvane::PureStateOptions options;
+    if (std::isfinite(f.notes.Tmin)) options.T_min = 0.9 * f.notes.Tmin;
+    return options;
+}
+
+/// Elements where two quantities are given, as columns of a state.
+nb::tuple states(Fluid const& f, int first, Column a, int second, Column b, int threads) {
+    same_length(a.shape(0), b.shape(0));
+    const std::size_t n = a.shape(0);
+    Out out({n, kBoth});
+    Report report(n);
+    const auto A = static_cast<Quantity>(first), B = static_cast<Quantity>(second);
+    const auto options = range(f);
+    double* data = out.data();
+    const bool finished = each(n, threads, report, [&](std::size_t i) {
+        const auto all = corvane::pure_states(*f.model, {A, to_library(A, a(i))},
+                                              {B, to_library(B, b(i))}, options);
+        if (all.empty()) throw ThException(th_no_density);
+        if (all.size() > 1) throw Several();
+        write(data + i * kBoth, all.front());
+    });
+    return result(out, report, finished);
+}
+
+/// Every state with two given values.
+nb::tuple all_states(Fluid const& f, int first, double a, int second, double b) {
+    const auto A = static_cast<Quantity>(first), B = static_cast<Quantity>(second);
+    const auto all =
+        corvane::pure_states(*f.model, {A, to_library(A, a)}, {B, to_library(B, b)}, range(f));
+    Out out({all.size(), kBoth});
+    Report report(all.size());
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        write(out.data() + i * kBoth, all[i]);
+        report.set(i, ok);
+    }
+    return result(out, report, true);
+}
+
+nb::tuple properties(Fluid const& f, Column T, Column rho, int threads) {
+    same_length(T.shape(0), rho.shape(0));
+    const std::size_t n = T.shape(0);
+    Out out({n, kPhase});
+    Report report(n);
+    double* data = out.data();
+    const bool finished = each(n, threads, report, [&](std::size_t i) {
+        write_phase(data + i * kPhase, corvane::phase_properties(*f.model, T(i), rho(i) / kMega));
+    });
+    return result(out, report, finished);
+}
+
+/// phase: 1 the densest root, 3 the thinnest
+nb::tuple densities(Fluid const& f, Column T, Column p, int phase, int threads) {
+    same_length(T.shape(0), p.shape(0));
+    const std::size_t n = T.shape(0);
+    Out out({n});
+    Report report(n);
+    double* data = out.data();
+    const bool finished = each(n, threads, report, [&](std::size_t i) {
+        if (!(T(i) > 0) || !(p(i) > 0) || !std::isfinite(T(i)) || !std::isfinite(p(i)))
+            throw ThException(th_out_of_range);
+        double rho = 0.0, other = 0.0;
+        if (f.model->vcalc(p(i) / kMega, T(i), phase, rho, other) < 1)
+            throw ThException(th_no_density);
+        data[i] = rho * kMega;
+    });
+    return result(out, report, finished);
+}
+
+/// T, p, densities of liquid and vapour.
+nb::tuple saturation(Fluid const& f, bool at_T, Column x, int threads) {
+    const std::size_t n = x.shape(0);
+    Out out({n, 4});
+    Report report(n);
+    double* data = out.data();
+    const bool finished = each(n, threads, report, [&](std::size_t i) {
+        const Quantity what = at_T ? Quantity::T : Quantity::p;
+        const auto s =
+            corvane::pure_states(*f.model, {what, to_library(what, x(i))}, {Quantity::q, 0.0});
+        double* row = data + 4 * i;
+        row[0] = s.front().T;
+        row[1] = s.front().p * kMega;
+        row[2] = s.front().liquid->rho * kMega;
+        row[3] = s.front().vapour->rho * kMega;
+    });
+    return result(out, report, finished);
+}
+
+double virial(Fluid const& f, double T, int order) {
+    if (order < 2 || order > 9) throw nb::value_error("virial coefficients from 2 to 9");
+    return f.model->B(T, order) * std::pow(1e-6, order - 1);
+}
+}  // namespace
+
+void add_fluid(nb::module_& m) {
+    nb::class_<Fluid>(m, "Fluid")
+        .def_static("open",
+                    [](std::string const& equation, std::string const& substance, int set,
+                       std::optional<std::string> const& home) {
+                        corvane::FluidOptions options;
+                        options.set = set;
+                        if (home) options.home = corvane::DataHome(*home);
+                        return corvane::open(equation, substance, options);
+                    })
+        .def_prop_ro("equation", [](Fluid const& f) { return f.equation; })
+        .def_prop_ro("substance", [](Fluid const& f) { return f.substance; })
+        .def_prop_ro("set", [](Fluid const& f) { return f.set; })
+        .def_prop_ro("comment", [](Fluid const& f) { return std::string(f.model->comment()); })
+        .def_prop_ro("source", [](Fluid const& f) { return f.notes.source; })
+        .def_prop_ro("home", [](Fluid const& f) { return f.home.directory().string(); })
+        .def_prop_ro("M", [](Fluid const& f) { return 1e-3 * f.model->M(); })
+        .def_prop_ro("T_critical", [](Fluid const& f) { return f.model->Tcrit(); })
+        .def_prop_ro("p_critical", [](Fluid const& f) { return kMega * f.model->pcrit(); })
+        .def_prop_ro("rho_critical", [](Fluid const& f) { return kMega / f.model->vcrit(); })
+        .def_prop_ro("T_min", [](Fluid const& f) { return f.notes.Tmin; })
+        .def_prop_ro("T_max", [](Fluid const& f) { return f.notes.Tmax; })
+        .def_prop_ro("p_max", [](Fluid const& f) { return kMega * f.notes.pmax; })
+        .def_prop_ro("has_ideal", [](Fluid const& f) { return f.ideal.has_value(); })
+        .def_prop_ro("parameters",
+                     [](Fluid const& f) {
+                         std::vector<double> p;
+                         for (int i = 0; i < f.model->mpar(); ++i) p.push_back(f.model->param(i));
+                         return p;
+                     })
+        .def("set_parameter",
+             [](Fluid& f, int i, double x) {
+                 if (i < 0 || i >= f.model->mpar()) throw nb::index_error("no such parameter");
+                 f.model->param(i, x);
+             })
+        .def("states", &states)
+        .def("all_states", &all_states)
+        .def("properties", &properties)
+        .def("densities", &densities)
+        .def("saturation", &saturation)
+        .def("virial", &virial);
+}
+
+}  // namespace py

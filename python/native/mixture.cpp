@@ -1,0 +1,437 @@
+// Mixtures: properties, flashes, bubble and dew points, curves and diagrams.
+#include "arrays.h"
+#include "module.h"
+
+#include <nanobind/stl/optional.h>
+#include <nanobind/stl/string.h>
+#include <nanobind/stl/vector.h>
+
+namespace py {
+namespace {
+using corvane::Mixture;
+using corvane::PhaseRecord;
+
+Vector<double> row_of(Rows const& x, std::size_t i) {
+    Vector<double> v(static_cast<int>(x.shape(1)));
+    for (int k = 0; k < v.size(); ++k) v[k] = x(i, static_cast<std::size_t>(k));
+    return v;
+}
+
+Vector<double> vector_of(Column const& x) {
+    Vector<double> v(static_cast<int>(x.shape(0)));
+    for (int k = 0; k < v.size(); ++k) v[k] = x(static_cast<std::size_t>(k));
+    return v;
+}
+
+void check(Mixture const& m, Rows const& x) {
+    if (x.shape(1) != static_cast<std::size_t>(m.size()))
+        throw nb::value_error("the last axis of a composition has one value for every component");
+}
+
+void write(double* to, Vector<double> const& x) {
+    for (int k = 0; k < x.size(); ++k) to[k] = x[k];
+}
+
+nb::tuple properties(Mixture const& m, Column T, Column rho, Rows x, int threads) {
+    check(m, x);
+    const std::size_t n = T.shape(0), width = std::size_t(columns_of_phase);
+    same_length(n, rho.shape(0));
+    same_length(n, x.shape(0));
+    Out out({n, width});
+    Report report(n);
+    double* data = out.data();
+    const bool finished = each(n, threads, report, [&](std::size_t i) {
+        write_phase(data + i * width,
+                    corvane::phase_properties(*m.model, T(i), rho(i) / kMega, row_of(x, i)));
+    });
+    return result(out, report, finished);
+}
+
+/// phase: 1 the densest root, 2 that of lower Gibbs energy, 3 the thinnest. Not certified.
+nb::tuple densities(Mixture const& m, Column T, Column p, Rows x, int phase, int threads) {
+    check(m, x);
+    const std::size_t n = T.shape(0);
+    same_length(n, p.shape(0));
+    same_length(n, x.shape(0));
+    Out out({n});
+    Report report(n);
+    double* data = out.data();
+    const auto root = phase == 1   ? corvane::Root::dense
+                      : phase == 3 ? corvane::Root::dilute
+                                   : corvane::Root::stable;
+    const bool finished = each(n, threads, report, [&](std::size_t i) {
+        if (!(T(i) > 0) || !(p(i) > 0) || !std::isfinite(T(i)) || !std::isfinite(p(i)))
+            throw ThException(th_out_of_range);
+        const corvane::FluidModel fluid(*m.model, row_of(x, i));
+        corvane::PhaseState s;
+        s.resize(fluid.size());
+        if (!fluid.evaluate_at(s, p(i) / kMega, T(i), fluid.z(), root, 0))
+            throw ThException(th_no_density);
+        data[i] = s.rho * kMega;
+    });
+    return result(out, report, finished);
+}
+
+/// ln of the fugacity coefficients at T and density.
+nb::tuple ln_phi(Mixture const& m, Column T, Column rho, Rows x, int threads) {
+    check(m, x);
+    const std::size_t n = T.shape(0), N = x.shape(1);
+    same_length(n, rho.shape(0));
+    same_length(n, x.shape(0));
+    Out out({n, N});
+    Report report(n);
+    double* data = out.data();
+    const bool finished = each(n, threads, report, [&](std::size_t i) {
+        const Vector<double> rho_i = row_of(x, i) * (rho(i) / kMega);
+        const double ln_Z = std::log(m.model->Z(rho_i, T(i)));
+        if (!std::isfinite(ln_Z)) throw ThException(th_out_of_range);
+        for (std::size_t k = 0; k < N; ++k)
+            data[i * N + k] = m.model->myr(rho_i, T(i), static_cast<int>(k)) - ln_Z;
+    });
+    return result(out, report, finished);
+}
+
+/// kind: 0 (p, T), 1 (p, h), 2 (p, s), 3 (T, rho).
+/// Columns: T, p, rho, h, s, number of phases, tpd, x_error; then N + 1 slots for phases, each of
+/// fraction, rho, x.
+nb::tuple flash(Mixture const& m, int kind, Column a, Column b, Rows z, int threads) {
+    check(m, z);
+    const std::size_t n = a.shape(0), N = z.shape(1), slot = N + 2, width = 8 + (N + 1) * slot;
+    same_length(n, b.shape(0));
+    same_length(n, z.shape(0));
+    Out out({n, width});
+    Report report(n);
+    double* data = out.data();
+    corvane::FlashOptions options;
+    options.validity = &m.validity;
+    const bool finished = each(n, threads, report, [&](std::size_t i) {
+        const Vector<double> x = row_of(z, i);
+        corvane::FlashResult r;
+        switch (kind) {
+            case 0: r = corvane::flash_pT(*m.model, a(i) / kMega, b(i), x, options); break;
+            case 1: r = corvane::flash_ph(*m.model, a(i) / kMega, b(i), x, options); break;
+            case 2: r = corvane::flash_ps(*m.model, a(i) / kMega, b(i), x, options); break;
+            default: r = corvane::flash_Trho(*m.model, a(i), b(i) / kMega, x, options);
+        }
+        if (kind == 0 && m.ideal) corvane::add_caloric(*m.model, x, r);
+        double* row = data + i * width;
+        double whole_volume = 0.0;
+        for (std::size_t k = 0; k < r.phases.size(); ++k)
+            whole_volume += r.fraction[k] / r.phases[k].rho;
+        double const head[] = {r.T, r.p * kMega, kMega / whole_volume, r.h, r.s,
+                               static_cast<double>(r.phases.size()), r.certificate.tpd,
+                               r.certificate.x_error};
+        std::copy(std::begin(head), std::end(head), row);
+        for (std::size_t k = 0; k < r.phases.size() && k <= N; ++k) {
+            double* at = row + 8 + k * slot;
+            at[0] = r.fraction[k];
+            at[1] = r.phases[k].rho * kMega;
+            write(at + 2, r.phases[k].x);
+        }
+    });
+    return result(out, report, finished);
+}
+
+/// Bubble or dew points. Columns: T, p, density given, density incipient, error of the value, error
+/// of the compositions, then the incipient composition.
+nb::tuple saturation(Mixture const& m, bool bubble, bool at_T, Column values, Rows z, int branch,
+                     int threads) {
+    check(m, z);
+    const std::size_t n = values.shape(0), N = z.shape(1), width = 6 + N;
+    same_length(n, z.shape(0));
+    Out out({n, width});
+    Report report(n);
+    double* data = out.data();
+    corvane::SaturationOptions options;
+    options.validity = &m.validity;
+    options.branch = static_cast<corvane::Branch>(branch);
+    const auto kind = bubble ? corvane::Saturated::bubble : corvane::Saturated::dew;
+    const bool finished = each(n, threads, report, [&](std::size_t i) {
+        const Vector<double> x = row_of(z, i);
+        const auto q = at_T ? corvane::saturation_T(*m.model, kind, values(i), x, options)
+                            : corvane::saturation_p(*m.model, kind, values(i) / kMega, x, options);
+        double* row = data + i * width;
+        double const head[] = {q.T,
+                               q.p * kMega,
+                               q.given.rho * kMega,
+                               q.incipient.rho * kMega,
+                               q.certificate.value_error,
+                               q.certificate.x_error};
+        std::copy(std::begin(head), std::end(head), row);
+        write(row + 6, q.incipient.x);
+    });
+    return result(out, report, finished);
+}
+
+// ---- curves: one call, many points; columns as described at each
+
+/// While it lives, no interpreter lock; between points Ctrl-C is looked for, and ends the trace.
+struct Tracing {
+    bool interrupted = false;
+    corvane::Progress progress = [this](int) {
+        const nb::gil_scoped_acquire held;
+        if (PyErr_CheckSignals() == 0) return true;
+        PyErr_Clear();
+        interrupted = true;
+        return false;
+    };
+};
+
+template <class F>
+auto traced(Tracing& tracing, F const& f) {
+    auto value = [&] {
+        const nb::gil_scoped_release released;
+        return f();
+    }();
+    if (tracing.interrupted) {
+        PyErr_SetNone(PyExc_KeyboardInterrupt);
+        throw nb::python_error();
+    }
+    return value;
+}
+
+Array points_of(std::vector<corvane::EnvelopePoint> const& points, int n) {
+    const std::size_t width = 6 + static_cast<std::size_t>(n);
+    Out out({points.size(), width});
+    double* row = out.data();
+    for (auto const& q : points) {
+        double const head[] = {q.T, q.p * kMega, q.rho * kMega, q.rho2 * kMega,
+                               q.bubble ? 1.0 : 0.0, q.unstable ? 1.0 : 0.0};
+        std::copy(std::begin(head), std::end(head), row);
+        for (int k = 0; k < q.y.size(); ++k) row[6 + k] = q.y[k];
+        row += width;
+    }
+    return out.array();
+}
+
+nb::dict envelope(Mixture const& m, Column z, double p_start, double p_max, bool stability) {
+    Tracing tracing;
+    corvane::EnvelopeOptions options;
+    options.p_start = p_start / kMega;
+    options.p_max = p_max / kMega;
+    options.stability = stability;
+    options.progress = tracing.progress;
+    const Vector<double> x = vector_of(z);
+    const auto e = traced(tracing, [&] { return corvane::phase_envelope(*m.model, x, options); });
+    nb::dict d;
+    d["points"] = points_of(e.points, m.size());
+    d["critical"] = points_of(e.critical, m.size());
+    d["cricondentherm"] = points_of(e.cricondentherm, m.size());
+    d["cricondenbar"] = points_of(e.cricondenbar, m.size());
+    d["closed"] = e.end == corvane::EnvelopeEnd::closed;
+    d["unstable"] = e.unstable;
+    return d;
+}
+
+Array tie_lines(std::vector<corvane::TieLine> const& lines) {
+    Out out({lines.size(), 7});
+    double* row = out.data();
+    for (auto const& q : lines) {
+        double const values[] = {q.T, q.p * kMega, q.x, q.y, q.rho_x * kMega, q.rho_y * kMega,
+                                 q.stable ? 1.0 : 0.0};
+        std::copy(std::begin(values), std::end(values), row);
+        row += 7;
+    }
+    return out.array();
+}
+
+Array phases_of(std::vector<corvane::ThreePhasePoint> const& points) {
+    Out out({points.size(), 8});  // T, p, x_0 of three phases, densities
+    double* row = out.data();
+    for (auto const& q : points) {
+        row[0] = q.T;
+        row[1] = q.p * kMega;
+        for (std::size_t k = 0; k < 3 && k < q.phases.size(); ++k) {
+            row[2 + k] = q.phases[k].x[0];
+            row[5 + k] = q.phases[k].rho * kMega;
+        }
+        row += 8;
+    }
+    return out.array();
+}
+
+char const* const kDiagramEnds[] = {"pure",    "critical", "three_phase", "limit",
+                                    "coldest", "full",     "interrupted", "stuck"};
+char const* const kPairs[] = {"vapour_liquid", "liquid_liquid", "fluid_fluid"};
+
+nb::dict diagram(Mixture const& m, bool at_T, double value, double limit) {
+    Tracing tracing;
+    corvane::DiagramOptions options;
+    options.progress = tracing.progress;
+    if (limit > 0 && at_T) options.p_max = limit / kMega;
+    if (limit > 0 && !at_T) options.T_min = limit;
+    const auto d = traced(tracing, [&] {
+        return at_T ? corvane::complete_pxy(*m.model, value, options)
+                    : corvane::complete_Txy(*m.model, value / kMega, options);
+    });
+    nb::list branches;
+    for (auto const& b : d.branches) {
+        nb::dict one;
+        one["points"] = tie_lines(b.points);
+        one["azeotropes"] = tie_lines(b.azeotropes);
+        one["begin"] = kDiagramEnds[static_cast<int>(b.begin)];
+        one["end"] = kDiagramEnds[static_cast<int>(b.end)];
+        one["kind"] = kPairs[static_cast<int>(b.kind)];
+        branches.append(one);
+    }
+    nb::dict all;
+    all["branches"] = branches;
+    all["three_phase"] = phases_of(d.three_phase);
+    all["complete"] = d.complete();
+    return all;
+}
+
+/// Columns: T, p, rho, stable, composition.
+Array critical_points(std::vector<corvane::CriticalPoint> const& points, int n) {
+    const std::size_t width = 4 + static_cast<std::size_t>(n);
+    Out out({points.size(), width});
+    double* row = out.data();
+    for (auto const& q : points) {
+        double const head[] = {q.T, q.p * kMega, q.rho * kMega, q.stable ? 1.0 : 0.0};
+        std::copy(std::begin(head), std::end(head), row);
+        write(row + 4, q.x);
+        row += width;
+    }
+    return out.array();
+}
+
+nb::list critical_lines(Mixture const& m, double p_max) {
+    Tracing tracing;
+    corvane::CriticalLineOptions options;
+    options.p_max = p_max / kMega;
+    options.progress = tracing.progress;
+    options.validity = &m.validity;
+    const auto lines = traced(tracing, [&] { return corvane::critical_lines(*m.model, options); });
+    nb::list all;
+    for (auto const& line : lines) {
+        nb::dict one;
+        one["points"] = critical_points(line.points, m.size());
+        one["begin"] = corvane::in_words(line.begin);
+        one["end"] = corvane::in_words(line.end);
+        all.append(one);
+    }
+    return all;
+}
+
+corvane::PhaseLineOptions line_options(Mixture const& m, Tracing& tracing, double p_max) {
+    corvane::PhaseLineOptions options;
+    options.p_max = p_max / kMega;
+    options.progress = tracing.progress;
+    options.validity = &m.validity;
+    return options;
+}
+
+nb::list three_phase_lines(Mixture const& m, double p_max) {
+    Tracing tracing;
+    const auto options = line_options(m, tracing, p_max);
+    nb::list all;
+    for (auto const& line :
+         traced(tracing, [&] { return corvane::three_phase_lines(*m.model, options); }))
+        all.append(phases_of(line.points));
+    return all;
+}
+
+/// Columns: T, p, x, both densities.
+nb::list azeotropic_lines(Mixture const& m, double p_max) {
+    Tracing tracing;
+    const auto options = line_options(m, tracing, p_max);
+    nb::list all;
+    for (auto const& line :
+         traced(tracing, [&] { return corvane::azeotropic_lines(*m.model, options); })) {
+        Out out({line.points.size(), 5});
+        double* row = out.data();
+        for (auto const& q : line.points) {
+            double const values[] = {q.T, q.p * kMega, q.x, q.dense.rho * kMega,
+                                     q.light.rho * kMega};
+            std::copy(std::begin(values), std::end(values), row);
+            row += 5;
+        }
+        all.append(out.array());
+    }
+    return all;
+}
+
+void check_pair(Mixture const& m, int i, int j) {
+    if (i < 0 || j < 0 || i >= m.size() || j >= m.size() || i == j)
+        throw nb::index_error("no such pair");
+}
+}  // namespace
+
+void add_mixture(nb::module_& m) {
+    nb::class_<Mixture>(m, "Mixture")
+        .def_static("open",
+                    [](std::string const& model, std::vector<std::string> const& components,
+                       std::vector<int> const& sets, int pair_set, bool estimate,
+                       std::optional<std::string> const& home) {
+                        corvane::MixtureOptions options;
+                        options.sets = sets;
+                        options.pair_set = pair_set;
+                        options.estimate = estimate;
+                        if (home) options.home = corvane::DataHome(*home);
+                        return corvane::open_mixture(model, components, options);
+                    })
+        .def_prop_ro("model", [](Mixture const& x) { return x.name(); })
+        .def_prop_ro("components", [](Mixture const& x) { return x.components; })
+        .def_prop_ro("estimated",
+                     [](Mixture const& x) {
+                         nb::list pairs;
+                         for (auto const& [i, j] : x.estimated) pairs.append(nb::make_tuple(i, j));
+                         return pairs;
+                     })
+        .def_prop_ro("has_ideal", [](Mixture const& x) { return x.ideal; })
+        .def_prop_ro("home", [](Mixture const& x) { return x.home.directory().string(); })
+        .def_prop_ro("M",
+                     [](Mixture const& x) {
+                         std::vector<double> M;
+                         for (int i = 0; i < x.size(); ++i)
+                             M.push_back(1e-3 * x.model->mdl1[i]->M());
+                         return M;
+                     })
+        .def_prop_ro("sets",
+                     [](Mixture const& x) {
+                         std::vector<int> sets;
+                         for (int i = 0; i < x.size(); ++i) sets.push_back(x.model->id(i, i));
+                         return sets;
+                     })
+        .def("pair_comment",
+             [](Mixture const& x, int i, int j) {
+                 check_pair(x, i, j);
+                 return std::string(x.model->comment(i, j));
+             })
+        .def("pair_parameter",
+             [](Mixture const& x, int k, int i, int j) {
+                 check_pair(x, i, j);
+                 if (k < 0 || !x.model->ppar(k, i, j)) throw nb::index_error("no such parameter");
+                 return x.model->param(k, i, j);
+             })
+        .def("set_pair_parameter",
+             [](Mixture& x, int k, int i, int j, double value) {
+                 check_pair(x, i, j);
+                 if (k < 0 || !x.model->ppar(k, i, j)) throw nb::index_error("no such parameter");
+                 x.model->param(k, i, j, value);
+             })
+        .def("properties", &properties)
+        .def("densities", &densities)
+        .def("ln_phi", &ln_phi)
+        .def("flash", &flash)
+        .def("saturation", &saturation)
+        .def("envelope", &envelope)
+        .def("diagram", &diagram)
+        .def("critical_points",
+             [](Mixture const& x, Column z, bool all) {
+                 const Vector<double> v = vector_of(z);
+                 corvane::CriticalOptions options;
+                 options.validity = &x.validity;
+                 const auto points = [&] {
+                     const nb::gil_scoped_release released;
+                     return all ? corvane::critical_points(*x.model, v, options)
+                                : std::vector{corvane::critical_point(*x.model, v, options)};
+                 }();
+                 return critical_points(points, x.size());
+             })
+        .def("critical_lines", &critical_lines)
+        .def("three_phase_lines", &three_phase_lines)
+        .def("azeotropic_lines", &azeotropic_lines);
+}
+
+}  // namespace py

@@ -1,0 +1,132 @@
+"""Pure fluids: printed figures, identities, shapes, failures. The numbers themselves are tested in C++."""
+
+import copy
+import pickle
+import threading
+
+import numpy as np
+import pytest
+from hypothesis import given, settings
+from hypothesis import strategies as st
+
+import corvane as cv
+
+R = 8.3144621  # of the library, J/(mol K)
+
+
+@pytest.fixture(scope="module")
+def water():
+    return cv.Fluid("water")
+
+
+def test_water_has_the_printed_properties(water):
+    # IAPWS-95 (2018), table 7: p in MPa, cv in kJ/(kg K) at T/K and rho in kg/m³; the equation has a gas
+    # constant of its own, 8.314371357587 J/(mol K).
+    scale = 8.314371357587 / R
+    T, rho, p, cv_mass = np.array([
+        [300, 996.5560, 0.0992418352, 4.13018112],
+        [500, 0.435, 0.0999679423, 1.50817541],
+        [647, 358.0, 22.0384756, 6.18315728],
+        [900, 870.769, 700.000006, 2.66422350],
+    ]).T  # fmt: skip
+    s = water.phase(T, rho / water.M)
+    assert np.allclose(s.p * scale / 1e6, p, rtol=1e-8)
+    # the ideal-gas part is a table
+    assert np.allclose(s.cv * scale / water.M / 1e3, cv_mass, rtol=2e-5)
+
+
+@settings(max_examples=40)
+@given(st.floats(0.5, 3.0), st.floats(-4.0, 1.0), st.sampled_from(["MEOS", "PR", "PCSAFT"]))
+def test_identities_and_round_trips(Tr, log_pr, eos):
+    fluid = cv.Fluid("propane", eos)
+    s = fluid.state(T=Tr * fluid.T_critical, p=10**log_pr * fluid.p_critical)
+    assert s.g == pytest.approx(s.h - s.T * s.s, abs=1e-8 * R * s.T)
+    assert s.h == pytest.approx(s.u + s.p * s.v, abs=1e-8 * R * s.T)
+    # cp − cv = T·v·α²/κ
+    assert s.cp - s.cv == pytest.approx(s.T * s.v * s.alpha_p**2 / s.kappa_T, rel=1e-8)
+    for pair in ("ph", "ps"):
+        back = fluid.state(**{name: getattr(s, name) for name in pair})
+        assert back.T == pytest.approx(s.T, rel=1e-7)
+
+
+def test_shapes_and_status():
+    f = cv.Fluid("propane", "PR")
+    s = f.state(T=np.array([[250.0], [300.0]]), p=[1e5, 1e6, np.nan])
+    assert s.rho.shape == s.status.shape == (2, 3)
+    assert (s.status[:, 2] == cv.Status.INVALID).all() and np.isnan(s.rho[:, 2]).all()
+    assert (s.status[:, :2] == cv.Status.OK).all() and np.isfinite(s.rho[:, :2]).all()
+    assert f.state(T=300.0, p=1e5).rho.shape == ()
+    assert f.state(T=[], p=1e5).rho.shape == (0,)
+    assert set(s.to_dict()) == set(cv.State.columns)
+    assert len(s.to_pandas()) == 6
+    assert "<table>" in s._repr_html_() and "kelvin" in repr(s)
+    two = f.state(T=300.0, q=[0.0, 0.5, 1.0])
+    assert np.allclose(two.rho_liquid, f.density(300.0, two.p, "liquid"))
+    assert two.rho[0] == pytest.approx(two.rho_liquid[0]) and two.rho[2] == pytest.approx(two.rho_vapour[2])
+    assert np.isnan(two.cp).all() and np.isnan(f.state(T=300.0, p=1e5).q)
+
+
+def test_scalar_loops_and_threads_give_the_same_bits():
+    f = cv.Fluid("carbon_dioxide")
+    T, p = np.linspace(230, 700, 500), np.linspace(1e5, 5e7, 500)
+    one = f.state(T=T, p=p, threads=1)
+    many = f.state(T=T, p=p, threads=4)
+    assert np.array_equal(one.h, many.h)
+    assert [float(f.state(T=a, p=b).h) for a, b in zip(T[::50], p[::50])] == list(one.h[::50])
+    results = {}
+    workers = [threading.Thread(target=lambda k=k: results.update({k: f.state(T=T, p=p).h})) for k in range(4)]
+    [w.start() for w in workers]
+    [w.join() for w in workers]
+    assert all(np.array_equal(one.h, h) for h in results.values())
+
+
+@pytest.mark.parametrize("call, error, words", [
+    (lambda: cv.Fluid("unobtainium"), cv.OpenError, "unknown substance"),
+    (lambda: cv.Fluid("propane", "pr"), cv.OpenError, "no equation pr"),
+    (lambda: cv.Fluid("propane", "PR", set=99), cv.OpenError, "sets: 1"),
+    (lambda: cv.Fluid("propane", home="/nonexistent"), cv.OpenError, "CorvaneS"),
+    (lambda: cv.Fluid("propane").state(T=-1.0, p=1e5), ValueError, "out of range"),
+    (lambda: cv.Fluid("propane").saturation(T=400.0), cv.EquilibriumError, "code|failure"),
+    (lambda: cv.Fluid("propane").state(T=300.0), TypeError, "two of"),
+    (lambda: cv.Fluid("propane").state(T=300.0, x=1), TypeError, "two of"),
+    (lambda: cv.Fluid("water").state(p=101325.0, rho=999.9 / 0.018015268), ValueError, "states"),
+    (lambda: cv.Fluid("propane").set_parameter(10**6, 0.0), IndexError, "no such"),
+])  # fmt: skip
+def test_failures_say_what_is_wrong(call, error, words):
+    with pytest.raises(error, match=words):
+        call()
+
+
+def test_copies_and_parameters():
+    f = cv.Fluid("propane", "PR")
+    before = f.saturation(T=300.0).p
+    f.set_parameter(3, 0.2)  # the acentric factor
+    assert f.parameters[3] == 0.2 and f.saturation(T=300.0).p != before
+    for other in (pickle.loads(pickle.dumps(f)), copy.copy(f), copy.deepcopy(f)):
+        assert other.saturation(T=300.0).p == f.saturation(T=300.0).p
+        other.set_parameter(3, 0.1)
+    assert f.parameters[3] == 0.2
+    assert cv.Fluid("propane", "PR").saturation(T=300.0).p == before
+
+
+def test_from_any_directory(tmp_path, monkeypatch, water):
+    monkeypatch.chdir(tmp_path)
+    # IAPWS-95: 101.3 kPa is reached at 373.1 K (99.97 °C)
+    assert cv.Fluid("H2O").saturation(p=101325.0).T == pytest.approx(373.124, abs=2e-3)
+    assert "propane" in [s["name"] for s in cv.search("74-98-6")]
+    assert cv.equations("CO2")[0] == "MEOS" and "PR+vdW1" in cv.mixture_models()
+
+
+def test_quantities(water):
+    pint = pytest.importorskip("pint")
+    u = pint.UnitRegistry()
+    s = water.state(T=u.Quantity(100, "degC"), p=u.Quantity(2, "bar"))
+    assert s.rho == water.state(T=373.15, p=2e5).rho
+    assert s.quantity("w", u).to("km/s").magnitude == pytest.approx(s.w / 1e3)
+
+
+def test_plot(water):
+    matplotlib = pytest.importorskip("matplotlib")
+    matplotlib.use("Agg")
+    ax = water.saturation(T=[300, 400, 500]).plot()
+    assert list(ax.lines[0].get_xdata()) == [300, 400, 500]

@@ -1,0 +1,117 @@
+"""Mixtures: certified equilibria judged by their conditions, shapes, failures."""
+
+import copy
+import pickle
+
+import numpy as np
+import pytest
+
+import corvane as cv
+
+
+@pytest.fixture(scope="module")
+def gas():
+    return cv.Mixture("PR+vdW1", ["methane", "propane"])
+
+
+def ln_f(m, T, rho, x):
+    """ln(x·φ) of every component."""
+    return np.log(x) + m.ln_phi(T, rho, x)
+
+
+def test_bubble_points_satisfy_equilibrium(gas):
+    z, T = np.array([0.3, 0.7]), np.array([260.0, 300.0, 340.0])
+    q = gas.bubble(z, T=T)
+    assert (q.status == 0).all()
+    liquid, vapour = ln_f(gas, T, q.rho, np.tile(z, (3, 1))), ln_f(gas, T, q.rho_incipient, q.y)
+    assert np.allclose(liquid, vapour, atol=1e-8)
+    assert np.allclose(gas.phase(T, q.rho_incipient, q.y).p, q.p, rtol=1e-8)
+    # the dew point of that vapour is the same equilibrium
+    assert np.allclose(gas.dew(q.y[0], T=260.0).p, q.p[0], rtol=1e-7)
+
+
+def test_flashes_balance_and_come_back(gas):
+    T, p = np.array([230.0, 260.0, 350.0]), np.array([2e6, 2e6, 2e6])
+    z = np.array([0.5, 0.5])
+    r = gas.flash(z, T=T, p=p)
+    assert (r.status == 0).all()
+    assert list(r.phases) == [2, 2, 1] and r.x.shape == (3, 3, 2) and r.fraction.shape == (3, 3)
+    assert np.allclose(np.nansum(r.fraction[..., None] * r.x, axis=1), z, atol=1e-12)
+    for given in ({"p": p, "h": r.h}, {"p": p, "s": r.s}, {"T": T, "rho": r.rho}):
+        back = gas.flash(z, **given)
+        assert np.allclose(back.T, T, rtol=1e-8) and np.allclose(back.p, p, rtol=1e-7)
+    one = gas.phase(350.0, r.rho[2], z)
+    assert one.h == pytest.approx(r.h[2], rel=1e-9) and one.s == pytest.approx(r.s[2], rel=1e-9)
+    assert gas.density(350.0, 2e6, z) == pytest.approx(r.rho[2], rel=1e-10)
+    assert "phase 2" in repr(gas.flash(z, T=260.0, p=2e6))
+
+
+def test_curves_of_a_binary(gas):
+    e = gas.envelope([0.5, 0.5])
+    c = gas.critical_point([0.5, 0.5])
+    assert len(e.critical) == 1 and e.critical[0] == pytest.approx((c.T[0], c.p[0]), rel=1e-4)
+    assert e.T.max() <= e.cricondentherm[0][0] * (1 + 1e-12)
+    line = gas.critical_lines()[0]
+    ends = {name: cv.Fluid(name, "PR") for name in gas.components}
+    assert line.T[0] == pytest.approx(ends["methane"].T_critical)
+    assert line.p[-1] == pytest.approx(ends["propane"].p_critical)
+    d = gas.pxy(300.0)
+    assert d.complete and d.branches[0].begin == "pure" and d.branches[0].end == "critical"
+    middle = d.branches[0]
+    k = len(middle) // 2
+    assert gas.bubble([middle.x[k], 1 - middle.x[k]], T=300.0).p == pytest.approx(middle.p[k], rel=1e-8)
+    txy = gas.Txy(2e6)
+    assert txy.branches[0].begin == txy.branches[0].end == "pure"
+    assert len(d.to_pandas()) == sum(len(b) for b in d.branches)
+
+
+def test_azeotropes_and_three_phases():
+    m = cv.Mixture("PR+vdW1", ["carbon_dioxide", "ethane"])
+    rows = m.azeotropic_lines()[0]
+    T, x = rows[len(rows) // 2, 0], rows[len(rows) // 2, 2]
+    assert m.bubble([x, 1 - x], T=T).y[0] == pytest.approx(x, abs=1e-6)
+    water = cv.Mixture("PR+vdW1", ["propane", "water"])
+    assert len(water.three_phase_lines()) >= 1
+
+
+def test_matplotlib_pictures(gas):
+    matplotlib = pytest.importorskip("matplotlib")
+    matplotlib.use("Agg")
+    assert gas.pxy(300.0).plot().get_xlim() == (0, 1)
+    assert gas.envelope([0.5, 0.5]).plot().get_xlabel() == "T / K"
+
+
+def test_parameters_copies_and_choice(gas):
+    m = cv.Mixture("PR+vdW1", ["methane", "propane"], kij=0.05)
+    assert m.pair_parameter("C3H8", "methane") == 0.05 != gas.pair_parameter(0, 1)
+    p = m.bubble([0.3, 0.7], T=260.0).p
+    for other in (pickle.loads(pickle.dumps(m)), copy.deepcopy(m)):
+        assert other.bubble([0.3, 0.7], T=260.0).p == p
+    assert cv.Mixture(["nitrogen", "oxygen"]).model == "MEOS+GERG"
+    guess = cv.Mixture("PR+vdW1", ["mercury", "aniline"])
+    assert guess.estimated == [("mercury", "aniline")]
+    # 1 g of each: more moles of the lighter one
+    assert gas.mass_to_mole([0.5, 0.5])[0] == pytest.approx(gas.M[1] / gas.M.sum())
+
+
+@pytest.mark.parametrize("call, error, words", [
+    (lambda m: m.bubble([0.3, 0.7], T=600.0), cv.EquilibriumError, "bubble"),
+    (lambda m: m.bubble([0.3, 0.7]), TypeError, "T or p"),
+    (lambda m: m.bubble([1.0], T=300.0), ValueError, "last axis"),
+    (lambda m: m.flash([0.3, 0.8], T=300.0, p=1e5), ValueError, "out of range"),
+    (lambda m: m.flash([0.3, 0.7], T=300.0, h=1e5), TypeError, "give"),
+    (lambda m: m.pair_parameter("argon", "propane"), KeyError, "not a component"),
+    (lambda m: m.pair_parameter(0, 0), IndexError, "no such"),
+    (lambda m: m.envelope([[0.5, 0.5]]), ValueError, "one composition"),
+    (lambda m: cv.Mixture("PR", ["argon"]), cv.OpenError, "mixing theory"),
+    (lambda m: cv.Mixture("PR+vdW1", ["mercury", "aniline"], estimate=False), cv.OpenError, "parameters"),
+])  # fmt: skip
+def test_failures_say_what_is_wrong(gas, call, error, words):
+    with pytest.raises(error, match=words):
+        call(gas)
+
+
+def test_arrays_do_not_raise(gas):
+    q = gas.bubble([0.3, 0.7], T=[260.0, 600.0, np.nan])
+    assert list(q.status) == [cv.Status.OK, cv.Status.NO_SOLUTION, cv.Status.INVALID]
+    assert np.isfinite(q.p[0]) and np.isnan(q.p[1:]).all() and np.isnan(q.y[1:]).all()
