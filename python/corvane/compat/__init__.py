@@ -1,0 +1,1 @@
+"""Interfaces under the names that other packages have made familiar."""

@@ -1,0 +1,57 @@
+"""The familiar names: printed figures in SI units by mass, round trips, words."""
+
+import numpy as np
+import pytest
+
+import corvane as cv
+from corvane.compat.coolprop import PhaseSI, Props1SI, PropsSI, set_reference_state
+
+
+def test_printed_values():
+    # IAPWS-95 (2018), table 8, at 450 K: rho' 890.341250, rho'' 4.81200360 kg/m³, hvap 2025.3 kJ/kg; the
+    # equation's gas constant differs by 1.1e-5 from the library's.
+    assert PropsSI("D", "T", 450, "Q", 0, "Water") == pytest.approx(890.341250, rel=1e-7)
+    assert PropsSI("Dmass", "T", 450, "Q", 1, "HEOS::Water") == pytest.approx(4.81200360, rel=1e-7)
+    hvap = np.diff(PropsSI("H", "T", 450, "Q", [0, 1], "H2O"))[0]
+    assert hvap == pytest.approx(2774.41078e3 - 749.161585e3, rel=2e-5)
+    assert PropsSI("P", "T", 450, "Q", 0, "water") == pytest.approx(0.932203564e6, rel=2e-5)
+    assert PropsSI("Dmolar", "T", 300, "P", 1e5, "CO2") * Props1SI("CO2", "M") == pytest.approx(
+        PropsSI("D", "P", 1e5, "T", 300, "CarbonDioxide"))
+    assert PropsSI("TCRIT", "R134a") == Props1SI("TCRIT", "R134a") == pytest.approx(374.2, abs=0.2)
+    # steam tables (IAPWS-IF97) at 400 °C and 25 MPa: h 2578.7 kJ/kg above the liquid at the triple point
+    h = PropsSI("H", "T", 673.15, "P", 25e6, "Water") - PropsSI("H", "T", 273.16, "Q", 0, "Water")
+    assert h == pytest.approx(2578.6e3, rel=2e-4)
+
+
+def test_round_trips_in_any_reference_state():
+    T = np.linspace(250, 420, 7)
+    for state in ("IIR", "ASHRAE", "NBP", "RESET"):
+        set_reference_state("n-Propane", state)
+        h, s = (PropsSI(key, "T", T, "P", 2e6, "n-Propane") for key in "HS")
+        assert np.allclose(PropsSI("T", "P", 2e6, "H", h, "n-Propane"), T, rtol=1e-8)
+        assert np.allclose(PropsSI("T", "P", 2e6, "S", s, "n-Propane"), T, rtol=1e-8)
+        if state == "IIR":
+            assert PropsSI("H", "T", 273.15, "Q", 0, "Propane") == pytest.approx(2e5)
+            assert PropsSI("S", "T", 273.15, "Q", 0, "Propane") == pytest.approx(1e3)
+
+
+@pytest.mark.parametrize("T, p, phase", [
+    (300, 1e5, "liquid"), (400, 1e5, "gas"), (700, 3e7, "supercritical"), (700, 1e5, "supercritical_gas"),
+    (300, 3e7, "supercritical_liquid"),
+])  # fmt: skip
+def test_phases(T, p, phase):
+    assert PhaseSI("T", T, "P", p, "Water") == phase
+    assert PropsSI("Q", "T", T, "P", p, "Water") == -1
+
+
+def test_failures():
+    assert PhaseSI("P", 1e5, "Q", 0.5, "Water") == "twophase"
+    for call in (lambda: PropsSI("D", "T", 300, "P", 1e5, "R32&R125"), lambda: PropsSI("X", "T", 3, "P", 1, "Water"),
+                 lambda: PropsSI("D", "X", 300, "P", 1e5, "Water"), lambda: PropsSI("D", "T", 300, "Water"),
+                 lambda: PropsSI("D", "T", -300, "P", 1e5, "Water"), lambda: PropsSI("D", "T", 3, "P", 1, "INCOMP::X"),
+                 lambda: set_reference_state("Water", "X")):  # fmt: skip
+        with pytest.raises(ValueError):
+            call()
+    with pytest.raises(cv.OpenError):
+        PropsSI("D", "T", 300, "P", 1e5, "NoSuchFluid")
+    assert list(np.isinf(PropsSI("D", "T", [300, -1], "P", 1e5, "Water"))) == [False, True]
