@@ -24,6 +24,13 @@ constexpr double keep_jacobian = 0.01;  // the sum must fall to this part of the
 constexpr double small_step = 1e-11, last_digit = 4e-16;
 // Out of iterations: a failure above this sum, or with steps above this, unless the sum is nothing.
 constexpr double accepted_sum = 1e-8, accepted_step = 1e-6, vanished_sum = 1e-30;
+// A square system is solved below this sum, or where its residuals are rounding: this part of the
+// terms that they are the sum of.
+constexpr double solved_sum = 1e-10, rounding = 1e-12;
+// Where a parameter has no slope: how far off its influence is looked for, and how often a better
+// point found in this way is the new start.
+constexpr double far_off[] = {1e-4, 1e-2, 1.0};
+constexpr int max_restarts = 20;
 
 class Fit {
   public:
@@ -72,6 +79,7 @@ class Fit {
             }
         }
         if (!at_x_) f_(x_, ctx_);  // callers read what the last evaluation left in the context
+        if (n_ == m_ && !solved()) throw MthException(mth_iterations);
         return sum_;
     }
 
@@ -89,11 +97,76 @@ class Fit {
         return std::isfinite(r.sum2());
     }
 
+    /// Whether the residuals of a square system are zero as far as anybody can tell.
+    bool solved() const {
+        if (sum_ <= solved_sum) return true;
+        for (int i = 0; i < n_; ++i) {
+            double terms = 0.0;
+            for (int j = 0; j < m_; ++j) terms += std::fabs(jac_[j * n_ + i] * x_[j]);
+            if (!(std::fabs(r_[i]) <= rounding * terms)) return false;
+        }
+        return true;
+    }
+
+    /// Whether r differs from the residuals at x by more than their rounding.
+    bool differs(Vector<double> const& r) const {
+        for (int i = 0; i < n_; ++i)
+            if (std::fabs(r[i] - r_[i]) > 4e-16 * (std::fabs(r[i]) + std::fabs(r_[i]))) return true;
+        return false;
+    }
+
+    /// A parameter without slope at x: an extremum, or no influence at all, which is MthException
+    /// 16. Column j of jac_ becomes the central difference to the nearest points with other
+    /// residuals; the result is the norm of the one-sided slope there. `best` and `best_sum` receive
+    /// a point with a lower sum, if one is met.
+    double chord(int j, Vector<double>& best, double& best_sum) {
+        Vector<double> side[2];
+        double norm = 0.0;
+        for (double part : far_off) {
+            double step[2] = {};
+            bool seen = false;
+            for (int k = 0; k < 2; ++k) {
+                trial_[j] = x_[j] + (k ? -part : part) * std::max(std::fabs(x_[j]), 1.0);
+                if (!evaluate(side[k])) continue;
+                step[k] = trial_[j] - x_[j];
+                seen = seen || differs(side[k]);
+                if (side[k].sum2() < best_sum) {
+                    best_sum = side[k].sum2();
+                    best = trial_;
+                }
+            }
+            if (!seen || norm > 0.0) continue;
+            Vector<double> const& high = step[0] != 0.0 ? side[0] : r_;
+            Vector<double> const& low = step[1] != 0.0 ? side[1] : r_;
+            for (int i = 0; i < n_; ++i) {
+                jac_[j * n_ + i] = (high[i] - low[i]) / (step[0] - step[1]);
+                norm = std::max({norm, std::fabs(high[i] - r_[i]), std::fabs(low[i] - r_[i])});
+            }
+            norm /= step[0] != 0.0 ? step[0] : -step[1];
+        }
+        trial_[j] = x_[j];
+        if (!(norm > 0.0)) throw MthException(mth_irrelevant, j);
+        return norm;
+    }
+
     /// Fills jac_ by columns. False (or the stored exception) if a parameter cannot be moved at
-    /// all.
+    /// all. Where one has no slope, x may move to a better point.
     bool jacobian() {
+        while (true) {
+            Vector<double> better;
+            if (!differences(better)) return false;
+            if (better.n == 0 || restarts_++ == max_restarts) return true;
+            trial_ = x_ = better;
+            if (!evaluate(r_)) throw MthException(mth_out_of_range);  // f is not a function
+            sum_ = r_.sum2();
+            at_x_ = true;
+        }
+    }
+
+    bool differences(Vector<double>& better) {
         const bool central = n_ > m_ && sum_ < 1e-6;
         const std::exception_ptr before = failure_;
+        double better_sum = sum_;
         Vector<double> up, down;
         for (int j = 0; j < m_; ++j) {
             const double least = m_ == 1 || x_[j] == 0.0 ? 1e-2 : 0.0;
@@ -119,7 +192,7 @@ class Fit {
                 jac_[j * n_ + i] = (high[i] - low[i]) / width;
                 norm = std::hypot(norm, jac_[j * n_ + i]);
             }
-            if (!(norm > 0.0)) throw MthException(mth_irrelevant, j);
+            if (!differs(high) && !differs(low)) norm = chord(j, better, better_sum);
             scale_[j] = std::max(scale_[j], norm);
         }
         if (radius_ == 0.0) {
@@ -190,6 +263,7 @@ class Fit {
     void bounded_step() {
         damping_ = 0.0;
         const bool full = solve(0.0);
+        if (!full) std::fill(step_.begin(), step_.end(), 0.0);
         double length = full ? scaled_norm(step_.data()) : 0.0;
         if (full && length <= 1.1 * radius_) return;
         double steepest = 0.0;
@@ -306,6 +380,7 @@ class Fit {
     int n_, m_;
     std::vector<double> jac_, qr_, rhs_, diag_, scale_, step_, work_;
     double sum_ = 0.0, damping_ = 0.0, radius_ = 0.0, moved_ = 0.0;
+    int restarts_ = 0;
     bool at_x_ = true;
     bool current_ = false, fresh_ = false;  // jac_ is usable; is made of differences at x_
     bool was_fresh_ = false;                // so it was for the last step

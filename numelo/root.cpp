@@ -77,7 +77,10 @@ double eqn_regulafalsi(numelo_function f, void* ctx, double a, double b, double 
             wa = fa;
             wb = fb;
         }
-        double x = b - wb * ((b - a) / (wb - wa));
+        // From the end that is nearer to the root, so that a root near zero keeps all its digits.
+        const double inverse_slope = (b - a) / (wb - wa);
+        double x =
+            std::fabs(wa) < std::fabs(wb) ? a - wa * inverse_slope : b - wb * inverse_slope;
         if (!converged && guard.bisect(std::fabs(b - a))) x = a + 0.5 * (b - a);
         if (!converged) x = off_the_ends(x, a, b, 0.5 * tol);
         if (!(x > std::min(a, b) && x < std::max(a, b))) {

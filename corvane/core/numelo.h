@@ -70,7 +70,7 @@ NUMELO_API Matrix<double> diff_hessian(numelo_functionv f, void* ctx, Vector<dou
 /// 253), reduced at least as in the Illinois form (Dowell & Jarratt, BIT 11 (1971) 168); bisections
 /// where five steps have not shrunk the bracket by 16. Steps are at least tol/2 long until the
 /// bracket is below tol; at most sixteen more evaluations (typically one or two) then polish the
-/// root to rounding, also one that is much smaller than tol. Densities of an equation of state take
+/// root to rounding, also one that is much smaller than tol, next to an end at zero down to 1e-300. Densities of an equation of state take
 /// 7 evaluations on average, 16 at most; a triple root 65. The last evaluation is at the returned
 /// point, unless fa or fb was handed over as exactly 0: then a or b is returned. If f has no root
 /// although fa and fb say so, the result is a point within tol of an end.
@@ -101,13 +101,16 @@ NUMELO_API double min_powell(numelo_functionv f, Vector<double>& x, void* ctx, i
 /// 7 evaluations, a bubble point of two components about 25.
 ///
 /// Exceptions of f at the start pass; at a trial or Jacobian point they reject the step, and are
-/// thrown again if the fit ends before such a wall. Stagnation ends the fit normally: the caller
-/// judges the returned sum. The last evaluation of f is at the returned x, which is also written
-/// when the fit fails.
+/// thrown again if the fit ends before such a wall. Stagnation ends a fit of more residuals than
+/// parameters normally: the caller judges the returned sum. A square system is to be solved: it has
+/// converged when the sum is at most 1e-10, or when its residuals are rounding (1e-12 of Σ_j
+/// |∂r_i/∂x_j·x_j|). Where a parameter has no slope, points up to its own size away tell whether it
+/// has influence, and the fit goes on from the best of them. The last evaluation of f is at the
+/// returned x, which is also written when the fit fails.
 /// @return final sum of squared residuals
-/// @throws MthException 1 when maxit iterations (or 20 that hardly lower the sum, for as many
-///         residuals as parameters) leave a sum above 1e-8, or steps that still change x by more
-///         than 1e-6; 2 f returns another count than n; 7 n < number of parameters; 10 f not finite
+/// @throws MthException 1 when a square system stagnates before that, or when maxit iterations (or
+///         20 that hardly lower the sum, for as many residuals as parameters) leave a sum above
+///         1e-8, or steps that still change x by more than 1e-6; 2 f returns another count than n; 7 n < number of parameters; 10 f not finite
 ///         at the start; 16 a parameter without influence (info = index)
 NUMELO_API double fit_marquardt(numelo_residual f, Vector<double>& x, int n, void* ctx, int maxit,
                                 int trace);

@@ -44,6 +44,7 @@ TEST(RegulaFalsi, FindsRootsToRounding) {
         {"huge end", [](double x) { return std::expm1(30 * (x - 0.1)); }, -1, 1, 0.1, 26},
         {"pole", [](double x) { return 1 / (1 - x) - 1e3; }, 0, 1 - 1e-13, 1 - 1e-3, 40},
         {"step", [](double x) { return std::atan(1e6 * (x - 0.3)); }, -1, 5, 0.3, 40},
+        {"vacuum", [](double x) { return x / (1 - x) * 1e4 - 1e-100; }, 0, 0.99, 1e-104, 30},
         {"thin gas", [](double x) { return x / (1 - x) * 1e4 * (1 - x / 2) - 1e-9; }, 0, 0.99, 1e-13, 30}};
     // clang-format on
     for (Row const& row : rows) {
@@ -214,6 +215,42 @@ TEST(Marquardt, OneEquationBetweenWalls) {
             EXPECT_EQ(r.last[0], x[0]);
             EXPECT_LE(r.calls, start < 0.01 ? 20 : 12);
         }
+}
+
+// A parameter without slope is irrelevant only if nothing changes further off either.
+TEST(Marquardt, ParametersWithoutSlope) {
+    using X = Vector<double> const&;
+    const struct {
+        char const* name;
+        int residuals;
+        std::function<Vector<double>(X)> f;
+        Point start, solution;
+        double sum;
+        int code;  // of the MthException, or -1
+    } rows[] = {
+        {"minimum above zero, square", 1, [](X x) { return vector_of({x[0] * x[0] + 1}); }, {3}, {0}, 1, 1},
+        {"the same, as a fit", 2, [](X x) { return vector_of({x[0] * x[0] + 1, 2}); }, {3}, {0}, 5, -1},
+        {"start at a maximum", 1, [](X x) { return vector_of({x[0] * x[0] - 4}); }, {0}, {2}, 0, -1},
+        {"start at two", 2, [](X x) { return vector_of({std::cos(x[0]), x[1] * x[1] - 1}); }, {0, 0},
+         {std::numbers::pi / 2, 1}, 0, -1},
+        {"at the minimum", 2, [](X x) { return vector_of({x[0] * x[0], x[0] * x[0] + 1}); }, {0}, {0}, 1, -1},
+        {"rounding alone", 1, [](X x) { return vector_of({1e14 * (x[0] * x[0] * x[0] - 2)}); }, {1}, {std::cbrt(2)},
+         0, -1},
+        {"no influence", 2, [](X x) { return vector_of({x[0], x[0] + 1}); }, {1, 1}, {1, 1}, 0, 16}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(row.name);
+        Residuals r{row.f};
+        Vector<double> x = vector_of(row.start);
+        double sum = row.sum;
+        EXPECT_EQ(mth_code([&] {
+                      sum = fit_marquardt(Residuals::call, x, row.residuals, &r, 100, 0);
+                  }),
+                  row.code);
+        if (row.code == 16) continue;
+        EXPECT_NEAR(sum, row.sum, row.name[0] == 'r' ? 1e-2 : 1e-10);
+        for (int i = 0; i < x.n; ++i) EXPECT_NEAR(std::fabs(x[i]), row.solution[i], 1e-4);
+        EXPECT_LE(r.calls, 200);
+    }
 }
 
 TEST(Marquardt, FailuresByCode) {
