@@ -33,13 +33,20 @@ enum class Branch { dilute, dense };
 /// by a few cbrt(eps) = 6e-6. Saturation curves reach this width at 1 − T/Tc of about 1e-10.
 inline constexpr double kSameRoot = 5e-5;
 
+/// Whether P = p/(R·T) can be asked for: finite, and not so small that densities lose their digits.
+inline bool is_pressure(double P) {
+    return std::isfinite(P) && !(P > 0.0 && P < 1e-290);
+}
+
 /// Root of the isotherm at P on a rising branch between `anchor` and `wall`; 0 if it has none.
 ///
 /// Newton's method inside a bracket. From the anchor's side it cannot overshoot, because isotherms
 /// are concave before the dilute and convex after the dense spinodal; where the slope is not
 /// positive, the wall moves in. It ends when a step is at most 2 ulp or when the residual stops
 /// falling, so that `start` has no influence beyond rounding. Two to six evaluations as a rule, at
-/// most 100; then the best point of a closed bracket, or 0, is returned.
+/// most 100; then the best point of a closed bracket, or 0, is returned. So is 0 where the best point
+/// does not have the pressure P: beyond the end of the equation, or so close to a pole that no
+/// density has it.
 ///
 /// @param anchor   dilute branch: 0, or a density below the root; dense branch: a density above it
 /// @param wall     the other end
@@ -54,12 +61,15 @@ double stable_root(F const& isotherm, double P, Branch branch, double start, dou
     auto inside = [&](double x) { return (x - anchor) * side > 0 && (wall - x) * side > 0; };
     double anchor_slope = 0.0;  // 0: not known
     double best = 0.0, least = std::numeric_limits<double>::infinity();
+    auto root = [&](double at) {
+        return least <= 1e-6 * std::abs(P) + 1e-9 * at ? at : 0.0;
+    };
     double x = inside(start) ? start : 0.5 * (anchor + wall);
     for (int k = 0; k < 100; ++k) {
         const IsothermPoint at = isotherm(x);
         const double width = std::abs(wall - anchor);
         if (!(at.dP > 0.0) || !std::isfinite(at.P)) {  // past the spinodal, or past a pole
-            if (width <= two_ulp * x) return crossed ? best : 0.0;
+            if (width <= two_ulp * x) return crossed ? root(best) : 0.0;
             crossed = false;
             best = 0.0;
             least = std::numeric_limits<double>::infinity();
@@ -76,9 +86,9 @@ double stable_root(F const& isotherm, double P, Branch branch, double start, dou
             least = std::abs(missing);
             best = x;
         } else if (std::abs(step) <= 1e-8 * x) {
-            return best;  // rounding decides from here on
+            return root(best);  // rounding decides from here on
         }
-        if (std::abs(step) <= two_ulp * x) return x + step;
+        if (std::abs(step) <= two_ulp * x) return root(x + step);
         if (missing * side > 0.0) {
             anchor = x;
             anchor_slope = at.dP;
@@ -90,14 +100,14 @@ double stable_root(F const& isotherm, double P, Branch branch, double start, dou
             x += step;
         } else {
             const double room = std::abs(wall - anchor);
-            if (room <= two_ulp * x) return crossed ? best : 0.0;
+            if (room <= two_ulp * x) return crossed ? root(best) : 0.0;
             // Before an open wall the tangent must reach P, were the branch quite concave or
             // convex; half of the distance will do, for equations that are not quite so.
             if (!crossed && (std::abs(step) > 2.0 * room || room <= 1e-12 * x)) return 0.0;
             x = 0.5 * (anchor + wall);
         }
     }
-    return crossed ? best : 0.0;
+    return crossed ? root(best) : 0.0;
 }
 
 /// Writes the outcome of Model1::vcalc: the two stable roots in the order that the phase code asks
@@ -142,7 +152,7 @@ int order_roots(double dilute, double dense, int phase, Below const& below, Gibb
 template <class F, class Gibbs>
 int density_roots(F const& isotherm, double P, Branches const& at, int phase, Gibbs const& gibbs,
                   double& rho1, double& rho2, double dense_start = 0.0) {
-    if (!std::isfinite(P)) return 0;
+    if (!is_pressure(P)) return 0;
     double dilute = 0.0, dense = 0.0;
     if (!at.loop) {
         // Hard spheres of covolume 1/top without attraction give a start that is never past the

@@ -6,6 +6,8 @@
 #include <corvane/mixture/modeln.h>
 #include <corvane/pure/model1.h>
 
+#include <cmath>
+
 namespace corvane {
 
 /// State and model of one call; lives on the caller's stack and owns nothing. Objective functions
@@ -35,6 +37,19 @@ struct pass_vol {
 
 inline double pdiff(double y, void* ctx) {
     return static_cast<pass_vol const*>(ctx)->excess(y);
+}
+
+/// Whether T and p can be those of a fluid, at least under tension.
+inline bool is_state(double p, double T) {
+    return std::isfinite(p) && T > 0 && std::isfinite(R * T);
+}
+
+/// Whether the pressure at y is that asked for, to the rounding of a liquid's pressure. A search
+/// between end values that are not those of its ends, or across a pole, comes back with a point that
+/// is no root.
+inline bool is_root(pass_vol const& fluid, double y) {
+    const double rounding = 1e-8 * std::fabs(fluid.p) + 1e-10 * R * fluid.T * y / fluid.d;
+    return y > 0 && std::fabs(fluid.excess(y)) <= rounding;
 }
 
 }  // namespace corvane

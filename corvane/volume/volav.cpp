@@ -20,13 +20,26 @@ double ar(double y, void* ctx) {
 double ar_slope(pass_vol& fluid, int order, double y) {
     return diff_romberg(ar, &fluid, order, y, th_inc1 * y, 1, 0.0, 1.0);
 }
+
+double excess(pass_vol& fluid, double y, double target) {
+    return y < kDilute ? y - target : (ar_slope(fluid, 1, y) * y + 1.0) * y - target;
+}
+
+/// Whether a short step, from where the function is f, led to a root. Next to a pole any step is
+/// short, and a change of sign is no root.
+bool is_close(pass_vol& fluid, double y, double target, double f) {
+    const auto small = [&](double rest) {
+        return std::fabs(rest) <= 1e-6 * (std::fabs(target) + y);
+    };
+    return y > 0.0 && y < 1.0 && (small(f) || small(excess(fluid, y, target)));
+}
 }  // namespace
 
 int volav(void const* model, int kind, double p, double T, Vector<double> const* x, double d,
           double& rho) {
     pass_vol fluid{kind, p, T, d, x, model};
     double y = rho * d;
-    if (!(y < 1.0) || !(d > 0.0)) return 0;
+    if (!(y < 1.0) || !(d > 0.0) || !corvane::is_state(p, T)) return 0;
     const double target = p * d / (R * T);
 
     bool illinois = false;
@@ -66,7 +79,18 @@ int volav(void const* model, int kind, double p, double T, Vector<double> const*
         f_before = f;
         y = y_new;
         rho = y / d;
-        if (std::fabs(step) <= th_veps) return 1;
+        if (std::fabs(step) <= th_veps && (dilute || is_close(fluid, y, target, f))) return 1;
     }
     return 0;
 }
+
+namespace corvane {
+
+bool is_density(void const* model, int kind, double p, double T, Vector<double> const* x,
+                double rho) {
+    const pass_vol fluid{kind, p, T, 1.0, x, model};
+    return is_state(p, T) && rho > 0 &&
+           std::fabs(fluid.excess(rho)) <= 1e-3 * std::fabs(p) + 1e-8 * R * T * rho;
+}
+
+}  // namespace corvane

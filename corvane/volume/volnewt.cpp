@@ -21,6 +21,7 @@ bool off(pass_vol const& fluid, double rho) {
 }
 
 bool iterate(pass_vol& fluid, double& rho) {
+    if (!corvane::is_state(fluid.p, fluid.T) || !(fluid.d > 0.0)) return false;
     double y = rho * fluid.d;
     double retreat = y < 0.5 ? -y : 1.0 - y;
     for (int k = 0; k < kIterations; ++k) {
@@ -43,6 +44,7 @@ bool iterate(pass_vol& fluid, double& rho) {
         retreat = step;
         if (!(y > 0.0 && y < 1.0)) return false;
         if (std::fabs(step) <= th_veps * y) {
+            if (!corvane::is_root(fluid, y)) return false;  // short by a slope taken across a pole
             rho = y / fluid.d;
             return true;
         }

@@ -47,7 +47,7 @@ double second_root(pass_vol& fluid, double y0, Point end, bool dense) {
 }
 
 int find_roots(pass_vol& fluid, Vector<double>& roots) {
-    if (!(fluid.p > 0.0)) return 0;
+    if (!corvane::is_state(fluid.p, fluid.T) || !(fluid.p > 0.0) || !(fluid.d > 0.0)) return 0;
     Point dense{};
     for (int k = 5; k >= 0; --k) {
         dense.y = 1.0 - 0.06 * k;
@@ -59,6 +59,7 @@ int find_roots(pass_vol& fluid, Vector<double>& roots) {
 
     const double d = fluid.d;
     const double y0 = solve(fluid, ends[0], ends[1], dense.y);
+    if (!corvane::is_root(fluid, y0)) return 0;
     const Shape s = shape_at(fluid, y0);
     if (roots.n < 3) roots.size(3);
     roots.set(y0 / d);
@@ -66,9 +67,13 @@ int find_roots(pass_vol& fluid, Vector<double>& roots) {
     // Intended, here and below: the inner ends of the brackets are th_inc0 away from y0, but their
     // values are those at th_inc0·y0. Only the first secant notices.
     const Point below{y0 - th_inc0, s.below}, above{y0 + th_inc0, s.above};
+    // Where there is no root the entry keeps the first one, as if there had been no search.
+    const auto store = [&](int entry, double y) {
+        if (corvane::is_root(fluid, y)) roots[entry] = y / d;
+    };
     if (s.slope < 0.0) {
-        roots[2] = solve(fluid, ends[0], below, y0) / d;
-        roots[0] = solve(fluid, ends[1], above, y0) / d;
+        store(2, solve(fluid, ends[0], below, y0));
+        store(0, solve(fluid, ends[1], above, y0));
         return 3;
     }
     const bool towards_dense = s.curvature <= 0.0;
@@ -76,11 +81,11 @@ int find_roots(pass_vol& fluid, Vector<double>& roots) {
     const Point end = ends[towards_dense ? 1 : 0];
     if (s.slope == 0.0) {
         if (s.curvature == 0.0) return 3;  // critical point
-        roots[slot] = solve(fluid, end, towards_dense ? above : below, y0) / d;
+        store(slot, solve(fluid, end, towards_dense ? above : below, y0));
         return 3;
     }
     const double y = second_root(fluid, y0, end, towards_dense);
-    if (y == 0.0) return 1;
+    if (!corvane::is_root(fluid, y)) return 1;
     roots[slot] = y / d;
     return 3;
 }

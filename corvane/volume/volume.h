@@ -26,9 +26,11 @@ class Model1;
 /// is
 ///                    the root. With 3, roots[0] is the densest, roots[2] the least dense and
 ///                    roots[1] the root found first: the middle one, or equal to one of the others.
+///                    Every entry has the pressure p: where a search comes back with anything else
+///                    (next to a pole, or in an inner loop), its entry is the root found first, too.
 ///                    Unspecified with result 0.
-/// @return 0, 1 or 3; 0 also when y = 1 does not reach p, when p <= 0 and for whatever the model
-///         throws. Never throws.
+/// @return 0, 1 or 3; 0 also when y = 1 does not reach p, when p, T or d is not positive and finite,
+///         and for whatever the model throws. Never throws.
 CORVANE_API int volume(void const* model, int kind, double p, double T, Vector<double> const* x,
                        double d, Vector<double>& roots);
 
@@ -38,9 +40,10 @@ CORVANE_API int volume(void const* model, int kind, double p, double T, Vector<d
 ///
 /// @param[in,out] rho  start density; written in every iteration, also when the result is 0
 /// @return 1 when the last step in y was at most 1e-9 (absolute, so a thin gas is only good to
-/// that);
-///         0 for y >= 1 or d <= 0 at the start (no evaluation), after 20 Newton or 200 Illinois
-///         steps, or for a step that is not finite
+/// that, and one of y < 1e-9 comes back as 1e-9; next to a pole, where every step is short, the
+///         pressure must be met, too);
+///         0 for y >= 1, d <= 0, or p or T no state, at the start (no evaluation), after 20 Newton or
+///         200 Illinois steps, or for a step that is not finite
 /// @throws what the model throws, and MthException from the numerical differentiation
 CORVANE_API int volav(void const* model, int kind, double p, double T, Vector<double> const* x,
                       double d, double& rho);
@@ -61,7 +64,16 @@ CORVANE_API bool volnewt(void const* model, int kind, double p, double T, Vector
 ///
 /// @param vmin  lower limit of the molar volume, cm³/mol
 /// @return number of roots: 0; 1, in rho1 (rho2 is left alone); 2, the dense one in rho1 and the
-///         dilute one in rho2. What the model throws counts as no root on that side; a T outside
+///         dilute one in rho2. Every root has the pressure p. What the model throws counts as no root on that side; a T outside
 ///         the tables gives 0. Never throws.
 CORVANE_API int volf1(Model1 const* model, double p, double T, double vmin, double& rho1,
                       double& rho2);
+
+namespace corvane {
+
+/// Whether rho is a root of (p, T) to a part in a thousand, for whoever cannot live with the absolute
+/// tolerance of volav. @throws what the model throws
+CORVANE_API bool is_density(void const* model, int kind, double p, double T,
+                            Vector<double> const* x, double rho);
+
+}  // namespace corvane

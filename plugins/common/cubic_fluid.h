@@ -50,7 +50,7 @@ struct CubicFluid {
     /// Density roots by the contract of Model1::vcalc.
     int density(double p, double T, int phase, double& rho1, double& rho2) const {
         const double P = p * b / (R * T);
-        if (!(T > 0.0) || !std::isfinite(P)) return 0;
+        if (!(T > 0.0) || !std::isfinite(T) || !is_pressure(P)) return 0;
         const ReducedRoots root = cubic_roots<Form>(P, a.q);
         return order_roots(
             translated(root.dilute), translated(root.dense), phase,

@@ -197,6 +197,59 @@ TEST(FaultyModel, LeavesTheStatedCounts) {
     }
 }
 
+// Below their range multiparameter equations have loops within loops and slopes next to a pole, on
+// which a search can end where no root is; and a gas may be as thin as it likes.
+TEST(VolumeFinder, HandsOutRootsOnly) {
+    for (auto [name, T0] : {std::pair("argon", 30.0), std::pair("water", 130.0)}) {
+        const std::unique_ptr<Model1, corvane::Detach> m(attach1("MEOS"));
+        m->name(name);
+        m->id(1);
+        m->load("MEOS");
+        const auto expect_root = [&](double p, double T, double rho) {
+            EXPECT_NEAR(m->Z(rho, T) * R * T * rho, p, 1e-6 * p + 1e-8 * R * T * rho)
+                << name << " T " << T << " p " << p << " rho " << rho;
+        };
+        Vector<double> roots(3);
+        for (double T = T0; T < 2 * T0; T *= 1.04)
+            for (double p = 1e-7; p < 100; p *= 7)
+                for (double d : {0.24, 0.31, 0.37}) {
+                    const double volume_d = d * m->vcrit();
+                    if (volume(m.get(), 0, p, T, nullptr, volume_d, roots))
+                        for (int k : {0, 1, 2}) expect_root(p, T, roots[k]);
+                    double rho = 1e-8, rho2 = 0;
+                    if (volav(m.get(), 0, p, T, nullptr, volume_d, rho) && rho * volume_d > 1e-4) {
+                        EXPECT_LT(std::fabs(m->Z(rho, T) * R * T * rho / p - 1), 0.05)
+                            << name << " T " << T << " p " << p << " rho " << rho;
+                    }
+                    if (volnewt(m.get(), 0, p, T, nullptr, volume_d, rho = 1e-8))
+                        expect_root(p, T, rho);
+                    const int n = volf1(m.get(), p, T, volume_d, rho, rho2);
+                    if (n > 0) expect_root(p, T, rho);
+                    if (n > 1) expect_root(p, T, rho2);
+                }
+    }
+    VdwModel m;
+    m.fill_tables();
+    for (double p : {1e-20, 1e-100, 1e-280}) {
+        Vector<double> roots(3);
+        EXPECT_GT(volume(&m, 0, p, m.Tcrit(), nullptr, m.vs(), roots), 0);
+        EXPECT_NEAR(roots[2] * R * m.Tcrit() / p, 1, 1e-12) << p;
+        double rho = 0, rho2 = 0;
+        ASSERT_EQ(volf1(&m, p, m.Tcrit(), 1.001 * m.vs(), rho, rho2), 1);
+        EXPECT_NEAR(rho * R * m.Tcrit() / p, 1, 1e-12) << p;
+        EXPECT_FALSE(corvane::is_density(&m, 0, p, m.Tcrit(), nullptr, 1.1 * rho));
+    }
+    const double inf = INFINITY, nan = std::nan("");
+    for (auto [p, T] : {std::pair(1.0, -inf), {1.0, inf}, {1.0, 0.0}, {inf, 100.0}, {nan, 100.0}}) {
+        Vector<double> roots(3);
+        double rho = 1e-3, rho2 = 0;
+        EXPECT_EQ(volume(&m, 0, p, T, nullptr, m.vs(), roots), 0);
+        EXPECT_EQ(volav(&m, 0, p, T, nullptr, m.vs(), rho), 0);
+        EXPECT_FALSE(volnewt(&m, 0, p, T, nullptr, m.vs(), rho));
+        EXPECT_EQ(volf1(&m, p, T, m.vs(), rho, rho2), 0);
+    }
+}
+
 TEST(VolumeFinder, ServesMixturesThroughTheSamePath) {
     const std::unique_ptr<ModelN, corvane::Detach> m(attachN("PR", "vdW1"));
     m->alloc(2, "PR");

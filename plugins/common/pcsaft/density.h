@@ -103,7 +103,7 @@ double rising_crossing(Curve const& curve, double P, double top) {
         if (rho == low || rho == high) break;
         (curve(rho).P < P ? low : high) = rho;
     }
-    return high;
+    return std::abs(curve(high).P - P) <= 1e-6 * P ? high : 0.0;
 }
 
 /// Root on the liquid branch, or the only root where `loop` is 0; 0 if there is none.
@@ -132,7 +132,7 @@ double dense_root(PressureCurve<Fluid> const& curve, double P, double loop, doub
 template <class Fluid>
 int density_roots(Fluid const& fluid, double packing, double P, int phase, double start,
                   double& rho1, double& rho2) {
-    if (!(packing > 0.0) || !std::isfinite(packing) || !std::isfinite(P)) return 0;
+    if (!(packing > 0.0) || !std::isfinite(packing) || !is_pressure(P)) return 0;
     const PressureCurve<Fluid> curve{fluid, packing};
     const double loop = falling_packing(fluid);
     double top = kClosePacking / packing;
