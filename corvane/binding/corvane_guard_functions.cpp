@@ -27,7 +27,11 @@ EXPORT void Corvane_read_x(const char* prompt, void* x, CorvaneError* error) {
 EXPORT int Corvane_volav(void* model, int kind, double p, double T, void* x, double d, double* rho,
                          CorvaneError* error) {
     return guard(error, {},
-                 [&] { return volav(model, kind, p, T, as<Vector<double>>(x), d, *rho); });
+                 [&] {
+                     auto* fractions = as<Vector<double>>(x);
+                     return volav(model, kind, p, T, fractions, d, *rho) == 1 &&
+                            corvane::is_density(model, kind, p, T, fractions, *rho);
+                 });
 }
 EXPORT int Corvane_volf1(void* model, double p, double T, double vmin, double* rho1, double* rho2,
                          CorvaneError* error) {
@@ -79,7 +83,10 @@ EXPORT void* Corvane_ffinit(void* model, double p, double T, CorvaneError* error
 }
 EXPORT void Corvane_equil_min(void* m, double p, double T, void* ph, void* x, CorvaneError* error) {
     guard(error, {{ph, kConstPhdescV}, {x, kDoubleV}},
-          [&] { equil_min(as<ModelN>(m), p, T, ref<Vector<phdesc>>(ph), ref<Vector<double>>(x)); });
+          [&] {
+              corvane::equil_min_judged(as<ModelN>(m), p, T, ref<Vector<phdesc>>(ph),
+                                        ref<Vector<double>>(x));
+          });
 }
 EXPORT void Corvane_list_different(void* a, double d, void* list, int* count, void* idx,
                                    CorvaneError* error) {

@@ -342,7 +342,10 @@ void crit_slope_x(ModelN const* model, Vector<double>& x, double& s, Matrix<doub
     const bool given = line.rows() > 0 && line.cols() > 2 && line[0][1] > 0 && line[0][2] > 0;
     const Point first =
         given ? path.solve({x[0], std::log(line[0][2]), std::log(line[0][1])}) : path.search(x[0]);
-    if (step != 0) path.start(first, step);
+    if (step != 0)
+        path.start(first, step);
+    else if (!(path.pressure(first) > 0))
+        throw ThException(th_generic);
 
     std::vector<std::array<double, 4>> rows;
     const auto add = [&](Point const& y) {

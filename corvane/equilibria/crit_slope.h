@@ -33,7 +33,8 @@ class ModelN;
 /// where the pressure turns negative; after 1000 points; or open, where no shorter step finds a
 /// further point. critical_line_end tells which.
 ///
-/// @throws ThException 0 no critical point near the start values, or none at that composition;
+/// @throws ThException 0 no critical point near the start values, or none at that composition
+///     (with s = 0: none at a pressure above zero);
 ///     5 x[0] or x[0] + s outside [0, 1], or components without Tcrit and vcrit; 4 s ≠ 0 with
 ///     three or more components; MthException 2 x of a wrong length. The arguments are then
 ///     unchanged. What the model throws at given start values passes; elsewhere it counts as no

@@ -4,6 +4,7 @@
 #include <corvane/equilibria/potentials.h>
 #include <corvane/input/input.h>
 #include <corvane/mixture/state.h>
+#include <corvane/volume/volume.h>
 
 #include <algorithm>
 #include <cmath>
@@ -42,6 +43,8 @@ Vector<double> difference(Vector<double> const& z, void* ctx) {
 void equil2(ModelN const* m, double p, double T, Vector<double>& x, Vector<double>& rho) {
     corvane::require_binary(*m);
     if (x.size() != 2 || rho.size() != 2) throw MthException(mth_dimensions);
+    if (!(p > 0 && T > 0) || !std::isfinite(p) || !std::isfinite(T))
+        throw ThException(th_no_density);
     const auto inside = [](double v) { return v > 0 && v < 1; };
     const bool given = inside(x[0]) && inside(x[1]) && x[0] != x[1];
     Vector<double> z = given ? x : ffinit(m, p, T);
@@ -52,6 +55,11 @@ void equil2(ModelN const* m, double p, double T, Vector<double>& x, Vector<doubl
     const double F = fit_marquardt(difference, z, 2, &context, kMaxIterations, 0);
     if (!(F < kLargestSum)) throw ThException(th_generic);
     if (std::fabs(ztox(z[0]) - ztox(z[1])) < kTrivial) throw ThException(th_trivial);
+    for (int k = 0; k < 2; ++k) {
+        const Vector<double> phase = corvane::binary(ztox(z[k]));
+        if (!corvane::is_density(m, 1, p, T, &phase, context.rho[k]))
+            throw ThException(th_no_density);
+    }
     for (int k = 0; k < 2; ++k) {
         x[k] = ztox(z[k]);
         rho[k] = context.rho[k];

@@ -16,6 +16,7 @@ class ModelN;
 /// @param[out] rho  two densities, mol/cm³
 /// @throws ThException 0 no split (from ffinit), or no solution: sum of squared differences not
 ///     below 1e-12; 8 trivial result: the compositions differ by less than 1e-3; 4 not a binary;
-///     9; MthException 1, 2 and what the model throws. x and rho are written on success only.
+///     9 no densities, also for p or T that is not positive and finite; MthException 1, 2 and what
+///     the model throws. x and rho are written on success only.
 CORVANE_API void equil2(ModelN const* m, double p, double T, Vector<double>& x,
                         Vector<double>& rho);

@@ -4,10 +4,14 @@
 #include <corvane/input/input.h>
 #include <corvane/pure/model1.h>
 
+#include <cmath>
+
 namespace {
 constexpr double kDilute = 30.0;  // of ln(x/(1 − x)): x = 1e-13
 constexpr int kTrials = 5;
 constexpr double kTolerance = 1e-9;
+constexpr double kPotential = 1e-6;   // of μ/(RT): the largest difference that is no jump,
+constexpr double kLastDigit = 1e-14;  // beside that of a root found to this in x
 
 struct Freeze {
     int phase;   // of the fluid
@@ -48,8 +52,10 @@ void equil2s(ModelN const* m, double p, double T, Vector<double>& x, int phase, 
             break;
         }
     }
-    x[1] = eqn_regulafalsi(dmy, &context, end, start, f_end, f_start, kTolerance);
-    // An end that is itself the root comes back without an evaluation there.
-    if (f_end == 0 || f_start == 0) dmy(x[1], &context);
+    const double found = eqn_regulafalsi(dmy, &context, end, start, f_end, f_start, kTolerance);
+    // A change of sign may be the step from one density root to the other: no equilibrium.
+    const double rest = dmy(found, &context), solute = s == 1 ? 1 - found : found;
+    if (!(std::fabs(rest) <= kPotential + kLastDigit / solute)) throw ThException(th_generic);
+    x[1] = found;
     rho[1] = context.rho;
 }

@@ -3,10 +3,13 @@
 #include <corvane/equilibria/potentials.h>
 #include <corvane/pure/model1.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
 constexpr int kCycles = 20;
+constexpr double kTrivial = 1e-3;    // difference of compositions
+constexpr double kPotential = 1e-5;  // mole fraction times difference of potentials over RT
 
 struct Minimum {
     ModelN const* model;
@@ -67,6 +70,33 @@ void minimise(Minimum& s, Vector<double>& x) {
         x[s.fluid] = y[0];
     }
 }
+/// Whether x are the compositions of an equilibrium. @throws what the model throws
+bool is_equilibrium(ModelN const& m, double p, double T, Vector<phdesc> const& ph,
+                    Vector<double> const& x) {
+    if (!(p > 0) || !(std::fabs(x[0] - x[1]) > kTrivial)) return false;
+    for (int i = 0; i < 2; ++i) {
+        double potential[2], fraction = 1.0;
+        for (int k = 0; k < 2; ++k) {
+            const Vector<double> z = corvane::binary(x[k]);
+            double rho = 0.0;
+            int form = 0;
+            if (ph[k].phase >= 0) {
+                if (ph[k].species != i) {
+                    fraction = 0.0;  // not in the solid: no condition
+                    continue;
+                }
+                potential[k] = m.mdl1[i]->solid.Ge(p, T, form, rho);
+            } else {
+                potential[k] = m.my(p, T, z, i, 2, rho);
+                fraction = std::min(fraction, z[i]);
+            }
+        }
+        if (fraction > 0.0 &&
+            !(fraction * std::fabs(potential[0] - potential[1]) <= kPotential))
+            return false;
+    }
+    return true;
+}
 }  // namespace
 
 void equil_min(ModelN const* m, double p, double T, Vector<phdesc> const& ph, Vector<double>& x) {
@@ -79,3 +109,19 @@ void equil_min(ModelN const* m, double p, double T, Vector<phdesc> const& ph, Ve
         x = start;
     }
 }
+
+namespace corvane {
+
+bool equil_min_judged(ModelN const* m, double p, double T, Vector<phdesc> const& ph,
+                      Vector<double>& x) {
+    const Vector<double> start(x);
+    equil_min(m, p, T, ph, x);
+    try {
+        if (x.size() == 2 && ph.size() == 2 && is_equilibrium(*m, p, T, ph, x)) return true;
+    } catch (...) {  // no density, or no solid there
+    }
+    x = start;
+    return false;
+}
+
+}  // namespace corvane

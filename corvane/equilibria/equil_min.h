@@ -18,8 +18,21 @@ class ModelN;
 /// coexist, and x[0] ≠ x[1]. The accuracy is the square root of the model's rounding noise, about
 /// 1e-7 in x; equil2 and equil2s solve for equal chemical potentials instead.
 ///
+/// A minimum is not always an equilibrium: from a start far off, the search may come back with two
+/// equal phases, or with a pair on its way. corvane::equil_min_judged tells.
+///
 /// Never throws: any failure (a composition that leaves [0, 1], no density root, no solid data, no
 /// convergence, a fluid with another negative phase code) restores x; compositions that have not
 /// changed at all are the only sign of it. No state; re-entrant.
 CORVANE_API void equil_min(ModelN const* m, double p, double T, Vector<phdesc> const& ph,
                            Vector<double>& x);
+
+namespace corvane {
+
+/// The same, and what comes out is tested: compositions that differ by 1e-3 and equal potentials
+/// within the accuracy of the minimum, x_i·|Δμ_i|/(RT) <= 1e-5 with the smaller mole fraction; beside
+/// a solid, that of its component. False, and x as it was, for anything else. Never throws.
+CORVANE_API bool equil_min_judged(ModelN const* m, double p, double T, Vector<phdesc> const& ph,
+                                  Vector<double>& x);
+
+}  // namespace corvane

@@ -23,8 +23,10 @@ double maxwell(Model1 const* model, double p, double T, double& rhoL, double& rh
             refuse_single();
     }
     if (!(rhoL > 0) || !(rhoV > 0)) throw ThException(th_no_density);
-    return model->Ar(rhoV, T) - model->Ar(rhoL, T) + std::log(rhoV / rhoL) +
-           (1 / rhoV - 1 / rhoL) * p / (R * T);
+    const double difference = model->Ar(rhoV, T) - model->Ar(rhoL, T) + std::log(rhoV / rhoL) +
+                              (1 / rhoV - 1 / rhoL) * p / (R * T);
+    if (!std::isfinite(difference)) throw ThException(th_no_density);
+    return difference;
 }
 
 namespace {

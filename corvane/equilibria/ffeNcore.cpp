@@ -8,7 +8,9 @@
 #include <cmath>
 
 namespace {
-constexpr double kTrivial = 0.001;  // of the larger density: closer phases are one
+constexpr double kTrivial = 0.001;    // of the larger density: closer phases are one
+constexpr double kPressure = 1e-4;    // of p, by which the thinner phase's may differ
+constexpr double kUnstable = -1e-8;   // ∂p/∂rho over RT below this is no rounding
 
 /// One phase at T.
 struct Phase {
@@ -61,6 +63,22 @@ class Equilibrium {
         throw ThException(th_trivial);
     }
 
+    /// The equations have solutions that are no equilibrium: under tension, or with a phase between
+    /// its spinodals. And they hold to an absolute difference in pressure, which says nothing where
+    /// p is small: there the thinner phase decides, whose pressure is not a difference of terms that
+    /// cancel.
+    void require_equilibrium(double T, double p, double rho1, Vector<double> const& rho2) const {
+        const Vector<double> given = x_ * rho1;
+        Vector<double> const& thin = given.sum() < rho2.sum() ? given : rho2;
+        const double p_thin = context_.m->Z(thin, T) * R * T * thin.sum();
+        if (!(p > 0) || !(std::fabs(p_thin - p) <= kPressure * p)) throw ThException(th_generic);
+        for (Vector<double> const* row : {&given, &rho2}) {
+            const double rho = row->sum();
+            if (!(context_.m->pV(rho, T, *row * (1 / rho)) > kUnstable))
+                throw ThException(th_generic);
+        }
+    }
+
   private:
     pass_ffeN context_;
     Vector<double> const& x_;
@@ -97,11 +115,16 @@ Vector<double> objffeN(Vector<double> const& u, void* ctx) {
 
 void vleN_T(ModelN const* model, double T, Vector<double> const& x, double& p, double& rho1,
             Vector<double>& rho2) {
-    Equilibrium({model, 0, 0.0, T, nullptr}, x, rho2).solve(nullptr, rho1, rho2);
-    p = model->Z(rho2, T) * R * T * rho2.sum();  // in the second phase
+    Equilibrium equilibrium({model, 0, 0.0, T, nullptr}, x, rho2);
+    equilibrium.solve(nullptr, rho1, rho2);
+    const double found = model->Z(rho2, T) * R * T * rho2.sum();  // in the second phase
+    equilibrium.require_equilibrium(T, found, rho1, rho2);
+    p = found;
 }
 
 void vleN_p(ModelN const* model, double p, Vector<double> const& x, double& T, double& rho1,
             Vector<double>& rho2) {
-    Equilibrium({model, 1, p, 0.0, nullptr}, x, rho2).solve(&T, rho1, rho2);
+    Equilibrium equilibrium({model, 1, p, 0.0, nullptr}, x, rho2);
+    equilibrium.solve(&T, rho1, rho2);
+    equilibrium.require_equilibrium(T, p, rho1, rho2);
 }

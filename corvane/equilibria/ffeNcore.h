@@ -23,9 +23,15 @@ class ModelN;
 /// @param[in,out] rho1  mol/cm³, start and result: density of the given phase
 /// @param[in,out] rho2  N partial densities of the second phase, mol/cm³, start and result;
 ///     exactly 0 for an absent component
-/// @throws ThException 0 sum of squared residuals above th_inc1; 8 trivial result: the second
-///     phase is the given one (densities written, p not); 5 a start value not positive, or a fit
-///     that ends against one; MthException 1, 2 and what the model throws
+/// What returns normally is an equilibrium: residuals below 1e-5, p > 0, no phase mechanically
+/// unstable (∂p/∂rho < 0). Phases may be metastable, or split into two: that is not tested. A p
+/// below 1e-6 MPa from a second phase that is a liquid has the rounding of the liquid's pressure,
+/// about 1e-12 MPa; it is refused where that is 1e-4 of p.
+///
+/// @throws ThException 0 sum of squared residuals above th_inc1, or the solution is no equilibrium
+///     (densities written, p not); 8 trivial result: the second phase is the given one (the same);
+///     5 a start value not positive, or a fit that ends against one; MthException 1 (a fit that
+///     stagnates included), 2 and what the model throws
 CORVANE_API void vleN_T(ModelN const* model, double T, Vector<double> const& x, double& p,
                         double& rho1, Vector<double>& rho2);
 

@@ -42,7 +42,8 @@ namespace Corvane
 
         /// <summary>Pressure at which the phase of mole fractions x and density rho1 coexists with
         /// another, of partial densities rho2, at T. Start values of rho1 and rho2 decide what is found.
-        /// Code 0: no solution; 8: the second phase is the first; 5; numerical codes.</summary>
+        /// Code 0: no solution, or one at p &lt;= 0 or with an unstable phase; 8: the second phase is
+        /// the first; 5; numerical codes (1: the fit did not converge).</summary>
         public static void VleT(ModelN model, double T, DoubleVector x, ref double p,
                                 ref double rho1, DoubleVector rho2)
         {
@@ -76,7 +77,8 @@ namespace Corvane
                 ModelN.HandleOf(model), p, T, out CorvaneError e), ref e));
 
         /// <summary>Adjusts the compositions x of two coexisting phases of a binary by minimising the
-        /// Gibbs energy. On any failure x stays as it was.</summary>
+        /// Gibbs energy. On any failure, or if the minimum is no equilibrium (two equal phases, for
+        /// example), x stays as it was.</summary>
         public static void EquilMin(ModelN model, double p, double T,
                                     IReadOnlyList<PhaseDescriptor> phases, DoubleVector x)
         {
@@ -104,8 +106,9 @@ namespace Corvane
         }
 
         /// <summary>Composition x[1] of the fluid of a binary that coexists with a pure solid, x[0] = 0
-        /// or 1; rho receives the densities of solid and fluid. Returns the solid phase. Codes 0, 4, 5,
-        /// 6, 9.</summary>
+        /// or 1; rho receives the densities of solid and fluid. Returns the solid phase. Of a solid of
+        /// component 1 the fluid holds 1 − x[1], known to 4e-15 only: put what hardly dissolves
+        /// first. Codes 0, 4, 5, 6, 9.</summary>
         public static int Equil2S(ModelN model, double p, double T, DoubleVector x, Phase phase,
                                   DoubleVector rho)
         {
@@ -118,7 +121,8 @@ namespace Corvane
 
         /// <summary>Critical point of the mixture of composition x, and the critical line of a binary
         /// from there on with first step s in x[0] (0: the point only). x and s receive the last ones,
-        /// the result has rows x0, T, rho, p. Codes 0, 4, 5.</summary>
+        /// the result has rows x0, T, rho, p; the last p of a line may be negative (it goes on under
+        /// tension). Codes 0, 4, 5.</summary>
         public static DoubleMatrix CritSlopeX(ModelN model, DoubleVector x, ref double s)
         {
             DoubleMatrix line = new DoubleMatrix(0, 4);

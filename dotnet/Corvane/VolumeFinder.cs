@@ -27,7 +27,8 @@ namespace Corvane
                                  DoubleVector.HandleOf(roots), out CorvaneError e), ref e);
 
         /// <summary>The root near the start value rho, by Newton's method and the Illinois method. False
-        /// if none was found.</summary>
+        /// if none was found, or one that is off by more than a part in a thousand, as in a gas too
+        /// thin for the absolute tolerance of 1e-9 in rho·d.</summary>
         public static bool Volav(Model1 model, double p, double T, double d, ref double rho) =>
             Check(Corvane_volav(Model1.HandleOf(model), Pure, p, T, DoubleVectorHandle.None, d,
                                 ref rho, out CorvaneError e), ref e) != 0;

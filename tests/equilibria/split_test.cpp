@@ -135,4 +135,32 @@ TEST(Freeze, PotentialEqualsThatOfTheSolid) {
     x[0] = 0.4;  // now component 1, which has no data loaded
     EXPECT_EQ(code(5, 130), th_no_solid);
 }
+
+// A search that comes back with two equal phases, and absurd states.
+TEST(Split, OnlyEquilibriaPassTheJudgement) {
+    const Mixture m = peng_robinson("carbon_dioxide", "methane", 0.1);
+    const struct {
+        double T, p, a, b;
+    } rows[] = {{142.9, 0.025, 0.1, 0.9}, {85.1, 1.5e-6, 0.1, 0.8}, {170, 1, 0.2, 0.3}, {190, 3, 0.4, 0.45}};
+    int moved = 0;
+    for (auto const& row : rows)
+        for (double shift : {0.0, 0.01, 0.03}) {
+            Vector<double> x = vec({row.a + shift, row.b});
+            const bool good = corvane::equil_min_judged(m.get(), row.p, row.T, phases(kFluid, kFluid), x);
+            EXPECT_EQ(good, x[0] != row.a + shift);
+            if (!good) continue;
+            ++moved;
+            EXPECT_GT(std::fabs(x[0] - x[1]), 1e-3);
+            for (int i : {0, 1}) {
+                double rho = 0;
+                EXPECT_NEAR(m->my(row.p, row.T, mix(x[0]), i, 2, rho),
+                            m->my(row.p, row.T, mix(x[1]), i, 2, rho), 1e-3);
+            }
+        }
+    Vector<double> x = vec({0.1, 0.9}), rho(2);
+    for (auto [p, T] : {std::pair(1e300, 200.0), {1e12, 200.0}, {INFINITY, 200.0}, {1.0, -1.0},
+                        {1.0, std::nan("")}, {0.0, 200.0}, {1e-310, 200.0}})
+        EXPECT_EQ(th_code([&] { equil2(m.get(), p, T, x, rho); }), th_no_density) << p << " " << T;
+    EXPECT_EQ(x[0], 0.1);
+}
 }  // namespace

@@ -82,4 +82,52 @@ TEST(TwoPhase, CodesAndResiduals) {
     EXPECT_NEAR(r[2], pressure(*m, given, 260) - pressure(*m, second, 260), 1e-10);
     EXPECT_NEAR(r[3], 2.0 - pressure(*m, given, 260), 1e-10);
 }
+
+// Starts from estimates, some of them far off: what returns normally is an equilibrium. The first
+// used to end in a stagnated fit, the second under tension, with a phase between its spinodals.
+TEST(TwoPhase, WhatReturnsIsAnEquilibrium) {
+    const Mixture m = peng_robinson("carbon_dioxide", "methane", 0.1);
+    double T = 103.8, p = 0, rho1 = 2.63e-5;
+    Vector<double> rho2 = vec({0.018, 0.0152});
+    EXPECT_EQ(mth_code([&] { vleN_p(m.get(), 0.0225, mix(0.00055), T, rho1, rho2); }),
+              mth_iterations);
+    const Mixture gerg = mixture_of("MEOS", "GERG", {"butane", "water"});
+    for (int i : {0, 1}) gerg->mdl1[i]->id(-1);
+    gerg->id(0, 1, 2);
+    gerg->load("MEOS", "GERG");
+    for (double x0 : {0.3, 0.4, 0.5}) {
+        rho1 = 9.3e-5;
+        rho2 = vec({0.0022892, 0.0400387});
+        EXPECT_NE(-1, th_code([&] { vleN_T(gerg.get(), 390, mix(x0), p, rho1, rho2); })) << x0;
+    }
+    int found = 0;
+    for (double x0 : {1e-5, 0.01, 0.3, 0.7, 0.99})
+        for (double at = 90; at < 280; at += 19.3)
+            for (double guess = 1e-5; guess < 10; guess *= 5) {
+                const Vector<double> x = mix(x0);
+                rho1 = guess / (R * at);
+                rho2 = vec({0.02 * x0 + 0.003, 0.015});
+                SCOPED_TRACE(testing::Message() << x0 << " T " << at << " p " << guess);
+                for (bool by_T : {true, false}) try {
+                        T = at;
+                        p = guess;
+                        if (by_T)
+                            vleN_T(m.get(), T, x, p, rho1, rho2);
+                        else
+                            vleN_p(m.get(), p, x, T, rho1, rho2);
+                        ++found;
+                        ASSERT_GT(p, 0);
+                        for (int i : {0, 1})
+                            EXPECT_NEAR(m->my(x * rho1, T, i), m->my(rho2, T, i), 1e-4);
+                        for (auto const& row : {x * rho1, rho2}) {
+                            const double rho = row.sum();
+                            EXPECT_NEAR(pressure(*m, row, T), p, 1e-4 * p + 1e-12 * rho * R * T);
+                            EXPECT_GT(m->pV(rho, T, row * (1 / rho)), 0);
+                        }
+                    } catch (ThException const&) {
+                    } catch (MthException const&) {
+                    }
+            }
+    EXPECT_GT(found, 50);
+}
 }  // namespace
