@@ -1,15 +1,12 @@
 // One model shared by threads: the same numbers to the last bit, in whatever order they are asked
 // for.
 #include "equilibria/phases.h"
+#include "threads/together.h"
 
 #include <corvane/corvane.h>
 
-#include <atomic>
-#include <cstring>
-#include <thread>
 
 namespace {
-using Numbers = std::vector<double>;
 constexpr int kTasks = 8;
 
 Numbers task(ModelN const& m, int k) {
@@ -40,33 +37,12 @@ Numbers task(ModelN const& m, int k) {
     }
     return v;
 }
-bool same(Numbers const& a, Numbers const& b) {
-    return a.size() == b.size() && !std::memcmp(a.data(), b.data(), a.size() * sizeof(double));
-}
-
 TEST(Threads, GiveTheSameBits) {
     for (auto const& [eos, mth] :
          {std::pair{"PR", "vdW1"}, {"SRK", "vdW1"}, {"PCSAFT", "LB"}, {"MEOS", "GERG"}}) {
         SCOPED_TRACE(eos);
         const Mixture m = mixture_of(eos, mth, {"methane", "propane"});
-        std::vector<Numbers> alone;
-        for (int k = 0; k < kTasks; ++k) {
-            alone.push_back(task(*m, k));
-            EXPECT_GT(alone.back().size(), 8u);
-        }
-        for (int count : {1, 2, 8}) {
-            std::atomic<int> different = 0;
-            std::vector<std::thread> threads;
-            for (int t = 0; t < count; ++t)
-                threads.emplace_back([&, t] {  // each begins with a task of its own, downwards
-                    for (int k = kTasks; k-- > 0;) {
-                        const int at = (k + 3 * t) % kTasks;
-                        if (!same(task(*m, at), alone[static_cast<unsigned>(at)])) ++different;
-                    }
-                });
-            for (std::thread& t : threads) t.join();
-            EXPECT_EQ(different, 0);
-        }
+        expect_same_bits(kTasks, {1, 2, 8}, [&](int k) { return task(*m, k); });
     }
 }
 }  // namespace
