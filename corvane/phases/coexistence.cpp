@@ -1,6 +1,7 @@
 #include <corvane/core/constants.h>
 #include <corvane/phases/coexistence.h>
 #include <corvane/phases/dense.h>
+#include <corvane/phases/error_bound.h>
 
 #include <cmath>
 #include <limits>
@@ -17,8 +18,8 @@ CoexistenceSolver::CoexistenceSolver(FluidModel const& f, int phases)
     for (PhaseState& s : phase) s.resize(n_);
     const auto m = static_cast<std::size_t>(size());
     u.resize(m);
-    r_.resize(m);
-    jacobian_.resize(m * m);
+    r_.resize(m + 1);
+    jacobian_.resize((m + 1) * (m + 1));
 }
 
 void CoexistenceSolver::start(int k, std::vector<double> const& x, double rho) {
@@ -42,7 +43,7 @@ bool CoexistenceSolver::evaluate() {
 }
 
 void CoexistenceSolver::assemble() {
-    const int n = n_, m = size(), last = m - 1;
+    const int n = n_, m = size(), last = count_ * n;
     std::fill(jacobian_.begin(), jacobian_.end(), 0.0);
     double *J = jacobian_.data(), *r = r_.data();
     PhaseState const &a = phase[0], &light = phase[lightest()];
@@ -65,7 +66,26 @@ void CoexistenceSolver::assemble() {
         J[last] = (b.p_T - a.p_T) * scale;
         J += m;
     }
-    if (z)
+    if (z && split) {
+        double *own = J, *to = r;
+        for (int i = 0; i < n; ++i) {  // of component 0: taken off below
+            const double in_a = (1.0 - fraction) * a.rho_i[i], in_b = fraction * phase[1].rho_i[i],
+                         whole = in_a + in_b, off = std::log(whole / (*z)[i]);
+            const double slopes[] = {in_a / whole, in_b / whole,
+                                     (phase[1].rho_i[i] - a.rho_i[i]) / whole};
+            const int at[] = {i, n + i, last + 1};
+            double* row_i = own + (i - 1) * m;
+            for (int k = 0; k < 3; ++k)
+                if (i > 0)
+                    row_i[at[k]] += slopes[k];
+                else
+                    for (int j = 0; j + 1 < n; ++j) own[j * m + at[k]] -= slopes[k];
+            if (i > 0) to[i - 1] += off;
+            for (int j = 0; i == 0 && j + 1 < n; ++j) to[j] = -off;
+        }
+        J += (n - 1) * m;
+        r += n - 1;
+    } else if (z)
         for (int i = 1; i < n; ++i, J += m) {
             *r++ = u[i] - u[0] - std::log((*z)[i] / (*z)[0]);
             J[i] = 1.0;
@@ -147,8 +167,11 @@ bool CoexistenceSolver::solve(int limit) {
             }
             if (&phase[k] != &light) bound(total, 0.15);
         }
-        bound(r_[m - 1], 0.2);
-        for (int i = 0; i < m; ++i) u[i] += scale * r_[i];
+        const int last = count_ * n;
+        bound(r_[last], 0.2);
+        if (split) bound(r_[last + 1], 0.5 * (r_[last + 1] > 0.0 ? 1.0 - fraction : fraction));
+        for (int i = 0; i <= last; ++i) u[i] += scale * r_[i];
+        if (split) fraction += scale * r_[last + 1];
     }
     return false;
 }
@@ -170,6 +193,53 @@ bool CoexistenceSolver::tangent(std::vector<double>& t) {
     t.assign(static_cast<std::size_t>(size()), 0.0);
     t.back() = 1.0;
     return lu_solve(size(), jacobian_.data(), t.data());
+}
+
+bool CoexistenceSolver::bound(Certificate& c) {
+    assemble();
+    const int n = n_, m = size(), last = count_ * n, k_light = lightest();
+    constexpr double eps = std::numeric_limits<double>::epsilon();
+    PhaseState const& light = phase[k_light];
+    const double RT = R * light.T, p_rounding = rounding_of_P(fluid, light) * RT / light.p;
+    std::vector<double> e(static_cast<std::size_t>(m), 8 * eps);
+    int at = 0;
+    for (int k = 1; k < count_; ++k) {
+        for (int i = 0; i < n; ++i)
+            e[at++] = rounding_of_m(fluid, phase[0], i) + rounding_of_m(fluid, phase[k], i);
+        e[at++] =
+            (rounding_of_P(fluid, phase[0]) + rounding_of_P(fluid, phase[k])) / light.rho;
+    }
+    for (int i = 1; z && i < n; ++i)
+        e[at++] = 4 * eps * (2.0 + std::fabs(u[i]) + std::fabs(u[0]));
+    if (p > 0.0) e[p_row_] = std::fabs(p_rounding);
+    for (int k = 0; k < m; ++k) e[k] += std::fabs(r_[k]);
+    std::vector<double> inverse(static_cast<std::size_t>(m * m));
+    if (!invert(m, jacobian_.data(), inverse.data())) return false;
+    const ErrorBound off(e);
+    const auto change = [&](int i) { return &inverse[static_cast<std::size_t>(i) * m]; };
+    c.x_error = c.rho_error = c.apart_error = 0.0;
+    std::vector<double> sum(static_cast<std::size_t>(m));
+    for (int k = 0; k < count_; ++k) {
+        off.phase(phase[k], change(k * n), c.x_error, c.rho_error);
+        if (k == 0) continue;
+        double d = 0.0;
+        std::fill(sum.begin(), sum.end(), 0.0);
+        for (int i = 0; i < n; ++i) {
+            const double difference = u[i] - u[k * n + i];
+            d += phase[0].x[i] * difference * difference;
+            for (int j = 0; j < m; ++j)
+                sum[j] += phase[0].x[i] * difference * (change(i)[j] - change(k * n + i)[j]);
+        }
+        c.apart_error = std::max(c.apart_error, off(sum.data()) / d);
+    }
+    for (int j = 0; j < m; ++j) {
+        sum[j] = (light.p_T + light.p / RT) * change(last)[j];
+        for (int i = 0; i < n; ++i) sum[j] += light.rho_i[i] * light.P[i] * change(k_light * n + i)[j];
+        sum[j] *= RT / light.p;
+    }
+    const double of_p = off(sum.data()) + std::fabs(p_rounding), of_T = off(change(last));
+    c.value_error = T > 0.0 && p > 0.0 ? 0.0 : T > 0.0 ? of_p : p > 0.0 ? of_T : std::max(of_p, of_T);
+    return c.bounded();
 }
 
 double CoexistenceSolver::pressure() const {

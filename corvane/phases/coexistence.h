@@ -1,6 +1,7 @@
 // Newton's method for phases in equilibrium. Internal to the library.
 #pragma once
 
+#include <corvane/phases/certificate.h>
 #include <corvane/phases/phase.h>
 
 #include <vector>
@@ -25,14 +26,17 @@ class CoexistenceSolver {
     double residual = 0.0;
 
     // What is fixed beside the equilibrium itself.
-    std::vector<double> const* z = nullptr;  ///< composition of the first phase (n − 1 conditions)
+    std::vector<double> const* z = nullptr;  ///< composition of the whole (n − 1 conditions): of
+                                             ///< the first phase, or with `split` of the first two
+    bool split = false;     ///< `fraction` is a variable (instead of also and row)
+    double fraction = 0.0;  ///< volume fraction of the second phase in the whole
     double T = 0.0;                          ///< > 0: temperature
     double p = 0.0;                          ///< > 0: pressure
     std::vector<double> also;                ///< not empty: also·u = 0
     std::vector<double> row;                 ///< not empty: row·u = value
     double value = 0.0;
 
-    int size() const { return count_ * n_ + 1; }
+    int size() const { return count_ * n_ + (split ? 2 : 1); }
     int count() const { return count_; }
     /// Start values of phase k.
     void start(int k, std::vector<double> const& x, double rho);
@@ -45,6 +49,9 @@ class CoexistenceSolver {
     void level();
     /// ∂u/∂value at the solution (needs row). False if singular.
     bool tangent(std::vector<double>& t);
+    /// Fills the bounds of the certificate from the evaluated phases, all differences against the
+    /// first one. False if the Jacobian is singular.
+    bool bound(Certificate& c);
     /// Evaluates the phases at u. False if that is not finite.
     bool evaluate();
     /// ln p of the lightest phase and its slope along t.

@@ -43,6 +43,41 @@ inline bool lu_solve(int n, double* a, double* b) {
     return true;
 }
 
+/// Inverse of A (n×n, row by row) by Gauss–Jordan elimination with the same pivoting; A is
+/// overwritten. False for a pivot within rounding of zero.
+inline bool invert(int n, double* a, double* inverse) {
+    std::fill(inverse, inverse + n * n, 0.0);
+    for (int i = 0; i < n; ++i) {
+        double big = 0.0;
+        for (int j = 0; j < n; ++j) big = std::max(big, std::fabs(a[i * n + j]));
+        if (!(big > 0.0) || !std::isfinite(big)) return false;
+        for (int j = 0; j < n; ++j) a[i * n + j] /= big;
+        inverse[i * n + i] = 1.0 / big;
+    }
+    for (int k = 0; k < n; ++k) {
+        int row = k;
+        for (int i = k + 1; i < n; ++i)
+            if (std::fabs(a[i * n + k]) > std::fabs(a[row * n + k])) row = i;
+        const double pivot = a[row * n + k];
+        if (!(std::fabs(pivot) > 1e-15)) return false;
+        if (row != k) {
+            std::swap_ranges(a + k * n, a + (k + 1) * n, a + row * n);
+            std::swap_ranges(inverse + k * n, inverse + (k + 1) * n, inverse + row * n);
+        }
+        for (int j = 0; j < n; ++j) {
+            a[k * n + j] /= pivot;
+            inverse[k * n + j] /= pivot;
+        }
+        for (int i = 0; i < n; ++i) {
+            const double q = a[i * n + k];
+            if (i == k || q == 0.0) continue;
+            for (int j = k; j < n; ++j) a[i * n + j] -= q * a[k * n + j];
+            for (int j = 0; j < n; ++j) inverse[i * n + j] -= q * inverse[k * n + j];
+        }
+    }
+    return true;
+}
+
 /// Solution of A·x = b for a symmetric A by Cholesky's method; A is overwritten,
 /// b receives x. False unless A is positive definite beyond rounding.
 inline bool cholesky_solve(int n, double* a, double* b) {

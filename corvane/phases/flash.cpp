@@ -324,7 +324,8 @@ class Flash {
 
     bool certified(StabilityResult* r) {
         if (!fluid_.evaluate(a_, T_, phase_H | phase_p) ||
-            !fluid_.evaluate(b_, T_, phase_H | phase_p))
+            !fluid_.evaluate(b_, T_, phase_H | phase_p) ||
+            !flash_bound(fluid_, T_, p_, a_, b_, beta_, bounds_))
             return false;
         StabilityResult found = stability_.test(a_, p_, &b_, true);
         if (r && !found.stable) found = stability_.test(a_, p_, &b_, false);
@@ -348,6 +349,7 @@ class Flash {
     }
     FlashResult two_phases(FlashOptions const& o) {
         FlashResult q = result();
+        q.certificate = bounds_;
         flash_record(fluid_, {&a_, &b_}, {1.0 - beta_, beta_}, q);
         q.certificate.tpd = tpd_;
         return finish(q, o);
@@ -367,6 +369,7 @@ class Flash {
     const int n_;
     Stability stability_;
     PhaseState whole_, a_, b_;
+    Certificate bounds_;  // of a_ and b_
     struct Pair {
         std::vector<double> a, b;  ///< mole fractions
     };

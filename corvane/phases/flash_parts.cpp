@@ -1,6 +1,8 @@
 #include <corvane/core/constants.h>
+#include <corvane/phases/coexistence.h>
 #include <corvane/phases/dense.h>
 #include <corvane/phases/flash_parts.h>
+#include <corvane/phases/regular_pair.h>
 #include <corvane/phases/split.h>
 
 #include <algorithm>
@@ -59,6 +61,45 @@ void flash_record(FluidModel const& fluid, std::vector<PhaseState const*> phases
         for (std::size_t k = 0; k < phases.size(); ++k) sum += q.fraction[k] * phases[k]->x[i];
         c.balance = std::max(c.balance, std::fabs(fluid.z()[i] - sum));
     }
+}
+
+bool flash_bound(FluidModel const& fluid, double T, double p, PhaseState& a, PhaseState& b,
+                 double& beta, Certificate& c) {
+    const double volume_a = (1.0 - beta) / a.rho, volume_b = beta / b.rho;
+    const double fraction = volume_b / (volume_a + volume_b);
+    double d = 0.0;
+    for (int i = 0; i < fluid.size(); ++i) {
+        const double half = 0.5 * std::log(a.rho_i[i] / b.rho_i[i]);
+        d += fluid.z()[i] * half * half;
+    }
+    d = std::sqrt(d);
+    if (!(d > 1e-9)) return false;
+    if (d > RegularPair::kNear) {
+        CoexistenceSolver two(fluid, 2);
+        two.z = &fluid.z();
+        two.split = true;
+        two.T = T;
+        two.p = p;
+        two.fraction = fraction;
+        two.start(0, a.x, a.rho);
+        two.start(1, b.x, b.rho);
+        two.u.back() = std::log(T);
+        return two.evaluate() && two.bound(c) && c.apart_error < Certificate::apart_limit;
+    }
+    RegularPair pair(fluid);
+    pair.T = T;
+    pair.p = p;
+    pair.fixed_fraction = false;
+    pair.start(a.rho_i, b.rho_i, T, fraction);
+    if (!pair.solve(kNewton) || !pair.bound(c) || !(c.apart_error < Certificate::apart_limit) ||
+        !pair.locally_stable())
+        return false;
+    const double found = pair.y.back();
+    if (!(found >= 0.0 && found <= 1.0)) return false;
+    a = pair.a;
+    b = pair.b;
+    beta = found * b.rho / ((1.0 - found) * a.rho + found * b.rho);
+    return true;
 }
 
 bool flash_certified(FluidModel const& fluid, Stability& stability,

@@ -20,6 +20,12 @@ bool flash_guess(ModelN const& model, double p, double T, Vector<double> const& 
 void flash_record(FluidModel const& fluid, std::vector<PhaseState const*> phases,
                   std::vector<double> const& amounts, FlashResult& result);
 
+/// Bounds of the errors of two phases at (p, T) into the certificate. Phases nearer than
+/// RegularPair::kNear are solved again by that class, with the amount beta of b. False where they
+/// cannot be told apart, or are locally unstable. The states keep phase_H and phase_p.
+bool flash_bound(FluidModel const& fluid, double T, double p, PhaseState& a, PhaseState& b,
+                 double& beta, Certificate& c);
+
 /// As flash_record, and tpd. False if the certificate does not hold, target included, if two phases
 /// are alike, if a density is no root that the model reports, or if the state is unstable.
 bool flash_certified(FluidModel const& fluid, Stability& stability,

@@ -54,6 +54,9 @@ double const* FluidModel::isotherm(double T, bool slopes) const {
     }
     return work_.data();
 }
+bool FluidModel::exact() const {
+    return isotherm_ || model_.derivatives();
+}
 Model1 const& FluidModel::pure(int k) const {
     return *model_.mdl1[present_[k]];
 }

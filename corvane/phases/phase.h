@@ -65,6 +65,8 @@ class CORVANE_API FluidModel {
     FluidModel(ModelN const& model, Vector<double> const& z);
 
     ModelN const& model() const { return model_; }
+    /// Derivatives to rounding; otherwise by differences.
+    bool exact() const;
     int size() const { return static_cast<int>(present_.size()); }
     std::vector<double> const& z() const { return z_; }
     int index(int k) const { return present_[k]; }  ///< of present component k in the model

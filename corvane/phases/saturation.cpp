@@ -12,24 +12,26 @@ namespace corvane {
 namespace {
 constexpr int kSubstitutions = 3;
 constexpr double kFactor = 3.0;  // largest change of p in a substitution
-// Starts for a pure fluid next to its critical point: d ln p/d ln T, and (rho − rho_c)/rho_c over
-// √(1 − T/Tc), which is 2 for van der Waals' equation and larger for others.
-constexpr double kSlope = 7.0, kAmplitude = 2.5;
 }  // namespace
 
 SaturationSolver::SaturationSolver(ModelN const& model, Saturated kind, bool at_T, double value,
                                    Vector<double> const& z)
-    : fluid_(model, z), kind_(kind), at_T_(at_T), value_(value), pair_(fluid_), stability_(fluid_) {
+    : fluid_(model, z), kind_(kind), at_T_(at_T), value_(value), pair_(fluid_), regular_(fluid_), stability_(fluid_) {
     if (!(value > 0.0) || !std::isfinite(value)) throw ThException(th_out_of_range);
     pair_.z = &fluid_.z();
     (at_T ? pair_.T : pair_.p) = value;
+    (at_T ? regular_.T : regular_.p) = value;
 }
 
 SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
     stability_.kind = o.test;
     if (o.branch == Branch::any) {
         if (o.start && warm(*o.start) && accept()) return result(o);
-        if (cold() && accept()) return result(o);
+        const bool solved = cold();
+        if (solved && accept()) return result(o);
+        // Not stable, or none: the liquid may split before.
+        if (kind_ == Saturated::bubble && fluid_.size() > 1 && a_.p > 0.0 && (!solved || split_))
+            if (const auto found = beside_two_liquids(o)) return *found;
     }
     if (fluid_.size() == 1) {
         if (cold() && accept()) return result(o);
@@ -40,16 +42,18 @@ SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
             complete_ ? "at or above the critical point"
                       : "too near the critical point, or out of the model's reach");
     }
+    if (o.branch == Branch::any) try {
+            const CriticalPoint c = critical_point(fluid_.model(), fluid_.expand(fluid_.z()));
+            fluid_.evaluations += c.certificate.evaluations;
+            if (from_critical(c)) return result(o);
+        } catch (EquilibriumFailure const&) {
+        }
     const bool upper = o.branch == Branch::upper;
     bool found = global(upper);
-    std::vector<double> best = pair_.u;
-    double tpd = tpd_;
-    if (o.trace && (!found || o.branch != Branch::any) && traced(upper, found, best, tpd))
-        found = true;
+    Found best = take();
+    if (o.trace && (!found || o.branch != Branch::any) && traced(upper, found, best)) found = true;
     if (found && !(missed_ && o.branch != Branch::any)) {
-        pair_.u = best;
-        tpd_ = tpd;
-        if (pair_.solve(kNewton)) return result(o);
+        if (restore(best)) return result(o);
         complete_ = false;
     }
     const bool none = complete_;
@@ -71,7 +75,7 @@ bool SaturationSolver::warm(SaturationPoint const& start) {
         !std::all_of(y.begin(), y.end(), [](double v) { return v > 0.0; }))
         return false;
     pair_.start(fluid_.z(), start.given.rho, y, start.incipient.rho, at_T_ ? value_ : start.T);
-    return pair_.solve(kNewton);
+    return solve();
 }
 
 bool SaturationSolver::cold() {
@@ -125,7 +129,7 @@ bool SaturationSolver::cold() {
             t = 1 / (1 / t + std::clamp(sign * std::log(sum) / slope, -0.1 / t, 0.1 / t));
     }
     pair_.start(z, a_.rho, b_.x, b_.rho, t);
-    return pair_.solve(kNewton);
+    return solve();
 }
 
 bool SaturationSolver::pure() {
@@ -137,32 +141,42 @@ bool SaturationSolver::pure() {
         return false;
     }
     fluid_.evaluations += c.certificate.evaluations;
-    const double reduced = value_ / (at_T_ ? c.T : c.p);
-    if (!(reduced < 1.0)) {
+    if (!(value_ < (at_T_ ? c.T : c.p))) {
         complete_ = true;
         return false;
     }
-    const double off = at_T_ ? 1.0 - reduced : -std::log(reduced) / kSlope;
-    const double apart = std::min(kAmplitude * std::sqrt(off), 0.8);
-    const double side = kind_ == Saturated::bubble ? apart : -apart;
-    pair_.start(fluid_.z(), c.rho * (1.0 + side), fluid_.z(), c.rho * (1.0 - side),
-                c.T * (1.0 - std::min(off, 0.5)));
-    return by_ratio() && accept();
+    return from_critical(c);
+}
+
+bool SaturationSolver::solve() {
+    if (apart() < RegularPair::kNear) return near();
+    if (!pair_.solve(kNewton) || !(pair_.pressure() > 0.0)) return false;
+    if (apart() < RegularPair::kNear) return near();
+    return pair_.bound(bounds_) && bounds_.holds();
+}
+
+bool SaturationSolver::restore(Found const& found) {
+    pair_.u = found.u;
+    tpd_ = found.tpd;
+    bounds_ = found.bounds;
+    return pair_.evaluate();
 }
 
 bool SaturationSolver::accept() {
-    if (apart() < kTrivial) return false;
+    split_ = false;
     const double pressure = pair_.pressure();
     if (!(pressure > 0.0) || !(pair_.a.S > 0.0) || !(pair_.b.S > 0.0)) return false;
     if (bubble() != (kind_ == Saturated::bubble)) return false;
     const StabilityResult r =
         stability_.test(pair_.a, pressure, fluid_.size() > 1 ? &pair_.b : nullptr, true);
     tpd_ = r.stable ? std::min(0.0, r.tpd) : r.tpd;
+    split_ = !r.stable && kind_ == Saturated::bubble && fluid_.size() > 1;
     return r.stable && r.unconverged == 0;
 }
 
 SaturationPoint SaturationSolver::result(SaturationOptions const& o) {
     SaturationPoint q;
+    q.certificate = bounds_;
     q.T = at_T_ ? value_ : pair_.a.T;
     q.p = at_T_ ? pair_.pressure() : value_;
     certify(fluid_, q.p, {&pair_.a, &pair_.b}, q.certificate);
@@ -180,36 +194,6 @@ SaturationPoint SaturationSolver::result(SaturationOptions const& o) {
     return q;
 }
 
-bool SaturationSolver::by_ratio() {
-    const int n = fluid_.size();
-    int k = 0;
-    auto ratio = [&](int i) { return pair_.u[n + i] - pair_.u[i]; };
-    for (int i = 1; i < n; ++i)
-        if (std::fabs(ratio(i)) > std::fabs(ratio(k))) k = i;
-    (at_T_ ? pair_.T : pair_.p) = 0.0;
-    pair_.row.assign(pair_.u.size(), 0.0);
-    pair_.row[n + k] = 1.0;
-    pair_.row[k] = -1.0;
-    std::vector<double> t;
-    bool met = false;
-    for (int it = 0; it < 20 && !met; ++it) {
-        pair_.value = ratio(k);
-        if (std::fabs(pair_.value) < kTrivial || !pair_.solve(kNewton) || !pair_.tangent(t) ||
-            !(pair_.pressure() > 0.0))
-            break;
-        const double off = (at_T_ ? pair_.u.back() : pair_.ln_p()) - std::log(value_);
-        met = std::fabs(off) < 1e-8;
-        double step = -off / (at_T_ ? t.back() : pair_.ln_p(t));
-        const double most = 0.5 * std::fabs(pair_.value);
-        if (!(std::fabs(step) < most)) step = std::copysign(most, step);
-        for (std::size_t i = 0; i < t.size(); ++i) pair_.u[i] += step * t[i];
-    }
-    pair_.row.clear();
-    if (at_T_) pair_.u.back() = std::log(value_);
-    (at_T_ ? pair_.T : pair_.p) = value_;
-    return met && pair_.solve(kNewton) && apart() > kTrivial;
-}
-
 bool SaturationSolver::bubble() const {
     double a = 0.0, b = 0.0;
     for (int k = 0; k < fluid_.size(); ++k) {
@@ -221,9 +205,11 @@ bool SaturationSolver::bubble() const {
 
 double SaturationSolver::apart() const {
     double d = 0.0;
-    for (int k = 0; k < fluid_.size(); ++k)
-        d = std::max(d, std::fabs(pair_.u[k] - pair_.u[fluid_.size() + k]));
-    return d;
+    for (int k = 0; k < fluid_.size(); ++k) {
+        const double half = 0.5 * (pair_.u[k] - pair_.u[fluid_.size() + k]);
+        d += fluid_.z()[k] * half * half;
+    }
+    return std::sqrt(d);
 }
 
 std::string SaturationSolver::name() const {

@@ -69,16 +69,16 @@ int SaturationSolver::boundary(Node stable, Node unstable) {
             if (++tries > 6) return -1;
             if (!unstable.r.other) continue;  // unstable by its curvature alone: no start
             const double at = 0.5 * (stable.s + unstable.s), margin = 0.55 * width + 1e-7;
-            auto solved = [&] { return std::fabs(found() - at) < margin && apart() > kTrivial; };
+            auto solved = [&] { return std::fabs(found() - at) < margin; };
             auto start = [&] {
                 pair_.start(fluid_.z(), stable.rho, unstable.r.trial.w, unstable.r.trial.rho,
                             T(at));
             };
             start();
-            bool here = pair_.solve(kNewton) && solved();
+            bool here = solve() && solved();
             if (!here && tries > 1) {
                 start();
-                here = by_ratio() && solved();
+                here = near() && solved();
             }
             if (here) {
                 if (accept()) return 1;

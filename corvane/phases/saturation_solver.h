@@ -2,8 +2,10 @@
 // library.
 #pragma once
 
+#include <corvane/phases/critical.h>
 #include <corvane/phases/envelope.h>
 #include <corvane/phases/pair.h>
+#include <corvane/phases/regular_pair.h>
 #include <corvane/phases/saturation.h>
 #include <corvane/phases/stability.h>
 
@@ -22,8 +24,7 @@ class SaturationSolver {
     SaturationPoint run(SaturationOptions const& o);
 
   private:
-    static constexpr double kTrivial = 1e-4;  // largest |ln(rho_i of a / rho_i of b)| of one phase
-    static constexpr int kNewton = 30;        // iterations
+    static constexpr int kNewton = 30;  // iterations
 
     /// One state on the search's way.
     struct Node {
@@ -33,28 +34,56 @@ class SaturationSolver {
         StabilityResult r;
     };
 
+    /// An accepted solution.
+    struct Found {
+        std::vector<double> u;
+        double tpd = 0.0;
+        Certificate bounds;
+    };
+
     // ---- the direct solution (saturation.cpp)
 
     bool warm(SaturationPoint const& start);
     bool cold();
     /// A pure fluid next to its critical point. complete_: at or above it.
     bool pure();
-    /// Is the converged pair the answer? Leaves the tangent-plane distance in tpd_.
+    /// The pair at T (or p) from the start in pair_, with its bounds.
+    bool solve();
+    /// Is the solution the answer? Leaves the tangent-plane distance in tpd_.
     bool accept();
+    Found take() const { return {pair_.u, tpd_, bounds_}; }
+    bool restore(Found const& found);
     SaturationPoint result(SaturationOptions const& o);
-    /// From the start in pair_: the ratio of a component between the phases takes the place of T
-    /// (or p), which excludes the trivial solution next to a critical point, and Newton's method
-    /// finds the ratio at which T (p) has its value; it keeps its sign. At most 20 ratios.
-    bool by_ratio();
+
+    // ---- next to a critical point (saturation_critical.cpp)
+
+    /// The same by RegularPair, which admits no trivial solution, from the start in pair_.
+    bool near();
+    /// From the start in regular_: the distance at which T (or p) has its value, at most 25 of them.
+    bool by_distance();
+    /// The solution of regular_ into pair_. False without bounds, or if it is locally unstable.
+    bool close();
+    /// Along the pairs that begin at the critical point, as far as half a distance of 0.5.
+    bool from_critical(CriticalPoint const& c);
+    bool follow(double side);
+    struct Step;
+    bool step_to(double d, Step const& from, Step& to);
+    bool between(Step const& a, Step const& b);
+
     /// By mass density: a compressed light gas may have more moles per volume than a heavy liquid.
     bool bubble() const;
-    double apart() const;
+    double apart() const;  ///< half distance, as in RegularPair
     std::string name() const;
     std::string state() const;
     /// ln p (or ln T) of the solution, which is what was asked for.
     double found() const { return at_T_ ? pair_.ln_p() : pair_.u.back(); }
     double T(double s) const { return at_T_ ? value_ : std::exp(s); }
     double p(double s) const { return at_T_ ? std::exp(s) : value_; }
+
+    // ---- liquids that split (saturation_split.cpp)
+
+    /// From a bubble point of the whole that is not stable.
+    std::optional<SaturationPoint> beside_two_liquids(SaturationOptions const& o);
 
     // ---- search over all p or T (saturation_search.cpp)
 
@@ -72,16 +101,19 @@ class SaturationSolver {
     bool ends(EnvelopePoint const& q);
     /// Solves all crossings of the envelope; keeps the lowest or highest, also of the one that is
     /// known already.
-    bool traced(bool upper, bool known, std::vector<double>& best, double& tpd);
+    bool traced(bool upper, bool known, Found& best);
 
     const FluidModel fluid_;
     const Saturated kind_;
     const bool at_T_;
     const double value_;
     PairSolver pair_;
+    RegularPair regular_;
+    Certificate bounds_;
     Stability stability_;
     PhaseState a_, b_;
     double tpd_ = 0.0;
+    bool split_ = false;    // the last bubble point that was tested is not stable
     bool complete_ = true;  // the search and the trace left nothing open
     bool unknown_ = false;  // states of the search without density, or without a complete test
     bool missed_ = false;   // a crossing of the envelope was not solved

@@ -17,7 +17,7 @@ bool SaturationSolver::ends(EnvelopePoint const& q) {
     return a_.S < 1e-3 * a_.rho || q.p < 1e-4 * R * q.T * std::min(q.rho, q.rho2);
 }
 
-bool SaturationSolver::traced(bool upper, bool known, std::vector<double>& best, double& tpd) {
+bool SaturationSolver::traced(bool upper, bool known, Found& best) {
     Envelope e;
     EnvelopeOptions options;
     try {
@@ -37,12 +37,9 @@ bool SaturationSolver::traced(bool upper, bool known, std::vector<double>& best,
     auto fixed = [&](EnvelopePoint const& q) { return std::log(at_T_ ? q.T : q.p) - target; };
     bool any = false;
     double s_best = 0.0;
-    if (known) {
-        pair_.u = best;
-        if (pair_.solve(kNewton)) {
-            any = true;
-            s_best = found();
-        }
+    if (known && restore(best)) {
+        any = true;
+        s_best = found();
     }
     for (std::size_t k = 0; k + 1 < e.points.size(); ++k) {
         EnvelopePoint const &a = e.points[k], &b = e.points[k + 1];
@@ -55,14 +52,14 @@ bool SaturationSolver::traced(bool upper, bool known, std::vector<double>& best,
         const double lo = std::log(at_T_ ? std::min(a.p, b.p) : std::min(a.T, b.T)) - 1e-7,
                      hi = std::log(at_T_ ? std::max(a.p, b.p) : std::max(a.T, b.T)) + 1e-7;
         bool solved = false;
-        auto between = [&] { return apart() > kTrivial && found() > lo && found() < hi; };
+        auto between = [&] { return found() > lo && found() < hi; };
         for (double w : {linear, std::sqrt(linear), 1 - std::sqrt(1 - linear)}) {
             auto mean = [w](double x, double y) { return std::pow(x, 1 - w) * std::pow(y, w); };
             std::vector<double> y;
             for (int i = 0; i < a.y.size(); ++i)
                 if (a.y[i] > 0.0) y.push_back(mean(a.y[i], b.y[i]));
             pair_.start(fluid_.z(), mean(a.rho, b.rho), y, mean(a.rho2, b.rho2), mean(a.T, b.T));
-            solved = pair_.solve(kNewton) && between();
+            solved = solve() && between();
             if (solved) break;
         }
         for (EnvelopePoint const* q : {&a, &b}) {
@@ -71,7 +68,7 @@ bool SaturationSolver::traced(bool upper, bool known, std::vector<double>& best,
             for (int i = 0; i < q->y.size(); ++i)
                 if (q->y[i] > 0.0) y.push_back(q->y[i]);
             pair_.start(fluid_.z(), q->rho, y, q->rho2, q->T);
-            solved = by_ratio() && between();
+            solved = near() && between();
         }
         if (!solved) {
             missed_ = true;
@@ -83,8 +80,7 @@ bool SaturationSolver::traced(bool upper, bool known, std::vector<double>& best,
         if (any && (upper ? s <= s_best : s >= s_best)) continue;
         any = true;
         s_best = s;
-        best = pair_.u;
-        tpd = tpd_;
+        best = take();
     }
     return any;
 }
