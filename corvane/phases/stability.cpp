@@ -1,7 +1,9 @@
+#include <corvane/core/constants.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/certificate.h>
 #include <corvane/phases/dense.h>
 #include <corvane/phases/stability.h>
+#include <corvane/phases/stability_scan.h>
 
 #include <algorithm>
 #include <cmath>
@@ -10,6 +12,8 @@ namespace corvane {
 namespace {
 constexpr int kIterations = 60, kSubstitutions = 3, kHidden = 40;
 constexpr double kConverged = 1e-10;  // of ln W
+constexpr double kRounding = 2e-13;   // of a distance, over the size of its terms
+constexpr double kSpinodal = 1e-9;    // what rounding may leave of w·(1 − w)·t″
 }  // namespace
 
 /// The trial has run into a phase: squared distance in ln x, weighted, and in ln rho.
@@ -30,6 +34,7 @@ Stability::Stability(FluidModel const& fluid, StabilityTest k) : kind(k), fluid_
     for (auto* v : {&lnW_, &W_, &g_, &step_}) v->resize(n);
     hess_.resize(n * n);
 }
+Stability::~Stability() = default;
 
 // Gradient √W_i·g_i and Hessian √(w_i·w_j)·(∂m_i/∂n_j + 1) in 2·√W, without the term in g.
 bool Stability::newton() {
@@ -113,9 +118,39 @@ double Stability::distance(PhaseState const& s, PhaseState const& phase) {
     return d;
 }
 
+/// A binary by the complete test.
+StabilityResult Stability::complete(PhaseState const& phase, double p, PhaseState const* known,
+                                    bool first, bool whole) {
+    StabilityResult r;
+    double tolerance = Certificate::tpd_tolerance;
+    if (whole) {
+        const double scale = std::fabs(phase.m[0]) + std::fabs(phase.m[1]) +
+                             p / (R * phase.T * phase.rho);
+        tolerance = kRounding * (1.0 + scale);
+        const double curvature = phase.m_n(0, 0) - phase.m_n(0, 1) - phase.m_n(1, 0) +
+                                 phase.m_n(1, 1);
+        r.stable = phase.S > 0.0 && phase.x[0] * phase.x[1] * curvature > -kSpinodal;
+    } else {
+        r.stable = locally_stable(phase);
+    }
+    if (!r.stable && first) return r;
+    if (!scan_) scan_ = std::make_unique<BinaryScan>(fluid_);
+    const BinaryScan::Result found = scan_->test(phase, p, known, first, tolerance);
+    r.iterations = found.nodes;
+    r.unconverged = found.resolved ? 0 : 1;
+    if (found.negative) r.stable = false;
+    if (found.found) {
+        r.other = true;
+        r.tpd = found.t;
+        r.trial = {found.t, found.rho, {found.w[0], found.w[1]}};
+    }
+    return r;
+}
+
 StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState const* known,
-                                bool first) {
+                                bool first, bool whole) {
     const int n = fluid_.size();
+    if (n == 2 && kind == StabilityTest::complete) return complete(phase, p, known, first, whole);
     StabilityResult r;
     double best = 1e300;
     auto take = [&](double tpd) {
@@ -207,7 +242,7 @@ StabilityResult stability(ModelN const& model, double p, double T, Vector<double
     phase.resize(fluid.size());
     if (!fluid.evaluate_at(phase, p, T, fluid.z(), Root::stable, phase_H))
         throw ThException(th_no_density);
-    return Stability(fluid).test(phase, p, nullptr, false);
+    return Stability(fluid).test(phase, p, nullptr, false, true);
 }
 
 }  // namespace corvane

@@ -5,11 +5,14 @@
 #include <corvane/phases/certificate.h>
 #include <corvane/phases/phase.h>
 
+#include <memory>
 #include <vector>
 
 class ModelN;
 
 namespace corvane {
+
+class BinaryScan;
 
 /// A trial phase where the tangent-plane distance is stationary, or negative.
 struct TrialPhase {
@@ -19,7 +22,7 @@ struct TrialPhase {
 };
 
 struct StabilityResult {
-    bool stable = true;  ///< no trial with tpd < −1e-8
+    bool stable = true;  ///< no trial with tpd < −1e-8 (binaries: see Stability)
     double tpd = 0.0;    ///< smallest value found, 0 at most unless `other` is set
     bool other = false;  ///< a stationary point besides the phase itself (and the known one)
     TrialPhase trial;    ///< that of smallest tpd, if `other` or unstable
@@ -29,8 +32,12 @@ struct StabilityResult {
 
 /// Tangent-plane test (Michelsen, Fluid Phase Equilib. 9 (1982) 1) with its work space.
 ///
-/// First the phase's own other density root, and whether it is a minimum at all (∂μ_i/∂n_j positive
-/// definite). A binary: every minimum of a scan over 15 compositions along both density roots, and
+/// A binary by the complete test: BinaryScan, whose header says what is proven. It takes a binary
+/// for unstable below −1e-8, and a whole of given composition, whose potentials have no residuals,
+/// below rounding (2e-13 of the terms of the distance).
+///
+/// Else, first the phase's own other density root, and whether it is a minimum at all (∂μ_i/∂n_j
+/// positive definite). A binary by the quick test: every minimum of a scan over 15 compositions along both density roots, and
 /// minima that hide beside the phase itself, each refined inside its bracket. Otherwise the starts
 /// are Wilson's vapour and liquid, every component nearly pure, and the middle between each and the
 /// phase, at the density of lower Gibbs energy; from there three successive substitutions, then
@@ -39,6 +46,7 @@ struct StabilityResult {
 class CORVANE_API Stability {
   public:
     explicit Stability(FluidModel const& fluid, StabilityTest kind = StabilityTest::complete);
+    ~Stability();
 
     /// The kind of the tests that follow.
     StabilityTest kind;
@@ -46,7 +54,9 @@ class CORVANE_API Stability {
     /// phase: the phase to test, evaluated at (p, T) with phase_H.
     /// known: a phase in equilibrium with it, to which trials may converge; or null.
     /// first: end at the first negative value, which proves instability.
-    StabilityResult test(PhaseState const& phase, double p, PhaseState const* known, bool first);
+    /// whole: a phase of given composition, whose potentials have no residuals.
+    StabilityResult test(PhaseState const& phase, double p, PhaseState const* known, bool first,
+                         bool whole = false);
 
     /// Is the phase (with phase_H) a minimum of the tangent-plane distance in its surroundings?
     bool locally_stable(PhaseState const& phase);
@@ -64,6 +74,8 @@ class CORVANE_API Stability {
                 bool first, double& tpd, int& iterations);
     bool newton();
     bool hidden_root(PhaseState const& phase, double p, double& tpd);
+    StabilityResult complete(PhaseState const& phase, double p, PhaseState const* known,
+                             bool first, bool whole);
     static double distance(PhaseState const& s, PhaseState const& phase);
     static bool meets(PhaseState const& s, PhaseState const& phase);
     /// Fills brackets_. Returns the number of compositions without a density.
@@ -76,6 +88,7 @@ class CORVANE_API Stability {
     std::vector<double> lnW_, W_, g_, step_, hess_;
     std::vector<double> starts_;  // n values ln W of each
     std::vector<Bracket> brackets_;
+    std::unique_ptr<BinaryScan> scan_;
 };
 
 /// Is the mixture of composition z stable at (p [MPa], T [K]) in its phase of lower Gibbs energy?
