@@ -2,6 +2,7 @@
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/dense.h>
 #include <corvane/phases/flash_parts.h>
+#include <corvane/phases/regular_pair.h>
 #include <corvane/phases/stability.h>
 
 #include <algorithm>
@@ -14,6 +15,7 @@ namespace {
 constexpr int kSubstitutions = 2, kIterations = 60, kRestarts = 9;
 constexpr double kConverged = 1e-11;  // of the potentials
 constexpr double kFar = 2.0;          // of the potentials: substitution before Newton's method
+constexpr double kNear = 1e-5;  // of the tangent-plane distance: a critical point may be near
 constexpr double kRounding = 1e-9;    // what rounding may leave of them, see Certificate
 
 class Flash {
@@ -45,13 +47,14 @@ class Flash {
         if (n_ == 1) return one_phase(o, 0.0);  // a pure fluid does not split at (p, T)
         // The first negative distance will do; where only the curvature told, a trial is looked
         // for.
-        StabilityResult r = stability_.test(whole_, p_, nullptr, true);
-        if (!r.stable && !r.other) r = stability_.test(whole_, p_, nullptr, false);
+        StabilityResult r = stability_.test(whole_, p_, nullptr, true, true);
+        if (!r.stable && !r.other) r = stability_.test(whole_, p_, nullptr, false, true);
         if (r.stable) {
             if (r.unconverged) fail("the stability test did not converge from every start");
             return one_phase(o, std::min(r.tpd, 0.0));
         }
-        bool unstable = false;
+        bool unstable = false, regular = false;
+        if (std::fabs(r.tpd) < kNear && (regular = near())) return two_phases(o);
         pairs_.assign(1, {fluid_.z(), r.trial.w});
         for (int k = 0; k < kRestarts && r.other && !pairs_.empty(); ++k) {
             const Pair start = std::move(pairs_.back());
@@ -70,6 +73,7 @@ class Flash {
             pairs_.push_back({a_.x, after.trial.w});
             pairs_.push_back({b_.x, after.trial.w});
         }
+        if (!regular && near()) return two_phases(o);
         fail(unstable ? n_ > 2 ? "every split found is unstable: probably more phases"
                                : "every split found is unstable: probably next to three phases"
                       : "the split did not converge; change p or T a little, or give a start");
@@ -245,6 +249,79 @@ class Flash {
         for (int i = 0; i < n_; ++i)
             apart = std::max(apart, std::fabs(std::log(a_.rho_i[i] / b_.rho_i[i])));
         return apart > 1e-4;
+    }
+
+    /// Two phases next to a critical point, from the whole and the lowest trial phase: between them
+    /// the tangent-plane distance is a quartic in the way s from one to the other, whose double
+    /// tangent gives the start for RegularPair. Whether the whole splits is decided by where it
+    /// lies between the two phases found, since the distance itself is of fourth order there.
+    bool near() {
+        const StabilityResult r = stability_.test(whole_, p_, nullptr, false, true);
+        if (!r.other) return n_ == 2 && on_spinodal();
+        std::vector<double> const &z = fluid_.z(), &w = r.trial.w;
+        double curvature = 0.0, least = -1e300, most = 1e300;
+        for (int i = 0; i < n_; ++i) {
+            step_[i] = w[i] - z[i];
+            (step_[i] > 0.0 ? least : most) = step_[i] > 0.0 ? std::max(least, -z[i] / step_[i])
+                                                             : std::min(most, -z[i] / step_[i]);
+        }
+        for (int i = 0; i < n_; ++i)
+            for (int j = 0; j < n_; ++j) curvature += step_[i] * step_[j] * whole_.m_n(i, j);
+        // t = s²·(A + B·s + C·s²) with t = tpd and t′ = 0 at s = 1
+        const double A = 0.5 * curvature, C = A - 3.0 * r.tpd, B = 4.0 * r.tpd - 2.0 * A;
+        const double middle = -B / (4.0 * C), square = (0.75 * B * B / C - 2.0 * A) / (4.0 * C);
+        if (!(square > 0.0)) return false;
+        const double lo = std::max(middle - std::sqrt(square), 0.9 * least),
+                     hi = std::min(middle + std::sqrt(square), 0.9 * most);
+        if (!(lo < 0.0) || !(hi > 0.0)) return false;
+        for (int i = 0; i < n_; ++i) {
+            x_[i] = z[i] + lo * step_[i];
+            y_[i] = z[i] + hi * step_[i];
+        }
+        if (!fluid_.evaluate_at(a_, p_, T_, x_, Root::stable, 0) ||
+            !fluid_.evaluate_at(b_, p_, T_, y_, Root::stable, 0))
+            return false;
+        const double in_b = -lo / b_.rho, in_a = hi / a_.rho;
+        return between(in_b / (in_a + in_b));
+    }
+    /// So close that no distance is above rounding: starts from the curvature alone.
+    bool on_spinodal() {
+        std::vector<double> const& z = fluid_.z();
+        const double room = z[0] * z[1];
+        const double curvature = room * (whole_.m_n(0, 0) - whole_.m_n(0, 1) - whole_.m_n(1, 0) +
+                                         whole_.m_n(1, 1));
+        for (double width : {1.0, 0.3, 3.0, 0.1, 10.0}) {
+            const double off = width * room * std::sqrt(std::fabs(curvature));
+            if (!(off < 0.5 * std::min(z[0], z[1]))) continue;
+            for (int i = 0; i < 2; ++i) {
+                x_[i] = z[i] + (i == 0 ? off : -off);
+                y_[i] = z[i] - (i == 0 ? off : -off);
+            }
+            if (fluid_.evaluate_at(a_, p_, T_, x_, Root::stable, 0) &&
+                fluid_.evaluate_at(b_, p_, T_, y_, Root::stable, 0) && between(0.5))
+                return true;
+        }
+        return false;
+    }
+    /// The pair that a_ and b_ lead to, and the whole between them; fraction: of the volume.
+    bool between(double fraction) {
+        RegularPair pair(fluid_);
+        pair.T = T_;
+        pair.p = p_;
+        pair.fixed_fraction = false;
+        pair.start(a_.rho_i, b_.rho_i, T_, fraction);
+        const bool solved = pair.solve(kIterations);
+        iterations_ += pair.iterations;
+        fraction = pair.y.back();
+        if (!solved || !(fraction > 0.0) || !(fraction < 1.0) || !pair.bound(bounds_) ||
+            !bounds_.holds() || !pair.locally_stable())
+            return false;
+        a_ = pair.a;
+        b_ = pair.b;
+        beta_ = fraction * b_.rho / (fraction * b_.rho + (1.0 - fraction) * a_.rho);
+        const StabilityResult r = stability_.test(a_, p_, &b_, true);
+        tpd_ = std::min(0.0, r.tpd);
+        return r.stable && !r.unconverged;
     }
 
     /// A twentieth of what phase b could take of the limiting component.

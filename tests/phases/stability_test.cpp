@@ -1,0 +1,129 @@
+// The tangent-plane test: phases that hide between or beyond any grid of compositions, next to
+// critical points, on the other density root; checked by scans of the potentials through the
+// published slots.
+#include "equilibria/phases.h"
+
+#include <corvane/corvane.h>
+
+#include <iomanip>
+#include <random>
+
+using corvane::EquilibriumFailure;
+using corvane::StabilityTest;
+
+namespace {
+struct Case {
+    char const *eos, *rule, *first, *second;
+    double kij, x, T, p;
+};
+Mixture mixture(Case const& c) {
+    Mixture m = mixture_of(c.eos, c.rule, {c.first, c.second});
+    m->param(0, 0, 1, c.kij);
+    return m;
+}
+
+// Each was one certified phase when 15 compositions were scanned: a neck between them, a trace
+// beyond them, the other density root, an azeotrope beside, a value that a descent then left.
+TEST(Stability, NoPhaseHidesBetweenCompositions) {
+    for (Case const& c : std::initializer_list<Case>{
+             {"PR", "vdW1", "nitrogen", "octane", -0.4, 0.0247, 566.57, 2.6906},
+             {"SRK", "vdW1", "hydrogen_sulfide", "water", 0.0074, 0.19163, 592.7875, 23.537},
+             {"SRK", "vdW1", "decane", "mercury", -0.0599, 0.0108, 1145.59, 18.88},
+             {"PCSAFT", "LB", "methane", "pentane", 0.024, 0.993, 181.6, 3.4},
+             {"PR", "vdW1", "carbon_dioxide", "ethane", 0.13, 0.2507580087, 288.9435977,
+              4.557377399},
+             {"PR", "vdW1", "carbon_dioxide", "ethane", 0.13, 0.1203299855, 299.4686472,
+              4.953771}}) {
+        SCOPED_TRACE(std::string(c.first) + " " + c.second);
+        const Mixture m = mixture(c);
+        EXPECT_FALSE(corvane::stability(*m, c.p, c.T, mix(c.x)).stable);
+        const auto q = corvane::flash_pT(*m, c.p, c.T, mix(c.x));
+        EXPECT_EQ(q.phases.size(), 2u);
+        EXPECT_EQ(q.certificate.test, StabilityTest::complete);
+    }
+    // The dew point was a pair that is not stable; right is 4.9116 MPa.
+    const Mixture m = peng_robinson("carbon_dioxide", "ethane", 0.13);
+    EXPECT_NEAR(corvane::dew_T(*m, 299.4686472, mix(0.1203299855)).p, 4.9116, 1e-4);
+    corvane::FlashOptions quick;
+    quick.test = StabilityTest::quick;
+    EXPECT_EQ(corvane::flash_pT(*m, 5, 320, mix(0.5), quick).certificate.test, quick.test);
+}
+
+/// Potentials over RT by the slots of the model.
+struct Potentials {
+    double first, second;
+};
+Potentials potentials(ModelN const& m, double T, double x, double rho) {
+    const Vector<double> rho_i = mix(x) * rho;
+    return {m.my(rho_i, T, 0), m.my(rho_i, T, 1)};
+}
+
+// Random states, half of them next to the critical point of a composition: of one phase no
+// composition lies below the tangent plane; between two phases every one is unstable.
+TEST(Stability, OnePhaseHasNothingBelowAndTwoHaveNothingBetween) {
+    std::mt19937_64 random(14);
+    std::uniform_real_distribution<double> u(0.0, 1.0);
+    int one = 0, two = 0, refused = 0;
+    for (Case const& c : std::initializer_list<Case>{
+             {"PR", "vdW1", "carbon_dioxide", "ethane", 0.13, 0, 0, 0},
+             {"PR", "vdW1", "nitrogen", "octane", -0.4, 0, 0, 0},
+             {"SRK", "vdW1", "heptane", "pentane", 0.0019, 0, 0, 0},
+             {"SRK", "vdW1", "hydrogen_sulfide", "water", 0.0074, 0, 0, 0},
+             {"SRK", "vdW1", "decane", "mercury", -0.0599, 0, 0, 0},
+             {"PCSAFT", "LB", "methane", "pentane", 0.024, 0, 0, 0}}) {
+        const Mixture m = mixture(c);
+        for (int k = 0; k < 120; ++k) {
+            double x = u(random), T = 0, p = 0;
+            const double off = std::pow(10, -6 + 4.7 * u(random));
+            const double a = u(random), b = u(random), side = 2 * u(random) - 1;
+            try {
+                const auto critical = corvane::critical_point(*m, mix(x));
+                T = k % 2 ? critical.T * (1 - off * (2 * a - 0.7)) : critical.T * (0.5 + 0.8 * a);
+                p = k % 2 ? critical.p * (1 + 8 * off * (2 * b - 1.3)) : std::pow(10, -2 + 3 * b);
+                if (k % 2) x += side * std::sqrt(off) * x * (1 - x);
+            } catch (EquilibriumFailure const&) {
+                continue;
+            }
+            SCOPED_TRACE(testing::Message() << c.first << " " << c.second << std::setprecision(17)
+                                            << " x " << x << " T " << T << " p " << p);
+            corvane::FlashResult q;
+            try {
+                q = corvane::flash_pT(*m, p, T, mix(x));
+            } catch (EquilibriumFailure const&) {
+                ++refused;
+                continue;
+            }
+            if (q.phases.size() == 2) {
+                two += k % 2;
+                // Closer pairs have distances between them that are rounding.
+                if (std::fabs(q.phases[0].rho / q.phases[1].rho - 1) < 5e-3) continue;
+                const double lo = q.phases[0].x[0], hi = q.phases[1].x[0];
+                for (double part : {0.1, 0.5, 0.9})
+                    EXPECT_FALSE(
+                        corvane::stability(*m, p, T, mix(lo + part * (hi - lo))).stable);
+                continue;
+            }
+            one += k % 2;
+            const Potentials mu = potentials(*m, T, x, q.rho);
+            double least = 0;
+            auto look = [&](double w) {
+                double r1 = 0, r2 = 0;
+                const int roots = m->vcalc(p, T, mix(w), 1, r1, r2);
+                for (int root = 0; root < roots; ++root) {
+                    const Potentials at = potentials(*m, T, w, root ? r2 : r1);
+                    least = std::min(least, w * (at.first - mu.first) +
+                                                (1 - w) * (at.second - mu.second));
+                }
+            };
+            for (double d = 1; d > 1e-6; d *= 0.8)
+                for (double w : {x + (1 - x) * 0.9999 * d, x * (1 - 0.9999 * d)}) look(w);
+            for (double w = 0.01; w < 1; w += 0.02) look(w);
+            // by what p/RT over rho adds to the potentials' rounding
+            EXPECT_GT(least, -3e-12 * (10 + p / (R * T * q.rho)));
+        }
+    }
+    EXPECT_GT(one, 100);
+    EXPECT_GT(two, 50);
+    EXPECT_LE(refused, 1);
+}
+}  // namespace
