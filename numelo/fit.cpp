@@ -25,8 +25,8 @@ constexpr double small_step = 1e-11, last_digit = 4e-16;
 // Out of iterations: a failure above this sum, or with steps above this, unless the sum is nothing.
 constexpr double accepted_sum = 1e-8, accepted_step = 1e-6, vanished_sum = 1e-30;
 // A square system is solved below this sum, or where its residuals are rounding: this part of the
-// terms that they are the sum of.
-constexpr double solved_sum = 1e-10, rounding = 1e-12;
+// terms that they are the sum of, as steps of this size show them.
+constexpr double solved_sum = 1e-10, rounding = 1e-12, wide_step = 1e-3;
 // Where a parameter has no slope: how far off its influence is looked for, and how often a better
 // point found in this way is the new start.
 constexpr double far_off[] = {1e-4, 1e-2, 1.0};
@@ -78,8 +78,9 @@ class Fit {
                 current_ = false;  // a minimum above zero needs a true Jacobian
             }
         }
+        const bool failed = n_ == m_ && !solved();
         if (!at_x_) f_(x_, ctx_);  // callers read what the last evaluation left in the context
-        if (n_ == m_ && !solved()) throw MthException(mth_iterations);
+        if (failed) throw MthException(mth_iterations);
         return sum_;
     }
 
@@ -97,14 +98,22 @@ class Fit {
         return std::isfinite(r.sum2());
     }
 
-    /// Whether the residuals of a square system are zero as far as anybody can tell.
-    bool solved() const {
+    /// Whether the residuals of a square system are zero as far as anybody can tell: small, or
+    /// rounding against the changes that steps of a thousandth make. (Not against the Jacobian, which
+    /// is as large as one likes where f jumps.)
+    bool solved() {
         if (sum_ <= solved_sum) return true;
-        for (int i = 0; i < n_; ++i) {
-            double terms = 0.0;
-            for (int j = 0; j < m_; ++j) terms += std::fabs(jac_[j * n_ + i] * x_[j]);
-            if (!(std::fabs(r_[i]) <= rounding * terms)) return false;
+        trial_ = x_;
+        std::vector<double> terms(n_);
+        Vector<double> r;
+        for (int j = 0; j < m_; ++j) {
+            trial_[j] = x_[j] * (1.0 + wide_step);
+            if (!evaluate(r)) return false;
+            for (int i = 0; i < n_; ++i) terms[i] += std::fabs(r[i] - r_[i]) / wide_step;
+            trial_[j] = x_[j];
         }
+        for (int i = 0; i < n_; ++i)
+            if (!(std::fabs(r_[i]) <= rounding * terms[i])) return false;
         return true;
     }
 

@@ -103,8 +103,8 @@ NUMELO_API double min_powell(numelo_functionv f, Vector<double>& x, void* ctx, i
 /// Exceptions of f at the start pass; at a trial or Jacobian point they reject the step, and are
 /// thrown again if the fit ends before such a wall. Stagnation ends a fit of more residuals than
 /// parameters normally: the caller judges the returned sum. A square system is to be solved: it has
-/// converged when the sum is at most 1e-10, or when its residuals are rounding (1e-12 of Σ_j
-/// |∂r_i/∂x_j·x_j|). Where a parameter has no slope, points up to its own size away tell whether it
+/// converged when the sum is at most 1e-10, or when its residuals are rounding (1e-12 of a thousand
+/// times the changes that a thousandth of each parameter makes). Where a parameter has no slope, points up to its own size away tell whether it
 /// has influence, and the fit goes on from the best of them. The last evaluation of f is at the
 /// returned x, which is also written when the fit fails.
 /// @return final sum of squared residuals

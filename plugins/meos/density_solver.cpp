@@ -187,7 +187,7 @@ Roots scanned_roots(Isotherm<false> const& isotherm, double rho_c, double P) {
 Roots density_roots(Equation const& equation, StartTables const& tables,
                     Isotherm<false> const& isotherm, double P) {
     const double T = isotherm.T();
-    if (!std::isfinite(P)) return {};
+    if (!is_pressure(P)) return {};
     const bool current = tables.matches(equation);
     if (tables.known()) {
         LoopRow row;

@@ -5,7 +5,6 @@
 #include <corvane/binding/guarded_interface.h>
 #include <corvane/corvane.h>
 
-#include <cstring>
 #include <vector>
 
 namespace {
@@ -34,7 +33,6 @@ struct Round {
     double noise(double at) const { return 1e-10 * at * R * T * (1 + std::fabs(m.Ar(at, T))); }
     /// p(at) = p, to the rounding of a liquid's pressure, and not between the spinodals.
     void expect_root(double at) const {
-        if (p < 1e-290 || (T < 0.45 * m.Tcrit() && !std::strcmp(m.eos(), "MEOS"))) return;
         const double found = pressure(at);
         report.expect(at > 0 && std::isfinite(at) &&
                           std::fabs(found - p) <= 1e-6 * std::fabs(p) + noise(at),
@@ -48,6 +46,7 @@ struct Round {
             report.answers("Model1::Ar", [&] { a = m.Ar(rho, T); }) &
             report.answers("Model1::Z", [&] { z = m.Z(rho, T); });
         const bool finite = known && std::isfinite(a) && std::isfinite(z);
+        const bool past_the_end = rho > 0 && !std::isfinite(a);
         double value[13];
         static constexpr struct {
             char const* name;
@@ -61,7 +60,9 @@ struct Round {
                     {"Model1::Sm", &Model1::Sm}};
         for (int k = 0; k < 13; ++k) {
             value[k] = NAN;
-            if (!report.answers(list[k].name, [&] { value[k] = (m.*list[k].f)(rho, T); })) continue;
+            if (report.answers(list[k].name, [&] { value[k] = (m.*list[k].f)(rho, T); }))
+                report.expect(!past_the_end || !std::isfinite(value[k]),
+                              "%.6g, where Ar %.6g, Z %.6g", value[k], a, z);
         }
         auto const [Gr, Hr, Ur, Sr, CVr, Cpr, PT, Prho, kappa, alpha, Cpm, Gm, Sm] = value;
         if (!finite || !ordinary()) return;

@@ -234,6 +234,7 @@ TEST(Marquardt, ParametersWithoutSlope) {
         {"start at two", 2, [](X x) { return vector_of({std::cos(x[0]), x[1] * x[1] - 1}); }, {0, 0},
          {std::numbers::pi / 2, 1}, 0, -1},
         {"at the minimum", 2, [](X x) { return vector_of({x[0] * x[0], x[0] * x[0] + 1}); }, {0}, {0}, 1, -1},
+        {"jump", 1, [](X x) { return vector_of({x[0] < 0.7 ? -5 - x[0] * x[0] : 5 + x[0] * x[0]}); }, {1}, {0.7}, 32.5, 1},
         {"rounding alone", 1, [](X x) { return vector_of({1e14 * (x[0] * x[0] * x[0] - 2)}); }, {1}, {std::cbrt(2)},
          0, -1},
         {"no influence", 2, [](X x) { return vector_of({x[0], x[0] + 1}); }, {1, 1}, {1, 1}, 0, 16}};
@@ -246,7 +247,7 @@ TEST(Marquardt, ParametersWithoutSlope) {
                       sum = fit_marquardt(Residuals::call, x, row.residuals, &r, 100, 0);
                   }),
                   row.code);
-        if (row.code == 16) continue;
+        if (row.code == 16 || row.name[0] == 'j') continue;
         EXPECT_NEAR(sum, row.sum, row.name[0] == 'r' ? 1e-2 : 1e-10);
         for (int i = 0; i < x.n; ++i) EXPECT_NEAR(std::fabs(x[i]), row.solution[i], 1e-4);
         EXPECT_LE(r.calls, 200);
