@@ -115,6 +115,10 @@ bool SaturationSolver::global(bool upper) {
         hi = std::log(2.0 * most);
         step = 0.03;
     }
+    if (!(hi - lo < 1e4)) {  // absurd temperatures: no pressure to begin with
+        complete_ = false;
+        return false;
+    }
     const int count = static_cast<int>(std::ceil((hi - lo) / step));
     for (int k = 0; k <= count; ++k) nodes.push_back(node(lo + (hi - lo) * k / count));
     // The changes, in ascending order.

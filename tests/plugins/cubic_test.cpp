@@ -2,6 +2,7 @@
 #include "cubic_reference.h"
 #include "model_text.h"
 
+#include <corvane/phases/pure_saturation.h>
 #include <tests/support/errors.h>
 
 #include <gtest/gtest.h>
@@ -60,6 +61,45 @@ TEST(Cubic, VirialCoefficientsAreThoseOfThePowerSeries) {
                 before = series;
                 series = next;
             }
+        }
+    }
+}
+
+// Newton's method for equal pressures and potentials in 100 digits, from what pure_saturation gives:
+// its errors are within its bounds, also where the phases differ by 1e-5.
+TEST(Cubic, SaturationIsExactWithinItsBoundsUpToTheCriticalPoint) {
+    for (Case const& c : kCases) {
+        const reference::Cubic ref = c.ref();
+        const Plugin model = model_from(c.eos, c.section);
+        const Big v_c = 56 / ref.y_c - c.c;
+        const double v = static_cast<double>(v_c);
+        model->vcrit(v);
+        model->Tcrit(370);
+        model->pcrit(model->Z(1 / v, 370) * R * 370 / v);
+        for (double off : {0.4, 0.1, 0.01, 4e-3, 1e-4, 1e-6, 1e-8, 1e-10}) {
+            SCOPED_TRACE(testing::Message() << c.section << " 1 - T/Tc = " << off);
+            const double T = 370 * (1 - off);
+            const corvane::PureSaturation q = corvane::pure_saturation_T(*model, T);
+            const Big t = T, h = Big("1e-40");
+            const auto P = [&](Big const& rho) {
+                const Big y = 56 * rho / (1 + c.c * rho);
+                return (y / (1 - y) - ref.q(t) * y * y / (1 + y * (ref.u + ref.w * y))) / 56;
+            };
+            const auto m = [&](Big const& rho) { return Big(ref.Ar(rho, t) + P(rho) / rho + log(rho)); };
+            Big L = q.rhoL, V = q.rhoV;
+            for (int k = 0; k < 12; ++k) {
+                const Big f = P(L) - P(V), g = m(L) - m(V);
+                const Big PL = (P(L * (1 + h)) - P(L)) / h, PV = (P(V * (1 + h)) - P(V)) / h,
+                          mL = (m(L * (1 + h)) - m(L)) / h, mV = (m(V * (1 + h)) - m(V)) / h;
+                const Big det = PL * mV - PV * mL;
+                L *= 1 - (f * mV - PV * g) / det;
+                V *= 1 - (f * mL - PL * g) / det;
+            }
+            const double p = static_cast<double>(q.p / (P(V) * R * t) - 1);
+            EXPECT_LE(std::fabs(p), q.value_error);
+            EXPECT_LE(std::fabs(static_cast<double>(q.rhoL / L - 1)), q.rho_error);
+            EXPECT_LE(std::fabs(static_cast<double>(q.rhoV / V - 1)), q.rho_error);
+            EXPECT_LE(std::fabs(static_cast<double>((q.rhoL - q.rhoV) / (L - V) - 1)), q.apart_error);
         }
     }
 }

@@ -1,7 +1,7 @@
 #include <tools/corvane/errors.h>
 #include <tools/corvane/properties.h>
 
-#include <corvane/equilibria/ffe1core.h>
+#include <corvane/phases/pure_saturation.h>
 
 #include <fmt/format.h>
 
@@ -112,9 +112,13 @@ Roots density_roots(Model1 const& model, double T, double p) {
 Saturated saturated(Model1 const& model, double T) {
     Saturated state;
     if (T < model.Tcrit()) try {
-            corvane::Saturation().at_T(&model, T, 0, state.p, state.liquid, state.vapour);
+            const corvane::PureSaturation q = corvane::pure_saturation_T(model, T);
+            state.p = q.p;
+            state.liquid = q.rhoL;
+            state.vapour = q.rhoV;
             state.found = true;
-        } catch (ThException const&) {  // not found
+        } catch (corvane::EquilibriumFailure const&) {  // not found
+        } catch (ThException const&) {
         } catch (MthException const&) {
         }
     return state;

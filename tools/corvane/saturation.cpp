@@ -6,7 +6,7 @@
 #include <tools/corvane/options.h>
 #include <tools/corvane/rows.h>
 
-#include <corvane/equilibria/ffe1core.h>
+#include <corvane/phases/pure_saturation.h>
 
 #include <fmt/format.h>
 
@@ -76,79 +76,25 @@ std::map<std::string, Quantity> quantities() {
     return result;
 }
 
-/// Solves point after point, each starting from the last solution, and again from the critical
-/// point where that fails.
-class March {
-  public:
-    March(Fluid const& fluid, Units const& units, bool by_T)
-        : fluid_(fluid), units_(units), by_T_(by_T) {}
-
-    /// @throws Failure naming the point
-    Equilibrium at(double given) {
-        Model1 const& model = *fluid_.model;
-        if (std::isnan(given))
-            throw Failure(fmt::format("a published point without {}", by_T_ ? "T" : "p"));
-        const Quantity quantity = by_T_ ? Quantity::temperature : Quantity::pressure;
-        const std::string what = fmt::format("{} at {} = {}", fluid_.name(), by_T_ ? "T" : "p",
-                                             units_.text(quantity, given));
-        const double critical = by_T_ ? model.Tcrit() : model.pcrit();
-        if (!(given < critical))
-            throw Failure(fmt::format("{} is not below the critical {} {} of the equation", what,
-                                      by_T_ ? "temperature" : "pressure",
-                                      units_.text(quantity, critical)));
-        return asking(what, [&] {
-            if (marching_) {
-                try {
-                    return solve(given, 1);
-                } catch (ThException const&) {  // too far from the last point: start afresh
-                } catch (MthException const&) {
-                }
-            }
-            marching_ = false;
-            Equilibrium e = cold(given, critical);
-            marching_ = true;
-            return e;
-        });
-    }
-
-  private:
-    /// From the critical point; where that finds no start (steep curves next to it), by a march
-    /// from 10 % below the critical point in steps of half the remaining distance.
-    Equilibrium cold(double given, double critical) {
-        try {
-            return solve(given, 0);
-        } catch (ThException const& e) {
-            if (e.number != th_generic || given < 0.9 * critical) throw;
-        }
-        double gap = 0.1 * critical;
-        solve(critical - gap, 0);
-        while (0.5 * gap > critical - given) {
-            gap *= 0.5;
-            solve(critical - gap, 1);
-        }
-        return solve(given, 1);
-    }
-
-    Equilibrium solve(double given, int cont) {
-        Model1 const* model = fluid_.model.get();
-        Equilibrium e{model, given, given, 0.0, 0.0};
-        if (by_T_)
-            memory_.at_T(model, e.T, cont, e.p, e.rhoL, e.rhoV);
-        else
-            memory_.at_p(model, e.p, cont, e.T, e.rhoL, e.rhoV);
-        // What the fit left behind must be an equilibrium of two phases; 1e-8 is far above its
-        // rounding and far below anything visible in p.
-        double rhoL = 0.0, rhoV = 0.0;
-        if (!(std::fabs(maxwell(model, e.p, e.T, rhoL, rhoV)) < 1e-8) || !(e.rhoL > e.rhoV))
-            throw ThException(th_generic);
-        return e;
-    }
-
-    Fluid const& fluid_;
-    Units const& units_;
-    bool by_T_, marching_ = false;
-    corvane::Saturation memory_;
-};
+/// @throws Failure naming the point
+Equilibrium equilibrium(Fluid const& fluid, Units const& units, bool by_T, double given) {
+    Model1 const& model = *fluid.model;
+    if (std::isnan(given))
+        throw Failure(fmt::format("a published point without {}", by_T ? "T" : "p"));
+    const Quantity quantity = by_T ? Quantity::temperature : Quantity::pressure;
+    const std::string what = fmt::format("{} at {} = {}", fluid.name(), by_T ? "T" : "p",
+                                         units.text(quantity, given));
+    const double critical = by_T ? model.Tcrit() : model.pcrit();
+    if (!(given < critical))
+        throw Failure(fmt::format("{} is not below the critical {} {} of the equation", what,
+                                  by_T ? "temperature" : "pressure",
+                                  units.text(quantity, critical)));
+    return asking(what, [&] {
+        const corvane::PureSaturation q = by_T ? corvane::pure_saturation_T(model, given)
+                                               : corvane::pure_saturation_p(model, given);
+        return Equilibrium{&model, q.T, q.p, q.rhoL, q.rhoV};
+    });
+}
 
 struct SaturationCommand {
     Options options;
@@ -213,10 +159,9 @@ int SaturationCommand::run() {
         table.columns.push_back({column->name, units.name(column->quantity), column->text,
                                  column->name == std::string(by_T ? "T" : "p")});
 
-    March march(fluid, units, by_T);
     Rows rows("saturation", table, given.size());
     const auto row = [&](double x) {
-        const Equilibrium e = march.at(x);
+        const Equilibrium e = equilibrium(fluid, units, by_T, x);
         Row result;
         for (SaturationColumn const* column : columns)
             result.cells.emplace_back(units.from_library(column->quantity, column->value(e)));
