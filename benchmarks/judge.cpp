@@ -2,17 +2,21 @@
 // equation of state is written a second time, true solutions are Newton's from the result with 113
 // bits, stability is a slow scan (judge/verdict.h).
 //
-//     bench_judge [-v] [--seed N] [--states N] [--only REGION] [--limit SECONDS] [--report] [EOS ...]
+//     bench_judge [-v] [--seed N] [--states N] [--only REGION] [--limit SECONDS] [--report]
+//         [--ternaries] [EOS ...]
 //
+// EOS: PR, SRK (the default), PCSAFT, MEOS (GERG-2008). Binaries, or ternaries.
 // REGION: critical (1e-6 … 5 % from a critical temperature), pure (mole fractions from 1e-12 on),
 // random. Every state is asked for bubble and dew points at its T and at its p, a flash and the
 // stability test. States are dealt out evenly to the mixtures. -v prints every fault and refusal
 // as the call that shows it. The exit code is 1 if something was wrong, but with --report.
 //
 // Columns: two: of two phases, or called unstable; no such: refused, since there is no solution;
-// then the kinds of faults; worst: the largest error of p, T, or mole fractions in a right answer;
-// evals: of the model, per answer.
+// then the kinds of faults; worst: the largest error of p or T, or of the mole fractions of a
+// flash, in a right answer; ratio: the largest of any error over its stated bound; evals: of the model, per answer.
 #include "judge/cubic.h"
+#include "judge/multifluid.h"
+#include "judge/pcsaft.h"
 #include "judge/verdict.h"
 #include "mixtures.h"
 
@@ -79,10 +83,55 @@ const std::vector<Names> kBinaries = {
     {"water", "benzene"},
     {"ammonia", "water"},
     {"r134a", "propane"},
+    {"nitrogen", "oxygen"},
+    {"nitrogen", "argon"},
+    {"hydrogen", "nitrogen"},
+    {"helium", "argon"},
+    {"carbon_monoxide", "methane"},
+    {"propane", "decane"},
+    {"isobutane", "butane"},
+    {"carbon_dioxide", "pentane"},
+    {"carbon_dioxide", "hydrogen"},
+    {"nitrogen", "decane"},
+    {"water", "hexane"},
+    {"methane", "octane"},
+};
+const std::vector<Names> kTernaries = {
+    {"methane", "ethane", "propane"},
+    {"methane", "butane", "decane"},
+    {"nitrogen", "methane", "propane"},
+    {"carbon_dioxide", "methane", "decane"},
+    {"carbon_dioxide", "ethane", "propane"},
+    {"carbon_dioxide", "methane", "water"},
+    {"carbon_dioxide", "hydrogen_sulfide", "methane"},
+    {"carbon_dioxide", "hydrogen_sulfide", "water"},
+    {"carbon_dioxide", "decane", "water"},
+    {"carbon_dioxide", "nitrogen", "methane"},
+    {"hydrogen", "methane", "decane"},
+    {"hydrogen", "carbon_monoxide", "methane"},
+    {"hydrogen", "nitrogen", "water"},
+    {"methane", "decane", "water"},
+    {"methane", "hydrogen_sulfide", "water"},
+    {"nitrogen", "oxygen", "argon"},
+    {"nitrogen", "methane", "decane"},
+    {"ethane", "propane", "decane"},
+    {"methane", "pentane", "octane"},
+    {"nitrogen", "carbon_dioxide", "octane"},
+    {"helium", "methane", "decane"},
+    {"helium", "nitrogen", "methane"},
+    {"decane", "mercury", "methane"},
+    {"benzene", "mercury", "water"},
+    {"carbon_dioxide", "hexadecane", "methane"},
+    {"carbon_dioxide", "eicosane", "ethane"},
+    {"methanol", "water", "methane"},
+    {"ethanol", "water", "benzene"},
+    {"methanol", "hexane", "carbon_dioxide"},
+    {"ethanol", "heptane", "carbon_dioxide"},
+    {"ammonia", "water", "methane"},
 };
 
 struct Settings {
-    bool verbose = false, report = false;
+    bool verbose = false, report = false, ternaries = false;
     unsigned seed = 20261122;
     int states = 4000;
     double limit = 1e9;
@@ -95,27 +144,27 @@ constexpr char const* kCalls[] = {"bubble_T", "dew_T", "bubble_p", "dew_p", "fla
 struct Tally {
     long answers = 0, two = 0, no_solution = 0, gave_up = 0, thrown = 0, evaluations = 0;
     long fault[judge::kFaults] = {};
-    double us = 0, worst = 0;  ///< time; error of a right answer
+    double us = 0, worst = 0, ratio = 0;  ///< time; error of a right answer, and over its bound
     long asked() const { return answers + no_solution + gave_up + thrown; }
     long wrong() const { return answers - fault[0]; }
     void add(Tally const& t) {
         answers += t.answers, two += t.two, no_solution += t.no_solution, gave_up += t.gave_up;
         thrown += t.thrown, evaluations += t.evaluations, us += t.us;
-        worst = std::max(worst, t.worst);
+        worst = std::max(worst, t.worst), ratio = std::max(ratio, t.ratio);
         for (int k = 0; k < judge::kFaults; ++k) fault[k] += t.fault[k];
     }
     static void header() {
         std::printf("%-22s%9s%9s%9s%8s%8s", "", "asked", "answers", "two", "no such", "gave up");
         std::printf("%7s%7s", "thrown", "wrong");
         for (int k = 1; k < judge::kFaults; ++k) std::printf("%9s", judge::kFaultNames[k]);
-        std::printf("%10s%8s%9s\n", "worst", "evals", "us");
+        std::printf("%10s%9s%8s%9s\n", "worst", "ratio", "evals", "us");
     }
     void print(char const* name) const {
         if (asked() == 0) return;
         std::printf("%-22s%9ld%9ld%9ld%8ld%8ld%7ld%7ld", name, asked(), answers, two, no_solution,
                     gave_up, thrown, wrong());
         for (int k = 1; k < judge::kFaults; ++k) std::printf("%9ld", fault[k]);
-        std::printf("%10.1e%8ld%9.1f\n", worst, evaluations / std::max(1L, answers), us / asked());
+        std::printf("%10.1e%9.1e%8ld%9.1f\n", worst, ratio, evaluations / std::max(1L, answers), us / asked());
         std::fflush(stdout);
     }
 };
@@ -129,7 +178,12 @@ template <class Equation>
 class Trial {
   public:
     Trial(ModelN const& m, Names const& names, Settings const& s, Tally* tally)
-        : m_(m), names_(names), settings_(s), tally_(tally), equation_(m), court_(equation_) {}
+        : m_(m), names_(names), settings_(s), tally_(tally), equation_(m), court_(equation_, std::is_same_v<Equation, judge::Cubic> ? nullptr : &m) {}
+    ~Trial() {
+        if (court_.other_roots && settings_.verbose)
+            std::printf("  %ld times unstable only towards a root that the model does not give\n",
+                        court_.other_roots);
+    }
 
     void state(State const& in) {
         saturation(bubble_T, in);
@@ -177,11 +231,14 @@ class Trial {
             const Verdict v = run();
             ++t.answers;
             ++t.fault[static_cast<int>(v.fault)];
-            if (v.fault == Fault::none) t.worst = std::max({t.worst, v.error, v.x_error});
+            if (v.fault == Fault::none) {
+                t.worst = std::max(t.worst, c == flash ? v.x_error : v.error);
+                t.ratio = std::max(t.ratio, v.ratio);
+            }
             if (v.fault != Fault::none && settings_.verbose) {
                 show(c, in, judge::kFaultNames[static_cast<int>(v.fault)]);
-                std::printf(" # true %.12g error %.2e x %.2e tpd %.3e bound %.1e\n", v.truth,
-                            v.error, v.x_error, v.tpd, v.bound);
+                std::printf(" # true %.12g error %.2e x %.2e tpd %.3e ratio %.1e\n", v.truth,
+                            v.error, v.x_error, v.tpd, v.ratio);
             }
         } catch (EquilibriumFailure const& e) {
             took(c);
@@ -298,26 +355,27 @@ class Dice {
 
 struct Model {
     char const *eos, *mth;
+    int set;  ///< of the components; −1: what the pair's file names
 };
-constexpr Model kModels[] = {{"PR", "vdW1"}, {"SRK", "vdW1"}};
+constexpr Model kModels[] = {
+    {"PR", "vdW1", 1}, {"SRK", "vdW1", 1}, {"PCSAFT", "LB", -1}, {"MEOS", "GERG", 8}};
 constexpr char const* kRegions[] = {"critical", "pure", "random"};
 
+template <class Equation>
 long examine(Model const& model, std::string const& region, Settings const& s) {
     Tally tally[calls];
     const auto begin = Clock::now();
     long without = 0;
     std::vector<std::pair<Names, Mixture>> mixtures;
-    for (Names const& names : kBinaries) try {
-            mixtures.emplace_back(names, mixture_of(names, model.eos, model.mth));
-        } catch (ThException const&) {
-            std::fprintf(stderr, "judge: no parameters for %s + %s\n", names[0].c_str(),
-                         names[1].c_str());
+    for (Names const& names : s.ternaries ? kTernaries : kBinaries) try {
+            mixtures.emplace_back(names, mixture_of(names, model.eos, model.mth, model.set));
+        } catch (ThException const&) {  // no parameters
         }
     const int share = std::max(1, s.states / static_cast<int>(mixtures.size()));
     unsigned seed = s.seed;
     for (auto const& [names, m] : mixtures) {
         Dice dice(*m, ++seed);
-        Trial<judge::Cubic> trial(*m, names, s, tally);
+        Trial<Equation> trial(*m, names, s, tally);
         for (int k = 0; k < share; ++k) {
             if (std::chrono::duration<double>(Clock::now() - begin).count() > s.limit) break;
             State in{};
@@ -331,13 +389,14 @@ long examine(Model const& model, std::string const& region, Settings const& s) {
             trial.state(in);
         }
     }
+    const std::string title = std::string(model.eos) + (s.ternaries ? " 3 " : " ");
     Tally all;
     for (int c = 0; c < calls; ++c) {
-        tally[c].print((std::string(model.eos) + ' ' + region + ' ' + kCalls[c]).c_str());
+        tally[c].print((title + region + ' ' + kCalls[c]).c_str());
         all.add(tally[c]);
     }
-    all.print((std::string(model.eos) + ' ' + region).c_str());
-    if (without) std::printf("%ld states without a critical point\n", without);
+    all.print((title + region).c_str());
+    std::printf("%zu mixtures, %ld states without a critical point\n", mixtures.size(), without);
     return all.wrong();
 }
 }  // namespace
@@ -352,6 +411,8 @@ int main(int argc, char** argv) {
             s.verbose = true;
         else if (word == "--report")
             s.report = true;
+        else if (word == "--ternaries")
+            s.ternaries = true;
         else if (word == "--seed")
             s.seed = static_cast<unsigned>(std::atol(value()));
         else if (word == "--states")
@@ -369,6 +430,11 @@ int main(int argc, char** argv) {
     for (Model const& model : kModels)
         if (std::find(asked.begin(), asked.end(), model.eos) != asked.end())
             for (char const* region : kRegions)
-                if (s.only.empty() || s.only == region) wrong += examine(model, region, s);
+                if (s.only.empty() || s.only == region) {
+                    const std::string eos = model.eos;
+                    wrong += eos == "PCSAFT" ? examine<judge::PcSaft>(model, region, s)
+                             : eos == "MEOS" ? examine<judge::MultiFluid>(model, region, s)
+                                             : examine<judge::Cubic>(model, region, s);
+                }
     return wrong && !s.report ? 1 : 0;
 }

@@ -19,7 +19,7 @@ struct Trial {
 /// t(w) = Σ w_i·(h_i + ln w_i − mu_i) along both density roots at P = p/(RT), over the logit of w_0
 /// from −46 to 46 (1e-20; beyond, t is that of the pure component within 1e-18). Its slope by w_0
 /// is s = d_0 − d_1, d_i = h_i + ln w_i − mu_i, by the equation of Gibbs and Duhem; minima are where
-/// s rises through zero. Nodes 0.4 apart, and the compositions `near`; an interval is halved, 30
+/// s rises through zero. Nodes At::kStep apart, up to five times that beyond 12, and the compositions `near_w`; an interval is halved, 30
 /// times at most, as long as its roots differ in number, the density jumps, the slope at its middle
 /// misses the straight line by more than what keeps it from zero, or a single root is about to
 /// become three. Every value counts, so that a negative one is a proof; that a positive one is not
@@ -30,7 +30,12 @@ class BinaryScan {
     BinaryScan(At const& at, Long P, Long const* mu, std::vector<Long> const& near_w = {})
         : at_(at), P_(P), mu_{mu[0], mu[1]} {
         std::vector<Long> L;
-        for (int k = -115; k <= 115; ++k) L.push_back(0.4L * k);
+        for (Long l = 0; l < 46; l += l < 12 ? At::kStep : l < 24 ? 2 * At::kStep : 5 * At::kStep) {
+            L.push_back(l);
+            if (l > 0) L.push_back(-l);
+        }
+        L.push_back(46);
+        L.push_back(-46);
         for (Long w : near_w)
             if (w > 0 && w < 1) L.push_back(std::log(w / (1 - w)));
         std::sort(L.begin(), L.end());

@@ -76,6 +76,7 @@ struct Cubic {
                 }
         }
         int size() const { return n_; }
+        static constexpr Long kStep = 0.4L;  ///< of a first mesh in the logit of composition
 
         /// h_i = ln(f_i/(x_i·RT)) = ln rho + μ_i^r/(RT). Returns p/(RT).
         Real state(Real rho, Real const* x, Real* h) const {

@@ -4,6 +4,7 @@
 
 #include "binary_scan.h"
 #include "pair.h"
+#include "ternary_search.h"
 
 #include <corvane/corvane.h>
 
@@ -19,8 +20,8 @@ enum class Fault {
     input,     ///< another T, p or composition than asked for, or not finite
     no_pair,   ///< no two different phases in equilibrium nearby: spinodal, trivial solution
     far,       ///< they exist, but p or T is off by more than kFar
-    x_far,     ///< p and T are right, but a mole fraction is not
-    bound,     ///< nearer than that, but beyond the error bound that the certificate states
+    x_far,     ///< p and T are right, but a mole fraction is off by more, and no bound says so
+    bound,     ///< p, T, a mole fraction or density nearer, but beyond the bound that is stated
     kind,      ///< bubble for dew or the reverse
     unstable,  ///< another phase lowers the Gibbs energy by more than 1e-8 RT
     slightly,  ///< by less than that, down to kNoise
@@ -42,34 +43,18 @@ struct Verdict {
     double error = 0;    ///< of p or T, relative
     double x_error = 0;  ///< largest of a mole fraction of the incipient or of both phases
     double tpd = 0;      ///< lowest tangent-plane distance to the true phases
-    double bound = std::numeric_limits<double>::quiet_NaN();  ///< stated for `error`
-    double truth = 0;    ///< p or T, where it was found
+    double ratio = 0;  ///< the largest of the errors over the bounds that the certificate states
+    double truth = 0;  ///< p or T, where it was found
 };
-
-/// The error bounds that a certificate states; not-a-number where it has none.
-struct Bounds {
-    double value = std::numeric_limits<double>::quiet_NaN(), x = value;
-};
-template <class C>
-Bounds stated(C const& c) {
-    Bounds b;
-    if constexpr (requires { c.error; }) b.value = c.error;
-    if constexpr (requires { c.error_x; }) b.x = c.error_x;
-    return b;
-}
 
 template <class Equation>
 class Court {
   public:
-    explicit Court(Equation const& equation) : eq_(equation), n_(equation.n) {}
-
-    /// Lowest tangent-plane distance of potentials m_i at P = p/(RT), and where.
-    /// @param known  phases whose own compositions are looked at closely
-    Trial lowest(double T, Long P, Values<Long> const& mu,
-                 std::vector<Values<Long>> const& known) const {
-        const typename Equation::template At<Long> at(eq_, Long(T));
-        return lowest(at, P, mu, known);
-    }
+    /// model: where its density solver leaves out roots that the equation has (inside loops), only
+    /// those that it gives count as phases; or null.
+    explicit Court(Equation const& equation, ModelN const* model = nullptr)
+        : eq_(equation), model_(model), n_(equation.n) {}
+    mutable long other_roots = 0;  ///< unstable only towards a root that the model does not give
 
     /// Tangent-plane distance of the mixture z itself at (p, T); rho receives its stable density.
     Trial stability(double p, double T, Vector<double> const& z, Long* rho = nullptr) const {
@@ -77,47 +62,52 @@ class Court {
         const Long P = Long(p) / (Long(R) * T);
         Values<Long> x = normal<Long>(z), h{}, mu{};
         Long r[2], best = 0;
+        bool chosen = false;
         const int found = at.roots(P, x.data(), r);
         for (int k = 0; k < found; ++k) {
             at.state(r[k], x.data(), h.data());
             Long g = 0;
             for (int i = 0; i < n_; ++i) g += x[i] * h[i];
-            if (k > 0 && !(g < best)) continue;
+            if ((chosen && !(g < best)) || !given({0, r[k], x}, P, T)) continue;
+            chosen = true;
             best = g;
             if (rho) *rho = r[k];
             for (int i = 0; i < n_; ++i) mu[i] = h[i] + std::log(x[i]);
         }
-        return lowest(at, P, mu, {x});
+        if (!chosen) {
+            ++other_roots;
+            return {0};
+        }
+        return lowest(at, T, P, mu, {x});
     }
 
     Verdict saturation(corvane::Saturated kind, bool at_T, double given, Vector<double> const& z,
                        corvane::SaturationPoint const& q) const {
         Verdict v;
-        const Bounds bounds = stated(q.certificate);
-        v.bound = bounds.value;
         const Values<Quad> x = normal<Quad>(z);
         bool echo = (at_T ? q.T : q.p) == given && q.T > 0 && q.p > 0;
         for (int i = 0; i < n_ && echo; ++i)
             echo = std::fabs(q.given.x[i] - double(x[i])) <= 1e-14;
         if (!echo) return v.fault = Fault::input, v;
+        if (!q.split.empty()) {  // the first vapour beside two liquids
+            auto all = q.split;
+            all.push_back(q.incipient);
+            return many(q.p, q.T, x, all);
+        }
         PairNewton<Equation> pair(eq_, at_T ? Given::T_and_x : Given::p_and_x, q.p, q.T, x);
         if (!pair.solve(phase(q.given), phase(q.incipient))) {
             v.truth = boundary(at_T, q.p, q.T, z);
             v.error = std::fabs((at_T ? q.p : q.T) / v.truth - 1);
             return v.fault = Fault::no_pair, v;
         }
-        const double T = double(pair.T());
-        v.truth = at_T ? double(pair.p()) : T;
+        v.truth = double(at_T ? pair.p() : pair.T());
         v.error = double(abs(at_T ? Quad(q.p / pair.p() - 1) : Quad(q.T / pair.T() - 1)));
-        for (int i = 0; i < n_; ++i)
-            v.x_error = std::max(v.x_error, double(abs(q.incipient.x[i] - pair.b().x(i, n_))));
-        if (!(v.error <= kFar)) return v.fault = Fault::far, v;
-        if (!(v.x_error <= kFar)) return v.fault = Fault::x_far, v;
-        v.fault = stable(pair, v);
-        if (v.fault != Fault::none) return v;
+        near_enough(pair, v, q.certificate, {&q.given, &q.incipient}, v.error);
+        if (v.fault == Fault::far || v.fault == Fault::x_far) return v;
+        const Fault other = stable(pair, v);
+        if (other != Fault::none) return v.fault = other, v;
         const bool bubble = mass(pair.b()) < mass(pair.a());
-        if (bubble != (kind == corvane::Saturated::bubble)) return v.fault = Fault::kind, v;
-        if (v.error > bounds.value || v.x_error > bounds.x) v.fault = Fault::bound;
+        if (bubble != (kind == corvane::Saturated::bubble)) v.fault = Fault::kind;
         return v;
     }
 
@@ -147,8 +137,6 @@ class Court {
 
     Verdict flash(double p, double T, Vector<double> const& z, corvane::FlashResult const& q) const {
         Verdict v;
-        const Bounds bounds = stated(q.certificate);
-        v.bound = bounds.value;
         const std::size_t phases = q.phases.size();
         if (q.T != T || q.p != p || phases == 0) return v.fault = Fault::input, v;
         const Values<Quad> x = normal<Quad>(z);
@@ -157,29 +145,26 @@ class Court {
             const Trial t = stability(p, T, z, &rho);
             v.tpd = static_cast<double>(t.tpd);
             v.fault = depth(t);
-            v.error = static_cast<double>(std::fabs(q.phases[0].rho / rho - 1));
+            v.error = rho > 0 ? static_cast<double>(std::fabs(q.phases[0].rho / rho - 1)) : 0;
             if (v.fault == Fault::none && !(v.error <= kFar)) v.fault = Fault::far;
             return v;
         }
-        if (phases > 2) return many(p, T, x, q);
+        if (phases > 2) return many(p, T, x, q.phases);
         PairNewton<Equation> pair(eq_, Given::p_and_T, p, T, x);
         if (!pair.solve(phase(q.phases[0]), phase(q.phases[1]))) return v.fault = Fault::no_pair, v;
-        for (int i = 0; i < n_; ++i)
-            v.x_error = std::max({v.x_error, double(abs(q.phases[0].x[i] - pair.a().x(i, n_))),
-                                  double(abs(q.phases[1].x[i] - pair.b().x(i, n_)))});
         v.error = double(abs(q.fraction[1] - pair.beta()));
         v.truth = double(pair.beta());
-        if (!(v.x_error <= kFar)) return v.fault = Fault::x_far, v;
-        v.fault = stable(pair, v);
-        if (v.fault != Fault::none) return v;
+        near_enough(pair, v, q.certificate, {&q.phases[0], &q.phases[1]}, 0);
+        if (v.fault == Fault::far || v.fault == Fault::x_far) return v;
+        const Fault other = stable(pair, v);
+        if (other != Fault::none) return v.fault = other, v;
         // The lever rule divides by the distance between the phases.
         Quad apart = 0;
         for (int i = 0; i < n_; ++i)
             apart = std::max(apart, Quad(abs(pair.a().x(i, n_) - pair.b().x(i, n_))));
         if (v.error > kFar + 4 * v.x_error / double(apart) || pair.beta() < -kFar ||
             pair.beta() > 1 + kFar)
-            return v.fault = Fault::fraction, v;
-        if (v.x_error > bounds.x) v.fault = Fault::bound;
+            v.fault = Fault::fraction;
         return v;
     }
 
@@ -190,7 +175,7 @@ class Court {
         v.tpd = static_cast<double>(t.tpd);
         if (q.stable)
             v.fault = depth(t);
-        else if (t.tpd > -t.noise)
+        else if (t.tpd > -t.noise && !(claimed(p, T, z, q.trial) < 0))
             v.fault = Fault::stable;
         return v;
     }
@@ -205,6 +190,28 @@ class Court {
     }
 
   private:
+    /// The tangent-plane distance of a trial phase at its density; 0 where that is no root.
+    Long claimed(double p, double T, Vector<double> const& z, corvane::TrialPhase const& q) const {
+        const typename Equation::template At<Long> at(eq_, Long(T));
+        const Long P = Long(p) / (Long(R) * T);
+        Values<Long> x = normal<Long>(z), w{}, h{}, g{};
+        Long r[2], sum = 0;
+        if (static_cast<int>(q.w.size()) != n_) return 0;
+        for (int i = 0; i < n_; ++i) sum += w[i] = q.w[i];
+        for (int i = 0; i < n_; ++i) w[i] /= sum;
+        if (!(std::fabs(at.state(q.rho, w.data(), g.data()) / P - 1) < 1e-6)) return 0;
+        Long lowest = 1;
+        const int found = at.roots(P, x.data(), r);
+        for (int k = 0; k < found; ++k) {
+            if (!given({0, r[k], x}, P, T)) continue;
+            at.state(r[k], x.data(), h.data());
+            Long t = 0;
+            for (int i = 0; i < n_; ++i)
+                if (w[i] > 0) t += w[i] * (g[i] + std::log(w[i]) - h[i] - std::log(x[i]));
+            lowest = std::min(lowest, t);
+        }
+        return lowest;
+    }
     static Fault depth(Trial const& t) {
         return t.tpd < -1e-8 ? Fault::unstable : t.tpd < -t.noise ? Fault::slightly : Fault::none;
     }
@@ -218,14 +225,63 @@ class Court {
         for (int i = 0; i < n_; ++i) s += f.rho[i] * eq_.M[i];
         return s;
     }
+    /// Sets fault, x_error and ratio from the errors of a result of two phases.
+    void near_enough(PairNewton<Equation> const& pair, Verdict& v, corvane::Certificate const& c,
+                     std::array<corvane::PhaseRecord const*, 2> const& said, double value) const {
+        double rho = 0, apart = 0;  // errors: of a density; of the phases' distance, over it
+        Phase<Quad> const* const truth[] = {&pair.a(), &pair.b()};
+        Quad d = 0, off = 0;
+        for (int f : {0, 1}) {
+            rho = std::max(rho, double(abs(said[f]->rho / truth[f]->total(n_) - 1)));
+            for (int i = 0; i < n_; ++i)
+                v.x_error = std::max(v.x_error, double(abs(said[f]->x[i] - truth[f]->x(i, n_))));
+        }
+        for (int i = 0; i < n_; ++i) {
+            const Quad is = log(pair.a().rho[i] / pair.b().rho[i]);
+            d = std::max(d, Quad(abs(is)));
+            if (!(said[0]->x[i] > 0 && said[1]->x[i] > 0)) continue;
+            off = std::max(off, Quad(abs(is - log(Quad(said[0]->rho) * said[0]->x[i] /
+                                                  (Quad(said[1]->rho) * said[1]->x[i])))));
+        }
+        apart = double(off / d);
+        const bool bounded = c.bounded();
+        if (!(value <= kFar))
+            v.fault = Fault::far;
+        else if (!bounded && !(v.x_error <= kFar))
+            v.fault = Fault::x_far;
+        if (!bounded) return;
+        const std::pair<double, double> pairs[] = {{value, c.value_error},
+                                                   {v.x_error, c.x_error},
+                                                   {rho, c.rho_error},
+                                                   {apart, c.apart_error}};
+        for (auto const& [error, bound] : pairs)
+            if (error > 0) v.ratio = std::max(v.ratio, error / bound);
+        if (v.fault == Fault::none && !(v.ratio <= 1)) v.fault = Fault::bound;
+    }
     template <class At>
-    Trial lowest(At const& at, Long P, Values<Long> const& mu,
+    Trial lowest(At const& at, double T, Long P, Values<Long> const& mu,
                  std::vector<Values<Long>> const& known) const {
         std::vector<Long> w;
         for (auto const& x : known) w.push_back(x[0]);
-        Trial t = BinaryScan<At>(at, P, mu.data(), w).lowest();
-        t.noise = kNoise * std::max({Long(10), std::fabs(mu[0]), std::fabs(mu[1])});
+        Trial t = n_ == 3 ? TernarySearch<At>(at, P, mu.data(), known).lowest()
+                          : BinaryScan<At>(at, P, mu.data(), w).lowest();
+        for (int i = 0; i < n_; ++i)
+            t.noise = std::max({t.noise, Long(10 * kNoise), Long(kNoise) * std::fabs(mu[i])});
+        if (t.tpd < -t.noise && !given(t, P, T)) {
+            ++other_roots;
+            t.tpd = 0;
+        }
         return t;
+    }
+    bool given(Trial const& t, Long P, double T) const {
+        if (!model_) return true;
+        Vector<double> w(n_);
+        for (int i = 0; i < n_; ++i) w[i] = static_cast<double>(t.w[i]);
+        double r[2] = {0, 0};
+        const int n = model_->vcalc(static_cast<double>(P) * R * T, T, w, 1, r[0], r[1]);
+        for (int k = 0; k < std::min(n, 2); ++k)
+            if (std::fabs(r[k] / static_cast<double>(t.rho) - 1) < 1e-5) return true;
+        return false;
     }
     Fault stable(PairNewton<Equation> const& pair, Verdict& v) const {
         Values<Long> mu{}, xa{}, xb{};
@@ -235,23 +291,25 @@ class Court {
             xb[i] = static_cast<Long>(pair.b().x(i, n_));
         }
         const typename Equation::template At<Long> at(eq_, static_cast<Long>(pair.T()));
-        const Trial t = lowest(at, static_cast<Long>(pair.P()), mu, {xa, xb});
+        const Trial t =
+            lowest(at, double(pair.T()), static_cast<Long>(pair.P()), mu, {xa, xb});
         v.tpd = static_cast<double>(t.tpd);
         return depth(t);
     }
     /// Three and more phases: potentials and pressures of the densities as given, with 113 bits.
-    Verdict many(double p, double T, Values<Quad> const& z, corvane::FlashResult const& q) const {
+    Verdict many(double p, double T, Values<Quad> const& z,
+                 std::vector<corvane::PhaseRecord> const& phases) const {
         Verdict v;
         const typename Equation::template At<Quad> at(eq_, Quad(T));
         Values<Quad> mu{}, h{}, x{};
         std::vector<Values<Long>> known;
-        for (std::size_t f = 0; f < q.phases.size(); ++f) {
+        for (std::size_t f = 0; f < phases.size(); ++f) {
             Values<Long> w{};
-            for (int i = 0; i < n_; ++i) x[i] = q.phases[f].x[i], w[i] = q.phases[f].x[i];
-            const Quad P = at.state(Quad(q.phases[f].rho), x.data(), h.data());
+            for (int i = 0; i < n_; ++i) x[i] = w[i] = phases[f].x[i];
+            const Quad P = at.state(Quad(phases[f].rho), x.data(), h.data());
             // rounding of a density by 1e-15 and what it does to the pressure of a liquid
-            const Quad K = at.state(Quad(q.phases[f].rho) * (1 + 1e-9), x.data(), h.data()) - P;
-            at.state(Quad(q.phases[f].rho), x.data(), h.data());
+            const Quad K = at.state(Quad(phases[f].rho) * (1 + 1e-9), x.data(), h.data()) - P;
+            at.state(Quad(phases[f].rho), x.data(), h.data());
             const double off = double(abs(P * Quad(R) * T / p - 1)) -
                                double(abs(K) * Quad(R) * T / p) * 1e-6;
             v.error = std::max(v.error, off);
@@ -265,13 +323,15 @@ class Court {
         if (!(v.error <= 2e-9 && v.x_error <= 2e-9)) return v.fault = Fault::far, v;
         Values<Long> m{};
         for (int i = 0; i < n_; ++i) m[i] = static_cast<Long>(mu[i]);
-        v.tpd = static_cast<double>(lowest(T, Long(p) / (Long(R) * T), m, known).tpd);
+        const typename Equation::template At<Long> fast(eq_, Long(T));
+        v.tpd = static_cast<double>(lowest(fast, T, Long(p) / (Long(R) * T), m, known).tpd);
         // the potentials themselves carry x_error
         if (v.tpd < -1e-8) v.fault = Fault::unstable;
         return v;
     }
 
     Equation const& eq_;
+    ModelN const* model_;
     int n_;
 };
 

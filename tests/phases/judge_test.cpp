@@ -3,6 +3,8 @@
 #include "support/mixtures.h"
 
 #include <benchmarks/judge/cubic.h>
+#include <benchmarks/judge/multifluid.h>
+#include <benchmarks/judge/pcsaft.h>
 #include <benchmarks/judge/verdict.h>
 #include <corvane/corvane.h>
 
@@ -16,14 +18,14 @@ using judge::Long;
 using judge::Quad;
 using judge::Values;
 
-Mixture loaded(char const* eos, char const* a, char const* b) {
-    Mixture m(attachN(eos, "vdW1"));
+Mixture loaded(char const* eos, char const* a, char const* b, char const* mth = "vdW1", int set = 1) {
+    Mixture m(attachN(eos, mth));
     m->alloc(2, eos);
     m->mdl1[0]->name(a);
     m->mdl1[1]->name(b);
-    for (int i : {0, 1}) m->mdl1[i]->id(1);
+    for (int i : {0, 1}) m->mdl1[i]->id(set);
     m->id(0, 1, 1);
-    corvane::load_estimating(*m, eos, "vdW1");
+    corvane::load_estimating(*m, eos, mth);
     return m;
 }
 
@@ -31,6 +33,7 @@ Mixture loaded(char const* eos, char const* a, char const* b) {
 /// potentials stands for a phase of its own, present between two compositions only.
 struct RegularSolution {
     double A, from = 2, to = 2, level = 0;
+    static constexpr Long kStep = 0.4L;
     int roots(Long, Long const* w, Long* rho, Long* = nullptr) const {
         rho[0] = 1;
         rho[1] = 0.1L;
@@ -74,35 +77,74 @@ TEST(JudgeScan, SeesAPhaseOnTheOtherRootThatExistsInANarrowRange) {
     EXPECT_GT(judge::BinaryScan<RegularSolution>(without, 1, mu, {x}).lowest().tpd, -1e-18L);
 }
 
-TEST(JudgeCubic, AgreesWithTheModelAndWithGibbsAndDuhem) {
-    for (char const* eos : {"PR", "SRK"}) {
-        const Mixture m = loaded(eos, "decane", "mercury");
-        const Cubic cubic(*m);
-        const double T = 700;
-        const Cubic::At<Quad> at(cubic, T);
-        for (const double rho : {1e-9, 1e-4, 2e-3, 6e-3}) {
-            const Vector<double> v = vec({0.3 * rho, 0.7 * rho});
-            Values<Quad> x{Quad(0.3), Quad(0.7)}, h, g;
-            const Quad P = at.state(rho, x.data(), h.data());
-            for (int i : {0, 1})
-                EXPECT_NEAR(double(h[i] + log(x[i])), m->my(v, T, i), 1e-12) << eos << rho;
-            EXPECT_NEAR(double(P / rho), m->Z(v, T), 1e-12);
-            // dP = Σ rho_i·dm_i, along the density and along x
-            const Quad step = 1e-15;
-            const Quad dP = at.state(rho * (1 + step), x.data(), g.data()) - P;
-            EXPECT_NEAR(double((x[0] * (g[0] - h[0]) + x[1] * (g[1] - h[1])) * rho / dP), 1, 1e-13);
-            Values<Quad> y{x[0] + step, x[1] - step};
-            const Quad dx = at.state(rho, y.data(), g.data()) - P;
-            const Quad sum = x[0] * (g[0] - h[0] + log(y[0] / x[0])) +
-                             x[1] * (g[1] - h[1] + log(y[1] / x[1]));
-            EXPECT_NEAR(double(sum * rho), double(dx), 1e-13 * std::fabs(double(dx)) + 1e-28);
-            Quad root[2];
-            const int n = P > 0 ? at.roots(P, x.data(), root) : 0;
-            bool found = n == 0;
-            for (int k = 0; k < n; ++k) found = found || abs(root[k] / rho - 1) < 1e-14;
-            EXPECT_TRUE(found || rho > 1e-4) << rho;  // unstable densities are no roots
-        }
+// Three components that repel each other alike: the 3-state Potts model in its mean field, where
+// the mixed state is undercut from A = 4·ln 2 on, at w = (2/3, 1/6, 1/6).
+struct Potts {
+    double A;
+    static constexpr Long kStep = 0.4L;
+    int roots(Long, Long const*, Long* rho) const {
+        rho[0] = 1;
+        return 1;
     }
+    Long state(Long, Long const* w, Long* h) const {
+        const Long g = w[0] * w[1] + w[0] * w[2] + w[1] * w[2];
+        for (int i : {0, 1, 2}) h[i] = A * (1 - w[i] - g);
+        return 1;
+    }
+};
+TEST(JudgeScan, FindsTheTransitionOfThreeSymmetricComponents) {
+    for (const double off : {-1e-4, 1e-4}) {
+        const Potts fluid{4 * std::log(2.0) + off};
+        const Values<Long> x{1 / 3.0L, 1 / 3.0L, 1 / 3.0L};
+        const Long m = fluid.A / 3 - std::log(3.0L), mu[] = {m, m, m};
+        const auto t = judge::TernarySearch<Potts>(fluid, 1, mu, {x}).lowest();
+        EXPECT_EQ(t.tpd < -1e-17L, off > 0);
+        if (off < 0) continue;
+        EXPECT_NEAR(*std::max_element(t.w.begin(), t.w.end()), 2 / 3.0, 1e-3);
+        EXPECT_NEAR(double(t.tpd), -off * (1 / 3.0 - 0.25), 1e-8);  // slope of g in A at w
+    }
+}
+
+/// Potentials and pressure against the model's, the equation of Gibbs and Duhem, and the roots.
+template <class Equation>
+void agrees(ModelN const& m, double T, std::vector<double> const& densities) {
+    const Equation equation(m);
+    const typename Equation::template At<Quad> at(equation, T);
+    const typename Equation::template At<Long> fast(equation, T);
+    for (const double rho : densities) {
+        SCOPED_TRACE(testing::Message() << m.eos << ' ' << rho);
+        const Vector<double> v = vec({0.3 * rho, 0.7 * rho});
+        Values<Quad> x{Quad(0.3), Quad(0.7)}, h{}, g{};
+        const Quad P = at.state(rho, x.data(), h.data());
+        for (int i : {0, 1}) EXPECT_NEAR(double(h[i] + log(x[i])), m.my(v, T, i), 2e-12);
+        EXPECT_NEAR(double(P / rho), m.Z(v, T), 2e-12);
+        // dP = Σ rho_i·dm_i, along the density and along x
+        const Quad step = 1e-15;
+        const Quad dP = at.state(rho * (1 + step), x.data(), g.data()) - P;
+        EXPECT_NEAR(double((x[0] * (g[0] - h[0]) + x[1] * (g[1] - h[1])) * rho / dP), 1, 1e-11);
+        Values<Quad> y{x[0] + step, x[1] - step};
+        const Quad dx = at.state(rho, y.data(), g.data()) - P;
+        const Quad sum = x[0] * (g[0] - h[0] + log(y[0] / x[0])) +
+                         x[1] * (g[1] - h[1] + log(y[1] / x[1]));
+        EXPECT_NEAR(double(sum * rho), double(dx), 1e-11 * std::fabs(double(dx)) + 1e-28);
+        // The same roots as the model's where it is compressed to this density.
+        if (!(P > 0)) continue;
+        const Values<Long> w{0.3L, 0.7L};
+        Long r[2];
+        double q[2] = {0, 0};
+        const int n = fast.roots(static_cast<Long>(P), w.data(), r);
+        const int given = m.vcalc(double(P) * R * T, T, vec({0.3, 0.7}), 1, q[0], q[1]);
+        ASSERT_EQ(n, std::min(given, 2));
+        for (int k = 0; k < n; ++k) EXPECT_NEAR(double(r[k]) / q[k], 1, 1e-9);
+    }
+}
+TEST(JudgeEquations, AgreeWithTheModelsAndWithGibbsAndDuhem) {
+    for (char const* eos : {"PR", "SRK"})
+        agrees<Cubic>(*loaded(eos, "decane", "mercury"), 700, {1e-9, 1e-4, 2e-3, 6e-3, 1e-2});
+    for (auto const& [a, b] : {std::pair{"methane", "propane"}, {"ethanol", "butane"}, {"methanol", "water"}})
+        agrees<judge::PcSaft>(*loaded("PCSAFT", a, b, "LB", -1), 330, {1e-9, 1e-4, 2e-3, 0.011});
+    for (auto const& [a, b] : {std::pair{"methane", "propane"}, {"nitrogen", "methane"}, {"water", "decane"}})
+        agrees<judge::MultiFluid>(*loaded("MEOS", a, b, "GERG", 8), 300, {1e-9, 1e-4, 2e-3, 0.011});
 }
 
 TEST(JudgeCourt, KnowsStatesOfKnownStability) {
