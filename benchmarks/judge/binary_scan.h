@@ -21,7 +21,7 @@ struct Trial {
 /// is s = d_0 − d_1, d_i = h_i + ln w_i − mu_i, by the equation of Gibbs and Duhem; minima are where
 /// s rises through zero. Nodes At::kStep apart, up to five times that beyond 12, and the compositions `near_w`; an interval is halved, 30
 /// times at most, as long as its roots differ in number, the density jumps, the slope at its middle
-/// misses the straight line by more than what keeps it from zero, or a single root is about to
+/// misses the straight line by more than what keeps it from zero (but below 1e-16), or a single root is about to
 /// become three. Every value counts, so that a negative one is a proof; that a positive one is not
 /// undercut rests on the halving.
 template <class At>
@@ -94,7 +94,10 @@ class BinaryScan {
             return;
         }
         const Node m = node((a.L + b.L) / 2);
-        bool split = a.n != b.n || a.n != m.n;
+        bool split = a.n != b.n || a.n != m.n, flat = !split;
+        for (int r = 0; r < a.n && flat; ++r)  // to rounding
+            flat = std::max({std::fabs(a.b[r].s), std::fabs(m.b[r].s), std::fabs(b.b[r].s)}) < 1e-16L;
+        if (flat) return;
         for (int r = 0; r < a.n && !split; ++r) {
             const Long sa = a.b[r].s, sm = m.b[r].s, sb = b.b[r].s;
             const Long off = std::fabs(sm - (sa + sb) / 2);

@@ -31,8 +31,8 @@ enum class Given {
 ///     (m_i(a) − m_i(b))/d = 0,    [P(a) − P(b) − Σ u_i·(m_i(a) − m_i(b))]/(d³·Σ u_i) = 0,
 ///
 /// which the trivial solution does not satisfy, then p and where the composition z lies. 1/d³ costs
-/// 113 bits nothing down to phases that differ by 1e-7. Variables ln a_i, ln b_i (where x is given
-/// the total density of a) and ln T; Jacobian by forward differences of 1e-12·d.
+/// 113 bits nothing that matters down to phases that differ by 1e-7. Variables ln a_i, ln b_i (where x is given
+/// the total density of a) and ln T; Jacobian by forward differences of 1e-7·d.
 template <class Equation>
 class PairNewton {
   public:
@@ -73,7 +73,7 @@ class PairNewton {
         for (iterations_ = 1; iterations_ <= 60; ++iterations_) {
             const Quad d = distance();
             if (!(d > first / 1000)) return false;  // running into the trivial solution
-            const Quad h = Quad(1e-12) * (d < 1 ? d : Quad(1));
+            const Quad scale = d < 1 ? d : Quad(1), h = Quad(1e-7) * scale;
             for (int j = 0; j < N; ++j) {
                 const Quad keep = y[j];
                 y[j] += h;
@@ -85,12 +85,13 @@ class PairNewton {
             if (!eliminate(J, G, N)) return false;
             Quad size = 0;
             for (int i = 0; i < N; ++i) size = std::max(size, Quad(abs(G[i])));
-            const Quad most = Quad(0.4) * (d < 1 ? d : Quad(1));
+            const Quad most = Quad(0.4) * scale;
             const Quad f = size > most ? Quad(most / size) : Quad(1);
             for (int i = 0; i < N; ++i) y[i] += f * G[i];
             if (!equations(y, F)) return false;
-            // quadratic until rounding is reached
-            if (size < Quad(1e-26) || (size < Quad(1e-20) && size > last / 4)) return true;
+            // A factor of 1e-7 a step, until rounding is reached.
+            if (size < Quad(1e-26) * scale || (size < Quad(1e-10) * scale && size > last / 4))
+                return true;
             last = size;
         }
         return false;

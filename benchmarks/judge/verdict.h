@@ -254,8 +254,12 @@ class Court {
                                                    {v.x_error, c.x_error},
                                                    {rho, c.rho_error},
                                                    {apart, c.apart_error}};
-        for (auto const& [error, bound] : pairs)
-            if (error > 0) v.ratio = std::max(v.ratio, error / bound);
+        // Beside the bound, every number of a result is rounded once to a double.
+        const double eps = std::numeric_limits<double>::epsilon();
+        for (auto const& [error, bound] : pairs) {
+            const double rounding = &error == &pairs[3].first ? 4 * eps / double(d) : eps;
+            if (error > rounding) v.ratio = std::max(v.ratio, (error - rounding) / bound);
+        }
         if (v.fault == Fault::none && !(v.ratio <= 1)) v.fault = Fault::bound;
     }
     template <class At>

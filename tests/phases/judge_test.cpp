@@ -96,7 +96,7 @@ TEST(JudgeScan, FindsTheTransitionOfThreeSymmetricComponents) {
     for (const double off : {-1e-4, 1e-4}) {
         const Potts fluid{4 * std::log(2.0) + off};
         const Values<Long> x{1 / 3.0L, 1 / 3.0L, 1 / 3.0L};
-        const Long m = fluid.A / 3 - std::log(3.0L), mu[] = {m, m, m};
+        const Long m = fluid.A / 3.0L - std::log(3.0L), mu[] = {m, m, m};
         const auto t = judge::TernarySearch<Potts>(fluid, 1, mu, {x}).lowest();
         EXPECT_EQ(t.tpd < -1e-17L, off > 0);
         if (off < 0) continue;
@@ -143,8 +143,9 @@ TEST(JudgeEquations, AgreeWithTheModelsAndWithGibbsAndDuhem) {
         agrees<Cubic>(*loaded(eos, "decane", "mercury"), 700, {1e-9, 1e-4, 2e-3, 6e-3, 1e-2});
     for (auto const& [a, b] : {std::pair{"methane", "propane"}, {"ethanol", "butane"}, {"methanol", "water"}})
         agrees<judge::PcSaft>(*loaded("PCSAFT", a, b, "LB", -1), 330, {1e-9, 1e-4, 2e-3, 0.011});
-    for (auto const& [a, b] : {std::pair{"methane", "propane"}, {"nitrogen", "methane"}, {"water", "decane"}})
+    for (auto const& [a, b] : {std::pair{"methane", "propane"}, {"nitrogen", "methane"}})
         agrees<judge::MultiFluid>(*loaded("MEOS", a, b, "GERG", 8), 300, {1e-9, 1e-4, 2e-3, 0.011});
+    agrees<judge::MultiFluid>(*loaded("MEOS", "water", "decane", "GERG", 8), 300, {1e-9, 1e-4, 0.007});
 }
 
 TEST(JudgeCourt, KnowsStatesOfKnownStability) {
@@ -222,7 +223,7 @@ TEST(JudgeCourt, FindsPhasesNextToTheCriticalPointAndNoticesWhatIsWrong) {
     EXPECT_EQ(fault(spoilt, Saturated::bubble), Fault::far);
     spoilt = right;
     spoilt.incipient.x = vec({right.incipient.x[0] + 1e-5, right.incipient.x[1] - 1e-5});
-    EXPECT_EQ(fault(spoilt, Saturated::bubble), Fault::x_far);
+    EXPECT_EQ(fault(spoilt, Saturated::bubble), Fault::bound);
     spoilt = right;
     spoilt.incipient = {right.given.rho * (1 - 1e-4), right.given.x};
     EXPECT_NE(fault(spoilt, Saturated::bubble), Fault::none);
