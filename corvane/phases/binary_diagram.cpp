@@ -40,8 +40,9 @@ class Builder {
         for (int component : {heavy, 1 - heavy}) {
             if (reached_[component] || !subcritical(component) || interrupted_) continue;
             TieLineTracer tracer(fluid_, constant_, o_, true);
-            if (!tracer.begin_pure(component)) continue;
-            reached_[component] = true;
+            const bool begun = tracer.begin_pure(component);
+            reached_[component] = begun || tracer.outside();
+            if (!begun || (tracer.outside() && ends_at(tracer.first()))) continue;
             add(tracer, tracer.run(points_));
             junctions();
         }
@@ -68,6 +69,15 @@ class Builder {
     double mass(int k) const {
         PhaseState const& s = pair_.phase[static_cast<std::size_t>(k)];
         return s.rho_i[0] * fluid_.molar_mass(0) + s.rho_i[1] * fluid_.molar_mass(1);
+    }
+
+    /// Has a branch come to this state on the bound of p or T from the other side?
+    bool ends_at(TieLine const& q) const {
+        return std::any_of(d_.branches.begin(), d_.branches.end(), [&](Diagram const& d) {
+            TieLine const& end = d.points.back();
+            return std::fabs(running(end) - running(q)) < kSame && std::fabs(end.x - q.x) < kSame &&
+                   std::fabs(end.y - q.y) < kSame;
+        });
     }
 
     void add(TieLineTracer& tracer, Diagram&& d) {

@@ -29,7 +29,8 @@ struct CORVANE_API BinaryDiagram {
 ///
 /// Curves are traced (diagram.h) from the saturation points of the pure components and cut where
 /// the tangent-plane test finds a third phase; that state is solved exactly, and its other two
-/// curves are followed from there. Then pressures up to p_max, 50 % apart, are searched for splits
+/// curves are followed from there. Where a pure component's saturation lies above p_max, its curve
+/// is followed to p_max and begins there. Then pressures up to p_max, 50 % apart, are searched for splits
 /// that no curve has (convex hull of the Gibbs energy over 25 compositions); each is traced both
 /// ways. A detached region smaller than these grids is not found.
 ///

@@ -19,6 +19,7 @@ struct TieLine {
 /// Where a branch begins or ends, and why.
 enum class DiagramEnd {
     pure,         ///< at a pure component: its saturation point is the last point, x = y = 0 or 1
+                  ///< (a branch whose component's saturation is out of bounds begins on the bound)
     critical,     ///< the phases become alike; the last point is the critical one
     three_phase,  ///< a third phase appears; the last point is of the three-phase state
                   ///< (complete_*)

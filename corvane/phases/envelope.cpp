@@ -4,6 +4,7 @@
 #include <corvane/phases/pair.h>
 #include <corvane/phases/saturation.h>
 #include <corvane/phases/stability.h>
+#include <corvane/pure/model1.h>
 
 #include <algorithm>
 #include <cmath>
@@ -31,6 +32,45 @@ class Tracer {
 
     Envelope run(SaturationPoint const& first) {
         begin(first);
+        return follow();
+    }
+    /// From near a dew point in which component `trace` of the incipient phase is not known yet; no
+    /// points if there is none with T as given.
+    Envelope run_near(double T, double rho, std::vector<double> const& y, double rho_y, int trace) {
+        pair_.start(fluid_.z(), rho, y, rho_y, T);
+        if (!pair_.evaluate()) return {};
+        for (int k = 0; k < n_; ++k)  // by equal potentials
+            if (k == trace || y[k] < 1e-6) pair_.u[n_ + k] += pair_.a.m[k] - pair_.b.m[k];
+        pair_.T = 0.0;
+        pair_.row.clear();
+        pair_.p = o_.p_start;
+        if (!solve(30) || !is_dew()) return {};
+        specify(n_);
+        pair_.value = pair_.u.back();
+        if (!solve(kNewton) || !finish(now_, nullptr)) return {};
+        record(now_);
+        return follow();
+    }
+
+    [[noreturn]] void fail(char const* advice) const {
+        std::string state = "p = " + std::to_string(o_.p_start) + " MPa, z =";
+        const Vector<double> z = fluid_.expand(fluid_.z());
+        for (int i = 0; i < z.size(); ++i) state += " " + std::to_string(z[i]);
+        throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up, state, "phase_envelope",
+                                 pair_.iterations, pair_.residual, advice);
+    }
+    bool pure() const { return n_ == 1; }
+    FluidModel const& fluid() const { return fluid_; }
+
+  private:
+    /// The phases differ, and the incipient one is the denser by mass.
+    bool is_dew() const {
+        double apart = 0.0;
+        for (int k = 0; k < n_; ++k) apart = std::max(apart, std::fabs(at(pair_.u, k)));
+        return apart > 0.1 && !point().bubble;
+    }
+
+    Envelope follow() {
         double step = o_.step;
         while (true) {
             const int count = static_cast<int>(envelope_.points.size());
@@ -56,14 +96,22 @@ class Tracer {
                 if (reach(variable, to, next) && smooth(next)) break;
             }
             iterations = pair_.iterations;
+            const bool high = next.ln_p > std::log(o_.p_max),
+                       cold = !high && next.u.back() < std::log(o_.T_min);
+            if (high || cold) {
+                shorten(next, variable, high);
+                crossing = crossing && at(now_.u, variable) * at(next.u, variable) < 0.0;
+            }
             if (crossing) critical(next, variable);
             extrema(next);
             last_ = now_;
             now_ = std::move(next);
             has_last_ = true;
             record(now_);
-            if (now_.ln_p > std::log(o_.p_max)) return end(EnvelopeEnd::pressure);
-            if (now_.u.back() < std::log(o_.T_min)) return end(EnvelopeEnd::cold);
+            if (high) return end(EnvelopeEnd::pressure);
+            if (cold) return end(EnvelopeEnd::cold);
+            beyond_ = beyond_ || (!envelope_.critical.empty() && envelope_.points.back().bubble &&
+                                  last_.ln_p_t < 0.0 && now_.ln_p_t > 0.0);
             if (envelope_.points.back().bubble && now_.ln_p < std::log(o_.p_start))
                 return end(EnvelopeEnd::closed);
             if (iterations <= kWanted)
@@ -73,16 +121,31 @@ class Tracer {
         }
     }
 
-    [[noreturn]] void fail(char const* advice) const {
-        std::string state = "p = " + std::to_string(o_.p_start) + " MPa, z =";
-        const Vector<double> z = fluid_.expand(fluid_.z());
-        for (int i = 0; i < z.size(); ++i) state += " " + std::to_string(z[i]);
-        throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up, state, "phase_envelope",
-                                 pair_.iterations, pair_.residual, advice);
+    /// The step that goes beyond p_max (or T_min) ends there: regula falsi in its variable (the
+    /// Illinois form; Dowell & Jarratt, BIT 11 (1971) 168), every trial a solution.
+    void shorten(Node& next, int variable, bool of_p) {
+        const double limit = std::log(of_p ? o_.p_max : o_.T_min);
+        const auto off = [&](Node const& q) { return (of_p ? q.ln_p : q.u.back()) - limit; };
+        double lo = at(now_.u, variable), hi = at(next.u, variable), below = off(now_),
+               above = off(next);
+        for (int it = 0; it < 40 && std::fabs(off(next)) > 1e-13; ++it) {
+            Node q;
+            if (!(below * above < 0.0) ||
+                !reach(variable, (below * hi - above * lo) / (below - above), q))
+                return;
+            const double f = off(q), s = at(q.u, variable);
+            if (f * above > 0.0) {
+                below *= 0.5;
+            } else {
+                lo = hi;
+                below = above;
+            }
+            hi = s;
+            above = f;
+            next = q;
+        }
     }
-    bool pure() const { return n_ == 1; }
 
-  private:
     /// Variable k: the ratio of component k, or ln T for k = n.
     double at(std::vector<double> const& u, int k) const {
         return k < n_ ? u[n_ + k] - u[k] : u[2 * n_];
@@ -152,8 +215,8 @@ class Tracer {
             pair_.u[i] = now_.u[i] + now_.t[i] / t1 * (to - s1);
         return solve() && finish(q, &now_.t);
     }
-    bool solve() {
-        if (!pair_.solve(kNewton)) return false;
+    bool solve(int limit = kNewton) {
+        if (!pair_.solve(limit)) return false;
         return pair_.pressure() > 0.0 && pair_.a.S > 0.0 && pair_.b.S > 0.0;
     }
     /// Cubic in the variable through two points with tangents.
@@ -283,7 +346,10 @@ class Tracer {
             }
             if (q.u.empty()) continue;
             load(q);
-            (of_T ? envelope_.cricondentherm : envelope_.cricondenbar).push_back(point());
+            if (beyond_)
+                (of_T ? envelope_.beyond_T : envelope_.beyond_p).push_back(point());
+            else
+                (of_T ? envelope_.cricondentherm : envelope_.cricondenbar).push_back(point());
             found.push_back(q);
         }
         // into the curve, in its order
@@ -306,7 +372,7 @@ class Tracer {
     PairSolver pair_;
     Stability stability_;
     Node last_, now_;
-    bool has_last_ = false;
+    bool has_last_ = false, beyond_ = false;
     Envelope envelope_;
 };
 }  // namespace
@@ -318,6 +384,78 @@ Envelope phase_envelope(ModelN const& model, Vector<double> const& z,
     SaturationOptions start;
     start.trace = false;
     return tracer.run(dew_p(model, options.p_start, z, start));
+}
+
+namespace {
+/// The curve that begins at the dew point without component k (of those present).
+Envelope without(ModelN const& model, Vector<double> const& z, EnvelopeOptions const& options,
+                 int k) {
+    Tracer tracer(model, z, options);
+    FluidModel const& fluid = tracer.fluid();
+    Vector<double> rest(fluid.expand(fluid.z()));
+    rest[fluid.index(k)] = 0.0;
+    for (int i = 0; i < rest.size(); ++i) rest[i] /= 1.0 - fluid.z()[k];
+    SaturationOptions start;
+    start.trace = false;
+    const SaturationPoint dew = dew_p(model, options.p_start, rest, start);
+    std::vector<double> y;
+    for (int i = 0; i < fluid.size(); ++i)
+        y.push_back(i == k ? 1e-8 : dew.incipient.x[fluid.index(i)]);
+    return tracer.run_near(dew.T, dew.given.rho, y, dew.incipient.rho, k);
+}
+
+/// The curve that begins at the dew point of a nearly pure liquid of component k, by Wilson's
+/// vapour pressure at first.
+Envelope nearly_pure(ModelN const& model, Vector<double> const& z, EnvelopeOptions const& options,
+                     int k) {
+    Tracer tracer(model, z, options);
+    FluidModel const& fluid = tracer.fluid();
+    const double p = options.p_start;
+    double low = 0.2, high = 1.2;  // of the critical temperature
+    for (int it = 0; it < 40; ++it) {
+        const double middle = 0.5 * (low + high);
+        const double vapour = fluid.wilson(k, middle * fluid.pure(k).Tcrit());
+        (vapour < std::log(p * fluid.z()[k]) ? low : high) = middle;
+    }
+    const double T = low * fluid.pure(k).Tcrit();
+    std::vector<double> y(fluid.z().size(), 1e-8);
+    y[k] = 1.0 - 1e-8 * (fluid.size() - 1);
+    PhaseState liquid, gas;
+    liquid.resize(fluid.size());
+    gas.resize(fluid.size());
+    if (!fluid.evaluate_at(liquid, p, T, y, Root::dense, 0) ||
+        !fluid.evaluate_at(gas, p, T, fluid.z(), Root::dilute, 0))
+        return {};
+    return tracer.run_near(T, gas.rho, y, liquid.rho, -1);
+}
+}  // namespace
+
+std::vector<Envelope> phase_envelopes(ModelN const& model, Vector<double> const& z,
+                                      EnvelopeOptions const& options) {
+    EnvelopeOptions o = options;
+    o.stability = true;
+    std::vector<Envelope> found = {phase_envelope(model, z, o)};
+    const auto add = [&](auto const& trace, int k, bool only_if_stable) {
+        Envelope curve;
+        try {
+            curve = trace(model, z, o, k);
+        } catch (EquilibriumFailure const&) {  // no such dew point
+        } catch (ThException const&) {
+        } catch (MthException const&) {
+        }
+        if (curve.points.empty()) return;
+        if (only_if_stable && curve.unstable == static_cast<int>(curve.points.size())) return;
+        for (Envelope const& other : found)
+            if (std::fabs(curve.points[0].T / other.points[0].T - 1.0) < 1e-6) return;
+        found.push_back(std::move(curve));
+    };
+    FluidModel const fluid(model, z);
+    Vector<double> const y = found[0].points[0].y;
+    const bool hidden = found[0].unstable > 0;
+    for (int k = 0; k < fluid.size(); ++k)
+        if (fluid.size() > 2 && y[fluid.index(k)] > 0.9 && fluid.z()[k] < 0.5) add(without, k, false);
+    for (int k = 0; hidden && k < fluid.size(); ++k) add(nearly_pure, k, true);
+    return found;
 }
 
 }  // namespace corvane

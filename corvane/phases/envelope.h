@@ -5,6 +5,8 @@
 #include <corvane/phases/certificate.h>
 #include <corvane/phases/progress.h>
 
+#include <vector>
+
 class ModelN;
 
 namespace corvane {
@@ -21,8 +23,8 @@ struct EnvelopePoint {
 /// Why an envelope ended.
 enum class EnvelopeEnd {
     closed,    ///< back at the pressure where it started, on the bubble side
-    pressure,  ///< above the pressure limit: open, as far as it was followed
-    cold,      ///< below the temperature limit
+    pressure,  ///< at the pressure limit, exactly: open, as far as it was followed
+    cold,      ///< at the temperature limit, exactly
     full,      ///< bound of the number of points
     interrupted,
     stuck  ///< no shorter step finds a further point
@@ -32,8 +34,10 @@ struct Envelope {
     std::vector<EnvelopePoint> points;  ///< from the dew side at low pressure on
     EnvelopeEnd end = EnvelopeEnd::stuck;
     std::vector<EnvelopePoint> critical;  ///< where bubble and dew side meet; y is then the given z
-    std::vector<EnvelopePoint> cricondentherm;  ///< local maxima of T along the curve
-    std::vector<EnvelopePoint> cricondenbar;    ///< local maxima of p
+    std::vector<EnvelopePoint> cricondentherm;  ///< local maxima of T along the curve, and
+    std::vector<EnvelopePoint> cricondenbar;    ///< of p, up to where p rises again on the bubble
+                                                ///< side: there the curve leaves for dense states
+    std::vector<EnvelopePoint> beyond_T, beyond_p;  ///< local maxima of T, of p beyond that
     double dmu = 0.0, dp = 0.0;                 ///< largest of all points, see Certificate
     /// Points at which the tangent-plane test finds a third phase; their number among all. Such a
     /// curve goes on through states that are not stable: a split of the liquid hides part of it.
@@ -65,5 +69,18 @@ struct EnvelopeOptions {
 ///     present); ThException 5, MthException 2; what the model throws
 CORVANE_API Envelope phase_envelope(ModelN const& model, Vector<double> const& z,
                                     EnvelopeOptions const& options = {});
+
+/// All curves that are found: that of phase_envelope first, then those of other incipient liquids.
+/// A wet gas has the dew line of water and, below it in temperature, the envelope of its
+/// hydrocarbons, whose points are not stable where water has condensed before.
+///
+/// Looked for are, at p_start, the dew point of the mixture without the component of which the
+/// first incipient liquid almost consists (above 0.9, and below 0.5 in z), continued to the whole
+/// mixture; and, if the first curve has points that are not stable, dew points of nearly pure
+/// liquids of every component, whose curves belong to the answer if some of their points are
+/// stable. options.stability is always on. A curve without a dew point at p_start is not found.
+/// @throws as phase_envelope, for the first curve
+CORVANE_API std::vector<Envelope> phase_envelopes(ModelN const& model, Vector<double> const& z,
+                                                  EnvelopeOptions const& options = {});
 
 }  // namespace corvane

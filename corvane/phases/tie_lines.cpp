@@ -45,7 +45,31 @@ TieLineTracer::TieLineTracer(FluidModel const& fluid, Constant constant, Diagram
 }
 
 bool TieLineTracer::begin_pure(int component) {
-    return survives([&] { return leave_pure(component); });
+    return survives([&] {
+        if (!leave_pure(component)) return false;
+        outside_ = !within(std::log(first().p), std::log(first().T));
+        return !outside_ || enter();
+    });
+}
+bool TieLineTracer::within(double ln_p, double ln_T) const {
+    return constant_.at_T ? ln_p <= std::log(o_.p_max) : ln_T >= std::log(T_min_);
+}
+/// Follows the curve to the bound, which becomes its first point. False if it does not get there
+/// or is not stable there.
+bool TieLineTracer::enter() {
+    for (int k = 0; k < o_.points; ++k) {
+        if (path_.advance() != Path::Step::done || path_.at_trace()) return false;
+        if (!within(path_.now().ln_p, path_.now().u.back())) continue;
+        if (!path_.stop_at(constant_.at_T ? pair_.p : pair_.T,
+                           constant_.at_T ? o_.p_max : T_min_))
+            return false;
+        stable_ = !o_.stability || test(pair_, true);
+        d_ = {};
+        d_.begin = constant_.at_T ? DiagramEnd::limit : DiagramEnd::coldest;
+        push(pair_, stable_);
+        return stable_ || !cut_;
+    }
+    return false;
 }
 bool TieLineTracer::leave_pure(int component) {
     TieLine q;

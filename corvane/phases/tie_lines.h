@@ -22,8 +22,12 @@ class TieLineTracer {
     TieLineTracer(FluidModel const& fluid, Constant constant, DiagramOptions const& options,
                   bool cut);
 
-    /// From the saturation point of a pure component. False if it is not found.
+    /// From the saturation point of a pure component; where that lies beyond p_max or T_min, from
+    /// the state on the curve at which it comes within them. False if none is found.
     bool begin_pure(int component);
+    /// After begin_pure: does the saturation point lie beyond the bound?
+    bool outside() const { return outside_; }
+    TieLine const& first() const { return d_.points.front(); }
     /// From a solution u of the two-phase equations (five values), the first point, with p (or T)
     /// rising or falling from there on.
     bool begin_at(std::vector<double> const& u, bool rising, DiagramEnd why);
@@ -46,6 +50,8 @@ class TieLineTracer {
     std::optional<DiagramEnd> bound();
     bool cut();
     bool leave_pure(int component);
+    bool enter();
+    bool within(double ln_p, double ln_T) const;
     DiagramEnd follow(int before);
     DiagramEnd critical();
     DiagramEnd end_at_three_phases();
@@ -65,7 +71,7 @@ class TieLineTracer {
     std::optional<ThreePhasePoint> three_;
     std::vector<double> end_;  // the pair that the curve has at three_
     int pure_ = -1;
-    bool rising_ = false, stable_ = true;
+    bool rising_ = false, stable_ = true, outside_ = false;
     long evaluations_;
     Diagram d_;
 };

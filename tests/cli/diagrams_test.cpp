@@ -66,6 +66,67 @@ TEST(CliDiagrams, EnvelopeMarksWhereTangentsStand) {
     EXPECT_NEAR(value(critical, "p") / value(point, "p"), 1, 1e-4);
 }
 
+TEST(CliDiagrams, AWetGasHasTwoEnvelopesAndHeliumNoSecondCricondentherm) {
+    const Json wet = json("envelope PR+vdW1 methane=0.8 ethane=0.12 propane=0.0795 water=0.0005");
+    const Json dry = json("envelope PR+vdW1 methane=0.8 ethane=0.12 propane=0.0795");
+    std::map<long, Json> first;
+    for (Json const& row : wet["rows"]) first.emplace(row["line"].get<long>(), row);
+    ASSERT_EQ(first.size(), 2u);
+    EXPECT_GT(value(first[1], "y_water"), 0.99);
+    EXPECT_LT(value(first[2], "y_water"), 0.01);
+    // 500 ppm of water, of which its liquid takes up next to nothing, move the envelope of the
+    // hydrocarbons by their dilution: 5e-4 of the pressures, less of the temperatures.
+    for (char const* name : {"cricondentherm", "cricondenbar"}) {
+        std::vector<Json> found;
+        for (Json const* which : {&wet, &dry})
+            for (Json const& special : (*which)["special"])
+                if (special["name"] == name) found.push_back(special);
+        ASSERT_EQ(found.size(), 2u) << name << ": one of each";
+        EXPECT_NEAR(value(found[0], "T") / value(found[1], "T"), 1, 2e-3);
+        EXPECT_NEAR(value(found[0], "p") / value(found[1], "p"), 1, 5e-3);
+    }
+    // Helium does not dissolve: the curve goes on to dense states, whose extrema are others.
+    const Json helium =
+        json("envelope MEOS+GERG methane=0.85 ethane=0.1 propane=0.049 helium=0.001 --p-max 500");
+    std::map<std::string, int> count;
+    for (Json const& special : helium["special"]) ++count[special["name"]];
+    EXPECT_EQ(count["cricondentherm"], 1);
+    EXPECT_EQ(count["cricondenbar"], 1);
+    EXPECT_GT(count["maximum of T, dense"], 0);
+    EXPECT_NEAR(value(helium["rows"].back(), "p"), 500, 1e-9) << "ends where it was told to";
+}
+
+TEST(CliDiagrams, CutThroughTheLensTheyKeepTheirMeaning) {
+    struct {
+        char const *arguments, *open;  // what may not be there
+        double bound;
+        char const* column;
+    } const cases[] = {{"pxy PR+vdW1 propane butane --T 320 --p-max 1", "open", 1, "p"},
+                       {"txy PR+vdW1 propane butane --p 1 --T-min 310", "open", 310, "T"},
+                       {"pxy PR+vdW1 CO2 ethane --T 250 --p-max 2.1", "open", 2.1, "p"},
+                       {"txy PR+vdW1 CO2 ethane --p 2 --T-min 255", "open", 255, "T"},
+                       {"pxy PR+vdW1 CO2 decane --T 235 --p-max 1.063", "open", 1.063, "p"},
+                       {"txy MEOS+GERG methane propane --p 1", "liquid-liquid", 85.525, "T"}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.arguments);
+        const Json diagram = json(c.arguments);
+        EXPECT_EQ(diagram["certificates"][0]["complete"], 1);
+        const bool upper = c.column[0] == 'p';
+        std::map<std::pair<double, double>, int> seen;
+        for (Json const& row : diagram["rows"]) {
+            const double v = value(row, c.column) / c.bound;
+            EXPECT_TRUE(upper ? v <= 1 + 1e-12 : v >= 1 - 1e-12) << row;
+            EXPECT_EQ(row.value("note", "").find(c.open), std::string::npos) << row;
+            EXPECT_NE(row["phases"], c.open);
+            // No curve is there twice.
+            const double x = value(row, diagram["columns"][3]["name"]);
+            const bool junction = row.value("note", "").find("three phases") != std::string::npos;
+            const int times = ++seen[{std::round(1e9 * std::log(v)), std::round(1e7 * x)}];
+            EXPECT_TRUE(junction || times == 1) << row;
+        }
+    }
+}
+
 TEST(CliDiagrams, LinesOfABinaryMeet) {
     const Json diagram = json("diagram PR+vdW1 CO2 decane --kij 0.1");
     std::map<std::string, std::vector<Json>> curves;

@@ -14,6 +14,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -35,11 +36,14 @@ struct EnvelopeCommand {
 
   private:
     corvane::EnvelopeOptions how() const;
-    std::vector<Column> columns(MixtureFluid const& mixture) const;
-    Row row(MixtureFluid const& mixture, EnvelopePoint const& point, std::string const& mark) const;
-    Table table(MixtureFluid const& mixture, Envelope const& envelope) const;
-    void summarise(Envelope const& envelope, Heading& head) const;
-    Picture picture(MixtureFluid const& mixture, Envelope const& envelope) const;
+    std::vector<Column> columns(MixtureFluid const& mixture, bool several) const;
+    Row row(MixtureFluid const& mixture, EnvelopePoint const& point, long number,
+            std::string const& mark) const;
+    void add(MixtureFluid const& mixture, Envelope const& envelope, long number,
+             Table& table) const;
+    void summarise(MixtureFluid const& mixture, Envelope const& envelope, std::string const& line,
+                   Heading& head) const;
+    void draw(Envelope const& envelope, Picture& picture) const;
     XY at(EnvelopePoint const& point) const;
 };
 
@@ -48,9 +52,9 @@ char const* in_words(EnvelopeEnd end) {
         case EnvelopeEnd::closed:
             return "closed: back at the pressure where it began";
         case EnvelopeEnd::pressure:
-            return "open: above the highest pressure (--p-max)";
+            return "open: at the highest pressure (--p-max)";
         case EnvelopeEnd::cold:
-            return "open: below the lowest temperature (--T-min)";
+            return "open: at the lowest temperature (--T-min)";
         case EnvelopeEnd::full:
             return "cut off at the largest number of points";
         case EnvelopeEnd::interrupted:
@@ -70,7 +74,9 @@ struct Named {
 std::vector<Named> special(Envelope const& envelope) {
     return {{"critical point", Symbol::critical, envelope.critical},
             {"cricondentherm", Symbol::extremum, envelope.cricondentherm},
-            {"cricondenbar", Symbol::three_phase, envelope.cricondenbar}};
+            {"cricondenbar", Symbol::three_phase, envelope.cricondenbar},
+            {"maximum of T, dense", Symbol::extremum, envelope.beyond_T},
+            {"maximum of p, dense", Symbol::three_phase, envelope.beyond_p}};
 }
 
 /// The number of the curve's point before a special point: that from which the way over it to the
@@ -93,6 +99,7 @@ std::size_t place(std::vector<EnvelopePoint> const& curve, EnvelopePoint const& 
 
 corvane::EnvelopeOptions EnvelopeCommand::how() const {
     corvane::EnvelopeOptions result;
+    result.p_max = 100.0;
     const auto set = [&](std::string const& text, char const* option, Quantity quantity,
                          double& value) {
         if (!text.empty()) value = positive(text, option, quantity, options.units);
@@ -100,11 +107,10 @@ corvane::EnvelopeOptions EnvelopeCommand::how() const {
     set(p_start, "--p-start", Quantity::pressure, result.p_start);
     set(p_max, "--p-max", Quantity::pressure, result.p_max);
     set(T_min, "--T-min", Quantity::temperature, result.T_min);
-    result.stability = true;
     return result;
 }
 
-std::vector<Column> EnvelopeCommand::columns(MixtureFluid const& mixture) const {
+std::vector<Column> EnvelopeCommand::columns(MixtureFluid const& mixture, bool several) const {
     Units const& u = options.units;
     std::vector<Column> result = {
         {"T", u.name(Quantity::temperature), "temperature"},
@@ -113,10 +119,12 @@ std::vector<Column> EnvelopeCommand::columns(MixtureFluid const& mixture) const 
     add_fractions(result, mixture, "y", "mole fraction in the incipient phase");
     result.push_back({"rho", u.name(Quantity::density), "density of the phase of given fractions"});
     result.push_back({"rho2", u.name(Quantity::density), "density of the incipient phase"});
+    result.push_back({"line", "", "number of the curve"});
+    result.back().detail = !several;
     return result;
 }
 
-Row EnvelopeCommand::row(MixtureFluid const& mixture, EnvelopePoint const& point,
+Row EnvelopeCommand::row(MixtureFluid const& mixture, EnvelopePoint const& point, long number,
                          std::string const& mark) const {
     Units const& u = options.units;
     Row result;
@@ -126,40 +134,54 @@ Row EnvelopeCommand::row(MixtureFluid const& mixture, EnvelopePoint const& point
     add_cells(result, point.y);
     result.cells.emplace_back(mixture.density(u, mixture.x, point.rho));
     result.cells.emplace_back(mixture.density(u, point.y, point.rho2));
+    result.cells.emplace_back(number);
     result.note = mark;
     if (point.unstable) add_note(result.note, "not stable: there is a phase of lower Gibbs energy");
     return result;
 }
 
-Table EnvelopeCommand::table(MixtureFluid const& mixture, Envelope const& envelope) const {
-    Table result{columns(mixture), {}};
+void EnvelopeCommand::add(MixtureFluid const& mixture, Envelope const& envelope, long number,
+                          Table& table) const {
     std::vector<std::vector<Row>> marked(envelope.points.size());
     for (Named const& named : special(envelope))
         for (EnvelopePoint const& point : named.points)
-            marked[place(envelope.points, point)].push_back(row(mixture, point, named.name));
+            marked[place(envelope.points, point)].push_back(
+                row(mixture, point, number, named.name));
     for (std::size_t k = 0; k < envelope.points.size(); ++k) {
-        result.rows.push_back(row(mixture, envelope.points[k], ""));
-        for (Row& extra : marked[k]) result.rows.push_back(std::move(extra));
+        table.rows.push_back(row(mixture, envelope.points[k], number, ""));
+        for (Row& extra : marked[k]) table.rows.push_back(std::move(extra));
     }
-    return result;
 }
 
-void EnvelopeCommand::summarise(Envelope const& envelope, Heading& head) const {
+/// line: "line 2: " where there are several.
+void EnvelopeCommand::summarise(MixtureFluid const& mixture, Envelope const& envelope,
+                                std::string const& line, Heading& head) const {
     Units const& u = options.units;
+    if (!line.empty()) {
+        Vector<double> const& y = envelope.points.front().y;
+        int most = 0;
+        for (int i = 1; i < y.size(); ++i)
+            if (y[i] > y[most]) most = i;
+        head.summary.push_back(fmt::format(
+            "{}begins at T = {}, p = {}, where the incipient phase has {:.3g} {}", line,
+            u.text(Quantity::temperature, envelope.points.front().T),
+            u.text(Quantity::pressure, envelope.points.front().p), y[most],
+            mixture.component(most)));
+    }
     for (Named const& named : special(envelope))
         for (EnvelopePoint const& point : named.points) {
             head.summary.push_back(fmt::format(
-                "{}: T = {}, p = {}{}", named.name, u.text(Quantity::temperature, point.T),
+                "{}{}: T = {}, p = {}{}", line, named.name, u.text(Quantity::temperature, point.T),
                 u.text(Quantity::pressure, point.p), point.unstable ? " (not stable)" : ""));
             list(head, "special")
                 .push_back({{"name", named.name},
                             {"T", u.from_library(Quantity::temperature, point.T)},
                             {"p", u.from_library(Quantity::pressure, point.p)}});
         }
-    head.summary.push_back(fmt::format("{} points, {} of them not stable; {}",
+    head.summary.push_back(fmt::format("{}{} points, {} of them not stable; {}", line,
                                        envelope.points.size(), envelope.unstable,
                                        in_words(envelope.end)));
-    head.summary.push_back(fmt::format("certified: {}; {} evaluations",
+    head.summary.push_back(fmt::format("{}certified: {}; {} evaluations", line,
                                        agreement(envelope.dmu, envelope.dp), envelope.evaluations));
     list(head, "certificates")
         .push_back({{"points", static_cast<long>(envelope.points.size())},
@@ -176,11 +198,7 @@ XY EnvelopeCommand::at(EnvelopePoint const& point) const {
 }
 
 /// Stretches of one kind; where the kind changes they meet, at the critical point if there is one.
-Picture EnvelopeCommand::picture(MixtureFluid const& mixture, Envelope const& envelope) const {
-    Picture result;
-    result.title = title(mixture);
-    result.x_axis = axis(Quantity::temperature, options.units);
-    result.y_axis = axis(Quantity::pressure, options.units);
+void EnvelopeCommand::draw(Envelope const& envelope, Picture& picture) const {
     auto const& points = envelope.points;
     std::vector<XY> stretch;
     std::vector<bool> stable;
@@ -194,15 +212,14 @@ Picture EnvelopeCommand::picture(MixtureFluid const& mixture, Envelope const& en
             if (place(points, critical) == k) meeting = at(critical);
         stretch.push_back(meeting);
         stable.push_back(stable.back());
-        result.add(bubble ? "bubble points" : "dew points", bubble ? Ink::liquid : Ink::vapour,
-                   stretch, stable);
+        picture.add(bubble ? "bubble points" : "dew points", bubble ? Ink::liquid : Ink::vapour,
+                    stretch, stable);
         stretch = {meeting};
         stable = {stable.back()};
     }
     for (Named const& named : special(envelope))
         for (EnvelopePoint const& point : named.points)
-            result.mark(named.name, named.symbol, Ink::black, at(point));
-    return result;
+            picture.mark(named.name, named.symbol, Ink::black, at(point));
 }
 
 int EnvelopeCommand::run() {
@@ -217,23 +234,41 @@ int EnvelopeCommand::run() {
     corvane::EnvelopeOptions asked = how();
     Watch watch("corvane: envelope");
     asked.progress = watch.progress();
-    const Envelope envelope = asking(mixture.name() + ": phase envelope", [&] {
-        return corvane::phase_envelope(*mixture.model, mixture.x, asked);
+    const auto envelopes = asking(mixture.name() + ": phase envelope", [&] {
+        return corvane::phase_envelopes(*mixture.model, mixture.x, asked);
     });
-    summarise(envelope, head);
+    Table table{columns(mixture, envelopes.size() > 1), {}};
+    Picture drawing;
+    drawing.title = title(mixture);
+    drawing.x_axis = axis(Quantity::temperature, options.units);
+    drawing.y_axis = axis(Quantity::pressure, options.units);
     Cautions cautions;
-    for (EnvelopePoint const& point : envelope.points)
-        cautions.add(mixture.validity, point.T, point.p, mixture.x);
+    bool stuck = false;
+    for (std::size_t k = 0; k < envelopes.size(); ++k) {
+        Envelope const& envelope = envelopes[k];
+        add(mixture, envelope, static_cast<long>(k) + 1, table);
+        summarise(mixture, envelope, envelopes.size() > 1 ? fmt::format("line {}: ", k + 1) : "",
+                  head);
+        draw(envelope, drawing);
+        for (EnvelopePoint const& point : envelope.points)
+            cautions.add(mixture.validity, point.T, point.p, mixture.x);
+        // That a curve of states that are not stable is lost on its way is no failure.
+        const bool seen = k == 0 || envelope.unstable < static_cast<int>(envelope.points.size());
+        stuck = stuck || (seen && envelope.end == EnvelopeEnd::stuck);
+    }
     cautions.report(head);
-    Picture drawing = picture(mixture, envelope);
+    // What goes on to dense states does not press the rest to the bottom.
+    for (Envelope const& envelope : envelopes)
+        for (EnvelopePoint const& point : envelope.cricondenbar)
+            drawing.y_top = std::max(drawing.y_top, 2.0 * at(point)[1]);
     if (data) {
         data.compare(mixture, {corvane::Saturated::bubble, corvane::Saturated::dew}, options.units,
                      head);
         data.draw(drawing, options.units);
     }
-    write(head, table(mixture, envelope), options.style);
+    write(head, table, options.style);
     plot.draw(drawing);
-    return Watch::interrupted() ? kInterrupted : envelope.end == EnvelopeEnd::stuck ? 1 : 0;
+    return Watch::interrupted() ? kInterrupted : stuck ? 1 : 0;
 }
 }  // namespace
 
@@ -245,7 +280,7 @@ void add_envelope(Program& program) {
     command
         .value("--p-start", envelope->p_start,
                "pressure of the dew point where it begins (default: 0.05 MPa)")
-        .value("--p-max", envelope->p_max, "where an open envelope ends (default: 1000 MPa)")
+        .value("--p-max", envelope->p_max, "where an open envelope ends (default: 100 MPa)")
         .value("--T-min", envelope->T_min, "where it ends at low temperatures (default: 50 K)");
     envelope->plot.add_to(command);
     envelope->data.add_to(command);

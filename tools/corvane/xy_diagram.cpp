@@ -42,7 +42,7 @@ struct XyDiagram {
     std::vector<Row> rows_of(MixtureFluid const& mixture, Diagram const& branch) const;
     void report(MixtureFluid const& mixture, BinaryDiagram const& diagram, double given,
                 Heading& head);
-    corvane::DiagramOptions how() const;
+    corvane::DiagramOptions how(MixtureFluid const& mixture, Heading& head) const;
     std::vector<Row> trace(MixtureFluid const& mixture, Solids const& solids, double given,
                            corvane::DiagramOptions const& asked, Heading& head, Picture& picture);
     XyFrame frame() const { return {isothermal, options.units}; }
@@ -148,7 +148,7 @@ void XyDiagram::report(MixtureFluid const& mixture, BinaryDiagram const& diagram
                     {"evaluations", diagram.evaluations}});
 }
 
-corvane::DiagramOptions XyDiagram::how() const {
+corvane::DiagramOptions XyDiagram::how(MixtureFluid const& mixture, Heading& head) const {
     corvane::DiagramOptions result;
     result.p_max = 100.0;
     if (!p_max.empty())
@@ -156,6 +156,20 @@ corvane::DiagramOptions XyDiagram::how() const {
     if (!T_min.empty())
         result.T_min =
             positive(T_min, "--T-min", Quantity::temperature, options.units);
+    // Below every triple point equations of state go on to find fluids where there are none. With
+    // solids, which tell, the search goes further, for eutectics.
+    if (T_min.empty() && !isothermal && !solid && mixture.validity.T_triple.size() == 2) {
+        Vector<double> const& triple = mixture.validity.T_triple;
+        result.T_min = std::min(triple[0], triple[1]);  // 0: not known
+        const double tail = 0.3 * std::min(mixture.model->mdl1[0]->Tcrit(),
+                                           mixture.model->mdl1[1]->Tcrit());
+        if (result.T_min > tail)
+            head.remarks.push_back(
+                fmt::format("from {}, below which both components freeze (--T-min)",
+                            options.units.text(Quantity::temperature, result.T_min)));
+        else
+            result.T_min = 0.0;
+    }
     result.step = !step.empty() ? number(step, "--step") : plot ? 0.01 : 0.05;
     if (!(result.step > 0.0 && result.step <= 0.5)) throw Misuse("--step: from above 0 to 0.5");
     return result;
@@ -178,7 +192,7 @@ std::vector<Row> XyDiagram::trace(MixtureFluid const& mixture, Solids const& sol
         longest.clear();
         for (TieLine const& tie : branch.points) longest.push_back({tie.x, frame().value(tie)});
     }
-    if (rows.empty()) throw Failure("no solution: one phase only, in all compositions");
+    if (rows.empty()) throw Failure("no solution: one phase only, in all compositions within the bounds");
     for (corvane::ThreePhasePoint const& three : diagram.three_phase) {
         const bool frozen = std::any_of(
             three.phases.begin(), three.phases.end(), [&](corvane::PhaseRecord const& phase) {
@@ -214,7 +228,7 @@ int XyDiagram::run() {
     if (given.size() == 1) picture.title += ", " + units.text(frame().fixed(), given.front());
     Table table{columns(mixture), {}};
     Rows rows(name(), table, given.size(), "diagrams");
-    corvane::DiagramOptions asked = how();
+    corvane::DiagramOptions asked = how(mixture, head);
     asked.progress = rows.progress();
     for (double value : given)
         if (!rows.add_all(fmt::format("{} at {} = {}", mixture.name(), frame().symbol(),
@@ -247,7 +261,8 @@ void add(Program& program, bool isothermal, char const* text, char const* exampl
         command.value("--p-max", diagram->p_max, "where to end (default: 100 MPa)");
     else
         command.value("--T-min", diagram->T_min,
-                      "where to begin (default: 0.3 of the lower critical temperature)");
+                      "where to begin (default: the lower triple point; if it is not known or with --solid, "
+                      "0.3 of the lower critical temperature)");
     command.value("--step", diagram->step,
                   "longest step in the mole fractions, about (default: 0.05; 0.01 with --plot)");
     command.flag("--solid", diagram->solid,
