@@ -88,6 +88,9 @@ TEST(Cli, FailuresExitWith1AndNameWhatWasAsked) {
          {"state PR C2H6O --T 300 --p 1", 1, "", "not one substance: dimethyl_ether, ethanol"},
          {"state pr propane --T 300 --p 1", 1, "",
           "no plug-in ./CorvaneS/libthpr.dll|(ThException 1): did you mean PR?"},
+         {"state PR+vdW1 propane --T 300 --p 1", 1, "", "PR+vdW1 is a model of mixtures|MEOS, "},
+         {"bubble PCSAFT+LB acetone=0.5 chloroform --T 330", 1, "",
+          "PCSAFT has no parameter set for acetone; equations that have one: MEOS, PR"},
          {"state nothing propane --T 300 --p 1", 1, "", "equations: |PR"},
          {"state PR propane --set 77 --T 300 --p 1", 1, "",
           "set 77 of PR propane does not exist; sets: 1"},
@@ -192,7 +195,7 @@ TEST(Cli, PureSubstanceCommandsAnswerAndRefuse) {
          {"density PR propane --T 300", 2, "", "--p is required"},
          {"critical PR CO2", 0, "solved|parameter-file|measured", ""},
          {"solid PR CO2 --T 200,300", 1, "failed: ", "T = 300 K: value out of range"},
-         {"solid PR propane --T 80", 1, "", "solid data of propane: could not open file"},
+         {"solid PR propane --T 80", 1, "", "solid data CorvaneS/solid/propane: could not open file"},
          {"solid PR CO2", 2, "", "either --T or --melting"},
          {"solid PR CO2 --melting 100", 1, "", "the solid is still stable at 216.602 K"},
          {"viscosity PR nitrogen --T 300 --p 1", 1, "", "no friction-theory set of nitrogen"},
@@ -297,5 +300,5 @@ TEST(Cli, MixtureEquilibriaAnswerAndRefuse) {
          {"solubility PR+vdW1 methane CO2 --solid methane --T 80 --p 1", 0,
           "metastable: carbon_dioxide freezes, too", ""},
          {"solubility PR+vdW1 methane propane --solid propane --T 80 --p 1", 1, "",
-          "solid data of propane: could not open file (ThException 1)"}});
+          "solid data CorvaneS/solid/propane: could not open file (ThException 1)"}});
 }

@@ -30,10 +30,18 @@ std::unique_ptr<Model1, corvane::Detach> attach(std::string const& eos) {
             return std::unique_ptr<Model1, corvane::Detach>(model);
         throw ThException(th_generic);
     } catch (ThException const& e) {
-        const auto known = plugins().pure;
+        const Plugins found = plugins();
+        auto const& known = found.pure;
+        auto const& mixtures = found.mixture;
+        if (std::find(mixtures.begin(), mixtures.end(), eos) != mixtures.end())
+            throw Failure(fmt::format(
+                "{} is a model of mixtures; here an equation of a pure substance is wanted: {}",
+                eos, join(known, ", ")));
         const std::string file = fmt::format("libth{}.dll", clipped(eos));
         if (std::find(known.begin(), known.end(), eos) != known.end())
-            throw Failure(fmt::format("the plug-in {} cannot be used: {}", file, describe(e)));
+            throw Failure(fmt::format("the plug-in {} cannot be used{}: {}", file,
+                                      e.number == th_generic ? ", it lacks create1 or destroy1" : "",
+                                      describe(e)));
         std::string near = did_you_mean(eos, known);
         if (near.empty() && !known.empty()) near = ": equations: " + join(known, ", ");
         throw Failure(
@@ -65,6 +73,16 @@ std::string tree_name(std::string const& eos, std::string const& text) {
                               near.empty() ? " (corvane list shows all)" : near));
 }
 
+void expect_sets(std::string const& eos, std::string const& substance) {
+    if (!parameter_sets(eos, substance).empty()) return;
+    std::vector<std::string> others;
+    for (std::string const& other : parameter_folders())
+        if (!parameter_sets(other, substance).empty()) others.push_back(other);
+    throw Failure(
+        fmt::format("{} has no parameter set for {}{}", eos, substance,
+                    others.empty() ? "" : "; equations that have one: " + join(others, ", ")));
+}
+
 /// Sets request.substance and request.set to an existing parameter file.
 void locate(FluidRequest& request) {
     std::vector<int> sets;
@@ -73,14 +91,7 @@ void locate(FluidRequest& request) {
         request.substance = tree_name(request.eos, request.substance);
         sets = parameter_sets(request.eos, request.substance);
     }
-    if (sets.empty()) {
-        std::vector<std::string> others;
-        for (std::string const& eos : parameter_folders())
-            if (!parameter_sets(eos, request.substance).empty()) others.push_back(eos);
-        throw Failure(
-            fmt::format("{} has no parameter set for {}{}", request.eos, request.substance,
-                        others.empty() ? "" : "; equations that have one: " + join(others, ", ")));
-    }
+    expect_sets(request.eos, request.substance);
     if (request.set == 0)
         request.set = sets.front();
     else if (std::find(sets.begin(), sets.end(), request.set) == sets.end())
@@ -123,6 +134,12 @@ std::string Fluid::name() const {
 std::string substance_name(std::string const& eos, std::string const& text) {
     if (is_file_name(text) && !parameter_sets(eos, text).empty()) return text;
     return tree_name(eos, text);
+}
+
+std::string component_name(std::string const& eos, std::string const& text) {
+    const std::string name = substance_name(eos, text);
+    expect_sets(eos, name);
+    return name;
 }
 
 Fluid open_fluid(FluidRequest const& asked) {

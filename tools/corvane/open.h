@@ -37,6 +37,9 @@ Fluid open_fluid(FluidRequest const& request);
 /// if a parameter set goes by it. @throws Failure with what is near
 std::string substance_name(std::string const& eos, std::string const& text);
 
+/// The same of a substance that has a parameter set. @throws Failure with the equations that have one
+std::string component_name(std::string const& eos, std::string const& text);
+
 /// Heading with equation, substance and set, and the stated range as a remark.
 Heading heading(std::string const& command, Fluid const& fluid, Units const& units);
 

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <set>
 
 namespace cli {
@@ -32,6 +33,39 @@ void attach(MixtureFluid& mixture) {
         throw Failure(fmt::format("no plug-in ./CorvaneS/libth{0}.dll or ./libth{0}.dll: {1}{2}",
                                   asked, describe(e), near));
     }
+}
+
+/// Loads pairs and components; a failure names the file, which is found by trying one by one.
+void load(MixtureFluid& mixture) {
+    ModelN& model = *mixture.model;
+    char const* const eos = mixture.eos.c_str();
+    asking(fmt::format("parameters of {}", mixture.name()), [&] {
+        try {
+            mixture.estimated = corvane::load_estimating(model, eos, mixture.mth.c_str());
+        } catch (ThException const&) {
+            for (int i = 0; i < mixture.size(); ++i) {
+                Model1& component = *model.mdl1[i];
+                const std::string name = component.name();
+                const int id = std::max(component.id(), 1);
+                component.id(id);
+                asking(fmt::format("parameter file CorvaneS/parameters/{}/{};{}", eos, name, id),
+                       [&] { component.load(eos); });
+            }
+            for (int i = 0; i < mixture.size(); ++i)
+                for (int j = 0; j < i; ++j) {
+                    const std::string folder =
+                        fmt::format("CorvaneS/parameters/{}/{}", eos, mixture.mth);
+                    for (auto [a, b] : {std::pair{i, j}, {j, i}}) {
+                        const std::string path =
+                            fmt::format("{}/{}+{};{}", folder, mixture.component(a),
+                                        mixture.component(b), model.id(i, j));
+                        if (std::error_code error; std::filesystem::exists(path, error))
+                            asking("one of the pair files, such as " + path, [] { throw; });
+                    }
+                }
+            throw;
+        }
+    });
 }
 
 /// Splits "methane=0.7" and fills the fractions; one component may take the remainder.
@@ -168,16 +202,13 @@ MixtureFluid open_mixture(MixtureRequest const& request) {
     model.mth = mixture.mth.c_str();
     std::set<std::string> seen;
     for (int i = 0; i < n; ++i) {
-        const std::string name = substance_name(mixture.eos, words[static_cast<unsigned>(i)]);
+        const std::string name = component_name(mixture.eos, words[static_cast<unsigned>(i)]);
         if (!seen.insert(name).second) throw Misuse(fmt::format("{} is named twice", name));
         model.mdl1[i]->name(name.c_str());
         model.mdl1[i]->id(-1);
         for (int j = 0; j < i; ++j) model.id(i, j, request.pair_set > 0 ? request.pair_set : 1);
     }
-    asking(fmt::format("parameters of {}", mixture.name()), [&] {
-        mixture.estimated =
-            corvane::load_estimating(model, mixture.eos.c_str(), mixture.mth.c_str());
-    });
+    load(mixture);
     if (!request.kij.empty()) set_kij(request.kij, mixture);
     std::erase_if(mixture.estimated, [&](std::pair<int, int> const& pair) {
         return std::find(mixture.given.begin(), mixture.given.end(), pair) != mixture.given.end();

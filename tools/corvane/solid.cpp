@@ -149,7 +149,7 @@ int SolidCommand::run() {
     if (!p.empty() && !melting.empty()) throw Misuse("--p goes with --T");
     Fluid fluid = options.open();
     Units const& units = options.units;
-    asking(fmt::format("solid data of {}", fluid.model->name()),
+    asking(fmt::format("solid data CorvaneS/solid/{}", fluid.model->name()),
            [&] { fluid.model->solid.load(); });
     total_ = fluid.ideal.has_value();
     Solve solve = &SolidCommand::sublimation;

@@ -127,7 +127,7 @@ int SolubilityCommand::run() {
     s_ = name == mixture.component(0) ? 0 : 1;
     if (name != mixture.component(s_))
         throw Misuse(fmt::format("--solid: {} is not a component of the mixture", name));
-    asking("solid data of " + name, [&] { mixture.model->mdl1[s_]->solid.load(); });
+    asking("solid data CorvaneS/solid/" + name, [&] { mixture.model->mdl1[s_]->solid.load(); });
     try {
         mixture.model->mdl1[1 - s_]->solid.load();
         both_ = true;

@@ -105,7 +105,8 @@ std::string StateCommand::set_reference(Fluid& fluid) const {
     if (reference == "table")
         return fmt::format("reference state: u = 0 and s = 0 for the ideal gas at {} and 1 mol/cm3",
                            options.units.text(Quantity::temperature, fluid.ideal->first));
-    asking(fmt::format("enthalpy and entropy of formation of {}", fluid.model->name()),
+    asking(fmt::format("enthalpy and entropy of formation CorvaneS/reaction/{}",
+                       fluid.model->name()),
            [&] { fluid.model->load_thchem(); });
     return "reference state: enthalpy of formation and standard entropy at 0.1 MPa";
 }

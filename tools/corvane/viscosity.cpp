@@ -73,7 +73,7 @@ int ViscosityCommand::run() {
     Fluid fluid = options.open();
     Units const& units = options.units;
     Model1& model = *fluid.model;
-    asking(fmt::format("dilute-gas viscosity of {}", model.name()), [&] { model.visco.load0(); });
+    asking(fmt::format("dilute-gas viscosity CorvaneS/viscosity/dilute/{}", model.name()), [&] { model.visco.load0(); });
     const auto temperatures = positive_points(T, "--T", Quantity::temperature, units);
     std::vector<std::optional<double>> pressures{std::nullopt};
     Heading head = heading("viscosity", fluid, units);
