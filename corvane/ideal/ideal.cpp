@@ -5,10 +5,26 @@
 #include <corvane/pure/model1.h>
 
 #include <cmath>
+#include <map>
+#include <mutex>
 #include <utility>
+
+#include <sys/stat.h>
 
 namespace {
 constexpr int kMaxPoints = 1000000;
+
+/// Intended: the handle of a table stays open for the life of the process. One for each file is
+/// enough: a model loaded a thousand times must not use up the descriptors.
+void keep_open(corvane::File file) {
+    static std::mutex guard;
+    static auto& kept = *new std::map<std::pair<dev_t, ino_t>, FILE*>;
+    struct stat which;
+    if (fstat(fileno(file.get()), &which) != 0) return;
+    const std::lock_guard<std::mutex> lock(guard);
+    const auto [place, first] = kept.try_emplace({which.st_dev, which.st_ino}, file.get());
+    if (first) static_cast<void>(file.release());
+}
 
 /// Integral of (y + b·s + c·s² + d·s³) over s from 0 to dx.
 double integral(double y, double b, double c, double d, double dx) {
@@ -30,17 +46,25 @@ struct Ideal::Value {
 void Ideal::load() {
     if (!model_) throw ThException(th_cannot_open);
     const corvane::CLocale c_numbers;
-    // intended: the handle stays open for the life of the process
-    FILE* f = corvane::open_file("r", "./CorvaneS/ideal/%s", model_->name()).release();
+    corvane::check_name(model_->name());
+    const std::string path = corvane::path_of("./CorvaneS/ideal/%s", model_->name());
+    corvane::File file = corvane::open_file(path);
+    FILE* f = file.get();
     int n = 0;
     if (std::fscanf(f, "%d", &n) != 1 || n < 0) n = 0;
-    if (n > kMaxPoints) throw ThException(th_cannot_open);
-    SortedVector<double> x(n);
-    Vector<double> y(n), energy(n), entropy(n);
-    for (int k = 0; k < n; ++k) {
-        if (std::fscanf(f, "%lf%lf", &x[k], &y[k]) != 2) break;  // zeros follow: the spline objects
-        y[k] = y[k] * (1 / R) - 1;
-    }
+    SortedVector<double> x;
+    Vector<double> y;
+    corvane::reading(path, f, [&] {
+        if (n > kMaxPoints) corvane::malformed(f, "too many points");
+        x.size(n);
+        y.size(n);
+        for (int k = 0; k < n; ++k) {
+            x[k] = corvane::read_number(f, true);
+            y[k] = corvane::read_number(f, true) * (1 / R) - 1;
+        }
+    });
+    keep_open(std::move(file));
+    Vector<double> energy(n), entropy(n);
     Matrix<double> c;
     if (n > 0) {
         c.size(3, n);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <corvane/core/containers.h>
+#include <corvane/core/owner.h>
 
 class Model1;
 
@@ -12,10 +13,10 @@ class Model1;
 class CORVANE_API Ideal {
   public:
     /// Reads "./CorvaneS/ideal/<name>": the number of points, then T [K] and cp [J/(mol K)] in
-    /// ascending order of T; whatever follows the last number is free text. The file stays open for
-    /// the life of the process (intended).
-    /// @throws ThException 1 no file, no owner, or a count beyond 10^6; MthException 5, 6 from the
-    ///         spline for equal or descending temperatures
+    /// ascending order of T; whatever follows the last number is free text. One handle of each file
+    /// stays open for the life of the process (intended). On failure the tables stay as they were.
+    /// @throws ThException 1 no file, no owner, a count beyond 10^6, a number that is missing or
+    ///         malformed; MthException 5, 6 from the spline for equal or descending temperatures
     void load();
     /// Prints the temperature range of the data to standard output.
     void info() const;
@@ -27,8 +28,8 @@ class CORVANE_API Ideal {
     /// Forgets the temperatures (and nothing else, intended), so that there are no data.
     void reset();
 
-    Model1* model() const { return model_; }  ///< the owner; gives the file name; not owned
-    void model(Model1* owner) { model_ = owner; }
+    Model1* model() const { return model_; }  ///< gives the file name; not owned; kept by assignment
+    void model(Model1* owner) { model_.set(owner); }
 
     // Properties at T [K]; below the table cp continues linearly, above it with the last cubic.
     // All throw ThException 3 without data.
@@ -50,5 +51,5 @@ class CORVANE_API Ideal {
     Vector<double> energy_;   // U°/R, K
     Vector<double> entropy_;  // S°/R
     Matrix<double> c_;        // spline rows b, c, d
-    Model1* model_ = nullptr;
+    corvane::Owner model_;
 };

@@ -5,34 +5,54 @@
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 
-#include <cstring>
+#include <string>
 #include <utility>
 
 namespace {
 constexpr int kCommentRead = 79;
+constexpr int kMaxComponents = 10000;  // 5·10^7 pairs, far from where their count overflows
 
 struct Header {  // what a pair file says of one of its components
     char name[th_namelength] = {};
     int id = 0;
 };
 
+/// A component's name and id, to be put back.
+struct Identity {
+    Identity(Model1 const& m) : name(m.name()), id(m.id()) {}
+    void restore(Model1& m) const {
+        m.name(name.c_str());
+        m.id(id);
+    }
+    std::string name;
+    int id;
+};
+
 void adopt(Model1& component, FILE* f) {
     Header header;
-    if (std::fscanf(f, "%*s\t%31s", header.name) == 1) component.name(header.name);
-    if (std::fscanf(f, "%*s\t%d", &header.id) != 1) throw ThException(th_cannot_open);
+    if (std::fscanf(f, "%*s\t%31s", header.name) == 1) {
+        corvane::check_name(header.name);
+        component.name(header.name);
+    }
+    if (std::fscanf(f, "%*s\t%d", &header.id) != 1)
+        corvane::malformed(f, "the number of a component's parameter set is missing");
     if (component.id() != -1 && component.id() != header.id) throw ThException(th_id_mismatch);
     component.id(header.id);
 }
 
-corvane::File pair_file(Model1 const& a, Model1 const& b, int id, char const* eos, char const* mth,
-                        char const* mode, char const* root) {
-    return corvane::open_file(mode, "%s/%s/%s/%s+%s;%d", root, eos, mth, a.name(), b.name(), id);
+std::string pair_path(Model1 const& a, Model1 const& b, int id, char const* eos, char const* mth,
+                      char const* root) {
+    corvane::check_name(a.name());
+    corvane::check_name(b.name());
+    return corvane::path_of("%s/%s/%s/%s+%s;%d", root, eos, mth, a.name(), b.name(), id);
 }
 }  // namespace
 
 void ModelN::alloc(int n, char const* equation) {
+    if (n > kMaxComponents) throw ThException(th_out_of_range);
+    if (n < 0) n = 0;
     eos = equation;
-    mdl1.size(n > 0 ? n : 0);
+    mdl1.size(n);
     for (int i = 0; i < mdl1.size(); ++i) mdl1[i] = nullptr;
     for (int i = 0; i < mdl1.size(); ++i) mdl1[i] = attach1(equation);
     pair_ids_ = Vector<int>(n * (n - 1) / 2);
@@ -60,7 +80,7 @@ void ModelN::comment(int i, int j, char const* text) {
     if (i == j)
         mdl1[i]->comment(text);
     else
-        std::strncpy(pair_comments_[pair(i, j)].text, text, th_commlength - 1);  // byte 79 stays 0
+        corvane::copy_text(pair_comments_[pair(i, j)].text, th_commlength, text);
 }
 
 double ModelN::param(int k, int i, int j) const {
@@ -78,25 +98,40 @@ bool ModelN::load_pair(int a, int b, char const* equation, char const* theory) {
     constexpr char root[] = "./CorvaneS/parameters";
     Model1 *first = mdl1[a], *second = mdl1[b];
     corvane::File file;
+    std::string path;
     for (int attempt = 0; attempt < 2 && !file; ++attempt) {
         if (attempt == 1) std::swap(first, second);
         try {
-            file = pair_file(*first, *second, id(a, b), equation, theory, "r", root);
+            path = pair_path(*first, *second, id(a, b), equation, theory, root);
+            file = corvane::open_file(path);
         } catch (ThException const&) {
             // the other order of the names, or no such pair
         }
     }
     if (!file) return false;
     FILE* f = file.get();
-    adopt(*first, f);
-    adopt(*second, f);
-    int number = id(a, b);
-    char text[th_commlength] = {};
-    static_cast<void>(std::fscanf(f, "%*s\t%d%*s", &number));
-    corvane::read_text(f, text, th_commlength, kCommentRead);
-    id(a, b, number);
-    comment(a, b, text);
-    par_in(f, a, b);  // also for a file found as b+a (intended): it says itself who is who
+    const Identity before[] = {*first, *second};
+    const int id_before = id(a, b);
+    const PairComment comment_before = pair_comments_[pair(a, b)];
+    try {
+        corvane::reading(path, f, [&] {
+            adopt(*first, f);
+            adopt(*second, f);
+            int number = id(a, b);
+            char text[th_commlength] = {};
+            static_cast<void>(std::fscanf(f, "%*s\t%d%*s", &number));
+            corvane::read_text(f, text, th_commlength, kCommentRead);
+            id(a, b, number);
+            comment(a, b, text);
+            par_in(f, a, b);  // also for a file found as b+a (intended): it says itself who is who
+        });
+    } catch (...) {  // the pair stays as it was
+        before[0].restore(*first);
+        before[1].restore(*second);
+        id(a, b, id_before);
+        pair_comments_[pair(a, b)] = comment_before;
+        throw;
+    }
     return true;
 }
 
@@ -105,7 +140,14 @@ void ModelN::load_components(char const* equation) {
             mdl1[k]->load(equation);
         } catch (...) {  // intended: whatever it was becomes code 1
             std::fprintf(stderr, "could not load parameters for %s\n", mdl1[k]->name());
-            throw ThException(th_cannot_open);
+            try {
+                throw;
+            } catch (corvane::FileError& e) {
+                e.number = th_cannot_open;
+                throw;
+            } catch (...) {
+                throw ThException(th_cannot_open);
+            }
         }
 }
 
@@ -114,7 +156,11 @@ void ModelN::load(char const* equation, char const* theory) {
     const corvane::CLocale c_numbers;
     for (int a = 0; a < mdl1.size(); ++a)
         for (int b = a + 1; b < mdl1.size(); ++b)
-            if (!load_pair(a, b, equation, theory)) throw ThException(th_cannot_open);
+            if (!load_pair(a, b, equation, theory))
+                throw corvane::FileError(
+                    th_cannot_open, std::string("./CorvaneS/parameters/") + equation + '/' + theory,
+                    std::string("no file of the pair ") + mdl1[a]->name() + " + " +
+                        mdl1[b]->name() + ", set " + std::to_string(id(a, b)));
     load_components(equation);
 }
 
@@ -138,14 +184,18 @@ std::vector<std::pair<int, int>> load_estimating(ModelN& model, char const* eos,
 void ModelN::store2(char const* equation, char const* theory) const {
     if (!equation || !theory || mdl1.size() < 2) throw ThException(th_cannot_open);
     const corvane::CLocale c_numbers;
+    for (int k = 0; k < 2; ++k) corvane::check_storable(mdl1[k]->name());
+    corvane::check_storable(comment(0, 1), kCommentRead);
     // intended: a tree of its own, and the first pair alone
-    const corvane::File file = pair_file(*mdl1[0], *mdl1[1], id(0, 1), equation, theory, "w",
-                                         "./CorvaneS/models/parameters");
-    FILE* f = file.get();
+    corvane::NewFile file(pair_path(*mdl1[0], *mdl1[1], id(0, 1), equation, theory,
+                                    "./CorvaneS/models/parameters"));
+    FILE* f = file.stream();
     for (int k = 0; k < 2; ++k)
         std::fprintf(f, "name%d:\t%s\nid%d:\t%d\n", k + 1, mdl1[k]->name(), k + 1, mdl1[k]->id());
     std::fprintf(f, "id:\t%d\ntext:\t%s\n", id(0, 1), comment(0, 1));
+    const long section = std::ftell(f);
     par_out(f, 0, 1);
+    file.commit(section);
 }
 
 void ModelN::intro(char const* title, int flags) const {

@@ -70,7 +70,8 @@ class CORVANE_API ModelN {
     /// Makes n components with attach1(eos), empty pair tables and the binary parameters. The text
     /// is kept, not copied (intended). Components are released by corvane::detachN together with
     /// the mixture, or one by one by corvane::detach1; destroyN alone leaves them, and so does
-    /// another alloc. @throws ThException 0, 1 from attach1 (components not made are null)
+    /// another alloc. @throws ThException 5 more than 10^4 components; 0, 1 from attach1 (components
+    /// not made are null)
     void alloc(int n, char const* eos);
     Model1* getModel1i(int i) const { return mdl1[i]; }
     int mmth() const { return mmth_; }
@@ -78,8 +79,7 @@ class CORVANE_API ModelN {
     /// Number of the parameter set of the pair (i, j), or of component i when i = j.
     int id(int i, int j) const;
     void id(int i, int j, int value);
-    /// Comment of the pair, or of the component when i = j. The setter copies at most 79 characters
-    /// and adds no terminator of its own (intended; the last byte of a buffer is always zero).
+    /// Comment of the pair, or of the component when i = j. The setter copies at most 79 characters.
     char const* comment(int i, int j) const;
     void comment(int i, int j, char const* text);
     /// Binary parameter k of the pair, or parameter k of the component when i = j.
@@ -89,11 +89,14 @@ class CORVANE_API ModelN {
     /// Reads the file of every pair, "./CorvaneS/parameters/<eos>/<mth>/<a>+<b>;<id>" or else
     /// "<b>+<a>", then every component's own file. Names of components come from the caller; a
     /// component id of −1 takes the first pair file's.
+    /// A pair or component that cannot be loaded stays as it was, those before it are loaded.
     /// @throws ThException 1 no pair file, or a component that fails for whatever reason (its name
-    ///         goes to standard error); 2 a component id that contradicts a pair file
+    ///         goes to standard error); 2 a component id that contradicts a pair file; or from
+    ///         par_in. As corvane::FileError where a file is to blame
     void load(char const* eos, char const* mth);
     /// Writes the file of the pair (0, 1) to "./CorvaneS/models/parameters/<eos>/<mth>/…", a tree
-    /// of its own (intended). @throws ThException 1
+    /// of its own (intended), as a whole or not at all, and only if load can read it.
+    /// @throws ThException 1
     void store2(char const* eos, char const* mth) const;
     /// Prints components and pairs. Bits of flags: 1 parameters, 2 ideal-gas and 4 solid ranges.
     void intro(char const* title, int flags) const;

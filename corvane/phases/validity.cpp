@@ -19,7 +19,7 @@ template <class... Part>
 std::string contents(char const* format, Part... part) {
     std::string text;
     try {
-        const File file = open_file("r", format, part...);
+        const File file = open_file(path_of(format, part...));
         char block[4096];
         for (std::size_t n = 1; n > 0 && text.size() < kMost;)
             text.append(block, n = std::fread(block, 1, sizeof block, file.get()));

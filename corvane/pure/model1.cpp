@@ -2,7 +2,11 @@
 #include <corvane/core/files.h>
 #include <corvane/pure/model1.h>
 
+#include <cmath>
 #include <cstring>
+#include <string>
+
+#include <unistd.h>
 
 namespace {
 constexpr int kCommentRead =
@@ -20,7 +24,34 @@ double interpolate(Vector<double> const& t, Vector<double> const& y, double T) {
     if (t[k] == t[k - 1]) return y[k];
     return y[k] + (y[k - 1] - y[k]) * (T - t[k]) / (t[k - 1] - t[k]);
 }
+
+/// True if eos is the name of an equation that has a plug-in, and another one than `own`: two
+/// equations may share the labels of their parameters, but not their meaning.
+bool belongs_to_another(char const* eos, char const* own) {
+    if (std::strcmp(eos, own) == 0) return false;
+    for (char const* place : {"./CorvaneS/libth", "./libth"})
+        if (access(corvane::reading_path(place + std::string(eos) + ".dll").c_str(), F_OK) == 0) return true;
+    return false;
+}
 }  // namespace
+
+/// What load changes, to be put back if it fails.
+struct Model1::Header {
+    explicit Header(Model1 const& m)
+        : id(m.id_), pcrit(m.pcrit_), Tcrit(m.Tcrit_), vcrit(m.vcrit_) {
+        std::memcpy(name, m.name_, sizeof name);
+        std::memcpy(comment, m.comment_, sizeof comment);
+    }
+    void restore(Model1& m) const {
+        m.id_ = id;
+        std::memcpy(m.name_, name, sizeof name);
+        std::memcpy(m.comment_, comment, sizeof comment);
+        m.pcrit_ = pcrit, m.Tcrit_ = Tcrit, m.vcrit_ = vcrit;
+    }
+    int id;
+    char name[th_namelength], comment[th_commlength];
+    double pcrit, Tcrit, vcrit;
+};
 
 Model1::Model1() {
     solid.model(this);
@@ -42,29 +73,57 @@ void Model1::params(Vector<double> const& v) {
 int Model1::load(char const* eos) {
     if (!eos) throw ThException(th_cannot_open);
     const corvane::CLocale c_numbers;
-    corvane::File file = corvane::open_file("r", "./CorvaneS/parameters/%s/%s;%d", eos, name_, id_);
+    corvane::check_name(name_);
+    const std::string path = corvane::path_of("./CorvaneS/parameters/%s/%s;%d", eos, name_, id_);
+    corvane::File file = corvane::open_file(path);
+    if (eos_ && belongs_to_another(eos, eos_))
+        throw corvane::FileError(th_cannot_open, path,
+                                 "a parameter set of " + std::string(eos) + ", not " + eos_);
     FILE* f = file.get();
-    // Labels are skipped and read errors not detected: a field keeps what it had.
-    static_cast<void>(std::fscanf(f, "%*s\t%31s", name_) == 1 &&
-                      std::fscanf(f, "%*s\t%d", &id_) == 1);
-    static_cast<void>(std::fscanf(f, "%*s"));
-    corvane::read_text(f, comment_, th_commlength, kCommentRead);
-    for (double* field : {&pcrit_, &Tcrit_, &vcrit_})
-        static_cast<void>(std::fscanf(f, "%*s\t%lf%*[\r\n]", field));
-    par_in(f, 1);
+    const Header before(*this);
+    try {
+        corvane::reading(path, f, [&] {
+            // Labels are skipped and what cannot be read is not detected: a field keeps what it
+            // had, and the labels of the section are out of step.
+            static_cast<void>(std::fscanf(f, "%*s\t%31s", name_) == 1 &&
+                              std::fscanf(f, "%*s\t%d", &id_) == 1);
+            corvane::check_name(name_);
+            static_cast<void>(std::fscanf(f, "%*s"));
+            corvane::read_text(f, comment_, th_commlength, kCommentRead);
+            for (double* field : {&pcrit_, &Tcrit_, &vcrit_}) {
+                double x = 0.0;
+                if (std::fscanf(f, "%*s\t%lf", &x) != 1) continue;
+                if (!(x > 0.0 && std::isfinite(x)))
+                    corvane::malformed(f, "a critical constant must be positive");
+                *field = x;
+                static_cast<void>(std::fscanf(f, "%*[\r\n]"));
+            }
+            par_in(f, 1);
+        });
+    } catch (...) {
+        before.restore(*this);
+        throw;
+    }
     return std::fclose(file.release());
 }
 
 void Model1::store(char const* eos) const {
     if (!eos) throw ThException(th_cannot_open);
     const corvane::CLocale c_numbers;
+    corvane::check_storable(name_);
+    corvane::check_storable(comment_, kCommentRead);
     // intended: another tree than the one that load reads
-    const corvane::File file =
-        corvane::open_file("w", "./models/parameters/%s/%s;%d", eos, name_, id_);
-    std::fprintf(file.get(),
+    const std::string path = corvane::path_of("./models/parameters/%s/%s;%d", eos, name_, id_);
+    for (double x : {pcrit_, Tcrit_, vcrit_})  // zero, not known, is left for somebody to fill in
+        if (!(x >= 0.0 && std::isfinite(x)))
+            throw corvane::FileError(th_cannot_open, path, "a critical constant is not positive");
+    corvane::NewFile file(path);
+    std::fprintf(file.stream(),
                  "name:\t%s\nid:\t%d\ntext:\t%s\npc:\t%15.8e\nTc:\t%15.8e\nvc:\t%15.8e\n", name_,
                  id_, comment_, pcrit_, Tcrit_, vcrit_);
-    par_out(file.get());
+    const long section = std::ftell(file.stream());
+    par_out(file.stream());
+    file.commit(section);
 }
 
 void Model1::intro(char const* title, int level) const {

@@ -33,7 +33,8 @@ class CORVANE_API Model1 {
     /// Ts [K], 2 = scaling volume vs [cm³/mol]. Callers write through it at any time.
     virtual double* ppar(int i) = 0;
     /// Reads the equation's own section of a parameter file from the current position. load passes
-    /// mode 1. @throws ThException 1 for a short section
+    /// mode 1. Changes nothing before all is read and checked. @throws ThException 1 for a section
+    /// that is short or malformed
     virtual void par_in(FILE* f, int mode) = 0;
     /// Writes that section; also used with f = standard output.
     virtual void par_out(FILE* f) const = 0;
@@ -91,10 +92,17 @@ class CORVANE_API Model1 {
 
     /// Reads "./CorvaneS/parameters/<eos>/<name>;<id>" for the name and id set before; the file's
     /// own name and id replace them. Returns the result of closing the file. Read errors in the
-    /// common section are not detected (intended). @throws ThException 1 no file, or from par_in
+    /// common section are not detected (intended) unless the equation's section is out of step by
+    /// them. A model that cannot be loaded stays as it was.
+    /// @throws ThException 1 no file, a critical constant that is not positive and finite, a name
+    ///         with a slash, an eos that names the plug-in of another equation; or from par_in.
+    ///         All as corvane::FileError, with file and line
     int load(char const* eos);
     /// Writes "./models/parameters/<eos>/<name>;<id>", a tree of its own, so that a stored set
-    /// never overwrites the data (intended). Folders are not made. @throws ThException 1
+    /// never overwrites the data (intended). Folders are not made. The file is written as a whole
+    /// or not at all, and only if load can read it (critical constants of zero excepted).
+    /// @throws ThException 1 not written, as on a full disk; an empty name or one with a blank, a
+    ///         comment of more than 78 characters or several lines, numbers that are not finite
     void store(char const* eos) const;
     /// Prints a banner, then by the bits of level: 1 the parameters, 2 the ideal-gas range, 4 the
     /// range of the solid data.
@@ -164,8 +172,8 @@ class CORVANE_API Model1 {
 
     /// Reads "./CorvaneS/reaction/<name>" (T0 [K], H0 [J/mol], S0 [J/(mol K)]) and moves the ideal
     /// part's reference state so that Hm·R·T0 = H0 and Sm·R = S0 for the stable phase at (pref,
-    /// T0). Calling it again changes nothing. @throws ThException 1 no file, 7 not three numbers,
-    /// 3, 9, 5
+    /// T0). Calling it again changes nothing. @throws ThException 1 no file, 7 not three finite
+    /// numbers; 3, 9, 5
     void load_thchem();
 
     /// The exact-derivative extension of the equation, or null. Set by attach1.
@@ -182,6 +190,7 @@ class CORVANE_API Model1 {
     int mpar_ = 0, madj_ = 0;
 
   private:
+    struct Header;
     int id_ = 0;
     char name_[th_namelength] = {};
     char comment_[th_commlength] = {};

@@ -6,9 +6,17 @@ void Model1::load_thchem() {
     double T0 = 0, H0 = 0, S0 = 0;
     {
         const corvane::CLocale c_numbers;
-        const corvane::File file = corvane::open_file("r", "./CorvaneS/reaction/%s", name_);
-        if (std::fscanf(file.get(), "%lf%lf%lf", &T0, &H0, &S0) != 3)
-            throw ThException(th_no_thermochemistry);
+        corvane::check_name(name_);
+        const std::string path = corvane::path_of("./CorvaneS/reaction/%s", name_);
+        const corvane::File file = corvane::open_file(path);
+        corvane::reading(path, file.get(), [&] {
+            try {
+                for (double* x : {&T0, &H0, &S0}) *x = corvane::read_number(file.get(), true);
+            } catch (corvane::FileError& e) {
+                e.number = th_no_thermochemistry;
+                throw;
+            }
+        });
     }
     double rho0 = 0.0;
     Gr(pref, T0, 2, rho0);  // intended: for the density of the stable phase alone

@@ -19,11 +19,16 @@ struct Row {
 /// count as unreadable.
 Row read_row(FILE* f) {
     Row r{};
-    if (std::fscanf(f, "%lf%lf%lf%lf", &r.T, &r.p, &r.v, &r.kappa) != 4 || !(r.T > 0.0) ||
-        !(r.p > 0.0) || !std::isfinite(r.T) || !std::isfinite(r.p) || !std::isfinite(r.v) ||
-        !std::isfinite(r.kappa))
-        throw ThException(th_cannot_open);
+    for (double* x : {&r.T, &r.p, &r.v, &r.kappa}) *x = corvane::read_number(f, true);
+    if (!(r.T > 0.0) || !(r.p > 0.0)) corvane::malformed(f, "T and p must be positive");
     return r;
+}
+
+/// A count in 1 … most.
+int read_count(FILE* f, int most) {
+    const double x = corvane::read_number(f, true);
+    if (!(x >= 1 && x <= most && x == std::floor(x))) corvane::malformed(f, "no such count");
+    return static_cast<int>(x);
 }
 
 struct State {
@@ -97,10 +102,9 @@ double ge(Solid const& solid, double p, double T, double& rho) {
 
 void Subl::load(FILE* f) {
     const corvane::CLocale c_numbers;
-    int m = 0;
-    if (std::fscanf(f, "%7s", name) != 1) throw ThException(th_cannot_open);
-    if (std::fscanf(f, "%*[^ \t\r\n]") == EOF) throw ThException(th_cannot_open);  // a longer name
-    if (std::fscanf(f, "%d", &m) != 1 || m < 1 || m > kMaxPoints) throw ThException(th_cannot_open);
+    if (std::fscanf(f, "%7s", name) != 1) corvane::malformed(f, "a phase is missing");
+    static_cast<void>(std::fscanf(f, "%*[^ \t\r\n]"));  // a longer name
+    const int m = read_count(f, kMaxPoints);
     x.size(m);
     s.size(m);
     v.size(m);
@@ -133,22 +137,26 @@ void Subl::load(FILE* f) {
 void Solid::load() {
     if (!model_) throw ThException(th_cannot_open);
     const corvane::CLocale c_numbers;
-    const corvane::File file = corvane::open_file("r", "./CorvaneS/solid/%s", model_->name());
-    int n = 0;
-    double Tmax = 0.0;
-    if (std::fscanf(file.get(), "%d%lf", &n, &Tmax) != 2 || n > kMaxPhases)
-        throw ThException(th_cannot_open);
-    Tmax_ = Tmax;
-    sg.size(0);
-    sg.size(n);
-    for (int i = 0; i < n; ++i) {
-        try {
-            sg[i].load(file.get());
-        } catch (...) {
-            sg.size(i);  // the phases read so far stay, and nothing half-read does
-            throw;
+    corvane::check_name(model_->name());
+    const std::string path = corvane::path_of("./CorvaneS/solid/%s", model_->name());
+    const corvane::File file = corvane::open_file(path);
+    FILE* f = file.get();
+    corvane::reading(path, f, [&] {
+        int n = 0;
+        if (std::fscanf(f, "%d", &n) != 1 || n > kMaxPhases)
+            corvane::malformed(f, "no such number of phases");
+        Tmax_ = corvane::read_number(f, true);
+        sg.size(0);
+        sg.size(n);
+        for (int i = 0; i < n; ++i) {
+            try {
+                sg[i].load(f);
+            } catch (...) {
+                sg.size(i);  // the phases read so far stay, and nothing half-read does
+                throw;
+            }
         }
-    }
+    });
 }
 
 int Solid::sge(double T, int i, double& psub, double& v, double& kappa) const {

@@ -3,6 +3,7 @@
 
 #include <corvane/core/constants.h>
 #include <corvane/core/containers.h>
+#include <corvane/core/owner.h>
 
 #include <cstdio>
 
@@ -70,10 +71,10 @@ class CORVANE_API Solid {
     char const* id(int i) const;              ///< name of phase i; null if there is none
     void info() const;                        ///< prints the temperature range of the data
     void reset();                             ///< forgets the phases
-    Model1* model() const { return model_; }  ///< the owner; not owned
-    void model(Model1* owner) { model_ = owner; }
+    Model1* model() const { return model_; }  ///< not owned; kept by assignment
+    void model(Model1* owner) { model_.set(owner); }
 
   private:
     double Tmax_ = 0.0;
-    Model1* model_ = nullptr;
+    corvane::Owner model_;
 };

@@ -7,9 +7,11 @@
 #include <cstdio>
 #include <cstring>
 #include <numbers>
+#include <string>
 
 namespace {
 constexpr int kMaxCount = 1000000;  // a larger count in a file is damage, not data
+constexpr int kCommentRead = 78;    // characters of a text line, without the terminator
 
 struct Shape {
     int a_rows, b_rows, c_rows, cols, c_cols;
@@ -85,13 +87,18 @@ double sphere_pressure(double rho, double T, double M) {
 void Visco::load0() {
     if (!model_) throw ThException(th_cannot_open);
     const corvane::CLocale c_numbers;
-    const corvane::File file =
-        corvane::open_file("r", "./CorvaneS/viscosity/dilute/%s", model_->name());
+    corvane::check_name(model_->name());
+    const std::string path =
+        corvane::path_of("./CorvaneS/viscosity/dilute/%s", model_->name());
+    const corvane::File file = corvane::open_file(path);
     FILE* f = file.get();
     // What cannot be read keeps its value (intended: read errors are not detected).
-    int items = std::fscanf(f, "%d%d", &form_, &count_);
+    int count = count_;
+    int items = std::fscanf(f, "%d%d", &form_, &count);
+    if (count > kMaxCount)
+        throw corvane::FileError(th_cannot_open, path, "too many coefficients", 1);
+    count_ = count;
     if (items == 2) items = std::fscanf(f, "%lf", &Tc_);
-    if (count_ > kMaxCount) throw ThException(th_cannot_open);
     dilute_.size(count_);
     dilute_.read(f, "%lf");
 }
@@ -107,8 +114,9 @@ double Visco::eta0(double T) const {
 void Visco::load1(char const* set) {
     if (!model_ || !set) throw ThException(th_cannot_open);
     const corvane::CLocale c_numbers;
-    const corvane::File file = corvane::open_file(
-        "r", "./models/viscosity/friction_theory/%s/%s;%d", set, model_->name(), id_);
+    corvane::check_name(model_->name());
+    const corvane::File file = corvane::open_file(corvane::path_of(
+        "./models/viscosity/friction_theory/%s/%s;%d", set, model_->name(), id_));
     FILE* f = file.get();
     int level = level_;
     // What cannot be read keeps its value (intended: read errors are not detected).
@@ -124,8 +132,7 @@ void Visco::load1(char const* set) {
     while (std::fscanf(f, "%79s", word) == 1) {
         const int separator = std::getc(f);
         if (std::strcmp(word, "text:") != 0) continue;
-        constexpr int kMost = 78;  // and the terminator
-        if (separator == '\n' || !std::fgets(comment_, kMost + 1, f)) break;
+        if (separator == '\n' || !std::fgets(comment_, kCommentRead + 1, f)) break;
         if (!std::strchr(comment_, '\n')) {
             int c;
             while ((c = std::getc(f)) != '\n' && c != EOF) {
@@ -230,11 +237,14 @@ void Visco::store1(char const* set, double rms) const {
     if (!model_ || !set) throw ThException(th_cannot_open);
     const corvane::CLocale c_numbers;
     // Intended: sets are written under the data home but read from ./models.
-    const corvane::File file = corvane::open_file(
-        "w", "%s%s%s/%s;%d", th_home, "/viscosity/friction_theory/", set, model_->name(), id_);
-    FILE* f = file.get();
+    corvane::check_storable(model_->name());
+    corvane::check_storable(comment_, th_commlength);  // load1 cuts a longer one
+    corvane::NewFile file(corvane::path_of("%s%s%s/%s;%d", th_home, "/viscosity/friction_theory/",
+                                           set, model_->name(), id_));
+    FILE* f = file.stream();
     std::fprintf(f, "name:\t%s\nid:\t%d\ntheory:\t%d\n", model_->name(), id_, int{level_});
     std::fprintf(f, "quality:\tr.m.s. dev. %11.4e\ntext:\t%s\n", rms, comment_);
+    const long section = std::ftell(f);
     write_row(f, 'a', a_, 0, 3);
     write_row(f, 'a', a_, 1, 3);
     write_row(f, 'b', b_, 0, 3);
@@ -244,7 +254,7 @@ void Visco::store1(char const* set, double rms) const {
         write_row(f, 'c', c_, 0, 3);
         write_row(f, 'c', c_, 1, 3);
     }
-    if (std::fflush(f) != 0) throw ThException(th_cannot_open);
+    file.commit(section);
 }
 
 void Visco::intro() const {

@@ -3,6 +3,7 @@
 
 #include <corvane/core/constants.h>
 #include <corvane/core/containers.h>
+#include <corvane/core/owner.h>
 
 class Model1;
 
@@ -49,8 +50,8 @@ class CORVANE_API Visco {
     int id() const { return id_; }
     ft_level level() const { return level_; }
     char const* comment() const { return comment_; }
-    Model1* model() const { return model_; }  ///< the owner; not owned
-    void model(Model1* owner) { model_ = owner; }
+    Model1* model() const { return model_; }  ///< not owned; kept by assignment
+    void model(Model1* owner) { model_.set(owner); }
 
   private:
     Vector<double> dilute_;
@@ -61,5 +62,5 @@ class CORVANE_API Visco {
     int count_ = 0;
     char comment_[th_commlength] = {};
     Matrix<double> a_, b_, c_;
-    Model1* model_ = nullptr;
+    corvane::Owner model_;
 };

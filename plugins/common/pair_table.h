@@ -3,7 +3,9 @@
 
 #include <corvane/plugin/section.h>
 
+#include <cstddef>
 #include <cstring>
+#include <string>
 #include <vector>
 
 namespace corvane {
@@ -13,9 +15,12 @@ class PairTable {
   public:
     explicit PairTable(int count) : count_(count) {}
     /// Makes room for n components, all parameters zero.
-    void resize(int n) { values_.assign(static_cast<unsigned>(count_ * n * (n - 1) / 2), 0.0); }
+    void resize(int n) { values_.assign(static_cast<std::size_t>(n) * static_cast<std::size_t>(n > 0 ? n - 1 : 0) / 2 *
+                           static_cast<std::size_t>(count_),
+                       0.0); }
     double* at(int i, int j) {
-        return values_.data() + count_ * (i < j ? (j - 1) * j / 2 + i : (i - 1) * i / 2 + j);
+        return values_.data() + std::ptrdiff_t{count_} *
+                                    (i < j ? (j - 1) * j / 2 + i : (i - 1) * i / 2 + j);
     }
     double const* at(int i, int j) const { return const_cast<PairTable*>(this)->at(i, j); }
 
@@ -32,7 +37,7 @@ inline bool pair_is_swapped(SectionReader& section, char const* name_i, char con
     section.word("of", of);
     if (std::strcmp(of, name_i) == 0) return false;
     if (std::strcmp(of, name_j) == 0) return true;
-    throw ThException(th_cannot_open);
+    section.refuse("'" + std::string(of) + "' is none of the two components");
 }
 
 }  // namespace corvane

@@ -1,5 +1,4 @@
-#include <corvane/core/errors.h>
-#include <corvane/core/files.h>
+#include <corvane/plugin/section.h>
 #include <plugins/meos/equation.h>
 #include <plugins/meos/vector_exp.h>
 
@@ -72,40 +71,6 @@ struct Section {
     std::vector<int> block_size;  // the kind is that of the block's first term
 };
 
-[[noreturn]] void refuse() {
-    throw ThException(th_cannot_open);
-}
-
-double read_number(FILE* f) {
-    double x = 0.0;
-    if (std::fscanf(f, "%lf", &x) != 1 || !std::isfinite(x)) refuse();
-    return x;
-}
-int read_count(FILE* f, int low, int high) {
-    const double x = read_number(f);
-    if (!(x >= low && x <= high) || x != std::floor(x)) refuse();
-    return static_cast<int>(x);
-}
-std::string read_key(FILE* f) {
-    char word[32];
-    if (std::fscanf(f, "%31s", word) != 1) refuse();
-    return word;
-}
-double read_keyed(FILE* f, char const* key) {
-    if (read_key(f) != key) refuse();
-    return read_number(f);
-}
-int read_kind(FILE* f) {
-    const std::string key = read_key(f);
-    for (int kind = 0; kind < kKinds; ++kind)
-        if (key == std::string(kinds[kind].key) + ":") return kind;
-    refuse();
-}
-void skip_line(FILE* f) {
-    for (int c = std::fgetc(f); c != '\n' && c != EOF; c = std::fgetc(f)) {
-    }
-}
-
 bool valid(Term const& term) {
     const auto whole = [](double x) { return x >= 0 && x <= kMaxPower && x == std::floor(x); };
     if (is_factored(term.kind) && !whole(term.value[1])) return false;
@@ -115,26 +80,28 @@ bool valid(Term const& term) {
 }
 
 Section read_section(FILE* f) {
-    const CLocale c_numbers;
+    SectionReader in(f);
     Section s;
-    s.M = read_keyed(f, "M:");
-    s.Ts = read_keyed(f, "Ts:");
-    s.vs = read_keyed(f, "vs:");
-    s.R_eos = read_keyed(f, "R_eos:");
-    s.omega = read_keyed(f, "omega:");
-    if (!(s.Ts > 0) || !(s.vs > 0) || read_key(f) != "blocks:") refuse();
-    const int blocks = read_count(f, 1, kMaxBlocks);
+    s.M = in.number("M");
+    s.Ts = in.positive("Ts");
+    s.vs = in.positive("vs");
+    s.R_eos = in.number("R_eos");
+    s.omega = in.number("omega");
+    const int blocks = in.count("blocks", 1, kMaxBlocks);
     for (int b = 0; b < blocks; ++b) {
-        const int kind = read_kind(f);
-        s.block_size.push_back(read_count(f, 1, kMaxTerms - static_cast<int>(s.terms.size())));
-        skip_line(f);  // column titles
+        int kind = 0;
+        while (kind < kKinds && !in.at(kinds[kind].key)) ++kind;
+        if (kind == kKinds) in.refuse("no kind of terms");
+        s.block_size.push_back(
+            in.rows(kinds[kind].key, kMaxTerms - static_cast<int>(s.terms.size())));
         for (int i = 0; i < s.block_size.back(); ++i) {
             Term term{kind, {}};
-            for (int c = 0; c < kinds[kind].columns; ++c) term.value[c] = read_number(f);
-            if (!valid(term)) refuse();
+            in.row(term.value.data(), kinds[kind].columns);
+            if (!valid(term)) in.refuse("exponents that the equation does not have");
             s.terms.push_back(term);
         }
     }
+    in.no_more_rows();
     return s;
 }
 

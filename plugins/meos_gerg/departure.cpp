@@ -92,24 +92,26 @@ double temperature_factor(Term const& t, double tau, double log_tau) {
 
 }  // namespace
 
-void Departure::read(SectionReader& section, FILE* f) {
+void Departure::read(SectionReader& section) {
     Departure fresh;
     const int blocks = section.at("blocks") ? section.count("blocks", 0, 8) : 0;
     for (int block = 0; block < blocks; ++block) {
         int kind = 0;
         while (kind < 2 && !section.at(kKinds[kind].label)) ++kind;
         Kind const& k = kKinds[kind];
-        const int count = section.count(k.label, 1, kMaxTerms);
+        const int count = section.rows(k.label, kMaxTerms);
         fresh.blocks_.push_back({kind, count});
         for (int row = 0; row < count; ++row) {
+            double value[7];
+            section.row(value, k.count);
             Term t{};
-            for (int c = 0; c < k.count; ++c)
-                if (std::fscanf(f, "%lf", &(t.*k.column[c])) != 1 || !std::isfinite(t.*k.column[c]))
-                    throw ThException(th_cannot_open);
-            if (!whole(t.d, 0) || !whole(t.l, 0)) throw ThException(th_cannot_open);
+            for (int c = 0; c < k.count; ++c) t.*k.column[c] = value[c];
+            if (!whole(t.d, 0) || !whole(t.l, 0))
+                section.refuse("d and l must be small whole numbers");
             fresh.terms_.push_back(t);
         }
     }
+    if (blocks > 0) section.no_more_rows();
     *this = std::move(fresh);
 }
 

@@ -34,7 +34,7 @@ struct Term {
 class Departure {
   public:
     /// Reads the blocks that follow, if any. @throws ThException 1 malformed
-    void read(SectionReader& section, FILE* f);
+    void read(SectionReader& section);
     void write(FILE* f) const;
     bool empty() const { return blocks_.empty(); }
     bool operator==(Departure const&) const = default;

@@ -29,9 +29,11 @@ class PcSaft final : public Model1, public corvane::Deriv1 {
 
     void par_in(FILE* f, int) override {
         corvane::SectionReader in(f);
-        for (int i = 0; i < 4; ++i) par_[i] = in.number(kLabel[i]);
-        for (int i = 4; i < 8; ++i) par_[i] = in.number(kLabel[i], 0.0);
-        if (!(par_[1] > 0 && par_[2] > 0 && par_[3] > 0)) throw ThException(th_cannot_open);
+        std::array<double, 8> read{};
+        read[0] = in.number(kLabel[0]);
+        for (int i = 1; i < 4; ++i) read[i] = in.positive(kLabel[i]);
+        for (int i = 4; i < 8; ++i) read[i] = in.number(kLabel[i], 0.0);
+        par_ = read;
         fill_tables();
     }
     void par_out(FILE* f) const override {

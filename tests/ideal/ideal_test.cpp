@@ -123,6 +123,31 @@ TEST_F(CubicTable, IntervalOffsetAndReset) {
     EXPECT_EQ(th_code([&] { gas.offset(1, 1); }), th_no_ideal);
 }
 
+TEST(Ideal, KeepsOneHandleOfEachFile) {
+    const auto handles = [] {
+        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+    };
+    Scratch scratch;
+    for (char const* name : {"gas", "other"}) {
+        scratch.write(std::string("CorvaneS/ideal/") + name, "2\n300 20\n400 21\n");
+        const auto before = handles();
+        for (int k = 0; k < 20; ++k) VdwModel(name).ideal.load();
+        EXPECT_EQ(handles() - before, 1);  // intended: the first stays open
+    }
+}
+
+TEST(Ideal, AssignmentOfAPartLeavesItToItsModel) {
+    VdwModel a, b;
+    a.ideal = b.ideal;
+    a.solid = b.solid;
+    a.visco = b.visco;
+    EXPECT_TRUE(a.ideal.model() == &a && a.solid.model() == &a && a.visco.model() == &a);
+    Ideal free;
+    free = b.ideal;
+    EXPECT_EQ(free.model(), &b);
+    EXPECT_EQ(Ideal(b.ideal).model(), &b);
+}
+
 TEST(Ideal, TablesOfOnePointAndMalformedTables) {
     Scratch scratch;
     VdwModel model("gas");
@@ -136,7 +161,10 @@ TEST(Ideal, TablesOfOnePointAndMalformedTables) {
         int th, mth;
     };
     for (Case const& c :
-         {Case{"3\n300 20\n310", -2, mth_unordered}, Case{"2\n300 20\n300 20", -2, mth_duplicate},
+         {Case{"3\n300 20\n310 21\n305 22", -2, mth_unordered},
+          Case{"2\n300 20\n300 20", -2, mth_duplicate}, Case{"3\n300 20\n310", th_cannot_open, -2},
+          Case{"2\n300 20\n310 29,1", th_cannot_open, -2},
+          Case{"2\n300 nan\n310 20", th_cannot_open, -2},
           Case{"2000000000\n300 20", th_cannot_open, -2}}) {
         SCOPED_TRACE(c.text);
         scratch.write("CorvaneS/ideal/gas", c.text);

@@ -141,5 +141,39 @@ TEST_F(MixtureFiles, CommentsKeepWithinTheirBuffers) {
     EXPECT_STREQ(m->mdl1[1]->comment(), "pure");
     m->id(0, 0, 5);
     EXPECT_EQ(m->mdl1[0]->id(), 5);
+    m->comment(0, 1, m->comment(0, 1) + 2);  // from within itself
+    EXPECT_STREQ(m->comment(0, 1), "ort");
+}
+
+TEST_F(MixtureFiles, WhatCannotBeReadOrHeldChangesNothing) {
+    const Mixture m(attachN("PR", "vdW1"));
+    for (int n : {10001, 46342, 65537, 2147483647})  // of the last three, n(n−1) overflows
+        EXPECT_EQ(th_code([&] { m->alloc(n, "PR"); }), th_out_of_range);
+    m->alloc(-3, "PR");
+    EXPECT_EQ(m->mdl1.size(), 0);
+
+    pair("a", 1, "b", 1, 1, 0.125, "a");
+    const Mixture good = make({{"a", -1}, {"b", -1}});
+    good->load("PR", "vdW1");
+    const std::string file = Scratch::read("CorvaneS/parameters/PR/vdW1/a+b;1");
+    for (char const* damage : {"kij:\t0,1", "kij:\tnan", "kij:\t0.1 25", "kij:\t0.125D0", "x:\t1"}) {
+        std::string text = file;
+        text.replace(text.find("kij:"), text.find('\n', text.find("kij:")) - text.find("kij:"),
+                     damage);
+        scratch_.write("CorvaneS/parameters/PR/vdW1/a+b;1", text.replace(text.find("pair"), 4, "new"));
+        EXPECT_EQ(load_code(good), th_cannot_open) << damage;
+        EXPECT_EQ(good->param(0, 0, 1), 0.125);
+        EXPECT_STREQ(good->comment(0, 1), "pair ab");
+    }
+    scratch_.write("CorvaneS/parameters/PR/vdW1/a+b;1",
+                   "name1:\t../../a\nid1:\t1\n" + file.substr(file.find("name2")));
+    EXPECT_EQ(load_code(good), th_cannot_open);
+    EXPECT_STREQ(good->mdl1[0]->name(), "a");
+    std::filesystem::create_directories("CorvaneS/models/parameters/PR/vdW1");
+    good->mdl1[1]->name("two words");
+    EXPECT_EQ(th_code([&] { good->store2("PR", "vdW1"); }), th_cannot_open);
+    good->mdl1[1]->name("b");
+    good->comment(0, 1, "two\nlines");
+    EXPECT_EQ(th_code([&] { good->store2("PR", "vdW1"); }), th_cannot_open);
 }
 }  // namespace

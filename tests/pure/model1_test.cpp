@@ -1,8 +1,15 @@
+#include <corvane/core/file_error.h>
+#include <corvane/pure/attach.h>
+
 #include "support/errors.h"
 #include "support/scratch.h"
 #include "support/vdw_model.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstdlib>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -82,10 +89,124 @@ TEST(Model1, CommentsAndMalformedFiles) {
     EXPECT_EQ(load(head + "x" + tail + "M:\t1\nTs:\t2\n").first, th_cannot_open);  // short section
     EXPECT_EQ(load("").first, th_cannot_open);
     EXPECT_EQ(load(std::string(5000, 'n')).first, th_cannot_open);
+    scratch.write(file, "name:\t" + std::string(5000, 'n') + "\nid:\t1\ntext:\tx" + tail + section);
     VdwModel overlong("argon");
-    scratch.write(file, "name:\t" + std::string(5000, 'n') + "\n" + tail + section);
-    th_code([&] { overlong.load("vdw"); });
+    EXPECT_EQ(overlong.load("vdw"), 0);
     EXPECT_EQ(std::string(overlong.name()), std::string(31, 'n'));  // no more than its buffer holds
+    overlong.name(overlong.name() + 3);                             // from within itself
+    EXPECT_EQ(std::string(overlong.name()), std::string(28, 'n'));
+}
+
+/// What a model says of itself, to be compared.
+std::string all_of(Model1 const& m) {
+    char* text = nullptr;
+    std::size_t size = 0;
+    FILE* f = open_memstream(&text, &size);
+    std::fprintf(f, "%s %d %s %a %a %a\n", m.name(), m.id(), m.comment(), m.pcrit(), m.Tcrit(),
+                 m.vcrit());
+    m.par_out(f);
+    std::fclose(f);
+    const std::string all(text, size);
+    std::free(text);
+    return all;
+}
+
+TEST(Model1, AFailedLoadSaysWhereAndChangesNothing) {
+    Scratch scratch;
+    for (char const* eos : {"PR", "SRK", "MEOS", "PCSAFT"}) {
+        SCOPED_TRACE(eos);
+        const std::string file = std::string("libth") + eos + ".dll",
+                          data = std::string("CorvaneS/parameters/") + eos;
+        std::filesystem::create_directories(data);
+        std::filesystem::create_symlink(scratch.home() / "CorvaneS" / file, "CorvaneS/" + file);
+        const std::string good = Scratch::read(scratch.home() / data / "carbon_dioxide;1");
+        scratch.write(data + "/a;1", good);
+        const std::unique_ptr<Model1, corvane::Detach> m(attach1(eos));
+        m->name("a");
+        m->id(1);
+        m->load(eos);
+        m->name("a");
+        const std::string before = all_of(*m);
+        const auto damaged = [&](std::string const& from, std::string const& to) {
+            std::string text = good;
+            const std::size_t at = text.find(from);
+            EXPECT_NE(at, std::string::npos) << from;
+            text.replace(at, from.size(), to);
+            scratch.write(data + "/a;1", text);
+            const int line = 1 + static_cast<int>(std::count(
+                                     good.begin(),
+                                     good.begin() + static_cast<std::ptrdiff_t>(at) + 1, '\n'));
+            try {
+                m->load(eos);
+                ADD_FAILURE() << "loaded with " << to;
+            } catch (corvane::FileError const& e) {
+                EXPECT_EQ(e.path, "./" + data + "/a;1");
+                EXPECT_TRUE(e.number == th_cannot_open || e.number == th_out_of_range) << to;
+                if (e.number == th_cannot_open) {  // or the line after it
+                    EXPECT_TRUE(e.line == line || e.line == line + 1) << to << e.what();
+                }
+            }
+            EXPECT_EQ(all_of(*m), before) << to;
+        };
+        for (char const* key : {"pc:\t", "Tc:\t", "vc:\t"})
+            for (char const* value : {"nan", "inf", "-7", "0"})
+                damaged(key, std::string(key) + value + "\nx:\t");
+        damaged("name:\t", "name:\t../../");
+        const std::string Ts = good.substr(good.find("\nTs:\t") + 1);
+        const std::string number = Ts.substr(4, Ts.find('\n') - 4), whole = "\nTs:\t" + number + "\n";
+        for (std::string const& value :
+             {number.substr(0, 2) + "," + number.substr(2), number + "D+00", number + " 6.25",
+              number.substr(0, 1) + " " + number.substr(1), std::string("nan"), std::string(""),
+              number + " K", std::string("-") + number})
+            damaged(whole, "\nTs:\t" + value + "\n");
+        damaged(whole, "\nT:\t" + number + "\n");
+    }
+    // The parameters of one cubic equation have the labels of the other.
+    const std::unique_ptr<Model1, corvane::Detach> m(attach1("PR"));
+    m->name("carbon_dioxide");
+    m->id(1);
+    scratch.write("CorvaneS/parameters/SRK/carbon_dioxide;1",
+                  Scratch::read(scratch.home() / "CorvaneS/parameters/SRK/carbon_dioxide;1"));
+    EXPECT_EQ(th_code([&] { m->load("SRK"); }), th_cannot_open);
+    std::filesystem::rename("CorvaneS/parameters/PR", "CorvaneS/parameters/mine");
+    m->name("a");
+    EXPECT_EQ(th_code([&] { m->load("mine"); }), th_cannot_open);  // still damaged
+    scratch.write("CorvaneS/parameters/mine/a;1",
+                  Scratch::read(scratch.home() / "CorvaneS/parameters/PR/argon;1"));
+    EXPECT_EQ(m->load("mine"), 0);  // a folder of any other name may hold sets of one's own
+}
+
+TEST(Model1, WhatStoreWritesLoadReads) {
+    Scratch scratch;
+    std::filesystem::create_directories("models/parameters/vdw");
+    std::filesystem::create_directories("CorvaneS/parameters/vdw");
+    struct Row {
+        char const* name;
+        std::string comment;
+        double Ts;
+        bool stored;
+    };
+    const std::string line(79, 'c');
+    for (Row const& r : {Row{"argon", "", 150, true}, Row{"argon", line.substr(1), 1e-300, true},
+                         Row{"argon", line, 150, false}, Row{"argon", "two\nlines", 150, false},
+                         Row{"two words", "", 150, false}, Row{"", "", 150, false},
+                         Row{"../../../argon", "", 150, false}, Row{"argon", "", NAN, false},
+                         Row{"argon", "nan is not -inf", 150, true}}) {
+        SCOPED_TRACE(std::string(r.name) + "|" + r.comment);
+        VdwModel m(r.name);
+        m.comment(r.comment.c_str());
+        m.Ts(r.Ts);
+        EXPECT_EQ(th_code([&] { m.store("vdw"); }), r.stored ? -1 : th_cannot_open);
+        const std::string path = std::string("parameters/vdw/") + r.name + ";1";
+        EXPECT_EQ(std::filesystem::exists("models/" + path), r.stored);
+        if (!r.stored) continue;
+        std::filesystem::rename("models/" + path, "CorvaneS/" + path);
+        VdwModel again("argon");
+        again.load("vdw");
+        EXPECT_STREQ(again.comment(), m.comment());
+        EXPECT_EQ(again.Ts(), r.Ts);
+        EXPECT_NEAR(again.vcrit(), m.vcrit(), 1e-8 * m.vcrit());
+    }
 }
 
 TEST(Model1, ReportsInTheStatedForm) {

@@ -76,8 +76,11 @@ TEST(ReferenceState, SaysWhatIsMissing) {
     VdwModel m;
     const auto code = [&] { return th_code([&] { m.load_thchem(); }); };
     EXPECT_EQ(code(), th_cannot_open);
-    dir.write("CorvaneS/reaction/argon", "298.15 -1.5 three");
-    EXPECT_EQ(code(), th_no_thermochemistry);
+    for (char const* text : {"298.15 -1.5 three", "298.15 -1.5", "298.15 nan 154.8",
+                             "298.15 0 154,8", "298.15 0 1.548D2", "inf 0 154.8"}) {
+        dir.write("CorvaneS/reaction/argon", text);
+        EXPECT_EQ(code(), th_no_thermochemistry) << text;
+    }
     dir.write("CorvaneS/reaction/argon", "298.15 0 154.8");
     EXPECT_EQ(code(), th_no_ideal);
     dir.write("CorvaneS/reaction/argon", "-1 0 154.8");
