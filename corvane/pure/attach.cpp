@@ -3,10 +3,11 @@
 #include <corvane/mixture/modeln.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
+#include <corvane/pure/plugin_file.h>
 
-#include <cstdio>
-#include <initializer_list>
+#include <new>
 #include <string>
+#include <typeinfo>
 
 #include <dlfcn.h>
 
@@ -17,58 +18,122 @@
 #define DESTROYN "_Z8destroyNP6ModelN"
 
 namespace {
+template <class Model>
+struct Extension;
+template <>
+struct Extension<Model1> {
+    using type = corvane::Deriv1;
+};
+template <>
+struct Extension<ModelN> {
+    using type = corvane::DerivN;
+};
+
+/// The library of a plug-in, loaded, and the path that says which.
+struct Library {
+    void* handle;
+    std::string path;
+};
+
 /// Loads the first library that opens. Local symbols: every plug-in defines the same names.
-void* open_library(std::initializer_list<std::string> paths) {
-    for (std::string const& path : paths)
-        if (path.size() < static_cast<std::size_t>(th_pathlength))
-            if (void* library =
-                    dlopen(corvane::reading_path(path).c_str(), RTLD_NOW | RTLD_LOCAL))
-                return library;
-    throw ThException(th_cannot_open);
+Library open_library(std::string const& plugin) {
+    std::string reason;
+    for (char const* place : {"./CorvaneS/libth", "./libth"}) {
+        const std::string name = place + plugin + ".dll";
+        if (name.size() >= static_cast<std::size_t>(th_pathlength)) continue;
+        const std::string path = corvane::reading_path(name);
+        const corvane::PluginFile file(path);
+        if (file.exists()) reason += reason.empty() ? "" : "; ";
+        if (!file.usable()) {
+            if (file.exists()) reason += path + ": " + file.reason();
+            continue;
+        }
+        // The resolved path: by its relative name the loader would take a library that it knows
+        // from another working directory for this one.
+        if (void* handle = dlopen(file.resolved().c_str(), RTLD_NOW | RTLD_LOCAL))
+            return {handle, path};
+        char const* text = dlerror();
+        reason += text ? text : path;
+    }
+    const std::string name = "libth" + plugin + ".dll";
+    throw corvane::FileError(th_cannot_open, "",
+                             reason.empty() ? "no plug-in ./CorvaneS/" + name + " or ./" + name
+                                            : reason);
 }
 
 /// Address of a symbol; the last-error value, not the address, tells success.
-void* symbol(void* library, char const* name) {
+void* symbol(Library const& library, char const* name, char const* what) {
     dlerror();
-    void* address = dlsym(library, name);
-    if (dlerror()) throw ThException(th_generic);
+    void* address = dlsym(library.handle, name);
+    if (dlerror())
+        throw corvane::FileError(th_generic, library.path, std::string("it exports no ") + what);
     return address;
 }
 
+/// Calls the factory; what it throws or returns is checked, as nobody else can.
 template <class Model>
-Model* make(std::string const& plugin, char const* create, char const* destroy) {
-    void* library =
-        open_library({"./CorvaneS/libth" + plugin + ".dll", "./libth" + plugin + ".dll"});
-    auto* factory = reinterpret_cast<Model* (*)()>(symbol(library, create));
-    symbol(library, destroy);
-    return factory();
+Model* make(std::string const& plugin, char const* create, char const* destroy, char const* suffix) {
+    const Library library = open_library(plugin);
+    auto* factory = reinterpret_cast<Model* (*)()>(
+        symbol(library, create, (std::string("create") + suffix).c_str()));
+    symbol(library, destroy, (std::string("destroy") + suffix).c_str());
+    Model* model = nullptr;
+    try {
+        model = factory();
+    } catch (ThException const&) {
+        throw;
+    } catch (std::bad_alloc const&) {
+        throw;
+    } catch (...) {
+        throw corvane::FileError(th_generic, library.path, "its factory fails");
+    }
+    if (!model) return nullptr;
+    switch (corvane::class_of(model, typeid(Model))) {
+        case corvane::ClassOf::derived:
+            model->derivatives(dynamic_cast<typename Extension<Model>::type const*>(model));
+            break;
+        case corvane::ClassOf::unknown:  // built without run-time types: differentiated numerically
+            model->derivatives(nullptr);
+            break;
+        case corvane::ClassOf::other:
+            throw corvane::FileError(th_generic, library.path,
+                                     std::string("its factory makes no Model") + suffix);
+    }
+    return model;
 }
 
-/// Calls the destroyer of the library that holds the model's table of virtual functions.
+/// The destroyer in the library that holds the model's table of virtual functions, or null.
 template <class Model>
-void give_back(Model* model, char const* destroy) {
-    if (!model) return;
-    void* const* table = *reinterpret_cast<void* const* const*>(model);
+auto destroyer(Model const* model, char const* name) -> void (*)(Model*) {
+    void const* table = *reinterpret_cast<void const* const*>(model);
     Dl_info where{};
-    if (!dladdr(table, &where) || !where.dli_fname) throw ThException(th_generic);
+    if (!dladdr(table, &where) || !where.dli_fname) return nullptr;
     void* library = dlopen(where.dli_fname, RTLD_NOW | RTLD_LOCAL | RTLD_NOLOAD);
-    if (!library) throw ThException(th_generic);
-    reinterpret_cast<void (*)(Model*)>(symbol(library, destroy))(model);
+    if (!library) return nullptr;
+    dlerror();
+    void* address = dlsym(library, name);
+    const bool found = !dlerror();
+    dlclose(library);  // it stays loaded for whoever attached it
+    return found ? reinterpret_cast<void (*)(Model*)>(address) : nullptr;
+}
+
+template <class Model>
+void give_back(Model* model, char const* name) {
+    if (!model) return;
+    auto* destroy = destroyer(model, name);
+    if (!destroy) throw ThException(th_generic);
+    destroy(model);
 }
 }  // namespace
 
 Model1* attach1(char const* eos) {
     if (!eos) throw ThException(th_cannot_open);
-    Model1* model = make<Model1>(eos, CREATE1, DESTROY1);
-    if (model) model->derivatives(dynamic_cast<corvane::Deriv1 const*>(model));
-    return model;
+    return make<Model1>(eos, CREATE1, DESTROY1, "1");
 }
 
 ModelN* attachN(char const* eos, char const* mixing) {
     if (!eos || !mixing) throw ThException(th_cannot_open);
-    ModelN* model = make<ModelN>(std::string(eos) + "+" + mixing, CREATEN, DESTROYN);
-    if (model) model->derivatives(dynamic_cast<corvane::DerivN const*>(model));
-    return model;
+    return make<ModelN>(std::string(eos) + "+" + mixing, CREATEN, DESTROYN, "N");
 }
 
 namespace corvane {
@@ -79,5 +144,15 @@ void detachN(ModelN* model) {
     if (!model) return;
     for (int i = 0; i < model->mdl1.size(); ++i) detach1(model->mdl1[i]);
     give_back(model, DESTROYN);
+}
+bool release1(Model1* model) {
+    auto* destroy = destroyer(model, DESTROY1);
+    if (destroy) destroy(model);
+    return destroy != nullptr;
+}
+bool releaseN(ModelN* model) {
+    auto* destroy = destroyer(model, DESTROYN);
+    if (destroy) destroy(model);
+    return destroy != nullptr;
 }
 }  // namespace corvane

@@ -1,0 +1,2 @@
+// The whole plug-in, compiled without run-time types.
+#include "whole.cpp"
