@@ -5,9 +5,8 @@
 
 namespace corvane {
 
-/// Runs the destructor of the base class and frees the object, as CSharp_delete_Model1 and
-/// CSharp_delete_ModelN must. Members of the plug-in's own class are leaked: detach1 and detachN
-/// are the way that releases everything. Null is ignored.
+/// Runs the destructor of the base class and frees the object: what CSharp_delete_Model1 and
+/// CSharp_delete_ModelN do with a model that no plug-in claims. Null is ignored.
 struct ModelAccess {
     template <class Model>
     static void destroy(Model* model) {

@@ -4,6 +4,8 @@
 #include <corvane/binding/flat.h>
 #include <corvane/binding/guard.h>
 #include <corvane/corvane.h>
+#include <corvane/mixture/pair_parameters.h>
+#include <corvane/pure/plugin_file.h>
 
 using namespace corvane::binding;
 
@@ -42,6 +44,12 @@ EXPORT void Corvane_ModelN_heat_capacities(void* self, double rho, double T, voi
         *CVm = c.CVm;
         *Cpm = c.Cpm;
     });
+}
+EXPORT int Corvane_ModelN_pair_parameters(void* self) {
+    auto* model = as<ModelN>(self);
+    if (corvane::class_of(model, typeid(ModelN)) != corvane::ClassOf::derived) return 0;
+    auto const* known = dynamic_cast<corvane::PairParameters const*>(model);
+    return known ? known->pair_parameters() : 0;
 }
 EXPORT int Corvane_ModelN_components(void* self) {
     return ref<ModelN>(self).mdl1.size();

@@ -1,6 +1,7 @@
 // Flat exports of the pure-substance model.
 #include <corvane/binding/access.h>
 #include <corvane/binding/flat.h>
+#include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 
 using namespace corvane::binding;
@@ -259,6 +260,8 @@ EXPORT void* CSharp_Model1_visco_get(void* self) {
 EXPORT void CSharp_Model1_visco_set(void* self, void* value) {
     if (self && value) set_part(ref<Model1>(self).visco, ref<Visco>(value), as<Model1>(self));
 }
+// Through the plug-in's destroyer, so that the members of its own class go as well.
 EXPORT void CSharp_delete_Model1(void* self) {
-    corvane::ModelAccess::destroy(as<Model1>(self));
+    if (self && !corvane::release1(as<Model1>(self)))
+        corvane::ModelAccess::destroy(as<Model1>(self));
 }

@@ -2,6 +2,7 @@
 #include <corvane/binding/access.h>
 #include <corvane/binding/flat.h>
 #include <corvane/mixture/modeln.h>
+#include <corvane/pure/attach.h>
 
 using namespace corvane::binding;
 
@@ -319,6 +320,8 @@ EXPORT void* CSharp_ModelN_mdl1_get(void* self) {
 EXPORT void CSharp_ModelN_mdl1_set(void* self, void* v) {
     if (self && v) ref<ModelN>(self).mdl1 = ref<Vector<Model1*>>(v);
 }
+// Through the plug-in's destroyer; the components stay, as their handles do.
 EXPORT void CSharp_delete_ModelN(void* self) {
-    corvane::ModelAccess::destroy(as<ModelN>(self));
+    if (self && !corvane::releaseN(as<ModelN>(self)))
+        corvane::ModelAccess::destroy(as<ModelN>(self));
 }

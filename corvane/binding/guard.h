@@ -3,11 +3,12 @@
 #pragma once
 
 #include <corvane/binding/guarded_interface.h>
-#include <corvane/core/errors.h>
+#include <corvane/core/file_error.h>
 
 #include <cstdio>
 #include <initializer_list>
 #include <new>
+#include <string>
 #include <type_traits>
 
 namespace corvane::binding {
@@ -39,6 +40,9 @@ auto guard(CorvaneError* error, std::initializer_list<Needed> needed, F f) {
                 complete = false;
             }
         if (complete) return f();
+    } catch (corvane::FileError const& e) {
+        const std::string text = std::string(ThException(e.number).message()) + ": " + e.what();
+        record(error, CORVANE_THERMODYNAMIC, e.number, e.info, text.c_str());
     } catch (ThException const& e) {
         record(error, CORVANE_THERMODYNAMIC, e.number, e.info, ThException(e.number).message());
     } catch (MthException const& e) {

@@ -32,7 +32,7 @@ typedef struct CorvaneError {
     int kind;
     int number;        /* index into the message table of the kind, 0 where there is none */
     int info;          /* additional integer, -1 = none */
-    char message[128]; /* text of the failure, without info and newline; "" on success */
+    char message[384]; /* text of the failure, without info and newline; "" on success */
 } CorvaneError;
 
 CORVANE_API void Corvane_detach1(void* model, CorvaneError* error);
@@ -50,6 +50,8 @@ CORVANE_API void Corvane_Saturation_at_p(void* self, void* model, double p, int 
 /* As Corvane_ModelN_load; pairs without a file keep the theory's estimate. Returns their number. */
 CORVANE_API int Corvane_ModelN_load_estimating(void* self, const char* eos, const char* mth,
                                                CorvaneError* error);
+/* Number of parameters of a pair; 0 if the plug-in does not tell. */
+CORVANE_API int Corvane_ModelN_pair_parameters(void* self);
 /* The physical heat capacities over R, residual and total. */
 CORVANE_API void Corvane_ModelN_heat_capacities(void* self, double rho, double T, void* x,
                                                 double* CVr, double* Cpr, double* CVm, double* Cpm,

@@ -76,28 +76,13 @@ namespace Corvane
             CSharp_doubleV_urand(Handle);
         }
 
-        /// <summary>Replaces every element x by f(x). If f throws, the elements are undefined.</summary>
+        /// <summary>Replaces every element x by f(x). If f throws, or changes the number of elements,
+        /// the elements stay as f left them.</summary>
         public void Transform(Func<double, double> f)
         {
             NotNull(f, nameof(f));
-            Exception failure = null;
-            RealFunction function = x =>
-            {
-                // No managed exception may pass the native frames between here and the caller.
-                try
-                {
-                    return failure == null ? f(x) : x;
-                }
-                catch (Exception e)
-                {
-                    failure = e;
-                    return x;
-                }
-            };
-            CSharp_doubleV_func(Handle, function);
-            GC.KeepAlive(function);
-            if (failure != null)
-                System.Runtime.ExceptionServices.ExceptionDispatchInfo.Capture(failure).Throw();
+            // Not by the native loop: f may resize or dispose of what that walks along.
+            CopyFrom(Array.ConvertAll(ToArray(), x => f(x)));
         }
 
         /// <summary>The elements as an array.</summary>

@@ -138,6 +138,8 @@ namespace Corvane
                                           ref int count)
         {
             int n = DoubleVector.HandleOf(a) != null ? a.Count : 0;
+            if (ReferenceEquals(a, list))  // one is read while the other grows
+                throw new ArgumentException("two vectors are needed");
             NativeObject.InRange(count, DoubleVector.HandleOf(list) != null ? list.Count + 1 : 0,
                                  nameof(count));
             using (IntVectorHandle native =

@@ -15,6 +15,9 @@ namespace Corvane
     {
         internal readonly ModelNHandle Handle;
 
+        /// <summary>Number of a component's set that the first pair file with it replaces.</summary>
+        public const int FromPair = -1;
+
         private readonly string eos, mixing;
         private Model1[] components = new Model1[0];
 
@@ -27,7 +30,8 @@ namespace Corvane
             this.mixing = mixing;
         }
 
-        /// <summary>A mixture of substances with set 1 of everything and their ideal-gas tables. Pairs
+        /// <summary>A mixture of substances with set 1 of every pair, the parameter sets of the
+        /// components that those name (set 1 where there is no pair), and their ideal-gas tables. Pairs
         /// without a file: code 1, or the theory's own estimate (k_ij = 0) if estimatePairs.</summary>
         public static ModelN Open(string eos, string mixing, IEnumerable<string> substances,
                                   bool estimatePairs = false, bool withIdeal = true)
@@ -39,7 +43,10 @@ namespace Corvane
             {
                 mixture.Allocate(names.Length);
                 for (int i = 0; i < names.Length; ++i)
-                    for (int j = 0; j <= i; ++j) mixture.SetId(i, j, 1);
+                {
+                    mixture.SetId(i, i, names.Length > 1 ? FromPair : 1);
+                    for (int j = 0; j < i; ++j) mixture.SetId(i, j, 1);
+                }
                 for (int i = 0; i < names.Length; ++i) mixture.components[i].Name = names[i];
                 if (estimatePairs) mixture.LoadEstimating();
                 else mixture.Load();
@@ -121,8 +128,11 @@ namespace Corvane
         public void SetComment(int i, int j, string text) =>
             CSharp_ModelN_comment__SWIG_1(Handle, At(i), At(j), Model1.Text(text));
 
-        /// <summary>Binary parameter k of the pair, or parameter k of component i when i = j. How many
-        /// a pair has is the mixing theory's affair and not checked.</summary>
+        /// <summary>Number of parameters of a pair; 0 if the plug-in does not tell, and then they are
+        /// not to be had here.</summary>
+        public int PairParameterCount => Corvane_ModelN_pair_parameters(Handle);
+
+        /// <summary>Binary parameter k of the pair, or parameter k of component i when i = j.</summary>
         public double this[int k, int i, int j]
         {
             get => CSharp_ModelN_param__SWIG_0(Handle, Parameter(k, i, j), i, j);
@@ -162,7 +172,7 @@ namespace Corvane
 
         private int Parameter(int k, int i, int j)
         {
-            int count = At(i) == At(j) ? components[i].ParameterCount : int.MaxValue;
+            int count = At(i) == At(j) ? components[i].ParameterCount : PairParameterCount;
             return InRange(k, count, nameof(k));
         }
 

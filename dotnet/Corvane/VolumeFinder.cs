@@ -1,4 +1,5 @@
 // Densities at given pressure and temperature.
+using System;
 using Corvane.Interop;
 using static Corvane.Interop.CorvaneError;
 using static Corvane.Interop.NativeMethods;
@@ -22,9 +23,13 @@ namespace Corvane
 
         /// <summary>The same for a mixture of mole fractions x.</summary>
         public static int Volume(ModelN model, double p, double T, DoubleVector x, double d,
-                                 DoubleVector roots) =>
-            Check(Corvane_volume(ModelN.HandleOf(model), Mixture, p, T, model.In(x), d,
-                                 DoubleVector.HandleOf(roots), out CorvaneError e), ref e);
+                                 DoubleVector roots)
+        {
+            if (ReferenceEquals(x, roots))  // one is read while the other is filled
+                throw new ArgumentException("two vectors are needed");
+            return Check(Corvane_volume(ModelN.HandleOf(model), Mixture, p, T, model.In(x), d,
+                                        DoubleVector.HandleOf(roots), out CorvaneError e), ref e);
+        }
 
         /// <summary>The root near the start value rho, by Newton's method and the Illinois method. False
         /// if none was found, or one that is off by more than a part in a thousand, as in a gas too

@@ -5,6 +5,7 @@
 
 #include <corvane/mixture/isotherm.h>
 #include <corvane/mixture/modeln.h>
+#include <corvane/mixture/pair_parameters.h>
 #include <corvane/plugin/plugin.h>
 #include <plugins/common/cubic_isotherm.h>
 #include <plugins/common/exact_slots.h>
@@ -16,7 +17,7 @@
 namespace corvane {
 
 template <class Form>
-class CubicMixture final : public ModelN, public DerivN, public IsothermN {
+class CubicMixture final : public ModelN, public DerivN, public IsothermN, public PairParameters {
   public:
     CubicMixture() {
         eos = Form::name;
@@ -27,6 +28,7 @@ class CubicMixture final : public ModelN, public DerivN, public IsothermN {
     // ---- binary parameters: 0 = k_ij, 1 = l_ij
     // ------------------------------------------------------
 
+    int pair_parameters() const override { return 2; }
     double* ppar(int k, int i, int j) override { return pairs_.at(i, j) + k; }
     void par_alloc() override { pairs_.resize(mdl1.size()); }
     void par_in(FILE* f, int i, int j) override {

@@ -7,6 +7,7 @@
 // Since these are proportional to rho and T, the scaled derivatives rho^i·T^j·∂^(i+j)/∂rho^i∂T^j of
 // the mixture are the same sums of those of the components.
 #include <corvane/mixture/modeln.h>
+#include <corvane/mixture/pair_parameters.h>
 #include <corvane/plugin/plugin.h>
 #include <plugins/common/exact_slots.h>
 #include <plugins/common/pair_table.h>
@@ -23,7 +24,7 @@ namespace {
 using namespace corvane::gerg;
 using corvane::SmallArray;
 
-class MeosGerg final : public ModelN, public corvane::DerivN {
+class MeosGerg final : public ModelN, public corvane::DerivN, public corvane::PairParameters {
   public:
     MeosGerg() {
         eos = "MEOS";
@@ -34,10 +35,11 @@ class MeosGerg final : public ModelN, public corvane::DerivN {
     // ---- binary parameters: see Pair
     // ------------------------------------------------------------------
 
+    int pair_parameters() const override { return kPairParameters; }
     double* ppar(int k, int i, int j) override { return pair(i, j).value + k; }
     void par_alloc() override {
         const int n = mdl1.size();
-        pairs_.assign(static_cast<unsigned>(n * (n - 1) / 2), Pair{});
+        pairs_.assign(static_cast<unsigned>(n > 1 ? n * (n - 1) / 2 : 0), Pair{});
         functions_.clear();
     }
     void par_in(FILE* f, int i, int j) override {
@@ -50,13 +52,13 @@ class MeosGerg final : public ModelN, public corvane::DerivN {
             p.value[5] = section.number("xi");
             p.value[6] = section.number("zeta");
         } else {
-            for (int k = 0; k < 4; ++k) p.value[k] = section.number(kLabels[k]);
-            if (!(p.value[0] > 0.0) || !(p.value[2] > 0.0)) throw ThException(th_cannot_open);
+            for (int k = 0; k < 4; ++k)  // the betas may be asked for their reciprocals
+                p.value[k] = k % 2 == 0 ? section.positive(kLabels[k]) : section.number(kLabels[k]);
             if (swapped) invert(p);
         }
         p.value[4] = section.number("F");
         Departure function;
-        function.read(section, f);
+        function.read(section);
         if (!function.empty()) p.function = number(function);
         pair(i, j) = p;
     }

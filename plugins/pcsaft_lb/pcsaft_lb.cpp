@@ -1,4 +1,5 @@
 // PC-SAFT mixtures with Lorentz-Berthelot combining rules. See README.md.
+#include <corvane/mixture/pair_parameters.h>
 #include <corvane/plugin/plugin.h>
 #include <plugins/common/exact_slots.h>
 #include <plugins/common/pcsaft/density.h>
@@ -18,7 +19,7 @@ using corvane::pcsaft::Components;
 using corvane::pcsaft::MixtureIsotherm;
 using corvane::pcsaft::Potentials;
 
-class PcSaftLB final : public ModelN, public corvane::DerivN {
+class PcSaftLB final : public ModelN, public corvane::DerivN, public corvane::PairParameters {
   public:
     PcSaftLB() {
         eos = "PCSAFT";
@@ -29,6 +30,7 @@ class PcSaftLB final : public ModelN, public corvane::DerivN {
     // ---- binary parameters: 0 = k_ij, 1 = l_ij
     // ------------------------------------------------------
 
+    int pair_parameters() const override { return 2; }
     double* ppar(int k, int i, int j) override { return pairs_.at(i, j) + k; }
     void par_alloc() override { pairs_.resize(mdl1.size()); }
     void par_in(FILE* f, int i, int j) override {

@@ -11,6 +11,8 @@
 
 #include <cstring>
 
+#include <malloc.h>
+
 namespace {
 // What the managed vectors and matrices do not reach.
 TEST(Containers, AddressesIntegersAndShapes) {
@@ -178,6 +180,23 @@ TEST(Models, PartsAreTheModelsOwn) {
 
 // Under the address sanitizer: every block goes back the way it came, and a model that is larger
 // than its base class, too.
+TEST(Models, DeletionReturnsWhatThePlugInHasAdded) {
+    const auto used = [](int count) {
+        for (int k = 0; k < count; ++k) {
+            void* model = CSharp_attach1("MEOS");
+            CSharp_Model1_name__SWIG_1(model, "carbon_dioxide");
+            CSharp_Model1_id__SWIG_1(model, 1);
+            CSharp_Model1_load(model, "MEOS");
+            CSharp_delete_Model1(model);
+            void* mixture = CSharp_attachN("MEOS", "GERG");
+            CSharp_delete_ModelN(mixture);
+        }
+        return mallinfo2().uordblks;
+    };
+    const auto before = used(3);
+    EXPECT_LT(used(20) - before, 20 * 1000u);  // bytes; a model of this set has 44 kB of its own
+}
+
 TEST(Models, Deletion) {
     CSharp_delete_Model1(new VdwModel);
     void *pure = CSharp_attach1("PR"), *mixture = CSharp_attachN("PR", "vdW1");

@@ -8,7 +8,7 @@ namespace Corvane.Interop
     [StructLayout(LayoutKind.Sequential)]
     internal unsafe struct CorvaneError
     {
-        private const int MessageSize = 128;
+        private const int MessageSize = 384;
 
         internal int Kind;
         internal int Number;

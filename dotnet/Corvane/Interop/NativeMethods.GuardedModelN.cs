@@ -11,6 +11,9 @@ namespace Corvane.Interop
             ModelNHandle self, byte[] eos, byte[] mth, out CorvaneError error);
 
         [DllImport(Library)]
+        internal static extern int Corvane_ModelN_pair_parameters(ModelNHandle self);
+
+        [DllImport(Library)]
         internal static extern void Corvane_ModelN_heat_capacities(
             ModelNHandle self, double rho, double T, DoubleVectorHandle x, ref double CVr,
             ref double Cpr, ref double CVm, ref double Cpm, out CorvaneError error);

@@ -75,7 +75,9 @@ namespace Corvane.Tests
             using (DoubleVector x = new DoubleVector(0.5, 0.5))
             using (Saturation s = new Saturation(m))
             {
-                Fails("plug-in", th, 1, () => new Model1("no_such"), "could not open file");
+                Fails("plug-in", th, 1, () => new Model1("no_such"),
+                      "could not open file: no plug-in ./CorvaneS/libthno_such.dll or "
+                      + "./libthno_such.dll");
                 Fails("ideal", th, 3, () => empty.Hm(0.01, 300));
                 Fails("no density", th, 9, () => m.Density(-1e6, 300, Phase.Liquid));
                 Fails("above critical", th, 0, () => s.AtT(400));
@@ -97,6 +99,15 @@ namespace Corvane.Tests
                 Throws<ArgumentException>("zero in a name", () => m.Name = "a\0b");
                 Throws<InvalidOperationException>("components twice", () => mixture.Allocate(2));
                 Throws<InvalidOperationException>("a part's owner", () => m.Ideal.Model = empty);
+                Throws<ArgumentOutOfRangeException>("pair's parameter", () => mixture[2, 0, 1] = 1);
+                Throws<ArgumentException>("one vector twice",
+                                          () => Equilibria.ListDifferent(three, 0, three, ref i));
+                Throws<ArgumentException>("a delegate that resizes", () => three.Transform(x =>
+                {
+                    three.Count = 1000;
+                    three.Count = 1;
+                    return x;
+                }));
                 Throws<FormatException>(
                     "a delegate's exception",
                     () => three.Transform(x => throw new FormatException()));

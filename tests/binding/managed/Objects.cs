@@ -42,6 +42,8 @@ namespace Corvane.Tests
                 Equal("element", m[0, 1], 5.0);
                 Equal("new element", m[2, 1], 0.0);
             }
+            using (ModelN mixture = ModelN.Open("MEOS", "GERG", new[] { "methane", "propane" }))
+                Equal("pair parameters", mixture.PairParameterCount, 7);
             Equal("gas constant", Constants.R, 8.3144621);  // CODATA 2010
             Equal("name length", Constants.NameLength, 32);
         }
