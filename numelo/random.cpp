@@ -2,6 +2,7 @@
 #include <corvane/core/numelo.h>
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 
 namespace {
@@ -10,21 +11,25 @@ namespace {
 class Generator {
   public:
     std::uint64_t next() {
-        std::uint64_t z = state_ += 0x9e3779b97f4a7c15u;
+        std::uint64_t z = state_ += kStep;
         z = (z ^ (z >> 30)) * 0xbf58476d1ce4e5b9u;
         z = (z ^ (z >> 27)) * 0x94d049bb133111ebu;
         return z ^ (z >> 31);
     }
 
+    /// Generators of different numbers begin 2^40 draws apart.
+    explicit Generator(std::uint64_t number) : state_(kFirst + kStep * (number << 40)) {}
+
   private:
-    std::uint64_t state_ = 0x853c49e6748fea9bu;
+    static constexpr std::uint64_t kFirst = 0x853c49e6748fea9bu, kStep = 0x9e3779b97f4a7c15u;
+    std::uint64_t state_;
 };
 
 /// Bays & Durham: the last number drawn picks the table entry to hand out, which a new one
 /// replaces.
 class Shuffle {
   public:
-    Shuffle() {
+    explicit Shuffle(std::uint64_t number) : generator_(number) {
         for (std::uint64_t& entry : table_) entry = generator_.next();
         last_ = generator_.next();
     }
@@ -44,7 +49,8 @@ class Shuffle {
 }  // namespace
 
 double ran_shuffle() {
-    thread_local Shuffle shuffle;
+    static std::atomic<std::uint64_t> threads{0};
+    thread_local Shuffle shuffle(threads++);
     // The middles of 2^52 equal cells, so neither 0 nor 1.
     return (static_cast<double>(shuffle.next() >> 12) + 0.5) * 0x1p-52;
 }

@@ -143,5 +143,6 @@ NUMELO_API double ipl_eval(double x, SortedVector<double> const& xs, Vector<doub
                            Matrix<double> const& c, int deriv);
 
 /// Next pseudo-random number in the open interval (0, 1): a 64-bit generator behind a shuffle table
-/// (Bays & Durham, ACM Trans. Math. Softw. 2 (1976) 59). Every thread starts from the same seed.
+/// (Bays & Durham, ACM Trans. Math. Softw. 2 (1976) 59). Threads draw
+/// different numbers: the k-th thread that asks starts 2^40·k draws on, the first always with the same.
 NUMELO_API double ran_shuffle();
