@@ -22,6 +22,7 @@ inline constexpr CORVANE_API int th_namelength = 32;   ///< length of a name fie
 inline constexpr CORVANE_API int th_eqnlength = 20;    ///< length of an equation identifier
 inline constexpr CORVANE_API int th_commlength = 80;   ///< length of a comment line, characters
 
-/// Home directory of the data that the library writes (friction-theory sets); fixed when the
-/// library is built: <prefix>/lib/corvane/models.
+/// Home directory of the data that the library writes (friction-theory sets): corvane/models beside
+/// the library where that folder's corvane/ exists, as in an installed tree, wherever it was moved;
+/// otherwise <prefix>/lib/corvane/models of the prefix set when the library was built.
 extern CORVANE_API char const* const th_home;

@@ -216,10 +216,10 @@ class Matrix : public Vector<Vector<T>> {
     int rows() const { return this->n; }
     int cols() const { return ncols; }
 
-    using Vector<Vector<T>>::size;
+    int size() const { return this->n; }
     /// Resizes, keeping the common leading part.
     void size(int rows, int cols) {
-        this->size(rows);
+        Vector<Vector<T>>::size(rows);
         for (int i = 0; i < this->n; ++i) this->data[i].size(cols);
         ncols = cols;
     }
