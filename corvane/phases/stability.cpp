@@ -10,9 +10,10 @@
 
 namespace corvane {
 namespace {
-constexpr int kIterations = 60, kSubstitutions = 3, kHidden = 40;
+constexpr int kIterations = 120, kSubstitutions = 3, kHidden = 40;
 constexpr double kConverged = 1e-10;  // of ln W
-constexpr double kRounding = 2e-13;   // of a distance, over the size of its terms
+constexpr double kLevel = 1e-13, kShortest = 1e-4, kFlat = 1e-7;  // of descents at rounding
+constexpr double kRounding = 5e-14;   // of a distance, over the size of its terms
 constexpr double kSpinodal = 1e-9;    // what rounding may leave of w·(1 − w)·t″
 }  // namespace
 
@@ -31,37 +32,40 @@ bool Stability::meets(PhaseState const& s, PhaseState const& phase) {
 Stability::Stability(FluidModel const& fluid, StabilityTest k) : kind(k), fluid_(fluid) {
     const auto n = static_cast<std::size_t>(fluid.size());
     s_.resize(fluid.size());
-    for (auto* v : {&lnW_, &W_, &g_, &step_}) v->resize(n);
+    for (auto* v : {&lnW_, &W_, &g_, &step_, &root_, &way_}) v->resize(n);
     hess_.resize(n * n);
 }
 Stability::~Stability() = default;
 
-// Gradient √W_i·g_i and Hessian √(w_i·w_j)·(∂m_i/∂n_j + 1) in 2·√W, without the term in g.
-bool Stability::newton() {
+// Gradient √W_i·g_i and Hessian √(w_i·w_j)·(∂m_i/∂n_j + 1) in 2·√W, without the term in g. Where
+// that is not definite it is shifted, so that steps are long in the direction of least curvature.
+void Stability::newton() {
     const int n = s_.size();
-    for (int i = 0; i < n; ++i) {
-        step_[i] = -std::sqrt(W_[i]) * g_[i];
-        for (int j = 0; j < n; ++j)
-            hess_[i * n + j] = std::sqrt(s_.x[i] * s_.x[j]) * (s_.m_n(i, j) + 1.0);
+    double scale = 1.0;
+    for (double shift : {0.0, 1e-3, 1e-2, 0.1, 1.0, 10.0}) {
+        for (int i = 0; i < n; ++i) {
+            root_[i] = std::sqrt(W_[i]);
+            step_[i] = -root_[i] * g_[i];
+            for (int j = 0; j < n; ++j)
+                hess_[i * n + j] = std::sqrt(s_.x[i] * s_.x[j]) * (s_.m_n(i, j) + 1.0);
+            hess_[i * n + i] += shift;
+        }
+        if (cholesky_solve(n, hess_.data(), step_.data())) break;
     }
-    if (!lu_solve(n, hess_.data(), step_.data())) return false;
-    double descent = 0.0, scale = 1.0;
     for (int i = 0; i < n; ++i) {
-        descent += std::sqrt(W_[i]) * g_[i] * step_[i];
-        scale = std::min(scale, 1.4 * std::sqrt(W_[i]) / std::max(std::fabs(step_[i]), 1e-300));
+        scale = std::min(scale, 1.4 * root_[i] / std::max(std::fabs(step_[i]), 1e-300));
     }
-    if (!(descent < 0.0)) return false;
-    for (int i = 0; i < n; ++i) {
-        const double root = std::sqrt(W_[i]) + 0.5 * scale * step_[i];
-        lnW_[i] = 2.0 * std::log(root);
-    }
-    return true;
+    for (int i = 0; i < n; ++i) way_[i] = 0.5 * scale * step_[i];
+    along(1.0);
+}
+void Stability::along(double part) {
+    for (int i = 0; i < s_.size(); ++i) lnW_[i] = 2.0 * std::log(root_[i] + part * way_[i]);
 }
 
 Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState const* known,
                                   double const* lnW, bool first, double& tpd, int& iterations) {
     const int n = fluid_.size();
-    double last = 1e300;
+    double last = 1e300, part = 1.0;
     int substitutions = kSubstitutions;
     std::copy(lnW, lnW + n, lnW_.begin());
     for (int it = 0; it < kIterations; ++it) {
@@ -86,12 +90,20 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
             return End::trivial;
         }
         if (worst < kConverged) return tpd < limit ? End::negative : End::stationary;
-        if (tm > last + 1e-12) substitutions = 2;
-        last = tm;
-        if (substitutions > 0 || !newton()) {
+        if (substitutions-- > 0) {
             for (int k = 0; k < n; ++k) lnW_[k] -= g_[k];
-            if (substitutions > 0) --substitutions;
+            continue;
         }
+        // The modified distance tm falls along a step, if that is short enough.
+        if (!(tm <= last + kLevel) && part > kShortest) {
+            along(part *= 0.3);
+            continue;
+        }
+        // At rounding of the potentials: stationary as far as that can be said.
+        if (part <= kShortest && worst < kFlat) return tpd < limit ? End::negative : End::stationary;
+        last = tm;
+        part = 1.0;
+        newton();
     }
     return tpd < -Certificate::tpd_tolerance ? End::negative : End::failed;
 }

@@ -34,15 +34,16 @@ struct StabilityResult {
 ///
 /// A binary by the complete test: BinaryScan, whose header says what is proven. It takes a binary
 /// for unstable below −1e-8, and a whole of given composition, whose potentials have no residuals,
-/// below rounding (2e-13 of the terms of the distance).
+/// below rounding (5e-14 of the terms of the distance).
 ///
 /// Else, first the phase's own other density root, and whether it is a minimum at all (∂μ_i/∂n_j
 /// positive definite). A binary by the quick test: every minimum of a scan over 15 compositions along both density roots, and
 /// minima that hide beside the phase itself, each refined inside its bracket. Otherwise the starts
 /// are Wilson's vapour and liquid, every component nearly pure, and the middle between each and the
 /// phase, at the density of lower Gibbs energy; from there three successive substitutions, then
-/// Newton in 2·√W, back to substitution where Newton does not descend; then substitution from every
-/// component nearly pure at its other density root. At most 60 iterations per start.
+/// Newton in 2·√W, its matrix shifted until it is definite and each step shortened until the
+/// modified distance falls; then substitution from every
+/// component nearly pure at its other density root. At most 120 iterations per start.
 class CORVANE_API Stability {
   public:
     explicit Stability(FluidModel const& fluid, StabilityTest kind = StabilityTest::complete);
@@ -72,7 +73,8 @@ class CORVANE_API Stability {
                 bool first, double& tpd, int& iterations);
     End descend(PhaseState const& phase, double p, PhaseState const* known, Bracket const& bracket,
                 bool first, double& tpd, int& iterations);
-    bool newton();
+    void newton();
+    void along(double part);
     bool hidden_root(PhaseState const& phase, double p, double& tpd);
     StabilityResult complete(PhaseState const& phase, double p, PhaseState const* known,
                              bool first, bool whole);
@@ -85,7 +87,7 @@ class CORVANE_API Stability {
 
     FluidModel const& fluid_;
     PhaseState s_;
-    std::vector<double> lnW_, W_, g_, step_, hess_;
+    std::vector<double> lnW_, W_, g_, step_, hess_, root_, way_;
     std::vector<double> starts_;  // n values ln W of each
     std::vector<Bracket> brackets_;
     std::unique_ptr<BinaryScan> scan_;

@@ -126,4 +126,33 @@ TEST(Stability, OnePhaseHasNothingBelowAndTwoHaveNothingBetween) {
     EXPECT_GT(two, 50);
     EXPECT_LE(refused, 1);
 }
+
+// Trials that crept along flat valleys of the distance, or jumped to and fro, ended after 60
+// iterations, and the flash was refused.
+TEST(Stability, EveryTrialOfManyComponentsConverges) {
+    const struct {
+        std::vector<std::string> names;
+        Vector<double> z;
+        double T, p;
+    } cases[] = {
+        {{"methane", "ethane", "propane", "butane", "nitrogen", "carbon_dioxide"},
+         vec({.00199, .16493, .11602, .11676, .00170, .59860}), 202, 4.547389},
+        {{"methane", "ethane", "propane", "butane", "nitrogen", "carbon_dioxide"},
+         vec({.00199, .16493, .11602, .11676, .00170, .59860}), 203, 4.547389},
+        {{"methane", "ethane", "propane", "butane", "nitrogen", "carbon_dioxide"},
+         vec({5.02e-5, 8.0543e-4, .42506909, .00181658, .00445253, .56780617}), 202.59473,
+         3.6847155},
+        {{"methane", "ethane", "propane"}, vec({.8, .15, .05}), 240, 7.6},
+        {{"carbon_dioxide", "methane", "hexadecane"}, vec({.8297795, .1668944, .0033261}), 179.14033,
+         3.6529342}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.names[0] << " " << c.T);
+        Mixture m = mixture_of("PR", "vdW1", c.names);
+        for (int i = 0; i < c.z.size(); ++i)
+            for (int j = 0; j < i; ++j) m->id(i, j, 1);
+        corvane::load_estimating(*m, "PR", "vdW1");
+        EXPECT_EQ(corvane::stability(*m, c.p, c.T, c.z).unconverged, 0);
+        EXPECT_LE(corvane::flash_pT(*m, c.p, c.T, c.z).phases.size(), 2u);
+    }
+}
 }  // namespace
