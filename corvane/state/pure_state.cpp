@@ -1,7 +1,7 @@
 #include <corvane/core/constants.h>
 #include <corvane/core/errors.h>
-#include <corvane/equilibria/ffe1core.h>
 #include <corvane/phases/illinois.h>
+#include <corvane/phases/pure_saturation.h>
 #include <corvane/pure/model1.h>
 #include <corvane/state/pure_state.h>
 
@@ -39,10 +39,6 @@ double value(PureState const& q, Quantity what) {
     return what == Quantity::h ? q.h : what == Quantity::s ? q.s : q.u;
 }
 
-struct Saturated {
-    double T, p, liquid, vapour;  // densities
-};
-
 class Solver {
   public:
     Solver(Model1 const& model, PureStateOptions const& options) : model_(model) {
@@ -60,15 +56,15 @@ class Solver {
         return state;
     }
 
-    PureState two(Saturated const& at, double q) const {
+    PureState two(PureSaturation const& at, double q) const {
         PureState state;
         state.T = at.T;
         state.p = at.p;
         state.q = q;
-        state.liquid = phase_properties(model_, at.T, at.liquid);
-        state.vapour = phase_properties(model_, at.T, at.vapour);
+        state.liquid = phase_properties(model_, at.T, at.rhoL);
+        state.vapour = phase_properties(model_, at.T, at.rhoV);
         const auto mean = [&](double l, double v) { return l + q * (v - l); };
-        state.rho = 1 / mean(1 / at.liquid, 1 / at.vapour);
+        state.rho = 1 / mean(1 / at.rhoL, 1 / at.rhoV);
         state.h = mean(state.liquid->h, state.vapour->h);
         state.s = mean(state.liquid->s, state.vapour->s);
         state.u = mean(state.liquid->u, state.vapour->u);
@@ -93,32 +89,38 @@ class Solver {
         return a;
     }
 
-    std::optional<Saturated> at_T(double T) const {
-        if (!(T < model_.Tcrit())) return std::nullopt;
-        Saturated s{T, 0, 0, 0};
-        Saturation().at_T(&model_, T, 0, s.p, s.liquid, s.vapour);
-        return s;
+    /// Nothing at and above the critical point, nor where it is too near to tell the phases apart:
+    /// a state between them then shows as a jump, which no crossing is taken for.
+    std::optional<PureSaturation> at_T(double T) const {
+        return below_critical(T / model_.Tcrit(), [&] { return pure_saturation_T(model_, T); });
     }
-    std::optional<Saturated> at_p(double p) const {
-        if (!(p < model_.pcrit())) return std::nullopt;
-        Saturated s{0, p, 0, 0};
-        Saturation().at_p(&model_, p, 0, s.T, s.liquid, s.vapour);
-        return s;
+    std::optional<PureSaturation> at_p(double p) const {
+        return below_critical(p / model_.pcrit(), [&] { return pure_saturation_p(model_, p); });
+    }
+    template <class F>
+    static std::optional<PureSaturation> below_critical(double reduced, F const& f) {
+        try {
+            return f();
+        } catch (EquilibriumFailure const& e) {
+            const bool near = std::fabs(reduced - 1) < 1e-9;
+            if (e.kind() == EquilibriumFailure::Kind::gave_up && !near) throw;
+            return std::nullopt;
+        }
     }
 
     /// The stable state at T and overall density.
     PureState at_Trho(double T, double rho) const {
-        if (const auto s = at_T(T); s && rho > s->vapour && rho < s->liquid)
-            return two(*s, (1 / rho - 1 / s->liquid) / (1 / s->vapour - 1 / s->liquid));
+        if (const auto s = at_T(T); s && rho > s->rhoV && rho < s->rhoL)
+            return two(*s, (1 / rho - 1 / s->rhoL) / (1 / s->rhoV - 1 / s->rhoL));
         return one(T, rho);
     }
 
     // ---- lists of states
 
     /// The two phases of `s`, if the target lies between their values.
-    void between(Saturated const& s, Given target, std::vector<PureState>& found) const {
-        const double l = value(phase_properties(model_, s.T, s.liquid), target.what),
-                     v = value(phase_properties(model_, s.T, s.vapour), target.what);
+    void between(PureSaturation const& s, Given target, std::vector<PureState>& found) const {
+        const double l = value(phase_properties(model_, s.T, s.rhoL), target.what),
+                     v = value(phase_properties(model_, s.T, s.rhoV), target.what);
         // densities mix by volume
         const bool density = target.what == Quantity::rho;
         const double x = density ? 1 / target.value : target.value;
@@ -210,9 +212,9 @@ class Solver {
         for (double p = p_max_; !(dense > 0) && p > 1e-3; p *= 0.5) dense = root(p, T, 1);
         if (!(dense > thin)) return found;
         if (const auto s = at_T(T)) {
-            branch(thin, s->vapour);
+            branch(thin, s->rhoV);
             between(*s, target, found);
-            branch(s->liquid, dense);
+            branch(s->rhoL, dense);
         } else {
             branch(thin, dense);
         }
@@ -247,7 +249,7 @@ class Solver {
             between(*s, target, found);
             if (!found.empty()) return found.front();
             const bool liquid =
-                value(phase_properties(model_, s->T, s->liquid), target.what) > target.value;
+                value(phase_properties(model_, s->T, s->rhoL), target.what) > target.value;
             phase = liquid ? 1 : 3;
             (liquid ? to : from) = start = s->T;
         }
@@ -273,7 +275,7 @@ class Solver {
         const auto f = [&](double ln_T) {
             try {
                 return value(at_Trho(std::exp(ln_T), rho), target.what) - target.value;
-            } catch (ThException const&) {
+            } catch (EquilibriumFailure const&) {
                 return kNaN;  // colder than the equation has a saturation for
             }
         };
@@ -325,8 +327,11 @@ std::vector<PureState> pure_states(Model1 const& model, Given a, Given b,
     if (b.what < a.what) std::swap(a, b);
     if (is_caloric(a.what) || is_caloric(b.what)) model.ideal.CVm(300.0);  // throws 3
     const Solver solver(model, options);
-    const auto saturated = [&](std::optional<Saturated> const& s, double q) {
-        if (!s) throw ThException(th_generic);
+    const auto saturated = [&](std::optional<PureSaturation> const& s, double q) {
+        if (!s)
+            throw EquilibriumFailure(EquilibriumFailure::Kind::no_solution,
+                                     std::string(model.name()), "saturation", 0, kNaN,
+                                     "it is at or above the critical point");
         return std::vector{solver.two(*s, q)};
     };
     std::vector<PureState> found;

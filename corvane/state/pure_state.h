@@ -59,8 +59,8 @@ struct PureStateOptions {
 /// equation has no density.
 ///
 /// @throws ThException 5 a value that is not finite, T, p, rho not positive, q outside 0 … 1, or a
-///     pair that is none of these; 3 h, s or u without an ideal-gas table; 0 no saturation (at or
-///     above the critical point). No state: an empty list
+///     pair that is none of these; 3 h, s or u without an ideal-gas table. EquilibriumFailure: q is
+///     given at or above the critical point, or as pure_saturation.h. No state: an empty list
 CORVANE_API std::vector<PureState> pure_states(Model1 const& model, Given a, Given b,
                                                PureStateOptions const& options = {});
 

@@ -86,7 +86,7 @@ def test_scalar_loops_and_threads_give_the_same_bits():
     (lambda: cv.Fluid("propane", "PR", set=99), cv.OpenError, "sets: 1"),
     (lambda: cv.Fluid("propane", home="/nonexistent"), cv.OpenError, "CorvaneS"),
     (lambda: cv.Fluid("propane").state(T=-1.0, p=1e5), ValueError, "out of range"),
-    (lambda: cv.Fluid("propane").saturation(T=400.0), cv.EquilibriumError, "code|failure"),
+    (lambda: cv.Fluid("propane").saturation(T=400.0), cv.EquilibriumError, "critical"),
     (lambda: cv.Fluid("propane").state(T=300.0), TypeError, "two of"),
     (lambda: cv.Fluid("propane").state(T=300.0, x=1), TypeError, "two of"),
     (lambda: cv.Fluid("water").state(p=101325.0, rho=999.9 / 0.018015268), ValueError, "states"),

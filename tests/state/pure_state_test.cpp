@@ -74,7 +74,7 @@ TEST(PureState, EveryPairLeadsBackToTheState) {
                 ASSERT_TRUE(at.front().phase);
                 expect_found_again(m, at.front(), {});
             }
-        for (double Tr : {0.7, 0.95})
+        for (double Tr : {0.7, 0.95, 0.99999})
             for (double q : {0.1, 0.6}) {
                 const auto at =
                     corvane::pure_states(m, {Quantity::T, Tr * m.Tcrit()}, {Quantity::q, q});
@@ -87,7 +87,8 @@ TEST(PureState, EveryPairLeadsBackToTheState) {
                     const auto again = corvane::pure_states(m, {Quantity::p, at.front().p},
                                                             {b, value(at.front(), b)});
                     ASSERT_EQ(again.size(), 1u) << int(b);
-                    EXPECT_NEAR(again.front().q, q, 1e-8) << int(b);
+                    // near the critical point the densities, and so q, turn with T that fast
+                    EXPECT_NEAR(again.front().q, q, 1e-9 + 1e-12 / (1 - Tr)) << int(b);
                 }
             }
     }
@@ -129,7 +130,8 @@ TEST(PureState, Refusals) {
     EXPECT_EQ(code({Quantity::T, 300}, {Quantity::T, 300}), th_out_of_range);
     EXPECT_EQ(code({Quantity::h, 300}, {Quantity::q, 0.5}), th_out_of_range);
     EXPECT_EQ(code({Quantity::u, 300}, {Quantity::s, 5}), th_out_of_range);
-    EXPECT_EQ(code({Quantity::T, 380}, {Quantity::q, 0.5}), th_generic);  // above Tc
+    EXPECT_THROW(corvane::pure_states(m, {Quantity::T, 380}, {Quantity::q, 0.5}),
+                 corvane::EquilibriumFailure);  // above Tc
     EXPECT_TRUE(corvane::pure_states(m, {Quantity::p, 1}, {Quantity::h, 1e9}).empty());
     EXPECT_TRUE(corvane::pure_states(m, {Quantity::h, 0}, {Quantity::s, 1e5}).empty());
     fluid.model->ideal.reset();
