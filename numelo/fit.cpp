@@ -172,6 +172,7 @@ class Fit {
         }
     }
 
+    /// The difference quotients at x; `better` receives what chord meets.
     bool differences(Vector<double>& better) {
         const bool central = n_ > m_ && sum_ < 1e-6;
         const std::exception_ptr before = failure_;

@@ -182,4 +182,30 @@ TEST(Saturation, SlopeObeysClapeyronAndAMarchGivesWhatColdCallsGive) {
     for (auto c = cold.begin(); c != cold.end(); ++c) check(*c);
     for (auto c = cold.rbegin(); c != cold.rend(); ++c) check(*c);
 }
+
+// Pressures that nobody needs: an equilibrium of the equation, or a refusal. The multiparameter
+// equations jump there.
+TEST(Saturation, AbsurdPressuresGiveEquilibriaOrCodes) {
+    int found = 0;
+    for (char const* eos : {"PR", "PCSAFT", "MEOS"})
+        for (char const* name : {"butane", "argon", "water"}) {
+            Model m(attach1(eos));
+            m->name(name);
+            m->id(1);
+            m->load(eos);
+            for (double p : {1e-8, 1e-20, 1e-50, 1e-100, 1e-280, 1e-310, 1e12, 1e300}) try {
+                    double T = 0, rhoL = 0, rhoV = 0;
+                    vle1_p(m.get(), p, 0, T, rhoL, rhoV);
+                    ++found;
+                    const auto g = [&](double rho) {
+                        return m->Ar(rho, T) + m->Z(rho, T) - 1 + std::log(rho);
+                    };
+                    EXPECT_NEAR(g(rhoL), g(rhoV), 1e-8) << eos << " " << name << " " << p;
+                    EXPECT_NEAR(m->Z(rhoV, T) * R * T * rhoV / p, 1, 1e-9);
+                } catch (ThException const&) {
+                } catch (MthException const&) {
+                }
+        }
+    EXPECT_GT(found, 20);
+}
 }  // namespace
