@@ -8,9 +8,10 @@
 #include <cmath>
 
 namespace {
-constexpr double kTrivial = 0.001;    // of the larger density: closer phases are one
-constexpr double kPressure = 1e-4;    // of p, by which the thinner phase's may differ
-constexpr double kUnstable = -1e-8;   // ∂p/∂rho over RT below this is no rounding
+constexpr double kTrivial = 0.001;   // of the larger density: closer phases are one
+constexpr double kPressure = 1e-4;   // of p, by which the thinner phase's may differ,
+constexpr double kRounding = 1e-11;  // or this part of rho·RT: what cancels in a cold liquid
+constexpr double kUnstable = -1e-8;  // ∂p/∂rho over RT below this is no rounding
 
 /// One phase at T.
 struct Phase {
@@ -63,15 +64,22 @@ class Equilibrium {
         throw ThException(th_trivial);
     }
 
-    /// The equations have solutions that are no equilibrium: under tension, or with a phase between
-    /// its spinodals. And they hold to an absolute difference in pressure, which says nothing where
-    /// p is small: there the thinner phase decides, whose pressure is not a difference of terms that
-    /// cancel.
-    void require_equilibrium(double T, double p, double rho1, Vector<double> const& rho2) const {
+    /// Pressure at T of the thinner phase, where it is no difference of terms that cancel.
+    double thin_pressure(double T, double rho1, Vector<double> const& rho2) const {
         const Vector<double> given = x_ * rho1;
         Vector<double> const& thin = given.sum() < rho2.sum() ? given : rho2;
-        const double p_thin = context_.m->Z(thin, T) * R * T * thin.sum();
-        if (!(p > 0) || !(std::fabs(p_thin - p) <= kPressure * p)) throw ThException(th_generic);
+        return context_.m->Z(thin, T) * R * T * thin.sum();
+    }
+
+    /// The equations have solutions that are no equilibrium: under tension, or with a phase between
+    /// its spinodals. And they hold to an absolute difference in pressure, which says nothing where
+    /// p is small: there the pressure of the thinner phase decides.
+    void require_equilibrium(double T, double p, double rounding, double rho1,
+                             Vector<double> const& rho2) const {
+        const double thin = thin_pressure(T, rho1, rho2);
+        if (!(thin > 0) || !(std::fabs(thin - p) <= kPressure * thin + rounding))
+            throw ThException(th_generic);
+        const Vector<double> given = x_ * rho1;
         for (Vector<double> const* row : {&given, &rho2}) {
             const double rho = row->sum();
             if (!(context_.m->pV(rho, T, *row * (1 / rho)) > kUnstable))
@@ -117,14 +125,17 @@ void vleN_T(ModelN const* model, double T, Vector<double> const& x, double& p, d
             Vector<double>& rho2) {
     Equilibrium equilibrium({model, 0, 0.0, T, nullptr}, x, rho2);
     equilibrium.solve(nullptr, rho1, rho2);
-    const double found = model->Z(rho2, T) * R * T * rho2.sum();  // in the second phase
-    equilibrium.require_equilibrium(T, found, rho1, rho2);
-    p = found;
+    double found = model->Z(rho2, T) * R * T * rho2.sum();  // in the second phase
+    const double rounding = kRounding * R * T * rho2.sum();
+    equilibrium.require_equilibrium(T, found, rounding, rho1, rho2);
+    // What a liquid leaves of a vapour's pressure is not even positive.
+    const double thin = equilibrium.thin_pressure(T, rho1, rho2);
+    p = std::fabs(thin - found) <= kPressure * thin ? found : thin;
 }
 
 void vleN_p(ModelN const* model, double p, Vector<double> const& x, double& T, double& rho1,
             Vector<double>& rho2) {
     Equilibrium equilibrium({model, 1, p, 0.0, nullptr}, x, rho2);
     equilibrium.solve(&T, rho1, rho2);
-    equilibrium.require_equilibrium(T, p, rho1, rho2);
+    equilibrium.require_equilibrium(T, p, 0.0, rho1, rho2);
 }

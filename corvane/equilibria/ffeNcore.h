@@ -24,9 +24,9 @@ class ModelN;
 /// @param[in,out] rho2  N partial densities of the second phase, mol/cm³, start and result;
 ///     exactly 0 for an absent component
 /// What returns normally is an equilibrium: residuals below 1e-5, p > 0, no phase mechanically
-/// unstable (∂p/∂rho < 0). Phases may be metastable, or split into two: that is not tested. A p
-/// below 1e-6 MPa from a second phase that is a liquid has the rounding of the liquid's pressure,
-/// about 1e-12 MPa; it is refused where that is 1e-4 of p.
+/// unstable (∂p/∂rho < 0), and where p is small, the thinner phase has it to 1e-4. Phases may be
+/// metastable, or split into two: that is not tested. The pressure of a liquid has a rounding of
+/// some 1e-12 MPa; where that is more than 1e-4 of p, p is that of the thinner phase.
 ///
 /// @throws ThException 0 sum of squared residuals above th_inc1, or the solution is no equilibrium
 ///     (densities written, p not); 8 trivial result: the second phase is the given one (the same);
