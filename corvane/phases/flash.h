@@ -39,7 +39,9 @@ struct FlashOptions {
 /// of one phase (Michelsen, Fluid Phase Equilib. 9 (1982) 21), each step shortened until the energy
 /// falls, its matrix shifted where the energy is not convex; then the tangent-plane test of the
 /// result. If that finds the split unstable, the phase found is added as a third one, or paired
-/// with either phase of the split or with the whole; nine splits at most.
+/// with either phase of the split or with the whole; nine splits at most. Where the whole is unstable
+/// by less than 1e-5, and where no split converges, the pair is solved that is regular through
+/// critical points (RegularPair); the whole splits if it lies between its phases.
 ///
 /// @throws EquilibriumFailure gave_up: no certified split; the advice says so where more phases are
 ///     likely. ThException 5, 9; MthException 2; what the model throws

@@ -37,8 +37,9 @@ struct StabilityResult {
 /// below rounding (5e-14 of the terms of the distance).
 ///
 /// Else, first the phase's own other density root, and whether it is a minimum at all (∂μ_i/∂n_j
-/// positive definite). A binary by the quick test: every minimum of a scan over 15 compositions along both density roots, and
-/// minima that hide beside the phase itself, each refined inside its bracket. Otherwise the starts
+/// positive definite). A binary by the quick test: every minimum of a scan over 15 compositions
+/// along both density roots, and minima that hide beside the phase itself, each refined inside its
+/// bracket. Otherwise the starts
 /// are Wilson's vapour and liquid, every component nearly pure, and the middle between each and the
 /// phase, at the density of lower Gibbs energy; from there three successive substitutions, then
 /// Newton in 2·√W, its matrix shifted until it is definite and each step shortened until the

@@ -13,7 +13,7 @@ constexpr double kNarrow = 1e-6;    // width of an interval that is halved no fu
 constexpr double kBeside = 1e-4;    // the same, beside the phase itself
 constexpr double kSafety = 8.0;     // of the error estimates
 constexpr double kRounding = 1e-13, kSlopeRounding = 1e-14;  // least A and B
-constexpr double kResolved = 0.5;   // greatest A of a piece whose shape is believed
+constexpr double kResolved = 0.5;   // error at the middle of a piece whose shape is believed
 constexpr double kJump = 0.16;      // of (Δ ln rho)² over ∂(p/RT)/∂rho
 constexpr int kRefine = 60;
 constexpr double kConverged = 1e-11;  // of t′

@@ -22,8 +22,10 @@ namespace corvane {
 ///  - convex: its one minimum is at an end, or above where the end tangents meet, or is solved for;
 ///  - concave or monotone: its minimum is at an end;
 ///  - positive throughout.
-/// Otherwise it is halved. The phase under test and the known one are nodes of their own, where t
-/// and its slope are exactly zero: so pairs that are nearly alike are told apart.
+/// Otherwise it is halved, and so is a piece that is long in ln rho against √(∂p/∂rho): next to a
+/// critical point t″ has dips as narrow as those of ∂p/∂rho. The phase under test and the known
+/// one are nodes of their own, where t and its slope are exactly zero: so pairs that are nearly
+/// alike are told apart.
 ///
 /// Ends: at w = 1e-8 the excess curvature must be below 0.1/w, else the end is moved down to 1e-300.
 /// From there on to w = 0 t is convex with ln w* = ln w − t′(w) at its minimum.
