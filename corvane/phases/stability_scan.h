@@ -36,8 +36,9 @@ namespace corvane {
 ///
 /// Proven, if in every settled interval the error of the quintic is at most eight times what its
 /// middle shows: no composition has t < 0 along the density roots that the model reports. Not
-/// proven: features that leave value, slope and curvature at all nodes as they are, and density
-/// roots that begin and end between two neighbouring nodes, 0.19 apart in w at most.
+/// proven: features that leave value, slope and curvature at all nodes as they are, density roots
+/// that begin and end between two neighbouring nodes, 0.19 apart in w at most, and what is narrower
+/// than 1e-6·w·(1 − w) (1e-4 beside the phase itself), where the nodes alone decide.
 class BinaryScan {
   public:
     explicit BinaryScan(FluidModel const& fluid);
