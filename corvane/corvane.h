@@ -33,6 +33,7 @@
 #include <corvane/phases/phase.h>
 #include <corvane/phases/phase_line.h>
 #include <corvane/phases/progress.h>
+#include <corvane/phases/pure_saturation.h>
 #include <corvane/phases/saturation.h>
 #include <corvane/phases/solid_fluid.h>
 #include <corvane/phases/stability.h>

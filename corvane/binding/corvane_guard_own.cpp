@@ -9,6 +9,24 @@
 
 using namespace corvane::binding;
 
+namespace {
+/// Runs a march; where that does not get there, close to the critical point for one, the direct
+/// solver, whose failure is the march's.
+template <class March, class Direct>
+void march_or_solve(March march, Direct direct) {
+    try {
+        march();
+    } catch (ThException const& e) {
+        if (e.number != th_generic) throw;
+        try {
+            direct();
+        } catch (corvane::EquilibriumFailure const&) {
+            throw e;
+        }
+    }
+}
+}  // namespace
+
 EXPORT void* Corvane_new_Saturation(CorvaneError* error) {
     return guard(error, {}, [&]() -> void* { return new corvane::Saturation; });
 }
@@ -18,13 +36,23 @@ EXPORT void Corvane_delete_Saturation(void* self) {
 EXPORT void Corvane_Saturation_at_T(void* self, void* model, double T, int cont, double* p,
                                     double* rhoL, double* rhoV, CorvaneError* error) {
     guard(error, {}, [&] {
-        ref<corvane::Saturation>(self).at_T(as<Model1>(model), T, cont, *p, *rhoL, *rhoV);
+        Model1* const m = as<Model1>(model);
+        march_or_solve([&] { ref<corvane::Saturation>(self).at_T(m, T, cont, *p, *rhoL, *rhoV); },
+                       [&] {
+                           const corvane::PureSaturation q = corvane::pure_saturation_T(*m, T);
+                           *p = q.p, *rhoL = q.rhoL, *rhoV = q.rhoV;
+                       });
     });
 }
 EXPORT void Corvane_Saturation_at_p(void* self, void* model, double p, int cont, double* T,
                                     double* rhoL, double* rhoV, CorvaneError* error) {
     guard(error, {}, [&] {
-        ref<corvane::Saturation>(self).at_p(as<Model1>(model), p, cont, *T, *rhoL, *rhoV);
+        Model1* const m = as<Model1>(model);
+        march_or_solve([&] { ref<corvane::Saturation>(self).at_p(m, p, cont, *T, *rhoL, *rhoV); },
+                       [&] {
+                           const corvane::PureSaturation q = corvane::pure_saturation_p(*m, p);
+                           *T = q.T, *rhoL = q.rhoL, *rhoV = q.rhoV;
+                       });
     });
 }
 EXPORT int Corvane_ModelN_load_estimating(void* self, const char* eos, const char* mth,

@@ -13,7 +13,8 @@ namespace corvane {
 namespace {
 
 constexpr double kNear = 5e-3;   // 1 − T/Tc below which the critical form is solved
-constexpr double kLowest = 0.2;  // of Tc: below any triple point
+constexpr double kLowest = 0.199;  // of Tc: below any triple point
+constexpr double kWide = 0.03;     // 1 − T/Tc from which the critical point of the file will do
 constexpr double kLeast = 1e-24;  // MPa: a thousand molecules in a cubic metre
 constexpr double kInner = 1e-5;   // 1 − T/Tc above which a pair is looked for in vcalc
 constexpr double kEps = 64.0 * std::numeric_limits<double>::epsilon();  // of sums of many terms
@@ -71,9 +72,9 @@ class Solver {
     template <std::size_t n>
     Conditions integrals(double u, double d, double T, Node const (&nodes)[n]) const;
     Conditions conditions(double u, double q, double T) const;
-    /// Critical point of the equation, by Newton's method from that of the parameter file, which it
-    /// stays where this finds none near.
-    void critical();
+    /// Critical point of the parameter file; `exact`: of the equation, by Newton's method from that,
+    /// which it stays where this finds none near.
+    void critical(bool exact);
     PureSaturation near(double T);
     PureSaturation far(double T);
     PureSaturation solve(double T);
@@ -155,9 +156,11 @@ Conditions Solver::conditions(double u, double q, double T) const {
             better(best.pressures, {(P / d - 2.0 * m) / q, 2.0 * m_noise / (d * q)})};
 }
 
-void Solver::critical() {
+void Solver::critical(bool exact) {
     Tc_ = model_.Tcrit();
     rho_c_ = 1.0 / model_.vcrit();
+    pc_ = model_.pcrit();
+    if (!exact) return;
     double T = Tc_, rho = rho_c_, last = std::numeric_limits<double>::infinity();
     bool met = false;
     for (int k = 0; k < 20; ++k) {  // S = C = 0 in ln rho, ln T; ∂S/∂ln rho = C
@@ -295,14 +298,14 @@ PureSaturation Solver::solve(double T) {
 }
 
 PureSaturation Solver::at_T() {
-    critical();
+    critical(value_ > (1.0 - kWide) * model_.Tcrit());
     if (value_ >= Tc_) no_solution();
     if (value_ < kLowest * Tc_) gave_up("below a fifth of the critical temperature");
     return solve(value_);
 }
 
 PureSaturation Solver::at_p() {
-    critical();
+    critical(!(value_ < (1.0 - 10.0 * kWide) * model_.pcrit()));
     if (value_ >= pc_) no_solution();
     if (value_ < kLeast) gave_up("below 1e-24 MPa");
     // ln p by ln T along the critical isochore: at the critical point the slope of the saturation
