@@ -2,18 +2,21 @@
 // equation of state is written a second time, true solutions are Newton's from the result with 113
 // bits, stability is a slow scan (judge/verdict.h).
 //
-//     bench_judge [-v] [--seed N] [--states N] [--only REGION] [--limit SECONDS] [--report]
+//     bench_judge [-v] [--seed N] [--states N] [--only REGION] [--limit SECONDS] [--strict]
 //         [--ternaries] [EOS ...]
 //
 // EOS: PR, SRK (the default), PCSAFT, MEOS (GERG-2008). Binaries, or ternaries.
 // REGION: critical (1e-6 … 5 % from a critical temperature), pure (mole fractions from 1e-12 on),
 // random. Every state is asked for bubble and dew points at its T and at its p, a flash and the
-// stability test. States are dealt out evenly to the mixtures. -v prints every fault and refusal
-// as the call that shows it. The exit code is 1 if something was wrong, but with --report.
+// stability test. The mixtures take turns; a region ends after SECONDS. -v prints every fault and
+// refusal as the call that shows it. The exit code is 1 if something was wrong; a stated error bound
+// that is exceeded, and one phase for two whose Gibbs energy differs by less than 1e-8 RT, count only
+// with --strict.
 //
 // Columns: two: of two phases, or called unstable; no such: refused, since there is no solution;
 // then the kinds of faults; worst: the largest error of p or T, or of the mole fractions of a
-// flash, in a right answer; ratio: the largest of any error over its stated bound; evals: of the model, per answer.
+// flash, in a right answer; ratio: the largest of any error over its stated bound;
+// evals: of the model, per answer.
 #include "judge/cubic.h"
 #include "judge/multifluid.h"
 #include "judge/pcsaft.h"
@@ -26,8 +29,11 @@
 #include <cstdlib>
 #include <cstring>
 #include <functional>
+#include <memory>
 #include <random>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -131,7 +137,7 @@ const std::vector<Names> kTernaries = {
 };
 
 struct Settings {
-    bool verbose = false, report = false, ternaries = false;
+    bool verbose = false, strict = false, ternaries = false;
     unsigned seed = 20261122;
     int states = 4000;
     double limit = 1e9;
@@ -164,7 +170,8 @@ struct Tally {
         std::printf("%-22s%9ld%9ld%9ld%8ld%8ld%7ld%7ld", name, asked(), answers, two, no_solution,
                     gave_up, thrown, wrong());
         for (int k = 1; k < judge::kFaults; ++k) std::printf("%9ld", fault[k]);
-        std::printf("%10.1e%9.1e%8ld%9.1f\n", worst, ratio, evaluations / std::max(1L, answers), us / asked());
+        std::printf("%10.1e%9.1e%8ld%9.1f\n", worst, ratio, evaluations / std::max(1L, answers),
+                    us / static_cast<double>(asked()));
         std::fflush(stdout);
     }
 };
@@ -178,7 +185,12 @@ template <class Equation>
 class Trial {
   public:
     Trial(ModelN const& m, Names const& names, Settings const& s, Tally* tally)
-        : m_(m), names_(names), settings_(s), tally_(tally), equation_(m), court_(equation_, std::is_same_v<Equation, judge::Cubic> ? nullptr : &m) {}
+        : m_(m),
+          names_(names),
+          settings_(s),
+          tally_(tally),
+          equation_(m),
+          court_(equation_, std::is_same_v<Equation, judge::Cubic> ? nullptr : &m) {}
     ~Trial() {
         if (court_.other_roots && settings_.verbose)
             std::printf("  %ld times unstable only towards a root that the model does not give\n",
@@ -371,24 +383,34 @@ long examine(Model const& model, std::string const& region, Settings const& s) {
             mixtures.emplace_back(names, mixture_of(names, model.eos, model.mth, model.set));
         } catch (ThException const&) {  // no parameters
         }
-    const int share = std::max(1, s.states / static_cast<int>(mixtures.size()));
+    struct Docket {
+        Dice dice;
+        Trial<Equation> trial;
+    };
+    std::vector<std::unique_ptr<Docket>> dockets;
     unsigned seed = s.seed;
-    for (auto const& [names, m] : mixtures) {
-        Dice dice(*m, ++seed);
-        Trial<Equation> trial(*m, names, s, tally);
-        for (int k = 0; k < share; ++k) {
-            if (std::chrono::duration<double>(Clock::now() - begin).count() > s.limit) break;
+    for (auto const& [names, m] : mixtures)
+        dockets.push_back(std::unique_ptr<Docket>(
+            new Docket{Dice(*m, ++seed), Trial<Equation>(*m, names, s, tally)}));
+    int states = 0;
+    auto enough = [&] {
+        return states >= s.states ||
+               std::chrono::duration<double>(Clock::now() - begin).count() > s.limit;
+    };
+    while (!dockets.empty() && !enough())  // in turn, so that a run cut short has seen them all
+        for (auto& docket : dockets) {
+            if (enough()) break;
+            ++states;
             State in{};
             if (region == "critical") {
-                if (!dice.near_critical(in)) {
+                if (!docket->dice.near_critical(in)) {
                     ++without;
                     continue;
                 }
             } else
-                in = region == "pure" ? dice.nearly_pure() : dice.random();
-            trial.state(in);
+                in = region == "pure" ? docket->dice.nearly_pure() : docket->dice.random();
+            docket->trial.state(in);
         }
-    }
     const std::string title = std::string(model.eos) + (s.ternaries ? " 3 " : " ");
     Tally all;
     for (int c = 0; c < calls; ++c) {
@@ -396,8 +418,11 @@ long examine(Model const& model, std::string const& region, Settings const& s) {
         all.add(tally[c]);
     }
     all.print((title + region).c_str());
-    std::printf("%zu mixtures, %ld states without a critical point\n", mixtures.size(), without);
-    return all.wrong();
+    std::printf("%zu mixtures, %d states, %ld of them without a critical point\n", mixtures.size(),
+                states, without);
+    const long tolerated =
+        all.fault[static_cast<int>(Fault::bound)] + all.fault[static_cast<int>(Fault::slightly)];
+    return all.wrong() - (s.strict ? 0 : tolerated);
 }
 }  // namespace
 
@@ -409,8 +434,8 @@ int main(int argc, char** argv) {
         auto value = [&] { return k + 1 < argc ? argv[++k] : ""; };
         if (word == "-v")
             s.verbose = true;
-        else if (word == "--report")
-            s.report = true;
+        else if (word == "--strict")
+            s.strict = true;
         else if (word == "--ternaries")
             s.ternaries = true;
         else if (word == "--seed")
@@ -436,5 +461,5 @@ int main(int argc, char** argv) {
                              : eos == "MEOS" ? examine<judge::MultiFluid>(model, region, s)
                                              : examine<judge::Cubic>(model, region, s);
                 }
-    return wrong && !s.report ? 1 : 0;
+    return wrong ? 1 : 0;
 }

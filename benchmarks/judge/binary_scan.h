@@ -19,10 +19,10 @@ struct Trial {
 /// t(w) = Σ w_i·(h_i + ln w_i − mu_i) along both density roots at P = p/(RT), over the logit of w_0
 /// from −46 to 46 (1e-20; beyond, t is that of the pure component within 1e-18). Its slope by w_0
 /// is s = d_0 − d_1, d_i = h_i + ln w_i − mu_i, by the equation of Gibbs and Duhem; minima are where
-/// s rises through zero. Nodes At::kStep apart, up to five times that beyond 12, and the compositions `near_w`; an interval is halved, 30
-/// times at most, as long as its roots differ in number, the density jumps, the slope at its middle
-/// misses the straight line by more than what keeps it from zero (but below 1e-16), or a single root is about to
-/// become three. Every value counts, so that a negative one is a proof; that a positive one is not
+/// s rises through zero. Nodes At::kStep apart, up to five times that beyond 12, and the compositions
+/// `near_w`; an interval is halved, 30 times at most, as long as its roots differ in number, the
+/// density jumps, the slope at its middle misses the straight line by more than what keeps it from
+/// zero (down to 1e-16), or a single root is about to become three. Every value counts, so that a negative one is a proof; that a positive one is not
 /// undercut rests on the halving.
 template <class At>
 class BinaryScan {
@@ -47,9 +47,6 @@ class BinaryScan {
         }
     }
     Trial const& lowest() const { return lowest_; }
-    /// Minima other than at the compositions left out.
-    std::vector<Trial> const& minima() const { return minima_; }
-    long evaluations = 0;
 
   private:
     struct Branch {
@@ -66,7 +63,6 @@ class BinaryScan {
         return {b.t, b.rho, {w, 1 / (1 + std::exp(L))}};
     }
     Node node(Long L) {
-        ++evaluations;
         const Long e = std::exp(-std::fabs(L)), major = 1 / (1 + e), minor = e / (1 + e);
         const Long ln_major = -std::log1p(e), ln_minor = -std::fabs(L) + ln_major;
         const bool up = L > 0;
@@ -96,7 +92,7 @@ class BinaryScan {
         const Node m = node((a.L + b.L) / 2);
         bool split = a.n != b.n || a.n != m.n, flat = !split;
         for (int r = 0; r < a.n && flat; ++r)  // to rounding
-            flat = std::max({std::fabs(a.b[r].s), std::fabs(m.b[r].s), std::fabs(b.b[r].s)}) < 1e-16L;
+            for (Node const* q : {&a, &m, &b}) flat = flat && std::fabs(q->b[r].s) < 1e-16L;
         if (flat) return;
         for (int r = 0; r < a.n && !split; ++r) {
             const Long sa = a.b[r].s, sm = m.b[r].s, sb = b.b[r].s;
@@ -135,13 +131,11 @@ class BinaryScan {
             }
             (m.b[r].s < 0 ? a : b) = m;
         }
-        minima_.push_back(trial(a.L, a.b[r].t < b.b[r].t ? a.b[r] : b.b[r]));
     }
 
     At const& at_;
     Long P_, mu_[2];
     Trial lowest_;
-    std::vector<Trial> minima_;
 };
 
 }  // namespace judge

@@ -16,7 +16,6 @@ namespace judge {
 /// p/(RT) = 1/(v − B) − A/((v + d1·B)(v + d2·B)), A = a/(RT).
 struct Cubic {
     int n = 0;
-    double d1 = 0, d2 = 0;                 // of doubles only where exact; see At for √2
     bool pr = false;
     Values<double> Tc{}, b{}, omega{}, M{};
     double k[kMax][kMax] = {}, l[kMax][kMax] = {};
@@ -31,7 +30,8 @@ struct Cubic {
             Tc[i] = c.param(1);
             b[i] = c.param(2);
             omega[i] = c.param(3);
-            if (c.param(4) != 0 || c.param(8) != 0) throw std::runtime_error("not the standard alpha");
+            if (c.param(4) != 0 || c.param(8) != 0)
+                throw std::runtime_error("not the standard alpha");
             for (int j = 0; j < i; ++j) {
                 k[i][j] = k[j][i] = m.param(0, i, j);
                 l[i][j] = l[j][i] = m.param(1, i, j);
@@ -65,14 +65,15 @@ struct Cubic {
                     : c.omega[i] <= 0.491
                         ? 0.37464 + o * (1.54226 - 0.26992 * o)
                         : 0.379642 + o * (1.48503 + o * (-0.164423 + 0.016666 * o));
-                // Not below zero: beyond its zero the square rises again, with the sign of the root
+                // √α: of both signs, but α beyond its zero rises again
                 root[i] = (1 + slope * (1 - sqrt(Tr)));
                 root[i] = (root[i] < 0 ? -root[i] : root[i]) * sqrt(q * c.b[i] / Tr);
             }
             for (int i = 0; i < n_; ++i)
                 for (int j = 0; j < n_; ++j) {
                     a_[i][j] = root[i] * root[j] * (i == j ? Real(1) : 1 - Real(c.k[i][j]));
-                    b_[i][j] = (Real(c.b[i]) + c.b[j]) / 2 * (i == j ? Real(1) : 1 - Real(c.l[i][j]));
+                    b_[i][j] =
+                        (Real(c.b[i]) + c.b[j]) / 2 * (i == j ? Real(1) : 1 - Real(c.l[i][j]));
                 }
         }
         int size() const { return n_; }

@@ -14,8 +14,8 @@ namespace judge {
 /// p/(RT) at mole fractions x; select(x, roots, on), which
 /// leaves those that are phases, on: the rising branches that they lie on, from 1.
 ///
-/// Roots are searched in double on a geometric mesh, 5 % in density between 2 % of the limit and the limit, a
-/// factor of 1.4 below; cells in which the isotherm is flat, or turns round close to P, by 32 more;
+/// Roots are searched in double on a geometric mesh, 5 % in density between 2 % of the limit and the
+/// limit, a factor of 1.4 below; cells in which the isotherm is flat, or turns round close to P, by 32 more;
 /// each is halved, then polished in Real. Of several, the first and the last one are taken, up to
 /// the end of the last of `branches` rising branches.
 template <template <class> class Psi, class Parameters, class Real, int kBranches>
@@ -65,12 +65,13 @@ class EnergyAt {
                               (k + 1 < r.size() && (p[k + 1] - p[k] > 0) != up);
             const bool crossing = (p[k - 1] < target) != (p[k] < target);
             const double close = std::min(std::fabs(p[k] - target), std::fabs(p[k - 1] - target));
-            if ((crossing && std::fabs(flat) < 0.7) || (!crossing && turn && close < 0.2 * target)) {
+            if (crossing ? std::fabs(flat) < 0.7 : turn && close < 0.2 * target) {
                 double a = r[k - 1], pa = p[k - 1];
                 for (int j = 1; j <= 32; ++j) {
                     const double b = j == 32 ? r[k] : a * std::exp(std::log(r[k] / r[k - 1]) / 32);
                     const double pb = j == 32 ? p[k] : pressure(b);
-                    if (pa < target && pb >= target) found.push_back(halved(pressure, target, a, b));
+                    if (pa < target && pb >= target)
+                        found.push_back(halved(pressure, target, a, b));
                     a = b, pa = pb;
                 }
             } else if (p[k - 1] < target && p[k] >= target)

@@ -53,7 +53,9 @@ struct MultiFluid {
       public:
         Psi(MultiFluid const& c, Real T) : c_(&c), T_(T) {}
         int size() const { return c_->n; }
-        double limit(Real const* x) const { return 4 / static_cast<double>(reduced<Real>(x).second); }
+        double limit(Real const* x) const {
+            return 4 / static_cast<double>(reduced<Real>(x).second);
+        }
         /// The isotherm may rise inside its loop, and once more beyond the liquid, at δ > 3: the
         /// vapour is on the first rising branch, the liquid the first root beyond
         /// δ = 1 + 0.4·√(1 − T/T_r), as the model says.

@@ -31,8 +31,9 @@ enum class Given {
 ///     (m_i(a) − m_i(b))/d = 0,    [P(a) − P(b) − Σ u_i·(m_i(a) − m_i(b))]/(d³·Σ u_i) = 0,
 ///
 /// which the trivial solution does not satisfy, then p and where the composition z lies. 1/d³ costs
-/// 113 bits nothing that matters down to phases that differ by 1e-7. Variables ln a_i, ln b_i (where x is given
-/// the total density of a) and ln T; Jacobian by forward differences of 1e-7·d.
+/// 113 bits nothing that matters down to phases that differ by 1e-5. Variables ln a_i, ln b_i (where
+/// x is given the total density of a) and ln T; Jacobian by forward differences of 1e-7·d, or
+/// central ones of 1e-3·d where d < 1e-3.
 template <class Equation>
 class PairNewton {
   public:
@@ -52,6 +53,7 @@ class PairNewton {
     Phase<Quad> const& b() const { return b_; }
     Values<Quad> const& mu() const { return mu_; }     ///< m_i of both
     int iterations() const { return iterations_; }
+    double uncertainty() const { return uncertainty_; }  ///< of ln rho_i; 0 beside a double's
 
     /// Starts at the phases a and b; a must have the composition where that is given.
     bool solve(Phase<Quad> const& a, Phase<Quad> const& b) {
@@ -73,13 +75,19 @@ class PairNewton {
         for (iterations_ = 1; iterations_ <= 60; ++iterations_) {
             const Quad d = distance();
             if (!(d > first / 1000)) return false;  // running into the trivial solution
-            const Quad scale = d < 1 ? d : Quad(1), h = Quad(1e-7) * scale;
+            const Quad scale = d < 1 ? d : Quad(1);
+            const bool close = d < Quad(1e-3);
+            const Quad h = (close ? Quad(1e-3) : Quad(1e-7)) * scale;
             for (int j = 0; j < N; ++j) {
                 const Quad keep = y[j];
-                y[j] += h;
-                if (!equations(y, G)) return false;
+                for (int side = close ? -1 : 1; side <= 1; side += 2) {
+                    y[j] = keep + side * h;
+                    if (!equations(y, G)) return false;
+                    for (int i = 0; i < N; ++i)
+                        J[i][j] = side < 0 ? G[i] : (G[i] - (close ? J[i][j] : F[i]));
+                }
+                for (int i = 0; i < N; ++i) J[i][j] /= close ? 2 * h : h;
                 y[j] = keep;
-                for (int i = 0; i < N; ++i) J[i][j] = (G[i] - F[i]) / h;
             }
             for (int i = 0; i < N; ++i) G[i] = -F[i];
             if (!eliminate(J, G, N)) return false;
@@ -92,6 +100,11 @@ class PairNewton {
             // A factor of 1e-7 a step, until rounding is reached.
             if (size < Quad(1e-26) * scale || (size < Quad(1e-10) * scale && size > last / 4))
                 return true;
+            // Phases nearer than 1e-4 leave steps of rounding: that is how well they are known.
+            if (iterations_ > 3 && d < Quad(1e-4) && size < Quad(1e-4) * d) {
+                uncertainty_ = 20 * double(size);
+                return true;
+            }
             last = size;
         }
         return false;
@@ -131,7 +144,8 @@ class PairNewton {
         Values<Quad> xa, xb, ha, hb;
         const Quad ra = a_.total(n_), rb = b_.total(n_);
         for (int i = 0; i < n_; ++i) xa[i] = a_.rho[i] / ra, xb[i] = b_.rho[i] / rb;
-        const Quad Pa = at_.state(ra, xa.data(), ha.data()), Pb = at_.state(rb, xb.data(), hb.data());
+        const Quad Pa = at_.state(ra, xa.data(), ha.data());
+        const Quad Pb = at_.state(rb, xb.data(), hb.data());
         const Quad d = distance();
         Quad dP = Pa - Pb;
         for (int i = 0; i < n_; ++i) {
@@ -173,6 +187,7 @@ class PairNewton {
     Quad T_, P_ = 0, sum_ = 0, beta_ = 0;
     Phase<Quad> a_, b_;
     int iterations_ = 0;
+    double uncertainty_ = 0;
 };
 
 }  // namespace judge

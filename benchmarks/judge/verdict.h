@@ -29,8 +29,9 @@ enum class Fault {
     stable     ///< called unstable, but no trial phase lowers the energy
 };
 constexpr int kFaults = 11;
-constexpr char const* kFaultNames[kFaults] = {"right", "input",    "no pair",  "far",      "x far", "bound",
-                                              "kind",  "unstable", "slightly", "fraction", "stable"};
+constexpr char const* kFaultNames[kFaults] = {"right",    "input",    "no pair",  "far",
+                                              "x far",    "bound",    "kind",     "unstable",
+                                              "slightly", "fraction", "stable"};
 
 /// A relative error of p or T, or error of a mole fraction, that nobody would call right.
 constexpr double kFar = 1e-6;
@@ -135,7 +136,8 @@ class Court {
         return 0;
     }
 
-    Verdict flash(double p, double T, Vector<double> const& z, corvane::FlashResult const& q) const {
+    Verdict flash(double p, double T, Vector<double> const& z,
+                  corvane::FlashResult const& q) const {
         Verdict v;
         const std::size_t phases = q.phases.size();
         if (q.T != T || q.p != p || phases == 0) return v.fault = Fault::input, v;
@@ -255,9 +257,9 @@ class Court {
                                                    {rho, c.rho_error},
                                                    {apart, c.apart_error}};
         // Beside the bound, every number of a result is rounded once to a double.
-        const double eps = std::numeric_limits<double>::epsilon();
+        const double eps = std::numeric_limits<double>::epsilon(), u = pair.uncertainty();
         for (auto const& [error, bound] : pairs) {
-            const double rounding = &error == &pairs[3].first ? 4 * eps / double(d) : eps;
+            const double rounding = &error == &pairs[3].first ? (4 * eps + u) / double(d) : eps + u;
             if (error > rounding) v.ratio = std::max(v.ratio, (error - rounding) / bound);
         }
         if (v.fault == Fault::none && !(v.ratio <= 1)) v.fault = Fault::bound;

@@ -18,7 +18,8 @@ using judge::Long;
 using judge::Quad;
 using judge::Values;
 
-Mixture loaded(char const* eos, char const* a, char const* b, char const* mth = "vdW1", int set = 1) {
+Mixture loaded(char const* eos, char const* a, char const* b, char const* mth = "vdW1",
+               int set = 1) {
     Mixture m(attachN(eos, mth));
     m->alloc(2, eos);
     m->mdl1[0]->name(a);
@@ -141,11 +142,13 @@ void agrees(ModelN const& m, double T, std::vector<double> const& densities) {
 TEST(JudgeEquations, AgreeWithTheModelsAndWithGibbsAndDuhem) {
     for (char const* eos : {"PR", "SRK"})
         agrees<Cubic>(*loaded(eos, "decane", "mercury"), 700, {1e-9, 1e-4, 2e-3, 6e-3, 1e-2});
-    for (auto const& [a, b] : {std::pair{"methane", "propane"}, {"ethanol", "butane"}, {"methanol", "water"}})
+    for (auto const& [a, b] :
+         {std::pair{"methane", "propane"}, {"ethanol", "butane"}, {"methanol", "water"}})
         agrees<judge::PcSaft>(*loaded("PCSAFT", a, b, "LB", -1), 330, {1e-9, 1e-4, 2e-3, 0.011});
     for (auto const& [a, b] : {std::pair{"methane", "propane"}, {"nitrogen", "methane"}})
         agrees<judge::MultiFluid>(*loaded("MEOS", a, b, "GERG", 8), 300, {1e-9, 1e-4, 2e-3, 0.011});
-    agrees<judge::MultiFluid>(*loaded("MEOS", "water", "decane", "GERG", 8), 300, {1e-9, 1e-4, 0.007});
+    agrees<judge::MultiFluid>(*loaded("MEOS", "water", "decane", "GERG", 8), 300,
+                              {1e-9, 1e-4, 0.007});
 }
 
 TEST(JudgeCourt, KnowsStatesOfKnownStability) {
@@ -171,7 +174,8 @@ TEST(JudgeCourt, KnowsStatesOfKnownStability) {
 }
 
 // Pressures of a march of the equations of coexistence to the critical point, in variables and with
-// integrals in which the trivial solution does not exist: heptane 0.0367 + pentane, SRK, Tc 473.4649651.
+// integrals in which the trivial solution does not exist: heptane 0.0367 + pentane, SRK, with
+// Tc = 473.4649651 K.
 TEST(JudgeCourt, FindsPhasesNextToTheCriticalPointAndNoticesWhatIsWrong) {
     const Mixture m = loaded("SRK", "heptane", "pentane");
     const Cubic cubic(*m);
@@ -188,7 +192,10 @@ TEST(JudgeCourt, FindsPhasesNextToTheCriticalPointAndNoticesWhatIsWrong) {
     double T = 470;
     const struct {
         double below, p;
-    } rows[] = {{Tc - 472.2, 3.331992943}, {0.1, 3.379881001}, {1e-2, 3.382352486}, {1e-4, 3.382450330}};
+    } rows[] = {{Tc - 472.2, 3.331992943},
+                {0.1, 3.379881001},
+                {1e-2, 3.382352486},
+                {1e-4, 3.382450330}};
     for (auto const& row : rows) {
         while (T < Tc - row.below) {
             const double next = std::max(row.below, 0.7 * (Tc - T));
