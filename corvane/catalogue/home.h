@@ -13,13 +13,15 @@ namespace corvane {
 /// asked, which file (and line, where one is at fault) and what there is instead.
 class CORVANE_API OpenFailure : public std::runtime_error {
   public:
-    explicit OpenFailure(std::string const& sentence, std::string file = "")
-        : std::runtime_error(sentence), file_(std::move(file)) {}
-    /// The file at fault, or "" where none is.
+    explicit OpenFailure(std::string const& sentence, std::string file = "", int line = 0)
+        : std::runtime_error(sentence), file_(std::move(file)), line_(line) {}
+    /// The file at fault, or "" where none is, and its line, 0 where none is to blame.
     std::string const& file() const { return file_; }
+    int line() const { return line_; }
 
   private:
     std::string file_;
+    int line_;
 };
 
 /// A data home. The directory is made absolute, so that it stays right when the process changes its

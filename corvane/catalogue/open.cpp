@@ -1,5 +1,6 @@
 #include <corvane/catalogue/open.h>
 #include <corvane/catalogue/substances.h>
+#include <corvane/core/file_error.h>
 #include <corvane/core/files.h>
 #include <corvane/core/text.h>
 #include <corvane/mixture/loading.h>
@@ -32,6 +33,8 @@ void reading(std::string const& what, std::string const& file, F f) {
     };
     try {
         f();
+    } catch (FileError const& e) {
+        throw OpenFailure(what + ": " + e.what(), e.path.empty() ? file : e.path, e.line);
     } catch (ThException const& e) {
         fail(trimmed(e.message()));
     } catch (MthException const& e) {

@@ -110,7 +110,7 @@ TEST(Open, RefusesInOneSentenceThatNamesTheCulprit) {
              Row{"not one substance", [] { corvane::open("PR", "C4H10O"); }},
              Row{"no set 77 for propane; sets: 1", [] { corvane::open("PR", "propane", {77, {}}); }},
              Row{"no parameters for", [] { corvane::open("MEOS", "aniline"); }},
-             Row{"PR/propane;1", [&] { corvane::open("PR", "propane", {0, bad}); }},
+             Row{"PR/propane;1, line 3", [&] { corvane::open("PR", "propane", {0, bad}); }},
              Row{"libthJUNK.dll", [&] { corvane::open("JUNK", "propane", {0, bad}); }},
              Row{"nowhere does not hold CorvaneS", [] { DataHome("nowhere"); }},
              Row{"is not an equation with a mixing", [] { corvane::open_mixture("PR", {"argon"}); }},
