@@ -18,6 +18,7 @@
 #include <corvane/equilibria/ffinit.h>
 #include <corvane/equilibria/list_different.h>
 #include <corvane/ideal/ideal.h>
+#include <corvane/ideal/load_ideal.h>
 #include <corvane/input/input.h>
 #include <corvane/mixture/heat_capacity.h>
 #include <corvane/mixture/loading.h>

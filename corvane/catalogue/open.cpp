@@ -3,6 +3,7 @@
 #include <corvane/core/file_error.h>
 #include <corvane/core/files.h>
 #include <corvane/core/text.h>
+#include <corvane/ideal/load_ideal.h>
 #include <corvane/mixture/loading.h>
 #include <corvane/phases/validity.h>
 
@@ -65,15 +66,18 @@ void check_critical_point(Model1 const& model, std::string const& file) {
             throw OpenFailure(file + " has no usable critical point", file);
 }
 
-/// Loads the ideal-gas table of a model; false if there is none.
-bool load_ideal(DataHome const& home, Model1& model) {
-    const std::string file = (home.tree() / "ideal" / model.name()).string();
-    if (!is_file_name(model.name()) || file_contents(file.c_str()).empty()) return false;
-    reading("the ideal-gas table", file, [&] {
-        model.ideal.load();
-        model.ideal.CVm(298.15);  // an empty table is found out here
-    });
-    return true;
+/// Loads the ideal-gas table that belongs to a model's parameter set, and returns its notes;
+/// nothing if there is none. Within a ReadingFrom the home.
+std::optional<IdealNotes> load_ideal_of(DataHome const& home, Model1& model) {
+    if (!is_file_name(model.name())) return std::nullopt;
+    const std::string table = ideal_table(model);
+    const std::string file = (home.directory() / table).string();
+    auto notes = ideal_notes(file);
+    if (notes) reading("the ideal-gas table", file, [&] {
+            load_ideal(model);
+            model.ideal.CVm(298.15);  // an empty table is found out here
+        });
+    return notes;
 }
 
 std::string parameter_file(DataHome const& home, std::string const& equation,
@@ -146,7 +150,7 @@ Fluid open(std::string const& equation, std::string const& substance, FluidOptio
     const std::string file = parameter_file(home, fluid.equation, fluid.substance, fluid.set);
     reading("the parameters cannot be read", file, [&] { model.load(fluid.equation.c_str()); });
     check_critical_point(model, file);
-    if (load_ideal(home, model)) fluid.ideal = ideal_notes(home, model.name());
+    fluid.ideal = load_ideal_of(home, model);
     return fluid;
 }
 
@@ -201,7 +205,7 @@ Mixture open_mixture(std::string const& name, std::vector<std::string> const& co
         Model1& component = *model.mdl1[i];
         check_critical_point(component, parameter_file(home, *mixture.equation, component.name(),
                                                        component.id()));
-        mixture.ideal = load_ideal(home, component) && mixture.ideal;
+        mixture.ideal = load_ideal_of(home, component).has_value() && mixture.ideal;
     }
     return mixture;
 }

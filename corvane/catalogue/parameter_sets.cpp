@@ -140,9 +140,8 @@ ParameterNotes parameter_notes(DataHome const& home, std::string const& equation
     return notes;
 }
 
-std::optional<IdealNotes> ideal_notes(DataHome const& home, std::string const& substance) {
-    const fs::path file = home.tree() / "ideal" / substance;
-    if (!is_file_name(substance) || access(file.c_str(), R_OK) != 0) return std::nullopt;
+std::optional<IdealNotes> ideal_notes(std::string const& file) {
+    if (access(file.c_str(), R_OK) != 0) return std::nullopt;
     const std::string text = file_contents(file.c_str());
     IdealNotes notes{kUnknown, kUnknown, kUnknown, kUnknown, ""};
     std::string_view lines = text;

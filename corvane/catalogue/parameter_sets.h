@@ -55,8 +55,7 @@ struct IdealNotes {
     std::string source;
 };
 
-/// Notes of <tree>/ideal/<substance>, or nothing if there is no table.
-CORVANE_API std::optional<IdealNotes> ideal_notes(DataHome const& home,
-                                                  std::string const& substance);
+/// Notes of an ideal-gas table, or nothing if there is no such file.
+CORVANE_API std::optional<IdealNotes> ideal_notes(std::string const& file);
 
 }  // namespace corvane

@@ -45,9 +45,12 @@ struct Ideal::Value {
 
 void Ideal::load() {
     if (!model_) throw ThException(th_cannot_open);
-    const corvane::CLocale c_numbers;
     corvane::check_name(model_->name());
-    const std::string path = corvane::path_of("./CorvaneS/ideal/%s", model_->name());
+    read(corvane::path_of("./CorvaneS/ideal/%s", model_->name()));
+}
+
+void Ideal::read(std::string const& path) {
+    const corvane::CLocale c_numbers;
     corvane::File file = corvane::open_file(path);
     FILE* f = file.get();
     int n = 0;

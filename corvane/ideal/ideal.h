@@ -4,7 +4,13 @@
 #include <corvane/core/containers.h>
 #include <corvane/core/owner.h>
 
+#include <string>
+
 class Model1;
+
+namespace corvane {
+CORVANE_API std::string load_ideal(Model1& model);
+}
 
 /// Table of ideal-gas heat capacities with a cubic spline through it and the exact integrals of the
 /// spline. All results are reduced: heat capacities and entropies by R, energies by R·T. Until
@@ -42,6 +48,9 @@ class CORVANE_API Ideal {
     double Um(double T) const;   ///< U°/(RT)
 
   private:
+    friend std::string corvane::load_ideal(Model1& model);
+    void read(std::string const& path);
+
     struct Value;  // cv, U and S at a temperature
     Value at(double T) const;
     int segment(double T) const;

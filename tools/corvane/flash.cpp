@@ -138,6 +138,7 @@ std::vector<Row> FlashCommand::rows_of(MixtureFluid const& mixture, FlashResult 
         row.cells.emplace_back(u.from_library(Quantity::density, result.rho));
         row.cells.insert(row.cells.end(), certificate.cells.begin(), certificate.cells.end());
         row.note = certificate.note;
+        add_note(row.note, ideal_extrapolated(mixture, result.T, u));
         rows.push_back(std::move(row));
     }
     return rows;

@@ -151,6 +151,7 @@ Row MixtureCommand::row(MixtureFluid const& mixture, double T_, double rho_,
         result.cells.emplace_back(molar.from_library(Quantity::volume, each.v[i]));
     }
     if (!(P_rho > 0.0)) result.note = "mechanically unstable";
+    add_note(result.note, ideal_extrapolated(mixture, T_, u));
     return result;
 }
 

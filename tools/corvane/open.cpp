@@ -5,6 +5,8 @@
 #include <tools/corvane/suggest.h>
 #include <tools/corvane/text.h>
 
+#include <corvane/ideal/load_ideal.h>
+
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -100,11 +102,13 @@ void locate(FluidRequest& request) {
 }
 
 void load_ideal(Fluid& fluid) {
-    fluid.ideal = ideal_notes(fluid.model->name());
+    Model1& model = *fluid.model;
+    const std::string path = corvane::ideal_table(model);
+    fluid.ideal = ideal_notes(path);
     if (!fluid.ideal) return;
-    asking(fmt::format("ideal-gas table CorvaneS/ideal/{}", fluid.model->name()), [&] {
-        fluid.model->ideal.load();
-        fluid.model->ideal.CVm(298.15);  // an empty table is found out here
+    asking("ideal-gas table " + path, [&] {
+        corvane::load_ideal(model);
+        model.ideal.CVm(298.15);  // an empty table is found out here
     });
 }
 
@@ -180,23 +184,33 @@ Heading heading(std::string const& command, Fluid const& fluid, Units const& uni
     return result;
 }
 
-std::string extrapolated(Fluid const& fluid, double T, double p, bool with_ideal,
-                         Units const& units) {
-    ParameterNotes const& range = fluid.notes;
+std::string beyond(IdealNotes const& gas, double T, Units const& units) {
+    const double low = std::fmax(gas.Tmin, gas.first), high = std::fmin(gas.Tmax, gas.last);
+    const auto text = [&](char const* words, double limit) {
+        return fmt::format("ideal-gas data {} {}", words, units.text(Quantity::temperature, limit));
+    };
+    return below(T, low) ? text("below", low) : above(T, high) ? text("above", high) : "";
+}
+
+std::string beyond(ParameterNotes const& range, double T, double p, Units const& units) {
     std::string limits;
-    const auto add = [&](bool beyond, char const* words, Quantity quantity, double limit) {
-        if (beyond)
+    const auto add = [&](bool outside, char const* words, Quantity quantity, double limit) {
+        if (outside)
             limits += fmt::format("{}{} {}", limits.empty() ? "" : ", ", words,
                                   units.text(quantity, limit));
     };
     add(below(T, range.Tmin), "below", Quantity::temperature, range.Tmin);
     add(above(T, range.Tmax), "above", Quantity::temperature, range.Tmax);
     add(above(p, range.pmax), "above", Quantity::pressure, range.pmax);
+    return limits;
+}
+
+std::string extrapolated(Fluid const& fluid, double T, double p, bool with_ideal,
+                         Units const& units) {
+    std::string limits = beyond(fluid.notes, T, p, units);
     if (with_ideal && fluid.ideal) {
-        IdealNotes const& gas = *fluid.ideal;
-        const double low = std::fmax(gas.Tmin, gas.first), high = std::fmin(gas.Tmax, gas.last);
-        add(below(T, low), "ideal-gas data below", Quantity::temperature, low);
-        add(above(T, high), "ideal-gas data above", Quantity::temperature, high);
+        const std::string gas = beyond(*fluid.ideal, T, units);
+        if (!gas.empty()) limits += (limits.empty() ? "" : ", ") + gas;
     }
     return limits.empty() ? "" : "extrapolated: " + limits;
 }

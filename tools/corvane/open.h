@@ -48,6 +48,12 @@ Heading heading(std::string const& command, Fluid const& fluid, Units const& uni
 std::string extrapolated(Fluid const& fluid, double T, double p, bool with_ideal,
                          Units const& units);
 
+/// "below …, above …" when (T, p) lies outside a stated range; "" otherwise.
+std::string beyond(ParameterNotes const& range, double T, double p, Units const& units);
+
+/// "ideal-gas data above …" when T lies outside their stated range; "" otherwise.
+std::string beyond(IdealNotes const& gas, double T, Units const& units);
+
 /// Appends a note to what is there.
 void add_note(std::string& notes, std::string const& note);
 

@@ -6,6 +6,7 @@
 #include <tools/corvane/suggest.h>
 #include <tools/corvane/text.h>
 
+#include <corvane/ideal/load_ideal.h>
 #include <corvane/mixture/loading.h>
 #include <corvane/phases/validity.h>
 
@@ -216,12 +217,22 @@ MixtureFluid open_mixture(MixtureRequest const& request) {
     mixture.validity = corvane::validity(model, mixture.estimated);
     mixture.ideal = true;
     for (int i = 0; i < n; ++i) try {
-            model.mdl1[i]->ideal.load();
+            const auto gas = ideal_notes(corvane::load_ideal(*model.mdl1[i]));
             model.mdl1[i]->ideal.CVm(298.15);
+            mixture.gases.push_back(gas.value());
         } catch (ThException const&) {
             mixture.ideal = false;
         }
     return mixture;
+}
+
+std::string ideal_extrapolated(MixtureFluid const& mixture, double T, Units const& units) {
+    std::string text;
+    for (std::size_t i = 0; mixture.ideal && i < mixture.gases.size(); ++i)
+        if (const std::string gas = beyond(mixture.gases[i], T, units); !gas.empty())
+            add_note(text, fmt::format("extrapolated: {} of {}", gas,
+                                       mixture.component(static_cast<int>(i))));
+    return text;
 }
 
 MixtureFluid open_binary(MixtureRequest const& request) {

@@ -1,6 +1,7 @@
 // From "PR+vdW1 methane=0.7 propane=0.3" to a loaded mixture.
 #pragma once
 
+#include <tools/corvane/parameter_file.h>
 #include <tools/corvane/program.h>
 #include <tools/corvane/table.h>
 #include <tools/corvane/units.h>
@@ -36,6 +37,7 @@ struct MixtureFluid {
     std::vector<std::pair<int, int>> estimated;  ///< pairs without a file
     corvane::Validity validity;                  ///< for the flags of certificates
     bool ideal = false;                          ///< every component has an ideal-gas table
+    std::vector<IdealNotes> gases;               ///< of the tables, if every component has one
     std::vector<std::pair<int, int>> given;      ///< pairs with kij from the command line
     bool normalised = false;                     ///< the fractions given did not sum to 1
     bool composed = true;                        ///< fractions were given; else x is even
@@ -53,6 +55,9 @@ struct MixtureFluid {
 /// Attaches the model and loads pairs and components from the data home; a pair without a file is
 /// estimated by the mixing theory. @throws Misuse a composition that makes no sense; Failure
 MixtureFluid open_mixture(MixtureRequest const& request);
+
+/// Which components' ideal-gas data do not reach T: "extrapolated: …"; "" if all do.
+std::string ideal_extrapolated(MixtureFluid const& mixture, double T, Units const& units);
 
 /// The same for two components without mole fractions. @throws Misuse others
 MixtureFluid open_binary(MixtureRequest const& request);

@@ -26,9 +26,12 @@ void read_numbers(std::string const& text, std::initializer_list<double*> values
 }  // namespace
 
 ParameterNotes parameter_notes(std::string const& eos, std::string const& substance, int set) {
+    return notes_in("CorvaneS/parameters/" + eos + '/' + substance + ';' + std::to_string(set));
+}
+
+ParameterNotes notes_in(std::string const& path) {
     ParameterNotes notes{"", "", kUnknown, kUnknown, kUnknown, kUnknown, kUnknown, kUnknown};
-    const auto lines =
-        tree_lines("CorvaneS/parameters/" + eos + '/' + substance + ';' + std::to_string(set));
+    const auto lines = tree_lines(path);
     if (!lines) return notes;
     std::string rest;
     for (std::size_t k = 0; k < lines->size(); ++k) {
@@ -42,8 +45,8 @@ ParameterNotes parameter_notes(std::string const& eos, std::string const& substa
     return notes;
 }
 
-std::optional<IdealNotes> ideal_notes(std::string const& substance) {
-    const auto lines = tree_lines("CorvaneS/ideal/" + substance);
+std::optional<IdealNotes> ideal_notes(std::string const& path) {
+    const auto lines = tree_lines(path);
     if (!lines) return std::nullopt;
     IdealNotes notes{kUnknown, kUnknown, kUnknown, kUnknown, ""};
     std::string rest, number;
