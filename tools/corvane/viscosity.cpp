@@ -2,6 +2,7 @@
 #include <tools/corvane/commands.h>
 #include <tools/corvane/errors.h>
 #include <tools/corvane/numbers.h>
+#include <tools/corvane/open.h>
 #include <tools/corvane/options.h>
 #include <tools/corvane/properties.h>
 #include <tools/corvane/rows.h>
@@ -23,17 +24,19 @@ struct ViscosityCommand {
 
   private:
     Row row(Fluid const& fluid, double T_, std::optional<double> p_) const;
+    ParameterNotes dilute_, friction_;
 };
 
 constexpr char kUnit[] = "uPa s";
 
+std::string friction_file(Model1 const& model, int id) {
+    return fmt::format("models/viscosity/friction_theory/{}/{};{}", model.eos(), model.name(), id);
+}
+
 /// The friction-theory set to use: they bear the number of the parameter set that they were made
 /// with, and with another one they may be a third off. @throws Failure
 int friction_set(Model1 const& model) {
-    const auto exists = [&](int id) {
-        return std::filesystem::exists(fmt::format("models/viscosity/friction_theory/{}/{};{}",
-                                                   model.eos(), model.name(), id));
-    };
+    const auto exists = [&](int id) { return std::filesystem::exists(friction_file(model, id)); };
     if (exists(model.id())) return model.id();
     for (int id = 1; id <= 9; ++id)
         if (exists(id))
@@ -52,7 +55,12 @@ Row ViscosityCommand::row(Fluid const& fluid, double T_, std::optional<double> p
     Units const& u = options.units;
     const double eta0 = model.visco.eta0(T_);
     Row row{{u.from_library(Quantity::temperature, T_)}, ""};
+    const auto flag = [&](char const* what, ParameterNotes const& range, double at) {
+        const std::string limits = beyond(range, T_, at, u);
+        if (!limits.empty()) add_note(row.note, fmt::format("extrapolated: {} {}", what, limits));
+    };
     if (!p_) {
+        flag("dilute gas", dilute_, 0.0);
         row.cells.emplace_back(eta0);
         return row;
     }
@@ -66,6 +74,8 @@ Row ViscosityCommand::row(Fluid const& fluid, double T_, std::optional<double> p
          u.from_library(Quantity::density, roots.stable), eta, eta0,
          u.from_library(Quantity::pressure, pr), u.from_library(Quantity::pressure, pa)});
     row.note = extrapolated(fluid, T_, *p_, false, u);
+    flag("friction theory", friction_, *p_);
+    flag("dilute gas", dilute_, 0.0);
     return row;
 }
 
@@ -73,7 +83,9 @@ int ViscosityCommand::run() {
     Fluid fluid = options.open();
     Units const& units = options.units;
     Model1& model = *fluid.model;
-    asking(fmt::format("dilute-gas viscosity CorvaneS/viscosity/dilute/{}", model.name()), [&] { model.visco.load0(); });
+    const std::string dilute = fmt::format("CorvaneS/viscosity/dilute/{}", model.name());
+    asking("dilute-gas viscosity " + dilute, [&] { model.visco.load0(); });
+    dilute_ = notes_in(dilute);
     const auto temperatures = positive_points(T, "--T", Quantity::temperature, units);
     std::vector<std::optional<double>> pressures{std::nullopt};
     Heading head = heading("viscosity", fluid, units);
@@ -89,6 +101,7 @@ int ViscosityCommand::run() {
         model.visco.set_id(id);
         asking(fmt::format("friction-theory set {} of {} for {}", id, model.name(), model.eos()),
                [&] { model.visco.load1(model.eos()); });
+        friction_ = notes_in(friction_file(model, id));
         head.remarks.push_back(
             fmt::format("friction theory, set {}: {}", id, model.visco.comment()));
         table.columns.insert(
