@@ -23,6 +23,7 @@
 #include <corvane/mixture/heat_capacity.h>
 #include <corvane/mixture/loading.h>
 #include <corvane/mixture/modeln.h>
+#include <corvane/phases/anchored_solid.h>
 #include <corvane/phases/azeotrope.h>
 #include <corvane/phases/binary_diagram.h>
 #include <corvane/phases/certificate.h>
@@ -43,6 +44,7 @@
 #include <corvane/phases/validity.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
+#include <corvane/solid/fusion.h>
 #include <corvane/solid/solid.h>
 #include <corvane/state/phase_properties.h>
 #include <corvane/state/pure_state.h>

@@ -31,10 +31,10 @@ using Node = SolidFluidNode;
 class Tracer : SolidFluidStates {
   public:
     Tracer(ModelN const& model, int solid, bool at_T, double value, SolidFluidOptions const& o)
-        : SolidFluidStates(model, solid, at_T, value, o), joint_(fluid_, at_T, value) {}
+        : SolidFluidStates(model, solid, at_T, value, o), joint_(fluid_, o.anchored, at_T, value) {}
 
     SolidFluidPoint one(double T) {
-        if (!(T > 0.0) || T > pure_.pure(0).solid.Tmax()) throw ThException(th_out_of_range);
+        if (!(T > 0.0) || T > hottest_ * (1.0 + 1e-9)) throw ThException(th_out_of_range);
         const std::vector<Node> found = crossings(std::min(T, hottest_));
         for (Node const& q : found)
             if (q.point.stable) return q.point;
@@ -112,7 +112,7 @@ class Tracer : SolidFluidStates {
         }
         SolidState other;
         if (!first.freezing ||
-            !other.evaluate(fluid_.pure(1 - s_), start.point.p, start.point.T, false))
+            !other.evaluate(fluid_.pure(1 - s_), o_.anchored[1 - s_], start.point.p, start.point.T, false))
             return;
         SolidFluidLine line;  // the solid of the other component does not dissolve: one point
         line.solid = s_;
@@ -202,7 +202,7 @@ class Tracer : SolidFluidStates {
             End event = End::stuck;
             for (;; step *= 0.5) {
                 if (step < kShortest) {
-                    const double t = std::exp(last.u[2]), other = fluid_.pure(1 - s_).solid.Tmax();
+                    const double t = std::exp(last.u[2]), other = hottest(1 - s_);
                     return finish(at_T_                               ? End::stuck
                                   : t > (1 - 1e-4) * hottest_         ? End::solid_range
                                   : std::fabs(t / other - 1.0) < 1e-4 ? End::other_range

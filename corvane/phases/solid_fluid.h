@@ -5,14 +5,18 @@
 #include <corvane/phases/certificate.h>
 #include <corvane/phases/progress.h>
 
+#include <array>
 #include <vector>
 
 class ModelN;
 
 namespace corvane {
 
-/// A fluid above the pure solid of one component. The components' solid data must be loaded
-/// (mdl1[i]->solid.load()); a component without them never freezes.
+class AnchoredSolid;
+
+/// A fluid above the pure solid of one component. The solids are those of
+/// SolidFluidOptions::anchored, or where that is null of the components' sublimation data, which
+/// must be loaded (mdl1[i]->solid.load()); a component with neither never freezes.
 struct SolidFluidPoint {
     double T = 0.0, p = 0.0;  ///< K, MPa
     Vector<double> x;         ///< mole fractions of the fluid
@@ -20,7 +24,7 @@ struct SolidFluidPoint {
     double rho_solid = 0.0;   ///< mol/cm³
     int form = 0;             ///< index of the solid phase in Solid::sg
     bool stable = true;       ///< false: the fluid splits, or the other component freezes
-    /// dmu: difference of the potentials of the solid's component, fluid to Solid::Ge. tpd: of the
+    /// dmu: difference of the potentials of the solid's component, fluid to the solid. tpd: of the
     /// fluid, against fluids and the other component's solid. phases: the fluid, then the solids.
     Certificate certificate;
 };
@@ -51,6 +55,8 @@ struct SolidFluidLine {
 };
 
 struct SolidFluidOptions {
+    /// Solids anchored at the melting point, of components 0 and 1; must live as long as the call.
+    std::array<AnchoredSolid const*, 2> anchored{};
     double x_min = 1e-12;   ///< least mole fraction in the fluid
     double p_max = 1000.0;  ///< MPa, of isotherms
     double step = 1.0;  ///< factor of the longest steps: 0.05 in x, 0.5 in ln x, 0.02 in ln T, …
@@ -73,7 +79,7 @@ CORVANE_API SolidFluidPoint solubility(ModelN const& binary, int solid, double p
 /// where the fluid meets a second one, the line goes on with that.
 ///
 /// Newton's method and continuation in (ln rho_i, ln T), exact derivatives (those of the solid in T
-/// by Solid::He). Every point is tested against other fluids and the other component's solid;
+/// by Solid::He, or in closed form). Every point is tested against other fluids and the other component's solid;
 /// where that fails first, the eutectic or the point with two fluids is solved for, and the line
 /// ends there.
 /// @throws as solubility; EquilibriumFailure no_solution if there is no start

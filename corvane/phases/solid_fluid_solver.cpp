@@ -13,12 +13,23 @@ namespace {
 constexpr double kPotential = 1e-10, kStep = 1e-6;
 }  // namespace
 
-bool SolidState::evaluate(Model1 const& component, double p, double T, bool slope) {
+bool SolidState::evaluate(Model1 const& component, AnchoredSolid const* anchored, double p,
+                          double T, bool slope) {
     Solid const& data = component.solid;
-    if (data.sg.size() < 1 || !(T > 0.0) || !(T <= data.Tmax())) return false;
+    if (!anchored && (data.sg.size() < 1 || !(T > 0.0) || !(T <= data.Tmax()))) return false;
     try {
-        g = data.Ge(p, T, form, rho);
-        if (slope) g_T = -data.He(p, T);
+        if (anchored) {
+            const AnchoredSolid::State s = anchored->at(p, T, slope);
+            g = s.g;
+            g_T = s.g_T;
+            v = s.v;
+            rho = s.rho;
+            form = s.form;
+        } else {
+            g = data.Ge(p, T, form, rho);
+            v = 1.0 / rho;
+            if (slope) g_T = -data.He(p, T);
+        }
     } catch (ThException const&) {
         return false;
     } catch (MthException const&) {
@@ -27,8 +38,9 @@ bool SolidState::evaluate(Model1 const& component, double p, double T, bool slop
     return std::isfinite(g);
 }
 
-SolidFluidSolver::SolidFluidSolver(FluidModel const& fluid, bool at_T, double fixed)
-    : u(5), fluid_(fluid), at_T_(at_T), fixed_(fixed), jacobian_(25), r_(5) {
+SolidFluidSolver::SolidFluidSolver(FluidModel const& fluid, AnchoredSolids const& anchored,
+                                   bool at_T, double fixed)
+    : u(5), fluid_(fluid), anchored_(anchored), at_T_(at_T), fixed_(fixed), jacobian_(25), r_(5) {
     a.resize(2);
     b.resize(2);
 }
@@ -54,7 +66,8 @@ bool SolidFluidSolver::evaluate() {
         if (two) b.rho_i[i] = std::exp(u[2 + i]);
     }
     for (std::size_t k = 0; k < solids.size(); ++k)
-        if (!solid[k].evaluate(fluid_.pure(solids[k]), p, T, !at_T_)) return false;
+        if (!solid[k].evaluate(fluid_.pure(solids[k]), anchored_[solids[k]], p, T, !at_T_))
+            return false;
     return fluid_.evaluate(a, T, phase_all) && (!two || fluid_.evaluate(b, T, phase_all));
 }
 
@@ -67,7 +80,7 @@ void SolidFluidSolver::assemble() {
         const int c = solids[j];
         r_[k] = a.m[c] - solid[j].g;
         for (int i = 0; i < 2; ++i) J(i) = a.H[2 * c + i] * a.rho_i[i];
-        J(v) = at_T_ ? -p / (R * T * solid[j].rho) : a.m_T[c] - solid[j].g_T;
+        J(v) = at_T_ ? -p * solid[j].v / (R * T) : a.m_T[c] - solid[j].g_T;
     }
     for (PhaseState const* s : {&a, &b}) {
         if (s == &b && !two) break;

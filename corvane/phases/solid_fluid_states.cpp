@@ -40,20 +40,31 @@ SolidFluidStates::SolidFluidStates(ModelN const& model, int solid, bool at_T, do
       s_(solid),
       at_T_(at_T),
       value_(value),
-      solver_(fluid_, at_T, value),
+      solver_(fluid_, o.anchored, at_T, value),
       stability_(fluid_) {
-    Solid const& data = pure_.pure(0).solid;
-    if (data.sg.size() < 1) throw ThException(th_no_solid);
-    if (!(value > 0.0) || !std::isfinite(value) || (at_T && value > data.Tmax()) ||
+    hottest_ = hottest(s_);
+    if (!(hottest_ > 0.0)) throw ThException(th_no_solid);
+    if (!(value > 0.0) || !std::isfinite(value) || (at_T && value > hottest_) ||
         !(o.step > 0.0) || !std::isfinite(o.step) || !(o.x_min > 0.0) || !(o.p_max > 0.0) ||
         o.points < 2)
         throw ThException(th_out_of_range);
     solver_.solids = {s_};
-    hottest_ = data.Tmax() * (1.0 - 1e-12);  // its logarithm rounds
+    hottest_ *= 1.0 - 1e-12;  // its logarithm rounds
     coldest_ = 0.3 * hottest_;
-    auto const& last = data.sg[data.sg.size() - 1].x;
-    if (last.size() > 0) coldest_ = std::min(1.0 / last[last.size() - 1], 0.99 * hottest_);
+    if (AnchoredSolid const* anchored = o_.anchored[s_]) {
+        coldest_ = anchored->T_min();
+    } else {
+        Solid const& data = pure_.pure(0).solid;
+        auto const& last = data.sg[data.sg.size() - 1].x;
+        if (last.size() > 0) coldest_ = std::min(1.0 / last[last.size() - 1], 0.99 * hottest_);
+    }
     at_pure_.resize(1);
+}
+
+double SolidFluidStates::hottest(int component) const {
+    if (o_.anchored[component]) return o_.anchored[component]->T_max();
+    Solid const& data = fluid_.pure(component).solid;
+    return data.sg.size() > 0 ? data.Tmax() : 0.0;
 }
 
 void SolidFluidStates::fail(double T, std::string const& advice) const {
@@ -70,7 +81,7 @@ void SolidFluidStates::fail(double T, std::string const& advice) const {
 /// Potential of the pure fluid less that of the solid. False where one of them fails.
 bool SolidFluidStates::gap(double variable, double& value) {
     SolidState solid;
-    if (!solid.evaluate(pure_.pure(0), p(variable), T(variable), false) ||
+    if (!solid.evaluate(pure_.pure(0), o_.anchored[s_], p(variable), T(variable), false) ||
         !pure_.evaluate_at(at_pure_, p(variable), T(variable), {1.0}, Root::stable, phase_H))
         return false;
     solid_ = solid;
@@ -83,7 +94,10 @@ std::vector<PureSolidPoint> SolidFluidStates::pure_points() {
     double low = coldest_, high = hottest_, factor = 1.02;
     if (at_T_) {
         double psub = 0.0, v = 0.0, kappa = 0.0;
-        if (pure_.pure(0).solid.sge(value_, -1, psub, v, kappa) < 0) return found;
+        if (AnchoredSolid const* anchored = o_.anchored[s_])
+            psub = value_ < anchored->data().T ? anchored->sublimation(value_) : anchored->p_t();
+        else if (pure_.pure(0).solid.sge(value_, -1, psub, v, kappa) < 0)
+            return found;
         low = 0.5 * psub;
         high = o_.p_max;
         factor = 1.3;
@@ -153,7 +167,7 @@ void SolidFluidStates::certify_point(SolidFluidSolver const& solver, PhaseState 
     c.tpd = result.stable ? std::min(0.0, result.tpd) : result.tpd;
     q.freezing = false;
     SolidState other;
-    if (solver.solids.size() < 2 && other.evaluate(fluid_.pure(1 - s_), r.p, r.T, false)) {
+    if (solver.solids.size() < 2 && other.evaluate(fluid_.pure(1 - s_), o_.anchored[1 - s_], r.p, r.T, false)) {
         const double excess = other.g - a.m[1 - s_];
         q.freezing = excess < -Certificate::tpd_tolerance;
         if (q.freezing) c.tpd = std::min(c.tpd, excess);
@@ -167,7 +181,7 @@ void SolidFluidStates::certify_point(SolidFluidSolver const& solver, PhaseState 
 std::vector<SolidFluidNode> SolidFluidStates::crossings(double temperature) {
     std::vector<SolidFluidNode> found;
     SolidState solid;
-    if (!solid.evaluate(fluid_.pure(s_), value_, temperature, false)) return found;
+    if (!solid.evaluate(fluid_.pure(s_), o_.anchored[s_], value_, temperature, false)) return found;
     struct {
         bool known = false;
         double h = 0.0, z = 0.0, rho = 0.0;

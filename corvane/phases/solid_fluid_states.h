@@ -56,6 +56,9 @@ class SolidFluidStates {
     Stability stability_;
     double hottest_ = 0.0, coldest_ = 0.0;  // K: range of the solid's data
 
+    /// Highest temperature of a component's solid data, 0 without them.
+    double hottest(int component) const;
+
   private:
     bool gap(double variable, double& value);
     bool pure_point(double a, double fa, double b, double fb, PureSolidPoint& q);

@@ -165,7 +165,7 @@ TEST(CliEquilibria, CriticalPointsAndLines) {
 TEST(CliEquilibria, SolubilityTendsToTheSublimationPressure) {
     // x·p -> psub in a thin gas; at 2 kPa the first correction, p·(2B12 - B11 - vS)/RT, is 1e-3.
     const Json gas = rows("solubility PR+vdW1 nitrogen CO2 --solid CO2 --T 150 --p 2e-3")[0];
-    const Json solid = rows("solid PR CO2 --T 150")[0];
+    const Json solid = rows("solid PR CO2 --T 150 --solid-data fusion")[0];
     EXPECT_NEAR(value(gas, "x_carbon_dioxide") * 2e-3 / value(solid, "p"), 1, 2e-3);
     EXPECT_NEAR(value(gas, "rhoS") / value(solid, "rho"), 1, 1e-3);  // compressed
     const Json liquid =

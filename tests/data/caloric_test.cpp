@@ -1,6 +1,8 @@
 // Ideal-gas tables, reference states and solids.
 #include <corvane/core/constants.h>
+#include <corvane/equilibria/ffe1core.h>
 #include <corvane/pure/attach.h>
+#include <corvane/solid/fusion.h>
 #include <data/data_files.h>
 #include <support/vdw_model.h>
 
@@ -21,8 +23,10 @@ int atom_count(std::string const& name) {
 
 TEST(IdealTables, AreSmoothAndKeepTheLimitsOfEquipartition) {
     for (auto const& file : data::files("CorvaneS/ideal")) {
-        const std::string name = file.filename();
-        SCOPED_TRACE(name);
+        // Tables of a substance, and those of one parameter set in folders of the equation.
+        const std::string table_name = file.filename(),
+                          name = table_name.substr(0, table_name.find(';'));
+        SCOPED_TRACE(file);
         const auto all = data::lines(file);
         const int n = std::stoi(all.at(0));
         double T0 = 0, first = 0;
@@ -33,6 +37,11 @@ TEST(IdealTables, AreSmoothAndKeepTheLimitsOfEquipartition) {
             EXPECT_GT(row[0], T0);
             // Translation alone; 1 % for polynomials at the low end of their range.
             EXPECT_GT(row[1], 0.99 * 2.5 * R) << row[0];
+            // 3N − 6 vibrations, rotation and translation at most, within the source's range or
+            // beyond; anharmonicity and electrons add up to 5 % for halogens and oxygen.
+            if (const int N = atom_count(name); N > 0) {
+                EXPECT_LT(row[1], 1.05 * R * (N == 1 ? 2.5 : 3 * N - 1.5)) << row[0];
+            }
             T0 = row[0];
             if (i == 1) first = T0;
             table.push_back({row[0], row[1]});
@@ -52,6 +61,7 @@ TEST(IdealTables, AreSmoothAndKeepTheLimitsOfEquipartition) {
         EXPECT_EQ(all.at(n + 1), "");  // so that an added row without a new count shows
         EXPECT_EQ(data::numbers(data::labels(file).at("valid")).size(), 2u);
 
+        if (table_name != name) continue;
         VdwModel model(name.c_str());
         model.ideal.load();
         EXPECT_EQ(model.ideal.interval(first), 0);
@@ -157,11 +167,50 @@ TEST(SolidTables, ObeyClapeyronAndMeetTheTriplePoint) {
             // Phenol's source has the wrong sign, which its note says.
             EXPECT_LE(phase.v[n - 1], phase.v[0] * (name == "phenol" ? 1.012 : 1.0));
         }
-        // Phenanthrene's source is 20 % above its vapour pressure.
         if (s.ptriple > 0) {
-            EXPECT_NEAR(solid.sg[0].p0, s.ptriple, 0.21 * s.ptriple);
+            // Acetic acid's is that of the reference equation, 17 % below the measured curve.
+            EXPECT_NEAR(solid.sg[0].p0, s.ptriple,
+                        (name == "acetic_acid" ? 0.18 : 0.03) * s.ptriple);
         }
     }
+}
+
+// The enthalpy of fusion that a sublimation curve and the reference equation's evaporation leave is
+// the published one of fusion.tsv within 15 %, at the triple point; and the enthalpy of sublimation
+// keeps its size further down: it rises by what the gas has less heat capacity, some 10 %.
+TEST(SolidTables, LeaveThePublishedEnthalpyOfFusion) {
+    int compared = 0;
+    for (auto const& file : data::files("CorvaneS/solid")) {
+        const std::string name = file.filename();
+        SCOPED_TRACE(name);
+        const bool reference = std::filesystem::exists("CorvaneS/parameters/MEOS/" + name + ";1");
+        std::unique_ptr<Model1, corvane::Detach> m(attach1(reference ? "MEOS" : "PR"));
+        m->name(name.c_str());
+        m->id(1);
+        m->load(reference ? "MEOS" : "PR");
+        m->solid.load();
+        const auto sublimation = [&](double T) {
+            double psub = 0, v = 0, kappa = 0, rho = 0;
+            m->solid.sge(T, 0, psub, v, kappa);
+            return R * T * (m->Hr(psub, T, 3, rho) + 1 - m->solid.He(psub, T));
+        };
+        const double T = m->solid.Ttrp(), top = sublimation(T);
+        auto const& x = m->solid.sg[0].x;
+        for (int k = 0; k < x.size(); ++k)
+            EXPECT_NEAR(sublimation(1 / x[k]) / top, 1, 0.15) << 1 / x[k];
+        if (!reference) continue;
+        double h = 0;
+        try {
+            h = corvane::load_fusion(name).h;
+        } catch (ThException const&) {
+            continue;
+        }
+        double p = 0, liquid = 0, vapour = 0;
+        corvane::Saturation().at_T(m.get(), T, 0, p, liquid, vapour);
+        EXPECT_NEAR((top - R * T * (m->Hr(vapour, T) - m->Hr(liquid, T))) / h, 1, 0.15);
+        ++compared;
+    }
+    EXPECT_GE(compared, 20);
 }
 
 }  // namespace

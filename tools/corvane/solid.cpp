@@ -4,6 +4,7 @@
 #include <tools/corvane/numbers.h>
 #include <tools/corvane/options.h>
 #include <tools/corvane/rows.h>
+#include <tools/corvane/solids.h>
 
 #include <corvane/core/numelo.h>
 
@@ -15,9 +16,12 @@
 
 namespace cli {
 namespace {
+constexpr double kBold = 1.0;  // MPa, from which an estimated volume of melting tells
+constexpr int kSteps = 1;      // per cent of the triple temperature that melting may be below it
+
 struct SolidCommand {
     Options options;
-    std::string T, p, melting;
+    std::string T, p, melting, data;
 
     int run();
 
@@ -28,6 +32,7 @@ struct SolidCommand {
     Row melting_at(Fluid const& fluid, double p_) const;
     std::vector<Column> columns() const;
 
+    std::optional<PureSolid> solid_;
     double p_ = 0.0;  // pressure of properties_at, MPa
     bool total_ = false;
 };
@@ -80,6 +85,18 @@ Row SolidCommand::sublimation(Fluid const& fluid, double T_) const {
     Model1 const& model = *fluid.model;
     Units const& u = options.units;
     double psub = 0.0, v = 0.0, kappa = 0.0;
+    if (solid_->anchored) {
+        psub = solid_->anchored->sublimation(T_);
+        const auto state = solid_->anchored->at(psub, T_);
+        double rho = 0.0;
+        return {{u.from_library(Quantity::temperature, T_),
+                 u.from_library(Quantity::pressure, psub), std::string(solid_->form(state.form)),
+                 u.from_library(Quantity::density, state.rho),
+                 u.from_library(Quantity::volume, 1.0 / state.rho), Cell(),
+                 u.from_library(Quantity::energy,
+                                R * T_ * (model.Hr(psub, T_, 3, rho) + 1.0 + state.g_T))},
+                ""};
+    }
     const int i = model.solid.sge(T_, -1, psub, v, kappa);
     if (i < 0) throw ThException(model.solid.sg.size() < 1 ? th_no_solid : th_out_of_range);
     const double hsub = enthalpy_above_solid(model, psub, T_, 3);
@@ -95,17 +112,25 @@ Row SolidCommand::properties_at(Fluid const& fluid, double T_) const {
     Model1 const& model = *fluid.model;
     Units const& u = options.units;
     int i = 0;
-    double rho = 0.0, stable = 0.0;
-    const double g = model.solid.Ge(p_, T_, i, rho);
+    double rho = 0.0, stable = 0.0, g = 0.0, slope = 0.0;
+    if (solid_->anchored) {
+        const auto state = solid_->anchored->at(p_, T_);
+        g = state.g;
+        slope = state.g_T;
+        rho = state.rho;
+        i = state.form;
+    } else {
+        g = model.solid.Ge(p_, T_, i, rho);
+        if (total_) slope = -model.solid.He(p_, T_);
+    }
     Row row{{u.from_library(Quantity::temperature, T_), u.from_library(Quantity::pressure, p_),
-             std::string(model.solid.id(i)), u.from_library(Quantity::density, rho),
+             std::string(solid_->form(i)), u.from_library(Quantity::density, rho),
              u.from_library(Quantity::volume, 1.0 / rho)},
             ""};
     if (total_) {
-        // From the energy and the Gibbs energy: Hm and Sm of the solid lie RT and R above the zero
-        // of the fluid's.
-        const double h = R * T_ * model.solid.Um(p_, T_) + p_ / rho;
-        const double gibbs = R * T_ * model.solid.Gm(p_, T_);
+        // The slope of g counts RT beside the enthalpy, because ln rho at constant p falls as 1/T.
+        const double h = R * T_ * (model.ideal.Hm(T_) - 1.0 - slope);
+        const double gibbs = R * T_ * (g + model.ideal.Gm(T_));
         row.cells.emplace_back(u.from_library(Quantity::energy, h));
         row.cells.emplace_back(u.from_library(Quantity::entropy, (h - gibbs) / T_));
         row.cells.emplace_back(u.from_library(Quantity::energy, gibbs));
@@ -118,20 +143,38 @@ Row SolidCommand::melting_at(Fluid const& fluid, double at) const {
     Model1 const& model = *fluid.model;
     Units const& u = options.units;
     Melting melting_{&model, at};
+    if (solid_->anchored) {
+        const double T_ = solid_->anchored->melting(at);
+        const auto state = solid_->anchored->at(at, T_);
+        double liquid = 0.0;
+        const double hfus = solid_->anchored->enthalpy_of_fusion(at, T_);
+        model.Ge(at, T_, 1, liquid);
+        const bool bold = !solid_->anchored->measured_volume() && at > kBold;
+        return {{u.from_library(Quantity::pressure, at), u.from_library(Quantity::temperature, T_),
+                 std::string(solid_->form(state.form)), u.from_library(Quantity::density, state.rho),
+                 u.from_library(Quantity::volume, 1.0 / state.rho),
+                 u.from_library(Quantity::density, liquid), u.from_library(Quantity::energy, hfus)},
+                bold ? "slope estimated: no volume of melting is known" : ""};
+    }
     // From the end of the solid data downward in steps of 1 % until the solid is the stable one.
     const double top = model.solid.Tmax();
     double above = top, f_above = gibbs_difference(above, &melting_), T_ = 0.0;
     if (f_above < 0.0)
         throw Failure(fmt::format("the solid is still stable at {}, where its data end",
                                   u.text(Quantity::temperature, top)));
-    for (int k = 0; k < 30 && T_ == 0.0; ++k) {
+    for (int k = 0; k < kSteps && T_ == 0.0; ++k) {
         const double below = above - 0.01 * top, f = gibbs_difference(below, &melting_);
         if (f <= 0.0)
             T_ = eqn_regulafalsi(gibbs_difference, &melting_, below, above, f, f_above, 1e-9 * top);
         above = below;
         f_above = f;
     }
-    if (T_ == 0.0) throw ThException(th_generic);
+    if (T_ == 0.0)
+        throw Failure(
+            fmt::format("solid and liquid have no common Gibbs energy within {} % of the triple "
+                        "temperature {}: the equation's vapour pressure there does not fit the "
+                        "sublimation curve",
+                        kSteps, u.text(Quantity::temperature, model.solid.Ttrp())));
     int i = 0;
     double rho = 0.0, liquid = 0.0;
     model.solid.Ge(at, T_, i, rho);
@@ -149,8 +192,10 @@ int SolidCommand::run() {
     if (!p.empty() && !melting.empty()) throw Misuse("--p goes with --T");
     Fluid fluid = options.open();
     Units const& units = options.units;
-    asking(fmt::format("solid data CorvaneS/solid/{}", fluid.model->name()),
-           [&] { fluid.model->solid.load(); });
+    // The sublimation curve itself is best where it is measured.
+    if (data.empty() && melting.empty() && p.empty())
+        solid_ = load_solid(*fluid.model, "sublimation");
+    if (!solid_) solid_ = require_solid(*fluid.model, data);
     total_ = fluid.ideal.has_value();
     Solve solve = &SolidCommand::sublimation;
     std::vector<double> given;
@@ -166,9 +211,7 @@ int SolidCommand::run() {
     }
     Table table{columns(), {}};
     Heading head = heading("solid", fluid, units);
-    head.remarks.push_back(fmt::format(
-        "solid data up to {}; Gibbs energies of solid and fluid meet in the equation's vapour",
-        units.text(Quantity::temperature, fluid.model->solid.Tmax())));
+    head.remarks.push_back(solid_->remark(units));
     const Quantity quantity = melting.empty() ? Quantity::temperature : Quantity::pressure;
     Rows rows("solid", table, given.size());
     for (double x : given)
@@ -195,6 +238,7 @@ void add_solid(Program& program) {
         .value("--melting", solid->melting,
                "pressures: melting temperatures, by equal Gibbs energies of solid and liquid",
                {.type = "VALUES"});
+    add_solid_data(command, solid->data);
     solid->options.add_units(command);
     solid->options.add_output(command);
     command.examples(

@@ -6,6 +6,7 @@
 #include <tools/corvane/open.h>
 #include <tools/corvane/options.h>
 #include <tools/corvane/rows.h>
+#include <tools/corvane/solids.h>
 #include <tools/corvane/stability.h>
 
 #include <corvane/corvane.h>
@@ -14,13 +15,14 @@
 
 #include <cmath>
 #include <memory>
+#include <optional>
 
 namespace cli {
 namespace {
 struct SolubilityCommand {
     Options options;
     MixtureRequest request;
-    std::string solid, T, p, phase = "stable";
+    std::string solid, T, p, phase = "stable", data;
 
     int run();
 
@@ -29,8 +31,10 @@ struct SolubilityCommand {
     Row row(MixtureFluid const& mixture, double T_, double p_) const;
     Row point(MixtureFluid const& mixture, double T_, double p_) const;
     std::string reason(ModelN const& m, double T_, double p_) const;
-    int s_ = 0;          // index of the component that forms the solid
-    bool both_ = false;  // the other component has solid data, too
+    Row anchored_row(MixtureFluid const& mixture, double T_, double p_) const;
+    void add_amount(MixtureFluid const& mixture, double x, Row& result) const;
+    int s_ = 0;  // index of the component that forms the solid
+    std::optional<PureSolid> pure_[2];
 };
 
 /// Bound of |Δμ/(RT)| of the solid's component between both phases: the search stops at 1e-9 in
@@ -53,7 +57,8 @@ std::vector<Column> SolubilityCommand::columns(MixtureFluid const& mixture) cons
 
 Row SolubilityCommand::row(MixtureFluid const& mixture, double T_, double p_) const {
     ModelN const& m = *mixture.model;
-    Solid const& data = m.mdl1[s_]->solid;
+    if (pure_[s_]->anchored) return anchored_row(mixture, T_, p_);
+    Solid const& curve = m.mdl1[s_]->solid;
     Units const& u = options.units;
     Vector<double> z(2), rho(2);
     z[0] = 1 - s_;
@@ -66,7 +71,7 @@ Row SolubilityCommand::row(MixtureFluid const& mixture, double T_, double p_) co
     // Recomputed from the solid's own Gibbs energy and, for the fluid's density, the pressure.
     int again = 0;
     double rho_solid = 0.0;
-    const double g = data.Ge(p_, T_, again, rho_solid);
+    const double g = curve.Ge(p_, T_, again, rho_solid);
     const double p_fluid = m.Z(rho[1], T_, x) * rho[1] * R * T_;
     if (!(std::fabs(m.my(x * rho[1], T_, s_) - g) < kPotentials) ||
         !(std::fabs(p_fluid - p_) < 1e-7 * p_ + 1e-11 * rho[1] * R * T_))
@@ -76,20 +81,48 @@ Row SolubilityCommand::row(MixtureFluid const& mixture, double T_, double p_) co
     result.cells.emplace_back(u.from_library(Quantity::pressure, p_));
     for (int i : {0, 1}) result.cells.emplace_back(x[i]);
     result.cells.emplace_back(mixture.density(u, x, rho[1]));
-    result.cells.emplace_back(std::string(data.id(form)));
+    result.cells.emplace_back(std::string(curve.id(form)));
     result.cells.emplace_back(mixture.density(u, pure, rho[0]));
     if (splitting_phase(m, p_, T_, rho[1], x))
         result.note = "metastable: the fluid splits into two";
-    Solid const& other = m.mdl1[1 - s_]->solid;
-    if (both_ && T_ <= other.Tmax() &&
-        m.my(x * rho[1], T_, 1 - s_) > other.Ge(p_, T_, again, rho_solid) + kPotentials)
+    if (pure_[1 - s_] && T_ <= pure_[1 - s_]->T_max() &&
+        m.my(x * rho[1], T_, 1 - s_) > pure_[1 - s_]->g(p_, T_) + kPotentials)
         add_note(result.note,
                  fmt::format("metastable: {} freezes, too", mixture.component(1 - s_)));
-    if (mixture.composed) {
-        const double amount = (mixture.x[s_] - x[s_]) / (1.0 - x[s_]);
-        result.cells.emplace_back(std::max(amount, 0.0));
-        if (amount < 0.0) add_note(result.note, "the mixture given is not saturated");
-    }
+    add_amount(mixture, x[s_], result);
+    return result;
+}
+
+/// Which part of the mixture asked for is solid, if the fluid has a mole fraction x of its
+/// component.
+void SolubilityCommand::add_amount(MixtureFluid const& mixture, double x, Row& result) const {
+    if (!mixture.composed) return;
+    const double amount = (mixture.x[s_] - x) / (1.0 - x);
+    result.cells.emplace_back(std::max(amount, 0.0));
+    if (amount < 0.0) add_note(result.note, "the mixture given is not saturated");
+}
+
+/// The stable fluid, by the certified search.
+Row SolubilityCommand::anchored_row(MixtureFluid const& mixture, double T_, double p_) const {
+    Units const& u = options.units;
+    corvane::SolidFluidOptions how;
+    how.validity = &mixture.validity;
+    for (int i : {0, 1})
+        if (pure_[i]) how.anchored[i] = pure_[i]->pointer();
+    const corvane::SolidFluidPoint q = corvane::solubility(*mixture.model, s_, p_, T_, how);
+    Vector<double> pure(2);
+    pure[s_] = 1.0;
+    Row result;
+    result.cells.emplace_back(u.from_library(Quantity::temperature, T_));
+    result.cells.emplace_back(u.from_library(Quantity::pressure, p_));
+    for (int i : {0, 1}) result.cells.emplace_back(q.x[i]);
+    result.cells.emplace_back(mixture.density(u, q.x, q.rho));
+    result.cells.emplace_back(std::string(pure_[s_]->form(q.form)));
+    result.cells.emplace_back(mixture.density(u, pure, q.rho_solid));
+    add_amount(mixture, q.x[s_], result);
+    if (!q.certificate.holds()) add_note(result.note, "not certified");
+    if (T_ < pure_[s_]->anchored->T_min())
+        add_note(result.note, "extrapolated: below the transition or the end of the solid's data");
     return result;
 }
 
@@ -97,11 +130,10 @@ Row SolubilityCommand::row(MixtureFluid const& mixture, double T_, double p_) co
 std::string SolubilityCommand::reason(ModelN const& m, double T_, double p_) const {
     Model1 const& pure = *m.mdl1[s_];
     try {
-        int form = 0;
-        double rho_solid = 0.0, rho_fluid = 0.0;
-        if (pure.Ge(p_, T_, 2, rho_fluid) < pure.solid.Ge(p_, T_, form, rho_solid))
+        double rho_fluid = 0.0;
+        if (pure.Ge(p_, T_, 2, rho_fluid) < pure_[s_]->g(p_, T_))
             return " (the pure component is no solid there: it melts or evaporates)";
-        return " (the fluid takes up the solid in no composition)";
+        if (!pure_[s_]->anchored) return " (the fluid takes up the solid in no composition)";
     } catch (ThException const&) {  // only a hint
     } catch (MthException const&) {
     }
@@ -127,22 +159,22 @@ int SolubilityCommand::run() {
     s_ = name == mixture.component(0) ? 0 : 1;
     if (name != mixture.component(s_))
         throw Misuse(fmt::format("--solid: {} is not a component of the mixture", name));
-    asking("solid data CorvaneS/solid/" + name, [&] { mixture.model->mdl1[s_]->solid.load(); });
-    try {
-        mixture.model->mdl1[1 - s_]->solid.load();
-        both_ = true;
-    } catch (ThException const&) {  // whether it freezes is then not tested
-    } catch (MthException const&) {
-    }
+    if (data.empty() && phase != "stable") data = "sublimation";
+    if (data == "fusion" && phase != "stable")
+        throw Misuse("--phase goes with --solid-data sublimation; beside a solid from fusion data "
+                     "the stable fluid is found");
+    for (int i : {0, 1}) pure_[i] = load_solid(*mixture.model->mdl1[i], data);
+    pure_[s_] = require_solid(*mixture.model->mdl1[s_], data);
     Units& units = options.units;
     units.M = mixture.M();
     const auto temperatures = positive_points(T, "--T", Quantity::temperature, units);
     const auto pressures = positive_points(p, "--p", Quantity::pressure, units);
-    const double top = mixture.model->mdl1[s_]->solid.Tmax();
+    const double top = pure_[s_]->T_max();
     Heading head = heading("solubility", mixture);
-    head.remarks.push_back(
-        fmt::format("solid: pure {}, data up to {}", name, units.text(Quantity::temperature, top)));
-    if (!both_)
+    head.remarks.push_back(pure_[s_]->remark(units));
+    if (pure_[1 - s_])
+        head.remarks.push_back(pure_[1 - s_]->remark(units));
+    else
         head.remarks.push_back(fmt::format("no solid data of {}: whether it freezes is not tested",
                                            mixture.component(1 - s_)));
     Table table{columns(mixture), {}};
@@ -177,6 +209,7 @@ void add_solubility(Program& program) {
         .value("--phase", solubility->phase,
                "root of the fluid where there are two: stable (default), liquid, vapour",
                {.one_of = {"stable", "liquid", "vapour"}, .type = "PHASE"});
+    add_solid_data(command, solubility->data);
     solubility->options.add_units(command);
     solubility->options.add_output(command);
     command.examples(

@@ -8,6 +8,7 @@
 #include <tools/corvane/open.h>
 #include <tools/corvane/options.h>
 #include <tools/corvane/rows.h>
+#include <tools/corvane/solids.h>
 #include <tools/corvane/xy_solid.h>
 
 #include <fmt/format.h>
@@ -31,6 +32,7 @@ struct XyDiagram {
     MixtureRequest request;
     std::string values, p_max, T_min, step;
     bool solid = false;
+    std::string solid_data;
     PlotFile plot;
     Measured data;
 
@@ -218,7 +220,7 @@ int XyDiagram::run() {
     const auto given = positive_points(values, isothermal ? "--T" : "--p", frame().fixed(), units);
     if (data) data.read(mixture, isothermal ? MeasuredKind::isotherms : MeasuredKind::isobars);
     Heading head = heading(name(), mixture);
-    const Solids solids(mixture, solid, head);
+    const Solids solids(mixture, solid, solid_data, head, options.units);
     Picture picture;
     picture.title = title(mixture);
     picture.x_axis = fmt::format("mole fraction of {}", mixture.component(0));
@@ -267,6 +269,7 @@ void add(Program& program, bool isothermal, char const* text, char const* exampl
                   "longest step in the mole fractions, about (default: 0.05; 0.01 with --plot)");
     command.flag("--solid", diagram->solid,
                  "the components' pure solids, too, where there are data: freezing, eutectics");
+    add_solid_data(command, diagram->solid_data);
     diagram->plot.add_to(command);
     diagram->data.add_to(command);
     diagram->options.add_units(command);

@@ -17,30 +17,28 @@ namespace {
 constexpr double kFrozen = 1e-7;
 }  // namespace
 
-Solids::Solids(MixtureFluid const& mixture, bool wanted, Heading& heading) : mixture_(mixture) {
+Solids::Solids(MixtureFluid const& mixture, bool wanted, std::string const& data, Heading& heading,
+               Units const& units)
+    : mixture_(mixture) {
     if (!wanted) return;
-    for (int i : {0, 1}) try {
-            mixture.model->mdl1[i]->solid.load();
-            loaded_.push_back(i);
-        } catch (ThException const& e) {
-            heading.remarks.push_back(
-                fmt::format("no solid data of {}, which never freezes here", mixture.component(i)));
-        } catch (MthException const& e) {
-            throw Failure(fmt::format("solid data of {}: {}", mixture.component(i), describe(e)));
-        }
-    if (loaded_.empty()) throw Failure("--solid: there are no solid data of either component");
+    for (int i : {0, 1}) {
+        solid_[i] = load_solid(*mixture.model->mdl1[i], data);
+        heading.remarks.push_back(solid_[i] ? solid_[i]->remark(units)
+                                            : fmt::format("no solid data of {}, which never "
+                                                          "freezes here",
+                                                          mixture.component(i)));
+    }
+    if (!solid_[0] && !solid_[1])
+        throw Failure("--solid: there are no solid data of either component");
 }
 
 bool Solids::freeze(double T, double p, double x0, double rho) const {
     ModelN const& model = *mixture_.model;
     const Vector<double> x = binary(x0);
-    for (int i : loaded_) {
-        Solid const& solid = model.mdl1[i]->solid;
-        if (!(x[i] > 0.0) || T > solid.Tmax()) continue;
-        int form = 0;
-        double rho_solid = 0.0;
+    for (int i : {0, 1}) {
+        if (!solid_[i] || !(x[i] > 0.0) || T > solid_[i]->T_max()) continue;
         try {
-            if (model.my(x * rho, T, i) > solid.Ge(p, T, form, rho_solid) + kFrozen) return true;
+            if (model.my(x * rho, T, i) > solid_[i]->g(p, T) + kFrozen) return true;
         } catch (ThException const&) {  // outside the data: not known to freeze
         } catch (MthException const&) {
         }
@@ -56,7 +54,8 @@ std::vector<Row> Solids::trace(XyFrame const& frame, double given,
     const auto at = [&](SolidFluidPoint const& point) {
         return XY{point.x[0], frame.value(point)};
     };
-    for (int i : loaded_) {
+    for (int i : {0, 1}) {
+        if (!solid_[i]) continue;
         const std::string name = fmt::format("solid {}", mixture_.component(i));
         const std::string where =
             fmt::format("{} = {}: {}", frame.symbol(), u.text(frame.fixed(), given), name);
@@ -64,6 +63,8 @@ std::vector<Row> Solids::trace(XyFrame const& frame, double given,
         try {
             corvane::SolidFluidOptions how;
             how.p_max = asked.p_max;
+            for (int k : {0, 1})
+                if (solid_[k]) how.anchored[k] = solid_[k]->pointer();
             how.validity = &mixture_.validity;
             how.progress = asked.progress;
             how.x_min = 1e-6;

@@ -1,19 +1,24 @@
 // Freezing in p-x-y and T-x-y diagrams: pure solids beside the fluid phases.
 #pragma once
 
+#include <tools/corvane/solids.h>
 #include <tools/corvane/xy_branch.h>
 
 #include <corvane/phases/diagram.h>
 
+#include <array>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace cli {
 
 class Solids {
   public:
-    /// Loads the solid data of the components if `wanted`, and tells in the heading which have
-    /// none. @throws Failure neither has
-    Solids(MixtureFluid const& mixture, bool wanted, Heading& heading);
+    /// Loads the solids of the components if `wanted`, from `data` (--solid-data), and tells in the heading which
+    /// they are. @throws Failure neither has
+    Solids(MixtureFluid const& mixture, bool wanted, std::string const& data, Heading& heading,
+           Units const& units);
 
     /// Whether a component of a fluid of composition x0 and density rho [mol/cm³] freezes.
     bool freeze(double T, double p, double x0, double rho) const;
@@ -24,7 +29,7 @@ class Solids {
 
   private:
     MixtureFluid const& mixture_;
-    std::vector<int> loaded_;
+    std::array<std::optional<PureSolid>, 2> solid_;
 };
 
 }  // namespace cli
