@@ -166,10 +166,15 @@ bool SaturationSolver::accept() {
     split_ = false;
     const double pressure = pair_.pressure();
     if (!(pressure > 0.0) || !(pair_.a.S > 0.0) || !(pair_.b.S > 0.0)) return false;
-    if (bubble() != (kind_ == Saturated::bubble)) return false;
+    const bool wanted = bubble() == (kind_ == Saturated::bubble);
+    if (!wanted && !collect_) return false;
     const StabilityResult r =
         stability_.test(pair_.a, pressure, fluid_.size() > 1 ? &pair_.b : nullptr, true);
     tpd_ = r.stable ? std::min(0.0, r.tpd) : r.tpd;
+    if (!wanted) {
+        if (r.stable) others_.push_back(found());
+        return false;
+    }
     split_ = !r.stable && kind_ == Saturated::bubble && fluid_.size() > 1;
     return r.stable && r.unconverged == 0;
 }

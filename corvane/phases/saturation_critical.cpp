@@ -78,18 +78,19 @@ bool SaturationSolver::from_critical(CriticalPoint const& c) {
     CriticalConditions conditions(fluid_);
     if (!conditions.eigen({std::log(c.rho), std::log(c.T)}, 2)) return false;
     regular_.start_critical(conditions.s.rho_i, conditions.u, c.T);
-    double heavier = 0.0, all = 0.0;  // by mass, towards phase a
-    for (int i = 0; i < n; ++i) {
-        const double mass = fluid_.z()[i] * fluid_.molar_mass(i);
-        heavier += mass * regular_.y[n + i];
-        all += mass * std::fabs(regular_.y[n + i]);
-    }
+    double heavier = 0.0;  // by mass, towards phase a
+    for (int i = 0; i < n; ++i)
+        heavier += fluid_.z()[i] * fluid_.molar_mass(i) * regular_.y[n + i];
     const double side = (heavier > 0.0) == (kind_ == Saturated::bubble) ? 1.0 : -1.0;
     const std::vector<double> start = regular_.y;
     if (follow(side)) return true;
-    if (std::fabs(heavier) > 0.1 * all) return false;
-    regular_.y = start;  // densities nearly alike: they may cross next to the critical point
-    return follow(-side);
+    // Densities nearly alike may cross next to the critical point. Else the other side shows where
+    // the boundaries are that the search would have to resolve.
+    regular_.y = start;
+    collect_ = true;
+    const bool found = follow(-side);
+    collect_ = false;
+    return found;
 }
 
 bool SaturationSolver::follow(double side) {

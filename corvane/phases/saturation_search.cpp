@@ -67,6 +67,8 @@ int SaturationSolver::boundary(Node stable, Node unstable) {
         const double width = std::fabs(unstable.s - stable.s);
         if (width < wide * std::pow(0.1, tries)) {
             if (++tries > 6) return -1;
+            for (double s : others_)
+                if ((s - stable.s) * (s - unstable.s) <= 0.0) return 0;
             if (!unstable.r.other) continue;  // unstable by its curvature alone: no start
             const double at = 0.5 * (stable.s + unstable.s), margin = 0.55 * width + 1e-7;
             auto solved = [&] { return std::fabs(found() - at) < margin; };

@@ -113,6 +113,8 @@ class SaturationSolver {
     Stability stability_;
     PhaseState a_, b_;
     double tpd_ = 0.0;
+    bool collect_ = false;        // accept() notes the boundaries of the other kind
+    std::vector<double> others_;  // they: ln p (or ln T)
     bool split_ = false;    // the last bubble point that was tested is not stable
     bool complete_ = true;  // the search and the trace left nothing open
     bool unknown_ = false;  // states of the search without density, or without a complete test

@@ -51,6 +51,9 @@ bool SaturationSolver::traced(bool upper, bool known, Found& best) {
         const double linear = fa / (fa - fb);
         const double lo = std::log(at_T_ ? std::min(a.p, b.p) : std::min(a.T, b.T)) - 1e-7,
                      hi = std::log(at_T_ ? std::max(a.p, b.p) : std::max(a.T, b.T)) + 1e-7;
+        if (std::any_of(others_.begin(), others_.end(),
+                        [&](double s) { return s > lo && s < hi; }))
+            continue;
         bool solved = false;
         auto between = [&] { return found() > lo && found() < hi; };
         for (double w : {linear, std::sqrt(linear), 1 - std::sqrt(1 - linear)}) {

@@ -76,6 +76,15 @@ TEST(NearCritical, IsTrueWithinItsBounds) {
                             EXPECT_LE(v.error, q.certificate.value_error);
                             EXPECT_LE(v.x_error, q.certificate.x_error);
                             EXPECT_LE(q.certificate.value_error, 1e-8);
+                            if (kind == Saturated::dew || !at_T) continue;
+                            const double p = q.p * (1 - 0.2 * off);
+                            const auto f = corvane::flash_pT(*m, p, value, z);
+                            ASSERT_EQ(f.phases.size(), 2u);
+                            const auto w = court.flash(p, value, z, f);
+                            EXPECT_EQ(w.fault, judge::Fault::none)
+                                << "flash " << judge::kFaultNames[static_cast<int>(w.fault)];
+                            EXPECT_LE(w.x_error, f.certificate.x_error);
+                            EXPECT_LE(f.certificate.x_error, 1e-6);
                         }
             }
         }
@@ -129,6 +138,30 @@ TEST(NearCritical, KindsMeetAtTheCriticalPoint) {
         EXPECT_NEAR((a.given.rho / a.incipient.rho - 1) / (b.incipient.rho / b.given.rho - 1), 1,
                     300 * off);
         EXPECT_NEAR((a.p + b.p) / (2 * c.p), 1, 1e3 * off * off);
+    }
+}
+
+// Where only the other kind ends at the critical point the search has to say so: by the envelope, at
+// whose every bubble point the pressure is above that asked for.
+TEST(NearCritical, NoSuchKindIsNoSolution) {
+    const struct {
+        char const *first, *second;
+        double x;
+    } cases[] = {{"hydrogen", "methane", 0.42871738210444887},
+                 {"hydrogen", "methane", 0.3},
+                 {"nitrogen", "water", 0.2}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.x);
+        const Mixture m = loaded("PR", "vdW1", {c.first, c.second});
+        const double p = corvane::critical_point(*m, mix(c.x)).p * (1 - 3e-5);
+        for (auto const& q : corvane::phase_envelope(*m, mix(c.x)).points)
+            if (q.bubble) ASSERT_GT(q.p, p);
+        try {
+            corvane::bubble_p(*m, p, mix(c.x));
+            ADD_FAILURE();
+        } catch (corvane::EquilibriumFailure const& e) {
+            EXPECT_EQ(e.kind(), corvane::EquilibriumFailure::Kind::no_solution) << e.what();
+        }
     }
 }
 

@@ -23,6 +23,8 @@ void Evidence::add_columns(std::vector<Column>& columns) {
         {"dmu", "", "largest difference of a chemical potential between the phases, over RT"},
         {"dp", "", "largest difference of a phase's pressure to p, over p"},
         {"tpd", "", "smallest tangent-plane distance of all trial phases, over RT"},
+        {"error", "", "bound of the relative error of p (of T, where p was given)"},
+        {"x_error", "", "bound of the error of every mole fraction"},
         {"evaluations", "", "evaluations of the model"},
         {"flags", "", "near_trivial, estimated_pairs, extrapolated, below_triple"}};
     for (Column column : details) {
@@ -44,7 +46,12 @@ void Evidence::add(Row& row, corvane::Certificate const& c) {
     if (c.extrapolated) add_note(row.note, "extrapolated");
     if (c.below_triple) add_note(row.note, "below a triple point");
     cautions_.add(c);
-    for (double value : {c.dmu, c.dp, c.tpd}) row.cells.emplace_back(value);
+    if (c.bounded()) {
+        error_ = std::max(error_, c.value_error);
+        x_error_ = std::max(x_error_, c.x_error);
+    }
+    for (double value : {c.dmu, c.dp, c.tpd, c.value_error, c.x_error})
+        row.cells.emplace_back(value);
     row.cells.emplace_back(c.evaluations);
     row.cells.emplace_back(join(flags(c), " "));
 }
@@ -76,6 +83,8 @@ void append(Fields& fields, corvane::Certificate const& c) {
     fields.insert(fields.end(), {{"dmu", c.dmu},
                                  {"dp", c.dp},
                                  {"tpd", c.tpd},
+                                 {"error", c.value_error},
+                                 {"x_error", c.x_error},
                                  {"evaluations", c.evaluations},
                                  {"flags", join(flags(c), " ")}});
 }
@@ -88,8 +97,11 @@ void Evidence::report(Heading& heading) const {
     if (results_ == 0) return;
     cautions_.report(heading);
     heading.summary.push_back(fmt::format(
-        "certified: {}{}, lowest tangent-plane distance {:.1g}; {} evaluations",
+        "certified: {}{}{}, lowest tangent-plane distance {:.1g}; {} evaluations",
         conditions_ > 0.0 ? fmt::format("critical conditions met to {:.1g}, ", conditions_) : "",
+        error_ < 0.0 ? ""
+                     : fmt::format("errors below {:.1g} (relative, of p or T) and {:.1g} (of x), ",
+                                   error_, x_error_),
         agreement(dmu_, dp_), tpd_, evaluations_));
 }
 

@@ -26,7 +26,7 @@ class Cautions {
 /// The worst of the certificates of a run.
 class Evidence {
   public:
-    /// Columns dmu, dp, tpd, evaluations, flags, which tables leave out.
+    /// Columns dmu, dp, tpd, error, x_error, evaluations, flags, which tables leave out.
     static void add_columns(std::vector<Column>& columns);
     /// Cells of these columns; notes in a few words, which report explains.
     void add(Row& row, corvane::Certificate const& certificate);
@@ -37,6 +37,7 @@ class Evidence {
     long results_ = 0, evaluations_ = 0;
     Cautions cautions_;
     double dmu_ = 0.0, dp_ = 0.0, tpd_ = 0.0, conditions_ = 0.0;
+    double error_ = -1.0, x_error_ = 0.0;  // of those that are bounded
 };
 
 /// A certificate as fields of a list.
