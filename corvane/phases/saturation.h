@@ -45,8 +45,13 @@ struct SaturationOptions {
 /// Bubble or dew pressure at T [K] for mole fractions z (zeros allowed: absent components).
 ///
 /// 1. From `start`, or from Wilson's K-factors and a few substitutions, Newton's method with exact
-///    derivatives in ln rho_i of both phases (PairSolver); accepted when certified: stable, of the
-///    right kind, not trivial.
+///    derivatives in ln rho_i of both phases (PairSolver); phases nearly alike are solved by
+///    RegularPair, which has no trivial solution. Accepted when certified: stable, of the right
+///    kind, farther apart than uncertain (Certificate::apart_error).
+///    A bubble point that is not stable, or none: whether the liquid splits, and the first vapour
+///    appears beside two liquids (SaturationPoint::split).
+///    Then the pairs that begin at the critical point of z, as far as a half distance of 0.5 in
+///    ln rho, towards T and through extrema of T.
 /// 2. Otherwise, and for Branch::lower and upper, a search over all pressures from where the gas is
 ///    ideal to 1000 MPa: a phase boundary is where the tangent-plane test changes its answer. Each
 ///    change is bracketed, then solved as above. Steps of a factor 1.5, refined where the density
@@ -57,7 +62,7 @@ struct SaturationOptions {
 ///    the range, or ends because the incipient phase loses its mechanical stability.
 ///
 /// A pure fluid (one component present) starts from its critical point where step 1 fails, and is
-/// refused from there on, and where the phases differ by less than 1e-4 in density.
+/// refused from there on, and where the phases are nearer than ten times their uncertainty.
 ///
 /// @throws EquilibriumFailure no_solution: search and trace were complete and have no stable
 ///     boundary of this kind; gave_up otherwise. ThException 5, MthException 2 bad arguments; what

@@ -240,7 +240,7 @@ TEST(Cli, MixturesNameTheirPairsAndRefuseBadCompositions) {
 TEST(Cli, CertifiedEquilibriaAnswerAndRefuse) {
     expect_all(
         {{"bubble PR+vdW1 methane=0.3 propane --T 250:370:120 --csv", 1,
-          "370,,0.3,0.7,,,,,,,,,,\"failed: no solution: |(bubble_T, |critical point at T = 346.|"
+          "370,,0.3,0.7,,,,,,,,,,,,\"failed: no solution: |(bubble_T, |critical point at T = 346.|"
           "# certified: potentials agree to ",
           "propane(0.7) at T = 370 K: bubble point: no solution: "},
          {"dew PR+vdW1 methane=0.7 propane --T 310", 1, "", "dew point: no solution"},

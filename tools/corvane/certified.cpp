@@ -99,10 +99,11 @@ void Evidence::report(Heading& heading) const {
     heading.summary.push_back(fmt::format(
         "certified: {}{}{}, lowest tangent-plane distance {:.1g}; {} evaluations",
         conditions_ > 0.0 ? fmt::format("critical conditions met to {:.1g}, ", conditions_) : "",
+        agreement(dmu_, dp_),
         error_ < 0.0 ? ""
-                     : fmt::format("errors below {:.1g} (relative, of p or T) and {:.1g} (of x), ",
+                     : fmt::format(", errors below {:.1g} (relative, of p or T) and {:.1g} (of x)",
                                    error_, x_error_),
-        agreement(dmu_, dp_), tpd_, evaluations_));
+        tpd_, evaluations_));
 }
 
 }  // namespace cli
