@@ -68,12 +68,13 @@ struct CORVANE_API Certificate {
     /// near a critical point true results do so.
     bool near_trivial = false;
 
-    // Bounds of the errors of a result of two phases against the exact solution of the model's
-    // equations: residuals and what rounding may add to them, times the inverse Jacobian, with a
-    // margin. Not-a-number where none were computed (one phase, three, solids, critical points).
+    // Bounds of the errors of bubble and dew points and of flashes into two phases and more, against
+    // the exact solution of the model's equations: residuals and what rounding may add to them,
+    // times the inverse Jacobian, with a margin. Not-a-number where none were computed (one phase,
+    // diagrams and lines of a binary, solids, critical points).
     double value_error = unknown;  ///< relative: of p where T was given, of T where p was; else 0
-    double x_error = unknown;      ///< largest of all mole fractions of both phases
-    double rho_error = unknown;    ///< relative, the larger of both phases
+    double x_error = unknown;      ///< largest of all mole fractions of all phases
+    double rho_error = unknown;    ///< relative, the largest of all phases
     /// Of the distance between the phases (in ln rho_i), relative to it: below apart_limit they are
     /// told apart beyond doubt. Near a critical point this and not dmu is the evidence for two
     /// phases.

@@ -238,7 +238,10 @@ bool CoexistenceSolver::bound(Certificate& c) {
         sum[j] *= RT / light.p;
     }
     const double of_p = off(sum.data()) + std::fabs(p_rounding), of_T = off(change(last));
-    c.value_error = T > 0.0 && p > 0.0 ? 0.0 : T > 0.0 ? of_p : p > 0.0 ? of_T : std::max(of_p, of_T);
+    c.value_error = T > 0.0 && p > 0.0 ? 0.0
+                    : T > 0.0          ? of_p
+                    : p > 0.0          ? of_T
+                                       : std::max(of_p, of_T);
     return c.bounded();
 }
 

@@ -7,7 +7,7 @@
 
 namespace corvane {
 namespace {
-constexpr double kUnits = 32 * std::numeric_limits<double>::epsilon();
+constexpr double kUnits = 128 * std::numeric_limits<double>::epsilon();
 constexpr double kDifferences = 1e-9;  // of potentials from differences of Ar
 }  // namespace
 

@@ -208,7 +208,9 @@ bool flash_many(FluidModel const& fluid, Stability& stability, std::vector<std::
     }
     SplitSolver solver(fluid, nullptr, Target::none);
     if (!solver.start(q.T, q.p, records, beta) || !solver.solve(kNewton)) return false;
-    if (flash_certified(fluid, stability, solver.phase, solver.amount, q)) return true;
+    if (solver.bound(q.certificate) &&
+        flash_certified(fluid, stability, solver.phase, solver.amount, q))
+        return true;
     if (K >= n) return false;
     const StabilityResult r = stability.test(solver.phase[0], q.p, &solver.phase[1], false);
     if (r.stable || !r.other) return false;

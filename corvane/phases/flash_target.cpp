@@ -288,7 +288,8 @@ class TargetFlash {
             return false;
         if (range_.clamped(outer) != outer) return false;
         q.certificate.target = std::fabs(solver_.distance());
-        const bool certified = flash_certified(fluid_, stability_, s, solver_.amount, q);
+        const bool certified = (s.size() < 2 || solver_.bound(q.certificate)) &&
+                               flash_certified(fluid_, stability_, s, solver_.amount, q);
         Certificate& c = q.certificate;
         best_ = std::min(best_, std::max({c.target, c.dmu, c.dp}));
         if (!certified) return false;

@@ -12,7 +12,7 @@ namespace corvane {
 namespace {
 constexpr double kWide = 3e-3;   // least distance of the differences in the Jacobian
 constexpr double kLeast = 1e-5;  // and of the integrals
-constexpr double kStep = 1e-12, kStagnant = 1e-6;
+constexpr double kStep = 1e-12, kStagnant[] = {1e-6, 1e-9};  // without exact derivatives, with
 
 /// Positive nodes of Gauss–Legendre rules of an even number of points, with their weights on (0, 1).
 struct Rule {
@@ -155,7 +155,7 @@ bool RegularPair::integrals(int points) {
         E_[i] = n;
         F_ += std::exp(y[i]) / total * n * n * n * sinh_rest(h * n);
     }
-    constexpr double kUnit = 32 * std::numeric_limits<double>::epsilon();
+    constexpr double kUnit = 64 * std::numeric_limits<double>::epsilon();
     Rule const& gauss = rule(points);
     for (int k = 0; k < gauss.pairs; ++k) {
         const double s = gauss.s[k] * h, w = 0.5 * gauss.w[k];
@@ -308,12 +308,14 @@ bool RegularPair::solve(int limit) {
             bound(turn, 0.3);
         }
         bound(r_[2 * n_ + 1], 0.05);
-        if (!fixed_distance) bound(r_[2 * n_], r_[2 * n_] * d > 0.0 ? 0.1 + std::fabs(d) : 0.6 * std::fabs(d));
+        if (!fixed_distance)  // away from zero, or towards it but not through it
+            bound(r_[2 * n_],
+                  r_[2 * n_] * d > 0.0 ? 0.1 + std::fabs(d) : 0.6 * std::fabs(d));
         for (int i = 0; i < m_; ++i) y[i] += scale * r_[i];
         if (!std::isfinite(step) || std::fabs(distance()) > 1.0) return false;
         // The last steps are rounding, which only the bound can judge.
-        if (scale == 1.0 && (step < kStep || (step < kStagnant && step > 0.3 * last)))
-            return ends();
+        const bool stagnant = step < kStagnant[fluid.exact()] && step > 0.3 * last;
+        if (scale == 1.0 && (step < kStep || stagnant)) return ends();
         last = step;
     }
     return false;
@@ -369,7 +371,10 @@ bool RegularPair::bound(Certificate& c) {
     }
     c.apart_error = off(row(2 * n)) / std::fabs(d);
     const double of_p = off(ln_p.data()) + p_rounding, of_T = off(row(2 * n + 1));
-    c.value_error = T > 0.0 && p > 0.0 ? 0.0 : T > 0.0 ? of_p : p > 0.0 ? of_T : std::max(of_p, of_T);
+    c.value_error = T > 0.0 && p > 0.0 ? 0.0
+                    : T > 0.0          ? of_p
+                    : p > 0.0          ? of_T
+                                       : std::max(of_p, of_T);
     return c.bounded();
 }
 

@@ -1,5 +1,6 @@
 #include <corvane/core/constants.h>
 #include <corvane/phases/dense.h>
+#include <corvane/phases/error_bound.h>
 #include <corvane/phases/split.h>
 
 #include <algorithm>
@@ -245,6 +246,77 @@ bool SplitSolver::solve(int limit) {
         if (!advance()) return false;
     }
     return false;
+}
+
+bool SplitSolver::bound(Certificate& c) {
+    assemble();
+    const int n = n_, K = count_, m = size_, pressures = (K - 1) * n;
+    std::vector<double> e(static_cast<std::size_t>(m)), inverse(jacobian_.size());
+    for (int k = 0; k < m; ++k) e[k] = std::fabs(r_[k]);
+    for (int i = 0; i < n; ++i)
+        for (int k = 0; k < K; ++k)
+            if (k != most_[i])
+                e[row(i, k)] += rounding_of_m(fluid, phase[k], i) +
+                                rounding_of_m(fluid, phase[most_[i]], i);
+    for (int k = p_free_ ? 1 : 0; k < K; ++k)
+        e[pressure_row(k)] += rounding_of_P(fluid, phase[k]) +
+                              (p_free_ ? rounding_of_P(fluid, phase[0]) : 0.0);
+    if (target_ != Target::none) {  // h/RT or s/R: as the potentials; ideal gas to 1e-14 of itself
+        double size = T_free_ ? 1.0 + std::fabs(given / (target_ == Target::h_at_p ? T : 1.0)) : 1.0;
+        size *= 1e-14;
+        for (int k = 0; T_free_ && k < K; ++k)
+            for (int i = 0; i < n; ++i)
+                size += amount[k] * phase[k].x[i] * rounding_of_m(fluid, phase[k], i);
+        e[m - 1] += size;
+    }
+    if (!invert(m, jacobian_.data(), inverse.data())) return false;
+    const ErrorBound off(e);
+    // ∂ln rho_i of every phase: of the amounts (the phase that holds most of a component loses what
+    // the others gain) less that of the volume.
+    const std::size_t width = static_cast<std::size_t>(m), block = width * n;
+    std::vector<double> rows(block * K, 0.0), sum(width);
+    for (int k = 0; k < K; ++k)
+        for (int i = 0; i < n; ++i) {
+            double* to = &rows[block * k + width * i];
+            for (int other = 0; other < K; ++other) {
+                if (other == most_[i] || (k != most_[i] && other != k)) continue;
+                const double part = k == other ? 1.0
+                                               : -n_ik_[i * K + other] / n_ik_[i * K + most_[i]];
+                for (int j = 0; j < m; ++j) to[j] += part * inverse[width * row(i, other) + j];
+            }
+            for (int j = 0; j < m; ++j) to[j] -= inverse[width * (pressures + k) + j];
+        }
+    c.x_error = c.rho_error = c.apart_error = 0.0;
+    int light = 0;
+    for (int k = 0; k < K; ++k) {
+        if (phase[k].rho < phase[light].rho) light = k;
+        off.phase(phase[k], &rows[block * k], c.x_error, c.rho_error);
+        for (int other = 0; other < k; ++other) {
+            double d = 0.0;
+            std::fill(sum.begin(), sum.end(), 0.0);
+            for (int i = 0; i < n; ++i) {
+                const double weight = fluid.z()[i],
+                             far = std::log(phase[k].rho_i[i] / phase[other].rho_i[i]);
+                d += weight * far * far;
+                for (int j = 0; j < m; ++j)
+                    sum[j] += weight * far *
+                              (rows[block * k + width * i + j] - rows[block * other + width * i + j]);
+            }
+            c.apart_error = std::max(c.apart_error, off(sum.data()) / d);
+        }
+    }
+    c.value_error = 0.0;
+    if (T_free_) c.value_error = off(&inverse[width * (m - 1)]);
+    if (p_free_) {
+        PhaseState const& s = phase[light];
+        const double unit = R * T / s.p;
+        std::fill(sum.begin(), sum.end(), 0.0);
+        for (int i = 0; i < n; ++i)
+            for (int j = 0; j < m; ++j)
+                sum[j] += unit * s.rho_i[i] * s.P[i] * rows[block * light + width * i + j];
+        c.value_error = off(sum.data()) + std::fabs(unit) * rounding_of_P(fluid, s);
+    }
+    return c.bounded();
 }
 
 }  // namespace corvane

@@ -47,6 +47,9 @@ class SplitSolver {
     double distance() const;
     /// False without convergence in `limit` iterations, or when a phase vanishes.
     bool solve(int limit);
+    /// Fills the bounds of the certificate, from an evaluated state of two phases or more. False if
+    /// the Jacobian is singular.
+    bool bound(Certificate& c);
 
   private:
     int row(int i, int k) const { return row_[i * count_ + k]; }

@@ -58,6 +58,12 @@ TEST(FlashTarget, RoundTrips) {
                 EXPECT_NEAR(q.T, c.T, 1e-6);
                 EXPECT_NEAR(q.p / c.p, 1, 1e-8);
                 expect_sums(*m, q);
+                EXPECT_EQ(q.certificate.bounded(), c.phases > 1);
+                if (c.phases < 2) continue;
+                // of both results: h, s and rho of the first one have the error of its phases
+                const double error = q.certificate.value_error + 10 * in.certificate.x_error;
+                EXPECT_LE(std::fabs(q.T / c.T - 1) + std::fabs(q.p / c.p - 1), error + 1e-15);
+                EXPECT_LE(error, 1e-8);
             }
     }
 }
