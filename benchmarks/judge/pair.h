@@ -101,8 +101,8 @@ class PairNewton {
             if (size < Quad(1e-26) * scale || (size < Quad(1e-10) * scale && size > last / 4))
                 return true;
             // Phases nearer than 1e-4 leave steps of rounding: that is how well they are known.
-            if (iterations_ > 3 && d < Quad(1e-4) && size < Quad(1e-4) * d) {
-                uncertainty_ = 20 * double(size);
+            if (d < Quad(1e-4) && last < Quad(1e-4) * d && size > last / 4) {
+                uncertainty_ = 20 * double(std::max(size, last));
                 return true;
             }
             last = size;

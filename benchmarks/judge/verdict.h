@@ -177,7 +177,7 @@ class Court {
         v.tpd = static_cast<double>(t.tpd);
         if (q.stable)
             v.fault = depth(t);
-        else if (t.tpd > -t.noise && !(claimed(p, T, z, q.trial) < 0))
+        else if (t.tpd > -t.noise / 20 && !(claimed(p, T, z, q.trial) < 0))  // between: both
             v.fault = Fault::stable;
         return v;
     }
