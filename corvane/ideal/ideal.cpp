@@ -54,7 +54,7 @@ void Ideal::read(std::string const& path) {
     corvane::File file = corvane::open_file(path);
     FILE* f = file.get();
     int n = 0;
-    if (std::fscanf(f, "%d", &n) != 1 || n < 0) n = 0;
+    if (std::fscanf(f, "%9d", &n) != 1 || n < 0) n = 0;
     SortedVector<double> x;
     Vector<double> y;
     corvane::reading(path, f, [&] {

@@ -5,6 +5,7 @@
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 
+#include <cctype>
 #include <string>
 #include <utility>
 
@@ -34,8 +35,12 @@ void adopt(Model1& component, FILE* f) {
         corvane::check_name(header.name);
         component.name(header.name);
     }
-    if (std::fscanf(f, "%*s\t%d", &header.id) != 1)
+    // Nine digits: more could leave the range of an int.
+    if (std::fscanf(f, "%*s\t%9d", &header.id) != 1)
         corvane::malformed(f, "the number of a component's parameter set is missing");
+    const int next = std::getc(f);
+    if (std::isdigit(next)) corvane::malformed(f, "the number of a parameter set is too long");
+    std::ungetc(next, f);
     if (component.id() != -1 && component.id() != header.id) throw ThException(th_id_mismatch);
     component.id(header.id);
 }
@@ -119,7 +124,7 @@ bool ModelN::load_pair(int a, int b, char const* equation, char const* theory) {
             adopt(*second, f);
             int number = id(a, b);
             char text[th_commlength] = {};
-            static_cast<void>(std::fscanf(f, "%*s\t%d%*s", &number));
+            static_cast<void>(std::fscanf(f, "%*s\t%9d%*s", &number));
             corvane::read_text(f, text, th_commlength, kCommentRead);
             id(a, b, number);
             comment(a, b, text);

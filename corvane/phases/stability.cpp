@@ -14,6 +14,7 @@ constexpr int kIterations = 120, kSubstitutions = 3, kHidden = 40;
 constexpr double kConverged = 1e-10;  // of ln W
 constexpr double kLevel = 1e-13, kShortest = 1e-4, kFlat = 1e-7;  // of descents at rounding
 constexpr double kRounding = 5e-14;   // of a distance, over the size of its terms
+constexpr double kPurest = 1e-12;     // of the other components in one that is as good as pure
 constexpr double kSpinodal = 1e-9;    // what rounding may leave of w·(1 − w)·t″
 }  // namespace
 
@@ -201,6 +202,19 @@ StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState co
         for (Bracket const& b : brackets_)
             if (record(descend(phase, p, known, b, first, tpd, r.iterations))) break;
     } else if (n > 2) {
+        // Components as good as pure: one far below its solubility elsewhere (mercury in cold methane)
+        // may separate without taking any of the others along. From starts with two parts in a
+        // thousand of these no substitution leads there, as their potentials are out of all bounds.
+        for (int pure = 0; pure < n; ++pure) {
+            for (int k = 0; k < n; ++k) step_[k] = k == pure ? 1.0 : kPurest * phase.x[k];
+            if (!fluid_.evaluate_at(s_, p, phase.T, step_, Root::stable, 0)) continue;
+            const double d = distance(s_, phase);
+            if (!(d < -Certificate::tpd_tolerance)) continue;
+            r.stable = false;
+            if (d < best) take(d);
+            r.tpd = best;
+            if (first) return r;
+        }
         starts_.clear();
         for (int start = 0; start < 2 * n; ++start) {  // nearly pure; half pure
             const double pure = start < n ? 0.998 : 0.5;

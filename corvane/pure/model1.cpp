@@ -86,7 +86,7 @@ int Model1::load(char const* eos) {
             // Labels are skipped and what cannot be read is not detected: a field keeps what it
             // had, and the labels of the section are out of step.
             static_cast<void>(std::fscanf(f, "%*s\t%31s", name_) == 1 &&
-                              std::fscanf(f, "%*s\t%d", &id_) == 1);
+                              std::fscanf(f, "%*s\t%9d", &id_) == 1);
             corvane::check_name(name_);
             static_cast<void>(std::fscanf(f, "%*s"));
             corvane::read_text(f, comment_, th_commlength, kCommentRead);

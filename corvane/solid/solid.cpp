@@ -143,7 +143,7 @@ void Solid::load() {
     FILE* f = file.get();
     corvane::reading(path, f, [&] {
         int n = 0;
-        if (std::fscanf(f, "%d", &n) != 1 || n > kMaxPhases)
+        if (std::fscanf(f, "%9d", &n) != 1 || n > kMaxPhases)
             corvane::malformed(f, "no such number of phases");
         Tmax_ = corvane::read_number(f, true);
         sg.size(0);

@@ -94,7 +94,7 @@ void Visco::load0() {
     FILE* f = file.get();
     // What cannot be read keeps its value (intended: read errors are not detected).
     int count = count_;
-    int items = std::fscanf(f, "%d%d", &form_, &count);
+    int items = std::fscanf(f, "%9d%9d", &form_, &count);
     if (count > kMaxCount)
         throw corvane::FileError(th_cannot_open, path, "too many coefficients", 1);
     count_ = count;
@@ -120,8 +120,8 @@ void Visco::load1(char const* set) {
     FILE* f = file.get();
     int level = level_;
     // What cannot be read keeps its value (intended: read errors are not detected).
-    if (std::fscanf(f, "%*s\t%*s") == EOF || std::fscanf(f, "%*s\t%d", &id_) == EOF ||
-        std::fscanf(f, "%*s\t%d", &level) == EOF)
+    if (std::fscanf(f, "%*s\t%*s") == EOF || std::fscanf(f, "%*s\t%9d", &id_) == EOF ||
+        std::fscanf(f, "%*s\t%9d", &level) == EOF)
         level = level_;
     level_ = static_cast<ft_level>(level);
 

@@ -165,10 +165,12 @@ TEST_F(MixtureFiles, WhatCannotBeReadOrHeldChangesNothing) {
         EXPECT_EQ(good->param(0, 0, 1), 0.125);
         EXPECT_STREQ(good->comment(0, 1), "pair ab");
     }
-    scratch_.write("CorvaneS/parameters/PR/vdW1/a+b;1",
-                   "name1:\t../../a\nid1:\t1\n" + file.substr(file.find("name2")));
-    EXPECT_EQ(load_code(good), th_cannot_open);
-    EXPECT_STREQ(good->mdl1[0]->name(), "a");
+    for (char const* head :
+         {"name1:\t../../a\nid1:\t1\n", "name1:\ta\nid1:\t99999999999999999999\n"}) {
+        scratch_.write("CorvaneS/parameters/PR/vdW1/a+b;1", head + file.substr(file.find("name2")));
+        EXPECT_EQ(load_code(good), th_cannot_open) << head;
+        EXPECT_STREQ(good->mdl1[0]->name(), "a");
+    }
     std::filesystem::create_directories("CorvaneS/models/parameters/PR/vdW1");
     good->mdl1[1]->name("two words");
     EXPECT_EQ(th_code([&] { good->store2("PR", "vdW1"); }), th_cannot_open);

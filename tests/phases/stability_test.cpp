@@ -155,4 +155,47 @@ TEST(Stability, EveryTrialOfManyComponentsConverges) {
         EXPECT_LE(corvane::flash_pT(*m, c.p, c.T, c.z).phases.size(), 2u);
     }
 }
+
+// A component whose potential, by the published functions, is above that of the pure substance
+// separates: no composition in which that is so may pass, alone or as a phase of a flash.
+TEST(Stability, NoComponentIsBeyondItsPureSelf) {
+    const struct {
+        std::vector<std::string> names;
+        Vector<double> z;
+        double T, p;
+    } cases[] = {
+        {{"decane", "mercury", "methane"}, vec({1.0971643e-6, 1.9694292e-8, 0}), 165.80386, 2.01103},
+        {{"decane", "mercury", "methane"}, vec({1.6844288e-9, 1.4206e-11, 0}), 118.967588, 0.116571},
+        {{"decane", "mercury", "methane"}, vec({0.13490702, 0.02748893, 0}), 175.924944, 0.286463},
+        {{"helium", "decane", "methane"}, vec({0.5, 3.375405e-8, 0}), 20.0, 0.185523},
+        {{"nitrogen", "water", "methane"}, vec({0.3, 1e-5, 0}), 180.0, 1.0},
+        {{"propane", "benzene", "mercury"}, vec({0.9, 0.09, 0}), 250.0, 0.3}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.names[0] << " " << c.names[1] << " " << c.T);
+        const Mixture m = mixture_of("PR", "vdW1", c.names);
+        const auto pure = [&](int i) {
+            double rho = 0;
+            return m->mdl1[i]->Ge(c.p, c.T, 2, rho);
+        };
+        const auto beyond = [&](Vector<double> const& x, double rho) {
+            double most = -1e300;
+            for (int i = 0; i < x.size(); ++i) {
+                double w = rho;
+                const double mu = rho > 0 ? m->my(x * w, c.T, i) : m->my(c.p, c.T, x, i, 2, w);
+                most = std::max(most, mu - pure(i));
+            }
+            return most;
+        };
+        Vector<double> z = c.z;
+        z[2] = 1 - z[0] - z[1];
+        ASSERT_GT(beyond(z, 0), 1e-3) << "the case is none";
+        EXPECT_FALSE(corvane::stability(*m, c.p, c.T, z).stable);
+        try {
+            for (auto const& phase : corvane::flash_pT(*m, c.p, c.T, z).phases)
+                EXPECT_LT(beyond(phase.x, phase.rho), 1e-8);
+        } catch (corvane::EquilibriumFailure const& e) {
+            EXPECT_EQ(e.kind(), corvane::EquilibriumFailure::Kind::gave_up);
+        }
+    }
+}
 }  // namespace
