@@ -165,6 +165,10 @@ TEST(Cli, SubstanceWithoutIdealGasTableOrStandardSet) {
     scratch.write("CorvaneS/ideal/propane", "2\n300 70\n300 71\n");
     expect_all({{"state PR propane --T 300 --p 1", 1, "",
                  "ideal-gas table CorvaneS/ideal/propane: duplicate x data (MthException 5)"}});
+    set.replace(set.find("omega:\t0."), 9, "omega:\t0,");
+    scratch.write("CorvaneS/parameters/PR/propane;4", set);
+    expect_all({{"state PR propane --T 300 --p 1", 1, "",
+                 "parameter file CorvaneS/parameters/PR/propane;4: line 10: "}});
 }
 
 TEST(Cli, RangesThatFilesStateAreHeldAgainstTheState) {

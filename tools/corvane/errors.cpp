@@ -35,6 +35,13 @@ std::string describe(ThException const& e) {
 std::string describe(MthException const& e) {
     return in_words(e, "MthException");
 }
+std::string describe(corvane::FileError const& e, std::string const& what) {
+    const std::string path = e.path.starts_with("./") ? e.path.substr(2) : e.path;
+    std::string text;
+    if (!path.empty() && what.find(path) == std::string::npos) text = path + ": ";
+    if (e.line > 0) text += fmt::format("line {}: ", e.line);
+    return text + fmt::format("{} (ThException {})", e.reason, e.number);
+}
 std::string describe(corvane::EquilibriumFailure const& e) {
     const bool none = e.kind() == corvane::EquilibriumFailure::Kind::no_solution;
     std::string text = none ? "no solution" : "gave up";

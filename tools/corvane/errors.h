@@ -2,6 +2,7 @@
 #pragma once
 
 #include <corvane/core/errors.h>
+#include <corvane/core/file_error.h>
 #include <corvane/phases/certificate.h>
 
 #include <stdexcept>
@@ -30,11 +31,16 @@ std::string describe(MthException const& e);
 /// state is left to the caller, who knows the units.
 std::string describe(corvane::EquilibriumFailure const& e);
 
+/// "line 3: not a number: '29,1' (ThException 1)", after the path if `what` does not name the file.
+std::string describe(corvane::FileError const& e, std::string const& what);
+
 /// Runs f; an exception of the library becomes a Failure "<what>: <text of the table> (<code>)".
 template <class F>
 auto asking(std::string const& what, F f) -> decltype(f()) {
     try {
         return f();
+    } catch (corvane::FileError const& e) {
+        throw Failure(what + ": " + describe(e, what));
     } catch (ThException const& e) {
         throw Failure(what + ": " + describe(e));
     } catch (MthException const& e) {
