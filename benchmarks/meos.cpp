@@ -1,6 +1,6 @@
 // Reference equations: what one call costs, and how many evaluations of the isotherm a density
 // takes.
-#include <corvane/equilibria/ffe1core.h>
+#include <corvane/classic/equilibria/ffe1core.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 #include <plugins/meos/density_solver.h>

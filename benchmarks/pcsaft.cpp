@@ -1,5 +1,5 @@
 // PC-SAFT: what one call costs, and how often saturation asks for densities.
-#include <corvane/equilibria/ffe1core.h>
+#include <corvane/classic/equilibria/ffe1core.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 

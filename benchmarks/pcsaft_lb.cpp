@@ -1,6 +1,6 @@
 // PC-SAFT mixtures: what one call costs, without and with association.
+#include <corvane/classic/equilibria/ffeNcore.h>
 #include <corvane/corvane.h>
-#include <corvane/equilibria/ffeNcore.h>
 
 #include <benchmark/benchmark.h>
 

@@ -1,8 +1,7 @@
 # What `cmake --install` puts where. The data home is <prefix>/lib/corvane.
 include(CMakePackageConfigHelpers)
 
-install(TARGETS corvane numelo EXPORT corvaneTargets LIBRARY DESTINATION lib)
-install(DIRECTORY corvane/ DESTINATION include/corvane FILES_MATCHING PATTERN "*.h")
+install(TARGETS corvane numelo EXPORT corvaneTargets LIBRARY DESTINATION lib FILE_SET HEADERS)
 install(DIRECTORY CorvaneS DESTINATION lib/corvane)
 if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/models)
   install(DIRECTORY models DESTINATION lib/corvane)

@@ -1,7 +1,7 @@
 // Flat exports of the context records.
 #include <corvane/binding/flat.h>
+#include <corvane/classic/input/input.h>
 #include <corvane/core/records.h>
-#include <corvane/input/input.h>
 
 using namespace corvane::binding;
 

@@ -5,7 +5,7 @@
 #include <corvane/core/text.h>
 #include <corvane/ideal/load_ideal.h>
 #include <corvane/mixture/loading.h>
-#include <corvane/phases/validity.h>
+#include <corvane/phases/report/validity.h>
 
 #include <algorithm>
 #include <array>

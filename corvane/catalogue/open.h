@@ -12,7 +12,7 @@
 #include <corvane/catalogue/parameter_sets.h>
 #include <corvane/core/api.h>
 #include <corvane/mixture/modeln.h>
-#include <corvane/phases/certificate.h>
+#include <corvane/phases/report/certificate.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 

@@ -1,7 +1,7 @@
 #include <corvane/core/constants.h>
 #include <corvane/core/errors.h>
-#include <corvane/phases/illinois.h>
-#include <corvane/phases/pure_saturation.h>
+#include <corvane/phases/numerics/illinois.h>
+#include <corvane/phases/saturation/pure_saturation.h>
 #include <corvane/pure/model1.h>
 #include <corvane/state/pure_state.h>
 

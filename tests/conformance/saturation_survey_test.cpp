@@ -3,8 +3,8 @@
 #include "support/errors.h"
 #include "support/shipped.h"
 
-#include <corvane/equilibria/ffe1core.h>
-#include <corvane/phases/pure_saturation.h>
+#include <corvane/classic/equilibria/ffe1core.h>
+#include <corvane/phases/saturation/pure_saturation.h>
 
 #include <map>
 

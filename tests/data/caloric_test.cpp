@@ -1,6 +1,6 @@
 // Ideal-gas tables, reference states and solids.
+#include <corvane/classic/equilibria/ffe1core.h>
 #include <corvane/core/constants.h>
-#include <corvane/equilibria/ffe1core.h>
 #include <corvane/pure/attach.h>
 #include <corvane/solid/fusion.h>
 #include <data/data_files.h>

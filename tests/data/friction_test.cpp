@@ -1,5 +1,5 @@
 // Friction-theory sets together with the equation of state that each was fitted with.
-#include <corvane/equilibria/ffe1core.h>
+#include <corvane/classic/equilibria/ffe1core.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 #include <data/data_files.h>

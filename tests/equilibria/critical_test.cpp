@@ -2,8 +2,8 @@
 // conditions in another form, and the point where bubble and dew curves meet.
 #include "equilibria/phases.h"
 
+#include <corvane/classic/equilibria/crit_slope.h>
 #include <corvane/core/numelo.h>
-#include <corvane/equilibria/crit_slope.h>
 
 #include <array>
 

@@ -5,8 +5,8 @@
 #include "support/mixtures.h"
 #include "support/vdw_model.h"
 
-#include <corvane/equilibria/ffe1core.h>
-#include <corvane/equilibria/ffeNcore.h>
+#include <corvane/classic/equilibria/ffe1core.h>
+#include <corvane/classic/equilibria/ffeNcore.h>
 
 /// Peng–Robinson with the shipped components.
 inline Mixture peng_robinson(char const* first, char const* second, double kij) {

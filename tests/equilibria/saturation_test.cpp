@@ -1,4 +1,4 @@
-#include <corvane/equilibria/ffe1core.h>
+#include <corvane/classic/equilibria/ffe1core.h>
 
 #include "support/errors.h"
 #include "support/scratch.h"

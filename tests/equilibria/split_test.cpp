@@ -2,11 +2,11 @@
 // freeze-out of a solid.
 #include "equilibria/phases.h"
 
-#include <corvane/equilibria/equil2.h>
-#include <corvane/equilibria/equil2s-1.h>
-#include <corvane/equilibria/equil_min.h>
-#include <corvane/equilibria/ffinit.h>
-#include <corvane/equilibria/list_different.h>
+#include <corvane/classic/equilibria/equil2.h>
+#include <corvane/classic/equilibria/equil2s-1.h>
+#include <corvane/classic/equilibria/equil_min.h>
+#include <corvane/classic/equilibria/ffinit.h>
+#include <corvane/classic/equilibria/list_different.h>
 
 #include <limits>
 

@@ -1,5 +1,5 @@
 // Console helpers, driven through a redirected standard input, and transforms of mole fractions.
-#include <corvane/input/input.h>
+#include <corvane/classic/input/input.h>
 #include <support/errors.h>
 #include <support/scratch.h>
 

@@ -2,7 +2,7 @@
 #include "cubic_reference.h"
 #include "model_text.h"
 
-#include <corvane/phases/pure_saturation.h>
+#include <corvane/phases/saturation/pure_saturation.h>
 #include <tests/support/errors.h>
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // The example of the author's guide, loaded from a working directory of its own.
-#include <corvane/equilibria/ffe1core.h>
+#include <corvane/classic/equilibria/ffe1core.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 #include <tests/support/scratch.h>

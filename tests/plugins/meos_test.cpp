@@ -3,7 +3,7 @@
 #include "support/errors.h"
 #include "support/shipped.h"
 
-#include <corvane/equilibria/ffe1core.h>
+#include <corvane/classic/equilibria/ffe1core.h>
 #include <plugins/meos/density_solver.h>
 
 #include <gtest/gtest.h>

@@ -3,8 +3,8 @@
 #include "pcsaft_reference.h"
 #include "scan.h"
 
-#include <corvane/equilibria/ffe1core.h>
-#include <corvane/equilibria/ffeNcore.h>
+#include <corvane/classic/equilibria/ffe1core.h>
+#include <corvane/classic/equilibria/ffeNcore.h>
 #include <plugins/common/pcsaft/cross_association.h>
 #include <tests/support/errors.h>
 #include <tests/support/mixtures.h>

@@ -3,7 +3,7 @@
 #include "pcsaft_reference.h"
 #include "scan.h"
 
-#include <corvane/equilibria/ffe1core.h>
+#include <corvane/classic/equilibria/ffe1core.h>
 #include <tests/data/data_files.h>
 #include <tests/support/errors.h>
 #include <tests/support/shipped.h>

@@ -1,6 +1,6 @@
 // Solid phases: published figures, identities between solid and vapour, files.
+#include <corvane/classic/equilibria/ffe1core.h>
 #include <corvane/core/numelo.h>
-#include <corvane/equilibria/ffe1core.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 #include <support/errors.h>

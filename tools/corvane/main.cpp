@@ -2,7 +2,7 @@
 //
 // Results go to standard output, the rest to standard error. Exit code 0: done; 1: failed; 2: wrong
 // use.
-#include <tools/corvane/commands.h>
+#include <tools/corvane/commands/commands.h>
 
 int main(int argc, char** argv) {
     cli::Program program(

@@ -1,7 +1,7 @@
-#include <tools/corvane/errors.h>
 #include <tools/corvane/program.h>
-#include <tools/corvane/suggest.h>
-#include <tools/corvane/text.h>
+#include <tools/corvane/text/errors.h>
+#include <tools/corvane/text/suggest.h>
+#include <tools/corvane/text/text.h>
 
 #include <fmt/format.h>
 #include <CLI/CLI.hpp>

@@ -1,0 +1,95 @@
+// Lines of invariant states of a binary: three phases, azeotropes. Internal to the library.
+#pragma once
+
+#include <corvane/phases/binary/binary_diagram.h>
+#include <corvane/phases/binary/path.h>
+#include <corvane/phases/binary/phase_line.h>
+#include <corvane/phases/critical/critical_conditions.h>
+#include <corvane/phases/stability/stability.h>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <vector>
+
+namespace corvane {
+
+/// Follows states of `phases` phases with one degree of freedom, in T from a start.
+class LineTracer {
+  public:
+    /// also: a further condition on the first two phases (five coefficients), or empty.
+    LineTracer(FluidModel const& fluid, int phases, std::vector<double> const& also,
+               PhaseLineOptions const& options);
+
+    /// Solves at the T of solver.u. False without a solution.
+    bool begin();
+    /// From the state of begin() to an end; that state itself is not recorded. `record` takes each
+    /// point from solver and tpd, and counts; false if the point misses its certificate.
+    PhaseLineEnd run(bool hotter, std::function<bool()> const& record);
+
+    CoexistenceSolver solver;
+    double tpd = 0.0;  ///< tangent-plane distance of the state in solver
+    int points = 0;    ///< recorded so far
+
+  private:
+    bool stable();
+    bool settle(std::vector<double> const& u);
+    bool new_phase();
+    bool critical();
+    bool critical_azeotrope(CriticalConditions& conditions, std::vector<double>& u);
+    PhaseLineEnd pure(int component);
+
+    FluidModel const& fluid_;
+    const PhaseLineOptions o_;
+    const double T_min_;
+    std::vector<double> start_;
+    Path path_;
+    Stability stability_;
+    StabilityResult result_;
+};
+
+/// A whole line from the state of tracer.begin(), which begin and end explain. make: the point of
+/// tracer.solver.
+template <class Line, class Make>
+Line trace_line(LineTracer& tracer, Make make) {
+    Line line;
+    auto record = [&] {
+        auto point = make();
+        if (!point.certificate.holds()) {
+            tracer.solver.level();
+            point = make();
+        }
+        if (!point.certificate.holds()) return false;
+        line.points.push_back(std::move(point));
+        ++tracer.points;
+        return true;
+    };
+    if (!record()) return line;
+    line.begin = tracer.run(false, record);
+    std::reverse(line.points.begin(), line.points.end());
+    line.end = line.begin == PhaseLineEnd::interrupted ? line.begin : tracer.run(true, record);
+    return line;
+}
+
+/// Do the points, as a line, pass the state (T, p, x) within 2 % of p and 0.02 of x? x_of: of a
+/// point.
+template <class Point, class X>
+bool passes(std::vector<Point> const& points, double T, double p, double x, X x_of) {
+    constexpr double slack = 0.02;
+    for (std::size_t k = 1; k < points.size(); ++k) {
+        Point const &a = points[k - 1], &b = points[k];
+        if ((a.T - T) * (b.T - T) > 0.0) continue;
+        const double w = a.T == b.T ? 0.0 : (1 / T - 1 / a.T) / (1 / b.T - 1 / a.T);
+        if (std::fabs((1 - w) * std::log(a.p) + w * std::log(b.p) - std::log(p)) < slack &&
+            std::fabs((1 - w) * x_of(a) + w * x_of(b) - x) < slack)
+            return true;
+    }
+    return false;
+}
+
+/// Complete diagrams at temperatures 6 % apart from T_min to the higher critical temperature, and
+/// close to both critical ones, until visit returns false.
+void search_lines(ModelN const& binary, PhaseLineOptions const& options,
+                  std::function<bool(BinaryDiagram const&)> const& visit);
+
+}  // namespace corvane

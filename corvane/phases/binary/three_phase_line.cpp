@@ -1,0 +1,47 @@
+#include <corvane/phases/binary/binary.h>
+#include <corvane/phases/binary/line.h>
+#include <corvane/phases/binary/three_phase_line.h>
+#include <corvane/phases/binary/three_phase_point.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+namespace corvane {
+ThreePhaseLine three_phase_line(ModelN const& binary, ThreePhasePoint const& start,
+                                PhaseLineOptions const& o) {
+    check_binary(binary, start.T);
+    check_options(o);
+    const FluidModel fluid(binary, equal_parts());
+    LineTracer tracer(fluid, 3, {}, o);
+    if (!start_three(tracer.solver, start)) throw ThException(th_out_of_range);
+    char state[40];
+    std::snprintf(state, sizeof state, "T = %g K", start.T);
+    if (!tracer.begin() || tracer.tpd < -Certificate::tpd_tolerance)
+        throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up, state, "three_phase_line",
+                                 tracer.solver.iterations, tracer.solver.residual,
+                                 "no stable three phases next to the start");
+    return trace_line<ThreePhaseLine>(
+        tracer, [&] { return three_phase_point(tracer.solver, tracer.tpd, o.validity); });
+}
+
+std::vector<ThreePhaseLine> three_phase_lines(ModelN const& binary, PhaseLineOptions const& o) {
+    check_binary(binary, 1.0);
+    check_options(o);
+    std::vector<ThreePhaseLine> lines;
+    search_lines(binary, o, [&](BinaryDiagram const& d) {
+        auto x = [](ThreePhasePoint const& q) { return q.phases[2].x[0]; };
+        for (ThreePhasePoint const& q : d.three_phase) {
+            if (std::any_of(lines.begin(), lines.end(), [&](ThreePhaseLine const& line) {
+                    return passes(line.points, q.T, q.p, x(q), x);
+                }))
+                continue;
+            lines.push_back(three_phase_line(binary, q, o));
+            if (lines.back().end == PhaseLineEnd::interrupted) return false;
+        }
+        return true;
+    });
+    return lines;
+}
+
+}  // namespace corvane

@@ -1,0 +1,17 @@
+// From a solution of the three-phase equations to a certified result. Internal to the library.
+#pragma once
+
+#include <corvane/phases/binary/three_phase.h>
+#include <corvane/phases/coexistence/coexistence.h>
+#include <corvane/phases/stability/test_phases.h>
+
+namespace corvane {
+
+/// The converged state with its certificate.
+ThreePhasePoint three_phase_point(CoexistenceSolver const& solver, double tpd,
+                                  Validity const* validity);
+
+/// Start values from three phases. False if they are not three of two components each.
+bool start_three(CoexistenceSolver& solver, ThreePhasePoint const& start);
+
+}  // namespace corvane

@@ -1,0 +1,263 @@
+#include <corvane/core/constants.h>
+#include <corvane/phases/coexistence/coexistence.h>
+#include <corvane/phases/numerics/dense.h>
+#include <corvane/phases/report/error_bound.h>
+
+#include <cmath>
+#include <limits>
+
+namespace corvane {
+namespace {
+constexpr double kPotential = 1e-11;  // residual of the potentials and of ln p
+constexpr double kGas = 3.0;  // of ∂(p/RT)/∂rho, 1 for an ideal gas: below it a fluid is a gas
+constexpr double kStep = 1e-8;  // last step in u: the next one would be below rounding
+}  // namespace
+
+CoexistenceSolver::CoexistenceSolver(FluidModel const& f, int phases)
+    : fluid(f), phase(static_cast<std::size_t>(phases)), n_(f.size()), count_(phases) {
+    for (PhaseState& s : phase) s.resize(n_);
+    const auto m = static_cast<std::size_t>(size());
+    u.resize(m);
+    r_.resize(m + 1);
+    jacobian_.resize((m + 1) * (m + 1));
+}
+
+void CoexistenceSolver::start(int k, std::vector<double> const& x, double rho) {
+    for (int i = 0; i < n_; ++i) u[k * n_ + i] = std::log(x[i] * rho);
+}
+
+int CoexistenceSolver::lightest() const {
+    int at = 0;
+    for (int k = 1; k < count_; ++k)
+        if (!(phase[at].rho < phase[k].rho)) at = k;
+    return at;
+}
+
+bool CoexistenceSolver::evaluate() {
+    const double t = std::exp(u.back());
+    for (int k = 0; k < count_; ++k) {
+        for (int i = 0; i < n_; ++i) phase[k].rho_i[i] = std::exp(u[k * n_ + i]);
+        if (!fluid.evaluate(phase[k], t, phase_all)) return false;
+    }
+    return true;
+}
+
+void CoexistenceSolver::assemble() {
+    const int n = n_, m = size(), last = count_ * n;
+    std::fill(jacobian_.begin(), jacobian_.end(), 0.0);
+    double *J = jacobian_.data(), *r = r_.data();
+    PhaseState const &a = phase[0], &light = phase[lightest()];
+    const double RT = R * a.T, scale = 1.0 / light.rho;
+    for (int k = 1; k < count_; ++k) {
+        PhaseState const& b = phase[k];
+        for (int i = 0; i < n; ++i, J += m) {
+            *r++ = b.m[i] - a.m[i];
+            for (int j = 0; j < n; ++j) {
+                J[j] = -a.rho_i[j] * a.H[i * n + j];
+                J[k * n + j] = b.rho_i[j] * b.H[i * n + j];
+            }
+            J[last] = b.m_T[i] - a.m_T[i];
+        }
+        *r++ = (b.p - a.p) / RT * scale;
+        for (int j = 0; j < n; ++j) {
+            J[j] = -a.rho_i[j] * a.P[j] * scale;
+            J[k * n + j] = b.rho_i[j] * b.P[j] * scale;
+        }
+        J[last] = (b.p_T - a.p_T) * scale;
+        J += m;
+    }
+    if (z && split) {
+        double *own = J, *to = r;
+        for (int i = 0; i < n; ++i) {  // of component 0: taken off below
+            const double in_a = (1.0 - fraction) * a.rho_i[i], in_b = fraction * phase[1].rho_i[i],
+                         whole = in_a + in_b, off = std::log(whole / (*z)[i]);
+            const double slopes[] = {in_a / whole, in_b / whole,
+                                     (phase[1].rho_i[i] - a.rho_i[i]) / whole};
+            const int at[] = {i, n + i, last + 1};
+            double* row_i = own + (i - 1) * m;
+            for (int k = 0; k < 3; ++k)
+                if (i > 0)
+                    row_i[at[k]] += slopes[k];
+                else
+                    for (int j = 0; j + 1 < n; ++j) own[j * m + at[k]] -= slopes[k];
+            if (i > 0) to[i - 1] += off;
+            for (int j = 0; i == 0 && j + 1 < n; ++j) to[j] = -off;
+        }
+        J += (n - 1) * m;
+        r += n - 1;
+    } else if (z)
+        for (int i = 1; i < n; ++i, J += m) {
+            *r++ = u[i] - u[0] - std::log((*z)[i] / (*z)[0]);
+            J[i] = 1.0;
+            J[0] = -1.0;
+        }
+    if (T > 0.0) {
+        *r++ = u[last] - std::log(T);
+        J[last] = 1.0;
+        J += m;
+    }
+    if (p > 0.0) {
+        const int at = lightest() * n;
+        // In ln p for a gas, where that is nearly linear; as it is for a liquid.
+        const bool gas = light.p > 0.0 && light.S < kGas * light.rho;
+        const double c = gas ? light.p : p;
+        p_row_ = static_cast<int>(r - r_.data());
+        *r++ = gas ? std::log(light.p / p) : light.p / p - 1.0;
+        for (int j = 0; j < n; ++j) J[at + j] = light.rho_i[j] * light.P[j] * RT / c;
+        J[last] = (light.p_T + light.p / RT) * RT / c;
+        J += m;
+    }
+    auto linear = [&](std::vector<double> const& c, double to) {
+        if (c.empty()) return;
+        double at = 0.0;
+        for (int i = 0; i < m; ++i) {
+            J[i] = c[i];
+            at += c[i] * u[i];
+        }
+        *r++ = at - to;
+        J += m;
+    };
+    linear(also, 0.0);
+    linear(row, value);
+}
+
+bool CoexistenceSolver::solve(int limit) {
+    const int n = n_, m = size();
+    double step = 1.0;
+    residual = std::numeric_limits<double>::infinity();
+    for (int it = 0; it <= limit; ++it) {
+        ++iterations;
+        if (!evaluate()) return false;
+        assemble();
+        PhaseState const& light = phase[lightest()];
+        double rounding = 0.0, dp = 0.0;
+        for (PhaseState const& s : phase)
+            rounding = std::max(
+                rounding, 8 * std::numeric_limits<double>::epsilon() * std::fabs(s.S) / light.rho);
+        residual = 0.0;
+        for (int i = 0; i < m; ++i) {
+            const double r = std::fabs(r_[i]);
+            if (p > 0.0 && i == p_row_)
+                residual = std::max(residual, r - rounding * R * light.T * light.rho / p);
+            else if (i < (count_ - 1) * (n + 1) && i % (n + 1) == n)
+                dp = std::max(dp, r - rounding);
+            else
+                residual = std::max(residual, r);
+        }
+        dp /= std::max(std::fabs(light.p) / (R * light.T * light.rho), 1e-300);
+        residual = std::max(residual, dp);
+        if (residual < kPotential && step < 1e-4) return true;
+        if (residual < 50 * kPotential && step < kStep) return true;  // at rounding
+        if (it == limit || !std::isfinite(residual)) return false;
+        for (double& r : r_) r = -r;
+        if (!lu_solve(m, jacobian_.data(), r_.data())) return false;
+        // Bounds: a factor of e in a partial density, 15 % in the total of all phases but the
+        // lightest, 20 % in T.
+        double scale = 1.0;
+        step = 0.0;
+        auto bound = [&](double change, double most) {
+            scale = std::min(scale, most / std::max(1e-300, std::fabs(change)));
+        };
+        for (int i = 0; i < m; ++i) step = std::max(step, std::fabs(r_[i]));
+        for (int k = 0, i = 0; k < count_; ++k) {
+            double total = 0.0;
+            for (int j = 0; j < n; ++j, ++i) {
+                bound(r_[i], 1.0);
+                total += phase[k].x[j] * r_[i];
+            }
+            if (&phase[k] != &light) bound(total, 0.15);
+        }
+        const int last = count_ * n;
+        bound(r_[last], 0.2);
+        if (split) bound(r_[last + 1], 0.5 * (r_[last + 1] > 0.0 ? 1.0 - fraction : fraction));
+        for (int i = 0; i <= last; ++i) u[i] += scale * r_[i];
+        if (split) fraction += scale * r_[last + 1];
+    }
+    return false;
+}
+
+void CoexistenceSolver::level() {
+    const int light = lightest();
+    for (int k = 0; k < count_; ++k)
+        for (int it = 0; k != light && it < 3; ++it) {
+            PhaseState& s = phase[k];
+            const double off = std::log1p((phase[light].p - s.p) / (R * s.T * s.S));
+            if (off == 0.0 || !std::isfinite(off)) break;
+            for (int i = 0; i < n_; ++i) s.rho_i[i] = std::exp(u[k * n_ + i] += off);
+            if (!fluid.evaluate(s, s.T, phase_all)) break;
+        }
+}
+
+bool CoexistenceSolver::tangent(std::vector<double>& t) {
+    assemble();
+    t.assign(static_cast<std::size_t>(size()), 0.0);
+    t.back() = 1.0;
+    return lu_solve(size(), jacobian_.data(), t.data());
+}
+
+bool CoexistenceSolver::bound(Certificate& c) {
+    assemble();
+    const int n = n_, m = size(), last = count_ * n, k_light = lightest();
+    constexpr double eps = std::numeric_limits<double>::epsilon();
+    PhaseState const& light = phase[k_light];
+    const double RT = R * light.T, p_rounding = rounding_of_P(fluid, light) * RT / light.p;
+    std::vector<double> e(static_cast<std::size_t>(m), 8 * eps);
+    int at = 0;
+    for (int k = 1; k < count_; ++k) {
+        for (int i = 0; i < n; ++i)
+            e[at++] = rounding_of_m(fluid, phase[0], i) + rounding_of_m(fluid, phase[k], i);
+        e[at++] =
+            (rounding_of_P(fluid, phase[0]) + rounding_of_P(fluid, phase[k])) / light.rho;
+    }
+    for (int i = 1; z && i < n; ++i)
+        e[at++] = 4 * eps * (2.0 + std::fabs(u[i]) + std::fabs(u[0]));
+    if (p > 0.0) e[p_row_] = std::fabs(p_rounding);
+    for (int k = 0; k < m; ++k) e[k] += std::fabs(r_[k]);
+    std::vector<double> inverse(static_cast<std::size_t>(m * m));
+    if (!invert(m, jacobian_.data(), inverse.data())) return false;
+    const ErrorBound off(e);
+    const auto change = [&](int i) { return &inverse[static_cast<std::size_t>(i) * m]; };
+    c.x_error = c.rho_error = c.apart_error = 0.0;
+    std::vector<double> sum(static_cast<std::size_t>(m));
+    for (int k = 0; k < count_; ++k) {
+        off.phase(phase[k], change(k * n), c.x_error, c.rho_error);
+        if (k == 0) continue;
+        double d = 0.0;
+        std::fill(sum.begin(), sum.end(), 0.0);
+        for (int i = 0; i < n; ++i) {
+            const double difference = u[i] - u[k * n + i];
+            d += phase[0].x[i] * difference * difference;
+            for (int j = 0; j < m; ++j)
+                sum[j] += phase[0].x[i] * difference * (change(i)[j] - change(k * n + i)[j]);
+        }
+        c.apart_error = std::max(c.apart_error, off(sum.data()) / d);
+    }
+    for (int j = 0; j < m; ++j) {
+        sum[j] = (light.p_T + light.p / RT) * change(last)[j];
+        for (int i = 0; i < n; ++i) sum[j] += light.rho_i[i] * light.P[i] * change(k_light * n + i)[j];
+        sum[j] *= RT / light.p;
+    }
+    const double of_p = off(sum.data()) + std::fabs(p_rounding), of_T = off(change(last));
+    c.value_error = T > 0.0 && p > 0.0 ? 0.0
+                    : T > 0.0          ? of_p
+                    : p > 0.0          ? of_T
+                                       : std::max(of_p, of_T);
+    return c.bounded();
+}
+
+double CoexistenceSolver::pressure() const {
+    return phase[lightest()].p;
+}
+double CoexistenceSolver::ln_p() const {
+    return std::log(pressure());
+}
+double CoexistenceSolver::ln_p(std::vector<double> const& t) const {
+    const int k = lightest();
+    PhaseState const& s = phase[k];
+    const double reduced = s.p / (R * s.T);
+    double d = (s.p_T + reduced) * t.back();
+    for (int j = 0; j < n_; ++j) d += s.rho_i[j] * s.P[j] * t[k * n_ + j];
+    return d / reduced;
+}
+
+}  // namespace corvane

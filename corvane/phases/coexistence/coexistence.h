@@ -1,0 +1,70 @@
+// Newton's method for phases in equilibrium. Internal to the library.
+#pragma once
+
+#include <corvane/phases/phase/phase.h>
+#include <corvane/phases/report/certificate.h>
+
+#include <vector>
+
+namespace corvane {
+
+/// Phases of the same T in the variables u = (ln rho_i of each phase, one phase after the other;
+/// ln T). Equations: n equal potentials and equal pressures between the first phase and every
+/// other; then whatever fixes a composition, T, p or combinations of the variables, so that there
+/// are as many conditions as variables. All derivatives are exact.
+///
+/// In these isochoric variables (Bell & Deiters, AIChE J. 64 (2018) 2745) no density root is
+/// searched, so that nothing jumps near a critical point.
+class CoexistenceSolver {
+  public:
+    CoexistenceSolver(FluidModel const& fluid, int phases);
+
+    FluidModel const& fluid;
+    std::vector<PhaseState> phase;  ///< evaluated at the last u
+    std::vector<double> u;
+    int iterations = 0;
+    double residual = 0.0;
+
+    // What is fixed beside the equilibrium itself.
+    std::vector<double> const* z = nullptr;  ///< composition of the whole (n − 1 conditions): of
+                                             ///< the first phase, or with `split` of the first two
+    bool split = false;     ///< `fraction` is a variable (instead of also and row)
+    double fraction = 0.0;  ///< volume fraction of the second phase in the whole
+    double T = 0.0;                          ///< > 0: temperature
+    double p = 0.0;                          ///< > 0: pressure
+    std::vector<double> also;                ///< not empty: also·u = 0
+    std::vector<double> row;                 ///< not empty: row·u = value
+    double value = 0.0;
+
+    int size() const { return count_ * n_ + (split ? 2 : 1); }
+    int count() const { return count_; }
+    /// Start values of phase k.
+    void start(int k, std::vector<double> const& x, double rho);
+    /// False when it does not converge within `limit` iterations. On success all phases are
+    /// evaluated with all derivatives at u, which meets the equations to `tolerance` of the
+    /// certificate.
+    bool solve(int limit);
+    /// Takes the densities of all phases but the lightest to its pressure, for certificates at low
+    /// pressure, where rounding of a liquid's density moves its pressure more than solve() sees.
+    void level();
+    /// ∂u/∂value at the solution (needs row). False if singular.
+    bool tangent(std::vector<double>& t);
+    /// Fills the bounds of the certificate from the evaluated phases, all differences against the
+    /// first one. False if the Jacobian is singular.
+    bool bound(Certificate& c);
+    /// Evaluates the phases at u. False if that is not finite.
+    bool evaluate();
+    /// ln p of the lightest phase and its slope along t.
+    double ln_p() const;
+    double ln_p(std::vector<double> const& t) const;
+    double pressure() const;
+    int lightest() const;  ///< by moles per volume
+
+  private:
+    void assemble();
+
+    int n_, count_, p_row_ = 0;
+    std::vector<double> jacobian_, r_;
+};
+
+}  // namespace corvane

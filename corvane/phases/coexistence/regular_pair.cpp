@@ -1,0 +1,407 @@
+#include <corvane/core/constants.h>
+#include <corvane/phases/coexistence/regular_pair.h>
+#include <corvane/phases/numerics/dense.h>
+#include <corvane/phases/report/error_bound.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace corvane {
+namespace {
+constexpr double kWide = 3e-3;   // least distance of the differences in the Jacobian
+constexpr double kLeast = 1e-5;  // and of the integrals
+constexpr double kStep = 1e-12, kStagnant[] = {1e-6, 1e-9};  // without exact derivatives, with
+
+/// Positive nodes of Gauss–Legendre rules of an even number of points, with their weights on (0, 1).
+struct Rule {
+    int pairs = 0;
+    std::array<double, 8> s{}, w{};
+
+    explicit Rule(int points) : pairs(points / 2) {
+        for (int k = 0; k < pairs; ++k) {
+            double x = std::cos(3.14159265358979323846 * (k + 0.75) / (points + 0.5)), slope = 1.0;
+            for (int it = 0; it < 20; ++it) {  // Newton's method on the Legendre polynomial
+                double last = 1.0, now = x;
+                for (int j = 2; j <= points; ++j) {
+                    const double next = ((2 * j - 1) * x * now - (j - 1) * last) / j;
+                    last = now;
+                    now = next;
+                }
+                slope = points * (x * now - last) / (x * x - 1.0);
+                const double step = now / slope;
+                x -= step;
+                if (std::fabs(step) < 1e-16) break;
+            }
+            s[k] = x;
+            w[k] = 2.0 / ((1.0 - x * x) * slope * slope);
+        }
+    }
+};
+Rule const& rule(int points) {
+    static const std::array<Rule, 4> rules{Rule(4), Rule(8), Rule(12), Rule(16)};
+    return rules[points / 4 - 1];
+}
+
+/// (sinh(r)/r − 1)/r²
+double sinh_rest(double r) {
+    if (std::fabs(r) > 0.5) return (std::sinh(r) / r - 1.0) / (r * r);
+    const double q = r * r;
+    double sum = 0.0, term = 1.0 / 6.0;
+    for (int k = 4; k < 20; k += 2) {
+        sum += term;
+        term *= q / (k * (k + 1));
+    }
+    return sum;
+}
+}  // namespace
+
+RegularPair::RegularPair(FluidModel const& f) : fluid(f), n_(f.size()), m_(2 * n_ + 3) {
+    for (PhaseState* s : {&a, &b, &node_, &other_, &wide_a_, &wide_b_}) s->resize(n_);
+    const auto n = static_cast<std::size_t>(n_), m = static_cast<std::size_t>(m_);
+    for (auto* v : {&E_, &E_d_, &e_, &q_, &q2_}) v->resize(n);
+    e_.resize(m);
+    y.resize(m);
+    r_.resize(m);
+    jacobian_.resize(m * m);
+}
+
+void RegularPair::start(std::vector<double> const& rho_a, std::vector<double> const& rho_b, double t,
+                        double fraction) {
+    double d = 0.0;
+    for (int i = 0; i < n_; ++i) {
+        const double u = std::log(rho_a[i]), v = std::log(rho_b[i]);
+        y[i] = 0.5 * (u + v);
+        y[n_ + i] = 0.5 * (u - v);
+        d += fluid.z()[i] * y[n_ + i] * y[n_ + i];
+    }
+    d = std::sqrt(d);
+    for (int i = 0; i < n_; ++i) y[n_ + i] /= d;
+    y[2 * n_] = d;
+    y[2 * n_ + 1] = std::log(t);
+    y[2 * n_ + 2] = fraction;
+}
+
+void RegularPair::start_critical(std::vector<double> const& rho, std::vector<double> const& u,
+                                 double t) {
+    for (int i = 0; i < n_; ++i) {
+        y[i] = std::log(rho[i]);
+        y[n_ + i] = u[i] / std::sqrt(fluid.z()[i]);
+    }
+    y[2 * n_] = 0.0;
+    y[2 * n_ + 1] = std::log(t);
+    y[2 * n_ + 2] = 0.0;
+}
+
+bool RegularPair::sides(PhaseState& first, PhaseState& second, double distance, int order) {
+    const double t = std::exp(ln_T());
+    for (int i = 0; i < n_; ++i) {
+        first.rho_i[i] = std::exp(y[i] + distance * y[n_ + i]);
+        second.rho_i[i] = std::exp(y[i] - distance * y[n_ + i]);
+    }
+    return fluid.evaluate(first, t, order) && fluid.evaluate(second, t, order);
+}
+
+/// The phases, the wide pair, and the slopes of E and F in d.
+bool RegularPair::ends() {
+    const double d = distance();
+    if (!sides(a, b, d, phase_all)) return false;
+    h_ = std::max(std::fabs(d), kWide);
+    if (d == h_) {
+        wide_a_ = a;
+        wide_b_ = b;
+    } else if (!sides(wide_a_, wide_b_, h_, phase_all)) {
+        return false;
+    }
+    PhaseState const &p1 = wide_a_, &p2 = wide_b_;
+    double total = 0.0, F = (p1.p - p2.p) / (R * p1.T), along = 0.0;
+    for (int i = 0; i < n_; ++i) {
+        const double c = std::exp(y[i]), r = h_ * y[n_ + i], dm = p1.m[i] - p2.m[i];
+        total += c;
+        F -= c * dm;
+        double mean = 0.0;
+        for (int j = 0; j < n_; ++j)
+            mean += 0.5 * (p1.H[i * n_ + j] * p1.rho_i[j] + p2.H[i * n_ + j] * p2.rho_i[j]) *
+                    y[n_ + j];
+        E_d_[i] = (mean - dm / (2.0 * h_)) / (h_ * h_);
+        for (int j = 0; j < n_; ++j)
+            along += c * y[n_ + j] *
+                     (std::expm1(r) * p1.H[i * n_ + j] * p1.rho_i[j] +
+                      std::expm1(-r) * p2.H[i * n_ + j] * p2.rho_i[j]);
+    }
+    F /= 2.0 * total * h_ * h_ * h_;
+    F_d_ = (along / (2.0 * total * h_ * h_) - 3.0 * F) / (h_ * h_);
+    return true;
+}
+
+int RegularPair::nodes() const {
+    double wide = std::fabs(distance());
+    for (int i = 0; i < n_; ++i)  // a component counts by what it can do to the others
+        wide = std::max(wide, std::fabs(distance() * y[n_ + i]) * std::min(1.0, 10.0 * a.x[i]));
+    return wide < 0.02 ? 4 : wide < 0.2 ? 8 : 12;
+}
+
+/// E_ and F_ at y, after ends(), with bounds of their rounding in e_.
+bool RegularPair::integrals(int points) {
+    const double d = distance(), h = std::max(std::fabs(d), kLeast);
+    double total = 0.0;
+    for (int i = 0; i < n_; ++i) total += std::exp(y[i]);
+    F_ = 0.0;
+    double rounding = 0.0;
+    std::fill(e_.begin(), e_.end(), 0.0);
+    for (int i = 0; i < n_; ++i) {
+        const double n = y[n_ + i];
+        E_[i] = n;
+        F_ += std::exp(y[i]) / total * n * n * n * sinh_rest(h * n);
+    }
+    constexpr double kUnit = 64 * std::numeric_limits<double>::epsilon();
+    Rule const& gauss = rule(points);
+    for (int k = 0; k < gauss.pairs; ++k) {
+        const double s = gauss.s[k] * h, w = 0.5 * gauss.w[k];
+        if (!sides(node_, other_, s, phase_H)) return false;
+        for (int i = 0; i < n_; ++i) {
+            double plus = -y[n_ + i], minus = plus, size = std::fabs(plus);
+            for (int j = 0; j < n_; ++j) {
+                const double up = node_.H[i * n_ + j] * node_.rho_i[j] * y[n_ + j],
+                             down = other_.H[i * n_ + j] * other_.rho_i[j] * y[n_ + j];
+                plus += up;
+                minus += down;
+                size += std::fabs(up) + std::fabs(down);
+            }
+            const double r = s * y[n_ + i], c = std::exp(y[i]) / total;
+            const double odd = std::sinh(r) / h, even = 2.0 * std::sinh(0.5 * r) / h;
+            E_[i] += w * (plus + minus);
+            F_ += w * c *
+                  (odd * ((plus - minus) / h) + 0.5 * even * even * (plus + minus));
+            e_[i] += w * kUnit * size;
+            rounding += w * c * kUnit * size * std::fabs(odd) / h;
+        }
+    }
+    e_[n_] = rounding;
+    if (!fluid.exact())
+        for (int i = 0; i <= n_; ++i) e_[i] *= 1e7;
+    const double back = 0.5 * (d * d - h * h);
+    for (int i = 0; i < n_; ++i) E_[i] += back * E_d_[i];
+    F_ += back * F_d_;
+    return std::isfinite(F_);
+}
+
+/// Rows: E, F, the length of n, the composition of the whole, then what is fixed. `tangent`: d is.
+void RegularPair::assemble(bool tangent) {
+    const int n = n_, m = m_, at_d = 2 * n, at_T = at_d + 1, at_f = at_d + 2;
+    std::fill(jacobian_.begin(), jacobian_.end(), 0.0);
+    double *J = jacobian_.data(), *r = r_.data();
+    PhaseState const &p1 = wide_a_, &p2 = wide_b_;
+    const double d = distance(), h = h_, fraction = y[at_f];
+    for (int i = 0; i < n; ++i, J += m) {
+        *r++ = E_[i];
+        for (int j = 0; j < n; ++j) {
+            const double k1 = p1.H[i * n + j] * p1.rho_i[j], k2 = p2.H[i * n + j] * p2.rho_i[j];
+            J[j] = (k1 - k2) / (2.0 * h);
+            J[n + j] = 0.5 * (k1 + k2);
+        }
+        J[at_d] = d * E_d_[i];
+        J[at_T] = (p1.m_T[i] - p2.m_T[i]) / (2.0 * h);
+    }
+    double total = 0.0;
+    for (int i = 0; i < n; ++i) total += std::exp(y[i]);
+    const double scale = 1.0 / (2.0 * total * h * h * h);
+    double F = (p1.p - p2.p) / (R * p1.T), F_T = p1.p_T - p2.p_T;
+    for (int i = 0; i < n; ++i) {
+        const double c = std::exp(y[i]);
+        F -= c * (p1.m[i] - p2.m[i]);
+        F_T -= c * (p1.m_T[i] - p2.m_T[i]);
+    }
+    F *= scale;
+    for (int j = 0; j < n; ++j) {
+        double g1 = 0.0, g2 = 0.0;
+        for (int i = 0; i < n; ++i) {
+            const double c = std::exp(y[i]);
+            g1 += c * std::expm1(h * y[n + i]) * p1.H[i * n + j] * p1.rho_i[j];
+            g2 += c * std::expm1(-h * y[n + i]) * p2.H[i * n + j] * p2.rho_i[j];
+        }
+        const double c = std::exp(y[j]);
+        J[j] = scale * (g1 - g2 - c * (p1.m[j] - p2.m[j])) - F * c / total;
+        J[n + j] = scale * h * (g1 + g2);
+    }
+    *r++ = F_;
+    J[at_d] = d * F_d_;
+    J[at_T] = scale * F_T;
+    J += m;
+    double norm = -1.0;
+    for (int i = 0; i < n; ++i) {
+        norm += fluid.z()[i] * y[n + i] * y[n + i];
+        J[n + i] = fluid.z()[i] * y[n + i];
+    }
+    *r++ = 0.5 * norm;
+    J += m;
+    // Composition of (1 − fraction)·a + fraction·b against the first component.
+    double first = 0.0, first_off = 0.0, first_f = 0.0;
+    for (int i = 0; i < n; ++i) {
+        const double whole = (1.0 - fraction) * a.rho_i[i] + fraction * b.rho_i[i];
+        const double off = ((1.0 - fraction) * a.rho_i[i] - fraction * b.rho_i[i]) / whole;
+        const double f = (b.rho_i[i] - a.rho_i[i]) / whole;
+        const double ln_ratio =
+            y[i] + d * y[n + i] + std::log1p(fraction * std::expm1(-2.0 * d * y[n + i])) -
+            std::log(fluid.z()[i]);
+        if (i == 0) {
+            first = ln_ratio;
+            first_off = off;
+            first_f = f;
+            continue;
+        }
+        *r++ = ln_ratio - first;
+        J[i] = 1.0;
+        J[0] = -1.0;
+        J[n + i] = d * off;
+        J[n] = -d * first_off;
+        J[at_d] = y[n + i] * off - y[n] * first_off;
+        J[at_f] = f - first_f;
+        J += m;
+    }
+    if (fixed_fraction || tangent) {
+        *r++ = 0.0;
+        J[at_f] = 1.0;
+        J += m;
+    }
+    if (fixed_distance || tangent) {
+        *r++ = 0.0;
+        J[at_d] = 1.0;
+        return;
+    }
+    if (T > 0.0) {
+        *r++ = ln_T() - std::log(T);
+        J[at_T] = 1.0;
+        J += m;
+    }
+    if (p > 0.0) {
+        const double unit = R * a.T / p;
+        *r++ = a.p / p - 1.0;
+        for (int j = 0; j < n; ++j) {
+            const double slope = unit * a.rho_i[j] * a.P[j];
+            J[j] = slope;
+            J[n + j] = d * slope;
+            J[at_d] += y[n + j] * slope;
+        }
+        J[at_T] = unit * (a.p_T + a.p / (R * a.T));
+    }
+}
+
+bool RegularPair::solve(int limit) {
+    double last = 1e300;
+    for (int it = 0; it < limit; ++it) {
+        ++iterations;
+        if (!ends() || !integrals(nodes())) return false;
+        assemble(false);
+        for (double& r : r_) r = -r;
+        if (!lu_solve(m_, jacobian_.data(), r_.data())) return false;
+        const double d = distance();
+        double step = std::max(std::fabs(r_[2 * n_]), std::fabs(r_[2 * n_ + 1])), scale = 1.0;
+        auto bound = [&](double change, double most) {
+            scale = std::min(scale, most / std::max(1e-300, std::fabs(change)));
+        };
+        for (int i = 0; i < n_; ++i) {
+            const double turn = std::sqrt(fluid.z()[i]) * r_[n_ + i];
+            step = std::max({step, std::fabs(r_[i]), std::fabs(turn)});
+            bound(r_[i], 0.2);
+            bound(turn, 0.3);
+        }
+        bound(r_[2 * n_ + 1], 0.05);
+        if (!fixed_distance)  // away from zero, or towards it but not through it
+            bound(r_[2 * n_],
+                  r_[2 * n_] * d > 0.0 ? 0.1 + std::fabs(d) : 0.6 * std::fabs(d));
+        for (int i = 0; i < m_; ++i) y[i] += scale * r_[i];
+        if (!std::isfinite(step) || std::fabs(distance()) > 1.0) return false;
+        // The last steps are rounding, which only the bound can judge.
+        const bool stagnant = step < kStagnant[fluid.exact()] && step > 0.3 * last;
+        if (scale == 1.0 && (step < kStep || stagnant)) return ends();
+        last = step;
+    }
+    return false;
+}
+
+bool RegularPair::tangent(std::vector<double>& t) {
+    assemble(true);
+    t.assign(static_cast<std::size_t>(m_), 0.0);
+    t.back() = 1.0;
+    return lu_solve(m_, jacobian_.data(), t.data());
+}
+
+double RegularPair::ln_p(std::vector<double> const& t) const {
+    const double d = distance();
+    double slope = (a.p_T + a.p / (R * a.T)) * t[2 * n_ + 1];
+    for (int j = 0; j < n_; ++j)
+        slope += a.rho_i[j] * a.P[j] * (t[j] + d * t[n_ + j] + y[n_ + j] * t[2 * n_]);
+    return slope * R * a.T / a.p;
+}
+
+bool RegularPair::bound(Certificate& c) {
+    const int n = n_, m = m_;
+    // A finer rule than the solution's, so that the residuals have its error in them.
+    if (!integrals(nodes() + 4)) return false;
+    assemble(false);
+    constexpr double eps = std::numeric_limits<double>::epsilon();
+    for (int k = n + 1; k < m; ++k) e_[k] = 8 * eps;  // logarithms of compositions, of T
+    for (int i = 1; i < n; ++i)
+        e_[n + 1 + i] = 4 * eps * (2.0 + std::fabs(y[i]) + std::fabs(y[0]));
+    const double p_rounding = rounding_of_P(fluid, a) * R * a.T / a.p;
+    if (p > 0.0 && !fixed_distance) e_[m - 1] = p_rounding;
+    for (int k = 0; k < m; ++k) e_[k] += std::fabs(r_[k]);
+    std::vector<double> inverse(jacobian_.size());
+    if (!invert(m, jacobian_.data(), inverse.data())) return false;
+    const ErrorBound off(e_);
+    const double d = distance();
+    const auto row = [&](int i) { return &inverse[static_cast<std::size_t>(i) * m]; };
+    std::vector<double> rows(static_cast<std::size_t>(n * m)), ln_p(static_cast<std::size_t>(m));
+    c.x_error = c.rho_error = 0.0;
+    for (PhaseState const* s : {&a, &b}) {
+        const double side = s == &a ? 1.0 : -1.0;
+        for (int i = 0; i < n; ++i)
+            for (int k = 0; k < m; ++k)
+                rows[i * m + k] =
+                    row(i)[k] + side * (d * row(n + i)[k] + y[n + i] * row(2 * n)[k]);
+        off.phase(*s, rows.data(), c.x_error, c.rho_error);
+        if (s == &b) continue;
+        for (int k = 0; k < m; ++k) {
+            ln_p[k] = (a.p_T + a.p / (R * a.T)) * row(2 * n + 1)[k];
+            for (int j = 0; j < n; ++j) ln_p[k] += a.rho_i[j] * a.P[j] * rows[j * m + k];
+            ln_p[k] *= R * a.T / a.p;
+        }
+    }
+    c.apart_error = off(row(2 * n)) / std::fabs(d);
+    const double of_p = off(ln_p.data()) + p_rounding, of_T = off(row(2 * n + 1));
+    c.value_error = T > 0.0 && p > 0.0 ? 0.0
+                    : T > 0.0          ? of_p
+                    : p > 0.0          ? of_T
+                                       : std::max(of_p, of_T);
+    return c.bounded();
+}
+
+bool RegularPair::locally_stable() {
+    const int n = n_;
+    std::vector<double> B(static_cast<std::size_t>(n * n)), g(static_cast<std::size_t>(n));
+    double above = 0.0, weight = 0.0;  // ½ ∫ q ds along n at the wide distance
+    for (int i = 0; i < n; ++i) {
+        const double c = std::exp(y[i]) * y[n + i];
+        above += c * (wide_a_.m[i] - wide_b_.m[i]) / (2.0 * h_);
+        weight += c * y[n + i];
+    }
+    above /= weight;
+    for (PhaseState const* s : {&wide_a_, &wide_b_}) {
+        double length = 0.0;
+        for (int i = 0; i < n; ++i) {
+            g[i] = std::sqrt(s->rho_i[i]) * y[n + i];
+            length += g[i] * g[i];
+        }
+        for (int i = 0; i < n; ++i)
+            for (int j = 0; j < n; ++j)
+                B[i * n + j] = std::sqrt(s->rho_i[i] * s->rho_i[j]) * 0.5 *
+                                   (s->H[i * n + j] + s->H[j * n + i]) -
+                               (h_ > std::fabs(distance()) ? above * g[i] * g[j] / length : 0.0);
+        if (!cholesky_solve(n, B.data(), g.data())) return false;
+    }
+    return true;
+}
+
+}  // namespace corvane

@@ -1,0 +1,84 @@
+// Two phases of the same potentials and pressure in variables that are regular through a critical
+// point and do not admit the trivial solution. Internal to the library.
+#pragma once
+
+#include <corvane/phases/phase/phase.h>
+#include <corvane/phases/report/certificate.h>
+
+#include <vector>
+
+namespace corvane {
+
+/// Phases a and b with ln rho_i = c_i + d·n_i and c_i − d·n_i: mean c, direction n with
+/// Σ z_i·n_i² = 1, half distance d of either sign. On the way between them, ln rho_i(s) = c_i +
+/// s·d·n_i, let q_i = Σ_j rho_j·(∂m_i/∂rho_j)·n_j. Equal potentials and equal pressures are
+///
+///     E_i = (m_i' − m_i'')/(2d) = ½ ∫ q_i ds = 0,        s from −1 to 1
+///     F = [Δ(p/RT) − Σ rho_i(0)·Δm_i]/(2·d³·rho(0))
+///       = 1/(2d²) ∫ Σ_i [rho_i(0)/rho(0)]·(e^{s·d·n_i} − 1)·q_i ds = 0.
+///
+/// Both are even functions of d with finite limits at d = 0, which are the conditions of a critical
+/// point: n is in the kernel of the Hessian, and the third derivative along it vanishes. The ideal
+/// part is in closed form; of the residual part, smooth on the way, the integrals are Gauss–Legendre
+/// sums (4 to 16 nodes in pairs ± s). So potentials are never subtracted: residuals are accurate to
+/// rounding in E and to rounding/d in F, and below |d| = 1e-5 the values there are corrected by their
+/// known slopes in d². Their Jacobian follows from the two ends alone, by the same difference
+/// formulas: exact but for rounding/d³, so that below |d| = 3e-3 it is taken there.
+///
+/// Isochoric variables: Bell & Deiters, AIChE J. 64 (2018) 2745. The limit is Heidemann & Khalil's
+/// criterion (AIChE J. 26 (1980) 769). Phase boundaries from the critical point in the distance along
+/// its eigenvector: Michelsen, Fluid Phase Equilib. 16 (1984) 57, there as a series.
+class RegularPair {
+  public:
+    explicit RegularPair(FluidModel const& fluid);
+    RegularPair(RegularPair const&) = delete;
+    RegularPair& operator=(RegularPair const&) = delete;
+
+    /// Half distance below which this is the system to solve: beyond it the plain one is as accurate.
+    static constexpr double kNear = 0.1;
+
+    FluidModel const& fluid;
+    PhaseState a, b;        ///< evaluated at y with all derivatives, after solve()
+    std::vector<double> y;  ///< c (n), n (n), d, ln T, volume fraction of b in the whole
+
+    // Two of four are fixed: T, p (> 0), d (as it is in y), the fraction (as it is in y; at 0 phase
+    // a has the composition z of the fluid).
+    double T = 0.0, p = 0.0;
+    bool fixed_distance = false, fixed_fraction = true;
+    int iterations = 0;
+
+    /// Start values from two phases (partial densities), whose order and distance stay.
+    void start(std::vector<double> const& rho_a, std::vector<double> const& rho_b, double t,
+               double fraction = 0.0);
+    /// At a critical phase; u as in CriticalConditions.
+    void start_critical(std::vector<double> const& rho, std::vector<double> const& u, double t);
+    /// Newton's method. False if it does not converge or d would change its sign.
+    bool solve(int limit);
+    /// ∂y/∂d at the solution, of fixed fraction. False if singular.
+    bool tangent(std::vector<double>& t);
+    /// Fills the bounds of the certificate. False if there are none.
+    bool bound(Certificate& c);
+    /// Are both phases minima of the energy? By the Hessian at the ends; where they are closer than
+    /// 3e-3 at that distance, less what ½ ∫ q ds is there: so it is the sign of the fourth-order
+    /// term that decides.
+    bool locally_stable();
+
+    double distance() const { return y[2 * n_]; }
+    double ln_T() const { return y[2 * n_ + 1]; }
+    double ln_p(std::vector<double> const& t) const;  ///< slope of ln p along t
+
+  private:
+    bool ends();
+    bool integrals(int nodes);
+    int nodes() const;
+    void assemble(bool tangent);
+    bool sides(PhaseState& first, PhaseState& second, double distance, int order);
+
+    int n_, m_;
+    PhaseState node_, other_, wide_a_, wide_b_;
+    double h_ = 0.0;  // of wide_a_, wide_b_
+    std::vector<double> jacobian_, r_, E_, E_d_, e_, q_, q2_;
+    double F_ = 0.0, F_d_ = 0.0;  // F and its slope in d over d
+};
+
+}  // namespace corvane

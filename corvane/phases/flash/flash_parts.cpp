@@ -1,0 +1,221 @@
+#include <corvane/core/constants.h>
+#include <corvane/phases/coexistence/coexistence.h>
+#include <corvane/phases/coexistence/regular_pair.h>
+#include <corvane/phases/coexistence/split.h>
+#include <corvane/phases/flash/flash_parts.h>
+#include <corvane/phases/numerics/dense.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+#include <utility>
+
+namespace corvane {
+namespace {
+constexpr double kApart = 1e-4;    // ln rho_i'/rho_i'' of two phases
+constexpr double kAbsent = 1e-12;  // amount of a phase that is not needed
+constexpr int kSubstitutions = 40, kFractions = 50, kNewton = 30;
+
+bool alike(PhaseState const& a, PhaseState const& b) {
+    for (int i = 0; i < a.size(); ++i)
+        if (std::fabs(std::log(a.rho_i[i] / b.rho_i[i])) > kApart) return false;
+    return true;
+}
+
+/// Does the model's density solver know this density? The inner loops of multi-parameter equations
+/// have rising branches that are no phases.
+bool is_root(FluidModel const& fluid, PhaseState const& s, double p) {
+    double rho[2];
+    const int count = fluid.densities(p, s.T, s.x, rho);
+    for (int k = 0; k < count; ++k)
+        if (std::fabs(rho[k] / s.rho - 1.0) < 1e-3) return true;
+    return false;
+}
+}  // namespace
+
+void flash_record(FluidModel const& fluid, std::vector<PhaseState const*> phases,
+                  std::vector<double> const& amounts, FlashResult& q) {
+    std::vector<std::pair<double, std::size_t>> order;
+    for (std::size_t k = 0; k < phases.size(); ++k) {
+        double mass = 0.0;
+        for (int i = 0; i < fluid.size(); ++i) mass -= phases[k]->rho_i[i] * fluid.molar_mass(i);
+        order.emplace_back(mass, k);
+    }
+    std::sort(order.begin(), order.end());
+    const std::vector<PhaseState const*> given = phases;
+    double volume = 0.0;
+    q.fraction.clear();
+    for (std::size_t k = 0; k < order.size(); ++k) {
+        const std::size_t from = order[k].second;
+        phases[k] = given[from];
+        q.fraction.push_back(amounts[from]);
+        volume += amounts[from] / given[from]->rho;
+    }
+    q.rho = 1.0 / volume;
+    Certificate& c = q.certificate;
+    certify(fluid, q.p, phases, c);
+    q.phases = c.phases;
+    c.balance = 0.0;
+    for (int i = 0; i < fluid.size(); ++i) {
+        double sum = 0.0;
+        for (std::size_t k = 0; k < phases.size(); ++k) sum += q.fraction[k] * phases[k]->x[i];
+        c.balance = std::max(c.balance, std::fabs(fluid.z()[i] - sum));
+    }
+}
+
+bool flash_bound(FluidModel const& fluid, double T, double p, PhaseState& a, PhaseState& b,
+                 double& beta, Certificate& c) {
+    const double volume_a = (1.0 - beta) / a.rho, volume_b = beta / b.rho;
+    const double fraction = volume_b / (volume_a + volume_b);
+    double d = 0.0;
+    for (int i = 0; i < fluid.size(); ++i) {
+        const double half = 0.5 * std::log(a.rho_i[i] / b.rho_i[i]);
+        d += fluid.z()[i] * half * half;
+    }
+    d = std::sqrt(d);
+    if (!(d > 1e-9)) return false;
+    if (d > RegularPair::kNear) {
+        CoexistenceSolver two(fluid, 2);
+        two.z = &fluid.z();
+        two.split = true;
+        two.T = T;
+        two.p = p;
+        two.fraction = fraction;
+        two.start(0, a.x, a.rho);
+        two.start(1, b.x, b.rho);
+        two.u.back() = std::log(T);
+        return two.evaluate() && two.bound(c) && c.apart_error < Certificate::apart_limit;
+    }
+    RegularPair pair(fluid);
+    pair.T = T;
+    pair.p = p;
+    pair.fixed_fraction = false;
+    pair.start(a.rho_i, b.rho_i, T, fraction);
+    if (!pair.solve(kNewton) || !pair.bound(c) || !(c.apart_error < Certificate::apart_limit) ||
+        !pair.locally_stable())
+        return false;
+    const double found = pair.y.back();
+    if (!(found >= 0.0 && found <= 1.0)) return false;
+    a = pair.a;
+    b = pair.b;
+    beta = found * b.rho / ((1.0 - found) * a.rho + found * b.rho);
+    return true;
+}
+
+bool flash_certified(FluidModel const& fluid, Stability& stability,
+                     std::vector<PhaseState> const& phases, std::vector<double> const& amounts,
+                     FlashResult& q) {
+    std::vector<PhaseState const*> all;
+    for (PhaseState const& s : phases) {
+        for (PhaseState const* other : all)
+            if (alike(s, *other)) return false;
+        if (!stability.locally_stable(s)) return false;
+        all.push_back(&s);
+    }
+    flash_record(fluid, all, amounts, q);
+    Certificate& c = q.certificate;
+    c.tpd = 0.0;
+    if (!c.holds() || !(c.balance < 1e-12)) return false;
+    for (PhaseState const& s : phases)
+        if (!is_root(fluid, s, q.p)) return false;
+    const StabilityResult r =
+        stability.test(phases[0], q.p, phases.size() > 1 ? &phases[1] : nullptr, true);
+    c.tpd = std::min(0.0, r.tpd);
+    return r.stable && (phases.size() > 1 || !r.unconverged);
+}
+
+namespace {
+/// Fractions of K phases for fugacity coefficients 1/e (n×K): the minimum of Σ beta − Σ z·ln E, E =
+/// Σ beta·e, over beta >= 0, by Newton's method. False if a phase is not needed.
+bool fractions(std::vector<double> const& z, std::vector<double> const& e,
+               std::vector<double>& beta, std::vector<double>& E) {
+    const std::size_t K = beta.size();
+    std::vector<double> g(K), H(K * K), from(K);
+    auto objective = [&] {
+        double Q = std::accumulate(beta.begin(), beta.end(), 0.0);
+        for (std::size_t i = 0; i < z.size(); ++i) {
+            E[i] = std::inner_product(beta.begin(), beta.end(), &e[K * i], 0.0);
+            Q -= z[i] * std::log(E[i]);
+        }
+        return Q;
+    };
+    double Q = objective();
+    for (int it = 0; it < kFractions; ++it) {
+        std::fill(g.begin(), g.end(), 1.0);
+        std::fill(H.begin(), H.end(), 0.0);
+        for (std::size_t i = 0; i < z.size(); ++i) {
+            double const* ei = &e[K * i];
+            for (std::size_t k = 0; k < K; ++k) {
+                g[k] -= z[i] * ei[k] / E[i];
+                for (std::size_t l = 0; l < K; ++l)
+                    H[K * k + l] += z[i] * ei[k] * ei[l] / (E[i] * E[i]);
+            }
+        }
+        for (std::size_t k = 0; k < K; ++k) {
+            if (beta[k] > kAbsent || g[k] < 0.0) continue;
+            for (std::size_t l = 0; l < K; ++l) H[K * k + l] = H[K * l + k] = 0.0;  // stays absent
+            H[K * k + k] = 1.0;
+            g[k] = 0.0;
+        }
+        if (!lu_solve(static_cast<int>(K), H.data(), g.data())) return false;
+        double step = 0.0;
+        for (double gk : g) step = std::max(step, std::fabs(gk));
+        if (step < 1e-11) break;
+        from = beta;
+        const double last = Q;
+        for (double scale = 1.0; scale > 1e-4; scale *= 0.5) {
+            for (std::size_t k = 0; k < K; ++k)
+                beta[k] = std::max({from[k] - scale * g[k], 0.1 * from[k], kAbsent});
+            Q = objective();
+            if (Q < last || step < 1e-7) break;  // next to the minimum Q is flat to rounding
+        }
+    }
+    return *std::min_element(beta.begin(), beta.end()) > 100 * kAbsent;
+}
+}  // namespace
+
+bool flash_many(FluidModel const& fluid, Stability& stability, std::vector<std::vector<double>> w,
+                FlashResult& q) {
+    const int n = fluid.size(), K = static_cast<int>(w.size());
+    std::vector<double> const& z = fluid.z();
+    std::vector<double> e(static_cast<std::size_t>(K * n)), E(z.size());
+    std::vector<double> beta(w.size(), 1.0 / K);
+    std::vector<PhaseState> s(w.size());
+    for (PhaseState& phase : s) phase.resize(n);
+    for (int it = 0; it < kSubstitutions; ++it) {
+        double change = 0.0;
+        for (int k = 0; k < K; ++k) {
+            if (!fluid.evaluate_at(s[k], q.p, q.T, w[k], Root::stable, 0)) return false;
+            for (int i = 0; i < n; ++i)
+                e[K * i + k] = std::exp(std::log(w[k][i]) - s[k].m[i]) * s[0].rho;
+        }
+        if (!fractions(z, e, beta, E)) return false;
+        for (int k = 0; k < K; ++k) {
+            double sum = 0.0;
+            for (int i = 0; i < n; ++i) sum += z[i] * e[K * i + k] / E[i];
+            for (int i = 0; i < n; ++i) {
+                const double next = z[i] * e[K * i + k] / E[i] / sum;
+                change = std::max(change, std::fabs(std::log(next / w[k][i])));
+                w[k][i] = next;
+            }
+        }
+        if (it > 2 && change < 1e-3) break;
+    }
+    std::vector<PhaseRecord> records;
+    for (int k = 0; k < K; ++k) {
+        if (!fluid.evaluate_at(s[k], q.p, q.T, w[k], Root::stable, 0)) return false;
+        records.push_back({s[k].rho, fluid.expand(w[k])});
+    }
+    SplitSolver solver(fluid, nullptr, Target::none);
+    if (!solver.start(q.T, q.p, records, beta) || !solver.solve(kNewton)) return false;
+    if (solver.bound(q.certificate) &&
+        flash_certified(fluid, stability, solver.phase, solver.amount, q))
+        return true;
+    if (K >= n) return false;
+    const StabilityResult r = stability.test(solver.phase[0], q.p, &solver.phase[1], false);
+    if (r.stable || !r.other) return false;
+    w.push_back(r.trial.w);
+    return flash_many(fluid, stability, std::move(w), q);
+}
+
+}  // namespace corvane

@@ -1,0 +1,80 @@
+#include <corvane/core/constants.h>
+#include <corvane/phases/phase/phase.h>
+#include <corvane/phases/report/certificate.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+#include <utility>
+
+namespace corvane {
+namespace {
+std::string text(EquilibriumFailure::Kind kind, std::string const& state, std::string const& solver,
+                 int iterations, double residual, std::string const& advice) {
+    std::string s = solver + (kind == EquilibriumFailure::Kind::no_solution ? ": no solution at "
+                                                                            : ": gave up at ");
+    s += state + " after " + std::to_string(iterations) + " iterations";
+    if (std::isfinite(residual)) {
+        char number[40];
+        std::snprintf(number, sizeof number, ", residual %.2g", residual);
+        s += number;
+    }
+    return advice.empty() ? s : s + "; " + advice;
+}
+}  // namespace
+
+EquilibriumFailure::EquilibriumFailure(Kind kind, std::string state, std::string solver,
+                                       int iterations, double residual, std::string advice)
+    : std::runtime_error(text(kind, state, solver, iterations, residual, advice)),
+      kind_(kind),
+      state_(std::move(state)),
+      solver_(std::move(solver)),
+      iterations_(iterations),
+      residual_(residual),
+      advice_(std::move(advice)) {}
+
+std::string Certificate::line() const {
+    char bounds[100] = "", s[300];
+    if (bounded())
+        std::snprintf(bounds, sizeof bounds, "errors below %.1e in p or T (relative), %.1e in x, %.1e in rho (relative), ",
+                      value_error, x_error, rho_error);
+    std::snprintf(
+        s, sizeof s,
+        "phases %d, dmu %.1e, dp/p %.1e, tangent-plane distance %.1e, %sevaluations %ld%s%s%s%s%s",
+        static_cast<int>(phases.size()), dmu, dp, tpd, bounds, evaluations,
+        test == StabilityTest::quick ? ", quick stability test" : "",
+        near_trivial ? ", phases nearly alike" : "", estimated_pairs ? ", estimated pairs" : "",
+        extrapolated ? ", extrapolated" : "", below_triple ? ", below a triple point" : "");
+    return s;
+}
+
+void Certificate::flag(Validity const* v, double T, double p, Vector<double> const& z) {
+    estimated_pairs = v && v->estimated_pairs;
+    extrapolated = v && (T < v->T_min || T > v->T_max || p > v->p_max);
+    below_triple = false;
+    for (int i = 0; v && i < std::min(z.size(), v->T_triple.size()); ++i)
+        if (z[i] > 0.0 && T < v->T_triple[i]) below_triple = true;
+}
+
+void certify(FluidModel const& fluid, double p, std::vector<PhaseState const*> phases,
+             Certificate& c) {
+    c.dmu = c.dp = 0.0;
+    c.near_trivial = phases.size() > 1;
+    c.phases.clear();
+    c.phases.reserve(phases.size());
+    PhaseState const& first = *phases.front();
+    for (PhaseState const* s : phases) {
+        const double rounding = 8 * std::numeric_limits<double>::epsilon() * R * s->T * s->S;
+        c.dp = std::max(c.dp, std::max(0.0, std::fabs(s->p - p) - rounding) / p);
+        if (std::fabs(s->rho / first.rho - 1) > 0.01) c.near_trivial = false;
+        for (int k = 0; k < s->size(); ++k) {
+            c.dmu = std::max(c.dmu, std::fabs(s->m[k] - first.m[k]));
+            if (std::fabs(s->x[k] - first.x[k]) > 0.01) c.near_trivial = false;
+        }
+        c.phases.push_back({s->rho, fluid.expand(s->x)});
+    }
+    if (!std::isfinite(c.dmu + c.dp)) c.dmu = std::numeric_limits<double>::infinity();
+}
+
+}  // namespace corvane

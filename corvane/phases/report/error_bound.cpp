@@ -1,0 +1,45 @@
+#include <corvane/mixture/modeln.h>
+#include <corvane/phases/report/error_bound.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace corvane {
+namespace {
+constexpr double kUnits = 128 * std::numeric_limits<double>::epsilon();
+constexpr double kDifferences = 1e-9;  // of potentials from differences of Ar
+}  // namespace
+
+double rounding_of_m(FluidModel const& fluid, PhaseState const& s, int i) {
+    const int n = s.size();
+    double size = 1.0 + std::fabs(s.m[i]);
+    for (int j = 0; j < n; ++j) size += std::fabs(s.rho_i[j] * s.H[i * n + j]);
+    return kUnits * size + (fluid.exact() ? 0.0 : kDifferences);
+}
+
+double rounding_of_P(FluidModel const& fluid, PhaseState const& s) {
+    double size = s.rho;
+    for (int j = 0; j < s.size(); ++j) size += std::fabs(s.rho_i[j] * s.P[j]);
+    return kUnits * size + (fluid.exact() ? 0.0 : kDifferences * s.rho);
+}
+
+double ErrorBound::operator()(double const* row) const {
+    double sum = 0.0;
+    for (std::size_t k = 0; k < e_.size(); ++k) sum += std::fabs(row[k]) * e_[k];
+    return kMargin * sum;
+}
+
+void ErrorBound::phase(PhaseState const& s, double const* rows, double& x, double& rho) const {
+    const std::size_t m = e_.size();
+    std::vector<double> mean(m, 0.0), row(m);
+    for (int i = 0; i < s.size(); ++i)
+        for (std::size_t k = 0; k < m; ++k) mean[k] += s.x[i] * rows[i * m + k];
+    rho = std::max(rho, (*this)(mean.data()));
+    for (int i = 0; i < s.size(); ++i) {
+        for (std::size_t k = 0; k < m; ++k) row[k] = s.x[i] * (rows[i * m + k] - mean[k]);
+        x = std::max(x, (*this)(row.data()));
+    }
+}
+
+}  // namespace corvane

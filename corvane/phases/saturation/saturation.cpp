@@ -1,0 +1,245 @@
+#include <corvane/core/constants.h>
+#include <corvane/mixture/modeln.h>
+#include <corvane/phases/critical/critical.h>
+#include <corvane/phases/saturation/saturation_solver.h>
+#include <corvane/pure/model1.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+namespace corvane {
+namespace {
+constexpr int kSubstitutions = 3;
+constexpr double kFactor = 3.0;  // largest change of p in a substitution
+}  // namespace
+
+SaturationSolver::SaturationSolver(ModelN const& model, Saturated kind, bool at_T, double value,
+                                   Vector<double> const& z)
+    : fluid_(model, z), kind_(kind), at_T_(at_T), value_(value), pair_(fluid_), regular_(fluid_), stability_(fluid_) {
+    if (!(value > 0.0) || !std::isfinite(value)) throw ThException(th_out_of_range);
+    pair_.z = &fluid_.z();
+    (at_T ? pair_.T : pair_.p) = value;
+    (at_T ? regular_.T : regular_.p) = value;
+}
+
+SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
+    stability_.kind = o.test;
+    if (o.branch == Branch::any) {
+        if (o.start && warm(*o.start) && accept()) return result(o);
+        const bool solved = cold();
+        if (solved && accept()) return result(o);
+        // Not stable, or none: the liquid may split before.
+        if (kind_ == Saturated::bubble && fluid_.size() > 1 && a_.p > 0.0 && (!solved || split_))
+            if (const auto found = beside_two_liquids(o)) return *found;
+    }
+    if (fluid_.size() == 1) {
+        if (cold() && accept()) return result(o);
+        if (pure()) return result(o);
+        throw EquilibriumFailure(
+            complete_ ? EquilibriumFailure::Kind::no_solution : EquilibriumFailure::Kind::gave_up,
+            state(), name(), pair_.iterations, complete_ ? std::nan("") : pair_.residual,
+            complete_ ? "at or above the critical point"
+                      : "too near the critical point, or out of the model's reach");
+    }
+    if (o.branch == Branch::any) try {
+            const CriticalPoint c = critical_point(fluid_.model(), fluid_.expand(fluid_.z()));
+            fluid_.evaluations += c.certificate.evaluations;
+            if (from_critical(c)) return result(o);
+        } catch (EquilibriumFailure const&) {
+        }
+    const bool upper = o.branch == Branch::upper;
+    bool found = global(upper);
+    Found best = take();
+    if (o.trace && (!found || o.branch != Branch::any) && traced(upper, found, best)) found = true;
+    if (found && !(missed_ && o.branch != Branch::any)) {
+        if (restore(best)) return result(o);
+        complete_ = false;
+    }
+    const bool none = complete_;
+    throw EquilibriumFailure(
+        none ? EquilibriumFailure::Kind::no_solution : EquilibriumFailure::Kind::gave_up, state(),
+        name(), pair_.iterations, none ? std::nan("") : pair_.residual,
+        none       ? "no stable boundary of this kind on the way or on the envelope"
+        : unknown_ ? "the model has no density for some states or trial phases on the way"
+                   : "start from a neighbouring solution, or trace the envelope");
+}
+
+bool SaturationSolver::warm(SaturationPoint const& start) {
+    const int n = fluid_.size();
+    const Vector<double> all = fluid_.expand(fluid_.z());
+    std::vector<double> y;
+    for (int i = 0; i < std::min(start.incipient.x.size(), all.size()); ++i)
+        if (all[i] > 0.0) y.push_back(start.incipient.x[i]);
+    if (static_cast<int>(y.size()) != n ||
+        !std::all_of(y.begin(), y.end(), [](double v) { return v > 0.0; }))
+        return false;
+    pair_.start(fluid_.z(), start.given.rho, y, start.incipient.rho, at_T_ ? value_ : start.T);
+    return solve();
+}
+
+bool SaturationSolver::cold() {
+    const int n = fluid_.size();
+    std::vector<double> const& z = fluid_.z();
+    a_.resize(n);
+    b_.resize(n);
+    const bool bubble = kind_ == Saturated::bubble;
+    const double sign = bubble ? 1.0 : -1.0;
+    std::vector<double> y(z);
+    double t = at_T_ ? value_ : 0.0, q = value_;
+    auto wilson_sum = [&](double temperature, double& slope) {
+        double sum = 0.0;
+        slope = 0.0;
+        for (int k = 0; k < n; ++k) {
+            y[k] = z[k] * std::exp(sign * fluid_.wilson(k, temperature));
+            sum += y[k];
+            slope += y[k] * 5.373 * (1 + fluid_.pure(k).omega()) * fluid_.pure(k).Tcrit();
+        }
+        slope /= sum;
+        return sum;
+    };
+    double slope = 0.0;
+    if (at_T_) {
+        q = std::pow(wilson_sum(t, slope), sign);
+    } else {
+        double tau = 0.0;  // 1/T
+        for (int k = 0; k < n; ++k) tau += z[k] / fluid_.pure(k).Tcrit();
+        for (int it = 0; it < 30; ++it) {
+            const double f = std::log(wilson_sum(1 / tau, slope)) - sign * std::log(value_);
+            const double d = std::clamp(sign * f / slope, -0.3 * tau, 0.5 * tau);
+            tau += d;
+            if (std::fabs(d) < 1e-3 * tau) break;
+        }
+        t = 1 / tau;
+    }
+    for (int it = 0; it < kSubstitutions; ++it) {
+        double sum = 0.0;
+        for (double v : y) sum += v;
+        for (double& v : y) v /= sum;
+        if (!fluid_.evaluate_at(a_, q, t, z, bubble ? Root::dense : Root::dilute, 0) ||
+            !fluid_.evaluate_at(b_, q, t, y, bubble ? Root::dilute : Root::dense, 0))
+            return false;
+        if (it + 1 == kSubstitutions) break;
+        sum = 0.0;
+        for (int k = 0; k < n; ++k) sum += y[k] = std::exp(a_.m[k] - b_.m[k] + std::log(y[k]));
+        if (!std::isfinite(sum)) return false;
+        if (at_T_)
+            q *= std::clamp(std::pow(sum, sign), 1 / kFactor, kFactor);
+        else
+            t = 1 / (1 / t + std::clamp(sign * std::log(sum) / slope, -0.1 / t, 0.1 / t));
+    }
+    pair_.start(z, a_.rho, b_.x, b_.rho, t);
+    return solve();
+}
+
+bool SaturationSolver::pure() {
+    complete_ = false;
+    CriticalPoint c;
+    try {
+        c = critical_point(fluid_.model(), fluid_.expand(fluid_.z()));
+    } catch (EquilibriumFailure const&) {
+        return false;
+    }
+    fluid_.evaluations += c.certificate.evaluations;
+    if (!(value_ < (at_T_ ? c.T : c.p))) {
+        complete_ = true;
+        return false;
+    }
+    return from_critical(c);
+}
+
+bool SaturationSolver::solve() {
+    if (apart() < RegularPair::kNear) return near();
+    if (!pair_.solve(kNewton) || !(pair_.pressure() > 0.0)) return false;
+    if (apart() < RegularPair::kNear) return near();
+    return pair_.bound(bounds_) && bounds_.holds();
+}
+
+bool SaturationSolver::restore(Found const& found) {
+    pair_.u = found.u;
+    tpd_ = found.tpd;
+    bounds_ = found.bounds;
+    return pair_.evaluate();
+}
+
+bool SaturationSolver::accept() {
+    split_ = false;
+    const double pressure = pair_.pressure();
+    if (!(pressure > 0.0) || !(pair_.a.S > 0.0) || !(pair_.b.S > 0.0)) return false;
+    const bool wanted = bubble() == (kind_ == Saturated::bubble);
+    if (!wanted && !collect_) return false;
+    const StabilityResult r =
+        stability_.test(pair_.a, pressure, fluid_.size() > 1 ? &pair_.b : nullptr, true);
+    tpd_ = r.stable ? std::min(0.0, r.tpd) : r.tpd;
+    if (!wanted) {
+        if (r.stable) others_.push_back(found());
+        return false;
+    }
+    split_ = !r.stable && kind_ == Saturated::bubble && fluid_.size() > 1;
+    return r.stable && r.unconverged == 0;
+}
+
+SaturationPoint SaturationSolver::result(SaturationOptions const& o) {
+    SaturationPoint q;
+    q.certificate = bounds_;
+    q.T = at_T_ ? value_ : pair_.a.T;
+    q.p = at_T_ ? pair_.pressure() : value_;
+    certify(fluid_, q.p, {&pair_.a, &pair_.b}, q.certificate);
+    q.certificate.tpd = tpd_;
+    q.certificate.test = stability_.kind;
+    q.certificate.evaluations = fluid_.evaluations;
+    if (o.validity) q.certificate.flag(o.validity, q.T, q.p, fluid_.expand(fluid_.z()));
+    q.given = q.certificate.phases[0];
+    q.incipient = q.certificate.phases[1];
+    if (!q.certificate.holds())
+        throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up, state(), name(),
+                                 pair_.iterations, std::max(q.certificate.dmu, q.certificate.dp),
+                                 "the solution misses its tolerances: model without exact "
+                                 "derivatives?");
+    return q;
+}
+
+bool SaturationSolver::bubble() const {
+    double a = 0.0, b = 0.0;
+    for (int k = 0; k < fluid_.size(); ++k) {
+        a += pair_.a.rho_i[k] * fluid_.molar_mass(k);
+        b += pair_.b.rho_i[k] * fluid_.molar_mass(k);
+    }
+    return b < a;
+}
+
+double SaturationSolver::apart() const {
+    double d = 0.0;
+    for (int k = 0; k < fluid_.size(); ++k) {
+        const double half = 0.5 * (pair_.u[k] - pair_.u[fluid_.size() + k]);
+        d += fluid_.z()[k] * half * half;
+    }
+    return std::sqrt(d);
+}
+
+std::string SaturationSolver::name() const {
+    return std::string(kind_ == Saturated::bubble ? "bubble_" : "dew_") + (at_T_ ? "T" : "p");
+}
+
+std::string SaturationSolver::state() const {
+    char number[64];
+    std::snprintf(number, sizeof number, at_T_ ? "T = %g K, z =" : "p = %g MPa, z =", value_);
+    std::string s = number;
+    const Vector<double> z = fluid_.expand(fluid_.z());
+    for (int i = 0; i < z.size(); ++i) {
+        std::snprintf(number, sizeof number, " %.4g", z[i]);
+        s += number;
+    }
+    return s;
+}
+
+SaturationPoint saturation_T(ModelN const& model, Saturated kind, double T, Vector<double> const& z,
+                             SaturationOptions const& options) {
+    return SaturationSolver(model, kind, true, T, z).run(options);
+}
+SaturationPoint saturation_p(ModelN const& model, Saturated kind, double p, Vector<double> const& z,
+                             SaturationOptions const& options) {
+    return SaturationSolver(model, kind, false, p, z).run(options);
+}
+
+}  // namespace corvane

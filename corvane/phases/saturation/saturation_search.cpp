@@ -1,0 +1,165 @@
+// The search for phase boundaries over all pressures or temperatures: they are where the
+// tangent-plane test changes its answer.
+#include <corvane/mixture/modeln.h>
+#include <corvane/phases/saturation/saturation_solver.h>
+#include <corvane/pure/model1.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane {
+namespace {
+constexpr double kHighest = 1000.0;  // MPa, end of the search
+}  // namespace
+
+SaturationSolver::Node SaturationSolver::node(double s) {
+    Node q;
+    q.s = s;
+    a_.resize(fluid_.size());
+    if (!fluid_.evaluate_at(a_, p(s), T(s), fluid_.z(), Root::stable, phase_H)) return q;
+    q.rho = a_.rho;
+    q.r = stability_.test(a_, p(s), nullptr, false);
+    q.stable = q.r.stable;
+    q.known = !q.stable || q.r.unconverged == 0;
+    return q;
+}
+
+std::optional<SaturationSolver::Node> SaturationSolver::hidden(Node lo, Node hi) {
+    for (int k = 0; k < 14; ++k) {
+        const double jump = std::fabs(std::log(hi.rho / lo.rho));
+        if (jump < 0.1 + 1.3 * (hi.s - lo.s) * (at_T_ ? 1.0 : 4.0)) return {};
+        const Node mid = node(0.5 * (lo.s + hi.s));
+        if (!mid.known) return {};
+        if (!mid.stable) return mid;
+        (std::fabs(std::log(mid.rho / lo.rho)) > std::fabs(std::log(hi.rho / mid.rho)) ? hi : lo) =
+            mid;
+    }
+    return {};
+}
+
+std::optional<SaturationSolver::Node> SaturationSolver::dip(Node const& a, Node const& b,
+                                                            Node const& c) {
+    if (!b.r.other || !(b.r.tpd < (a.r.other ? a.r.tpd : 1e9)) ||
+        !(b.r.tpd <= (c.r.other ? c.r.tpd : 1e9)))
+        return {};
+    constexpr double golden = 0.381966;
+    double lo = a.s, hi = c.s;
+    Node best = b;
+    for (int k = 0; k < 16; ++k) {
+        const bool right = hi - best.s > best.s - lo;
+        const Node q = node(best.s + golden * (right ? hi - best.s : lo - best.s));
+        if (!q.known) return {};
+        if (!q.stable) return q;
+        if (q.r.other && q.r.tpd < best.r.tpd) {
+            (right ? lo : hi) = best.s;
+            best = q;
+        } else {
+            (right ? hi : lo) = q.s;
+        }
+    }
+    return {};
+}
+
+int SaturationSolver::boundary(Node stable, Node unstable) {
+    const double wide = at_T_ ? 0.02 : 0.004;
+    int tries = 0;
+    for (int k = 0; k < 45; ++k) {
+        const double width = std::fabs(unstable.s - stable.s);
+        if (width < wide * std::pow(0.1, tries)) {
+            if (++tries > 6) return -1;
+            for (double s : others_)
+                if ((s - stable.s) * (s - unstable.s) <= 0.0) return 0;
+            if (!unstable.r.other) continue;  // unstable by its curvature alone: no start
+            const double at = 0.5 * (stable.s + unstable.s), margin = 0.55 * width + 1e-7;
+            auto solved = [&] { return std::fabs(found() - at) < margin; };
+            auto start = [&] {
+                pair_.start(fluid_.z(), stable.rho, unstable.r.trial.w, unstable.r.trial.rho,
+                            T(at));
+            };
+            start();
+            bool here = solve() && solved();
+            if (!here && tries > 1) {
+                start();
+                here = near() && solved();
+            }
+            if (here) {
+                if (accept()) return 1;
+                if (bubble() != (kind_ == Saturated::bubble)) return 0;
+            }
+        }
+        const Node mid = node(0.5 * (stable.s + unstable.s));
+        if (!mid.known) return -1;
+        (mid.stable ? stable : unstable) = mid;
+    }
+    return -1;
+}
+
+bool SaturationSolver::global(bool upper) {
+    complete_ = true;
+    std::vector<Node> nodes;
+    double lo = 0.0, hi = 0.0, step = 0.0;
+    if (at_T_) {
+        double sum = 0.0;
+        for (int k = 0; k < fluid_.size(); ++k)
+            sum += fluid_.z()[k] * std::exp(-fluid_.wilson(k, value_));
+        lo = std::min(-std::log(sum) - 4.0, std::log(kHighest) - 10.0);
+        hi = std::log(kHighest);
+        step = 0.4;
+        for (int k = 0; k < 8; ++k, lo -= 4.0)
+            if (const Node q = node(lo); q.known && q.stable) break;
+    } else {
+        double least = 1e300, most = 0.0;
+        for (int k = 0; k < fluid_.size(); ++k) {
+            least = std::min(least, fluid_.pure(k).Tcrit());
+            most = std::max(most, fluid_.pure(k).Tcrit());
+        }
+        lo = std::log(0.3 * least);
+        hi = std::log(2.0 * most);
+        step = 0.03;
+    }
+    if (!(hi - lo < 1e4)) {  // absurd temperatures: no pressure to begin with
+        complete_ = false;
+        return false;
+    }
+    const int count = static_cast<int>(std::ceil((hi - lo) / step));
+    for (int k = 0; k <= count; ++k) nodes.push_back(node(lo + (hi - lo) * k / count));
+    // The changes, in ascending order.
+    struct Change {
+        Node stable, unstable;
+    };
+    std::vector<Change> changes;
+    auto add = [&](Node const& a, Node const& b) {
+        if (a.stable != b.stable) changes.push_back(a.stable ? Change{a, b} : Change{b, a});
+    };
+    for (std::size_t k = 0; k + 1 < nodes.size(); ++k) {
+        Node const &a = nodes[k], &b = nodes[k + 1];
+        if (!a.known || !b.known) {
+            complete_ = false;
+            unknown_ = true;
+            continue;
+        }
+        if (a.stable != b.stable) {
+            add(a, b);
+            continue;
+        }
+        if (!a.stable) continue;
+        std::optional<Node> q = hidden(a, b);
+        if (!q && k > 0 && nodes[k - 1].known && nodes[k - 1].stable) q = dip(nodes[k - 1], a, b);
+        if (q && q->s > a.s) {
+            add(a, *q);
+            add(*q, b);
+        } else if (q) {
+            add(nodes[k - 1], *q);
+            add(*q, a);
+        }
+    }
+    if (upper) std::reverse(changes.begin(), changes.end());
+    for (Change const& c : changes) {
+        const int r = boundary(c.stable, c.unstable);
+        if (r > 0) return true;
+        if (r < 0) complete_ = false;
+    }
+    return false;
+}
+
+}  // namespace corvane

@@ -1,0 +1,124 @@
+// Bubble and dew points: what the direct solution, the search and the trace share. Internal to the
+// library.
+#pragma once
+
+#include <corvane/phases/coexistence/pair.h>
+#include <corvane/phases/coexistence/regular_pair.h>
+#include <corvane/phases/critical/critical.h>
+#include <corvane/phases/saturation/envelope.h>
+#include <corvane/phases/saturation/saturation.h>
+#include <corvane/phases/stability/stability.h>
+
+#include <cmath>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+/// One bubble or dew point; the steps are those of saturation_T.
+class SaturationSolver {
+  public:
+    SaturationSolver(ModelN const& model, Saturated kind, bool at_T, double value,
+                     Vector<double> const& z);
+    SaturationPoint run(SaturationOptions const& o);
+
+  private:
+    static constexpr int kNewton = 30;  // iterations
+
+    /// One state on the search's way.
+    struct Node {
+        double s = 0.0;  // ln p or ln T
+        bool known = false, stable = true;
+        double rho = 0.0;
+        StabilityResult r;
+    };
+
+    /// An accepted solution.
+    struct Found {
+        std::vector<double> u;
+        double tpd = 0.0;
+        Certificate bounds;
+    };
+
+    // ---- the direct solution (saturation.cpp)
+
+    bool warm(SaturationPoint const& start);
+    bool cold();
+    /// A pure fluid next to its critical point. complete_: at or above it.
+    bool pure();
+    /// The pair at T (or p) from the start in pair_, with its bounds.
+    bool solve();
+    /// Is the solution the answer? Leaves the tangent-plane distance in tpd_.
+    bool accept();
+    Found take() const { return {pair_.u, tpd_, bounds_}; }
+    bool restore(Found const& found);
+    SaturationPoint result(SaturationOptions const& o);
+
+    // ---- next to a critical point (saturation_critical.cpp)
+
+    /// The same by RegularPair, which admits no trivial solution, from the start in pair_.
+    bool near();
+    /// From the start in regular_: the distance at which T (or p) has its value, at most 25 of them.
+    bool by_distance();
+    /// The solution of regular_ into pair_. False without bounds, or if it is locally unstable.
+    bool close();
+    /// Along the pairs that begin at the critical point, as far as half a distance of 0.5.
+    bool from_critical(CriticalPoint const& c);
+    bool follow(double side);
+    struct Step;
+    bool step_to(double d, Step const& from, Step& to);
+    bool between(Step const& a, Step const& b);
+
+    /// By mass density: a compressed light gas may have more moles per volume than a heavy liquid.
+    bool bubble() const;
+    double apart() const;  ///< half distance, as in RegularPair
+    std::string name() const;
+    std::string state() const;
+    /// ln p (or ln T) of the solution, which is what was asked for.
+    double found() const { return at_T_ ? pair_.ln_p() : pair_.u.back(); }
+    double T(double s) const { return at_T_ ? value_ : std::exp(s); }
+    double p(double s) const { return at_T_ ? std::exp(s) : value_; }
+
+    // ---- liquids that split (saturation_split.cpp)
+
+    /// From a bubble point of the whole that is not stable.
+    std::optional<SaturationPoint> beside_two_liquids(SaturationOptions const& o);
+
+    // ---- search over all p or T (saturation_search.cpp)
+
+    bool global(bool upper);
+    Node node(double s);
+    /// Between two stable states: an unstable one, if there are signs of it.
+    std::optional<Node> hidden(Node lo, Node hi);
+    std::optional<Node> dip(Node const& a, Node const& b, Node const& c);
+    /// Solves the boundary between a stable and an unstable state. 1 an answer, 0 a boundary that
+    /// is none, −1 not resolved.
+    int boundary(Node stable, Node unstable);
+
+    // ---- trace of the envelope (saturation_trace.cpp)
+
+    bool ends(EnvelopePoint const& q);
+    /// Solves all crossings of the envelope; keeps the lowest or highest, also of the one that is
+    /// known already.
+    bool traced(bool upper, bool known, Found& best);
+
+    const FluidModel fluid_;
+    const Saturated kind_;
+    const bool at_T_;
+    const double value_;
+    PairSolver pair_;
+    RegularPair regular_;
+    Certificate bounds_;
+    Stability stability_;
+    PhaseState a_, b_;
+    double tpd_ = 0.0;
+    bool collect_ = false;        // accept() notes the boundaries of the other kind
+    std::vector<double> others_;  // they: ln p (or ln T)
+    bool split_ = false;    // the last bubble point that was tested is not stable
+    bool complete_ = true;  // the search and the trace left nothing open
+    bool unknown_ = false;  // states of the search without density, or without a complete test
+    bool missed_ = false;   // a crossing of the envelope was not solved
+};
+
+}  // namespace corvane

@@ -1,0 +1,149 @@
+// Bubble points of liquids that split: the first vapour beside two liquids.
+#include <corvane/core/constants.h>
+#include <corvane/phases/flash/flash.h>
+#include <corvane/phases/saturation/saturation_solver.h>
+#include <corvane/phases/stability/test_phases.h>
+#include <corvane/pure/model1.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane {
+namespace {
+constexpr int kFlashes = 20;
+constexpr double kStep = 0.7;     // largest change of ln p between flashes
+constexpr double kNarrow = 0.05;  // bracket in ln p that ends the search
+}  // namespace
+
+/// Flashes at (p, T) until they bracket where the vapour vanishes beside two liquids: from the
+/// liquids above it follows how far, by the sum of the vapour's amounts that their potentials ask
+/// for. Then Newton's method for all three phases. At given p the search is in T, in steps of the
+/// same ln(p/p_sat) by Wilson's enthalpies.
+std::optional<SaturationPoint> SaturationSolver::beside_two_liquids(SaturationOptions const& o) {
+    const int n = fluid_.size();
+    const Vector<double> z = fluid_.expand(fluid_.z());
+    auto present = [&](Vector<double> const& all) {
+        std::vector<double> x;
+        for (int k = 0; k < n; ++k) x.push_back(all[fluid_.index(k)]);
+        return x;
+    };
+    std::vector<double> y = b_.x;
+    for (double yi : y)
+        if (!(yi > 0.0)) return {};
+    // Below its pseudocritical density.
+    const auto gas = [&](double rho, std::vector<double> const& x) {
+        double volume = 0.0;
+        for (int k = 0; k < n; ++k) volume += x[k] * fluid_.pure(k).vcrit();
+        return rho * volume < 1.0;
+    };
+    double t = at_T_ ? value_ : a_.T, q = at_T_ ? a_.p : value_, latent = 0.0;
+    for (int k = 0; k < n; ++k)
+        latent += y[k] * 5.373 * (1.0 + fluid_.pure(k).omega()) * fluid_.pure(k).Tcrit();
+    std::vector<PhaseRecord> liquids;
+    std::vector<double> amounts;
+    PhaseState liquid, vapour;
+    liquid.resize(n);
+    vapour.resize(n);
+    double rho_vapour = 0.0, s = 0.0, low = -1e300, high = 1e300, reached = 1e300;
+    const double t0 = t, q0 = q;
+    for (int it = 0; it < kFlashes; ++it) {
+        if (at_T_)
+            q = q0 * std::exp(s);
+        else
+            t = 1.0 / (1.0 / t0 + s / latent);
+        if (!(t > 0.0) || !std::isfinite(q)) return {};
+        FlashResult whole;
+        try {
+            whole = flash_pT(fluid_.model(), q, t, z);
+            fluid_.evaluations += whole.certificate.evaluations;
+        } catch (EquilibriumFailure const&) {  // as next to three phases of a binary
+            s += 0.03 * (1 + it);
+            continue;
+        }
+        const std::size_t count = whole.phases.size();
+        const std::vector<double> lightest = present(whole.phases.back().x);
+        const bool above = !gas(whole.phases.back().rho, lightest);
+        if (!above) {
+            low = std::max(low, s);
+            y = lightest;
+            rho_vapour = whole.phases.back().rho;
+        }
+        if (count > (above ? 1u : 2u)) {
+            liquids.assign(whole.phases.begin(), whole.phases.begin() + 2);
+            amounts.assign(whole.fraction.begin(), whole.fraction.begin() + 2);
+            if (!above) break;
+        }
+        if (above) high = std::min(high, s);
+        if (above && count == 1 && low < -1e299 && s < -4 * kStep) return {};  // does not split
+        if (above && count > 1) {
+            for (int k = 0; k < n; ++k)
+                liquid.rho_i[k] = liquids[0].x[fluid_.index(k)] * liquids[0].rho;
+            if (!fluid_.evaluate(liquid, t, 0)) return {};
+            double sum = 0.0;
+            for (int k = 0; k < 4; ++k) {
+                if (!fluid_.evaluate_at(vapour, q, t, y, Root::dilute, 0)) return {};
+                if (!gas(vapour.rho, vapour.x)) break;
+                sum = 0.0;
+                for (int i = 0; i < n; ++i)
+                    sum += y[i] = std::exp(liquid.m[i] - vapour.m[i] + std::log(vapour.x[i]));
+                for (double& yi : y) yi /= sum;
+            }
+            if (gas(vapour.rho, vapour.x)) {
+                rho_vapour = vapour.rho;
+                reached = s + std::clamp(std::log(sum), -kStep, kStep);
+                if (std::fabs(reached - s) < kNarrow) break;
+            }
+        }
+        if (high - low < kNarrow) break;
+        if (reached > low && reached < high)
+            s = reached;
+        else
+            s = high > 1e299 ? s + kStep : low < -1e299 ? s - kStep : 0.5 * (low + high);
+        reached = 1e300;
+    }
+    if (liquids.empty() || !(rho_vapour > 0.0)) return {};
+    CoexistenceSolver three(fluid_, 3);
+    three.z = &fluid_.z();
+    three.split = true;
+    (at_T_ ? three.T : three.p) = value_;
+    for (int k = 0; k < 2; ++k) three.start(k, present(liquids[k].x), liquids[k].rho);
+    three.start(2, y, rho_vapour);
+    three.u.back() = std::log(t);
+    const double v0 = amounts[0] / liquids[0].rho, v1 = amounts[1] / liquids[1].rho;
+    three.fraction = v1 / (v0 + v1);
+    SaturationPoint point;
+    if (!three.solve(kNewton)) return {};
+    three.level();
+    if (!(three.fraction > 0.0 && three.fraction < 1.0) || !(three.pressure() > 0.0) ||
+        !three.bound(point.certificate))
+        return {};
+    auto mass = [&](PhaseState const& phase) {
+        double sum = 0.0;
+        for (int k = 0; k < n; ++k) sum += phase.rho_i[k] * fluid_.molar_mass(k);
+        return sum;
+    };
+    double parts[] = {(1.0 - three.fraction) * three.phase[0].rho,
+                      three.fraction * three.phase[1].rho};
+    PhaseState const *first = &three.phase[0], *second = &three.phase[1];
+    if (mass(*first) < mass(*second)) {
+        std::swap(first, second);
+        std::swap(parts[0], parts[1]);
+    }
+    if (!(mass(three.phase[2]) < mass(*second))) return {};
+    const StabilityResult r = test_phases(three, stability_, point.certificate.tpd);
+    if (!r.stable || r.unconverged) return {};
+    point.T = at_T_ ? value_ : three.phase[0].T;
+    point.p = at_T_ ? three.pressure() : value_;
+    certify(fluid_, point.p, {first, second, &three.phase[2]}, point.certificate);
+    point.certificate.evaluations = fluid_.evaluations;
+    if (o.validity) point.certificate.flag(o.validity, point.T, point.p, z);
+    if (!point.certificate.holds()) return {};
+    const double rho = parts[0] + parts[1];
+    point.given = {rho, z};
+    point.split = {point.certificate.phases[0], point.certificate.phases[1]};
+    point.fraction = {parts[0] / rho, parts[1] / rho};
+    point.incipient = point.certificate.phases[2];
+    return point;
+}
+
+}  // namespace corvane

@@ -1,0 +1,91 @@
+// Bubble and dew points as crossings of the phase envelope.
+#include <corvane/core/constants.h>
+#include <corvane/phases/saturation/saturation_solver.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane {
+
+/// Does the curve end at this point of an envelope? Where the incipient phase becomes mechanically
+/// unstable, and where two liquids leave the positive pressures.
+bool SaturationSolver::ends(EnvelopePoint const& q) {
+    a_.resize(fluid_.size());
+    for (int i = 0, k = 0; i < q.y.size(); ++i)
+        if (q.y[i] > 0.0 && k < fluid_.size()) a_.rho_i[k++] = q.y[i] * q.rho2;
+    if (!fluid_.evaluate(a_, q.T, phase_H)) return false;
+    return a_.S < 1e-3 * a_.rho || q.p < 1e-4 * R * q.T * std::min(q.rho, q.rho2);
+}
+
+bool SaturationSolver::traced(bool upper, bool known, Found& best) {
+    Envelope e;
+    EnvelopeOptions options;
+    try {
+        for (int k = 0; k < 2; ++k, options.step *= 0.5) {
+            e = phase_envelope(fluid_.model(), fluid_.expand(fluid_.z()), options);
+            fluid_.evaluations += e.evaluations;
+            if (e.end != EnvelopeEnd::full &&
+                (e.end != EnvelopeEnd::stuck || ends(e.points.back())))
+                break;
+            if (k > 0) complete_ = false;
+        }
+    } catch (EquilibriumFailure const&) {
+        complete_ = false;
+        return false;
+    }
+    const double target = std::log(value_);
+    auto fixed = [&](EnvelopePoint const& q) { return std::log(at_T_ ? q.T : q.p) - target; };
+    bool any = false;
+    double s_best = 0.0;
+    if (known && restore(best)) {
+        any = true;
+        s_best = found();
+    }
+    for (std::size_t k = 0; k + 1 < e.points.size(); ++k) {
+        EnvelopePoint const &a = e.points[k], &b = e.points[k + 1];
+        const double fa = fixed(a), fb = fixed(b);
+        if (!(fa * fb <= 0.0) || fa == fb) continue;
+        if (a.bubble == b.bubble && a.bubble != (kind_ == Saturated::bubble)) continue;
+        // Linear, or as next to an extremum at either end; the solution lies between the
+        // points.
+        const double linear = fa / (fa - fb);
+        const double lo = std::log(at_T_ ? std::min(a.p, b.p) : std::min(a.T, b.T)) - 1e-7,
+                     hi = std::log(at_T_ ? std::max(a.p, b.p) : std::max(a.T, b.T)) + 1e-7;
+        if (std::any_of(others_.begin(), others_.end(),
+                        [&](double s) { return s > lo && s < hi; }))
+            continue;
+        bool solved = false;
+        auto between = [&] { return found() > lo && found() < hi; };
+        for (double w : {linear, std::sqrt(linear), 1 - std::sqrt(1 - linear)}) {
+            auto mean = [w](double x, double y) { return std::pow(x, 1 - w) * std::pow(y, w); };
+            std::vector<double> y;
+            for (int i = 0; i < a.y.size(); ++i)
+                if (a.y[i] > 0.0) y.push_back(mean(a.y[i], b.y[i]));
+            pair_.start(fluid_.z(), mean(a.rho, b.rho), y, mean(a.rho2, b.rho2), mean(a.T, b.T));
+            solved = solve() && between();
+            if (solved) break;
+        }
+        for (EnvelopePoint const* q : {&a, &b}) {
+            if (solved) break;
+            std::vector<double> y;
+            for (int i = 0; i < q->y.size(); ++i)
+                if (q->y[i] > 0.0) y.push_back(q->y[i]);
+            pair_.start(fluid_.z(), q->rho, y, q->rho2, q->T);
+            solved = near() && between();
+        }
+        if (!solved) {
+            missed_ = true;
+            complete_ = false;
+            continue;
+        }
+        if (!accept()) continue;
+        const double s = found();
+        if (any && (upper ? s <= s_best : s >= s_best)) continue;
+        any = true;
+        s_best = s;
+        best = take();
+    }
+    return any;
+}
+
+}  // namespace corvane

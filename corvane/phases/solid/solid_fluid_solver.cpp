@@ -1,0 +1,166 @@
+#include <corvane/core/constants.h>
+#include <corvane/core/errors.h>
+#include <corvane/phases/numerics/dense.h>
+#include <corvane/phases/solid/solid_fluid_solver.h>
+#include <corvane/pure/model1.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace corvane {
+namespace {
+constexpr double kPotential = 1e-10, kStep = 1e-6;
+}  // namespace
+
+bool SolidState::evaluate(Model1 const& component, AnchoredSolid const* anchored, double p,
+                          double T, bool slope) {
+    Solid const& data = component.solid;
+    if (!anchored && (data.sg.size() < 1 || !(T > 0.0) || !(T <= data.Tmax()))) return false;
+    try {
+        if (anchored) {
+            const AnchoredSolid::State s = anchored->at(p, T, slope);
+            g = s.g;
+            g_T = s.g_T;
+            v = s.v;
+            rho = s.rho;
+            form = s.form;
+        } else {
+            g = data.Ge(p, T, form, rho);
+            v = 1.0 / rho;
+            if (slope) g_T = -data.He(p, T);
+        }
+    } catch (ThException const&) {
+        return false;
+    } catch (MthException const&) {
+        return false;
+    }
+    return std::isfinite(g);
+}
+
+SolidFluidSolver::SolidFluidSolver(FluidModel const& fluid, AnchoredSolids const& anchored,
+                                   bool at_T, double fixed)
+    : u(5), fluid_(fluid), anchored_(anchored), at_T_(at_T), fixed_(fixed), jacobian_(25), r_(5) {
+    a.resize(2);
+    b.resize(2);
+}
+
+void SolidFluidSolver::start(std::vector<double> const& x, double rho, double variable) {
+    two = false;
+    u.resize(3);
+    for (int i = 0; i < 2; ++i) u[i] = std::log(x[i] * rho);
+    u[2] = std::log(variable);
+}
+void SolidFluidSolver::start_second(std::vector<double> const& x, double rho) {
+    two = true;
+    u.resize(5);
+    u[4] = u[2];
+    for (int i = 0; i < 2; ++i) u[2 + i] = std::log(x[i] * rho);
+}
+
+bool SolidFluidSolver::evaluate() {
+    p = at_T_ ? std::exp(u.back()) : fixed_;
+    T = at_T_ ? fixed_ : std::exp(u.back());
+    for (int i = 0; i < 2; ++i) {
+        a.rho_i[i] = std::exp(u[i]);
+        if (two) b.rho_i[i] = std::exp(u[2 + i]);
+    }
+    for (std::size_t k = 0; k < solids.size(); ++k)
+        if (!solid[k].evaluate(fluid_.pure(solids[k]), anchored_[solids[k]], p, T, !at_T_))
+            return false;
+    return fluid_.evaluate(a, T, phase_all) && (!two || fluid_.evaluate(b, T, phase_all));
+}
+
+void SolidFluidSolver::assemble() {
+    const int m = size(), v = m - 1;
+    std::fill(jacobian_.begin(), jacobian_.end(), 0.0);
+    int k = 0;
+    const auto J = [&](int column) -> double& { return jacobian_[k * m + column]; };
+    for (std::size_t j = 0; j < solids.size(); ++j, ++k) {
+        const int c = solids[j];
+        r_[k] = a.m[c] - solid[j].g;
+        for (int i = 0; i < 2; ++i) J(i) = a.H[2 * c + i] * a.rho_i[i];
+        J(v) = at_T_ ? -p * solid[j].v / (R * T) : a.m_T[c] - solid[j].g_T;
+    }
+    for (PhaseState const* s : {&a, &b}) {
+        if (s == &b && !two) break;
+        const double RT = R * T;
+        const int at = s == &a ? 0 : 2;
+        r_[k] = (s->p - p) / (RT * s->rho);
+        for (int i = 0; i < 2; ++i) J(at + i) = s->P[i] * s->rho_i[i] / s->rho;
+        J(v) = at_T_ ? -p / (RT * s->rho) : (s->p_T + p / RT) / s->rho;
+        ++k;
+    }
+    for (int i = 0; two && i < 2; ++i, ++k) {
+        r_[k] = b.m[i] - a.m[i];
+        for (int j = 0; j < 2; ++j) {
+            J(j) = -a.H[2 * i + j] * a.rho_i[j];
+            J(2 + j) = b.H[2 * i + j] * b.rho_i[j];
+        }
+        J(v) = at_T_ ? 0.0 : b.m_T[i] - a.m_T[i];
+    }
+    if (!row.empty()) {
+        r_[k] = -value;
+        for (int i = 0; i < m; ++i) {
+            J(i) = row[i];
+            r_[k] += row[i] * u[i];
+        }
+    }
+}
+
+bool SolidFluidSolver::solve(int limit) {
+    const int m = size();
+    double step = 1.0;
+    for (int it = 0; it <= limit; ++it) {
+        ++iterations;
+        if (!evaluate()) return false;
+        assemble();
+        residual = 0.0;
+        for (int i = 0; i < m; ++i) {
+            double r = std::fabs(r_[i]);
+            const int fluid = i - static_cast<int>(solids.size());
+            if (fluid == 0 || (two && fluid == 1)) {  // a pressure
+                PhaseState const& s = fluid == 0 ? a : b;
+                const double part = p / (R * T * s.rho),
+                             rounding = 8 * std::numeric_limits<double>::epsilon() *
+                                        std::fabs(s.S) / s.rho;
+                r = std::max(0.0, r - rounding) / part;
+            }
+            residual = std::max(residual, r);
+        }
+        if (residual < kPotential && step < kStep) return true;
+        if (it == limit || !std::isfinite(residual)) return false;
+        for (double& r : r_) r = -r;
+        if (!lu_solve(m, jacobian_.data(), r_.data())) return false;
+        // Bounds: a factor of e in the partial densities, of e^3 in traces; 30 % in the density; 10
+        // % in T, a factor of e in p.
+        double part = 1.0;
+        step = 0.0;
+        for (int i = 0; i < m; ++i) {
+            double bound = at_T_ ? 1.0 : 0.1;
+            if (i < m - 1) {
+                PhaseState const& s = i < 2 ? a : b;
+                bound = s.x[i % 2] < 1e-3 ? 3.0 : 1.0;
+            }
+            step = std::max(step, std::fabs(r_[i]));
+            part = std::min(part, bound / std::max(std::fabs(r_[i]), 1e-300));
+        }
+        for (PhaseState const* s : {&a, &b}) {
+            if (s == &b && !two) break;
+            const int at = s == &a ? 0 : 2;
+            const double total = s->x[0] * r_[at] + s->x[1] * r_[at + 1];
+            part = std::min(part, 0.3 / std::max(std::fabs(total), 1e-300));
+        }
+        for (int i = 0; i < m; ++i) u[i] += part * r_[i];
+    }
+    return false;
+}
+
+bool SolidFluidSolver::tangent(std::vector<double>& t) {
+    assemble();
+    t.assign(static_cast<std::size_t>(size()), 0.0);
+    t.back() = 1.0;
+    return lu_solve(size(), jacobian_.data(), t.data());
+}
+
+}  // namespace corvane

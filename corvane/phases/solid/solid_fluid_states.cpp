@@ -1,0 +1,233 @@
+#include <corvane/core/errors.h>
+#include <corvane/mixture/modeln.h>
+#include <corvane/phases/numerics/illinois.h>
+#include <corvane/phases/solid/solid_fluid_states.h>
+#include <corvane/pure/model1.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+namespace corvane {
+namespace {
+constexpr int kSearchNewton = 30;
+constexpr double kLogit = 30.0, kLogitEnd = 16.0;  // of the search: x from 1e-13 on
+
+Vector<double> middle() {
+    Vector<double> z(2);
+    z.set(0.5);
+    return z;
+}
+ModelN const& checked(ModelN const& model, int solid) {
+    if (model.mdl1.size() != 2) throw ThException(th_no_option);
+    if (solid != 0 && solid != 1) throw ThException(th_out_of_range);
+    return model;
+}
+}  // namespace
+
+Vector<double> SolidFluidStates::pure_composition(int component) {
+    Vector<double> z(2);
+    z[component] = 1.0;
+    z[1 - component] = 0.0;
+    return z;
+}
+
+SolidFluidStates::SolidFluidStates(ModelN const& model, int solid, bool at_T, double value,
+                                   SolidFluidOptions const& o)
+    : fluid_(checked(model, solid), middle()),
+      pure_(model, pure_composition(solid)),
+      o_(o),
+      s_(solid),
+      at_T_(at_T),
+      value_(value),
+      solver_(fluid_, o.anchored, at_T, value),
+      stability_(fluid_) {
+    hottest_ = hottest(s_);
+    if (!(hottest_ > 0.0)) throw ThException(th_no_solid);
+    if (!(value > 0.0) || !std::isfinite(value) || (at_T && value > hottest_) ||
+        !(o.step > 0.0) || !std::isfinite(o.step) || !(o.x_min > 0.0) || !(o.p_max > 0.0) ||
+        o.points < 2)
+        throw ThException(th_out_of_range);
+    solver_.solids = {s_};
+    hottest_ *= 1.0 - 1e-12;  // its logarithm rounds
+    coldest_ = 0.3 * hottest_;
+    if (AnchoredSolid const* anchored = o_.anchored[s_]) {
+        coldest_ = anchored->T_min();
+    } else {
+        Solid const& data = pure_.pure(0).solid;
+        auto const& last = data.sg[data.sg.size() - 1].x;
+        if (last.size() > 0) coldest_ = std::min(1.0 / last[last.size() - 1], 0.99 * hottest_);
+    }
+    at_pure_.resize(1);
+}
+
+double SolidFluidStates::hottest(int component) const {
+    if (o_.anchored[component]) return o_.anchored[component]->T_max();
+    Solid const& data = fluid_.pure(component).solid;
+    return data.sg.size() > 0 ? data.Tmax() : 0.0;
+}
+
+void SolidFluidStates::fail(double T, std::string const& advice) const {
+    char state[80];
+    if (at_T_)
+        std::snprintf(state, sizeof state, "T = %g K, solid component %d", value_, s_);
+    else
+        std::snprintf(state, sizeof state, "p = %g MPa, T = %g K, solid component %d", value_, T,
+                      s_);
+    throw EquilibriumFailure(EquilibriumFailure::Kind::no_solution, state, "solid_fluid",
+                             solver_.iterations, std::nan(""), advice);
+}
+
+/// Potential of the pure fluid less that of the solid. False where one of them fails.
+bool SolidFluidStates::gap(double variable, double& value) {
+    SolidState solid;
+    if (!solid.evaluate(pure_.pure(0), o_.anchored[s_], p(variable), T(variable), false) ||
+        !pure_.evaluate_at(at_pure_, p(variable), T(variable), {1.0}, Root::stable, phase_H))
+        return false;
+    solid_ = solid;
+    value = at_pure_.m[0] - solid.g;
+    return true;
+}
+/// Where the pure component melts or sublimes: all changes of sign of the gap.
+std::vector<PureSolidPoint> SolidFluidStates::pure_points() {
+    std::vector<PureSolidPoint> found;
+    double low = coldest_, high = hottest_, factor = 1.02;
+    if (at_T_) {
+        double psub = 0.0, v = 0.0, kappa = 0.0;
+        if (AnchoredSolid const* anchored = o_.anchored[s_])
+            psub = value_ < anchored->data().T ? anchored->sublimation(value_) : anchored->p_t();
+        else if (pure_.pure(0).solid.sge(value_, -1, psub, v, kappa) < 0)
+            return found;
+        low = 0.5 * psub;
+        high = o_.p_max;
+        factor = 1.3;
+    }
+    double last = 0.0, at = 0.0;
+    for (double w = low;; w = std::min(w * factor, high)) {
+        double here = 0.0;
+        const bool known = gap(w, here);
+        if (known && at > 0.0 && last * here < 0.0) {
+            PureSolidPoint q;
+            if (pure_point(at, last, w, here, q)) found.push_back(q);
+        }
+        at = known ? w : 0.0;
+        last = here;
+        if (!(w < high)) break;
+    }
+    if (!at_T_) std::reverse(found.begin(), found.end());  // the hottest first
+    return found;
+}
+/// Illinois method in the logarithm.
+bool SolidFluidStates::pure_point(double a, double fa, double b, double fb, PureSolidPoint& q) {
+    IllinoisBracket r{a, fa, b, fb};
+    for (int it = 0; it < 60 && std::fabs(r.fb) > 1e-12; ++it) {
+        const double w = r.a * std::exp(std::log(r.b / r.a) * r.fa / (r.fa - r.fb));
+        double f = 0.0;
+        if (!gap(w, f)) return false;
+        r.take(w, f);
+        if (std::fabs(r.b / r.a - 1.0) < 1e-15) break;
+    }
+    at_pure_.p = p(r.b);
+    q.variable = r.b;
+    q.rho = at_pure_.rho;
+    q.point.T = T(r.b);
+    q.point.p = p(r.b);
+    q.point.x = pure_composition(s_);
+    q.point.rho = at_pure_.rho;
+    q.point.rho_solid = solid_.rho;
+    q.point.form = solid_.form;
+    certify(pure_, q.point.p, {&at_pure_}, q.point.certificate);
+    q.point.certificate.dmu = std::fabs(r.fb);
+    q.point.certificate.phases.push_back({solid_.rho, q.point.x});
+    q.point.certificate.flag(o_.validity, q.point.T, q.point.p, q.point.x);
+    return q.point.certificate.holds();
+}
+/// The solution of `solver` as a point, with its certificate; second: a fluid that is known to
+/// coexist.
+void SolidFluidStates::certify_point(SolidFluidSolver const& solver, PhaseState const* second,
+                                     SolidFluidNode& q) {
+    PhaseState const& a = solver.a;
+    SolidFluidPoint& r = q.point;
+    r.T = solver.T;
+    r.p = solver.p;
+    r.x = fluid_.expand(a.x);
+    r.rho = a.rho;
+    r.rho_solid = solver.solid[0].rho;
+    r.form = solver.solid[0].form;
+    Certificate& c = r.certificate;
+    std::vector<PhaseState const*> fluids{&a};
+    if (second) fluids.push_back(second);
+    certify(fluid_, r.p, fluids, c);
+    c.near_trivial = c.near_trivial && second;
+    for (std::size_t k = 0; k < solver.solids.size(); ++k) {
+        c.dmu = std::max(c.dmu, std::fabs(a.m[solver.solids[k]] - solver.solid[k].g));
+        c.phases.push_back({solver.solid[k].rho, pure_composition(solver.solids[k])});
+    }
+    const StabilityResult result = stability_.test(a, r.p, second, true);
+    c.tpd = result.stable ? std::min(0.0, result.tpd) : result.tpd;
+    q.freezing = false;
+    SolidState other;
+    if (solver.solids.size() < 2 && other.evaluate(fluid_.pure(1 - s_), o_.anchored[1 - s_], r.p, r.T, false)) {
+        const double excess = other.g - a.m[1 - s_];
+        q.freezing = excess < -Certificate::tpd_tolerance;
+        if (q.freezing) c.tpd = std::min(c.tpd, excess);
+    }
+    r.stable = result.stable && !q.freezing;
+    c.evaluations = fluid_.evaluations;
+    c.flag(o_.validity, r.T, r.p, r.x);
+}
+
+/// All fluids at T (and the pressure of the isobar) that have the potential of the solid.
+std::vector<SolidFluidNode> SolidFluidStates::crossings(double temperature) {
+    std::vector<SolidFluidNode> found;
+    SolidState solid;
+    if (!solid.evaluate(fluid_.pure(s_), o_.anchored[s_], value_, temperature, false)) return found;
+    struct {
+        bool known = false;
+        double h = 0.0, z = 0.0, rho = 0.0;
+    } last[2];
+    for (double z = -kLogit; z <= kLogitEnd; z += 1.0) {
+        std::vector<double> x(2);
+        x[s_] = 1.0 / (1.0 + std::exp(-z));
+        x[1 - s_] = 1.0 / (1.0 + std::exp(z));
+        double rho[2];
+        const int roots = fluid_.densities(value_, temperature, x, rho);
+        for (int k = 0; k < 2; ++k) {  // the dense root, the dilute one
+            const int root = roots == 2 ? k : 0;
+            auto& before = last[k];
+            PhaseState& state = solver_.a;
+            if (roots < 1) {
+                before.known = false;
+                continue;
+            }
+            for (int i = 0; i < 2; ++i) state.rho_i[i] = x[i] * rho[root];
+            if (!fluid_.evaluate(state, temperature, 0)) continue;
+            const double h = state.m[s_] - solid.g;
+            if (before.known && before.h * h <= 0.0)
+                cross(before.h, h, z, x, rho[root], temperature, found);
+            before = {true, h, z, rho[root]};
+        }
+    }
+    return found;
+}
+void SolidFluidStates::cross(double before, double h, double z, std::vector<double> const& x,
+                             double rho, double temperature, std::vector<SolidFluidNode>& found) {
+    std::vector<double> start(x);
+    const double at = z - h / (h - before);
+    start[s_] = 1.0 / (1.0 + std::exp(-at));
+    start[1 - s_] = 1.0 / (1.0 + std::exp(at));
+    solver_.start(start, rho, temperature);
+    solver_.row = {0.0, 0.0, 1.0};
+    solver_.value = std::log(temperature);
+    SolidFluidNode q;
+    if (!solver_.solve(kSearchNewton) || !solver_.tangent(q.t)) return;
+    q.u = solver_.u;
+    for (SolidFluidNode const& other : found)
+        if (std::fabs(other.u[0] - q.u[0]) + std::fabs(other.u[1] - q.u[1]) < 1e-6) return;
+    certify_point(solver_, nullptr, q);
+    if (q.point.certificate.dmu <= Certificate::tolerance &&
+        q.point.certificate.dp <= Certificate::tolerance)
+        found.push_back(q);
+}
+
+}  // namespace corvane

@@ -1,0 +1,72 @@
+// Single states of a pure solid beside a fluid of two components, with their certificates.
+// Internal.
+#pragma once
+
+#include <corvane/phases/solid/solid_fluid.h>
+#include <corvane/phases/solid/solid_fluid_solver.h>
+#include <corvane/phases/stability/stability.h>
+
+#include <string>
+#include <vector>
+
+namespace corvane {
+
+/// A state with what continuation needs: the solver's variables and their derivatives for its row.
+struct SolidFluidNode {
+    std::vector<double> u, t;
+    SolidFluidPoint point;
+    bool freezing = false;  ///< the other component
+};
+/// The pure component at melting or sublimation.
+struct PureSolidPoint {
+    double variable = 0.0, rho = 0.0;  ///< T, or p of an isotherm; of the fluid
+    SolidFluidPoint point;
+};
+
+/// At constant p (the variable is T) or constant T (the variable is p).
+class SolidFluidStates {
+  public:
+    /// @throws ThException 4 not a binary, 5 arguments out of range, 6 no data of the solid
+    SolidFluidStates(ModelN const& model, int solid, bool at_T, double value,
+                     SolidFluidOptions const& options);
+
+    /// Where the pure component melts or sublimes, within the solid's data: the hottest first, or
+    /// the one of lowest pressure.
+    std::vector<PureSolidPoint> pure_points();
+    /// Isobars: all fluids at T that have the potential of the solid, stable or not.
+    std::vector<SolidFluidNode> crossings(double T);
+    /// The solution of `solver` as a point, with its certificate; second: a fluid that is known to
+    /// coexist.
+    void certify_point(SolidFluidSolver const& solver, PhaseState const* second,
+                       SolidFluidNode& node);
+    [[noreturn]] void fail(double T, std::string const& advice) const;
+
+    static Vector<double> pure_composition(int component);
+
+  protected:
+    double p(double variable) const { return at_T_ ? variable : value_; }
+    double T(double variable) const { return at_T_ ? value_ : variable; }
+
+    const FluidModel fluid_, pure_;
+    const SolidFluidOptions o_;
+    const int s_;  // component that forms the solid
+    const bool at_T_;
+    const double value_;
+    SolidFluidSolver solver_;
+    Stability stability_;
+    double hottest_ = 0.0, coldest_ = 0.0;  // K: range of the solid's data
+
+    /// Highest temperature of a component's solid data, 0 without them.
+    double hottest(int component) const;
+
+  private:
+    bool gap(double variable, double& value);
+    bool pure_point(double a, double fa, double b, double fb, PureSolidPoint& q);
+    void cross(double before, double h, double z, std::vector<double> const& x, double rho,
+               double T, std::vector<SolidFluidNode>& found);
+
+    PhaseState at_pure_;
+    SolidState solid_;
+};
+
+}  // namespace corvane

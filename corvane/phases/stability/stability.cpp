@@ -1,0 +1,274 @@
+#include <corvane/core/constants.h>
+#include <corvane/mixture/modeln.h>
+#include <corvane/phases/numerics/dense.h>
+#include <corvane/phases/report/certificate.h>
+#include <corvane/phases/stability/stability.h>
+#include <corvane/phases/stability/stability_scan.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane {
+namespace {
+constexpr int kIterations = 120, kSubstitutions = 3, kHidden = 40;
+constexpr double kConverged = 1e-10;  // of ln W
+constexpr double kLevel = 1e-13, kShortest = 1e-4, kFlat = 1e-7;  // of descents at rounding
+constexpr double kRounding = 5e-14;   // of a distance, over the size of its terms
+constexpr double kPurest = 1e-12;     // of the other components in one that is as good as pure
+constexpr double kSpinodal = 1e-9;    // what rounding may leave of w·(1 − w)·t″
+}  // namespace
+
+/// The trial has run into a phase: squared distance in ln x, weighted, and in ln rho.
+bool Stability::meets(PhaseState const& s, PhaseState const& phase) {
+    if (!(std::fabs(s.rho / phase.rho - 1.0) < 2e-3)) return false;
+    double d = std::log(s.rho / phase.rho);
+    d *= d;
+    for (int k = 0; k < s.size(); ++k) {
+        const double c = std::log(s.x[k] / phase.x[k]);
+        d += s.x[k] * c * c;
+    }
+    return d < 1e-6;
+}
+
+Stability::Stability(FluidModel const& fluid, StabilityTest k) : kind(k), fluid_(fluid) {
+    const auto n = static_cast<std::size_t>(fluid.size());
+    s_.resize(fluid.size());
+    for (auto* v : {&lnW_, &W_, &g_, &step_, &root_, &way_}) v->resize(n);
+    hess_.resize(n * n);
+}
+Stability::~Stability() = default;
+
+// Gradient √W_i·g_i and Hessian √(w_i·w_j)·(∂m_i/∂n_j + 1) in 2·√W, without the term in g. Where
+// that is not definite it is shifted, so that steps are long in the direction of least curvature.
+void Stability::newton() {
+    const int n = s_.size();
+    double scale = 1.0;
+    for (double shift : {0.0, 1e-3, 1e-2, 0.1, 1.0, 10.0}) {
+        for (int i = 0; i < n; ++i) {
+            root_[i] = std::sqrt(W_[i]);
+            step_[i] = -root_[i] * g_[i];
+            for (int j = 0; j < n; ++j)
+                hess_[i * n + j] = std::sqrt(s_.x[i] * s_.x[j]) * (s_.m_n(i, j) + 1.0);
+            hess_[i * n + i] += shift;
+        }
+        if (cholesky_solve(n, hess_.data(), step_.data())) break;
+    }
+    for (int i = 0; i < n; ++i) {
+        scale = std::min(scale, 1.4 * root_[i] / std::max(std::fabs(step_[i]), 1e-300));
+    }
+    for (int i = 0; i < n; ++i) way_[i] = 0.5 * scale * step_[i];
+    along(1.0);
+}
+void Stability::along(double part) {
+    for (int i = 0; i < s_.size(); ++i) lnW_[i] = 2.0 * std::log(root_[i] + part * way_[i]);
+}
+
+Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState const* known,
+                                  double const* lnW, bool first, double& tpd, int& iterations) {
+    const int n = fluid_.size();
+    double last = 1e300, part = 1.0;
+    int substitutions = kSubstitutions;
+    std::copy(lnW, lnW + n, lnW_.begin());
+    for (int it = 0; it < kIterations; ++it) {
+        ++iterations;
+        double sum = 0.0;
+        for (int k = 0; k < n; ++k) sum += W_[k] = std::exp(lnW_[k]);
+        if (!std::isfinite(sum) || !(sum > 0.0)) return End::failed;
+        for (int k = 0; k < n; ++k) step_[k] = W_[k] / sum;
+        const int order = substitutions > 0 ? 0 : phase_H;
+        if (!fluid_.evaluate_at(s_, p, phase.T, step_, Root::stable, order)) return End::failed;
+        double tm = 1.0, worst = 0.0, ln_sum = std::log(sum);
+        for (int k = 0; k < n; ++k) {
+            g_[k] = s_.m[k] + ln_sum - phase.m[k];
+            tm += W_[k] * (g_[k] - 1.0);
+            worst = std::max(worst, std::fabs(g_[k]));
+        }
+        tpd = distance(s_, phase);  // per mole of the trial phase
+        const double limit = -Certificate::tpd_tolerance;
+        if (first && tpd < 10 * limit) return End::negative;
+        if (tpd >= limit && (meets(s_, phase) || (known && meets(s_, *known)))) {
+            tpd = std::min(0.0, tpd);
+            return End::trivial;
+        }
+        if (worst < kConverged) return tpd < limit ? End::negative : End::stationary;
+        if (substitutions-- > 0) {
+            for (int k = 0; k < n; ++k) lnW_[k] -= g_[k];
+            continue;
+        }
+        // The modified distance tm falls along a step, if that is short enough.
+        if (!(tm <= last + kLevel) && part > kShortest) {
+            along(part *= 0.3);
+            continue;
+        }
+        // At rounding of the potentials: stationary as far as that can be said.
+        if (part <= kShortest && worst < kFlat) return tpd < limit ? End::negative : End::stationary;
+        last = tm;
+        part = 1.0;
+        newton();
+    }
+    return tpd < -Certificate::tpd_tolerance ? End::negative : End::failed;
+}
+
+bool Stability::locally_stable(PhaseState const& phase) {
+    const int n = phase.size();
+    if (!(phase.S > 0.0)) return false;
+    for (int i = 0; i < n; ++i)
+        for (int j = 0; j < n; ++j)
+            hess_[i * n + j] = std::sqrt(phase.x[i] * phase.x[j]) * (phase.m_n(i, j) + 1.0);
+    for (int k = 0; k < n; ++k) {  // positive definite if all pivots are positive
+        if (!(hess_[k * n + k] > -1e-7)) return false;
+        if (hess_[k * n + k] < 1e-12) return true;  // at rounding: a critical point
+        for (int i = k + 1; i < n; ++i)
+            for (int j = k + 1; j < n; ++j)
+                hess_[i * n + j] -= hess_[i * n + k] * hess_[k * n + j] / hess_[k * n + k];
+    }
+    return true;
+}
+
+double Stability::distance(PhaseState const& s, PhaseState const& phase) {
+    double d = 0.0;
+    for (int k = 0; k < s.size(); ++k) d += s.x[k] * (s.m[k] - phase.m[k]);
+    return d;
+}
+
+/// A binary by the complete test.
+StabilityResult Stability::complete(PhaseState const& phase, double p, PhaseState const* known,
+                                    bool first, bool whole) {
+    StabilityResult r;
+    double tolerance = Certificate::tpd_tolerance;
+    if (whole) {
+        const double scale = std::fabs(phase.m[0]) + std::fabs(phase.m[1]) +
+                             p / (R * phase.T * phase.rho);
+        tolerance = kRounding * (1.0 + scale);
+        const double curvature = phase.m_n(0, 0) - phase.m_n(0, 1) - phase.m_n(1, 0) +
+                                 phase.m_n(1, 1);
+        r.stable = phase.S > 0.0 && phase.x[0] * phase.x[1] * curvature > -kSpinodal;
+    } else {
+        r.stable = locally_stable(phase);
+    }
+    if (!r.stable && first) return r;
+    if (!scan_) scan_ = std::make_unique<BinaryScan>(fluid_);
+    const BinaryScan::Result found = scan_->test(phase, p, known, first, tolerance);
+    r.iterations = found.nodes;
+    r.unconverged = found.resolved ? 0 : 1;
+    if (found.negative) r.stable = false;
+    if (found.found) {
+        r.other = true;
+        r.tpd = found.t;
+        r.trial = {found.t, found.rho, {found.w[0], found.w[1]}};
+    }
+    return r;
+}
+
+StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState const* known,
+                                bool first, bool whole) {
+    const int n = fluid_.size();
+    if (n == 2 && kind == StabilityTest::complete) return complete(phase, p, known, first, whole);
+    StabilityResult r;
+    double best = 1e300;
+    auto take = [&](double tpd) {
+        best = tpd;
+        r.other = true;
+        r.trial = {tpd, s_.rho, s_.x};
+    };
+    if (!locally_stable(phase)) {
+        r.stable = false;  // no trial needed, but one is looked for
+        if (first) return r;
+    }
+    // The phase itself at its other density root.
+    if (fluid_.evaluate_at(s_, p, phase.T, phase.x, Root::stable, 0) &&
+        std::fabs(s_.rho / phase.rho - 1) > 1e-3) {
+        const double d = distance(s_, phase);
+        if (d < -Certificate::tpd_tolerance) {
+            take(d);
+            r.stable = false;
+            r.tpd = d;
+            if (first) return r;
+        }
+        r.tpd = std::min(r.tpd, d);
+    }
+    double tpd = 0.0;  // of the last descent
+    /// True where the test may end.
+    auto record = [&](End end) {
+        if (end == End::failed) ++r.unconverged;
+        if (end == End::trivial) r.tpd = std::min(r.tpd, tpd);
+        if (end != End::stationary && end != End::negative) return false;
+        if (tpd < best) take(tpd);
+        if (end == End::negative) r.stable = false;
+        return end == End::negative && first;
+    };
+    if (n == 2) {
+        r.unconverged += scan_binary(phase, p);
+        for (Bracket const& b : brackets_)
+            if (record(descend(phase, p, known, b, first, tpd, r.iterations))) break;
+    } else if (n > 2) {
+        // Components as good as pure: one far below its solubility elsewhere (mercury in cold methane)
+        // may separate without taking any of the others along. From starts with two parts in a
+        // thousand of these no substitution leads there, as their potentials are out of all bounds.
+        for (int pure = 0; pure < n; ++pure) {
+            for (int k = 0; k < n; ++k) step_[k] = k == pure ? 1.0 : kPurest * phase.x[k];
+            if (!fluid_.evaluate_at(s_, p, phase.T, step_, Root::stable, 0)) continue;
+            const double d = distance(s_, phase);
+            if (!(d < -Certificate::tpd_tolerance)) continue;
+            r.stable = false;
+            if (d < best) take(d);
+            r.tpd = best;
+            if (first) return r;
+        }
+        starts_.clear();
+        for (int start = 0; start < 2 * n; ++start) {  // nearly pure; half pure
+            const double pure = start < n ? 0.998 : 0.5;
+            for (int k = 0; k < n; ++k)
+                starts_.push_back(
+                    std::log((1.0 - pure) * phase.x[k] + (k == start % n ? pure : 0.0)));
+        }
+        for (double sign : {1.0, -1.0})
+            for (int k = 0; k < n; ++k)
+                starts_.push_back(std::log(phase.x[k]) +
+                                  sign * (fluid_.wilson(k, phase.T) - std::log(p)));
+        for (std::size_t at = 0; at < starts_.size(); at += lnW_.size())
+            if (record(descend(phase, p, known, &starts_[at], first, tpd, r.iterations))) break;
+    }
+    if (n > 2 && r.stable && hidden_root(phase, p, tpd)) {
+        take(tpd);
+        r.stable = false;
+    }
+    if (r.other) r.tpd = std::min(r.tpd == 0.0 ? best : r.tpd, best);
+    return r;
+}
+
+/// Nearly pure trials by substitution along the density root of higher Gibbs energy, which the
+/// other starts leave: there a liquid whose light component would be a gas when pure stays hidden,
+/// or a gas likewise. True with s_ and tpd of a trial below the tangent plane.
+bool Stability::hidden_root(PhaseState const& phase, double p, double& tpd) {
+    const int n = fluid_.size();
+    std::vector<double>& w = step_;
+    for (int pure = 0; pure < n; ++pure) {
+        for (int i = 0; i < n; ++i) w[i] = 0.002 * phase.x[i] + (i == pure ? 0.998 : 0.0);
+        double rho[2], gibbs[2], last = 1e300;
+        if (fluid_.densities(p, phase.T, w, rho, gibbs) < 2) continue;
+        const Root root = gibbs[0] > gibbs[1] ? Root::dense : Root::dilute;
+        for (int it = 0; it < kHidden; ++it) {
+            if (!fluid_.evaluate_at(s_, p, phase.T, w, root, 0)) break;
+            tpd = distance(s_, phase);
+            if (tpd < 10 * -Certificate::tpd_tolerance) return true;
+            if (std::fabs(tpd - last) < 1e-6) break;  // stationary, and not below
+            last = tpd;
+            double sum = 0.0;
+            for (int i = 0; i < n; ++i) sum += w[i] = std::exp(phase.m[i] - s_.m[i]) * s_.x[i];
+            for (double& wi : w) wi /= sum;
+        }
+    }
+    return false;
+}
+
+StabilityResult stability(ModelN const& model, double p, double T, Vector<double> const& z) {
+    const FluidModel fluid(model, z);
+    PhaseState phase;
+    phase.resize(fluid.size());
+    if (!fluid.evaluate_at(phase, p, T, fluid.z(), Root::stable, phase_H))
+        throw ThException(th_no_density);
+    return Stability(fluid).test(phase, p, nullptr, false, true);
+}
+
+}  // namespace corvane

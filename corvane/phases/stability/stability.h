@@ -1,0 +1,102 @@
+// Stability of a phase: the tangent-plane distance.
+#pragma once
+
+#include <corvane/core/api.h>
+#include <corvane/phases/phase/phase.h>
+#include <corvane/phases/report/certificate.h>
+
+#include <memory>
+#include <vector>
+
+class ModelN;
+
+namespace corvane {
+
+class BinaryScan;
+
+/// A trial phase where the tangent-plane distance is stationary, or negative.
+struct TrialPhase {
+    double tpd = 0.0;  ///< over RT and per mole
+    double rho = 0.0;
+    std::vector<double> w;  ///< mole fractions of the present components
+};
+
+struct StabilityResult {
+    bool stable = true;  ///< no trial with tpd < −1e-8 (binaries: see Stability)
+    double tpd = 0.0;    ///< smallest value found, 0 at most unless `other` is set
+    bool other = false;  ///< a stationary point besides the phase itself (and the known one)
+    TrialPhase trial;    ///< that of smallest tpd, if `other` or unstable
+    int iterations = 0;
+    int unconverged = 0;  ///< starts that used up their iterations or met no density
+};
+
+/// Tangent-plane test (Michelsen, Fluid Phase Equilib. 9 (1982) 1) with its work space.
+///
+/// A binary by the complete test: BinaryScan, whose header says what is proven. It takes a binary
+/// for unstable below −1e-8, and a whole of given composition, whose potentials have no residuals,
+/// below rounding (5e-14 of the terms of the distance).
+///
+/// Else, first the phase's own other density root, and whether it is a minimum at all (∂μ_i/∂n_j
+/// positive definite). A binary by the quick test: every minimum of a scan over 15 compositions
+/// along both density roots, and minima that hide beside the phase itself, each refined inside its
+/// bracket. Otherwise the starts
+/// are Wilson's vapour and liquid, every component nearly pure, and the middle between each and the
+/// phase, at the density of lower Gibbs energy; from there three successive substitutions, then
+/// Newton in 2·√W, its matrix shifted until it is definite and each step shortened until the
+/// modified distance falls; then substitution from every
+/// component nearly pure at its other density root. At most 120 iterations per start.
+class CORVANE_API Stability {
+  public:
+    explicit Stability(FluidModel const& fluid, StabilityTest kind = StabilityTest::complete);
+    ~Stability();
+
+    /// The kind of the tests that follow.
+    StabilityTest kind;
+
+    /// phase: the phase to test, evaluated at (p, T) with phase_H.
+    /// known: a phase in equilibrium with it, to which trials may converge; or null.
+    /// first: end at the first negative value, which proves instability.
+    /// whole: a phase of given composition, whose potentials have no residuals.
+    StabilityResult test(PhaseState const& phase, double p, PhaseState const* known, bool first,
+                         bool whole = false);
+
+    /// Is the phase (with phase_H) a minimum of the tangent-plane distance in its surroundings?
+    bool locally_stable(PhaseState const& phase);
+
+  private:
+    enum class End { stationary, trivial, negative, failed };
+    /// Mole fractions of component 0 of a binary.
+    struct Bracket {
+        Root root;
+        double lo, at, hi;
+    };
+    End descend(PhaseState const& phase, double p, PhaseState const* known, double const* lnW,
+                bool first, double& tpd, int& iterations);
+    End descend(PhaseState const& phase, double p, PhaseState const* known, Bracket const& bracket,
+                bool first, double& tpd, int& iterations);
+    void newton();
+    void along(double part);
+    bool hidden_root(PhaseState const& phase, double p, double& tpd);
+    StabilityResult complete(PhaseState const& phase, double p, PhaseState const* known,
+                             bool first, bool whole);
+    static double distance(PhaseState const& s, PhaseState const& phase);
+    static bool meets(PhaseState const& s, PhaseState const& phase);
+    /// Fills brackets_. Returns the number of compositions without a density.
+    int scan_binary(PhaseState const& phase, double p);
+    void scan_root(PhaseState const& phase, Root root, bool own, double const* d,
+                   double const* same);
+
+    FluidModel const& fluid_;
+    PhaseState s_;
+    std::vector<double> lnW_, W_, g_, step_, hess_, root_, way_;
+    std::vector<double> starts_;  // n values ln W of each
+    std::vector<Bracket> brackets_;
+    std::unique_ptr<BinaryScan> scan_;
+};
+
+/// Is the mixture of composition z stable at (p [MPa], T [K]) in its phase of lower Gibbs energy?
+/// @throws ThException 9 no density root; as FluidModel
+CORVANE_API StabilityResult stability(ModelN const& model, double p, double T,
+                                      Vector<double> const& z);
+
+}  // namespace corvane

@@ -1,0 +1,510 @@
+#include <corvane/phases/stability/stability_scan.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace corvane {
+namespace {
+constexpr double kEnd = 1e-8, kTiny = 1e-300;  // mole fractions at the ends
+constexpr double kDilute = 0.1;                // of the excess curvature times w
+constexpr int kNodes = 500;                    // of one test
+constexpr double kNarrow = 1e-6;    // width of an interval that is halved no further, over w·(1 − w)
+constexpr double kBeside = 1e-4;    // the same, beside the phase itself
+constexpr double kSafety = 8.0;     // of the error estimates
+constexpr double kRounding = 1e-13, kSlopeRounding = 1e-14;  // least A and B
+constexpr double kResolved = 0.5;   // error at the middle of a piece whose shape is believed
+constexpr double kJump = 0.16;      // of (Δ ln rho)² over ∂(p/RT)/∂rho
+constexpr int kRefine = 60;
+constexpr double kConverged = 1e-11;  // of t′
+constexpr double kInfinite = std::numeric_limits<double>::infinity();
+
+double ideal(double w0, double w1) {
+    return w0 * std::log(w0) + w1 * std::log(w1);
+}
+}  // namespace
+
+BinaryScan::BinaryScan(FluidModel const& fluid) : fluid_(fluid), x_(2) {
+    s_.resize(2);
+}
+
+/// Evaluates both roots at a composition; index of the new node.
+int BinaryScan::node(double w0, double w1) {
+    Node n;
+    n.w0 = w0;
+    n.w1 = w1;
+    x_[0] = w0;
+    x_[1] = w1;
+    ++result_.nodes;
+    double rho[2];
+    const int found = fluid_.densities(p_, T_, x_, rho);
+    const double f0 = std::log(w0), f1 = std::log(w1);
+    for (int k = 0; k < found; ++k) {
+        s_.rho_i[0] = w0 * rho[k];
+        s_.rho_i[1] = w1 * rho[k];
+        if (!fluid_.evaluate(s_, T_, phase_H) || !(s_.S > 0.0)) continue;
+        const int r = n.roots++;
+        n.rho[r] = rho[k];
+        n.stiff[r] = s_.S / rho[k];
+        n.m0[r] = s_.m[0];
+        n.m1[r] = s_.m[1];
+        n.G2[r] = s_.m_n(0, 0) - s_.m_n(0, 1) - s_.m_n(1, 0) + s_.m_n(1, 1);
+        n.e2[r] = n.G2[r] - 1.0 / (w0 * w1);
+        n.slope[r] = (s_.m[0] - f0) - (s_.m[1] - f1);
+        n.excess[r] = w0 * (s_.m[0] - f0) + w1 * (s_.m[1] - f1);
+    }
+    nodes_.push_back(n);
+    return static_cast<int>(nodes_.size()) - 1;
+}
+
+/// Halves the angle θ with w = sin²(θ/2); where an end is dilute, the logarithm.
+int BinaryScan::middle(Cell const& c) {
+    Node const &a = nodes_[c.a], &b = nodes_[c.b];
+    double w0 = 0.0, w1 = 0.0;
+    if (b.w0 < 1e-3 && a.w0 < 0.05 * b.w0) {
+        w0 = std::sqrt(a.w0 * b.w0);
+        w1 = 1.0 - w0;
+    } else if (a.w1 < 1e-3 && b.w1 < 0.05 * a.w1) {
+        w1 = std::sqrt(a.w1 * b.w1);
+        w0 = 1.0 - w1;
+    } else {
+        // sin and cos of half the sum of the half angles
+        const double sa = std::sqrt(a.w0), ca = std::sqrt(a.w1), sb = std::sqrt(b.w0),
+                     cb = std::sqrt(b.w1);
+        const double s = sa + sb, q = ca + cb, norm = s * s + q * q;
+        w0 = s * s / norm;
+        w1 = q * q / norm;
+    }
+    return node(w0, w1);
+}
+
+bool BinaryScan::dilute(Node const& n) const {
+    for (int r = 0; r < n.roots; ++r)
+        if (!(std::fabs(n.e2[r]) * std::min(n.w0, n.w1) < kDilute)) return false;
+    return true;
+}
+
+BinaryScan::Point BinaryScan::point(Node const& n, int r) const {
+    Point q;
+    q.w0 = n.w0;
+    q.w1 = n.w1;
+    const double d0 = n.m0[r] - mu0_, d1 = n.m1[r] - mu1_;
+    q.t = n.w0 * d0 + n.w1 * d1;
+    q.t1 = d0 - d1;
+    q.t2 = n.G2[r];
+    q.e = n.excess[r] - (n.w0 * mu0_ + n.w1 * mu1_);
+    q.e1 = n.slope[r] - (mu0_ - mu1_);
+    q.e2 = n.e2[r];
+    q.rho = n.rho[r];
+    q.stiff = n.stiff[r];
+    for (int z = 0; z < zeros_; ++z) {
+        Point const& at = zero_[z].at;
+        if (std::fabs(at.w0 - n.w0) < 1e-9 * n.w0 * n.w1 &&
+            std::fabs(zero_[z].rho / n.rho[r] - 1.0) < 1e-6) {
+            q.t = q.t1 = 0.0;
+            q.zero = true;
+        }
+    }
+    return q;
+}
+
+void BinaryScan::take(double t, double rho, double w0, double w1) {
+    if (negative(t)) result_.negative = true;
+    if (result_.found && !(t < result_.t)) return;
+    result_.found = true;
+    result_.t = t;
+    result_.rho = rho;
+    result_.w = {w0, w1};
+}
+
+/// A node as part of the present test; false where the test is over.
+bool BinaryScan::visit(int k) {
+    Node const& n = nodes_[k];
+    if (n.roots == 0) result_.resolved = false;
+    for (int r = 0; r < n.roots; ++r) {
+        const Point q = point(n, r);
+        if (!negative(q.t)) continue;
+        take(q.t, n.rho[r], n.w0, n.w1);
+        if (first_ && q.t < -10.0 * tolerance_) over_ = true;
+    }
+    return !over_;
+}
+
+/// Which density root a phase lies on; −1: the model has but one there, −2: none.
+int BinaryScan::root_of(Zero& z) {
+    if (z.asked) return z.root;
+    z.asked = true;
+    double rho[2];
+    x_[0] = z.at.w0;
+    x_[1] = z.at.w1;
+    const int found = fluid_.densities(p_, T_, x_, rho);
+    z.root = found == 0   ? -2
+             : found == 1 ? -1
+             : std::fabs(std::log(rho[0] / z.rho)) <= std::fabs(std::log(rho[1] / z.rho)) ? 0 : 1;
+    return z.root;
+}
+
+int BinaryScan::strands(Cell const& c, Strand* s) const {
+    Node const &a = nodes_[c.a], &b = nodes_[c.b];
+    if (a.roots == 0 || b.roots == 0) return 0;
+    if (a.roots == b.roots) {
+        for (int r = 0; r < a.roots; ++r) s[r] = {r, r, kInfinite, kInfinite};
+        return a.roots;
+    }
+    Node const &one = a.roots == 1 ? a : b, &two = a.roots == 1 ? b : a;
+    const int near =
+        std::fabs(std::log(two.rho[0] / one.rho[0])) < std::fabs(std::log(two.rho[1] / one.rho[0]))
+            ? 0
+            : 1;
+    s[0] = {0, near, kInfinite, kInfinite};
+    s[1] = {-1, 1 - near, kInfinite, kInfinite};
+    if (a.roots == 2) {
+        std::swap(s[0].a, s[0].b);
+        std::swap(s[1].a, s[1].b);
+    }
+    return 2;
+}
+
+namespace {
+double between(double a0, double a1, double b0, double b1) {
+    return a0 < 0.5 ? b0 - a0 : a1 - b1;
+}
+/// Bernstein coefficients of the quintic with value, slope and curvature at both ends.
+void quintic(double h, double ta, double a1, double a2, double tb, double b1, double b2,
+             double* c) {
+    c[0] = ta;
+    c[1] = ta + 0.2 * h * a1;
+    c[2] = ta + 0.4 * h * a1 + 0.05 * h * h * a2;
+    c[3] = tb - 0.4 * h * b1 + 0.05 * h * h * b2;
+    c[4] = tb - 0.2 * h * b1;
+    c[5] = tb;
+}
+/// Value, slope and curvature (in w) at s by de Casteljau's scheme.
+void at(double const* c, double h, double s, double* v) {
+    double q[6];
+    std::copy(c, c + 6, q);
+    for (int n = 5; n > 0; --n) {
+        if (n == 2) v[2] = 20.0 / (h * h) * (q[2] - 2.0 * q[1] + q[0]);
+        if (n == 1) v[1] = 5.0 / h * (q[1] - q[0]);
+        for (int i = 0; i < n; ++i) q[i] += s * (q[i + 1] - q[i]);
+    }
+    v[0] = q[0];
+}
+}  // namespace
+
+/// Errors of a piece from what it says of a point inside, at the part x of its length h.
+void BinaryScan::compare(Point const& a, Point const& b, Point const& m, double h, double x,
+                         double& A, double& B) {
+    double q[6], v[3] = {};
+    const double y = 1.0 - x, g = x * y;
+    quintic(h, a.e, a.e1, a.e2, b.e, b.e1, b.e2, q);
+    at(q, h, x, v);
+    const double d0 = std::fabs(v[0] - m.e), d1 = std::fabs(v[1] - m.e1),
+                 d2 = std::fabs(v[2] - m.e2);
+    // A·g³ has the curvature −6·A·g²/h² at the middle, where its slope vanishes.
+    A = std::max({d0 / (g * g * g), 0.5 * d1 * h / (g * g), 0.667 * d2 * h * h / g, kRounding});
+    // Cubic through the slopes alone: error B·g².
+    const double p1 = a.e1 + h * a.e2 / 3.0, p2 = b.e1 - h * b.e2 / 3.0;
+    const double u0 = a.e1 * y + p1 * x, u1 = p1 * y + p2 * x, u2 = p2 * y + b.e1 * x,
+                 w0 = u0 * y + u1 * x, w1 = u1 * y + u2 * x;
+    B = std::max({std::fabs(w0 * y + w1 * x - m.e1) / (g * g),
+                  0.5 * h * std::fabs(3.0 / h * (w1 - w0) - m.e2) / g, kSlopeRounding});
+}
+
+/// Sizes of the errors of a strand, from the middle of its cell: s.A and s.B of the whole cell.
+void BinaryScan::error(Cell const& c, Strand& s, int& r) const {
+    Node const &a = nodes_[c.a], &b = nodes_[c.b], &m = nodes_[c.mid];
+    s.A = s.B = kInfinite;
+    const int two = a.roots == 2 ? s.a : b.roots == 2 ? s.b : 0;
+    r = m.roots == 2 ? two : 0;
+    if (m.roots == 0 || (m.roots == 1 && a.roots == 2 && b.roots == 2) ||
+        (m.roots == 2 && a.roots == 1 && b.roots == 1))
+        return;
+    const double h = between(a.w0, a.w1, b.w0, b.w1);
+    compare(point(a, s.a), point(b, s.b), point(m, r), h,
+            between(a.w0, a.w1, m.w0, m.w1) / h, s.A, s.B);
+}
+
+/// Is the piece between two points settled? It may leave a bracket of a minimum.
+bool BinaryScan::piece(Point const& a, Point const& b, double A, double B, int root) {
+    const double h = between(a.w0, a.w1, b.w0, b.w1);
+    const double least = std::min(a.w0 * a.w1, b.w0 * b.w1);
+    if (!(h > kNarrow * least)) return true;
+    // Two phases that are nearly alike: t is (w − x)²·(w − y)² times what is constant here.
+    if (a.zero && b.zero && h < 0.02 * least && a.t2 > 0.0 && b.t2 > 0.0) return true;
+    if (h < kBeside * least && ((a.zero && a.t2 >= 0.0 && b.t1 >= 0.0 && b.t >= 0.0) ||
+                                (b.zero && b.t2 >= 0.0 && a.t1 <= 0.0 && a.t >= 0.0)))
+        return true;
+    if (!(A < 64.0 * kResolved)) return false;
+    // Next to a critical point t″ has a dip as narrow as that of ∂p/∂rho, which is parabolic in
+    // ln rho, about 3·(ln rho − ln rho_c)².
+    const double jump = std::log(b.rho / a.rho);
+    if (jump * jump > kJump * std::min(a.stiff, b.stiff)) return false;
+    double c[6], D[5];
+    // Convex or concave?
+    quintic(h, a.e, a.e1, a.e2, b.e, b.e1, b.e2, c);
+    const double per = 20.0 / (h * h);
+    double d[4];
+    for (int i = 0; i < 4; ++i) d[i] = per * (c[i + 2] - 2.0 * c[i + 1] + c[i]);
+    d[0] = a.e2;
+    d[3] = b.e2;
+    for (int i = 0; i < 5; ++i)
+        D[i] = (i > 0 ? 0.25 * i * d[i - 1] : 0.0) + (i < 4 ? (1.0 - 0.25 * i) * d[i] : 0.0);
+    const double margin = A / (h * h);
+    const double off[5] = {0.0, 1.5 * margin, 3.0 * margin, 1.5 * margin, 0.0};
+    double lowest = kInfinite, highest = -kInfinite;
+    for (int i = 0; i < 5; ++i) {
+        lowest = std::min(lowest, D[i] - off[i]);
+        highest = std::max(highest, D[i] + off[i]);
+    }
+    const double gentle = b.w0 < 0.5   ? 1.0 / (b.w0 * b.w1)
+                          : a.w0 > 0.5 ? 1.0 / (a.w0 * a.w1)
+                                       : 4.0;  // least curvature of the ideal part
+    if (lowest > -gentle) {
+        if (a.t1 >= 0.0 || b.t1 <= 0.0) return true;
+        const double s = (b.t - a.t - b.t1 * h) / (a.t1 - b.t1), meet = a.t + a.t1 * s;
+        if (meet >= 0.0 && first_) return true;
+        brackets_.push_back({root, a, b, meet});
+        return true;
+    }
+    if (highest < -1.0 / least) return true;
+    // Monotone? By the slopes alone, which keep their digits where t is nearly zero.
+    const double t1[4] = {a.t1, a.t1 + h * a.t2 / 3.0, b.t1 - h * b.t2 / 3.0, b.t1};
+    // Fourth derivative of the slope of the ideal part, of either sign, joins the error.
+    const double r0 = h / a.w0, r1 = h / b.w1;
+    const double ideal4 = 6.0 / 24.0 * (r0 * r0 * r0 * r0 + r1 * r1 * r1 * r1);
+    const double mid = 0.5 * (t1[1] + t1[2]), off1 = (B + ideal4) / 6.0;
+    const double q1 = 0.25 * t1[0] + 0.75 * t1[1], q3 = 0.75 * t1[2] + 0.25 * t1[3];
+    if ((t1[0] >= 0.0 && q1 >= 0.0 && mid - off1 >= 0.0 && q3 >= 0.0 && t1[3] >= 0.0) ||
+        (t1[0] <= 0.0 && q1 <= 0.0 && mid + off1 <= 0.0 && q3 <= 0.0 && t1[3] <= 0.0))
+        return true;
+    // Positive? The ideal part lies below its quintic by at most its sixth derivative's share.
+    quintic(h, a.t, a.t1, a.t2, b.t, b.t1, b.t2, c);
+    const double ideal6 =
+        24.0 / 720.0 * h * (r0 * r0 * r0 * r0 * r0 + r1 * r1 * r1 * r1 * r1);
+    for (int i = 0; i < 7; ++i) {
+        const double C = (i > 0 ? i / 6.0 * c[i - 1] : 0.0) + (i < 6 ? (1.0 - i / 6.0) * c[i] : 0.0);
+        if (C - (i == 3 ? (A + ideal6) / 20.0 : 0.0) < 0.0) return false;
+    }
+    return true;
+}
+
+/// A root that has no end in this cell, from one node to the other.
+bool BinaryScan::settled(Cell const& c, Strand const& s) {
+    Node const &a = nodes_[c.a], &b = nodes_[c.b];
+    const int root = a.roots == 2 ? s.a : b.roots == 2 ? s.b : 0;
+    const double h = between(a.w0, a.w1, b.w0, b.w1);
+    std::array<Point, 4> q;
+    int n = 0;
+    q[n++] = point(a, s.a);
+    Point const last = point(b, s.b);
+    double A_here = s.A, B_here = s.B;
+    for (int k = 0; k < zeros_; ++k) {
+        Zero& z = zero_[k];
+        const double from = between(a.w0, a.w1, z.at.w0, z.at.w1);
+        if (!(from > 0.0) || !(between(z.at.w0, z.at.w1, b.w0, b.w1) > 0.0)) continue;
+        if (a.roots == 2 || b.roots == 2) {
+            const int r = root_of(z);
+            if (r == -2 || (r == -1 && a.roots == b.roots)) return false;
+            if (r >= 0 && r != root) continue;
+        }
+        double A = 0.0, B = 0.0;
+        compare(q[0], last, z.at, h, from / h, A, B);
+        A_here = std::max(A_here, A);
+        B_here = std::max(B_here, B);
+        q[n++] = z.at;
+    }
+    if (n == 3 && q[1].w0 > q[2].w0) std::swap(q[1], q[2]);
+    q[n++] = last;
+    bool all = true;
+    for (int k = 0; k + 1 < n && all; ++k) {
+        const double part = between(q[k].w0, q[k].w1, q[k + 1].w0, q[k + 1].w1) / h;
+        const double shrink = part * part * part;
+        all = piece(q[k], q[k + 1], std::max(A_here * shrink * part, kRounding),
+                    std::max(B_here * shrink, kSlopeRounding), root);
+    }
+    return all;
+}
+
+/// A root that ends in this cell: nothing is left to find on it?
+bool BinaryScan::vanishing(Cell const& c, Strand const& s) {
+    Node const &a = nodes_[c.a], &b = nodes_[c.b], &n = s.a < 0 ? b : a;
+    const int r = s.a < 0 ? s.b : s.a;
+    for (int k = 0; k < zeros_; ++k) {
+        Zero& z = zero_[k];
+        if (between(a.w0, a.w1, z.at.w0, z.at.w1) > 0.0 &&
+            between(z.at.w0, z.at.w1, b.w0, b.w1) > 0.0 && root_of(z) == r)
+            return false;
+    }
+    const Point q = point(n, r);
+    if (q.t2 * q.w0 * q.w1 < -1.0) return true;
+    const double h = between(a.w0, a.w1, b.w0, b.w1), room = 4.0 * h * std::fabs(q.t1);
+    return h < 0.1 * q.w0 * q.w1 && q.t > room + 0.05;
+}
+
+void BinaryScan::process(int k, Strand const* known, int count, int depth) {
+    Strand s[2];
+    const int n = strands(cells_[k], s);
+    if (n == 0) return;  // no density: counted as not resolved
+    const Cell c = cells_[k];
+    const std::size_t brackets = brackets_.size();
+    bool all = true;
+    for (int i = 0; i < n; ++i) {
+        for (int j = 0; j < count; ++j)
+            if (known[j].a == s[i].a && known[j].b == s[i].b) s[i] = known[j];
+        if (all) all = s[i].a < 0 || s[i].b < 0 ? vanishing(c, s[i]) : settled(c, s[i]);
+    }
+    if (all) return;
+    Node const &a = nodes_[c.a], &b = nodes_[c.b];
+    if (!(between(a.w0, a.w1, b.w0, b.w1) > kNarrow * std::min(a.w0 * a.w1, b.w0 * b.w1))) return;
+    brackets_.resize(brackets);
+    if (depth > 60 || result_.nodes > kNodes) {
+        result_.resolved = false;
+        return;
+    }
+    if (c.mid < 0) {
+        const int m = middle(c);
+        const int at = static_cast<int>(cells_.size());
+        cells_.push_back({c.a, m});
+        cells_.push_back({m, c.b});
+        cells_[k].mid = m;
+        cells_[k].left = at;
+    }
+    const int left = cells_[k].left;
+    if (!visit(cells_[k].mid)) return;
+    Strand l[2], r[2];
+    int passed = 0;
+    for (int i = 0; i < n; ++i) {
+        if (s[i].a < 0 || s[i].b < 0) continue;
+        int m = 0;
+        error(cells_[k], s[i], m);
+        if (!(s[i].A < kInfinite)) continue;
+        l[passed] = {s[i].a, m, s[i].A / kSafety, s[i].B / 4.0};
+        r[passed] = {m, s[i].b, s[i].A / kSafety, s[i].B / 4.0};
+        ++passed;
+    }
+    process(left, l, passed, depth + 1);
+    if (!over_) process(left + 1, r, passed, depth + 1);
+}
+
+/// From an end node to the pure component, along each root.
+void BinaryScan::end(int k) {
+    const Node n = nodes_[k];
+    const bool low = n.w0 < n.w1;
+    const double w = low ? n.w0 : n.w1;
+    for (int r = 0; r < n.roots; ++r) {
+        bool own = false;
+        for (int z = 0; z < zeros_; ++z)
+            own = own || ((low ? zero_[z].at.w0 : zero_[z].at.w1) <= w &&
+                          std::fabs(zero_[z].rho / n.rho[r] - 1.0) < 1e-3);
+        const Point q = point(n, r);
+        const double slope = low ? q.t1 : -q.t1;
+        if (own || q.zero || !(slope > 0.0)) continue;
+        const double least = q.t - w * (slope - 1.0 + std::exp(-slope));
+        if (first_ && !negative(least)) continue;
+        const double at = std::max(w * std::exp(-slope), kTiny);
+        const int m = low ? node(at, 1.0 - at) : node(1.0 - at, at);
+        Node const& found = nodes_[m];
+        for (int j = 0; j < found.roots; ++j)
+            if (std::fabs(found.rho[j] / n.rho[r] - 1.0) < 1e-3)
+                take(point(found, j).t, found.rho[j], found.w0, found.w1);
+    }
+}
+
+/// The minimum in a bracket by Newton's method in ln(w/(1 − w)), in which a dilute t′ is linear.
+void BinaryScan::refine(Bracket const& bracket) {
+    double lo = std::log(bracket.a.w0 / bracket.a.w1), hi = std::log(bracket.b.w0 / bracket.b.w1);
+    const double part = -bracket.a.t1 / (bracket.b.t1 - bracket.a.t1);
+    double y = lo + part * (hi - lo);
+    Point q;
+    double rho = 0.0;
+    for (int it = 0; it < kRefine; ++it) {
+        const double w0 = 1.0 / (1.0 + std::exp(-y)), w1 = 1.0 / (1.0 + std::exp(y));
+        const int k = node(w0, w1);
+        const Node n = nodes_[k];
+        nodes_.pop_back();
+        if (n.roots == 0) {
+            result_.resolved = false;
+            return;
+        }
+        const int r = n.roots == 2 ? bracket.root : 0;
+        q = point(n, r);
+        rho = n.rho[r];
+        if (first_ && q.t < -10.0 * tolerance_) break;
+        if (std::fabs(q.t1) < kConverged || hi - lo < 1e-13 * std::max(1.0, std::fabs(y))) break;
+        (q.t1 > 0.0 ? hi : lo) = y;
+        double next = y - q.t1 / (q.t2 * w0 * w1);
+        if (!(next > lo && next < hi)) next = 0.5 * (lo + hi);
+        y = next;
+    }
+    take(q.t, rho, q.w0, q.w1);
+}
+
+BinaryScan::Result BinaryScan::test(PhaseState const& phase, double p, PhaseState const* known,
+                                    bool first, double tolerance) {
+    result_ = Result();
+    tolerance_ = tolerance;
+    first_ = first;
+    over_ = false;
+    mu0_ = phase.m[0];
+    mu1_ = phase.m[1];
+    zeros_ = 0;
+    for (PhaseState const* s : {&phase, known}) {
+        if (!s) continue;
+        Zero& z = zero_[zeros_++];
+        z = Zero();
+        z.rho = s->rho;
+        Point& q = z.at;
+        q.zero = true;
+        q.w0 = s->x[0];
+        q.w1 = s->x[1];
+        q.t2 = s->m_n(0, 0) - s->m_n(0, 1) - s->m_n(1, 0) + s->m_n(1, 1);
+        q.e = -ideal(q.w0, q.w1);
+        q.e1 = -std::log(q.w0 / q.w1);
+        q.e2 = q.t2 - 1.0 / (q.w0 * q.w1);
+        q.rho = s->rho;
+        q.stiff = s->S / s->rho;
+    }
+    if (phase.T != T_ || p != p_ || nodes_.empty()) {
+        T_ = phase.T;
+        p_ = p;
+        nodes_.clear();
+        cells_.clear();
+        // At the middle and half of the angle on either side, then the ends.
+        const double q = 0.5 - 0.25 * std::sqrt(2.0);
+        const int m = node(0.5, 0.5), a = node(q, 1.0 - q), b = node(1.0 - q, q);
+        low_ = node(kEnd, 1.0 - kEnd);
+        high_ = node(1.0 - kEnd, kEnd);
+        cells_ = {{low_, a}, {a, m}, {m, b}, {b, high_}};
+        while (nodes_[low_].roots > 0 && !dilute(nodes_[low_]) && nodes_[low_].w0 > kTiny) {
+            const int from = low_;
+            low_ = node(std::max(1e-4 * nodes_[from].w0, kTiny), 1.0);
+            cells_.push_back({low_, from});
+        }
+        while (nodes_[high_].roots > 0 && !dilute(nodes_[high_]) && nodes_[high_].w1 > kTiny) {
+            const int from = high_;
+            high_ = node(1.0, std::max(1e-4 * nodes_[from].w1, kTiny));
+            cells_.push_back({from, high_});
+        }
+        first_cells_ = static_cast<int>(cells_.size());
+    }
+    brackets_.clear();
+    for (int k = 0; k < first_cells_; ++k)
+        if (!visit(cells_[k].a) || !visit(cells_[k].b)) return result_;
+    for (int k : {low_, high_}) {
+        if (nodes_[k].roots > 0 && !dilute(nodes_[k])) result_.resolved = false;
+        end(k);
+    }
+    for (int k = 0; k < first_cells_ && !over_; ++k) process(k, nullptr, 0, 0);
+    if (over_ || (first && result_.negative)) return result_;
+    std::sort(brackets_.begin(), brackets_.end(),
+              [](Bracket const& a, Bracket const& b) { return a.estimate < b.estimate; });
+    for (Bracket const& b : brackets_) {
+        if (result_.found && b.estimate > result_.t) break;
+        refine(b);
+        if (first && result_.negative) break;
+    }
+    return result_;
+}
+
+}  // namespace corvane

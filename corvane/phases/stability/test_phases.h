@@ -1,0 +1,13 @@
+// The tangent-plane test of phases in equilibrium. Internal to the library.
+#pragma once
+
+#include <corvane/phases/coexistence/coexistence.h>
+#include <corvane/phases/stability/stability.h>
+
+namespace corvane {
+
+/// Tangent-plane test of converged phases: of the lightest, which runs into the others or finds a
+/// further one. tpd: as in Certificate.
+StabilityResult test_phases(CoexistenceSolver const& solver, Stability& stability, double& tpd);
+
+}  // namespace corvane

@@ -1,0 +1,207 @@
+// corvane saturation: vapour-liquid equilibrium along temperatures or pressures.
+#include <tools/corvane/commands/commands.h>
+#include <tools/corvane/input/options.h>
+#include <tools/corvane/output/rows.h>
+#include <tools/corvane/results/compare.h>
+#include <tools/corvane/text/errors.h>
+#include <tools/corvane/text/numbers.h>
+
+#include <corvane/phases/saturation/pure_saturation.h>
+
+#include <fmt/format.h>
+
+#include <cmath>
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+namespace cli {
+namespace {
+struct Equilibrium {
+    Model1 const* model;
+    double T, p, rhoL, rhoV;
+};
+
+enum class Shown { always, all, all_with_ideal };
+
+struct SaturationColumn {
+    char const* name;
+    Quantity quantity;
+    char const* text;
+    Shown shown;
+    double (*value)(Equilibrium const&);
+};
+
+double vaporisation_enthalpy(Equilibrium const& e) {
+    return R * e.T * (e.model->Hr(e.rhoV, e.T) - e.model->Hr(e.rhoL, e.T));
+}
+double fugacity_coefficient(Equilibrium const& e) {
+    return std::exp(e.model->Gr(e.rhoV, e.T)) / e.model->Z(e.rhoV, e.T);
+}
+
+#define EXPRESSION(x) [](Equilibrium const& e) { return x; }
+const SaturationColumn kColumns[] = {
+    {"T", Quantity::temperature, "temperature", Shown::always, EXPRESSION(e.T)},
+    {"p", Quantity::pressure, "saturation pressure", Shown::always, EXPRESSION(e.p)},
+    {"rhoL", Quantity::density, "density of the liquid", Shown::always, EXPRESSION(e.rhoL)},
+    {"rhoV", Quantity::density, "density of the vapour", Shown::always, EXPRESSION(e.rhoV)},
+    {"hvap", Quantity::energy, "enthalpy of vaporisation", Shown::always, vaporisation_enthalpy},
+    {"svap", Quantity::entropy, "entropy of vaporisation", Shown::always,
+     EXPRESSION(vaporisation_enthalpy(e) / e.T)},
+    {"vL", Quantity::volume, "volume of the liquid", Shown::all, EXPRESSION(1.0 / e.rhoL)},
+    {"vV", Quantity::volume, "volume of the vapour", Shown::all, EXPRESSION(1.0 / e.rhoV)},
+    {"ZL", Quantity::ratio, "compressibility factor of the liquid", Shown::all,
+     EXPRESSION(e.model->Z(e.rhoL, e.T))},
+    {"ZV", Quantity::ratio, "compressibility factor of the vapour", Shown::all,
+     EXPRESSION(e.model->Z(e.rhoV, e.T))},
+    {"phi", Quantity::ratio, "fugacity coefficient", Shown::all, fugacity_coefficient},
+    {"hL", Quantity::energy, "enthalpy of the liquid", Shown::all_with_ideal,
+     EXPRESSION(R* e.T* e.model->Hm(e.rhoL, e.T))},
+    {"hV", Quantity::energy, "enthalpy of the vapour", Shown::all_with_ideal,
+     EXPRESSION(R* e.T* e.model->Hm(e.rhoV, e.T))},
+    {"sL", Quantity::entropy, "entropy of the liquid", Shown::all_with_ideal,
+     EXPRESSION(R* e.model->Sm(e.rhoL, e.T))},
+    {"sV", Quantity::entropy, "entropy of the vapour", Shown::all_with_ideal,
+     EXPRESSION(R* e.model->Sm(e.rhoV, e.T))},
+    {"cpL", Quantity::entropy, "isobaric heat capacity of the liquid", Shown::all_with_ideal,
+     EXPRESSION(R* e.model->Cpm(e.rhoL, e.T))},
+    {"cpV", Quantity::entropy, "isobaric heat capacity of the vapour", Shown::all_with_ideal,
+     EXPRESSION(R* e.model->Cpm(e.rhoV, e.T))},
+};
+#undef EXPRESSION
+
+std::map<std::string, Quantity> quantities() {
+    std::map<std::string, Quantity> result;
+    for (SaturationColumn const& column : kColumns) result[column.name] = column.quantity;
+    return result;
+}
+
+/// @throws Failure naming the point
+Equilibrium equilibrium(Fluid const& fluid, Units const& units, bool by_T, double given) {
+    Model1 const& model = *fluid.model;
+    if (std::isnan(given))
+        throw Failure(fmt::format("a published point without {}", by_T ? "T" : "p"));
+    const Quantity quantity = by_T ? Quantity::temperature : Quantity::pressure;
+    const std::string what = fmt::format("{} at {} = {}", fluid.name(), by_T ? "T" : "p",
+                                         units.text(quantity, given));
+    const double critical = by_T ? model.Tcrit() : model.pcrit();
+    if (!(given < critical))
+        throw Failure(fmt::format("{} is not below the critical {} {} of the equation", what,
+                                  by_T ? "temperature" : "pressure",
+                                  units.text(quantity, critical)));
+    return asking(what, [&] {
+        const corvane::PureSaturation q = by_T ? corvane::pure_saturation_T(model, given)
+                                               : corvane::pure_saturation_p(model, given);
+        return Equilibrium{&model, q.T, q.p, q.rhoL, q.rhoV};
+    });
+}
+
+struct SaturationCommand {
+    Options options;
+    std::string T, p, compare;
+    bool all = false;
+
+    int run();
+
+  private:
+    std::vector<double> read_points() const;
+    std::vector<SaturationColumn const*> choose(Fluid const& fluid,
+                                                std::optional<Published> const& published) const;
+};
+
+std::vector<double> SaturationCommand::read_points() const {
+    const bool by_T = p.empty();
+    const Quantity quantity = by_T ? Quantity::temperature : Quantity::pressure;
+    char const* option = by_T ? "--T" : "--p";
+    return positive_points(by_T ? T : p, option, quantity, options.units);
+}
+
+std::vector<SaturationColumn const*> SaturationCommand::choose(
+    Fluid const& fluid, std::optional<Published> const& published) const {
+    std::vector<SaturationColumn const*> chosen;
+    for (SaturationColumn const& column : kColumns) {
+        const bool wanted =
+            column.shown == Shown::always || all || (published && published->has(column.name));
+        if (wanted && (column.shown != Shown::all_with_ideal || fluid.ideal))
+            chosen.push_back(&column);
+    }
+    return chosen;
+}
+
+int SaturationCommand::run() {
+    if ((T.empty() ? 0 : 1) + (p.empty() ? 0 : 1) + (compare.empty() ? 0 : 1) != 1)
+        throw Misuse("give one of --T, --p and --compare");
+    std::vector<double> given;
+    if (compare.empty())
+        given = read_points();
+    else
+        compare = std::filesystem::absolute(compare).string();  // open() changes the directory
+    Fluid fluid = options.open();
+    Units const& units = options.units;
+    std::optional<Published> published;
+    if (!compare.empty()) {
+        published.emplace(compare, quantities(), units.M);
+        if (!published->has("T") && !published->has("p"))
+            throw Failure(compare + ": neither a column T nor a column p");
+        given = published->column(published->has("T") ? "T" : "p");
+    }
+    const bool by_T = published ? published->has("T") : p.empty();
+
+    Heading head = heading("saturation", fluid, units);
+    if (all && !fluid.ideal)
+        head.remarks.push_back(
+            "no ideal-gas heat capacities for this substance: total properties are left out");
+    if (published && !published->source().empty())
+        head.remarks.push_back("published: " + published->source());
+    const auto columns = choose(fluid, published);
+    Table table;
+    for (SaturationColumn const* column : columns)
+        table.columns.push_back({column->name, units.name(column->quantity), column->text,
+                                 column->name == std::string(by_T ? "T" : "p")});
+
+    Rows rows("saturation", table, given.size());
+    const auto row = [&](double x) {
+        const Equilibrium e = equilibrium(fluid, units, by_T, x);
+        Row result;
+        for (SaturationColumn const* column : columns)
+            result.cells.emplace_back(units.from_library(column->quantity, column->value(e)));
+        result.note = extrapolated(fluid, e.T, e.p, all, units);
+        return result;
+    };
+    const Quantity quantity = by_T ? Quantity::temperature : Quantity::pressure;
+    for (double x : given)
+        if (!rows.add("", {{by_T ? 0 : 1, units.from_library(quantity, x)}},
+                      [&] { return row(x); }))
+            break;
+    const int code = rows.finish(head);
+    if (published)
+        for (std::string const& line :
+             published->lay_beside(table, by_T ? "T" : "p", quantities(), units))
+            head.summary.push_back(line);
+    write(head, table, options.style);
+    return code;
+}
+}  // namespace
+
+void add_saturation(Program& program) {
+    auto saturation = std::make_shared<SaturationCommand>();
+    Command command = program.add("saturation", "vapour-liquid equilibrium of a substance",
+                                  [saturation] { return saturation->run(); });
+    saturation->options.add_fluid(command);
+    command
+        .value("--T", saturation->T, "temperatures: 300 or 300,310 or first:last:step",
+               {.type = "VALUES"})
+        .value("--p", saturation->p, "pressures, in the same forms", {.type = "VALUES"})
+        .value("--compare", saturation->compare,
+               "published points: a CSV file with columns such as T/K, p/MPa, rhoL/(kg/m3)",
+               {.type = "FILE"})
+        .flag("--all", saturation->all, "more columns: volumes, Z, phi, h, s, cp of both phases");
+    saturation->options.add_units(command);
+    saturation->options.add_output(command);
+    command.examples(
+        R"(  corvane saturation PR CO2 --T 220:300:10
+  corvane saturation PR water --p 1,5,10 --unit-p bar --unit-T C --mass --all
+  corvane saturation PR CO2 --compare points.csv)");
+}
+
+}  // namespace cli

@@ -1,0 +1,149 @@
+// corvane viscosity: dilute gas, and dense fluid by friction theory.
+#include <tools/corvane/commands/commands.h>
+#include <tools/corvane/input/open.h>
+#include <tools/corvane/input/options.h>
+#include <tools/corvane/output/rows.h>
+#include <tools/corvane/results/properties.h>
+#include <tools/corvane/text/errors.h>
+#include <tools/corvane/text/numbers.h>
+
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+namespace cli {
+namespace {
+struct ViscosityCommand {
+    Options options;
+    std::string T, p;
+    int number = 0;
+
+    int run();
+
+  private:
+    Row row(Fluid const& fluid, double T_, std::optional<double> p_) const;
+    ParameterNotes dilute_, friction_;
+};
+
+constexpr char kUnit[] = "uPa s";
+
+std::string friction_file(Model1 const& model, int id) {
+    return fmt::format("models/viscosity/friction_theory/{}/{};{}", model.eos(), model.name(), id);
+}
+
+/// The friction-theory set to use: they bear the number of the parameter set that they were made
+/// with, and with another one they may be a third off. @throws Failure
+int friction_set(Model1 const& model) {
+    const auto exists = [&](int id) { return std::filesystem::exists(friction_file(model, id)); };
+    if (exists(model.id())) return model.id();
+    for (int id = 1; id <= 9; ++id)
+        if (exists(id))
+            throw Failure(fmt::format(
+                "the friction-theory set of {} was made with set {} of {}: give --set {}, or "
+                "--friction-set {} to use it with set {} all the same",
+                model.name(), id, model.eos(), id, id, model.id()));
+    throw Failure(
+        fmt::format("no friction-theory set of {} for the equation {}: without --p the "
+                    "viscosity of the dilute gas is shown",
+                    model.name(), model.eos()));
+}
+
+Row ViscosityCommand::row(Fluid const& fluid, double T_, std::optional<double> p_) const {
+    Model1 const& model = *fluid.model;
+    Units const& u = options.units;
+    const double eta0 = model.visco.eta0(T_);
+    Row row{{u.from_library(Quantity::temperature, T_)}, ""};
+    const auto flag = [&](char const* what, ParameterNotes const& range, double at) {
+        const std::string limits = beyond(range, T_, at, u);
+        if (!limits.empty()) add_note(row.note, fmt::format("extrapolated: {} {}", what, limits));
+    };
+    if (!p_) {
+        flag("dilute gas", dilute_, 0.0);
+        row.cells.emplace_back(eta0);
+        return row;
+    }
+    const Roots roots = density_roots(model, T_, *p_);
+    double pr = 0.0, pa = 0.0;
+    double eta = model.visco.eta(roots.stable, T_, pr, pa);
+    if (model.visco.level() != ft_3) eta += eta0;  // levels 1 and 2 give the dense part alone
+    row.cells.insert(
+        row.cells.end(),
+        {u.from_library(Quantity::pressure, *p_), std::string(roots.stable_name),
+         u.from_library(Quantity::density, roots.stable), eta, eta0,
+         u.from_library(Quantity::pressure, pr), u.from_library(Quantity::pressure, pa)});
+    row.note = extrapolated(fluid, T_, *p_, false, u);
+    flag("friction theory", friction_, *p_);
+    flag("dilute gas", dilute_, 0.0);
+    return row;
+}
+
+int ViscosityCommand::run() {
+    Fluid fluid = options.open();
+    Units const& units = options.units;
+    Model1& model = *fluid.model;
+    const std::string dilute = fmt::format("CorvaneS/viscosity/dilute/{}", model.name());
+    asking("dilute-gas viscosity " + dilute, [&] { model.visco.load0(); });
+    dilute_ = notes_in(dilute);
+    const auto temperatures = positive_points(T, "--T", Quantity::temperature, units);
+    std::vector<std::optional<double>> pressures{std::nullopt};
+    Heading head = heading("viscosity", fluid, units);
+    Table table;
+    table.columns = {{"T", units.name(Quantity::temperature), "temperature", true}};
+    if (p.empty()) {
+        table.columns.push_back({"eta0", kUnit, "viscosity of the dilute gas"});
+    } else {
+        pressures.clear();
+        for (double x : positive_points(p, "--p", Quantity::pressure, units))
+            pressures.emplace_back(x);
+        const int id = number > 0 ? number : friction_set(model);
+        model.visco.set_id(id);
+        asking(fmt::format("friction-theory set {} of {} for {}", id, model.name(), model.eos()),
+               [&] { model.visco.load1(model.eos()); });
+        friction_ = notes_in(friction_file(model, id));
+        head.remarks.push_back(
+            fmt::format("friction theory, set {}: {}", id, model.visco.comment()));
+        table.columns.insert(
+            table.columns.end(),
+            {Column{"p", units.name(Quantity::pressure), "pressure", true},
+             Column{"phase", "", "stable phase"},
+             Column{"rho", units.name(Quantity::density), "density"},
+             Column{"eta", kUnit, "viscosity"}, Column{"eta0", kUnit, "part of the dilute gas"},
+             Column{"pr", units.name(Quantity::pressure), "repulsive pressure"},
+             Column{"pa", units.name(Quantity::pressure), "attractive pressure"}});
+    }
+    Rows rows("viscosity", table, temperatures.size() * pressures.size());
+    rows.each(temperatures, pressures, [&](double T_, std::optional<double> p_) {
+        std::string what =
+            fmt::format("{} at T = {}", fluid.name(), units.text(Quantity::temperature, T_));
+        Rows::Given given = {{0, units.from_library(Quantity::temperature, T_)}};
+        if (p_) {
+            what += ", p = " + units.text(Quantity::pressure, *p_);
+            given.emplace_back(1, units.from_library(Quantity::pressure, *p_));
+        }
+        return rows.add(what, given, [&] { return row(fluid, T_, p_); });
+    });
+    const int code = rows.finish(head);
+    write(head, table, options.style);
+    return code;
+}
+}  // namespace
+
+void add_viscosity(Program& program) {
+    auto viscosity = std::make_shared<ViscosityCommand>();
+    Command command = program.add("viscosity", "viscosity of the dilute gas and of the fluid",
+                                  [viscosity] { return viscosity->run(); });
+    viscosity->options.add_fluid(command);
+    command.value("--T", viscosity->T, "temperatures", {.required = true, .type = "VALUES"})
+        .value("--p", viscosity->p, "pressures: the dense fluid, by friction theory",
+               {.type = "VALUES"})
+        .count("--friction-set", viscosity->number, "number of the friction-theory set");
+    viscosity->options.add_units(command);
+    viscosity->options.add_output(command);
+    command.examples(
+        R"(  corvane viscosity PR nitrogen --T 200:400:50
+  corvane viscosity MEOS propane --set 2 --T 300 --p 0.1,1,10)");
+}
+
+}  // namespace cli

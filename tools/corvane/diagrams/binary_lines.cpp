@@ -1,0 +1,151 @@
+#include <tools/corvane/diagrams/binary_lines.h>
+#include <tools/corvane/input/open.h>
+#include <tools/corvane/text/numbers.h>
+
+#include <fmt/format.h>
+
+namespace cli {
+using corvane::AzeotropicLine;
+using corvane::CriticalLine;
+using corvane::PhaseLineEnd;
+using corvane::ThreePhaseLine;
+
+char const* in_words(PhaseLineEnd end) {
+    switch (end) {
+        case PhaseLineEnd::critical:
+            return "a critical end point";
+        case PhaseLineEnd::pure:
+            return "a pure component";
+        case PhaseLineEnd::three_phase:
+            return "a further phase";
+        case PhaseLineEnd::limit:
+            return "the highest pressure asked for";
+        case PhaseLineEnd::coldest:
+            return "the lowest temperature asked for";
+        case PhaseLineEnd::trace:
+            return "a mere trace of a component";
+        case PhaseLineEnd::uncertified:
+            return "a very low pressure, where rounding hides more";
+        case PhaseLineEnd::full:
+            return "the largest number of points, where it goes on";
+        case PhaseLineEnd::interrupted:
+            return "the interruption";
+        case PhaseLineEnd::stuck:
+            break;
+    }
+    return "an open end: no further point was found";
+}
+
+BinaryLines::BinaryLines(MixtureFluid const& mixture, Units const& units)
+    : projection(mixture, units), mixture_(mixture), units_(units) {
+    table.columns = {{"curve", "", "what coexists"},
+                     {"line", "", "number of the line"},
+                     {"T", units.name(Quantity::temperature), "temperature"},
+                     {"p", units.name(Quantity::pressure), "pressure"}};
+    for (int k : {1, 2, 3})
+        table.columns.push_back({fmt::format("x{}_{}", k, mixture.component(0)), "",
+                                 fmt::format("mole fraction in phase {}", k)});
+    Evidence::add_columns(table.columns);
+}
+
+void LineLimits::add_to(Command& command) {
+    command.value("--p-max", p_max, "where lines end at high pressure (default: 100 MPa)")
+        .value("--T-min", T_min, "where lines end at low temperature");
+}
+
+void LineLimits::limit(Units const& units, double& highest, double& coldest) const {
+    highest = 100.0;
+    if (!p_max.empty()) highest = positive(p_max, "--p-max", Quantity::pressure, units);
+    if (!T_min.empty()) coldest = positive(T_min, "--T-min", Quantity::temperature, units);
+}
+
+Row BinaryLines::row(std::string const& curve, double T, double p, Fractions const& x,
+                     corvane::Certificate const& certificate) {
+    Row row;
+    row.cells = {curve, number_, units_.from_library(Quantity::temperature, T),
+                 units_.from_library(Quantity::pressure, p)};
+    for (double fraction : x) row.cells.emplace_back(fraction);
+    row.cells.resize(7);
+    evidence_.add(row, certificate);
+    return row;
+}
+
+Row BinaryLines::row(corvane::ThreePhasePoint const& point) {
+    Fractions x;
+    for (corvane::PhaseRecord const& phase : point.phases) x.push_back(phase.x[0]);
+    return row("three phases", point.T, point.p, x, point.certificate);
+}
+
+Row BinaryLines::row(corvane::AzeotropePoint const& point) {
+    return row("azeotrope", point.T, point.p, {point.x}, point.certificate);
+}
+
+/// Tells of the line of which the last rows are.
+void BinaryLines::ends(std::string const& curve, std::size_t points, std::string const& begin,
+                       std::string const& end) {
+    Row &first = table.rows[table.rows.size() - points], &last = table.rows.back();
+    add_note(first.note, "begins at " + begin);
+    add_note(last.note, "ends at " + end);
+    const auto at = [&](Row const& row) {
+        return fmt::format("T = {:.10g} {}, p = {:.10g} {}", std::get<double>(row.cells[2]),
+                           units_.temperature, std::get<double>(row.cells[3]), units_.pressure);
+    };
+    summary_.push_back(fmt::format("line {}, {}: {} points, from {} ({}) to {} ({})", number_,
+                                   curve, points, begin, at(first), end, at(last)));
+}
+
+void BinaryLines::add_pure(int i) {
+    const auto curve = vapour_pressures(mixture_, i);
+    if (curve.empty()) return;
+    ++number_;
+    const std::string name = fmt::format("pure {}", mixture_.component(i));
+    for (auto const& one : curve)
+        table.rows.push_back(row(name, one.T, one.p, {one.given.x[0]}, one.certificate));
+    ends(name, curve.size(), "half its critical temperature", "its critical point");
+    projection.add_pure(curve, i);
+}
+
+void BinaryLines::add(CriticalLine const& line) {
+    ++number_;
+    for (auto const& one : line.points)
+        table.rows.push_back(row("critical", one.T, one.p, {one.x[0]}, one.certificate));
+    ends("critical", line.points.size(), in_words(line.begin, line.points.front(), mixture_),
+         in_words(line.end, line.points.back(), mixture_));
+    using End = corvane::CriticalLineEnd;
+    open_ = open_ || (line.stable && (line.begin == End::stuck || line.end == End::stuck));
+    projection.add(line);
+}
+
+void BinaryLines::add(ThreePhaseLine const& line) {
+    ++number_;
+    std::vector<XY> curve;
+    for (auto const& one : line.points) {
+        table.rows.push_back(row(one));
+        curve.push_back(projection.at(one.T, one.p));
+    }
+    ends("three phases", line.points.size(), in_words(line.begin), in_words(line.end));
+    open_ = open_ || line.begin == PhaseLineEnd::stuck || line.end == PhaseLineEnd::stuck;
+    projection.picture.curves.push_back({"three phases", Ink::liquid2, Stroke::line, curve});
+}
+
+void BinaryLines::add(AzeotropicLine const& line) {
+    ++number_;
+    std::vector<XY> curve;
+    for (auto const& one : line.points) {
+        table.rows.push_back(row(one));
+        curve.push_back(projection.at(one.T, one.p));
+    }
+    const auto words = [](PhaseLineEnd end) {
+        return end == PhaseLineEnd::critical ? "a critical azeotrope" : in_words(end);
+    };
+    ends("azeotrope", line.points.size(), words(line.begin), words(line.end));
+    open_ = open_ || line.begin == PhaseLineEnd::stuck || line.end == PhaseLineEnd::stuck;
+    projection.picture.curves.push_back({"azeotropes", Ink::azeotrope, Stroke::line, curve});
+}
+
+void BinaryLines::finish(Heading& heading) const {
+    heading.summary.insert(heading.summary.end(), summary_.begin(), summary_.end());
+    evidence_.report(heading);
+}
+
+}  // namespace cli

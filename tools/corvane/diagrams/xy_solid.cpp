@@ -1,0 +1,123 @@
+#include <tools/corvane/diagrams/xy_solid.h>
+#include <tools/corvane/input/open.h>
+#include <tools/corvane/results/certified.h>
+#include <tools/corvane/text/errors.h>
+
+#include <corvane/phases/solid/solid_fluid.h>
+
+#include <fmt/format.h>
+
+namespace cli {
+using corvane::SolidFluidEnd;
+using corvane::SolidFluidLine;
+using corvane::SolidFluidPoint;
+
+namespace {
+/// Of μ/(RT): far above the convergence of the fluid phases.
+constexpr double kFrozen = 1e-7;
+}  // namespace
+
+Solids::Solids(MixtureFluid const& mixture, bool wanted, std::string const& data, Heading& heading,
+               Units const& units)
+    : mixture_(mixture) {
+    if (!wanted) return;
+    for (int i : {0, 1}) {
+        solid_[i] = load_solid(*mixture.model->mdl1[i], data);
+        heading.remarks.push_back(solid_[i] ? solid_[i]->remark(units)
+                                            : fmt::format("no solid data of {}, which never "
+                                                          "freezes here",
+                                                          mixture.component(i)));
+    }
+    if (!solid_[0] && !solid_[1])
+        throw Failure("--solid: there are no solid data of either component");
+}
+
+bool Solids::freeze(double T, double p, double x0, double rho) const {
+    ModelN const& model = *mixture_.model;
+    const Vector<double> x = binary(x0);
+    for (int i : {0, 1}) {
+        if (!solid_[i] || !(x[i] > 0.0) || T > solid_[i]->T_max()) continue;
+        try {
+            if (model.my(x * rho, T, i) > solid_[i]->g(p, T) + kFrozen) return true;
+        } catch (ThException const&) {  // outside the data: not known to freeze
+        } catch (MthException const&) {
+        }
+    }
+    return false;
+}
+
+std::vector<Row> Solids::trace(XyFrame const& frame, double given,
+                               corvane::DiagramOptions const& asked, Heading& heading,
+                               Picture& picture) const {
+    std::vector<Row> rows;
+    Units const& u = frame.units;
+    const auto at = [&](SolidFluidPoint const& point) {
+        return XY{point.x[0], frame.value(point)};
+    };
+    for (int i : {0, 1}) {
+        if (!solid_[i]) continue;
+        const std::string name = fmt::format("solid {}", mixture_.component(i));
+        const std::string where =
+            fmt::format("{} = {}: {}", frame.symbol(), u.text(frame.fixed(), given), name);
+        std::vector<SolidFluidLine> lines;
+        try {
+            corvane::SolidFluidOptions how;
+            how.p_max = asked.p_max;
+            for (int k : {0, 1})
+                if (solid_[k]) how.anchored[k] = solid_[k]->pointer();
+            how.validity = &mixture_.validity;
+            how.progress = asked.progress;
+            how.x_min = 1e-6;
+            lines = asking(where, [&] {
+                return frame.isothermal ? solid_fluid_isotherm(*mixture_.model, i, given, how)
+                                        : solid_fluid_isobar(*mixture_.model, i, given, how);
+            });
+        } catch (Failure const& failure) {
+            heading.summary.emplace_back(failure.what());
+        }
+        for (SolidFluidLine const& line : lines) {
+            const std::size_t first = rows.size();
+            std::vector<XY> curve;
+            std::vector<bool> stable;
+            double dmu = 0.0, dp = 0.0;
+            for (SolidFluidPoint const& point : line.points) {
+                Row row;
+                const Vector<double> pure = binary(i == 0 ? 1.0 : 0.0);
+                row.cells = {u.from_library(Quantity::temperature, point.T),
+                             u.from_library(Quantity::pressure, point.p),
+                             name,
+                             point.x[0],
+                             pure[0],
+                             mixture_.density(u, point.x, point.rho),
+                             mixture_.density(u, pure, point.rho_solid)};
+                if (!point.stable) row.note = "not stable";
+                rows.push_back(std::move(row));
+                curve.push_back(at(point));
+                stable.push_back(point.stable);
+                dmu = std::max(dmu, point.certificate.dmu);
+                dp = std::max(dp, point.certificate.dp);
+            }
+            add_note(rows[first].note, std::string("begins at ") + in_words(line.begin));
+            add_note(rows.back().note, std::string("ends at ") + in_words(line.end));
+            heading.summary.push_back(fmt::format("{} from {} to {}, {} points; certified: {}",
+                                                  where, in_words(line.begin), in_words(line.end),
+                                                  line.points.size(), agreement(dmu, dp)));
+            picture.add("saturated with a solid", Ink::solid, curve, stable);
+            // Three phases: two solids and a fluid, or a solid and two fluids.
+            const double y = curve.back()[1];
+            std::vector<XY> three = {{i == 0 ? 1.0 : 0.0, y}, curve.back()};
+            if (line.end == SolidFluidEnd::eutectic) {
+                picture.mark("eutectic", Symbol::eutectic, Ink::black, curve.back());
+                three.push_back({i == 0 ? 0.0 : 1.0, y});
+            } else if (line.end == SolidFluidEnd::split) {
+                three.push_back({line.end_phase.x[0], y});
+            } else {
+                continue;
+            }
+            picture.curves.push_back({"", Ink::black, Stroke::thin, three});
+        }
+    }
+    return rows;
+}
+
+}  // namespace cli

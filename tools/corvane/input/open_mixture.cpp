@@ -1,0 +1,284 @@
+#include <tools/corvane/input/catalogue.h>
+#include <tools/corvane/input/open.h>
+#include <tools/corvane/input/open_mixture.h>
+#include <tools/corvane/text/errors.h>
+#include <tools/corvane/text/numbers.h>
+#include <tools/corvane/text/suggest.h>
+#include <tools/corvane/text/text.h>
+
+#include <corvane/ideal/load_ideal.h>
+#include <corvane/mixture/loading.h>
+#include <corvane/phases/report/validity.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <set>
+
+namespace cli {
+namespace {
+/// Fractions that sum to 1 within this are taken as they are.
+constexpr double kSumOfFractions = 1e-9;
+
+void attach(MixtureFluid& mixture) {
+    try {
+        mixture.model.reset(attachN(mixture.eos.c_str(), mixture.mth.c_str()));
+        if (!mixture.model) throw ThException(th_generic);
+    } catch (ThException const& e) {
+        const auto known = plugins().mixture;
+        const std::string asked = mixture.eos + "+" + mixture.mth;
+        std::string near = did_you_mean(asked, known);
+        if (near.empty() && !known.empty()) near = ": mixture models: " + join(known, ", ");
+        throw Failure(fmt::format("no plug-in ./CorvaneS/libth{0}.dll or ./libth{0}.dll: {1}{2}",
+                                  asked, describe(e), near));
+    }
+}
+
+/// Loads pairs and components; a failure names the file, which is found by trying one by one.
+void load(MixtureFluid& mixture) {
+    ModelN& model = *mixture.model;
+    char const* const eos = mixture.eos.c_str();
+    asking(fmt::format("parameters of {}", mixture.name()), [&] {
+        try {
+            mixture.estimated = corvane::load_estimating(model, eos, mixture.mth.c_str());
+        } catch (ThException const&) {
+            for (int i = 0; i < mixture.size(); ++i) {
+                Model1& component = *model.mdl1[i];
+                const std::string name = component.name();
+                const int id = std::max(component.id(), 1);
+                component.id(id);
+                asking(fmt::format("parameter file CorvaneS/parameters/{}/{};{}", eos, name, id),
+                       [&] { component.load(eos); });
+            }
+            for (int i = 0; i < mixture.size(); ++i)
+                for (int j = 0; j < i; ++j) {
+                    const std::string folder =
+                        fmt::format("CorvaneS/parameters/{}/{}", eos, mixture.mth);
+                    for (auto [a, b] : {std::pair{i, j}, {j, i}}) {
+                        const std::string path =
+                            fmt::format("{}/{}+{};{}", folder, mixture.component(a),
+                                        mixture.component(b), model.id(i, j));
+                        if (std::error_code error; std::filesystem::exists(path, error))
+                            asking("one of the pair files, such as " + path, [] { throw; });
+                    }
+                }
+            throw;
+        }
+    });
+}
+
+/// Splits "methane=0.7" and fills the fractions; one component may take the remainder.
+std::vector<std::string> read_composition(MixtureRequest const& request, MixtureFluid& mixture) {
+    const int n = static_cast<int>(request.components.size());
+    std::vector<std::string> names;
+    mixture.x = Vector<double>(n);
+    int rest = -1;
+    double sum = 0.0;
+    const auto bare = [](std::string const& word) { return word.find('=') == std::string::npos; };
+    if (request.fractions_optional &&
+        std::all_of(request.components.begin(), request.components.end(), bare)) {
+        mixture.composed = false;
+        mixture.x.set(1.0 / n);
+        return request.components;
+    }
+    for (int i = 0; i < n; ++i) {
+        std::string const& word = request.components[static_cast<unsigned>(i)];
+        const std::size_t mark = word.rfind('=');
+        names.push_back(word.substr(0, mark));
+        if (mark == std::string::npos) {
+            if (rest >= 0)
+                throw Misuse(fmt::format("{} and {} both lack a mole fraction",
+                                         names[static_cast<unsigned>(rest)], word));
+            rest = i;
+            continue;
+        }
+        const double x = number(word.substr(mark + 1), word.c_str());
+        if (!(x >= 0.0 && x <= 1.0))
+            throw Misuse(fmt::format("{}: a mole fraction lies between 0 and 1", word));
+        mixture.x[i] = x;
+        sum += x;
+    }
+    if (rest >= 0) {
+        if (sum > 1.0)
+            throw Misuse(fmt::format("the other mole fractions leave {} for {}",
+                                     shortest(1.0 - sum), names[static_cast<unsigned>(rest)]));
+        mixture.x[rest] = 1.0 - sum;
+    } else if (!(sum > 0.0)) {
+        throw Misuse("the mole fractions sum to zero");
+    } else if (std::fabs(sum - 1.0) > kSumOfFractions) {
+        for (int i = 0; i < n; ++i) mixture.x[i] /= sum;
+        mixture.normalised = true;
+    }
+    return names;
+}
+
+/// Puts the interaction parameters of the command line in place of the stored ones.
+void set_kij(std::string const& text, MixtureFluid& mixture) {
+    ModelN& model = *mixture.model;
+    const auto index = [&](std::string const& word) {
+        const std::string name = substance_name(mixture.eos, word);
+        for (int i = 0; i < mixture.size(); ++i)
+            if (name == mixture.component(i)) return i;
+        throw Misuse(fmt::format("--kij: {} is not a component of the mixture", word));
+    };
+    for (std::string const& item : split(text, ',')) {
+        const std::size_t equals = item.find('='), plus = item.find('+');
+        int i = 0, j = 1;
+        if (equals == std::string::npos) {
+            if (mixture.size() != 2)
+                throw Misuse("--kij: name the pair unless there are two components: A+B=0.01");
+        } else {
+            if (plus == std::string::npos || plus > equals)
+                throw Misuse(fmt::format("--kij: '{}' is not of the form A+B=0.01", item));
+            i = index(item.substr(0, plus));
+            j = index(item.substr(plus + 1, equals - plus - 1));
+            if (i == j) throw Misuse("--kij: a pair has two components");
+        }
+        const double value =
+            number(equals == std::string::npos ? item : item.substr(equals + 1), "--kij");
+        if (!model.ppar(0, i, j)) throw Failure(mixture.mth + " has no interaction parameter");
+        model.param(0, i, j, value);
+        const std::pair pair(std::min(i, j), std::max(i, j));
+        if (std::find(mixture.given.begin(), mixture.given.end(), pair) != mixture.given.end())
+            throw Misuse(fmt::format("--kij: {} + {} is given twice", mixture.component(i),
+                                     mixture.component(j)));
+        mixture.given.push_back(pair);
+    }
+}
+}  // namespace
+
+void MixtureRequest::add_to(Command& command) {
+    command.positional("MODEL", model, "equation and mixing theory: PR+vdW1", true)
+        .positionals("COMPONENT=FRACTION", components,
+                     fractions_optional
+                         ? "components, with or without mole fractions; one gets the rest"
+                         : "components with mole fractions; one may be left without: it gets the "
+                           "rest")
+        .count("--pair-set", pair_set, "number of the pairs' parameter sets")
+        .value("--kij", kij,
+               "interaction parameter in place of the stored one: 0.01 for a binary, or "
+               "methane+propane=0.01,...",
+               {.type = "KIJ"});
+}
+
+double MixtureFluid::M(Vector<double> const& at) const {
+    double sum = 0.0;
+    for (int i = 0; i < size(); ++i) sum += at[i] * model->mdl1[i]->M();
+    return sum;
+}
+
+std::string MixtureFluid::composition(Vector<double> const& at) const {
+    std::string text;
+    for (int i = 0; i < size(); ++i) text += fmt::format(" {}({:.6g})", component(i), at[i]);
+    return text;
+}
+
+std::string MixtureFluid::name() const {
+    std::string text = eos + "+" + mth;
+    if (composed) return text + composition(x);
+    for (int i = 0; i < size(); ++i) text += std::string(" ") + component(i);
+    return text;
+}
+
+double MixtureFluid::density(Units units, Vector<double> const& at, double rho) const {
+    units.M = M(at);
+    return units.from_library(Quantity::density, rho);
+}
+
+MixtureFluid open_mixture(MixtureRequest const& request) {
+    MixtureFluid mixture;
+    const std::size_t plus = request.model.find('+');
+    if (plus == std::string::npos || !is_file_name(request.model))
+        throw Misuse(fmt::format("{} is not an equation with a mixing theory, such as PR+vdW1",
+                                 request.model));
+    mixture.eos = request.model.substr(0, plus);
+    mixture.mth = request.model.substr(plus + 1);
+    const auto words = read_composition(request, mixture);
+    attach(mixture);
+    ModelN& model = *mixture.model;
+    const int n = mixture.size();
+    asking("equation of state " + mixture.eos, [&] { model.alloc(n, mixture.eos.c_str()); });
+    model.mth = mixture.mth.c_str();
+    std::set<std::string> seen;
+    for (int i = 0; i < n; ++i) {
+        const std::string name = component_name(mixture.eos, words[static_cast<unsigned>(i)]);
+        if (!seen.insert(name).second) throw Misuse(fmt::format("{} is named twice", name));
+        model.mdl1[i]->name(name.c_str());
+        model.mdl1[i]->id(-1);
+        for (int j = 0; j < i; ++j) model.id(i, j, request.pair_set > 0 ? request.pair_set : 1);
+    }
+    load(mixture);
+    if (!request.kij.empty()) set_kij(request.kij, mixture);
+    std::erase_if(mixture.estimated, [&](std::pair<int, int> const& pair) {
+        return std::find(mixture.given.begin(), mixture.given.end(), pair) != mixture.given.end();
+    });
+    mixture.validity = corvane::validity(model, mixture.estimated);
+    mixture.ideal = true;
+    for (int i = 0; i < n; ++i) try {
+            const auto gas = ideal_notes(corvane::load_ideal(*model.mdl1[i]));
+            model.mdl1[i]->ideal.CVm(298.15);
+            mixture.gases.push_back(gas.value());
+        } catch (ThException const&) {
+            mixture.ideal = false;
+        }
+    return mixture;
+}
+
+std::string ideal_extrapolated(MixtureFluid const& mixture, double T, Units const& units) {
+    std::string text;
+    for (std::size_t i = 0; mixture.ideal && i < mixture.gases.size(); ++i)
+        if (const std::string gas = beyond(mixture.gases[i], T, units); !gas.empty())
+            add_note(text, fmt::format("extrapolated: {} of {}", gas,
+                                       mixture.component(static_cast<int>(i))));
+    return text;
+}
+
+MixtureFluid open_binary(MixtureRequest const& request) {
+    MixtureFluid mixture = open_mixture(request);
+    if (mixture.size() != 2 || mixture.composed)
+        throw Misuse("give two components without mole fractions: all compositions are searched");
+    return mixture;
+}
+
+Heading heading(std::string const& command, MixtureFluid const& mixture) {
+    ModelN const& model = *mixture.model;
+    Heading head;
+    head.command = command;
+    head.fields.emplace_back("model", mixture.eos + "+" + mixture.mth);
+    std::string components;
+    for (int i = 0; i < mixture.size(); ++i)
+        if (mixture.composed)
+            head.fields.emplace_back(mixture.component(i), mixture.x[i]);
+        else
+            components += (i > 0 ? ", " : "") + std::string(mixture.component(i));
+    if (!mixture.composed) head.fields.emplace_back("components", components);
+    for (int i = 0; i < mixture.size(); ++i)
+        head.remarks.push_back(fmt::format("component {}: set {} {{{}}}", mixture.component(i),
+                                           model.id(i, i), model.comment(i, i)));
+    for (int i = 0; i < mixture.size(); ++i)
+        for (int j = i + 1; j < mixture.size(); ++j) {
+            const auto among = [&](std::vector<std::pair<int, int>> const& pairs) {
+                return std::find(pairs.begin(), pairs.end(), std::pair(i, j)) != pairs.end();
+            };
+            const std::string names =
+                fmt::format("pair {} + {}: ", mixture.component(i), mixture.component(j));
+            const auto kij = [&] { return shortest(model.param(0, i, j)); };
+            if (among(mixture.given))
+                head.remarks.push_back(names + "kij given: " + kij());
+            else if (among(mixture.estimated))
+                // Parameter 0 is k_ij, but for multi-fluid mixtures, where the estimate has every
+                // reducing parameter 1 and no departure function.
+                head.remarks.push_back(names + "no published parameters, " +
+                                       (mixture.mth == "GERG" ? "estimated by the mixing theory"
+                                                              : "kij estimated: " + kij()));
+            else
+                head.remarks.push_back(
+                    fmt::format("{}set {} {{{}}}", names, model.id(i, j), model.comment(i, j)));
+        }
+    if (mixture.normalised) head.remarks.push_back("mole fractions were divided by their sum");
+    return head;
+}
+
+}  // namespace cli

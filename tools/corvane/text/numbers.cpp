@@ -1,0 +1,86 @@
+#include <tools/corvane/text/numbers.h>
+
+#include <tools/corvane/text/errors.h>
+#include <tools/corvane/text/text.h>
+
+#include <fmt/format.h>
+
+#include <charconv>
+#include <cmath>
+
+namespace cli {
+namespace {
+constexpr int kMostPoints = 100000;
+
+void append_range(std::vector<double>& values, std::vector<std::string> const& parts,
+                  char const* option) {
+    const double first = number(parts[0], option), last = number(parts[1], option),
+                 step = number(parts[2], option);
+    const double count = std::floor((last - first) / step + 1e-9) + 1.0;  // 1e-9: rounded steps
+    if (!(count >= 1.0))
+        throw Misuse(fmt::format("{}: the step {} does not lead from {} to {}", option, parts[2],
+                                 parts[0], parts[1]));
+    if (count + static_cast<double>(values.size()) > kMostPoints)
+        throw Misuse(fmt::format("{}: more than {} points", option, kMostPoints));
+    for (int k = 0; k < static_cast<int>(count); ++k) values.push_back(first + k * step);
+}
+}  // namespace
+
+std::optional<double> to_number(std::string_view text) {
+    if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+    double x = 0.0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), x);
+    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(x)) return {};
+    return x;
+}
+
+double number(std::string const& text, char const* option) {
+    if (const auto x = to_number(text)) return *x;
+    const bool several = text.find_first_of(",:") != std::string::npos;
+    throw Misuse(fmt::format("{}: '{}' is not {}", clipped(option), clipped(text),
+                             several ? "one number; here neither lists nor ranges are taken"
+                                     : "a number"));
+}
+
+std::vector<double> points(std::string const& text, char const* option) {
+    std::vector<double> values;
+    for (std::string const& item : split(text, ',')) {
+        const auto parts = split(item, ':');
+        if (parts.size() == 1)
+            values.push_back(number(item, option));
+        else if (parts.size() == 3)
+            append_range(values, parts, option);
+        else
+            throw Misuse(
+                fmt::format("{}: '{}' is not a range first:last:step", option, clipped(item)));
+    }
+    return values;
+}
+
+std::string shortest(double x) {
+    return fmt::format("{}", x);
+}
+
+namespace {
+double above_zero(double given, char const* option, Quantity quantity, Units const& units) {
+    const double x = units.to_library(quantity, given);
+    if (!(x > 0.0) || !std::isfinite(x))
+        throw Misuse(fmt::format("{} {} {} is not {}", option, shortest(given),
+                                 units.name(quantity), x > 0.0 ? "finite" : "above zero"));
+    return x;
+}
+}  // namespace
+
+std::vector<double> positive_points(std::string const& text, char const* option, Quantity quantity,
+                                    Units const& units) {
+    std::vector<double> values = points(text, option);
+    for (double& x : values) x = above_zero(x, option, quantity, units);
+    return values;
+}
+
+double positive(std::string const& text, char const* option, Quantity quantity,
+                Units const& units) {
+    return above_zero(number(text, option), option, quantity, units);
+}
+
+}  // namespace cli
