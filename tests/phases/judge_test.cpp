@@ -251,4 +251,27 @@ TEST(JudgeCourt, FindsPhasesNextToTheCriticalPointAndNoticesWhatIsWrong) {
     said.stable = false;
     EXPECT_EQ(court.tested(1.01 * right.p, t, z, said).fault, Fault::stable);
 }
+
+// Among them traces, whose ln rho_i differs from phase to phase much more than those of the rest.
+TEST(JudgeCourt, FindsTheErrorsOfEveryComponentWithinTheStatedBounds) {
+    const struct {
+        char const *a, *b;
+        double x, T, p;
+    } rows[] = {{"hydrogen", "carbon_monoxide", 0.42295544404903002, 73.073412983521962,
+                 0.52794743929034049},
+                {"carbon_monoxide", "hydrogen", 2.6728909835473552e-10, 19.444997179544941,
+                 0.076393574790738508},
+                {"methane", "octane", 8.9758087846013986e-11, 398.49725922438716,
+                 0.10050167513745968},
+                {"methane", "hydrogen_sulfide", 0.41616450883056982, 152.93360486833063,
+                 0.78039600963209188}};
+    for (auto const& row : rows) {
+        const Mixture m = loaded("PR", row.a, row.b);
+        const Cubic cubic(*m);
+        const Vector<double> z = vec({row.x, 1 - row.x});
+        const auto q = corvane::flash_pT(*m, row.p, row.T, z);
+        const auto v = Court<Cubic>(cubic).flash(row.p, row.T, z, q);
+        EXPECT_EQ(v.fault, Fault::none) << row.a << " + " << row.b << ": " << v.ratio;
+    }
+}
 }  // namespace

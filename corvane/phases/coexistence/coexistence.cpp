@@ -218,19 +218,16 @@ bool CoexistenceSolver::bound(Certificate& c) {
     const ErrorBound off(e);
     const auto change = [&](int i) { return &inverse[static_cast<std::size_t>(i) * m]; };
     c.x_error = c.rho_error = c.apart_error = 0.0;
-    std::vector<double> sum(static_cast<std::size_t>(m));
+    std::vector<double> sum(static_cast<std::size_t>(m)), ln(static_cast<std::size_t>(n)),
+        rows(static_cast<std::size_t>(n * m));
     for (int k = 0; k < count_; ++k) {
         off.phase(phase[k], change(k * n), c.x_error, c.rho_error);
         if (k == 0) continue;
-        double d = 0.0;
-        std::fill(sum.begin(), sum.end(), 0.0);
         for (int i = 0; i < n; ++i) {
-            const double difference = u[i] - u[k * n + i];
-            d += phase[0].x[i] * difference * difference;
-            for (int j = 0; j < m; ++j)
-                sum[j] += phase[0].x[i] * difference * (change(i)[j] - change(k * n + i)[j]);
+            ln[i] = u[i] - u[k * n + i];
+            for (int j = 0; j < m; ++j) rows[i * m + j] = change(i)[j] - change(k * n + i)[j];
         }
-        c.apart_error = std::max(c.apart_error, off(sum.data()) / d);
+        c.apart_error = std::max(c.apart_error, off.apart(ln, rows.data()));
     }
     for (int j = 0; j < m; ++j) {
         sum[j] = (light.p_T + light.p / RT) * change(last)[j];

@@ -369,7 +369,13 @@ bool RegularPair::bound(Certificate& c) {
             ln_p[k] *= R * a.T / a.p;
         }
     }
-    c.apart_error = off(row(2 * n)) / std::fabs(d);
+    std::vector<double> ln(static_cast<std::size_t>(n));
+    for (int i = 0; i < n; ++i) {
+        ln[i] = 2.0 * d * y[n + i];
+        for (int k = 0; k < m; ++k)
+            rows[i * m + k] = 2.0 * (d * row(n + i)[k] + y[n + i] * row(2 * n)[k]);
+    }
+    c.apart_error = off.apart(ln, rows.data());
     const double of_p = off(ln_p.data()) + p_rounding, of_T = off(row(2 * n + 1));
     c.value_error = T > 0.0 && p > 0.0 ? 0.0
                     : T > 0.0          ? of_p

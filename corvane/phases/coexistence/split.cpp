@@ -274,7 +274,8 @@ bool SplitSolver::bound(Certificate& c) {
     // ∂ln rho_i of every phase: of the amounts (the phase that holds most of a component loses what
     // the others gain) less that of the volume.
     const std::size_t width = static_cast<std::size_t>(m), block = width * n;
-    std::vector<double> rows(block * K, 0.0), sum(width);
+    std::vector<double> rows(block * K, 0.0), sum(width), ln(static_cast<std::size_t>(n)),
+        between(block);
     for (int k = 0; k < K; ++k)
         for (int i = 0; i < n; ++i) {
             double* to = &rows[block * k + width * i];
@@ -292,17 +293,11 @@ bool SplitSolver::bound(Certificate& c) {
         if (phase[k].rho < phase[light].rho) light = k;
         off.phase(phase[k], &rows[block * k], c.x_error, c.rho_error);
         for (int other = 0; other < k; ++other) {
-            double d = 0.0;
-            std::fill(sum.begin(), sum.end(), 0.0);
-            for (int i = 0; i < n; ++i) {
-                const double weight = fluid.z()[i],
-                             far = std::log(phase[k].rho_i[i] / phase[other].rho_i[i]);
-                d += weight * far * far;
-                for (int j = 0; j < m; ++j)
-                    sum[j] += weight * far *
-                              (rows[block * k + width * i + j] - rows[block * other + width * i + j]);
-            }
-            c.apart_error = std::max(c.apart_error, off(sum.data()) / d);
+            for (int i = 0; i < n; ++i)
+                ln[i] = std::log(phase[k].rho_i[i] / phase[other].rho_i[i]);
+            for (std::size_t j = 0; j < block; ++j)
+                between[j] = rows[block * k + j] - rows[block * other + j];
+            c.apart_error = std::max(c.apart_error, off.apart(ln, between.data()));
         }
     }
     c.value_error = 0.0;

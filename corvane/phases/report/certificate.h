@@ -75,9 +75,9 @@ struct CORVANE_API Certificate {
     double value_error = unknown;  ///< relative: of p where T was given, of T where p was; else 0
     double x_error = unknown;      ///< largest of all mole fractions of all phases
     double rho_error = unknown;    ///< relative, the largest of all phases
-    /// Of the distance between the phases (in ln rho_i), relative to it: below apart_limit they are
-    /// told apart beyond doubt. Near a critical point this and not dmu is the evidence for two
-    /// phases.
+    /// Of the distance between the phases, the largest difference of ln rho_i, relative to it: no
+    /// component's difference is off by more. Below apart_limit they are told apart beyond doubt.
+    /// Near a critical point this and not dmu is the evidence for two phases.
     double apart_error = unknown;
 
     double conditions = 0.0;  ///< critical points: largest residual of the critical conditions

@@ -42,4 +42,13 @@ void ErrorBound::phase(PhaseState const& s, double const* rows, double& x, doubl
     }
 }
 
+double ErrorBound::apart(std::vector<double> const& ln, double const* rows) const {
+    double off = 0.0, distance = 0.0;
+    for (std::size_t i = 0; i < ln.size(); ++i) {
+        off = std::max(off, (*this)(rows + i * e_.size()));
+        distance = std::max(distance, std::fabs(ln[i]));
+    }
+    return off / distance;
+}
+
 }  // namespace corvane

@@ -28,6 +28,10 @@ class ErrorBound {
     /// the density, which go into x and rho where they are larger.
     void phase(PhaseState const& s, double const* rows, double& x, double& rho) const;
 
+    /// Of the distance of two phases, the largest |ln(rho_i of one/rho_i of the other)|, relative to
+    /// it: no component is off by more. rows: of those n logarithms `ln`.
+    double apart(std::vector<double> const& ln, double const* rows) const;
+
     static constexpr double kMargin = 2.0;
 
   private:
