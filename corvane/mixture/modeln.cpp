@@ -60,8 +60,9 @@ void ModelN::alloc(int n, char const* equation) {
     mdl1.size(n);
     for (int i = 0; i < mdl1.size(); ++i) mdl1[i] = nullptr;
     for (int i = 0; i < mdl1.size(); ++i) mdl1[i] = attach1(equation);
-    pair_ids_ = Vector<int>(n * (n - 1) / 2);
-    pair_comments_ = Vector<PairComment>(n * (n - 1) / 2);
+    const std::size_t pairs = n > 1 ? static_cast<std::size_t>(n * (n - 1) / 2) : 0;
+    pair_ids_ = std::make_unique<int[]>(pairs);
+    pair_comments_ = std::make_unique<PairComment[]>(pairs);
     par_alloc();
 }
 

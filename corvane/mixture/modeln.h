@@ -8,6 +8,7 @@
 #include <corvane/mixture/loading.h>
 
 #include <cstdio>
+#include <memory>
 
 class Model1;
 namespace corvane {
@@ -60,6 +61,18 @@ class CORVANE_API ModelN {
     // ---- members
     // ---------------------------------------------------------------------------------
 
+  protected:
+    int hess_myr_ = 0;  ///< nonzero: PsiH differentiates myr once instead of Ar twice
+    int mmth_ = 0;      ///< of the plug-in's choice
+
+  private:
+    struct PairComment {
+        char text[th_commlength] = {};
+    };
+    std::unique_ptr<int[]> pair_ids_;  // n(n − 1)/2 each
+    std::unique_ptr<PairComment[]> pair_comments_;
+
+  public:
     char const* eos = nullptr;  ///< equation of state; the caller keeps the text alive
     char const* mth = nullptr;  ///< mixing theory; set by the plug-in's factory or the caller
     Vector<Model1*> mdl1;       ///< the components; see alloc for who owns them
@@ -186,13 +199,7 @@ class CORVANE_API ModelN {
     ~ModelN() = default;
     friend struct corvane::ModelAccess;  // the flat interface destroys models
 
-    int hess_myr_ = 0;  ///< nonzero: PsiH differentiates myr once instead of Ar twice
-    int mmth_ = 0;      ///< of the plug-in's choice
-
   private:
-    struct PairComment {
-        char text[th_commlength] = {};
-    };
     friend std::vector<std::pair<int, int>> corvane::load_estimating(ModelN&, char const*,
                                                                      char const*);
     /// Reads the file of a pair; false if there is none.
@@ -200,7 +207,5 @@ class CORVANE_API ModelN {
     void load_components(char const* eos);
     static int pair(int i, int j) { return i < j ? (j - 1) * j / 2 + i : (i - 1) * i / 2 + j; }
 
-    Vector<int> pair_ids_;
-    Vector<PairComment> pair_comments_;
     corvane::DerivN const* derivatives_ = nullptr;
 };
