@@ -4,6 +4,7 @@
 #include <corvane/mixture/modeln.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
+#include <corvane/pure/plugin_file.h>
 
 #include <cctype>
 #include <string>
@@ -50,6 +51,15 @@ std::string pair_path(Model1 const& a, Model1 const& b, int id, char const* eos,
     corvane::check_name(a.name());
     corvane::check_name(b.name());
     return corvane::path_of("%s/%s/%s/%s+%s;%d", root, eos, mth, a.name(), b.name(), id);
+}
+
+/// Before any pair is read: pairs loaded before a failure stay loaded.
+void refuse_other(ModelN const& model, char const* eos, char const* mth) {
+    if (!model.eos || !model.mth) return;
+    const std::string asked = std::string(eos) + '+' + mth;
+    const std::string own = std::string(model.eos) + '+' + model.mth;
+    if (corvane::is_other_plugin(asked, own))
+        throw corvane::FileError(th_cannot_open, "", "parameters of " + asked + ", not " + own);
 }
 }  // namespace
 
@@ -160,6 +170,7 @@ void ModelN::load_components(char const* equation) {
 void ModelN::load(char const* equation, char const* theory) {
     if (!equation || !theory) throw ThException(th_cannot_open);
     const corvane::CLocale c_numbers;
+    refuse_other(*this, equation, theory);
     for (int a = 0; a < mdl1.size(); ++a)
         for (int b = a + 1; b < mdl1.size(); ++b)
             if (!load_pair(a, b, equation, theory))
@@ -175,6 +186,7 @@ namespace corvane {
 std::vector<std::pair<int, int>> load_estimating(ModelN& model, char const* eos, char const* mth) {
     if (!eos || !mth) throw ThException(th_cannot_open);
     const CLocale c_numbers;
+    refuse_other(model, eos, mth);
     std::vector<std::pair<int, int>> estimated;
     for (int a = 0; a < model.mdl1.size(); ++a)
         for (int b = a + 1; b < model.mdl1.size(); ++b)

@@ -103,9 +103,9 @@ class CORVANE_API ModelN {
     /// "<b>+<a>", then every component's own file. Names of components come from the caller; a
     /// component id of −1 takes the first pair file's.
     /// A pair or component that cannot be loaded stays as it was, those before it are loaded.
-    /// @throws ThException 1 no pair file, or a component that fails for whatever reason (its name
-    ///         goes to standard error); 2 a component id that contradicts a pair file; or from
-    ///         par_in. As corvane::FileError where a file is to blame
+    /// @throws ThException 1 no pair file, the names of another plug-in (nothing is read), or a
+    ///         component that fails for whatever reason (its name goes to standard error); 2 an id
+    ///         that contradicts a pair file; or from par_in. FileError where a file is to blame
     void load(char const* eos, char const* mth);
     /// Writes the file of the pair (0, 1) to "./CorvaneS/models/parameters/<eos>/<mth>/…", a tree
     /// of its own (intended), as a whole or not at all, and only if load can read it.

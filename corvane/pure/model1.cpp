@@ -1,12 +1,11 @@
 // The substance's common data: names, files, reports, density-range tables.
 #include <corvane/core/files.h>
 #include <corvane/pure/model1.h>
+#include <corvane/pure/plugin_file.h>
 
 #include <cmath>
 #include <cstring>
 #include <string>
-
-#include <unistd.h>
 
 namespace {
 constexpr int kCommentRead =
@@ -23,15 +22,6 @@ double interpolate(Vector<double> const& t, Vector<double> const& y, double T) {
         }
     if (t[k] == t[k - 1]) return y[k];
     return y[k] + (y[k - 1] - y[k]) * (T - t[k]) / (t[k - 1] - t[k]);
-}
-
-/// True if eos is the name of an equation that has a plug-in, and another one than `own`: two
-/// equations may share the labels of their parameters, but not their meaning.
-bool belongs_to_another(char const* eos, char const* own) {
-    if (std::strcmp(eos, own) == 0) return false;
-    for (char const* place : {"./CorvaneS/libth", "./libth"})
-        if (access(corvane::reading_path(place + std::string(eos) + ".dll").c_str(), F_OK) == 0) return true;
-    return false;
 }
 }  // namespace
 
@@ -76,7 +66,7 @@ int Model1::load(char const* eos) {
     corvane::check_name(name_);
     const std::string path = corvane::path_of("./CorvaneS/parameters/%s/%s;%d", eos, name_, id_);
     corvane::File file = corvane::open_file(path);
-    if (eos_ && belongs_to_another(eos, eos_))
+    if (eos_ && corvane::is_other_plugin(eos, eos_))
         throw corvane::FileError(th_cannot_open, path,
                                  "a parameter set of " + std::string(eos) + ", not " + eos_);
     FILE* f = file.get();

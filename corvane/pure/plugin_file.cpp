@@ -1,3 +1,4 @@
+#include <corvane/core/files.h>
 #include <corvane/pure/plugin_file.h>
 
 #include <cerrno>
@@ -75,6 +76,13 @@ std::string PluginFile::flaw(int descriptor) {
             return "the file is not whole";
     }
     return "";
+}
+
+bool is_other_plugin(std::string const& name, std::string const& own) {
+    if (name == own) return false;
+    for (char const* place : {"./CorvaneS/libth", "./libth"})
+        if (access(reading_path(place + name + ".dll").c_str(), F_OK) == 0) return true;
+    return false;
 }
 
 ClassOf class_of(void const* object, std::type_info const& base) {

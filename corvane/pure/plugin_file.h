@@ -26,6 +26,10 @@ class PluginFile {
     std::string resolved_, reason_;
 };
 
+/// True if `name` ("SRK", "SRK+vdW1") is not the caller's own and the name of a plug-in: two
+/// equations may share the labels of their parameters, but not their meaning.
+bool is_other_plugin(std::string const& name, std::string const& own);
+
 enum class ClassOf {
     derived,  ///< the first base, over however many steps, is the one asked for
     other,    ///< it is not

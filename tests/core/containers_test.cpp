@@ -98,6 +98,11 @@ TEST(Vector, RandomDirectionsHaveUnitLength) {
     Vector<double>().urand();
 }
 
+// The rows of a matrix cannot be resized behind the back of its count of columns.
+template <class Container>
+concept ResizedByCount = requires(Container c) { c.size(1); };
+static_assert(ResizedByCount<Vector<double>> && !ResizedByCount<Matrix<double>>);
+
 TEST(Matrix, ShapesIdentityAndDeterminant) {
     Matrix<double> m(2, 3);
     EXPECT_EQ(mth_code([&] { m.det(); }), mth_not_square);

@@ -171,6 +171,18 @@ TEST_F(MixtureFiles, WhatCannotBeReadOrHeldChangesNothing) {
         EXPECT_EQ(load_code(good), th_cannot_open) << head;
         EXPECT_STREQ(good->mdl1[0]->name(), "a");
     }
+    // Another equation or theory that has a plug-in, though its files could be read.
+    for (char const* other : {"SRK/vdW1", "PR/LB"}) {
+        const std::string name(other), plugin = std::string(name).replace(name.find('/'), 1, "+");
+        const auto folder = "CorvaneS/parameters/" + name;
+        std::filesystem::create_directories(folder);
+        scratch_.write("CorvaneS/libth" + plugin + ".dll", "");
+        scratch_.write(folder + "/a+b;1", std::string(file).replace(file.find("0.125"), 5, "0.5"));
+        EXPECT_EQ(th_code([&] { good->load(name.substr(0, name.find('/')).c_str(),
+                                           name.substr(name.find('/') + 1).c_str()); }),
+                  th_cannot_open);
+        EXPECT_EQ(good->param(0, 0, 1), 0.125) << other;
+    }
     std::filesystem::create_directories("CorvaneS/models/parameters/PR/vdW1");
     good->mdl1[1]->name("two words");
     EXPECT_EQ(th_code([&] { good->store2("PR", "vdW1"); }), th_cannot_open);
