@@ -84,6 +84,11 @@ const Strategy kStrategies[] = {{"equation", by_equation},
                                 {"volf1", by_volf1}};
 /// Roots closer than this count as one: ten times the finders' tolerance.
 constexpr double kSame = 1e-8;
+/// A density that gives back the pressure, or is as close to one that does, needs no word ...
+constexpr double kExact = 1e-6;
+/// ... and one that is further away is no root: volav, whose tolerance is absolute, returns those
+/// of a very thin gas.
+constexpr double kRoot = 1e-3;
 
 struct DensityCommand {
     Options options;
@@ -116,8 +121,15 @@ std::vector<Row> DensityCommand::roots(Fluid const& fluid, Strategy const& how, 
     for (double rho : found) {
         const double back = model.Z(rho, T_) * R * T_ * rho;
         std::string note = extrapolated(fluid, T_, p_, false, units);
-        if (!(std::fabs(back - p_) <= 1e-6 * p_))
-            add_note(note, fmt::format("gives back {}", units.text(Quantity::pressure, back)));
+        const double off = std::fabs(back - p_);
+        const double error = off / std::fabs(model.pV(rho, T_) * R * T_ * rho);  // of rho
+        if (!(off <= kExact * p_ || error <= kExact)) {
+            const std::string text =
+                fmt::format("gives back {}", units.text(Quantity::pressure, back));
+            if (!(error <= kRoot))
+                throw Failure(fmt::format("no root: {} {}", units.text(Quantity::density, rho), text));
+            add_note(note, text);
+        }
         result.push_back({{units.from_library(Quantity::temperature, T_),
                            units.from_library(Quantity::pressure, p_), std::string(how.name),
                            std::string(kind(model, T_, rho)),
