@@ -168,6 +168,12 @@ TEST(CliEquilibria, SolubilityTendsToTheSublimationPressure) {
     const Json solid = rows("solid PR CO2 --T 150 --solid-data fusion")[0];
     EXPECT_NEAR(value(gas, "x_carbon_dioxide") * 2e-3 / value(solid, "p"), 1, 2e-3);
     EXPECT_NEAR(value(gas, "rhoS") / value(solid, "rho"), 1, 1e-3);  // compressed
+    // Traces, from the same curve; at 100 K the correction is 7e-3.
+    const Json naphthalene = rows("solubility PR+vdW1 nitrogen naphthalene --solid naphthalene "
+                                  "--T 100,150,200 --p 2e-3 --solid-data sublimation");
+    const Json curve = rows("solid PR naphthalene --T 100,150,200 --solid-data sublimation");
+    for (std::size_t i = 0; i < 3; ++i)
+        EXPECT_NEAR(value(naphthalene[i], "x_naphthalene") * 2e-3 / value(curve[i], "p"), 1, 1e-2);
     const Json liquid =
         rows("solubility PR+vdW1 methane=0.98 CO2=0.02 --solid CO2 --T 150 --p 3")[0];
     const double x = value(liquid, "x_carbon_dioxide");

@@ -194,7 +194,9 @@ TEST(Cli, RangesThatFilesStateAreHeldAgainstTheState) {
 
 TEST(Cli, PureSubstanceCommandsAnswerAndRefuse) {
     expect_all(
-        {{"density PR propane --T 300 --p 0.9 --strategy all", 0,
+        {{"density PR propane --T 300 --p 1e-300 --strategy volav", 1, "", "no root: 1."},
+         {"density PR propane --T 300 --p 1e-300", 1, "", "volume finder returned no solution"},
+         {"density PR propane --T 300 --p 0.9 --strategy all", 0,
           "volav     liquid|volf1     vapour|volume    liquid", ""},
          {"density PR propane --T 300", 2, "", "--p is required"},
          {"critical PR CO2", 0, "solved|parameter-file|measured", ""},
@@ -310,7 +312,7 @@ TEST(Cli, MixtureEquilibriaAnswerAndRefuse) {
          {"solubility PR+vdW1 methane CO2 --solid CO2 --T 210 --p 0.001", 1, "",
           "the pure component is no solid"},
          {"solubility PR+vdW1 methane CO2 --solid methane --T 80 --p 1", 1, "", "is not stable"},
-         {"solubility PR+vdW1 methane CO2 --solid methane --T 80 --p 1 --solid-data sublimation", 0,
+         {"solubility PR+vdW1 methane CO2 --solid methane --T 80 --p 1 --phase liquid", 0,
           "metastable: carbon_dioxide freezes, too", ""},
          {"solubility PR+vdW1 methane CO2 --solid CO2 --T 150 --p 3 --phase vapour --solid-data "
           "fusion",

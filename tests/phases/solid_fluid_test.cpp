@@ -164,6 +164,20 @@ TEST(SolidFluid, SolubilityAndRefusals) {
         } catch (EquilibriumFailure const& f) {
             EXPECT_EQ(f.kind(), EquilibriumFailure::Kind::no_solution);
         }
+    // Traces: at infinite dilution ln x is the difference of the potentials.
+    const Mixture traces = freezing("nitrogen", "naphthalene", 0);
+    Vector<double> pure(2);
+    pure.set(0.0);
+    pure[0] = 1.0;
+    for (double T : {100.0, 150.0, 200.0}) {
+        const auto trace = corvane::solubility(*traces, 1, 0.1, T);
+        int form = 0;
+        double rho = 0.0, rho_solid = 0.0;
+        const double myr = traces->myr(0.1, T, pure, 1, 2, rho);
+        EXPECT_NEAR(std::log(trace.x[1]),
+                    traces->mdl1[1]->solid.Ge(0.1, T, form, rho_solid) - myr - std::log(rho), 1e-9);
+        EXPECT_TRUE(trace.certificate.holds());
+    }
     EXPECT_EQ(th_code([&] { corvane::solubility(*m, 1, 3, 217); }), th_out_of_range);
     EXPECT_EQ(th_code([&] { corvane::solubility(*m, 2, 3, 160); }), th_out_of_range);
     const Mixture liquid = peng_robinson("methane", "propane", 0);

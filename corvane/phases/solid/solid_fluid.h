@@ -67,7 +67,7 @@ struct SolidFluidOptions {
 
 /// Solubility of component `solid` (0 or 1) at (p [MPa], T [K]): the stable fluid whose potential
 /// equals the solid's Gibbs energy. All compositions are scanned (46 in ln(x/(1 − x)) from 1e-13
-/// on); crossings are solved by Newton's method.
+/// on, below which Henry's law gives the start); crossings are solved by Newton's method.
 /// @throws EquilibriumFailure no_solution: no fluid, or only unstable ones; ThException 4 not a
 ///     binary, 5 T above the data of the solid or bad arguments, 6 no data of the solid; what the
 ///     model throws

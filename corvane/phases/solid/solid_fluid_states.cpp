@@ -12,6 +12,7 @@ namespace corvane {
 namespace {
 constexpr int kSearchNewton = 30;
 constexpr double kLogit = 30.0, kLogitEnd = 16.0;  // of the search: x from 1e-13 on
+constexpr double kLeastLogit = 600.0;  // partial densities stay normal numbers
 
 Vector<double> middle() {
     Vector<double> z(2);
@@ -184,7 +185,7 @@ std::vector<SolidFluidNode> SolidFluidStates::crossings(double temperature) {
     if (!solid.evaluate(fluid_.pure(s_), o_.anchored[s_], value_, temperature, false)) return found;
     struct {
         bool known = false;
-        double h = 0.0, z = 0.0, rho = 0.0;
+        double h = 0.0;
     } last[2];
     for (double z = -kLogit; z <= kLogitEnd; z += 1.0) {
         std::vector<double> x(2);
@@ -204,18 +205,20 @@ std::vector<SolidFluidNode> SolidFluidStates::crossings(double temperature) {
             if (!fluid_.evaluate(state, temperature, 0)) continue;
             const double h = state.m[s_] - solid.g;
             if (before.known && before.h * h <= 0.0)
-                cross(before.h, h, z, x, rho[root], temperature, found);
-            before = {true, h, z, rho[root]};
+                cross(z - h / (h - before.h), rho[root], temperature, found);
+            // Below the first composition ln x is the potential but for a constant (Henry's law).
+            if (z == -kLogit && h > 0.0 && z - h > -kLeastLogit)
+                cross(z - h, rho[root], temperature, found);
+            before = {true, h};
         }
     }
     return found;
 }
-void SolidFluidStates::cross(double before, double h, double z, std::vector<double> const& x,
-                             double rho, double temperature, std::vector<SolidFluidNode>& found) {
-    std::vector<double> start(x);
-    const double at = z - h / (h - before);
-    start[s_] = 1.0 / (1.0 + std::exp(-at));
-    start[1 - s_] = 1.0 / (1.0 + std::exp(at));
+void SolidFluidStates::cross(double z, double rho, double temperature,
+                             std::vector<SolidFluidNode>& found) {
+    std::vector<double> start(2);
+    start[s_] = 1.0 / (1.0 + std::exp(-z));
+    start[1 - s_] = 1.0 / (1.0 + std::exp(z));
     solver_.start(start, rho, temperature);
     solver_.row = {0.0, 0.0, 1.0};
     solver_.value = std::log(temperature);

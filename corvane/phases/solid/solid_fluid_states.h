@@ -62,8 +62,8 @@ class SolidFluidStates {
   private:
     bool gap(double variable, double& value);
     bool pure_point(double a, double fa, double b, double fb, PureSolidPoint& q);
-    void cross(double before, double h, double z, std::vector<double> const& x, double rho,
-               double T, std::vector<SolidFluidNode>& found);
+    /// Solves from z = ln(x/(1 − x)) on and adds what is new.
+    void cross(double z, double rho, double T, std::vector<SolidFluidNode>& found);
 
     PhaseState at_pure_;
     SolidState solid_;

@@ -31,7 +31,7 @@ struct SolubilityCommand {
     Row row(MixtureFluid const& mixture, double T_, double p_) const;
     Row point(MixtureFluid const& mixture, double T_, double p_) const;
     std::string reason(ModelN const& m, double T_, double p_) const;
-    Row anchored_row(MixtureFluid const& mixture, double T_, double p_) const;
+    Row stable_row(MixtureFluid const& mixture, double T_, double p_) const;
     void add_amount(MixtureFluid const& mixture, double x, Row& result) const;
     int s_ = 0;  // index of the component that forms the solid
     std::optional<PureSolid> pure_[2];
@@ -56,14 +56,14 @@ std::vector<Column> SolubilityCommand::columns(MixtureFluid const& mixture) cons
 }
 
 Row SolubilityCommand::row(MixtureFluid const& mixture, double T_, double p_) const {
+    if (phase == "stable") return stable_row(mixture, T_, p_);
     ModelN const& m = *mixture.model;
-    if (pure_[s_]->anchored) return anchored_row(mixture, T_, p_);
     Solid const& curve = m.mdl1[s_]->solid;
     Units const& u = options.units;
     Vector<double> z(2), rho(2);
     z[0] = 1 - s_;
     int form = 0;
-    equil2s(&m, p_, T_, z, phase == "liquid" ? 1 : phase == "vapour" ? 3 : 2, 0.0, rho, form);
+    equil2s(&m, p_, T_, z, phase == "liquid" ? 1 : 3, 0.0, rho, form);
     Vector<double> x(2), pure(2);
     x[0] = z[1];
     x[1] = 1.0 - z[1];
@@ -103,7 +103,7 @@ void SolubilityCommand::add_amount(MixtureFluid const& mixture, double x, Row& r
 }
 
 /// The stable fluid, by the certified search.
-Row SolubilityCommand::anchored_row(MixtureFluid const& mixture, double T_, double p_) const {
+Row SolubilityCommand::stable_row(MixtureFluid const& mixture, double T_, double p_) const {
     Units const& u = options.units;
     corvane::SolidFluidOptions how;
     how.validity = &mixture.validity;
@@ -121,7 +121,7 @@ Row SolubilityCommand::anchored_row(MixtureFluid const& mixture, double T_, doub
     result.cells.emplace_back(mixture.density(u, pure, q.rho_solid));
     add_amount(mixture, q.x[s_], result);
     if (!q.certificate.holds()) add_note(result.note, "not certified");
-    if (T_ < pure_[s_]->anchored->T_min())
+    if (T_ < pure_[s_]->T_min())
         add_note(result.note, "extrapolated: below the transition or the end of the solid's data");
     return result;
 }
@@ -133,7 +133,7 @@ std::string SolubilityCommand::reason(ModelN const& m, double T_, double p_) con
         double rho_fluid = 0.0;
         if (pure.Ge(p_, T_, 2, rho_fluid) < pure_[s_]->g(p_, T_))
             return " (the pure component is no solid there: it melts or evaporates)";
-        if (!pure_[s_]->anchored) return " (the fluid takes up the solid in no composition)";
+        if (phase != "stable") return " (the fluid takes up the solid in no composition)";
     } catch (ThException const&) {  // only a hint
     } catch (MthException const&) {
     }

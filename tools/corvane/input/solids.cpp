@@ -13,6 +13,12 @@ double PureSolid::T_max() const {
     return anchored ? anchored->T_max() : model->solid.Tmax();
 }
 
+double PureSolid::T_min() const {
+    if (anchored) return anchored->T_min();
+    auto const& coldest = model->solid.sg[model->solid.sg.size() - 1].x;
+    return 1.0 / coldest[coldest.size() - 1];
+}
+
 double PureSolid::g(double p, double T) const {
     int form = 0;
     double rho = 0.0;

@@ -19,6 +19,7 @@ struct PureSolid {
 
     corvane::AnchoredSolid const* pointer() const { return anchored ? &*anchored : nullptr; }
     double T_max() const;
+    double T_min() const;  ///< below, the solid is extrapolated
     double g(double p, double T) const;  ///< Gibbs energy over RT, as Model1::Ge
     char const* form(int i) const;  ///< "solid" where the forms have no names
     /// "solid benzene: anchored at …", for the heading.
