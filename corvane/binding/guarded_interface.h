@@ -25,7 +25,12 @@ enum {
     CORVANE_NUMERICAL = 2,     /* MthException */
     CORVANE_NULL_ARGUMENT = 3, /* a null handle where an object is needed */
     CORVANE_NO_MEMORY = 4,
-    CORVANE_UNKNOWN = 5
+    CORVANE_UNKNOWN = 5,
+    /* of certified_interface.h */
+    CORVANE_NO_SOLUTION = 6, /* the search was complete and says that there is none */
+    CORVANE_GAVE_UP = 7,     /* no certified result; nothing is known about a solution */
+    CORVANE_NOT_OPENED = 8,  /* what was asked for by name is not there, or damaged */
+    CORVANE_BAD_ARGUMENT = 9 /* an index, a size or a choice out of range */
 };
 
 typedef struct CorvaneError {

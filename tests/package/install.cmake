@@ -66,6 +66,12 @@ build(c_interface)
 run(result ${home} ${WORK}/c_interface/c_interface)
 expect("${result}" "p_sat ")
 
+# Certified calculations from C, in any directory.
+build(c_certified)
+run(result / ${WORK}/c_certified/c_certified)
+expect("${result}" "water (MEOS)")
+expect("${result}" "no solution at T = 400 K")
+
 # A plug-in that was built out of tree works beside the others. Critical point of the equation: Zc =
 # 3/8, so that its set for argon (Tc = 150.687 K) has no saturation state at 151 K, but one at 120 K.
 build(vdw_plugin)
