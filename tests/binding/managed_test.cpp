@@ -56,6 +56,14 @@ Bits in_cpp() {
     show("my", n->my(liquid, 213.71, x, 1));
     show("PsiH", n->PsiH(y, 213.71)[0][1]);
     show("cp", corvane::heat_capacities(*n, liquid, 213.71, x).Cpm);
+
+    const corvane::Mixture gas = corvane::open_mixture("PR+vdW1", {"methane", "propane"});
+    const auto flash = corvane::flash_ph(*gas.model, 2, 230, x);
+    show("flash.T", flash.T);
+    show("flash.x", flash.phases[1].x[1]);
+    show("flash.error", flash.certificate.x_error);
+    show("dew.rho", corvane::dew_p(*gas.model, 2, x).incipient.rho);
+    show("phase.w", corvane::phase_properties(*gas.model, 300, 1e-3, x).w);
     return b;
 }
 

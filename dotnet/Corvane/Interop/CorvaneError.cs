@@ -24,7 +24,17 @@ namespace Corvane.Interop
         {
             fixed (byte* text = message)
                 return new ThermodynamicException(
-                    (FailureKind)Kind, Number, Info, Utf8.Decode((IntPtr)text));
+                    (FailureKind)Kind, Number, Info, Whole(Utf8.Decode((IntPtr)text)));
+        }
+
+        /// <summary>The certified functions keep a text that the record cuts short.</summary>
+        private static string Whole(string text)
+        {
+            if (System.Text.Encoding.UTF8.GetByteCount(text) < MessageSize - 4) return text;
+            string whole = Utf8.Read((buffer, size) => NativeMethods.Corvane_message(buffer, size));
+            return whole.Length > text.Length && whole.StartsWith(
+                       text.Substring(0, text.Length - 1), StringComparison.Ordinal)
+                       ? whole : text;
         }
 
         /// <summary>The result of the call that filled the record, or its failure.</summary>

@@ -17,6 +17,20 @@ namespace Corvane.Interop
             return Encoding.UTF8.GetBytes(text + '\0');
         }
 
+        /// <summary>A text that the native side writes into a buffer of the given size, returning the
+        /// length that it needs.</summary>
+        internal static string Read(Func<byte[], int, int> write)
+        {
+            byte[] buffer = new byte[256];
+            int length = write(buffer, buffer.Length);
+            if (length >= buffer.Length)
+            {
+                buffer = new byte[length + 1];
+                length = Math.Min(write(buffer, buffer.Length), length);
+            }
+            return Encoding.UTF8.GetString(buffer, 0, length);
+        }
+
         /// <summary>A copy of the text at an address; null for address 0.</summary>
         internal static string Decode(IntPtr address)
         {

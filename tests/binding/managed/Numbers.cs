@@ -44,6 +44,15 @@ namespace Corvane.Tests
                 Show("PsiH", m.PsiH(vapour, 213.71)[0, 1]);
                 Show("cp", m.HeatCapacities(liquid, 213.71, x).Cpm);
             }
+            using (Mixture m = Mixture.Open("PR+vdW1", "methane", "propane"))
+            {
+                FlashResult f = m.FlashPH(2, 230, 0.3, 0.7);
+                Show("flash.T", f.T);
+                Show("flash.x", f.Phases[1].X[1]);
+                Show("flash.error", f.Certificate.XError);
+                Show("dew.rho", m.DewP(2, new[] { 0.3, 0.7 }).Incipient.Rho);
+                Show("phase.w", m.Phase(300, 1e-3, 0.3, 0.7).Phases[0].SpeedOfSound);
+            }
         }
 
         private static void Show(string name, double value)

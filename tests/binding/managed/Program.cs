@@ -18,6 +18,7 @@ namespace Corvane.Tests
                 ["refusals"] = Imports.RefuseNull,
                 ["failures"] = Failures.Run,
                 ["objects"] = Objects.Run,
+                ["certified"] = Certified.Run,
                 ["soak"] = Soak.Threads,
                 ["collection"] = Soak.Collection,
                 ["numbers"] = Numbers.Print

@@ -1,0 +1,185 @@
+// A pure substance opened by name.
+using System.Collections.Generic;
+using System.Linq;
+using Corvane.Interop;
+using static Corvane.Interop.CorvaneError;
+using static Corvane.Interop.NativeMethods;
+
+namespace Corvane
+{
+    /// <summary>What a state of a pure fluid can be asked by.</summary>
+    public enum Quantity
+    {
+        /// <summary>Temperature, K.</summary>
+        T,
+        /// <summary>Pressure, MPa.</summary>
+        P,
+        /// <summary>Density of the whole, mol/cm³.</summary>
+        Rho,
+        /// <summary>Enthalpy, J/mol.</summary>
+        H,
+        /// <summary>Entropy, J/(mol K).</summary>
+        S,
+        /// <summary>Internal energy, J/mol.</summary>
+        U,
+        /// <summary>Amount of vapour over the whole, 0 to 1.</summary>
+        Q
+    }
+
+    /// <summary>
+    /// A pure substance opened by name, from any directory: stable states by two quantities, saturation.
+    /// Several threads may use one object. Units: K, MPa, mol/cm³, J/mol, J/(mol K).
+    /// </summary>
+    /// <example><code>
+    /// using (Fluid water = Fluid.Open("water"))
+    ///     double w = water.State(Quantity.P, 25, Quantity.T, 650).Phases[0].SpeedOfSound;
+    /// </code></example>
+    public sealed class Fluid : NativeObject
+    {
+        private readonly FluidHandle handle;
+
+        private Fluid(FluidHandle handle) : base(handle)
+        {
+            this.handle = handle;
+            Model = new Model1(new Model1Handle(Corvane_Fluid_model(handle), handle));
+        }
+
+        /// <summary>Opens a substance with the best equation that it has: MEOS, else PCSAFT, else PR,
+        /// else SRK.</summary>
+        /// <param name="substance">name in the data tree, synonym, CAS number or sum formula</param>
+        /// <returns>the fluid; dispose it</returns>
+        /// <exception cref="ThermodynamicException"><see cref="FailureKind.NotOpened"/></exception>
+        public static Fluid Open(string substance) => Open(null, substance);
+
+        /// <summary>Opens a substance with an equation.</summary>
+        /// <param name="equation">name of a plug-in, "MEOS", "PR"; null: the best that there is</param>
+        /// <param name="substance">name in the data tree, synonym, CAS number or sum formula</param>
+        /// <param name="set">number of the parameter set; 0: the first</param>
+        /// <param name="home">directory that holds CorvaneS; null: CORVANE_DATA, else beside the
+        /// native library</param>
+        /// <returns>the fluid; dispose it</returns>
+        /// <exception cref="ThermodynamicException"><see cref="FailureKind.NotOpened"/>: the message
+        /// says what there is instead, or which file and line is at fault</exception>
+        public static Fluid Open(string equation, string substance, int set = 0, string home = null)
+        {
+            NotNull(substance, nameof(substance));
+            return new Fluid(Check(
+                Corvane_open(Utf8.Encode(equation), Utf8.Encode(substance), set, Utf8.Encode(home),
+                             out CorvaneError e), ref e));
+        }
+
+        /// <summary>Name of the equation.</summary>
+        public string Equation => Text(0);
+
+        /// <summary>Name in the data tree.</summary>
+        public string Substance => Text(1);
+
+        /// <summary>Where the parameters come from; "" if that is not known.</summary>
+        public string Source => Text(2);
+
+        /// <summary>Data home that it was read from.</summary>
+        public string Home => Text(3);
+
+        /// <summary>Molar mass, g/mol.</summary>
+        public double MolarMass => Number(0);
+
+        /// <summary>Critical temperature stored with the parameters, K.</summary>
+        public double CriticalT => Number(1);
+
+        /// <summary>Critical pressure stored with the parameters, MPa.</summary>
+        public double CriticalP => Number(2);
+
+        /// <summary>Critical density stored with the parameters, mol/cm³.</summary>
+        public double CriticalRho => Number(3);
+
+        /// <summary>Number of the parameter set.</summary>
+        public int Set => (int)Number(4);
+
+        /// <summary>Lowest published temperature, K; not-a-number if it is not stated.</summary>
+        public double MinT => Number(5);
+
+        /// <summary>Highest published temperature, K; not-a-number if it is not stated.</summary>
+        public double MaxT => Number(6);
+
+        /// <summary>Highest published pressure, MPa; not-a-number if it is not stated.</summary>
+        public double MaxP => Number(7);
+
+        /// <summary>Is there an ideal-gas table, so that h, s, u, cp and w are known?</summary>
+        public bool HasIdeal => Number(8) != 0;
+
+        /// <summary>The model, lent: it goes with this object.</summary>
+        public Model1 Model { get; }
+
+        /// <summary>All stable states that have two given quantities.</summary>
+        /// <param name="first">the first quantity</param>
+        /// <param name="a">its value</param>
+        /// <param name="second">the second quantity</param>
+        /// <param name="b">its value</param>
+        /// <returns>states by rising temperature; several where the quantities leave a choice, none
+        /// where none was found</returns>
+        /// <exception cref="ThermodynamicException">code OutOfRange: a value out of range or a pair
+        /// that is not offered; NoIdealGas; NoSolution, GaveUp from saturation</exception>
+        public IReadOnlyList<State> States(Quantity first, double a, Quantity second, double b) =>
+            Result.Of(Corvane_pure_states(handle, (int)first, a, (int)second, b,
+                                          out CorvaneError e), ref e, true)
+                .Single(v => new State(v));
+
+        /// <summary>The stable state that has two given quantities.</summary>
+        /// <param name="first">the first quantity</param>
+        /// <param name="a">its value</param>
+        /// <param name="second">the second quantity</param>
+        /// <param name="b">its value</param>
+        /// <returns>the state</returns>
+        /// <exception cref="ThermodynamicException">as <see cref="States"/>; GaveUp: none was found, or
+        /// several have these values</exception>
+        public State State(Quantity first, double a, Quantity second, double b)
+        {
+            IReadOnlyList<State> all = States(first, a, second, b);
+            if (all.Count == 1) return all[0];
+            throw new ThermodynamicException(
+                FailureKind.GaveUp, 0, -1,
+                $"{Equation} {Substance}: {(all.Count == 0 ? "no state" : all.Count + " states")} "
+                + $"with the given {first} and {second}");
+        }
+
+        /// <summary>Properties of one phase at temperature and density, stable or not.</summary>
+        /// <param name="T">K</param>
+        /// <param name="rho">mol/cm³</param>
+        /// <returns>the phase with its pressure</returns>
+        /// <exception cref="ThermodynamicException">code OutOfRange</exception>
+        public EquilibriumPoint Phase(double T, double rho) =>
+            Result.Of(Corvane_pure_phase(handle, T, rho, out CorvaneError e), ref e, true)
+                .Single(v => new EquilibriumPoint(v)).First();
+
+        /// <summary>Saturation at a temperature; phases: liquid, vapour.</summary>
+        /// <param name="T">K</param>
+        /// <returns>the state, with bounds of its errors in the certificate</returns>
+        /// <exception cref="ThermodynamicException">NoSolution: at or above the critical point;
+        /// GaveUp; code OutOfRange</exception>
+        public SaturationPoint SaturationAtT(double T) =>
+            Result.Of(Corvane_pure_saturation_T(handle, T, out CorvaneError e), ref e)
+                .Single(v => new SaturationPoint(v)).First();
+
+        /// <summary>Saturation at a pressure; otherwise as <see cref="SaturationAtT"/>.</summary>
+        /// <param name="p">MPa</param>
+        /// <returns>the state</returns>
+        /// <exception cref="ThermodynamicException">as <see cref="SaturationAtT"/></exception>
+        public SaturationPoint SaturationAtP(double p) =>
+            Result.Of(Corvane_pure_saturation_p(handle, p, out CorvaneError e), ref e)
+                .Single(v => new SaturationPoint(v)).First();
+
+        /// <inheritdoc/>
+        public override void Dispose()
+        {
+            Model.Dispose();
+            base.Dispose();
+        }
+
+        private string Text(int what) => Utf8.Read(
+            (buffer, size) => Check(
+                Corvane_Fluid_text(handle, what, buffer, size, out CorvaneError e), ref e));
+
+        private double Number(int what) =>
+            Check(Corvane_Fluid_number(handle, what, out CorvaneError e), ref e);
+    }
+}

@@ -1,0 +1,411 @@
+// A mixture opened by names, and its certified equilibria.
+using System;
+using System.Collections.Generic;
+using System.Linq;
+using System.Runtime.ExceptionServices;
+using System.Runtime.InteropServices;
+using Corvane.Interop;
+using static Corvane.Interop.CorvaneError;
+using static Corvane.Interop.NativeMethods;
+
+namespace Corvane
+{
+    /// <summary>Which bubble or dew point, where there are several.</summary>
+    public enum Branch
+    {
+        /// <summary>The first certified one.</summary>
+        Any,
+        /// <summary>The one of lowest pressure (or temperature).</summary>
+        Lower,
+        /// <summary>The one of highest pressure (or temperature).</summary>
+        Upper
+    }
+
+    /// <summary>
+    /// A mixture opened by names, from any directory: flashes, bubble and dew points, envelopes, diagrams,
+    /// critical points, solids. Results carry certificates; what cannot be certified is a
+    /// <see cref="ThermodynamicException"/> whose message says what was asked. Several threads may use one
+    /// object. Units: K, MPa, mol/cm³, J/mol, J/(mol K); compositions are mole fractions of all
+    /// components, zeros allowed.
+    /// </summary>
+    /// <remarks>Traces take a function that is called after every point with the number of points so far;
+    /// false ends the trace, which keeps what it has, and what it throws is thrown on.</remarks>
+    public sealed class Mixture : NativeObject
+    {
+        private readonly MixtureHandle handle;
+
+        private Mixture(MixtureHandle handle) : base(handle)
+        {
+            this.handle = handle;
+            Count = Corvane_Mixture_size(handle);
+            Components = Enumerable.Range(0, Count).Select(i => Text(1, i)).ToArray();
+        }
+
+        /// <summary>Opens a mixture; pairs without published parameters take the theory's estimate.
+        /// </summary>
+        /// <param name="model">equation and mixing theory: "PR+vdW1", "PCSAFT+LB", "MEOS+GERG"</param>
+        /// <param name="components">substances: names, synonyms, CAS numbers, sum formulas</param>
+        /// <returns>the mixture; dispose it</returns>
+        /// <exception cref="ThermodynamicException"><see cref="FailureKind.NotOpened"/></exception>
+        public static Mixture Open(string model, params string[] components) =>
+            Open(model, components, null);
+
+        /// <summary>Opens a mixture.</summary>
+        /// <param name="model">equation and mixing theory: "PR+vdW1", "PCSAFT+LB", "MEOS+GERG"</param>
+        /// <param name="components">substances: names, synonyms, CAS numbers, sum formulas</param>
+        /// <param name="sets">parameter sets of the components; null: those that the pairs were made
+        /// for</param>
+        /// <param name="pairSet">number of the pairs' parameter sets</param>
+        /// <param name="estimate">false refuses pairs without published parameters</param>
+        /// <param name="home">directory that holds CorvaneS; null: CORVANE_DATA, else beside the
+        /// native library</param>
+        /// <returns>the mixture; dispose it</returns>
+        /// <exception cref="ThermodynamicException"><see cref="FailureKind.NotOpened"/>: the message
+        /// says what there is instead, or which file and line is at fault</exception>
+        /// <exception cref="ArgumentException">as many sets as components are needed</exception>
+        public static Mixture Open(string model, IEnumerable<string> components, int[] sets,
+                                   int pairSet = 1, bool estimate = true, string home = null)
+        {
+            NotNull(model, nameof(model));
+            NotNull(components, nameof(components));
+            byte[][] names = components.Select(Utf8.Encode).ToArray();
+            if (names.Contains(null)) throw new ArgumentNullException(nameof(components));
+            if (sets != null && sets.Length != names.Length)
+                throw new ArgumentException("as many sets as components are needed");
+            GCHandle[] pinned = names.Select(n => GCHandle.Alloc(n, GCHandleType.Pinned)).ToArray();
+            try
+            {
+                return new Mixture(Check(
+                    Corvane_open_mixture(
+                        Utf8.Encode(model), names.Length,
+                        pinned.Select(p => p.AddrOfPinnedObject()).ToArray(), sets, pairSet,
+                        estimate ? 1 : 0, Utf8.Encode(home), out CorvaneError e), ref e));
+            }
+            finally
+            {
+                foreach (GCHandle p in pinned) p.Free();
+            }
+        }
+
+        /// <summary>Number of components.</summary>
+        public int Count { get; }
+
+        /// <summary>Names of the components in the data tree.</summary>
+        public IReadOnlyList<string> Components { get; }
+
+        /// <summary>Equation and mixing theory.</summary>
+        public string Model => Text(0, 0);
+
+        /// <summary>Data home that it was read from.</summary>
+        public string Home => Text(3, 0);
+
+        /// <summary>Do all components have ideal-gas tables, so that h and s are known?</summary>
+        public bool HasIdeal => Number(8, 0) != 0;
+
+        /// <summary>Lowest temperature that all parameter sets were published for, K; not-a-number if
+        /// none is stated.</summary>
+        public double MinT => Number(5, 0);
+
+        /// <summary>Highest such temperature, K.</summary>
+        public double MaxT => Number(6, 0);
+
+        /// <summary>Highest such pressure, MPa.</summary>
+        public double MaxP => Number(7, 0);
+
+        /// <summary>Molar mass of a component.</summary>
+        /// <param name="i">index of the component</param>
+        /// <returns>g/mol</returns>
+        /// <exception cref="ThermodynamicException">BadArgument: no such component</exception>
+        public double MolarMass(int i) => Number(0, i);
+
+        /// <summary>Number of the parameter set of a component.</summary>
+        /// <param name="i">index of the component</param>
+        /// <returns>its number</returns>
+        /// <exception cref="ThermodynamicException">BadArgument: no such component</exception>
+        public int Set(int i) => (int)Number(4, i);
+
+        /// <summary>Does the mixing theory's estimate stand in for published parameters of a pair?
+        /// </summary>
+        /// <param name="i">index of a component</param>
+        /// <param name="j">index of another one</param>
+        /// <returns>true if it does</returns>
+        /// <exception cref="ThermodynamicException">BadArgument: no such component</exception>
+        public bool IsEstimated(int i, int j) =>
+            Check(Corvane_Mixture_estimated(handle, i, j, out CorvaneError e), ref e) != 0;
+
+        /// <summary>Properties of one phase at temperature, density and composition, stable or not.
+        /// </summary>
+        /// <param name="T">K</param>
+        /// <param name="rho">mol/cm³</param>
+        /// <param name="z">mole fractions</param>
+        /// <returns>the phase with its pressure</returns>
+        /// <exception cref="ThermodynamicException">code OutOfRange; BadArgument: length of z
+        /// </exception>
+        public EquilibriumPoint Phase(double T, double rho, params double[] z) =>
+            Result.Of(Corvane_mixture_phase(handle, T, rho, z, Length(z), out CorvaneError e), ref e,
+                      true)
+                .Single(v => new EquilibriumPoint(v)).First();
+
+        /// <summary>The stable state at pressure and temperature.</summary>
+        /// <param name="p">MPa</param>
+        /// <param name="T">K</param>
+        /// <param name="z">mole fractions of the whole</param>
+        /// <returns>its phases</returns>
+        /// <exception cref="ThermodynamicException">GaveUp: no certified state; code OutOfRange;
+        /// BadArgument: length of z</exception>
+        public FlashResult FlashPT(double p, double T, params double[] z) =>
+            Flash(Corvane_flash_pT(handle, p, T, z, Length(z), out CorvaneError e), ref e);
+
+        /// <summary>The stable state at pressure and enthalpy.</summary>
+        /// <param name="p">MPa</param>
+        /// <param name="h">J/mol</param>
+        /// <param name="z">mole fractions of the whole</param>
+        /// <returns>its phases; T is found</returns>
+        /// <exception cref="ThermodynamicException">NoSolution: h is not reached; GaveUp; codes
+        /// NoIdealGas, OutOfRange; BadArgument: length of z</exception>
+        public FlashResult FlashPH(double p, double h, params double[] z) =>
+            Flash(Corvane_flash_ph(handle, p, h, z, Length(z), out CorvaneError e), ref e);
+
+        /// <summary>The stable state at pressure and entropy.</summary>
+        /// <param name="p">MPa</param>
+        /// <param name="s">J/(mol K)</param>
+        /// <param name="z">mole fractions of the whole</param>
+        /// <returns>its phases; T is found</returns>
+        /// <exception cref="ThermodynamicException">as <see cref="FlashPH"/></exception>
+        public FlashResult FlashPS(double p, double s, params double[] z) =>
+            Flash(Corvane_flash_ps(handle, p, s, z, Length(z), out CorvaneError e), ref e);
+
+        /// <summary>The stable state at temperature and density of the whole.</summary>
+        /// <param name="T">K</param>
+        /// <param name="rho">mol/cm³</param>
+        /// <param name="z">mole fractions of the whole</param>
+        /// <returns>its phases; p is found</returns>
+        /// <exception cref="ThermodynamicException">NoSolution, GaveUp; code OutOfRange; BadArgument:
+        /// length of z</exception>
+        public FlashResult FlashTRho(double T, double rho, params double[] z) =>
+            Flash(Corvane_flash_Trho(handle, T, rho, z, Length(z), out CorvaneError e), ref e);
+
+        /// <summary>Bubble point at a temperature.</summary>
+        /// <param name="T">K</param>
+        /// <param name="z">mole fractions of the liquid</param>
+        /// <param name="branch">which, where there are several</param>
+        /// <returns>pressure and incipient vapour</returns>
+        /// <exception cref="ThermodynamicException">NoSolution: the search was complete and there is
+        /// none; GaveUp; code OutOfRange; BadArgument: length of z</exception>
+        public SaturationPoint BubbleT(double T, double[] z, Branch branch = Branch.Any) =>
+            Saturation(Corvane_bubble_T(handle, T, z, Length(z), (int)branch, out CorvaneError e),
+                       ref e);
+
+        /// <summary>Bubble point at a pressure.</summary>
+        /// <param name="p">MPa</param>
+        /// <param name="z">mole fractions of the liquid</param>
+        /// <param name="branch">which, where there are several</param>
+        /// <returns>temperature and incipient vapour</returns>
+        /// <exception cref="ThermodynamicException">as <see cref="BubbleT"/></exception>
+        public SaturationPoint BubbleP(double p, double[] z, Branch branch = Branch.Any) =>
+            Saturation(Corvane_bubble_p(handle, p, z, Length(z), (int)branch, out CorvaneError e),
+                       ref e);
+
+        /// <summary>Dew point at a temperature.</summary>
+        /// <param name="T">K</param>
+        /// <param name="z">mole fractions of the vapour</param>
+        /// <param name="branch">which, where there are several</param>
+        /// <returns>pressure and incipient liquid</returns>
+        /// <exception cref="ThermodynamicException">as <see cref="BubbleT"/></exception>
+        public SaturationPoint DewT(double T, double[] z, Branch branch = Branch.Any) =>
+            Saturation(Corvane_dew_T(handle, T, z, Length(z), (int)branch, out CorvaneError e),
+                       ref e);
+
+        /// <summary>Dew point at a pressure.</summary>
+        /// <param name="p">MPa</param>
+        /// <param name="z">mole fractions of the vapour</param>
+        /// <param name="branch">which, where there are several</param>
+        /// <returns>temperature and incipient liquid</returns>
+        /// <exception cref="ThermodynamicException">as <see cref="BubbleT"/></exception>
+        public SaturationPoint DewP(double p, double[] z, Branch branch = Branch.Any) =>
+            Saturation(Corvane_dew_p(handle, p, z, Length(z), (int)branch, out CorvaneError e),
+                       ref e);
+
+        /// <summary>The phase envelope, from a dew point on.</summary>
+        /// <param name="z">mole fractions</param>
+        /// <param name="pStart">pressure of the first dew point, MPa; 0: 0.05</param>
+        /// <param name="pMax">MPa; 0: 1000</param>
+        /// <param name="all">the curves of other liquids, too, every point with a test of its stability
+        /// </param>
+        /// <param name="progress">called after every point; false ends the trace</param>
+        /// <returns>curves and their special points</returns>
+        /// <exception cref="ThermodynamicException">GaveUp: no dew point to begin with, or a pure
+        /// fluid; code OutOfRange; BadArgument: length of z</exception>
+        public Envelope Envelope(double[] z, double pStart = 0, double pMax = 0, bool all = false,
+                                 Func<int, bool> progress = null) =>
+            Traced(progress, (ProgressCallback f, out CorvaneError e) => Corvane_envelope(
+                handle, z, Length(z), pStart, pMax, all ? 1 : 0, f, IntPtr.Zero, out e))
+                .Curves((curves, complete) => new Envelope(curves, complete));
+
+        /// <summary>The critical point of a composition.</summary>
+        /// <param name="z">mole fractions</param>
+        /// <returns>a stable critical point</returns>
+        /// <exception cref="ThermodynamicException">NoSolution; code OutOfRange; BadArgument: length of
+        /// z</exception>
+        public CriticalPoint CriticalPoint(params double[] z) =>
+            Result.Of(Corvane_critical_point(handle, z, Length(z), out CorvaneError e), ref e)
+                .Single(v => new CriticalPoint(v)).First();
+
+        /// <summary>All critical points of a composition that a search finds.</summary>
+        /// <param name="z">mole fractions</param>
+        /// <returns>by rising density, stable or not</returns>
+        /// <exception cref="ThermodynamicException">code OutOfRange; BadArgument: length of z
+        /// </exception>
+        public IReadOnlyList<CriticalPoint> CriticalPoints(params double[] z) =>
+            Result.Of(Corvane_critical_points(handle, z, Length(z), out CorvaneError e), ref e)
+                .Single(v => new CriticalPoint(v));
+
+        /// <summary>Complete p-x-y diagram of a binary.</summary>
+        /// <param name="T">K</param>
+        /// <param name="pMax">MPa; 0: 1000</param>
+        /// <param name="progress">called after every point; false ends the trace</param>
+        /// <returns>branches, azeotropes, three-phase states</returns>
+        /// <exception cref="ThermodynamicException">codes NoOption: not a binary, OutOfRange
+        /// </exception>
+        public Diagram DiagramPxy(double T, double pMax = 0, Func<int, bool> progress = null) =>
+            Traced(progress, (ProgressCallback f, out CorvaneError e) => Corvane_diagram_pxy(
+                handle, T, pMax, f, IntPtr.Zero, out e))
+                .Curves((curves, complete) => new Diagram(curves, complete));
+
+        /// <summary>Complete T-x-y diagram of a binary.</summary>
+        /// <param name="p">MPa</param>
+        /// <param name="TMin">K; 0: 0.3 of the lower critical temperature</param>
+        /// <param name="progress">called after every point; false ends the trace</param>
+        /// <returns>branches, azeotropes, three-phase states</returns>
+        /// <exception cref="ThermodynamicException">codes NoOption: not a binary, OutOfRange
+        /// </exception>
+        public Diagram DiagramTxy(double p, double TMin = 0, Func<int, bool> progress = null) =>
+            Traced(progress, (ProgressCallback f, out CorvaneError e) => Corvane_diagram_Txy(
+                handle, p, TMin, f, IntPtr.Zero, out e))
+                .Curves((curves, complete) => new Diagram(curves, complete));
+
+        /// <summary>Critical lines of a binary. At a critical end point the coexisting phase is the
+        /// second one of the last (or first) point.</summary>
+        /// <param name="pMax">MPa; 0: 1000</param>
+        /// <param name="progress">called after every point; false ends the trace</param>
+        /// <returns>lines of critical points</returns>
+        /// <exception cref="ThermodynamicException">GaveUp; codes NoOption: not a binary, OutOfRange
+        /// </exception>
+        public CurveSet CriticalLines(double pMax = 0, Func<int, bool> progress = null) =>
+            Lines(progress, (ProgressCallback f, out CorvaneError e) => Corvane_critical_lines(
+                handle, pMax, f, IntPtr.Zero, out e));
+
+        /// <summary>Lines of three fluid phases of a binary.</summary>
+        /// <param name="pMax">MPa; 0: 1000</param>
+        /// <param name="progress">called after every point; false ends the trace</param>
+        /// <returns>lines; none where none was found</returns>
+        /// <exception cref="ThermodynamicException">codes NoOption: not a binary, OutOfRange
+        /// </exception>
+        public CurveSet ThreePhaseLines(double pMax = 0, Func<int, bool> progress = null) =>
+            Lines(progress, (ProgressCallback f, out CorvaneError e) => Corvane_three_phase_lines(
+                handle, pMax, f, IntPtr.Zero, out e));
+
+        /// <summary>Azeotropic lines of a binary.</summary>
+        /// <param name="pMax">MPa; 0: 1000</param>
+        /// <param name="progress">called after every point; false ends the trace</param>
+        /// <returns>lines; none where none was found</returns>
+        /// <exception cref="ThermodynamicException">codes NoOption: not a binary, OutOfRange
+        /// </exception>
+        public CurveSet AzeotropicLines(double pMax = 0, Func<int, bool> progress = null) =>
+            Lines(progress, (ProgressCallback f, out CorvaneError e) => Corvane_azeotropic_lines(
+                handle, pMax, f, IntPtr.Zero, out e));
+
+        /// <summary>The fluid of a binary that is saturated with a pure solid.</summary>
+        /// <param name="solid">component that is solid, 0 or 1</param>
+        /// <param name="p">MPa</param>
+        /// <param name="T">K</param>
+        /// <returns>the fluid, then the solid</returns>
+        /// <exception cref="ThermodynamicException">NoSolution; codes NoSolid: no data, NoOption: not a
+        /// binary, OutOfRange</exception>
+        public EquilibriumPoint Solubility(int solid, double p, double T) =>
+            Result.Of(Corvane_solubility(handle, solid, p, T, out CorvaneError e), ref e)
+                .Single(v => new EquilibriumPoint(v)).First();
+
+        /// <summary>The eutectic of a binary.</summary>
+        /// <param name="p">MPa</param>
+        /// <returns>the fluid, then both solids</returns>
+        /// <exception cref="ThermodynamicException">as <see cref="Solubility"/></exception>
+        public EquilibriumPoint Eutectic(double p) =>
+            Result.Of(Corvane_eutectic(handle, p, out CorvaneError e), ref e)
+                .Single(v => new EquilibriumPoint(v)).First();
+
+        /// <summary>Lines of solubility at constant pressure.</summary>
+        /// <param name="solid">component that is solid, 0 or 1</param>
+        /// <param name="p">MPa</param>
+        /// <param name="progress">called after every point; false ends the trace</param>
+        /// <returns>lines from the melting point on: the fluid, then the solid</returns>
+        /// <exception cref="ThermodynamicException">as <see cref="Solubility"/></exception>
+        public CurveSet SolidFluidIsobar(int solid, double p, Func<int, bool> progress = null) =>
+            Lines(progress, (ProgressCallback f, out CorvaneError e) => Corvane_solid_fluid_isobar(
+                handle, solid, p, f, IntPtr.Zero, out e));
+
+        /// <summary>Lines of solubility at constant temperature.</summary>
+        /// <param name="solid">component that is solid, 0 or 1</param>
+        /// <param name="T">K</param>
+        /// <param name="pMax">MPa; 0: 1000</param>
+        /// <param name="progress">called after every point; false ends the trace</param>
+        /// <returns>lines: the fluid, then the solid</returns>
+        /// <exception cref="ThermodynamicException">as <see cref="Solubility"/></exception>
+        public CurveSet SolidFluidIsotherm(int solid, double T, double pMax = 0,
+                                           Func<int, bool> progress = null) =>
+            Lines(progress, (ProgressCallback f, out CorvaneError e) =>
+                Corvane_solid_fluid_isotherm(handle, solid, T, pMax, f, IntPtr.Zero, out e));
+
+        private delegate ResultHandle Trace(ProgressCallback progress, out CorvaneError error);
+
+        /// <summary>Runs a trace. What the caller's function throws ends it, and is thrown here, where
+        /// no native frame lies between.</summary>
+        private static Result Traced(Func<int, bool> progress, Trace trace)
+        {
+            if (progress == null) return Result.Of(trace(null, out CorvaneError none), ref none);
+            ExceptionDispatchInfo thrown = null;
+            ProgressCallback callback = (points, context) =>
+            {
+                try
+                {
+                    return progress(points) ? 1 : 0;
+                }
+                catch (Exception e)
+                {
+                    thrown = ExceptionDispatchInfo.Capture(e);
+                    return 0;
+                }
+            };
+            ResultHandle handle = trace(callback, out CorvaneError error);
+            GC.KeepAlive(callback);
+            if (thrown != null)
+            {
+                handle.Dispose();
+                thrown.Throw();
+            }
+            return Result.Of(handle, ref error);
+        }
+
+        private static CurveSet Lines(Func<int, bool> progress, Trace trace) =>
+            Traced(progress, trace).Curves((curves, complete) => new CurveSet(curves, complete));
+
+        private static FlashResult Flash(ResultHandle result, ref CorvaneError error) =>
+            Result.Of(result, ref error).Single(v => new FlashResult(v)).First();
+
+        private static SaturationPoint Saturation(ResultHandle result, ref CorvaneError error) =>
+            Result.Of(result, ref error).Single(v => new SaturationPoint(v)).First();
+
+        private static int Length(double[] z)
+        {
+            NotNull(z, nameof(z));
+            return z.Length;
+        }
+
+        private string Text(int what, int i) => Utf8.Read(
+            (buffer, size) => Check(
+                Corvane_Mixture_text(handle, what, i, buffer, size, out CorvaneError e), ref e));
+
+        private double Number(int what, int i) =>
+            Check(Corvane_Mixture_number(handle, what, i, out CorvaneError e), ref e);
+    }
+}
