@@ -10,6 +10,7 @@
 
 #include <array>
 #include <cmath>
+#include <map>
 #include <memory>
 #include <numbers>
 
@@ -175,14 +176,23 @@ TEST(SolidTables, ObeyClapeyronAndMeetTheTriplePoint) {
     }
 }
 
-// The enthalpy of fusion that a sublimation curve and the reference equation's evaporation leave is
-// the published one of fusion.tsv within 15 %, at the triple point; and the enthalpy of sublimation
+// The enthalpy of fusion that a sublimation curve and the equation's evaporation leave is the
+// published one of fusion.tsv within 15 %, at the triple point; and the enthalpy of sublimation
 // keeps its size further down: it rises by what the gas has less heat capacity, some 10 %.
 TEST(SolidTables, LeaveThePublishedEnthalpyOfFusion) {
+    // Without a reference equation, or one that knows the vapour's association, evaporation is worse
+    // known: enthalpies of sublimation at 298.15 K in J/mol of Gharagheizi et al., Fluid Phase
+    // Equilib. 354 (2013) 265, and of iodine of CODATA (Cox et al. 1989).
+    const std::map<std::string, double> sublimation_298{{"naphthalene", 72190},
+                                                        {"phenol", 69700},
+                                                        {"biphenyl", 82000},
+                                                        {"phenanthrene", 91370},
+                                                        {"iodine", 62420}};
     int compared = 0;
     for (auto const& file : data::files("CorvaneS/solid")) {
         const std::string name = file.filename();
         SCOPED_TRACE(name);
+        data::Substance const& s = data::substances().at(name);
         const bool reference = std::filesystem::exists("CorvaneS/parameters/MEOS/" + name + ";1");
         std::unique_ptr<Model1, corvane::Detach> m(attach1(reference ? "MEOS" : "PR"));
         m->name(name.c_str());
@@ -198,19 +208,27 @@ TEST(SolidTables, LeaveThePublishedEnthalpyOfFusion) {
         auto const& x = m->solid.sg[0].x;
         for (int k = 0; k < x.size(); ++k)
             EXPECT_NEAR(sublimation(1 / x[k]) / top, 1, 0.15) << 1 / x[k];
-        if (!reference) continue;
-        double h = 0;
-        try {
-            h = corvane::load_fusion(name).h;
-        } catch (ThException const&) {
-            continue;
-        }
         double p = 0, liquid = 0, vapour = 0;
         corvane::Saturation().at_T(m.get(), T, 0, p, liquid, vapour);
-        EXPECT_NEAR((top - R * T * (m->Hr(vapour, T) - m->Hr(liquid, T))) / h, 1, 0.15);
+        double evaporation = R * T * (m->Hr(vapour, T) - m->Hr(liquid, T));
+        if (auto const at = sublimation_298.find(name); at != sublimation_298.end()) {
+            EXPECT_NEAR(sublimation(298.15) / at->second, 1, 0.03);
+            ++compared;
+            continue;
+        }
+        if (name == "acetylene") {  // no enthalpy of fusion is at hand
+            EXPECT_TRUE(top > 1.1 * evaporation && top < 1.4 * evaporation);
+            continue;
+        }
+        if (name == "hydrogen_cyanide")  // by the boiling point: mean slope of ln p, 39 K
+            evaporation =
+                R * std::log(0.101325 / m->solid.sg[0].p0) / (1 / s.Ttriple - 1 / s.Tb);
+        // Ortho- and parahydrogen differ by less than the two digits of the figure.
+        const double h = corvane::load_fusion(name == "parahydrogen" ? "hydrogen" : name).h;
+        EXPECT_NEAR((top - evaporation) / h, 1, 0.15);
         ++compared;
     }
-    EXPECT_GE(compared, 20);
+    EXPECT_EQ(compared, 28);
 }
 
 }  // namespace
