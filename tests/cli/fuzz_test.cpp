@@ -1,9 +1,11 @@
 // Arguments, files and answers that nobody would write, the same ones every time. Whatever comes,
 // the program ends by itself with 0, 1 or 2, and unless with 0, says why in one line. The
-// environment variables CORVANE_FUZZ_RUNS and CORVANE_FUZZ_SEED make the run longer and other.
+// environment variables CORVANE_FUZZ_RUNS, or CORVANE_FUZZ_SECONDS in its place, and CORVANE_FUZZ_SEED
+// make the run longer and other.
 #include <cli/program.h>
 #include <support/scratch.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <random>
 
@@ -84,9 +86,15 @@ TEST(CliFuzz, WhateverComesItEndsByItselfAndSaysWhy) {
     const Scratch scratch;
     const std::string home = "CORVANE_DATA=" + scratch.home().string();
     Random random(number("CORVANE_FUZZ_SEED", 1));
-    const unsigned runs = number("CORVANE_FUZZ_RUNS", 250);
+    const unsigned limit = number("CORVANE_FUZZ_RUNS", 250), seconds = number("CORVANE_FUZZ_SECONDS", 0);
+    const auto start = std::chrono::steady_clock::now();
+    const auto enough = [&](unsigned runs) {
+        return seconds == 0 ? runs >= limit
+                            : std::chrono::steady_clock::now() - start >= std::chrono::seconds(seconds);
+    };
     int codes[3] = {};
-    for (unsigned run = 0; run < runs; ++run) {
+    unsigned runs = 0;
+    for (; !enough(runs); ++runs) {
         std::istringstream seed(random.of(kSeeds));
         std::vector<std::string> words;
         for (std::string word; seed >> word;) words.push_back(word);
