@@ -1,5 +1,6 @@
 #include <corvane/catalogue/open.h>
 #include <corvane/catalogue/substances.h>
+#include <corvane/catalogue/suggest.h>
 #include <corvane/core/file_error.h>
 #include <corvane/core/files.h>
 #include <corvane/core/text.h>
@@ -43,15 +44,22 @@ void reading(std::string const& what, std::string const& file, F f) {
     }
 }
 
-/// Attaches a plug-in, or says which there are.
+/// Attaches a plug-in of one kind, or says which there are.
 template <class Attach>
-auto attached(DataHome const& home, std::string const& name, std::vector<std::string> const& known,
-              Attach attach) {
+auto attached(DataHome const& home, std::string const& name, bool mixture, Attach attach) {
     const std::string file = (home.tree() / ("libth" + name + ".dll")).string();
-    if (!contains(known, name))
-        throw OpenFailure("no equation " + name + " in " + home.tree().string() +
-                              (known.empty() ? "" : "; there are " + join(known, ", ")),
+    const Plugins all = plugins(home);
+    auto const &known = mixture ? all.mixture : all.pure, &others = mixture ? all.pure : all.mixture;
+    if (!contains(known, name)) {
+        const std::string near = contains(others, name) ? "" : did_you_mean(name, known);
+        throw OpenFailure((contains(others, name)
+                               ? name + " is a model of mixtures, not an equation of a substance"
+                               : "no equation " + clipped(name) + " in " + home.tree().string()) +
+                              (!near.empty()   ? near
+                               : known.empty() ? ""
+                                               : "; there are " + join(known, ", ")),
                           file);
+    }
     decltype(attach()) model = nullptr;
     reading("the plug-in cannot be used", file, [&] {
         model = attach();
@@ -123,10 +131,15 @@ std::string substance_name(DataHome const& home, std::string const& equation,
     if (found.size() > 1) {
         std::vector<std::string> names;
         for (Substance const* s : found) names.push_back(s->name);
-        throw OpenFailure("'" + text + "' is not one substance: " + join(names, ", "));
+        throw OpenFailure("'" + clipped(text) + "' is not one substance: " + join(names, ", "));
     }
-    if (!equation.empty() && !parameter_sets(home, equation, text).empty()) return text;
-    throw OpenFailure("unknown substance '" + text + "'");
+    std::vector<std::string> names;
+    for (auto const& [name, sets] : parameter_sets(home, equation)) names.push_back(name);
+    if (contains(names, text)) return text;
+    const std::string near = index.suggestion(text, names);
+    throw OpenFailure("unknown substance '" + clipped(text) + "'" +
+                      (near.empty() ? "; all are in " + (home.tree() / "substances.tsv").string()
+                                    : near));
 }
 
 Fluid open(std::string const& equation, std::string const& substance, FluidOptions const& options) {
@@ -139,7 +152,7 @@ Fluid open(std::string const& equation, std::string const& substance, FluidOptio
         if (all.empty()) throw OpenFailure("no equation has parameters for " + fluid.substance);
         fluid.equation = all.front();
     }
-    fluid.model.reset(attached(home, fluid.equation, plugins(home).pure,
+    fluid.model.reset(attached(home, fluid.equation, false,
                                [&] { return attach1(fluid.equation.c_str()); }));
     if (fluid.substance.empty()) fluid.substance = substance_name(home, equation, substance);
     fluid.set = choose_set(home, fluid.equation, fluid.substance, options.set);
@@ -158,7 +171,7 @@ Mixture open_mixture(std::string const& name, std::vector<std::string> const& co
                      MixtureOptions const& options) {
     const std::size_t plus = name.find('+');
     if (plus == std::string::npos || !is_file_name(name))
-        throw OpenFailure("'" + name + "' is not an equation with a mixing theory, such as PR+vdW1");
+        throw OpenFailure("'" + clipped(name) + "' is not an equation with a mixing theory, such as PR+vdW1");
     Mixture mixture{std::make_unique<std::string const>(name.substr(0, plus)),
                     std::make_unique<std::string const>(name.substr(plus + 1)),
                     nullptr,
@@ -166,6 +179,7 @@ Mixture open_mixture(std::string const& name, std::vector<std::string> const& co
                     {},
                     {},
                     true,
+                    {},
                     options.home ? *options.home : DataHome::find()};
     DataHome const& home = mixture.home;
     char const *const equation = mixture.equation->c_str(), *const theory = mixture.theory->c_str();
@@ -179,7 +193,7 @@ Mixture open_mixture(std::string const& name, std::vector<std::string> const& co
     }
     const ReadingFrom from(home.directory().string());
     mixture.model.reset(
-        attached(home, name, plugins(home).mixture, [&] { return attachN(equation, theory); }));
+        attached(home, name, true, [&] { return attachN(equation, theory); }));
     ModelN& model = *mixture.model;
     const int n = mixture.size();
     reading("components cannot be made", (home.tree() / ("libth" + *mixture.equation + ".dll")).string(),
@@ -205,7 +219,10 @@ Mixture open_mixture(std::string const& name, std::vector<std::string> const& co
         Model1& component = *model.mdl1[i];
         check_critical_point(component, parameter_file(home, *mixture.equation, component.name(),
                                                        component.id()));
-        mixture.ideal = load_ideal_of(home, component).has_value() && mixture.ideal;
+        if (const auto notes = load_ideal_of(home, component))
+            mixture.gases.push_back(*notes);
+        else
+            mixture.ideal = false;
     }
     return mixture;
 }

@@ -66,7 +66,8 @@ struct Mixture {
     /// Pairs (i < j) without published parameters: the mixing theory's own estimate stands in.
     std::vector<std::pair<int, int>> estimated;
     Validity validity;  ///< for the options of the equilibrium solvers
-    bool ideal = true;  ///< every component has an ideal-gas table
+    bool ideal = true;              ///< every component has an ideal-gas table
+    std::vector<IdealNotes> gases;  ///< of the tables that there are, in the order of components
     DataHome home;
 
     int size() const { return static_cast<int>(components.size()); }

@@ -7,6 +7,7 @@
 #include <functional>
 #include <initializer_list>
 #include <limits>
+#include <set>
 
 #include <unistd.h>
 
@@ -69,15 +70,14 @@ void read_numbers(std::string_view text, std::initializer_list<double*> values) 
 }  // namespace
 
 Plugins plugins(DataHome const& home) {
-    Plugins found;
-    each_entry(home.tree(), [&](fs::path const& file) {
-        const std::string name = equation_of(file.filename().string());
-        if (!name.empty())
-            (name.find('+') == std::string::npos ? found.pure : found.mixture).push_back(name);
-    });
-    std::sort(found.pure.begin(), found.pure.end());
-    std::sort(found.mixture.begin(), found.mixture.end());
-    return found;
+    std::set<std::string> pure, mixture;
+    for (fs::path const& folder : {home.tree(), home.directory()})
+        each_entry(folder, [&](fs::path const& file) {
+            const std::string name = equation_of(file.filename().string());
+            if (!name.empty())
+                (name.find('+') == std::string::npos ? pure : mixture).insert(name);
+        });
+    return {{pure.begin(), pure.end()}, {mixture.begin(), mixture.end()}};
 }
 
 std::vector<std::string> equations(DataHome const& home) {
@@ -125,8 +125,12 @@ bool is_file_name(std::string const& text) {
 
 ParameterNotes parameter_notes(DataHome const& home, std::string const& equation,
                                std::string const& substance, int set) {
+    return parameter_notes(parameter_file(home, equation, substance, set));
+}
+
+ParameterNotes parameter_notes(std::string const& file) {
     ParameterNotes notes{"", "", kUnknown, kUnknown, kUnknown, kUnknown, kUnknown, kUnknown};
-    const std::string text = file_contents(parameter_file(home, equation, substance, set).c_str());
+    const std::string text = file_contents(file.c_str());
     std::string_view lines = text;
     std::string rest;
     for (int k = 1; !lines.empty(); ++k) {

@@ -11,7 +11,7 @@
 
 namespace corvane {
 
-/// Names of the plug-ins in the home, sorted.
+/// Names of the plug-ins in the home, its tree and beside it, sorted.
 struct Plugins {
     std::vector<std::string> pure;     ///< for attach1: "PR"
     std::vector<std::string> mixture;  ///< equation and mixing theory, for attachN: "PR+vdW1"
@@ -48,6 +48,8 @@ struct ParameterNotes {
 /// Notes of <tree>/parameters/<equation>/<substance>;<set>. An absent file gives empty notes.
 CORVANE_API ParameterNotes parameter_notes(DataHome const& home, std::string const& equation,
                                            std::string const& substance, int set);
+/// The same of another file with such lines, such as a friction-theory set.
+CORVANE_API ParameterNotes parameter_notes(std::string const& file);
 
 struct IdealNotes {
     double first, last;  ///< temperatures of the table, K

@@ -1,8 +1,11 @@
 #include <corvane/catalogue/substances.h>
+#include <corvane/catalogue/suggest.h>
 #include <corvane/core/files.h>
 #include <corvane/core/text.h>
 
+#include <algorithm>
 #include <functional>
+#include <iterator>
 #include <limits>
 #include <map>
 
@@ -22,12 +25,106 @@ Substance read_line(std::vector<std::string> const& field) {
     return s;
 }
 
-/// Spellings that count as the same name.
-std::string plain(std::string const& name) {
-    std::string text = lower(trimmed(name));
-    for (char& c : text)
-        if (c == ' ' || c == '-') c = '_';
+/// Subscripts of a formula as digits: "CO\u2082" is CO2.
+std::string without_subscripts(std::string text) {
+    for (char digit = 0; digit < 10; ++digit) {  // U+2080 to U+2089
+        const std::string subscript = {'\xe2', '\x82', static_cast<char>(0x80 + digit)};
+        for (std::size_t at; (at = text.find(subscript)) != std::string::npos;)
+            text.replace(at, subscript.size(), 1, static_cast<char>('0' + digit));
+    }
     return text;
+}
+
+/// Spellings that count as the same name: without regard to case, what parts its words, and British
+/// or American sulphur.
+std::string plain(std::string const& name) {
+    std::string text;
+    for (char c : lower(name))
+        if (std::string_view(" \t_-,'()[]").find(c) == std::string_view::npos) text += c;
+    for (std::size_t at; (at = text.find("sulph")) != std::string::npos;)
+        text.replace(at, 5, "sulf");
+    return text;
+}
+
+/// "r134a" for the names that makers and lists of refrigerants put before the number: HFC-134a.
+std::string refrigerant(std::string const& plain_name) {
+    for (std::string_view family : {"freon", "refrigerant", "hcfc", "hfc", "cfc", "hfo", "pfc"}) {
+        const std::string number(plain_name.substr(std::min(family.size(), plain_name.size())));
+        if (plain_name.rfind(family, 0) == 0 && !number.empty() &&
+            std::isdigit(static_cast<unsigned char>(number[0])))
+            return 'r' + number;
+    }
+    return plain_name;
+}
+
+/// What stands before a name to tell isomers apart.
+bool of_isomers(std::string const& word) {
+    constexpr std::string_view words[] = {"n",   "i",     "iso",  "s",    "sec",  "t",   "tert",
+                                          "neo", "cis",   "trans", "o",    "m",    "p",   "ortho",
+                                          "meta", "para", "e",    "z", "normal", "alpha", "beta"};
+    const bool locant = !word.empty() && std::isdigit(static_cast<unsigned char>(word[0]));
+    return locant || std::find(std::begin(words), std::end(words), word) != std::end(words);
+}
+
+/// A name's words, those that tell isomers apart by themselves.
+struct Words {
+    std::vector<std::string> isomer;
+    std::string rest;
+    explicit Words(std::string const& name) {
+        std::string word;
+        const auto take = [&] {
+            if (of_isomers(word))
+                isomer.push_back(word);
+            else
+                rest += word;
+            word.clear();
+        };
+        for (char c : lower(name))
+            if (std::string_view(" _-,()").find(c) != std::string_view::npos)
+                take();
+            else
+                word += c;
+        take();
+        if (rest.rfind("iso", 0) == 0) {
+            isomer.emplace_back("iso");
+            rest.erase(0, 3);
+        }
+    }
+};
+
+/// The ending that tells the kind of substance: butane, butene, butanol, butanal, butenal.
+std::string_view kind(std::string_view name) {
+    const auto ends = [&](std::string_view ending) {
+        return name.size() > ending.size() && name.substr(name.size() - ending.size()) == ending;
+    };
+    for (std::string_view ending : {"amine", "ether", "ane", "ene", "yne", "ide", "ite"})
+        if (ends(ending)) return ending;
+    for (std::string_view ending : {"oate", "oicacid", "acid", "one", "ate", "ol", "al"})
+        if (ends(ending)) {
+            for (std::string_view bond : {"an", "en", "yn"})
+                if (ends(std::string(bond) + std::string(ending)))
+                    return name.substr(name.size() - ending.size() - bond.size());
+            return ending;
+        }
+    return "";
+}
+
+std::string digits(std::string const& text) {
+    std::string result;
+    for (char c : text)
+        if (std::isdigit(static_cast<unsigned char>(c))) result += c;
+    return result;
+}
+
+/// Whether a slip of the hand, and not another substance, is likely to be between the two: letters
+/// may differ, but no number, nothing that tells isomers apart and no ending.
+bool alike(std::string const& asked, Words const& a, std::string const& name) {
+    const bool code = asked.size() > 1 && std::isdigit(static_cast<unsigned char>(asked[1]));
+    if (code && lower(asked)[0] == 'r') return false;  // every letter of R123a tells
+    const Words b(name);
+    const std::string_view kind_a = kind(a.rest), kind_b = kind(b.rest);
+    return digits(asked) == digits(name) && a.isomer == b.isomer &&
+           (kind_a.empty() || kind_b.empty() || kind_a == kind_b);
 }
 }  // namespace
 
@@ -50,10 +147,10 @@ std::string sum_formula(std::string const& text) {
 
 Substances::Substances(DataHome const& home) {
     const std::string text = file_contents((home.tree() / "substances.tsv").c_str());
-    std::string_view rest = text;
-    next_part(rest, '\n');  // the column names
-    while (!rest.empty()) {
-        std::string_view line = next_part(rest, '\n');
+    std::string_view lines = text;
+    next_part(lines, '\n');  // the column names
+    while (!lines.empty()) {
+        std::string_view line = next_part(lines, '\n');
         if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
         auto field = split(line, '\t');
         field.resize(kColumns, "-");
@@ -61,9 +158,10 @@ Substances::Substances(DataHome const& home) {
     }
 }
 
-std::vector<Substance const*> Substances::find(std::string const& text) const {
-    if (trimmed(text).empty()) return {};  // not every substance without a formula
-    const std::string name = plain(text), formula = sum_formula(text);
+std::vector<Substance const*> Substances::find(std::string const& given) const {
+    const std::string text = without_subscripts(trimmed(given));
+    if (text.empty()) return {};  // not every substance without a formula
+    const std::string name = refrigerant(plain(text)), formula = sum_formula(text);
     const auto where = [&](std::function<bool(Substance const&)> const& fits) {
         std::vector<Substance const*> found;
         for (Substance const& s : all_)
@@ -86,7 +184,7 @@ std::vector<Substance const*> Substances::find(std::string const& text) const {
 }
 
 std::vector<Substance const*> Substances::search(std::string const& text) const {
-    const std::string part = plain(text), formula = sum_formula(text);
+    const std::string part = plain(without_subscripts(text)), formula = sum_formula(text);
     std::vector<Substance const*> found;
     for (Substance const& s : all_) {
         bool fits = plain(s.name).find(part) != std::string::npos ||
@@ -99,13 +197,44 @@ std::vector<Substance const*> Substances::search(std::string const& text) const 
     return found;
 }
 
-std::vector<std::string> Substances::names() const {
-    std::vector<std::string> result;
-    for (Substance const& s : all_) {
-        result.push_back(s.name);
-        result.insert(result.end(), s.aliases.begin(), s.aliases.end());
+std::string Substances::suggestion(std::string const& asked,
+                                   std::vector<std::string> const& others) const {
+    constexpr std::size_t kShortest = 5;  // below it a slip of one letter is another abbreviation
+    constexpr std::size_t kLongest = 100;
+    if (asked.size() > kLongest || plain(asked).size() < kShortest) return "";
+    const Words words(asked);
+    std::vector<std::string> near;
+    const auto each = [&](std::function<void(std::string const&, Substance const*)> const& use) {
+        for (Substance const& s : all_) {
+            use(s.name, &s);
+            for (std::string const& alias : s.aliases) use(alias, &s);
+        }
+        for (std::string const& name : others) use(name, nullptr);
+    };
+    std::map<std::string, std::string> shown;  // by name
+    const auto show = [&](std::string const& name, Substance const* s) {
+        std::string const& own = s ? s->name : name;
+        shown.emplace(own, s && !s->formula.empty() ? own + " (" + s->formula + ')' : own);
+        return own;
+    };
+    if (words.isomer.empty())  // "butanol": the isomers
+        each([&](std::string const& name, Substance const* s) {
+            if (Words(name).rest == words.rest) near.push_back(show(name, s));
+        });
+    if (near.empty()) {
+        std::map<std::string, std::string> own_name;
+        std::vector<std::string> names;
+        each([&](std::string const& name, Substance const* s) {
+            if (!alike(asked, words, name)) return;
+            names.push_back(name);
+            own_name[name] = show(name, s);
+        });
+        for (std::string const& name : nearest(asked, names)) near.push_back(own_name[name]);
     }
-    return result;
+    std::sort(near.begin(), near.end());
+    near.erase(std::unique(near.begin(), near.end()), near.end());
+    for (std::string& name : near) name = shown[name];
+    return near.empty() ? "" : ": did you mean " + join(near, " or ") + "?";
 }
 
 }  // namespace corvane

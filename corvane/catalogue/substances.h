@@ -25,14 +25,18 @@ class CORVANE_API Substances {
 
     /// Substances that a person means with this text: that of this name; else those with this CAS
     /// number or synonym; else those with this sum formula, in any order of the elements ("H2O",
-    /// "CH3OH"). Names and synonyms without regard to case, '_', '-' and blanks being the same.
+    /// "CH3OH", also with subscripts). Names and synonyms without regard to case and to what parts
+    /// their words; refrigerants as R134a or with the family's letters, HFC-134a.
     std::vector<Substance const*> find(std::string const& text) const;
 
     /// Substances with the text within their name, CAS number or a synonym, or with this formula.
     std::vector<Substance const*> search(std::string const& text) const;
 
-    /// Names and synonyms, for suggestions.
-    std::vector<std::string> names() const;
+    /// ": did you mean octane (C8H18)?" for a text that find does not know; "" if nothing is near.
+    /// Isomers, if the text leaves open which ("butanol"); else what a slip of the hand can have
+    /// been. Names that look alike but are other substances by a number, an isomer's prefix or the
+    /// ending (butanal) are not offered, and the formula is told. others: further names.
+    std::string suggestion(std::string const& asked, std::vector<std::string> const& others) const;
 
   private:
     std::vector<Substance> all_;

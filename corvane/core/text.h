@@ -46,6 +46,12 @@ inline std::string trimmed(std::string_view text) {
     return std::string(text.substr(first, text.find_last_not_of(blanks) - first + 1));
 }
 
+/// A word of a user as messages repeat it: the first of more than 60 bytes, then "...".
+inline std::string clipped(std::string_view word) {
+    constexpr std::size_t kMost = 60;
+    return word.size() <= kMost ? std::string(word) : std::string(word.substr(0, kMost)) + "...";
+}
+
 /// The whole text as one finite number, or nothing.
 inline std::optional<double> to_number(std::string_view text) {
     if (!text.empty() && text.front() == '+') text.remove_prefix(1);

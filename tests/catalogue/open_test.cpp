@@ -21,7 +21,8 @@ TEST(Open, NamesSynonymsAndNumbersLeadToTheSameSubstanceFromAnyDirectory) {
         char const *equation, *text, *substance;
     };
     for (Row const& row : {Row{"MEOS", "CO2", "carbon_dioxide"}, Row{"PR", "74-98-6", "propane"},
-                           Row{"PCSAFT", "n-butane", "butane"}, Row{"SRK", "H2O", "water"},
+                           Row{"PCSAFT", "n-butane", "butane"}, Row{"SRK", "H2O", "water"}, Row{"PR", "CO\u2082", "carbon_dioxide"},
+                           Row{"PR", "HFC-134a", "r134a"}, Row{"PR", "iC4", "isobutane"},
                            Row{"MEOS", "Carbon Dioxide", "carbon_dioxide"}}) {
         SCOPED_TRACE(row.text);
         corvane::Fluid fluid = corvane::open(row.equation, row.text);
@@ -103,7 +104,13 @@ TEST(Open, RefusesInOneSentenceThatNamesTheCulprit) {
         std::function<void()> open;
     };
     for (Row const& row : {
-             Row{"no equation pr", [] { corvane::open("pr", "propane"); }},
+             Row{"CorvaneS: did you mean PR?", [] { corvane::open("pr", "propane"); }},
+             Row{"PR+vdW1 is a model of mixtures", [] { corvane::open("PR+vdW1", "propane"); }},
+             // A slip is told, and what only looks like one is not.
+             Row{"did you mean octane (C8H18)?", [] { corvane::open("PR", "oktane"); }},
+             Row{"1_butanol (C4H10O) or", [] { corvane::open_mixture("PR+vdW1", {"butanol"}); }},
+             Row{"unknown substance 'R123x'; all are in", [] { corvane::open("PR", "R123x"); }},
+             Row{"aaaaa...'", [] { corvane::open("PR", std::string(120000, 'a')); }},
              Row{"unknown substance 'unobtainium'", [] { corvane::open("PR", "unobtainium"); }},
              Row{"unknown substance ''", [] { corvane::open("PR", ""); }},
              Row{"unknown substance '../PR/propane'", [] { corvane::open("PR", "../PR/propane"); }},

@@ -298,14 +298,17 @@ TEST(CliDiagrams, Pictures) {
     EXPECT_EQ(none.code, 1);
     EXPECT_NE(none.err.find("apt-get install gnuplot-nox"), std::string::npos) << none.err;
     EXPECT_EQ(run_corvane(cases[0].arguments + home + " --plot no/c.svg").code, 1);
-    // The name that a data file gives its substance is text, whatever it looks like.
+    // The name of a data file and of its substance is text, whatever it looks like.
     std::string set = Scratch::read(scratch.home() / "CorvaneS/parameters/PR/propane;1");
-    set.replace(set.find("propane"), 7, "'.system(\"id>x\").'`id>x`");
-    scratch.write("CorvaneS/parameters/PR/hostile;1", set);
+    const std::string hostile = "'.system(\"id>x\").'`id>x`";
+    set.replace(set.find("propane"), 7, hostile);
+    scratch.write("CorvaneS/parameters/PR/" + hostile + ";1", set);
     for (char const* name : {"libthPR.dll", "libthPR+vdW1.dll", "parameters/PR/methane;1"})
         std::filesystem::copy_file(scratch.home() / "CorvaneS" / name,
                                    std::filesystem::path("CorvaneS") / name);
-    const Outcome run = run_corvane("pxy PR+vdW1 hostile methane --T 250 --plot d.svg");
+    const Outcome run = run_corvane(
+        "pxy PR+vdW1 \"$(ls CorvaneS/parameters/PR | sed -n '/id/s/;1//p')\" methane --T 250 --plot "
+        "d.svg");
     EXPECT_EQ(run.code, 0) << run.err;
     EXPECT_NE(Scratch::read("d.svg").find("system("), std::string::npos);
     for (auto const& file : std::filesystem::directory_iterator("."))

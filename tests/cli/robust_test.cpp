@@ -282,11 +282,11 @@ TEST(CliNames, SynonymsLeadToTheSubstanceAndSlipsToASuggestion) {
         {"oktane", "did you mean octane (C8H18)?"},
         {"mthane", "did you mean ethane (C2H6) or methane (CH4)?"},
         // One letter off, and another substance: nothing is offered.
-        {"MEGA", "unknown substance MEGA (corvane list"},
-        {"R123x", "unknown substance R123x (corvane list"},
-        {"propenal", "unknown substance propenal (corvane list"},
-        {"cis-butane", "unknown substance cis-butane (corvane list"},
-        {"2-hexane", "unknown substance 2-hexane (corvane list"}};
+        {"MEGA", "unknown substance 'MEGA'; all are in "},
+        {"R123x", "unknown substance 'R123x'; all are in "},
+        {"propenal", "unknown substance 'propenal'; all are in "},
+        {"cis-butane", "unknown substance 'cis-butane'; all are in "},
+        {"2-hexane", "unknown substance '2-hexane'; all are in "}};
     for (auto const& s : slips) {
         const Outcome run = run_corvane(std::string("critical PR ") + s.text);
         EXPECT_EQ(run.code, 1) << s.text;

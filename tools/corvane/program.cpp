@@ -1,7 +1,8 @@
 #include <tools/corvane/program.h>
 #include <tools/corvane/text/errors.h>
-#include <tools/corvane/text/suggest.h>
 #include <tools/corvane/text/text.h>
+
+#include <corvane/catalogue/suggest.h>
 
 #include <fmt/format.h>
 #include <CLI/CLI.hpp>
@@ -121,7 +122,7 @@ int Program::wrong_use(std::string text) const {
     const std::string name = command();
     if (!extras.empty()) {
         const std::string word = clipped(extras.front().substr(0, extras.front().find('=')));
-        text = fmt::format("unexpected {}{}", word, did_you_mean(word, expected_words(*app_)));
+        text = fmt::format("unexpected {}{}", word, corvane::did_you_mean(word, expected_words(*app_)));
     } else if (name.empty()) {
         std::vector<std::string> names;
         for (CLI::App const* one : app_->get_subcommands(any)) names.push_back(one->get_name());

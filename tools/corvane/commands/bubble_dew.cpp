@@ -1,4 +1,4 @@
-// corvane bubble, corvane dew: certified bubble and dew points of a mixture.
+// corvane bubble, dew, equilibrium: certified bubble and dew points of a mixture.
 #include <tools/corvane/commands/commands.h>
 #include <tools/corvane/diagrams/measured.h>
 #include <tools/corvane/diagrams/plot.h>
@@ -24,25 +24,54 @@ using corvane::Saturated;
 using corvane::SaturationPoint;
 
 struct SaturationPoints {
-    explicit SaturationPoints(Saturated kind_) : kind(kind_) {}
-    Saturated kind;
+    std::string command, kind;  ///< "bubble" or "dew"
     Options options;
     MixtureRequest request;
-    std::string T, p, branch = "any";
+    std::string T, p, branch = "any", scan;
     PlotFile plot;
     Measured data;
 
-    char const* name() const { return bubble() ? "bubble" : "dew"; }
     int run();
 
   private:
-    bool bubble() const { return kind == Saturated::bubble; }
+    struct Asked {
+        double value;  ///< T or p
+        Vector<double> z;
+    };
+    bool bubble() const { return kind == "bubble"; }
+    Saturated which() const { return bubble() ? Saturated::bubble : Saturated::dew; }
     bool by_T() const { return p.empty(); }
+    std::vector<Asked> asked(MixtureFluid const& mixture) const;
     std::vector<Column> columns(MixtureFluid const& mixture) const;
     Row row(MixtureFluid const& mixture, SaturationPoint const& point, Evidence& evidence) const;
-    SaturationPoint solve(MixtureFluid const& mixture, double given,
+    SaturationPoint solve(MixtureFluid const& mixture, Asked const& point,
                           std::optional<SaturationPoint> const& last) const;
 };
+
+/// The points in the order of the rows; with --scan, the compositions at each T or p.
+std::vector<SaturationPoints::Asked> SaturationPoints::asked(MixtureFluid const& mixture) const {
+    const auto values =
+        positive_points(by_T() ? T : p, by_T() ? "--T" : "--p",
+                        by_T() ? Quantity::temperature : Quantity::pressure, options.units);
+    std::vector<Asked> result;
+    if (scan.empty()) {
+        for (double value : values) result.push_back({value, mixture.x});
+        return result;
+    }
+    if (mixture.size() != 2) throw Misuse("--scan needs two components");
+    if (mixture.composed) throw Misuse("--scan gives the mole fractions: name components only");
+    const std::size_t equals = scan.find('=');
+    if (equals == std::string::npos)
+        throw Misuse("--scan: give NAME=first:last:step, such as methane=0:1:0.1");
+    const int i = mixture.index(scan.substr(0, equals));
+    if (i < 0)
+        throw Misuse(fmt::format("--scan: {} is not a component of the mixture",
+                                 scan.substr(0, equals)));
+    const auto fractions = mole_fractions(scan.substr(equals + 1), "--scan");
+    for (double value : values)
+        for (double x : fractions) result.push_back({value, binary(i == 0 ? x : 1.0 - x)});
+    return result;
+}
 
 std::vector<Column> SaturationPoints::columns(MixtureFluid const& mixture) const {
     Units const& u = options.units;
@@ -52,6 +81,10 @@ std::vector<Column> SaturationPoints::columns(MixtureFluid const& mixture) const
     add_fractions(result, mixture, "y", "mole fraction in the vapour", !bubble());
     result.push_back({"rhoL", u.name(Quantity::density), "density of the liquid"});
     result.push_back({"rhoV", u.name(Quantity::density), "density of the vapour"});
+    for (int i = 0; i < mixture.size(); ++i) {
+        result.push_back({fmt::format("K_{}", mixture.component(i)), "", "y/x"});
+        result.back().detail = command != "equilibrium";
+    }
     Evidence::add_columns(result);
     return result;
 }
@@ -67,13 +100,19 @@ Row SaturationPoints::row(MixtureFluid const& mixture, SaturationPoint const& po
     for (auto const* phase : {&liquid, &vapour}) add_cells(result, phase->x);
     for (auto const* phase : {&liquid, &vapour})
         result.cells.emplace_back(mixture.density(u, phase->x, phase->rho));
+    for (int i = 0; i < mixture.size(); ++i)  // not finite, so blank, if absent
+        result.cells.emplace_back(vapour.x[i] / liquid.x[i]);
     evidence.add(result, point.certificate);
     if (phase_names(mixture, {liquid, vapour}).back() != "vapour")
         add_note(result.note, "both phases are as dense as liquids: y is no vapour");
+    if (!point.split.empty())
+        add_note(result.note, fmt::format("the liquid is two: {} {:.5g} and {:.5g}",
+                                          mixture.component(0), point.split[0].x[0],
+                                          point.split[1].x[0]));
     return result;
 }
 
-SaturationPoint SaturationPoints::solve(MixtureFluid const& mixture, double given,
+SaturationPoint SaturationPoints::solve(MixtureFluid const& mixture, Asked const& point,
                                         std::optional<SaturationPoint> const& last) const {
     corvane::SaturationOptions how;
     how.branch = branch == "lower"   ? Branch::lower
@@ -83,11 +122,11 @@ SaturationPoint SaturationPoints::solve(MixtureFluid const& mixture, double give
     how.validity = &mixture.validity;
     ModelN const& model = *mixture.model;
     try {
-        return by_T() ? saturation_T(model, kind, given, mixture.x, how)
-                      : saturation_p(model, kind, given, mixture.x, how);
+        return by_T() ? saturation_T(model, which(), point.value, point.z, how)
+                      : saturation_p(model, which(), point.value, point.z, how);
     } catch (corvane::EquilibriumFailure const& failure) {
         throw Failure(describe(failure) +
-                      critical_hint(model, mixture.x, by_T(), given, options.units));
+                      critical_hint(model, point.z, by_T(), point.value, options.units));
     }
 }
 
@@ -96,29 +135,31 @@ int SaturationPoints::run() {
     plot.begin();
     data.begin();
     options.begin();
+    request.fractions_optional = !scan.empty();
     const MixtureFluid mixture = open_mixture(request);
     Units& units = options.units;
     units.M = mixture.M();
     if (data) data.read(mixture, MeasuredKind::composition);
     const Quantity quantity = by_T() ? Quantity::temperature : Quantity::pressure;
     char const* const symbol = by_T() ? "T" : "p";
-    const auto given = positive_points(by_T() ? T : p, by_T() ? "--T" : "--p", quantity, units);
-    Heading head = heading(name(), mixture);
+    const std::vector<Asked> all = asked(mixture);
+    Heading head = heading(command, mixture);
     head.remarks.emplace_back(bubble() ? "the liquid (x) is given, y is the first vapour"
                                        : "the vapour (y) is given, x is the first liquid");
     Table table{columns(mixture), {}};
     Evidence evidence;
     std::optional<SaturationPoint> last;
     Curve curve{
-        fmt::format("{} points", name()), bubble() ? Ink::liquid : Ink::vapour, Stroke::line, {}};
-    Rows rows(name(), table, given.size());
-    for (double value : given) {
-        const std::string what = fmt::format("{} at {} = {}: {} point", mixture.name(), symbol,
-                                             units.text(quantity, value), name());
-        if (!rows.add(what, cli::given(units, by_T(), value, mixture.x, bubble()), [&] {
+        fmt::format("{} points", kind), bubble() ? Ink::liquid : Ink::vapour, Stroke::line, {}};
+    Rows rows(command.c_str(), table, all.size());
+    for (Asked const& point : all) {
+        const std::string what =
+            fmt::format("{}{} at {} = {}: {} point", mixture.name(), mixture.composition(point.z),
+                        symbol, units.text(quantity, point.value), kind);
+        if (!rows.add(what, cli::given(units, by_T(), point.value, point.z, bubble()), [&] {
                 // Where a point fails the curve has a gap.
                 curve.points.push_back({std::nan(""), std::nan("")});
-                last = solve(mixture, value, last);
+                last = solve(mixture, point, last);
                 curve.points.back() = {units.from_library(Quantity::temperature, last->T),
                                        units.from_library(Quantity::pressure, last->p)};
                 return row(mixture, *last, evidence);
@@ -131,7 +172,7 @@ int SaturationPoints::run() {
                     .y_axis = axis(Quantity::pressure, units),
                     .curves = {curve}};
     if (data) {
-        data.compare(mixture, {kind}, units, head);
+        data.compare(mixture, {which()}, units, head);
         data.draw(picture, units);
     }
     const int code = rows.finish(head);
@@ -140,18 +181,28 @@ int SaturationPoints::run() {
     return code;
 }
 
-void add(Program& program, Saturated kind, char const* text, char const* examples) {
-    auto points = std::make_shared<SaturationPoints>(kind);
-    Command command = program.add(points->name(), text, [points] { return points->run(); });
+void add(Program& program, char const* name, char const* kind, char const* text,
+         char const* examples) {
+    auto points = std::make_shared<SaturationPoints>();
+    points->command = name;
+    points->kind = kind;
+    Command command = program.add(name, text, [points] { return points->run(); });
+    points->request.fractions_optional = true;
     points->request.add_to(command);
     command
         .value("--T", points->T, "temperatures: 300 or 300,310 or first:last:step",
                {.type = "VALUES"})
         .value("--p", points->p, "pressures, in the same forms", {.type = "VALUES"})
+        .value("--scan", points->scan,
+               "binary: mole fractions of a component, methane=0:1:0.1 (p-x-y, T-x-y diagram)",
+               {.type = "NAME=VALUES"})
         .value("--branch", points->branch,
                "where there are several: any (default; the one next to the last), or that of "
                "lower or upper pressure (temperature)",
                {.one_of = {"any", "lower", "upper"}, .type = "BRANCH"});
+    if (points->command == "equilibrium")
+        command.value("--kind", points->kind, "bubble: of a liquid (default); dew: of a vapour",
+                      {.one_of = {"bubble", "dew"}, .type = "KIND"});
     points->plot.add_to(command);
     points->data.add_to(command);
     points->options.add_units(command);
@@ -161,16 +212,23 @@ void add(Program& program, Saturated kind, char const* text, char const* example
 }  // namespace
 
 void add_bubble(Program& program) {
-    add(program, Saturated::bubble, "certified bubble points of a liquid",
+    add(program, "bubble", "bubble", "certified bubble points of a liquid",
         R"(  corvane bubble PR+vdW1 methane=0.3 propane=0.7 --T 250:300:10
   corvane bubble PCSAFT+LB ethanol=0.5 hexane --p 1.01325 --unit-p bar --unit-T C)");
 }
 
 void add_dew(Program& program) {
-    add(program, Saturated::dew, "certified dew points of a vapour",
+    add(program, "dew", "dew", "certified dew points of a vapour",
         R"(  corvane dew PR+vdW1 methane=0.7 propane=0.3 --p 1:4:1
   corvane dew PR+vdW1 methane=0.7 propane=0.3 --T 295 --branch lower
   corvane dew PR+vdW1 methane=0.7 propane=0.3 --T 295 --branch upper)");
+}
+
+void add_equilibrium(Program& program) {
+    add(program, "equilibrium", "bubble", "bubble or dew points with K-values, for scans",
+        R"(  corvane equilibrium PR+vdW1 methane=0.3 propane=0.7 --T 250:300:10
+  corvane equilibrium PR+vdW1 nitrogen=0.05 CO2=0.05 methane --p 20 --unit-p bar --kind dew
+  corvane equilibrium PR+vdW1 CO2 propane --scan CO2=0:1:0.1 --T 270)");
 }
 
 }  // namespace cli

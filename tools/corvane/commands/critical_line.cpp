@@ -128,7 +128,7 @@ int CriticalLineCommand::points_at(MixtureFluid const& mixture, Heading& head, T
     for (Vector<double> const& x : compositions) {
         Rows::Given known;
         for (int i = 0; i < x.size(); ++i) known.emplace_back(static_cast<unsigned>(i), x[i]);
-        if (!rows.add(fmt::format("{}+{}{}: no critical point found", mixture.eos, mixture.mth,
+        if (!rows.add(fmt::format("{}{}: no critical point found", mixture.name(),
                                   mixture.composition(x)),
                       known, [&] {
                           CriticalPoint start;
@@ -154,10 +154,8 @@ int CriticalLineCommand::points_at(MixtureFluid const& mixture, Heading& head, T
 /// The component that --from names; nothing without it, or if it is a mole fraction.
 std::optional<int> CriticalLineCommand::from_component(MixtureFluid const& mixture) const {
     if (from.empty() || to_number(from)) return {};
-    const std::string name = substance_name(mixture.eos, from);
-    for (int i : {0, 1})
-        if (name == mixture.component(i)) return i;
-    throw Misuse(fmt::format("--from: {} is not a component of the mixture", name));
+    if (const int i = mixture.index(from); i >= 0) return i;
+    throw Misuse(fmt::format("--from: {} is not a component of the mixture", from));
 }
 
 /// One line from start values, uncertified.
@@ -191,7 +189,7 @@ std::vector<CriticalLine> CriticalLineCommand::trace(MixtureFluid const& mixture
     if (!(how.step > 0.0 && how.step <= 0.5)) throw Misuse("--step: from above 0 to 0.5");
     how.unstable = unstable;
     const auto start = from_component(mixture);
-    auto found = asking(mixture.name() + ": critical lines",
+    auto found = asking(mixture.text() + ": critical lines",
                         [&] { return corvane::critical_lines(*mixture.model, how); });
     if (start) {
         const auto is_start = [&](CriticalPoint const& point) { return point.x[*start] == 1.0; };
@@ -204,7 +202,7 @@ std::vector<CriticalLine> CriticalLineCommand::trace(MixtureFluid const& mixture
         std::erase_if(found,
                       [&](CriticalLine const& line) { return !is_start(line.points.front()); });
     }
-    if (found.empty()) throw Failure(mixture.name() + ": no critical line found");
+    if (found.empty()) throw Failure(mixture.text() + ": no critical line found");
     return found;
 }
 

@@ -49,7 +49,7 @@ void trace_slope(
         points[0][1] = *start.T;
         points[0][2] = *start.rho;
     }
-    asking(fmt::format("{}: no critical line from {} = {:.6g}", mixture.name(),
+    asking(fmt::format("{}: no critical line from {} = {:.6g}", mixture.text(),
                        mixture.component(0), start.x0),
            [&] { crit_slope_x(mixture.model.get(), x, s, points); });
     for (int k = 0; k < points.size(); ++k) {

@@ -43,7 +43,7 @@ int DiagramCommand::run() {
     const auto each = [&](char const* kind, auto find) {
         if (Watch::interrupted()) return;
         try {
-            const auto found = asking(fmt::format("{}: {}", mixture.name(), kind), find);
+            const auto found = asking(fmt::format("{}: {}", mixture.text(), kind), find);
             for (auto const& line : found) lines.add(line);
             if (found.empty()) head.remarks.push_back(fmt::format("no {} found", kind));
         } catch (Failure const& failure) {

@@ -234,7 +234,7 @@ int EnvelopeCommand::run() {
     corvane::EnvelopeOptions asked = how();
     Watch watch("corvane: envelope");
     asked.progress = watch.progress();
-    const auto envelopes = asking(mixture.name() + ": phase envelope", [&] {
+    const auto envelopes = asking(mixture.text() + ": phase envelope", [&] {
         return corvane::phase_envelopes(*mixture.model, mixture.x, asked);
     });
     Table table{columns(mixture, envelopes.size() > 1), {}};

@@ -151,7 +151,7 @@ int FlashCommand::run() {
     Units& units = options.units;
     units.M = mixture.M();
     if ((h || s) && !mixture.ideal)
-        throw Failure(mixture.name() + ": a component has no ideal-gas data, which h and s need");
+        throw Failure(mixture.text() + ": a component has no ideal-gas data, which h and s need");
     for (Given* one : {first, second}) read(*one);
     Heading head = heading("flash", mixture);
     head.remarks.emplace_back("a row for each phase, the densest (by mass) first");
@@ -169,7 +169,7 @@ int FlashCommand::run() {
             for (std::size_t k = 0; k < table.columns.size(); ++k)
                 if (table.columns[k].name == one->column)
                     known.emplace_back(k, units.from_library(one->quantity, value));
-        rows.add_all(fmt::format("{} at {} = {}, {} = {}", mixture.name(), first->symbol,
+        rows.add_all(fmt::format("{} at {} = {}, {} = {}", mixture.text(), first->symbol,
                                  units.text(first->quantity, a), second->symbol,
                                  units.text(second->quantity, b)),
                      known, [&] {

@@ -1,11 +1,13 @@
 // corvane list: equations, substances and parameter sets.
 #include <tools/corvane/commands/commands.h>
-#include <tools/corvane/input/catalogue.h>
+#include <tools/corvane/input/home.h>
 #include <tools/corvane/input/options.h>
-#include <tools/corvane/input/substances.h>
 #include <tools/corvane/text/errors.h>
-#include <tools/corvane/text/suggest.h>
 #include <tools/corvane/text/text.h>
+
+#include <corvane/catalogue/parameter_sets.h>
+#include <corvane/catalogue/substances.h>
+#include <corvane/catalogue/suggest.h>
 
 #include <fmt/format.h>
 
@@ -15,6 +17,8 @@
 
 namespace cli {
 namespace {
+using corvane::Substance;
+
 struct ListCommand {
     Options options;
     std::string eos, substance, text;
@@ -26,7 +30,7 @@ struct ListCommand {
     using Sets = std::map<std::string, std::map<std::string, std::vector<int>>>;
 
     Sets sets_;
-    Substances const* index_ = nullptr;
+    corvane::Substances const* index_ = nullptr;
     bool filtered_ = false;
     std::set<std::string> wanted_;  // substances that the filters leave
 
@@ -39,16 +43,17 @@ struct ListCommand {
 };
 
 void ListCommand::read_sets() {
-    auto names = plugins().pure;
-    for (std::string const& folder : parameter_folders())
+    const corvane::DataHome home = entered_home();
+    auto names = corvane::plugins(home).pure;
+    for (std::string const& folder : corvane::equations(home))
         if (folder.find('+') == std::string::npos &&
             std::find(names.begin(), names.end(), folder) == names.end())
             names.push_back(folder);
     std::sort(names.begin(), names.end());
     if (!eos.empty() && std::find(names.begin(), names.end(), eos) == names.end())
-        throw Failure(fmt::format("unknown equation {}{}", eos, did_you_mean(eos, names)));
+        throw Failure(fmt::format("unknown equation {}{}", eos, corvane::did_you_mean(eos, names)));
     for (std::string const& name : names)
-        if (eos.empty() || name == eos) sets_[name] = parameter_sets(name);
+        if (eos.empty() || name == eos) sets_[name] = corvane::parameter_sets(home, name);
 }
 
 /// Which substances the filters leave. Those that only have parameter files are found by name.
@@ -72,7 +77,7 @@ void ListCommand::choose_substances() {
 Heading ListCommand::head() const {
     Heading result;
     result.command = "list";
-    const Plugins found = plugins();
+    const corvane::Plugins found = corvane::plugins(entered_home());
     std::vector<std::string> words;
     for (auto const& [name, sets] : sets_) {
         std::size_t count = 0;
@@ -133,6 +138,7 @@ Table ListCommand::of_substances() const {
 
 Table ListCommand::of_sets() const {
     Table table;
+    const corvane::DataHome home = entered_home();
     table.columns = {
         {"eos", "", "equation of state"},    {"substance", "", "name in the data tree"},
         {"set", "", "number of the set"},    {"Tmin", "K", "stated range", true},
@@ -142,7 +148,7 @@ Table ListCommand::of_sets() const {
         for (auto const& [fluid, numbers] : of)
             for (int number : numbers) {
                 if (!wanted(fluid)) continue;
-                const ParameterNotes notes = parameter_notes(equation, fluid, number);
+                const auto notes = corvane::parameter_notes(home, equation, fluid, number);
                 table.rows.push_back({{equation, fluid, static_cast<long>(number), notes.Tmin,
                                        notes.Tmax, notes.pmax, notes.comment, notes.source},
                                       ""});
@@ -153,7 +159,7 @@ Table ListCommand::of_sets() const {
 int ListCommand::run() {
     if (!text.empty() && !substance.empty()) throw Misuse("give either TEXT or --substance");
     options.begin();
-    Substances index;
+    const corvane::Substances index(entered_home());
     index_ = &index;
     read_sets();
     choose_substances();

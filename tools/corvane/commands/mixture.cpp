@@ -213,7 +213,7 @@ int MixtureCommand::run() {
     Rows rows("mixture", table, asked, "states");
     rows.each(temperatures, values, [&](double T_, double value) {
         return rows.add_all(
-            fmt::format("{} at T = {}, {} = {}", mixture.name(),
+            fmt::format("{} at T = {}, {} = {}", mixture.text(),
                         units.text(Quantity::temperature, T_), by_p() ? "p" : "rho",
                         units.text(quantity, value)),
             {{1, units.from_library(Quantity::temperature, T_)},

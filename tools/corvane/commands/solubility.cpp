@@ -1,6 +1,5 @@
 // corvane solubility: the fluid of a binary that coexists with a pure solid.
 #include <tools/corvane/commands/commands.h>
-#include <tools/corvane/commands/stability.h>
 #include <tools/corvane/input/open.h>
 #include <tools/corvane/input/options.h>
 #include <tools/corvane/input/solids.h>
@@ -83,7 +82,7 @@ Row SolubilityCommand::row(MixtureFluid const& mixture, double T_, double p_) co
     result.cells.emplace_back(mixture.density(u, x, rho[1]));
     result.cells.emplace_back(std::string(curve.id(form)));
     result.cells.emplace_back(mixture.density(u, pure, rho[0]));
-    if (splitting_phase(m, p_, T_, rho[1], x))
+    if (!corvane::stability(m, p_, T_, x).stable)
         result.note = "metastable: the fluid splits into two";
     if (pure_[1 - s_] && T_ <= pure_[1 - s_]->T_max() &&
         m.my(x * rho[1], T_, 1 - s_) > pure_[1 - s_]->g(p_, T_) + kPotentials)
@@ -155,10 +154,8 @@ int SolubilityCommand::run() {
     options.begin();
     const MixtureFluid mixture = open_mixture(request);
     if (mixture.size() != 2) throw Misuse("solubility needs two components");
-    const std::string name = substance_name(mixture.eos, solid);
-    s_ = name == mixture.component(0) ? 0 : 1;
-    if (name != mixture.component(s_))
-        throw Misuse(fmt::format("--solid: {} is not a component of the mixture", name));
+    s_ = mixture.index(solid);
+    if (s_ < 0) throw Misuse(fmt::format("--solid: {} is not a component of the mixture", solid));
     if (data.empty() && phase != "stable") data = "sublimation";
     if (data == "fusion" && phase != "stable")
         throw Misuse("--phase goes with --solid-data sublimation; beside a solid from fusion data "
@@ -182,7 +179,7 @@ int SolubilityCommand::run() {
     rows.each(pressures, temperatures, [&](double p_, double T_) {
         return rows.add(state(mixture, units, T_, p_), given(units, T_, p_), [&] {
             if (T_ > top)
-                throw Failure(fmt::format("the data of solid {} end at {}", name,
+                throw Failure(fmt::format("the data of solid {} end at {}", mixture.component(s_),
                                           units.text(Quantity::temperature, top)));
             return point(mixture, T_, p_);
         });

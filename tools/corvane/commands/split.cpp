@@ -1,22 +1,24 @@
-// corvane split: the two fluid phases of a binary at given pressure and temperature.
+// corvane split: the pairs of fluid phases of a binary at given pressure and temperature.
 #include <tools/corvane/commands/commands.h>
-#include <tools/corvane/commands/stability.h>
-#include <tools/corvane/input/open.h>
 #include <tools/corvane/input/options.h>
 #include <tools/corvane/output/rows.h>
+#include <tools/corvane/results/certified.h>
 #include <tools/corvane/results/mixture_points.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
 
-#include <corvane/corvane.h>
+#include <corvane/phases/flash/flash.h>
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 
 namespace cli {
 namespace {
+using corvane::FlashResult;
+
 struct SplitCommand {
     Options options;
     MixtureRequest request;
@@ -26,12 +28,10 @@ struct SplitCommand {
 
   private:
     std::vector<Column> columns(MixtureFluid const& mixture) const;
-    Row row(MixtureFluid const& mixture, double p_, double T_) const;
-    Row point(MixtureFluid const& mixture, double p_, double T_) const;
+    std::vector<Row> rows_of(MixtureFluid const& mixture, double p_, double T_);
+    Row row(MixtureFluid const& mixture, FlashResult const& result);
+    Evidence evidence_;
 };
-
-/// Bound of |Δμ/(RT)| between the phases, far above the convergence of the fit.
-constexpr double kPotentials = 1e-8;
 
 std::vector<Column> SplitCommand::columns(MixtureFluid const& mixture) const {
     Units const& u = options.units;
@@ -48,63 +48,65 @@ std::vector<Column> SplitCommand::columns(MixtureFluid const& mixture) const {
         for (int phase : {1, 2})
             result.push_back({fmt::format("amount{}", phase), "",
                               fmt::format("mole fraction of all that is in phase {}", phase)});
+    Evidence::add_columns(result);
     return result;
 }
 
-Row SplitCommand::row(MixtureFluid const& mixture, double p_, double T_) const {
-    ModelN const& m = *mixture.model;
+/// Whether a mole fraction of component 0 lies between the phases of a split.
+bool within(FlashResult const& split, double x0) {
+    const double a = split.phases[0].x[0], b = split.phases[1].x[0];
+    return (x0 - a) * (x0 - b) <= 0.0;
+}
+
+Row SplitCommand::row(MixtureFluid const& mixture, FlashResult const& split) {
     Units const& u = options.units;
-    Vector<double> z(2), rho(2);
-    equil2(&m, p_, T_, z, rho);
-    if (rho[0] < rho[1]) {  // the denser phase first
-        std::swap(z[0], z[1]);
-        std::swap(rho[0], rho[1]);
-    }
-    Vector<double> const x[2] = {binary(z[0]), binary(z[1])};
-    for (int i : {0, 1})
-        if (!(std::fabs(m.my(x[0] * rho[0], T_, i) - m.my(x[1] * rho[1], T_, i)) < kPotentials))
-            throw ThException(th_generic);
     Row result;
-    result.cells.emplace_back(u.from_library(Quantity::temperature, T_));
-    result.cells.emplace_back(u.from_library(Quantity::pressure, p_));
-    for (auto const& phase : x)
-        for (int i : {0, 1}) result.cells.emplace_back(phase[i]);
-    for (int k : {0, 1}) result.cells.emplace_back(mixture.density(u, x[k], rho[k]));
-    if (const auto other = splitting_phase(m, p_, T_, rho[0], x[0]))
-        result.note = fmt::format("metastable: a phase near {} {:.4g} lowers the Gibbs energy",
-                                  mixture.component(0), (*other)[0]);
+    result.cells = {u.from_library(Quantity::temperature, split.T),
+                    u.from_library(Quantity::pressure, split.p)};
+    for (auto const& phase : split.phases) add_cells(result, phase.x);
+    for (auto const& phase : split.phases)
+        result.cells.emplace_back(mixture.density(u, phase.x, phase.rho));
+    std::string outside;
     if (mixture.composed) {
-        const double first = (mixture.x[0] - z[1]) / (z[0] - z[1]);
-        if (first >= 0.0 && first <= 1.0) {
+        const double a = split.phases[0].x[0], b = split.phases[1].x[0];
+        const double first = (mixture.x[0] - b) / (a - b);
+        if (within(split, mixture.x[0])) {
             result.cells.emplace_back(first);
             result.cells.emplace_back(1.0 - first);
         } else {
             result.cells.resize(result.cells.size() + 2);
-            add_note(result.note, "the overall composition lies outside: it does not split here");
+            outside = "the overall composition lies outside: it does not split here";
         }
     }
+    evidence_.add(result, split.certificate);
+    add_note(result.note, outside);
     return result;
 }
 
-/// The row, or a failure with its reason. @throws Failure
-Row SplitCommand::point(MixtureFluid const& mixture, double p_, double T_) const {
-    try {
-        return row(mixture, p_, T_);
-    } catch (ThException const& e) {
-        try {
-            ffinit(mixture.model.get(), p_, T_);
-        } catch (ThException const& grid) {
-            throw Failure(grid.number == th_generic
-                              ? "does not split into two fluid phases: its Gibbs energy of mixing "
-                                "is convex (ThException 0)"
-                              : describe(grid));
-        }
-        throw Failure(
-            "a split was found on the grid of compositions, but no equilibrium from there: " +
-            describe(e));
-    } catch (MthException const& e) {
-        throw Failure("no equilibrium from the split on the grid: " + describe(e));
+/// Certified flashes of the composition asked for, then of a series of others that lie within none
+/// of the splits found so far.
+std::vector<Row> SplitCommand::rows_of(MixtureFluid const& mixture, double p_, double T_) {
+    // x/(1 − x) from 1e-6 to 1e6 by half decades: a split that lies between two of these is missed.
+    std::vector<double> trials;
+    if (mixture.composed) trials.push_back(mixture.x[0]);
+    for (int k = -12; k <= 12; ++k) trials.push_back(1.0 / (1.0 + std::pow(10.0, -0.5 * k)));
+    std::vector<FlashResult> splits;
+    std::vector<Row> rows;
+    corvane::FlashOptions how;
+    how.validity = &mixture.validity;
+    for (double x0 : trials) {
+        if (std::any_of(splits.begin(), splits.end(),
+                        [&](FlashResult const& known) { return within(known, x0); }))
+            continue;
+        FlashResult result = corvane::flash_pT(*mixture.model, p_, T_, binary(x0), how);
+        if (result.phases.size() != 2) continue;
+        rows.push_back(row(mixture, result));
+        splits.push_back(std::move(result));
     }
+    if (rows.empty())
+        throw Failure(fmt::format("does not split into two fluid phases: stable at {} compositions",
+                                  trials.size()));
+    return rows;
 }
 
 int SplitCommand::run() {
@@ -117,13 +119,14 @@ int SplitCommand::run() {
     const auto temperatures = positive_points(T, "--T", Quantity::temperature, units);
     const auto pressures = positive_points(p, "--p", Quantity::pressure, units);
     Heading head = heading("split", mixture);
-    head.remarks.emplace_back("phase 1 has the higher molar density");
+    head.remarks.emplace_back("phase 1 is the denser one (by mass)");
     Table table{columns(mixture), {}};
     Rows rows("split", table, temperatures.size() * pressures.size());
     rows.each(temperatures, pressures, [&](double T_, double p_) {
-        return rows.add(state(mixture, units, T_, p_), given(units, T_, p_),
-                        [&] { return point(mixture, p_, T_); });
+        return rows.add_all(state(mixture, units, T_, p_), given(units, T_, p_),
+                            [&] { return rows_of(mixture, p_, T_); });
     });
+    evidence_.report(head);
     const int code = rows.finish(head);
     write(head, table, options.style);
     return code;

@@ -83,7 +83,7 @@ int SpecialStates<Kind>::points(MixtureFluid const& mixture, BinaryLines& result
     std::optional<typename Kind::Point> last;
     Rows rows(Kind::name, result.table, values.size());
     for (double value : values)
-        if (!rows.add(fmt::format("{} at {} = {}: {}", mixture.name(), by_T ? "T" : "p",
+        if (!rows.add(fmt::format("{} at {} = {}: {}", mixture.text(), by_T ? "T" : "p",
                                   units.text(quantity, value), Kind::state),
                       {{by_T ? 2 : 3, units.from_library(quantity, value)}}, [&] {
                           how.start = last ? &*last : nullptr;
@@ -105,7 +105,7 @@ int SpecialStates<Kind>::lines(MixtureFluid const& mixture, BinaryLines& result)
     Watch watch(fmt::format("corvane: {}", Kind::name));
     const auto how =
         limits.apply<corvane::PhaseLineOptions>(mixture, options.units, watch, bool(plot));
-    const std::string what = fmt::format("{}: {}", mixture.name(), Kind::state);
+    const std::string what = fmt::format("{}: {}", mixture.text(), Kind::state);
     const auto found = asking(what, [&] { return Kind::lines(*mixture.model, how); });
     if (plot)
         for (int i : {0, 1}) result.projection.add_pure(vapour_pressures(mixture, i), i);

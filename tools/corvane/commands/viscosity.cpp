@@ -85,7 +85,7 @@ int ViscosityCommand::run() {
     Model1& model = *fluid.model;
     const std::string dilute = fmt::format("CorvaneS/viscosity/dilute/{}", model.name());
     asking("dilute-gas viscosity " + dilute, [&] { model.visco.load0(); });
-    dilute_ = notes_in(dilute);
+    dilute_ = corvane::parameter_notes(dilute);
     const auto temperatures = positive_points(T, "--T", Quantity::temperature, units);
     std::vector<std::optional<double>> pressures{std::nullopt};
     Heading head = heading("viscosity", fluid, units);
@@ -101,7 +101,7 @@ int ViscosityCommand::run() {
         model.visco.set_id(id);
         asking(fmt::format("friction-theory set {} of {} for {}", id, model.name(), model.eos()),
                [&] { model.visco.load1(model.eos()); });
-        friction_ = notes_in(friction_file(model, id));
+        friction_ = corvane::parameter_notes(friction_file(model, id));
         head.remarks.push_back(
             fmt::format("friction theory, set {}: {}", id, model.visco.comment()));
         table.columns.insert(

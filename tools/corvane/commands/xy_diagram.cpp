@@ -233,7 +233,7 @@ int XyDiagram::run() {
     corvane::DiagramOptions asked = how(mixture, head);
     asked.progress = rows.progress();
     for (double value : given)
-        if (!rows.add_all(fmt::format("{} at {} = {}", mixture.name(), frame().symbol(),
+        if (!rows.add_all(fmt::format("{} at {} = {}", mixture.text(), frame().symbol(),
                                       units.text(frame().fixed(), value)),
                           {{isothermal ? 0 : 1, units.from_library(frame().fixed(), value)}},
                           [&] { return trace(mixture, solids, value, asked, head, picture); }))

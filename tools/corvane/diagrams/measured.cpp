@@ -17,9 +17,7 @@ constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
 /// Whether a column "x..." or "y..." is of the second component, whose complement is taken.
 bool of_second(ColumnName const& column, MixtureFluid const& mixture, std::string const& path) {
     if (column.unit.empty() || column.name.size() > 1) return false;
-    const std::string name = substance_name(mixture.eos, column.unit);
-    for (int i : {0, 1})
-        if (name == mixture.component(i)) return i == 1;
+    if (const int i = mixture.index(column.unit); i >= 0) return i == 1;
     throw Failure(fmt::format("{}: {} is not a component of the mixture", path, column.unit));
 }
 

@@ -1,7 +1,8 @@
-#include <tools/corvane/input/catalogue.h>
 #include <tools/corvane/input/home.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/text.h>
+
+#include <corvane/catalogue/parameter_sets.h>
 
 #include <fmt/format.h>
 
@@ -50,7 +51,7 @@ fs::path enter_data_home(std::string const& given) {
     }
     std::vector<std::string> tried;
     for (fs::path const& home : places()) {
-        if (has_tree(home) && has_plugin(home / "CorvaneS")) {
+        if (has_tree(home) && !corvane::plugins(corvane::DataHome(home)).pure.empty()) {
             enter(home);
             return home;
         }
@@ -58,6 +59,10 @@ fs::path enter_data_home(std::string const& given) {
     }
     throw Failure("no data home (a directory that holds CorvaneS with plug-ins) in " +
                   join(tried, ", ") + "; name one with --home or CORVANE_DATA");
+}
+
+corvane::DataHome entered_home() {
+    return corvane::DataHome(fs::current_path());
 }
 
 }  // namespace cli

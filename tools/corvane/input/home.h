@@ -1,6 +1,8 @@
 // The data home: the directory that holds CorvaneS, the tree of data and plug-ins.
 #pragma once
 
+#include <corvane/catalogue/home.h>
+
 #include <filesystem>
 #include <string>
 
@@ -18,5 +20,8 @@ namespace cli {
 /// in it, too, so that a bare checkout of the data does not hide a complete home.
 /// @throws Failure naming what was tried
 std::filesystem::path enter_data_home(std::string const& given);
+
+/// The one that was entered.
+corvane::DataHome entered_home();
 
 }  // namespace cli

@@ -1,88 +1,43 @@
-#include <tools/corvane/input/catalogue.h>
+#include <tools/corvane/input/home.h>
 #include <tools/corvane/input/open.h>
 #include <tools/corvane/input/open_mixture.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
-#include <tools/corvane/text/suggest.h>
 #include <tools/corvane/text/text.h>
 
-#include <corvane/ideal/load_ideal.h>
-#include <corvane/mixture/loading.h>
 #include <corvane/phases/report/validity.h>
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
-#include <set>
 
 namespace cli {
 namespace {
 /// Fractions that sum to 1 within this are taken as they are.
 constexpr double kSumOfFractions = 1e-9;
 
-void attach(MixtureFluid& mixture) {
-    try {
-        mixture.model.reset(attachN(mixture.eos.c_str(), mixture.mth.c_str()));
-        if (!mixture.model) throw ThException(th_generic);
-    } catch (ThException const& e) {
-        const auto known = plugins().mixture;
-        const std::string asked = mixture.eos + "+" + mixture.mth;
-        std::string near = did_you_mean(asked, known);
-        if (near.empty() && !known.empty()) near = ": mixture models: " + join(known, ", ");
-        throw Failure(fmt::format("no plug-in ./CorvaneS/libth{0}.dll or ./libth{0}.dll: {1}{2}",
-                                  asked, describe(e), near));
-    }
-}
-
-/// Loads pairs and components; a failure names the file, which is found by trying one by one.
-void load(MixtureFluid& mixture) {
-    ModelN& model = *mixture.model;
-    char const* const eos = mixture.eos.c_str();
-    asking(fmt::format("parameters of {}", mixture.name()), [&] {
-        try {
-            mixture.estimated = corvane::load_estimating(model, eos, mixture.mth.c_str());
-        } catch (ThException const&) {
-            for (int i = 0; i < mixture.size(); ++i) {
-                Model1& component = *model.mdl1[i];
-                const std::string name = component.name();
-                const int id = std::max(component.id(), 1);
-                component.id(id);
-                asking(fmt::format("parameter file CorvaneS/parameters/{}/{};{}", eos, name, id),
-                       [&] { component.load(eos); });
-            }
-            for (int i = 0; i < mixture.size(); ++i)
-                for (int j = 0; j < i; ++j) {
-                    const std::string folder =
-                        fmt::format("CorvaneS/parameters/{}/{}", eos, mixture.mth);
-                    for (auto [a, b] : {std::pair{i, j}, {j, i}}) {
-                        const std::string path =
-                            fmt::format("{}/{}+{};{}", folder, mixture.component(a),
-                                        mixture.component(b), model.id(i, j));
-                        if (std::error_code error; std::filesystem::exists(path, error))
-                            asking("one of the pair files, such as " + path, [] { throw; });
-                    }
-                }
-            throw;
-        }
-    });
-}
-
-/// Splits "methane=0.7" and fills the fractions; one component may take the remainder.
-std::vector<std::string> read_composition(MixtureRequest const& request, MixtureFluid& mixture) {
-    const int n = static_cast<int>(request.components.size());
+struct Composition {
     std::vector<std::string> names;
-    mixture.x = Vector<double>(n);
-    int rest = -1;
-    double sum = 0.0;
+    Vector<double> x;
+    bool composed = true, normalised = false;
+};
+
+/// Splits "methane=0.7"; one component may take the remainder.
+Composition read_composition(MixtureRequest const& request) {
+    const int n = static_cast<int>(request.components.size());
+    Composition result{{}, Vector<double>(n)};
+    auto& [names, x, composed, normalised] = result;
     const auto bare = [](std::string const& word) { return word.find('=') == std::string::npos; };
     if (request.fractions_optional &&
         std::all_of(request.components.begin(), request.components.end(), bare)) {
-        mixture.composed = false;
-        mixture.x.set(1.0 / n);
-        return request.components;
+        names = request.components;
+        composed = false;
+        x.set(1.0 / n);
+        return result;
     }
+    int rest = -1;
+    double sum = 0.0;
     for (int i = 0; i < n; ++i) {
         std::string const& word = request.components[static_cast<unsigned>(i)];
         const std::size_t mark = word.rfind('=');
@@ -94,33 +49,30 @@ std::vector<std::string> read_composition(MixtureRequest const& request, Mixture
             rest = i;
             continue;
         }
-        const double x = number(word.substr(mark + 1), word.c_str());
-        if (!(x >= 0.0 && x <= 1.0))
+        x[i] = number(word.substr(mark + 1), word.c_str());
+        if (!(x[i] >= 0.0 && x[i] <= 1.0))
             throw Misuse(fmt::format("{}: a mole fraction lies between 0 and 1", word));
-        mixture.x[i] = x;
-        sum += x;
+        sum += x[i];
     }
     if (rest >= 0) {
         if (sum > 1.0)
             throw Misuse(fmt::format("the other mole fractions leave {} for {}",
                                      shortest(1.0 - sum), names[static_cast<unsigned>(rest)]));
-        mixture.x[rest] = 1.0 - sum;
+        x[rest] = 1.0 - sum;
     } else if (!(sum > 0.0)) {
         throw Misuse("the mole fractions sum to zero");
     } else if (std::fabs(sum - 1.0) > kSumOfFractions) {
-        for (int i = 0; i < n; ++i) mixture.x[i] /= sum;
-        mixture.normalised = true;
+        for (int i = 0; i < n; ++i) x[i] /= sum;
+        normalised = true;
     }
-    return names;
+    return result;
 }
 
 /// Puts the interaction parameters of the command line in place of the stored ones.
 void set_kij(std::string const& text, MixtureFluid& mixture) {
     ModelN& model = *mixture.model;
     const auto index = [&](std::string const& word) {
-        const std::string name = substance_name(mixture.eos, word);
-        for (int i = 0; i < mixture.size(); ++i)
-            if (name == mixture.component(i)) return i;
+        if (const int i = mixture.index(word); i >= 0) return i;
         throw Misuse(fmt::format("--kij: {} is not a component of the mixture", word));
     };
     for (std::string const& item : split(text, ',')) {
@@ -138,7 +90,7 @@ void set_kij(std::string const& text, MixtureFluid& mixture) {
         }
         const double value =
             number(equals == std::string::npos ? item : item.substr(equals + 1), "--kij");
-        if (!model.ppar(0, i, j)) throw Failure(mixture.mth + " has no interaction parameter");
+        if (!model.ppar(0, i, j)) throw Failure(*mixture.theory + " has no interaction parameter");
         model.param(0, i, j, value);
         const std::pair pair(std::min(i, j), std::max(i, j));
         if (std::find(mixture.given.begin(), mixture.given.end(), pair) != mixture.given.end())
@@ -175,8 +127,14 @@ std::string MixtureFluid::composition(Vector<double> const& at) const {
     return text;
 }
 
-std::string MixtureFluid::name() const {
-    std::string text = eos + "+" + mth;
+int MixtureFluid::index(std::string const& text) const {
+    const auto found = std::find(components.begin(), components.end(),
+                                 corvane::substance_name(home, *equation, text));
+    return found == components.end() ? -1 : static_cast<int>(found - components.begin());
+}
+
+std::string MixtureFluid::text() const {
+    std::string text = name();
     if (composed) return text + composition(x);
     for (int i = 0; i < size(); ++i) text += std::string(" ") + component(i);
     return text;
@@ -188,41 +146,30 @@ double MixtureFluid::density(Units units, Vector<double> const& at, double rho) 
 }
 
 MixtureFluid open_mixture(MixtureRequest const& request) {
-    MixtureFluid mixture;
     const std::size_t plus = request.model.find('+');
-    if (plus == std::string::npos || !is_file_name(request.model))
+    if (plus == std::string::npos)
         throw Misuse(fmt::format("{} is not an equation with a mixing theory, such as PR+vdW1",
                                  request.model));
-    mixture.eos = request.model.substr(0, plus);
-    mixture.mth = request.model.substr(plus + 1);
-    const auto words = read_composition(request, mixture);
-    attach(mixture);
-    ModelN& model = *mixture.model;
-    const int n = mixture.size();
-    asking("equation of state " + mixture.eos, [&] { model.alloc(n, mixture.eos.c_str()); });
-    model.mth = mixture.mth.c_str();
-    std::set<std::string> seen;
-    for (int i = 0; i < n; ++i) {
-        const std::string name = component_name(mixture.eos, words[static_cast<unsigned>(i)]);
-        if (!seen.insert(name).second) throw Misuse(fmt::format("{} is named twice", name));
-        model.mdl1[i]->name(name.c_str());
-        model.mdl1[i]->id(-1);
-        for (int j = 0; j < i; ++j) model.id(i, j, request.pair_set > 0 ? request.pair_set : 1);
+    Composition composition = read_composition(request);
+    const corvane::DataHome home = entered_home();
+    const std::string equation = request.model.substr(0, plus);
+    for (std::string& name : composition.names) {
+        name = corvane::substance_name(home, equation, name);
+        if (std::count(composition.names.begin(), composition.names.end(), name) > 1)
+            throw Misuse(fmt::format("{} is named twice", name));
     }
-    load(mixture);
-    if (!request.kij.empty()) set_kij(request.kij, mixture);
+    MixtureFluid mixture(corvane::open_mixture(
+        request.model, composition.names,
+        {.pair_set = request.pair_set > 0 ? request.pair_set : 1, .home = home}));
+    mixture.x = composition.x;
+    mixture.composed = composition.composed;
+    mixture.normalised = composition.normalised;
+    if (request.kij.empty()) return mixture;
+    set_kij(request.kij, mixture);
     std::erase_if(mixture.estimated, [&](std::pair<int, int> const& pair) {
         return std::find(mixture.given.begin(), mixture.given.end(), pair) != mixture.given.end();
     });
-    mixture.validity = corvane::validity(model, mixture.estimated);
-    mixture.ideal = true;
-    for (int i = 0; i < n; ++i) try {
-            const auto gas = ideal_notes(corvane::load_ideal(*model.mdl1[i]));
-            model.mdl1[i]->ideal.CVm(298.15);
-            mixture.gases.push_back(gas.value());
-        } catch (ThException const&) {
-            mixture.ideal = false;
-        }
+    mixture.validity = corvane::validity(*mixture.model, mixture.estimated);
     return mixture;
 }
 
@@ -246,7 +193,7 @@ Heading heading(std::string const& command, MixtureFluid const& mixture) {
     ModelN const& model = *mixture.model;
     Heading head;
     head.command = command;
-    head.fields.emplace_back("model", mixture.eos + "+" + mixture.mth);
+    head.fields.emplace_back("model", mixture.name());
     std::string components;
     for (int i = 0; i < mixture.size(); ++i)
         if (mixture.composed)
@@ -271,7 +218,7 @@ Heading heading(std::string const& command, MixtureFluid const& mixture) {
                 // Parameter 0 is k_ij, but for multi-fluid mixtures, where the estimate has every
                 // reducing parameter 1 and no departure function.
                 head.remarks.push_back(names + "no published parameters, " +
-                                       (mixture.mth == "GERG" ? "estimated by the mixing theory"
+                                       (*mixture.theory == "GERG" ? "estimated by the mixing theory"
                                                               : "kij estimated: " + kij()));
             else
                 head.remarks.push_back(

@@ -46,7 +46,7 @@ void add_cells(Row& row, Vector<double> const& x) {
 }
 
 std::string state(MixtureFluid const& mixture, Units const& units, double T, double p) {
-    return fmt::format("{} at T = {}, p = {}", mixture.name(), units.text(Quantity::temperature, T),
+    return fmt::format("{} at T = {}, p = {}", mixture.text(), units.text(Quantity::temperature, T),
                        units.text(Quantity::pressure, p));
 }
 
@@ -72,7 +72,7 @@ std::string title(MixtureFluid const& mixture) {
         if (mixture.composed) text += fmt::format("{:.6g} ", mixture.x[i]);
         text += mixture.component(i);
     }
-    return fmt::format("{}, {}+{}", text, mixture.eos, mixture.mth);
+    return fmt::format("{}, {}", text, mixture.name());
 }
 
 std::string axis(Quantity quantity, Units const& units) {

@@ -58,15 +58,4 @@ std::vector<std::string> read_lines(std::string const& path) {
     return lines_of(contents(number, path));
 }
 
-std::optional<std::vector<std::string>> tree_lines(std::string const& path) {
-    // Not to wait for the other end of a pipe.
-    const int number = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (number < 0 && (errno == ENOENT || errno == ENOTDIR)) return std::nullopt;
-    if (number < 0) fail(path, std::strerror(errno));
-    const Descriptor file(number);
-    struct stat status {};
-    if (fstat(number, &status) != 0 || !S_ISREG(status.st_mode)) fail(path, "not a regular file");
-    return lines_of(contents(number, path));
-}
-
 }  // namespace cli

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,8 +13,5 @@ constexpr std::size_t kLargestFile = 64u << 20;  ///< bytes
 /// ends (and carriage returns before them) are cut off.
 /// @throws Failure "<path>: <why>": not there, a folder, not readable, or above kLargestFile
 std::vector<std::string> read_lines(std::string const& path);
-
-/// The same of a file of the data tree, which must be a regular one; nothing if it is not there.
-std::optional<std::vector<std::string>> tree_lines(std::string const& path);
 
 }  // namespace cli

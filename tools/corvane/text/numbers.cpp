@@ -5,7 +5,6 @@
 
 #include <fmt/format.h>
 
-#include <charconv>
 #include <cmath>
 
 namespace cli {
@@ -25,14 +24,6 @@ void append_range(std::vector<double>& values, std::vector<std::string> const& p
     for (int k = 0; k < static_cast<int>(count); ++k) values.push_back(first + k * step);
 }
 }  // namespace
-
-std::optional<double> to_number(std::string_view text) {
-    if (!text.empty() && text.front() == '+') text.remove_prefix(1);
-    double x = 0.0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), x);
-    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(x)) return {};
-    return x;
-}
 
 double number(std::string const& text, char const* option) {
     if (const auto x = to_number(text)) return *x;

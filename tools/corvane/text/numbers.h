@@ -1,17 +1,13 @@
 // Numbers on the command line and in CSV files: always with a decimal point, whatever the locale.
 #pragma once
 
+#include <tools/corvane/text/text.h>
 #include <tools/corvane/text/units.h>
 
-#include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace cli {
-
-/// The whole text as one finite number, or nothing.
-std::optional<double> to_number(std::string_view text);
 
 /// The value of an option, which takes a single one. @throws Misuse naming the option
 double number(std::string const& text, char const* option);

@@ -1,11 +1,10 @@
-#include <tools/corvane/text/suggest.h>
-
-#include <tools/corvane/text/text.h>
+#include <corvane/catalogue/suggest.h>
+#include <corvane/core/text.h>
 
 #include <algorithm>
 #include <cstdlib>
 
-namespace cli {
+namespace corvane {
 
 int edit_distance(std::string const& first, std::string const& second) {
     const std::string a = lower(first), b = lower(second);
@@ -51,4 +50,4 @@ std::string did_you_mean(std::string const& asked, std::vector<std::string> cons
     return best.empty() ? "" : ": did you mean " + join(best, " or ") + "?";
 }
 
-}  // namespace cli
+}  // namespace corvane
