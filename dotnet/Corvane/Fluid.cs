@@ -56,7 +56,7 @@ namespace Corvane
         /// <param name="substance">name in the data tree, synonym, CAS number or sum formula</param>
         /// <param name="set">number of the parameter set; 0: the first</param>
         /// <param name="home">directory that holds CorvaneS; null: CORVANE_DATA, else beside the
-        /// native library</param>
+        /// assembly, else beside the native library</param>
         /// <returns>the fluid; dispose it</returns>
         /// <exception cref="ThermodynamicException"><see cref="FailureKind.NotOpened"/>: the message
         /// says what there is instead, or which file and line is at fault</exception>
@@ -64,7 +64,7 @@ namespace Corvane
         {
             NotNull(substance, nameof(substance));
             return new Fluid(Check(
-                Corvane_open(Utf8.Encode(equation), Utf8.Encode(substance), set, Utf8.Encode(home),
+                Corvane_open(Utf8.Encode(equation), Utf8.Encode(substance), set, Utf8.Encode(home ?? DataHome.Packaged),
                              out CorvaneError e), ref e));
         }
 

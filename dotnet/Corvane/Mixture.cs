@@ -39,6 +39,9 @@ namespace Corvane
             this.handle = handle;
             Count = Corvane_Mixture_size(handle);
             Components = Enumerable.Range(0, Count).Select(i => Text(1, i)).ToArray();
+            string[] names = Name.Split(new[] { '+' }, 2);
+            Model = new ModelN(new ModelNHandle(Corvane_Mixture_model(handle), handle), names[0],
+                               names[1], Count);
         }
 
         /// <summary>Opens a mixture; pairs without published parameters take the theory's estimate.
@@ -58,7 +61,7 @@ namespace Corvane
         /// <param name="pairSet">number of the pairs' parameter sets</param>
         /// <param name="estimate">false refuses pairs without published parameters</param>
         /// <param name="home">directory that holds CorvaneS; null: CORVANE_DATA, else beside the
-        /// native library</param>
+        /// assembly, else beside the native library</param>
         /// <returns>the mixture; dispose it</returns>
         /// <exception cref="ThermodynamicException"><see cref="FailureKind.NotOpened"/>: the message
         /// says what there is instead, or which file and line is at fault</exception>
@@ -79,7 +82,7 @@ namespace Corvane
                     Corvane_open_mixture(
                         Utf8.Encode(model), names.Length,
                         pinned.Select(p => p.AddrOfPinnedObject()).ToArray(), sets, pairSet,
-                        estimate ? 1 : 0, Utf8.Encode(home), out CorvaneError e), ref e));
+                        estimate ? 1 : 0, Utf8.Encode(home ?? DataHome.Packaged), out CorvaneError e), ref e));
             }
             finally
             {
@@ -93,8 +96,11 @@ namespace Corvane
         /// <summary>Names of the components in the data tree.</summary>
         public IReadOnlyList<string> Components { get; }
 
-        /// <summary>Equation and mixing theory.</summary>
-        public string Model => Text(0, 0);
+        /// <summary>Equation and mixing theory, "PR+vdW1".</summary>
+        public string Name => Text(0, 0);
+
+        /// <summary>The model, lent: it goes with this object.</summary>
+        public ModelN Model { get; }
 
         /// <summary>Data home that it was read from.</summary>
         public string Home => Text(3, 0);
@@ -355,6 +361,13 @@ namespace Corvane
                                            Func<int, bool> progress = null) =>
             Lines(progress, (ProgressCallback f, out CorvaneError e) =>
                 Corvane_solid_fluid_isotherm(handle, solid, T, pMax, f, IntPtr.Zero, out e));
+
+        /// <inheritdoc/>
+        public override void Dispose()
+        {
+            Model.Dispose();
+            base.Dispose();
+        }
 
         private delegate ResultHandle Trace(ProgressCallback progress, out CorvaneError error);
 

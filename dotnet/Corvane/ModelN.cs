@@ -30,6 +30,15 @@ namespace Corvane
             this.mixing = mixing;
         }
 
+        /// <summary>Lent by a mixture that was opened by name.</summary>
+        internal ModelN(ModelNHandle handle, string eos, string mixing, int count) : base(handle)
+        {
+            Handle = handle;
+            this.eos = eos;
+            this.mixing = mixing;
+            TakeComponents(count);
+        }
+
         /// <summary>A mixture of substances with set 1 of every pair, the parameter sets of the
         /// components that those name (set 1 where there is no pair), and their ideal-gas tables. Pairs
         /// without a file: code 1, or the theory's own estimate (k_ij = 0) if estimatePairs.</summary>
@@ -68,6 +77,11 @@ namespace Corvane
             if (Count > 0) throw new InvalidOperationException("the mixture has its components");
             Corvane_ModelN_alloc(Handle, count, Model1.Text(eos), out CorvaneError e);
             e.Raise();
+            TakeComponents(count);
+        }
+
+        private void TakeComponents(int count)
+        {
             Model1[] made = new Model1[count];
             for (int i = 0; i < count; ++i)
                 made[i] = new Model1(new Model1Handle(CSharp_ModelN_getModel1i(Handle, i), Handle));

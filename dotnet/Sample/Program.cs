@@ -1,6 +1,7 @@
 // A saturation table of carbon dioxide and a p-x-y diagram of methane + propane, both from the
-// Peng-Robinson equation. Run it in a data home, the folder that holds CorvaneS.
+// Peng-Robinson equation. Runs in any directory.
 using System;
+using System.Globalization;
 using Corvane;
 
 internal static class Program
@@ -9,86 +10,62 @@ internal static class Program
     {
         try
         {
-            SaturationTable("carbon_dioxide", 220, 300, 10);
+            SaturationTable("CO2", 220, 300, 10);
             Console.WriteLine();
             PressureComposition("methane", "propane", 213.71, 0.05);
             return 0;
         }
         catch (ThermodynamicException e)
         {
-            Console.Error.WriteLine(Line($"{e.Kind} failure {e.Number}: {e.Message}"));
+            Console.Error.WriteLine($"{e.Code}: {e.Message}");
             return 1;
         }
     }
 
     private static void SaturationTable(string substance, double first, double last, double step)
     {
-        using (Model1 fluid = Model1.Open("PR", substance))
-        using (Saturation saturation = new Saturation(fluid))
+        using (Fluid fluid = Fluid.Open("PR", substance))
         {
-            Console.WriteLine("# " + fluid.Name + ", " + fluid.Eos + ": " + fluid.Comment);
+            Console.WriteLine($"# {fluid.Substance}, {fluid.Equation}: {fluid.Model.Comment}");
             Console.WriteLine("#  T/K    p/MPa  rhoL/(mol/dm3)  rhoV/(mol/dm3)  hvap/(J/mol)");
             for (double T = first; T <= last; T += step)
             {
-                SaturationState s = saturation.AtT(T, proceed: T > first);
-                double hvap = Constants.R * T * (fluid.Hm(s.RhoV, T) - fluid.Hm(s.RhoL, T));
-                Console.WriteLine(Line(
-                    $"{T,6:F1}{s.P,9:F4}{1e3 * s.RhoL,16:F4}{1e3 * s.RhoV,16:F5}{hvap,14:F1}"));
+                State s = fluid.State(Quantity.T, T, Quantity.Q, 0);
+                EquilibriumPhase liquid = s.Phases[0], vapour = s.Phases[1];
+                Row("{0,6:F1}{1,9:F4}{2,16:F4}{3,16:F5}{4,14:F1}", T, s.P, 1e3 * liquid.Rho,
+                    1e3 * vapour.Rho, vapour.H - liquid.H);
             }
         }
     }
 
-    // Bubble points from pure b on, until the phases become one at the mixture's critical point.
+    // Bubble points from pure b on, up to the mixture's critical point.
     private static void PressureComposition(string a, string b, double T, double step)
     {
-        using (ModelN mixture = ModelN.Open("PR", "vdW1", new[] { a, b }))
-        using (Saturation saturation = new Saturation(mixture.Components[1]))
+        using (Mixture mixture = Mixture.Open("PR+vdW1", a, b))
         {
-            Console.WriteLine(Line($"# {a} + {b}, {mixture.Eos}+{mixture.Mixing}, {T} K: ")
-                              + mixture.GetComment(0, 1));
+            Row("# {0} + {1}, {2}, {3} K: {4}", a, b, mixture.Name, T,
+                mixture.Model.GetComment(0, 1));
             Console.WriteLine("#   x_a     y_a     p/MPa  rhoL/(mol/dm3)  rhoV/(mol/dm3)");
-            SaturationState pure = saturation.AtT(T);
-            Row(0, 0, pure.P, pure.RhoL, pure.RhoV);
-
-            DoubleVector x = new DoubleVector(step, 1 - step);
-            DoubleVector vapour = WilsonStart(mixture, T, x);
-            double p = 0, liquid = pure.RhoL;
-            for (int i = 1; i * step < 1; ++i)
+            for (int i = 0; i * step < 1; ++i)
             {
-                x[0] = i * step;
-                x[1] = 1 - x[0];
+                double x = i * step;
                 try
                 {
-                    Equilibria.VleT(mixture, T, x, ref p, ref liquid, vapour);
+                    SaturationPoint q = mixture.BubbleT(T, new[] { x, 1 - x });
+                    Row("{0,7:F4} {1,7:F4} {2,9:F5}{3,16:F4}{4,16:F5}", x, q.Incipient.X[0], q.P,
+                        1e3 * q.Given.Rho, 1e3 * q.Incipient.Rho);
                 }
-                catch (ThermodynamicException)
+                catch (ThermodynamicException e) when (e.Code == FailureCode.NoSolution)
                 {
-                    Console.WriteLine(Line($"# no second phase at x_a = {x[0]:F2}"));
+                    Row("# no second phase at x_a = {0:F2}", x);
                     break;
                 }
-                Row(x[0], vapour[0] / vapour.Sum(), p, liquid, vapour.Sum());
             }
         }
     }
 
-    private static void Row(double x, double y, double p, double rhoL, double rhoV)
+    private static void Row(string format, params object[] values)
     {
-        Console.WriteLine(
-            Line($"{x,7:F4} {y,7:F4} {p,9:F5}{1e3 * rhoL,16:F4}{1e3 * rhoV,16:F5}"));
+        Console.WriteLine(string.Format(CultureInfo.InvariantCulture, format, values));
     }
-
-    // Partial densities of an ideal vapour above a liquid x, from Wilson's K factors.
-    private static DoubleVector WilsonStart(ModelN mixture, double T, DoubleVector x)
-    {
-        DoubleVector rho = new DoubleVector(mixture.Count);
-        for (int i = 0; i < mixture.Count; ++i)
-        {
-            Model1 c = mixture.Components[i];
-            double partial = x[i] * c.Pcrit * Math.Exp(5.373 * (1 + c.Omega) * (1 - c.Tcrit / T));
-            rho[i] = partial / (Constants.R * T);
-        }
-        return rho;
-    }
-
-    private static string Line(FormattableString text) => FormattableString.Invariant(text);
 }

@@ -4,6 +4,7 @@ set(prefix ${WORK}/prefix)
 set(home ${prefix}/lib/corvane)
 file(REMOVE_RECURSE ${WORK})
 unset(ENV{CORVANE_DATA})
+unset(ENV{LD_LIBRARY_PATH})
 
 # run(<result variable> <working directory> <command>...): output, or a fatal error with it.
 function(run result folder)
@@ -71,6 +72,12 @@ build(c_certified)
 run(result / ${WORK}/c_certified/c_certified)
 expect("${result}" "water (MEOS)")
 expect("${result}" "no solution at T = 400 K")
+
+# The installed assembly and sample.
+if(MONO)
+  run(table / ${MONO} ${home}/dotnet/Sample.exe)
+  expect("${table}" "no second phase")
+endif()
 
 # A plug-in that was built out of tree works beside the others. Critical point of the equation: Zc =
 # 3/8, so that its set for argon (Tc = 150.687 K) has no saturation state at 151 K, but one at 120 K.

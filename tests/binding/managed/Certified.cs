@@ -77,6 +77,10 @@ namespace Corvane.Tests
                 True("back", Math.Abs(gas.FlashPS(3, f.S, Half).T - 220) < 1e-5);
                 True("back", Math.Abs(gas.FlashTRho(220, f.Rho, Half).P - 3) < 1e-5);
                 True("text", f.Certificate.ToString().StartsWith("phases 2, dmu "));
+                Equal("lent", gas.Name + " " + gas.Model.GetId(0, 0), "MEOS+GERG 8");
+                using (DoubleVector x = new DoubleVector(Half))
+                    True("Z", Math.Abs(gas.Model.Z(1e-3, 300, x) - gas.Phase(300, 1e-3, Half).Phases[0].Z)
+                              < 1e-14);
                 // Read by threads at once.
                 double[] p = new double[16];
                 Parallel.For(0, p.Length, i => p[i] = gas.DewT(230, Half).P);
