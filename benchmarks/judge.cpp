@@ -3,7 +3,7 @@
 // bits, stability is a slow scan (judge/verdict.h).
 //
 //     bench_judge [-v] [--seed N] [--states N] [--only REGION] [--limit SECONDS] [--strict]
-//         [--ternaries] [EOS ...]
+//         [--ternaries] [--absent] [EOS ...]
 //
 // EOS: PR, SRK (the default), PCSAFT, MEOS (GERG-2008). Binaries, or ternaries.
 // REGION: critical (1e-6 … 5 % from a critical temperature), pure (mole fractions from 1e-12 on),
@@ -13,7 +13,10 @@
 // that is exceeded included; one phase for two whose Gibbs energy differs by less than 1e-8 RT, the
 // tolerance of the certificate, counts only with --strict.
 //
-// Columns: two: of two phases, or called unstable; no such: refused, since there is no solution;
+// --absent judges refusals of binaries for having no solution, too (slow).
+//
+// Columns: two: of two phases, or called unstable; no such: refused, since there is no solution
+// (judged: so many of them); beyond: refused out of the documented reach (Trial::beyond);
 // then the kinds of faults; worst: the largest error of p or T, or of the mole fractions of a
 // flash, in a right answer; ratio: the largest of any error over its stated bound;
 // evals: of the model, per answer.
@@ -137,7 +140,7 @@ const std::vector<Names> kTernaries = {
 };
 
 struct Settings {
-    bool verbose = false, strict = false, ternaries = false;
+    bool verbose = false, strict = false, ternaries = false, absent = false;
     unsigned seed = 20261122;
     int states = 4000;
     double limit = 1e9;
@@ -148,27 +151,29 @@ enum Call { bubble_T, dew_T, bubble_p, dew_p, flash, test, calls };
 constexpr char const* kCalls[] = {"bubble_T", "dew_T", "bubble_p", "dew_p", "flash", "stability"};
 
 struct Tally {
-    long answers = 0, two = 0, no_solution = 0, gave_up = 0, thrown = 0, evaluations = 0;
+    long answers = 0, two = 0, no_solution = 0, missed_of = 0, gave_up = 0, beyond = 0, thrown = 0,
+         evaluations = 0;
     long fault[judge::kFaults] = {};
     double us = 0, worst = 0, ratio = 0;  ///< time; error of a right answer, and over its bound
-    long asked() const { return answers + no_solution + gave_up + thrown; }
+    long asked() const { return answers + no_solution + gave_up + beyond + thrown; }
     long wrong() const { return answers - fault[0]; }
     void add(Tally const& t) {
         answers += t.answers, two += t.two, no_solution += t.no_solution, gave_up += t.gave_up;
         thrown += t.thrown, evaluations += t.evaluations, us += t.us;
+        missed_of += t.missed_of, beyond += t.beyond;
         worst = std::max(worst, t.worst), ratio = std::max(ratio, t.ratio);
         for (int k = 0; k < judge::kFaults; ++k) fault[k] += t.fault[k];
     }
     static void header() {
         std::printf("%-22s%9s%9s%9s%8s%8s", "", "asked", "answers", "two", "no such", "gave up");
-        std::printf("%7s%7s", "thrown", "wrong");
+        std::printf("%8s%8s%7s%7s", "judged", "beyond", "thrown", "wrong");
         for (int k = 1; k < judge::kFaults; ++k) std::printf("%9s", judge::kFaultNames[k]);
         std::printf("%10s%9s%8s%9s\n", "worst", "ratio", "evals", "us");
     }
     void print(char const* name) const {
         if (asked() == 0) return;
-        std::printf("%-22s%9ld%9ld%9ld%8ld%8ld%7ld%7ld", name, asked(), answers, two, no_solution,
-                    gave_up, thrown, wrong());
+        std::printf("%-22s%9ld%9ld%9ld%8ld%8ld%8ld%8ld%7ld%7ld", name, asked(), answers, two,
+                    no_solution, gave_up, missed_of, beyond, thrown, wrong());
         for (int k = 1; k < judge::kFaults; ++k) std::printf("%9ld", fault[k]);
         std::printf("%10.1e%9.1e%8ld%9.1f\n", worst, ratio, evaluations / std::max(1L, answers),
                     us / static_cast<double>(asked()));
@@ -233,6 +238,35 @@ class Trial {
     }
 
   private:
+    /// Refused out of what the documentation says can be done: pressures above 1000 MPa; mole
+    /// fractions below 1e-300, by Wilson's K-factors; states at which the model says itself that it
+    /// has no density for some composition, which the tangent-plane test would have to look at.
+    bool beyond(Call c, State const& in) const {
+        const bool at_T = c == bubble_T || c == dew_T, at_p = c == bubble_p || c == dew_p;
+        if (!at_T && in.p > 1000) return true;
+        const int n = in.z.size();
+        double coldest = 1e300, warmest = 0;
+        for (int i = 0; i < n; ++i) {
+            Model1 const& pure = *m_.mdl1[i];
+            if (5.373 * (1 + pure.omega()) * (1 - pure.Tcrit() / in.T) < -690) return true;
+            coldest = std::min(coldest, 0.3 * pure.Tcrit());
+            warmest = std::max(warmest, 2 * pure.Tcrit());
+        }
+        if (std::is_same_v<Equation, judge::Cubic>) return false;
+        const int states = at_T || at_p ? 40 : 0;  // on the way of the search
+        for (int k = 0; k <= states; ++k) {
+            const double part = k / 40.0, p = at_T ? std::pow(10.0, -3 + 6 * part) : in.p,
+                         T = at_p ? coldest * std::pow(warmest / coldest, part) : in.T;
+            for (double w : {1e-8, 1e-4, 0.1, 0.5, 0.9, 1 - 1e-4, 1 - 1e-8})
+                for (int i = 0; i < n; ++i) {
+                    Vector<double> x(n);
+                    double r[2] = {0, 0};
+                    for (int j = 0; j < n; ++j) x[j] = j == i ? w : (1 - w) / (n - 1);
+                    if (m_.vcalc(p, T, x, 1, r[0], r[1]) == 0) return true;
+                }
+        }
+        return false;
+    }
     void took(Call c) {
         tally_[c].us += std::chrono::duration<double, std::micro>(Clock::now() - begin_).count();
     }
@@ -255,19 +289,41 @@ class Trial {
         } catch (EquilibriumFailure const& e) {
             took(c);
             const bool gave_up = e.kind() == EquilibriumFailure::Kind::gave_up;
-            ++(gave_up ? t.gave_up : t.no_solution);
-            if (settings_.verbose) {
-                show(c, in, gave_up ? "gave up" : "no solution");
-                std::printf(" # %s\n", e.what());
+            if (gave_up) {
+                const bool out = beyond(c, in);
+                ++(out ? t.beyond : t.gave_up);
+                if (settings_.verbose) refused(c, in, out ? "beyond" : "gave up", e.what());
+                return;
+            }
+            ++t.no_solution;
+            if (settings_.absent && in.z.size() == 2) {
+                const bool at_T = c == bubble_T || c == dew_T;
+                const double Tc[] = {m_.mdl1[0]->Tcrit(), m_.mdl1[1]->Tcrit()};
+                const Verdict v = court_.absent(
+                    c == bubble_T || c == bubble_p ? Saturated::bubble : Saturated::dew, at_T,
+                    at_T ? in.T : in.p, in.z, std::min(Tc[0], Tc[1]), std::max(Tc[0], Tc[1]));
+                ++t.missed_of;
+                if (v.fault != Fault::none) {
+                    --t.no_solution;
+                    ++t.answers;
+                    ++t.fault[static_cast<int>(v.fault)];
+                    if (settings_.verbose) {
+                        show(c, in, "missed");
+                        std::printf(" # true %.12g\n", v.truth);
+                    }
+                }
             }
         } catch (ThException const& e) {
             took(c);
-            ++t.thrown;
-            if (settings_.verbose) {
-                show(c, in, "thrown");
-                std::printf(" # code %d\n", e.number);
-            }
+            const bool out = e.number == th_no_density && beyond(c, in);
+            ++(out ? t.beyond : t.thrown);
+            if (settings_.verbose)
+                refused(c, in, out ? "beyond" : "thrown", "code " + std::to_string(e.number));
         }
+    }
+    void refused(Call c, State const& in, char const* what, std::string const& why) const {
+        show(c, in, what);
+        std::printf(" # %s\n", why.c_str());
     }
     /// As a command line.
     void show(Call c, State const& in, char const* what) const {
@@ -434,6 +490,8 @@ int main(int argc, char** argv) {
             s.verbose = true;
         else if (word == "--strict")
             s.strict = true;
+        else if (word == "--absent")
+            s.absent = true;
         else if (word == "--ternaries")
             s.ternaries = true;
         else if (word == "--seed")

@@ -26,12 +26,13 @@ enum class Fault {
     unstable,  ///< another phase lowers the Gibbs energy by more than 1e-8 RT
     slightly,  ///< by less than that, down to kNoise
     fraction,  ///< amounts of the phases
-    stable     ///< called unstable, but no trial phase lowers the energy
+    stable,    ///< called unstable, but no trial phase lowers the energy
+    missed     ///< refused for having no solution, but there is one
 };
-constexpr int kFaults = 11;
+constexpr int kFaults = 12;
 constexpr char const* kFaultNames[kFaults] = {"right",    "input",    "no pair",  "far",
                                               "x far",    "bound",    "kind",     "unstable",
-                                              "slightly", "fraction", "stable"};
+                                              "slightly", "fraction", "stable",  "missed"};
 
 /// A relative error of p or T, or error of a mole fraction, that nobody would call right.
 constexpr double kFar = 1e-6;
@@ -134,6 +135,55 @@ class Court {
                 return b;
             }
         return 0;
+    }
+
+    /// "No solution": the changes of stability on the way from 1e-3 to 1000 MPa, or from 0.3 of the
+    /// lowest to twice the highest critical temperature, none of which may be of this kind. What lies
+    /// between two of the steps is not seen, nor is a vapour beside two liquids.
+    Verdict absent(corvane::Saturated kind, bool at_T, double value, Vector<double> const& z,
+                   double lowest_Tc, double highest_Tc) const {
+        constexpr int steps = 60;
+        Verdict v;
+        const double lo = std::log(at_T ? 1e-3 : 0.3 * lowest_Tc),
+                     hi = std::log(at_T ? 1e3 : 2 * highest_Tc);
+        struct Side {
+            double at;
+            Long rho;
+            Trial trial;
+            bool stable;
+        };
+        auto side = [&](double s) {
+            Side q{std::exp(s), 0, {}, true};
+            q.trial = at_T ? stability(q.at, value, z, &q.rho) : stability(value, q.at, z, &q.rho);
+            q.stable = q.trial.tpd > -q.trial.noise;
+            return q;
+        };
+        Side last = side(lo);
+        for (int k = 1; k <= steps; ++k) {
+            const Side next = side(lo + (hi - lo) * k / steps);
+            Side a = last, b = next;
+            last = next;
+            if (a.stable == b.stable || !(a.rho > 0) || !(b.rho > 0)) continue;
+            if (!a.stable) std::swap(a, b);
+            while (std::fabs(a.at / b.at - 1) > 1e-7) {
+                const Side m = side(std::log(a.at * b.at) / 2);
+                (m.stable ? a : b) = m;
+            }
+            // What appears is the trial phase, or the whole itself at another density.
+            Long whole = 0, other = 0;
+            const bool jumps = std::fabs(std::log(b.rho / a.rho)) > 0.05L;
+            for (int i = 0; i < n_; ++i) {
+                whole += Long(z[i]) * a.rho * eq_.M[i];
+                other += (jumps ? Long(z[i]) * b.rho : b.trial.w[i] * b.trial.rho) * eq_.M[i];
+            }
+            if (!(std::fabs(other / whole - 1) > 1e-3L)) continue;
+            if ((other < whole) == (kind == corvane::Saturated::bubble)) {
+                v.fault = Fault::missed;
+                v.truth = b.at;
+                return v;
+            }
+        }
+        return v;
     }
 
     Verdict flash(double p, double T, Vector<double> const& z,
