@@ -274,4 +274,56 @@ TEST(JudgeCourt, FindsTheErrorsOfEveryComponentWithinTheStatedBounds) {
         EXPECT_EQ(v.fault, Fault::none) << row.a << " + " << row.b << ": " << v.ratio;
     }
 }
+
+// Calls that the solvers may refuse only for having no solution.
+TEST(JudgeCourt, SaturationOfTracesAndFarFromCriticalPointsIsFoundOrAbsent) {
+    using corvane::Saturated;
+    const struct {
+        char const *a, *b;
+        double x;
+        Saturated kind;
+        double T, p;
+        bool found;
+    } rows[] = {
+        // along the pairs from the critical point, to where these are no longer alike
+        {"methanol", "hexane", 0.47670615390632815, Saturated::dew, 0, 2.4969658666773413, true},
+        {"nitrogen", "octane", 0.59415708545324114, Saturated::bubble, 366.8572684164144, 0, true},
+        // as much of the main component per volume of the gas as of the drop
+        {"decane", "methane", 2.32762202675403e-06, Saturated::dew, 0, 0.2225057918131019, true},
+        {"hexadecane", "carbon_dioxide", 0.00023226559362392302, Saturated::dew, 0,
+         4.7812739683046299, true},
+        // the first vapour beside two liquids, one of them a trace
+        {"benzene", "water", 1.3077438663515606e-09, Saturated::bubble, 386.38755414554413, 0, true},
+        {"benzene", "water", 9.0142488913839882e-12, Saturated::bubble, 0, 0.050028829683218562,
+         true},
+        // immiscible up to 1000 MPa
+        {"mercury", "decane", 0.34220010070509038, Saturated::bubble, 0, 13.489415231644644, false},
+        {"hydrogen_sulfide", "water", 0.35058532459551789, Saturated::bubble, 0,
+         26.431669498775424, false}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.a << " + " << row.b << ' ' << row.T << ' ' << row.p);
+        const Mixture m = loaded("PR", row.a, row.b);
+        const Cubic cubic(*m);
+        const Court<Cubic> court(cubic);
+        const Vector<double> z = vec({row.x, 1 - row.x});
+        const bool at_T = row.T > 0;
+        const double given = at_T ? row.T : row.p;
+        try {
+            const auto q = at_T ? corvane::saturation_T(*m, row.kind, given, z)
+                                : corvane::saturation_p(*m, row.kind, given, z);
+            EXPECT_TRUE(row.found);
+            EXPECT_EQ(court.saturation(row.kind, at_T, given, z, q).fault, Fault::none);
+        } catch (corvane::EquilibriumFailure const& e) {
+            EXPECT_FALSE(row.found) << e.what();
+            EXPECT_EQ(e.kind(), corvane::EquilibriumFailure::Kind::no_solution);
+            EXPECT_EQ(court.absent(row.kind, at_T, given, z, 190, 1800).fault, Fault::none);
+        }
+    }
+    // The court finds what is there.
+    const Mixture m = loaded("PR", "methane", "propane");
+    const Cubic cubic(*m);
+    const auto v = Court<Cubic>(cubic).absent(Saturated::dew, true, 250, vec({0.5, 0.5}), 190, 370);
+    EXPECT_EQ(v.fault, Fault::missed);
+    EXPECT_NEAR(v.truth / corvane::dew_T(*m, 250, vec({0.5, 0.5})).p, 1, 1e-6);
+}
 }  // namespace

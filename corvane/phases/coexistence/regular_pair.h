@@ -36,6 +36,9 @@ class RegularPair {
 
     /// Half distance below which this is the system to solve: beyond it the plain one is as accurate.
     static constexpr double kNear = 0.1;
+    /// The same of a single component: beyond it phases are not alike, however near the others are.
+    /// A gas may hold as much per volume of its main component as a drop that is rich in a trace.
+    static constexpr double kNearEach = 0.5;
 
     FluidModel const& fluid;
     PhaseState a, b;        ///< evaluated at y with all derivatives, after solve()

@@ -67,14 +67,15 @@ bool flash_bound(FluidModel const& fluid, double T, double p, PhaseState& a, Pha
                  double& beta, Certificate& c) {
     const double volume_a = (1.0 - beta) / a.rho, volume_b = beta / b.rho;
     const double fraction = volume_b / (volume_a + volume_b);
-    double d = 0.0;
+    double d = 0.0, most = 0.0;
     for (int i = 0; i < fluid.size(); ++i) {
         const double half = 0.5 * std::log(a.rho_i[i] / b.rho_i[i]);
         d += fluid.z()[i] * half * half;
+        most = std::max(most, std::fabs(half));
     }
     d = std::sqrt(d);
     if (!(d > 1e-9)) return false;
-    if (d > RegularPair::kNear) {
+    if (d > RegularPair::kNear || most > RegularPair::kNearEach) {
         CoexistenceSolver two(fluid, 2);
         two.z = &fluid.z();
         two.split = true;

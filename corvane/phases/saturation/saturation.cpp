@@ -12,6 +12,7 @@ namespace corvane {
 namespace {
 constexpr int kSubstitutions = 3;
 constexpr double kFactor = 3.0;  // largest change of p in a substitution
+constexpr double kFiner = 2.5;   // steps of the search that stands in for the trace
 }  // namespace
 
 SaturationSolver::SaturationSolver(ModelN const& model, Saturated kind, bool at_T, double value,
@@ -49,14 +50,18 @@ SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
         } catch (EquilibriumFailure const&) {
         }
     const bool upper = o.branch == Branch::upper;
-    bool found = global(upper);
+    bool found = global(upper, 1.0);
     Found best = take();
     if (o.trace && (!found || o.branch != Branch::any) && traced(upper, found, best)) found = true;
+    if (!found && complete_ && stuck_) {
+        found = global(upper, kFiner);
+        best = take();
+    }
     if (found && !(missed_ && o.branch != Branch::any)) {
         if (restore(best)) return result(o);
         complete_ = false;
     }
-    const bool none = complete_;
+    const bool none = complete_ && !open_;
     throw EquilibriumFailure(
         none ? EquilibriumFailure::Kind::no_solution : EquilibriumFailure::Kind::gave_up, state(),
         name(), pair_.iterations, none ? std::nan("") : pair_.residual,
@@ -149,9 +154,9 @@ bool SaturationSolver::pure() {
 }
 
 bool SaturationSolver::solve() {
-    if (apart() < RegularPair::kNear) return near();
+    if (alike()) return near();
     if (!pair_.solve(kNewton) || !(pair_.pressure() > 0.0)) return false;
-    if (apart() < RegularPair::kNear) return near();
+    if (alike()) return near();
     return pair_.bound(bounds_) && bounds_.holds();
 }
 
@@ -215,6 +220,13 @@ double SaturationSolver::apart() const {
         d += fluid_.z()[k] * half * half;
     }
     return std::sqrt(d);
+}
+
+bool SaturationSolver::alike() const {
+    double most = 0.0;
+    for (int k = 0; k < fluid_.size(); ++k)
+        most = std::max(most, 0.5 * std::fabs(pair_.u[k] - pair_.u[fluid_.size() + k]));
+    return apart() < RegularPair::kNear && most < RegularPair::kNearEach;
 }
 
 std::string SaturationSolver::name() const {

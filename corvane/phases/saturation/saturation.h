@@ -59,7 +59,8 @@ struct SaturationOptions {
 /// 3. Without an answer, and for Branch::lower and upper, the envelope is traced (phase_envelope)
 ///    and every crossing of T on it solved: this finds the narrow regions next to a critical point
 ///    or cricondentherm that step 2 may step over. The trace is complete where it closes, leaves
-///    the range, or ends because the incipient phase loses its mechanical stability.
+///    the range, or ends because the incipient phase loses its mechanical stability. Where it gets
+///    stuck before, step 2 is repeated with steps of 1.17 instead.
 ///
 /// A pure fluid (one component present) starts from its critical point where step 1 fails, and is
 /// refused from there on, and where the phases are nearer than ten times their uncertainty.
@@ -72,7 +73,7 @@ CORVANE_API SaturationPoint saturation_T(ModelN const& model, Saturated kind, do
                                          SaturationOptions const& options = {});
 
 /// Bubble or dew temperature at p [MPa]; the search goes from 0.3 of the lowest critical
-/// temperature to twice the highest, by 3 %.
+/// temperature to twice the highest, by 3 % (1.2 % where repeated).
 CORVANE_API SaturationPoint saturation_p(ModelN const& model, Saturated kind, double p,
                                          Vector<double> const& z,
                                          SaturationOptions const& options = {});

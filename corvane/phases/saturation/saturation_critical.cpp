@@ -37,6 +37,13 @@ bool SaturationSolver::close() {
         pair_.u[n + i] = regular_.y[i] - half;
     }
     pair_.u.back() = at_T_ ? std::log(value_) : regular_.ln_T();
+    // Phases that are not alike leave errors of the quadrature in the pressure.
+    if (!alike()) {
+        const std::vector<double> start = pair_.u;
+        if (pair_.solve(kNewton) && !alike())
+            return pair_.pressure() > 0.0 && pair_.bound(bounds_) && bounds_.holds();
+        pair_.u = start;
+    }
     return pair_.evaluate() && pair_.pressure() > 0.0 && regular_.bound(bounds_) &&
            bounds_.holds() && regular_.locally_stable();
 }

@@ -8,10 +8,6 @@
 #include <cmath>
 
 namespace corvane {
-namespace {
-constexpr double kHighest = 1000.0;  // MPa, end of the search
-}  // namespace
-
 SaturationSolver::Node SaturationSolver::node(double s) {
     Node q;
     q.s = s;
@@ -60,6 +56,24 @@ std::optional<SaturationSolver::Node> SaturationSolver::dip(Node const& a, Node 
     return {};
 }
 
+bool SaturationSolver::other_root(double rho, double jumped, double s) {
+    if (!(std::fabs(std::log(jumped / rho)) > 0.1)) return false;
+    const int n = fluid_.size();
+    b_.resize(n);
+    for (int i = 0; i < n; ++i) {
+        a_.rho_i[i] = fluid_.z()[i] * rho;
+        b_.rho_i[i] = fluid_.z()[i] * jumped;
+    }
+    if (!fluid_.evaluate(a_, T(s), 0) || !fluid_.evaluate(b_, T(s), 0)) return false;
+    std::vector<double> y = fluid_.z();
+    double sum = 0.0;
+    for (int i = 0; i < n; ++i) sum += y[i] *= std::exp(a_.m[i] - b_.m[i]);
+    for (double& yi : y) yi /= sum;
+    if (!std::isfinite(sum) || !(*std::min_element(y.begin(), y.end()) > 0.0)) return false;
+    pair_.start(fluid_.z(), rho, y, jumped, T(s));
+    return true;
+}
+
 int SaturationSolver::boundary(Node stable, Node unstable) {
     const double wide = at_T_ ? 0.02 : 0.004;
     int tries = 0;
@@ -78,6 +92,7 @@ int SaturationSolver::boundary(Node stable, Node unstable) {
             };
             start();
             bool here = solve() && solved();
+            if (!here && other_root(stable.rho, unstable.rho, at)) here = solve() && solved();
             if (!here && tries > 1) {
                 start();
                 here = near() && solved();
@@ -94,7 +109,7 @@ int SaturationSolver::boundary(Node stable, Node unstable) {
     return -1;
 }
 
-bool SaturationSolver::global(bool upper) {
+bool SaturationSolver::global(bool upper, double finer) {
     complete_ = true;
     std::vector<Node> nodes;
     double lo = 0.0, hi = 0.0, step = 0.0;
@@ -121,7 +136,7 @@ bool SaturationSolver::global(bool upper) {
         complete_ = false;
         return false;
     }
-    const int count = static_cast<int>(std::ceil((hi - lo) / step));
+    const int count = static_cast<int>(std::ceil((hi - lo) / step * finer));
     for (int k = 0; k <= count; ++k) nodes.push_back(node(lo + (hi - lo) * k / count));
     // The changes, in ascending order.
     struct Change {

@@ -24,7 +24,8 @@ class SaturationSolver {
     SaturationPoint run(SaturationOptions const& o);
 
   private:
-    static constexpr int kNewton = 30;  // iterations
+    static constexpr int kNewton = 30;          // iterations
+    static constexpr double kHighest = 1000.0;  // MPa, end of the search
 
     /// One state on the search's way.
     struct Node {
@@ -73,6 +74,7 @@ class SaturationSolver {
     /// By mass density: a compressed light gas may have more moles per volume than a heavy liquid.
     bool bubble() const;
     double apart() const;  ///< half distance, as in RegularPair
+    bool alike() const;    ///< so near that RegularPair is the system to solve
     std::string name() const;
     std::string state() const;
     /// ln p (or ln T) of the solution, which is what was asked for.
@@ -84,10 +86,15 @@ class SaturationSolver {
 
     /// From a bubble point of the whole that is not stable.
     std::optional<SaturationPoint> beside_two_liquids(SaturationOptions const& o);
+    std::optional<SaturationPoint> three_phases(std::vector<PhaseRecord> const& liquids,
+                                                std::vector<double> const& amounts,
+                                                std::vector<double> const& y, double rho_vapour,
+                                                double t, SaturationOptions const& o);
 
     // ---- search over all p or T (saturation_search.cpp)
 
-    bool global(bool upper);
+    /// finer: divides the steps.
+    bool global(bool upper, double finer);
     Node node(double s);
     /// Between two stable states: an unstable one, if there are signs of it.
     std::optional<Node> hidden(Node lo, Node hi);
@@ -95,6 +102,9 @@ class SaturationSolver {
     /// Solves the boundary between a stable and an unstable state. 1 an answer, 0 a boundary that
     /// is none, −1 not resolved.
     int boundary(Node stable, Node unstable);
+    /// A start for it: the whole on either side, at its two densities. Where a trace is beyond its
+    /// solubility the trial phase is rich in that, and not the one that appears here.
+    bool other_root(double rho, double jumped, double s);
 
     // ---- trace of the envelope (saturation_trace.cpp)
 
@@ -118,6 +128,8 @@ class SaturationSolver {
     bool split_ = false;    // the last bubble point that was tested is not stable
     bool complete_ = true;  // the search and the trace left nothing open
     bool unknown_ = false;  // states of the search without density, or without a complete test
+    bool open_ = false;     // whether a vapour appears beside two liquids
+    bool stuck_ = false;    // the trace ended before its end
     bool missed_ = false;   // a crossing of the envelope was not solved
 };
 

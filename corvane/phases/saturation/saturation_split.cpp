@@ -13,100 +13,26 @@ namespace {
 constexpr int kFlashes = 20;
 constexpr double kStep = 0.7;     // largest change of ln p between flashes
 constexpr double kNarrow = 0.05;  // bracket in ln p that ends the search
+
+std::vector<double> present(FluidModel const& fluid, Vector<double> const& all) {
+    std::vector<double> x;
+    for (int k = 0; k < fluid.size(); ++k) x.push_back(all[fluid.index(k)]);
+    return x;
+}
 }  // namespace
 
-/// Flashes at (p, T) until they bracket where the vapour vanishes beside two liquids: from the
-/// liquids above it follows how far, by the sum of the vapour's amounts that their potentials ask
-/// for. Then Newton's method for all three phases. At given p the search is in T, in steps of the
-/// same ln(p/p_sat) by Wilson's enthalpies.
-std::optional<SaturationPoint> SaturationSolver::beside_two_liquids(SaturationOptions const& o) {
+/// Newton's method for three phases, from two liquids and a vapour at T = t.
+std::optional<SaturationPoint> SaturationSolver::three_phases(
+    std::vector<PhaseRecord> const& liquids, std::vector<double> const& amounts,
+    std::vector<double> const& y, double rho_vapour, double t, SaturationOptions const& o) {
     const int n = fluid_.size();
     const Vector<double> z = fluid_.expand(fluid_.z());
-    auto present = [&](Vector<double> const& all) {
-        std::vector<double> x;
-        for (int k = 0; k < n; ++k) x.push_back(all[fluid_.index(k)]);
-        return x;
-    };
-    std::vector<double> y = b_.x;
-    for (double yi : y)
-        if (!(yi > 0.0)) return {};
-    // Below its pseudocritical density.
-    const auto gas = [&](double rho, std::vector<double> const& x) {
-        double volume = 0.0;
-        for (int k = 0; k < n; ++k) volume += x[k] * fluid_.pure(k).vcrit();
-        return rho * volume < 1.0;
-    };
-    double t = at_T_ ? value_ : a_.T, q = at_T_ ? a_.p : value_, latent = 0.0;
-    for (int k = 0; k < n; ++k)
-        latent += y[k] * 5.373 * (1.0 + fluid_.pure(k).omega()) * fluid_.pure(k).Tcrit();
-    std::vector<PhaseRecord> liquids;
-    std::vector<double> amounts;
-    PhaseState liquid, vapour;
-    liquid.resize(n);
-    vapour.resize(n);
-    double rho_vapour = 0.0, s = 0.0, low = -1e300, high = 1e300, reached = 1e300;
-    const double t0 = t, q0 = q;
-    for (int it = 0; it < kFlashes; ++it) {
-        if (at_T_)
-            q = q0 * std::exp(s);
-        else
-            t = 1.0 / (1.0 / t0 + s / latent);
-        if (!(t > 0.0) || !std::isfinite(q)) return {};
-        FlashResult whole;
-        try {
-            whole = flash_pT(fluid_.model(), q, t, z);
-            fluid_.evaluations += whole.certificate.evaluations;
-        } catch (EquilibriumFailure const&) {  // as next to three phases of a binary
-            s += 0.03 * (1 + it);
-            continue;
-        }
-        const std::size_t count = whole.phases.size();
-        const std::vector<double> lightest = present(whole.phases.back().x);
-        const bool above = !gas(whole.phases.back().rho, lightest);
-        if (!above) {
-            low = std::max(low, s);
-            y = lightest;
-            rho_vapour = whole.phases.back().rho;
-        }
-        if (count > (above ? 1u : 2u)) {
-            liquids.assign(whole.phases.begin(), whole.phases.begin() + 2);
-            amounts.assign(whole.fraction.begin(), whole.fraction.begin() + 2);
-            if (!above) break;
-        }
-        if (above) high = std::min(high, s);
-        if (above && count == 1 && low < -1e299 && s < -4 * kStep) return {};  // does not split
-        if (above && count > 1) {
-            for (int k = 0; k < n; ++k)
-                liquid.rho_i[k] = liquids[0].x[fluid_.index(k)] * liquids[0].rho;
-            if (!fluid_.evaluate(liquid, t, 0)) return {};
-            double sum = 0.0;
-            for (int k = 0; k < 4; ++k) {
-                if (!fluid_.evaluate_at(vapour, q, t, y, Root::dilute, 0)) return {};
-                if (!gas(vapour.rho, vapour.x)) break;
-                sum = 0.0;
-                for (int i = 0; i < n; ++i)
-                    sum += y[i] = std::exp(liquid.m[i] - vapour.m[i] + std::log(vapour.x[i]));
-                for (double& yi : y) yi /= sum;
-            }
-            if (gas(vapour.rho, vapour.x)) {
-                rho_vapour = vapour.rho;
-                reached = s + std::clamp(std::log(sum), -kStep, kStep);
-                if (std::fabs(reached - s) < kNarrow) break;
-            }
-        }
-        if (high - low < kNarrow) break;
-        if (reached > low && reached < high)
-            s = reached;
-        else
-            s = high > 1e299 ? s + kStep : low < -1e299 ? s - kStep : 0.5 * (low + high);
-        reached = 1e300;
-    }
-    if (liquids.empty() || !(rho_vapour > 0.0)) return {};
+    // Three phases of a binary depend on T (or p) alone: the amounts follow.
     CoexistenceSolver three(fluid_, 3);
-    three.z = &fluid_.z();
-    three.split = true;
+    if (n > 2) three.z = &fluid_.z();
+    three.split = n > 2;
     (at_T_ ? three.T : three.p) = value_;
-    for (int k = 0; k < 2; ++k) three.start(k, present(liquids[k].x), liquids[k].rho);
+    for (int k = 0; k < 2; ++k) three.start(k, present(fluid_, liquids[k].x), liquids[k].rho);
     three.start(2, y, rho_vapour);
     three.u.back() = std::log(t);
     const double v0 = amounts[0] / liquids[0].rho, v1 = amounts[1] / liquids[1].rho;
@@ -114,6 +40,14 @@ std::optional<SaturationPoint> SaturationSolver::beside_two_liquids(SaturationOp
     SaturationPoint point;
     if (!three.solve(kNewton)) return {};
     three.level();
+    if (n == 2) {
+        const int k = fluid_.z()[0] < fluid_.z()[1] ? 0 : 1;
+        const double xa = three.phase[0].x[k], xb = three.phase[1].x[k],
+                     beta = (fluid_.z()[k] - xa) / (xb - xa);
+        const double va = (1.0 - beta) / three.phase[0].rho, vb = beta / three.phase[1].rho;
+        three.fraction = beta > 0.0 && beta < 1.0 ? vb / (va + vb) : beta;
+        if (three.fraction == beta) open_ = false;  // the whole is not between the two liquids
+    }
     if (!(three.fraction > 0.0 && three.fraction < 1.0) || !(three.pressure() > 0.0) ||
         !three.bound(point.certificate))
         return {};
@@ -144,6 +78,125 @@ std::optional<SaturationPoint> SaturationSolver::beside_two_liquids(SaturationOp
     point.fraction = {parts[0] / rho, parts[1] / rho};
     point.incipient = point.certificate.phases[2];
     return point;
+}
+
+/// Flashes at (p, T) until they bracket where the vapour vanishes beside two liquids: from the
+/// liquids above it follows how far, by the sum of the vapour's amounts that their potentials ask
+/// for. Then Newton's method for all three phases. At given p the search is in T, in steps of the
+/// same ln(p/p_sat) by Wilson's enthalpies.
+///
+/// Leaves open_ where it does not know whether there is such a point.
+std::optional<SaturationPoint> SaturationSolver::beside_two_liquids(SaturationOptions const& o) {
+    open_ = true;
+    const int n = fluid_.size();
+    const Vector<double> z = fluid_.expand(fluid_.z());
+    std::vector<double> y = b_.x;
+    for (double yi : y)
+        if (!(yi > 0.0)) return {};
+    // Below its pseudocritical density.
+    const auto gas = [&](double rho, std::vector<double> const& x) {
+        double volume = 0.0;
+        for (int k = 0; k < n; ++k) volume += x[k] * fluid_.pure(k).vcrit();
+        return rho * volume < 1.0;
+    };
+    double t = at_T_ ? value_ : a_.T, q = at_T_ ? a_.p : value_, latent = 0.0;
+    for (int k = 0; k < n; ++k)
+        latent += y[k] * 5.373 * (1.0 + fluid_.pure(k).omega()) * fluid_.pure(k).Tcrit();
+    std::vector<PhaseRecord> liquids;
+    std::vector<double> amounts;
+    PhaseState liquid, vapour;
+    liquid.resize(n);
+    vapour.resize(n);
+    struct Side {  // the lightest phase at low or high
+        double rho = 0.0;
+        std::size_t count = 0;
+    } below, beyond;
+    double coldest = 1e300;
+    for (int k = 0; k < n; ++k) coldest = std::min(coldest, 0.3 * fluid_.pure(k).Tcrit());
+    double rho_vapour = 0.0, s = 0.0, low = -1e300, high = 1e300, reached = 1e300;
+    const double t0 = t, q0 = q;
+    for (int it = 0; it < kFlashes; ++it) {
+        if (at_T_)
+            q = q0 * std::exp(s);
+        else
+            t = 1.0 / (1.0 / t0 + s / latent);
+        if (!(t > 0.0) || !std::isfinite(q)) return {};
+        FlashResult whole;
+        try {
+            whole = flash_pT(fluid_.model(), q, t, z);
+            fluid_.evaluations += whole.certificate.evaluations;
+        } catch (EquilibriumFailure const&) {  // as next to three phases of a binary
+            s += 0.03 * (1 + it);
+            continue;
+        } catch (ThException const& e) {
+            if (e.number != th_no_density) throw;
+            return {};
+        }
+        const std::size_t count = whole.phases.size();
+        const std::vector<double> lightest = present(fluid_, whole.phases.back().x);
+        const bool above = !gas(whole.phases.back().rho, lightest);
+        if (!above && s > low) {
+            low = s;
+            below = {whole.phases.back().rho, count};
+        }
+        if (above && s < high) {
+            high = s;
+            beyond = {whole.phases.back().rho, count};
+        }
+        if (!above) {
+            y = lightest;
+            rho_vapour = whole.phases.back().rho;
+        }
+        if (count > (above ? 1u : 2u)) {
+            liquids.assign(whole.phases.begin(), whole.phases.begin() + 2);
+            amounts.assign(whole.fraction.begin(), whole.fraction.begin() + 2);
+            if (!above) break;
+        }
+        if (above && count == 1 && low < -1e299 && s < -4 * kStep) {  // does not split
+            open_ = false;
+            return {};
+        }
+        if (above && count > 1) {
+            for (int k = 0; k < n; ++k)
+                liquid.rho_i[k] = liquids[0].x[fluid_.index(k)] * liquids[0].rho;
+            if (!fluid_.evaluate(liquid, t, 0)) return {};
+            double sum = 0.0;
+            for (int k = 0; k < 4; ++k) {
+                if (!fluid_.evaluate_at(vapour, q, t, y, Root::dilute, 0)) return {};
+                if (!gas(vapour.rho, vapour.x)) break;
+                sum = 0.0;
+                for (int i = 0; i < n; ++i)
+                    sum += y[i] = std::exp(liquid.m[i] - vapour.m[i] + std::log(vapour.x[i]));
+                for (double& yi : y) yi /= sum;
+            }
+            if (gas(vapour.rho, vapour.x)) {
+                rho_vapour = vapour.rho;
+                reached = s + std::clamp(std::log(sum), -kStep, kStep);
+                if (std::fabs(reached - s) < kNarrow) {
+                    const auto found = three_phases(liquids, amounts, y, rho_vapour, t, o);
+                    if (found) return found;
+                    if (!open_) return {};
+                    reached = 1e300;  // led astray, as next to a critical point of vapour and liquid
+                }
+            }
+        }
+        if (high - low < kNarrow) break;
+        if (high > 1e299 && (at_T_ ? q > kHighest : t < coldest)) {  // always a vapour
+            open_ = false;
+            return {};
+        }
+        if (reached > low && reached < high)
+            s = reached;
+        else
+            s = high > 1e299 ? s + kStep * (1 << std::min(it, 12)) : low < -1e299 ? s - kStep : 0.5 * (low + high);
+        reached = 1e300;
+    }
+    // One phase, or from gas to liquid without a jump: nothing vanishes.
+    if (high - low < kNarrow && ((below.count == 1 && beyond.count == 1) ||
+                                 std::fabs(std::log(below.rho / beyond.rho)) < 4 * kNarrow))
+        open_ = false;
+    if (liquids.empty() || !(rho_vapour > 0.0)) return {};
+    return three_phases(liquids, amounts, y, rho_vapour, t, o);
 }
 
 }  // namespace corvane

@@ -27,10 +27,10 @@ bool SaturationSolver::traced(bool upper, bool known, Found& best) {
             if (e.end != EnvelopeEnd::full &&
                 (e.end != EnvelopeEnd::stuck || ends(e.points.back())))
                 break;
-            if (k > 0) complete_ = false;
+            if (k > 0) stuck_ = true;
         }
     } catch (EquilibriumFailure const&) {
-        complete_ = false;
+        stuck_ = true;
         return false;
     }
     const double target = std::log(value_);
