@@ -165,6 +165,29 @@ TEST(NearCritical, NoSuchKindIsNoSolution) {
     }
 }
 
+// A mixture of one component meets the same fluid's own solver, also where the equation is not smooth
+// at the critical point (carbon dioxide's reference equation: from 0.1 % on nothing else answers).
+TEST(NearCritical, OneComponentIsThePureFluid) {
+    const struct {
+        char const *eos, *mth, *name;
+    } cases[] = {{"PR", "vdW1", "methane"}, {"MEOS", "GERG", "carbon_dioxide"}, {"PCSAFT", "LB", "decane"}};
+    for (auto const& c : cases) {
+        const Mixture m = loaded(c.eos, c.mth, {c.name});
+        Vector<double> z(1);
+        z.set(1.0);
+        const double Tc = corvane::critical_point(*m, z).T;
+        for (double d : {1e-2, 4e-3, 1e-3, 1e-5, 1e-7, 1e-9}) {
+            SCOPED_TRACE(testing::Message() << c.eos << " " << c.name << " " << d);
+            const auto pure = corvane::pure_saturation_T(*m->mdl1[0], Tc * (1 - d));
+            const auto at_T = corvane::bubble_T(*m, Tc * (1 - d), z);
+            EXPECT_NEAR(at_T.p / pure.p, 1, pure.value_error + at_T.certificate.value_error);
+            EXPECT_NEAR(at_T.given.rho / pure.rhoL, 1, pure.rho_error + at_T.certificate.rho_error);
+            const auto at_p = corvane::dew_p(*m, pure.p, z);
+            EXPECT_NEAR(at_p.T / (Tc * (1 - d)), 1, pure.value_error + at_p.certificate.value_error);
+        }
+    }
+}
+
 // Where a liquid splits its first vapour appears beside two liquids: the state of three phases, for
 // a binary at any composition between them.
 TEST(SplitLiquid, OfABinaryIsItsThreePhaseState) {

@@ -1,6 +1,7 @@
 #include <corvane/core/constants.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/critical/critical.h>
+#include <corvane/phases/saturation/pure_saturation.h>
 #include <corvane/phases/saturation/saturation_solver.h>
 #include <corvane/pure/model1.h>
 
@@ -36,7 +37,7 @@ SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
     }
     if (fluid_.size() == 1) {
         if (cold() && accept()) return result(o);
-        if (pure()) return result(o);
+        if (pure() || (!complete_ && by_pure_fluid() && accept())) return result(o);
         throw EquilibriumFailure(
             complete_ ? EquilibriumFailure::Kind::no_solution : EquilibriumFailure::Kind::gave_up,
             state(), name(), pair_.iterations, complete_ ? std::nan("") : pair_.residual,
@@ -151,6 +152,24 @@ bool SaturationSolver::pure() {
         return false;
     }
     return from_critical(c);
+}
+
+bool SaturationSolver::by_pure_fluid() {
+    try {
+        Model1 const& m = fluid_.pure(0);
+        const PureSaturation q =
+            at_T_ ? pure_saturation_T(m, value_) : pure_saturation_p(m, value_);
+        const bool liquid = kind_ == Saturated::bubble;
+        pair_.start({1.0}, liquid ? q.rhoL : q.rhoV, {1.0}, liquid ? q.rhoV : q.rhoL, q.T);
+        bounds_ = Certificate();
+        bounds_.value_error = q.value_error;
+        bounds_.x_error = 0.0;
+        bounds_.rho_error = q.rho_error;
+        bounds_.apart_error = q.apart_error;
+    } catch (EquilibriumFailure const&) {
+        return false;
+    }
+    return pair_.evaluate();
 }
 
 bool SaturationSolver::solve() {

@@ -48,6 +48,9 @@ class SaturationSolver {
     bool cold();
     /// A pure fluid next to its critical point. complete_: at or above it.
     bool pure();
+    /// A pure fluid as its component has it, with those bounds: equations that are not smooth at
+    /// the critical point, where RegularPair loses its way.
+    bool by_pure_fluid();
     /// The pair at T (or p) from the start in pair_, with its bounds.
     bool solve();
     /// Is the solution the answer? Leaves the tangent-plane distance in tpd_.
