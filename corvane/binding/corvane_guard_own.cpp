@@ -7,21 +7,23 @@
 #include <corvane/mixture/pair_parameters.h>
 #include <corvane/pure/plugin_file.h>
 
+#include <exception>
+
 using namespace corvane::binding;
 
 namespace {
 /// Runs a march; where that does not get there, close to the critical point for one, the direct
-/// solver, whose failure is the march's.
+/// solver. If both fail, the march's failure counts.
 template <class March, class Direct>
 void march_or_solve(March march, Direct direct) {
     try {
         march();
-    } catch (ThException const& e) {
-        if (e.number != th_generic) throw;
+    } catch (...) {
+        const std::exception_ptr failure = std::current_exception();
         try {
             direct();
-        } catch (corvane::EquilibriumFailure const&) {
-            throw e;
+        } catch (...) {
+            std::rethrow_exception(failure);
         }
     }
 }
