@@ -1,0 +1,90 @@
+// What the documentation shows of the command is what it prints: every line "$ corvane ..." of a
+// fenced block and what follows it, up to the next command or the end of the block. Words must agree,
+// numbers within the last digit shown; what is rounding (below 1e-11) and counts of evaluations are
+// not compared.
+#include <cli/program.h>
+
+#include <cmath>
+#include <filesystem>
+#include <regex>
+
+namespace {
+struct Transcript {
+    std::string command;
+    std::vector<std::string> lines;
+};
+
+std::vector<Transcript> transcripts(std::filesystem::path const& page) {
+    std::vector<Transcript> all;
+    std::ifstream file(page);
+    bool fenced = false, open = false;
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with("```")) {
+            fenced = !fenced;
+            open = false;
+        } else if (fenced && line.starts_with("$ ")) {
+            open = line.starts_with("$ corvane ");
+            if (open) all.push_back({line.substr(10), {}});
+        } else if (open) {
+            all.back().lines.push_back(line);
+        }
+    }
+    // A command alone is an instruction, not a transcript.
+    std::erase_if(all, [](Transcript const& t) { return t.lines.empty(); });
+    return all;
+}
+
+/// The number that `word` is as a whole, and the size of its last digit. False: it is none.
+bool number(std::string const& word, double& value, double& digit) {
+    static const std::regex form("-?\\d+(\\.(\\d+))?(e([-+]\\d+))?");
+    std::smatch match;
+    if (!std::regex_match(word, match, form)) return false;
+    value = std::stod(word);
+    digit = std::pow(10.0, (match[4].matched ? std::stoi(match[4]) : 0) - match.length(2));
+    return true;
+}
+
+std::vector<std::string> words(std::string line) {
+    line = std::regex_replace(line, std::regex("\\d+ evaluations"), "evaluations");
+    line = std::regex_replace(line, std::regex("([(),;])"), " $1 ");
+    std::istringstream stream(line);
+    std::vector<std::string> list;
+    for (std::string word; stream >> word;) list.push_back(word);
+    return list;
+}
+
+void expect_same(std::string const& shown, std::string const& printed) {
+    const auto expected = words(shown), found = words(printed);
+    ASSERT_EQ(expected.size(), found.size()) << "shown:   " << shown << "\nprinted: " << printed;
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        double a = 0.0, b = 0.0, digit = 0.0, other = 0.0;
+        if (number(expected[i], a, digit) && number(found[i], b, other)) {
+            const bool rounding = std::fabs(a) < 1e-11 && std::fabs(b) < 1e-11;
+            EXPECT_NEAR(a, b, rounding ? 1e-11 : 1.01 * digit)
+                << "shown:   " << shown << "\nprinted: " << printed;
+        } else {
+            EXPECT_EQ(expected[i], found[i]) << "shown:   " << shown << "\nprinted: " << printed;
+        }
+    }
+}
+}  // namespace
+
+TEST(CliTranscripts, AreWhatTheProgramPrints) {
+    const std::filesystem::path source = CORVANE_SOURCE;
+    std::vector<std::filesystem::path> pages{source / "README.md"};
+    for (auto const& entry : std::filesystem::directory_iterator(source / "docs"))
+        if (entry.path().extension() == ".md") pages.push_back(entry.path());
+    std::size_t count = 0;
+    for (auto const& page : pages)
+        for (Transcript const& t : transcripts(page)) {
+            SCOPED_TRACE(page.filename().string() + ": corvane " + t.command);
+            const auto printed = lines_of(run_corvane(t.command).out);
+            ++count;
+            EXPECT_EQ(printed.size(), t.lines.size());
+            for (std::size_t i = 0; i < std::min(printed.size(), t.lines.size()); ++i) {
+                expect_same(t.lines[i], printed[i]);
+                if (HasFailure()) break;  // the first difference tells enough
+            }
+        }
+    EXPECT_GE(count, 6u);
+}
