@@ -49,4 +49,5 @@
 #include <corvane/solid/solid.h>
 #include <corvane/state/phase_properties.h>
 #include <corvane/state/pure_state.h>
+#include <corvane/state/reference.h>
 #include <corvane/viscosity/visco.h>

@@ -202,12 +202,12 @@ TEST(CliDiagrams, MeasuredPointsAreCompared) {
     EXPECT_LT(slope, 8.314 * 323.15 * 323.15 / 12e3);
     const Scratch scratch;
     scratch.write("bad.csv", "T/K,p/MPa,x_methane\n300,1,0.5\n");
-    scratch.write("unit.csv", "T/K,p/psi,x\n300,1,0.5\n");
+    scratch.write("unit.csv", "T/K,p/stone,x\n300,1,0.5\n");
     const std::string pxy =
         "pxy PR+vdW1 propane butane --T 323.15 --home " + scratch.home().string() + " --data ";
     for (auto const& [name, words] :
          {std::pair("bad.csv", "methane is not a component"),
-          std::pair("unit.csv", "unknown unit 'psi'"), std::pair("none.csv", "no such file"),
+          std::pair("unit.csv", "unknown unit 'stone'"), std::pair("none.csv", "no such file"),
           std::pair("/", "the data home is --home")}) {
         const Outcome run = run_corvane(pxy + name);
         EXPECT_NE(run.code, 0);

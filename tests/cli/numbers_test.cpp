@@ -213,7 +213,7 @@ TEST(CliNumbers, PublishedPointsThatCannotBeRead) {
     struct {
         char const *text, *message;
     } const cases[] = {{"T/K,p/MPa\n280,4.1\n290,abc\n", "points.csv:3: 'abc' is not a number"},
-                       {"T/K,p/torr\n280,4\n", "unknown unit 'torr'"},
+                       {"T/K,p/stone\n280,4\n", "unknown unit 'stone'"},
                        {"T/K,p/MPa\n280,4,5\n", "more fields than columns"},
                        {"a,b\n1,2\n", "name columns like"},
                        {"", "points.csv: the file is empty"},
@@ -260,4 +260,59 @@ TEST(CliNumbers, MixtureValuesFitTogether) {
         expect_rel(v("cp") - v("cv"), T * v("v") * v("alpha") * v("alpha") / v("kappaT"), 1e-9,
                    "cp - cv");
     }
+}
+
+TEST(CliNumbers, AnyTwoQuantitiesInAnyUnitsLeadToTheState) {
+    // Steam at 400 °C and 250 bar: 2578.7 kJ/kg by the steam tables (IAPWS-IF97, rounded).
+    const std::string steam = "state water --units bar --reference triple ";
+    const Json at = row(steam + "--T 400 --p 250");
+    EXPECT_NEAR(at["h"], 2578.7, 0.05);
+    for (char const* pair : {"T rho", "T v", "T s", "p rho", "p h", "p s", "p u", "h s", "v u"}) {
+        SCOPED_TRACE(pair);
+        const std::string a(1, pair[0]), b = pair + 2;
+        const Json back = row(steam + "--" + a + " " + at[a].dump() + " --" + b + " " + at[b].dump());
+        for (char const* name : {"T", "p", "rho", "h", "s"})
+            expect_rel(back[name], at[name].get<double>(), 1e-8, name);
+    }
+    // Two phases and their whole; the equation is optional.
+    const Json parts = rows("state R134a --T 0 --q 0.25:0.75/2 --units bar --reference IIR");
+    ASSERT_EQ(parts.size(), 9u);
+    EXPECT_EQ(parts[2]["phase"], "whole");
+    EXPECT_NEAR(parts[2]["h"], 0.75 * 200.0 + 0.25 * parts[1]["h"].get<double>(), 1e-9);
+}
+
+TEST(CliNumbers, UnitsAreThoseOfTheirDefinitions) {
+    // Of the library's value of the same state; mass: power of M in g/mol that divides it.
+    const double M = 44.0098, lb = 0.45359237, ft3 = 28.316846592, psi = 6894.757293168;
+    const struct {
+        char const *at, *name;
+        double factor;
+        int mass;
+    } units[] = {{"--T 80.33 --p 1 --unit-T F", "T", 80.33 / 300, 0},
+                 {"--T 540 --p 1 --unit-T R", "muJT", 1.8, 0},
+                 {"--T 300 --p 145.03773773 --unit-p psi", "p", 1e6 / psi, 0},
+                 {"--T 300 --p 7500.6157985 --unit-p mmHg", "kappaT", 133.322387415e-6, 0},
+                 {"--T 300 --p 7500.6168270 --unit-p torr", "p", 760 / 0.101325, 0},
+                 {"--T 300 --p 1 --unit-v L/mol", "v", 1e-3, 0},
+                 {"--T 300 --p 1 --unit-v ft3/lb", "v", 1e-3 / ft3 * lb * 1e3, 1},
+                 {"--T 300 --p 1 --unit-v m3/kg", "v", 1e-3, 1},
+                 {"--T 300 --p 1 --unit-h BTU/lb", "h", 1 / 2.326, 1},
+                 {"--T 300 --p 1 --unit-h kcal/kg", "h", 1 / 4.184, 1},
+                 {"--T 300 --p 1 --unit-s 'BTU/(lb R)'", "s", 1 / 4.1868, 1},
+                 {"--T 80.33 --p 145.03773773 --units us", "rho", 1e3 * ft3 / (lb * 1e3), -1},
+                 {"--T 80.33 --p 145.03773773 --units us", "w", 1 / 0.3048, 0},
+                 {"--T 300 --p 1e6 --units si", "muJT", 1e-6, 0},
+                 {"--T 26.85 --p 10 --units bar", "h", 1, 1}};
+    const Json one = row("state PR CO2 --T 300 --p 1");
+    for (auto const& u : units) {
+        SCOPED_TRACE(u.at);
+        expect_rel(row(std::string("state PR CO2 ") + u.at)[u.name],
+                   one[u.name].get<double>() * u.factor * std::pow(M, -u.mass), 1e-8, u.name);
+    }
+    // Compositions: percent, amounts, masses.
+    const std::string fractions = "mixture PR+vdW1 --T 300 --p 1 ";
+    const double rho = row(fractions + "methane=0.25 propane=0.75")["rho"];
+    for (char const* same : {"methane=25% propane", "methane=1 propane=3 --basis mole",
+                             "methane=16.0428 propane=132.287865 --basis mass"})
+        expect_rel(row(fractions + same)["rho"], rho, 1e-6, same);
 }

@@ -39,7 +39,10 @@ const std::map<std::string, Sample> kCommands = {
 };
 /// What else an option needs, in place of the options above; "" if these remain.
 const std::map<std::string, char const*> kWith = {
-    {"state --rho", "--T 300"},     {"saturation --p", " "},        {"solid --melting", " "},
+    {"state --rho", "--T 300"},     {"state --v", "--T 300"},
+    {"state --h", "--p 1"},         {"state --s", "--p 1"},
+    {"state --u", "--p 1"},         {"state --q", "--T 250"},
+    {"flash --v", "--T 280"},        {"saturation --p", " "},        {"solid --melting", " "},
     {"mixture --rho", "--T 300"},   {"bubble --p", " "},            {"dew --p", " "},
     {"flash --h", "--p 2"},         {"flash --s", "--p 2"},         {"flash --rho", "--T 280"},
     {"equilibrium --p", " "},       {"critical-line --rho", "--T 300"},
@@ -53,7 +56,9 @@ std::string two_values(std::string const& command, std::string const& option) {
     if (command == "azeotrope" || command == "solubility")
         return option == "--T" ? "250,255" : "2,3";
     if (option == "--rho") return "0.0001,0.0002";
-    if (option == "--h") return "4000,5000";
+    if (option == "--v") return "5000,6000";
+    if (option == "--q") return "0.25,0.5";
+    if (option == "--h" || option == "--u") return "4000,5000";
     if (option == "--s") return "80,90";
     if (option == "--at") return "0.4,0.5";
     return option == "--T" ? "280,290" : "1,1.5";
@@ -121,6 +126,7 @@ TEST(CliEveryCommand, AnswersForEachValueOfAListOrRefusesIt) {
             for (auto const& row : result["rows"]) {
                 std::string column = option == "--melting" ? "p"
                                      : option == "--at"    ? "x_methane"
+                                     : option == "--q"     ? "amount"
                                                            : option.substr(2);
                 if (row.contains(column + "_all")) column += "_all";
                 if (row[column].is_number())

@@ -1,5 +1,6 @@
 // corvane flash: how a mixture of given composition splits.
 #include <tools/corvane/commands/commands.h>
+#include <tools/corvane/commands/flash.h>
 #include <tools/corvane/input/options.h>
 #include <tools/corvane/output/rows.h>
 #include <tools/corvane/results/certified.h>
@@ -31,6 +32,7 @@ struct Given {
 };
 
 struct FlashCommand {
+    char const* name = "flash";
     Options options;
     MixtureRequest request;
     Given T{"T", "--T", "T", Quantity::temperature, "", {}},
@@ -38,6 +40,7 @@ struct FlashCommand {
         h{"h", "--h", "h_all", Quantity::energy, "", {}},
         s{"s", "--s", "s_all", Quantity::entropy, "", {}},
         rho{"rho", "--rho", "rho_all", Quantity::density, "", {}};
+    std::string v;  ///< in place of rho
 
     int run();
 
@@ -53,16 +56,23 @@ struct FlashCommand {
 
 /// The two quantities that were given: p and T, p and h, p and s, T and rho.
 std::pair<Given*, Given*> FlashCommand::asked() {
+    if (rho && !v.empty()) throw Misuse("give either --rho or --v");
+    if (!v.empty()) rho.text = v;
     std::vector<Given*> found;
     for (Given* one : {&p, &T, &h, &s, &rho})
         if (*one) found.push_back(one);
     if (found.size() == 2 && (found[0] == &p ? found[1] != &rho : found[0] == &T && rho))
         return {found[0], found[1]};
-    throw Misuse("give --p with --T, --h or --s, or --T with --rho");
+    throw Misuse("give --p with --T, --h or --s, or --T with --rho or --v");
 }
 
 void FlashCommand::read(Given& given) const {
     Units const& u = options.units;
+    if (&given == &rho && !v.empty()) {
+        given.values = positive_points(v, "--v", Quantity::volume, u);
+        for (double& value : given.values) value = 1.0 / value;
+        return;
+    }
     if (&given != &h && &given != &s) {
         given.values = positive_points(given.text, given.option, given.quantity, u);
         return;
@@ -105,6 +115,8 @@ std::vector<Column> FlashCommand::columns(MixtureFluid const& mixture) const {
     result.push_back(
         {"rho_all", u.name(Quantity::density), "density of the whole", static_cast<bool>(rho)});
     result.back().detail = !rho;
+    result.push_back(
+        {"v_all", u.name(Quantity::volume), "volume of the whole", !v.empty(), 7, v.empty()});
     Evidence::add_columns(result);
     return result;
 }
@@ -136,6 +148,7 @@ std::vector<Row> FlashCommand::rows_of(MixtureFluid const& mixture, FlashResult 
             row.cells.emplace_back(u.from_library(Quantity::entropy, result.s));
         }
         row.cells.emplace_back(u.from_library(Quantity::density, result.rho));
+        row.cells.emplace_back(u.from_library(Quantity::volume, 1.0 / result.rho));
         row.cells.insert(row.cells.end(), certificate.cells.begin(), certificate.cells.end());
         row.note = certificate.note;
         add_note(row.note, ideal_extrapolated(mixture, result.T, u));
@@ -147,22 +160,21 @@ std::vector<Row> FlashCommand::rows_of(MixtureFluid const& mixture, FlashResult 
 int FlashCommand::run() {
     const auto [first, second] = asked();
     options.begin();
-    const MixtureFluid mixture = open_mixture(request);
+    MixtureFluid mixture = open_mixture(request);
     Units& units = options.units;
     units.M = mixture.M();
     if ((h || s) && !mixture.ideal)
         throw Failure(mixture.text() + ": a component has no ideal-gas data, which h and s need");
     for (Given* one : {first, second}) read(*one);
-    Heading head = heading("flash", mixture);
+    Heading head = heading(name, mixture);
     head.remarks.emplace_back("a row for each phase, the densest (by mass) first");
     if (mixture.ideal)
-        head.remarks.emplace_back(
-            "h, s: of the phase; h_all, s_all: of the whole; zero: each component's ideal gas at "
-            "the start of its table");
+        head.remarks.emplace_back("h, s: of the phase; h_all, s_all: of the whole");
+    head.remarks.push_back(options.set_reference(mixture));
     Table table{columns(mixture), {}};
     Evidence evidence;
     FlashResult last;
-    Rows rows("flash", table, first->values.size() * second->values.size());
+    Rows rows(name, table, first->values.size() * second->values.size());
     const auto point = [&](double a, double b) {
         Rows::Given known;
         for (auto const& [one, value] : {std::pair(first, a), std::pair(second, b)})
@@ -187,6 +199,26 @@ int FlashCommand::run() {
 }
 }  // namespace
 
+int flash(char const* command, Options const& options, MixtureRequest const& request,
+          std::map<std::string, std::string> const& given) {
+    FlashCommand flash;
+    flash.name = command;
+    flash.options = options;
+    flash.request = request;
+    for (auto const& [symbol, text] : given) {
+        if (text.empty()) continue;
+        if (symbol == "v")
+            flash.v = text;
+        else if (symbol == "u" || symbol == "q")
+            throw Misuse("--" + symbol + " is of pure fluids; bubble and dew points of a mixture "
+                         "are those of corvane bubble and dew");
+        else
+            for (Given* one : {&flash.T, &flash.p, &flash.h, &flash.s, &flash.rho})
+                if (symbol == one->symbol) one->text = text;
+    }
+    return flash.run();
+}
+
 void add_flash(Program& program) {
     auto flash = std::make_shared<FlashCommand>();
     Command command = program.add("flash", "certified: how a mixture splits, at p with T, h or s",
@@ -197,7 +229,9 @@ void add_flash(Program& program) {
         .value("--T", flash->T.text, "temperatures, in the same forms", {.type = "VALUES"})
         .value("--h", flash->h.text, "enthalpies of the whole, with --p", {.type = "VALUES"})
         .value("--s", flash->s.text, "entropies of the whole, with --p", {.type = "VALUES"})
-        .value("--rho", flash->rho.text, "densities of the whole, with --T", {.type = "VALUES"});
+        .value("--rho", flash->rho.text, "densities of the whole, with --T", {.type = "VALUES"})
+        .value("--v", flash->v, "volumes of the whole, with --T", {.type = "VALUES"});
+    flash->options.add_reference(command);
     flash->options.add_units(command);
     flash->options.add_output(command);
     command.examples(

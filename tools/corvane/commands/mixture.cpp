@@ -64,8 +64,7 @@ Partials partials(ModelN const& model, double rho, double T, Vector<double> cons
 
 std::vector<Column> MixtureCommand::columns(MixtureFluid const& mixture, bool several) const {
     Units const& u = options.units;
-    Units molar = u;
-    molar.mass = false;
+    const Units molar;
     std::vector<Column> result = {{"phase", "", ""}};
     const auto add = [&](std::string const& name, Quantity quantity, char const* text) {
         result.push_back({name, u.name(quantity), text});
@@ -110,8 +109,7 @@ Row MixtureCommand::row(MixtureFluid const& mixture, double T_, double rho_,
     ModelN const& m = *mixture.model;
     Vector<double> const& x = mixture.x;
     Units const& u = options.units;
-    Units molar = u;
-    molar.mass = false;
+    const Units molar;
     Row result;
     const auto add = [&](Quantity quantity, double value) {
         result.cells.emplace_back(u.from_library(quantity, value));
@@ -196,7 +194,7 @@ int MixtureCommand::run() {
         throw Misuse("--rho goes with --phase stable or single");
     if (by_p() && phase == "single") throw Misuse("--phase single goes with --rho");
     options.begin();
-    const MixtureFluid mixture = open_mixture(request);
+    MixtureFluid mixture = open_mixture(request);
     Units& units = options.units;
     units.M = mixture.M();
     const Quantity quantity = by_p() ? Quantity::pressure : Quantity::density;
@@ -204,10 +202,7 @@ int MixtureCommand::run() {
     const auto values =
         positive_points(by_p() ? p : rho, by_p() ? "--p" : "--rho", quantity, units);
     Heading head = heading("mixture", mixture);
-    head.remarks.emplace_back(
-        mixture.ideal
-            ? "zero of energies and entropies: each component's ideal gas at the start of its table"
-            : "a component has no ideal-gas data: total properties are left out");
+    head.remarks.push_back(options.set_reference(mixture));
     const std::size_t asked = temperatures.size() * values.size();
     Table table{columns(mixture, asked > 1), {}};
     Rows rows("mixture", table, asked, "states");
@@ -248,6 +243,7 @@ void add_mixture(Program& program) {
                "at a pressure: stable root (default), liquid, vapour, both; at a density: single, "
                "for a phase even if it is mechanically unstable",
                {.one_of = {"stable", "liquid", "vapour", "both", "single"}, .type = "PHASE"});
+    mixture->options.add_reference(command);
     mixture->options.add_units(command);
     mixture->options.add_output(command);
     command.examples(

@@ -92,6 +92,7 @@ int RangeCommand::run() {
     Fluid fluid = options.open();
     Units const& units = options.units;
     const auto columns = chosen(fluid.ideal.has_value());
+    const std::string reference = options.set_reference(fluid);
     const auto temperatures = ask("T", Quantity::temperature, units);
     const auto pressures = ask("p", Quantity::pressure, units);
     expect_no_more();
@@ -122,6 +123,7 @@ int RangeCommand::run() {
             });
     });
     Heading head = heading("range", fluid, units);
+    head.remarks.push_back(reference);
     const int code = rows.finish(head);
     write(head, table, options.style);
     return code;
@@ -136,6 +138,7 @@ void add_range(Program& program) {
     range->options.add_fluid(command);
     command.value("--show", range->names, "properties, separated by commas (default rho,h,s,cp)",
                   {.type = "NAMES"});
+    range->options.add_reference(command);
     range->options.add_units(command);
     range->options.add_output(command);
     command.examples(

@@ -131,13 +131,12 @@ std::vector<SaturationColumn const*> SaturationCommand::choose(
 int SaturationCommand::run() {
     if ((T.empty() ? 0 : 1) + (p.empty() ? 0 : 1) + (compare.empty() ? 0 : 1) != 1)
         throw Misuse("give one of --T, --p and --compare");
-    std::vector<double> given;
-    if (compare.empty())
-        given = read_points();
-    else
+    if (!compare.empty())
         compare = std::filesystem::absolute(compare).string();  // open() changes the directory
     Fluid fluid = options.open();
     Units const& units = options.units;
+    std::vector<double> given;
+    if (compare.empty()) given = read_points();
     std::optional<Published> published;
     if (!compare.empty()) {
         published.emplace(compare, quantities(), units.M);
@@ -148,9 +147,8 @@ int SaturationCommand::run() {
     const bool by_T = published ? published->has("T") : p.empty();
 
     Heading head = heading("saturation", fluid, units);
-    if (all && !fluid.ideal)
-        head.remarks.push_back(
-            "no ideal-gas heat capacities for this substance: total properties are left out");
+    const std::string reference = options.set_reference(fluid);
+    if (all) head.remarks.push_back(reference);
     if (published && !published->source().empty())
         head.remarks.push_back("published: " + published->source());
     const auto columns = choose(fluid, published);
@@ -196,6 +194,7 @@ void add_saturation(Program& program) {
                "published points: a CSV file with columns such as T/K, p/MPa, rhoL/(kg/m3)",
                {.type = "FILE"})
         .flag("--all", saturation->all, "more columns: volumes, Z, phi, h, s, cp of both phases");
+    saturation->options.add_reference(command);
     saturation->options.add_units(command);
     saturation->options.add_output(command);
     command.examples(

@@ -1,10 +1,13 @@
-// corvane state: all properties of states.
+// corvane state: all properties of states, from any two quantities.
 #include <tools/corvane/commands/commands.h>
+#include <tools/corvane/commands/flash.h>
 #include <tools/corvane/input/options.h>
 #include <tools/corvane/output/rows.h>
 #include <tools/corvane/results/properties.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
+
+#include <corvane/state/pure_state.h>
 
 #include <fmt/format.h>
 
@@ -14,27 +17,92 @@
 
 namespace cli {
 namespace {
+using corvane::PureState;
+using What = corvane::Quantity;
+
+/// A quantity that may be given.
+struct Input {
+    char const *symbol, *option;
+    Quantity quantity;
+    What what;
+    std::string text = "";
+    std::vector<double> values = {};  ///< library units
+};
+
 struct StateCommand {
     Options options;
-    std::string T, p, rho, phase = "stable", reference = "table";
+    MixtureRequest request;
+    std::string phase = "stable";
+    Input inputs[8] = {{"T", "--T", Quantity::temperature, What::T},
+                       {"p", "--p", Quantity::pressure, What::p},
+                       {"rho", "--rho", Quantity::density, What::rho},
+                       {"v", "--v", Quantity::volume, What::rho},
+                       {"h", "--h", Quantity::energy, What::h},
+                       {"s", "--s", Quantity::entropy, What::s},
+                       {"u", "--u", Quantity::energy, What::u},
+                       {"q", "--q", Quantity::ratio, What::q}};
 
     int run();
 
   private:
+    /// A phase, or the whole of two.
     struct Point {
         char const* name;
         State state;
         std::string note;
-        double amount = 1.0;  // mole fraction of the whole, where the density is given
+        double amount = 1.0;               // mole fraction of the whole, where there may be two
+        std::optional<PureState> whole = {};  // then `state` is not of one phase
     };
-    bool by_p() const { return rho.empty(); }
+    int of_mixture();
+    void choose();
+    void read(Input& input) const;
+    bool is(What a, What b) const { return first_->what == a && second_->what == b; }
+    bool by_Tp() const { return is(What::T, What::p); }
     std::vector<Point> at_pressure(Fluid const& fluid, double T_, double p_) const;
-    std::vector<Point> at_density(Fluid const& fluid, double T_, double rho_) const;
-    std::string set_reference(Fluid& fluid) const;
+    std::vector<Point> single(Fluid const& fluid, double T_, double rho_) const;
+    std::vector<Point> stable(Fluid const& fluid, double a, double b) const;
     std::vector<Property const*> shown(Fluid const& fluid) const;
     std::vector<Column> columns(Fluid const& fluid, bool several) const;
     Row row(Fluid const& fluid, Point const& point) const;
+
+    Input *first_ = nullptr, *second_ = nullptr;  // in the order of `inputs`
 };
+
+/// The two quantities that were given. @throws Misuse
+void StateCommand::choose() {
+    std::vector<Input*> found;
+    for (Input& input : inputs)
+        if (!input.text.empty()) found.push_back(&input);
+    if (found.size() != 2 || found[0]->what == found[1]->what)
+        throw Misuse("give two of --T, --p, --rho (or --v), --h, --s, --u and --q");
+    first_ = found[0];
+    second_ = found[1];
+    const bool known = second_->what == What::q ? is(What::T, What::q) || is(What::p, What::q)
+                                                : !is(What::h, What::u) && !is(What::s, What::u);
+    if (!known)
+        throw Misuse(fmt::format("{} and {} do not make a state here{}", first_->option,
+                                 second_->option,
+                                 second_->what == What::q ? ": --q goes with --T or --p" : ""));
+    if (!by_Tp() && phase != "stable" && !(phase == "single" && is(What::T, What::rho)))
+        throw Misuse("--phase goes with --T and --p, or is single with --T and --rho or --v");
+    if (by_Tp() && phase == "single") throw Misuse("--phase single goes with --T and --rho");
+}
+
+void StateCommand::read(Input& input) const {
+    const bool any_sign = input.what == What::h || input.what == What::s || input.what == What::u;
+    if (!any_sign && input.what != What::q) {
+        input.values = positive_points(input.text, input.option, input.quantity, options.units);
+        if (input.quantity == Quantity::volume)
+            for (double& value : input.values) value = 1.0 / value;
+        return;
+    }
+    input.values = points(input.text, input.option);
+    for (double& value : input.values) {
+        if (input.what == What::q && !(value >= 0.0 && value <= 1.0))
+            throw Misuse("--q: the amount of vapour lies between 0 and 1");
+        value = options.units.to_library(input.quantity, value);
+    }
+}
 
 std::vector<StateCommand::Point> StateCommand::at_pressure(Fluid const& fluid, double T_,
                                                            double p_) const {
@@ -57,58 +125,53 @@ std::vector<StateCommand::Point> StateCommand::at_pressure(Fluid const& fluid, d
     return points;
 }
 
-/// What is stable at this density of the whole, or the one phase of this density if that is wanted.
-std::vector<StateCommand::Point> StateCommand::at_density(Fluid const& fluid, double T_,
-                                                          double rho_) const {
+/// The one phase of this density, even where it is not stable.
+std::vector<StateCommand::Point> StateCommand::single(Fluid const& fluid, double T_,
+                                                      double rho_) const {
     Model1 const& model = *fluid.model;
     Units const& units = options.units;
     const State state{&model, T_, model.Z(rho_, T_) * rho_ * R * T_, rho_};
     if (!std::isfinite(state.p)) throw ThException(th_out_of_range);
     const bool rises = model.pV(rho_, T_) > 0.0;
     const Saturated both = saturated(model, T_);
-    const bool within = both.found && rho_ > both.vapour && rho_ < both.liquid;
-    if (phase == "single") {
-        std::string note = rises ? "" : "mechanically unstable: the pressure falls with density";
-        if (within)
-            note = fmt::format("{}, between vapour of {} and liquid of {} at {}",
-                               rises ? "metastable" : "mechanically unstable",
-                               units.text(Quantity::density, both.vapour),
-                               units.text(Quantity::density, both.liquid),
-                               units.text(Quantity::pressure, both.p));
-        return {{rises ? phase_name(model, T_, rho_) : "unstable", state, note}};
-    }
-    if (within) {
-        // 1/rho = a/rhoL + (1 − a)/rhoV
-        const double a =
-            (1.0 / both.vapour - 1.0 / rho_) / (1.0 / both.vapour - 1.0 / both.liquid);
-        return {{"liquid", {&model, T_, both.p, both.liquid}, "", a},
-                {"vapour", {&model, T_, both.p, both.vapour}, "", 1.0 - a}};
-    }
-    if (!rises || !(state.p > 0.0))
-        throw Failure(fmt::format("no stable phase has this density: {}",
-                                  rises ? "the pressure is not above zero"
-                                        : "the pressure falls with density"));
-    return {{phase_name(model, T_, rho_), state,
-             both.found || T_ >= model.Tcrit()
-                 ? ""
-                 : "no saturation state was found: whether it splits is not known"}};
+    std::string note = rises ? "" : "mechanically unstable: the pressure falls with density";
+    if (both.found && rho_ > both.vapour && rho_ < both.liquid)
+        note = fmt::format("{}, between vapour of {} and liquid of {} at {}",
+                           rises ? "metastable" : "mechanically unstable",
+                           units.text(Quantity::density, both.vapour),
+                           units.text(Quantity::density, both.liquid),
+                           units.text(Quantity::pressure, both.p));
+    return {{rises ? phase_name(model, T_, rho_) : "unstable", state, note}};
 }
 
-/// Moves the reference state if asked to; returns the remark on what holds.
-std::string StateCommand::set_reference(Fluid& fluid) const {
-    if (!fluid.ideal) {
-        if (reference == "formation")
-            throw Failure(fmt::format("{}: --reference formation needs ideal-gas data: {}",
-                                      fluid.name(), describe(ThException(th_no_ideal))));
-        return "no ideal-gas heat capacities for this substance: total properties are left out";
+/// All stable states with these two values, each in one phase or two.
+std::vector<StateCommand::Point> StateCommand::stable(Fluid const& fluid, double a,
+                                                      double b) const {
+    Model1 const& model = *fluid.model;
+    const auto states = corvane::pure_states(model, {first_->what, a}, {second_->what, b});
+    std::vector<Point> points;
+    int number = 0;
+    for (PureState const& q : states) {
+        ++number;
+        const std::string note =
+            states.size() == 1
+                ? ""
+                : fmt::format("state {} of {} with these values", number, states.size());
+        if (q.phase) {
+            if (!(q.p > 0.0) || !(q.phase->dp_drho > 0.0)) continue;  // not stable
+            points.push_back({phase_name(model, q.T, q.rho), {&model, q.T, q.p, q.rho}, note});
+            if (first_->what == What::T && q.T < model.Tcrit() && !saturated(model, q.T).found)
+                add_note(points.back().note,
+                         "no saturation state was found: whether it splits is not known");
+        } else {
+            points.push_back({"liquid", {&model, q.T, q.p, q.liquid->rho}, note, 1.0 - q.q});
+            points.push_back({"vapour", {&model, q.T, q.p, q.vapour->rho}, "", q.q});
+            points.push_back({"whole", {&model, q.T, q.p, q.rho}, "", 1.0, q});
+        }
     }
-    if (reference == "table")
-        return fmt::format("reference state: u = 0 and s = 0 for the ideal gas at {} and 1 mol/cm3",
-                           options.units.text(Quantity::temperature, fluid.ideal->first));
-    asking(fmt::format("enthalpy and entropy of formation CorvaneS/reaction/{}",
-                       fluid.model->name()),
-           [&] { fluid.model->load_thchem(); });
-    return "reference state: enthalpy of formation and standard entropy at 0.1 MPa";
+    if (points.empty())
+        throw Failure("no stable phase, and no two, have these values where the equation was searched");
+    return points;
 }
 
 std::vector<Property const*> StateCommand::shown(Fluid const& fluid) const {
@@ -123,63 +186,79 @@ std::vector<Property const*> StateCommand::shown(Fluid const& fluid) const {
 
 std::vector<Column> StateCommand::columns(Fluid const& fluid, bool several) const {
     std::vector<Column> result = {{"phase", "", ""}};
-    if (!by_p())
+    if (!by_Tp())
         result.push_back({"amount", "", "mole fraction of the whole that is in this phase"});
     for (Property const* property : shown(fluid)) {
         result.push_back(
             {property->name, options.units.name(property->quantity), property->text});
         const std::string name = property->name;
-        result.back().given = several && (name == "T" || (name == "p" && by_p()));
+        result.back().given =
+            several && (name == first_->symbol || name == second_->symbol) && name != "v";
     }
     return result;
 }
 
 Row StateCommand::row(Fluid const& fluid, Point const& point) const {
     Row result{{std::string(point.name)}, point.note};
-    if (!by_p()) result.cells.emplace_back(point.amount);
-    for (Property const* property : shown(fluid))
-        result.cells.emplace_back(
-            options.units.from_library(property->quantity, property->value(point.state)));
+    if (!by_Tp()) result.cells.emplace_back(point.amount);
+    for (Property const* property : shown(fluid)) {
+        const auto value = point.whole ? of_whole(property->name, *point.whole)
+                                       : std::optional(property->value(point.state));
+        if (value)
+            result.cells.emplace_back(options.units.from_library(property->quantity, *value));
+        else
+            result.cells.emplace_back();
+    }
     add_note(result.note, extrapolated(fluid, point.state.T, point.state.p, true, options.units));
     return result;
 }
 
+/// By the certified flashes.
+int StateCommand::of_mixture() {
+    request.model = options.words.front();
+    request.components.assign(options.words.begin() + 1, options.words.end());
+    std::map<std::string, std::string> given;
+    for (Input const& input : inputs) given[input.symbol] = input.text;
+    return flash("state", options, request, given);
+}
+
 int StateCommand::run() {
-    if (p.empty() == rho.empty()) throw Misuse("give either --p or --rho");
-    if (!by_p() && phase != "stable" && phase != "single")
-        throw Misuse("--rho goes with --phase stable or single");
-    if (by_p() && phase == "single") throw Misuse("--phase single goes with --rho");
+    choose();
+    if (options.words.front().find('+') != std::string::npos) return of_mixture();
+    if (!request.kij.empty() || !request.basis.empty() || request.pair_set > 0)
+        throw Misuse("--kij, --basis and --pair-set are of mixtures: MODEL A=0.5 B");
     Fluid fluid = options.open();
     Units const& units = options.units;
-    const Quantity quantity = by_p() ? Quantity::pressure : Quantity::density;
-    const auto temperatures = positive_points(T, "--T", Quantity::temperature, units);
-    const auto values =
-        positive_points(by_p() ? p : rho, by_p() ? "--p" : "--rho", quantity, units);
+    for (Input* input : {first_, second_}) read(*input);
     Heading head = heading("state", fluid, units);
-    head.remarks.push_back(set_reference(fluid));
-    const std::size_t asked = temperatures.size() * values.size();
+    head.remarks.push_back(options.set_reference(fluid));
+    const std::size_t asked = first_->values.size() * second_->values.size();
     Table table{columns(fluid, asked > 1), {}};
-    const auto column = [&](std::string const& name) {
-        const auto is = [&](Column const& one) { return one.name == name; };
-        return static_cast<std::size_t>(
-            std::find_if(table.columns.begin(), table.columns.end(), is) - table.columns.begin());
+    const auto add = [&](Rows::Given& known, Input const& input, double value) {
+        for (std::size_t k = 0; k < table.columns.size(); ++k)
+            if (table.columns[k].name == input.symbol)
+                known.emplace_back(k, units.from_library(input.quantity, value));
     };
-    char const* const symbol = by_p() ? "p" : "rho";
+    const auto shown_as = [](Input const& input, double value) {
+        return input.quantity == Quantity::volume ? 1.0 / value : value;
+    };
     Rows rows("state", table, asked, "states");
-    rows.each(temperatures, values, [&](double T_, double value) {
-        return rows.add_all(
-            fmt::format("{} at T = {}, {} = {}", fluid.name(),
-                        units.text(Quantity::temperature, T_), symbol,
-                        units.text(quantity, value)),
-            {{column("T"), units.from_library(Quantity::temperature, T_)},
-             {column(symbol), units.from_library(quantity, value)}},
-            [&] {
-                std::vector<Row> result;
-                for (Point const& point :
-                     by_p() ? at_pressure(fluid, T_, value) : at_density(fluid, T_, value))
-                    result.push_back(row(fluid, point));
-                return result;
-            });
+    rows.each(first_->values, second_->values, [&](double a, double b) {
+        Rows::Given known;
+        const double x = shown_as(*first_, a), y = shown_as(*second_, b);
+        add(known, *first_, x);
+        add(known, *second_, y);
+        return rows.add_all(fmt::format("{} at {} = {}, {} = {}", fluid.name(), first_->symbol,
+                                        units.text(first_->quantity, x), second_->symbol,
+                                        units.text(second_->quantity, y)),
+                            known, [&] {
+                                std::vector<Row> result;
+                                for (Point const& point : by_Tp() ? at_pressure(fluid, a, b)
+                                                          : phase == "single" ? single(fluid, a, b)
+                                                                              : stable(fluid, a, b))
+                                    result.push_back(row(fluid, point));
+                                return result;
+                            });
     });
     const int code = rows.finish(head);
     Style style = options.style;
@@ -191,31 +270,35 @@ int StateCommand::run() {
 
 void add_state(Program& program) {
     auto state = std::make_shared<StateCommand>();
-    Command command =
-        program.add("state", "all properties of states", [state] { return state->run(); });
+    Command command = program.add("state", "all properties of states, from any two quantities",
+                                  [state] { return state->run(); });
     state->options.add_fluid(command);
-    command
-        .value("--T", state->T, "temperatures: 300 or 300,310 or first:last:step",
-               {.required = true, .type = "VALUES"})
-        .value("--p", state->p, "pressures, in the same forms", {.type = "VALUES"})
-        .value("--rho", state->rho, "densities: of one phase or of two together",
-               {.type = "VALUES"})
-        .excludes("--rho", "--p")
-        .value("--phase", state->phase,
-               "at a pressure: stable (default), liquid, vapour, both; at a density: stable (two "
-               "phases where they are), single (one phase, even if it is not stable)",
-               {.one_of = {"stable", "liquid", "vapour", "both", "single"}, .type = "PHASE"})
-        .value("--reference", state->reference,
-               "zero of energies and entropies: table (of the ideal-gas data, default), formation",
-               {.one_of = {"table", "formation"}, .type = "STATE"});
+    char const* const texts[] = {"temperatures: 300 or 300,310 or first:last:step, first:last/steps",
+                                 "pressures, in the same forms",
+                                 "densities of the whole, in one phase or two",
+                                 "volumes, in place of --rho",
+                                 "enthalpies",
+                                 "entropies",
+                                 "internal energies",
+                                 "amounts of vapour over the whole, 0 to 1, with --T or --p"};
+    for (std::size_t k = 0; k < std::size(texts); ++k)
+        command.value(state->inputs[k].option, state->inputs[k].text, texts[k], {.type = "VALUES"});
+    command.value(
+        "--phase", state->phase,
+        "at T and p: stable (default), liquid, vapour, both; at T and rho: stable (two phases where "
+        "they are), single (one phase, even if it is not stable)",
+        {.one_of = {"stable", "liquid", "vapour", "both", "single"}, .type = "PHASE"});
+    state->request.add_pairs(command);
+    state->options.add_reference(command);
     state->options.add_units(command);
     state->options.add_output(command);
     command.examples(
         R"(  corvane state PR propane --T 300 --p 1
-  corvane state PR CO2 --T -20 --p 20 --unit-T C --unit-p bar --mass
-  corvane state PR propane --T 300 --p 0.9 --phase both
-  corvane state PR propane --T 300 --rho 0.011 --json
-  corvane state PR propane --T 300:400:10 --p 1 --csv)");
+  corvane state water --T 400 --p 250 --units bar --reference triple
+  corvane state R134a --p 2,5 --h 250 --units bar --reference IIR
+  corvane state PR CO2 --T 250 --q 0:1/4 --csv
+  corvane state PR propane --T 300:400:10 --p 1 --phase both
+  corvane state PR+vdW1 methane=60% propane --T 250 --p 2)");
 }
 
 }  // namespace cli

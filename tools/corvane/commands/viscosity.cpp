@@ -27,8 +27,6 @@ struct ViscosityCommand {
     ParameterNotes dilute_, friction_;
 };
 
-constexpr char kUnit[] = "uPa s";
-
 std::string friction_file(Model1 const& model, int id) {
     return fmt::format("models/viscosity/friction_theory/{}/{};{}", model.eos(), model.name(), id);
 }
@@ -61,7 +59,7 @@ Row ViscosityCommand::row(Fluid const& fluid, double T_, std::optional<double> p
     };
     if (!p_) {
         flag("dilute gas", dilute_, 0.0);
-        row.cells.emplace_back(eta0);
+        row.cells.emplace_back(u.from_library(Quantity::viscosity, eta0));
         return row;
     }
     const Roots roots = density_roots(model, T_, *p_);
@@ -71,7 +69,8 @@ Row ViscosityCommand::row(Fluid const& fluid, double T_, std::optional<double> p
     row.cells.insert(
         row.cells.end(),
         {u.from_library(Quantity::pressure, *p_), std::string(roots.stable_name),
-         u.from_library(Quantity::density, roots.stable), eta, eta0,
+         u.from_library(Quantity::density, roots.stable),
+         u.from_library(Quantity::viscosity, eta), u.from_library(Quantity::viscosity, eta0),
          u.from_library(Quantity::pressure, pr), u.from_library(Quantity::pressure, pa)});
     row.note = extrapolated(fluid, T_, *p_, false, u);
     flag("friction theory", friction_, *p_);
@@ -92,7 +91,7 @@ int ViscosityCommand::run() {
     Table table;
     table.columns = {{"T", units.name(Quantity::temperature), "temperature", true}};
     if (p.empty()) {
-        table.columns.push_back({"eta0", kUnit, "viscosity of the dilute gas"});
+        table.columns.push_back({"eta0", units.name(Quantity::viscosity), "viscosity of the dilute gas"});
     } else {
         pressures.clear();
         for (double x : positive_points(p, "--p", Quantity::pressure, units))
@@ -109,7 +108,8 @@ int ViscosityCommand::run() {
             {Column{"p", units.name(Quantity::pressure), "pressure", true},
              Column{"phase", "", "stable phase"},
              Column{"rho", units.name(Quantity::density), "density"},
-             Column{"eta", kUnit, "viscosity"}, Column{"eta0", kUnit, "part of the dilute gas"},
+             Column{"eta", units.name(Quantity::viscosity), "viscosity"},
+             Column{"eta0", units.name(Quantity::viscosity), "part of the dilute gas"},
              Column{"pr", units.name(Quantity::pressure), "repulsive pressure"},
              Column{"pa", units.name(Quantity::pressure), "attractive pressure"}});
     }

@@ -33,6 +33,7 @@ std::string Fluid::name() const {
 
 Fluid open_fluid(FluidRequest const& request) {
     Fluid fluid(corvane::open(request.eos, request.substance, {request.set, entered_home()}));
+    fluid.chosen = request.eos.empty();
     Model1 const& model = *fluid.model;
     if (model.name() != fluid.substance || model.id() != fluid.set)
         tell(fmt::format("warning: the file of {} set {} says that it holds {};{}", fluid.name(),
@@ -48,6 +49,9 @@ Heading heading(std::string const& command, Fluid const& fluid, Units const& uni
                      {"substance", std::string(model.name())},
                      {"set", static_cast<long>(model.id())},
                      {"comment", std::string(model.comment())}};
+    if (fluid.chosen)
+        result.remarks.push_back("no equation was named: " + fluid.equation +
+                                 " is the best that there is for this substance");
     result.remarks.push_back("stated range of the set:" + stated_range(fluid.notes, units));
     return result;
 }

@@ -15,13 +15,14 @@ using corvane::IdealNotes;
 using corvane::ParameterNotes;
 
 struct FluidRequest {
-    std::string eos, substance;
+    std::string eos, substance;  ///< eos may be empty: the best that there is
     int set = 0;  ///< 0: set 1, or the first there is
 };
 
 struct Fluid : corvane::Fluid {
     explicit Fluid(corvane::Fluid&& opened) : corvane::Fluid(std::move(opened)) {}
     std::string name() const;  ///< "PR propane"
+    bool chosen = false;       ///< the equation was not named
 };
 
 /// corvane::open from the data home that was entered; a file that says to hold another substance is

@@ -49,9 +49,12 @@ Composition read_composition(MixtureRequest const& request) {
             rest = i;
             continue;
         }
-        x[i] = number(word.substr(mark + 1), word.c_str());
-        if (!(x[i] >= 0.0 && x[i] <= 1.0))
-            throw Misuse(fmt::format("{}: a mole fraction lies between 0 and 1", word));
+        const bool percent = word.back() == '%';
+        const std::string value = word.substr(mark + 1, word.size() - mark - 1 - percent);
+        x[i] = number(value, word.c_str()) * (percent ? 0.01 : 1.0);
+        if (!(x[i] >= 0.0) || (x[i] > 1.0 && (request.basis.empty() || percent)))
+            throw Misuse(fmt::format("{}: a mole fraction lies between 0 and 1{}", word,
+                                     x[i] > 1.0 ? "; --basis takes amounts" : ""));
         sum += x[i];
     }
     if (rest >= 0) {
@@ -107,7 +110,16 @@ void MixtureRequest::add_to(Command& command) {
                      fractions_optional
                          ? "components, with or without mole fractions; one gets the rest"
                          : "components with mole fractions; one may be left without: it gets the "
-                           "rest")
+                           "rest");
+    add_pairs(command);
+}
+
+void MixtureRequest::add_pairs(Command& command) {
+    command
+        .value("--basis", basis,
+               "of the numbers of a composition: mole or mass, fractions or amounts of any size; "
+               "without it mole fractions",
+               {.one_of = {"mole", "mass"}, .type = "BASIS"})
         .count("--pair-set", pair_set, "number of the pairs' parameter sets")
         .value("--kij", kij,
                "interaction parameter in place of the stored one: 0.01 for a binary, or "
@@ -164,6 +176,17 @@ MixtureFluid open_mixture(MixtureRequest const& request) {
     mixture.x = composition.x;
     mixture.composed = composition.composed;
     mixture.normalised = composition.normalised;
+    if (request.basis == "mass" && mixture.composed) {
+        double sum = 0.0;
+        for (int i = 0; i < mixture.size(); ++i) {
+            const double M = mixture.model->mdl1[i]->M();
+            if (!(M > 0.0))
+                throw Failure(fmt::format("the molar mass of {} is not known", mixture.component(i)));
+            sum += mixture.x[i] /= M;
+        }
+        for (int i = 0; i < mixture.size(); ++i) mixture.x[i] /= sum;
+        mixture.by_mass = true;
+    }
     if (request.kij.empty()) return mixture;
     set_kij(request.kij, mixture);
     std::erase_if(mixture.estimated, [&](std::pair<int, int> const& pair) {
@@ -224,7 +247,10 @@ Heading heading(std::string const& command, MixtureFluid const& mixture) {
                 head.remarks.push_back(
                     fmt::format("{}set {} {{{}}}", names, model.id(i, j), model.comment(i, j)));
         }
-    if (mixture.normalised) head.remarks.push_back("mole fractions were divided by their sum");
+    if (mixture.by_mass) head.remarks.emplace_back("mole fractions from those by mass");
+    if (mixture.normalised)
+        head.remarks.push_back(fmt::format("{} were divided by their sum",
+                                           mixture.by_mass ? "masses" : "mole fractions"));
     return head;
 }
 

@@ -19,9 +19,12 @@ struct MixtureRequest {
     int pair_set = 0;                     ///< 0: set 1
     std::string kij;                      ///< "0.01", or "methane+propane=0.01,..."; may be empty
     bool fractions_optional = false;      ///< no component need have a fraction
+    /// Of the numbers: empty for mole fractions; "mole" or "mass" for amounts of any size.
+    std::string basis;
 
-    /// MODEL COMPONENT=FRACTION… --pair-set --kij
+    /// MODEL COMPONENT=FRACTION… and add_pairs
     void add_to(Command& command);
+    void add_pairs(Command& command);  ///< --pair-set --kij --basis
 };
 
 /// A mixture with its composition.
@@ -31,6 +34,7 @@ struct MixtureFluid : corvane::Mixture {
     Vector<double> x;                        ///< mole fractions, sum 1
     std::vector<std::pair<int, int>> given;  ///< pairs with kij from the command line
     bool normalised = false;                 ///< the fractions given did not sum to 1
+    bool by_mass = false;                    ///< the fractions given were by mass
     bool composed = true;                    ///< fractions were given; else x is even
 
     char const* component(int i) const { return components[static_cast<unsigned>(i)].c_str(); }

@@ -3,6 +3,11 @@
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/text.h>
 
+#include <corvane/catalogue/substances.h>
+#include <corvane/state/reference.h>
+
+#include <utility>
+
 namespace cli {
 
 void Options::add_output(Command& command, bool measured_data) {
@@ -24,27 +29,125 @@ void Options::add_units(Command& command) {
     unit("--unit-T", units.temperature, "of temperatures", Quantity::temperature);
     unit("--unit-p", units.pressure, "of pressures", Quantity::pressure);
     unit("--unit-rho", units.density, "of densities", Quantity::density);
-    command.flag("--molar", molar_, "J/mol, mol/cm3 (the default)")
+    unit("--unit-v", units.volume, "of volumes", Quantity::volume);
+    unit("--unit-h", units.energy, "of h, u, g, a", Quantity::energy);
+    unit("--unit-s", units.entropy, "of s and heat capacities", Quantity::entropy);
+    unit("--unit-w", units.speed, "of speeds of sound", Quantity::speed);
+    unit("--unit-eta", units.viscosity, "of viscosities", Quantity::viscosity);
+    command
+        .value("--units", preset_,
+               "all units: si (K, Pa, J/mol), bar (C, bar, kJ/kg), us (F, psi, BTU/lb), mass (K, "
+               "MPa, kJ/kg)",
+               {.one_of = {"si", "bar", "us", "mass"}, .type = "PRESET"})
+        .flag("--molar", molar_, "J/mol, mol/cm3 (the default)")
         .flag("--mass", units.mass, "kJ/kg, kg/m3")
         .excludes("--mass", "--molar");
 }
 
 void Options::add_fluid(Command& command) {
-    command.positional("EOS", fluid.eos, "equation of state: PR, SRK ... (corvane list)", true)
-        .positional("SUBSTANCE", fluid.substance,
-                    "name, synonym, sum formula or CAS number: carbon_dioxide, CO2, 124-38-9", true)
-        .count("--set", fluid.set, "number of the parameter set (default: 1 or the first)");
+    command
+        .positionals("SUBSTANCE", words,
+                     "[EOS] SUBSTANCE: equation of state (PR, SRK ...; without one the best that "
+                     "there is), then name, synonym, sum formula or CAS number")
+        .count("--set", set, "number of the parameter set (default: 1 or the first)");
+}
+
+namespace {
+constexpr std::pair<char const*, corvane::ReferenceState> kReferences[] = {
+    {"table", corvane::ReferenceState::table},   {"formation", corvane::ReferenceState::formation},
+    {"IIR", corvane::ReferenceState::IIR},       {"ASHRAE", corvane::ReferenceState::ASHRAE},
+    {"NBP", corvane::ReferenceState::NBP},       {"triple", corvane::ReferenceState::triple}};
+
+corvane::ReferenceState reference_of(std::string const& name) {
+    for (auto const& [known, state] : kReferences)
+        if (name == known) return state;
+    throw Misuse("no reference state " + name);
+}
+
+char const* in_words(corvane::ReferenceState which) {
+    switch (which) {
+        case corvane::ReferenceState::table:
+            return "u = 0 and s = 0 for the ideal gas at the start of its table and 1 mol/cm3";
+        case corvane::ReferenceState::formation:
+            return "enthalpy of formation and standard entropy at 0.1 MPa";
+        case corvane::ReferenceState::IIR:
+            return "h = 200 kJ/kg and s = 1 kJ/(kg K) for the saturated liquid at 0 C";
+        case corvane::ReferenceState::ASHRAE:
+            return "h = 0 and s = 0 for the saturated liquid at -40 C";
+        case corvane::ReferenceState::NBP:
+            return "h = 0 and s = 0 for the saturated liquid at 1 atm";
+        case corvane::ReferenceState::triple:
+            break;
+    }
+    return "u = 0 and s = 0 for the saturated liquid at the triple point";
+}
+
+/// @throws Failure naming the substance
+void move_reference(Model1& model, corvane::ReferenceState which, double T_triple) {
+    const std::string what = std::string("reference state of ") + model.name();
+    if (which == corvane::ReferenceState::triple && !(T_triple > 0.0))
+        throw Failure(what + ": its triple point is not known");
+    asking(what, [&] { corvane::set_reference(model, which, T_triple); });
+}
+}  // namespace
+
+void Options::add_reference(Command& command) {
+    std::vector<std::string> names;
+    for (auto const& [name, state] : kReferences) names.emplace_back(name);
+    command.value("--reference", reference_,
+                  "zero of energies and entropies: table (of the ideal-gas data, default), "
+                  "formation, IIR, ASHRAE, NBP, triple (steam tables)",
+                  {.one_of = names, .type = "STATE"});
+}
+
+std::string Options::set_reference(Fluid& fluid) const {
+    const auto which = reference_of(reference_);
+    if (!fluid.ideal) {
+        if (which != corvane::ReferenceState::table)
+            throw Failure(fluid.name() + ": --reference needs ideal-gas data: " +
+                          describe(ThException(th_no_ideal)));
+        return "no ideal-gas heat capacities for this substance: total properties are left out";
+    }
+    double T_triple = 0.0;
+    if (which == corvane::ReferenceState::triple) {
+        const corvane::Substances index(entered_home());
+        for (auto const* s : index.find(fluid.substance)) T_triple = s->Ttriple;
+    }
+    move_reference(*fluid.model, which, T_triple);
+    if (which == corvane::ReferenceState::table)
+        return "reference state: u = 0 and s = 0 for the ideal gas at " +
+               units.text(Quantity::temperature, fluid.ideal->first) + " and 1 mol/cm3";
+    return std::string("reference state: ") + in_words(which);
+}
+
+std::string Options::set_reference(MixtureFluid& mixture) const {
+    if (!mixture.ideal) {
+        if (reference_ != "table")
+            throw Failure(mixture.name() + ": --reference needs ideal-gas data of all components");
+        return "a component has no ideal-gas data: total properties are left out";
+    }
+    const auto which = reference_of(reference_);
+    Vector<double> const& triple = mixture.validity.T_triple;
+    for (int i = 0; i < mixture.size(); ++i)
+        move_reference(*mixture.model->mdl1[i], which, i < triple.size() ? triple[i] : 0.0);
+    return std::string("zero of energies and entropies, for each pure component: ") +
+           in_words(which);
 }
 
 void Options::begin() {
     style.format = json_ ? Format::json : csv_ ? Format::csv : Format::text;
     style.heading = !bare_;
+    units.preset(preset_);
     enter_data_home(data_);
 }
 
 Fluid Options::open() {
     begin();
-    Fluid result = open_fluid(fluid);
+    if (words.size() > 2)
+        throw Misuse("give an equation and a substance, or a substance alone; there are " +
+                     std::to_string(words.size()) + " words");
+    const std::string equation = words.size() == 2 ? words[0] : "";
+    Fluid result = open_fluid({equation, words.back(), set});
     units.M = result.model->M();
     for (Quantity quantity : {Quantity::density, Quantity::energy})
         if (units.needs_mass(quantity) && !(units.M > 0.0))

@@ -2,32 +2,39 @@
 #pragma once
 
 #include <tools/corvane/input/open.h>
+#include <tools/corvane/input/open_mixture.h>
 #include <tools/corvane/output/table.h>
 #include <tools/corvane/program.h>
 #include <tools/corvane/text/units.h>
 
 #include <string>
+#include <vector>
 
 namespace cli {
 
 struct Options {
     Units units;
     Style style;  ///< complete after begin()
-    FluidRequest fluid;
+    std::vector<std::string> words;  ///< of the fluid: equation and substance, or this alone
+    int set = 0;
 
     /// --csv --json --full --no-heading --home; --data is the older name of --home, except where
     /// a command takes measured points by it.
     void add_output(Command& command, bool measured_data = false);
-    void add_units(Command& command);  ///< --unit-T --unit-p --unit-rho --molar --mass
-    void add_fluid(Command& command);  ///< EOS SUBSTANCE --set
+    void add_units(Command& command);  ///< --units --unit-T … --molar --mass
+    void add_fluid(Command& command);  ///< [EOS] SUBSTANCE --set
+    void add_reference(Command& command);  ///< --reference
 
     /// To call first in an action: settles the output style and enters the data home.
     void begin();
     /// begin, then the fluid that was asked for; the units get its molar mass.
     Fluid open();
+    /// Moves the reference state as asked; returns the remark on what holds. @throws Failure
+    std::string set_reference(Fluid& fluid) const;
+    std::string set_reference(MixtureFluid& mixture) const;
 
   private:
-    std::string data_;
+    std::string data_, preset_, reference_ = "table";
     bool csv_ = false, json_ = false, bare_ = false, molar_ = false;
 };
 

@@ -88,6 +88,19 @@ std::vector<Property> const& properties() {
     return kProperties;
 }
 
+std::optional<double> of_whole(std::string_view name, corvane::PureState const& q) {
+    if (name == "T") return q.T;
+    if (name == "p") return q.p;
+    if (name == "rho") return q.rho;
+    if (name == "v") return 1.0 / q.rho;
+    if (name == "u") return q.u;
+    if (name == "h") return q.h;
+    if (name == "s") return q.s;
+    if (name == "g") return q.h - q.T * q.s;
+    if (name == "a") return q.u - q.T * q.s;
+    return std::nullopt;
+}
+
 Roots density_roots(Model1 const& model, double T, double p) {
     constexpr double kSame = 1e-6;  // closer roots are one
     const auto dense = root(model, T, p, 1), dilute = root(model, T, p, 3);

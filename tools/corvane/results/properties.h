@@ -4,9 +4,11 @@
 #include <tools/corvane/text/units.h>
 
 #include <corvane/pure/model1.h>
+#include <corvane/state/pure_state.h>
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace cli {
@@ -29,6 +31,9 @@ struct Property {
 
 /// All properties, in the order in which they are shown; T and p come first.
 std::vector<Property> const& properties();
+
+/// A property of two phases together, in library units; nothing where it is not that of a whole.
+std::optional<double> of_whole(std::string_view name, corvane::PureState const& state);
 
 /// Density roots at (p, T). With two roots both are set. A single one is liquid or vapour by the
 /// critical volume of the equation; at and above its critical temperature it is `fluid`.

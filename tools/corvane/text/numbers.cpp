@@ -23,6 +23,19 @@ void append_range(std::vector<double>& values, std::vector<std::string> const& p
         throw Misuse(fmt::format("{}: more than {} points", option, kMostPoints));
     for (int k = 0; k < static_cast<int>(count); ++k) values.push_back(first + k * step);
 }
+/// So many equal steps from the first value to the last, both included.
+void append_steps(std::vector<double>& values, std::string const& from, std::string const& to,
+                  std::string const& steps, char const* option) {
+    const double first = number(from, option), last = number(to, option),
+                 count = number(steps, option);
+    if (!(count >= 1.0) || count != std::floor(count))
+        throw Misuse(fmt::format("{}: '{}' is not a number of steps", option, clipped(steps)));
+    if (count + static_cast<double>(values.size()) >= kMostPoints)
+        throw Misuse(fmt::format("{}: more than {} points", option, kMostPoints));
+    for (int k = 0; k < static_cast<int>(count); ++k)
+        values.push_back(first + (last - first) * (k / count));
+    values.push_back(last);
+}
 }  // namespace
 
 double number(std::string const& text, char const* option) {
@@ -37,13 +50,17 @@ std::vector<double> points(std::string const& text, char const* option) {
     std::vector<double> values;
     for (std::string const& item : split(text, ',')) {
         const auto parts = split(item, ':');
+        const std::size_t slash = parts.back().find('/');
         if (parts.size() == 1)
             values.push_back(number(item, option));
+        else if (parts.size() == 2 && slash != std::string::npos)
+            append_steps(values, parts[0], parts[1].substr(0, slash), parts[1].substr(slash + 1),
+                         option);
         else if (parts.size() == 3)
             append_range(values, parts, option);
         else
             throw Misuse(
-                fmt::format("{}: '{}' is not a range first:last:step", option, clipped(item)));
+                fmt::format("{}: '{}' is not a range first:last:step or first:last/steps", option, clipped(item)));
     }
     return values;
 }

@@ -12,8 +12,8 @@ namespace cli {
 /// The value of an option, which takes a single one. @throws Misuse naming the option
 double number(std::string const& text, char const* option);
 
-/// Values of an option: numbers and ranges first:last:step, separated by commas ("300:360:10",
-/// "300,310", "250:300:25,301"). The last value belongs to a range when the step meets it. At most
+/// Values of an option: numbers and ranges first:last:step or first:last/steps, separated by commas
+/// ("300:360:10", "300:360/6", "300,310", "250:300:25,301"). The last value belongs to a range when the step meets it. At most
 /// 100000 values. @throws Misuse naming the option
 std::vector<double> points(std::string const& text, char const* option);
 

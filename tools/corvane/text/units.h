@@ -17,6 +17,7 @@ enum class Quantity {
     energy,
     entropy,  // and heat capacity
     speed,
+    viscosity,
     compressibility,  // 1/pressure
     expansivity,      // 1/temperature
     joule_thomson     // temperature/pressure
@@ -39,23 +40,24 @@ std::vector<std::string> unit_names(Quantity quantity);
 /// The units chosen for one run.
 class Units {
   public:
-    std::string temperature = "K";
-    std::string pressure = "MPa";
-    std::string density;  ///< empty: mol/cm3, or kg/m3 with mass
-    bool mass = false;    ///< quantities of matter per mass instead of per mole
-    double M = 0.0;       ///< g/mol, 0 while not known
+    // Empty: the library's, or that per mass where `mass` is set.
+    std::string temperature, pressure, density, volume, energy, entropy, speed, viscosity;
+    bool mass = false;  ///< quantities of matter per mass instead of per mole
+    double M = 0.0;     ///< g/mol, 0 while not known
+
+    /// Fills what is empty: "si" (K, Pa, mol/m3 …), "bar" (C, bar, kg/m3, kJ/kg), "us" (F, psi,
+    /// lb/ft3, BTU/lb), "mass" (K, MPa, kg/m3, kJ/kg).
+    void preset(std::string const& name);
 
     std::string name(Quantity quantity) const;
     /// Whether the unit chosen for the quantity needs the molar mass.
     bool needs_mass(Quantity quantity) const;
     /// @throws Failure a unit with mass, and no molar mass
-    double to_library(Quantity quantity, double x) const { return with(quantity).to_library(x); }
-    double from_library(Quantity q, double x) const { return with(q).from_library(x); }
+    Conversion conversion(Quantity quantity) const;
+    double to_library(Quantity q, double x) const { return conversion(q).to_library(x); }
+    double from_library(Quantity q, double x) const { return conversion(q).from_library(x); }
     /// "300 K": a library value in the chosen unit, for messages.
     std::string text(Quantity quantity, double x) const;
-
-  private:
-    Conversion with(Quantity quantity) const;
 };
 
 }  // namespace cli

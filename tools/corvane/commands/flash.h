@@ -1,0 +1,16 @@
+// corvane flash as another command uses it.
+#pragma once
+
+#include <tools/corvane/input/options.h>
+
+#include <map>
+#include <string>
+
+namespace cli {
+
+/// Runs the flash of a mixture under the name of `command`. given: values by symbol ("T", "p",
+/// "rho", "v", "h", "s"; others are refused); empty ones do not count. Returns the exit code.
+int flash(char const* command, Options const& options, MixtureRequest const& request,
+          std::map<std::string, std::string> const& given);
+
+}  // namespace cli
