@@ -1,59 +1,117 @@
 #include <tools/corvane/text/csv.h>
 #include <tools/corvane/text/errors.h>
-#include <tools/corvane/text/file.h>
 #include <tools/corvane/text/text.h>
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include <sys/stat.h>
+
 namespace cli {
 namespace {
-std::vector<std::string> fields_of(std::string const& line, std::string const& path, int number) {
-    std::vector<std::string> fields(1);
-    bool quoted = false;
-    for (std::size_t k = 0; k < line.size(); ++k) {
-        const char c = line[k];
-        if (c == '"' && quoted && k + 1 < line.size() && line[k + 1] == '"') {
-            fields.back() += '"';
-            ++k;
-        } else if (c == '"') {
-            quoted = !quoted;
-        } else if (c == ',' && !quoted) {
-            fields.emplace_back();
-        } else {
-            fields.back() += c;
-        }
-    }
-    if (quoted) throw Failure(fmt::format("{}:{}: a quotation is not closed", path, number));
-    for (std::string& field : fields) field = trimmed(field);
-    return fields;
+constexpr std::size_t kLongestLine = 1u << 20, kLargestFile = 64u << 20;  // bytes
 }
-}  // namespace
+
+CsvReader::CsvReader(std::string const& path)
+    : path_(path), file_(path == "-" ? stdin : std::fopen(path.c_str(), "re")) {
+    const auto fail = [&](char const* why) { throw Failure(fmt::format("{}: {}", path, why)); };
+    if (!file_) fail(errno == ENOENT ? "no such file" : std::strerror(errno));
+    struct stat status {};
+    if (fstat(fileno(file_.get()), &status) == 0 && S_ISDIR(status.st_mode))
+        fail("a folder, not a file");
+    while (header_.empty()) {
+        if (!get_line())
+            fail(line_ > 0 ? "no line with column names" : "the file is empty");
+        if (text_.empty()) continue;
+        for (char c : {'\t', ';'})
+            if (separator_ == ',' && text_.find(c) != std::string::npos) separator_ = c;
+        split_line(header_);
+    }
+}
+
+/// The next line that is no comment, trimmed, into text_.
+bool CsvReader::get_line() {
+    while (true) {
+        text_.clear();
+        int c;
+        while ((c = getc_unlocked(file_.get())) != EOF && c != '\n') {
+            if (text_.size() >= kLongestLine)
+                throw Failure(fmt::format("{}: the file is too large: a line above 1 MiB", path_));
+            text_ += static_cast<char>(c);
+        }
+        if (c == EOF && std::ferror(file_.get()))
+            throw Failure(fmt::format("{}: {}", path_, std::strerror(errno)));
+        if (c == EOF && text_.empty()) return false;
+        if (++line_ == 1 && text_.starts_with("\xef\xbb\xbf")) text_.erase(0, 3);
+        // A tab at the end or at the beginning bounds an empty field.
+        const auto blank = [&](char x) { return x == ' ' || x == '\r' || (x == '\t' && separator_ != '\t'); };
+        while (!text_.empty() && blank(text_.back())) text_.pop_back();
+        if (text_.empty() || text_.front() != '#') return true;
+        comments_.push_back(trimmed(std::string_view(text_).substr(1)));
+    }
+}
+
+void CsvReader::split_line(std::vector<std::string>& fields) {
+    std::size_t n = 0;
+    const auto begin = [&] {
+        if (n == fields.size()) fields.emplace_back();
+        fields[n++].clear();
+    };
+    begin();
+    bool quoted = false;
+    for (std::size_t k = 0; k < text_.size(); ++k) {
+        const char c = text_[k];
+        if (c == '"' && quoted && k + 1 < text_.size() && text_[k + 1] == '"')
+            fields[n - 1] += text_[++k];
+        else if (c == '"')
+            quoted = !quoted;
+        else if (c == separator_ && !quoted)
+            begin();
+        else
+            fields[n - 1] += c;
+    }
+    if (quoted) throw Failure(fmt::format("{}:{}: a quotation is not closed", path_, line_));
+    fields.resize(n);
+    for (std::string& field : fields)
+        if (!field.empty() && (field.front() <= ' ' || field.back() <= ' ')) field = trimmed(field);
+}
+
+bool CsvReader::next(std::vector<std::string>& fields) {
+    do {
+        if (!get_line()) return false;
+    } while (text_.empty());
+    split_line(fields);
+    if (fields.size() > header_.size())
+        throw Failure(fmt::format("{}:{}: more fields than columns", path_, line_));
+    fields.resize(header_.size());
+    return true;
+}
+
+std::string CsvReader::decimal(std::string const& field) const {
+    std::string text = field;
+    const std::size_t comma = text.find(',');
+    if (separator_ == ',' || comma == std::string::npos) return text;
+    text[comma] = '.';
+    if (!to_number(text)) return field;
+    decimal_comma_ = true;
+    return text;
+}
 
 CsvFile read_csv(std::string const& path) {
-    CsvFile csv;
-    int number = 0;
-    for (std::string const& whole : read_lines(path)) {
-        ++number;
-        std::string const line = trimmed(whole);
-        if (line.empty()) continue;
-        if (line[0] == '#') {
-            csv.comments.push_back(trimmed(line.substr(1)));
-            continue;
-        }
-        auto fields = fields_of(line, path, number);
-        if (csv.header.empty()) {
-            csv.header = std::move(fields);
-            continue;
-        }
-        if (fields.size() > csv.header.size())
-            throw Failure(fmt::format("{}:{}: more fields than columns", path, number));
-        fields.resize(csv.header.size());
-        csv.rows.push_back(std::move(fields));
-        csv.lines.push_back(number);
+    CsvReader reader(path);
+    CsvFile csv{{}, reader.header(), {}, {}};
+    std::vector<std::string> fields;
+    std::size_t size = 0;
+    while (reader.next(fields)) {
+        for (std::string& field : fields) size += (field = reader.decimal(field)).size() + 1;
+        if (size > kLargestFile) throw Failure(path + ": the file is too large");
+        csv.rows.push_back(fields);
+        csv.lines.push_back(reader.line());
     }
-    if (csv.header.empty())
-        throw Failure(fmt::format(
-            "{}: {}", path, number > 0 ? "no line with column names" : "the file is empty"));
+    csv.comments = reader.comments();
     return csv;
 }
 
