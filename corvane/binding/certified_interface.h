@@ -43,7 +43,8 @@ typedef struct CorvaneMixture CorvaneMixture;
 typedef struct CorvaneResult CorvaneResult;
 
 /* Called after every point of a trace with the number of points so far, on the calling thread.
- * Zero ends the trace, which keeps what it has (CORVANE_END_INTERRUPTED). No exception may leave. */
+ * Zero ends the trace, which keeps what it has (CORVANE_END_INTERRUPTED). No exception may leave.
+ */
 typedef int CorvaneProgress(int points, void* context);
 
 /* ---- Opening ---- */
@@ -81,15 +82,17 @@ CORVANE_API int Corvane_Mixture_text(const CorvaneMixture* mixture, int what, in
                                      int size, CorvaneError* error);
 
 enum CorvaneNumber {
-    CORVANE_MOLAR_MASS,        /* g/mol */
-    CORVANE_T_CRITICAL,        /* K, MPa, mol/cm3: stored with the parameters */
+    CORVANE_MOLAR_MASS, /* g/mol */
+    CORVANE_T_CRITICAL, /* K, MPa, mol/cm3: stored with the parameters */
     CORVANE_P_CRITICAL,
     CORVANE_RHO_CRITICAL,
-    CORVANE_PARAMETER_SET,     /* its number */
-    CORVANE_T_MIN,             /* published range of the parameters; NaN: not stated. Of mixtures: */
-    CORVANE_T_MAX,             /* what the ranges of all components have in common, whatever i */
+    CORVANE_PARAMETER_SET, /* its number */
+    /* Published range of the parameters, K, K, MPa; not-a-number: not stated. Of mixtures: what the
+     * ranges of all components have in common, whatever i. */
+    CORVANE_T_MIN,
+    CORVANE_T_MAX,
     CORVANE_P_MAX,
-    CORVANE_HAS_IDEAL          /* 1: ideal-gas table, so h, s, u, cp, w are known; of all components */
+    CORVANE_HAS_IDEAL /* 1: ideal-gas tables (of all components), so h, s, u, cp, w are known */
 };
 CORVANE_API double Corvane_Fluid_number(const CorvaneFluid* fluid, int what, CorvaneError* error);
 /* The same of component i. */
@@ -132,8 +135,10 @@ CORVANE_API CorvaneResult* Corvane_pure_phase(const CorvaneFluid* fluid, double 
 
 /* ---- Mixtures; z: n mole fractions ---- */
 
-CORVANE_API CorvaneResult* Corvane_mixture_phase(const CorvaneMixture* mixture, double T, double rho,
-                                                 const double* z, int n, CorvaneError* error);
+/* All properties at T, density and composition, stable or not. */
+CORVANE_API CorvaneResult* Corvane_mixture_phase(const CorvaneMixture* mixture, double T,
+                                                 double rho, const double* z, int n,
+                                                 CorvaneError* error);
 
 /* The stable state; phases by falling mass density, CORVANE_FRACTION of the whole in each. h and s
  * of the whole where there are tables. */

@@ -41,6 +41,8 @@ CORVANE_API void SWIGRegisterExceptionArgumentCallbacks_libcorvane(
     CorvaneArgumentExceptionCallback* argument_out_of_range);
 CORVANE_API void SWIGRegisterStringCallback_libcorvane(CorvaneStringCallback* callback);
 
+/* Written by scripts/bindings from signatures.txt, up to the end of the declarations. */
+
 /* ---- Vector<double> ---- */
 
 CORVANE_API void* CSharp_new_doubleV__SWIG_0(int n);
@@ -258,6 +260,7 @@ CORVANE_API void* CSharp_Model1_solid_get(void* self);
 CORVANE_API void CSharp_Model1_solid_set(void* self, void* value);
 CORVANE_API void* CSharp_Model1_visco_get(void* self);
 CORVANE_API void CSharp_Model1_visco_set(void* self, void* value);
+/* Through the plug-in, so that the members of its own class go as well. */
 CORVANE_API void CSharp_delete_Model1(void* self);
 
 /* ---- Mixture model ---- */
@@ -358,6 +361,7 @@ CORVANE_API void* CSharp_ModelN_mth_get(void* self);
 CORVANE_API void CSharp_ModelN_mth_set(void* self, const char* text);
 CORVANE_API void* CSharp_ModelN_mdl1_get(void* self);
 CORVANE_API void CSharp_ModelN_mdl1_set(void* self, void* v);
+/* Through the plug-in; the components stay, as their handles do. */
 CORVANE_API void CSharp_delete_ModelN(void* self);
 
 /* ---- Ideal-gas heat capacities ---- */

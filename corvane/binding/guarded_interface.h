@@ -40,33 +40,25 @@ typedef struct CorvaneError {
     char message[384]; /* text of the failure, without info and newline; "" on success */
 } CorvaneError;
 
-CORVANE_API void Corvane_detach1(void* model, CorvaneError* error);
-CORVANE_API void Corvane_detachN(void* model, CorvaneError* error);
+/* Written by scripts/bindings from signatures.txt, up to the end of the declarations. */
 
-/* ---- Operations without a counterpart in the flat interface ---- */
+/* ---- Vector<double> ---- */
 
-/* The saturation solver with its memory in an object: one per curve and thread. */
-CORVANE_API void* Corvane_new_Saturation(CorvaneError* error);
-CORVANE_API void Corvane_delete_Saturation(void* self);
-CORVANE_API void Corvane_Saturation_at_T(void* self, void* model, double T, int cont, double* p,
-                                         double* rhoL, double* rhoV, CorvaneError* error);
-CORVANE_API void Corvane_Saturation_at_p(void* self, void* model, double p, int cont, double* T,
-                                         double* rhoL, double* rhoV, CorvaneError* error);
-/* As Corvane_ModelN_load; pairs without a file keep the theory's estimate. Returns their number. */
-CORVANE_API int Corvane_ModelN_load_estimating(void* self, const char* eos, const char* mth,
-                                               CorvaneError* error);
-/* Number of parameters of a pair; 0 if the plug-in does not tell. */
-CORVANE_API int Corvane_ModelN_pair_parameters(void* self);
-/* The physical heat capacities over R, residual and total. */
-CORVANE_API void Corvane_ModelN_heat_capacities(void* self, double rho, double T, void* x,
-                                                double* CVr, double* Cpr, double* CVm, double* Cpm,
-                                                CorvaneError* error);
+CORVANE_API void* Corvane_new_doubleV__SWIG_0(int n, CorvaneError* error);
+CORVANE_API void* Corvane_new_doubleV__SWIG_2(void* v, CorvaneError* error);
+CORVANE_API int Corvane_doubleV_size__SWIG_1(void* self, int n, CorvaneError* error);
 
-/* Number of components: the i of CSharp_ModelN_getModel1i is below it. */
-CORVANE_API int Corvane_ModelN_components(void* self);
-/* One element of a matrix; i below the number of rows, j below that of columns, unchecked. */
-CORVANE_API double Corvane_doubleM_getItemValue(void* self, int i, int j);
-CORVANE_API void Corvane_doubleM_setItemValue(void* self, int i, int j, double x);
+/* ---- Vector<int> ---- */
+
+CORVANE_API void* Corvane_new_intV__SWIG_0(int n, CorvaneError* error);
+CORVANE_API void* Corvane_new_intV__SWIG_2(void* v, CorvaneError* error);
+CORVANE_API int Corvane_intV_size__SWIG_1(void* self, int n, CorvaneError* error);
+
+/* ---- Matrix<double> ---- */
+
+CORVANE_API void* Corvane_new_doubleM__SWIG_0(int rows, int cols, CorvaneError* error);
+CORVANE_API void Corvane_doubleM_size(void* self, int rows, int cols, CorvaneError* error);
+CORVANE_API double Corvane_doubleM_det(void* self, CorvaneError* error);
 
 /* ---- Free functions ---- */
 
@@ -359,20 +351,33 @@ CORVANE_API void Corvane_Visco_set_comment(void* self, const char* text, int* le
                                            CorvaneError* error);
 CORVANE_API void Corvane_Visco_store1(void* self, const char* set, double rms, CorvaneError* error);
 
-/* ---- Matrix<double> ---- */
+/* ---- Operations without a counterpart in the flat interface ---- */
 
-CORVANE_API double Corvane_doubleM_det(void* self, CorvaneError* error);
-
-/* ---- Containers: what needs memory ---- */
-
-CORVANE_API void* Corvane_new_doubleV__SWIG_0(int n, CorvaneError* error);
-CORVANE_API void* Corvane_new_doubleV__SWIG_2(void* v, CorvaneError* error);
-CORVANE_API int Corvane_doubleV_size__SWIG_1(void* self, int n, CorvaneError* error);
-CORVANE_API void* Corvane_new_intV__SWIG_0(int n, CorvaneError* error);
-CORVANE_API void* Corvane_new_intV__SWIG_2(void* v, CorvaneError* error);
-CORVANE_API int Corvane_intV_size__SWIG_1(void* self, int n, CorvaneError* error);
-CORVANE_API void* Corvane_new_doubleM__SWIG_0(int rows, int cols, CorvaneError* error);
-CORVANE_API void Corvane_doubleM_size(void* self, int rows, int cols, CorvaneError* error);
+/* Releases a model through its plug-in; a mixture with its components. */
+CORVANE_API void Corvane_detach1(void* model, CorvaneError* error);
+CORVANE_API void Corvane_detachN(void* model, CorvaneError* error);
+/* The saturation solver with its memory in an object: one per curve and thread. */
+CORVANE_API void* Corvane_new_Saturation(CorvaneError* error);
+CORVANE_API void Corvane_delete_Saturation(void* self);
+CORVANE_API void Corvane_Saturation_at_T(void* self, void* model, double T, int cont, double* p,
+                                         double* rhoL, double* rhoV, CorvaneError* error);
+CORVANE_API void Corvane_Saturation_at_p(void* self, void* model, double p, int cont, double* T,
+                                         double* rhoL, double* rhoV, CorvaneError* error);
+/* As Corvane_ModelN_load; pairs without a file keep the theory's estimate. Returns their
+ * number. */
+CORVANE_API int Corvane_ModelN_load_estimating(void* self, const char* eos, const char* mth,
+                                               CorvaneError* error);
+/* Number of parameters of a pair; 0 if the plug-in does not tell. */
+CORVANE_API int Corvane_ModelN_pair_parameters(void* self);
+/* The physical heat capacities over R, residual and total. */
+CORVANE_API void Corvane_ModelN_heat_capacities(void* self, double rho, double T, void* x,
+                                                double* CVr, double* Cpr, double* CVm, double* Cpm,
+                                                CorvaneError* error);
+/* Number of components: the i of CSharp_ModelN_getModel1i is below it. */
+CORVANE_API int Corvane_ModelN_components(void* self);
+/* One element of a matrix; i below the number of rows, j below that of columns, unchecked. */
+CORVANE_API double Corvane_doubleM_getItemValue(void* self, int i, int j);
+CORVANE_API void Corvane_doubleM_setItemValue(void* self, int i, int j, double x);
 
 #ifdef __cplusplus
 } /* extern "C" */

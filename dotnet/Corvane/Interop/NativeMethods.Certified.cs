@@ -1,4 +1,4 @@
-// Fluids and mixtures opened by name, certified calculations.
+// Written by scripts/bindings: the certified interface, from its header.
 using System;
 using System.Runtime.InteropServices;
 

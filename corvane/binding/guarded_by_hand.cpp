@@ -1,6 +1,5 @@
-// Guarded exports of operations that have no counterpart in the flat interface: the re-entrant
-// saturation solver, loading with estimated pairs, the physical heat capacities of a mixture, the
-// number of its components, elements of matrices.
+// Guarded exports that do more than forward: saturation by the march or the direct solver, densities
+// that are checked, minima that are judged, heat capacities in one call, models that go home.
 #include <corvane/binding/flat.h>
 #include <corvane/binding/guard.h>
 #include <corvane/corvane.h>
@@ -29,12 +28,6 @@ void march_or_solve(March march, Direct direct) {
 }
 }  // namespace
 
-EXPORT void* Corvane_new_Saturation(CorvaneError* error) {
-    return guard(error, {}, [&]() -> void* { return new corvane::Saturation; });
-}
-EXPORT void Corvane_delete_Saturation(void* self) {
-    delete as<corvane::Saturation>(self);
-}
 EXPORT void Corvane_Saturation_at_T(void* self, void* model, double T, int cont, double* p,
                                     double* rhoL, double* rhoV, CorvaneError* error) {
     guard(error, {}, [&] {
@@ -57,11 +50,21 @@ EXPORT void Corvane_Saturation_at_p(void* self, void* model, double p, int cont,
                        });
     });
 }
-EXPORT int Corvane_ModelN_load_estimating(void* self, const char* eos, const char* mth,
-                                          CorvaneError* error) {
-    return guard(error, {}, [&] {
-        return static_cast<int>(corvane::load_estimating(ref<ModelN>(self), eos, mth).size());
-    });
+EXPORT int Corvane_volav(void* model, int kind, double p, double T, void* x, double d, double* rho,
+                         CorvaneError* error) {
+    return guard(error, {},
+                 [&] {
+                     auto* fractions = as<Vector<double>>(x);
+                     return volav(model, kind, p, T, fractions, d, *rho) == 1 &&
+                            corvane::is_density(model, kind, p, T, fractions, *rho);
+                 });
+}
+EXPORT void Corvane_equil_min(void* m, double p, double T, void* ph, void* x, CorvaneError* error) {
+    guard(error, {{ph, kConstPhdescV}, {x, kDoubleV}},
+          [&] {
+              corvane::equil_min_judged(as<ModelN>(m), p, T, ref<Vector<phdesc>>(ph),
+                                        ref<Vector<double>>(x));
+          });
 }
 EXPORT void Corvane_ModelN_heat_capacities(void* self, double rho, double T, void* x, double* CVr,
                                            double* Cpr, double* CVm, double* Cpm,
@@ -81,12 +84,9 @@ EXPORT int Corvane_ModelN_pair_parameters(void* self) {
     auto const* known = dynamic_cast<corvane::PairParameters const*>(model);
     return known ? known->pair_parameters() : 0;
 }
-EXPORT int Corvane_ModelN_components(void* self) {
-    return ref<ModelN>(self).mdl1.size();
+EXPORT void Corvane_detach1(void* model, CorvaneError* error) {
+    guard(error, {}, [&] { corvane::detach1(as<Model1>(model)); });
 }
-EXPORT double Corvane_doubleM_getItemValue(void* self, int i, int j) {
-    return ref<Matrix<double>>(self)[i][j];
-}
-EXPORT void Corvane_doubleM_setItemValue(void* self, int i, int j, double x) {
-    ref<Matrix<double>>(self)[i][j] = x;
+EXPORT void Corvane_detachN(void* model, CorvaneError* error) {
+    guard(error, {}, [&] { corvane::detachN(as<ModelN>(model)); });
 }
