@@ -99,10 +99,11 @@ int Ideal::segment(double T) const {
     const int n = x_.size();
     if (T < x_[0]) return 0;
     if (T >= x_[n - 1]) return n - 1;
-    int low = 0, high = n - 1;
-    while (high - low > 1) {
-        const int mid = (low + high) / 2;
-        (T > x_[mid] ? low : high) = mid;
+    int low = 0;
+    for (int count = n - 1; count > 1;) {  // without a branch that depends on T
+        const int half = count / 2;
+        low += half * (T > x_[low + half]);
+        count -= half;
     }
     return low;
 }
@@ -124,7 +125,8 @@ void Ideal::reset() {
     x_.size(0);  // intended: the other tables stay
 }
 
-Ideal::Value Ideal::at(double T) const {
+// Inlined, so that what a caller does not take is not computed.
+[[gnu::always_inline]] inline Ideal::Value Ideal::at(double T) const {
     if (x_.size() < 1) throw ThException(th_no_ideal);
     const int k = segment(T);
     const double x = x_[k], y = y_[k], b = c_[0][k], c = c_[1][k], d = c_[2][k], dx = T - x;
