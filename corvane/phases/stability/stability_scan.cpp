@@ -26,6 +26,8 @@ double ideal(double w0, double w1) {
 
 BinaryScan::BinaryScan(FluidModel const& fluid) : fluid_(fluid), x_(2) {
     s_.resize(2);
+    nodes_.reserve(64);  // as many as most tests need
+    cells_.reserve(64);
 }
 
 /// Evaluates both roots at a composition; index of the new node.
