@@ -201,7 +201,7 @@ class Fluid:
         values, status, words, done = self._native.properties(t, r, threads)
         status = status.reshape(shape)
         columns = {name: values[:, k].reshape(shape) for k, name in enumerate(_PHASE)}
-        missing = np.full(shape, np.nan)
+        missing = np.broadcast_to(np.nan, shape)
         columns.update(T=t.reshape(shape), rho=r.reshape(shape), q=missing, rho_liquid=missing,
                        rho_vapour=missing)  # fmt: skip
         return judge(State(columns, status), status, words, done, errors)

@@ -11,12 +11,15 @@
 #include <atomic>
 #include <chrono>
 #include <cmath>
+#include <cstdlib>
 #include <exception>
 #include <limits>
 #include <mutex>
 #include <string>
 #include <thread>
 #include <vector>
+
+#include <sys/mman.h>
 
 namespace py {
 
@@ -41,21 +44,30 @@ enum Status : std::int8_t {
     interrupted = 6,   // not computed
 };
 
-/// An array of NumPy that owns its memory, filled with not-a-number.
+/// A table of NumPy with a row for every element, which owns its memory. Rows are written once, by
+/// `each`; what nobody wrote is not-a-number.
 class Out {
   public:
     explicit Out(std::vector<std::size_t> shape) : shape_(std::move(shape)) {
-        std::size_t n = 1;
-        for (std::size_t k : shape_) n *= k;
-        data_ = new double[n];
-        std::fill(data_, data_ + n, kNaN);
-        owner_ = nb::capsule(data_, [](void* p) noexcept { delete[] static_cast<double*>(p); });
+        for (std::size_t k = 1; k < shape_.size(); ++k) width_ *= shape_[k];
+        const std::size_t bytes = shape_[0] * width_ * sizeof(double);
+        // Whole large pages: a page fault for every 4 KB costs as much as a cubic equation.
+        const bool large = bytes > 2 * kLargePage;
+        const std::size_t page = large ? kLargePage : 64;
+        data_ = static_cast<double*>(std::aligned_alloc(page, (bytes + page) / page * page));
+        if (!data_) throw std::bad_alloc();
+        if (large) madvise(data_, bytes, MADV_HUGEPAGE);
+        owner_ = nb::capsule(data_, [](void* p) noexcept { std::free(p); });
     }
     double* data() { return data_; }
+    double* row(std::size_t i) { return data_ + i * width_; }
+    void clear(std::size_t i) { std::fill_n(row(i), width_, kNaN); }
     Array array() { return Array(data_, shape_.size(), shape_.data(), owner_); }
 
   private:
+    static constexpr std::size_t kLargePage = 2u << 20;
     std::vector<std::size_t> shape_;
+    std::size_t width_ = 1;
     double* data_;
     nb::capsule owner_;
 };
@@ -76,6 +88,7 @@ class Report {
             words_ = words;
         }
     }
+    bool done(std::size_t i) const { return codes_[i] != interrupted; }
     Codes codes() { return Codes(codes_, 1, &n_, owner_); }
     std::string const& words() const { return words_; }
 
@@ -93,64 +106,128 @@ struct Several : std::runtime_error {
     Several() : std::runtime_error("more than one state has these values; see states()") {}
 };
 
-/// Calls f(i), and notes what it throws.
+/// Calls f(i, row), and notes what it throws; then the row is not-a-number.
 template <class F>
-void attempt(Report& report, std::size_t i, F const& f) {
+void attempt(Out& out, Report& report, std::size_t i, F const& f) {
+    const auto fail = [&](Status status, std::string const& text) {
+        out.clear(i);
+        report.fail(i, status, text);
+    };
     const auto words = [](auto const& e) {
         std::string text = e.message();
         while (!text.empty() && text.back() == '\n') text.pop_back();
         return text;
     };
     try {
-        f(i);
+        out.clear(i);
+        f(i, out.row(i));
         report.set(i, ok);
     } catch (corvane::EquilibriumFailure const& e) {
-        report.fail(i, e.kind() == corvane::EquilibriumFailure::Kind::no_solution ? no_solution : gave_up,
+        fail(e.kind() == corvane::EquilibriumFailure::Kind::no_solution ? no_solution : gave_up,
                     e.what());
     } catch (ThException const& e) {
         const bool none = e.number == th_generic || e.number == th_no_density ||
                           e.number == th_gas_only || e.number == th_liquid_only ||
                           e.number == th_trivial;
-        report.fail(i, e.number == th_no_ideal ? no_ideal : none ? no_solution : invalid, words(e));
+        fail(e.number == th_no_ideal ? no_ideal : none ? no_solution : invalid, words(e));
     } catch (MthException const& e) {
-        report.fail(i, e.number == mth_iterations ? gave_up : invalid, words(e));
+        fail(e.number == mth_iterations ? gave_up : invalid, words(e));
     } catch (Several const& e) {
-        report.fail(i, several, e.what());
+        fail(several, e.what());
     } catch (std::exception const& e) {
-        report.fail(i, invalid, e.what());
+        fail(invalid, e.what());
     }
 }
 
-/// f(i) for i = 0 … n − 1 on `threads` threads (0: as many as the machine has), blocks of elements
-/// at a time, without the interpreter's lock. Ctrl-C ends it; what is done stays done.
+/// Between elements, in the thread that was called: looks for Ctrl-C, and shows progress once a
+/// second has passed. Holds the interpreter's lock while it does.
+class Between {
+  public:
+    explicit Between(std::size_t n) : n_(n) {}
+    ~Between() {
+        if (!bar_.is_valid()) return;
+        const nb::gil_scoped_acquire held;
+        try {
+            if (!bar_.is_none()) bar_.attr("close")();
+        } catch (nb::python_error&) {
+        }
+        bar_.reset();
+    }
+    /// @return false to stop
+    bool operator()(std::size_t done) {
+        const auto now = Clock::now();
+        if (now - last_ < std::chrono::milliseconds(50)) return true;
+        last_ = now;
+        const nb::gil_scoped_acquire held;
+        try {
+            if (!bar_.is_valid() && now - start_ > std::chrono::seconds(1))
+                bar_ = nb::module_::import_("corvane.progress").attr("bar")(n_);
+            if (bar_.is_valid() && !bar_.is_none()) bar_.attr("show")(done);
+        } catch (nb::python_error const& e) {
+            if (e.matches(PyExc_KeyboardInterrupt)) return false;  // it came while the bar was drawn
+            bar_ = nb::none();  // no picture of progress is no failure
+        }
+        if (PyErr_CheckSignals() == 0) return true;
+        PyErr_Clear();  // raised again by the caller, with what is done
+        return false;
+    }
+
+  private:
+    using Clock = std::chrono::steady_clock;
+    std::size_t n_;
+    Clock::time_point start_ = Clock::now(), last_ = start_;
+    nb::object bar_;
+};
+
+/// f(i, row) for i = 0 … n − 1 on `threads` threads (0: as many as the machine has), without the
+/// interpreter's lock. Ctrl-C ends it; what is done stays done.
 /// @return false when it was interrupted
 template <class F>
-bool each(std::size_t n, int threads, Report& report, F const& f) {
+bool each(Out& out, Report& report, std::size_t n, int threads, F const& f) {
     const std::size_t block = std::clamp<std::size_t>(n / 256, 1, 4096);
-    std::atomic<std::size_t> next{0};
+    std::atomic<std::size_t> next{0}, done{0};
     std::atomic<bool> stop{false};
-    const auto blocks = [&](auto&& between) {
-        for (std::size_t from; !stop && (from = next.fetch_add(block)) < n; between())
-            for (std::size_t i = from; i < std::min(n, from + block) && !stop; ++i)
-                attempt(report, i, f);
-    };
     unsigned count = threads > 0 ? static_cast<unsigned>(threads) : std::thread::hardware_concurrency();
     count = static_cast<unsigned>(std::min<std::size_t>(std::max(1u, count), (n + block - 1) / block));
-    nb::gil_scoped_release released;
-    std::vector<std::thread> others;
-    for (unsigned k = 1; k < count; ++k) others.emplace_back([&] { blocks([] {}); });
-    auto last = std::chrono::steady_clock::now();
-    blocks([&] {
-        const auto now = std::chrono::steady_clock::now();
-        if (now - last < std::chrono::milliseconds(50)) return;
-        last = now;
-        nb::gil_scoped_acquire held;
-        if (PyErr_CheckSignals() != 0) {
-            PyErr_Clear();  // raised again by the caller, with what is done
-            stop = true;
+    const auto blocks = [&](auto&& between) {
+        for (std::size_t from; !stop && (from = next.fetch_add(block)) < n;) {
+            const std::size_t to = std::min(n, from + block);
+            std::size_t i = from;
+            for (std::size_t mark = i; i < to && !stop; mark = i) {
+                // one element of an equilibrium may last as long as thousands of a property
+                for (const std::size_t end = std::min(to, i + between.stride()); i < end && !stop; ++i)
+                    attempt(out, report, i, f);
+                done += i - mark;
+                if (!between(done)) stop = true;
+            }
         }
-    });
+    };
+    struct Silent {
+        std::size_t stride() const { return 64; }
+        bool operator()(std::size_t) const { return true; }
+    };
+    struct Watching : Between {
+        using Between::Between;
+        std::size_t stride() const { return stride_; }
+        bool operator()(std::size_t k) {
+            const auto now = std::chrono::steady_clock::now();
+            const auto spent = now - before_;
+            before_ = now;
+            if (spent < std::chrono::milliseconds(1)) stride_ = std::min<std::size_t>(2 * stride_, 4096);
+            if (spent > std::chrono::milliseconds(20)) stride_ = std::max<std::size_t>(stride_ / 4, 1);
+            return Between::operator()(k);
+        }
+        std::size_t stride_ = 1;
+        std::chrono::steady_clock::time_point before_ = std::chrono::steady_clock::now();
+    };
+    const nb::gil_scoped_release released;
+    std::vector<std::thread> others;
+    for (unsigned k = 1; k < count; ++k) others.emplace_back([&] { blocks(Silent{}); });
+    blocks(Watching(n));
     for (std::thread& t : others) t.join();
+    if (stop)
+        for (std::size_t i = 0; i < n; ++i)
+            if (!report.done(i)) out.clear(i);
     return !stop;
 }
 

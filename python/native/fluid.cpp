@@ -44,13 +44,12 @@ nb::tuple states(Fluid const& f, int first, Column a, int second, Column b, int 
     Report report(n);
     const auto A = static_cast<Quantity>(first), B = static_cast<Quantity>(second);
     const auto options = range(f);
-    double* data = out.data();
-    const bool finished = each(n, threads, report, [&](std::size_t i) {
+    const bool finished = each(out, report, n, threads, [&](std::size_t i, double* row) {
         const auto all = corvane::pure_states(*f.model, {A, to_library(A, a(i))},
                                               {B, to_library(B, b(i))}, options);
         if (all.empty()) throw ThException(th_no_density);
         if (all.size() > 1) throw Several();
-        write(data + i * kBoth, all.front());
+        write(row, all.front());
     });
     return result(out, report, finished);
 }
@@ -63,7 +62,8 @@ nb::tuple all_states(Fluid const& f, int first, double a, int second, double b) 
     Out out({all.size(), kBoth});
     Report report(all.size());
     for (std::size_t i = 0; i < all.size(); ++i) {
-        write(out.data() + i * kBoth, all[i]);
+        out.clear(i);
+        write(out.row(i), all[i]);
         report.set(i, ok);
     }
     return result(out, report, true);
@@ -74,9 +74,8 @@ nb::tuple properties(Fluid const& f, Column T, Column rho, int threads) {
     const std::size_t n = T.shape(0);
     Out out({n, kPhase});
     Report report(n);
-    double* data = out.data();
-    const bool finished = each(n, threads, report, [&](std::size_t i) {
-        write_phase(data + i * kPhase, corvane::phase_properties(*f.model, T(i), rho(i) / kMega));
+    const bool finished = each(out, report, n, threads, [&](std::size_t i, double* row) {
+        write_phase(row, corvane::phase_properties(*f.model, T(i), rho(i) / kMega));
     });
     return result(out, report, finished);
 }
@@ -87,14 +86,13 @@ nb::tuple densities(Fluid const& f, Column T, Column p, int phase, int threads) 
     const std::size_t n = T.shape(0);
     Out out({n});
     Report report(n);
-    double* data = out.data();
-    const bool finished = each(n, threads, report, [&](std::size_t i) {
+    const bool finished = each(out, report, n, threads, [&](std::size_t i, double* row) {
         if (!(T(i) > 0) || !(p(i) > 0) || !std::isfinite(T(i)) || !std::isfinite(p(i)))
             throw ThException(th_out_of_range);
         double rho = 0.0, other = 0.0;
         if (f.model->vcalc(p(i) / kMega, T(i), phase, rho, other) < 1)
             throw ThException(th_no_density);
-        data[i] = rho * kMega;
+        *row = rho * kMega;
     });
     return result(out, report, finished);
 }
@@ -104,12 +102,10 @@ nb::tuple saturation(Fluid const& f, bool at_T, Column x, int threads) {
     const std::size_t n = x.shape(0);
     Out out({n, 4});
     Report report(n);
-    double* data = out.data();
-    const bool finished = each(n, threads, report, [&](std::size_t i) {
+    const bool finished = each(out, report, n, threads, [&](std::size_t i, double* row) {
         const Quantity what = at_T ? Quantity::T : Quantity::p;
         const auto s =
             corvane::pure_states(*f.model, {what, to_library(what, x(i))}, {Quantity::q, 0.0});
-        double* row = data + 4 * i;
         row[0] = s.front().T;
         row[1] = s.front().p * kMega;
         row[2] = s.front().liquid->rho * kMega;

@@ -39,10 +39,8 @@ nb::tuple properties(Mixture const& m, Column T, Column rho, Rows x, int threads
     same_length(n, x.shape(0));
     Out out({n, width});
     Report report(n);
-    double* data = out.data();
-    const bool finished = each(n, threads, report, [&](std::size_t i) {
-        write_phase(data + i * width,
-                    corvane::phase_properties(*m.model, T(i), rho(i) / kMega, row_of(x, i)));
+    const bool finished = each(out, report, n, threads, [&](std::size_t i, double* row) {
+        write_phase(row, corvane::phase_properties(*m.model, T(i), rho(i) / kMega, row_of(x, i)));
     });
     return result(out, report, finished);
 }
@@ -55,11 +53,10 @@ nb::tuple densities(Mixture const& m, Column T, Column p, Rows x, int phase, int
     same_length(n, x.shape(0));
     Out out({n});
     Report report(n);
-    double* data = out.data();
     const auto root = phase == 1   ? corvane::Root::dense
                       : phase == 3 ? corvane::Root::dilute
                                    : corvane::Root::stable;
-    const bool finished = each(n, threads, report, [&](std::size_t i) {
+    const bool finished = each(out, report, n, threads, [&](std::size_t i, double* row) {
         if (!(T(i) > 0) || !(p(i) > 0) || !std::isfinite(T(i)) || !std::isfinite(p(i)))
             throw ThException(th_out_of_range);
         const corvane::FluidModel fluid(*m.model, row_of(x, i));
@@ -67,7 +64,7 @@ nb::tuple densities(Mixture const& m, Column T, Column p, Rows x, int phase, int
         s.resize(fluid.size());
         if (!fluid.evaluate_at(s, p(i) / kMega, T(i), fluid.z(), root, 0))
             throw ThException(th_no_density);
-        data[i] = s.rho * kMega;
+        *row = s.rho * kMega;
     });
     return result(out, report, finished);
 }
@@ -80,13 +77,12 @@ nb::tuple ln_phi(Mixture const& m, Column T, Column rho, Rows x, int threads) {
     same_length(n, x.shape(0));
     Out out({n, N});
     Report report(n);
-    double* data = out.data();
-    const bool finished = each(n, threads, report, [&](std::size_t i) {
+    const bool finished = each(out, report, n, threads, [&](std::size_t i, double* row) {
         const Vector<double> rho_i = row_of(x, i) * (rho(i) / kMega);
         const double ln_Z = std::log(m.model->Z(rho_i, T(i)));
         if (!std::isfinite(ln_Z)) throw ThException(th_out_of_range);
         for (std::size_t k = 0; k < N; ++k)
-            data[i * N + k] = m.model->myr(rho_i, T(i), static_cast<int>(k)) - ln_Z;
+            row[k] = m.model->myr(rho_i, T(i), static_cast<int>(k)) - ln_Z;
     });
     return result(out, report, finished);
 }
@@ -101,10 +97,9 @@ nb::tuple flash(Mixture const& m, int kind, Column a, Column b, Rows z, int thre
     same_length(n, z.shape(0));
     Out out({n, width});
     Report report(n);
-    double* data = out.data();
     corvane::FlashOptions options;
     options.validity = &m.validity;
-    const bool finished = each(n, threads, report, [&](std::size_t i) {
+    const bool finished = each(out, report, n, threads, [&](std::size_t i, double* row) {
         const Vector<double> x = row_of(z, i);
         corvane::FlashResult r;
         switch (kind) {
@@ -114,7 +109,6 @@ nb::tuple flash(Mixture const& m, int kind, Column a, Column b, Rows z, int thre
             default: r = corvane::flash_Trho(*m.model, a(i), b(i) / kMega, x, options);
         }
         if (kind == 0 && m.ideal) corvane::add_caloric(*m.model, x, r);
-        double* row = data + i * width;
         double whole_volume = 0.0;
         for (std::size_t k = 0; k < r.phases.size(); ++k)
             whole_volume += r.fraction[k] / r.phases[k].rho;
@@ -141,16 +135,14 @@ nb::tuple saturation(Mixture const& m, bool bubble, bool at_T, Column values, Ro
     same_length(n, z.shape(0));
     Out out({n, width});
     Report report(n);
-    double* data = out.data();
     corvane::SaturationOptions options;
     options.validity = &m.validity;
     options.branch = static_cast<corvane::Branch>(branch);
     const auto kind = bubble ? corvane::Saturated::bubble : corvane::Saturated::dew;
-    const bool finished = each(n, threads, report, [&](std::size_t i) {
+    const bool finished = each(out, report, n, threads, [&](std::size_t i, double* row) {
         const Vector<double> x = row_of(z, i);
         const auto q = at_T ? corvane::saturation_T(*m.model, kind, values(i), x, options)
                             : corvane::saturation_p(*m.model, kind, values(i) / kMega, x, options);
-        double* row = data + i * width;
         double const head[] = {q.T,
                                q.p * kMega,
                                q.given.rho * kMega,
@@ -239,6 +231,7 @@ Array phases_of(std::vector<corvane::ThreePhasePoint> const& points) {
     Out out({points.size(), 8});  // T, p, x_0 of three phases, densities
     double* row = out.data();
     for (auto const& q : points) {
+        std::fill_n(row, 8, kNaN);
         row[0] = q.T;
         row[1] = q.p * kMega;
         for (std::size_t k = 0; k < 3 && k < q.phases.size(); ++k) {

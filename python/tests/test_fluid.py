@@ -1,8 +1,15 @@
 """Pure fluids: printed figures, identities, shapes, failures. The numbers themselves are tested in C++."""
 
 import copy
+import csv
+import os
+import pathlib
 import pickle
+import signal
+import subprocess
+import sys
 import threading
+import types
 
 import numpy as np
 import pytest
@@ -130,3 +137,44 @@ def test_plot(water):
     matplotlib.use("Agg")
     ax = water.saturation(T=[300, 400, 500]).plot()
     assert list(ax.lines[0].get_xdata()) == [300, 400, 500]
+
+
+def test_interruption_keeps_what_is_done_and_progress_is_shown(monkeypatch):
+    shown = []
+
+    class Bar:
+        def __init__(self, **options):
+            self.total = options["total"]
+
+        def update(self, more):
+            shown.append(more)
+
+        def close(self):
+            shown.append("closed")
+
+    monkeypatch.setitem(sys.modules, "tqdm", types.SimpleNamespace(tqdm=Bar))
+    gas, n = cv.Mixture("PR+vdW1", ["methane", "propane"]), 10**6
+    timer = threading.Timer(1.5, os.kill, (os.getpid(), signal.SIGINT))
+    timer.start()
+    with pytest.raises(cv.Interrupted) as caught:
+        gas.bubble([0.3, 0.7], T=np.linspace(200, 320, n), threads=2)
+    partial = caught.value.partial
+    done = partial.status == cv.Status.OK
+    assert partial.T.shape == (n,) and 0 < done.sum() < n
+    assert (partial.status[~done] == cv.Status.INTERRUPTED).all() and np.isnan(partial.T[~done]).all()
+    k = int(np.flatnonzero(done)[-1])
+    assert partial.p[k] == gas.bubble([0.3, 0.7], T=partial.T[k]).p
+    assert shown[-1] == "closed" and 0 < sum(shown[:-1]) < n
+
+
+def test_numbers_are_those_of_the_command_to_the_bit(water):
+    command = pathlib.Path(cv.__file__).parents[2] / "tools/corvane/corvane"
+    if not command.exists():
+        pytest.skip("not in a build tree")
+    out = subprocess.run([command, "state", "MEOS", "water", "--T", "300,450,700", "--p", "25", "--csv", "--full",
+                          "--no-heading", "--home", cv.data_home()], capture_output=True, text=True, check=True)  # fmt: skip
+    names, *rows = csv.reader(out.stdout.splitlines())
+    s = water.state(T=[300.0, 450.0, 700.0], p=25e6)
+    columns = {name.split("/")[0]: np.array([float(row[k]) for row in rows]) for k, name in enumerate(names) if 0 < k < 14}
+    for name in ("Z", "u", "h", "s", "cv"):
+        assert np.array_equal(columns[name], getattr(s, name)), name
