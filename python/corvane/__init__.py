@@ -9,8 +9,9 @@ Units: K, Pa, mol/m³, J/mol, J/(mol K), m/s, kg/mol; mole fractions. Every argu
 arrays that broadcast against each other; compositions have the components on their last axis.
 """
 
-from ._native import EquilibriumError, OpenError
+from ._native import EquilibriumError, Jet, OpenError
 from .catalogue import data_home, equations, mixture_models, search
+from .equation import Equation, check_equation
 from .fluid import Fluid, Saturation, State
 from .mixture import (
     CriticalLine,
@@ -31,17 +32,20 @@ __all__ = [
     "CriticalPoints",
     "Diagram",
     "Envelope",
+    "Equation",
     "EquilibriumError",
     "FlashResult",
     "Fluid",
     "Interrupted",
     "Mixture",
+    "Jet",
     "MixtureState",
     "OpenError",
     "Saturation",
     "SaturationPoints",
     "State",
     "Status",
+    "check_equation",
     "data_home",
     "equations",
     "mixture_models",

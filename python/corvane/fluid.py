@@ -101,6 +101,14 @@ class Fluid:
         self._native = _native.Fluid.open(eos, substance, set, home)
         self._home = home
         self._changed: dict[int, float] = {}
+        self._equation: Any = None
+
+    @classmethod
+    def _of_native(cls, native: Any, equation: Any, home: str | None) -> Fluid:
+        """A fluid with an equation written in Python."""
+        fluid = cls.__new__(cls)
+        fluid._native, fluid._home, fluid._changed, fluid._equation = native, home, {}, equation
+        return fluid
 
     # ---- what it is
 
@@ -262,6 +270,8 @@ class Fluid:
         return judge(State(columns, status), status, words, done, errors)
 
     def __reduce__(self) -> tuple[Any, ...]:
+        if self._equation is not None:
+            return _again, (self._equation, "fluid", self._home)
         return _reopen, (self.name, self.eos, self.set, self._home, self._changed)
 
     def __repr__(self) -> str:
@@ -270,6 +280,10 @@ class Fluid:
     def _repr_html_(self) -> str:
         return (f"<b>{self.name}</b>, {self.eos} set {self.set}<br>T<sub>c</sub> = {self.T_critical:.6g} K, "
                 f"p<sub>c</sub> = {self.p_critical / 1e6:.6g} MPa<br><small>{self.source}</small>")  # fmt: skip
+
+
+def _again(equation: Any, kind: str, home: str | None) -> Any:
+    return getattr(equation, kind)(home=home)
 
 
 def _reopen(name: str, eos: str, set: int, home: str | None, changed: dict[int, float]) -> Fluid:

@@ -9,7 +9,7 @@ from numpy.typing import ArrayLike
 
 from . import _native
 from .arrays import flat_with_composition, magnitude
-from .fluid import _PHASE
+from .fluid import _PHASE, _again
 from .results import Table, figure_axes
 from .status import judge
 
@@ -221,8 +221,17 @@ class Mixture:
         else:
             self._native = _native.Mixture.open(str(model), list(components), list(sets), pair_set, estimate, home)
         self._changed: dict[tuple[int, int, int], float] = {}
+        self._equation: Any = None
         if kij is not None:
             self._set_kij(kij)
+
+    @classmethod
+    def _of_native(cls, native: Any, equation: Any, home: str | None) -> Mixture:
+        """A mixture with an equation written in Python."""
+        mixture = cls.__new__(cls)
+        mixture._native, mixture._changed, mixture._equation = native, {}, equation
+        mixture._options = ((), 1, True, home)
+        return mixture
 
     # ---- what it is
 
@@ -396,6 +405,8 @@ class Mixture:
 
     def __reduce__(self) -> tuple[Any, ...]:
         sets, pair_set, estimate, home = self._options
+        if self._equation is not None:
+            return _again, (self._equation, "mixture", home)
         arguments = (self.model, self.components, sets, pair_set, estimate, home, self._changed)
         return _reopen, arguments
 

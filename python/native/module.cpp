@@ -76,4 +76,5 @@ NB_MODULE(_native, m) {
     py::add_catalogue(m);
     py::add_fluid(m);
     py::add_mixture(m);
+    py::add_equation(m);
 }

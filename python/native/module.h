@@ -18,5 +18,6 @@ inline void write_phase(double* row, corvane::PhaseProperties const& q) {
 void add_fluid(nb::module_& m);
 void add_mixture(nb::module_& m);
 void add_catalogue(nb::module_& m);
+void add_equation(nb::module_& m);
 
 }  // namespace py
