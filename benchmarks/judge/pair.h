@@ -32,8 +32,9 @@ enum class Given {
 ///
 /// which the trivial solution does not satisfy, then p and where the composition z lies. 1/d³ costs
 /// 113 bits nothing that matters down to phases that differ by 1e-5. Variables ln a_i, ln b_i (where
-/// x is given the total density of a) and ln T; Jacobian by forward differences of 1e-7·d, or
-/// central ones of 1e-3·d where d < 1e-3.
+/// x is given the total density of a) and ln T; Jacobian by forward differences of 1e-7·d, or, where
+/// d < 1e-3, central ones. When both phases move together entries of 1/d cancel to d, so that these
+/// have to be right to d²: their step is where truncation and rounding are equal.
 template <class Equation>
 class PairNewton {
   public:
@@ -77,7 +78,7 @@ class PairNewton {
             if (!(d > first / 1000)) return false;  // running into the trivial solution
             const Quad scale = d < 1 ? d : Quad(1);
             const bool close = d < Quad(1e-3);
-            const Quad h = (close ? Quad(1e-3) : Quad(1e-7)) * scale;
+            const Quad h = close ? std::min(Quad(2e-11), Quad(1e-3) * scale) : Quad(1e-7) * scale;
             for (int j = 0; j < N; ++j) {
                 const Quad keep = y[j];
                 for (int side = close ? -1 : 1; side <= 1; side += 2) {
