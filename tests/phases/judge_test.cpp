@@ -264,7 +264,10 @@ TEST(JudgeCourt, FindsTheErrorsOfEveryComponentWithinTheStatedBounds) {
                 {"methane", "octane", 8.9758087846013986e-11, 398.49725922438716,
                  0.10050167513745968},
                 {"methane", "hydrogen_sulfide", 0.41616450883056982, 152.93360486833063,
-                 0.78039600963209188}};
+                 0.78039600963209188},
+                // a whole nearly pure and nearly critical: phases that only the trace tells apart
+                {"ethanol", "water", 1.0018962839728102e-06, 601.64907499115066,
+                 12.785702103463695}};
     for (auto const& row : rows) {
         const Mixture m = loaded("PR", row.a, row.b);
         const Cubic cubic(*m);
@@ -292,6 +295,9 @@ TEST(JudgeCourt, SaturationOfTracesAndFarFromCriticalPointsIsFoundOrAbsent) {
         {"decane", "methane", 2.32762202675403e-06, Saturated::dew, 0, 0.2225057918131019, true},
         {"hexadecane", "carbon_dioxide", 0.00023226559362392302, Saturated::dew, 0,
          4.7812739683046299, true},
+        // stiff liquids next to a critical point, 4e-4 and 1e-3 apart; above 1000 MPa
+        {"decane", "methane", 0.081076452932238405, Saturated::dew, 0, 114.63219668523924, true},
+        {"methane", "helium", 0.29836973197749339, Saturated::bubble, 116.83827781324835, 0, true},
         // the first vapour beside two liquids, one of them a trace
         {"benzene", "water", 1.3077438663515606e-09, Saturated::bubble, 386.38755414554413, 0, true},
         {"benzene", "water", 9.0142488913839882e-12, Saturated::bubble, 0, 0.050028829683218562,

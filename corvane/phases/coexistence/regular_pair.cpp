@@ -314,7 +314,8 @@ bool RegularPair::solve(int limit) {
         for (int i = 0; i < m_; ++i) y[i] += scale * r_[i];
         if (!std::isfinite(step) || std::fabs(distance()) > 1.0) return false;
         // The last steps are rounding, which only the bound can judge.
-        const bool stagnant = step < kStagnant[fluid.exact()] && step > 0.3 * last;
+        const bool stagnant = (step < kStagnant[fluid.exact()] && step > 0.3 * last) ||
+                              (step < kStagnant[false] && step > 0.9 * last);
         if (scale == 1.0 && (step < kStep || stagnant)) return ends();
         last = step;
     }

@@ -313,12 +313,12 @@ class Flash {
         const bool solved = pair.solve(kIterations);
         iterations_ += pair.iterations;
         fraction = pair.y.back();
-        if (!solved || !(fraction > 0.0) || !(fraction < 1.0) || !pair.bound(bounds_) ||
-            !bounds_.holds() || !pair.locally_stable())
+        if (!solved || !(fraction > 0.0) || !(fraction < 1.0) || !pair.locally_stable())
             return false;
         a_ = pair.a;
         b_ = pair.b;
         beta_ = fraction * b_.rho / (fraction * b_.rho + (1.0 - fraction) * a_.rho);
+        if (!flash_bound(fluid_, T_, p_, a_, b_, beta_, bounds_) || !bounds_.holds()) return false;
         const StabilityResult r = stability_.test(a_, p_, &b_, true);
         tpd_ = std::min(0.0, r.tpd);
         return r.stable && !r.unconverged;

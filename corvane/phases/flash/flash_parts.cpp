@@ -14,6 +14,7 @@ namespace corvane {
 namespace {
 constexpr double kApart = 1e-4;    // ln rho_i'/rho_i'' of two phases
 constexpr double kAbsent = 1e-12;  // amount of a phase that is not needed
+constexpr double kPolish = 1e-10;  // of potentials, as from phases taken for alike that are not
 constexpr int kSubstitutions = 40, kFractions = 50, kNewton = 30;
 
 bool alike(PhaseState const& a, PhaseState const& b) {
@@ -85,7 +86,18 @@ bool flash_bound(FluidModel const& fluid, double T, double p, PhaseState& a, Pha
         two.start(0, a.x, a.rho);
         two.start(1, b.x, b.rho);
         two.u.back() = std::log(T);
-        return two.evaluate() && two.bound(c) && c.apart_error < Certificate::apart_limit;
+        if (!two.evaluate()) return false;
+        double dmu = 0.0;
+        for (int i = 0; i < fluid.size(); ++i)
+            dmu = std::max(dmu, std::fabs(two.phase[0].m[i] - two.phase[1].m[i]));
+        if (dmu > kPolish) {
+            if (!two.solve(kNewton)) return false;
+            a = two.phase[0];
+            b = two.phase[1];
+            const double in_b = two.fraction * b.rho;
+            beta = in_b / ((1.0 - two.fraction) * a.rho + in_b);
+        }
+        return two.bound(c) && c.apart_error < Certificate::apart_limit;
     }
     RegularPair pair(fluid);
     pair.T = T;

@@ -10,9 +10,11 @@
 
 namespace corvane {
 namespace {
-constexpr int kFlashes = 20;
+constexpr int kFlashes = 30;
 constexpr double kStep = 0.7;     // largest change of ln p between flashes
-constexpr double kNarrow = 0.05;  // bracket in ln p that ends the search
+constexpr double kNarrow = 0.05;  // bracket in ln p from which Newton's method starts
+constexpr double kLeast = 1e-4;   // bracket that ends the search
+constexpr double kJump = 0.2;     // of ln rho of the lightest phase, least
 
 std::vector<double> present(FluidModel const& fluid, Vector<double> const& all) {
     std::vector<double> x;
@@ -114,6 +116,7 @@ std::optional<SaturationPoint> SaturationSolver::beside_two_liquids(SaturationOp
     double coldest = 1e300;
     for (int k = 0; k < n; ++k) coldest = std::min(coldest, 0.3 * fluid_.pure(k).Tcrit());
     double rho_vapour = 0.0, s = 0.0, low = -1e300, high = 1e300, reached = 1e300;
+    bool tried = false;
     const double t0 = t, q0 = q;
     for (int it = 0; it < kFlashes; ++it) {
         if (at_T_)
@@ -180,7 +183,20 @@ std::optional<SaturationPoint> SaturationSolver::beside_two_liquids(SaturationOp
                 }
             }
         }
-        if (high - low < kNarrow) break;
+        if (high - low < kNarrow) {
+            // One phase, or from gas to liquid without a jump: nothing vanishes.
+            if ((below.count == 1 && beyond.count == 1) ||
+                std::fabs(std::log(below.rho / beyond.rho)) < kJump) {
+                open_ = false;
+                return {};
+            }
+            if (high - low < kLeast) break;
+            if (!tried && !liquids.empty() && rho_vapour > 0.0) {
+                const auto found = three_phases(liquids, amounts, y, rho_vapour, t, o);
+                if (found || !open_) return found;
+                tried = true;
+            }
+        }
         if (high > 1e299 && (at_T_ ? q > kHighest : t < coldest)) {  // always a vapour
             open_ = false;
             return {};
@@ -191,10 +207,6 @@ std::optional<SaturationPoint> SaturationSolver::beside_two_liquids(SaturationOp
             s = high > 1e299 ? s + kStep * (1 << std::min(it, 12)) : low < -1e299 ? s - kStep : 0.5 * (low + high);
         reached = 1e300;
     }
-    // One phase, or from gas to liquid without a jump: nothing vanishes.
-    if (high - low < kNarrow && ((below.count == 1 && beyond.count == 1) ||
-                                 std::fabs(std::log(below.rho / beyond.rho)) < 4 * kNarrow))
-        open_ = false;
     if (liquids.empty() || !(rho_vapour > 0.0)) return {};
     return three_phases(liquids, amounts, y, rho_vapour, t, o);
 }
