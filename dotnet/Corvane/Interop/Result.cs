@@ -16,8 +16,14 @@ namespace Corvane.Interop
         private const int Properties = 31, Fractions = 1000, Whole = -1;
         private const int Rho = 2, Fraction = 7;
 
-        private readonly List<Curve> curves = new List<Curve>();
-        private PointValues[] first = new PointValues[0];
+        private struct Line
+        {
+            internal CurveKind Kind;
+            internal CurveEnd Begin, End;
+            internal PointValues[] Points;
+        }
+
+        private readonly Line[] lines;
         private readonly bool complete;
 
         /// <summary>Reads the result of a call, or throws its failure.</summary>
@@ -33,25 +39,26 @@ namespace Corvane.Interop
         private Result(ResultHandle handle, bool detailed)
         {
             complete = Corvane_Result_complete(handle) != 0;
-            int lines = Corvane_Result_lines(handle);
-            for (int line = 0; line < lines; ++line)
-            {
-                PointValues[] points = Read(handle, line, detailed);
-                if (line == 0) first = points;
-                curves.Add(new Curve(
-                    (CurveKind)Check(Corvane_Result_kind(handle, line, out CorvaneError k), ref k),
-                    (CurveEnd)Check(Corvane_Result_begin(handle, line, out CorvaneError b), ref b),
-                    (CurveEnd)Check(Corvane_Result_end(handle, line, out CorvaneError e), ref e),
-                    points));
-            }
+            lines = new Line[Corvane_Result_lines(handle)];
+            for (int i = 0; i < lines.Length; ++i)
+                lines[i] = new Line
+                {
+                    Kind = (CurveKind)Check(
+                        Corvane_Result_kind(handle, i, out CorvaneError k), ref k),
+                    Begin = (CurveEnd)Check(
+                        Corvane_Result_begin(handle, i, out CorvaneError b), ref b),
+                    End = (CurveEnd)Check(Corvane_Result_end(handle, i, out CorvaneError e), ref e),
+                    Points = Read(handle, i, detailed)
+                };
         }
 
         /// <summary>The points of a result that has single points only.</summary>
         internal IReadOnlyList<T> Single<T>(Func<PointValues, T> make) =>
-            first.Select(make).ToArray();
+            lines[0].Points.Select(make).ToArray();
 
         /// <summary>The curves, and whether they are complete.</summary>
-        internal T Curves<T>(Func<IReadOnlyList<Curve>, bool, T> make) => make(curves, complete);
+        internal T Curves<T>(Func<IReadOnlyList<Curve>, bool, T> make) =>
+            make(lines.Select(l => new Curve(l.Kind, l.Begin, l.End, l.Points)).ToArray(), complete);
 
         private static PointValues[] Read(ResultHandle handle, int line, bool detailed)
         {
