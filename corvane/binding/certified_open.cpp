@@ -5,6 +5,7 @@
 #include <corvane/phases/report/certificate.h>
 #include <corvane/solid/fusion.h>
 
+#include <algorithm>
 #include <cstring>
 
 using namespace corvane::binding;

@@ -3,6 +3,7 @@
 #include <corvane/corvane.h>
 
 #include <cmath>
+#include <memory>
 
 using namespace corvane::binding;
 

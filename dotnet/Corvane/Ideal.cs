@@ -8,35 +8,20 @@ namespace Corvane
 {
     /// <summary>Ideal-gas caloric properties of a substance from a table of heat capacities. Reduced:
     /// heat capacities and entropies by R, energies by R·T.</summary>
-    public sealed class Ideal : NativeObject
+    public sealed class Ideal : SubstancePart
     {
-        private const int ModelSlot = 1;
-
         internal readonly IdealHandle Handle;
 
-        private Model1 model;
-
-        internal Ideal(IdealHandle handle, Model1 owner) : base(handle)
+        internal Ideal(IdealHandle handle, Model1 owner) : base(handle, owner)
         {
             Handle = handle;
-            model = owner;
         }
 
         /// <summary>Without data and without a model.</summary>
         public Ideal() : this(CSharp_new_Ideal(), null) { }
 
-        /// <summary>The model whose name gives the file name. Fixed for the part of a model.</summary>
-        public Model1 Model
-        {
-            get => model;
-            set
-            {
-                if (!IsOwner) throw new InvalidOperationException("the part of a model");
-                Handle.Hold(ModelSlot, value?.Handle);
-                CSharp_Ideal_model__SWIG_1(Handle, value?.Handle ?? Model1Handle.None);
-                model = value;
-            }
-        }
+        internal override void SetModel(Model1Handle model) =>
+            CSharp_Ideal_model__SWIG_1(Handle, model);
 
         /// <summary>Reads CorvaneS/ideal/&lt;name&gt;. Code 1: no file or no model; numerical codes 5, 6:
         /// temperatures that do not ascend.</summary>

@@ -11,35 +11,20 @@ namespace Corvane
     /// Properties throw code 6 without data, 5 above their range, 9 where the model has no vapour, and
     /// those with suffix m code 3 without an ideal-gas table.
     /// </summary>
-    public sealed class Solid : NativeObject
+    public sealed class Solid : SubstancePart
     {
-        private const int ModelSlot = 1;
-
         internal readonly SolidHandle Handle;
 
-        private Model1 model;
-
-        internal Solid(SolidHandle handle, Model1 owner) : base(handle)
+        internal Solid(SolidHandle handle, Model1 owner) : base(handle, owner)
         {
             Handle = handle;
-            model = owner;
         }
 
         /// <summary>Without data and without a model.</summary>
         public Solid() : this(CSharp_new_Solid(), null) { }
 
-        /// <summary>The model whose name gives the file name. Fixed for the part of a model.</summary>
-        public Model1 Model
-        {
-            get => model;
-            set
-            {
-                if (!IsOwner) throw new InvalidOperationException("the part of a model");
-                Handle.Hold(ModelSlot, value?.Handle);
-                CSharp_Solid_model__SWIG_1(Handle, value?.Handle ?? Model1Handle.None);
-                model = value;
-            }
-        }
+        internal override void SetModel(Model1Handle model) =>
+            CSharp_Solid_model__SWIG_1(Handle, model);
 
         /// <summary>Reads CorvaneS/solid/&lt;name&gt;. Code 1: no file, no model, a malformed file.
         /// </summary>

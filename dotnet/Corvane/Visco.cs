@@ -24,35 +24,20 @@ namespace Corvane
 
     /// <summary>Dilute-gas viscosity and friction theory of a pure fluid; µPa·s with the shipped data.
     /// </summary>
-    public sealed class Visco : NativeObject
+    public sealed class Visco : SubstancePart
     {
-        private const int ModelSlot = 1;
-
         internal readonly ViscoHandle Handle;
 
-        private Model1 model;
-
-        internal Visco(ViscoHandle handle, Model1 owner) : base(handle)
+        internal Visco(ViscoHandle handle, Model1 owner) : base(handle, owner)
         {
             Handle = handle;
-            model = owner;
         }
 
         /// <summary>Without data and without a model.</summary>
         public Visco() : this(CSharp_new_Visco(), null) { }
 
-        /// <summary>The model whose name gives the file name. Fixed for the part of a model.</summary>
-        public Model1 Model
-        {
-            get => model;
-            set
-            {
-                if (!IsOwner) throw new InvalidOperationException("the part of a model");
-                Handle.Hold(ModelSlot, value?.Handle);
-                CSharp_Visco_model__SWIG_1(Handle, value?.Handle ?? Model1Handle.None);
-                model = value;
-            }
-        }
+        internal override void SetModel(Model1Handle model) =>
+            CSharp_Visco_model__SWIG_1(Handle, model);
 
         /// <summary>Reads CorvaneS/viscosity/dilute/&lt;name&gt;. Code 1.</summary>
         public void LoadDilute()

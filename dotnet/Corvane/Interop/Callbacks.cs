@@ -19,6 +19,10 @@ namespace Corvane.Interop
     [UnmanagedFunctionPointer(CallingConvention.Cdecl)]
     internal delegate int IntFunction(int x);
 
+    /// <summary>Called after every point of a trace; 0 ends it. Must not throw.</summary>
+    [UnmanagedFunctionPointer(CallingConvention.Cdecl)]
+    internal delegate int ProgressCallback(int points, IntPtr context);
+
     /// <summary>
     /// The callbacks must not throw through native frames: they leave a pending exception, or the
     /// text, with their thread, and the caller picks it up right after the native call.
