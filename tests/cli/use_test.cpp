@@ -74,7 +74,7 @@ TEST(Cli, WrongUseExitsWith2) {
                 {"state PR propane --T nan --p 1", 2, "", "--T: 'nan' is not a number"},
                 {"state PR propane --T -5 --p 1", 2, "", "--T -5 K is not above zero"},
                 {"state PR propane --T 300 --p 1 --unit-p stone", 2, "", "stone"},
-                {"saturation PR propane", 2, "", "one of --T, --p and --compare"},
+                {"saturation PR propane", 2, "", "one of --T, --p, --compare and --input"},
                 {"saturation PR propane --T 300:200:10", 2, "", "does not lead from 300 to 200"},
                 {"saturation PR propane --T 300:200", 2, "", "not a range first:last:step or first:last/steps"},
                 {"saturation PR propane --T 1:2:1e-9", 2, "", "more than 100000 points"}});
@@ -204,7 +204,7 @@ TEST(Cli, PureSubstanceCommandsAnswerAndRefuse) {
          {"density PR propane --T 300 --p 1e-300", 1, "", "volume finder returned no solution"},
          {"density PR propane --T 300 --p 0.9 --strategy all", 0,
           "volav     liquid|volf1     vapour|volume    liquid", ""},
-         {"density PR propane --T 300", 2, "", "--p is required"},
+         {"density PR propane --T 300", 2, "", "give --T and --p, or --input"},
          {"critical PR CO2", 0, "solved|parameter-file|measured", ""},
          {"solid PR CO2 --T 200,300", 1, "failed: ", "T = 300 K: value out of range"},
          {"solid PR helium --T 1", 1, "", "no solid data of helium: no solid-state data available"},

@@ -4,6 +4,7 @@
 #include <tools/corvane/diagrams/plot.h>
 #include <tools/corvane/input/options.h>
 #include <tools/corvane/output/rows.h>
+#include <tools/corvane/results/file_run.h>
 #include <tools/corvane/results/certified.h>
 #include <tools/corvane/results/mixture_points.h>
 #include <tools/corvane/text/errors.h>
@@ -30,6 +31,7 @@ struct SaturationPoints {
     std::string T, p, branch = "any", scan;
     PlotFile plot;
     Measured data;
+    FileRun file;
 
     int run();
 
@@ -41,6 +43,7 @@ struct SaturationPoints {
     bool bubble() const { return kind == "bubble"; }
     Saturated which() const { return bubble() ? Saturated::bubble : Saturated::dew; }
     bool by_T() const { return p.empty(); }
+    int of_file(MixtureFluid& mixture);
     std::vector<Asked> asked(MixtureFluid const& mixture) const;
     std::vector<Column> columns(MixtureFluid const& mixture) const;
     Row row(MixtureFluid const& mixture, SaturationPoint const& point, Evidence& evidence) const;
@@ -100,8 +103,8 @@ Row SaturationPoints::row(MixtureFluid const& mixture, SaturationPoint const& po
     for (auto const* phase : {&liquid, &vapour}) add_cells(result, phase->x);
     for (auto const* phase : {&liquid, &vapour})
         result.cells.emplace_back(mixture.density(u, phase->x, phase->rho));
-    for (int i = 0; i < mixture.size(); ++i)  // not finite, so blank, if absent
-        result.cells.emplace_back(vapour.x[i] / liquid.x[i]);
+    for (int i = 0; i < mixture.size(); ++i)  // not finite, so blank, if absent; two liquids: none
+        result.cells.emplace_back(point.split.empty() ? vapour.x[i] / liquid.x[i] : std::nan(""));
     evidence.add(result, point.certificate);
     if (phase_names(mixture, {liquid, vapour}).back() != "vapour")
         add_note(result.note, "both phases are as dense as liquids: y is no vapour");
@@ -130,15 +133,31 @@ SaturationPoint SaturationPoints::solve(MixtureFluid const& mixture, Asked const
     }
 }
 
+int SaturationPoints::of_file(MixtureFluid& mixture) {
+    file.open({{"T", Quantity::temperature}, {"p", Quantity::pressure}}, options.units, &mixture);
+    if (file.has("T") == file.has("p")) throw Failure("--input: either a column T or a column p");
+    p = file.has("p") ? "p" : "";
+    Evidence evidence;
+    std::optional<SaturationPoint> last;
+    return file.run(command.c_str(), columns(mixture), options.style, [&](Row& result) {
+        last = solve(mixture, {file[by_T() ? "T" : "p"], mixture.x}, last);
+        result = row(mixture, *last, evidence);
+    });
+}
+
 int SaturationPoints::run() {
-    if (T.empty() == p.empty()) throw Misuse("give either --T or --p");
+    file.begin(options.json());
+    if (file ? !T.empty() || !p.empty() || !scan.empty() || plot || data
+             : T.empty() == p.empty())
+        throw Misuse("give either --T or --p, or --input");
     plot.begin();
     data.begin();
     options.begin();
-    request.fractions_optional = !scan.empty();
-    const MixtureFluid mixture = open_mixture(request);
+    request.fractions_optional = !scan.empty() || file;
+    MixtureFluid mixture = open_mixture(request);
     Units& units = options.units;
     units.M = mixture.M();
+    if (file) return of_file(mixture);
     if (data) data.read(mixture, MeasuredKind::composition);
     const Quantity quantity = by_T() ? Quantity::temperature : Quantity::pressure;
     char const* const symbol = by_T() ? "T" : "p";
@@ -203,6 +222,7 @@ void add(Program& program, char const* name, char const* kind, char const* text,
     if (points->command == "equilibrium")
         command.value("--kind", points->kind, "bubble: of a liquid (default); dew: of a vapour",
                       {.one_of = {"bubble", "dew"}, .type = "KIND"});
+    points->file.add_to(command);
     points->plot.add_to(command);
     points->data.add_to(command);
     points->options.add_units(command);

@@ -3,6 +3,8 @@
 #include <tools/corvane/commands/commands.h>
 #include <tools/corvane/input/options.h>
 #include <tools/corvane/output/rows.h>
+#include <tools/corvane/results/file_run.h>
+#include <tools/corvane/results/properties.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
 
@@ -93,10 +95,12 @@ constexpr double kRoot = 1e-3;
 struct DensityCommand {
     Options options;
     std::string T, p, strategy = "equation";
+    FileRun file;
 
     int run();
 
   private:
+    int of_file(Fluid const& fluid);
     std::vector<Row> roots(Fluid const& fluid, Strategy const& how, double T_, double p_) const;
 };
 
@@ -141,9 +145,34 @@ std::vector<Row> DensityCommand::roots(Fluid const& fluid, Strategy const& how, 
     return result;
 }
 
+/// The stable root of every row.
+int DensityCommand::of_file(Fluid const& fluid) {
+    Units const& u = options.units;
+    file.open({{"T", Quantity::temperature}, {"p", Quantity::pressure}}, u);
+    if (!file.has("T") || !file.has("p")) throw Failure("--input: columns T and p are needed");
+    const Conversion rho = u.conversion(Quantity::density), v = u.conversion(Quantity::volume);
+    return file.run("density",
+                    {{"phase", "", ""},
+                     {"rho", u.name(Quantity::density), ""},
+                     {"v", u.name(Quantity::volume), ""},
+                     {"Z", "", ""}},
+                    options.style, [&](Row& row) {
+                        const double T_ = file["T"], p_ = file["p"];
+                        const Roots found = density_roots(*fluid.model, T_, p_);
+                        row.cells = {std::string(found.stable_name), rho.from_library(found.stable),
+                                     v.from_library(1.0 / found.stable),
+                                     p_ / (found.stable * R * T_)};
+                        row.note = extrapolated(fluid, T_, p_, false, u);
+                    });
+}
+
 int DensityCommand::run() {
+    file.begin(options.json());
+    if (file ? !T.empty() || !p.empty() : T.empty() || p.empty())
+        throw Misuse("give --T and --p, or --input");
     Fluid fluid = options.open();
     Units const& units = options.units;
+    if (file) return of_file(fluid);
     const auto temperatures = positive_points(T, "--T", Quantity::temperature, units);
     const auto pressures = positive_points(p, "--p", Quantity::pressure, units);
     Table table;
@@ -183,13 +212,14 @@ void add_density(Program& program) {
     Command command = program.add("density", "all density roots at temperatures and pressures",
                                   [density] { return density->run(); });
     density->options.add_fluid(command);
-    command.value("--T", density->T, "temperatures", {.required = true, .type = "VALUES"})
-        .value("--p", density->p, "pressures", {.required = true, .type = "VALUES"})
+    command.value("--T", density->T, "temperatures", {.type = "VALUES"})
+        .value("--p", density->p, "pressures", {.type = "VALUES"})
         .value(
             "--strategy", density->strategy,
             "equation (its own solver, default), volume (global search), volav, volnewt (from "
             "start values), volf1 (brackets), all",
             {.one_of = {"equation", "volume", "volav", "volnewt", "volf1", "all"}, .type = "NAME"});
+    density->file.add_to(command);
     density->options.add_units(command);
     density->options.add_output(command);
     command.examples(

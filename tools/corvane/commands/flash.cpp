@@ -3,6 +3,7 @@
 #include <tools/corvane/commands/flash.h>
 #include <tools/corvane/input/options.h>
 #include <tools/corvane/output/rows.h>
+#include <tools/corvane/results/file_run.h>
 #include <tools/corvane/results/certified.h>
 #include <tools/corvane/results/mixture_points.h>
 #include <tools/corvane/text/errors.h>
@@ -41,10 +42,12 @@ struct FlashCommand {
         s{"s", "--s", "s_all", Quantity::entropy, "", {}},
         rho{"rho", "--rho", "rho_all", Quantity::density, "", {}};
     std::string v;  ///< in place of rho
+    FileRun file;
 
     int run();
 
   private:
+    int of_file(MixtureFluid& mixture);
     void read(Given& given) const;
     std::pair<Given*, Given*> asked();
     FlashResult solve(MixtureFluid const& mixture, double first, double second,
@@ -157,7 +160,73 @@ std::vector<Row> FlashCommand::rows_of(MixtureFluid const& mixture, FlashResult 
     return rows;
 }
 
+/// One row for a state: of two phases, liquid and vapour; of one or more, how many there are.
+int FlashCommand::of_file(MixtureFluid& mixture) {
+    std::vector<FileRun::Known> known;
+    for (Given const* one : {&T, &p, &h, &s, &rho}) known.push_back({one->symbol, one->quantity});
+    file.open(known, options.units, &mixture);
+    for (Given* one : {&T, &p, &h, &s, &rho})
+        if (file.has(one->symbol)) one->text = one->symbol;
+    const auto [first, second] = asked();
+    options.set_reference(mixture);
+    Units& u = options.units;
+    std::vector<Column> columns = {{"T", u.name(Quantity::temperature), ""},
+                                   {"p", u.name(Quantity::pressure), ""},
+                                   {"phases", "", ""},
+                                   {"vapour", "", "its mole fraction of the whole"},
+                                   {"rho", u.name(Quantity::density), ""}};
+    if (mixture.ideal) {
+        columns.push_back({"h", u.name(Quantity::energy), ""});
+        columns.push_back({"s", u.name(Quantity::entropy), ""});
+    }
+    columns.push_back({"rhoL", u.name(Quantity::density), ""});
+    columns.push_back({"rhoV", u.name(Quantity::density), ""});
+    for (char const* prefix : {"xL", "yV"}) add_fractions(columns, mixture, prefix, "");
+    FlashResult last;
+    Evidence evidence;
+    return file.run(name, columns, options.style, [&, a = first, b = second](Row& row) {
+        u.M = mixture.M();
+        last = solve(mixture, file[a->symbol], file[b->symbol], last);
+        const auto names = phase_names(mixture, last.phases);
+        corvane::PhaseRecord const *liquid = nullptr, *vapour = nullptr;
+        double fraction = 0.0;
+        for (std::size_t k = 0; k < names.size(); ++k) {
+            (names[k] == "vapour" ? vapour : liquid) = &last.phases[k];
+            if (names[k] == "vapour") fraction = last.fraction[k];
+        }
+        row.cells = {u.from_library(Quantity::temperature, last.T),
+                     u.from_library(Quantity::pressure, last.p),
+                     static_cast<long>(names.size()), fraction,
+                     u.from_library(Quantity::density, last.rho)};
+        if (mixture.ideal) {
+            row.cells.emplace_back(u.from_library(Quantity::energy, last.h));
+            row.cells.emplace_back(u.from_library(Quantity::entropy, last.s));
+        }
+        const bool plain = names.size() < 3 && (names.size() == 1 || fraction > 0.0);
+        for (auto const* phase : {liquid, vapour})
+            row.cells.push_back(phase && plain ? Cell(mixture.density(u, phase->x, phase->rho))
+                                               : Cell());
+        for (auto const* phase : {liquid, vapour})
+            for (int i = 0; i < mixture.size(); ++i)
+                row.cells.push_back(phase && plain ? Cell(phase->x[i]) : Cell());
+        Row certificate;
+        evidence.add(certificate, last.certificate);
+        row.note = certificate.note;
+        if (!plain) add_note(row.note, "no liquid beside a vapour: see corvane flash without --input");
+    });
+}
+
 int FlashCommand::run() {
+    file.begin(options.json());
+    if (file) {
+        for (Given const* one : {&T, &p, &h, &s, &rho})
+            if (*one || !v.empty()) throw Misuse("--input brings the values: no " + std::string(one->option));
+        options.begin();
+        request.fractions_optional = true;
+        MixtureFluid mixture = open_mixture(request);
+        options.units.M = mixture.M();
+        return of_file(mixture);
+    }
     const auto [first, second] = asked();
     options.begin();
     MixtureFluid mixture = open_mixture(request);
@@ -200,8 +269,9 @@ int FlashCommand::run() {
 }  // namespace
 
 int flash(char const* command, Options const& options, MixtureRequest const& request,
-          std::map<std::string, std::string> const& given) {
+          std::map<std::string, std::string> const& given, FileRun file) {
     FlashCommand flash;
+    flash.file = std::move(file);
     flash.name = command;
     flash.options = options;
     flash.request = request;
@@ -231,6 +301,7 @@ void add_flash(Program& program) {
         .value("--s", flash->s.text, "entropies of the whole, with --p", {.type = "VALUES"})
         .value("--rho", flash->rho.text, "densities of the whole, with --T", {.type = "VALUES"})
         .value("--v", flash->v, "volumes of the whole, with --T", {.type = "VALUES"});
+    flash->file.add_to(command);
     flash->options.add_reference(command);
     flash->options.add_units(command);
     flash->options.add_output(command);

@@ -2,6 +2,7 @@
 #include <tools/corvane/commands/commands.h>
 #include <tools/corvane/input/options.h>
 #include <tools/corvane/output/rows.h>
+#include <tools/corvane/results/file_run.h>
 #include <tools/corvane/results/compare.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
@@ -99,6 +100,7 @@ Equilibrium equilibrium(Fluid const& fluid, Units const& units, bool by_T, doubl
 struct SaturationCommand {
     Options options;
     std::string T, p, compare;
+    FileRun file;
     bool all = false;
 
     int run();
@@ -129,14 +131,15 @@ std::vector<SaturationColumn const*> SaturationCommand::choose(
 }
 
 int SaturationCommand::run() {
-    if ((T.empty() ? 0 : 1) + (p.empty() ? 0 : 1) + (compare.empty() ? 0 : 1) != 1)
-        throw Misuse("give one of --T, --p and --compare");
+    if ((T.empty() ? 0 : 1) + (p.empty() ? 0 : 1) + (compare.empty() ? 0 : 1) + (file ? 1 : 0) != 1)
+        throw Misuse("give one of --T, --p, --compare and --input");
+    file.begin(options.json());
     if (!compare.empty())
         compare = std::filesystem::absolute(compare).string();  // open() changes the directory
     Fluid fluid = options.open();
     Units const& units = options.units;
     std::vector<double> given;
-    if (compare.empty()) given = read_points();
+    if (compare.empty() && !file) given = read_points();
     std::optional<Published> published;
     if (!compare.empty()) {
         published.emplace(compare, quantities(), units.M);
@@ -144,7 +147,8 @@ int SaturationCommand::run() {
             throw Failure(compare + ": neither a column T nor a column p");
         given = published->column(published->has("T") ? "T" : "p");
     }
-    const bool by_T = published ? published->has("T") : p.empty();
+    if (file) file.open({{"T", Quantity::temperature}, {"p", Quantity::pressure}}, units);
+    const bool by_T = file ? file.has("T") : published ? published->has("T") : p.empty();
 
     Heading head = heading("saturation", fluid, units);
     const std::string reference = options.set_reference(fluid);
@@ -157,7 +161,6 @@ int SaturationCommand::run() {
         table.columns.push_back({column->name, units.name(column->quantity), column->text,
                                  column->name == std::string(by_T ? "T" : "p")});
 
-    Rows rows("saturation", table, given.size());
     const auto row = [&](double x) {
         const Equilibrium e = equilibrium(fluid, units, by_T, x);
         Row result;
@@ -166,6 +169,12 @@ int SaturationCommand::run() {
         result.note = extrapolated(fluid, e.T, e.p, all, units);
         return result;
     };
+    if (file) {
+        if (!by_T && !file.has("p")) throw Failure("--input: neither a column T nor a column p");
+        return file.run("saturation", table.columns, options.style,
+                        [&](Row& result) { result = row(file[by_T ? "T" : "p"]); });
+    }
+    Rows rows("saturation", table, given.size());
     const Quantity quantity = by_T ? Quantity::temperature : Quantity::pressure;
     for (double x : given)
         if (!rows.add("", {{by_T ? 0 : 1, units.from_library(quantity, x)}},
@@ -194,6 +203,7 @@ void add_saturation(Program& program) {
                "published points: a CSV file with columns such as T/K, p/MPa, rhoL/(kg/m3)",
                {.type = "FILE"})
         .flag("--all", saturation->all, "more columns: volumes, Z, phi, h, s, cp of both phases");
+    saturation->file.add_to(command);
     saturation->options.add_reference(command);
     saturation->options.add_units(command);
     saturation->options.add_output(command);

@@ -33,6 +33,7 @@ struct StateCommand {
     Options options;
     MixtureRequest request;
     std::string phase = "stable";
+    FileRun file;
     Input inputs[8] = {{"T", "--T", Quantity::temperature, What::T},
                        {"p", "--p", Quantity::pressure, What::p},
                        {"rho", "--rho", Quantity::density, What::rho},
@@ -54,6 +55,7 @@ struct StateCommand {
         std::optional<PureState> whole = {};  // then `state` is not of one phase
     };
     int of_mixture();
+    int of_file(Fluid& fluid);
     void choose();
     void read(Input& input) const;
     bool is(What a, What b) const { return first_->what == a && second_->what == b; }
@@ -70,7 +72,7 @@ struct StateCommand {
 
 /// The two quantities that were given. @throws Misuse
 void StateCommand::choose() {
-    std::vector<Input*> found;
+    std::vector<Input*> found;  // texts, of a file the names of its columns
     for (Input& input : inputs)
         if (!input.text.empty()) found.push_back(&input);
     if (found.size() != 2 || found[0]->what == found[1]->what)
@@ -219,15 +221,79 @@ int StateCommand::of_mixture() {
     request.components.assign(options.words.begin() + 1, options.words.end());
     std::map<std::string, std::string> given;
     for (Input const& input : inputs) given[input.symbol] = input.text;
-    return flash("state", options, request, given);
+    return flash("state", options, request, given, std::move(file));
+}
+
+/// One row for a state, its properties from one evaluation. Of several states the first.
+int StateCommand::of_file(Fluid& fluid) {
+    Units const& u = options.units;
+    std::vector<FileRun::Known> known;
+    for (Input const& input : inputs) known.push_back({input.symbol, input.quantity});
+    file.open(known, u);
+    for (Input& input : inputs)
+        if (file.has(input.symbol)) input.text = input.symbol;
+    choose();
+    options.set_reference(fluid);
+    using P = corvane::PhaseProperties;
+    struct Shown {
+        char const* name;
+        Quantity quantity;
+        double PureState::*whole;
+        double P::*phase;
+    };
+    std::vector<Shown> shown = {{"T", Quantity::temperature, &PureState::T, nullptr},
+                                {"p", Quantity::pressure, &PureState::p, nullptr},
+                                {"rho", Quantity::density, &PureState::rho, nullptr}};
+    if (fluid.ideal)
+        for (Shown const& one : {Shown{"u", Quantity::energy, &PureState::u, nullptr},
+                                 {"h", Quantity::energy, &PureState::h, nullptr},
+                                 {"s", Quantity::entropy, &PureState::s, nullptr},
+                                 {"cv", Quantity::entropy, nullptr, &P::cv},
+                                 {"cp", Quantity::entropy, nullptr, &P::cp},
+                                 {"w", Quantity::speed, nullptr, &P::w}})
+            shown.push_back(one);
+    std::vector<Column> columns = {{"phase", "", ""}, {"q", "", ""}};
+    std::vector<Conversion> converted;
+    for (Shown const& one : shown) {
+        columns.push_back({one.name, u.name(one.quantity), ""});
+        converted.push_back(u.conversion(one.quantity));
+    }
+    Model1 const& model = *fluid.model;
+    const auto given = [&](Input const& input) {
+        const double x = file[input.symbol];
+        return corvane::Given{input.what, input.quantity == Quantity::volume ? 1.0 / x : x};
+    };
+    return file.run("state", columns, options.style, [&](Row& row) {
+        const auto states = corvane::pure_states(model, given(*first_), given(*second_));
+        if (states.empty()) throw Failure("no stable state has these values");
+        PureState const& q = states.front();
+        if (q.phase && (!(q.p > 0.0) || !(q.phase->dp_drho > 0.0)))
+            throw Failure("no stable phase has this density");
+        row.cells.emplace_back(std::string(q.phase ? phase_name(model, q.T, q.rho) : "two"));
+        row.cells.emplace_back(q.q);
+        for (std::size_t k = 0; k < shown.size(); ++k) {
+            const double x = shown[k].whole ? q.*shown[k].whole
+                             : q.phase      ? *q.phase.*shown[k].phase
+                                            : std::nan("");
+            row.cells.emplace_back(converted[k].from_library(x));
+        }
+        row.note = extrapolated(fluid, q.T, q.p, true, u);
+        if (states.size() > 1)
+            add_note(row.note, fmt::format("the first of {} states with these values", states.size()));
+    });
 }
 
 int StateCommand::run() {
-    choose();
+    file.begin(options.json());
+    if (!file) choose();
+    for (Input const& input : inputs)
+        if (file && (!input.text.empty() || phase != "stable"))
+            throw Misuse("--input brings the values, of stable states");
     if (options.words.front().find('+') != std::string::npos) return of_mixture();
     if (!request.kij.empty() || !request.basis.empty() || request.pair_set > 0)
         throw Misuse("--kij, --basis and --pair-set are of mixtures: MODEL A=0.5 B");
     Fluid fluid = options.open();
+    if (file) return of_file(fluid);
     Units const& units = options.units;
     for (Input* input : {first_, second_}) read(*input);
     Heading head = heading("state", fluid, units);
@@ -288,6 +354,7 @@ void add_state(Program& program) {
         "at T and p: stable (default), liquid, vapour, both; at T and rho: stable (two phases where "
         "they are), single (one phase, even if it is not stable)",
         {.one_of = {"stable", "liquid", "vapour", "both", "single"}, .type = "PHASE"});
+    state->file.add_to(command);
     state->request.add_pairs(command);
     state->options.add_reference(command);
     state->options.add_units(command);
@@ -298,7 +365,8 @@ void add_state(Program& program) {
   corvane state R134a --p 2,5 --h 250 --units bar --reference IIR
   corvane state PR CO2 --T 250 --q 0:1/4 --csv
   corvane state PR propane --T 300:400:10 --p 1 --phase both
-  corvane state PR+vdW1 methane=60% propane --T 250 --p 2)");
+  corvane state PR+vdW1 methane=60% propane --T 250 --p 2
+  corvane state CO2 --input points.csv --units bar > results.csv)");
 }
 
 }  // namespace cli

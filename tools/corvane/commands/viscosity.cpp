@@ -3,6 +3,7 @@
 #include <tools/corvane/input/open.h>
 #include <tools/corvane/input/options.h>
 #include <tools/corvane/output/rows.h>
+#include <tools/corvane/results/file_run.h>
 #include <tools/corvane/results/properties.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
@@ -18,6 +19,7 @@ namespace {
 struct ViscosityCommand {
     Options options;
     std::string T, p;
+    FileRun file;
     int number = 0;
 
     int run();
@@ -79,23 +81,28 @@ Row ViscosityCommand::row(Fluid const& fluid, double T_, std::optional<double> p
 }
 
 int ViscosityCommand::run() {
+    file.begin(options.json());
+    if (file ? !T.empty() || !p.empty() : T.empty()) throw Misuse("give --T, or --input");
     Fluid fluid = options.open();
     Units const& units = options.units;
+    if (file) file.open({{"T", Quantity::temperature}, {"p", Quantity::pressure}}, units);
     Model1& model = *fluid.model;
     const std::string dilute = fmt::format("CorvaneS/viscosity/dilute/{}", model.name());
     asking("dilute-gas viscosity " + dilute, [&] { model.visco.load0(); });
     dilute_ = corvane::parameter_notes(dilute);
-    const auto temperatures = positive_points(T, "--T", Quantity::temperature, units);
+    const auto temperatures =
+        file ? std::vector<double>() : positive_points(T, "--T", Quantity::temperature, units);
     std::vector<std::optional<double>> pressures{std::nullopt};
     Heading head = heading("viscosity", fluid, units);
     Table table;
     table.columns = {{"T", units.name(Quantity::temperature), "temperature", true}};
-    if (p.empty()) {
+    if (p.empty() && !file.has("p")) {
         table.columns.push_back({"eta0", units.name(Quantity::viscosity), "viscosity of the dilute gas"});
     } else {
         pressures.clear();
-        for (double x : positive_points(p, "--p", Quantity::pressure, units))
-            pressures.emplace_back(x);
+        if (!file)
+            for (double x : positive_points(p, "--p", Quantity::pressure, units))
+                pressures.emplace_back(x);
         const int id = number > 0 ? number : friction_set(model);
         model.visco.set_id(id);
         asking(fmt::format("friction-theory set {} of {} for {}", id, model.name(), model.eos()),
@@ -112,6 +119,13 @@ int ViscosityCommand::run() {
              Column{"eta0", units.name(Quantity::viscosity), "part of the dilute gas"},
              Column{"pr", units.name(Quantity::pressure), "repulsive pressure"},
              Column{"pa", units.name(Quantity::pressure), "attractive pressure"}});
+    }
+    if (file) {
+        if (!file.has("T")) throw Failure("--input: a column T is needed");
+        return file.run("viscosity", table.columns, options.style, [&](Row& result) {
+            result = row(fluid, file["T"],
+                         file.has("p") ? std::optional(file["p"]) : std::nullopt);
+        });
     }
     Rows rows("viscosity", table, temperatures.size() * pressures.size());
     rows.each(temperatures, pressures, [&](double T_, std::optional<double> p_) {
@@ -135,10 +149,11 @@ void add_viscosity(Program& program) {
     Command command = program.add("viscosity", "viscosity of the dilute gas and of the fluid",
                                   [viscosity] { return viscosity->run(); });
     viscosity->options.add_fluid(command);
-    command.value("--T", viscosity->T, "temperatures", {.required = true, .type = "VALUES"})
+    command.value("--T", viscosity->T, "temperatures", {.type = "VALUES"})
         .value("--p", viscosity->p, "pressures: the dense fluid, by friction theory",
                {.type = "VALUES"})
         .count("--friction-set", viscosity->number, "number of the friction-theory set");
+    viscosity->file.add_to(command);
     viscosity->options.add_units(command);
     viscosity->options.add_output(command);
     command.examples(

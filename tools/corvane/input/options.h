@@ -27,6 +27,7 @@ struct Options {
 
     /// To call first in an action: settles the output style and enters the data home.
     void begin();
+    bool json() const { return json_; }
     /// begin, then the fluid that was asked for; the units get its molar mass.
     Fluid open();
     /// Moves the reference state as asked; returns the remark on what holds. @throws Failure

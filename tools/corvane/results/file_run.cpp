@@ -1,0 +1,231 @@
+#include <tools/corvane/output/watch.h>
+#include <tools/corvane/results/compare.h>
+#include <tools/corvane/results/file_run.h>
+#include <tools/corvane/text/errors.h>
+#include <tools/corvane/text/text.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <iterator>
+
+namespace cli {
+namespace {
+constexpr std::size_t kBlock = 1 << 16;  // bytes that are written at a time
+
+void put(std::string& out, std::string const& word, char separator) {
+    const bool plain = word.find_first_of("\"\n\r#") == std::string::npos &&
+                       word.find(separator) == std::string::npos;
+    if (plain) {
+        out += word;
+        return;
+    }
+    out += '"';
+    for (char c : word) out += c == '"' ? "\"\"" : std::string(1, c);
+    out += '"';
+}
+
+void put(std::string& out, double x, bool full, bool comma) {
+    if (!std::isfinite(x)) return;
+    const std::size_t begin = out.size();
+    if (full)
+        fmt::format_to(std::back_inserter(out), "{}", x);
+    else
+        fmt::format_to(std::back_inserter(out), "{:.7g}", x);
+    if (const std::size_t point = out.find('.', begin); comma && point != std::string::npos)
+        out[point] = ',';
+}
+
+void flush(std::string& out) {
+    if (std::fwrite(out.data(), 1, out.size(), stdout) != out.size() || std::fflush(stdout) != 0)
+        throw Failure("standard output does not take the result");
+    out.clear();
+}
+}  // namespace
+
+void FileRun::add_to(Command& command) {
+    command
+        .value("--input", path_,
+               "a CSV file with a state in every row (- for standard input), with columns such as "
+               "T/K, p [bar], x_methane: CSV with the results beside them",
+               {.type = "FILE"})
+        .flag("--keep-going", keep_going_, "with --input: exit code 0 even if rows failed");
+}
+
+void FileRun::begin(bool json) {
+    if (path_.empty()) {
+        if (keep_going_) throw Misuse("--keep-going goes with --input");
+        return;
+    }
+    if (json) throw Misuse("--input writes CSV, not JSON");
+    if (path_ != "-") path_ = std::filesystem::absolute(path_).string();
+}
+
+void FileRun::open(std::vector<Known> known, Units const& units, MixtureFluid* mixture) {
+    mixture_ = mixture;
+    reader_.emplace(path_);
+    bool by_mole = false;
+    for (std::size_t k = 0; k < reader_->header().size(); ++k) {
+        std::string const& heading = reader_->header()[k];
+        const ColumnName column(heading);
+        if (mixture && column.name.size() == 1 && !column.unit.empty() &&
+            std::string("wxyz").find(column.name) != std::string::npos) {
+            const int i = mixture->index(column.unit);
+            if (i < 0)
+                throw Failure(fmt::format("{}: {} is not a component of the mixture", path_,
+                                          column.unit));
+            (column.name == "w" ? by_mass_ : by_mole) = true;
+            fractions_.push_back({k, i});
+            continue;
+        }
+        const auto found = std::find_if(known.begin(), known.end(),
+                                        [&](Known const& one) { return one.name == column.name; });
+        if (found == known.end()) continue;
+        if (has(column.name))
+            throw Failure(fmt::format("{}: two columns {}", path_, column.name));
+        const std::string unit = column.unit.empty() ? units.name(found->quantity) : column.unit;
+        const auto convert = conversion(found->quantity, unit, units.M);
+        if (!convert)
+            throw Failure(fmt::format("{}: column {}: unknown unit '{}'", path_, heading, unit));
+        sources_.push_back({k, column.name, *convert});
+    }
+    if (by_mass_ && by_mole)
+        throw Failure(path_ + ": mole and mass fractions do not go together");
+    if (mixture && !mixture->composed && fractions_.empty())
+        throw Failure(fmt::format("{}: no composition: columns such as x_{}", path_,
+                                  mixture->component(0)));
+}
+
+bool FileRun::has(std::string const& name) const {
+    return std::any_of(sources_.begin(), sources_.end(),
+                       [&](Source const& source) { return source.name == name; });
+}
+
+double FileRun::field(std::size_t column) const {
+    std::string const& text = fields_[column];
+    const auto x = to_number(text);
+    if (x) return *x;
+    const auto y = to_number(reader_->decimal(text));
+    if (!y)
+        throw Failure(fmt::format("{}: {}", reader_->header()[column],
+                                  text.empty() ? "nothing is given"
+                                               : fmt::format("'{}' is not a number", clipped(text))));
+    return *y;
+}
+
+double FileRun::operator[](std::string const& name) const {
+    for (Source const& source : sources_)
+        if (source.name == name) return source.convert.to_library(field(source.column));
+    return std::nan("");
+}
+
+/// One component may lack its column or field: it gets the rest.
+void FileRun::set_composition() {
+    if (fractions_.empty()) return;
+    const int n = mixture_->size();
+    std::vector<bool> known(static_cast<unsigned>(n));
+    Vector<double> z(n);
+    double sum = 0.0;
+    for (Fraction const& fraction : fractions_) {
+        if (fields_[fraction.column].empty()) continue;
+        const double x = field(fraction.column);
+        if (!(x >= 0.0))
+            throw Failure(reader_->header()[fraction.column] + " is below zero");
+        known[static_cast<unsigned>(fraction.component)] = true;
+        z[fraction.component] = x;
+        sum += x;
+    }
+    const auto missing = std::count(known.begin(), known.end(), false);
+    if (missing > 1) throw Failure("more than one component lacks its fraction");
+    if (missing == 1) {
+        if (sum > 1.0 + 1e-9) throw Failure("the fractions sum to more than 1");
+        const auto at = std::find(known.begin(), known.end(), false) - known.begin();
+        z[static_cast<int>(at)] = std::max(0.0, 1.0 - sum);
+        sum = std::max(1.0, sum);
+    }
+    if (!(sum > 0.0)) throw Failure("the fractions sum to zero");
+    double moles = 0.0;
+    for (int i = 0; i < n; ++i) {
+        z[i] /= sum;
+        if (by_mass_) z[i] /= mixture_->model->mdl1[i]->M();
+        moles += z[i];
+    }
+    for (int i = 0; i < n; ++i) mixture_->x[i] = z[i] / moles;
+}
+
+int FileRun::run(char const* command, std::vector<Column> const& columns, Style const& style,
+                 std::function<void(Row&)> const& compute) {
+    const char separator = reader_->separator();
+    std::vector<std::size_t> shown;
+    std::string out;
+    for (std::string const& name : reader_->header()) {
+        put(out, name, separator);
+        out += separator;
+    }
+    for (std::size_t k = 0; k < columns.size(); ++k) {
+        const bool given = std::any_of(
+            reader_->header().begin(), reader_->header().end(), [&](std::string const& heading) {
+                return heading == columns[k].name || ColumnName(heading).name == columns[k].name;
+            });
+        if (given || columns[k].detail) continue;
+        shown.push_back(k);
+        put(out, columns[k].heading(), separator);
+        out += separator;
+    }
+    out += "status\n";
+    Watch watch(fmt::format("corvane: {}, rows of {}", command, path_));
+    long rows = 0, failed = 0;
+    Row row;
+    while (!Watch::interrupted() && reader_->next(fields_)) {
+        std::string why;
+        row.cells.clear();
+        row.note.clear();
+        try {
+            set_composition();
+            compute(row);
+        } catch (Failure const& e) {
+            why = e.what();
+        } catch (corvane::EquilibriumFailure const& e) {
+            why = describe(e);
+        } catch (ThException const& e) {
+            why = describe(e);
+        } catch (MthException const& e) {
+            why = describe(e);
+        }
+        ++rows;
+        for (std::string const& text : fields_) {
+            put(out, text, separator);
+            out += separator;
+        }
+        for (std::size_t k : shown) {
+            if (why.empty() && k < row.cells.size()) {
+                if (auto const* x = std::get_if<double>(&row.cells[k]))
+                    put(out, *x, style.full, reader_->decimal_comma());
+                else if (auto const* word = std::get_if<std::string>(&row.cells[k]))
+                    put(out, *word, separator);
+                else if (auto const* n = std::get_if<long>(&row.cells[k]))
+                    out += std::to_string(*n);
+            }
+            out += separator;
+        }
+        if (!why.empty()) ++failed;
+        put(out, !why.empty() ? "failed: " + printable(why) : row.note.empty() ? "ok" : row.note,
+            separator);
+        out += '\n';
+        if (out.size() > kBlock) flush(out);
+        watch.go_on();
+    }
+    flush(out);
+    if (Watch::interrupted()) {
+        watch.say(command, fmt::format("interrupted after {} rows", rows));
+        return kInterrupted;
+    }
+    if (failed > 0)
+        watch.say(command, fmt::format("{} of {} rows failed: see the column status", failed, rows));
+    return failed > 0 && !keep_going_ ? 1 : 0;
+}
+
+}  // namespace cli
