@@ -25,7 +25,12 @@ bool add_ideal(Model1& model, std::optional<std::string> const& home, std::strin
 corvane::Fluid python_fluid(nb::object object, double M, double T, double rho, std::string const& name,
                             std::optional<std::string> const& home) {
     std::unique_ptr<Model1, corvane::Detach> model(python_model1(object, 0, 1, M, T, rho));
-    corvane::Fluid fluid{std::move(model), "Python", name, 1, {}, {}, corvane::DataHome::find()};
+    corvane::Fluid fluid{.model = std::move(model),
+                         .equation = "Python",
+                         .substance = name,
+                         .notes = {},
+                         .ideal = {},
+                         .home = corvane::DataHome::find()};
     if (add_ideal(*fluid.model, home, name)) fluid.ideal.emplace();
     return fluid;
 }
@@ -35,9 +40,13 @@ corvane::Mixture python_mixture(nb::object object, std::vector<double> const& M,
                                 std::vector<std::optional<std::string>> const& homes) {
     const int n = static_cast<int>(names.size());
     std::unique_ptr<ModelN, corvane::Detach> model(python_modelN(object));
-    corvane::Mixture mixture{std::make_unique<std::string const>("Python"),
-                             std::make_unique<std::string const>("Python"), std::move(model), names, {}, {},
-                             true, corvane::DataHome::find()};
+    corvane::Mixture mixture{.equation = std::make_unique<std::string const>("Python"),
+                             .theory = std::make_unique<std::string const>("Python"),
+                             .model = std::move(model),
+                             .components = names,
+                             .estimated = {},
+                             .validity = {},
+                             .home = corvane::DataHome::find()};
     mixture.model->mdl1.size(n);
     for (int i = 0; i < n; ++i) mixture.model->mdl1[i] = nullptr;
     for (int i = 0; i < n; ++i) {
