@@ -16,8 +16,8 @@
  * caller's until Corvane_release. A result does not need what it was computed from. After a failure
  * null or zero is returned, and nothing is to be released.
  *
- * Failures. No C++ exception leaves, no callback is called. The record (it may be null) receives
- * kind, number and text (guarded_interface.h): CORVANE_NOT_OPENED from the two functions that open,
+ * Failures. No C++ exception leaves, nothing but the progress function is called. The record (it may
+ * be null) receives kind, number and text (guarded_interface.h): CORVANE_NOT_OPENED from the two functions that open,
  * CORVANE_NO_SOLUTION (the search was complete, there is none) or CORVANE_GAVE_UP (nothing is
  * known) from solvers, CORVANE_BAD_ARGUMENT for an index, a size or a choice out of range,
  * CORVANE_THERMODYNAMIC and CORVANE_NUMERICAL with the codes of the library (5: a value out of
