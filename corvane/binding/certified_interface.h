@@ -16,17 +16,17 @@
  * caller's until Corvane_release. A result does not need what it was computed from. After a failure
  * null or zero is returned, and nothing is to be released.
  *
- * Failures. No C++ exception leaves, nothing but the progress function is called. The record (it may
- * be null) receives kind, number and text (guarded_interface.h): CORVANE_NOT_OPENED from the two functions that open,
- * CORVANE_NO_SOLUTION (the search was complete, there is none) or CORVANE_GAVE_UP (nothing is
- * known) from solvers, CORVANE_BAD_ARGUMENT for an index, a size or a choice out of range,
- * CORVANE_THERMODYNAMIC and CORVANE_NUMERICAL with the codes of the library (5: a value out of
- * range; 3: no ideal-gas table; 4: not a binary), CORVANE_NULL_ARGUMENT. The text says what was
- * asked of which model; Corvane_message has it where the record's is cut short.
+ * Failures. No C++ exception leaves, nothing but the progress function is called. The record (it
+ * may be null) receives kind, number and text (guarded_interface.h): CORVANE_NOT_OPENED from the two
+ * functions that open, CORVANE_NO_SOLUTION (the search was complete, there is none) or
+ * CORVANE_GAVE_UP (nothing is known) from solvers, CORVANE_BAD_ARGUMENT for an index, a size or a
+ * choice out of range, CORVANE_THERMODYNAMIC and CORVANE_NUMERICAL with the codes of the library (5:
+ * a value out of range; 3: no ideal-gas table; 4: not a binary), CORVANE_NULL_ARGUMENT. The text
+ * says what was asked of which model; Corvane_message has it where the record's is cut short.
  *
  * Threads. Every function may be called at any time by any thread, also for the same handle; only
  * Corvane_release, and writing to a model that Corvane_Fluid_model or Corvane_Mixture_model lends,
- * need the handle alone. No working directory, no environment but CORVANE_DATA is read.
+ * need the handle alone.
  */
 #ifndef CORVANE_CERTIFIED_INTERFACE_H
 #define CORVANE_CERTIFIED_INTERFACE_H
@@ -51,7 +51,8 @@ typedef int CorvaneProgress(int points, void* context);
 
 /* A pure substance: name in the data tree, synonym, CAS number or sum formula. equation: "MEOS",
  * "PR" ...; null or "" is the best that the substance has. set: number of the parameter set, 0 the
- * first. home: directory that holds CorvaneS; null: CORVANE_DATA, else beside the library. */
+ * first. home: directory that holds CorvaneS; null: the one in the environment variable
+ * CORVANE_DATA, else beside the library, else the working directory. */
 CORVANE_API CorvaneFluid* Corvane_open(const char* equation, const char* substance, int set,
                                        const char* home, CorvaneError* error);
 /* A mixture. model: equation and mixing theory, "PR+vdW1", "PCSAFT+LB", "MEOS+GERG". sets: of the
