@@ -12,7 +12,7 @@ arrays that broadcast against each other; compositions have the components on th
 from ._native import EquilibriumError, Jet, OpenError
 from .catalogue import data_home, equations, mixture_models, search
 from .equation import Equation, check_equation
-from .fluid import Fluid, Saturation, State
+from .fluid import Fluid, PropertyDiagram, Saturation, State
 from .mixture import (
     CriticalLine,
     CriticalPoints,
@@ -21,7 +21,9 @@ from .mixture import (
     FlashResult,
     Mixture,
     MixtureState,
+    Projection,
     SaturationPoints,
+    SolidPoints,
 )
 from .status import Interrupted, Status
 
@@ -41,8 +43,11 @@ __all__ = [
     "Jet",
     "MixtureState",
     "OpenError",
+    "Projection",
+    "PropertyDiagram",
     "Saturation",
     "SaturationPoints",
+    "SolidPoints",
     "State",
     "Status",
     "check_equation",

@@ -8,8 +8,8 @@ import numpy as np
 from numpy.typing import ArrayLike
 
 from . import _native
-from .arrays import flat_with_composition, magnitude
-from .fluid import _PHASE, _again
+from .arrays import flat, flat_with_composition, magnitude
+from .fluid import _PHASE, Fluid, _again
 from .results import Table, figure_axes
 from .status import judge
 
@@ -186,6 +186,58 @@ class CriticalLine(CriticalPoints):
     def __init__(self, d: dict[str, Any], components: Sequence[str]):
         super().__init__(d["points"], components)
         self.begin, self.end = d["begin"], d["end"]
+
+
+class SolidPoints(_OfComponents):
+    """Fluids above a pure solid.
+
+    Attributes: T (K), p (Pa), rho, rho_solid (mol/m³), stable (the fluid does not split, and the other component does
+    not freeze), x (of the fluid, components last), status; of a line also begin and end, in words.
+    """
+
+    columns: ClassVar[tuple[str, ...]] = ("T", "p", "rho", "rho_solid", "x")
+    begin = end = ""
+
+    def __init__(self, rows: np.ndarray, status: np.ndarray, components: Sequence[str], solid: int):
+        for k, name in enumerate(self.columns[:-1]):
+            setattr(self, name, rows[..., k])
+        self.stable, self.x = rows[..., 4] > 0, rows[..., 5:]
+        self.status, self._components, self._solid = status, components, solid
+
+    def plot(self, ax: Any = None) -> Any:
+        """The mole fraction of the component that is solid: over p, or over T where p is one."""
+        ax = figure_axes(ax)
+        p, y = np.ravel(self.p) / 1e6, np.ravel(self.x[..., self._solid])
+        at_p = np.ptp(p[np.isfinite(p)]) < 1e-9 * np.nanmax(p)
+        ax.plot(np.ravel(self.T) if at_p else p, y, label=f"solid {self._components[self._solid]}")
+        ax.set(xlabel="T / K" if at_p else "p / MPa", ylabel=f"x({self._components[self._solid]})", yscale="log")
+        return ax
+
+
+class Projection:
+    """What a binary does in p and T: attributes ``vapour_pressures`` (name: :class:`corvane.Saturation`),
+    ``critical`` (:class:`CriticalLine`), ``three_phase`` and ``azeotropic`` (arrays of rows T/K, p/Pa, …)."""
+
+    def __init__(self, vapour_pressures: dict[str, Any], critical: list[CriticalLine], three_phase: list[np.ndarray],
+                 azeotropic: list[np.ndarray]):  # fmt: skip
+        self.vapour_pressures, self.critical = vapour_pressures, critical
+        self.three_phase, self.azeotropic = three_phase, azeotropic
+
+    def plot(self, ax: Any = None) -> Any:
+        """Pressure over temperature."""
+        ax = figure_axes(ax)
+        for name, s in self.vapour_pressures.items():
+            ax.plot(s.T, s.p / 1e6, "k-", lw=1)
+            ax.annotate(name, (s.T[-1], s.p[-1] / 1e6), fontsize="small")
+        parts = [(self.critical, "critical", "C3-"), (self.three_phase, "three phases", "C0-"),
+                 (self.azeotropic, "azeotropes", "C2--")]  # fmt: skip
+        for lines, label, style in parts:
+            for k, line in enumerate(lines):
+                T, p = (line.T, line.p) if isinstance(line, CriticalLine) else (line[:, 0], line[:, 1])
+                ax.plot(T, p / 1e6, style, label=label if k == 0 else None)
+        ax.set(xlabel="T / K", ylabel="p / MPa")
+        ax.legend()
+        return ax
 
 
 class Mixture:
@@ -372,6 +424,45 @@ class Mixture:
     def azeotropic_lines(self, *, p_max: float = 1e9) -> list[np.ndarray]:
         """Azeotropic lines of a binary: rows (T/K, p/Pa, x, densities of liquid and vapour)."""
         return self._native.azeotropic_lines(float(magnitude(p_max, "p")))
+
+    def projection(self, *, p_max: float = 1e8) -> Projection:
+        """The p-T projection of a binary up to p_max (Pa): vapour pressures of the components, critical, three-phase
+        and azeotropic lines."""
+        pure = {}
+        for k, name in enumerate(self.components):
+            fluid = Fluid(name, self.model.split("+")[0], set=self._native.sets[k], home=self._options[3])
+            T = np.linspace(0.5, 1.0, 60)[:-1] * fluid.T_critical
+            s = fluid.saturation(T=T)
+            pure[name] = s
+        return Projection(pure, self.critical_lines(p_max=p_max), self.three_phase_lines(p_max=p_max),
+                          self.azeotropic_lines(p_max=p_max))  # fmt: skip
+
+    # ---- solids
+
+    def solubility(self, solid: str | int, *, T: ArrayLike, p: ArrayLike, threads: int = 1,
+                   errors: str | None = None) -> SolidPoints:  # fmt: skip
+        """The stable fluid of a binary that coexists with a pure solid at T (K) and p (Pa), certified.
+        solid: the component that forms it."""
+        k = self._index(solid)
+        shape, (t, q) = flat(T=T, p=p)
+        values, status, words, done = self._native.solubility(k, t, q, threads)
+        status = status.reshape(shape)
+        return judge(SolidPoints(values.reshape(*shape, -1), status, self.components, k), status, words, done, errors)
+
+    def solid_lines(self, solid: str | int, *, T: float | None = None, p: float | None = None,
+                    p_max: float = 1e9) -> list[SolidPoints]:  # fmt: skip
+        """The fluids of a binary above a pure solid along an isotherm (T in K, up to p_max in Pa) or an isobar (p in
+        Pa): solubility curves, liquidus."""
+        if (T is None) == (p is None):
+            raise TypeError("give T or p")
+        k = self._index(solid)
+        value = float(magnitude(T, "T") if p is None else magnitude(p, "p"))
+        lines = []
+        for d in self._native.solid_lines(k, p is None, value, float(magnitude(p_max, "p"))):
+            status = np.zeros(len(d["points"]), dtype=np.int8)
+            lines.append(SolidPoints(d["points"], status, self.components, k))
+            lines[-1].begin, lines[-1].end = d["begin"], d["end"]
+        return lines
 
     # ---- inside
 

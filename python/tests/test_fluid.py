@@ -178,3 +178,14 @@ def test_numbers_are_those_of_the_command_to_the_bit(water):
     columns = {name.split("/")[0]: np.array([float(row[k]) for row in rows]) for k, name in enumerate(names) if 0 < k < 14}
     for name in ("Z", "u", "h", "s", "cv"):
         assert np.array_equal(columns[name], getattr(s, name)), name
+
+
+def test_property_diagram():
+    matplotlib = pytest.importorskip("matplotlib")
+    matplotlib.use("Agg")
+    f = cv.Fluid("propane", "PR")
+    d = f.diagram("p", "h", T=[280.0, 400.0], points=30)
+    assert list(d.lines) == ["T"] and [value for value, _ in d.lines["T"]] == [280.0, 400.0]
+    cold = d.lines["T"][0][1]
+    assert np.isclose(cold.p, f.saturation(T=280.0).p, rtol=1e-6).sum() == 2  # both ends of the two-phase part
+    assert d.plot().get_yscale() == "log"

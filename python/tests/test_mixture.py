@@ -115,3 +115,20 @@ def test_arrays_do_not_raise(gas):
     q = gas.bubble([0.3, 0.7], T=[260.0, 600.0, np.nan])
     assert list(q.status) == [cv.Status.OK, cv.Status.NO_SOLUTION, cv.Status.INVALID]
     assert np.isfinite(q.p[0]) and np.isnan(q.p[1:]).all() and np.isnan(q.y[1:]).all()
+
+
+def test_projection_and_solids():
+    matplotlib = pytest.importorskip("matplotlib")
+    matplotlib.use("Agg")
+    m = cv.Mixture("PR+vdW1", ["carbon_dioxide", "naphthalene"], kij=0.0965)
+    p = np.array([1e7, 2e7])
+    q = m.solubility("naphthalene", T=308.15, p=p)
+    (line,) = m.solid_lines("naphthalene", T=308.15, p_max=3e7)
+    assert np.allclose(np.interp(p, line.p, line.x[:, 1]), q.x[:, 1], rtol=0.02) and q.stable.all()
+    assert line.plot().get_yscale() == "log"
+    # the vapour above the solid at its sublimation pressure is pure
+    assert line.begin.startswith("the pure component") and line.x[0, 1] == pytest.approx(1.0)
+    with pytest.raises(ValueError, match="binaries"):
+        cv.Mixture("PR+vdW1", ["methane", "ethane", "propane"]).solubility("methane", T=80.0, p=1e5)
+    projection = cv.Mixture("PR+vdW1", ["carbon_dioxide", "ethane"]).projection()
+    assert len(projection.azeotropic) == 1 and projection.plot().get_ylabel() == "p / MPa"
