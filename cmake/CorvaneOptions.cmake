@@ -4,7 +4,8 @@ target_compile_options(
   corvane_options
   INTERFACE -Wall -Wextra -Wshadow -Wno-unused-parameter
             -ffp-contract=off # the same numbers on every machine
-            -fno-gnu-unique # nothing is merged between plug-ins that are loaded locally
+            # nothing is merged between plug-ins that are loaded locally; Clang never does that
+            $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>
 )
 if(CORVANE_WERROR)
   target_compile_options(corvane_options INTERFACE -Werror)
