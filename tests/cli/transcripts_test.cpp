@@ -1,7 +1,7 @@
 // What the documentation shows of the command is what it prints: every line "$ corvane ..." of a
-// fenced block and what follows it, up to the next command or the end of the block. Words must agree,
-// numbers within the last digit shown; what is rounding (below 1e-11) and counts of evaluations are
-// not compared.
+// fenced block and what follows it, up to the next command or the end of the block. Words must
+// agree, numbers within the last digit shown; what is rounding (below 1e-11) and counts of
+// evaluations are not compared.
 #include <cli/program.h>
 
 #include <cmath>

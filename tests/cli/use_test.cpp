@@ -41,6 +41,7 @@ TEST(Cli, SaysWhatItIsAndWhatItCan) {
     expect_all({{"--version", 0, "corvane 0.", ""},
                 {"--help", 0, "saturation|corvane state PR propane", ""},
                 {"state --help", 0, "--rho|--unit-p|--reference", ""},
+                {"pxy --help", 0, "two components: all compositions are searched", ""},
                 {"list", 0, "# equations: |PR (|propane|74-98-6", ""},
                 {"list --eos PR --substance CO2", 0, "carbon_dioxide|PR ", ""},
                 {"list 124-38-9", 0, "carbon_dioxide  CO2", ""},

@@ -71,7 +71,7 @@ void add_diagram(Program& program) {
     Command command = program.add(
         "diagram", "p-T projection of a binary: critical, three-phase, azeotropic lines",
         [diagram] { return diagram->run(); });
-    diagram->request.fractions_optional = true;
+    diagram->request.binary = true;
     diagram->request.add_to(command);
     diagram->limits.add_to(command);
     command.flag("--log-p", diagram->log_p, "logarithmic pressures in the picture");

@@ -138,7 +138,7 @@ template <class Kind>
 void add(Program& program, char const* text, char const* examples) {
     auto states = std::make_shared<SpecialStates<Kind>>();
     Command command = program.add(Kind::name, text, [states] { return states->run(); });
-    states->request.fractions_optional = true;
+    states->request.binary = true;
     states->request.add_to(command);
     command
         .value("--T", states->T, "only the states at these temperatures: 300,310 or 300:310:5",

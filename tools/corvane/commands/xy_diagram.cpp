@@ -253,7 +253,7 @@ int XyDiagram::run() {
 void add(Program& program, bool isothermal, char const* text, char const* examples) {
     auto diagram = std::make_shared<XyDiagram>(isothermal);
     Command command = program.add(diagram->name(), text, [diagram] { return diagram->run(); });
-    diagram->request.fractions_optional = true;
+    diagram->request.binary = true;
     diagram->request.add_to(command);
     command.value(isothermal ? "--T" : "--p", diagram->values,
                   isothermal ? "temperatures: 300 or 300,310 or first:last:step"

@@ -29,7 +29,7 @@ Composition read_composition(MixtureRequest const& request) {
     Composition result{{}, Vector<double>(n)};
     auto& [names, x, composed, normalised] = result;
     const auto bare = [](std::string const& word) { return word.find('=') == std::string::npos; };
-    if (request.fractions_optional &&
+    if ((request.fractions_optional || request.binary) &&
         std::all_of(request.components.begin(), request.components.end(), bare)) {
         names = request.components;
         composed = false;
@@ -106,8 +106,9 @@ void set_kij(std::string const& text, MixtureFluid& mixture) {
 
 void MixtureRequest::add_to(Command& command) {
     command.positional("MODEL", model, "equation and mixing theory: PR+vdW1", true)
-        .positionals("COMPONENT=FRACTION", components,
-                     fractions_optional
+        .positionals(binary ? "COMPONENT" : "COMPONENT=FRACTION", components,
+                     binary ? "two components: all compositions are searched"
+                     : fractions_optional
                          ? "components, with or without mole fractions; one gets the rest"
                          : "components with mole fractions; one may be left without: it gets the "
                            "rest");

@@ -19,6 +19,7 @@ struct MixtureRequest {
     int pair_set = 0;                     ///< 0: set 1
     std::string kij;                      ///< "0.01", or "methane+propane=0.01,..."; may be empty
     bool fractions_optional = false;      ///< no component need have a fraction
+    bool binary = false;                  ///< two components without: for open_binary
     /// Of the numbers: empty for mole fractions; "mole" or "mass" for amounts of any size.
     std::string basis;
 
