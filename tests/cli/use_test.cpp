@@ -46,6 +46,10 @@ TEST(Cli, SaysWhatItIsAndWhatItCan) {
                 {"list --eos PR --substance CO2", 0, "carbon_dioxide|PR ", ""},
                 {"list 124-38-9", 0, "carbon_dioxide  CO2", ""},
                 {"list C2H6O", 0, "ethanol|dimethyl_ether", ""},
+                {"list methane --csv", 0, "omega,Tb/K", ""},
+                {"bubble PR+vdW1 methane=0.25 propane --T 250 --json", 0,
+                 "\"schema\": 1|\"composition\": {\n  \"methane\": 0.25", ""},
+                {"saturation PR CO2 --T 250 --precision 3", 0, "\n250    1.77   0.0243", ""},
                 {"list 'ethyl alcohol' --json", 0, "\"substance\": \"ethanol\"", ""}});
     // The heading: program, equation, substance, set and units.
     expect_all({{"saturation PR CO2 --T 280", 0,

@@ -101,6 +101,8 @@ Table ListCommand::of_substances() const {
                      {"M", "g/mol", "molar mass", true},
                      {"Tc", "K", "critical temperature", true},
                      {"pc", "MPa", "critical pressure", true},
+                     {"omega", "", "acentric factor", true},
+                     {"Tb", "K", "normal boiling point", true},
                      {"Ttriple", "K", "triple point", true},
                      {"data", "", "ideal gas, reaction, solid, viscosity"},
                      {"sets", "", "parameter sets by equation"},
@@ -129,7 +131,7 @@ Table ListCommand::of_substances() const {
             for (int number : found->second) numbers.push_back(std::to_string(number));
             sets.push_back(equation + ':' + join(numbers, ","));
         }
-        table.rows.push_back({{name, s.formula, s.cas, s.M, s.Tc, s.pc, s.Ttriple, join(data, ","),
+        table.rows.push_back({{name, s.formula, s.cas, s.M, s.Tc, s.pc, s.omega, s.Tb, s.Ttriple, join(data, ","),
                                join(sets, ";"), join(s.aliases, "; ")},
                               ""});
     }

@@ -221,7 +221,7 @@ Heading heading(std::string const& command, MixtureFluid const& mixture) {
     std::string components;
     for (int i = 0; i < mixture.size(); ++i)
         if (mixture.composed)
-            head.fields.emplace_back(mixture.component(i), mixture.x[i]);
+            head.composition.emplace_back(mixture.component(i), mixture.x[i]);
         else
             components += (i > 0 ? ", " : "") + std::string(mixture.component(i));
     if (!mixture.composed) head.fields.emplace_back("components", components);

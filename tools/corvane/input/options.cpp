@@ -15,6 +15,7 @@ void Options::add_output(Command& command, bool measured_data) {
         .flag("--json", json_, "JSON, with all digits")
         .excludes("--json", "--csv")
         .flag("--full", style.full, "17 digits, so that output can be input again")
+        .count("--precision", style.precision, "significant digits of text and CSV (default 7)")
         .flag("--no-heading", bare_, "leave out the lines on where the numbers come from")
         .value(measured_data ? "--home" : "--home,--data", data_,
                "data home: the directory that holds CorvaneS", {.type = "DIRECTORY"});

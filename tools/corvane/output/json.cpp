@@ -25,8 +25,10 @@ std::string to_json(Heading const& heading, Table const& table) {
     Json result;
     result["program"] = "corvane";
     result["version"] = CORVANE_VERSION;
+    result["schema"] = 1;  // of docs/command_line.md
     result["command"] = heading.command;
     put(result, heading.fields);
+    if (!heading.composition.empty()) put(result["composition"], heading.composition);
     result["remarks"] = heading.remarks;
     result["columns"] = Json::array();
     for (Column const& column : table.columns)

@@ -35,7 +35,9 @@ std::string print(Cell const& cell, Column const& column, bool full) {
 
 std::string heading_lines(Heading const& heading) {
     std::string text = fmt::format("# corvane {}  {}", CORVANE_VERSION, heading.command);
-    for (auto const& [name, value] : heading.fields) {
+    Fields fields = heading.fields;
+    fields.insert(fields.end(), heading.composition.begin(), heading.composition.end());
+    for (auto const& [name, value] : fields) {
         const std::string word = print(value, Column{}, false);
         text += name == "comment" ? fmt::format(" {{{}}}", word)
                                   : fmt::format("  {} {}", printable(name), word);
@@ -143,6 +145,14 @@ std::vector<Fields>& list(Heading& heading, std::string const& name) {
 }
 
 void write(Heading const& heading, Table const& table, Style const& style) {
+    if (style.precision > 0) {
+        Table other = table;
+        for (Column& column : other.columns)
+            if (!column.detail) column.digits = style.precision;
+        Style rest = style;
+        rest.precision = 0;
+        return write(heading, other, rest);
+    }
     std::string text;
     if (style.format == Format::json) {
         text = to_json(heading, table);

@@ -38,6 +38,7 @@ struct Heading {
     std::string command;
     /// Equation, substance, parameter set …: named values for the first line and for JSON.
     Fields fields;
+    Fields composition;                ///< mole fractions by component
     std::vector<std::string> remarks;  ///< further lines
     std::vector<std::string> summary;  ///< lines after the rows
     /// What the summary says, by name and in full: arrays in JSON alone.
@@ -52,6 +53,7 @@ enum class Format { text, csv, json };
 struct Style {
     Format format = Format::text;
     bool full = false;     ///< 17 digits instead of 7
+    int precision = 0;     ///< significant digits of text and CSV; 0: those of the columns
     bool upright = false;  ///< text: a line per column instead of a line per row
     bool heading = true;   ///< text and CSV: the lines that begin with #
 };

@@ -28,13 +28,14 @@ void put(std::string& out, std::string const& word, char separator) {
     out += '"';
 }
 
-void put(std::string& out, double x, bool full, bool comma) {
+void put(std::string& out, double x, Style const& style, bool comma) {
     if (!std::isfinite(x)) return;
     const std::size_t begin = out.size();
-    if (full)
+    if (style.full)
         fmt::format_to(std::back_inserter(out), "{}", x);
     else
-        fmt::format_to(std::back_inserter(out), "{:.7g}", x);
+        fmt::format_to(std::back_inserter(out), "{:.{}g}", x,
+                       style.precision > 0 ? style.precision : 7);
     if (const std::size_t point = out.find('.', begin); comma && point != std::string::npos)
         out[point] = ',';
 }
@@ -203,7 +204,7 @@ int FileRun::run(char const* command, std::vector<Column> const& columns, Style 
         for (std::size_t k : shown) {
             if (why.empty() && k < row.cells.size()) {
                 if (auto const* x = std::get_if<double>(&row.cells[k]))
-                    put(out, *x, style.full, reader_->decimal_comma());
+                    put(out, *x, style, reader_->decimal_comma());
                 else if (auto const* word = std::get_if<std::string>(&row.cells[k]))
                     put(out, *word, separator);
                 else if (auto const* n = std::get_if<long>(&row.cells[k]))
