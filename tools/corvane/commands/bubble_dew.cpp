@@ -17,6 +17,7 @@
 #include <cmath>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace cli {
 namespace {
@@ -46,6 +47,8 @@ struct SaturationPoints {
     int of_file(MixtureFluid& mixture);
     std::vector<Asked> asked(MixtureFluid const& mixture) const;
     std::vector<Column> columns(MixtureFluid const& mixture) const;
+    /// Of two liquids beside the first vapour: compositions, densities and parts of the whole.
+    std::vector<Column> split_columns(MixtureFluid const& mixture) const;
     Row row(MixtureFluid const& mixture, SaturationPoint const& point, Evidence& evidence) const;
     SaturationPoint solve(MixtureFluid const& mixture, Asked const& point,
                           std::optional<SaturationPoint> const& last) const;
@@ -92,6 +95,19 @@ std::vector<Column> SaturationPoints::columns(MixtureFluid const& mixture) const
     return result;
 }
 
+std::vector<Column> SaturationPoints::split_columns(MixtureFluid const& mixture) const {
+    std::vector<Column> result;
+    for (auto const& [number, which] : {std::pair("1", "denser"), std::pair("2", "lighter")}) {
+        const std::string liquid = fmt::format("the {} of two liquids", which);
+        add_fractions(result, mixture, fmt::format("x{}", number).c_str(),
+                      "mole fraction in " + liquid);
+        result.push_back({fmt::format("rhoL{}", number), options.units.name(Quantity::density),
+                          "density of " + liquid});
+        result.push_back({fmt::format("part{}", number), "", "mole fraction of the whole in " + liquid});
+    }
+    return result;
+}
+
 Row SaturationPoints::row(MixtureFluid const& mixture, SaturationPoint const& point,
                           Evidence& evidence) const {
     Units const& u = options.units;
@@ -106,6 +122,14 @@ Row SaturationPoints::row(MixtureFluid const& mixture, SaturationPoint const& po
     for (int i = 0; i < mixture.size(); ++i)  // not finite, so blank, if absent; two liquids: none
         result.cells.emplace_back(point.split.empty() ? vapour.x[i] / liquid.x[i] : std::nan(""));
     evidence.add(result, point.certificate);
+    for (std::size_t k = 0; k < point.split.size(); ++k) {
+        corvane::PhaseRecord const& one = point.split[k];
+        add_cells(result, one.x);
+        result.cells.emplace_back(mixture.density(u, one.x, one.rho));
+        result.cells.emplace_back(point.fraction[k]);
+    }
+    if (!point.split.empty())
+        add_note(result.note, "the liquid is two: x1, x2; rhoL is that of both together");
     if (phase_names(mixture, {liquid, vapour}).back() != "vapour")
         add_note(result.note, "both phases are as dense as liquids: y is no vapour");
     if (!point.split.empty())
@@ -194,6 +218,10 @@ int SaturationPoints::run() {
         data.compare(mixture, {which()}, units, head);
         data.draw(picture, units);
     }
+    const std::size_t plain = table.columns.size();
+    for (Row const& row : table.rows)
+        if (row.cells.size() > plain && table.columns.size() == plain)
+            for (Column& column : split_columns(mixture)) table.columns.push_back(std::move(column));
     const int code = rows.finish(head);
     write(head, table, options.style);
     plot.draw(picture);
