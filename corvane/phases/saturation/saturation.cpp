@@ -14,6 +14,7 @@ namespace {
 constexpr int kSubstitutions = 3;
 constexpr double kFactor = 3.0;  // largest change of p in a substitution
 constexpr double kFiner = 2.5;   // steps of the search that stands in for the trace
+constexpr double kLiquid = 1.4;  // over the pseudocritical density: no vapour
 }  // namespace
 
 SaturationSolver::SaturationSolver(ModelN const& model, Saturated kind, bool at_T, double value,
@@ -25,15 +26,30 @@ SaturationSolver::SaturationSolver(ModelN const& model, Saturated kind, bool at_
     (at_T ? regular_.T : regular_.p) = value;
 }
 
+SaturationPoint SaturationSolver::answer(SaturationOptions const& o) {
+    try {
+        return run(o);
+    } catch (ThException const& e) {  // from flashes and critical points on the way
+        if (e.number != th_no_density) throw;
+        throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up, state(), name(),
+                                 pair_.iterations, pair_.residual,
+                                 "the model has no density for some states on the way");
+    }
+}
+
 SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
     stability_.kind = o.test;
     if (o.branch == Branch::any) {
         if (o.start && warm(*o.start) && accept()) return result(o);
-        const bool solved = cold();
-        if (solved && accept()) return result(o);
-        // Not stable, or none: the liquid may split before.
-        if (kind_ == Saturated::bubble && fluid_.size() > 1 && a_.p > 0.0 && (!solved || split_))
+        const bool solved = cold(), accepted = solved && accept();
+        if (accepted && !second_liquid()) return result(o);
+        // Not stable, or none, or the boundary of a second liquid: the vapour may come beside two.
+        if (kind_ == Saturated::bubble && fluid_.size() > 1 && a_.p > 0.0 &&
+            (!solved || accepted || split_)) {
+            const Found first = take();
             if (const auto found = beside_two_liquids(o)) return *found;
+            if (accepted && restore(first)) return result(o);
+        }
     }
     if (fluid_.size() == 1) {
         if (cold() && accept()) return result(o);
@@ -232,6 +248,12 @@ bool SaturationSolver::bubble() const {
     return b < a;
 }
 
+bool SaturationSolver::second_liquid() const {
+    double volume = 0.0;
+    for (int k = 0; k < fluid_.size(); ++k) volume += pair_.b.x[k] * fluid_.pure(k).vcrit();
+    return kind_ == Saturated::bubble && fluid_.size() > 1 && pair_.b.rho * volume > kLiquid;
+}
+
 double SaturationSolver::apart() const {
     double d = 0.0;
     for (int k = 0; k < fluid_.size(); ++k) {
@@ -266,11 +288,11 @@ std::string SaturationSolver::state() const {
 
 SaturationPoint saturation_T(ModelN const& model, Saturated kind, double T, Vector<double> const& z,
                              SaturationOptions const& options) {
-    return SaturationSolver(model, kind, true, T, z).run(options);
+    return SaturationSolver(model, kind, true, T, z).answer(options);
 }
 SaturationPoint saturation_p(ModelN const& model, Saturated kind, double p, Vector<double> const& z,
                              SaturationOptions const& options) {
-    return SaturationSolver(model, kind, false, p, z).run(options);
+    return SaturationSolver(model, kind, false, p, z).answer(options);
 }
 
 }  // namespace corvane

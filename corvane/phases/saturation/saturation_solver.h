@@ -21,11 +21,13 @@ class SaturationSolver {
   public:
     SaturationSolver(ModelN const& model, Saturated kind, bool at_T, double value,
                      Vector<double> const& z);
-    SaturationPoint run(SaturationOptions const& o);
+    /// What run() returns, or a failure that says why not.
+    SaturationPoint answer(SaturationOptions const& o);
 
   private:
     static constexpr int kNewton = 30;          // iterations
     static constexpr double kHighest = 1000.0;  // MPa, end of the search
+    SaturationPoint run(SaturationOptions const& o);
 
     /// One state on the search's way.
     struct Node {
@@ -76,6 +78,8 @@ class SaturationSolver {
 
     /// By mass density: a compressed light gas may have more moles per volume than a heavy liquid.
     bool bubble() const;
+    /// A bubble point whose incipient phase is as dense as a liquid.
+    bool second_liquid() const;
     double apart() const;  ///< half distance, as in RegularPair
     bool alike() const;    ///< so near that RegularPair is the system to solve
     std::string name() const;

@@ -18,7 +18,8 @@ constexpr double kJump = 0.2;     // of ln rho of the lightest phase, least
 
 std::vector<double> present(FluidModel const& fluid, Vector<double> const& all) {
     std::vector<double> x;
-    for (int k = 0; k < fluid.size(); ++k) x.push_back(all[fluid.index(k)]);
+    for (int k = 0; k < fluid.size(); ++k)
+        x.push_back(std::max(all[fluid.index(k)], Certificate::least_x));
     return x;
 }
 }  // namespace
