@@ -3,7 +3,9 @@
 
 #include <corvane/corvane.h>
 
+#include <algorithm>
 #include <array>
+#include <random>
 
 using corvane::EquilibriumFailure;
 
@@ -178,6 +180,67 @@ TEST(Flash, HiddenLiquid) {
         const double rho = corvane::flash_pT(*m, p, 154.926, vec({0.6813, 0.1249, 0.1938})).rho;
         EXPECT_GT(rho, last);
         last = rho;
+    }
+}
+
+// Three phases next to one another, traces of any power of ten, a component that is nowhere near
+// dissolving: each was refused. Equal potentials by the published slots, nothing below their plane.
+TEST(Flash, OrdinaryStatesAreNotRefused) {
+    std::mt19937_64 random(13);
+    std::uniform_real_distribution<double> u(0.0, 1.0);
+    const struct {
+        std::vector<std::string> names;
+        Vector<double> z;
+        double T, p;
+    } cases[] = {
+        {{"decane", "mercury", "methane"}, vec({.32719729, .03286669, 0}), 166.557107, .132968},
+        {{"decane", "mercury", "methane"}, vec({8.463098e-5, 4.348415e-4, 0}), 78.713153, .198341},
+        {{"decane", "mercury", "methane"}, vec({.00112201, 2.0320e-11, 0}), 123.832206, 44.480776},
+        {{"hydrogen", "water", "decane"}, vec({.99727866, .00232867, 0}), 30, .092412},
+        {{"methane", "carbon_dioxide", "hydrogen_sulfide"}, vec({.14470627, .42788097, 0}),
+         152.382768, .482145},
+        {{"mercury", "water", "benzene"}, vec({5.0013795e-4, .24888227, 0}), 353.864931, .161778},
+        {{"carbon_dioxide", "ethane", "eicosane"}, vec({.99580758, .00416025, 0}), 320.125969,
+         .011404},
+        {{"carbon_dioxide", "ethane", "eicosane"}, vec({.957406541, .041272198, 0}), 355.706050,
+         11.965688},
+        {{"methane", "mercury", "decane", "water"}, vec({.04862998, 9.63e-6, 2.857817e-7, 0}),
+         620.859378, .157344},
+        {{"methane", "ethane", "propane", "hydrogen_sulfide", "carbon_dioxide", "water"},
+         vec({.14097191, .40910256, 1.001997e-5, .21001738, .09152171, 0}), 145.492387, .016285}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.names[0] << " " << c.names[1] << " " << c.T);
+        const Mixture m = mixture_of("PR", "vdW1", c.names);
+        const int n = c.z.size();
+        Vector<double> z = c.z, least(n);
+        for (int i = 0; i + 1 < n; ++i) z[n - 1] = (i ? z[n - 1] : 1.0) - z[i];
+        const auto q = corvane::flash_pT(*m, c.p, c.T, z);
+        for (int i = 0; i < n; ++i) {
+            double sum = -z[i];
+            std::vector<double> mu;  // of the phases that have it
+            for (std::size_t k = 0; k < q.phases.size(); ++k) {
+                sum += q.fraction[k] * q.phases[k].x[i];
+                if (q.phases[k].x[i] > 0)
+                    mu.push_back(m->my(q.phases[k].x * q.phases[k].rho, c.T, i));
+            }
+            least[i] = *std::min_element(mu.begin(), mu.end());
+            EXPECT_LT(*std::max_element(mu.begin(), mu.end()) - least[i], 1e-9);
+            EXPECT_NEAR(sum, 0, 1e-12);
+        }
+        double lowest = 0;
+        for (int k = 0; k < 2000; ++k) {
+            Vector<double> x(n);
+            double sum = 0, rho[2] = {0, 0};
+            for (int i = 0; i < n; ++i) sum += x[i] = std::pow(-std::log(u(random)), 1 << k % 4);
+            x = x * (1 / sum);
+            m->vcalc(c.p, c.T, x, 1, rho[0], rho[1]);
+            for (double r : rho) {
+                double d = 0;
+                for (int i = 0; r > 0 && i < n; ++i) d += x[i] * (m->my(x * r, c.T, i) - least[i]);
+                lowest = std::min(lowest, d);
+            }
+        }
+        EXPECT_GT(lowest, -1e-8);
     }
 }
 }  // namespace

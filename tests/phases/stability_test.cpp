@@ -180,6 +180,7 @@ TEST(Stability, NoComponentIsBeyondItsPureSelf) {
         const auto beyond = [&](Vector<double> const& x, double rho) {
             double most = -1e300;
             for (int i = 0; i < x.size(); ++i) {
+                if (!(x[i] > 0)) continue;  // nowhere near dissolving
                 double w = rho;
                 const double mu = rho > 0 ? m->my(x * w, c.T, i) : m->my(c.p, c.T, x, i, 2, w);
                 most = std::max(most, mu - pure(i));

@@ -11,7 +11,7 @@ namespace corvane {
 namespace {
 constexpr double kConverged = 1e-11;  // of potentials, ln p and target
 constexpr double kStep = 1e-8;        // last step: the next one would be below rounding
-constexpr double kVanished = 1e-13;   // amount of a phase
+constexpr double kVanished = 1e-13;   // amount of a phase, of the rarest component
 }  // namespace
 
 SplitSolver::SplitSolver(FluidModel const& f, Caloric* caloric, Target target)
@@ -48,9 +48,10 @@ bool SplitSolver::start(double T_, double p_, std::vector<PhaseRecord> const& ph
         for (int k = 0; k < count_; ++k) {
             double& n = n_ik_[i * count_ + k];
             n *= fluid.z()[i] / sum;
-            if (!(n > 0.0) || !std::isfinite(n)) return false;
+            if (!(n >= 0.0) || !std::isfinite(n)) return false;
         }
     }
+    keep_least();
     for (int k = 0; k < count_; ++k) {
         double sum = 0.0;
         for (int i = 0; i < n_; ++i) sum += n_ik_[i * count_ + k];
@@ -58,6 +59,16 @@ bool SplitSolver::start(double T_, double p_, std::vector<PhaseRecord> const& ph
         if (!(V_[k] > 0.0) || !std::isfinite(V_[k])) return false;
     }
     return T > 0.0 && std::isfinite(T);
+}
+
+/// Mole fractions go no lower than Certificate::least_x.
+void SplitSolver::keep_least() {
+    for (int k = 0; k < count_; ++k) {
+        double sum = 0.0;
+        for (int i = 0; i < n_; ++i) sum += n_ik_[i * count_ + k];
+        for (int i = 0; i < n_; ++i)
+            n_ik_[i * count_ + k] = std::max(n_ik_[i * count_ + k], Certificate::least_x * sum);
+    }
 }
 
 bool SplitSolver::evaluate() {
@@ -158,6 +169,15 @@ void SplitSolver::assemble() {
         for (int i = 0; i < n; ++i) dm_[i] = s.m_T[i];
         add(m - 1, k, dm_.data(), s.p_T + reduced, amount[k] * caloric_->cv(s), 1.0);
     }
+    for (int i = 0; i < n; ++i)  // components that would be fewer than the least stay as they are
+        for (int k = 0; k < K; ++k) {
+            if (k == most_[i] || phase[k].x[i] > 1.01 * Certificate::least_x) continue;
+            const int at = row(i, k);
+            if (!(r_[at] > 0.0)) continue;
+            std::fill_n(&jacobian_[at * m], m, 0.0);
+            jacobian_[at * m + at] = 1.0;
+            r_[at] = 0.0;
+        }
 }
 
 /// One step, shortened; false when a phase vanishes.
@@ -183,6 +203,8 @@ bool SplitSolver::advance() {
     for (int k = 0; k < K; ++k) bound(r_[pressures + k], r_[pressures + k] < 0.0 ? 0.9 : 3.0);
     if (T_free_) bound(r_[m - 1], 0.15);
     bool vanishes = false;
+    const double vanished =
+        kVanished * *std::min_element(fluid.z().begin(), fluid.z().end());
     for (int k = 0; k < K; ++k) {
         double change = 0.0;
         for (int i = 0; i < n; ++i) change += k == most_[i] ? dm_[i] : r_[row(i, k)];
@@ -198,9 +220,10 @@ bool SplitSolver::advance() {
         for (int i = 0; i < n; ++i)
             sum += n_ik_[i * K + k] += scale * (k == most_[i] ? dm_[i] : r_[row(i, k)]);
         V_[k] *= 1.0 + scale * r_[pressures + k];  // as the amounts, so that densities stay
-        if (!(sum > kVanished)) return false;
+        if (!(sum > vanished)) return false;
     }
     if (T_free_) T *= std::exp(scale * r_[m - 1]);
+    keep_least();
     return true;
 }
 

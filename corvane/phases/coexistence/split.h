@@ -56,6 +56,7 @@ class SplitSolver {
     /// Row of the pressure of phase k; −1: the one that the others are compared with.
     int pressure_row(int k) const { return (count_ - 1) * n_ + (p_free_ ? k - 1 : k); }
     void number();
+    void keep_least();
     void assemble();
     void add(int column, int k, double const* dm, double dpi, double dtarget, double scale);
     bool advance();

@@ -74,6 +74,7 @@ class Flash {
             pairs_.push_back({b_.x, after.trial.w});
         }
         if (!regular && near()) return two_phases(o);
+        if (n_ > 2 && flash_columns(fluid_, stability_, many)) return finish(many, o);
         fail(unstable ? n_ > 2 ? "every split found is unstable: probably more phases"
                                : "every split found is unstable: probably next to three phases"
                       : "the split did not converge; change p or T a little, or give a start");
@@ -315,6 +316,8 @@ class Flash {
         fraction = pair.y.back();
         if (!solved || !(fraction > 0.0) || !(fraction < 1.0) || !pair.locally_stable())
             return false;
+        for (int i = 0; i < n_; ++i)  // its sums fail where a trace is far apart
+            if (!(std::fabs(pair.a.m[i] - pair.b.m[i]) < Certificate::tolerance)) return false;
         a_ = pair.a;
         b_ = pair.b;
         beta_ = fraction * b_.rho / (fraction * b_.rho + (1.0 - fraction) * a_.rho);

@@ -13,7 +13,7 @@
 namespace corvane {
 namespace {
 constexpr double kApart = 1e-4;    // ln rho_i'/rho_i'' of two phases
-constexpr double kAbsent = 1e-12;  // amount of a phase that is not needed
+constexpr double kAbsent = 1e-12;  // amount of a phase that is not needed, of the rarest component
 constexpr double kPolish = 1e-10;  // of potentials, as from phases taken for alike that are not
 constexpr int kSubstitutions = 40, kFractions = 50, kNewton = 30;
 
@@ -55,6 +55,9 @@ void flash_record(FluidModel const& fluid, std::vector<PhaseState const*> phases
     q.rho = 1.0 / volume;
     Certificate& c = q.certificate;
     certify(fluid, q.p, phases, c);
+    for (PhaseRecord& phase : c.phases)
+        for (int i = 0; i < phase.x.size(); ++i)
+            if (phase.x[i] <= 1.01 * Certificate::least_x) phase.x[i] = 0.0;
     q.phases = c.phases;
     c.balance = 0.0;
     for (int i = 0; i < fluid.size(); ++i) {
@@ -131,8 +134,13 @@ bool flash_certified(FluidModel const& fluid, Stability& stability,
     if (!c.holds() || !(c.balance < 1e-12)) return false;
     for (PhaseState const& s : phases)
         if (!is_root(fluid, s, q.p)) return false;
+    PhaseState plane = phases[0];
+    for (PhaseState const& s : phases)
+        for (int i = 0; i < fluid.size(); ++i)
+            if (plane.x[i] <= 1.01 * Certificate::least_x)
+                plane.m[i] = std::min(plane.m[i], s.m[i]);
     const StabilityResult r =
-        stability.test(phases[0], q.p, phases.size() > 1 ? &phases[1] : nullptr, true);
+        stability.test(plane, q.p, phases.size() > 1 ? &phases[1] : nullptr, true);
     c.tpd = std::min(0.0, r.tpd);
     return r.stable && (phases.size() > 1 || !r.unconverged);
 }
@@ -143,6 +151,7 @@ namespace {
 bool fractions(std::vector<double> const& z, std::vector<double> const& e,
                std::vector<double>& beta, std::vector<double>& E) {
     const std::size_t K = beta.size();
+    const double absent = kAbsent * *std::min_element(z.begin(), z.end());
     std::vector<double> g(K), H(K * K), from(K);
     auto objective = [&] {
         double Q = std::accumulate(beta.begin(), beta.end(), 0.0);
@@ -165,25 +174,25 @@ bool fractions(std::vector<double> const& z, std::vector<double> const& e,
             }
         }
         for (std::size_t k = 0; k < K; ++k) {
-            if (beta[k] > kAbsent || g[k] < 0.0) continue;
+            if (beta[k] > absent || g[k] < 0.0) continue;
             for (std::size_t l = 0; l < K; ++l) H[K * k + l] = H[K * l + k] = 0.0;  // stays absent
             H[K * k + k] = 1.0;
             g[k] = 0.0;
         }
         if (!lu_solve(static_cast<int>(K), H.data(), g.data())) return false;
         double step = 0.0;
-        for (double gk : g) step = std::max(step, std::fabs(gk));
-        if (step < 1e-11) break;
+        for (std::size_t k = 0; k < K; ++k) step = std::max(step, std::fabs(g[k]) / beta[k]);
+        if (step < 1e-10) break;
         from = beta;
         const double last = Q;
         for (double scale = 1.0; scale > 1e-4; scale *= 0.5) {
             for (std::size_t k = 0; k < K; ++k)
-                beta[k] = std::max({from[k] - scale * g[k], 0.1 * from[k], kAbsent});
+                beta[k] = std::max({from[k] - scale * g[k], 0.1 * from[k], absent});
             Q = objective();
             if (Q < last || step < 1e-7) break;  // next to the minimum Q is flat to rounding
         }
     }
-    return *std::min_element(beta.begin(), beta.end()) > 100 * kAbsent;
+    return *std::min_element(beta.begin(), beta.end()) > 100 * absent;
 }
 }  // namespace
 
@@ -200,14 +209,19 @@ bool flash_many(FluidModel const& fluid, Stability& stability, std::vector<std::
         for (int k = 0; k < K; ++k) {
             if (!fluid.evaluate_at(s[k], q.p, q.T, w[k], Root::stable, 0)) return false;
             for (int i = 0; i < n; ++i)
-                e[K * i + k] = std::exp(std::log(w[k][i]) - s[k].m[i]) * s[0].rho;
+                e[K * i + k] = std::log(w[k][i]) - s[k].m[i];
+        }
+        for (int i = 0; i < n; ++i) {  // only their ratios count
+            const double most = *std::max_element(&e[K * i], &e[K * i] + K);
+            for (int k = 0; k < K; ++k) e[K * i + k] = std::exp(e[K * i + k] - most);
         }
         if (!fractions(z, e, beta, E)) return false;
         for (int k = 0; k < K; ++k) {
             double sum = 0.0;
             for (int i = 0; i < n; ++i) sum += z[i] * e[K * i + k] / E[i];
             for (int i = 0; i < n; ++i) {
-                const double next = z[i] * e[K * i + k] / E[i] / sum;
+                const double next =
+                    std::max(z[i] * e[K * i + k] / E[i] / sum, Certificate::least_x);
                 change = std::max(change, std::fabs(std::log(next / w[k][i])));
                 w[k][i] = next;
             }

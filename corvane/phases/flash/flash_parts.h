@@ -39,4 +39,8 @@ bool flash_certified(FluidModel const& fluid, Stability& stability,
 bool flash_many(FluidModel const& fluid, Stability& stability, std::vector<std::vector<double>> x,
                 FlashResult& result);
 
+/// Two or more phases at (result.p, result.T) from nothing: the lower hull of the Gibbs energy by a
+/// linear program whose columns are trial phases, then flash_many. True if the result is certified.
+bool flash_columns(FluidModel const& fluid, Stability& stability, FlashResult& result);
+
 }  // namespace corvane

@@ -68,11 +68,16 @@ void certify(FluidModel const& fluid, double p, std::vector<PhaseState const*> p
         const double rounding = 8 * std::numeric_limits<double>::epsilon() * R * s->T * s->S;
         c.dp = std::max(c.dp, std::max(0.0, std::fabs(s->p - p) - rounding) / p);
         if (std::fabs(s->rho / first.rho - 1) > 0.01) c.near_trivial = false;
-        for (int k = 0; k < s->size(); ++k) {
-            c.dmu = std::max(c.dmu, std::fabs(s->m[k] - first.m[k]));
+        for (int k = 0; k < s->size(); ++k)
             if (std::fabs(s->x[k] - first.x[k]) > 0.01) c.near_trivial = false;
-        }
         c.phases.push_back({s->rho, fluid.expand(s->x)});
+    }
+    for (int k = 0; k < first.size(); ++k) {
+        double least = first.m[k];
+        for (PhaseState const* s : phases) least = std::min(least, s->m[k]);
+        for (PhaseState const* s : phases)
+            if (!(s->x[k] <= 1.01 * Certificate::least_x))
+                c.dmu = std::max(c.dmu, std::fabs(s->m[k] - least));
     }
     if (!std::isfinite(c.dmu + c.dp)) c.dmu = std::numeric_limits<double>::infinity();
 }

@@ -12,6 +12,8 @@ namespace corvane {
 namespace {
 constexpr int kIterations = 120, kSubstitutions = 3, kHidden = 40;
 constexpr double kConverged = 1e-10;  // of ln W
+constexpr double kLeast = -640.0;     // of ln W that is told from 0
+constexpr double kTrace = 1e-6, kFar = 2.0, kGrown = -7.0;  // see traces()
 constexpr double kLevel = 1e-13, kShortest = 1e-4, kFlat = 1e-7;  // of descents at rounding
 constexpr double kRounding = 5e-14;   // of a distance, over the size of its terms
 constexpr double kPurest = 1e-12;     // of the other components in one that is as good as pure
@@ -43,12 +45,15 @@ Stability::~Stability() = default;
 void Stability::newton() {
     const int n = s_.size();
     double scale = 1.0;
+    for (int i = 0; i < n; ++i) {
+        root_[i] = std::sqrt(W_[i]);
+        way_[i] = std::sqrt(s_.x[i]);
+    }
     for (double shift : {0.0, 1e-3, 1e-2, 0.1, 1.0, 10.0}) {
         for (int i = 0; i < n; ++i) {
-            root_[i] = std::sqrt(W_[i]);
             step_[i] = -root_[i] * g_[i];
             for (int j = 0; j < n; ++j)
-                hess_[i * n + j] = std::sqrt(s_.x[i] * s_.x[j]) * (s_.m_n(i, j) + 1.0);
+                hess_[i * n + j] = way_[i] * way_[j] * (s_.m_n(i, j) + 1.0);
             hess_[i * n + i] += shift;
         }
         if (cholesky_solve(n, hess_.data(), step_.data())) break;
@@ -58,6 +63,17 @@ void Stability::newton() {
     }
     for (int i = 0; i < n; ++i) way_[i] = 0.5 * scale * step_[i];
     along(1.0);
+}
+/// Traces far from what the rest of the trial asks for are set to that; a step of newton() would
+/// gain a factor of three, and hold all others back. True if there were some.
+bool Stability::traces() {
+    bool moved = false;
+    for (int i = 0; i < s_.size(); ++i) {
+        if (!(s_.x[i] < kTrace) || !(std::fabs(g_[i]) > kFar)) continue;
+        lnW_[i] = std::min(lnW_[i] - g_[i], std::max(lnW_[i] + 1.0, kGrown));
+        moved = true;
+    }
+    return moved;
 }
 void Stability::along(double part) {
     for (int i = 0; i < s_.size(); ++i) lnW_[i] = 2.0 * std::log(root_[i] + part * way_[i]);
@@ -72,7 +88,7 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
     for (int it = 0; it < kIterations; ++it) {
         ++iterations;
         double sum = 0.0;
-        for (int k = 0; k < n; ++k) sum += W_[k] = std::exp(lnW_[k]);
+        for (int k = 0; k < n; ++k) sum += W_[k] = std::exp(std::max(lnW_[k], kLeast));
         if (!std::isfinite(sum) || !(sum > 0.0)) return End::failed;
         for (int k = 0; k < n; ++k) step_[k] = W_[k] / sum;
         const int order = substitutions > 0 ? 0 : phase_H;
@@ -80,6 +96,7 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
         double tm = 1.0, worst = 0.0, ln_sum = std::log(sum);
         for (int k = 0; k < n; ++k) {
             g_[k] = s_.m[k] + ln_sum - phase.m[k];
+            if (lnW_[k] <= kLeast && g_[k] > 0.0) g_[k] = 0.0;
             tm += W_[k] * (g_[k] - 1.0);
             worst = std::max(worst, std::fabs(g_[k]));
         }
@@ -93,6 +110,11 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
         if (worst < kConverged) return tpd < limit ? End::negative : End::stationary;
         if (substitutions-- > 0) {
             for (int k = 0; k < n; ++k) lnW_[k] -= g_[k];
+            continue;
+        }
+        if (traces()) {
+            last = 1e300;
+            part = 1.0;
             continue;
         }
         // The modified distance tm falls along a step, if that is short enough.
@@ -112,9 +134,10 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
 bool Stability::locally_stable(PhaseState const& phase) {
     const int n = phase.size();
     if (!(phase.S > 0.0)) return false;
+    for (int i = 0; i < n; ++i) root_[i] = std::sqrt(phase.x[i]);
     for (int i = 0; i < n; ++i)
         for (int j = 0; j < n; ++j)
-            hess_[i * n + j] = std::sqrt(phase.x[i] * phase.x[j]) * (phase.m_n(i, j) + 1.0);
+            hess_[i * n + j] = root_[i] * root_[j] * (phase.m_n(i, j) + 1.0);
     for (int k = 0; k < n; ++k) {  // positive definite if all pivots are positive
         if (!(hess_[k * n + k] > -1e-7)) return false;
         if (hess_[k * n + k] < 1e-12) return true;  // at rounding: a critical point
@@ -206,7 +229,8 @@ StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState co
         // may separate without taking any of the others along. From starts with two parts in a
         // thousand of these no substitution leads there, as their potentials are out of all bounds.
         for (int pure = 0; pure < n; ++pure) {
-            for (int k = 0; k < n; ++k) step_[k] = k == pure ? 1.0 : kPurest * phase.x[k];
+            for (int k = 0; k < n; ++k)
+                step_[k] = k == pure ? 1.0 - kPurest * (1.0 - phase.x[k]) : kPurest * phase.x[k];
             if (!fluid_.evaluate_at(s_, p, phase.T, step_, Root::stable, 0)) continue;
             const double d = distance(s_, phase);
             if (!(d < -Certificate::tpd_tolerance)) continue;
@@ -215,17 +239,7 @@ StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState co
             r.tpd = best;
             if (first) return r;
         }
-        starts_.clear();
-        for (int start = 0; start < 2 * n; ++start) {  // nearly pure; half pure
-            const double pure = start < n ? 0.998 : 0.5;
-            for (int k = 0; k < n; ++k)
-                starts_.push_back(
-                    std::log((1.0 - pure) * phase.x[k] + (k == start % n ? pure : 0.0)));
-        }
-        for (double sign : {1.0, -1.0})
-            for (int k = 0; k < n; ++k)
-                starts_.push_back(std::log(phase.x[k]) +
-                                  sign * (fluid_.wilson(k, phase.T) - std::log(p)));
+        many_starts(phase, p);
         for (std::size_t at = 0; at < starts_.size(); at += lnW_.size())
             if (record(descend(phase, p, known, &starts_[at], first, tpd, r.iterations))) break;
     }
@@ -235,6 +249,36 @@ StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState co
     }
     if (r.other) r.tpd = std::min(r.tpd == 0.0 ? best : r.tpd, best);
     return r;
+}
+
+void Stability::many_starts(PhaseState const& phase, double p) {
+    const int n = fluid_.size();
+    starts_.clear();
+    for (int start = 0; start < 2 * n; ++start) {  // nearly pure; half pure
+        const double pure = start < n ? 0.998 : 0.5;
+        for (int k = 0; k < n; ++k)
+            starts_.push_back(
+                std::log((1.0 - pure) * phase.x[k] + (k == start % n ? pure : 0.0)));
+    }
+    for (double sign : {1.0, -1.0})
+        for (int k = 0; k < n; ++k)
+            starts_.push_back(std::log(phase.x[k]) +
+                              sign * (fluid_.wilson(k, phase.T) - std::log(p)));
+}
+
+std::vector<TrialPhase> Stability::minima(PhaseState const& plane, double p) {
+    std::vector<TrialPhase> found;
+    many_starts(plane, p);
+    const std::vector<double> starts = starts_;
+    for (std::size_t at = 0; at < starts.size(); at += lnW_.size()) {
+        double tpd = 0.0;
+        int iterations = 0;
+        const End end = descend(plane, p, nullptr, &starts[at], false, tpd, iterations);
+        if (end == End::stationary || end == End::negative) found.push_back({tpd, s_.rho, s_.x});
+    }
+    double tpd = 0.0;
+    if (hidden_root(plane, p, tpd)) found.push_back({tpd, s_.rho, s_.x});
+    return found;
 }
 
 /// Nearly pure trials by substitution along the density root of higher Gibbs energy, which the

@@ -60,6 +60,10 @@ class CORVANE_API Stability {
     StabilityResult test(PhaseState const& phase, double p, PhaseState const* known, bool first,
                          bool whole = false);
 
+    /// Three and more components: the trials at which the starts of the test end, for any tangent
+    /// plane. plane: T, p and potentials m; x the composition that starts are mixed with.
+    std::vector<TrialPhase> minima(PhaseState const& plane, double p);
+
     /// Is the phase (with phase_H) a minimum of the tangent-plane distance in its surroundings?
     bool locally_stable(PhaseState const& phase);
 
@@ -74,7 +78,10 @@ class CORVANE_API Stability {
                 bool first, double& tpd, int& iterations);
     End descend(PhaseState const& phase, double p, PhaseState const* known, Bracket const& bracket,
                 bool first, double& tpd, int& iterations);
+    /// Fills starts_.
+    void many_starts(PhaseState const& phase, double p);
     void newton();
+    bool traces();
     void along(double part);
     bool hidden_root(PhaseState const& phase, double p, double& tpd);
     StabilityResult complete(PhaseState const& phase, double p, PhaseState const* known,
