@@ -2,6 +2,7 @@
 #include <corvane/phases/coexistence/split.h>
 #include <corvane/phases/numerics/dense.h>
 #include <corvane/phases/report/error_bound.h>
+#include <corvane/phases/report/least_fraction.h>
 
 #include <algorithm>
 #include <cmath>
@@ -61,13 +62,13 @@ bool SplitSolver::start(double T_, double p_, std::vector<PhaseRecord> const& ph
     return T > 0.0 && std::isfinite(T);
 }
 
-/// Mole fractions go no lower than Certificate::least_x.
+/// Mole fractions go no lower than least_fraction.
 void SplitSolver::keep_least() {
     for (int k = 0; k < count_; ++k) {
         double sum = 0.0;
         for (int i = 0; i < n_; ++i) sum += n_ik_[i * count_ + k];
         for (int i = 0; i < n_; ++i)
-            n_ik_[i * count_ + k] = std::max(n_ik_[i * count_ + k], Certificate::least_x * sum);
+            n_ik_[i * count_ + k] = std::max(n_ik_[i * count_ + k], least_fraction * sum);
     }
 }
 
@@ -171,7 +172,7 @@ void SplitSolver::assemble() {
     }
     for (int i = 0; i < n; ++i)  // components that would be fewer than the least stay as they are
         for (int k = 0; k < K; ++k) {
-            if (k == most_[i] || phase[k].x[i] > 1.01 * Certificate::least_x) continue;
+            if (k == most_[i] || !absent(phase[k].x[i])) continue;
             const int at = row(i, k);
             if (!(r_[at] > 0.0)) continue;
             std::fill_n(&jacobian_[at * m], m, 0.0);

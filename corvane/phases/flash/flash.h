@@ -12,7 +12,8 @@ namespace corvane {
 
 struct FlashResult {
     double T = 0.0, p = 0.0;  ///< K, MPa
-    /// As many as are stable, by falling mass density. x, rho: see PhaseRecord.
+    /// As many as are stable, by falling mass density. x, rho: see PhaseRecord. Mole fractions below
+    /// 1e-280 are given as 0, and their potentials are in no residual.
     std::vector<PhaseRecord> phases;
     std::vector<double> fraction;  ///< mole fraction of the whole in each phase, sum 1
     Certificate certificate;
@@ -39,7 +40,8 @@ struct FlashOptions {
 /// of one phase (Michelsen, Fluid Phase Equilib. 9 (1982) 21), each step shortened until the energy
 /// falls, its matrix shifted where the energy is not convex; then the tangent-plane test of the
 /// result. If that finds the split unstable, the phase found is added as a third one, or paired
-/// with either phase of the split or with the whole; nine splits at most. Where the whole is unstable
+/// with either phase of the split or with the whole; nine splits at most. At last the phases come
+/// from nothing, by a linear program over trial phases (flash_columns). Where the whole is unstable
 /// by less than 1e-5, and where no split converges, the pair is solved that is regular through
 /// critical points (RegularPair); the whole splits if it lies between its phases.
 ///

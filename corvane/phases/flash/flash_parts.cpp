@@ -4,6 +4,7 @@
 #include <corvane/phases/coexistence/split.h>
 #include <corvane/phases/flash/flash_parts.h>
 #include <corvane/phases/numerics/dense.h>
+#include <corvane/phases/report/least_fraction.h>
 
 #include <algorithm>
 #include <cmath>
@@ -57,7 +58,7 @@ void flash_record(FluidModel const& fluid, std::vector<PhaseState const*> phases
     certify(fluid, q.p, phases, c);
     for (PhaseRecord& phase : c.phases)
         for (int i = 0; i < phase.x.size(); ++i)
-            if (phase.x[i] <= 1.01 * Certificate::least_x) phase.x[i] = 0.0;
+            if (absent(phase.x[i])) phase.x[i] = 0.0;
     q.phases = c.phases;
     c.balance = 0.0;
     for (int i = 0; i < fluid.size(); ++i) {
@@ -89,16 +90,19 @@ bool flash_bound(FluidModel const& fluid, double T, double p, PhaseState& a, Pha
         two.start(0, a.x, a.rho);
         two.start(1, b.x, b.rho);
         two.u.back() = std::log(T);
-        if (!two.evaluate()) return false;
         double dmu = 0.0;
-        for (int i = 0; i < fluid.size(); ++i)
-            dmu = std::max(dmu, std::fabs(two.phase[0].m[i] - two.phase[1].m[i]));
+        for (int i = 0; i < fluid.size(); ++i) dmu = std::max(dmu, std::fabs(a.m[i] - b.m[i]));
         if (dmu > kPolish) {
             if (!two.solve(kNewton)) return false;
             a = two.phase[0];
             b = two.phase[1];
             const double in_b = two.fraction * b.rho;
             beta = in_b / ((1.0 - two.fraction) * a.rho + in_b);
+        } else {
+            for (int k = 0; k < 2; ++k) {  // T is exact, what depends on it of no account
+                PhaseState& s = two.phase[k] = k ? b : a;
+                std::fill(s.m_T.begin(), s.m_T.end(), s.p_T = 0.0);
+            }
         }
         return two.bound(c) && c.apart_error < Certificate::apart_limit;
     }
@@ -137,7 +141,7 @@ bool flash_certified(FluidModel const& fluid, Stability& stability,
     PhaseState plane = phases[0];
     for (PhaseState const& s : phases)
         for (int i = 0; i < fluid.size(); ++i)
-            if (plane.x[i] <= 1.01 * Certificate::least_x)
+            if (absent(plane.x[i]))
                 plane.m[i] = std::min(plane.m[i], s.m[i]);
     const StabilityResult r =
         stability.test(plane, q.p, phases.size() > 1 ? &phases[1] : nullptr, true);
@@ -221,7 +225,7 @@ bool flash_many(FluidModel const& fluid, Stability& stability, std::vector<std::
             for (int i = 0; i < n; ++i) sum += z[i] * e[K * i + k] / E[i];
             for (int i = 0; i < n; ++i) {
                 const double next =
-                    std::max(z[i] * e[K * i + k] / E[i] / sum, Certificate::least_x);
+                    std::max(z[i] * e[K * i + k] / E[i] / sum, least_fraction);
                 change = std::max(change, std::fabs(std::log(next / w[k][i])));
                 w[k][i] = next;
             }

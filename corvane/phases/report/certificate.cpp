@@ -1,6 +1,7 @@
 #include <corvane/core/constants.h>
 #include <corvane/phases/phase/phase.h>
 #include <corvane/phases/report/certificate.h>
+#include <corvane/phases/report/least_fraction.h>
 
 #include <algorithm>
 #include <cmath>
@@ -76,7 +77,7 @@ void certify(FluidModel const& fluid, double p, std::vector<PhaseState const*> p
         double least = first.m[k];
         for (PhaseState const* s : phases) least = std::min(least, s->m[k]);
         for (PhaseState const* s : phases)
-            if (!(s->x[k] <= 1.01 * Certificate::least_x))
+            if (!absent(s->x[k]))
                 c.dmu = std::max(c.dmu, std::fabs(s->m[k] - least));
     }
     if (!std::isfinite(c.dmu + c.dp)) c.dmu = std::numeric_limits<double>::infinity();

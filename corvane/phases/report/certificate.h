@@ -48,10 +48,6 @@ struct CORVANE_API Certificate {
     static constexpr double error_limit = 1e-6;
     static constexpr double apart_limit = 0.1;
     static constexpr double unknown = std::numeric_limits<double>::quiet_NaN();
-    /// Mole fractions in a flash that are smaller are given as 0: of a component that is nowhere near
-    /// dissolving. dmu leaves it out in that phase, where its potential at this fraction is above
-    /// that in the others.
-    static constexpr double least_x = 1e-280;
 
     double dmu = 0.0;  ///< largest |Δμ_i|/(RT) between the phases
     /// Largest difference of a phase's pressure to p, over p. What rounding the density of a liquid

@@ -1,6 +1,7 @@
 // Bubble points of liquids that split: the first vapour beside two liquids.
 #include <corvane/core/constants.h>
 #include <corvane/phases/flash/flash.h>
+#include <corvane/phases/report/least_fraction.h>
 #include <corvane/phases/saturation/saturation_solver.h>
 #include <corvane/phases/stability/test_phases.h>
 #include <corvane/pure/model1.h>
@@ -19,7 +20,7 @@ constexpr double kJump = 0.2;     // of ln rho of the lightest phase, least
 std::vector<double> present(FluidModel const& fluid, Vector<double> const& all) {
     std::vector<double> x;
     for (int k = 0; k < fluid.size(); ++k)
-        x.push_back(std::max(all[fluid.index(k)], Certificate::least_x));
+        x.push_back(std::max(all[fluid.index(k)], least_fraction));
     return x;
 }
 }  // namespace

@@ -17,7 +17,18 @@ constexpr double kTrace = 1e-6, kFar = 2.0, kGrown = -7.0;  // see traces()
 constexpr double kLevel = 1e-13, kShortest = 1e-4, kFlat = 1e-7;  // of descents at rounding
 constexpr double kRounding = 5e-14;   // of a distance, over the size of its terms
 constexpr double kPurest = 1e-12;     // of the other components in one that is as good as pure
+constexpr double kAlike = 1e-3;       // Σ|Δx| of minima that are one
 constexpr double kSpinodal = 1e-9;    // what rounding may leave of w·(1 − w)·t″
+
+/// Adds x unless there is one like it.
+void add_apart(std::vector<std::vector<double>>& all, std::vector<double> const& x) {
+    for (auto const& other : all) {
+        double d = 0.0;
+        for (std::size_t k = 0; k < x.size(); ++k) d += std::fabs(x[k] - other[k]);
+        if (d < kAlike) return;
+    }
+    all.push_back(x);
+}
 }  // namespace
 
 /// The trial has run into a phase: squared distance in ln x, weighted, and in ln rho.
@@ -240,8 +251,25 @@ StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState co
             if (first) return r;
         }
         many_starts(phase, p);
-        for (std::size_t at = 0; at < starts_.size(); at += lnW_.size())
-            if (record(descend(phase, p, known, &starts_[at], first, tpd, r.iterations))) break;
+        std::vector<std::vector<double>> minima;
+        auto ends = [&](std::size_t at) {
+            const End end = descend(phase, p, known, &starts_[at], first, tpd, r.iterations);
+            if (end == End::stationary && kind == StabilityTest::complete) add_apart(minima, s_.x);
+            return record(end);
+        };
+        std::size_t at = 0;
+        for (; at < starts_.size(); at += lnW_.size())
+            if (ends(at)) break;
+        if (r.stable && !minima.empty()) {
+            minima.push_back(phase.x);
+            if (known) minima.push_back(known->x);
+            for (std::size_t a = 0; a < minima.size(); ++a)
+                for (std::size_t b = 0; b < a; ++b)
+                    for (int k = 0; k < n; ++k)
+                        starts_.push_back(std::log(0.5 * (minima[a][k] + minima[b][k])));
+            for (; at < starts_.size(); at += lnW_.size())
+                if (ends(at)) break;
+        }
     }
     if (n > 2 && r.stable && hidden_root(phase, p, tpd)) {
         take(tpd);

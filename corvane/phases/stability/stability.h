@@ -43,8 +43,11 @@ struct StabilityResult {
 /// are Wilson's vapour and liquid, every component nearly pure, and the middle between each and the
 /// phase, at the density of lower Gibbs energy; from there three successive substitutions, then
 /// Newton in 2·√W, its matrix shifted until it is definite and each step shortened until the
-/// modified distance falls; then substitution from every
-/// component nearly pure at its other density root. At most 120 iterations per start.
+/// modified distance falls; then substitution from every component nearly pure at its other density
+/// root. The complete test of three and more components descends, too, from the middles between all
+/// minima that were found, the phase and the known one; the quick one ends before. No number of
+/// starts proves that none is missed: see docs/phases_measured.md for how often that was. At most 120
+/// iterations per start.
 class CORVANE_API Stability {
   public:
     explicit Stability(FluidModel const& fluid, StabilityTest kind = StabilityTest::complete);
