@@ -128,14 +128,10 @@ Row SaturationPoints::row(MixtureFluid const& mixture, SaturationPoint const& po
         result.cells.emplace_back(mixture.density(u, one.x, one.rho));
         result.cells.emplace_back(point.fraction[k]);
     }
-    if (!point.split.empty())
-        add_note(result.note, "the liquid is two: x1, x2; rhoL is that of both together");
     if (phase_names(mixture, {liquid, vapour}).back() != "vapour")
         add_note(result.note, "both phases are as dense as liquids: y is no vapour");
     if (!point.split.empty())
-        add_note(result.note, fmt::format("the liquid is two: {} {:.5g} and {:.5g}",
-                                          mixture.component(0), point.split[0].x[0],
-                                          point.split[1].x[0]));
+        add_note(result.note, "the liquid is two: x1 and x2; x and rhoL are those of both together");
     return result;
 }
 
