@@ -70,6 +70,7 @@ void translate(std::exception_ptr const& p, void*) {
 }  // namespace
 
 NB_MODULE(_native, m) {
+    nanobind::set_leak_warnings(false);  // fluids that notebooks keep when the interpreter ends are no fault
     nanobind::register_exception_translator(translate);
     nanobind::exception<corvane::OpenFailure>(m, "OpenError", PyExc_LookupError);
     nanobind::exception<corvane::EquilibriumFailure>(m, "EquilibriumError", PyExc_ArithmeticError);
