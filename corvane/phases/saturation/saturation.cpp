@@ -206,6 +206,8 @@ bool SaturationSolver::accept() {
     split_ = false;
     const double pressure = pair_.pressure();
     if (!(pressure > 0.0) || !(pair_.a.S > 0.0) || !(pair_.b.S > 0.0)) return false;
+    for (int k = 0; k < fluid_.size(); ++k)  // no certificate: another way may lead to one
+        if (!(std::fabs(pair_.a.m[k] - pair_.b.m[k]) <= Certificate::tolerance)) return false;
     const bool wanted = bubble() == (kind_ == Saturated::bubble);
     if (!wanted && !collect_) return false;
     const StabilityResult r =
