@@ -26,7 +26,7 @@ struct Branches {
     bool loop;      ///< false: the isotherm rises from 0 to top; dilute and dense are not used
 };
 
-enum class Branch { dilute, dense };
+enum class RootSide { dilute, dense };
 
 /// Two roots closer than this, relative to the dense one, count as one: at the critical point p −
 /// pc goes as the cube of the density difference, so rounding (a few eps) splits the threefold root
@@ -54,9 +54,9 @@ inline bool is_pressure(double P) {
 ///                 past the spinodal
 /// @param start    first trial; the middle of the interval if it lies outside
 template <class F>
-double stable_root(F const& isotherm, double P, Branch branch, double start, double anchor,
+double stable_root(F const& isotherm, double P, RootSide branch, double start, double anchor,
                    double wall, bool crossed) {
-    const double side = branch == Branch::dilute ? 1.0 : -1.0;
+    const double side = branch == RootSide::dilute ? 1.0 : -1.0;
     constexpr double two_ulp = 2 * std::numeric_limits<double>::epsilon();
     auto inside = [&](double x) { return (x - anchor) * side > 0 && (wall - x) * side > 0; };
     double anchor_slope = 0.0;  // 0: not known
@@ -159,11 +159,12 @@ int density_roots(F const& isotherm, double P, Branches const& at, int phase, Gi
         // top.
         if (P > 0.0)
             dense =
-                stable_root(isotherm, P, Branch::dilute, P / (1.0 + P / at.top), 0.0, at.top, true);
+                stable_root(isotherm, P, RootSide::dilute, P / (1.0 + P / at.top), 0.0, at.top,
+                            true);
     } else {
-        if (P > 0.0) dilute = stable_root(isotherm, P, Branch::dilute, P, 0.0, at.dilute, false);
+        if (P > 0.0) dilute = stable_root(isotherm, P, RootSide::dilute, P, 0.0, at.dilute, false);
         if (!(dense_start > at.dense)) dense_start = at.dense + (at.top - at.dense) / 3.0;
-        dense = stable_root(isotherm, P, Branch::dense, dense_start, at.top, at.dense, false);
+        dense = stable_root(isotherm, P, RootSide::dense, dense_start, at.top, at.dense, false);
     }
     return order_roots(
         dilute, dense, phase, [&](double start) { return isotherm(start).P > P; }, gibbs, rho1,

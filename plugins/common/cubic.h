@@ -133,15 +133,15 @@ template <class Form>
 ReducedRoots cubic_roots(double P, double q) noexcept {
     auto f = [q](double y) { return cubic_isotherm<Form>(y, q); };
     auto dilute = [&](double start) {
-        return P > 0.0 ? stable_root(f, P, Branch::dilute, start, 0.0, Form::y_c, false) : 0.0;
+        return P > 0.0 ? stable_root(f, P, RootSide::dilute, start, 0.0, Form::y_c, false) : 0.0;
     };
     auto dense = [&](double start) {
-        return stable_root(f, P, Branch::dense, start, kCubicTop, Form::y_c, false);
+        return stable_root(f, P, RootSide::dense, start, kCubicTop, Form::y_c, false);
     };
     if (!(q > q_c<Form>)) {
         if (!(P > 0.0)) return {0.0, 0.0};
         const double start = P < 1e-3 ? P : cubic_detail::closed_form<Form>(P, q).dilute;
-        return {0.0, stable_root(f, P, Branch::dilute, start, 0.0, kCubicTop, true)};
+        return {0.0, stable_root(f, P, RootSide::dilute, start, 0.0, kCubicTop, true)};
     }
     if (P < 1e-3) return {dilute(P), dense(cubic_detail::dense_trial<Form>(P, q))};
     const ReducedRoots start = cubic_detail::closed_form<Form>(P, q);

@@ -85,7 +85,7 @@ double root_between(Isotherm const& isotherm, double P, double top) {
         const double high = top * k / steps, P_high = isotherm(high).P;
         if (P_low <= P && P_high > P) {
             const double root =
-                stable_root(isotherm, P, Branch::dilute, 0.5 * (low + high), low, high, true);
+                stable_root(isotherm, P, RootSide::dilute, 0.5 * (low + high), low, high, true);
             if (root > 0.0) return root;
         }
         low = high;

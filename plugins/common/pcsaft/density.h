@@ -117,9 +117,9 @@ double dense_root(PressureCurve<Fluid> const& curve, double P, double loop, doub
     double rho = 0.0;
     if (loop > 0.0) {
         const double near = approach(curve.fluid, P * packing, start, loop, kDense) / packing;
-        rho = stable_root(curve, P, Branch::dense, near, top, loop / packing, false);
+        rho = stable_root(curve, P, RootSide::dense, near, top, loop / packing, false);
     } else if (P > 0.0) {
-        rho = stable_root(curve, P, Branch::dilute, P / (1.0 + P / top), 0.0, top, true);
+        rho = stable_root(curve, P, RootSide::dilute, P / (1.0 + P / top), 0.0, top, true);
     }
     // A bracket that does not hold the root ends at the top.
     const bool beyond = rho >= 0.99 * top && std::abs(curve(rho).P - P) > 1e-9 * (P + rho);
@@ -147,7 +147,7 @@ int density_roots(Fluid const& fluid, double packing, double P, int phase, doubl
     }
     if (loop > 0.0 && P > 0.0) {
         const double near = approach(fluid, P * packing, P * packing, 0.0, loop) / packing;
-        dilute = stable_root(curve, P, Branch::dilute, near, 0.0, loop / packing, false);
+        dilute = stable_root(curve, P, RootSide::dilute, near, 0.0, loop / packing, false);
     }
     // At the critical temperature rounding makes a loop that holds the root itself.
     if (dilute == 0.0 && dense == 0.0 && P > 0.0) dense = rising_crossing(curve, P, top);
