@@ -16,6 +16,7 @@ constexpr int kSubstitutions = 2, kIterations = 60, kRestarts = 9;
 constexpr double kConverged = 1e-11;  // of the potentials
 constexpr double kFar = 2.0;          // of the potentials: substitution before Newton's method
 constexpr double kNear = 1e-5;  // of the tangent-plane distance: a critical point may be near
+constexpr double kNothing = 1e-14;    // amount of a phase that is no start
 constexpr double kRounding = 1e-9;    // what rounding may leave of them, see Certificate
 
 class Flash {
@@ -232,8 +233,10 @@ class Flash {
 
     /// Two phases from lnK_. `guess`: give up where the phases vanish or grow alike.
     bool split(bool guess = false) {
-        // The trial's K-factors need not enclose a split: then a little of b beside the whole.
-        if (!rachford_rice() && (small_amount(), !fractions())) return false;
+        // The trial's K-factors need not enclose a split: then a little of b beside the whole. Those
+        // of a trial beside the whole enclose one of no amount, or none, as their sum is rounded.
+        if ((!rachford_rice() || (!guess && beta_ < kNothing)) && (small_amount(), !fractions()))
+            return false;
         if (!evaluate(guess ? 0 : phase_H)) return false;
         for (int it = 1; it <= kSubstitutions; ++it) {
             if (!guess && !descended()) break;
