@@ -1,6 +1,6 @@
 #include <corvane/core/constants.h>
 #include <corvane/phases/coexistence/coexistence.h>
-#include <corvane/phases/numerics/dense.h>
+#include <corvane/phases/numerics/newton.h>
 #include <corvane/phases/report/error_bound.h>
 
 #include <cmath>
@@ -123,12 +123,8 @@ void CoexistenceSolver::assemble() {
 
 bool CoexistenceSolver::solve(int limit) {
     const int n = n_, m = size();
-    double step = 1.0;
     residual = std::numeric_limits<double>::infinity();
-    for (int it = 0; it <= limit; ++it) {
-        ++iterations;
-        if (!evaluate()) return false;
-        assemble();
+    const auto converged = [&](double step) {
         PhaseState const& light = phase[lightest()];
         double rounding = 0.0, dp = 0.0;
         for (PhaseState const& s : phase)
@@ -146,19 +142,14 @@ bool CoexistenceSolver::solve(int limit) {
         }
         dp /= std::max(std::fabs(light.p) / (R * light.T * light.rho), 1e-300);
         residual = std::max(residual, dp);
-        if (residual < kPotential && step < 1e-4) return true;
-        if (residual < 50 * kPotential && step < kStep) return true;  // at rounding
-        if (it == limit || !std::isfinite(residual)) return false;
-        for (double& r : r_) r = -r;
-        if (!lu_solve(m, jacobian_.data(), r_.data())) return false;
+        return (residual < kPotential && step < 1e-4) ||
+               (residual < 50 * kPotential && step < kStep);  // at rounding
+    };
+    const auto advance = [&](double) {
         // Bounds: a factor of e in a partial density, 15 % in the total of all phases but the
         // lightest, 20 % in T.
-        double scale = 1.0;
-        step = 0.0;
-        auto bound = [&](double change, double most) {
-            scale = std::min(scale, most / std::max(1e-300, std::fabs(change)));
-        };
-        for (int i = 0; i < m; ++i) step = std::max(step, std::fabs(r_[i]));
+        StepBound bound;
+        PhaseState const& light = phase[lightest()];
         for (int k = 0, i = 0; k < count_; ++k) {
             double total = 0.0;
             for (int j = 0; j < n; ++j, ++i) {
@@ -170,10 +161,14 @@ bool CoexistenceSolver::solve(int limit) {
         const int last = count_ * n;
         bound(r_[last], 0.2);
         if (split) bound(r_[last + 1], 0.5 * (r_[last + 1] > 0.0 ? 1.0 - fraction : fraction));
-        for (int i = 0; i <= last; ++i) u[i] += scale * r_[i];
-        if (split) fraction += scale * r_[last + 1];
-    }
-    return false;
+        for (int i = 0; i <= last; ++i) u[i] += bound.part() * r_[i];
+        if (split) fraction += bound.part() * r_[last + 1];
+        return true;
+    };
+    return damped_newton(
+        m, jacobian_.data(), r_.data(), limit, iterations,
+        [&] { return evaluate() && (assemble(), true); }, converged,
+        [&] { return std::isfinite(residual); }, advance);
 }
 
 void CoexistenceSolver::level() {

@@ -1,6 +1,6 @@
 #include <corvane/core/constants.h>
 #include <corvane/phases/coexistence/regular_pair.h>
-#include <corvane/phases/numerics/dense.h>
+#include <corvane/phases/numerics/newton.h>
 #include <corvane/phases/report/error_bound.h>
 
 #include <algorithm>
@@ -290,17 +290,11 @@ void RegularPair::assemble(bool tangent) {
 
 bool RegularPair::solve(int limit) {
     double last = 1e300;
-    for (int it = 0; it < limit; ++it) {
-        ++iterations;
-        if (!ends() || !integrals(nodes())) return false;
-        assemble(false);
-        for (double& r : r_) r = -r;
-        if (!lu_solve(m_, jacobian_.data(), r_.data())) return false;
+    bool settled = false;  // by the last step: only the ends are evaluated once more
+    const auto advance = [&](double) {
         const double d = distance();
-        double step = std::max(std::fabs(r_[2 * n_]), std::fabs(r_[2 * n_ + 1])), scale = 1.0;
-        auto bound = [&](double change, double most) {
-            scale = std::min(scale, most / std::max(1e-300, std::fabs(change)));
-        };
+        double step = std::max(std::fabs(r_[2 * n_]), std::fabs(r_[2 * n_ + 1]));
+        StepBound bound;
         for (int i = 0; i < n_; ++i) {
             const double turn = std::sqrt(fluid.z()[i]) * r_[n_ + i];
             step = std::max({step, std::fabs(r_[i]), std::fabs(turn)});
@@ -311,15 +305,19 @@ bool RegularPair::solve(int limit) {
         if (!fixed_distance)  // away from zero, or towards it but not through it
             bound(r_[2 * n_],
                   r_[2 * n_] * d > 0.0 ? 0.1 + std::fabs(d) : 0.6 * std::fabs(d));
-        for (int i = 0; i < m_; ++i) y[i] += scale * r_[i];
+        for (int i = 0; i < m_; ++i) y[i] += bound.part() * r_[i];
         if (!std::isfinite(step) || std::fabs(distance()) > 1.0) return false;
         // The last steps are rounding, which only the bound can judge.
         const bool stagnant = (step < kStagnant[fluid.exact()] && step > 0.3 * last) ||
                               (step < kStagnant[false] && step > 0.9 * last);
-        if (scale == 1.0 && (step < kStep || stagnant)) return ends();
+        settled = bound.part() == 1.0 && (step < kStep || stagnant);
         last = step;
-    }
-    return false;
+        return true;
+    };
+    return damped_newton(
+        m_, jacobian_.data(), r_.data(), limit, iterations,
+        [&] { return ends() && (settled || integrals(nodes())); },
+        [&](double) { return settled; }, [&] { return assemble(false), true; }, advance);
 }
 
 bool RegularPair::tangent(std::vector<double>& t) {

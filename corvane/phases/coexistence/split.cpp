@@ -1,12 +1,13 @@
 #include <corvane/core/constants.h>
 #include <corvane/phases/coexistence/split.h>
-#include <corvane/phases/numerics/dense.h>
+#include <corvane/phases/numerics/newton.h>
 #include <corvane/phases/report/error_bound.h>
 #include <corvane/phases/report/least_fraction.h>
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace corvane {
 namespace {
@@ -184,10 +185,7 @@ void SplitSolver::assemble() {
 /// One step, shortened; false when a phase vanishes.
 bool SplitSolver::advance() {
     const int n = n_, K = count_, m = size_, pressures = (K - 1) * n;
-    double scale = 1.0;
-    auto bound = [&](double change, double most) {
-        scale = std::min(scale, most / std::max(1e-300, std::fabs(change)));
-    };
+    StepBound bound;
     // dm_ and the columns of the amounts: from changes of ln n_ik to changes of n_ik
     for (int i = 0; i < n; ++i) {
         double gain = 0.0;
@@ -216,6 +214,7 @@ bool SplitSolver::advance() {
     }
     vanishing_ = vanishes ? vanishing_ + 1 : 0;
     if (vanishing_ > 2) return false;
+    const double scale = bound.part();
     for (int k = 0; k < K; ++k) {
         double sum = 0.0;
         for (int i = 0; i < n; ++i)
@@ -230,12 +229,9 @@ bool SplitSolver::advance() {
 
 bool SplitSolver::solve(int limit) {
     const int pressures = (count_ - 1) * n_;
-    double step = 1.0;
+    bool first = true;
     vanishing_ = 0;
-    for (int it = 0; it <= limit; ++it) {
-        ++iterations;
-        if (!evaluate()) return false;
-        assemble();
+    const auto converged = [&](double step) {
         double dp = 0.0;
         residual = target_ == Target::none ? 0.0 : std::fabs(r_[size_ - 1]);
         for (int i = 0; i < pressures; ++i) residual = std::max(residual, std::fabs(r_[i]));
@@ -244,32 +240,32 @@ bool SplitSolver::solve(int limit) {
                 dp, std::fabs(r_[pressure_row(k)]) - 8 * std::numeric_limits<double>::epsilon() *
                                                          std::max(phase[k].S, phase[0].S));
         residual = std::max(residual, dp * R * T / std::max(std::fabs(p), 1e-300));
-        if (residual < kConverged && step < 1e-4) return true;
-        if (residual < 50 * kConverged && step < kStep) return true;  // at rounding
-        if (it == limit || !std::isfinite(residual)) return false;
-        for (double& r : r_) r = -r;
-        if (!lu_solve(size_, jacobian_.data(), r_.data())) return false;
-        step = 0.0;
-        for (double r : r_) step = std::max(step, std::fabs(r));
-        if (it == 0) {
-            first_step = r_[size_ - 1];
-            if (p_free_) {  // of ln p, from phase 0
-                first_step = -phase[0].S * r_[pressures];
-                for (int i = 0; i < n_; ++i) {
-                    double dn = 0.0;
-                    if (most_[i] != 0)
-                        dn = r_[row(i, 0)] * n_ik_[i * count_];
-                    else
-                        for (int k = 1; k < count_; ++k)
-                            dn -= r_[row(i, k)] * n_ik_[i * count_ + k];
-                    first_step += phase[0].P[i] * dn / V_[0];
-                }
-                first_step *= R * T / p;
-            }
-        }
-        if (!advance()) return false;
+        return (residual < kConverged && step < 1e-4) ||
+               (residual < 50 * kConverged && step < kStep);  // at rounding
+    };
+    return damped_newton(
+        size_, jacobian_.data(), r_.data(), limit, iterations,
+        [&] { return evaluate() && (assemble(), true); }, converged,
+        [&] { return std::isfinite(residual); },
+        [&](double) {
+            if (std::exchange(first, false)) first_step = change_of_unknown();
+            return advance();
+        });
+}
+
+/// What the Newton step changes ln T or ln p by.
+double SplitSolver::change_of_unknown() const {
+    if (!p_free_) return r_[size_ - 1];
+    double change = -phase[0].S * r_[(count_ - 1) * n_];  // of ln p, from phase 0
+    for (int i = 0; i < n_; ++i) {
+        double dn = 0.0;
+        if (most_[i] != 0)
+            dn = r_[row(i, 0)] * n_ik_[i * count_];
+        else
+            for (int k = 1; k < count_; ++k) dn -= r_[row(i, k)] * n_ik_[i * count_ + k];
+        change += phase[0].P[i] * dn / V_[0];
     }
-    return false;
+    return change * (R * T / p);
 }
 
 bool SplitSolver::bound(Certificate& c) {

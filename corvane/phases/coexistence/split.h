@@ -60,6 +60,7 @@ class SplitSolver {
     void assemble();
     void add(int column, int k, double const* dm, double dpi, double dtarget, double scale);
     bool advance();
+    double change_of_unknown() const;
 
     Caloric* caloric_;
     const Target target_;

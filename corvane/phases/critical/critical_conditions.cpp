@@ -2,7 +2,7 @@
 #include <corvane/core/numelo.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/critical/critical_conditions.h>
-#include <corvane/phases/numerics/dense.h>
+#include <corvane/phases/numerics/newton.h>
 
 #include <algorithm>
 #include <cmath>
@@ -207,39 +207,39 @@ CriticalConditions::Variables CriticalConditions::tangent(double const* J) {
 }
 
 bool CriticalConditions::solve(Variables& y, int m, Variables const* row, double value, int most) {
-    double r[3], step = 1.0;
-    for (int it = 0; it <= most; ++it) {
-        ++iterations;
-        if (!evaluate(y, m)) return false;
-        if (residual() < limit && step < (exact_ ? kStep : 100 * kStep))
-            return eigen(y, m, phase_p);
-        if (it == most || !gradients(y, m, J_.data())) return false;
-        std::array<double, 9> J = J_;
-        r[0] = -lambda;
-        r[1] = -C;
+    double r[3];
+    std::array<double, 9> J;
+    const auto converged = [&](double step) {
+        return residual() < limit && step < (exact_ ? kStep : 100 * kStep);
+    };
+    const auto assemble = [&] {
+        if (!gradients(y, m, J_.data())) return false;
+        J = J_;
+        r[0] = lambda;
+        r[1] = C;
         if (m == 3) {
-            r[2] = value;
+            r[2] = -value;
             for (int k = 0; k < 3; ++k) {
                 J[6 + k] = (*row)[k];
-                r[2] -= (*row)[k] * y[k];
+                r[2] += (*row)[k] * y[k];
             }
         }
-        if (!lu_solve(m, J.data(), r)) return false;
+        return true;
+    };
+    const auto advance = [&](double) {
         // Bounds: 20 % in rho, 10 % in T; a mole fraction may halve its distance to 0 and 1.
-        double scale = std::min(1.0, 0.2 / std::max(std::fabs(r[0]), 1e-300));
-        scale = std::min(scale, 0.1 / std::max(std::fabs(r[1]), 1e-300));
-        if (m == 3) {
-            const double room = 0.5 * (r[2] < 0.0 ? y[2] : y[3]);
-            scale = std::min(scale, room / std::max(std::fabs(r[2]), 1e-300));
-        }
-        step = 0.0;
-        for (int k = 0; k < m; ++k) {
-            y[k] += scale * r[k];
-            step = std::max(step, std::fabs(r[k]));
-        }
-        if (m == 3) y[3] -= scale * r[2];
-    }
-    return false;
+        StepBound bound;
+        bound(r[0], 0.2);
+        bound(r[1], 0.1);
+        if (m == 3) bound(r[2], 0.5 * (r[2] < 0.0 ? y[2] : y[3]));
+        for (int k = 0; k < m; ++k) y[k] += bound.part() * r[k];
+        if (m == 3) y[3] -= bound.part() * r[2];
+        return true;
+    };
+    return damped_newton(
+               m, J.data(), r, most, iterations, [&] { return evaluate(y, m); }, converged,
+               assemble, advance) &&
+           eigen(y, m, phase_p);
 }
 
 }  // namespace corvane

@@ -1,6 +1,6 @@
 #include <corvane/core/constants.h>
 #include <corvane/core/errors.h>
-#include <corvane/phases/numerics/dense.h>
+#include <corvane/phases/numerics/newton.h>
 #include <corvane/phases/solid/solid_fluid_solver.h>
 #include <corvane/pure/model1.h>
 
@@ -110,11 +110,7 @@ void SolidFluidSolver::assemble() {
 
 bool SolidFluidSolver::solve(int limit) {
     const int m = size();
-    double step = 1.0;
-    for (int it = 0; it <= limit; ++it) {
-        ++iterations;
-        if (!evaluate()) return false;
-        assemble();
+    const auto converged = [&](double step) {
         residual = 0.0;
         for (int i = 0; i < m; ++i) {
             double r = std::fabs(r_[i]);
@@ -128,32 +124,33 @@ bool SolidFluidSolver::solve(int limit) {
             }
             residual = std::max(residual, r);
         }
-        if (residual < kPotential && step < kStep) return true;
-        if (it == limit || !std::isfinite(residual)) return false;
-        for (double& r : r_) r = -r;
-        if (!lu_solve(m, jacobian_.data(), r_.data())) return false;
+        return residual < kPotential && step < kStep;
+    };
+    const auto advance = [&](double) {
         // Bounds: a factor of e in the partial densities, of e^3 in traces; 30 % in the density; 10
         // % in T, a factor of e in p.
-        double part = 1.0;
-        step = 0.0;
+        StepBound bound;
         for (int i = 0; i < m; ++i) {
-            double bound = at_T_ ? 1.0 : 0.1;
+            double most = at_T_ ? 1.0 : 0.1;
             if (i < m - 1) {
                 PhaseState const& s = i < 2 ? a : b;
-                bound = s.x[i % 2] < 1e-3 ? 3.0 : 1.0;
+                most = s.x[i % 2] < 1e-3 ? 3.0 : 1.0;
             }
-            step = std::max(step, std::fabs(r_[i]));
-            part = std::min(part, bound / std::max(std::fabs(r_[i]), 1e-300));
+            bound(r_[i], most);
         }
         for (PhaseState const* s : {&a, &b}) {
             if (s == &b && !two) break;
             const int at = s == &a ? 0 : 2;
             const double total = s->x[0] * r_[at] + s->x[1] * r_[at + 1];
-            part = std::min(part, 0.3 / std::max(std::fabs(total), 1e-300));
+            bound(total, 0.3);
         }
-        for (int i = 0; i < m; ++i) u[i] += part * r_[i];
-    }
-    return false;
+        for (int i = 0; i < m; ++i) u[i] += bound.part() * r_[i];
+        return true;
+    };
+    return damped_newton(
+        m, jacobian_.data(), r_.data(), limit, iterations,
+        [&] { return evaluate() && (assemble(), true); }, converged,
+        [&] { return std::isfinite(residual); }, advance);
 }
 
 bool SolidFluidSolver::tangent(std::vector<double>& t) {
