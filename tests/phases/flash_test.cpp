@@ -207,7 +207,12 @@ TEST(Flash, OrdinaryStatesAreNotRefused) {
         {{"methane", "mercury", "decane", "water"}, vec({.04862998, 9.63e-6, 2.857817e-7, 0}),
          620.859378, .157344},
         {{"methane", "ethane", "propane", "hydrogen_sulfide", "carbon_dioxide", "water"},
-         vec({.14097191, .40910256, 1.001997e-5, .21001738, .09152171, 0}), 145.492387, .016285}};
+         vec({.14097191, .40910256, 1.001997e-5, .21001738, .09152171, 0}), 145.492387, .016285},
+        {{"methane", "mercury", "decane", "water"}, vec({2.0575966e-6, 1.6893e-7, 4.8849e-8, 0}),
+         261.364453, 13.512003},
+        {{"methane", "carbon_dioxide", "ethane", "propane", "butane", "pentane", "nitrogen"},
+         vec({.06939059, 1.894482e-5, 7.639060e-4, 4.454913e-5, 3.158591e-5, 1.077097e-5, 0}),
+         54.463909, .378396}};
     for (auto const& c : cases) {
         SCOPED_TRACE(testing::Message() << c.names[0] << " " << c.names[1] << " " << c.T);
         const Mixture m = mixture_of("PR", "vdW1", c.names);

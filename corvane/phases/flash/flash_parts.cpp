@@ -150,13 +150,16 @@ bool flash_certified(FluidModel const& fluid, Stability& stability,
 }
 
 namespace {
-/// Fractions of K phases for fugacity coefficients 1/e (n×K): the minimum of Σ beta − Σ z·ln E, E =
-/// Σ beta·e, over beta >= 0, by Newton's method. False if a phase is not needed.
-bool fractions(std::vector<double> const& z, std::vector<double> const& e,
-               std::vector<double>& beta, std::vector<double>& E) {
+/// Fractions of K phases for fugacity coefficients 1/e (n×K): the minimum of Q = Σ beta − Σ z·ln E,
+/// E = Σ beta·e, over beta >= 0, which is convex and has Σ beta = 1. Newton's method where it lowers
+/// Q, else beta·Σ z·e/E, which always does (Q is the likelihood of a mixture's parts: Dempster, Laird
+/// & Rubin, J. R. Stat. Soc. B 39 (1977) 1) and sets traces at once. A phase that is not needed is
+/// returned, or −1.
+int fractions(std::vector<double> const& z, std::vector<double> const& e,
+              std::vector<double>& beta, std::vector<double>& E) {
     const std::size_t K = beta.size();
     const double absent = kAbsent * *std::min_element(z.begin(), z.end());
-    std::vector<double> g(K), H(K * K), from(K);
+    std::vector<double> g(K), H(K * K), step(K), from;
     auto objective = [&] {
         double Q = std::accumulate(beta.begin(), beta.end(), 0.0);
         for (std::size_t i = 0; i < z.size(); ++i) {
@@ -183,70 +186,89 @@ bool fractions(std::vector<double> const& z, std::vector<double> const& e,
             H[K * k + k] = 1.0;
             g[k] = 0.0;
         }
-        if (!lu_solve(static_cast<int>(K), H.data(), g.data())) return false;
-        double step = 0.0;
-        for (std::size_t k = 0; k < K; ++k) step = std::max(step, std::fabs(g[k]) / beta[k]);
-        if (step < 1e-10) break;
         from = beta;
         const double last = Q;
-        for (double scale = 1.0; scale > 1e-4; scale *= 0.5) {
-            for (std::size_t k = 0; k < K; ++k)
-                beta[k] = std::max({from[k] - scale * g[k], 0.1 * from[k], absent});
-            Q = objective();
-            if (Q < last || step < 1e-7) break;  // next to the minimum Q is flat to rounding
+        double most = 1.0;
+        bool lower = false;
+        if (it > 1 && lu_solve(static_cast<int>(K), H.data(), (step = g).data())) {
+            most = 0.0;
+            for (std::size_t k = 0; k < K; ++k) most = std::max(most, std::fabs(step[k]) / beta[k]);
+            if (most < 1e-10) break;
+            for (double scale = 1.0; scale > 1e-3 && !lower; scale *= 0.3) {
+                double sum = 0.0;
+                for (std::size_t k = 0; k < K; ++k)
+                    sum += beta[k] = std::max({from[k] - scale * step[k], 0.1 * from[k], absent});
+                for (double& b : beta) b = std::max(b / sum, absent);
+                Q = objective();
+                lower = Q < last || most < 1e-7;  // next to the minimum Q is flat to rounding
+            }
         }
+        if (lower) continue;
+        for (std::size_t k = 0; k < K; ++k) beta[k] = std::max(from[k] * (1.0 - g[k]), absent);
+        Q = objective();
     }
-    return *std::min_element(beta.begin(), beta.end()) > 100 * absent;
+    const auto least = std::min_element(beta.begin(), beta.end());
+    return *least > 100 * absent ? -1 : static_cast<int>(least - beta.begin());
 }
 }  // namespace
 
 bool flash_many(FluidModel const& fluid, Stability& stability, std::vector<std::vector<double>> w,
                 FlashResult& q) {
-    const int n = fluid.size(), K = static_cast<int>(w.size());
+    const int n = fluid.size();
     std::vector<double> const& z = fluid.z();
-    std::vector<double> e(static_cast<std::size_t>(K * n)), E(z.size());
-    std::vector<double> beta(w.size(), 1.0 / K);
-    std::vector<PhaseState> s(w.size());
+    std::vector<double> e, E(z.size()), beta;
+    std::vector<PhaseState> s(w.size() + 1);
     for (PhaseState& phase : s) phase.resize(n);
-    for (int it = 0; it < kSubstitutions; ++it) {
-        double change = 0.0;
+    for (int round = 0; round < 2 * n; ++round) {
+        auto K = static_cast<int>(w.size());
+        beta.assign(w.size(), 1.0 / K);
+        for (int it = 0; it < kSubstitutions; ++it) {
+            double change = 0.0;
+            e.resize(static_cast<std::size_t>(K * n));
+            for (int k = 0; k < K; ++k) {
+                if (!fluid.evaluate_at(s[k], q.p, q.T, w[k], Root::stable, 0)) return false;
+                for (int i = 0; i < n; ++i) e[K * i + k] = std::log(w[k][i]) - s[k].m[i];
+            }
+            for (int i = 0; i < n; ++i) {  // only their ratios count
+                const double most = *std::max_element(&e[K * i], &e[K * i] + K);
+                for (int k = 0; k < K; ++k) e[K * i + k] = std::exp(e[K * i + k] - most);
+            }
+            const int gone = fractions(z, e, beta, E);
+            if (gone >= 0) {
+                if (--K < 2) return false;
+                w.erase(w.begin() + gone);
+                beta.erase(beta.begin() + gone);
+                continue;
+            }
+            for (int k = 0; k < K; ++k) {
+                double sum = 0.0;
+                for (int i = 0; i < n; ++i) sum += z[i] * e[K * i + k] / E[i];
+                for (int i = 0; i < n; ++i) {
+                    const double next = std::max(z[i] * e[K * i + k] / E[i] / sum, least_fraction);
+                    change = std::max(change, std::fabs(std::log(next / w[k][i])));
+                    w[k][i] = next;
+                }
+            }
+            if (it > 2 && change < 1e-3) break;
+        }
+        std::vector<PhaseRecord> records;
         for (int k = 0; k < K; ++k) {
             if (!fluid.evaluate_at(s[k], q.p, q.T, w[k], Root::stable, 0)) return false;
-            for (int i = 0; i < n; ++i)
-                e[K * i + k] = std::log(w[k][i]) - s[k].m[i];
+            records.push_back({s[k].rho, fluid.expand(w[k])});
         }
-        for (int i = 0; i < n; ++i) {  // only their ratios count
-            const double most = *std::max_element(&e[K * i], &e[K * i] + K);
-            for (int k = 0; k < K; ++k) e[K * i + k] = std::exp(e[K * i + k] - most);
-        }
-        if (!fractions(z, e, beta, E)) return false;
-        for (int k = 0; k < K; ++k) {
-            double sum = 0.0;
-            for (int i = 0; i < n; ++i) sum += z[i] * e[K * i + k] / E[i];
-            for (int i = 0; i < n; ++i) {
-                const double next =
-                    std::max(z[i] * e[K * i + k] / E[i] / sum, least_fraction);
-                change = std::max(change, std::fabs(std::log(next / w[k][i])));
-                w[k][i] = next;
-            }
-        }
-        if (it > 2 && change < 1e-3) break;
+        SplitSolver solver(fluid, nullptr, Target::none);
+        if (!solver.start(q.T, q.p, records, beta) || !solver.solve(kNewton)) return false;
+        if (solver.bound(q.certificate) &&
+            flash_certified(fluid, stability, solver.phase, solver.amount, q))
+            return true;
+        const StabilityResult r = stability.test(solver.phase[0], q.p, &solver.phase[1], false);
+        if (r.stable || !r.other) return false;
+        for (int k = 0; k < K; ++k) w[k] = solver.phase[k].x;
+        w.push_back(r.trial.w);
+        s.resize(w.size());
+        s.back().resize(n);
     }
-    std::vector<PhaseRecord> records;
-    for (int k = 0; k < K; ++k) {
-        if (!fluid.evaluate_at(s[k], q.p, q.T, w[k], Root::stable, 0)) return false;
-        records.push_back({s[k].rho, fluid.expand(w[k])});
-    }
-    SplitSolver solver(fluid, nullptr, Target::none);
-    if (!solver.start(q.T, q.p, records, beta) || !solver.solve(kNewton)) return false;
-    if (solver.bound(q.certificate) &&
-        flash_certified(fluid, stability, solver.phase, solver.amount, q))
-        return true;
-    if (K >= n) return false;
-    const StabilityResult r = stability.test(solver.phase[0], q.p, &solver.phase[1], false);
-    if (r.stable || !r.other) return false;
-    w.push_back(r.trial.w);
-    return flash_many(fluid, stability, std::move(w), q);
+    return false;
 }
 
 }  // namespace corvane

@@ -34,8 +34,8 @@ bool flash_certified(FluidModel const& fluid, Stability& stability,
 
 /// Three or more phases at (result.p, result.T) from compositions x, mole fractions over the
 /// present components. Substitution with the fractions of the phases by Michelsen, Comput. Chem.
-/// Eng. 18 (1994) 545, then Newton's method (SplitSolver). Where the result is unstable the phase
-/// found is added, up to as many as there are components. True if the result is certified.
+/// Eng. 18 (1994) 545, then Newton's method (SplitSolver). Phases that are not needed are left out;
+/// where the result is unstable the phase found is added. True if the result is certified.
 bool flash_many(FluidModel const& fluid, Stability& stability, std::vector<std::vector<double>> x,
                 FlashResult& result);
 
