@@ -4,9 +4,15 @@
 // --scan checks the refusals, too.
 //
 //     bench_corpus [-v] [--scan] [--limit SECONDS] [EOS ...]      default: PR SRK
+//     bench_corpus --flashes [-v] [--seed N] [--states N] [--judge K] [--limit SECONDS] [EOS ...]
 //
 // A row that has taken SECONDS (default 120) ends; the columns then count fewer points.
+//
+// --flashes: N random flashes of each of 25 mixtures of three to seven components (flash_corpus.h);
+// of every K-th answer a phase below the tangent plane is looked for. The exit code is 1 if
+// something was wrong.
 #include "corpus_check.h"
+#include "flash_corpus.h"
 
 #include <corvane/corvane.h>
 
@@ -21,7 +27,6 @@
 #include <vector>
 
 namespace {
-using Mixture = std::unique_ptr<ModelN, corvane::Detach>;
 using Clock = std::chrono::steady_clock;
 using corvane::Saturated;
 
@@ -125,24 +130,43 @@ class Corpus {
 
 int main(int argc, char** argv) {
     Corpus corpus;
+    FlashCorpus flashes;
+    bool of_flashes = false;
     std::vector<std::string> asked;
     for (int k = 1; k < argc; ++k) {
         const std::string word = argv[k];
+        const bool more = k + 1 < argc;
         if (word == "-v")
-            corpus.verbose = true;
+            corpus.verbose = flashes.verbose = true;
+        else if (word == "--flashes")
+            of_flashes = true;
+        else if (word == "--seed" && more)
+            flashes.seed = static_cast<unsigned>(std::atol(argv[++k]));
+        else if (word == "--states" && more)
+            flashes.states = std::atoi(argv[++k]);
+        else if (word == "--judge" && more)
+            flashes.judge = std::atoi(argv[++k]);
         else if (word == "--scan")
             corpus.scan = true;
-        else if (word == "--limit" && k + 1 < argc)
-            corpus.limit = std::atof(argv[++k]);
+        else if (word == "--limit" && more)
+            corpus.limit = flashes.limit = std::atof(argv[++k]);
         else
             asked.push_back(word);
     }
     if (asked.empty()) asked = {"PR", "SRK"};
+    const auto is_asked = [&](Equation const& e) {
+        return std::find(asked.begin(), asked.end(), e.eos) != asked.end();
+    };
+    bool sound = true;
+    if (of_flashes) {
+        for (Equation const& e : kEquations)
+            if (is_asked(e)) sound = flashes.run(e.eos, e.mth, e.set) && sound;
+        return sound ? 0 : 1;
+    }
     std::printf("%-40s%8s%10s%9s%12s%8s%12s%12s\n", "", "solved", "no such", "gave up",
                 "no density", "wrong", "mean us", "worst us");
-    bool sound = true;
     for (Equation const& e : kEquations) {
-        if (std::find(asked.begin(), asked.end(), e.eos) == asked.end()) continue;
+        if (!is_asked(e)) continue;
         Row all;
         for (auto const& pair : kPairs) {
             const Loaded m = make(e, pair);
