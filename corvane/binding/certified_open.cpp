@@ -112,12 +112,12 @@ std::string CorvaneMixture::name() const {
 
 std::array<corvane::AnchoredSolid const*, 2> CorvaneMixture::solids() const {
     std::call_once(loaded_, [&] {
-        const corvane::ReadingFrom from(mixture.home.directory().string());
+        const corvane::ReadingFrom from(mixture.home.names());
         for (int i = 0; i < 2 && i < mixture.size(); ++i) {
             Model1& model = *mixture.model->mdl1[i];
             std::string const& name = mixture.components[static_cast<unsigned>(i)];
             std::error_code error;
-            if (std::filesystem::exists(mixture.home.tree() / "solid" / name, error))
+            if (std::filesystem::exists(mixture.home.file("CorvaneS/solid/" + name), error))
                 model.solid.load();
             try {
                 anchored_[static_cast<unsigned>(i)].emplace(model, corvane::load_fusion(name));

@@ -1,7 +1,7 @@
 #include <corvane/catalogue/home.h>
 
+#include <algorithm>
 #include <cstdlib>
-#include <vector>
 
 #include <dlfcn.h>
 
@@ -27,22 +27,47 @@ fs::path library_folder() {
 
 DataHome::DataHome(fs::path const& directory) {
     std::error_code error;
-    directory_ = fs::absolute(directory, error);
-    if (error || !has_tree(directory_))
+    directories_.push_back(fs::absolute(directory, error));
+    if (error || !has_tree(directories_.front()))
         throw OpenFailure(directory.string() + " does not hold CorvaneS", directory.string());
 }
 
+DataHome DataHome::over(DataHome const& other) const {
+    DataHome both = *this;
+    for (fs::path const& one : other.directories_) {
+        std::error_code error;
+        if (std::none_of(both.directories_.begin(), both.directories_.end(),
+                         [&](fs::path const& there) { return fs::equivalent(one, there, error); }))
+            both.directories_.push_back(one);
+    }
+    return both;
+}
+
+std::vector<std::string> DataHome::names() const {
+    return {directories_.begin(), directories_.end()};
+}
+
+fs::path DataHome::file(fs::path const& relative) const {
+    std::error_code error;
+    for (fs::path const& one : directories_)
+        if (fs::exists(one / relative, error)) return one / relative;
+    return directory() / relative;
+}
+
 DataHome DataHome::find() {
+    std::vector<fs::path> places;
+    if (const fs::path folder = library_folder(); !folder.empty())
+        places = {folder / "corvane", folder.parent_path() / "home"};
+    const auto beside = std::find_if(places.begin(), places.end(), has_tree);
     char const* const variable = std::getenv("CORVANE_DATA");
     if (variable && *variable) {
         if (!has_tree(variable))
             throw OpenFailure("CORVANE_DATA: " + std::string(variable) + " does not hold CorvaneS",
                               variable);
-        return DataHome(variable);
+        const DataHome named(variable);
+        return beside == places.end() ? named : named.over(DataHome(*beside));
     }
-    std::vector<fs::path> places;
-    if (const fs::path folder = library_folder(); !folder.empty())
-        places = {folder / "corvane", folder.parent_path() / "home"};
+    if (beside != places.end()) return DataHome(*beside);
     std::error_code error;
     if (const fs::path working = fs::current_path(error); !error) places.push_back(working);
     std::string tried;

@@ -47,7 +47,7 @@ void reading(std::string const& what, std::string const& file, F f) {
 /// Attaches a plug-in of one kind, or says which there are.
 template <class Attach>
 auto attached(DataHome const& home, std::string const& name, bool mixture, Attach attach) {
-    const std::string file = (home.tree() / ("libth" + name + ".dll")).string();
+    const std::string file = home.file("CorvaneS/libth" + name + ".dll").string();
     const Plugins all = plugins(home);
     auto const &known = mixture ? all.mixture : all.pure, &others = mixture ? all.pure : all.mixture;
     if (!contains(known, name)) {
@@ -79,19 +79,13 @@ void check_critical_point(Model1 const& model, std::string const& file) {
 std::optional<IdealNotes> load_ideal_of(DataHome const& home, Model1& model) {
     if (!is_file_name(model.name())) return std::nullopt;
     const std::string table = ideal_table(model);
-    const std::string file = (home.directory() / table).string();
+    const std::string file = home.file(table).string();
     auto notes = ideal_notes(file);
     if (notes) reading("the ideal-gas table", file, [&] {
             load_ideal(model);
             model.ideal.CVm(298.15);  // an empty table is found out here
         });
     return notes;
-}
-
-std::string parameter_file(DataHome const& home, std::string const& equation,
-                           std::string const& substance, int set) {
-    return (home.tree() / "parameters" / equation / (substance + ";" + std::to_string(set)))
-        .string();
 }
 
 /// The set to load where none is named: 1, or the first there is.
@@ -145,7 +139,7 @@ std::string substance_name(DataHome const& home, std::string const& equation,
 Fluid open(std::string const& equation, std::string const& substance, FluidOptions const& options) {
     Fluid fluid{nullptr, equation, "", 1, {}, {}, options.home ? *options.home : DataHome::find()};
     DataHome const& home = fluid.home;
-    const ReadingFrom from(home.directory().string());
+    const ReadingFrom from(home.names());
     if (equation.empty()) {
         fluid.substance = substance_name(home, equation, substance);
         const auto all = equations_for(home, fluid.substance);
@@ -160,7 +154,8 @@ Fluid open(std::string const& equation, std::string const& substance, FluidOptio
     Model1& model = *fluid.model;
     model.name(fluid.substance.c_str());
     model.id(fluid.set);
-    const std::string file = parameter_file(home, fluid.equation, fluid.substance, fluid.set);
+    const std::string file =
+        parameter_file(home, fluid.equation, fluid.substance, fluid.set).string();
     reading("the parameters cannot be read", file, [&] { model.load(fluid.equation.c_str()); });
     check_critical_point(model, file);
     fluid.ideal = load_ideal_of(home, model);
@@ -191,12 +186,12 @@ Mixture open_mixture(std::string const& name, std::vector<std::string> const& co
         if (contains(mixture.components, found)) throw OpenFailure(found + " is named twice");
         mixture.components.push_back(std::move(found));
     }
-    const ReadingFrom from(home.directory().string());
+    const ReadingFrom from(home.names());
     mixture.model.reset(
         attached(home, name, true, [&] { return attachN(equation, theory); }));
     ModelN& model = *mixture.model;
     const int n = mixture.size();
-    reading("components cannot be made", (home.tree() / ("libth" + *mixture.equation + ".dll")).string(),
+    reading("components cannot be made", home.file("CorvaneS/libth" + *mixture.equation + ".dll").string(),
             [&] { model.alloc(n, equation); });
     model.mth = theory;
     for (int i = 0; i < n; ++i) {
@@ -208,7 +203,7 @@ Mixture open_mixture(std::string const& name, std::vector<std::string> const& co
         for (int j = 0; j < i; ++j) model.id(i, j, options.pair_set);
     }
     reading("the parameters cannot be read",
-            (home.tree() / "parameters" / *mixture.equation).string(), [&] {
+            home.file("CorvaneS/parameters/" + *mixture.equation).string(), [&] {
                 if (options.estimate)
                     mixture.estimated = load_estimating(model, equation, theory);
                 else
@@ -218,7 +213,7 @@ Mixture open_mixture(std::string const& name, std::vector<std::string> const& co
     for (int i = 0; i < n; ++i) {
         Model1& component = *model.mdl1[i];
         check_critical_point(component, parameter_file(home, *mixture.equation, component.name(),
-                                                       component.id()));
+                                                       component.id()).string());
         if (const auto notes = load_ideal_of(home, component))
             mixture.gases.push_back(*notes);
         else

@@ -32,13 +32,12 @@ std::string equation_of(std::string const& file) {
     return file.substr(head.size(), file.size() - head.size() - tail.size());
 }
 
-fs::path parameters(DataHome const& home) {
-    return home.tree() / "parameters";
-}
+const fs::path kParameters = "CorvaneS/parameters";
 
-fs::path parameter_file(DataHome const& home, std::string const& equation,
-                        std::string const& substance, int set) {
-    return parameters(home) / equation / (substance + ';' + std::to_string(set));
+/// What lies in a folder of any directory of the home.
+void each_entry(DataHome const& home, fs::path const& folder,
+                std::function<void(fs::path const&)> const& use) {
+    for (fs::path const& directory : home.directories()) each_entry(directory / folder, use);
 }
 
 /// Splits "<substance>;<number>"; 0 for anything else.
@@ -71,8 +70,8 @@ void read_numbers(std::string_view text, std::initializer_list<double*> values) 
 
 Plugins plugins(DataHome const& home) {
     std::set<std::string> pure, mixture;
-    for (fs::path const& folder : {home.tree(), home.directory()})
-        each_entry(folder, [&](fs::path const& file) {
+    for (char const* folder : {"CorvaneS", "."})
+        each_entry(home, folder, [&](fs::path const& file) {
             const std::string name = equation_of(file.filename().string());
             if (!name.empty())
                 (name.find('+') == std::string::npos ? pure : mixture).insert(name);
@@ -81,25 +80,27 @@ Plugins plugins(DataHome const& home) {
 }
 
 std::vector<std::string> equations(DataHome const& home) {
-    std::vector<std::string> names;
-    each_entry(parameters(home), [&](fs::path const& folder) {
+    std::set<std::string> names;
+    each_entry(home, kParameters, [&](fs::path const& folder) {
         std::error_code error;
-        if (fs::is_directory(folder, error)) names.push_back(folder.filename().string());
+        if (fs::is_directory(folder, error)) names.insert(folder.filename().string());
     });
-    std::sort(names.begin(), names.end());
-    return names;
+    return {names.begin(), names.end()};
 }
 
 std::map<std::string, std::vector<int>> parameter_sets(DataHome const& home,
                                                        std::string const& equation) {
     std::map<std::string, std::vector<int>> sets;
     if (!is_file_name(equation)) return sets;
-    each_entry(parameters(home) / equation, [&](fs::path const& file) {
+    each_entry(home, kParameters / equation, [&](fs::path const& file) {
         std::string substance;
         if (const int number = set_number(file.filename().string(), substance))
             sets[substance].push_back(number);
     });
-    for (auto& [substance, numbers] : sets) std::sort(numbers.begin(), numbers.end());
+    for (auto& [substance, numbers] : sets) {
+        std::sort(numbers.begin(), numbers.end());
+        numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+    }
     return sets;
 }
 
@@ -116,6 +117,11 @@ bool has_parameter_set(DataHome const& home, std::string const& equation,
            access(parameter_file(home, equation, substance, set).c_str(), R_OK) == 0;
 }
 
+fs::path parameter_file(DataHome const& home, std::string const& equation,
+                        std::string const& substance, int set) {
+    return home.file(kParameters / equation / (substance + ';' + std::to_string(set)));
+}
+
 bool is_file_name(std::string const& text) {
     return !text.empty() && text.size() < th_namelength && text != "." && text != ".." &&
            std::none_of(text.begin(), text.end(), [](char c) {
@@ -125,7 +131,7 @@ bool is_file_name(std::string const& text) {
 
 ParameterNotes parameter_notes(DataHome const& home, std::string const& equation,
                                std::string const& substance, int set) {
-    return parameter_notes(parameter_file(home, equation, substance, set));
+    return parameter_notes(parameter_file(home, equation, substance, set).string());
 }
 
 ParameterNotes parameter_notes(std::string const& file) {

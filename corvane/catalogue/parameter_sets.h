@@ -33,6 +33,10 @@ CORVANE_API std::vector<std::string> equations(DataHome const& home);
 CORVANE_API bool has_parameter_set(DataHome const& home, std::string const& equation,
                                    std::string const& substance, int set);
 
+/// Its path, of the first directory of the home that has it.
+CORVANE_API std::filesystem::path parameter_file(DataHome const& home, std::string const& equation,
+                                                 std::string const& substance, int set);
+
 /// Can a text be part of a file name of the tree: not empty, no '/', no ';', nothing below a blank,
 /// and not longer than a name of the library?
 CORVANE_API bool is_file_name(std::string const& text);

@@ -8,6 +8,7 @@
 #include <iterator>
 #include <limits>
 #include <map>
+#include <set>
 
 namespace corvane {
 namespace {
@@ -146,15 +147,20 @@ std::string sum_formula(std::string const& text) {
 }
 
 Substances::Substances(DataHome const& home) {
-    const std::string text = file_contents((home.tree() / "substances.tsv").c_str());
-    std::string_view lines = text;
-    next_part(lines, '\n');  // the column names
-    while (!lines.empty()) {
-        std::string_view line = next_part(lines, '\n');
-        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-        auto field = split(line, '\t');
-        field.resize(kColumns, "-");
-        if (Substance s = read_line(field); !s.name.empty()) all_.push_back(std::move(s));
+    for (auto const& directory : home.directories()) {
+        const std::string text = file_contents((directory / "CorvaneS/substances.tsv").c_str());
+        std::set<std::string> before;  // what a home above this one says holds
+        for (Substance const& s : all_) before.insert(s.name);
+        std::string_view lines = text;
+        next_part(lines, '\n');  // the column names
+        while (!lines.empty()) {
+            std::string_view line = next_part(lines, '\n');
+            if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+            auto field = split(line, '\t');
+            field.resize(kColumns, "-");
+            if (Substance s = read_line(field); !s.name.empty() && !before.count(s.name))
+                all_.push_back(std::move(s));
+        }
     }
 }
 

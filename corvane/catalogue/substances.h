@@ -18,7 +18,7 @@ struct Substance {
 
 class CORVANE_API Substances {
   public:
-    /// Reads the index; an absent file gives an empty one. Lines without a name are skipped.
+    /// Reads the index of every directory of the home, a substance's first line; an absent file gives an empty one. Lines without a name are skipped.
     explicit Substances(DataHome const& home);
 
     std::vector<Substance> const& all() const { return all_; }

@@ -1,6 +1,7 @@
 #include <corvane/core/constants.h>
 #include <corvane/core/files.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <charconv>
@@ -143,15 +144,32 @@ void check_storable(char const* comment, int most) {
         throw FileError(th_cannot_open, "", "a comment has one line only");
 }
 
-ReadingFrom::ReadingFrom(std::string home) : home_(std::move(home)), outer_(innermost) {
+ReadingFrom::ReadingFrom(std::vector<std::string> homes)
+    : homes_(std::move(homes)), outer_(innermost) {
     innermost = this;
 }
 ReadingFrom::~ReadingFrom() {
     innermost = outer_;
 }
 
+std::vector<std::string> reading_paths(std::string const& path) {
+    if (!innermost || !path.starts_with("./")) return {path};
+    std::vector<std::string> paths;
+    for (std::string const& home : innermost->homes_) paths.push_back(home + path.substr(1));
+    return paths;
+}
+
+int reading_home(std::string const& path) {
+    const auto paths = reading_paths(path);
+    const auto there = [](std::string const& one) { return access(one.c_str(), F_OK) == 0; };
+    return static_cast<int>(std::find_if(paths.begin(), paths.end(), there) - paths.begin());
+}
+
 std::string reading_path(std::string const& path) {
-    return innermost && path.starts_with("./") ? innermost->home_ + path.substr(1) : path;
+    const auto paths = reading_paths(path);
+    if (paths.size() == 1) return paths.front();
+    const auto home = static_cast<std::size_t>(reading_home(path));
+    return paths[home < paths.size() ? home : 0];
 }
 
 std::string file_contents(char const* path) {

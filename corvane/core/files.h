@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace corvane {
 
@@ -71,22 +72,28 @@ CORVANE_API void check_storable(char const* name);
 CORVANE_API void check_storable(char const* comment, int most);
 
 /// While it lives, what the calling thread reads below "./" (data of open_file, plug-ins of attach1
-/// and attachN) is read below `home` instead. Nests; the inner one holds.
+/// and attachN) is read below the first of `homes` that has it instead. Nests; the inner one holds.
 class CORVANE_API ReadingFrom {
   public:
-    explicit ReadingFrom(std::string home);
+    /// @param homes  at least one
+    explicit ReadingFrom(std::vector<std::string> homes);
     ~ReadingFrom();
     ReadingFrom(ReadingFrom const&) = delete;
     ReadingFrom& operator=(ReadingFrom const&) = delete;
 
   private:
-    std::string home_;
+    std::vector<std::string> homes_;
     ReadingFrom const* outer_;
-    friend std::string reading_path(std::string const& path);
+    friend std::vector<std::string> reading_paths(std::string const& path);
 };
 
-/// The path to read for one that may begin with "./".
+/// The path to read for one that may begin with "./": in the first home that has it, or else, for
+/// the message, in the first.
 CORVANE_API std::string reading_path(std::string const& path);
+/// That path in every home, the first the one that holds; of each row of a table that several have.
+CORVANE_API std::vector<std::string> reading_paths(std::string const& path);
+/// The number of the first home that has the path, counted from 0; that of homes if none has.
+CORVANE_API int reading_home(std::string const& path);
 
 /// What a regular file holds, up to its first 16 MiB; empty if it cannot be read.
 CORVANE_API std::string file_contents(char const* path);

@@ -115,6 +115,15 @@ bool ModelN::load_pair(int a, int b, char const* equation, char const* theory) {
     Model1 *first = mdl1[a], *second = mdl1[b];
     corvane::File file;
     std::string path;
+    const auto home = [&](Model1 const& one, Model1 const& other) {
+        try {
+            return corvane::reading_home(
+                pair_path(one, other, id(a, b), equation, theory, root));
+        } catch (ThException const&) {
+            return 0;  // the loop finds out
+        }
+    };
+    if (home(*second, *first) < home(*first, *second)) std::swap(first, second);
     for (int attempt = 0; attempt < 2 && !file; ++attempt) {
         if (attempt == 1) std::swap(first, second);
         try {

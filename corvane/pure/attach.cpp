@@ -8,6 +8,7 @@
 #include <new>
 #include <string>
 #include <typeinfo>
+#include <vector>
 
 #include <dlfcn.h>
 
@@ -35,25 +36,39 @@ struct Library {
     std::string path;
 };
 
-/// Loads the first library that opens. Local symbols: every plug-in defines the same names.
-Library open_library(std::string const& plugin) {
-    std::string reason;
+/// Where a plug-in may lie, home by home.
+std::vector<std::vector<std::string>> places(std::string const& plugin) {
+    std::vector<std::vector<std::string>> homes;
     for (char const* place : {"./CorvaneS/libth", "./libth"}) {
         const std::string name = place + plugin + ".dll";
         if (name.size() >= static_cast<std::size_t>(th_pathlength)) continue;
-        const std::string path = corvane::reading_path(name);
-        const corvane::PluginFile file(path);
-        if (file.exists()) reason += reason.empty() ? "" : "; ";
-        if (!file.usable()) {
-            if (file.exists()) reason += path + ": " + file.reason();
-            continue;
+        const auto paths = corvane::reading_paths(name);
+        homes.resize(paths.size());
+        for (std::size_t k = 0; k < paths.size(); ++k) homes[k].push_back(paths[k]);
+    }
+    return homes;
+}
+
+/// Loads the first library that opens, of the first home that has one. Local symbols: every plug-in
+/// defines the same names.
+Library open_library(std::string const& plugin) {
+    std::string reason;
+    for (auto const& home : places(plugin)) {
+        if (!reason.empty()) break;  // what is wrong with the first must not go unnoticed
+        for (std::string const& path : home) {
+            const corvane::PluginFile file(path);
+            if (file.exists()) reason += reason.empty() ? "" : "; ";
+            if (!file.usable()) {
+                if (file.exists()) reason += path + ": " + file.reason();
+                continue;
+            }
+            // The resolved path: by its relative name the loader would take a library that it knows
+            // from another working directory for this one.
+            if (void* handle = dlopen(file.resolved().c_str(), RTLD_NOW | RTLD_LOCAL))
+                return {handle, path};
+            char const* text = dlerror();
+            reason += text ? text : path;
         }
-        // The resolved path: by its relative name the loader would take a library that it knows
-        // from another working directory for this one.
-        if (void* handle = dlopen(file.resolved().c_str(), RTLD_NOW | RTLD_LOCAL))
-            return {handle, path};
-        char const* text = dlerror();
-        reason += text ? text : path;
     }
     const std::string name = "libth" + plugin + ".dll";
     throw corvane::FileError(th_cannot_open, "",

@@ -26,14 +26,17 @@ FusionData parse(std::string_view row) {
 }  // namespace
 
 FusionData load_fusion(std::string const& substance) {
-    const std::string text = file_contents(reading_path("./CorvaneS/fusion.tsv").c_str());
-    if (text.empty()) throw ThException(th_cannot_open);
-    std::string_view rest = text;
-    while (!rest.empty()) {
-        std::string_view row = next_part(rest, '\n');
-        if (next_part(row, '\t') == substance) return parse(row);
+    bool found = false;
+    for (std::string const& path : reading_paths("./CorvaneS/fusion.tsv")) {
+        const std::string text = file_contents(path.c_str());
+        found = found || !text.empty();
+        std::string_view rest = text;
+        while (!rest.empty()) {
+            std::string_view row = next_part(rest, '\n');
+            if (next_part(row, '\t') == substance) return parse(row);
+        }
     }
-    throw ThException(th_no_solid);
+    throw ThException(found ? th_no_solid : th_cannot_open);
 }
 
 }  // namespace corvane

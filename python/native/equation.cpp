@@ -17,7 +17,7 @@ namespace {
 bool add_ideal(Model1& model, std::optional<std::string> const& home, std::string const& name) {
     model.name(name.c_str());
     if (!home) return false;
-    const corvane::ReadingFrom from(*home);
+    const corvane::ReadingFrom from(std::vector{*home});
     model.ideal.load();
     return true;
 }

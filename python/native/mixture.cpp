@@ -357,10 +357,10 @@ struct Solids {
     Solids(Mixture const& m, int solid) {
         if (m.size() != 2) throw nb::value_error("solids are for binaries");
         if (solid < 0 || solid > 1) throw nb::index_error("no such component");
-        const corvane::ReadingFrom from(m.home.directory().string());
+        const corvane::ReadingFrom from(m.home.names());
         for (int i = 0; i < 2; ++i) {
             Model1& model = *m.model->mdl1[i];
-            const bool curve = std::filesystem::exists(m.home.tree() / "solid" / model.name());
+            const bool curve = std::filesystem::exists(m.home.file(std::string("CorvaneS/solid/") + model.name()));
             if (curve) model.solid.load();
             try {
                 anchored[i].emplace(model, corvane::load_fusion(model.name()));

@@ -89,6 +89,45 @@ TEST(Open, TwoHomesAtATime) {
     EXPECT_EQ(fluid.home.directory(), std::filesystem::absolute("mine"));
 }
 
+TEST(Open, WhatTheFirstHomeLacksIsThatOfTheSecond) {
+    const Scratch scratch;
+    const DataHome standard = DataHome::find();
+    const auto edited = [&](char const* file, std::string const& from, std::string const& to) {
+        std::string text = Scratch::read(standard.tree() / file);
+        text.replace(text.find(from), from.size(), to);
+        return text;
+    };
+    const std::string propane = edited("parameters/PR/propane;1", "Tc:\t", "Tc:\t1");
+    scratch.write("mine/CorvaneS/parameters/PR/propane;1", propane);
+    scratch.write("mine/CorvaneS/parameters/PR/propane;7", propane);
+    std::string heavy = Scratch::read(standard.tree() / "parameters/PR/decane;1");
+    heavy.replace(heavy.find("decane"), 6, "heavy");
+    scratch.write("mine/CorvaneS/parameters/PR/heavy;1", heavy);
+    scratch.write("mine/CorvaneS/substances.tsv",
+                  "name\tformula\theavy\nheavy\tC40H82\t-\npropane\tC3H8\t1-2-3\n");
+    // The pair in the other order of its names: of the first home all the same.
+    scratch.write("mine/CorvaneS/parameters/PR/vdW1/propane+methane;1",
+                  edited("parameters/PR/vdW1/methane+propane;1", "text:\t", "text:\tmine "));
+    const DataHome both = DataHome("mine").over(standard).over(standard);
+    ASSERT_EQ(both.directories().size(), 2u);
+    EXPECT_GT(corvane::open("PR", "propane", {0, both}).model->Tcrit(), 1300.0);
+    EXPECT_TRUE(corvane::open("PR", "1-2-3", {7, both}).ideal);
+    EXPECT_EQ(corvane::open("", "heavy", {0, both}).equation, "PR");
+    EXPECT_EQ(corvane::open("MEOS", "propane", {0, both}).substance, "propane");
+    EXPECT_EQ(corvane::parameter_sets(both, "PR", "propane"), (std::vector{1, 2, 3, 4, 7}));
+    const auto gas = corvane::open_mixture("PR+vdW1", {"methane", "propane"}, {.home = both});
+    EXPECT_TRUE(std::string(gas.model->comment(0, 1)).starts_with("mine"));
+    EXPECT_GT(gas.validity.T_triple[1], 85.0);  // of the second home's index
+    EXPECT_FALSE(corvane::equations_for(DataHome("mine"), "propane").empty());
+    EXPECT_THROW(corvane::open("PR", "propane", {0, DataHome("mine")}), OpenFailure);
+    // Plug-ins: of the first home that has one, even if it is damaged.
+    scratch.write("mine/CorvaneS/libthPR.dll", "no library");
+    EXPECT_THROW(corvane::open("PR", "propane", {0, both}), OpenFailure);
+    setenv("CORVANE_DATA", "mine", 1);
+    EXPECT_EQ(DataHome::find().directories(), both.directories());
+    unsetenv("CORVANE_DATA");
+}
+
 TEST(Open, RefusesInOneSentenceThatNamesTheCulprit) {
     const Scratch scratch;
     const DataHome standard = DataHome::find();

@@ -156,8 +156,22 @@ TEST(Cli, FindsTheDataHomeInTheStatedOrder) {
     // ... but after the environment, and that after the option.
     EXPECT_EQ(run_corvane(state, "CORVANE_DATA=" + home).code, 0);
     EXPECT_EQ(run_corvane(state, "CORVANE_DATA=/nowhere").code, 1);
-    for (char const* option : {" --home ", " --data "})
-        EXPECT_EQ(run_corvane(state + option + home, "CORVANE_DATA=/nowhere").code, 0);
+    EXPECT_EQ(run_corvane(state + " --home " + home, "CORVANE_DATA=/nowhere").code, 0);
+    // Nobody else's code is loaded from it, unless it is named.
+    std::filesystem::permissions("CorvaneS", std::filesystem::perms::all);
+    const Outcome passed = run_corvane(state);
+    EXPECT_EQ(passed.code, 0);
+    EXPECT_NE(passed.err.find("passed over, because others can write to " + here + "/CorvaneS;"),
+              std::string::npos)
+        << passed.err;
+    EXPECT_EQ(run_corvane(state + " --home .").code, 1);
+    // What a named home lacks is that of the build tree.
+    scratch.write("mine/CorvaneS/substances.tsv", "name\tformula\tCAS\npropane\tC3H8\t1-2-3\n");
+    for (char const* way : {" --home mine", ""})
+        EXPECT_EQ(run_corvane("viscosity MEOS 1-2-3 --set 2 --T 300 --p 1" + std::string(way),
+                              *way ? "" : "CORVANE_DATA=mine").code, 0);
+    EXPECT_EQ(run_corvane("solid PR 1-2-3 --T 80 --home mine").code, 0);
+    EXPECT_NE(run_corvane("list 1-2-3 --home mine").out.find("mine, /"), std::string::npos);
     // A relative name of a file with published points is one of the first working directory.
     scratch.write("points.csv", "T_K,p [bar]\n280,41.607\n");
     EXPECT_EQ(run_corvane("saturation PR CO2 --compare points.csv --home " + home).code, 0);
@@ -165,21 +179,22 @@ TEST(Cli, FindsTheDataHomeInTheStatedOrder) {
 
 TEST(Cli, SubstanceWithoutIdealGasTableOrStandardSet) {
     const Scratch scratch;
-    std::string set = propane_set(scratch);
+    std::string set = propane_set(scratch);  // of a substance that no other home knows
+    set.replace(set.find("propane"), 7, "unlisted");
     set.replace(set.find("id:\t1"), 5, "id:\t4");
-    scratch.write("CorvaneS/parameters/PR/propane;4", set);
-    expect_all({{"state PR propane --T 300 --p 1", 0, "set 4 {|left out|h_res", ""},
-                {"state PR propane --T 300 --p 1 --reference formation", 1, "",
+    scratch.write("CorvaneS/parameters/PR/unlisted;4", set);
+    expect_all({{"state PR unlisted --T 300 --p 1", 0, "set 4 {|left out|h_res", ""},
+                {"state PR unlisted --T 300 --p 1 --reference formation", 1, "",
                  "no ideal-gas heat capacities available (ThException 3)"},
-                {"state PR propane --T 300 --p 1 --set 1", 1, "", "no set 1 for propane; sets: 4"}});
-    EXPECT_EQ(run_corvane("state PR propane --T 300 --p 1").out.find("\nh  "), std::string::npos);
-    scratch.write("CorvaneS/ideal/propane", "2\n300 70\n300 71\n");
-    expect_all({{"state PR propane --T 300 --p 1", 1, "",
-                 "the ideal-gas table (|CorvaneS/ideal/propane): duplicate x data"}});
+                {"state PR unlisted --T 300 --p 1 --set 1", 1, "", "no set 1 for unlisted; sets: 4"}});
+    EXPECT_EQ(run_corvane("state PR unlisted --T 300 --p 1").out.find("\nh  "), std::string::npos);
+    scratch.write("CorvaneS/ideal/unlisted", "2\n300 70\n300 71\n");
+    expect_all({{"state PR unlisted --T 300 --p 1", 1, "",
+                 "the ideal-gas table (|CorvaneS/ideal/unlisted): duplicate x data"}});
     set.replace(set.find("omega:\t0."), 9, "omega:\t0,");
-    scratch.write("CorvaneS/parameters/PR/propane;4", set);
-    expect_all({{"state PR propane --T 300 --p 1", 1, "",
-                 "CorvaneS/parameters/PR/propane;4, line 10: "}});
+    scratch.write("CorvaneS/parameters/PR/unlisted;4", set);
+    expect_all({{"state PR unlisted --T 300 --p 1", 1, "",
+                 "CorvaneS/parameters/PR/unlisted;4, line 10: "}});
 }
 
 TEST(Cli, RangesThatFilesStateAreHeldAgainstTheState) {

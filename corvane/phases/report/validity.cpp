@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace corvane {
 namespace {
@@ -82,12 +83,15 @@ Validity validity(ModelN const& model, std::vector<std::pair<int, int>> const& e
     Validity v;
     v.estimated_pairs = !estimated.empty();
     v.T_triple = Vector<double>(model.mdl1.size());
-    const std::string index = contents("./CorvaneS/substances.tsv");
+    std::vector<std::string> indices;
+    for (std::string const& path : reading_paths("./CorvaneS/substances.tsv"))
+        indices.push_back(file_contents(path.c_str()));
     for (int i = 0; i < model.mdl1.size(); ++i) {
         Model1 const& c = *model.mdl1[i];
         if (model.eos)
             narrow(v, contents("./CorvaneS/parameters/%s/%s;%d", model.eos, c.name(), c.id()));
-        v.T_triple[i] = triple(index, c.name());
+        for (std::string const& index : indices)
+            if (v.T_triple[i] == 0.0) v.T_triple[i] = triple(index, c.name());
     }
     return v;
 }

@@ -43,7 +43,7 @@ struct ListCommand {
 };
 
 void ListCommand::read_sets() {
-    const corvane::DataHome home = entered_home();
+    corvane::DataHome const& home = entered_home();
     auto names = corvane::plugins(home).pure;
     for (std::string const& folder : corvane::equations(home))
         if (folder.find('+') == std::string::npos &&
@@ -88,6 +88,9 @@ Heading ListCommand::head() const {
                                     loads ? "" : ", no plug-in"));
     }
     result.remarks.push_back("equations: " + (words.empty() ? "none" : join(words, ", ")));
+    std::vector<std::string> homes;
+    for (auto const& directory : entered_home().directories()) homes.push_back(directory.string());
+    if (homes.size() > 1) result.remarks.push_back("data homes, the first before: " + join(homes, ", "));
     if (!found.mixture.empty())
         result.remarks.push_back("mixture models: " + join(found.mixture, ", "));
     return result;
@@ -121,7 +124,8 @@ Table ListCommand::of_substances() const {
                                              {"solid", "solid"},
                                              {"viscosity/dilute", "viscosity"}}) {
             std::error_code error;
-            if (std::filesystem::exists(std::string("CorvaneS/") + folder + '/' + name, error))
+            if (std::filesystem::exists(
+                    entered_home().file(std::string("CorvaneS/") + folder + '/' + name), error))
                 data.emplace_back(letter);
         }
         for (auto const& [equation, of] : sets_) {
@@ -140,7 +144,7 @@ Table ListCommand::of_substances() const {
 
 Table ListCommand::of_sets() const {
     Table table;
-    const corvane::DataHome home = entered_home();
+    corvane::DataHome const& home = entered_home();
     table.columns = {
         {"eos", "", "equation of state"},    {"substance", "", "name in the data tree"},
         {"set", "", "number of the set"},    {"Tmin", "K", "stated range", true},

@@ -134,8 +134,6 @@ int SaturationCommand::run() {
     if ((T.empty() ? 0 : 1) + (p.empty() ? 0 : 1) + (compare.empty() ? 0 : 1) + (file ? 1 : 0) != 1)
         throw Misuse("give one of --T, --p, --compare and --input");
     file.begin(options.json());
-    if (!compare.empty())
-        compare = std::filesystem::absolute(compare).string();  // open() changes the directory
     Fluid fluid = options.open();
     Units const& units = options.units;
     std::vector<double> given;

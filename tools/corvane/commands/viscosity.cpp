@@ -1,5 +1,6 @@
 // corvane viscosity: dilute gas, and dense fluid by friction theory.
 #include <tools/corvane/commands/commands.h>
+#include <tools/corvane/input/home.h>
 #include <tools/corvane/input/open.h>
 #include <tools/corvane/input/options.h>
 #include <tools/corvane/output/rows.h>
@@ -30,7 +31,8 @@ struct ViscosityCommand {
 };
 
 std::string friction_file(Model1 const& model, int id) {
-    return fmt::format("models/viscosity/friction_theory/{}/{};{}", model.eos(), model.name(), id);
+    return below_home(fmt::format("./models/viscosity/friction_theory/{}/{};{}", model.eos(),
+                                  model.name(), id));
 }
 
 /// The friction-theory set to use: they bear the number of the parameter set that they were made
@@ -89,7 +91,7 @@ int ViscosityCommand::run() {
     Model1& model = *fluid.model;
     const std::string dilute = fmt::format("CorvaneS/viscosity/dilute/{}", model.name());
     asking("dilute-gas viscosity " + dilute, [&] { model.visco.load0(); });
-    dilute_ = corvane::parameter_notes(dilute);
+    dilute_ = corvane::parameter_notes(below_home("./" + dilute));
     const auto temperatures =
         file ? std::vector<double>() : positive_points(T, "--T", Quantity::temperature, units);
     std::vector<std::optional<double>> pressures{std::nullopt};

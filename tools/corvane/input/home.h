@@ -3,25 +3,28 @@
 
 #include <corvane/catalogue/home.h>
 
-#include <filesystem>
 #include <string>
 
 namespace cli {
 
-/// Finds the data home and makes it the working directory, because the library reads ./CorvaneS.
-/// In this order:
-///   1. `given`, the option --home
-///   2. the environment variable CORVANE_DATA
-///   3. the working directory
-///   4. <folder of the program>/../lib/corvane
-///   5. the build tree's home, for a program that lies in its build tree
-///   6. <prefix>/lib/corvane, the prefix fixed when the program was built
-/// A named home (1, 2) must hold CorvaneS; places that are only tried (3 to 6) must hold a plug-in
-/// in it, too, so that a bare checkout of the data does not hide a complete home.
+/// Finds the data home, from which everything that the library reads as ./CorvaneS is read from
+/// then on. In this order:
+///   1. `given`, the option --home, or else the environment variable CORVANE_DATA
+///   2. the working directory, unless one is named by 1
+///   3. <folder of the program>/../lib/corvane
+///   4. the build tree's home, for a program that lies in its build tree
+///   5. <prefix>/lib/corvane, the prefix fixed when the program was built
+/// The first of 3 to 5 lies behind the others: what they do not have is read from it. A named home
+/// must hold CorvaneS; places that are only tried (2 to 5) must hold a plug-in in it, too, so that a
+/// bare checkout of the data does not hide what is installed. A working directory whose tree others
+/// can write to is passed over, as plug-ins are code, and that is told on standard error.
 /// @throws Failure naming what was tried
-std::filesystem::path enter_data_home(std::string const& given);
+void enter_data_home(std::string const& given);
 
 /// The one that was entered.
-corvane::DataHome entered_home();
+corvane::DataHome const& entered_home();
+
+/// The path of a file below it, for one that may begin with "./": as corvane::reading_path.
+std::string below_home(std::string const& path);
 
 }  // namespace cli

@@ -164,7 +164,7 @@ MixtureFluid open_mixture(MixtureRequest const& request) {
         throw Misuse(fmt::format("{} is not an equation with a mixing theory, such as PR+vdW1",
                                  request.model));
     Composition composition = read_composition(request);
-    const corvane::DataHome home = entered_home();
+    corvane::DataHome const& home = entered_home();
     const std::string equation = request.model.substr(0, plus);
     for (std::string& name : composition.names) {
         name = corvane::substance_name(home, equation, name);

@@ -18,7 +18,7 @@ void Options::add_output(Command& command, bool measured_data) {
         .count("--precision", style.precision, "significant digits of text and CSV (default 7)")
         .flag("--no-heading", bare_, "leave out the lines on where the numbers come from")
         .value(measured_data ? "--home" : "--home,--data", data_,
-               "data home: the directory that holds CorvaneS", {.type = "DIRECTORY"});
+               "data home, which holds CorvaneS: what it lacks is read from the installed one", {.type = "DIRECTORY"});
 }
 
 void Options::add_units(Command& command) {

@@ -25,7 +25,7 @@ struct Options {
     void add_fluid(Command& command);  ///< [EOS] SUBSTANCE --set
     void add_reference(Command& command);  ///< --reference
 
-    /// To call first in an action: settles the output style and enters the data home.
+    /// To call first in an action: settles the output style and finds the data home.
     void begin();
     bool json() const { return json_; }
     /// begin, then the fluid that was asked for; the units get its molar mass.

@@ -1,3 +1,4 @@
+#include <tools/corvane/input/home.h>
 #include <tools/corvane/input/solids.h>
 #include <tools/corvane/text/errors.h>
 
@@ -62,7 +63,7 @@ std::optional<PureSolid> load_solid(Model1& model, std::string const& data) {
     solid.model = &model;
     const std::string name = model.name();
     const std::string file = "CorvaneS/solid/" + name;
-    const bool curve = std::filesystem::exists(file);
+    const bool curve = std::filesystem::exists(below_home("./" + file));
     if (curve) asking("solid data " + file, [&] { model.solid.load(); });
     if (data != "sublimation") {
         std::optional<corvane::FusionData> fusion;
