@@ -130,110 +130,163 @@ Equation::Equation() : pool_{0.0, 1.0, 1.0} {
     for (double& x : pool_) address_.push_back(&x);
 }
 
+/// Fills an equation from a section that holds no mistake any more.
+class Equation::Builder {
+  public:
+    Builder(Equation& equation, Section const& section)
+        : e_(equation),
+          section_(section),
+          terms_(section.terms),
+          order_(evaluation_order(section.terms)) {}
+
+    void build() {
+        size();
+        reset();
+        number();
+        collect();
+    }
+
+  private:
+    using Cells = std::array<double*, kMaxColumns>;
+
+    double* take(int count) { return std::exchange(next_, next_ + count); }
+
+    /// Sizes of the runs and of the pool.
+    void size() {
+        std::array<int, 3> run_size{};
+        for (int i : order_) ++run_size[terms_[i].run()];
+        powers_ = run_size[0];
+        e_.shaped0 = padded(run_size[0]);
+        e_.level0 = e_.shaped0 + padded(run_size[1]);
+        e_.levels = run_size[2];
+        e_.factored = e_.level0 + padded(e_.levels);
+        const int shapes = e_.factored - e_.shaped0;
+        int own = 0;
+        for (Term const& term : terms_) own += term.info().own;
+        e_.pool_.assign(3 + 2 * e_.factored + 5 * shapes + own, 0.0);
+        e_.structure_.assign(kMaxColumns * terms_.size(), 0.0);
+        next_ = e_.pool_.data() + 3;
+        e_.n = n_ = take(e_.factored);
+        e_.t = t_ = take(e_.factored);
+        e_.eta = eta_ = take(shapes);
+        e_.epsilon = epsilon_ = take(shapes);
+        e_.beta = beta_ = take(shapes);
+        e_.gamma = gamma_ = take(shapes);
+        e_.g = g_ = take(shapes);
+    }
+
+    void reset() {
+        const int shapes = e_.factored - e_.shaped0;
+        e_.terms_ = static_cast<int>(terms_.size());
+        e_.omega_ = section_.omega;
+        e_.R_eos_ = section_.R_eos;
+        e_.pool_[0] = section_.M, e_.pool_[1] = section_.Ts, e_.pool_[2] = section_.vs;
+        e_.highest = 1;
+        e_.damping = false;
+        e_.d.assign(e_.factored, 0.0);
+        e_.l.assign(shapes, 0.0);
+        e_.sign.assign(shapes, -1.0);
+        e_.dpower.assign(shapes, 0);
+        e_.lpower.assign(shapes, 0);
+        e_.slots.clear(), e_.groups.clear(), e_.extras.clear();
+        e_.nonanalytic.clear(), e_.association.clear();
+    }
+
+    /// Every number finds its place; the file order is kept in the blocks and addresses.
+    void number() {
+        std::vector<int> place(terms_.size(), -1);
+        int free_place[3] = {0, e_.shaped0, e_.level0};
+        for (int i : order_) place[i] = free_place[terms_[i].run()]++;
+        std::vector<double*> factors, others;
+        e_.blocks_.clear();
+        int i = 0;
+        for (int size : section_.block_size) {
+            Block block{terms_[i].kind, {}};
+            for (int row = 0; row < size; ++row, ++i) {
+                Term const& term = terms_[i];
+                Cells cell = shared(term, place[i]);
+                for (int c = 0; c < term.info().columns; ++c) {
+                    if (term.structural(c)) cell[c] = &e_.structure_[kMaxColumns * i + c];
+                    if (!cell[c]) cell[c] = take(1);
+                    *cell[c] = term.value[c];
+                    block.cell.push_back(cell[c]);
+                    if (c == 0)
+                        factors.push_back(cell[c]);
+                    else if (!term.structural(c))
+                        others.push_back(cell[c]);
+                }
+                extend(term, place[i], cell);
+                if (is_factored(term.kind)) powers(term, place[i]);
+            }
+            e_.blocks_.push_back(std::move(block));
+        }
+        e_.address_ = {&e_.pool_[0], &e_.pool_[1], &e_.pool_[2]};
+        e_.address_.insert(e_.address_.end(), factors.begin(), factors.end());
+        e_.address_.insert(e_.address_.end(), others.begin(), others.end());
+    }
+
+    /// The columns that stand in the arrays of all factored terms.
+    Cells shared(Term const& term, int k) const {
+        Cells cell{};
+        const int s = k - e_.shaped0;
+        if (is_factored(term.kind)) cell[0] = n_ + k, cell[2] = t_ + k;
+        if (term.kind == kExponential || term.kind == kDoubleExponential) cell[3] = g_ + s;
+        if (term.kind == kGaussian || term.kind == kGaoB)
+            cell[3] = eta_ + s, cell[4] = epsilon_ + s, cell[5] = beta_ + s, cell[6] = gamma_ + s;
+        return cell;
+    }
+    /// What a kind has beyond them.
+    void extend(Term const& term, int k, Cells const& cell) {
+        if (term.kind == kLemmon2005 && !term.structural(4))
+            e_.extras.push_back({k, nullptr, cell[4]});
+        if (term.kind == kDoubleExponential) e_.extras.push_back({k, cell[5], cell[6]});
+        if (term.kind == kGaoB) e_.extras.push_back({k, cell[7], nullptr});
+        if (term.kind == kNonAnalytic)
+            e_.nonanalytic.push_back(
+                {cell[0], cell[1], cell[2], cell[3], cell[4], cell[5], cell[6], cell[7]});
+        if (term.kind == kAssociation)
+            e_.association.push_back({cell[0], cell[1], cell[2], cell[3], cell[4]});
+    }
+    void powers(Term const& term, int k) {
+        e_.highest = std::max({e_.highest, term.d(), term.l()});
+        e_.d[k] = term.d();
+        if (term.run() == 0) return;
+        const int s = k - e_.shaped0;
+        e_.dpower[s] = term.d();
+        e_.lpower[s] = term.l();
+        e_.l[s] = term.l();
+        if (term.kind == kGaoB) e_.sign[s] = 1.0;
+        if (term.kind == kPower && term.l() > 0) g_[s] = 1.0;
+        e_.damping = e_.damping || term.info().l >= 0;
+    }
+
+    /// Slots and groups of the power run.
+    void collect() {
+        for (int k = 0; k < powers_; ++k) {
+            Term const& term = terms_[order_[k]];
+            const bool new_group = e_.groups.empty() || e_.groups.back().l != term.l();
+            const int slot = static_cast<int>(e_.slots.size());
+            if (new_group) e_.groups.push_back({slot, slot, term.l()});
+            if (new_group || e_.slots.back().d != term.d()) e_.slots.push_back({k, k, term.d()});
+            ++e_.slots.back().last;
+            e_.groups.back().last = static_cast<int>(e_.slots.size());
+        }
+    }
+
+    Equation& e_;
+    Section const& section_;
+    std::vector<Term> const& terms_;
+    const std::vector<int> order_;
+    int powers_ = 0;
+    double* next_ = nullptr;  // what is free of the pool
+    double *n_ = nullptr, *t_ = nullptr;
+    double *eta_ = nullptr, *epsilon_ = nullptr, *beta_ = nullptr, *gamma_ = nullptr,
+           *g_ = nullptr;
+};
+
 void Equation::read(FILE* f) {
     const Section section = read_section(f);  // from here on nothing is refused
-    std::vector<Term> const& terms = section.terms;
-    const std::vector<int> order = evaluation_order(terms);
-
-    // Sizes of the runs and of the pool.
-    std::array<int, 3> run_size{};
-    for (int i : order) ++run_size[terms[i].run()];
-    shaped0 = padded(run_size[0]);
-    level0 = shaped0 + padded(run_size[1]);
-    levels = run_size[2];
-    factored = level0 + padded(levels);
-    const int shapes = factored - shaped0;
-    int own = 0;
-    for (Term const& term : terms) own += term.info().own;
-    pool_.assign(3 + 2 * factored + 5 * shapes + own, 0.0);
-    structure_.assign(kMaxColumns * terms.size(), 0.0);
-    double* next = pool_.data() + 3;
-    const auto take = [&next](int count) { return std::exchange(next, next + count); };
-    double* const n_ = take(factored);
-    double* const t_ = take(factored);
-    double* const eta_ = take(shapes);
-    double* const epsilon_ = take(shapes);
-    double* const beta_ = take(shapes);
-    double* const gamma_ = take(shapes);
-    double* const g_ = take(shapes);
-    n = n_, t = t_, eta = eta_, epsilon = epsilon_, beta = beta_, gamma = gamma_, g = g_;
-
-    terms_ = static_cast<int>(terms.size());
-    omega_ = section.omega;
-    R_eos_ = section.R_eos;
-    pool_[0] = section.M, pool_[1] = section.Ts, pool_[2] = section.vs;
-    highest = 1;
-    damping = false;
-    d.assign(factored, 0.0);
-    l.assign(shapes, 0.0);
-    sign.assign(shapes, -1.0);
-    dpower.assign(shapes, 0);
-    lpower.assign(shapes, 0);
-    slots.clear(), groups.clear(), extras.clear(), nonanalytic.clear(), association.clear();
-
-    std::vector<int> place(terms.size(), -1);
-    int free_place[3] = {0, shaped0, level0};
-    for (int i : order) place[i] = free_place[terms[i].run()]++;
-
-    // Every number finds its place; the file order is kept in `blocks_` and `address_`.
-    blocks_.clear();
-    std::vector<double*> factors, others;
-    for (int b = 0, i = 0; b < static_cast<int>(section.block_size.size()); ++b) {
-        Block block{terms[i].kind, {}};
-        for (int row = 0; row < section.block_size[b]; ++row, ++i) {
-            Term const& term = terms[i];
-            const int k = place[i], s = k - shaped0;
-            double* cell[kMaxColumns] = {};
-            if (is_factored(term.kind)) cell[0] = n_ + k, cell[2] = t_ + k;
-            if (term.kind == kExponential || term.kind == kDoubleExponential) cell[3] = g_ + s;
-            if (term.kind == kGaussian || term.kind == kGaoB)
-                cell[3] = eta_ + s, cell[4] = epsilon_ + s, cell[5] = beta_ + s,
-                cell[6] = gamma_ + s;
-            for (int c = 0; c < term.info().columns; ++c) {
-                if (term.structural(c)) cell[c] = &structure_[kMaxColumns * i + c];
-                if (!cell[c]) cell[c] = take(1);
-                *cell[c] = term.value[c];
-                block.cell.push_back(cell[c]);
-                if (c == 0)
-                    factors.push_back(cell[c]);
-                else if (!term.structural(c))
-                    others.push_back(cell[c]);
-            }
-            if (term.kind == kLemmon2005 && !term.structural(4))
-                extras.push_back({k, nullptr, cell[4]});
-            if (term.kind == kDoubleExponential) extras.push_back({k, cell[5], cell[6]});
-            if (term.kind == kGaoB) extras.push_back({k, cell[7], nullptr});
-            if (term.kind == kNonAnalytic)
-                nonanalytic.push_back(
-                    {cell[0], cell[1], cell[2], cell[3], cell[4], cell[5], cell[6], cell[7]});
-            if (term.kind == kAssociation)
-                association.push_back({cell[0], cell[1], cell[2], cell[3], cell[4]});
-            if (!is_factored(term.kind)) continue;
-            highest = std::max({highest, term.d(), term.l()});
-            d[k] = term.d();
-            if (term.run() == 0) continue;
-            dpower[s] = term.d();
-            lpower[s] = term.l();
-            l[s] = term.l();
-            if (term.kind == kGaoB) sign[s] = 1.0;
-            if (term.kind == kPower && term.l() > 0) g_[s] = 1.0;
-            damping = damping || term.info().l >= 0;
-        }
-        blocks_.push_back(std::move(block));
-    }
-    address_ = {&pool_[0], &pool_[1], &pool_[2]};
-    address_.insert(address_.end(), factors.begin(), factors.end());
-    address_.insert(address_.end(), others.begin(), others.end());
-
-    for (int k = 0; k < run_size[0]; ++k) {
-        Term const& term = terms[order[k]];
-        const bool new_group = groups.empty() || groups.back().l != term.l();
-        const int slot = static_cast<int>(slots.size());
-        if (new_group) groups.push_back({slot, slot, term.l()});
-        if (new_group || slots.back().d != term.d()) slots.push_back({k, k, term.d()});
-        ++slots.back().last;
-        groups.back().last = static_cast<int>(slots.size());
-    }
+    Builder(*this, section).build();
 }
 
 void Equation::write(FILE* f) const {

@@ -90,6 +90,8 @@ class Equation {
     std::vector<Association> association;
 
   private:
+    class Builder;
+
     /// Terms of one kind as the file has them: where each number lives, row by row.
     struct Block {
         int kind = 0;
