@@ -66,31 +66,11 @@ void CoexistenceSolver::assemble() {
         J[last] = (b.p_T - a.p_T) * scale;
         J += m;
     }
-    if (z && split) {
-        double *own = J, *to = r;
-        for (int i = 0; i < n; ++i) {  // of component 0: taken off below
-            const double in_a = (1.0 - fraction) * a.rho_i[i], in_b = fraction * phase[1].rho_i[i],
-                         whole = in_a + in_b, off = std::log(whole / (*z)[i]);
-            const double slopes[] = {in_a / whole, in_b / whole,
-                                     (phase[1].rho_i[i] - a.rho_i[i]) / whole};
-            const int at[] = {i, n + i, last + 1};
-            double* row_i = own + (i - 1) * m;
-            for (int k = 0; k < 3; ++k)
-                if (i > 0)
-                    row_i[at[k]] += slopes[k];
-                else
-                    for (int j = 0; j + 1 < n; ++j) own[j * m + at[k]] -= slopes[k];
-            if (i > 0) to[i - 1] += off;
-            for (int j = 0; i == 0 && j + 1 < n; ++j) to[j] = -off;
-        }
+    if (z) {
+        compose(J, r);
         J += (n - 1) * m;
         r += n - 1;
-    } else if (z)
-        for (int i = 1; i < n; ++i, J += m) {
-            *r++ = u[i] - u[0] - std::log((*z)[i] / (*z)[0]);
-            J[i] = 1.0;
-            J[0] = -1.0;
-        }
+    }
     if (T > 0.0) {
         *r++ = u[last] - std::log(T);
         J[last] = 1.0;
@@ -119,6 +99,33 @@ void CoexistenceSolver::assemble() {
     };
     linear(also, 0.0);
     linear(row, value);
+}
+
+/// Rows of the composition of the whole: of every component but the first, against the first.
+void CoexistenceSolver::compose(double* J, double* r) const {
+    const int n = n_, m = size(), last = count_ * n;
+    if (!split) {
+        for (int i = 1; i < n; ++i, J += m) {
+            *r++ = u[i] - u[0] - std::log((*z)[i] / (*z)[0]);
+            J[i] = 1.0;
+            J[0] = -1.0;
+        }
+        return;
+    }
+    PhaseState const &a = phase[0], &b = phase[1];
+    for (int i = 0; i < n; ++i) {
+        const double in_a = (1.0 - fraction) * a.rho_i[i], in_b = fraction * b.rho_i[i],
+                     whole = in_a + in_b, off = std::log(whole / (*z)[i]);
+        const double slopes[] = {in_a / whole, in_b / whole, (b.rho_i[i] - a.rho_i[i]) / whole};
+        const int at[] = {i, n + i, last + 1};
+        for (int j = 0; i == 0 && j + 1 < n; ++j) {
+            r[j] = -off;
+            for (int k = 0; k < 3; ++k) J[j * m + at[k]] -= slopes[k];
+        }
+        if (i == 0) continue;
+        r[i - 1] += off;
+        for (int k = 0; k < 3; ++k) J[(i - 1) * m + at[k]] += slopes[k];
+    }
 }
 
 bool CoexistenceSolver::solve(int limit) {

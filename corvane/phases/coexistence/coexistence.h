@@ -62,6 +62,7 @@ class CoexistenceSolver {
 
   private:
     void assemble();
+    void compose(double* J, double* r) const;
 
     int n_, count_, p_row_ = 0;
     std::vector<double> jacobian_, r_;

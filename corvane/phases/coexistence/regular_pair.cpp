@@ -189,11 +189,26 @@ bool RegularPair::integrals(int points) {
 
 /// Rows: E, F, the length of n, the composition of the whole, then what is fixed. `tangent`: d is.
 void RegularPair::assemble(bool tangent) {
-    const int n = n_, m = m_, at_d = 2 * n, at_T = at_d + 1, at_f = at_d + 2;
     std::fill(jacobian_.begin(), jacobian_.end(), 0.0);
     double *J = jacobian_.data(), *r = r_.data();
+    equilibrium(J, r);
+    J += (n_ + 1) * m_;
+    r += n_ + 1;
+    double norm = -1.0;
+    for (int i = 0; i < n_; ++i) {
+        norm += fluid.z()[i] * y[n_ + i] * y[n_ + i];
+        J[n_ + i] = fluid.z()[i] * y[n_ + i];
+    }
+    *r = 0.5 * norm;
+    compose(J + m_, r + 1);
+    fix(J + n_ * m_, r + n_, tangent);
+}
+
+/// E and F, of which the derivatives are those of the wide states.
+void RegularPair::equilibrium(double* J, double* r) const {
+    const int n = n_, m = m_, at_d = 2 * n, at_T = at_d + 1;
     PhaseState const &p1 = wide_a_, &p2 = wide_b_;
-    const double d = distance(), h = h_, fraction = y[at_f];
+    const double d = distance(), h = h_;
     for (int i = 0; i < n; ++i, J += m) {
         *r++ = E_[i];
         for (int j = 0; j < n; ++j) {
@@ -225,18 +240,15 @@ void RegularPair::assemble(bool tangent) {
         J[j] = scale * (g1 - g2 - c * (p1.m[j] - p2.m[j])) - F * c / total;
         J[n + j] = scale * h * (g1 + g2);
     }
-    *r++ = F_;
+    *r = F_;
     J[at_d] = d * F_d_;
     J[at_T] = scale * F_T;
-    J += m;
-    double norm = -1.0;
-    for (int i = 0; i < n; ++i) {
-        norm += fluid.z()[i] * y[n + i] * y[n + i];
-        J[n + i] = fluid.z()[i] * y[n + i];
-    }
-    *r++ = 0.5 * norm;
-    J += m;
-    // Composition of (1 − fraction)·a + fraction·b against the first component.
+}
+
+/// Composition of (1 − fraction)·a + fraction·b against the first component.
+void RegularPair::compose(double* J, double* r) const {
+    const int n = n_, m = m_, at_d = 2 * n, at_f = at_d + 2;
+    const double d = distance(), fraction = y[at_f];
     double first = 0.0, first_off = 0.0, first_f = 0.0;
     for (int i = 0; i < n; ++i) {
         const double whole = (1.0 - fraction) * a.rho_i[i] + fraction * b.rho_i[i];
@@ -260,6 +272,12 @@ void RegularPair::assemble(bool tangent) {
         J[at_f] = f - first_f;
         J += m;
     }
+}
+
+/// The last two of the fraction, the distance, T and p.
+void RegularPair::fix(double* J, double* r, bool tangent) const {
+    const int n = n_, m = m_, at_d = 2 * n, at_T = at_d + 1, at_f = at_d + 2;
+    const double d = distance();
     if (fixed_fraction || tangent) {
         *r++ = 0.0;
         J[at_f] = 1.0;

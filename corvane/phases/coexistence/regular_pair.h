@@ -75,6 +75,9 @@ class RegularPair {
     bool integrals(int nodes);
     int nodes() const;
     void assemble(bool tangent);
+    void equilibrium(double* J, double* r) const;
+    void compose(double* J, double* r) const;
+    void fix(double* J, double* r, bool tangent) const;
     bool sides(PhaseState& first, PhaseState& second, double distance, int order);
 
     int n_, m_;
