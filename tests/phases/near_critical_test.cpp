@@ -90,6 +90,39 @@ TEST(NearCritical, IsTrueWithinItsBounds) {
         }
 }
 
+// One phase above a bubble point and two below, as near to it as its error allows, where rounding
+// hides the sign of the tangent-plane distance: by the test of the whole and by the flash.
+TEST(NearCritical, StabilityAndFlashChangeAtTheBubblePoint) {
+    const struct {
+        char const *eos, *mth;
+        Names names;
+        double x;
+        int set;
+    } cases[] = {{"PR", "vdW1", {"heptane", "pentane"}, 0.0309, 1},
+                 {"PR", "vdW1", {"methane", "pentane"}, 0.149, 1},
+                 {"SRK", "vdW1", {"methane", "hydrogen_sulfide"}, 0.47, 1},
+                 {"PCSAFT", "LB", {"methane", "pentane"}, 0.508084, -1}};
+    for (auto const& c : cases) {
+        const Mixture m = loaded(c.eos, c.mth, c.names, c.set);
+        const Vector<double> z = mix(c.x);
+        const double Tc = corvane::critical_point(*m, z).T;
+        for (double off : {3e-6, 1e-4, 3e-3, 3e-2}) {
+            const auto q = corvane::bubble_T(*m, Tc * (1 - off), z);
+            const double near = 20 * q.certificate.value_error;
+            ASSERT_LT(near, 1e-7);
+            for (double e : {near, 1e-8, 1e-7, 1e-5})
+                for (double side : {-1.0, 1.0}) {
+                    SCOPED_TRACE(testing::Message() << c.eos << ' ' << c.x << ' ' << off << ' ' << e * side);
+                    const double p = q.p * (1 + side * std::max(e, near));
+                    const auto s = corvane::stability(*m, p, q.T, z);
+                    EXPECT_EQ(s.unconverged, 0);
+                    EXPECT_EQ(s.stable, side > 0);
+                    EXPECT_EQ(corvane::flash_pT(*m, p, q.T, z).phases.size(), side > 0 ? 1u : 2u);
+                }
+        }
+    }
+}
+
 // The incipient phase of a bubble point has its dew point there, and the first phase is the
 // incipient one then: for every model and any number of components. Two results, two starts.
 TEST(NearCritical, OnePhaseSBubblePointIsTheOtherSDewPoint) {

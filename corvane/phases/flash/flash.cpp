@@ -264,6 +264,10 @@ class Flash {
         const StabilityResult r = stability_.test(whole_, p_, nullptr, false, true);
         if (!r.other) return n_ == 2 && on_spinodal();
         std::vector<double> const &z = fluid_.z(), &w = r.trial.w;
+        if (n_ == 2 && fluid_.evaluate_at(b_, p_, T_, w, Root::stable, 0)) {
+            a_ = whole_;  // whose distance to the trial may be rounding
+            if (between(0.0)) return true;
+        }
         double curvature = 0.0, least = -1e300, most = 1e300;
         for (int i = 0; i < n_; ++i) {
             step_[i] = w[i] - z[i];

@@ -16,7 +16,18 @@ namespace {
 constexpr double kApart = 1e-4;    // ln rho_i'/rho_i'' of two phases
 constexpr double kAbsent = 1e-12;  // amount of a phase that is not needed, of the rarest component
 constexpr double kPolish = 1e-10;  // of potentials, as from phases taken for alike that are not
+constexpr double kScarce = 1e-6;   // amount that the tolerances of the potentials might feign
 constexpr int kSubstitutions = 40, kFractions = 50, kNewton = 30;
+
+/// Does a trace of the phase lower the Gibbs energy of the whole?
+bool lowers(FluidModel const& fluid, double T, double p, PhaseState const& scarce) {
+    PhaseState whole;
+    whole.resize(fluid.size());
+    if (!fluid.evaluate_at(whole, p, T, fluid.z(), Root::stable, 0)) return false;
+    double d = 0.0;
+    for (int i = 0; i < fluid.size(); ++i) d += scarce.x[i] * (scarce.m[i] - whole.m[i]);
+    return d < 0.0;
+}
 
 bool alike(PhaseState const& a, PhaseState const& b) {
     for (int i = 0; i < a.size(); ++i)
@@ -104,6 +115,8 @@ bool flash_bound(FluidModel const& fluid, double T, double p, PhaseState& a, Pha
                 std::fill(s.m_T.begin(), s.m_T.end(), s.p_T = 0.0);
             }
         }
+        if (!(std::min(beta, 1.0 - beta) > kScarce) && !lowers(fluid, T, p, beta < 0.5 ? b : a))
+            return false;
         return two.bound(c) && c.apart_error < Certificate::apart_limit;
     }
     RegularPair pair(fluid);

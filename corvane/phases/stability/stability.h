@@ -34,7 +34,9 @@ struct StabilityResult {
 ///
 /// A binary by the complete test: BinaryScan, whose header says what is proven. It takes a binary
 /// for unstable below −1e-8, and a whole of given composition, whose potentials have no residuals,
-/// below rounding (5e-14 of the terms of the distance).
+/// below rounding (5e-14 of the terms of the distance). Where even that hides a pair next to a
+/// critical point, the whole is decided by whether it lies between the two phases, or not at all
+/// (`unconverged`) where it is nearer to one of them than their error.
 ///
 /// Else, first the phase's own other density root, and whether it is a minimum at all (∂μ_i/∂n_j
 /// positive definite). A binary by the quick test: every minimum of a scan over 15 compositions
@@ -89,6 +91,7 @@ class CORVANE_API Stability {
     bool hidden_root(PhaseState const& phase, double p, double& tpd);
     StabilityResult complete(PhaseState const& phase, double p, PhaseState const* known,
                              bool first, bool whole);
+    void flat(PhaseState const& phase, double p, double tolerance, StabilityResult& r);
     static double distance(PhaseState const& s, PhaseState const& phase);
     static bool meets(PhaseState const& s, PhaseState const& phase);
     /// Fills brackets_. Returns the number of compositions without a density.
