@@ -12,6 +12,13 @@ double murnaghan_step(double q, double bend) {
     return std::expm1(std::log1p(x) / K1);
 }
 
+namespace {
+/// By how much a density may miss P: 1e-6 of it, and the rounding of a liquid's terms.
+double room(double P, double x) {
+    return 1e-6 * std::abs(P) + 1e-9 * x;
+}
+}  // namespace
+
 double climb(Isotherm<false> const& isotherm, double P, double x, Bracket b) {
     const bool gas = b.on == 0.0;
     for (int k = 0; k < 120; ++k) {
@@ -28,8 +35,12 @@ double climb(Isotherm<false> const& isotherm, double P, double x, Bracket b) {
             const double q = (P - s.P) / (x * s.S), bend = s.C / s.S;
             const double step = murnaghan_step(q, bend);
             // The error after the step is of the order q³·(bend² + 1).
-            if (std::isfinite(step) && std::abs(q) * q * q * (bend * bend + 1.0) < 1e-17)
-                return x + x * step;
+            if (std::isfinite(step) && std::abs(q) * q * q * (bend * bend + 1.0) < 1e-17) {
+                // Far below a triple point some isotherms rise by 1e20 around the critical density:
+                // they cross P between two neighbouring densities, neither of which has it.
+                constexpr double eps = std::numeric_limits<double>::epsilon();
+                return 8.0 * x * s.S * eps <= room(P, x) ? x + x * step : 0.0;
+            }
             if (q > 0.0)
                 b.low = x, b.low_open = false;
             else
@@ -43,7 +54,8 @@ double climb(Isotherm<false> const& isotherm, double P, double x, Bracket b) {
 
 bool is_root(Isotherm<false> const& isotherm, double P, double x) {
     const IsothermState s = state_at(isotherm, x);
-    return s.S > 0.0 && std::abs(s.P - P) <= 1e-10 * (std::abs(P) + x * (1.0 + s.S));
+    return s.S > 0.0 && std::abs(s.P - P) <= 1e-10 * (std::abs(P) + x * (1.0 + s.S)) &&
+           std::abs(s.P - P) <= room(P, x);
 }
 
 IsothermState spinodal_near(Isotherm<false> const& isotherm, double x, double low, double high) {
