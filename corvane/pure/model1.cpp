@@ -81,10 +81,11 @@ int Model1::load(char const* eos) {
             static_cast<void>(std::fscanf(f, "%*s"));
             corvane::read_text(f, comment_, th_commlength, kCommentRead);
             for (double* field : {&pcrit_, &Tcrit_, &vcrit_}) {
-                double x = 0.0;
-                if (std::fscanf(f, "%*s\t%lf", &x) != 1) continue;
+                double x = *field;
+                const bool read = std::fscanf(f, "%*s\t%lf", &x) == 1;
                 if (!(x > 0.0 && std::isfinite(x)))
                     corvane::malformed(f, "a critical constant must be positive");
+                if (!read) continue;
                 *field = x;
                 static_cast<void>(std::fscanf(f, "%*[\r\n]"));
             }

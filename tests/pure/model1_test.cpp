@@ -151,6 +151,16 @@ TEST(Model1, AFailedLoadSaysWhereAndChangesNothing) {
         for (char const* key : {"pc:\t", "Tc:\t", "vc:\t"})
             for (char const* value : {"nan", "inf", "-7", "0"})
                 damaged(key, std::string(key) + value + "\nx:\t");
+        // Without a number a constant stays as it was: in a new model not known.
+        for (char const* key : {"\npc:\t", "\nTc:\t", "\nvc:\t"}) {
+            std::string text = good;
+            const std::size_t at = text.find(key) + 5;
+            scratch.write(data + "/a;1", text.erase(at, text.find('\n', at) - at));
+            const std::unique_ptr<Model1, corvane::Detach> fresh(attach1(eos));
+            fresh->name("a");
+            fresh->id(1);
+            EXPECT_EQ(th_code([&] { fresh->load(eos); }), th_cannot_open) << eos << key;
+        }
         damaged("name:\t", "name:\t../../");
         const std::string Ts = good.substr(good.find("\nTs:\t") + 1);
         const std::string number = Ts.substr(4, Ts.find('\n') - 4), whole = "\nTs:\t" + number + "\n";
