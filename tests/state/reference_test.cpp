@@ -22,7 +22,8 @@ TEST(Reference, GivesThePrintedEnthalpiesAndEntropies) {
     // Wagner & Pruss (2002), table 13.2: zero at the triple point. Lemmon et al. (2009), table A1:
     // IIR. Gao et al. (2023), table 7, in J/mol over 17.03052 g/mol: triple point. Span & Wagner
     // (1996), table 34, less its saturated liquid at the triple point (-426.74, -2.2177), whose
-    // p·v is 0.440 kJ/kg. ASHRAE Handbook, Fundamentals (2009), R-134a at 0 °C: IIR.
+    // p·v is 0.440 kJ/kg. Tillner-Roth & Baehr (1994), saturation
+    // table: IIR.
     const Row rows[] = {
         {"water", ReferenceState::triple, 275, kLiquid, 7.75972202, 0.0283094670, 1e-4, 1e-6},
         {"water", ReferenceState::triple, 275, kVapour, 2504.28995, 9.10660121, 1e-5, 1e-8},
@@ -34,7 +35,9 @@ TEST(Reference, GivesThePrintedEnthalpiesAndEntropies) {
          3e-4, 3e-6},
         {"carbon_dioxide", ReferenceState::triple, 240, kLiquid, 46.80 + 0.440, 0.2022, 0.01, 1e-4},
         {"carbon_dioxide", ReferenceState::triple, 304, kVapour, 267.90 + 0.440, 0.9641, 0.01, 1e-4},
-        {"r134a", ReferenceState::IIR, 273.15, kVapour, 398.60, 1.7271, 5e-3, 5e-5}};
+        {"r134a", ReferenceState::IIR, 273.15, kLiquid, 200, 1, 1e-9, 1e-12},  // by definition
+        {"r134a", ReferenceState::IIR, 200, kLiquid, 107.39, 0.6073, 5e-3, 5e-5},
+        {"r134a", ReferenceState::IIR, 169.85, kVapour, 334.94, 1.9639, 5e-3, 5e-5}};
     const corvane::Substances index(corvane::DataHome::find());
     for (Row const& row : rows) {
         SCOPED_TRACE(testing::Message() << row.substance << " at " << row.T);
