@@ -155,7 +155,7 @@ TEST(SolidTables, ObeyClapeyronAndMeetTheTriplePoint) {
             const int n = phase.x.size();
             ASSERT_GE(n, 12);
             EXPECT_LT(1 / phase.x[0], above);  // phases follow each other downwards
-            above = 1 / phase.x[n - 1];
+            above = 1 / phase.x[0];
             for (int k = 0; k < n; ++k) {
                 // Enthalpy of sublimation over R is −dln p/d(1/T), which makes 8 to 40 RT at the
                 // triple point and rises against RT below; s is its mean from the first point on.
@@ -206,8 +206,21 @@ TEST(SolidTables, LeaveThePublishedEnthalpyOfFusion) {
         };
         const double T = m->solid.Ttrp(), top = sublimation(T);
         auto const& x = m->solid.sg[0].x;
-        for (int k = 0; k < x.size(); ++k)
-            EXPECT_NEAR(sublimation(1 / x[k]) / top, 1, 0.15) << 1 / x[k];
+        // Below the data, too, where the file continues them, and between its rows there. The vapour
+        // of acetic acid is one of dimers, which the equation loses as the pressure falls.
+        const double end = data::numbers(data::labels(file).at("valid"))[0];
+        std::vector<double> tested{0.9 * end, 0.7 * end, 0.5 * end, 0.35 * end};
+        for (int k = 0; k < x.size(); ++k) tested.push_back(1 / x[k]);
+        for (double at : tested)
+            if (at > 0.99 * end || name != "acetic_acid") {
+                EXPECT_NEAR(sublimation(at) / top, 1, 0.15) << at;
+            }
+        for (int k = 0; k < 4; ++k) {
+            const double T_low = tested[static_cast<unsigned>(k)];
+            double psub = 0, v = 0, kappa = 0;
+            m->solid.sge(T_low, -1, psub, v, kappa);
+            EXPECT_NEAR(v / m->solid.sg[0].v[0], 0.95, 0.1) << T_low;
+        }
         double p = 0, liquid = 0, vapour = 0;
         corvane::Saturation().at_T(m.get(), T, 0, p, liquid, vapour);
         double evaporation = R * T * (m->Hr(vapour, T) - m->Hr(liquid, T));

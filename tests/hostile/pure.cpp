@@ -22,7 +22,7 @@ struct Round {
     }
     /// Near the data of the solid; below them its splines go on, at 0 K to anything.
     bool solid() const {
-        return m.solid.sg.size() > 0 && T > 0.5 * m.solid.Ttrp() && T < m.solid.Tmax();
+        return m.solid.sg.size() > 0 && T > 0.3 * m.solid.Ttrp() && T < m.solid.Tmax();
     }
     double pressure(double at) const { return m.Z(at, T) * R * T * at; }
     double slope(double at) const {

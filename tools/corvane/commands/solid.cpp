@@ -218,7 +218,12 @@ int SolidCommand::run() {
         if (!rows.add(fmt::format("{} at {} = {}", fluid.name(), melting.empty() ? "T" : "p",
                                   units.text(quantity, x)),
                       {{0, units.from_library(quantity, x)}},
-                      [&] { return (this->*solve)(fluid, x); }))
+                      [&] {
+                          Row row = (this->*solve)(fluid, x);
+                          if (melting.empty() && x < solid_->T_min())
+                              add_note(row.note, "extrapolated: below the end of the solid's data");
+                          return row;
+                      }))
             break;
     const int code = rows.finish(head);
     write(head, table, options.style);

@@ -2,10 +2,12 @@
 #include <tools/corvane/input/solids.h>
 #include <tools/corvane/text/errors.h>
 
+#include <corvane/catalogue/parameter_sets.h>
 #include <corvane/solid/fusion.h>
 
 #include <fmt/format.h>
 
+#include <cmath>
 #include <filesystem>
 
 namespace cli {
@@ -15,9 +17,7 @@ double PureSolid::T_max() const {
 }
 
 double PureSolid::T_min() const {
-    if (anchored) return anchored->T_min();
-    auto const& coldest = model->solid.sg[model->solid.sg.size() - 1].x;
-    return 1.0 / coldest[coldest.size() - 1];
+    return anchored ? anchored->T_min() : measured;
 }
 
 double PureSolid::g(double p, double T) const {
@@ -82,6 +82,9 @@ std::optional<PureSolid> load_solid(Model1& model, std::string const& data) {
         if (data == "fusion") return std::nullopt;
     }
     if (!curve) return std::nullopt;
+    auto const& coldest = model.solid.sg[model.solid.sg.size() - 1].x;
+    const double valid = corvane::parameter_notes(file).Tmin;
+    solid.measured = std::isfinite(valid) ? valid : 1.0 / coldest[coldest.size() - 1];
     return solid;
 }
 

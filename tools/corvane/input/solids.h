@@ -16,6 +16,7 @@ namespace cli {
 struct PureSolid {
     Model1 const* model = nullptr;
     std::optional<corvane::AnchoredSolid> anchored;
+    double measured = 0.0;  ///< lowest temperature of the sublimation data, K
 
     corvane::AnchoredSolid const* pointer() const { return anchored ? &*anchored : nullptr; }
     double T_max() const;
