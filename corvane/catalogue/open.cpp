@@ -140,7 +140,11 @@ Fluid open(std::string const& equation, std::string const& substance, FluidOptio
     Fluid fluid{nullptr, equation, "", 1, {}, {}, options.home ? *options.home : DataHome::find()};
     DataHome const& home = fluid.home;
     const ReadingFrom from(home.names());
-    if (equation.empty()) {
+    PseudoComponent const* const defined = find(options.defined, substance);
+    if (defined) {
+        fluid.equation = equation.empty() ? "PR" : equation;
+        fluid.substance = substance;
+    } else if (equation.empty()) {
         fluid.substance = substance_name(home, equation, substance);
         const auto all = equations_for(home, fluid.substance);
         if (all.empty()) throw OpenFailure("no equation has parameters for " + fluid.substance);
@@ -148,6 +152,12 @@ Fluid open(std::string const& equation, std::string const& substance, FluidOptio
     }
     fluid.model.reset(attached(home, fluid.equation, false,
                                [&] { return attach1(fluid.equation.c_str()); }));
+    if (defined) {
+        fluid.model->id(1);
+        define(*fluid.model, *defined);
+        fluid.notes = parameter_notes("");
+        return fluid;
+    }
     if (fluid.substance.empty()) fluid.substance = substance_name(home, equation, substance);
     fluid.set = choose_set(home, fluid.equation, fluid.substance, options.set);
     fluid.notes = parameter_notes(home, fluid.equation, fluid.substance, fluid.set);
@@ -173,6 +183,7 @@ Mixture open_mixture(std::string const& name, std::vector<std::string> const& co
                     {},
                     {},
                     {},
+                    {},
                     true,
                     {},
                     options.home ? *options.home : DataHome::find()};
@@ -182,7 +193,9 @@ Mixture open_mixture(std::string const& name, std::vector<std::string> const& co
     if (!options.sets.empty() && options.sets.size() != components.size())
         throw OpenFailure("as many parameter sets as components, or none, can be named");
     for (std::string const& text : components) {
-        std::string found = substance_name(home, *mixture.equation, text);
+        std::string found = find(options.defined, text)
+                                ? text
+                                : substance_name(home, *mixture.equation, text);
         if (contains(mixture.components, found)) throw OpenFailure(found + " is named twice");
         mixture.components.push_back(std::move(found));
     }
@@ -194,18 +207,25 @@ Mixture open_mixture(std::string const& name, std::vector<std::string> const& co
     reading("components cannot be made", home.file("CorvaneS/libth" + *mixture.equation + ".dll").string(),
             [&] { model.alloc(n, equation); });
     model.mth = theory;
+    std::vector<ComponentPlan> plans(static_cast<unsigned>(n));
     for (int i = 0; i < n; ++i) {
         std::string const& component = mixture.components[static_cast<unsigned>(i)];
+        for (int j = 0; j < i; ++j) model.id(i, j, options.pair_set);
+        if (PseudoComponent const* const defined = find(options.defined, component)) {
+            define(*model.mdl1[i], *defined);
+            plans[static_cast<unsigned>(i)] = {1, true};
+            continue;
+        }
         const int asked = options.sets.empty() ? 0 : options.sets[static_cast<unsigned>(i)];
         const int set = choose_set(home, *mixture.equation, component, asked);
         model.mdl1[i]->name(component.c_str());
         model.mdl1[i]->id(asked > 0 || set > 1 ? set : -1);  // −1: what the pairs were made for
-        for (int j = 0; j < i; ++j) model.id(i, j, options.pair_set);
+        plans[static_cast<unsigned>(i)].set = asked;
     }
     reading("the parameters cannot be read",
             home.file("CorvaneS/parameters/" + *mixture.equation).string(), [&] {
                 if (options.estimate)
-                    mixture.estimated = load_estimating(model, equation, theory);
+                    mixture.estimated = load_estimating(model, equation, theory, plans, mixture.other_sets);
                 else
                     model.load(equation, theory);
             });
@@ -214,7 +234,9 @@ Mixture open_mixture(std::string const& name, std::vector<std::string> const& co
         Model1& component = *model.mdl1[i];
         check_critical_point(component, parameter_file(home, *mixture.equation, component.name(),
                                                        component.id()).string());
-        if (const auto notes = load_ideal_of(home, component))
+        const auto notes = plans[static_cast<unsigned>(i)].ready ? std::optional<IdealNotes>()
+                                                                 : load_ideal_of(home, component);
+        if (notes)
             mixture.gases.push_back(*notes);
         else
             mixture.ideal = false;

@@ -10,6 +10,7 @@
 
 #include <corvane/catalogue/home.h>
 #include <corvane/catalogue/parameter_sets.h>
+#include <corvane/catalogue/pseudo_component.h>
 #include <corvane/core/api.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/report/certificate.h>
@@ -39,6 +40,7 @@ struct Fluid {
 struct FluidOptions {
     int set = 0;  ///< 0: set 1, or the first there is
     std::optional<DataHome> home = {};
+    std::vector<PseudoComponent> defined = {};  ///< go before what files hold; PR if none is named
 };
 
 /// @param equation  name of a plug-in, or "" for the best that the substance has: the reference
@@ -65,6 +67,8 @@ struct Mixture {
     std::vector<std::string> components;  ///< names in the data tree
     /// Pairs (i < j) without published parameters: the mixing theory's own estimate stands in.
     std::vector<std::pair<int, int>> estimated;
+    /// Pairs with parameters that were published for other sets of the components than were asked for.
+    std::vector<std::pair<int, int>> other_sets;
     Validity validity;  ///< for the options of the equilibrium solvers
     bool ideal = true;              ///< every component has an ideal-gas table
     std::vector<IdealNotes> gases;  ///< of the tables that there are, in the order of components
@@ -75,10 +79,13 @@ struct Mixture {
 };
 
 struct MixtureOptions {
-    std::vector<int> sets = {};  ///< of the components; empty: those that the pairs were made for, else 1
+    /// Of the components; 0, or empty: those that the pairs were made for, else 1. A pair that was
+    /// made for other sets keeps its parameters, and is named in other_sets.
+    std::vector<int> sets = {};
     int pair_set = 1;
     bool estimate = true;  ///< false: a pair without a file is refused
     std::optional<DataHome> home = {};
+    std::vector<PseudoComponent> defined = {};  ///< go before what files hold
 };
 
 /// @param model       equation and mixing theory: "PR+vdW1", "PCSAFT+LB", "MEOS+GERG"

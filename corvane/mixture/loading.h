@@ -18,4 +18,15 @@ namespace corvane {
 CORVANE_API std::vector<std::pair<int, int>> load_estimating(ModelN& model, char const* eos,
                                                              char const* mth);
 
+/// What a caller knows of a component.
+struct ComponentPlan {
+    int set = 0;         ///< above 0: this one, whatever the pairs were made for
+    bool ready = false;  ///< it has its parameters: no file of it is read
+};
+/// The same with a plan for every component. Pairs (a < b) that were made for other sets than
+/// planned keep their parameters and are appended to `other_sets`.
+CORVANE_API std::vector<std::pair<int, int>> load_estimating(
+    ModelN& model, char const* eos, char const* mth, std::vector<ComponentPlan> const& plans,
+    std::vector<std::pair<int, int>>& other_sets);
+
 }  // namespace corvane

@@ -110,15 +110,17 @@ void ModelN::param(int k, int i, int j, double value) {
         *ppar(k, i, j) = value;
 }
 
-bool ModelN::load_pair(int a, int b, char const* equation, char const* theory) {
+namespace {
+/// Reads the file of a pair, in either order of its names; false if there is none.
+bool read_pair(ModelN& model, int a, int b, char const* equation, char const* theory) {
     constexpr char root[] = "./CorvaneS/parameters";
-    Model1 *first = mdl1[a], *second = mdl1[b];
+    Model1 *first = model.mdl1[a], *second = model.mdl1[b];
     corvane::File file;
     std::string path;
     const auto home = [&](Model1 const& one, Model1 const& other) {
         try {
             return corvane::reading_home(
-                pair_path(one, other, id(a, b), equation, theory, root));
+                pair_path(one, other, model.id(a, b), equation, theory, root));
         } catch (ThException const&) {
             return 0;  // the loop finds out
         }
@@ -127,7 +129,7 @@ bool ModelN::load_pair(int a, int b, char const* equation, char const* theory) {
     for (int attempt = 0; attempt < 2 && !file; ++attempt) {
         if (attempt == 1) std::swap(first, second);
         try {
-            path = pair_path(*first, *second, id(a, b), equation, theory, root);
+            path = pair_path(*first, *second, model.id(a, b), equation, theory, root);
             file = corvane::open_file(path);
         } catch (ThException const&) {
             // the other order of the names, or no such pair
@@ -136,44 +138,53 @@ bool ModelN::load_pair(int a, int b, char const* equation, char const* theory) {
     if (!file) return false;
     FILE* f = file.get();
     const Identity before[] = {*first, *second};
-    const int id_before = id(a, b);
-    const PairComment comment_before = pair_comments_[pair(a, b)];
+    const int id_before = model.id(a, b);
+    const std::string comment_before = model.comment(a, b);
     try {
         corvane::reading(path, f, [&] {
             adopt(*first, f);
             adopt(*second, f);
-            int number = id(a, b);
+            int number = model.id(a, b);
             char text[th_commlength] = {};
             static_cast<void>(std::fscanf(f, "%*s\t%9d%*s", &number));
             corvane::read_text(f, text, th_commlength, kCommentRead);
-            id(a, b, number);
-            comment(a, b, text);
-            par_in(f, a, b);  // also for a file found as b+a (intended): it says itself who is who
+            model.id(a, b, number);
+            model.comment(a, b, text);
+            model.par_in(f, a, b);  // also for a file found as b+a (intended): it says itself who is who
         });
     } catch (...) {  // the pair stays as it was
         before[0].restore(*first);
         before[1].restore(*second);
-        id(a, b, id_before);
-        pair_comments_[pair(a, b)] = comment_before;
+        model.id(a, b, id_before);
+        model.comment(a, b, comment_before.c_str());
         throw;
     }
     return true;
 }
 
-void ModelN::load_components(char const* equation) {
-    for (int k = 0; k < mdl1.size(); ++k) try {
-            mdl1[k]->load(equation);
-        } catch (...) {  // intended: whatever it was becomes code 1
-            std::fprintf(stderr, "could not load parameters for %s\n", mdl1[k]->name());
-            try {
-                throw;
-            } catch (corvane::FileError& e) {
-                e.number = th_cannot_open;
-                throw;
-            } catch (...) {
-                throw ThException(th_cannot_open);
-            }
+void load_component(Model1& component, char const* equation) {
+    try {
+        component.load(equation);
+    } catch (...) {  // intended: whatever it was becomes code 1
+        std::fprintf(stderr, "could not load parameters for %s\n", component.name());
+        try {
+            throw;
+        } catch (corvane::FileError& e) {
+            e.number = th_cannot_open;
+            throw;
+        } catch (...) {
+            throw ThException(th_cannot_open);
         }
+    }
+}
+}  // namespace
+
+bool ModelN::load_pair(int a, int b, char const* equation, char const* theory) {
+    return read_pair(*this, a, b, equation, theory);
+}
+
+void ModelN::load_components(char const* equation) {
+    for (int k = 0; k < mdl1.size(); ++k) load_component(*mdl1[k], equation);
 }
 
 void ModelN::load(char const* equation, char const* theory) {
@@ -193,16 +204,36 @@ void ModelN::load(char const* equation, char const* theory) {
 namespace corvane {
 
 std::vector<std::pair<int, int>> load_estimating(ModelN& model, char const* eos, char const* mth) {
+    std::vector<std::pair<int, int>> none;
+    return load_estimating(model, eos, mth,
+                           std::vector<ComponentPlan>(static_cast<unsigned>(model.mdl1.size())), none);
+}
+
+std::vector<std::pair<int, int>> load_estimating(ModelN& model, char const* eos, char const* mth,
+                                                 std::vector<ComponentPlan> const& plans,
+                                                 std::vector<std::pair<int, int>>& other_sets) {
     if (!eos || !mth) throw ThException(th_cannot_open);
     const CLocale c_numbers;
     refuse_other(model, eos, mth);
+    const auto plan = [&](int k) { return plans[static_cast<unsigned>(k)]; };
     std::vector<std::pair<int, int>> estimated;
     for (int a = 0; a < model.mdl1.size(); ++a)
-        for (int b = a + 1; b < model.mdl1.size(); ++b)
-            if (!model.load_pair(a, b, eos, mth)) estimated.emplace_back(a, b);
-    for (int k = 0; k < model.mdl1.size(); ++k)
+        for (int b = a + 1; b < model.mdl1.size(); ++b) {
+            for (int k : {a, b})
+                if (plan(k).set > 0) model.id(k, k, -1);  // takes any
+            bool other = false;
+            if (!read_pair(model, a, b, eos, mth)) estimated.emplace_back(a, b);
+            for (int k : {a, b})
+                if (const int set = plan(k).set; set > 0) {
+                    other = other || (model.id(k, k) != -1 && model.id(k, k) != set);
+                    model.id(k, k, set);
+                }
+            if (other) other_sets.emplace_back(a, b);
+        }
+    for (int k = 0; k < model.mdl1.size(); ++k) {
         if (model.id(k, k) == -1) model.id(k, k, 1);  // no pair file has named it
-    model.load_components(eos);
+        if (!plan(k).ready) load_component(*model.mdl1[k], eos);
+    }
     return estimated;
 }
 

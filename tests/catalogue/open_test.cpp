@@ -128,6 +128,46 @@ TEST(Open, WhatTheFirstHomeLacksIsThatOfTheSecond) {
     unsetenv("CORVANE_DATA");
 }
 
+TEST(Open, APseudoComponentIsTheSetWithTheSameConstants) {
+    for (char const* equation : {"PR", "SRK"}) {
+        SCOPED_TRACE(equation);
+        const auto file = corvane::open(equation, "propane");
+        Model1 const& a = *file.model;
+        corvane::PseudoComponent like{"C7+", a.Tcrit(), a.pcrit(), a.omega(), a.M()};
+        const auto fluid = corvane::open(equation, "C7+", {.defined = {like}});
+        Model1 const& b = *fluid.model;
+        EXPECT_NEAR(b.vcrit(), a.vcrit(), 1e-9 * a.vcrit());
+        for (double rho : {1e-5, 0.004, 0.012})
+            EXPECT_NEAR(b.Z(rho, 300.0), a.Z(rho, 300.0), 1e-12 * std::fabs(a.Z(rho, 300.0)) + 1e-12);
+        EXPECT_FALSE(fluid.ideal);
+        // Translated volumes at (T, p) differ by c, in a mixture by the mean of c; nothing else does.
+        like.c = 4.0;
+        const std::string model = std::string(equation) + "+vdW1";
+        const auto plain = corvane::open_mixture(model, {"methane", "propane"});
+        auto moved = corvane::open_mixture(model, {"methane", "C7+"}, {.defined = {like}});
+        EXPECT_EQ(moved.estimated.size(), 1u);
+        moved.model->param(0, 0, 1, plain.model->param(0, 0, 1));
+        Vector<double> x(2);
+        x[0] = 0.3;
+        x[1] = 0.7;
+        const auto p = corvane::bubble_T(*plain.model, 280.0, x), q = corvane::bubble_T(*moved.model, 280.0, x);
+        EXPECT_NEAR(q.p, p.p, 1e-9 * p.p);
+        EXPECT_NEAR(1.0 / q.given.rho, 1.0 / p.given.rho - 0.7 * 4.0, 1e-7);
+    }
+    const auto asked = corvane::open_mixture("PR+vdW1", {"methane", "propane"}, {.sets = {3, 0}});
+    EXPECT_EQ(asked.model->id(0, 0), 3);
+    EXPECT_EQ(asked.model->id(1, 1), 1);
+    EXPECT_EQ(asked.other_sets, (std::vector{std::pair(0, 1)}));
+    const auto refused = [](corvane::PseudoComponent const& s, char const* equation) {
+        EXPECT_THROW(corvane::open(equation, s.name, {.defined = {s}}), OpenFailure);
+    };
+    refused({"a", 500.0, 3.0, 0.3}, "PCSAFT");
+    refused({"a", 500.0, 3.0, 0.3, 100.0, 1000.0}, "PR");
+    refused({"a", 500.0, -3.0, 0.3}, "PR");
+    refused({"a", 500.0, 3.0, std::nan("")}, "PR");
+    refused({"../a", 500.0, 3.0, 0.3}, "PR");
+}
+
 TEST(Open, RefusesInOneSentenceThatNamesTheCulprit) {
     const Scratch scratch;
     const DataHome standard = DataHome::find();

@@ -4,7 +4,7 @@
 
 namespace {
 struct Case {
-    char const* arguments;
+    std::string arguments;
     int code;
     char const *out, *err;  // parts, with a '|' between them
 };
@@ -195,6 +195,25 @@ TEST(Cli, SubstanceWithoutIdealGasTableOrStandardSet) {
     scratch.write("CorvaneS/parameters/PR/unlisted;4", set);
     expect_all({{"state PR unlisted --T 300 --p 1", 1, "",
                  "CorvaneS/parameters/PR/unlisted;4, line 10: "}});
+}
+
+TEST(Cli, SubstancesDefinedOnTheCommandLine) {
+    const std::string c7 = "--define C7+ Tc=540 pc=27bar omega=0.35 M=96";
+    expect_all(
+        {{"state PR C7+ --T 300 --p 1 " + c7, 0, "C7+ is defined here: Tc 540 K, pc 2.7 MPa|left out", ""},
+         {"saturation SRK C7+ --T 100 --units bar " + c7, 0, "rhoL/(kg/m3)", ""},
+         {"bubble PR+vdW1 methane=0.3 propane=0.4 C7+ --T 300 --define 'C7+ Tc=540 pc=2.7 omega=0.35'",
+          0, "pair methane + C7+: no published parameters, kij estimated: 0", ""},
+         {"flash PR+vdW1 C7+=50% methane --T 300 --p 2 --kij C7++methane=0.03 " + c7, 0, "kij given: 0.03|liquid", ""},
+         {"flash PR+vdW1 methane=50% C7+ --h 300 --p 2 " + c7, 1, "", "ideal"},
+         {"mixture PR+vdW1 methane=0.5 propane --T 200 --p 2 --set methane=3", 0,
+          "component methane: set 3|component propane: set 1|made for other sets", ""},
+         {"state PR propane --T 300 --p 1 --set 0", 2, "", "0 is not the number of a set"},
+         {"mixture PR+vdW1 methane=0.5 propane --T 200 --p 2 --set argon=3", 2, "", "argon is not a comp"},
+         {"state PR x --T 300 --p 1 --define x Tc=540 pc=2.7", 2, "", "--define x: Tc, pc and omega are needed"},
+         {"state PR x --T 300 --p 1 --define x Tc=54o", 2, "", "'Tc=54o' is not a number with a unit"},
+         {"state PR x --T 300 --p 1 --define Tc=540", 2, "", "begins with a name"},
+         {"state PCSAFT x --T 300 --p 1 --define x Tc=540 pc=2.7 omega=0.3", 1, "", "for PR and SRK alone"}});
 }
 
 TEST(Cli, RangesThatFilesStateAreHeldAgainstTheState) {

@@ -77,6 +77,12 @@ Command& Command::value(char const* name, std::string& value, char const* text, 
     return *this;
 }
 
+Command& Command::words(char const* name, std::vector<std::string>& values, char const* text,
+                        char const* type) {
+    app_.add_option(name, values, text)->expected(1, -1)->type_name(type);
+    return *this;
+}
+
 Command& Command::count(char const* name, int& value, char const* text) {
     app_.add_option(name, value, text)->type_name("N")->check(CLI::PositiveNumber.description(""));
     return *this;

@@ -219,6 +219,8 @@ Row StateCommand::row(Fluid const& fluid, Point const& point) const {
 int StateCommand::of_mixture() {
     request.model = options.words.front();
     request.components.assign(options.words.begin() + 1, options.words.end());
+    request.sets = options.set;
+    request.define = options.define;
     std::map<std::string, std::string> given;
     for (Input const& input : inputs) given[input.symbol] = input.text;
     return flash("state", options, request, given, std::move(file));
@@ -289,7 +291,9 @@ int StateCommand::run() {
     for (Input const& input : inputs)
         if (file && (!input.text.empty() || phase != "stable"))
             throw Misuse("--input brings the values, of stable states");
-    if (options.words.front().find('+') != std::string::npos) return of_mixture();
+    if (options.words.front().find('+') != std::string::npos &&
+        !corvane::find(definitions(options.define), options.words.front()))
+        return of_mixture();
     if (!request.kij.empty() || !request.basis.empty() || request.pair_set > 0)
         throw Misuse("--kij, --basis and --pair-set are of mixtures: MODEL A=0.5 B");
     Fluid fluid = options.open();

@@ -2,12 +2,14 @@
 #pragma once
 
 #include <tools/corvane/output/table.h>
+#include <tools/corvane/program.h>
 #include <tools/corvane/text/units.h>
 
 #include <corvane/catalogue/open.h>
 
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace cli {
 
@@ -17,17 +19,27 @@ using corvane::ParameterNotes;
 struct FluidRequest {
     std::string eos, substance;  ///< eos may be empty: the best that there is
     int set = 0;  ///< 0: set 1, or the first there is
+    std::vector<std::string> define = {};  ///< words of --define
 };
+
+/// Substances from the words of --define: "C7+", "Tc=540", "pc=27bar", "omega=0.35", "M=96", a word
+/// without '=' beginning the next. @throws Misuse
+std::vector<corvane::PseudoComponent> definitions(std::vector<std::string> const& words);
+void add_define(Command& command, std::vector<std::string>& words);
 
 struct Fluid : corvane::Fluid {
     explicit Fluid(corvane::Fluid&& opened) : corvane::Fluid(std::move(opened)) {}
     std::string name() const;  ///< "PR propane"
     bool chosen = false;       ///< the equation was not named
+    bool pseudo = false;       ///< of --define
 };
 
 /// corvane::open from the data home that was entered; a file that says to hold another substance is
 /// told on standard error. @throws corvane::OpenFailure
 Fluid open_fluid(FluidRequest const& request);
+
+/// "C7+ is defined here: Tc ...".
+std::string defined_remark(Model1 const& model, Units const& units);
 
 /// Heading with equation, substance and set, and the stated range as a remark.
 Heading heading(std::string const& command, Fluid const& fluid, Units const& units);

@@ -79,7 +79,10 @@ void set_kij(std::string const& text, MixtureFluid& mixture) {
         throw Misuse(fmt::format("--kij: {} is not a component of the mixture", word));
     };
     for (std::string const& item : split(text, ',')) {
-        const std::size_t equals = item.find('='), plus = item.find('+');
+        const std::size_t equals = item.find('=');
+        std::size_t plus = item.find('+');
+        for (auto const& s : mixture.defined)  // C7+ has one of its own
+            if (item.starts_with(s.name + '+')) plus = s.name.size();
         int i = 0, j = 1;
         if (equals == std::string::npos) {
             if (mixture.size() != 2)
@@ -102,7 +105,40 @@ void set_kij(std::string const& text, MixtureFluid& mixture) {
         mixture.given.push_back(pair);
     }
 }
+/// What --set asks of each component, 0 for nothing.
+std::vector<int> component_sets(std::string const& text, std::vector<std::string> const& names,
+                                std::vector<corvane::PseudoComponent> const& defined,
+                                std::string const& equation) {
+    std::vector<int> sets(names.size());
+    if (text.empty()) return sets;
+    for (std::string const& item : split(text, ',')) {
+        const std::size_t equals = item.rfind('=');
+        if (equals == std::string::npos) {
+            const int number = set_number(item);
+            for (std::size_t i = 0; i < sets.size(); ++i)
+                if (sets[i] == 0 && !corvane::find(defined, names[i])) sets[i] = number;
+            continue;
+        }
+        std::string name = item.substr(0, equals);
+        if (!corvane::find(defined, name))
+            name = corvane::substance_name(entered_home(), equation, name);
+        const auto found = std::find(names.begin(), names.end(), name);
+        if (found == names.end())
+            throw Misuse(fmt::format("--set: {} is not a component of the mixture", name));
+        if (corvane::find(defined, name))
+            throw Misuse(fmt::format("--set: {} is defined here and has no sets", name));
+        sets[static_cast<std::size_t>(found - names.begin())] = set_number(item.substr(equals + 1));
+    }
+    return sets;
+}
 }  // namespace
+
+int set_number(std::string const& text) {
+    const double x = number(text, "--set");
+    if (!(x >= 1.0 && x <= 1e6) || x != std::floor(x))
+        throw Misuse(fmt::format("--set: {} is not the number of a set", clipped(text)));
+    return static_cast<int>(x);
+}
 
 void MixtureRequest::add_to(Command& command) {
     command.positional("MODEL", model, "equation and mixing theory: PR+vdW1", true)
@@ -113,6 +149,11 @@ void MixtureRequest::add_to(Command& command) {
                          : "components with mole fractions; one may be left without: it gets the "
                            "rest");
     add_pairs(command);
+    command.value("--set", sets,
+                  "number of the components' parameter sets, or methane=3,propane=1 (default: those "
+                  "that the pairs were made for)",
+                  {.type = "SETS"});
+    add_define(command, define);
 }
 
 void MixtureRequest::add_pairs(Command& command) {
@@ -141,8 +182,10 @@ std::string MixtureFluid::composition(Vector<double> const& at) const {
 }
 
 int MixtureFluid::index(std::string const& text) const {
-    const auto found = std::find(components.begin(), components.end(),
-                                 corvane::substance_name(home, *equation, text));
+    const auto found =
+        std::find(components.begin(), components.end(),
+                  corvane::find(defined, text) ? text
+                                               : corvane::substance_name(home, *equation, text));
     return found == components.end() ? -1 : static_cast<int>(found - components.begin());
 }
 
@@ -166,14 +209,19 @@ MixtureFluid open_mixture(MixtureRequest const& request) {
     Composition composition = read_composition(request);
     corvane::DataHome const& home = entered_home();
     const std::string equation = request.model.substr(0, plus);
+    const auto defined = definitions(request.define);
     for (std::string& name : composition.names) {
-        name = corvane::substance_name(home, equation, name);
+        if (!corvane::find(defined, name)) name = corvane::substance_name(home, equation, name);
         if (std::count(composition.names.begin(), composition.names.end(), name) > 1)
             throw Misuse(fmt::format("{} is named twice", name));
     }
     MixtureFluid mixture(corvane::open_mixture(
         request.model, composition.names,
-        {.pair_set = request.pair_set > 0 ? request.pair_set : 1, .home = home}));
+        {.sets = component_sets(request.sets, composition.names, defined, equation),
+         .pair_set = request.pair_set > 0 ? request.pair_set : 1,
+         .home = home,
+         .defined = defined}));
+    mixture.defined = defined;
     mixture.x = composition.x;
     mixture.composed = composition.composed;
     mixture.normalised = composition.normalised;
@@ -226,7 +274,10 @@ Heading heading(std::string const& command, MixtureFluid const& mixture) {
             components += (i > 0 ? ", " : "") + std::string(mixture.component(i));
     if (!mixture.composed) head.fields.emplace_back("components", components);
     for (int i = 0; i < mixture.size(); ++i)
-        head.remarks.push_back(fmt::format("component {}: set {} {{{}}}", mixture.component(i),
+        if (corvane::find(mixture.defined, mixture.component(i)))
+            head.remarks.push_back("component " + defined_remark(*model.mdl1[i], Units()));
+        else
+            head.remarks.push_back(fmt::format("component {}: set {} {{{}}}", mixture.component(i),
                                            model.id(i, i), model.comment(i, i)));
     for (int i = 0; i < mixture.size(); ++i)
         for (int j = i + 1; j < mixture.size(); ++j) {
@@ -245,8 +296,9 @@ Heading heading(std::string const& command, MixtureFluid const& mixture) {
                                        (*mixture.theory == "GERG" ? "estimated by the mixing theory"
                                                               : "kij estimated: " + kij()));
             else
-                head.remarks.push_back(
-                    fmt::format("{}set {} {{{}}}", names, model.id(i, j), model.comment(i, j)));
+                head.remarks.push_back(fmt::format(
+                    "{}set {} {{{}}}{}", names, model.id(i, j), model.comment(i, j),
+                    among(mixture.other_sets) ? ", made for other sets of the components" : ""));
         }
     if (mixture.by_mass) head.remarks.emplace_back("mole fractions from those by mass");
     if (mixture.normalised)

@@ -13,6 +13,9 @@
 
 namespace cli {
 
+/// The number of a parameter set. @throws Misuse
+int set_number(std::string const& text);
+
 struct MixtureRequest {
     std::string model;                    ///< "PR+vdW1"
     std::vector<std::string> components;  ///< "methane=0.7"; one may lack its fraction: the rest
@@ -23,7 +26,10 @@ struct MixtureRequest {
     /// Of the numbers: empty for mole fractions; "mole" or "mass" for amounts of any size.
     std::string basis;
 
-    /// MODEL COMPONENT=FRACTION… and add_pairs
+    std::string sets;                 ///< "3", or "methane=3,..."; may be empty
+    std::vector<std::string> define;  ///< words of --define
+
+    /// MODEL COMPONENT=FRACTION…, add_pairs, --set and --define
     void add_to(Command& command);
     void add_pairs(Command& command);  ///< --pair-set --kij --basis
 };
@@ -34,6 +40,7 @@ struct MixtureFluid : corvane::Mixture {
 
     Vector<double> x;                        ///< mole fractions, sum 1
     std::vector<std::pair<int, int>> given;  ///< pairs with kij from the command line
+    std::vector<corvane::PseudoComponent> defined;
     bool normalised = false;                 ///< the fractions given did not sum to 1
     bool by_mass = false;                    ///< the fractions given were by mass
     bool composed = true;                    ///< fractions were given; else x is even

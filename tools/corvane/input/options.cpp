@@ -50,7 +50,8 @@ void Options::add_fluid(Command& command) {
         .positionals("SUBSTANCE", words,
                      "[EOS] SUBSTANCE: equation of state (PR, SRK ...; without one the best that "
                      "there is), then name, synonym, sum formula or CAS number")
-        .count("--set", set, "number of the parameter set (default: 1 or the first)");
+        .value("--set", set, "number of the parameter set (default: 1 or the first)", {.type = "N"});
+    add_define(command, define);
 }
 
 namespace {
@@ -148,7 +149,8 @@ Fluid Options::open() {
         throw Misuse("give an equation and a substance, or a substance alone; there are " +
                      std::to_string(words.size()) + " words");
     const std::string equation = words.size() == 2 ? words[0] : "";
-    Fluid result = open_fluid({equation, words.back(), set});
+    Fluid result =
+        open_fluid({equation, words.back(), set.empty() ? 0 : set_number(set), define});
     units.M = result.model->M();
     for (Quantity quantity : {Quantity::density, Quantity::energy})
         if (units.needs_mass(quantity) && !(units.M > 0.0))

@@ -16,13 +16,14 @@ struct Options {
     Units units;
     Style style;  ///< complete after begin()
     std::vector<std::string> words;  ///< of the fluid: equation and substance, or this alone
-    int set = 0;
+    std::string set;                 ///< of the fluid: a number; of a mixture also by component
+    std::vector<std::string> define;
 
     /// --csv --json --full --no-heading --home; --data is the older name of --home, except where
     /// a command takes measured points by it.
     void add_output(Command& command, bool measured_data = false);
     void add_units(Command& command);  ///< --units --unit-T … --molar --mass
-    void add_fluid(Command& command);  ///< [EOS] SUBSTANCE --set
+    void add_fluid(Command& command);  ///< [EOS] SUBSTANCE --set --define
     void add_reference(Command& command);  ///< --reference
 
     /// To call first in an action: settles the output style and finds the data home.
