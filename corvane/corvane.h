@@ -44,6 +44,7 @@
 #include <corvane/phases/solid/anchored_solid.h>
 #include <corvane/phases/solid/solid_fluid.h>
 #include <corvane/phases/stability/stability.h>
+#include <corvane/phases/ternary/ternary_diagram.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 #include <corvane/solid/fusion.h>

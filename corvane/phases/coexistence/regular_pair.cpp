@@ -200,6 +200,7 @@ void RegularPair::assemble(bool tangent) {
         J[n_ + i] = fluid.z()[i] * y[n_ + i];
     }
     *r = 0.5 * norm;
+    if (free_composition) return fix(J + m_, r + 1, tangent);
     compose(J + m_, r + 1);
     fix(J + n_ * m_, r + n_, tangent);
 }
@@ -274,20 +275,17 @@ void RegularPair::compose(double* J, double* r) const {
     }
 }
 
-/// The last two of the fraction, the distance, T and p.
+/// The last two of the fraction, the distance, T and p; all four of free_composition.
 void RegularPair::fix(double* J, double* r, bool tangent) const {
     const int n = n_, m = m_, at_d = 2 * n, at_T = at_d + 1, at_f = at_d + 2;
     const double d = distance();
-    if (fixed_fraction || tangent) {
+    const auto keep = [&](int at) {
         *r++ = 0.0;
-        J[at_f] = 1.0;
+        J[at] = 1.0;
         J += m;
-    }
-    if (fixed_distance || tangent) {
-        *r++ = 0.0;
-        J[at_d] = 1.0;
-        return;
-    }
+    };
+    if (!free_composition && (fixed_fraction || tangent)) keep(at_f);
+    if (!free_composition && (fixed_distance || tangent)) return keep(at_d);
     if (T > 0.0) {
         *r++ = ln_T() - std::log(T);
         J[at_T] = 1.0;
@@ -303,6 +301,11 @@ void RegularPair::fix(double* J, double* r, bool tangent) const {
             J[at_d] += y[n + j] * slope;
         }
         J[at_T] = unit * (a.p_T + a.p / (R * a.T));
+        J += m;
+    }
+    if (free_composition) {
+        keep(at_f);
+        keep(at_d);
     }
 }
 
@@ -320,7 +323,7 @@ bool RegularPair::solve(int limit) {
             bound(turn, 0.3);
         }
         bound(r_[2 * n_ + 1], 0.05);
-        if (!fixed_distance)  // away from zero, or towards it but not through it
+        if (!fixed_distance && !free_composition)  // away from zero, or towards it, not through it
             bound(r_[2 * n_],
                   r_[2 * n_] * d > 0.0 ? 0.1 + std::fabs(d) : 0.6 * std::fabs(d));
         for (int i = 0; i < m_; ++i) y[i] += bound.part() * r_[i];

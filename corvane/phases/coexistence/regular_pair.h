@@ -48,6 +48,9 @@ class RegularPair {
     // a has the composition z of the fluid).
     double T = 0.0, p = 0.0;
     bool fixed_distance = false, fixed_fraction = true;
+    /// Three components: T, p, d and the fraction are all fixed, and no composition is. So tie lines
+    /// at given T and p are found by their half distance, and with d = 0 the plait point.
+    bool free_composition = false;
     int iterations = 0;
 
     /// Start values from two phases (partial densities), whose order and distance stay.
