@@ -3,10 +3,10 @@
 #include <corvane/phases/binary/binary_diagram.h>
 #include <corvane/phases/binary/line.h>
 #include <corvane/phases/binary/three_phase_point.h>
+#include <corvane/phases/report/words.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <string>
 
 namespace corvane {
@@ -54,8 +54,7 @@ AzeotropePoint of_tie_line(TieLine const& t) {
 
 AzeotropePoint find(ModelN const& model, bool at_T, double value, AzeotropeOptions const& o) {
     const std::string name = at_T ? "azeotrope_T" : "azeotrope_p";
-    char state[40];
-    std::snprintf(state, sizeof state, at_T ? "T = %g K" : "p = %g MPa", value);
+    const std::string state = T_or_p(at_T, value);
     check_binary(model, value);
     AzeotropePoint start;
     long evaluations = 0;
@@ -117,10 +116,8 @@ AzeotropicLine azeotropic_line(ModelN const& binary, AzeotropePoint const& start
     const FluidModel fluid(binary, equal_parts());
     LineTracer tracer(fluid, 2, kEqual, o);
     if (!start_at(tracer.solver, start)) throw ThException(th_out_of_range);
-    char state[40];
-    std::snprintf(state, sizeof state, "T = %g K", start.T);
     if (!tracer.begin() || tracer.tpd < -Certificate::tpd_tolerance)
-        throw EquilibriumFailure(Kind::gave_up, state, "azeotropic_line", tracer.solver.iterations,
+        throw EquilibriumFailure(Kind::gave_up, T_or_p(true, start.T), "azeotropic_line", tracer.solver.iterations,
                                  tracer.solver.residual, "no stable azeotrope next to the start");
     return trace_line<AzeotropicLine>(
         tracer, [&] { return azeotrope_point(tracer.solver, tracer.tpd, o.validity); });

@@ -1,10 +1,10 @@
 #include <corvane/phases/binary/binary.h>
 #include <corvane/phases/binary/diagram.h>
 #include <corvane/phases/binary/tie_lines.h>
+#include <corvane/phases/report/words.h>
 #include <corvane/pure/model1.h>
 
 #include <cmath>
-#include <cstdio>
 
 namespace corvane {
 namespace {
@@ -12,8 +12,7 @@ Diagram trace(ModelN const& model, bool at_T, double value, DiagramOptions const
     check_binary(model, value);
     check_options(o);
     const std::string name = at_T ? "diagram_pxy" : "diagram_Txy";
-    char state[40];
-    std::snprintf(state, sizeof state, at_T ? "T = %g K" : "p = %g MPa", value);
+    const std::string state = T_or_p(at_T, value);
     const FluidModel fluid(model, equal_parts());
     const int heavy = model.mdl1[0]->Tcrit() > model.mdl1[1]->Tcrit() ? 0 : 1;
     bool below = false;

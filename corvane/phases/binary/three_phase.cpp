@@ -3,10 +3,10 @@
 #include <corvane/phases/binary/path.h>
 #include <corvane/phases/binary/three_phase.h>
 #include <corvane/phases/binary/three_phase_point.h>
+#include <corvane/phases/report/words.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 namespace corvane {
 namespace {
@@ -17,8 +17,7 @@ using Kind = EquilibriumFailure::Kind;
 ThreePhasePoint find(ModelN const& model, bool at_T, double value, ThreePhaseOptions const& o) {
     check_binary(model, value);
     const char* name = at_T ? "three_phase_T" : "three_phase_p";
-    char state[40];
-    std::snprintf(state, sizeof state, at_T ? "T = %g K" : "p = %g MPa", value);
+    const std::string state = T_or_p(at_T, value);
     if (!o.start) {
         DiagramOptions d;
         d.p_max = o.p_max;

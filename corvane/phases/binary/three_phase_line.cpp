@@ -2,10 +2,10 @@
 #include <corvane/phases/binary/line.h>
 #include <corvane/phases/binary/three_phase_line.h>
 #include <corvane/phases/binary/three_phase_point.h>
+#include <corvane/phases/report/words.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 namespace corvane {
 ThreePhaseLine three_phase_line(ModelN const& binary, ThreePhasePoint const& start,
@@ -15,10 +15,8 @@ ThreePhaseLine three_phase_line(ModelN const& binary, ThreePhasePoint const& sta
     const FluidModel fluid(binary, equal_parts());
     LineTracer tracer(fluid, 3, {}, o);
     if (!start_three(tracer.solver, start)) throw ThException(th_out_of_range);
-    char state[40];
-    std::snprintf(state, sizeof state, "T = %g K", start.T);
     if (!tracer.begin() || tracer.tpd < -Certificate::tpd_tolerance)
-        throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up, state, "three_phase_line",
+        throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up, T_or_p(true, start.T), "three_phase_line",
                                  tracer.solver.iterations, tracer.solver.residual,
                                  "no stable three phases next to the start");
     return trace_line<ThreePhaseLine>(

@@ -3,11 +3,11 @@
 #include <corvane/phases/critical/critical.h>
 #include <corvane/phases/critical/critical_certificate.h>
 #include <corvane/phases/critical/spinodal.h>
+#include <corvane/phases/report/words.h>
 #include <corvane/pure/model1.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <optional>
 
 namespace corvane {
@@ -45,20 +45,12 @@ class Search {
         if (o_.unstable && !points.empty()) return points.front();
         std::string advice = "none between 0.3 and 4.4 of the mean critical density";
         if (!points.empty()) {
-            char s[120];
             CriticalPoint const& q = points.front();
-            std::snprintf(s, sizeof s, "%d unstable, the first at T = %.6g K, p = %.6g MPa",
-                          static_cast<int>(points.size()), q.T, q.p);
-            advice = s;
+            advice = std::to_string(points.size()) + " unstable, the first at " +
+                     quantity("T", q.T, "K") + ", " + quantity("p", q.p, "MPa");
         }
-        std::string state = "z =";
-        const Vector<double> z = fluid_.expand(fluid_.z());
-        for (int i = 0; i < z.size(); ++i) {
-            char s[30];
-            std::snprintf(s, sizeof s, " %g", z[i]);
-            state += s;
-        }
-        throw EquilibriumFailure(EquilibriumFailure::Kind::no_solution, state, "critical_point",
+        throw EquilibriumFailure(EquilibriumFailure::Kind::no_solution,
+                                 composition_text(fluid_.expand(fluid_.z()), 6), "critical_point",
                                  conditions_.iterations, std::nan(""), advice);
     }
 

@@ -3,11 +3,11 @@
 #include <corvane/phases/coexistence/regular_pair.h>
 #include <corvane/phases/flash/flash_parts.h>
 #include <corvane/phases/numerics/dense.h>
+#include <corvane/phases/report/words.h>
 #include <corvane/phases/stability/stability.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <utility>
 
 namespace corvane {
@@ -103,14 +103,8 @@ class Flash {
         return rachford_rice() && split(true);
     }
     [[noreturn]] void fail(char const* advice) const {
-        char number[80];
-        std::snprintf(number, sizeof number, "p = %g MPa, T = %g K, z =", p_, T_);
-        std::string state = number;
-        const Vector<double> z = fluid_.expand(fluid_.z());
-        for (int i = 0; i < z.size(); ++i) {
-            std::snprintf(number, sizeof number, " %.4g", z[i]);
-            state += number;
-        }
+        const std::string state = quantity("p", p_, "MPa") + ", " + quantity("T", T_, "K") + ", " +
+                                  composition_text(fluid_.expand(fluid_.z()));
         throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up, state, "flash_pT", iterations_,
                                  residual_, advice);
     }

@@ -4,12 +4,12 @@
 #include <corvane/phases/coexistence/split.h>
 #include <corvane/phases/flash/flash_parts.h>
 #include <corvane/phases/flash/search_range.h>
+#include <corvane/phases/report/words.h>
 #include <corvane/phases/stability/stability.h>
 #include <corvane/pure/model1.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <limits>
 #include <memory>
 #include <utility>
@@ -110,31 +110,23 @@ class TargetFlash {
         }
     }
 
-    [[noreturn]] void fail(EquilibriumFailure::Kind kind, char const* advice) const {
+    [[noreturn]] void fail(EquilibriumFailure::Kind kind, std::string const& advice) const {
         static constexpr char const* kSolver[] = {"flash_ph", "flash_ps", "flash_Trho"};
-        static constexpr char const* kState[] = {
-            "p = %g MPa, h = %.8g J/mol, z =", "p = %g MPa, s = %.8g J/(mol K), z =",
-            "T = %g K, rho = %.8g mol/cm3, z ="};
+        static constexpr char const* kGiven[] = {"h", "s", "rho"};
+        static constexpr char const* kUnit[] = {"J/mol", "J/(mol K)", "mol/cm3"};
         const int which = static_cast<int>(target_);
-        char number[100];
-        std::snprintf(number, sizeof number, kState[which], at_T_ ? T_ : p_, given_);
-        std::string state = number;
-        for (int i = 0; i < z_.size(); ++i) {
-            std::snprintf(number, sizeof number, " %.4g", z_[i]);
-            state += number;
-        }
+        const std::string state = T_or_p(at_T_, at_T_ ? T_ : p_) + ", " +
+                                  quantity(kGiven[which], given_, kUnit[which], 8) + ", " +
+                                  composition_text(z_);
         throw EquilibriumFailure(kind, state, kSolver[which], iterations_, best_, advice);
     }
     [[noreturn]] void fail_outside() {
-        char advice[200];
-        std::snprintf(advice, sizeof advice,
-                      at_T_ ? "%s is reached between p = %g and %g MPa"
-                            : "%s is reached between T = %g and %g K",
-                      target_ == Target::h_at_p   ? "no such enthalpy"
-                      : target_ == Target::s_at_p ? "no such entropy"
-                                                  : "no such density",
-                      std::exp(range_.min()), std::exp(range_.max()));
-        fail(EquilibriumFailure::Kind::no_solution, advice);
+        static constexpr char const* kGiven[] = {"enthalpy", "entropy", "density"};
+        fail(EquilibriumFailure::Kind::no_solution,
+             std::string("no such ") + kGiven[static_cast<int>(target_)] +
+                 " is reached between " + (at_T_ ? "p" : "T") + " = " +
+                 shortest(std::exp(range_.min())) + " and " +
+                 shortest(std::exp(range_.max())) + (at_T_ ? " MPa" : " K"));
     }
 
     /// Newton from an untested guess at ln T or ln p. If its result is not the answer, the search

@@ -2,10 +2,10 @@
 #include <corvane/phases/phase/phase.h>
 #include <corvane/phases/report/certificate.h>
 #include <corvane/phases/report/least_fraction.h>
+#include <corvane/phases/report/words.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <limits>
 #include <utility>
 
@@ -16,11 +16,7 @@ std::string text(EquilibriumFailure::Kind kind, std::string const& state, std::s
     std::string s = solver + (kind == EquilibriumFailure::Kind::no_solution ? ": no solution at "
                                                                             : ": gave up at ");
     s += state + " after " + std::to_string(iterations) + " iterations";
-    if (std::isfinite(residual)) {
-        char number[40];
-        std::snprintf(number, sizeof number, ", residual %.2g", residual);
-        s += number;
-    }
+    if (std::isfinite(residual)) s += ", residual " + shortest(residual, 2);
     return advice.empty() ? s : s + "; " + advice;
 }
 }  // namespace
@@ -36,17 +32,17 @@ EquilibriumFailure::EquilibriumFailure(Kind kind, std::string state, std::string
       advice_(std::move(advice)) {}
 
 std::string Certificate::line() const {
-    char bounds[100] = "", s[300];
+    std::string s = "phases " + std::to_string(phases.size()) + ", dmu " + scientific(dmu) +
+                    ", dp/p " + scientific(dp) + ", tangent-plane distance " + scientific(tpd);
     if (bounded())
-        std::snprintf(bounds, sizeof bounds, "errors below %.1e in p or T (relative), %.1e in x, %.1e in rho (relative), ",
-                      value_error, x_error, rho_error);
-    std::snprintf(
-        s, sizeof s,
-        "phases %d, dmu %.1e, dp/p %.1e, tangent-plane distance %.1e, %sevaluations %ld%s%s%s%s%s",
-        static_cast<int>(phases.size()), dmu, dp, tpd, bounds, evaluations,
-        test == StabilityTest::quick ? ", quick stability test" : "",
-        near_trivial ? ", phases nearly alike" : "", estimated_pairs ? ", estimated pairs" : "",
-        extrapolated ? ", extrapolated" : "", below_triple ? ", below a triple point" : "");
+        s += ", errors below " + scientific(value_error) + " in p or T (relative), " +
+             scientific(x_error) + " in x, " + scientific(rho_error) + " in rho (relative)";
+    s += ", evaluations " + std::to_string(evaluations);
+    if (test == StabilityTest::quick) s += ", quick stability test";
+    if (near_trivial) s += ", phases nearly alike";
+    if (estimated_pairs) s += ", estimated pairs";
+    if (extrapolated) s += ", extrapolated";
+    if (below_triple) s += ", below a triple point";
     return s;
 }
 

@@ -1,6 +1,7 @@
 #include <corvane/core/constants.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/coexistence/pair.h>
+#include <corvane/phases/report/words.h>
 #include <corvane/phases/saturation/envelope.h>
 #include <corvane/phases/saturation/saturation.h>
 #include <corvane/phases/stability/stability.h>
@@ -53,11 +54,10 @@ class Tracer {
     }
 
     [[noreturn]] void fail(char const* advice) const {
-        std::string state = "p = " + std::to_string(o_.p_start) + " MPa, z =";
-        const Vector<double> z = fluid_.expand(fluid_.z());
-        for (int i = 0; i < z.size(); ++i) state += " " + std::to_string(z[i]);
-        throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up, state, "phase_envelope",
-                                 pair_.iterations, pair_.residual, advice);
+        throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up,
+                                 T_or_p(false, o_.p_start) + ", " +
+                                     composition_text(fluid_.expand(fluid_.z())),
+                                 "phase_envelope", pair_.iterations, pair_.residual, advice);
     }
     bool pure() const { return n_ == 1; }
     FluidModel const& fluid() const { return fluid_; }

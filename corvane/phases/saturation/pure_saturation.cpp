@@ -1,12 +1,12 @@
 #include <corvane/classic/equilibria/ffe1core.h>
 #include <corvane/core/constants.h>
 #include <corvane/core/errors.h>
+#include <corvane/phases/report/words.h>
 #include <corvane/phases/saturation/pure_saturation.h>
 #include <corvane/pure/model1.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <limits>
 
 namespace corvane {
@@ -94,9 +94,7 @@ class Solver {
 };
 
 void Solver::fail(EquilibriumFailure::Kind kind, char const* advice) const {
-    char state[64];
-    std::snprintf(state, sizeof state, at_T_ ? "T = %g K" : "p = %g MPa", value_);
-    throw EquilibriumFailure(kind, state, at_T_ ? "pure_saturation_T" : "pure_saturation_p",
+    throw EquilibriumFailure(kind, T_or_p(at_T_, value_), at_T_ ? "pure_saturation_T" : "pure_saturation_p",
                              iterations_, std::nan(""), advice);
 }
 

@@ -1,13 +1,13 @@
 #include <corvane/core/constants.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/critical/critical.h>
+#include <corvane/phases/report/words.h>
 #include <corvane/phases/saturation/pure_saturation.h>
 #include <corvane/phases/saturation/saturation_solver.h>
 #include <corvane/pure/model1.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 namespace corvane {
 namespace {
@@ -277,15 +277,7 @@ std::string SaturationSolver::name() const {
 }
 
 std::string SaturationSolver::state() const {
-    char number[64];
-    std::snprintf(number, sizeof number, at_T_ ? "T = %g K, z =" : "p = %g MPa, z =", value_);
-    std::string s = number;
-    const Vector<double> z = fluid_.expand(fluid_.z());
-    for (int i = 0; i < z.size(); ++i) {
-        std::snprintf(number, sizeof number, " %.4g", z[i]);
-        s += number;
-    }
-    return s;
+    return T_or_p(at_T_, value_) + ", " + composition_text(fluid_.expand(fluid_.z()));
 }
 
 SaturationPoint saturation_T(ModelN const& model, Saturated kind, double T, Vector<double> const& z,

@@ -1,12 +1,12 @@
 #include <corvane/core/errors.h>
 #include <corvane/mixture/modeln.h>
+#include <corvane/phases/report/words.h>
 #include <corvane/phases/solid/solid_fluid.h>
 #include <corvane/phases/solid/solid_fluid_states.h>
 #include <corvane/pure/model1.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <optional>
 #include <utility>
 
@@ -38,13 +38,9 @@ class Tracer : SolidFluidStates {
         const std::vector<Node> found = crossings(std::min(T, hottest_));
         for (Node const& q : found)
             if (q.point.stable) return q.point;
-        char text[80];
-        if (!found.empty())
-            std::snprintf(text, sizeof text, "the fluid of x = %.6g is not stable",
-                          found.front().point.x[s_]);
-        fail(T, found.empty() ? "no fluid has the potential of the solid: above melting, or "
-                                "below sublimation?"
-                              : text);
+        if (found.empty())
+            fail(T, "no fluid has the potential of the solid: above melting, or below sublimation?");
+        fail(T, "the fluid of x = " + shortest(found.front().point.x[s_]) + " is not stable");
     }
 
     std::vector<SolidFluidLine> lines() {
@@ -360,9 +356,7 @@ SolidFluidPoint eutectic(ModelN const& binary, double p, SolidFluidOptions const
             if (s == 1) q.rho_solid = line.end_phase.rho;
             return q;
         }
-    char state[40];
-    std::snprintf(state, sizeof state, "p = %g MPa", p);
-    throw EquilibriumFailure(EquilibriumFailure::Kind::no_solution, state, "eutectic", 0,
+    throw EquilibriumFailure(EquilibriumFailure::Kind::no_solution, T_or_p(false, p), "eutectic", 0,
                              std::nan(""), "neither solid's line ends in a eutectic");
 }
 

@@ -1,12 +1,12 @@
 #include <corvane/core/errors.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/numerics/illinois.h>
+#include <corvane/phases/report/words.h>
 #include <corvane/phases/solid/solid_fluid_states.h>
 #include <corvane/pure/model1.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 namespace corvane {
 namespace {
@@ -70,12 +70,9 @@ double SolidFluidStates::hottest(int component) const {
 }
 
 void SolidFluidStates::fail(double T, std::string const& advice) const {
-    char state[80];
-    if (at_T_)
-        std::snprintf(state, sizeof state, "T = %g K, solid component %d", value_, s_);
-    else
-        std::snprintf(state, sizeof state, "p = %g MPa, T = %g K, solid component %d", value_, T,
-                      s_);
+    std::string state = T_or_p(at_T_, value_);
+    if (!at_T_) state += ", " + quantity("T", T, "K");
+    state += ", solid component " + std::to_string(s_);
     throw EquilibriumFailure(EquilibriumFailure::Kind::no_solution, state, "solid_fluid",
                              solver_.iterations, std::nan(""), advice);
 }

@@ -1,0 +1,38 @@
+// Numbers and states in the texts of failures and certificates: with a point, whatever locale the
+// process has. Internal to the library.
+#pragma once
+
+#include <corvane/core/containers.h>
+
+#include <charconv>
+#include <string>
+#include <string_view>
+
+namespace corvane {
+
+/// As printf's %g with so many digits; %e with `places` behind the point.
+inline std::string shortest(double x, int digits = 6) {
+    char text[40];
+    return {text, std::to_chars(text, text + sizeof text, x, std::chars_format::general, digits).ptr};
+}
+inline std::string scientific(double x, int places = 1) {
+    char text[40];
+    return {text,
+            std::to_chars(text, text + sizeof text, x, std::chars_format::scientific, places).ptr};
+}
+
+/// "T = 300 K"
+inline std::string quantity(std::string_view name, double x, std::string_view unit, int digits = 6) {
+    return std::string(name) + " = " + shortest(x, digits) + " " + std::string(unit);
+}
+inline std::string T_or_p(bool at_T, double value) {
+    return at_T ? quantity("T", value, "K") : quantity("p", value, "MPa");
+}
+/// "z = 0.3 0.7"
+inline std::string composition_text(Vector<double> const& z, int digits = 4) {
+    std::string text = "z =";
+    for (int i = 0; i < z.size(); ++i) text += " " + shortest(z[i], digits);
+    return text;
+}
+
+}  // namespace corvane
