@@ -259,6 +259,8 @@ TEST(Cli, PureSubstanceCommandsAnswerAndRefuse) {
          {"viscosity MEOS heptane --T 300,254 --p 1", 0,
           "\n254 |# extrapolated: friction theory below 285 K", ""},
          {"viscosity MEOS heptane --T 1600", 0, "extrapolated: dilute gas above 1500 K", ""},
+         {"viscosity MEOS octane --friction-set 2 --T 300 --p 0.1", 0,
+          "# friction theory made with set 2 of the equation, not 1", ""},
          {"viscosity MEOS CO2 --T 300 --p 0.1,10", 0, "friction theory, set 1|pa/MPa", ""},
          {"range PR propane --show rho,xyz", 2, "", "no property \"xyz\"; there are T p rho"}});
 }

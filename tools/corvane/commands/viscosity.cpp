@@ -78,6 +78,9 @@ Row ViscosityCommand::row(Fluid const& fluid, double T_, std::optional<double> p
          u.from_library(Quantity::pressure, pr), u.from_library(Quantity::pressure, pa)});
     row.note = extrapolated(fluid, T_, *p_, false, u);
     flag("friction theory", friction_, *p_);
+    if (const int made = model.visco.id(); made != model.id())
+        add_note(row.note, fmt::format("friction theory made with set {} of the equation, not {}",
+                                       made, model.id()));
     flag("dilute gas", dilute_, 0.0);
     return row;
 }
