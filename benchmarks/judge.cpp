@@ -3,12 +3,12 @@
 // bits, stability is a slow scan (judge/verdict.h).
 //
 //     bench_judge [-v] [--seed N] [--states N] [--only REGION] [--limit SECONDS] [--strict]
-//         [--ternaries] [--absent] [EOS ...]
+//         [--ternaries] [--flashes] [--absent] [EOS ...]
 //
 // EOS: PR, SRK (the default), PCSAFT, MEOS (GERG-2008). Binaries, or ternaries.
 // REGION: critical (1e-6 … 5 % from a critical temperature), pure (mole fractions from 1e-12 on),
 // random. Every state is asked for bubble and dew points at its T and at its p, a flash and the
-// stability test. The mixtures take turns; a region ends after SECONDS. -v prints every fault and
+// stability test; with --flashes for the last two only. The mixtures take turns; a region ends after SECONDS. -v prints every fault and
 // refusal as the call that shows it. The exit code is 1 if something was wrong, a stated error bound
 // that is exceeded included; one phase for two whose Gibbs energy differs by less than 1e-8 RT, the
 // tolerance of the certificate, counts only with --strict.
@@ -140,7 +140,7 @@ const std::vector<Names> kTernaries = {
 };
 
 struct Settings {
-    bool verbose = false, strict = false, ternaries = false, absent = false;
+    bool verbose = false, strict = false, ternaries = false, flashes = false, absent = false;
     unsigned seed = 20261122;
     int states = 4000;
     double limit = 1e9;
@@ -203,10 +203,8 @@ class Trial {
     }
 
     void state(State const& in) {
-        saturation(bubble_T, in);
-        saturation(dew_T, in);
-        saturation(bubble_p, in);
-        saturation(dew_p, in);
+        if (!settings_.flashes)
+            for (Call c : {bubble_T, dew_T, bubble_p, dew_p}) saturation(c, in);
         call(flash, in, [&] {
             const auto q = corvane::flash_pT(m_, in.p, in.T, in.z);
             took(flash);
@@ -490,6 +488,8 @@ int main(int argc, char** argv) {
             s.verbose = true;
         else if (word == "--strict")
             s.strict = true;
+        else if (word == "--flashes")
+            s.flashes = true;
         else if (word == "--absent")
             s.absent = true;
         else if (word == "--ternaries")

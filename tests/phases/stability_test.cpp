@@ -199,4 +199,54 @@ TEST(Stability, NoComponentIsBeyondItsPureSelf) {
         }
     }
 }
+
+// A few per cent of a heavy component in a light one, or of both in a third, between compositions
+// from which substitution leaps to the phase itself. The witness, by the published functions, lies
+// below the tangent plane of the whole, and above that of the answer.
+TEST(Stability, NarrowMinimaBetweenStarts) {
+    const struct {
+        std::vector<std::string> names;
+        Vector<double> z, witness;
+        double T, p;
+    } cases[] = {
+        {{"carbon_dioxide", "octane", "nitrogen"}, vec({1.7145e-8, .00317508, 0}),
+         vec({2.2e-8, .0141, 0}), 106.663418, 1.206343},
+        {{"carbon_dioxide", "octane", "nitrogen"}, vec({4.02825e-11, 4.47231e-5, 0}),
+         vec({1.2e-10, .0416, 0}), 118.207695, 2.305077},
+        {{"carbon_dioxide", "octane", "nitrogen"}, vec({5.86205e-11, 3.86064e-4, 0}),
+         vec({1.4e-10, .0424, 0}), 114.713239, 1.918006},
+        {{"nitrogen", "octane", "methane"}, vec({.06416662, .00232356, 0}), vec({.49, .26, 0}),
+         109.562157, .219704},
+        {{"nitrogen", "ethane", "octane", "methane"}, vec({.22128938, 2.292449e-4, 7.935008e-4, 0}),
+         vec({.83, 1e-8, .168, 0}), 72.426739, .024815},
+        {{"helium", "octane", "methane", "nitrogen"}, vec({.00149953, 4.396637e-4, 1.786e-11, 0}),
+         vec({1e-6, .0573, 1e-12, 0}), 121.097910, 4.028791}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.names[0] << " " << c.names[1] << " " << c.T);
+        const auto open = corvane::open_mixture("PR+vdW1", c.names);
+        auto const& m = open.model;
+        const int n = c.z.size();
+        Vector<double> z = c.z, w = c.witness;
+        z[n - 1] = 1 - z.sum(), w[n - 1] = 1 - w.sum();
+        const auto above = [&](Vector<double> const& x, double rho) {
+            double rho_w[2] = {0, 0}, least = 1e300;
+            m->vcalc(c.p, c.T, w, 1, rho_w[0], rho_w[1]);
+            for (double r : rho_w) {
+                double d = 0;
+                for (int i = 0; r > 0 && i < n; ++i) {
+                    double whole = rho;
+                    d += w[i] * (m->my(w * r, c.T, i) -
+                                 (rho > 0 ? m->my(x * rho, c.T, i) : m->my(c.p, c.T, x, i, 2, whole)));
+                }
+                if (r > 0) least = std::min(least, d);
+            }
+            return least;
+        };
+        ASSERT_LT(above(z, 0), -1e-4) << "the case is none";
+        EXPECT_FALSE(corvane::stability(*m, c.p, c.T, z).stable);
+        auto const q = corvane::flash_pT(*m, c.p, c.T, z);
+        EXPECT_GE(q.phases.size(), 2u);
+        EXPECT_GT(above(q.phases[0].x, q.phases[0].rho), -1e-8);
+    }
+}
 }  // namespace

@@ -23,6 +23,10 @@ constexpr double kSpinodal = 1e-9;    // what rounding may leave of w·(1 − w)
 constexpr double kLevelled = 1e-3;    // of that: a pair whose distance is below rounding may be near
 constexpr double kLeastWay = 3e-4, kOneRoot = 0.5;  // steps of flat(): in logits, of ln rho
 constexpr int kPair = 30;                           // iterations
+constexpr double kDilute = 0.05;      // of a component in a start
+constexpr double kSuspicious = 0.6;   // of a distance over that in an ideal mixture, see ratio()
+constexpr double kNear = 1e-6;        // of such a distance, nearer to a phase than that tells
+constexpr double kShort = 0.1;        // step in ln W whose end is foreseen
 
 /// Adds x unless there is one like it.
 void add_apart(std::vector<std::vector<double>>& all, std::vector<double> const& x) {
@@ -60,6 +64,7 @@ Stability::~Stability() = default;
 void Stability::newton() {
     const int n = s_.size();
     double scale = 1.0;
+    convex_ = true;
     for (int i = 0; i < n; ++i) {
         root_[i] = std::sqrt(W_[i]);
         way_[i] = std::sqrt(s_.x[i]);
@@ -72,6 +77,7 @@ void Stability::newton() {
             hess_[i * n + i] += shift;
         }
         if (cholesky_solve(n, hess_.data(), step_.data())) break;
+        convex_ = false;
     }
     for (int i = 0; i < n; ++i) {
         scale = std::min(scale, 1.4 * root_[i] / std::max(std::fabs(step_[i]), 1e-300));
@@ -94,11 +100,38 @@ void Stability::along(double part) {
     for (int i = 0; i < s_.size(); ++i) lnW_[i] = 2.0 * std::log(root_[i] + part * way_[i]);
 }
 
+/// Does a short step of Newton's method from s_ end at the phase? Then it need not be evaluated.
+bool Stability::leads_to(PhaseState const& phase) const {
+    if (!(std::fabs(s_.rho / phase.rho - 1.0) < kShort)) return false;
+    double sum = 0.0, d = 0.0;
+    for (int k = 0; k < s_.size(); ++k) {
+        if (!(std::fabs(lnW_[k] - std::log(W_[k])) < kShort)) return false;
+        sum += std::exp(lnW_[k]);
+    }
+    for (int k = 0; k < s_.size(); ++k) {
+        const double c = lnW_[k] - std::log(sum * phase.x[k]);
+        d += phase.x[k] * c * c;
+    }
+    return d < 1e-6;
+}
+/// The distance of s_ over that from the nearest of both phases in an ideal mixture, Σ w·ln(w/x).
+/// Between phases that are neighbours of no others it is about 1.
+double Stability::ratio(PhaseState const& phase, PhaseState const* known) const {
+    double ideal = 1e300;
+    for (PhaseState const* from : {&phase, known}) {
+        if (!from) continue;
+        double sum = 0.0;
+        for (int k = 0; k < s_.size(); ++k) sum += s_.x[k] * std::log(s_.x[k] / from->x[k]);
+        ideal = std::min(ideal, sum);
+    }
+    return ideal > kNear ? distance(s_, phase) / ideal : 1.0;
+}
+
 Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState const* known,
-                                  double const* lnW, bool first, double& tpd, int& iterations) {
+                                  double const* lnW, int substitutions, bool first, double& tpd,
+                                  int& iterations) {
     const int n = fluid_.size();
     double last = 1e300, part = 1.0;
-    int substitutions = kSubstitutions;
     std::copy(lnW, lnW + n, lnW_.begin());
     for (int it = 0; it < kIterations; ++it) {
         ++iterations;
@@ -116,6 +149,7 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
             worst = std::max(worst, std::fabs(g_[k]));
         }
         tpd = distance(s_, phase);  // per mole of the trial phase
+        if (it == 0) ratio_ = ratio(phase, known);
         const double limit = -Certificate::tpd_tolerance;
         if (first && tpd < 10 * limit) return End::negative;
         if (tpd >= limit && (meets(s_, phase) || (known && meets(s_, *known)))) {
@@ -142,6 +176,10 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
         last = tm;
         part = 1.0;
         newton();
+        if (convex_ && tpd >= limit && (leads_to(phase) || (known && leads_to(*known)))) {
+            tpd = std::min(0.0, tpd);
+            return End::trivial;
+        }
     }
     return tpd < -Certificate::tpd_tolerance ? End::negative : End::failed;
 }
@@ -335,14 +373,30 @@ StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState co
         }
         many_starts(phase, p);
         std::vector<std::vector<double>> minima;
-        auto ends = [&](std::size_t at) {
-            const End end = descend(phase, p, known, &starts_[at], first, tpd, r.iterations);
+        auto ends = [&](std::size_t at, int substitutions = kSubstitutions) {
+            const End end = descend(phase, p, known, &starts_[at], substitutions, first, tpd,
+                                    r.iterations);
             if (end == End::stationary && kind == StabilityTest::complete) add_apart(minima, s_.x);
             return record(end);
         };
+        const std::size_t step = lnW_.size(), pure = step * step, half = 2 * pure;
+        double least = 1.0;
         std::size_t at = 0;
-        for (; at < starts_.size(); at += lnW_.size())
+        for (; at < starts_.size(); at += step) {
             if (ends(at)) break;
+            if (at < half) least = std::min(least, ratio_);
+        }
+        if (r.stable && kind == StabilityTest::complete) {
+            // Where the distance is low for an ideal mixture, once more without substitutions, which
+            // leap over narrow minima: a few per cent of a heavy component in a light one, say.
+            for (int k = 0; k < n; ++k) low_start(phase, known, p, k, k, kDilute, least);
+            if (least < kSuspicious) {
+                for (int a = 0; a < n; ++a)
+                    for (int b = 0; b < a; ++b) low_start(phase, known, p, a, b, 0.5 - kDilute, least);
+                for (std::size_t k = 0; k < pure && r.stable; k += step) ends(k, 0);
+            }
+            for (; at < starts_.size() && r.stable; at += step) ends(at, 0);
+        }
         if (r.stable && !minima.empty()) {
             minima.push_back(phase.x);
             if (known) minima.push_back(known->x);
@@ -350,7 +404,7 @@ StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState co
                 for (std::size_t b = 0; b < a; ++b)
                     for (int k = 0; k < n; ++k)
                         starts_.push_back(std::log(0.5 * (minima[a][k] + minima[b][k])));
-            for (; at < starts_.size(); at += lnW_.size())
+            for (; at < starts_.size(); at += step)
                 if (ends(at)) break;
         }
     }
@@ -377,6 +431,19 @@ void Stability::many_starts(PhaseState const& phase, double p) {
                               sign * (fluid_.wilson(k, phase.T) - std::log(p)));
 }
 
+/// Adds a start with `part` of components a and b beside the phase if the distance is low there.
+void Stability::low_start(PhaseState const& phase, PhaseState const* known, double p, int a, int b,
+                          double part, double& least) {
+    const double rest = 1.0 - (a == b ? part : 2.0 * part);
+    for (int k = 0; k < s_.size(); ++k)
+        way_[k] = rest * phase.x[k] + (k == a || k == b ? part : 0.0);
+    if (!fluid_.evaluate_at(s_, p, phase.T, way_, Root::stable, 0)) return;
+    const double low = ratio(phase, known);
+    least = std::min(least, low);
+    if (!(low < kSuspicious)) return;
+    for (double w : way_) starts_.push_back(std::log(w));
+}
+
 std::vector<TrialPhase> Stability::minima(PhaseState const& plane, double p) {
     std::vector<TrialPhase> found;
     many_starts(plane, p);
@@ -384,7 +451,7 @@ std::vector<TrialPhase> Stability::minima(PhaseState const& plane, double p) {
     for (std::size_t at = 0; at < starts.size(); at += lnW_.size()) {
         double tpd = 0.0;
         int iterations = 0;
-        const End end = descend(plane, p, nullptr, &starts[at], false, tpd, iterations);
+        const End end = descend(plane, p, nullptr, &starts[at], kSubstitutions, false, tpd, iterations);
         if (end == End::stationary || end == End::negative) found.push_back({tpd, s_.rho, s_.x});
     }
     double tpd = 0.0;
