@@ -203,7 +203,10 @@ class Court {
         }
         if (phases > 2) return many(p, T, x, q.phases);
         PairNewton<Equation> pair(eq_, Given::p_and_T, p, T, x);
-        if (!pair.solve(phase(q.phases[0]), phase(q.phases[1]))) return v.fault = Fault::no_pair, v;
+        Phase<Quad> a = phase(q.phases[0]), b = phase(q.phases[1]);
+        complete(T, a, b);
+        complete(T, b, a);
+        if (!pair.solve(a, b)) return v.fault = Fault::no_pair, v;
         v.error = double(abs(q.fraction[1] - pair.beta()));
         v.truth = double(pair.beta());
         near_enough(pair, v, q.certificate, {&q.phases[0], &q.phases[1]}, 0);
@@ -271,6 +274,17 @@ class Court {
         Phase<Quad> f;
         for (int i = 0; i < n_; ++i) f.rho[i] = Quad(r.rho) * r.x[i];
         return f;
+    }
+    /// What a phase has less of than doubles can say, from its potentials in the other one.
+    void complete(double T, Phase<Quad>& f, Phase<Quad> const& other) const {
+        const typename Equation::template At<Quad> at(eq_, Quad(T));
+        Values<Quad> x{}, y{}, h{}, g{};
+        for (int i = 0; i < n_; ++i) x[i] = f.x(i, n_), y[i] = other.x(i, n_);
+        const Quad rho = f.total(n_);
+        at.state(rho, x.data(), h.data());
+        at.state(other.total(n_), y.data(), g.data());
+        for (int i = 0; i < n_; ++i)
+            if (x[i] == 0) f.rho[i] = rho * y[i] * exp(g[i] - h[i]);
     }
     Quad mass(Phase<Quad> const& f) const {
         Quad s = 0;

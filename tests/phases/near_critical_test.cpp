@@ -227,7 +227,8 @@ TEST(SplitLiquid, OfABinaryIsItsThreePhaseState) {
     const struct {
         char const *first, *second;
         double T;
-    } cases[] = {{"carbon_dioxide", "water", 280}, {"water", "methane", 180}};
+        // the last: a liquid without vapour to speak of, stiff and of fewest moles per volume
+    } cases[] = {{"carbon_dioxide", "water", 280}, {"water", "methane", 180}, {"hydrogen", "decane", 31.26}};
     for (auto const& c : cases) {
         SCOPED_TRACE(c.second);
         const Mixture m = loaded("PR", "vdW1", {c.first, c.second});
@@ -247,6 +248,34 @@ TEST(SplitLiquid, OfABinaryIsItsThreePhaseState) {
             EXPECT_NEAR(q.incipient.x[0], three.phases[2].x[0], 1e-8);
             EXPECT_EQ(q.certificate.phases.size(), 3u);
             EXPECT_LE(q.certificate.value_error, 1e-9);
+        }
+    }
+}
+
+// No vapour appears beside two liquids, or vanishes, where the lightest phase goes from gas to liquid
+// without a jump, or where no state of the search has a gas: all temperatures are asked.
+TEST(SplitLiquid, WithoutAVapourIsNoSolution) {
+    const struct {
+        char const *first, *second;
+        double x, p, coldest, hottest;
+    } cases[] = {{"hydrogen", "helium", 0.67, 23.4889, 3, 66}, {"helium", "decane", 0.2, 0.285, 3, 700}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.second);
+        const Mixture m = loaded("PR", "vdW1", {c.first, c.second});
+        double last = 0, T = c.coldest;
+        for (; T < c.hottest; T *= 1.02) {
+            const auto q = corvane::flash_pT(*m, c.p, T, mix(c.x));
+            const double rho = q.phases.back().rho;
+            if (last > 0 && q.phases.size() > 1) {
+                EXPECT_LT(std::fabs(std::log(rho / last)), 0.6) << T;
+            }
+            last = rho;
+        }
+        try {
+            corvane::bubble_p(*m, c.p, mix(c.x));
+            ADD_FAILURE();
+        } catch (corvane::EquilibriumFailure const& e) {
+            EXPECT_EQ(e.kind(), corvane::EquilibriumFailure::Kind::no_solution) << e.what();
         }
     }
 }

@@ -20,7 +20,7 @@ constexpr double kTrivial = 1e-4;   // phases of a solution differ at least by t
 
 TieLine tie_line(CoexistenceSolver const& s) {
     PhaseState const &a = s.phase[0], &b = s.phase[1];
-    return {a.T, s.phase[s.lightest()].p, a.x[0], b.x[0], a.rho, b.rho, true};
+    return {a.T, s.phase[s.softest()].p, a.x[0], b.x[0], a.rho, b.rho, true};
 }
 
 TieLineTracer::TieLineTracer(FluidModel const& fluid, Constant constant, DiagramOptions const& o,

@@ -26,10 +26,10 @@ void CoexistenceSolver::start(int k, std::vector<double> const& x, double rho) {
     for (int i = 0; i < n_; ++i) u[k * n_ + i] = std::log(x[i] * rho);
 }
 
-int CoexistenceSolver::lightest() const {
+int CoexistenceSolver::softest() const {
     int at = 0;
     for (int k = 1; k < count_; ++k)
-        if (!(phase[at].rho < phase[k].rho)) at = k;
+        if (!(std::fabs(phase[at].S) < std::fabs(phase[k].S))) at = k;
     return at;
 }
 
@@ -46,7 +46,7 @@ void CoexistenceSolver::assemble() {
     const int n = n_, m = size(), last = count_ * n;
     std::fill(jacobian_.begin(), jacobian_.end(), 0.0);
     double *J = jacobian_.data(), *r = r_.data();
-    PhaseState const &a = phase[0], &light = phase[lightest()];
+    PhaseState const &a = phase[0], &light = phase[softest()];
     const double RT = R * a.T, scale = 1.0 / light.rho;
     for (int k = 1; k < count_; ++k) {
         PhaseState const& b = phase[k];
@@ -77,7 +77,7 @@ void CoexistenceSolver::assemble() {
         J += m;
     }
     if (p > 0.0) {
-        const int at = lightest() * n;
+        const int at = softest() * n;
         // In ln p for a gas, where that is nearly linear; as it is for a liquid.
         const bool gas = light.p > 0.0 && light.S < kGas * light.rho;
         const double c = gas ? light.p : p;
@@ -132,7 +132,7 @@ bool CoexistenceSolver::solve(int limit) {
     const int n = n_, m = size();
     residual = std::numeric_limits<double>::infinity();
     const auto converged = [&](double step) {
-        PhaseState const& light = phase[lightest()];
+        PhaseState const& light = phase[softest()];
         double rounding = 0.0, dp = 0.0;
         for (PhaseState const& s : phase)
             rounding = std::max(
@@ -154,9 +154,9 @@ bool CoexistenceSolver::solve(int limit) {
     };
     const auto advance = [&](double) {
         // Bounds: a factor of e in a partial density, 15 % in the total of all phases but the
-        // lightest, 20 % in T.
+        // softest, 20 % in T.
         StepBound bound;
-        PhaseState const& light = phase[lightest()];
+        PhaseState const& light = phase[softest()];
         for (int k = 0, i = 0; k < count_; ++k) {
             double total = 0.0;
             for (int j = 0; j < n; ++j, ++i) {
@@ -179,7 +179,7 @@ bool CoexistenceSolver::solve(int limit) {
 }
 
 void CoexistenceSolver::level() {
-    const int light = lightest();
+    const int light = softest();
     for (int k = 0; k < count_; ++k)
         for (int it = 0; k != light && it < 3; ++it) {
             PhaseState& s = phase[k];
@@ -199,7 +199,7 @@ bool CoexistenceSolver::tangent(std::vector<double>& t) {
 
 bool CoexistenceSolver::bound(Certificate& c) {
     assemble();
-    const int n = n_, m = size(), last = count_ * n, k_light = lightest();
+    const int n = n_, m = size(), last = count_ * n, k_light = softest();
     constexpr double eps = std::numeric_limits<double>::epsilon();
     PhaseState const& light = phase[k_light];
     const double RT = R * light.T, p_rounding = rounding_of_P(fluid, light) * RT / light.p;
@@ -245,13 +245,13 @@ bool CoexistenceSolver::bound(Certificate& c) {
 }
 
 double CoexistenceSolver::pressure() const {
-    return phase[lightest()].p;
+    return phase[softest()].p;
 }
 double CoexistenceSolver::ln_p() const {
     return std::log(pressure());
 }
 double CoexistenceSolver::ln_p(std::vector<double> const& t) const {
-    const int k = lightest();
+    const int k = softest();
     PhaseState const& s = phase[k];
     const double reduced = s.p / (R * s.T);
     double d = (s.p_T + reduced) * t.back();

@@ -44,7 +44,7 @@ class CoexistenceSolver {
     /// evaluated with all derivatives at u, which meets the equations to `tolerance` of the
     /// certificate.
     bool solve(int limit);
-    /// Takes the densities of all phases but the lightest to its pressure, for certificates at low
+    /// Takes the densities of all phases but the softest to its pressure, for certificates at low
     /// pressure, where rounding of a liquid's density moves its pressure more than solve() sees.
     void level();
     /// ∂u/∂value at the solution (needs row). False if singular.
@@ -54,11 +54,11 @@ class CoexistenceSolver {
     bool bound(Certificate& c);
     /// Evaluates the phases at u. False if that is not finite.
     bool evaluate();
-    /// ln p of the lightest phase and its slope along t.
+    /// ln p of the softest phase and its slope along t.
     double ln_p() const;
     double ln_p(std::vector<double> const& t) const;
     double pressure() const;
-    int lightest() const;  ///< by moles per volume
+    int softest() const;  ///< of smallest ∂p/∂ln rho, whose pressure rounding moves least
 
   private:
     void assemble();

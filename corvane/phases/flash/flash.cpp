@@ -75,7 +75,7 @@ class Flash {
             pairs_.push_back({b_.x, after.trial.w});
         }
         if (!regular && near()) return two_phases(o);
-        if (n_ > 2 && flash_columns(fluid_, stability_, many)) return finish(many, o);
+        if (flash_columns(fluid_, stability_, many)) return finish(many, o);
         fail(unstable ? n_ > 2 ? "every split found is unstable: probably more phases"
                                : "every split found is unstable: probably next to three phases"
                       : "the split did not converge; change p or T a little, or give a start");

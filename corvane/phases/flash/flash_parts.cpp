@@ -15,7 +15,7 @@ namespace corvane {
 namespace {
 constexpr double kApart = 1e-4;    // ln rho_i'/rho_i'' of two phases
 constexpr double kAbsent = 1e-12;  // amount of a phase that is not needed, of the rarest component
-constexpr double kPolish = 1e-10;  // of potentials, as from phases taken for alike that are not
+constexpr double kPolish = 1e-10;  // of potentials and pressures, see residual()
 constexpr double kScarce = 1e-6;   // amount that the tolerances of the potentials might feign
 constexpr int kSubstitutions = 40, kFractions = 50, kNewton = 30;
 
@@ -79,10 +79,51 @@ void flash_record(FluidModel const& fluid, std::vector<PhaseState const*> phases
     }
 }
 
+namespace {
+/// How far two phases are from equal potentials and from the pressure (relative, beyond rounding of
+/// the density).
+double residual(double p, PhaseState const& a, PhaseState const& b) {
+    double off = 0.0;
+    for (PhaseState const* s : {&a, &b}) {
+        const double rounding = 8 * std::numeric_limits<double>::epsilon() * R * s->T * s->S;
+        off = std::max(off, (std::fabs(s->p - p) - rounding) / p);
+    }
+    for (int i = 0; i < a.size(); ++i) off = std::max(off, std::fabs(a.m[i] - b.m[i]));
+    return off;
+}
+
+bool bound_apart(FluidModel const& fluid, double T, double p, PhaseState& a, PhaseState& b,
+                 double& beta, bool exact, Certificate& c) {
+    const double volume_a = (1.0 - beta) / a.rho, volume_b = beta / b.rho;
+    CoexistenceSolver two(fluid, 2);
+    two.z = &fluid.z();
+    two.split = true;
+    two.T = T;
+    two.p = p;
+    two.fraction = volume_b / (volume_a + volume_b);
+    two.start(0, a.x, a.rho);
+    two.start(1, b.x, b.rho);
+    two.u.back() = std::log(T);
+    if (!exact) {
+        if (!two.solve(kNewton)) return false;
+        a = two.phase[0];
+        b = two.phase[1];
+        const double in_b = two.fraction * b.rho;
+        beta = in_b / ((1.0 - two.fraction) * a.rho + in_b);
+    } else {
+        for (int k = 0; k < 2; ++k) {  // T is exact, what depends on it of no account
+            PhaseState& s = two.phase[k] = k ? b : a;
+            std::fill(s.m_T.begin(), s.m_T.end(), s.p_T = 0.0);
+        }
+    }
+    if (!(std::min(beta, 1.0 - beta) > kScarce) && !lowers(fluid, T, p, beta < 0.5 ? b : a))
+        return false;
+    return two.bound(c) && c.apart_error < Certificate::apart_limit;
+}
+}  // namespace
+
 bool flash_bound(FluidModel const& fluid, double T, double p, PhaseState& a, PhaseState& b,
                  double& beta, Certificate& c) {
-    const double volume_a = (1.0 - beta) / a.rho, volume_b = beta / b.rho;
-    const double fraction = volume_b / (volume_a + volume_b);
     double d = 0.0, most = 0.0;
     for (int i = 0; i < fluid.size(); ++i) {
         const double half = 0.5 * std::log(a.rho_i[i] / b.rho_i[i]);
@@ -92,38 +133,14 @@ bool flash_bound(FluidModel const& fluid, double T, double p, PhaseState& a, Pha
     d = std::sqrt(d);
     if (!(d > 1e-9)) return false;
     if (d > RegularPair::kNear || most > RegularPair::kNearEach) {
-        CoexistenceSolver two(fluid, 2);
-        two.z = &fluid.z();
-        two.split = true;
-        two.T = T;
-        two.p = p;
-        two.fraction = fraction;
-        two.start(0, a.x, a.rho);
-        two.start(1, b.x, b.rho);
-        two.u.back() = std::log(T);
-        double dmu = 0.0;
-        for (int i = 0; i < fluid.size(); ++i) dmu = std::max(dmu, std::fabs(a.m[i] - b.m[i]));
-        if (dmu > kPolish) {
-            if (!two.solve(kNewton)) return false;
-            a = two.phase[0];
-            b = two.phase[1];
-            const double in_b = two.fraction * b.rho;
-            beta = in_b / ((1.0 - two.fraction) * a.rho + in_b);
-        } else {
-            for (int k = 0; k < 2; ++k) {  // T is exact, what depends on it of no account
-                PhaseState& s = two.phase[k] = k ? b : a;
-                std::fill(s.m_T.begin(), s.m_T.end(), s.p_T = 0.0);
-            }
-        }
-        if (!(std::min(beta, 1.0 - beta) > kScarce) && !lowers(fluid, T, p, beta < 0.5 ? b : a))
-            return false;
-        return two.bound(c) && c.apart_error < Certificate::apart_limit;
+        return bound_apart(fluid, T, p, a, b, beta, !(residual(p, a, b) > kPolish), c);
     }
+    const double volume_a = (1.0 - beta) / a.rho, volume_b = beta / b.rho;
     RegularPair pair(fluid);
     pair.T = T;
     pair.p = p;
     pair.fixed_fraction = false;
-    pair.start(a.rho_i, b.rho_i, T, fraction);
+    pair.start(a.rho_i, b.rho_i, T, volume_b / (volume_a + volume_b));
     if (!pair.solve(kNewton) || !pair.bound(c) || !(c.apart_error < Certificate::apart_limit) ||
         !pair.locally_stable())
         return false;
@@ -132,7 +149,8 @@ bool flash_bound(FluidModel const& fluid, double T, double p, PhaseState& a, Pha
     a = pair.a;
     b = pair.b;
     beta = found * b.rho / ((1.0 - found) * a.rho + found * b.rho);
-    return true;
+    // Its last steps may be slow where the phases are not that near.
+    return !(residual(p, a, b) > kPolish) || bound_apart(fluid, T, p, a, b, beta, false, c);
 }
 
 bool flash_certified(FluidModel const& fluid, Stability& stability,

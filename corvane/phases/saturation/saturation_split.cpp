@@ -36,10 +36,12 @@ std::optional<SaturationPoint> SaturationSolver::three_phases(
     if (n > 2) three.z = &fluid_.z();
     three.split = n > 2;
     (at_T_ ? three.T : three.p) = value_;
-    for (int k = 0; k < 2; ++k) three.start(k, present(fluid_, liquids[k].x), liquids[k].rho);
+    // The lighter first: it is softer, and all pressures are compared with the first one.
+    for (int k = 0; k < 2; ++k)
+        three.start(k, present(fluid_, liquids[1 - k].x), liquids[1 - k].rho);
     three.start(2, y, rho_vapour);
     three.u.back() = std::log(t);
-    const double v0 = amounts[0] / liquids[0].rho, v1 = amounts[1] / liquids[1].rho;
+    const double v0 = amounts[1] / liquids[1].rho, v1 = amounts[0] / liquids[0].rho;
     three.fraction = v1 / (v0 + v1);
     SaturationPoint point;
     if (!three.solve(kNewton)) return {};
@@ -95,8 +97,7 @@ std::optional<SaturationPoint> SaturationSolver::beside_two_liquids(SaturationOp
     const int n = fluid_.size();
     const Vector<double> z = fluid_.expand(fluid_.z());
     std::vector<double> y = b_.x;
-    for (double yi : y)
-        if (!(yi > 0.0)) return {};
+    for (double& yi : y) yi = std::max(yi, least_fraction);
     // Below its pseudocritical density.
     const auto gas = [&](double rho, std::vector<double> const& x) {
         double volume = 0.0;
@@ -115,12 +116,16 @@ std::optional<SaturationPoint> SaturationSolver::beside_two_liquids(SaturationOp
         double rho = 0.0;
         std::size_t count = 0;
     } below, beyond;
-    double coldest = 1e300;
-    for (int k = 0; k < n; ++k) coldest = std::min(coldest, 0.3 * fluid_.pure(k).Tcrit());
+    double coldest = 1e300, hottest = 0.0;
+    for (int k = 0; k < n; ++k) {
+        coldest = std::min(coldest, 0.3 * fluid_.pure(k).Tcrit());
+        hottest = std::max(hottest, 2.0 * fluid_.pure(k).Tcrit());
+    }
     double rho_vapour = 0.0, s = 0.0, low = -1e300, high = 1e300, reached = 1e300;
     bool tried = false;
     const double t0 = t, q0 = q;
     for (int it = 0; it < kFlashes; ++it) {
+        if (!at_T_) s = std::max(s, latent * (1.0 / hottest - 1.0 / t0));
         if (at_T_)
             q = q0 * std::exp(s);
         else
@@ -172,11 +177,11 @@ std::optional<SaturationPoint> SaturationSolver::beside_two_liquids(SaturationOp
                 sum = 0.0;
                 for (int i = 0; i < n; ++i)
                     sum += y[i] = std::exp(liquid.m[i] - vapour.m[i] + std::log(vapour.x[i]));
-                for (double& yi : y) yi /= sum;
+                for (double& yi : y) yi = std::max(yi / sum, least_fraction);
             }
             if (gas(vapour.rho, vapour.x)) {
                 rho_vapour = vapour.rho;
-                reached = s + std::clamp(std::log(sum), -kStep, kStep);
+                if (std::fabs(std::log(sum)) < kStep) reached = s + std::log(sum);
                 if (std::fabs(reached - s) < kNarrow) {
                     const auto found = three_phases(liquids, amounts, y, rho_vapour, t, o);
                     if (found) return found;
@@ -199,14 +204,17 @@ std::optional<SaturationPoint> SaturationSolver::beside_two_liquids(SaturationOp
                 tried = true;
             }
         }
-        if (high > 1e299 && (at_T_ ? q > kHighest : t < coldest)) {  // always a vapour
+        // Always a vapour, or never.
+        if ((high > 1e299 && (at_T_ ? q > kHighest : t < coldest)) ||
+            (low < -1e299 && !at_T_ && t > 0.999 * hottest)) {
             open_ = false;
             return {};
         }
+        const double step = kStep * (1 << std::min(it, 12));
         if (reached > low && reached < high)
             s = reached;
         else
-            s = high > 1e299 ? s + kStep * (1 << std::min(it, 12)) : low < -1e299 ? s - kStep : 0.5 * (low + high);
+            s = high > 1e299 ? s + step : low < -1e299 ? s - step : 0.5 * (low + high);
         reached = 1e300;
     }
     if (liquids.empty() || !(rho_vapour > 0.0)) return {};

@@ -5,7 +5,7 @@
 namespace corvane {
 
 StabilityResult test_phases(CoexistenceSolver const& s, Stability& stability, double& tpd) {
-    const int k = s.lightest(), other = (k + 1) % s.count();
+    const int k = s.softest(), other = (k + 1) % s.count();
     StabilityResult r = stability.test(s.phase[static_cast<std::size_t>(k)], s.pressure(),
                                        &s.phase[static_cast<std::size_t>(other)], false);
     // A phase that is no minimum needs no trial to be unstable.

@@ -6,7 +6,7 @@
 
 namespace corvane {
 
-/// Tangent-plane test of converged phases: of the lightest, which runs into the others or finds a
+/// Tangent-plane test of converged phases: of the softest, which runs into the others or finds a
 /// further one. tpd: as in Certificate.
 StabilityResult test_phases(CoexistenceSolver const& solver, Stability& stability, double& tpd);
 
