@@ -103,6 +103,52 @@ TEST(CliFiles, EveryCommandAnswersWithItsOwnNumbers) {
     }
 }
 
+TEST(CliFiles, ThreadsChangeNothing) {
+    const Scratch scratch;
+    const std::string home = " --home " + scratch.home().string();
+    std::string pure = "T;p\n", mixed = "T,p,x_propane\n";
+    for (int k = 0; k < 700; ++k) {  // more than ten chunks; a number with a comma in the middle
+        pure += std::to_string(200 + k) + (k == 300 ? ",5;1\n" : k % 97 == 0 ? ";x\n" : ";1\n");
+        mixed += std::to_string(200 + k % 170) + ",2," + std::to_string(0.001 * (k % 990)) + '\n';
+    }
+    scratch.write("pure.csv", pure);
+    scratch.write("mixed.csv", mixed);
+    for (std::string const run : {"state PR CO2 --input pure.csv", "flash PR+vdW1 methane propane --input mixed.csv",
+                                  "bubble PR+vdW1 methane propane --input mixed.csv"}) {
+        SCOPED_TRACE(run);
+        const std::string more = run[0] == 'b' ? "b.csv" : "";
+        if (!more.empty()) scratch.write("mixed.csv", "T,x_propane\n210,0.5\n220,0.4\n2000,0.5\n230,0.6\n");
+        const Outcome one = run_corvane(run + " --keep-going --full" + home);
+        EXPECT_EQ(one.code, 0) << one.err;
+        EXPECT_EQ(run_corvane(run + " --keep-going --full --threads 3" + home).out, one.out);
+        EXPECT_EQ(lines_of(one.out).size(), run[0] == 'b' ? 5u : 701u);
+    }
+    // What is wrong with the last line does not cost the rows before it.
+    scratch.write("pure.csv", pure + "1;2;3\n");
+    const Outcome broken = run_corvane("state PR CO2 --input pure.csv --threads 2" + home);
+    EXPECT_EQ(broken.code, 1);
+    EXPECT_EQ(lines_of(broken.out).size(), 701u);
+    EXPECT_NE(broken.err.find("pure.csv:702: more fields than columns"), std::string::npos) << broken.err;
+}
+
+TEST(CliFiles, CompositionsComeFromFilesToo) {
+    const Scratch scratch;
+    const std::string home = " --home " + scratch.home().string();
+    scratch.write("feed.csv", "\xef\xbb\xbf" "component;m/(kg/h)\nCH4;30,0\npropane;70\n");
+    scratch.write("two.csv", "component,x,w\nCH4,1,2\n");
+    scratch.write("none.csv", "component,amount\nCH4,1\n");
+    scratch.write("bad.csv", "component,n/(mol/s)\nCH4,1\npropane,\n");
+    const std::string flash = "flash PR+vdW1 --T 250 --p 2 --no-heading" + home;
+    const Outcome words = run_corvane(flash + " --basis mass methane=30 propane=70");
+    EXPECT_EQ(words.code, 0) << words.err;
+    EXPECT_EQ(run_corvane(flash + " --composition feed.csv").out, words.out);
+    for (auto const& [file, why] : {std::pair("two.csv", "two columns with amounts, x and w"),
+                                    {"none.csv", "no column with amounts"}, {"bad.csv", "bad.csv:3: "}})
+        EXPECT_NE(run_corvane(flash + " --composition " + file).err.find(why), std::string::npos) << file;
+    EXPECT_EQ(run_corvane(flash + " --composition feed.csv CH4=1").code, 2);
+    EXPECT_EQ(run_corvane(flash).code, 2);
+}
+
 TEST(CliFiles, RowsThatFailAreMarkedAndFilesThatCannotBeReadRefused) {
     const Scratch scratch;
     const std::string home = " --home " + scratch.home().string();

@@ -188,7 +188,7 @@ TEST(CliNumbers, PublishedPointsStandBesideTheResult) {
 Outcome compare(std::string const& points) {
     const Scratch scratch;
     scratch.write("points.csv", points);
-    return run_corvane("saturation PR CO2 --compare points.csv --json --data " +
+    return run_corvane("saturation PR CO2 --compare points.csv --json --home " +
                        scratch.home().string());
 }
 

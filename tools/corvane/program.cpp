@@ -63,8 +63,8 @@ Command& Command::positional(char const* name, std::string& value, char const* t
 }
 
 Command& Command::positionals(char const* name, std::vector<std::string>& values,
-                              char const* text) {
-    app_.add_option(name, values, text)->required()->expected(-1)->type_name("");
+                              char const* text, bool required) {
+    app_.add_option(name, values, text)->required(required)->expected(-1)->type_name("");
     return *this;
 }
 

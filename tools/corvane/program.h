@@ -28,8 +28,9 @@ class Command {
   public:
     explicit Command(CLI::App& app) : app_(app) {}
     Command& positional(char const* name, std::string& value, char const* text, bool required);
-    /// One or more words.
-    Command& positionals(char const* name, std::vector<std::string>& values, char const* text);
+    /// One or more words, or any number if not required.
+    Command& positionals(char const* name, std::vector<std::string>& values, char const* text,
+                         bool required = true);
     Command& value(char const* name, std::string& value, char const* text, Rule const& rule = {});
     /// One or more words; given again, more of them.
     Command& words(char const* name, std::vector<std::string>& values, char const* text,

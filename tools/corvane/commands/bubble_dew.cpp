@@ -157,12 +157,14 @@ int SaturationPoints::of_file(MixtureFluid& mixture) {
     file.open({{"T", Quantity::temperature}, {"p", Quantity::pressure}}, options.units, &mixture);
     if (file.has("T") == file.has("p")) throw Failure("--input: either a column T or a column p");
     p = file.has("p") ? "p" : "";
-    Evidence evidence;
-    std::optional<SaturationPoint> last;
-    return file.run(command.c_str(), columns(mixture), options.style, [&](Row& result) {
-        last = solve(mixture, {file[by_T() ? "T" : "p"], mixture.x}, last);
-        result = row(mixture, *last, evidence);
-    });
+    const auto make = [&]() -> FileRun::Compute {
+        return [&, last = std::optional<SaturationPoint>()](FileRow const& in, Row& result) mutable {
+            last = solve(mixture, {in[by_T() ? "T" : "p"], in.x()}, last);
+            Evidence evidence;
+            result = row(mixture, *last, evidence);
+        };
+    };
+    return file.run(command.c_str(), columns(mixture), options.style, make);
 }
 
 int SaturationPoints::run() {
@@ -250,7 +252,7 @@ void add(Program& program, char const* name, char const* kind, char const* text,
     points->plot.add_to(command);
     points->data.add_to(command);
     points->options.add_units(command);
-    points->options.add_output(command, true);
+    points->options.add_output(command);
     command.examples(examples);
 }
 }  // namespace

@@ -315,7 +315,7 @@ void add_critical_line(Program& program) {
     critical->plot.add_to(command);
     critical->data.add_to(command);
     critical->options.add_units(command);
-    critical->options.add_output(command, true);
+    critical->options.add_output(command);
     command.examples(
         R"(  corvane critical-line PR+vdW1 methane propane
   corvane critical-line PR+vdW1 CO2 decane --kij 0.1 --plot critical.svg

@@ -151,19 +151,19 @@ int DensityCommand::of_file(Fluid const& fluid) {
     file.open({{"T", Quantity::temperature}, {"p", Quantity::pressure}}, u);
     if (!file.has("T") || !file.has("p")) throw Failure("--input: columns T and p are needed");
     const Conversion rho = u.conversion(Quantity::density), v = u.conversion(Quantity::volume);
+    const FileRun::Compute compute = [&](FileRow const& in, Row& row) {
+        const double T_ = in["T"], p_ = in["p"];
+        const Roots found = density_roots(*fluid.model, T_, p_);
+        row.cells = {std::string(found.stable_name), rho.from_library(found.stable),
+                     v.from_library(1.0 / found.stable), p_ / (found.stable * R * T_)};
+        row.note = extrapolated(fluid, T_, p_, false, u);
+    };
     return file.run("density",
                     {{"phase", "", ""},
                      {"rho", u.name(Quantity::density), ""},
                      {"v", u.name(Quantity::volume), ""},
                      {"Z", "", ""}},
-                    options.style, [&](Row& row) {
-                        const double T_ = file["T"], p_ = file["p"];
-                        const Roots found = density_roots(*fluid.model, T_, p_);
-                        row.cells = {std::string(found.stable_name), rho.from_library(found.stable),
-                                     v.from_library(1.0 / found.stable),
-                                     p_ / (found.stable * R * T_)};
-                        row.note = extrapolated(fluid, T_, p_, false, u);
-                    });
+                    options.style, [&] { return compute; });
 }
 
 int DensityCommand::run() {

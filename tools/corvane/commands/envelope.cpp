@@ -285,7 +285,7 @@ void add_envelope(Program& program) {
     envelope->plot.add_to(command);
     envelope->data.add_to(command);
     envelope->options.add_units(command);
-    envelope->options.add_output(command, true);
+    envelope->options.add_output(command);
     command.examples(
         R"(  corvane envelope PR+vdW1 methane=0.8 ethane=0.15 propane
   corvane envelope MEOS+GERG methane=0.7 propane=0.3 --plot envelope.svg --unit-p bar)");

@@ -50,7 +50,7 @@ struct FlashCommand {
     int of_file(MixtureFluid& mixture);
     void read(Given& given) const;
     std::pair<Given*, Given*> asked();
-    FlashResult solve(MixtureFluid const& mixture, double first, double second,
+    FlashResult solve(MixtureFluid const& mixture, Vector<double> const& x, double first, double second,
                       FlashResult const& last) const;
     std::vector<Column> columns(MixtureFluid const& mixture) const;
     std::vector<Row> rows_of(MixtureFluid const& mixture, FlashResult const& result,
@@ -84,17 +84,17 @@ void FlashCommand::read(Given& given) const {
     for (double& value : given.values) value = u.to_library(given.quantity, value);
 }
 
-FlashResult FlashCommand::solve(MixtureFluid const& mixture, double first, double second,
-                                FlashResult const& last) const {
+FlashResult FlashCommand::solve(MixtureFluid const& mixture, Vector<double> const& x, double first,
+                                double second, FlashResult const& last) const {
     ModelN const& model = *mixture.model;
     corvane::FlashOptions how;
     how.start = last.phases.empty() ? nullptr : &last;
     how.validity = &mixture.validity;
-    FlashResult result = h     ? flash_ph(model, first, second, mixture.x, how)
-                         : s   ? flash_ps(model, first, second, mixture.x, how)
-                         : rho ? flash_Trho(model, first, second, mixture.x, how)
-                               : flash_pT(model, first, second, mixture.x, how);
-    if (mixture.ideal && !h && !s) add_caloric(model, mixture.x, result);
+    FlashResult result = h     ? flash_ph(model, first, second, x, how)
+                         : s   ? flash_ps(model, first, second, x, how)
+                         : rho ? flash_Trho(model, first, second, x, how)
+                               : flash_pT(model, first, second, x, how);
+    if (mixture.ideal && !h && !s) add_caloric(model, x, result);
     return result;
 }
 
@@ -169,7 +169,7 @@ int FlashCommand::of_file(MixtureFluid& mixture) {
         if (file.has(one->symbol)) one->text = one->symbol;
     const auto [first, second] = asked();
     options.set_reference(mixture);
-    Units& u = options.units;
+    Units const& u = options.units;
     std::vector<Column> columns = {{"T", u.name(Quantity::temperature), ""},
                                    {"p", u.name(Quantity::pressure), ""},
                                    {"phases", "", ""},
@@ -182,11 +182,10 @@ int FlashCommand::of_file(MixtureFluid& mixture) {
     columns.push_back({"rhoL", u.name(Quantity::density), ""});
     columns.push_back({"rhoV", u.name(Quantity::density), ""});
     for (char const* prefix : {"xL", "yV"}) add_fractions(columns, mixture, prefix, "");
-    FlashResult last;
-    Evidence evidence;
-    return file.run(name, columns, options.style, [&, a = first, b = second](Row& row) {
-        u.M = mixture.M();
-        last = solve(mixture, file[a->symbol], file[b->symbol], last);
+    const auto calculate = [&, a = first, b = second](FileRow const& in, FlashResult& last, Row& row) {
+        Units units = options.units;
+        units.M = mixture.M(in.x());
+        last = solve(mixture, in.x(), in[a->symbol], in[b->symbol], last);
         const auto names = phase_names(mixture, last.phases);
         corvane::PhaseRecord const *liquid = nullptr, *vapour = nullptr;
         double fraction = 0.0;
@@ -194,25 +193,31 @@ int FlashCommand::of_file(MixtureFluid& mixture) {
             (names[k] == "vapour" ? vapour : liquid) = &last.phases[k];
             if (names[k] == "vapour") fraction = last.fraction[k];
         }
-        row.cells = {u.from_library(Quantity::temperature, last.T),
-                     u.from_library(Quantity::pressure, last.p),
+        row.cells = {units.from_library(Quantity::temperature, last.T),
+                     units.from_library(Quantity::pressure, last.p),
                      static_cast<long>(names.size()), fraction,
-                     u.from_library(Quantity::density, last.rho)};
+                     units.from_library(Quantity::density, last.rho)};
         if (mixture.ideal) {
-            row.cells.emplace_back(u.from_library(Quantity::energy, last.h));
-            row.cells.emplace_back(u.from_library(Quantity::entropy, last.s));
+            row.cells.emplace_back(units.from_library(Quantity::energy, last.h));
+            row.cells.emplace_back(units.from_library(Quantity::entropy, last.s));
         }
         const bool plain = names.size() < 3 && (names.size() == 1 || fraction > 0.0);
         for (auto const* phase : {liquid, vapour})
-            row.cells.push_back(phase && plain ? Cell(mixture.density(u, phase->x, phase->rho))
+            row.cells.push_back(phase && plain ? Cell(mixture.density(units, phase->x, phase->rho))
                                                : Cell());
         for (auto const* phase : {liquid, vapour})
             for (int i = 0; i < mixture.size(); ++i)
                 row.cells.push_back(phase && plain ? Cell(phase->x[i]) : Cell());
         Row certificate;
+        Evidence evidence;
         evidence.add(certificate, last.certificate);
         row.note = certificate.note;
         if (!plain) add_note(row.note, "no liquid beside a vapour: see corvane flash without --input");
+    };
+    return file.run(name, columns, options.style, [&]() -> FileRun::Compute {
+        return [&, last = FlashResult()](FileRow const& in, Row& row) mutable {
+            calculate(in, last, row);
+        };
     });
 }
 
@@ -254,7 +259,7 @@ int FlashCommand::run() {
                                  units.text(first->quantity, a), second->symbol,
                                  units.text(second->quantity, b)),
                      known, [&] {
-                         last = solve(mixture, a, b, last);
+                         last = solve(mixture, mixture.x, a, b, last);
                          return rows_of(mixture, last, evidence);
                      });
     };

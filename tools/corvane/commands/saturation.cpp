@@ -169,8 +169,10 @@ int SaturationCommand::run() {
     };
     if (file) {
         if (!by_T && !file.has("p")) throw Failure("--input: neither a column T nor a column p");
-        return file.run("saturation", table.columns, options.style,
-                        [&](Row& result) { result = row(file[by_T ? "T" : "p"]); });
+        const FileRun::Compute compute = [&](FileRow const& in, Row& result) {
+            result = row(in[by_T ? "T" : "p"]);
+        };
+        return file.run("saturation", table.columns, options.style, [&] { return compute; });
     }
     Rows rows("saturation", table, given.size());
     const Quantity quantity = by_T ? Quantity::temperature : Quantity::pressure;

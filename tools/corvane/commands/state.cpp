@@ -261,12 +261,12 @@ int StateCommand::of_file(Fluid& fluid) {
         converted.push_back(u.conversion(one.quantity));
     }
     Model1 const& model = *fluid.model;
-    const auto given = [&](Input const& input) {
-        const double x = file[input.symbol];
+    const auto given = [](FileRow const& in, Input const& input) {
+        const double x = in[input.symbol];
         return corvane::Given{input.what, input.quantity == Quantity::volume ? 1.0 / x : x};
     };
-    return file.run("state", columns, options.style, [&](Row& row) {
-        const auto states = corvane::pure_states(model, given(*first_), given(*second_));
+    const FileRun::Compute compute = [&](FileRow const& in, Row& row) {
+        const auto states = corvane::pure_states(model, given(in, *first_), given(in, *second_));
         if (states.empty()) throw Failure("no stable state has these values");
         PureState const& q = states.front();
         if (q.phase && (!(q.p > 0.0) || !(q.phase->dp_drho > 0.0)))
@@ -282,7 +282,8 @@ int StateCommand::of_file(Fluid& fluid) {
         row.note = extrapolated(fluid, q.T, q.p, true, u);
         if (states.size() > 1)
             add_note(row.note, fmt::format("the first of {} states with these values", states.size()));
-    });
+    };
+    return file.run("state", columns, options.style, [&] { return compute; });
 }
 
 int StateCommand::run() {

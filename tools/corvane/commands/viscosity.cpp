@@ -127,10 +127,10 @@ int ViscosityCommand::run() {
     }
     if (file) {
         if (!file.has("T")) throw Failure("--input: a column T is needed");
-        return file.run("viscosity", table.columns, options.style, [&](Row& result) {
-            result = row(fluid, file["T"],
-                         file.has("p") ? std::optional(file["p"]) : std::nullopt);
-        });
+        const FileRun::Compute compute = [&](FileRow const& in, Row& result) {
+            result = row(fluid, in["T"], file.has("p") ? std::optional(in["p"]) : std::nullopt);
+        };
+        return file.run("viscosity", table.columns, options.style, [&] { return compute; });
     }
     Rows rows("viscosity", table, temperatures.size() * pressures.size());
     rows.each(temperatures, pressures, [&](double T_, std::optional<double> p_) {

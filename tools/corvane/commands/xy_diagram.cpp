@@ -273,7 +273,7 @@ void add(Program& program, bool isothermal, char const* text, char const* exampl
     diagram->plot.add_to(command);
     diagram->data.add_to(command);
     diagram->options.add_units(command);
-    diagram->options.add_output(command, true);
+    diagram->options.add_output(command);
     command.examples(examples);
 }
 }  // namespace

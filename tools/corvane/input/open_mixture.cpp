@@ -1,6 +1,7 @@
 #include <tools/corvane/input/home.h>
 #include <tools/corvane/input/open.h>
 #include <tools/corvane/input/open_mixture.h>
+#include <tools/corvane/text/csv.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
 #include <tools/corvane/text/text.h>
@@ -23,8 +24,46 @@ struct Composition {
     bool composed = true, normalised = false;
 };
 
+/// Components and basis from a file: names in the column "component" (or the first), amounts of any
+/// size in a column x, y, z, n, mole..., or w, m, mass..., whatever its unit.
+void read_file(MixtureRequest& request) {
+    std::string const& path = request.composition;
+    if (!request.components.empty() || !request.basis.empty())
+        throw Misuse("--composition brings the components, their amounts and the basis");
+    const CsvFile csv = read_csv(path);
+    std::size_t name = 0, amount = csv.header.size();
+    for (std::size_t k = 0; k < csv.header.size(); ++k) {
+        const ColumnName column(csv.header[k]);
+        const auto is = [&](std::initializer_list<char const*> words) {
+            return std::any_of(words.begin(), words.end(),
+                               [&](char const* word) { return lower(column.name) == word; });
+        };
+        const bool mole = is({"x", "y", "z", "n", "mole", "moles", "molar", "mole fraction"});
+        const bool mass = is({"w", "m", "mass", "mass fraction"});
+        if (is({"component", "substance", "name"})) name = k;
+        if (!mole && !mass) continue;
+        if (amount < csv.header.size())
+            throw Failure(fmt::format("{}: two columns with amounts, {} and {}", path,
+                                      csv.header[amount], csv.header[k]));
+        amount = k;
+        request.basis = mass ? "mass" : "mole";
+    }
+    if (amount == csv.header.size() || amount == name)
+        throw Failure(path + ": no column with amounts: x or n (moles), w or m (mass)");
+    for (std::size_t row = 0; row < csv.rows.size(); ++row) {
+        std::string const& value = csv.rows[row][amount];
+        if (csv.rows[row][name].empty() || !to_number(value))
+            throw Failure(fmt::format("{}:{}: a component and its amount are needed", path,
+                                      csv.lines[row]));
+        request.components.push_back(csv.rows[row][name] + '=' + value);
+    }
+}
+
 /// Splits "methane=0.7"; one component may take the remainder.
 Composition read_composition(MixtureRequest const& request) {
+    if (request.components.empty())
+        throw Misuse(request.binary ? "components are needed"
+                                    : "components are needed: methane=0.7 propane, or --composition");
     const int n = static_cast<int>(request.components.size());
     Composition result{{}, Vector<double>(n)};
     auto& [names, x, composed, normalised] = result;
@@ -147,7 +186,13 @@ void MixtureRequest::add_to(Command& command) {
                      : fractions_optional
                          ? "components, with or without mole fractions; one gets the rest"
                          : "components with mole fractions; one may be left without: it gets the "
-                           "rest");
+                           "rest",
+                     binary);
+    if (!binary)
+        command.value("--composition", composition,
+                      "in place of components: a CSV file with a component in every row, and its "
+                      "amount or flow in a column x, n (moles), w or m (mass)",
+                      {.type = "FILE"});
     add_pairs(command);
     command.value("--set", sets,
                   "number of the components' parameter sets, or methane=3,propane=1 (default: those "
@@ -201,7 +246,9 @@ double MixtureFluid::density(Units units, Vector<double> const& at, double rho) 
     return units.from_library(Quantity::density, rho);
 }
 
-MixtureFluid open_mixture(MixtureRequest const& request) {
+MixtureFluid open_mixture(MixtureRequest const& asked) {
+    MixtureRequest request = asked;
+    if (!request.composition.empty()) read_file(request);
     const std::size_t plus = request.model.find('+');
     if (plus == std::string::npos)
         throw Misuse(fmt::format("{} is not an equation with a mixing theory, such as PR+vdW1",

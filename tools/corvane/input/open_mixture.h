@@ -26,10 +26,11 @@ struct MixtureRequest {
     /// Of the numbers: empty for mole fractions; "mole" or "mass" for amounts of any size.
     std::string basis;
 
+    std::string composition;          ///< a file of components and amounts, in place of `components`
     std::string sets;                 ///< "3", or "methane=3,..."; may be empty
     std::vector<std::string> define;  ///< words of --define
 
-    /// MODEL COMPONENT=FRACTION…, add_pairs, --set and --define
+    /// MODEL COMPONENT=FRACTION…, --composition, add_pairs, --set and --define
     void add_to(Command& command);
     void add_pairs(Command& command);  ///< --pair-set --kij --basis
 };

@@ -10,14 +10,14 @@
 
 namespace cli {
 
-void Options::add_output(Command& command, bool measured_data) {
+void Options::add_output(Command& command) {
     command.flag("--csv", csv_, "comma-separated values")
         .flag("--json", json_, "JSON, with all digits")
         .excludes("--json", "--csv")
         .flag("--full", style.full, "17 digits, so that output can be input again")
         .count("--precision", style.precision, "significant digits of text and CSV (default 7)")
         .flag("--no-heading", bare_, "leave out the lines on where the numbers come from")
-        .value(measured_data ? "--home" : "--home,--data", data_,
+        .value("--home", data_,
                "data home, which holds CorvaneS: what it lacks is read from the installed one", {.type = "DIRECTORY"});
 }
 

@@ -19,9 +19,8 @@ struct Options {
     std::string set;                 ///< of the fluid: a number; of a mixture also by component
     std::vector<std::string> define;
 
-    /// --csv --json --full --no-heading --home; --data is the older name of --home, except where
-    /// a command takes measured points by it.
-    void add_output(Command& command, bool measured_data = false);
+    /// --csv --json --full --no-heading --home
+    void add_output(Command& command);
     void add_units(Command& command);  ///< --units --unit-T … --molar --mass
     void add_fluid(Command& command);  ///< [EOS] SUBSTANCE --set --define
     void add_reference(Command& command);  ///< --reference

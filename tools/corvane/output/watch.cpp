@@ -45,8 +45,8 @@ bool Watch::interrupted() {
     return interrupted_ != 0;
 }
 
-bool Watch::go_on() {
-    ++points_;
+bool Watch::go_on(long points) {
+    points_ += points;
     if (terminal_ && Clock::now() >= next_) {
         show(fmt::format("\r{}: {} points (Ctrl-C ends, keeping them)\033[K", what_, points_));
         shown_ = true;

@@ -23,8 +23,8 @@ class Watch {
     Watch(Watch const&) = delete;
     Watch& operator=(Watch const&) = delete;
 
-    /// Tells of a further point. False once SIGINT came.
-    bool go_on();
+    /// Tells of further points. False once SIGINT came.
+    bool go_on(long points = 1);
     /// go_on as the library's traces call it; must not outlive this.
     corvane::Progress progress();
     /// Whether SIGINT came in this run of the program.

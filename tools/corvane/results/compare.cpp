@@ -15,16 +15,6 @@ constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
 
 }  // namespace
 
-ColumnName::ColumnName(std::string const& heading) {
-    const std::size_t at = heading.find_first_of("/_ [(");
-    name = heading.substr(0, at);
-    unit = at == std::string::npos ? "" : trimmed(heading.substr(at));
-    while (!unit.empty() && std::string("/_ ").find(unit.front()) != std::string::npos)
-        unit.erase(0, 1);
-    if (unit.size() > 1 && (unit.front() == '(' || unit.front() == '['))
-        unit = unit.substr(1, unit.size() - 2);
-}
-
 std::vector<double> read_column(CsvFile const& csv, std::size_t k, Conversion const& convert,
                                 std::string const& path) {
     std::vector<double> values;

@@ -15,12 +15,6 @@
 
 namespace cli {
 
-/// A column's name and unit: "rhoL/(kg/m3)", "T_K", "p [bar]".
-struct ColumnName {
-    explicit ColumnName(std::string const& heading);
-    std::string name, unit;
-};
-
 /// Column k in library units; NaN where a field is empty or "-". @throws Failure a bad number, with
 /// its line
 std::vector<double> read_column(CsvFile const& csv, std::size_t k, Conversion const& convert,

@@ -7,15 +7,17 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <cstdio>
+#include <exception>
 #include <filesystem>
 #include <iterator>
+#include <system_error>
+#include <thread>
 
 namespace cli {
 namespace {
-constexpr std::size_t kBlock = 1 << 16;  // bytes that are written at a time
-
 void put(std::string& out, std::string const& word, char separator) {
     const bool plain = word.find_first_of("\"\n\r#") == std::string::npos &&
                        word.find(separator) == std::string::npos;
@@ -53,11 +55,13 @@ void FileRun::add_to(Command& command) {
                "a CSV file with a state in every row (- for standard input), with columns such as "
                "T/K, p [bar], x_methane: CSV with the results beside them",
                {.type = "FILE"})
-        .flag("--keep-going", keep_going_, "with --input: exit code 0 even if rows failed");
+        .flag("--keep-going", keep_going_, "with --input: exit code 0 even if rows failed")
+        .count("--threads", threads_, "with --input: rows are calculated by so many (default 1)");
 }
 
 void FileRun::begin(bool json) {
     if (path_.empty()) {
+        if (threads_ > 1) throw Misuse("--threads goes with --input");
         if (keep_going_) throw Misuse("--keep-going goes with --input");
         return;
     }
@@ -65,7 +69,8 @@ void FileRun::begin(bool json) {
     if (path_ != "-") path_ = std::filesystem::absolute(path_).string();
 }
 
-void FileRun::open(std::vector<Known> known, Units const& units, MixtureFluid* mixture) {
+void FileRun::open(std::vector<Known> known, Units const& units,
+                   MixtureFluid const* mixture) {
     mixture_ = mixture;
     reader_.emplace(path_);
     bool by_mole = false;
@@ -105,34 +110,39 @@ bool FileRun::has(std::string const& name) const {
                        [&](Source const& source) { return source.name == name; });
 }
 
-double FileRun::field(std::size_t column) const {
+FileRow::FileRow(FileRun const& run, std::vector<std::string> const& fields)
+    : run_(run), fields_(fields) {
+    if (run.mixture_) x_ = run.composition(*this);
+}
+
+double FileRow::field(std::size_t column) const {
     std::string const& text = fields_[column];
     const auto x = to_number(text);
     if (x) return *x;
-    const auto y = to_number(reader_->decimal(text));
+    const auto y = to_number(run_.reader_->decimal(text));
     if (!y)
-        throw Failure(fmt::format("{}: {}", reader_->header()[column],
+        throw Failure(fmt::format("{}: {}", run_.reader_->header()[column],
                                   text.empty() ? "nothing is given"
                                                : fmt::format("'{}' is not a number", clipped(text))));
     return *y;
 }
 
-double FileRun::operator[](std::string const& name) const {
-    for (Source const& source : sources_)
+double FileRow::operator[](std::string const& name) const {
+    for (FileRun::Source const& source : run_.sources_)
         if (source.name == name) return source.convert.to_library(field(source.column));
     return std::nan("");
 }
 
 /// One component may lack its column or field: it gets the rest.
-void FileRun::set_composition() {
-    if (fractions_.empty()) return;
+Vector<double> FileRun::composition(FileRow const& row) const {
+    if (fractions_.empty()) return mixture_->x;
     const int n = mixture_->size();
     std::vector<bool> known(static_cast<unsigned>(n));
     Vector<double> z(n);
     double sum = 0.0;
     for (Fraction const& fraction : fractions_) {
-        if (fields_[fraction.column].empty()) continue;
-        const double x = field(fraction.column);
+        if (row.fields_[fraction.column].empty()) continue;
+        const double x = row.field(fraction.column);
         if (!(x >= 0.0))
             throw Failure(reader_->header()[fraction.column] + " is below zero");
         known[static_cast<unsigned>(fraction.component)] = true;
@@ -154,13 +164,116 @@ void FileRun::set_composition() {
         if (by_mass_) z[i] /= mixture_->model->mdl1[i]->M();
         moles += z[i];
     }
-    for (int i = 0; i < n; ++i) mixture_->x[i] = z[i] / moles;
+    for (int i = 0; i < n; ++i) z[i] /= moles;
+    return z;
+}
+
+/// Rows that are calculated one after the other, and the lines that come out.
+struct FileRun::Chunk {
+    std::vector<std::vector<std::string>> rows;
+    bool comma = false;  ///< numbers have a decimal comma up to here
+    std::string out;
+    std::size_t done = 0;  ///< rows; less than all after SIGINT
+    long failed = 0;
+    std::exception_ptr error;
+};
+
+struct FileRun::Shown {
+    std::vector<std::size_t> columns;  ///< of the results
+    Style style;
+};
+
+/// The next chunks; false at the end of the file. What is wrong with a line is in the last chunk.
+bool FileRun::read(std::vector<Chunk>& chunks) {
+    constexpr std::size_t kRows = 64, kChunks = 32;
+    chunks.clear();
+    bool more = true;
+    while (more && chunks.size() < kChunks) {
+        Chunk& chunk = chunks.emplace_back();
+        try {
+            std::vector<std::string> fields;
+            while (chunk.rows.size() < kRows && (more = reader_->next(fields))) {
+                // Whether numbers have a decimal comma is seen here, and not by who comes first.
+                for (Source const& source : sources_) reader_->decimal(fields[source.column]);
+                for (Fraction const& fraction : fractions_) reader_->decimal(fields[fraction.column]);
+                chunk.rows.push_back(std::move(fields));
+            }
+        } catch (...) {
+            chunk.error = std::current_exception();
+            more = false;
+        }
+        chunk.comma = reader_->decimal_comma();
+    }
+    return more;
+}
+
+void FileRun::compute(Chunk& chunk, Shown const& shown, Compute const& how) const {
+    const char separator = reader_->separator();
+    std::string& out = chunk.out;
+    Row row;
+    for (auto const& fields : chunk.rows) {
+        if (Watch::interrupted()) return;
+        std::string why;
+        row.cells.clear();
+        row.note.clear();
+        try {
+            how(FileRow(*this, fields), row);
+        } catch (Failure const& e) {
+            why = e.what();
+        } catch (corvane::EquilibriumFailure const& e) {
+            why = describe(e);
+        } catch (ThException const& e) {
+            why = describe(e);
+        } catch (MthException const& e) {
+            why = describe(e);
+        }
+        for (std::string const& text : fields) {
+            put(out, text, separator);
+            out += separator;
+        }
+        for (std::size_t k : shown.columns) {
+            if (why.empty() && k < row.cells.size()) {
+                if (auto const* x = std::get_if<double>(&row.cells[k]))
+                    put(out, *x, shown.style, chunk.comma);
+                else if (auto const* word = std::get_if<std::string>(&row.cells[k]))
+                    put(out, *word, separator);
+                else if (auto const* n = std::get_if<long>(&row.cells[k]))
+                    out += std::to_string(*n);
+            }
+            out += separator;
+        }
+        if (!why.empty()) ++chunk.failed;
+        put(out, !why.empty() ? "failed: " + printable(why) : row.note.empty() ? "ok" : row.note,
+            separator);
+        out += '\n';
+        ++chunk.done;
+    }
+}
+
+/// Every thread takes the next chunk that nobody has.
+void FileRun::compute(std::vector<Chunk>& chunks, Shown const& shown,
+                      std::function<Compute()> const& make) const {
+    std::atomic<std::size_t> next{0};
+    const auto work = [&] {
+        for (std::size_t k; (k = next++) < chunks.size();) try {
+                compute(chunks[k], shown, make());
+            } catch (...) {
+                chunks[k].error = std::current_exception();
+            }
+    };
+    std::vector<std::jthread> others;
+    const auto useful = std::min(static_cast<std::size_t>(threads_), chunks.size());
+    try {
+        while (others.size() + 1 < useful) others.emplace_back(work);
+    } catch (std::system_error const&) {  // no further thread: those that are there do it
+    }
+    work();
 }
 
 int FileRun::run(char const* command, std::vector<Column> const& columns, Style const& style,
-                 std::function<void(Row&)> const& compute) {
+                 std::function<Compute()> const& make) {
     const char separator = reader_->separator();
-    std::vector<std::size_t> shown;
+    Shown shown{{}, style};
     std::string out;
     for (std::string const& name : reader_->header()) {
         put(out, name, separator);
@@ -172,54 +285,29 @@ int FileRun::run(char const* command, std::vector<Column> const& columns, Style 
                 return heading == columns[k].name || ColumnName(heading).name == columns[k].name;
             });
         if (given || columns[k].detail) continue;
-        shown.push_back(k);
+        shown.columns.push_back(k);
         put(out, columns[k].heading(), separator);
         out += separator;
     }
     out += "status\n";
     Watch watch(fmt::format("corvane: {}, rows of {}", command, path_));
     long rows = 0, failed = 0;
-    Row row;
-    while (!Watch::interrupted() && reader_->next(fields_)) {
-        std::string why;
-        row.cells.clear();
-        row.note.clear();
-        try {
-            set_composition();
-            compute(row);
-        } catch (Failure const& e) {
-            why = e.what();
-        } catch (corvane::EquilibriumFailure const& e) {
-            why = describe(e);
-        } catch (ThException const& e) {
-            why = describe(e);
-        } catch (MthException const& e) {
-            why = describe(e);
+    std::exception_ptr error;
+    std::vector<Chunk> chunks;
+    for (bool more = true; more && !error && !Watch::interrupted();) {
+        more = read(chunks);
+        compute(chunks, shown, make);
+        for (Chunk const& chunk : chunks) {
+            out += chunk.out;
+            rows += static_cast<long>(chunk.done);
+            failed += chunk.failed;
+            watch.go_on(static_cast<long>(chunk.done));
+            error = chunk.error;
+            if (error || chunk.done < chunk.rows.size()) break;
         }
-        ++rows;
-        for (std::string const& text : fields_) {
-            put(out, text, separator);
-            out += separator;
-        }
-        for (std::size_t k : shown) {
-            if (why.empty() && k < row.cells.size()) {
-                if (auto const* x = std::get_if<double>(&row.cells[k]))
-                    put(out, *x, style, reader_->decimal_comma());
-                else if (auto const* word = std::get_if<std::string>(&row.cells[k]))
-                    put(out, *word, separator);
-                else if (auto const* n = std::get_if<long>(&row.cells[k]))
-                    out += std::to_string(*n);
-            }
-            out += separator;
-        }
-        if (!why.empty()) ++failed;
-        put(out, !why.empty() ? "failed: " + printable(why) : row.note.empty() ? "ok" : row.note,
-            separator);
-        out += '\n';
-        if (out.size() > kBlock) flush(out);
-        watch.go_on();
+        flush(out);
     }
-    flush(out);
+    if (error) std::rethrow_exception(error);
     if (Watch::interrupted()) {
         watch.say(command, fmt::format("interrupted after {} rows", rows));
         return kInterrupted;

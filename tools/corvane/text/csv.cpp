@@ -96,8 +96,18 @@ std::string CsvReader::decimal(std::string const& field) const {
     if (separator_ == ',' || comma == std::string::npos) return text;
     text[comma] = '.';
     if (!to_number(text)) return field;
-    decimal_comma_ = true;
+    if (!decimal_comma_) decimal_comma_ = true;  // readers of fields do not write
     return text;
+}
+
+ColumnName::ColumnName(std::string const& heading) {
+    const std::size_t at = heading.find_first_of("/_ [(");
+    name = heading.substr(0, at);
+    unit = at == std::string::npos ? "" : trimmed(heading.substr(at));
+    while (!unit.empty() && std::string("/_ ").find(unit.front()) != std::string::npos)
+        unit.erase(0, 1);
+    if (unit.size() > 1 && (unit.front() == '(' || unit.front() == '['))
+        unit = unit.substr(1, unit.size() - 2);
 }
 
 CsvFile read_csv(std::string const& path) {

@@ -53,6 +53,12 @@ class CsvReader {
     int line_ = 0;
 };
 
+/// A column's name and unit: "rhoL/(kg/m3)", "T_K", "p [bar]".
+struct ColumnName {
+    explicit ColumnName(std::string const& heading);
+    std::string name, unit;
+};
+
 struct CsvFile {
     std::vector<std::string> comments;           ///< lines that begin with #, without it
     std::vector<std::string> header;             ///< names of the columns
