@@ -263,6 +263,44 @@ TEST(CliDiagrams, MeasuredPointsOfACompositionAreCompared) {
     }
 }
 
+TEST(CliDiagrams, ATernaryIsThatOfTheFlash) {
+    const std::string mixture = "PCSAFT+LB CO2 methanol water";
+    const Json d = json("ternary " + mixture + " --T 300 --p 70 --unit-p bar");
+    EXPECT_EQ(d["certificates"][0]["complete"], 1);
+    EXPECT_EQ(d["plait"].size(), 2u);
+    ASSERT_EQ(d["three_phase"].size(), 1u);
+    char const* const names[] = {"carbon_dioxide", "methanol", "water"};
+    const auto flash = [&](auto whole) {
+        std::string text = "flash PCSAFT+LB";
+        for (char const* name : names)
+            text += std::string(" ") + name + "=" + Json(whole(name)).dump();
+        return json(text + " --T 300 --p 70 --unit-p bar --basis mole")["rows"];
+    };
+    // Half-way of a tie line there are its two phases, within the triangle three.
+    Json const& tie = d["rows"][8];
+    const Json two = flash([&](std::string const& n) {
+        return 0.5 * (value(tie, "x_" + n) + value(tie, "y_" + n));
+    });
+    ASSERT_EQ(two.size(), 2u);
+    Json const& t = d["three_phase"][0];
+    const Json three = flash([&](std::string const& n) {
+        return (value(t, "x1_" + n) + value(t, "x2_" + n) + value(t, "x3_" + n)) / 3;
+    });
+    ASSERT_EQ(three.size(), 3u);
+    for (std::string const n : names) {
+        EXPECT_NEAR(value(two[0], "x_" + n), value(tie, "x_" + n), 1e-8);
+        EXPECT_NEAR(value(two[1], "x_" + n), value(tie, "y_" + n), 1e-8);
+        for (std::size_t k = 0; k < 3; ++k)
+            EXPECT_NEAR(value(three[k], "x_" + n), value(t, "x" + std::to_string(k + 1) + "_" + n),
+                        1e-8);
+    }
+    for (char const* wrong : {"CO2 methanol --T 300 --p 7", "CO2 methanol water --T 300 --p -7",
+                              "CO2=0.2 methanol water --T 300 --p 7", "CO2 methanol water --T 300",
+                              "CO2 methanol water --T 300 --p 7 --mesh 1",
+                              "CO2 methanol water --T 300 --p 7 --step 2"})
+        EXPECT_EQ(run_corvane(std::string("ternary PCSAFT+LB ") + wrong).code, 2) << wrong;
+}
+
 TEST(CliDiagrams, Pictures) {
     if (no_gnuplot()) GTEST_SKIP() << "gnuplot is not installed";
     const Scratch scratch;
@@ -278,7 +316,9 @@ TEST(CliDiagrams, Pictures) {
         {"txy PR+vdW1 ethanol water --p 0.1", {"three phases", "second liquid"}},
         {"diagram PR+vdW1 CO2 ethane",
          {"pure carbon_dioxide", "critical line", "critical end point", "azeotropes"}},
-        {"envelope PR+vdW1 methane=0.8 propane", {"T / K", "bubble points", "cricondenbar"}}};
+        {"envelope PR+vdW1 methane=0.8 propane", {"T / K", "bubble points", "cricondenbar"}},
+        {"ternary PR+vdW1 nitrogen methane ethane --T 120 --p 3",
+         {"120 K, 3 MPa", "plait point", "tie lines"}}};
     for (auto const& c : cases) {
         SCOPED_TRACE(c.arguments);
         ASSERT_EQ(run_corvane(c.arguments + home + " --plot a.svg").code, 0);

@@ -37,5 +37,6 @@ corvane COMMAND --help tells the rest.)");
     cli::add_three_phase(program);
     cli::add_azeotrope(program);
     cli::add_solubility(program);
+    cli::add_ternary(program);
     return program.run(argc, argv);
 }

@@ -27,5 +27,6 @@ void add_diagram(Program& program);
 void add_three_phase(Program& program);
 void add_azeotrope(Program& program);
 void add_solubility(Program& program);
+void add_ternary(Program& program);
 
 }  // namespace cli

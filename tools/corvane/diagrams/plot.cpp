@@ -149,6 +149,42 @@ std::string range(Picture const& picture) {
     return text;
 }
 
+/// Frame, grid and names of a triangle in place of axes.
+std::string triangle(Picture const& picture) {
+    std::string text =
+        "set size ratio -1\nunset border\nunset xtics\nunset ytics\nunset grid\n"
+        "unset xlabel\nunset ylabel\nset xrange [-0.12:1.12]\nset yrange [-0.09:0.93]\n"
+        "set key at graph 1, graph 0.98 right top vertical Left reverse samplen 2 spacing 1.2\n";
+    const auto line = [&](XY a, XY b, char const* how) {
+        text += fmt::format("set arrow from {:.8g},{:.8g} to {:.8g},{:.8g} nohead {}\n", a[0], a[1],
+                            b[0], b[1], how);
+    };
+    const auto name = [&](std::string const& words, XY at, char const* how) {
+        text += fmt::format("set label {} at {:.8g},{:.8g} {}\n", quoted(words), at[0], at[1], how);
+    };
+    const auto at = Picture::in_triangle;
+    char const* const thin = "back lc '#e4e4e4' lw 1";
+    for (int k = 1; k < 10; ++k) {
+        const double x = 0.1 * k;
+        line(at(x, 0.0), at(x, 1.0 - x), thin);
+        line(at(0.0, x), at(1.0 - x, x), thin);
+        line(at(0.0, 1.0 - x), at(1.0 - x, 0.0), thin);
+        if (k % 2 != 0) continue;
+        const std::string number = fmt::format("{:.1f}", x);
+        name(number, at(x, 0.0), "left offset 0.6,0.2 tc '#606060'");  // of the top, on the right
+        name(number, at(1.0 - x, x), "right offset -0.6,0.2 tc '#606060'");  // of the left
+        name(number, at(0.0, 1.0 - x), "center offset 0,-0.8 tc '#606060'");
+    }
+    char const* const frame = "back lc '#202020' lw 1.5";
+    line(at(1, 0), at(0, 1), frame);
+    line(at(0, 1), at(0, 0), frame);
+    line(at(0, 0), at(1, 0), frame);
+    name(picture.corners[0], at(1, 0), "center offset 0,0.8");
+    name(picture.corners[1], at(0, 1), "center offset 0,-2");
+    name(picture.corners[2], at(0, 0), "center offset 0,-2");
+    return text;
+}
+
 std::string script(Picture const& picture, bool svg) {
     std::string text = "set encoding utf8\n";
     if (svg)
@@ -167,6 +203,7 @@ std::string script(Picture const& picture, bool svg) {
         "set key outside right top vertical Left reverse samplen 2 spacing 1.2\n";
     if (picture.fraction) text += "set xrange [0:1]\nset xtics 0.1\n";
     text += range(picture);
+    if (!picture.corners[0].empty()) text += triangle(picture);
     if (picture.log_y) text += "set logscale y\nset format y '%g'\n";
     for (Label const& label : picture.labels)
         text += fmt::format("set label {} at {:.8g},{:.8g} right offset -0.6,0.3 front\n",
@@ -326,6 +363,10 @@ void Picture::label(std::string const& text, std::vector<XY> const& curve) {
     std::size_t middle = 0;
     while (middle + 1 < curve.size() && part < 0.5 * whole) part += length(++middle);
     labels.push_back({text, curve[middle]});
+}
+
+XY Picture::in_triangle(double top, double left) {
+    return {1.0 - left - 0.5 * top, 0.5 * std::sqrt(3.0) * top};
 }
 
 void Picture::mark(std::string const& name, Symbol symbol, Ink ink, XY at) {

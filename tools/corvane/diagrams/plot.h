@@ -61,6 +61,11 @@ struct Picture {
     bool fraction = false;  ///< x is a mole fraction: 0 to 1
     bool log_y = false;
     double y_top = 0.0;  ///< above 0: where the picture ends, if points are higher
+    /// Not empty: an equilateral triangle, the names at its top, lower left and lower right corner.
+    std::array<std::string, 3> corners = {};
+
+    /// Where a ternary composition is drawn, from the mole fractions at the top and at the left.
+    static XY in_triangle(double top, double left);
 
     /// A curve of which every point knows whether it is stable: full and dashed stretches, which
     /// share the points where they meet.

@@ -68,7 +68,7 @@ Composition read_composition(MixtureRequest const& request) {
     Composition result{{}, Vector<double>(n)};
     auto& [names, x, composed, normalised] = result;
     const auto bare = [](std::string const& word) { return word.find('=') == std::string::npos; };
-    if ((request.fractions_optional || request.binary) &&
+    if ((request.fractions_optional || request.binary || request.ternary) &&
         std::all_of(request.components.begin(), request.components.end(), bare)) {
         names = request.components;
         composed = false;
@@ -181,8 +181,9 @@ int set_number(std::string const& text) {
 
 void MixtureRequest::add_to(Command& command) {
     command.positional("MODEL", model, "equation and mixing theory: PR+vdW1", true)
-        .positionals(binary ? "COMPONENT" : "COMPONENT=FRACTION", components,
-                     binary ? "two components: all compositions are searched"
+        .positionals(binary || ternary ? "COMPONENT" : "COMPONENT=FRACTION", components,
+                     binary    ? "two components: all compositions are searched"
+                     : ternary ? "three components: all compositions are searched"
                      : fractions_optional
                          ? "components, with or without mole fractions; one gets the rest"
                          : "components with mole fractions; one may be left without: it gets the "
@@ -301,11 +302,20 @@ std::string ideal_extrapolated(MixtureFluid const& mixture, double T, Units cons
     return text;
 }
 
-MixtureFluid open_binary(MixtureRequest const& request) {
+namespace {
+MixtureFluid open_bare(MixtureRequest const& request, int count, char const* words) {
     MixtureFluid mixture = open_mixture(request);
-    if (mixture.size() != 2 || mixture.composed)
-        throw Misuse("give two components without mole fractions: all compositions are searched");
+    if (mixture.size() != count || mixture.composed)
+        throw Misuse(fmt::format(
+            "give {} components without mole fractions: all compositions are searched", words));
     return mixture;
+}
+}  // namespace
+MixtureFluid open_binary(MixtureRequest const& request) {
+    return open_bare(request, 2, "two");
+}
+MixtureFluid open_ternary(MixtureRequest const& request) {
+    return open_bare(request, 3, "three");
 }
 
 Heading heading(std::string const& command, MixtureFluid const& mixture) {

@@ -23,6 +23,7 @@ struct MixtureRequest {
     std::string kij;                      ///< "0.01", or "methane+propane=0.01,..."; may be empty
     bool fractions_optional = false;      ///< no component need have a fraction
     bool binary = false;                  ///< two components without: for open_binary
+    bool ternary = false;                 ///< three of them: for open_ternary
     /// Of the numbers: empty for mole fractions; "mole" or "mass" for amounts of any size.
     std::string basis;
 
@@ -67,6 +68,7 @@ std::string ideal_extrapolated(MixtureFluid const& mixture, double T, Units cons
 
 /// The same for two components without mole fractions. @throws Misuse others
 MixtureFluid open_binary(MixtureRequest const& request);
+MixtureFluid open_ternary(MixtureRequest const& request);  ///< three components
 
 /// Heading with model, components, and a remark on every pair: its set, or that it is estimated.
 Heading heading(std::string const& command, MixtureFluid const& mixture);
