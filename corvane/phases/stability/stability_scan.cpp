@@ -86,8 +86,11 @@ bool BinaryScan::dilute(Node const& n) const {
     return true;
 }
 
-BinaryScan::Point BinaryScan::point(Node const& n, int r) const {
-    Point q;
+BinaryScan::Point const& BinaryScan::point(Node const& n, int r) const {
+    Point& q = n.at[r];
+    if (n.seen[r] == test_) return q;
+    n.seen[r] = test_;
+    q.zero = false;
     q.w0 = n.w0;
     q.w1 = n.w1;
     const double d0 = n.m0[r] - mu0_, d1 = n.m1[r] - mu1_;
@@ -124,7 +127,7 @@ bool BinaryScan::visit(int k) {
     Node const& n = nodes_[k];
     if (n.roots == 0) result_.resolved = false;
     for (int r = 0; r < n.roots; ++r) {
-        const Point q = point(n, r);
+        Point const& q = point(n, r);
         if (!negative(q.t)) continue;
         take(q.t, n.rho[r], n.w0, n.w1);
         if (first_ && q.t < -10.0 * tolerance_) over_ = true;
@@ -445,6 +448,7 @@ void BinaryScan::refine(Bracket const& bracket) {
 BinaryScan::Result BinaryScan::test(PhaseState const& phase, double p, PhaseState const* known,
                                     bool first, double tolerance) {
     result_ = Result();
+    ++test_;
     tolerance_ = tolerance;
     first_ = first;
     over_ = false;

@@ -58,22 +58,24 @@ class BinaryScan {
                 double tolerance);
 
   private:
+    struct Point {
+        double w0 = 0.0, w1 = 0.0, t = 0.0, t1 = 0.0, t2 = 0.0;
+        double e = 0.0, e1 = 0.0, e2 = 0.0;  ///< without the ideal part
+        double rho = 0.0, stiff = 0.0;       ///< density, ∂(p/RT)/∂rho
+        bool zero = false;                   ///< the phase itself or the known one
+    };
     struct Node {
         double w0 = 0.0, w1 = 0.0;
         int roots = 0;
         // of each root: m_0, m_1, G″ and the excess part of G″
         double rho[2], m0[2], m1[2], G2[2], e2[2], stiff[2];
         double excess[2], slope[2];  ///< G^E and its slope
+        mutable int seen[2] = {-1, -1};  ///< tests that `at` is of
+        mutable Point at[2];
     };
     /// An interval between two nodes, halved if need be.
     struct Cell {
         int a = 0, b = 0, mid = -1, left = -1, right = -1;
-    };
-    struct Point {
-        double w0 = 0.0, w1 = 0.0, t = 0.0, t1 = 0.0, t2 = 0.0;
-        double e = 0.0, e1 = 0.0, e2 = 0.0;  ///< without the ideal part
-        double rho = 0.0, stiff = 0.0;       ///< density, ∂(p/RT)/∂rho
-        bool zero = false;                   ///< the phase itself or the known one
     };
     /// One root through a cell: its index at either end, −1 where it does not exist.
     struct Strand {
@@ -98,7 +100,7 @@ class BinaryScan {
     int middle(Cell const& c);
     bool dilute(Node const& n) const;
     void ends();
-    Point point(Node const& n, int root) const;
+    Point const& point(Node const& n, int root) const;
     int root_of(Zero& z);
     int strands(Cell const& c, Strand* s) const;
     static void compare(Point const& a, Point const& b, Point const& m, double h, double x,
@@ -123,6 +125,7 @@ class BinaryScan {
     int first_cells_ = 0;
     int low_ = 0, high_ = 0;  ///< nodes at the ends
     // of one test
+    int test_ = 0;
     double mu0_ = 0.0, mu1_ = 0.0, tolerance_ = 0.0;
     bool first_ = false, over_ = false;
     std::array<Zero, 2> zero_;
