@@ -24,6 +24,8 @@ from .mixture import (
     Projection,
     SaturationPoints,
     SolidPoints,
+    TernaryDiagram,
+    TernaryRegion,
 )
 from .status import Interrupted, Status
 
@@ -50,6 +52,8 @@ __all__ = [
     "SolidPoints",
     "State",
     "Status",
+    "TernaryDiagram",
+    "TernaryRegion",
     "check_equation",
     "data_home",
     "equations",

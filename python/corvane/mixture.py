@@ -188,6 +188,82 @@ class CriticalLine(CriticalPoints):
         self.begin, self.end = d["begin"], d["end"]
 
 
+class TernaryRegion(_OfComponents):
+    """A region of two phases of a ternary: its tie lines, one axis.
+
+    Attributes: x, y (compositions of the phase that is denser by mass half-way and of the other, components last),
+    rho_x, rho_y (mol/m³), dmu, dp, tpd, x_error (certificate of every tie line; at a plait point x_error is
+    not-a-number); kind, begin, end in words.
+    """
+
+    columns: ClassVar[tuple[str, ...]] = ("x", "y", "rho_x", "rho_y", "dmu", "dp", "tpd", "x_error")
+
+    def __init__(self, d: dict[str, Any], components: Sequence[str]):
+        points = d["points"]
+        self.x, self.y = points[:, :3], points[:, 3:6]
+        for k, name in enumerate(self.columns[2:]):
+            setattr(self, name, points[:, 6 + k])
+        self.kind, self.begin, self.end = d["kind"], d["begin"], d["end"]
+        self.status, self._components = np.zeros(len(points), dtype=np.int8), components
+
+
+class TernaryDiagram:
+    """Everything that is stable in a ternary at T and p.
+
+    Attributes: T (K), p (Pa), regions (list of :class:`TernaryRegion`), three_phase (compositions of the corners of
+    every triangle, shape (n, 3 phases, 3 components)), three_phase_rho (mol/m³, shape (n, 3)), plait
+    (:class:`CriticalPoints`), open (compositions of which nothing certain is known), complete (every region is
+    explained at both ends, and nothing is open).
+    """
+
+    def __init__(self, d: dict[str, Any], T: float, p: float, components: Sequence[str]):
+        self.T, self.p, self._components = T, p, components
+        self.regions = [TernaryRegion(r, components) for r in d["regions"]]
+        self.three_phase, self.three_phase_rho = d["three_phase"][..., :3], d["three_phase"][..., 3]
+        self.plait, self.open = CriticalPoints(d["plait"], components), d["open"]
+        self.complete = d["complete"]
+
+    def to_pandas(self) -> Any:
+        """All tie lines in one ``pandas.DataFrame`` with a column ``region``."""
+        import pandas
+
+        frames = [r.to_pandas().assign(region=k) for k, r in enumerate(self.regions)]
+        return pandas.concat(frames, ignore_index=True)
+
+    def plot(self, ax: Any = None, *, tie_lines: int = 12) -> Any:
+        """The triangle, the first component at the top, the second at the lower left; about so many tie lines of
+        every region."""
+
+        def place(x: np.ndarray) -> tuple[np.ndarray, np.ndarray]:
+            return 1 - x[..., 1] - 0.5 * x[..., 0], np.sqrt(0.75) * x[..., 0]
+
+        ax = figure_axes(ax)
+        ax.plot(*place(np.array([[1, 0, 0], [0, 1, 0], [0, 0, 1], [1, 0, 0]])), "k-", lw=1)
+        for region in self.regions:
+            for k in np.unique(np.linspace(0, len(region) - 1, tie_lines).astype(int)):
+                ax.plot(*place(np.stack([region.x[k], region.y[k]])), color="0.6", lw=0.6)
+            lighter = "C3" if region.kind == "vapour_liquid" else "C2"
+            ax.plot(*place(region.x), color="C0")
+            ax.plot(*place(region.y), color=lighter)
+        for corners in self.three_phase:
+            ax.plot(*place(corners[[0, 1, 2, 0]]), "k.-")
+        ax.plot(*place(self.plait.x), "ko", label="plait point")
+        for name, x, way in zip(self._components, np.eye(3), ("bottom", "top", "top")):
+            ax.annotate(name, place(x), ha="center", va=way, xytext=(0, 4 if way == "bottom" else -4),
+                        textcoords="offset points")  # fmt: skip
+        ax.set_title(f"T = {self.T:g} K, p = {self.p / 1e6:g} MPa", pad=18)
+        ax.set_aspect("equal")
+        ax.set_axis_off()
+        return ax
+
+    def __repr__(self) -> str:
+        what = ", ".join(f"{r.kind} ({r.begin} to {r.end}, {len(r)} tie lines)" for r in self.regions)
+        more = f"; {len(self.three_phase)} triangles, {len(self.plait)} plait points"
+        return f"TernaryDiagram at T = {self.T:g} K, p = {self.p:g} Pa: {what or 'one phase'}{more}" + (
+            "" if self.complete else "; not complete"
+        )
+
+
 class SolidPoints(_OfComponents):
     """Fluids above a pure solid.
 
@@ -403,6 +479,14 @@ class Mixture:
         critical temperature)."""
         p = float(magnitude(p, "p"))
         return Diagram(self._native.diagram(False, p, float(magnitude(T_min, "T"))), False, p, self.components)
+
+    def ternary(self, T: float, p: float, *, step: float = 0.02, mesh: int = 10) -> TernaryDiagram:
+        """What three components do at T (K) and p (Pa): regions, triangles and plait points, certified.
+
+        ``step``: longest step in the compositions of both phases together; ``mesh``: parts of an edge in the search
+        for islands."""
+        T, p = float(magnitude(T, "T")), float(magnitude(p, "p"))
+        return TernaryDiagram(self._native.ternary(T, p, float(step), int(mesh)), T, p, self.components)
 
     def critical_point(self, z: ArrayLike) -> CriticalPoints:
         """The stable critical point of composition z, certified (one row)."""

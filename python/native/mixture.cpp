@@ -295,6 +295,59 @@ Array critical_points(std::vector<corvane::CriticalPoint> const& points, int n) 
     return out.array();
 }
 
+/// Of a region, columns: x and y of three components, both densities, dmu, dp, tpd, x_error.
+Array tie_lines(std::vector<corvane::TernaryTieLine> const& lines) {
+    Out out({lines.size(), 12});
+    for (std::size_t k = 0; k < lines.size(); ++k) {
+        auto const& q = lines[k];
+        double* row = out.row(k);
+        for (std::size_t phase = 0; phase < 2; ++phase) {
+            write(row + 3 * phase, q.phases[phase].x);
+            row[6 + phase] = q.phases[phase].rho * kMega;
+        }
+        double const evidence[] = {q.dmu, q.dp, q.tpd, q.x_error};
+        std::copy(std::begin(evidence), std::end(evidence), row + 8);
+    }
+    return out.array();
+}
+
+nb::dict ternary(Mixture const& m, double T, double p, double step, int mesh) {
+    if (m.size() != 3) throw nb::value_error("ternary diagrams are for three components");
+    Tracing tracing;
+    corvane::TernaryOptions options;
+    options.step = step;
+    options.mesh = mesh;
+    options.validity = &m.validity;
+    options.progress = tracing.progress;
+    const auto d = traced(
+        tracing, [&] { return corvane::ternary_diagram(*m.model, T, p / kMega, options); });
+    nb::list regions;
+    for (auto const& r : d.regions) {
+        nb::dict one;
+        one["points"] = tie_lines(r.tie_lines);
+        one["kind"] = kPairs[static_cast<int>(r.kind)];
+        one["begin"] = corvane::in_words(r.begin);
+        one["end"] = corvane::in_words(r.end);
+        regions.append(one);
+    }
+    Out corners({d.three_phase.size(), 3, 4}), open({d.open.size(), 3});
+    double* row = corners.data();
+    for (auto const& t : d.three_phase)
+        for (auto const& phase : t.phases) {
+            write(row, phase.x);
+            row[3] = phase.rho * kMega;
+            row += 4;
+        }
+    for (std::size_t k = 0; k < d.open.size(); ++k) write(open.row(k), d.open[k]);
+    nb::dict all;
+    all["regions"] = regions;
+    all["three_phase"] = corners.array();
+    all["plait"] = critical_points(d.plait, 3);
+    all["open"] = open.array();
+    all["complete"] = d.complete();
+    return all;
+}
+
 nb::list critical_lines(Mixture const& m, double p_max) {
     Tracing tracing;
     corvane::CriticalLineOptions options;
@@ -485,6 +538,7 @@ void add_mixture(nb::module_& m) {
         .def("saturation", &saturation)
         .def("envelope", &envelope)
         .def("diagram", &diagram)
+        .def("ternary", &ternary)
         .def("critical_points",
              [](Mixture const& x, Column z, bool all) {
                  const Vector<double> v = vector_of(z);

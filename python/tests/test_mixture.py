@@ -74,11 +74,28 @@ def test_azeotropes_and_three_phases():
     assert len(water.three_phase_lines()) >= 1
 
 
+def test_ternary_is_that_of_flashes(gas):
+    m = cv.Mixture("PCSAFT+LB", ["CO2", "methanol", "water"])
+    d = m.ternary(300.0, 7e6)
+    assert d.complete and len(d.regions) == 3 and len(d.plait) == 2 and d.three_phase.shape == (1, 3, 3)
+    f = m.flash(d.three_phase[0].mean(axis=0), T=300.0, p=7e6)
+    assert f.phases == 3 and f.x[:3] == pytest.approx(d.three_phase[0], abs=1e-8)
+    region = d.regions[1]
+    k = len(region) // 2
+    f = m.flash(0.5 * (region.x[k] + region.y[k]), T=300.0, p=7e6)
+    assert f.phases == 2 and f.x[:2] == pytest.approx(np.stack([region.x[k], region.y[k]]), abs=1e-8)
+    assert len(d.to_pandas()) == sum(len(r) for r in d.regions) and "1 triangles" in repr(d)
+    with pytest.raises(ValueError):
+        gas.ternary(300.0, 7e6)
+
+
 def test_matplotlib_pictures(gas):
     matplotlib = pytest.importorskip("matplotlib")
     matplotlib.use("Agg")
     assert gas.pxy(300.0).plot().get_xlim() == (0, 1)
     assert gas.envelope([0.5, 0.5]).plot().get_xlabel() == "T / K"
+    triangle = cv.Mixture("PR+vdW1", ["nitrogen", "methane", "ethane"]).ternary(120.0, 3e6).plot()
+    assert [t.get_text() for t in triangle.texts] == ["nitrogen", "methane", "ethane"]
 
 
 def test_parameters_copies_and_choice(gas):
