@@ -249,4 +249,19 @@ TEST(Stability, NarrowMinimaBetweenStarts) {
         EXPECT_GT(above(q.phases[0].x, q.phases[0].rho), -1e-8);
     }
 }
+
+// Two phases of nearly pure water that differ in density alone, by 1 %: a trial on its way to one of
+// them must not be taken for the other because of its composition.
+TEST(Stability, PhasesOfOneCompositionDiffer) {
+    const auto open = corvane::open_mixture("PR+vdW1", {"carbon_dioxide", "methane", "water"});
+    Vector<double> z = vec({1.4837083653171833e-10, .00023892131591077289, 0});
+    z[2] = 1 - z.sum();
+    const double p = 22.098062302477182, T = 647.10080658133631;
+    const auto q = corvane::flash_pT(*open.model, p, T, z);
+    ASSERT_EQ(q.phases.size(), 2u);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_NEAR(open.model->my(q.phases[0].x * q.phases[0].rho, T, i),
+                    open.model->my(q.phases[1].x * q.phases[1].rho, T, i), 1e-9);
+    EXPECT_GT(q.phases[0].rho / q.phases[1].rho, 1.005);
+}
 }  // namespace

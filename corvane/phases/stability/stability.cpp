@@ -26,6 +26,7 @@ constexpr int kPair = 30;                           // iterations
 constexpr double kDilute = 0.05;      // of a component in a start
 constexpr double kSuspicious = 0.6;   // of a distance over that in an ideal mixture, see ratio()
 constexpr double kNear = 1e-6;        // of such a distance, nearer to a phase than that tells
+constexpr double kMet = 1e-6, kSameRho = 2e-3;  // of trials that have run into a phase
 constexpr double kShort = 0.1;        // step in ln W whose end is foreseen
 
 /// Adds x unless there is one like it.
@@ -41,14 +42,14 @@ void add_apart(std::vector<std::vector<double>>& all, std::vector<double> const&
 
 /// The trial has run into a phase: squared distance in ln x, weighted, and in ln rho.
 bool Stability::meets(PhaseState const& s, PhaseState const& phase) {
-    if (!(std::fabs(s.rho / phase.rho - 1.0) < 2e-3)) return false;
+    if (!(std::fabs(s.rho / phase.rho - 1.0) < kSameRho)) return false;
     double d = std::log(s.rho / phase.rho);
     d *= d;
     for (int k = 0; k < s.size(); ++k) {
         const double c = std::log(s.x[k] / phase.x[k]);
         d += s.x[k] * c * c;
     }
-    return d < 1e-6;
+    return d < kMet;
 }
 
 Stability::Stability(FluidModel const& fluid, StabilityTest k) : kind(k), fluid_(fluid) {
@@ -100,10 +101,10 @@ void Stability::along(double part) {
     for (int i = 0; i < s_.size(); ++i) lnW_[i] = 2.0 * std::log(root_[i] + part * way_[i]);
 }
 
-/// Does a short step of Newton's method from s_ end at the phase? Then it need not be evaluated.
+/// Does a short step of Newton's method from s_ end at the phase, as meets() has it? Then it need not
+/// be evaluated.
 bool Stability::leads_to(PhaseState const& phase) const {
-    if (!(std::fabs(s_.rho / phase.rho - 1.0) < kShort)) return false;
-    double sum = 0.0, d = 0.0;
+    double sum = 0.0, d = 0.0, volume = 1.0 / s_.rho;
     for (int k = 0; k < s_.size(); ++k) {
         if (!(std::fabs(lnW_[k] - std::log(W_[k])) < kShort)) return false;
         sum += std::exp(lnW_[k]);
@@ -111,8 +112,10 @@ bool Stability::leads_to(PhaseState const& phase) const {
     for (int k = 0; k < s_.size(); ++k) {
         const double c = lnW_[k] - std::log(sum * phase.x[k]);
         d += phase.x[k] * c * c;
+        volume += s_.v(k) * (std::exp(lnW_[k]) / sum - s_.x[k]);
     }
-    return d < 1e-6;
+    const double off = std::fabs(volume * phase.rho - 1.0);
+    return off < kSameRho && d + off * off < kMet;
 }
 /// The distance of s_ over that from the nearest of both phases in an ideal mixture, Σ w·ln(w/x).
 /// Between phases that are neighbours of no others it is about 1.
