@@ -372,6 +372,7 @@ class Court {
         Verdict v;
         const typename Equation::template At<Quad> at(eq_, Quad(T));
         Values<Quad> mu{}, h{}, x{};
+        std::array<bool, kMax> set{};
         std::vector<Values<Long>> known;
         for (std::size_t f = 0; f < phases.size(); ++f) {
             Values<Long> w{};
@@ -384,8 +385,11 @@ class Court {
                                double(abs(K) * Quad(R) * T / p) * 1e-6;
             v.error = std::max(v.error, off);
             for (int i = 0; i < n_; ++i) {
+                w[i] = std::max(w[i], Long(1e-300));
+                if (x[i] == 0) continue;  // less than doubles can say
                 const Quad m = h[i] + log(x[i]);
-                if (f == 0) mu[i] = m;
+                if (!set[i]) mu[i] = m;
+                set[i] = true;
                 v.x_error = std::max(v.x_error, double(abs(m - mu[i])));
             }
             known.push_back(w);

@@ -198,6 +198,18 @@ TEST(NearCritical, NoSuchKindIsNoSolution) {
     }
 }
 
+// Beside the boundary there is a pair of the other kind, which is not stable and no boundary.
+TEST(NearCritical, AnUnstablePairEndsNoSearch) {
+    const Mixture m = loaded("PR", "vdW1", {"decane", "mercury"});
+    const Vector<double> z = mix(0.00129);
+    const auto q = corvane::dew_p(*m, 147.546, z);
+    const judge::Cubic cubic(*m);
+    EXPECT_EQ(judge::Court<judge::Cubic>(cubic).saturation(Saturated::dew, false, 147.546, z, q).fault,
+              judge::Fault::none);
+    EXPECT_TRUE(corvane::stability(*m, q.p, q.T * (1 + 1e-6), z).stable);
+    EXPECT_FALSE(corvane::stability(*m, q.p, q.T * (1 - 1e-6), z).stable);
+}
+
 // A mixture of one component meets the same fluid's own solver, also where the equation is not smooth
 // at the critical point (carbon dioxide's reference equation: from 0.1 % on nothing else answers).
 TEST(NearCritical, OneComponentIsThePureFluid) {
@@ -278,6 +290,27 @@ TEST(SplitLiquid, WithoutAVapourIsNoSolution) {
             EXPECT_EQ(e.kind(), corvane::EquilibriumFailure::Kind::no_solution) << e.what();
         }
     }
+}
+
+// So cold that one liquid is pure helium, and its vapour, too: the saturation of helium by itself.
+TEST(SplitLiquid, BesideOneThatIsPure) {
+    const Mixture m = loaded("PR", "vdW1", {"helium", "decane"});
+    const judge::Cubic cubic(*m);
+    for (double p : {0.0113, 0.0875, 0.19})
+        for (double x : {0.2, 0.93}) {
+            SCOPED_TRACE(testing::Message() << p << ' ' << x);
+            const auto q = corvane::bubble_p(*m, p, mix(x));
+            ASSERT_EQ(q.split.size(), 2u);
+            const auto pure = corvane::pure_saturation_p(*m->mdl1[0], p);
+            EXPECT_NEAR(q.T / pure.T, 1, q.certificate.value_error);
+            EXPECT_NEAR(q.incipient.rho / pure.rhoV, 1, q.certificate.rho_error);
+            EXPECT_NEAR(q.fraction[q.split[0].x[0] > 0.5 ? 0 : 1], x, 1e-15);
+            EXPECT_EQ(judge::Court<judge::Cubic>(cubic)
+                          .saturation(Saturated::bubble, false, p, mix(x), q)
+                          .fault,
+                      judge::Fault::none);
+            EXPECT_NEAR(corvane::bubble_T(*m, q.T, mix(x)).p / p, 1, 1e-9);
+        }
 }
 
 TEST(SplitLiquid, OfAMixture) {

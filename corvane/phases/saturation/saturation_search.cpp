@@ -98,8 +98,13 @@ int SaturationSolver::boundary(Node stable, Node unstable) {
                 here = near() && solved();
             }
             if (here) {
-                if (accept()) return 1;
-                if (bubble() != (kind_ == Saturated::bubble)) return 0;
+                // A boundary of the other kind is one if it is stable; else another pair is near.
+                const std::size_t known = others_.size();
+                collect_ = true;
+                const bool accepted = accept();
+                collect_ = false;
+                if (accepted) return 1;
+                if (others_.size() > known) return 0;
             }
         }
         const Node mid = node(0.5 * (stable.s + unstable.s));

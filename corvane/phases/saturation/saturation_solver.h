@@ -98,6 +98,10 @@ class SaturationSolver {
                                                 std::vector<double> const& y, double rho_vapour,
                                                 double t, SaturationOptions const& o);
 
+    /// The same of a binary where one liquid and the vapour are component i to 1e-280.
+    std::optional<SaturationPoint> beside_pure(int i, PhaseRecord const& other,
+                                               SaturationOptions const& o);
+
     // ---- search over all p or T (saturation_search.cpp)
 
     /// finer: divides the steps.

@@ -1,13 +1,16 @@
 // Bubble points of liquids that split: the first vapour beside two liquids.
 #include <corvane/core/constants.h>
 #include <corvane/phases/flash/flash.h>
+#include <corvane/phases/report/error_bound.h>
 #include <corvane/phases/report/least_fraction.h>
+#include <corvane/phases/saturation/pure_saturation.h>
 #include <corvane/phases/saturation/saturation_solver.h>
 #include <corvane/phases/stability/test_phases.h>
 #include <corvane/pure/model1.h>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace corvane {
 namespace {
@@ -31,6 +34,9 @@ std::optional<SaturationPoint> SaturationSolver::three_phases(
     std::vector<double> const& y, double rho_vapour, double t, SaturationOptions const& o) {
     const int n = fluid_.size();
     const Vector<double> z = fluid_.expand(fluid_.z());
+    for (int k = 0; n == 2 && k < 4; ++k)  // liquid k / 2 without component k % 2
+        if (absent(present(fluid_, liquids[k / 2].x)[k % 2]))
+            return beside_pure(1 - k % 2, liquids[1 - k / 2], o);
     // Three phases of a binary depend on T (or p) alone: the amounts follow.
     CoexistenceSolver three(fluid_, 3);
     if (n > 2) three.z = &fluid_.z();
@@ -83,6 +89,61 @@ std::optional<SaturationPoint> SaturationSolver::three_phases(
     point.split = {point.certificate.phases[0], point.certificate.phases[1]};
     point.fraction = {parts[0] / rho, parts[1] / rho};
     point.incipient = point.certificate.phases[2];
+    return point;
+}
+
+std::optional<SaturationPoint> SaturationSolver::beside_pure(int i, PhaseRecord const& other,
+                                                             SaturationOptions const& o) {
+    const int j = 1 - i;
+    PureSaturation q;
+    try {
+        q = at_T_ ? pure_saturation_T(fluid_.pure(i), value_)
+                  : pure_saturation_p(fluid_.pure(i), value_);
+    } catch (EquilibriumFailure const&) {
+        return {};
+    }
+    SaturationPoint point;
+    const double t = point.T = at_T_ ? value_ : q.T, p = point.p = at_T_ ? q.p : value_;
+    PhaseState vapour, pure, rest;
+    for (PhaseState* s : {&vapour, &pure, &rest}) s->resize(2);
+    for (PhaseState* s : {&vapour, &pure}) {
+        s->rho_i[i] = s == &pure ? q.rhoL : q.rhoV;
+        s->rho_i[j] = least_fraction * s->rho_i[i];
+        if (!fluid_.evaluate(*s, t, phase_all)) return {};
+    }
+    std::vector<double> x = present(fluid_, other.x);
+    for (int it = 0; it < 3; ++it) {
+        if (!fluid_.evaluate_at(rest, p, t, x, Root::dense, phase_all)) return {};
+        x[i] = std::max(x[i] * std::exp(pure.m[i] - rest.m[i]), least_fraction);
+    }
+    constexpr double eps = std::numeric_limits<double>::epsilon();
+    if (!(x[i] < 0.1 * eps)) return {};
+    PhaseState plane = pure;
+    plane.m[j] = rest.m[j];
+    const StabilityResult r = stability_.test(plane, p, &vapour, true);
+    if (!r.stable || r.unconverged) return {};
+    Certificate& c = point.certificate;
+    c.tpd = std::min(0.0, r.tpd);
+    c.test = stability_.kind;
+    c.value_error = q.value_error;
+    c.x_error = eps;
+    c.rho_error = std::max(q.rho_error, (2.0 * rounding_of_P(fluid_, rest) +
+                                         q.value_error * p / (R * t)) / rest.S);
+    c.apart_error = q.apart_error;
+    const bool heavier = pure.rho * fluid_.molar_mass(i) > rest.rho * fluid_.molar_mass(j);
+    certify(fluid_, p, {heavier ? &pure : &rest, heavier ? &rest : &pure, &vapour}, c);
+    const double pure_part = fluid_.z()[i];
+    point.fraction = {heavier ? pure_part : 1.0 - pure_part, heavier ? 1.0 - pure_part : pure_part};
+    for (PhaseRecord& record : c.phases)
+        for (int k = 0; k < record.x.size(); ++k)
+            if (absent(record.x[k])) record.x[k] = 0.0;
+    c.evaluations = fluid_.evaluations;
+    const Vector<double> z = fluid_.expand(fluid_.z());
+    if (o.validity) c.flag(o.validity, t, p, z);
+    if (!c.holds()) return {};
+    point.given = {1.0 / (pure_part / pure.rho + (1.0 - pure_part) / rest.rho), z};
+    point.split = {c.phases[0], c.phases[1]};
+    point.incipient = c.phases[2];
     return point;
 }
 
