@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import os
 from typing import Any, ClassVar
 
 import numpy as np
@@ -9,6 +10,7 @@ from numpy.typing import ArrayLike
 
 from . import _native
 from .arrays import UNITS, flat, magnitude
+from .catalogue import directory
 from .results import Table, figure_axes
 from .status import judge
 
@@ -110,8 +112,8 @@ class Fluid:
         that has parameters.
     set : int, optional
         Number of the parameter set; default: the recommended one.
-    home : str, optional
-        Data home; default: see :func:`corvane.data_home`.
+    home : path, optional
+        Data home, which lies over the default one: see :func:`corvane.data_home`.
 
     Raises
     ------
@@ -121,14 +123,14 @@ class Fluid:
     Objects hold no state but their parameters: threads may share one while nobody changes these.
     """
 
-    def __init__(self, substance: str, eos: str = "", *, set: int = 0, home: str | None = None):
-        self._native = _native.Fluid.open(eos, substance, set, home)
-        self._home = home
+    def __init__(self, substance: str, eos: str = "", *, set: int = 0, home: str | os.PathLike[str] | None = None):
+        self._home = directory(home)
+        self._native = _native.Fluid.open(eos, substance, set, self._home)
         self._changed: dict[int, float] = {}
         self._equation: Any = None
 
     @classmethod
-    def _of_native(cls, native: Any, equation: Any, home: str | None) -> Fluid:
+    def _of_native(cls, native: Any, equation: Any, home: str | os.PathLike[str] | None) -> Fluid:
         """A fluid with an equation written in Python."""
         fluid = cls.__new__(cls)
         fluid._native, fluid._home, fluid._changed, fluid._equation = native, home, {}, equation
@@ -349,11 +351,11 @@ class Fluid:
                 f"p<sub>c</sub> = {self.p_critical / 1e6:.6g} MPa<br><small>{self.source}</small>")  # fmt: skip
 
 
-def _again(equation: Any, kind: str, home: str | None) -> Any:
+def _again(equation: Any, kind: str, home: str | os.PathLike[str] | None) -> Any:
     return getattr(equation, kind)(home=home)
 
 
-def _reopen(name: str, eos: str, set: int, home: str | None, changed: dict[int, float]) -> Fluid:
+def _reopen(name: str, eos: str, set: int, home: str | os.PathLike[str] | None, changed: dict[int, float]) -> Fluid:
     fluid = Fluid(name, eos, set=set, home=home)
     for index, value in changed.items():
         fluid.set_parameter(index, value)

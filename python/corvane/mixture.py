@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import os
 from typing import Any, ClassVar, Mapping, Sequence
 
 import numpy as np
@@ -9,6 +10,7 @@ from numpy.typing import ArrayLike
 
 from . import _native
 from .arrays import flat, flat_with_composition, magnitude
+from .catalogue import directory
 from .fluid import _PHASE, Fluid, _again
 from .results import Table, figure_axes
 from .status import judge
@@ -331,6 +333,8 @@ class Mixture:
     estimate : bool
         False: a pair without published parameters is refused. True: the mixing theory's own estimate
         stands in, see ``estimated``.
+    home : path, optional
+        As for :class:`corvane.Fluid`.
 
     Notes
     -----
@@ -340,21 +344,22 @@ class Mixture:
 
     def __init__(self, model: str | Sequence[str], components: Sequence[str] | None = None, *,
                  kij: float | Mapping[tuple[str, str], float] | None = None, sets: Sequence[int] = (),
-                 pair_set: int = 1, estimate: bool = True, home: str | None = None):  # fmt: skip
-        self._options = (tuple(sets), pair_set, estimate, home)
+                 pair_set: int = 1, estimate: bool = True, home: str | os.PathLike[str] | None = None):  # fmt: skip
+        self._options = (tuple(sets), pair_set, estimate, directory(home))
         if components is None:
             if isinstance(model, str):
                 raise TypeError("a mixture needs components")
             self._native = _best([str(c) for c in model], self._options)
         else:
-            self._native = _native.Mixture.open(str(model), list(components), list(sets), pair_set, estimate, home)
+            self._native = _native.Mixture.open(str(model), list(components), list(sets), pair_set, estimate,
+                                                self._options[3])
         self._changed: dict[tuple[int, int, int], float] = {}
         self._equation: Any = None
         if kij is not None:
             self._set_kij(kij)
 
     @classmethod
-    def _of_native(cls, native: Any, equation: Any, home: str | None) -> Mixture:
+    def _of_native(cls, native: Any, equation: Any, home: str | os.PathLike[str] | None) -> Mixture:
         """A mixture with an equation written in Python."""
         mixture = cls.__new__(cls)
         mixture._native, mixture._changed, mixture._equation = native, {}, equation
@@ -611,7 +616,7 @@ def _best(components: list[str], options: tuple[Any, ...]) -> Any:
 
 
 def _reopen(model: str, components: list[str], sets: Sequence[int], pair_set: int, estimate: bool,
-            home: str | None, changed: dict[tuple[int, int, int], float]) -> Mixture:  # fmt: skip
+            home: str | os.PathLike[str] | None, changed: dict[tuple[int, int, int], float]) -> Mixture:  # fmt: skip
     mixture = Mixture(model, components, sets=sets, pair_set=pair_set, estimate=estimate, home=home)
     for (index, i, j), value in changed.items():
         mixture.set_pair_parameter(i, j, value, index)

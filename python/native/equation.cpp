@@ -17,7 +17,7 @@ namespace {
 bool add_ideal(Model1& model, std::optional<std::string> const& home, std::string const& name) {
     model.name(name.c_str());
     if (!home) return false;
-    const corvane::ReadingFrom from(std::vector{*home});
+    const corvane::ReadingFrom from(home_of(home).names());
     model.ideal.load();
     return true;
 }
@@ -105,15 +105,15 @@ void add_equation(nb::module_& m) {
         .def("__le__", [](Jet const& a, double b) { return a.value() <= b; }, nb::is_operator())
         .def("__gt__", [](Jet const& a, double b) { return a.value() > b; }, nb::is_operator())
         .def("__ge__", [](Jet const& a, double b) { return a.value() >= b; }, nb::is_operator())
-        .def("exp", &Jet::exp)
-        .def("expm1", &Jet::expm1)
-        .def("log", &Jet::log)
-        .def("log1p", &Jet::log1p)
-        .def("sqrt", &Jet::sqrt)
-        .def("sin", &Jet::sin)
-        .def("cos", &Jet::cos)
-        .def("tanh", &Jet::tanh)
-        .def("arctan", &Jet::arctan)
+        .def("exp", &Jet::exp, "exp, with its derivatives.")
+        .def("expm1", &Jet::expm1, "expm1, with its derivatives.")
+        .def("log", &Jet::log, "log, with its derivatives.")
+        .def("log1p", &Jet::log1p, "log1p, with its derivatives.")
+        .def("sqrt", &Jet::sqrt, "sqrt, with its derivatives.")
+        .def("sin", &Jet::sin, "sin, with its derivatives.")
+        .def("cos", &Jet::cos, "cos, with its derivatives.")
+        .def("tanh", &Jet::tanh, "tanh, with its derivatives.")
+        .def("arctan", &Jet::arctan, "arctan, with its derivatives.")
         .def("__repr__", [](Jet const& a) { return "Jet(" + std::to_string(a.value()) + ")"; });
     m.def(
         "python_derivatives",
@@ -124,9 +124,11 @@ void add_equation(nb::module_& m) {
         nb::arg("equation"), nb::arg("T"), nb::arg("rho"), nb::arg("x"),
         "alphar, T·∂alphar/∂T and rho·∂alphar/∂rho at T (K) and rho (mol/m³).");
     m.def("python_fluid", &python_fluid, nb::arg("equation"), nb::arg("M"), nb::arg("T_critical"),
-          nb::arg("rho_critical"), nb::arg("name"), nb::arg("home") = nb::none());
+          nb::arg("rho_critical"), nb::arg("name"), nb::arg("home") = nb::none(),
+          "A fluid whose equation is an object with alphar (SI units).");
     m.def("python_mixture", &python_mixture, nb::arg("equation"), nb::arg("M"), nb::arg("T_critical"),
-          nb::arg("rho_critical"), nb::arg("names"), nb::arg("homes"));
+          nb::arg("rho_critical"), nb::arg("names"), nb::arg("homes"),
+          "A mixture whose equation is an object with alphar (SI units).");
 }
 
 }  // namespace py

@@ -121,46 +121,56 @@ double virial(Fluid const& f, double T, int order) {
 }  // namespace
 
 void add_fluid(nb::module_& m) {
-    nb::class_<Fluid>(m, "Fluid")
+    nb::class_<Fluid>(m, "Fluid", "A pure substance with its model; corvane.Fluid is for people.")
         .def_static("open",
                     [](std::string const& equation, std::string const& substance, int set,
                        std::optional<std::string> const& home) {
                         corvane::FluidOptions options;
                         options.set = set;
-                        if (home) options.home = corvane::DataHome(*home);
+                        options.home = home_of(home);
                         return corvane::open(equation, substance, options);
-                    })
-        .def_prop_ro("equation", [](Fluid const& f) { return f.equation; })
-        .def_prop_ro("substance", [](Fluid const& f) { return f.substance; })
-        .def_prop_ro("set", [](Fluid const& f) { return f.set; })
-        .def_prop_ro("comment", [](Fluid const& f) { return std::string(f.model->comment()); })
-        .def_prop_ro("source", [](Fluid const& f) { return f.notes.source; })
-        .def_prop_ro("home", [](Fluid const& f) { return f.home.directory().string(); })
-        .def_prop_ro("M", [](Fluid const& f) { return 1e-3 * f.model->M(); })
-        .def_prop_ro("T_critical", [](Fluid const& f) { return f.model->Tcrit(); })
-        .def_prop_ro("p_critical", [](Fluid const& f) { return kMega * f.model->pcrit(); })
-        .def_prop_ro("rho_critical", [](Fluid const& f) { return kMega / f.model->vcrit(); })
-        .def_prop_ro("T_min", [](Fluid const& f) { return f.notes.Tmin; })
-        .def_prop_ro("T_max", [](Fluid const& f) { return f.notes.Tmax; })
-        .def_prop_ro("p_max", [](Fluid const& f) { return kMega * f.notes.pmax; })
-        .def_prop_ro("has_ideal", [](Fluid const& f) { return f.ideal.has_value(); })
+                    },
+                    nb::arg("equation"), nb::arg("substance"), nb::arg("set"), nb::arg("home").none(),
+                    "Opens a fluid by name; equation \"\" and set 0: the best there is.")
+        .def_prop_ro("equation", [](Fluid const& f) { return f.equation; }, "Name of the equation.")
+        .def_prop_ro("substance", [](Fluid const& f) { return f.substance; }, "Name in the data tree.")
+        .def_prop_ro("set", [](Fluid const& f) { return f.set; }, "Number of the parameter set.")
+        .def_prop_ro("comment", [](Fluid const& f) { return std::string(f.model->comment()); }, "Remark on the parameters.")
+        .def_prop_ro("source", [](Fluid const& f) { return f.notes.source; }, "Where the parameters come from.")
+        .def_prop_ro("home", [](Fluid const& f) { return f.home.directory().string(); }, "Directory that data are read from first.")
+        .def_prop_ro("M", [](Fluid const& f) { return 1e-3 * f.model->M(); }, "Molar mass, kg/mol.")
+        .def_prop_ro("T_critical", [](Fluid const& f) { return f.model->Tcrit(); }, "K")
+        .def_prop_ro("p_critical", [](Fluid const& f) { return kMega * f.model->pcrit(); }, "Pa")
+        .def_prop_ro("rho_critical", [](Fluid const& f) { return kMega / f.model->vcrit(); }, "mol/m3")
+        .def_prop_ro("T_min", [](Fluid const& f) { return f.notes.Tmin; }, "End of the stated range, K; not-a-number: not stated.")
+        .def_prop_ro("T_max", [](Fluid const& f) { return f.notes.Tmax; }, "End of the stated range, K.")
+        .def_prop_ro("p_max", [](Fluid const& f) { return kMega * f.notes.pmax; }, "End of the stated range, Pa.")
+        .def_prop_ro("has_ideal", [](Fluid const& f) { return f.ideal.has_value(); }, "Is there an ideal-gas table?")
         .def_prop_ro("parameters",
                      [](Fluid const& f) {
                          std::vector<double> p;
                          for (int i = 0; i < f.model->mpar(); ++i) p.push_back(f.model->param(i));
                          return p;
-                     })
+                     },
+                     "Parameters of the equation, in its own units.")
         .def("set_parameter",
              [](Fluid& f, int i, double x) {
                  if (i < 0 || i >= f.model->mpar()) throw nb::index_error("no such parameter");
                  f.model->param(i, x);
-             })
-        .def("states", &states)
-        .def("all_states", &all_states)
-        .def("properties", &properties)
-        .def("densities", &densities)
-        .def("saturation", &saturation)
-        .def("virial", &virial);
+             },
+             nb::arg("i"), nb::arg("value"), "Changes a parameter of the equation, in its own unit.")
+        .def("states", &states, nb::arg("first"), nb::arg("a"), nb::arg("second"), nb::arg("b"), nb::arg("threads"),
+             "Stable states (n, 25) from two quantities (codes 0 T, 1 p, 2 rho, 3 h, 4 s, 5 u, 6 q), SI: T, p, rho, h, s, u, q, properties of the phase, densities of both; status, words.")
+        .def("all_states", &all_states, nb::arg("first"), nb::arg("a"), nb::arg("second"), nb::arg("b"),
+             "Every state with two given values, in the columns of states.")
+        .def("properties", &properties, nb::arg("T"), nb::arg("rho"), nb::arg("threads"),
+             "Properties (n, 16) of one phase at T (K) and rho (mol/m3): p, Z, u, h, s, g, a, cv, cp, w, mu_JT, kappa_T, alpha_p, dp_dT, dp_drho, M in SI.")
+        .def("densities", &densities, nb::arg("T"), nb::arg("p"), nb::arg("phase"), nb::arg("threads"),
+             "Density roots (mol/m3) at T (K) and p (Pa); phase 1 the densest, 3 the thinnest.")
+        .def("saturation", &saturation, nb::arg("at_T"), nb::arg("values"), nb::arg("threads"),
+             "T (K), p (Pa), densities of liquid and vapour (mol/m3) at temperatures, or at pressures.")
+        .def("virial", &virial, nb::arg("T"), nb::arg("order"),
+             "Virial coefficient of an order from 2 to 9 at T (K), (m3/mol)**(order - 1).");
 }
 
 }  // namespace py

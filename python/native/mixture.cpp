@@ -479,7 +479,7 @@ void check_pair(Mixture const& m, int i, int j) {
 }  // namespace
 
 void add_mixture(nb::module_& m) {
-    nb::class_<Mixture>(m, "Mixture")
+    nb::class_<Mixture>(m, "Mixture", "A mixture with its model; corvane.Mixture is for people.")
         .def_static("open",
                     [](std::string const& model, std::vector<std::string> const& components,
                        std::vector<int> const& sets, int pair_set, bool estimate,
@@ -488,57 +488,71 @@ void add_mixture(nb::module_& m) {
                         options.sets = sets;
                         options.pair_set = pair_set;
                         options.estimate = estimate;
-                        if (home) options.home = corvane::DataHome(*home);
+                        options.home = home_of(home);
                         return corvane::open_mixture(model, components, options);
-                    })
-        .def_prop_ro("model", [](Mixture const& x) { return x.name(); })
-        .def_prop_ro("components", [](Mixture const& x) { return x.components; })
+                    },
+                    nb::arg("model"), nb::arg("components"), nb::arg("sets"), nb::arg("pair_set"),
+                    nb::arg("estimate"), nb::arg("home").none(), "Opens a mixture by names.")
+        .def_prop_ro("model", [](Mixture const& x) { return x.name(); }, "equation+theory")
+        .def_prop_ro("components", [](Mixture const& x) { return x.components; }, "Names in the data tree.")
         .def_prop_ro("estimated",
                      [](Mixture const& x) {
                          nb::list pairs;
                          for (auto const& [i, j] : x.estimated) pairs.append(nb::make_tuple(i, j));
                          return pairs;
-                     })
-        .def_prop_ro("has_ideal", [](Mixture const& x) { return x.ideal; })
-        .def_prop_ro("home", [](Mixture const& x) { return x.home.directory().string(); })
+                     },
+                     "Pairs without published parameters.")
+        .def_prop_ro("has_ideal", [](Mixture const& x) { return x.ideal; }, "Has every component an ideal-gas table?")
+        .def_prop_ro("home", [](Mixture const& x) { return x.home.directory().string(); },
+                     "Directory that data are read from first.")
         .def_prop_ro("M",
                      [](Mixture const& x) {
                          std::vector<double> M;
                          for (int i = 0; i < x.size(); ++i)
                              M.push_back(1e-3 * x.model->mdl1[i]->M());
                          return M;
-                     })
+                     },
+                     "Molar masses, kg/mol.")
         .def_prop_ro("sets",
                      [](Mixture const& x) {
                          std::vector<int> sets;
                          for (int i = 0; i < x.size(); ++i) sets.push_back(x.model->id(i, i));
                          return sets;
-                     })
+                     },
+                     "Numbers of the components' parameter sets.")
         .def("pair_comment",
              [](Mixture const& x, int i, int j) {
                  check_pair(x, i, j);
                  return std::string(x.model->comment(i, j));
-             })
+             },
+             nb::arg("i"), nb::arg("j"), "Remark on the parameters of a pair.")
         .def("pair_parameter",
              [](Mixture const& x, int k, int i, int j) {
                  check_pair(x, i, j);
                  if (k < 0 || !x.model->ppar(k, i, j)) throw nb::index_error("no such parameter");
                  return x.model->param(k, i, j);
-             })
+             },
+             nb::arg("k"), nb::arg("i"), nb::arg("j"), "Parameter k of a pair.")
         .def("set_pair_parameter",
              [](Mixture& x, int k, int i, int j, double value) {
                  check_pair(x, i, j);
                  if (k < 0 || !x.model->ppar(k, i, j)) throw nb::index_error("no such parameter");
                  x.model->param(k, i, j, value);
-             })
-        .def("properties", &properties)
-        .def("densities", &densities)
-        .def("ln_phi", &ln_phi)
-        .def("flash", &flash)
-        .def("saturation", &saturation)
-        .def("envelope", &envelope)
-        .def("diagram", &diagram)
-        .def("ternary", &ternary)
+             },
+             nb::arg("k"), nb::arg("i"), nb::arg("j"), nb::arg("value"), "Changes parameter k of a pair.")
+        .def("properties", &properties,
+             "Properties (n, 16) of one phase at T (K), rho (mol/m3) and x, in SI, as of a fluid.")
+        .def("densities", &densities,
+             "Density roots (mol/m3) at T (K), p (Pa) and x; phase 1 the densest, 3 the thinnest, else the stable one.")
+        .def("ln_phi", &ln_phi,
+             "Logarithms of the fugacity coefficients (n, N) at T (K), rho (mol/m3) and x.")
+        .def("flash", &flash,
+             "Certified flashes; kind 0 (p, T), 1 (p, h), 2 (p, s), 3 (T, rho). Columns: T, p, rho, h, s, number of phases, tpd, x_error, then slots of phases: fraction, rho, x.")
+        .def("saturation", &saturation,
+             "Certified bubble or dew points at temperatures or pressures. Columns: T, p, rho given, rho incipient, value_error, x_error, y.")
+        .def("envelope", &envelope, "A phase envelope of composition z.")
+        .def("diagram", &diagram, "The complete diagram of a binary at T (K) or p (Pa).")
+        .def("ternary", &ternary, "The complete diagram of a ternary at T (K) and p (Pa).")
         .def("critical_points",
              [](Mixture const& x, Column z, bool all) {
                  const Vector<double> v = vector_of(z);
@@ -550,12 +564,13 @@ void add_mixture(nb::module_& m) {
                                 : std::vector{corvane::critical_point(*x.model, v, options)};
                  }();
                  return critical_points(points, x.size());
-             })
-        .def("solubility", &solubility)
-        .def("solid_lines", &solid_lines)
-        .def("critical_lines", &critical_lines)
-        .def("three_phase_lines", &three_phase_lines)
-        .def("azeotropic_lines", &azeotropic_lines);
+             },
+             "Certified critical points of composition z: the stable one, or all.")
+        .def("solubility", &solubility, "The stable fluid above a pure solid.")
+        .def("solid_lines", &solid_lines, "Lines of a fluid beside a pure solid.")
+        .def("critical_lines", &critical_lines, "Certified critical lines of a binary.")
+        .def("three_phase_lines", &three_phase_lines, "Lines of three phases of a binary.")
+        .def("azeotropic_lines", &azeotropic_lines, "Lines of azeotropes of a binary.");
 }
 
 }  // namespace py

@@ -9,14 +9,11 @@
 namespace py {
 
 void add_catalogue(nb::module_& m) {
-    const auto home = [](std::optional<std::string> const& given) {
-        return given ? corvane::DataHome(*given) : corvane::DataHome::find();
-    };
-    m.def("find_home", [home](std::optional<std::string> const& given) {
-        return home(given).directory().string();
-    });
-    m.def("substances", [home](std::string const& text, std::optional<std::string> const& given) {
-        const corvane::Substances index(home(given));
+    m.def("find_home", [](std::optional<std::string> const& given) {
+        return home_of(given).directory().string();
+    }, nb::arg("home").none(), "The directory that data and equations are read from first.");
+    m.def("substances", [](std::string const& text, std::optional<std::string> const& given) {
+        const corvane::Substances index(home_of(given));
         nb::list found;
         const auto add = [&](corvane::Substance const& s) {
             nb::dict d;
@@ -37,16 +34,16 @@ void add_catalogue(nb::module_& m) {
         else
             for (auto const* s : index.search(text)) add(*s);
         return found;
-    });
-    m.def("substance_name", [home](std::string const& text, std::optional<std::string> const& given) {
-        return corvane::substance_name(home(given), "", text);
-    });
-    m.def("equations_for", [home](std::string const& substance, std::optional<std::string> const& given) {
-        return corvane::equations_for(home(given), substance);
-    });
-    m.def("mixture_models", [home](std::optional<std::string> const& given) {
-        return corvane::plugins(home(given)).mixture;
-    });
+    }, nb::arg("text"), nb::arg("home").none(), "Substances as dictionaries, in SI units; all without a text.");
+    m.def("substance_name", [](std::string const& text, std::optional<std::string> const& given) {
+        return corvane::substance_name(home_of(given), "", text);
+    }, nb::arg("text"), nb::arg("home").none(), "Name in the data tree of a substance given in any way.");
+    m.def("equations_for", [](std::string const& substance, std::optional<std::string> const& given) {
+        return corvane::equations_for(home_of(given), substance);
+    }, nb::arg("substance"), nb::arg("home").none(), "Equations with parameters for a substance, best first.");
+    m.def("mixture_models", [](std::optional<std::string> const& given) {
+        return corvane::plugins(home_of(given)).mixture;
+    }, nb::arg("home").none(), "Models of mixtures: equation+theory.");
 }
 
 }  // namespace py
@@ -72,8 +69,10 @@ void translate(std::exception_ptr const& p, void*) {
 NB_MODULE(_native, m) {
     nanobind::set_leak_warnings(false);  // fluids that notebooks keep when the interpreter ends are no fault
     nanobind::register_exception_translator(translate);
-    nanobind::exception<corvane::OpenFailure>(m, "OpenError", PyExc_LookupError);
-    nanobind::exception<corvane::EquilibriumFailure>(m, "EquilibriumError", PyExc_ArithmeticError);
+    nanobind::exception<corvane::OpenFailure>(m, "OpenError", PyExc_LookupError).attr("__doc__") =
+        "A substance, equation, parameter set or data home that is not there, and what is there instead.";
+    nanobind::exception<corvane::EquilibriumFailure>(m, "EquilibriumError", PyExc_ArithmeticError)
+        .attr("__doc__") = "No certified result: there is none, or the search gave up; the text says which.";
     py::add_catalogue(m);
     py::add_fluid(m);
     py::add_mixture(m);
