@@ -38,5 +38,6 @@ corvane COMMAND --help tells the rest.)");
     cli::add_azeotrope(program);
     cli::add_solubility(program);
     cli::add_ternary(program);
+    cli::add_reaction(program);
     return program.run(argc, argv);
 }

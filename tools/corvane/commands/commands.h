@@ -13,6 +13,7 @@ void add_critical(Program& program);
 void add_solid(Program& program);
 void add_viscosity(Program& program);
 void add_range(Program& program);
+void add_reaction(Program& program);
 void add_mixture(Program& program);
 void add_bubble(Program& program);
 void add_dew(Program& program);
