@@ -57,8 +57,8 @@ struct MultiFluid {
             return 4 / static_cast<double>(reduced<Real>(x).second);
         }
         /// The isotherm may rise inside its loop, and once more beyond the liquid, at δ > 3: the
-        /// vapour is on the first rising branch, the liquid the first root beyond
-        /// δ = 1 + 0.4·√(1 − T/T_r), as the model says.
+        /// vapour is on the first rising branch, the liquid the last root between
+        /// δ = 1 + 0.4·√(1 − T/T_r) and 3, or the first one beyond.
         void select(Real const* x, std::vector<double>& roots, std::vector<int> const& on) const {
             const auto [Tr, vr] = reduced<Real>(x);
             const double t = static_cast<double>(T_ / Tr);
@@ -66,9 +66,10 @@ struct MultiFluid {
             std::vector<double> kept;
             bool liquid = false;
             for (std::size_t k = 0; k < roots.size(); ++k) {
-                const bool first = on[k] == 1 && kept.empty();
-                const bool dense = roots[k] * static_cast<double>(vr) > from && !liquid;
-                if (!first && !dense) continue;
+                const double delta = roots[k] * static_cast<double>(vr);
+                const bool first = on[k] == 1 && kept.empty(), dense = delta > from;
+                if (!first && (!dense || (liquid && delta > 3))) continue;
+                if (liquid) kept.pop_back();
                 kept.push_back(roots[k]);
                 liquid = liquid || dense;
             }

@@ -149,6 +149,17 @@ TEST(JudgeEquations, AgreeWithTheModelsAndWithGibbsAndDuhem) {
         agrees<judge::MultiFluid>(*loaded("MEOS", a, b, "GERG", 8), 300, {1e-9, 1e-4, 2e-3, 0.011});
     agrees<judge::MultiFluid>(*loaded("MEOS", "water", "decane", "GERG", 8), 300,
                               {1e-9, 1e-4, 0.007});
+    // Nearly pure, just above the vapour pressure: a root inside the loop is no liquid.
+    const Mixture m = loaded("MEOS", "nitrogen", "oxygen", "GERG", 8);
+    const judge::MultiFluid equation(*m);
+    const double T = 127.564, p = 1.56759;
+    const judge::MultiFluid::At<Long> at(equation, T);
+    Long r[2];
+    double q[2];
+    const Values<Long> x{4e-11L, 1 - 4e-11L};
+    ASSERT_GT(at.roots(Long(p) / (Long(R) * T), x.data(), r), 0);
+    ASSERT_GT(m->vcalc(p, T, vec({4e-11, 1 - 4e-11}), 1, q[0], q[1]), 0);
+    EXPECT_NEAR(double(r[0]) / q[0], 1, 1e-6);
 }
 
 TEST(JudgeCourt, KnowsStatesOfKnownStability) {
