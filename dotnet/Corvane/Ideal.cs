@@ -32,6 +32,9 @@ namespace Corvane
         }
 
         /// <summary>Table segment of T [K], −1 below the table. Code 3 without data.</summary>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>Number of the segment, from 0; −1 below the table.</returns>
+        /// <exception cref="ThermodynamicException">3: no ideal-gas data.</exception>
         public int Interval(double T) =>
             Check(Corvane_Ideal_interval(Handle, T, out CorvaneError e), ref e);
 
@@ -50,26 +53,47 @@ namespace Corvane
         public void Info() => CSharp_Ideal_info(Handle);
 
         /// <summary>cp°/R at T [K]. Throws code 3 without data.</summary>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>cp°/R, dimensionless.</returns>
+        /// <exception cref="ThermodynamicException">3: no ideal-gas data.</exception>
         public double Cpm(double T) =>
             Check(Corvane_Ideal_Cpm(Handle, T, out CorvaneError e), ref e);
 
         /// <summary>cv°/R at T [K]. Throws code 3 without data.</summary>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>cv°/R, dimensionless.</returns>
+        /// <exception cref="ThermodynamicException">3: no ideal-gas data.</exception>
         public double CVm(double T) =>
             Check(Corvane_Ideal_CVm(Handle, T, out CorvaneError e), ref e);
 
         /// <summary>H°/(RT) at T [K]. Throws code 3 without data.</summary>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>H°/(RT), dimensionless.</returns>
+        /// <exception cref="ThermodynamicException">3: no ideal-gas data.</exception>
         public double Hm(double T) => Check(Corvane_Ideal_Hm(Handle, T, out CorvaneError e), ref e);
 
         /// <summary>S°/R at unit density (mol/cm³) at T [K]. Throws code 3 without data.</summary>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>S°/R at unit density (mol/cm³).</returns>
+        /// <exception cref="ThermodynamicException">3: no ideal-gas data.</exception>
         public double Sm(double T) => Check(Corvane_Ideal_Sm(Handle, T, out CorvaneError e), ref e);
 
         /// <summary>U°/(RT) − S°/R at T [K]. Throws code 3 without data.</summary>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>U°/(RT) − S°/R, dimensionless.</returns>
+        /// <exception cref="ThermodynamicException">3: no ideal-gas data.</exception>
         public double Am(double T) => Check(Corvane_Ideal_Am(Handle, T, out CorvaneError e), ref e);
 
         /// <summary>U°/(RT) + 1 − S°/R at T [K]. Throws code 3 without data.</summary>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>U°/(RT) + 1 − S°/R, dimensionless.</returns>
+        /// <exception cref="ThermodynamicException">3: no ideal-gas data.</exception>
         public double Gm(double T) => Check(Corvane_Ideal_Gm(Handle, T, out CorvaneError e), ref e);
 
         /// <summary>U°/(RT) at T [K]. Throws code 3 without data.</summary>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>U°/(RT), dimensionless.</returns>
+        /// <exception cref="ThermodynamicException">3: no ideal-gas data.</exception>
         public double Um(double T) => Check(Corvane_Ideal_Um(Handle, T, out CorvaneError e), ref e);
     }
 }

@@ -38,6 +38,8 @@ namespace Corvane
         public double Ttrp => CSharp_Solid_Ttrp(Handle);
 
         /// <summary>Name of phase i; null if there is none.</summary>
+        /// <param name="i">Number of the phase, from 0.</param>
+        /// <returns>The name.</returns>
         public string PhaseName(int i) => Callbacks.Text(CSharp_Solid_id(Handle, i));
 
         /// <summary>Sublimation state at T [K] of phase i, or of the stable one for −1: pressure [MPa],
@@ -54,38 +56,74 @@ namespace Corvane
         public void Info() => CSharp_Solid_info(Handle);
 
         /// <summary>H/(RT) without the ideal-gas part.</summary>
+        /// <param name="p">Pressure, MPa.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>H/(RT) without the ideal-gas part, dimensionless.</returns>
+        /// <exception cref="ThermodynamicException">5: out of range; 6: no solid data.</exception>
         public double He(double p, double T) =>
             Check(Corvane_Solid_He(Handle, p, T, out CorvaneError e), ref e);
 
         /// <summary>H/(RT).</summary>
+        /// <param name="p">Pressure, MPa.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>H/(RT), dimensionless.</returns>
+        /// <exception cref="ThermodynamicException">5: out of range; 6: no solid data.</exception>
         public double Hm(double p, double T) =>
             Check(Corvane_Solid_Hm(Handle, p, T, out CorvaneError e), ref e);
 
         /// <summary>S/R without the ideal-gas part.</summary>
+        /// <param name="p">Pressure, MPa.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>S/R without the ideal-gas part, dimensionless.</returns>
+        /// <exception cref="ThermodynamicException">5: out of range; 6: no solid data.</exception>
         public double Se(double p, double T) =>
             Check(Corvane_Solid_Se(Handle, p, T, out CorvaneError e), ref e);
 
         /// <summary>S/R.</summary>
+        /// <param name="p">Pressure, MPa.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>S/R, dimensionless.</returns>
+        /// <exception cref="ThermodynamicException">5: out of range; 6: no solid data.</exception>
         public double Sm(double p, double T) =>
             Check(Corvane_Solid_Sm(Handle, p, T, out CorvaneError e), ref e);
 
         /// <summary>U/(RT) without the ideal-gas part.</summary>
+        /// <param name="p">Pressure, MPa.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>U/(RT) without the ideal-gas part, dimensionless.</returns>
+        /// <exception cref="ThermodynamicException">5: out of range; 6: no solid data.</exception>
         public double Ue(double p, double T) =>
             Check(Corvane_Solid_Ue(Handle, p, T, out CorvaneError e), ref e);
 
         /// <summary>U/(RT).</summary>
+        /// <param name="p">Pressure, MPa.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>U/(RT), dimensionless.</returns>
+        /// <exception cref="ThermodynamicException">5: out of range; 6: no solid data.</exception>
         public double Um(double p, double T) =>
             Check(Corvane_Solid_Um(Handle, p, T, out CorvaneError e), ref e);
 
         /// <summary>Molar volume [cm³/mol].</summary>
+        /// <param name="p">Pressure, MPa.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>Molar volume [cm³/mol].</returns>
+        /// <exception cref="ThermodynamicException">5: out of range; 6: no solid data.</exception>
         public double Vm(double p, double T) =>
             Check(Corvane_Solid_Vm(Handle, p, T, out CorvaneError e), ref e);
 
         /// <summary>Mass density [g/cm³].</summary>
+        /// <param name="p">Pressure, MPa.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>Mass density [g/cm³].</returns>
+        /// <exception cref="ThermodynamicException">5: out of range; 6: no solid data.</exception>
         public double MassDensity(double p, double T) =>
             Check(Corvane_Solid_d(Handle, p, T, out CorvaneError e), ref e);
 
         /// <summary>A/(RT) without the ideal-gas part.</summary>
+        /// <param name="p">Pressure, MPa.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>A/(RT) without the ideal-gas part, dimensionless.</returns>
+        /// <exception cref="ThermodynamicException">5: out of range; 6: no solid data.</exception>
         public double Ae(double p, double T) =>
             Check(Corvane_Solid_Ae__SWIG_0(Handle, p, T, out CorvaneError e), ref e);
 
@@ -95,6 +133,10 @@ namespace Corvane
                 Handle, p, T, ref i, ref rho, out CorvaneError e), ref e);
 
         /// <summary>A/(RT).</summary>
+        /// <param name="p">Pressure, MPa.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>A/(RT), dimensionless.</returns>
+        /// <exception cref="ThermodynamicException">5: out of range; 6: no solid data.</exception>
         public double Am(double p, double T) =>
             Check(Corvane_Solid_Am__SWIG_0(Handle, p, T, out CorvaneError e), ref e);
 
@@ -104,6 +146,10 @@ namespace Corvane
                 Handle, p, T, ref i, ref rho, out CorvaneError e), ref e);
 
         /// <summary>G/(RT).</summary>
+        /// <param name="p">Pressure, MPa.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>G/(RT), dimensionless.</returns>
+        /// <exception cref="ThermodynamicException">5: out of range; 6: no solid data.</exception>
         public double Gm(double p, double T) =>
             Check(Corvane_Solid_Gm__SWIG_0(Handle, p, T, out CorvaneError e), ref e);
 
