@@ -197,6 +197,11 @@ TEST(Cli, SubstanceWithoutIdealGasTableOrStandardSet) {
                  "CorvaneS/parameters/PR/unlisted;4, line 10: "}});
 }
 
+TEST(Cli, WhereNothingIsFoundTheStatedRangeComesFirst) {
+    expect_all({{"state MEOS water --T=-40 --unit-T C --p 0.1", 1, "",
+                 "outside the stated range of the set (below 0.01 C): the density"}});
+}
+
 TEST(Cli, SubstancesDefinedOnTheCommandLine) {
     const std::string c7 = "--define C7+ Tc=540 pc=27bar omega=0.35 M=96";
     expect_all(

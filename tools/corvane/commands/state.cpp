@@ -61,6 +61,7 @@ struct StateCommand {
     bool is(What a, What b) const { return first_->what == a && second_->what == b; }
     bool by_Tp() const { return is(What::T, What::p); }
     std::vector<Point> at_pressure(Fluid const& fluid, double T_, double p_) const;
+    std::vector<Point> at(Fluid const& fluid, double a, double b) const;
     std::vector<Point> single(Fluid const& fluid, double T_, double rho_) const;
     std::vector<Point> stable(Fluid const& fluid, double a, double b) const;
     std::vector<Property const*> shown(Fluid const& fluid) const;
@@ -174,6 +175,18 @@ std::vector<StateCommand::Point> StateCommand::stable(Fluid const& fluid, double
     if (points.empty())
         throw Failure("no stable phase, and no two, have these values where the equation was searched");
     return points;
+}
+
+/// Of a failure at T and p outside the stated range, that comes first: it is the likely reason.
+std::vector<StateCommand::Point> StateCommand::at(Fluid const& fluid, double a, double b) const {
+    if (!by_Tp()) return phase == "single" ? single(fluid, a, b) : stable(fluid, a, b);
+    try {
+        return at_pressure(fluid, a, b);
+    } catch (Failure const& e) {
+        const std::string range = beyond(fluid.notes, a, b, options.units);
+        if (range.empty()) throw;
+        throw Failure(fmt::format("outside the stated range of the set ({}): {}", range, e.what()));
+    }
 }
 
 std::vector<Property const*> StateCommand::shown(Fluid const& fluid) const {
@@ -324,9 +337,7 @@ int StateCommand::run() {
                                         units.text(second_->quantity, y)),
                             known, [&] {
                                 std::vector<Row> result;
-                                for (Point const& point : by_Tp() ? at_pressure(fluid, a, b)
-                                                          : phase == "single" ? single(fluid, a, b)
-                                                                              : stable(fluid, a, b))
+                                for (Point const& point : at(fluid, a, b))
                                     result.push_back(row(fluid, point));
                                 return result;
                             });
