@@ -271,11 +271,11 @@ std::optional<SaturationPoint> SaturationSolver::beside_two_liquids(SaturationOp
             open_ = false;
             return {};
         }
-        const double step = kStep * (1 << std::min(it, 12));
+        const auto grown = [&](int from) { return kStep * (1 << std::clamp(it - from, 0, 12)); };
         if (reached > low && reached < high)
             s = reached;
         else
-            s = high > 1e299 ? s + step : low < -1e299 ? s - step : 0.5 * (low + high);
+            s = high > 1e299 ? s + grown(0) : low < -1e299 ? s - grown(4) : 0.5 * (low + high);
         reached = 1e300;
     }
     if (liquids.empty() || !(rho_vapour > 0.0)) return {};
