@@ -57,7 +57,7 @@ Term term(std::string const& text) {
 
 /// Both sides of the reaction.
 std::array<std::string, 2> sides(std::string const& text) {
-    for (std::string_view sign : {"<=>", "<->", "->", "="}) {
+    for (std::string_view sign : {"<=>", "<->", "=>", "->", "="}) {
         const std::size_t at = text.find(sign);
         if (at == std::string::npos) continue;
         const std::string right = text.substr(at + sign.size());

@@ -40,7 +40,7 @@ struct ReactionState {
 class CORVANE_API Reaction {
   public:
     /// @param text  "N2 + 3 H2 = 2 NH3": names, formulas or CAS numbers with numbers before them
-    ///     ("3 H2", "0.5*O2", "3H2"); the sides parted by "=", "->", "<->" or "<=>"
+    ///     ("3 H2", "0.5*O2", "3H2"); the sides parted by "=", "=>", "->", "<->" or "<=>"
     /// @throws OpenFailure no such text, substances or data; elements that are not balanced
     explicit Reaction(std::string const& text, std::optional<DataHome> const& home = {});
     Reaction(Reaction&&) noexcept;

@@ -31,7 +31,7 @@ TEST(Reaction, GibbsEnergiesOfPrintedTables) {
 }
 
 TEST(Reaction, VantHoffHessAndReversal) {
-    const Reaction shift("CO + H2O = CO2 + H2"), back("2 CO2 + 2 H2 = 2CO + 2H2O");
+    const Reaction shift("CO + H2O => CO2 + H2"), back("2 CO2 + 2 H2 = 2CO + 2H2O");
     const Reaction dry("CO2 + CH4 = 2 CO + 2 H2"), wet("CH4 + H2O = CO + 3 H2");
     for (double T : {400.0, 900.0}) {
         const auto q = shift.at(T);

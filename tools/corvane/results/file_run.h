@@ -1,7 +1,7 @@
 // A file of states: --input FILE. Every row is a state; its columns are kept as they stand, in
 // their order, and what was calculated follows them, with a column "status": "ok", a note, or
-// "failed: <why>". Nothing but a few thousand rows are held. The output separates fields as the input does, and
-// has its decimal mark.
+// "failed: <why>". Nothing but a few thousand rows is held. The output separates fields as the
+// input does, and has its decimal mark.
 #pragma once
 
 #include <tools/corvane/input/open_mixture.h>
