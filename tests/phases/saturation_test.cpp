@@ -221,4 +221,26 @@ TEST(Saturation, WithoutExactDerivatives) {
         EXPECT_EQ(e.kind(), EquilibriumFailure::Kind::gave_up);
     }
 }
+
+// A model without densities in a range of states: the search meets it on the way, and says so.
+TEST(Saturation, OfAModelWithHoles) {
+    struct Holes : VdwTwins {
+        double T, low, high;
+        Holes(double T_, double low_, double high_)
+            : VdwTwins(0.3), T(T_), low(low_), high(high_) {}
+        int vcalc(double p, double at, Vector<double> const& x, int mode, double& a,
+                  double& b) const override {
+            return at < T && x[0] > low && x[0] < high ? 0 : VdwTwins::vcalc(p, at, x, mode, a, b);
+        }
+    };
+    const struct {
+        double hole, low, high, T;
+    } rows[] = {{60, -1, 2, 30}, {400, 0.31, 0.9, 200}, {400, 0.31, 2, 200}};
+    for (auto const& r : rows) try {
+            corvane::bubble_T(Holes(r.hole, r.low, r.high), r.T, mix(0.3));
+            ADD_FAILURE() << "x " << r.low << " to " << r.high;
+        } catch (EquilibriumFailure const& e) {
+            EXPECT_EQ(e.kind(), EquilibriumFailure::Kind::gave_up);
+        }
+}
 }  // namespace

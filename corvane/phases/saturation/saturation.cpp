@@ -27,14 +27,21 @@ SaturationSolver::SaturationSolver(ModelN const& model, Saturated kind, bool at_
 }
 
 SaturationPoint SaturationSolver::answer(SaturationOptions const& o) {
+    const auto gave_up = [&](char const* why) {
+        return EquilibriumFailure(EquilibriumFailure::Kind::gave_up, state(), name(),
+                                  pair_.iterations, pair_.residual, why);
+    };
+    // The arguments are checked: what comes here is from flashes and critical points on the way.
     try {
         return run(o);
-    } catch (ThException const& e) {  // from flashes and critical points on the way
-        if (e.number != th_no_density) throw;
-        throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up, state(), name(),
-                                 pair_.iterations, pair_.residual,
-                                 "the model has no density for some states on the way");
+    } catch (ThException const& e) {
+        if (e.number == th_no_density)
+            throw gave_up("the model has no density for some states on the way");
+        if (e.number != th_out_of_range) throw;
+    } catch (MthException const& e) {
+        if (e.number != mth_out_of_range) throw;
     }
+    throw gave_up("the model has no values for some states on the way");
 }
 
 SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
