@@ -313,6 +313,12 @@ TEST(SplitLiquid, BesideOneThatIsPure) {
         }
 }
 
+// Where the model's states on the way mislead the search to no pressure at all it is still a refusal.
+TEST(SplitLiquid, WithoutPressureIsARefusal) {
+    const Mixture m = loaded("MEOS", "GERG", {"hydrogen", "water"}, 8);
+    EXPECT_THROW(corvane::bubble_T(*m, 168.5416702, mix(0.7651253)), corvane::EquilibriumFailure);
+}
+
 TEST(SplitLiquid, OfAMixture) {
     const Mixture m =
         loaded("PR", "vdW1", {"nitrogen", "methane", "ethane", "butane", "pentane"});

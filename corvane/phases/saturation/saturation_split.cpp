@@ -15,7 +15,8 @@
 namespace corvane {
 namespace {
 constexpr int kFlashes = 30;
-constexpr double kStep = 0.7;     // largest change of ln p between flashes
+constexpr double kStep = 0.7;     // change of ln p between flashes, the first ones
+constexpr double kLowest = 1e-100;  // MPa
 constexpr double kNarrow = 0.05;  // bracket in ln p from which Newton's method starts
 constexpr double kLeast = 1e-4;   // bracket that ends the search
 constexpr double kJump = 0.2;     // of ln rho of the lightest phase, least
@@ -191,7 +192,7 @@ std::optional<SaturationPoint> SaturationSolver::beside_two_liquids(SaturationOp
             q = q0 * std::exp(s);
         else
             t = 1.0 / (1.0 / t0 + s / latent);
-        if (!(t > 0.0) || !std::isfinite(q)) return {};
+        if (!(t > 0.0) || !(q > kLowest) || !std::isfinite(q)) return {};
         FlashResult whole;
         try {
             whole = flash_pT(fluid_.model(), q, t, z);
