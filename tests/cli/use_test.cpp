@@ -199,7 +199,7 @@ TEST(Cli, SubstanceWithoutIdealGasTableOrStandardSet) {
 
 TEST(Cli, WhereNothingIsFoundTheStatedRangeComesFirst) {
     expect_all({{"state MEOS water --T=-40 --unit-T C --p 0.1", 1, "",
-                 "outside the stated range of the set (below 0.01 C): the density"}});
+                 "outside the stated range of the set (below 0.01 C): "}});
 }
 
 TEST(Cli, SubstancesDefinedOnTheCommandLine) {

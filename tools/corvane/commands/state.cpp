@@ -180,13 +180,15 @@ std::vector<StateCommand::Point> StateCommand::stable(Fluid const& fluid, double
 /// Of a failure at T and p outside the stated range, that comes first: it is the likely reason.
 std::vector<StateCommand::Point> StateCommand::at(Fluid const& fluid, double a, double b) const {
     if (!by_Tp()) return phase == "single" ? single(fluid, a, b) : stable(fluid, a, b);
-    try {
-        return at_pressure(fluid, a, b);
-    } catch (Failure const& e) {
-        const std::string range = beyond(fluid.notes, a, b, options.units);
-        if (range.empty()) throw;
-        throw Failure(fmt::format("outside the stated range of the set ({}): {}", range, e.what()));
-    }
+    const std::string range = beyond(fluid.notes, a, b, options.units);
+    if (range.empty()) return at_pressure(fluid, a, b);
+    return asking("outside the stated range of the set (" + range + ")", [&] {
+        try {
+            return at_pressure(fluid, a, b);
+        } catch (Failure const& e) {
+            throw Failure(fmt::format("outside the stated range of the set ({}): {}", range, e.what()));
+        }
+    });
 }
 
 std::vector<Property const*> StateCommand::shown(Fluid const& fluid) const {
