@@ -51,6 +51,7 @@
 #include <corvane/solid/fusion.h>
 #include <corvane/solid/solid.h>
 #include <corvane/state/phase_properties.h>
+#include <corvane/state/property_diagram.h>
 #include <corvane/state/pure_state.h>
 #include <corvane/state/reference.h>
 #include <corvane/viscosity/visco.h>

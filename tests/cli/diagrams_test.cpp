@@ -301,6 +301,35 @@ TEST(CliDiagrams, ATernaryIsThatOfTheFlash) {
         EXPECT_EQ(run_corvane(std::string("ternary PCSAFT+LB ") + wrong).code, 2) << wrong;
 }
 
+TEST(CliDiagrams, IsolinesAreStates) {
+    const Json d = json("property-diagram CO2 --kind ph --isotherms 0,50 --qualities 0.5 --isentropes 1.5 "
+                        "--units bar --reference IIR");
+    std::map<std::string, std::pair<int, Json>> middle;  // of each line
+    for (Json const& row : d["rows"]) ++middle[row["line"]].first;
+    std::map<std::string, int> seen;
+    for (Json const& row : d["rows"])
+        if (++seen[row["line"]] == middle[row["line"]].first / 3) middle[row["line"]].second = row;
+    ASSERT_EQ(middle.size(), 5u);  // bubble, dew, T, q, s
+    for (auto const& [line, entry] : middle) {
+        SCOPED_TRACE(line);
+        Json const& row = entry.second;
+        const bool two = row.contains("q") && !row["q"].is_null();
+        const std::string by = two && line != "s" ? "q" : "p";
+        const std::string other = line == "s" ? "s" : "T";
+        const Json state = json("state CO2 --units bar --reference IIR --" + by + " " +
+                                Json(row.at(by)).dump() + " --" + other + " " +
+                                Json(row.at(other)).dump())["rows"];
+        double h = 0.0;  // of the whole, from its phases
+        for (Json const& phase : state)
+            if (state.size() == 1 || phase["phase"] == "liquid" || phase["phase"] == "vapour")
+                h += value(phase, "h") * (state.size() == 1 ? 1.0 : value(phase, "amount"));
+        EXPECT_NEAR(h, value(row, "h"), 1e-6 * std::fabs(h));
+    }
+    for (char const* wrong : {"CO2 --kind pq", "CO2 --qualities 2", "CO2 --T-min 400 --T-max 300",
+                              "CO2 --isobars -1", "CO2 --kij 0.1"})
+        EXPECT_EQ(run_corvane(std::string("property-diagram ") + wrong).code, 2) << wrong;
+}
+
 TEST(CliDiagrams, Pictures) {
     if (no_gnuplot()) GTEST_SKIP() << "gnuplot is not installed";
     const Scratch scratch;
@@ -317,6 +346,8 @@ TEST(CliDiagrams, Pictures) {
         {"diagram PR+vdW1 CO2 ethane",
          {"pure carbon_dioxide", "critical line", "critical end point", "azeotropes"}},
         {"envelope PR+vdW1 methane=0.8 propane", {"T / K", "bubble points", "cricondenbar"}},
+        {"property-diagram PR+vdW1 methane=0.7 propane --kind Ts",
+         {"0.7 methane + 0.3 propane", "s / (J/(mol K))", "isobars", "dew points"}},
         {"ternary PR+vdW1 nitrogen methane ethane --T 120 --p 3",
          {"120 K, 3 MPa", "plait point", "tie lines"}}};
     for (auto const& c : cases) {

@@ -35,6 +35,7 @@ const std::map<std::string, Sample> kCommands = {
     {"diagram", {"PR+vdW1 propane butane", ""}},
     {"three-phase", {"PR+vdW1 ethane methanol", "--T 290"}},
     {"azeotrope", {"PR+vdW1 CO2 ethane", "--T 250"}},
+    {"property-diagram", {"PR propane", ""}},
     {"ternary", {"PR+vdW1 methane hydrogen_sulfide water", "--T 300 --p 5"}},
     {"reaction", {"'N2 + 3 H2 = 2 NH3'", "--T 300"}},
     {"solubility", {"PR+vdW1 methane CO2 --solid CO2", "--T 150 --p 5"}},

@@ -39,5 +39,6 @@ corvane COMMAND --help tells the rest.)");
     cli::add_solubility(program);
     cli::add_ternary(program);
     cli::add_reaction(program);
+    cli::add_property_diagram(program);
     return program.run(argc, argv);
 }

@@ -29,5 +29,6 @@ void add_three_phase(Program& program);
 void add_azeotrope(Program& program);
 void add_solubility(Program& program);
 void add_ternary(Program& program);
+void add_property_diagram(Program& program);
 
 }  // namespace cli

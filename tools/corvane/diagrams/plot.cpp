@@ -205,6 +205,7 @@ std::string script(Picture const& picture, bool svg) {
     text += range(picture);
     if (!picture.corners[0].empty()) text += triangle(picture);
     if (picture.log_y) text += "set logscale y\nset format y '%g'\n";
+    if (picture.log_x) text += "set logscale x\nset format x '%g'\n";
     for (Label const& label : picture.labels)
         text += fmt::format("set label {} at {:.8g},{:.8g} right offset -0.6,0.3 front\n",
                             quoted(label.text), label.at[0], label.at[1]);
@@ -363,6 +364,35 @@ void Picture::label(std::string const& text, std::vector<XY> const& curve) {
     std::size_t middle = 0;
     while (middle + 1 < curve.size() && part < 0.5 * whole) part += length(++middle);
     labels.push_back({text, curve[middle]});
+}
+
+void Picture::thin_labels() {
+    constexpr double wide = 0.014, high = 0.035;  // of a letter and a line, in parts of the axes
+    const bool logarithmic[] = {log_x, log_y};
+    const auto shown = [&](double v, std::size_t i) { return logarithmic[i] ? std::log(v) : v; };
+    XY low{1e300, 1e300}, top{-1e300, -1e300};
+    for (Curve const& curve : curves)
+        for (XY const& point : curve.points)
+            for (std::size_t i : {0, 1}) {
+                if (!std::isfinite(shown(point[i], i))) continue;
+                low[i] = std::min(low[i], shown(point[i], i));
+                top[i] = std::max(top[i], shown(point[i], i));
+            }
+    std::vector<Label> kept;
+    const auto part = [&](Label const& l, std::size_t i) {
+        return (shown(l.at[i], i) - low[i]) / std::max(1e-300, top[i] - low[i]);
+    };
+    for (Label const& l : labels) {
+        // Texts end at their points.
+        const bool free = std::all_of(kept.begin(), kept.end(), [&](Label const& k) {
+            const double x = part(l, 0), other = part(k, 0);
+            return std::fabs(part(l, 1) - part(k, 1)) > high ||
+                   std::fabs(x - other) >
+                       wide * static_cast<double>((x > other ? l : k).text.size() + 1);
+        });
+        if (free) kept.push_back(l);
+    }
+    labels = std::move(kept);
 }
 
 XY Picture::in_triangle(double top, double left) {

@@ -59,7 +59,7 @@ struct Picture {
     std::vector<Marks> marks = {};
     std::vector<Label> labels = {};
     bool fraction = false;  ///< x is a mole fraction: 0 to 1
-    bool log_y = false;
+    bool log_x = false, log_y = false;
     double y_top = 0.0;  ///< above 0: where the picture ends, if points are higher
     /// Not empty: an equilateral triangle, the names at its top, lower left and lower right corner.
     std::array<std::string, 3> corners = {};
@@ -73,6 +73,8 @@ struct Picture {
              std::vector<bool> const& stable);
     /// A label half-way along a curve.
     void label(std::string const& text, std::vector<XY> const& curve);
+    /// Leaves out labels that would lie over one that is kept, the first ones first.
+    void thin_labels();
     /// A mark; joins those of the same title.
     void mark(std::string const& name, Symbol symbol, Ink ink, XY at);
 };
