@@ -57,6 +57,8 @@ SolidFluidStates::SolidFluidStates(ModelN const& model, int solid, bool at_T, do
     } else {
         Solid const& data = pure_.pure(0).solid;
         auto const& last = data.sg[data.sg.size() - 1].x;
+        // Files continue their data far down, where every component would freeze: carbon dioxide's
+        // are measured to 0.37 of its triple temperature.
         if (last.size() > 0)
             coldest_ = std::clamp(1.0 / last[last.size() - 1], 0.37 * hottest_, 0.99 * hottest_);
     }
