@@ -339,12 +339,12 @@ TEST(CliDiagrams, Pictures) {
         std::vector<std::string> words;
     } const cases[] = {
         {"pxy PR+vdW1 methane propane --T 250 --unit-p bar",
-         {"methane + propane, PR+vdW1, 250 K", "mole fraction of methane", "p / bar", "liquid",
+         {"methane + propane, PR+vdW1, kij 0.0119, 250 K", "mole fraction of methane", "p / bar", "liquid",
           "vapour", "critical point"}},
-        {"txy PR+vdW1 1_butene butane --p 1", {"1_butene", "T / K"}},
+        {"txy PR+vdW1 1_butene butane --p 1", {"1-butene + butane, PR+vdW1, kij 0.0007", "T / K"}},
         {"txy PR+vdW1 ethanol water --p 0.1", {"three phases", "second liquid"}},
         {"diagram PR+vdW1 CO2 ethane",
-         {"pure carbon_dioxide", "critical line", "critical end point", "azeotropes"}},
+         {"pure carbon dioxide", "critical line", "critical end point", "azeotropes"}},
         {"envelope PR+vdW1 methane=0.8 propane", {"T / K", "bubble points", "cricondenbar"}},
         {"property-diagram PR+vdW1 methane=0.7 propane --kind Ts",
          {"0.7 methane + 0.3 propane", "s / (J/(mol K))", "isobars", "dew points"}},

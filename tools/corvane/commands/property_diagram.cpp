@@ -6,6 +6,7 @@
 #include <tools/corvane/results/mixture_points.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
+#include <tools/corvane/text/text.h>
 
 #include <corvane/state/property_diagram.h>
 
@@ -267,7 +268,7 @@ int PropertyDiagramCommand::run() {
         how(k, Tc, fluid.model->pcrit(), stated > 0.3 * Tc && stated < 0.9 * Tc ? stated : 0.55 * Tc);
     o.progress = watch.progress();
     return draw(head, asking(fluid.name(), [&] { return corvane::property_diagram(*fluid.model, o); }),
-                fmt::format("{}, {}", fluid.substance, fluid.equation));
+                fmt::format("{}, {}", written_name(fluid.substance), fluid.equation));
 }
 }  // namespace
 

@@ -7,6 +7,7 @@
 #include <tools/corvane/results/mixture_points.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
+#include <tools/corvane/text/text.h>
 
 #include <corvane/phases/ternary/ternary_diagram.h>
 
@@ -214,7 +215,7 @@ int TernaryCommand::run() {
     Picture picture;
     picture.title = fmt::format("{}, {}, {}", title(mixture), units.text(Quantity::temperature, at_T),
                                 units.text(Quantity::pressure, at_p));
-    for (int i = 0; i < 3; ++i) picture.corners[static_cast<std::size_t>(i)] = mixture.component(i);
+    for (int i = 0; i < 3; ++i) picture.corners[static_cast<std::size_t>(i)] = written_name(mixture.component(i));
     draw(d, picture);
     plot.draw(picture);
     return Watch::interrupted() ? kInterrupted : d.complete() ? 0 : 1;

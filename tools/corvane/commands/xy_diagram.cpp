@@ -10,6 +10,7 @@
 #include <tools/corvane/results/mixture_points.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
+#include <tools/corvane/text/text.h>
 
 #include <fmt/format.h>
 
@@ -223,7 +224,7 @@ int XyDiagram::run() {
     const Solids solids(mixture, solid, solid_data, head, options.units);
     Picture picture;
     picture.title = title(mixture);
-    picture.x_axis = fmt::format("mole fraction of {}", mixture.component(0));
+    picture.x_axis = fmt::format("mole fraction of {}", written_name(mixture.component(0)));
     picture.y_axis = axis(frame().sought(), units);
     picture.fraction = true;
     head.remarks.push_back("every stable two-phase state; x is the liquid, or the denser phase");

@@ -1,6 +1,7 @@
 #include <tools/corvane/results/mixture_points.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
+#include <tools/corvane/text/text.h>
 
 #include <corvane/phases/critical/critical.h>
 
@@ -70,9 +71,16 @@ std::string title(MixtureFluid const& mixture) {
     for (int i = 0; i < mixture.size(); ++i) {
         text += i > 0 ? " + " : "";
         if (mixture.composed) text += fmt::format("{:.6g} ", mixture.x[i]);
-        text += mixture.component(i);
+        text += written_name(mixture.component(i));
     }
-    return fmt::format("{}, {}", text, mixture.name());
+    text = fmt::format("{}, {}", text, mixture.name());
+    if (*mixture.theory == "GERG") return text + (mixture.estimated.empty() ? "" : ", estimated");
+    if (mixture.size() == 2) text += ", kij " + shortest(mixture.model->param(0, 0, 1));
+    const auto all = static_cast<std::size_t>(mixture.size() * (mixture.size() - 1) / 2);
+    if (mixture.estimated.empty()) return text;
+    return text + (mixture.size() == 2               ? " (estimated)"
+                   : mixture.estimated.size() == all ? ", kij estimated"
+                                                     : ", some kij estimated");
 }
 
 std::string axis(Quantity quantity, Units const& units) {

@@ -35,7 +35,8 @@ Rows::Given given(Units const& units, double T, double p);
 Rows::Given given(Units const& units, bool by_T, double value, Vector<double> const& x,
                   bool liquid);
 
-/// Of a picture: "methane + propane, PR+vdW1", with mole fractions if there are.
+/// Of a picture: "methane + carbon dioxide, PR+vdW1, kij 0.0973", with mole fractions if there are;
+/// it says what is estimated.
 std::string title(MixtureFluid const& mixture);
 /// Of an axis: "p / MPa".
 std::string axis(Quantity quantity, Units const& units);

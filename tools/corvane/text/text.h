@@ -19,4 +19,8 @@ using corvane::trimmed;
 /// each byte of what is no UTF-8, becomes '?'.
 std::string printable(std::string_view text);
 
+/// A substance as chemists write it: "carbon dioxide", "1,2-dichloroethane", "cis-2-butene",
+/// "methyl tert-butyl ether", "R1234ze(E)"; a name of another form as it stands.
+std::string written_name(std::string_view name);
+
 }  // namespace cli
