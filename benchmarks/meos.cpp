@@ -30,7 +30,7 @@ struct State {
         model->id(1);
         model->load("MEOS");
         T = 0.8 * model->Tcrit();
-        corvane::Saturation().at_T(model.get(), T, 0, p, rhoL, rhoV);
+        corvane::SaturationMarch().at_T(model.get(), T, 0, p, rhoL, rhoV);
     }
 };
 
@@ -82,7 +82,7 @@ void vcalc(benchmark::State& run) {
 void vle1_T(benchmark::State& run) {
     const State s(run);
     const int cont = static_cast<int>(run.range(1));
-    corvane::Saturation curve;
+    corvane::SaturationMarch curve;
     double T = s.T, p, rhoL, rhoV;
     for (auto _ : run) {
         T = T > 0.9 * s.model->Tcrit() ? s.T : T + 1e-4 * s.T;

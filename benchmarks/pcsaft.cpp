@@ -51,7 +51,7 @@ struct State {
         model->id(s.id);
         model->load("PCSAFT");
         T = reduced * model->Tcrit();
-        corvane::Saturation().at_T(model.get(), T, 0, p, rhoL, rhoV);
+        corvane::SaturationMarch().at_T(model.get(), T, 0, p, rhoL, rhoV);
     }
 };
 

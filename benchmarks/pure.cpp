@@ -85,7 +85,7 @@ BENCHMARK(saturation_cold)->ArgName("Tr/1000")->Arg(400)->Arg(700)->Arg(950)->Ar
 /// A march from 0.5 to 0.95 Tc and back in steps of 1 %; the time is that of one point.
 void saturation_march(benchmark::State& state) {
     CountingModel m(propane());
-    corvane::Saturation curve;
+    corvane::SaturationMarch curve;
     double p = 0, rhoL = 0, rhoV = 0, Tr = 0.5, step = 0.01;
     for (auto _ : state) {
         curve.at_T(&m, Tr * m.Tcrit(), 1, p, rhoL, rhoV);

@@ -6,48 +6,18 @@
 #include <corvane/mixture/pair_parameters.h>
 #include <corvane/pure/plugin_file.h>
 
-#include <exception>
-
 using namespace corvane::binding;
-
-namespace {
-/// Runs a march; where that does not get there, close to the critical point for one, the direct
-/// solver. If both fail, the march's failure counts.
-template <class March, class Direct>
-void march_or_solve(March march, Direct direct) {
-    try {
-        march();
-    } catch (...) {
-        const std::exception_ptr failure = std::current_exception();
-        try {
-            direct();
-        } catch (...) {
-            std::rethrow_exception(failure);
-        }
-    }
-}
-}  // namespace
 
 EXPORT void Corvane_Saturation_at_T(void* self, void* model, double T, int cont, double* p,
                                     double* rhoL, double* rhoV, CorvaneError* error) {
     guard(error, {}, [&] {
-        Model1* const m = as<Model1>(model);
-        march_or_solve([&] { ref<corvane::Saturation>(self).at_T(m, T, cont, *p, *rhoL, *rhoV); },
-                       [&] {
-                           const corvane::PureSaturation q = corvane::pure_saturation_T(*m, T);
-                           *p = q.p, *rhoL = q.rhoL, *rhoV = q.rhoV;
-                       });
+        ref<corvane::Saturation>(self).at_T(as<Model1>(model), T, cont, *p, *rhoL, *rhoV);
     });
 }
 EXPORT void Corvane_Saturation_at_p(void* self, void* model, double p, int cont, double* T,
                                     double* rhoL, double* rhoV, CorvaneError* error) {
     guard(error, {}, [&] {
-        Model1* const m = as<Model1>(model);
-        march_or_solve([&] { ref<corvane::Saturation>(self).at_p(m, p, cont, *T, *rhoL, *rhoV); },
-                       [&] {
-                           const corvane::PureSaturation q = corvane::pure_saturation_p(*m, p);
-                           *T = q.T, *rhoL = q.rhoL, *rhoV = q.rhoV;
-                       });
+        ref<corvane::Saturation>(self).at_p(as<Model1>(model), p, cont, *T, *rhoL, *rhoV);
     });
 }
 EXPORT int Corvane_volav(void* model, int kind, double p, double T, void* x, double d, double* rho,

@@ -137,7 +137,7 @@ TEST(Forwarders, FreeFunctions) {
         const double near = m->Tcrit() * (1 - d);
         try {
             double ps, liquid, vapour;
-            corvane::Saturation().at_T(m, near, 0, ps, liquid, vapour);
+            corvane::SaturationMarch().at_T(m, near, 0, ps, liquid, vapour);
         } catch (...) {
             ++refused;
         }

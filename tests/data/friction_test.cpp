@@ -66,7 +66,7 @@ TEST(FrictionTheory, SetsHoldWithinTheirStatedRanges) {
         for (auto const& [T, eta] :
              {std::pair(row.low, row.eta_low), std::pair(row.middle, row.eta)}) {
             double p = 0, rho = 0, vapour = 0;
-            corvane::Saturation().at_T(m.get(), T, 0, p, rho, vapour);
+            corvane::SaturationMarch().at_T(m.get(), T, 0, p, rho, vapour);
             EXPECT_NEAR(viscosity(*m, rho, T), eta, 0.1 * eta) << T;
         }
     }

@@ -66,7 +66,7 @@ struct Bubble {
 template <class Visit>
 void march(ModelN const& m, double T, double x0, double step, Visit visit) {
     Bubble s;
-    corvane::Saturation().at_T(m.mdl1[1], T, 0, s.p, s.rho1, s.rho2[1]);
+    corvane::SaturationMarch().at_T(m.mdl1[1], T, 0, s.p, s.rho1, s.rho2[1]);
     Model1 const& light = *m.mdl1[0];
     const double K =
         light.pcrit() / s.p * std::exp(5.373 * (1 + light.omega()) * (1 - light.Tcrit() / T));

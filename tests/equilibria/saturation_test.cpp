@@ -109,7 +109,7 @@ TEST(Saturation, FailsByCodeAtAndAboveTheCriticalPointAndStillWorksAfterwards) {
 
 TEST(Saturation, ObjectsKeepTheirMarchesApart) {
     const VdwModel argon, other("other", 300.0, 50.0);
-    corvane::Saturation a, b;
+    corvane::SaturationMarch a, b;
     double pa = 0, pb = 0, rhoL = 0, rhoV = 0;
     for (double y : {0.3, 0.6, 0.9, 1.2, 1.5}) {
         const Point exact_a = lekner(y, argon), exact_b = lekner(1.8 - y, other);
@@ -159,7 +159,7 @@ TEST(Saturation, SlopeObeysClapeyronAndAMarchGivesWhatColdCallsGive) {
     m->load("PR");
     const double Tc = m->Tcrit();
     std::vector<Point> cold;
-    corvane::Saturation march;
+    corvane::SaturationMarch march;
     for (double Tr = 0.6; Tr < 0.999; Tr += 0.02) {
         Point c{Tr * Tc, 0, 0, 0};
         vle1_T(m.get(), c.T, 0, c.p, c.rhoL, c.rhoV);

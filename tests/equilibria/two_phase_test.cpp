@@ -32,7 +32,7 @@ TEST(TwoPhase, BubblePointsMeetTheConditionsAndInvert) {
 TEST(TwoPhase, Limits) {
     const Mixture m = peng_robinson("methane", "propane", 0.01);
     double p, rhoL, rhoV;
-    corvane::Saturation().at_T(m->mdl1[1], 230, 0, p, rhoL, rhoV);
+    corvane::SaturationMarch().at_T(m->mdl1[1], 230, 0, p, rhoL, rhoV);
     Bubble s{0, 1.02 * rhoL, vec({7, 0.9 * rhoV})};  // x = 0: the pure fluid
     vleN_T(m.get(), 230, mix(0), s.p, s.rho1, s.rho2);
     EXPECT_NEAR(s.p / p, 1, 1e-10);
@@ -55,7 +55,7 @@ TEST(TwoPhase, Limits) {
     for (double k : {0.0, 0.05}) {
         const VdwTwins twins(k);
         const VdwModel fluid("", twins.Tc(mix(0.5)), 40);
-        corvane::Saturation().at_T(&fluid, 240, 0, p, rhoL, rhoV);
+        corvane::SaturationMarch().at_T(&fluid, 240, 0, p, rhoL, rhoV);
         s = {0, 1.02 * rhoL, mix(0.5) * (0.95 * rhoV)};
         vleN_T(&twins, 240, mix(0.5), s.p, s.rho1, s.rho2);
         EXPECT_NEAR(s.p / p, 1, 1e-10);

@@ -143,7 +143,7 @@ struct Round {
             expect_root(rhoV);
             report.expect(std::isfinite(difference), "%g", difference);
         }
-        corvane::Saturation fresh;
+        corvane::SaturationMarch fresh;
         if (report.answers("Saturation::at_T", [&] { fresh.at_T(&m, T, 0, ps, rhoL, rhoV); })) {
             expect_coexistence(T, ps, rhoL, rhoV);
             CorvaneError error;

@@ -183,7 +183,7 @@ TEST(CompleteDiagram, DividesTheField) {
                     EXPECT_EQ(q.x, q.y);
                     Model1 const* component = m->mdl1[q.x == 1 ? 0 : 1];
                     double p = 0, liquid = 0, vapour = 0;
-                    corvane::Saturation().at_T(component, q.T, 0, p, liquid, vapour);
+                    corvane::SaturationMarch().at_T(component, q.T, 0, p, liquid, vapour);
                     EXPECT_NEAR(p / q.p, 1, 1e-8);
                 } else if (why == critical) {
                     corvane::CriticalPoint near;

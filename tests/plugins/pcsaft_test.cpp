@@ -92,7 +92,7 @@ TEST(PcSaft, HardSpheresAreThoseOfCarnahanAndStarling) {
 double boiling_deviation(std::string const& name, int id, double Tb) {
     const Model m = load_set("PCSAFT", name, id);
     double p = 0, rhoL = 0, rhoV = 0;
-    corvane::Saturation().at_T(m.get(), Tb, 0, p, rhoL, rhoV);
+    corvane::SaturationMarch().at_T(m.get(), Tb, 0, p, rhoL, rhoV);
     return p / 0.101325 - 1;
 }
 

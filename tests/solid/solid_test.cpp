@@ -131,7 +131,7 @@ TEST(Solid, MeetsLiquidAndVapourAtTheTriplePoint) {
         m->solid.load();
         const auto gap = [&](double T) {
             double p = 0, liquid = 0, vapour = 0, rho = 0;
-            corvane::Saturation().at_T(m.get(), T, 0, p, liquid, vapour);
+            corvane::SaturationMarch().at_T(m.get(), T, 0, p, liquid, vapour);
             int phase = -1;
             return m->solid.Ge(p, T, phase, rho) - m->Ge(liquid, T);
         };

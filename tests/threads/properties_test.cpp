@@ -34,7 +34,7 @@ Numbers pure(Model1 const& m, int k) {
     add(v, [&] { return m.crit(T, rho, 0.3)[0]; });
     add(v, [&] {
         double ps = 0, rhoL = 0, rhoV = 0;
-        corvane::Saturation().at_T(&m, T, 0, ps, rhoL, rhoV);
+        corvane::SaturationMarch().at_T(&m, T, 0, ps, rhoL, rhoV);
         return ps + rhoL + rhoV;
     });
     Vector<double> roots(3);

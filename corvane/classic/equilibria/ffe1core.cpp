@@ -78,20 +78,20 @@ void walk_to_two_roots(double& v, double bound, int up, Evaluate evaluate) {
 
 namespace corvane {
 
-void Saturation::start(Model1 const* model, double DeltaH) {
+void SaturationMarch::start(Model1 const* model, double DeltaH) {
     T0_ = Tc_ = model->Tcrit();
     pc_ = model->pcrit();
     lp0_ = std::log(pc_);
     DeltaH_ = DeltaH;
 }
 
-void Saturation::remember(double T, double lp) {
+void SaturationMarch::remember(double T, double lp) {
     if (T0_ != T) DeltaH_ = (lp - lp0_) * R / (1 / T0_ - 1 / T);
     lp0_ = lp;
     T0_ = T;
 }
 
-void Saturation::at_T(Model1 const* model, double T, int cont, double& p, double& rhoL,
+void SaturationMarch::at_T(Model1 const* model, double T, int cont, double& p, double& rhoL,
                       double& rhoV) {
     // Trouton's rule for the first slope. The two functions seed it differently (intended).
     if (cont == 0 || !(DeltaH_ > 0)) start(model, 80 * T);
@@ -110,7 +110,7 @@ void Saturation::at_T(Model1 const* model, double T, int cont, double& p, double
     remember(T, x[0]);
 }
 
-void Saturation::at_p(Model1 const* model, double p, int cont, double& T, double& rhoL,
+void SaturationMarch::at_p(Model1 const* model, double p, int cont, double& T, double& rhoL,
                       double& rhoV) {
     if (cont == 0 || !(DeltaH_ > 0)) start(model, 60 * model->Tcrit());
     ffe1 state;
@@ -132,11 +132,11 @@ void Saturation::at_p(Model1 const* model, double p, int cont, double& T, double
 }  // namespace corvane
 
 void vle1_T(Model1 const* model, double T, int cont, double& p, double& rhoL, double& rhoV) {
-    static corvane::Saturation state;
+    static corvane::SaturationMarch state;
     state.at_T(model, T, cont, p, rhoL, rhoV);
 }
 
 void vle1_p(Model1 const* model, double p, int cont, double& T, double& rhoL, double& rhoV) {
-    static corvane::Saturation state;
+    static corvane::SaturationMarch state;
     state.at_p(model, p, cont, T, rhoL, rhoV);
 }

@@ -14,7 +14,7 @@ CORVANE_API double maxwell(Model1 const* model, double p, double T, double& rhoL
 ///
 /// cont = 0 starts from the critical point; otherwise from the last solution of this function,
 /// along the Clausius–Clapeyron line through the last two (a march). Not re-entrant: one static
-/// state for all callers; corvane::Saturation is the re-entrant form of the same solver.
+/// state for all callers; corvane::SaturationMarch is the re-entrant form of the same solver.
 /// @throws ThException 0 no start with two roots in 16 trials (T at or above critical); 9; what the
 ///         fit throws. The state is then as before, apart from a fresh start's own initialisation.
 CORVANE_API void vle1_T(Model1 const* model, double T, int cont, double& p, double& rhoL,
@@ -27,8 +27,9 @@ CORVANE_API void vle1_p(Model1 const* model, double p, int cont, double& T, doub
 namespace corvane {
 
 /// The memory of a march along a saturation curve, as an object: use one per curve and thread. A
-/// new one starts from the critical point. Copies are independent.
-class CORVANE_API Saturation {
+/// new one starts from the critical point. Copies are independent. Next to the critical point the
+/// march may fail, which corvane::Saturation does not.
+class CORVANE_API SaturationMarch {
   public:
     void at_T(Model1 const* model, double T, int cont, double& p, double& rhoL, double& rhoV);
     void at_p(Model1 const* model, double p, int cont, double& T, double& rhoL, double& rhoV);

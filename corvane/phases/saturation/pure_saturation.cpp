@@ -239,7 +239,7 @@ PureSaturation Solver::near(double T) {
 PureSaturation Solver::far(double T) {
     double p = 0.0, liquid = 0.0, vapour = 0.0;
     try {
-        Saturation().at_T(&model_, T, 0, p, liquid, vapour);
+        SaturationMarch().at_T(&model_, T, 0, p, liquid, vapour);
     } catch (ThException const&) {
         gave_up("the model has no two phases at this temperature");
     } catch (MthException const&) {
@@ -314,7 +314,7 @@ PureSaturation Solver::at_p() {
     double T = Tc_ * std::exp(std::log(value_ / pc_) / slope), T_before = 0.0, p_before = 0.0;
     if (T < (1.0 - kNear) * Tc_) try {
             double liquid = 0.0, vapour = 0.0;
-            Saturation().at_p(&model_, value_, 0, T, liquid, vapour);
+            SaturationMarch().at_p(&model_, value_, 0, T, liquid, vapour);
         } catch (ThException const&) {  // the critical slope is a start, too
         } catch (MthException const&) {
         }

@@ -30,7 +30,7 @@ struct PureSaturation {
 /// critical point is a regular point of the system, and the trivial solution is none. Newton's
 /// method, Gauss–Legendre quadrature with 16 points; where an equation is not smooth between the
 /// densities and 8 points say otherwise, differences of m and of p take its place. Farther from the
-/// critical point Newton's method for both densities, from the walk of Saturation. At given p, steps
+/// critical point Newton's method for both densities, from the walk of SaturationMarch. At given p, steps
 /// of T by Newton's method with the slope of the critical isochore or by secants.
 ///
 /// @throws EquilibriumFailure no_solution: at or above the critical point of the equation; gave_up:

@@ -23,7 +23,7 @@ AnchoredSolid::AnchoredSolid(Model1 const& fluid, FusionData const& data)
         throw ThException(th_out_of_range);
     double rhoL = 0.0, rhoV = 0.0;
     try {
-        Saturation().at_T(&fluid, T, 0, p_t_, rhoL, rhoV);
+        SaturationMarch().at_T(&fluid, T, 0, p_t_, rhoL, rhoV);
     } catch (ThException const&) {
         p_t_ = 0.0;
     } catch (MthException const&) {
