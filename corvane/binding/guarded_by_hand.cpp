@@ -1,5 +1,5 @@
-// Guarded exports that do more than forward: saturation by the march or the direct solver, densities
-// that are checked, minima that are judged, heat capacities in one call, models that go home.
+// Guarded exports that do more than forward: densities that are checked, minima that are judged,
+// heat capacities in one call, models that go home.
 #include <corvane/binding/flat.h>
 #include <corvane/binding/guard.h>
 #include <corvane/corvane.h>
@@ -8,18 +8,6 @@
 
 using namespace corvane::binding;
 
-EXPORT void Corvane_Saturation_at_T(void* self, void* model, double T, int cont, double* p,
-                                    double* rhoL, double* rhoV, CorvaneError* error) {
-    guard(error, {}, [&] {
-        ref<corvane::Saturation>(self).at_T(as<Model1>(model), T, cont, *p, *rhoL, *rhoV);
-    });
-}
-EXPORT void Corvane_Saturation_at_p(void* self, void* model, double p, int cont, double* T,
-                                    double* rhoL, double* rhoV, CorvaneError* error) {
-    guard(error, {}, [&] {
-        ref<corvane::Saturation>(self).at_p(as<Model1>(model), p, cont, *T, *rhoL, *rhoV);
-    });
-}
 EXPORT int Corvane_volav(void* model, int kind, double p, double T, void* x, double d, double* rho,
                          CorvaneError* error) {
     return guard(error, {},

@@ -762,6 +762,18 @@ EXPORT void* Corvane_new_Saturation(CorvaneError* error) {
 EXPORT void Corvane_delete_Saturation(void* self) {
     delete as<corvane::Saturation>(self);
 }
+EXPORT void Corvane_Saturation_at_T(void* self, void* model, double T, int cont, double* p,
+                                    double* rhoL, double* rhoV, CorvaneError* error) {
+    guard(error, {}, [&] {
+        ref<corvane::Saturation>(self).at_T(as<Model1>(model), T, cont, *p, *rhoL, *rhoV);
+    });
+}
+EXPORT void Corvane_Saturation_at_p(void* self, void* model, double p, int cont, double* T,
+                                    double* rhoL, double* rhoV, CorvaneError* error) {
+    guard(error, {}, [&] {
+        ref<corvane::Saturation>(self).at_p(as<Model1>(model), p, cont, *T, *rhoL, *rhoV);
+    });
+}
 EXPORT int Corvane_ModelN_load_estimating(void* self, const char* eos, const char* mth,
                                           CorvaneError* error) {
     return guard(error, {}, [&] {
