@@ -4,7 +4,7 @@ from __future__ import annotations
 
 from typing import Any
 
-import numpy as np
+from ._numpy import np
 
 #: What arguments and results are measured in, as pint reads it.
 UNITS = {

@@ -7,9 +7,8 @@ import pathlib
 import tempfile
 from typing import Any, Sequence
 
-import numpy as np
-
 from . import _native
+from ._numpy import np
 from .fluid import Fluid
 from .mixture import Mixture
 

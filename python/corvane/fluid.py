@@ -3,16 +3,17 @@
 from __future__ import annotations
 
 import os
-from typing import Any, ClassVar
-
-import numpy as np
-from numpy.typing import ArrayLike
+from typing import TYPE_CHECKING, Any, ClassVar
 
 from . import _native
+from ._numpy import np
 from .arrays import UNITS, flat, magnitude
 from .catalogue import directory
 from .results import Table, figure_axes
 from .status import judge
+
+if TYPE_CHECKING:
+    from numpy.typing import ArrayLike
 
 _CODES = {"T": 0, "p": 1, "rho": 2, "h": 3, "s": 4, "u": 5, "q": 6}
 _STATE = ("T", "p", "rho", "h", "s", "u", "q")

@@ -3,17 +3,18 @@
 from __future__ import annotations
 
 import os
-from typing import Any, ClassVar, Mapping, Sequence
-
-import numpy as np
-from numpy.typing import ArrayLike
+from typing import TYPE_CHECKING, Any, ClassVar, Mapping, Sequence
 
 from . import _native
+from ._numpy import np
 from .arrays import flat, flat_with_composition, magnitude
 from .catalogue import directory
 from .fluid import _PHASE, Fluid, _again
 from .results import Table, figure_axes
 from .status import judge
+
+if TYPE_CHECKING:
+    from numpy.typing import ArrayLike
 
 _BRANCH = {"any": 0, "lower": 1, "upper": 2}
 _ROOT = {"liquid": 1, "stable": 2, "vapour": 3}

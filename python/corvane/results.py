@@ -5,8 +5,7 @@ from __future__ import annotations
 import html
 from typing import Any, ClassVar, Iterator
 
-import numpy as np
-
+from ._numpy import np
 from .arrays import UNITS
 
 

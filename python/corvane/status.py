@@ -5,9 +5,8 @@ from __future__ import annotations
 import enum
 from typing import Any
 
-import numpy as np
-
 from ._native import EquilibriumError
+from ._numpy import np
 
 
 class Status(enum.IntEnum):

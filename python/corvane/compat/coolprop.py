@@ -23,9 +23,8 @@ import functools
 import re
 from typing import Any
 
-import numpy as np
-
 from .. import _native
+from .._numpy import np
 from ..fluid import Fluid, State
 
 __all__ = ["PhaseSI", "Props1SI", "PropsSI", "set_reference_state"]
