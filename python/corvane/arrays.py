@@ -15,6 +15,11 @@ UNITS = {
 }  # fmt: skip
 
 
+def unit(name: str) -> str:
+    """The unit of a column, by the first part of its name ("rho_vapour"); "" for numbers."""
+    return UNITS.get(name) or UNITS.get(name.split("_")[0], "")
+
+
 def magnitude(x: Any, name: str) -> Any:
     """The number of a quantity in this package's unit; anything else as it is."""
     if hasattr(x, "magnitude") and hasattr(x, "to"):

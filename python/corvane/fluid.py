@@ -9,6 +9,7 @@ from . import _native
 from ._numpy import np
 from .arrays import UNITS, flat, magnitude
 from .catalogue import directory
+from .quantities import returns_quantities
 from .results import Table, figure_axes
 from .status import judge
 
@@ -195,6 +196,7 @@ class Fluid:
 
     # ---- states
 
+    @returns_quantities
     def state(self, *, threads: int = 1, errors: str | None = None, **given: ArrayLike) -> State:
         """Stable states from two of T, p, rho (or v), h, s, u, q.
 
@@ -219,6 +221,7 @@ class Fluid:
         out = self._native.states(_CODES[names[0]], arrays[0], _CODES[names[1]], arrays[1], threads)
         return self._states(out, shape, errors)
 
+    @returns_quantities
     def states(self, **given: float) -> State:
         """All stable states with two given values, as :meth:`state`: cold water has two temperatures of
         one density. One axis."""
@@ -229,6 +232,7 @@ class Fluid:
         out = self._native.all_states(_CODES[names[0]], a, _CODES[names[1]], b)
         return self._states(out, (len(out[1]),), "nan")
 
+    @returns_quantities
     def phase(self, T: ArrayLike, rho: ArrayLike, *, threads: int = 1, errors: str | None = None) -> State:
         """Properties of the homogeneous phase at T (K) and rho (mol/m³), stable or not: the fastest way
         from T and rho to p, h, s, c_p, w."""
@@ -241,6 +245,7 @@ class Fluid:
                        rho_vapour=missing)  # fmt: skip
         return judge(State(columns, status), status, words, done, errors)
 
+    @returns_quantities
     def density(self, T: ArrayLike, p: ArrayLike, phase: str = "liquid", *, threads: int = 1,
                 errors: str | None = None) -> np.ndarray:  # fmt: skip
         """Density (mol/m³) of the densest (``"liquid"``) or thinnest (``"vapour"``) root at T (K) and
@@ -250,6 +255,7 @@ class Fluid:
         values, status, words, done = self._native.densities(t, q, code, threads)
         return judge(values.reshape(shape), status.reshape(shape), words, done, errors)
 
+    @returns_quantities
     def saturation(self, *, T: ArrayLike | None = None, p: ArrayLike | None = None, threads: int = 1,
                    errors: str | None = None) -> Saturation:  # fmt: skip
         """Vapour–liquid equilibrium at T (K) or p (Pa).

@@ -10,6 +10,7 @@ from ._numpy import np
 from .arrays import flat, flat_with_composition, magnitude
 from .catalogue import directory
 from .fluid import _PHASE, Fluid, _again
+from .quantities import returns_quantities
 from .results import Table, figure_axes
 from .status import judge
 
@@ -407,6 +408,7 @@ class Mixture:
 
     # ---- one phase
 
+    @returns_quantities
     def phase(self, T: ArrayLike, rho: ArrayLike, x: ArrayLike, *, threads: int = 1,
               errors: str | None = None) -> MixtureState:  # fmt: skip
         """Properties of the homogeneous phase at T (K), rho (mol/m³) and mole fractions x, stable or
@@ -418,6 +420,7 @@ class Mixture:
         columns.update(T=t.reshape(shape), rho=r.reshape(shape), x=z.reshape(*shape, -1))
         return judge(MixtureState(columns, status, self.components), status, words, done, errors)
 
+    @returns_quantities
     def density(self, T: ArrayLike, p: ArrayLike, x: ArrayLike, phase: str = "stable", *, threads: int = 1,
                 errors: str | None = None) -> np.ndarray:  # fmt: skip
         """Density (mol/m³) of one homogeneous phase at T (K), p (Pa): its ``"liquid"`` (densest) or
@@ -436,6 +439,7 @@ class Mixture:
 
     # ---- equilibria
 
+    @returns_quantities
     def flash(self, z: ArrayLike, *, threads: int = 1, errors: str | None = None, **given: ArrayLike) -> FlashResult:
         """The stable state of composition z, in as many phases as it has, certified.
 
@@ -458,12 +462,14 @@ class Mixture:
         result = FlashResult(values.reshape(*shape, -1), status, self.components)
         return judge(result, status, words, done, errors)
 
+    @returns_quantities
     def bubble(self, z: ArrayLike, *, T: ArrayLike | None = None, p: ArrayLike | None = None, branch: str = "any",
                threads: int = 1, errors: str | None = None) -> SaturationPoints:  # fmt: skip
         """Certified bubble points of the liquid z at T (K) or p (Pa). branch: of several solutions the
         one of lowest (``"lower"``) or highest (``"upper"``) p or T."""
         return self._saturation(True, z, T, p, branch, threads, errors)
 
+    @returns_quantities
     def dew(self, z: ArrayLike, *, T: ArrayLike | None = None, p: ArrayLike | None = None, branch: str = "any",
             threads: int = 1, errors: str | None = None) -> SaturationPoints:  # fmt: skip
         """Certified dew points of the vapour z, as :meth:`bubble`."""
@@ -529,6 +535,7 @@ class Mixture:
 
     # ---- solids
 
+    @returns_quantities
     def solubility(self, solid: str | int, *, T: ArrayLike, p: ArrayLike, threads: int = 1,
                    errors: str | None = None) -> SolidPoints:  # fmt: skip
         """The stable fluid of a binary that coexists with a pure solid at T (K) and p (Pa), certified.

@@ -6,7 +6,7 @@ import html
 from typing import Any, ClassVar, Iterator
 
 from ._numpy import np
-from .arrays import UNITS
+from .arrays import unit
 
 
 class Table:
@@ -31,7 +31,7 @@ class Table:
 
     def quantity(self, name: str, registry: Any) -> Any:
         """A column as a quantity of a ``pint.UnitRegistry``."""
-        return registry.Quantity(getattr(self, name), UNITS.get(name, ""))
+        return registry.Quantity(getattr(self, name), unit(name))
 
     def _flat(self) -> Iterator[tuple[str, np.ndarray]]:
         size = np.shape(self.status)
@@ -56,7 +56,7 @@ class Table:
         for name, values in self._flat():
             if np.size(values) and not np.all(np.isnan(values)):
                 text = np.array2string(np.asarray(values), precision=8, threshold=8, edgeitems=3)
-                lines.append(f"  {name:<14}{text} {UNITS.get(name, UNITS.get(name.split('_')[0], ''))}".rstrip())
+                lines.append(f"  {name:<14}{text} {unit(name)}".rstrip())
         bad = int(np.count_nonzero(self.status))
         if bad:
             lines.append(f"  {bad} of {np.size(self.status)} without a result")

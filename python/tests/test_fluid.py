@@ -126,9 +126,22 @@ def test_from_any_directory(tmp_path, monkeypatch, water):
 def test_quantities(water):
     pint = pytest.importorskip("pint")
     u = pint.UnitRegistry()
+    plain = water.state(T=373.15, p=2e5)
     s = water.state(T=u.Quantity(100, "degC"), p=u.Quantity(2, "bar"))
-    assert s.rho == water.state(T=373.15, p=2e5).rho
-    assert s.quantity("w", u).to("km/s").magnitude == pytest.approx(s.w / 1e3)
+    assert s.rho.to("mol/m**3").magnitude == plain.rho and s.plain.rho == plain.rho
+    assert s.w.to("km/s").magnitude == pytest.approx(plain.w / 1e3)
+    assert plain.quantity("w", u).to("km/s").magnitude == pytest.approx(plain.w / 1e3)
+    q = water.saturation(T=u.Quantity([300.0, 350.0], "kelvin"))
+    bare = water.saturation(T=[300.0, 350.0])
+    for name in ("rho_vapour", "h_vaporisation"):
+        assert np.all(getattr(q, name).magnitude == getattr(bare, name))
+    assert q.rho_vapour.check("[substance]/[length]**3") and q.h_vaporisation.check("[energy]/[substance]")
+    assert np.all(q.liquid.h.magnitude == bare.liquid.h)
+    assert water.density(u.Quantity(300, "K"), 1e5).units == u.Unit("mol/m**3")
+    m = cv.Mixture("PR+vdW1", ["methane", "propane"])
+    split = m.flash([0.5, 0.5], T=u.Quantity(250, "K"), p=2e6)
+    assert split.rho_phase.check("[substance]/[length]**3") and split.fraction.shape == (3,)
+    assert m.bubble([0.5, 0.5], T=u.Quantity(250, "K")).p.to("MPa").magnitude == m.bubble([0.5, 0.5], T=250).p / 1e6
 
 
 def test_plot(water):
