@@ -403,11 +403,15 @@ class Builder {
             for (TernaryTieLine& tie : lines) std::swap(tie.phases[0], tie.phases[1]);
         auto const& [dense, light] = lines[lines.size() / 2].phases;
         if (reduced(light) < 1.0 && reduced(dense) > 1.0) region.kind = PhasePair::vapour_liquid;
-        for (TernaryTieLine const& tie : lines) {
+        for (std::size_t k = 0; k < lines.size(); ++k) {
+            TernaryTieLine const& tie = lines[k];
             region.dmu = std::max(region.dmu, tie.dmu);
             region.dp = std::max(region.dp, tie.dp);
             region.tpd = std::min(region.tpd, tie.tpd);
-            region.x_error = std::max(region.x_error, std::isfinite(tie.x_error) ? tie.x_error : 0.0);
+            const bool plait = (k == 0 && region.begin == TernaryEnd::plait) ||
+                               (k + 1 == lines.size() && region.end == TernaryEnd::plait);
+            if (!plait && !(tie.x_error <= region.x_error) && !std::isnan(region.x_error))
+                region.x_error = tie.x_error;
         }
         d_.regions.push_back(std::move(region));
     }

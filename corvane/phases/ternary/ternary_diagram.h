@@ -42,7 +42,8 @@ struct TernaryRegion {
     /// A label: vapour–liquid where half-way the lighter phase is below its mole-fraction average of
     /// the critical densities, and the denser one above; no certificate says so.
     PhasePair kind = PhasePair::liquid_liquid;
-    double dmu = 0.0, dp = 0.0, tpd = 0.0, x_error = 0.0;  ///< the worst of its tie lines
+    /// The worst of its tie lines but plait points; x_error is unknown where one has no bound.
+    double dmu = 0.0, dp = 0.0, tpd = 0.0, x_error = 0.0;
 };
 
 /// Three phases, by falling mass density: any whole inside the triangle splits into them.

@@ -98,7 +98,7 @@ void TernaryCommand::report(MixtureFluid const& mixture, TernaryDiagram const& d
     for (TernaryRegion const& r : d.regions) {
         dmu = std::max(dmu, r.dmu);
         dp = std::max(dp, r.dp);
-        x_error = std::max(x_error, r.x_error);
+        if (!(r.x_error <= x_error) && !std::isnan(x_error)) x_error = r.x_error;
         lines += r.tie_lines.size();
         head.summary.push_back(
             fmt::format("region {}: {} from {} to {}, {} tie lines", &r - d.regions.data() + 1,
@@ -132,8 +132,11 @@ void TernaryCommand::report(MixtureFluid const& mixture, TernaryDiagram const& d
     }
     if (d.regions.empty()) head.summary.emplace_back("one phase in all compositions searched");
     head.summary.push_back(fmt::format(
-        "{}; certified: {}, mole fractions to {:.1g}; {} evaluations",
-        d.complete() ? "complete" : "not complete", agreement(dmu, dp), x_error, d.evaluations));
+        "{}; certified: {}, {}; {} evaluations", d.complete() ? "complete" : "not complete",
+        agreement(dmu, dp),
+        std::isnan(x_error) ? "mole fractions without a bound"
+                            : fmt::format("mole fractions to {:.1g}", x_error),
+        d.evaluations));
     list(head, "certificates")
         .push_back({{"T", options.units.from_library(Quantity::temperature, d.T)},
                     {"p", options.units.from_library(Quantity::pressure, d.p)},
