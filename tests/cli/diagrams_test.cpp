@@ -4,9 +4,12 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <map>
+#include <regex>
 
 namespace {
 using Json = nlohmann::json;
@@ -330,6 +333,81 @@ TEST(CliDiagrams, IsolinesAreStates) {
         EXPECT_EQ(run_corvane(std::string("property-diagram ") + wrong).code, 2) << wrong;
 }
 
+namespace {
+/// Every element ends where it should, and no text has a character that begins one.
+void expect_well_formed(std::string const& page) {
+    static const std::regex token(
+        "<!DOCTYPE html>|<!--[^]*?-->|//<!\\[CDATA\\[[^]*?//\\]\\]>|<(/?)([A-Za-z][\\w-]*)"
+        "((?:\\s+[\\w:-]+\\s*=\\s*(?:\"[^\"<]*\"|'[^'<]*'))*)\\s*(/?)>|<|&(?!(?:\\w+|#\\d+);)",
+        std::regex::optimize);
+    // The script is long for a recursive matcher; nothing in it can be an end.
+    const std::size_t begin = page.find("//<![CDATA["), end = page.find("//]]>", begin);
+    ASSERT_NE(end, std::string::npos);
+    const std::string text = page.substr(0, begin) + page.substr(end + 5);
+    std::vector<std::string> open;
+    for (std::sregex_iterator t(text.begin(), text.end(), token), none; t != none; ++t) {
+        if (t->str() == "<!DOCTYPE html>" || t->str().compare(0, 4, "<!--") == 0) continue;
+        ASSERT_TRUE((*t)[2].matched) << text.substr(static_cast<std::size_t>(t->position()), 60);
+        if ((*t)[1].length() > 0) {
+            ASSERT_FALSE(open.empty());
+            ASSERT_EQ((*t)[2].str(), open.back());
+            open.pop_back();
+        } else if ((*t)[4].length() == 0) {
+            open.push_back((*t)[2]);
+        }
+    }
+    EXPECT_TRUE(open.empty());
+}
+
+/// The cells of the table's body, row by row.
+std::vector<std::string> table_of(std::string const& page) {
+    const std::string body = page.substr(page.find("<tbody>"), page.find("</tbody>") - page.find("<tbody>"));
+    static const std::regex cell("<td>([^<]*)</td>|</tr>");
+    std::vector<std::string> rows(1);
+    for (std::sregex_iterator c(body.begin(), body.end(), cell), none; c != none; ++c)
+        if (c->str() == "</tr>")
+            rows.emplace_back();
+        else
+            rows.back() += (rows.back().empty() ? "" : ",") + (*c)[1].str();
+    rows.pop_back();
+    return rows;
+}
+}  // namespace
+
+TEST(CliDiagrams, PagesHaveThePictureAndTheNumbersOfTheTable) {
+    if (no_gnuplot()) GTEST_SKIP() << "gnuplot is not installed";
+    const Scratch scratch;
+    const std::string home = " --home " + scratch.home().string();
+    for (char const* arguments :
+         {"pxy PR+vdW1 methane propane --T 250", "envelope PR+vdW1 methane=0.8 propane",
+          "diagram PR+vdW1 CO2 ethane", "critical-line PR+vdW1 methane propane", "azeotrope PR+vdW1 CO2 ethane",
+          "bubble PR+vdW1 methane=0.3 propane --T 250:280:10", "property-diagram PR propane --kind Ts",
+          "ternary PR+vdW1 nitrogen methane ethane --T 120 --p 3"}) {
+        SCOPED_TRACE(arguments);
+        const Outcome run = run_corvane(arguments + home + " --csv --no-heading --precision 9 --html a.html");
+        ASSERT_EQ(run.code, 0) << run.err;
+        const std::string page = Scratch::read("a.html");
+        expect_well_formed(page);
+        std::vector<std::string> csv = lines_of(run.out), rows = table_of(page);
+        csv.erase(csv.begin());
+        ASSERT_EQ(csv.size(), rows.size());
+        const bool notes = page.find(">note</th>") != std::string::npos;
+        for (std::size_t k = 0; k < rows.size(); ++k) {
+            csv[k].erase(std::remove(csv[k].begin(), csv[k].end(), '"'), csv[k].end());
+            EXPECT_EQ(rows[k] + (notes ? "" : ","), csv[k]);
+        }
+        EXPECT_NE(page.find("<svg"), std::string::npos);
+        // What the script draws, one object; and nothing comes from elsewhere.
+        const std::string mark = "id=\"data\">";
+        const std::size_t data = page.find(mark) + mark.size();
+        const Json drawn = Json::parse(page.substr(data, page.find("</script>", data) - data));
+        EXPECT_FALSE(drawn["curves"].empty());
+        EXPECT_LT(value(drawn["axes"][1], "low"), value(drawn["axes"][1], "high"));
+        EXPECT_EQ(page.find("src="), std::string::npos);
+        EXPECT_NE(page.find("default-src 'none'"), std::string::npos);
+    }
+}
+
 TEST(CliDiagrams, Pictures) {
     if (no_gnuplot()) GTEST_SKIP() << "gnuplot is not installed";
     const Scratch scratch;
@@ -359,12 +437,33 @@ TEST(CliDiagrams, Pictures) {
             EXPECT_NE(svg.find(word), std::string::npos) << word;
         EXPECT_EQ(svg.find("not stable"), std::string::npos);
     }
-    ASSERT_EQ(run_corvane(cases[0].arguments + home + " --plot b.png").code, 0);
-    EXPECT_EQ(Scratch::read("b.png").substr(0, 4), "\x89PNG");
+    for (auto const& [name, begin] : {std::pair("b.png", "\x89PNG"), {"b.pdf", "%PDF-"}, {"b.eps", "%!PS-Adobe"}}) {
+        ASSERT_EQ(run_corvane(cases[0].arguments + home + " --size 3.2x2.4in --plot " + name).code, 0);
+        EXPECT_EQ(Scratch::read(name).substr(0, std::strlen(begin)), begin);
+        std::filesystem::remove(name);
+    }
+    // A long title in lines, as text; its size on paper; no colour but grey.
+    std::string title = "<b>&amp; ";
+    for (int k = 0; k < 30; ++k) title += "word" + std::to_string(k) + " ";
+    ASSERT_EQ(run_corvane(cases[0].arguments + home + " --mono --font Times,9 --size 80x60 --plot b.svg --title '" + title + "'").code, 0);
+    const std::string mono = Scratch::read("b.svg");
+    EXPECT_NE(mono.find("<title>&lt;b&gt;&amp;amp; word0"), std::string::npos);
+    EXPECT_NE(mono.find("width=\"80mm\" height=\"60mm\""), std::string::npos);
+    EXPECT_NE(mono.find("<desc>p / bar over mole fraction of methane. Curves: liquid, vapour."), std::string::npos);
+    EXPECT_EQ(mono.find("word5 word6 word7 word8 word9 word10 word11 word12</"), std::string::npos) << "not in a line";
+    const std::regex colour("(?:rgb\\( *(\\d+), *(\\d+), *(\\d+)\\)|#([0-9A-Fa-f]{2})([0-9A-Fa-f]{2})([0-9A-Fa-f]{2})\\b)");
+    for (std::sregex_iterator c(mono.begin(), mono.end(), colour), end; c != end; ++c)
+        EXPECT_TRUE((*c)[1] == (*c)[2] && (*c)[2] == (*c)[3] && (*c)[4] == (*c)[5] && (*c)[5] == (*c)[6]) << c->str();
+    std::filesystem::remove("b.svg");
     // What goes wrong leaves no file behind, and says why.
-    const Outcome pdf = run_corvane(cases[0].arguments + home + " --plot c.pdf");
-    EXPECT_EQ(pdf.code, 2);
-    EXPECT_NE(pdf.err.find(".svg or .png"), std::string::npos) << pdf.err;
+    for (auto const& [wrong, words] :
+         {std::pair("--plot c.gif", ".svg, .png, .pdf or .eps"), {"--plot c.svg --size 80", "width and height"},
+          {"--plot c.svg --size 1x1mm", "30 mm to 2 m"}, {"--plot c.svg --font \"a';!id\"", "letters, digits"},
+          {"--mono", "of a picture"}}) {
+        const Outcome run = run_corvane(std::string(cases[0].arguments) + home + " " + wrong);
+        EXPECT_EQ(run.code, 2) << wrong;
+        EXPECT_NE(run.err.find(words), std::string::npos) << run.err;
+    }
     const Outcome none = run_corvane(cases[0].arguments + home + " --plot c.svg", "PATH=/nowhere");
     EXPECT_EQ(none.code, 1);
     EXPECT_NE(none.err.find("apt-get install gnuplot-nox"), std::string::npos) << none.err;
@@ -379,11 +478,14 @@ TEST(CliDiagrams, Pictures) {
                                    std::filesystem::path("CorvaneS") / name);
     const Outcome run = run_corvane(
         "pxy PR+vdW1 \"$(ls CorvaneS/parameters/PR | sed -n '/id/s/;1//p')\" methane --T 250 --plot "
-        "d.svg");
+        "d.svg --html d.html");
     EXPECT_EQ(run.code, 0) << run.err;
     EXPECT_NE(Scratch::read("d.svg").find("system("), std::string::npos);
+    const std::string page = Scratch::read("d.html");
+    expect_well_formed(page);
+    EXPECT_EQ(page.find("<id"), std::string::npos);
     for (auto const& file : std::filesystem::directory_iterator("."))
-        EXPECT_TRUE(file.path() == "./a.svg" || file.path() == "./b.png" ||
+        EXPECT_TRUE(file.path() == "./a.svg" || file.path() == "./d.html" ||
                     file.path() == "./d.svg" || file.path() == "./CorvaneS")
             << file.path();
 }

@@ -226,7 +226,19 @@ TEST(CliSurroundings, APictureIsWrittenWholeOrNotAtAll) {
         EXPECT_GT(Scratch::read(name).size(), 5000u);
     }
     std::filesystem::create_directory("folder.svg");
-    EXPECT_EQ(run_corvane(command + "folder.svg").code, 1);
+    // A device that is full, a pipe that nobody reads on; a link stays one.
+    std::filesystem::create_symlink("/dev/full", "full.pdf");
+    std::filesystem::create_symlink("a.svg", "link.svg");
+    for (char const* bad : {"folder.svg", "full.pdf", "full.pdf --html /dev/full", "link.svg --html /dev/full",
+                            "link.svg --html closed"}) {
+        const bool pipe = std::string(bad).find("closed") != std::string::npos;
+        const Outcome run = run_corvane(command + bad + " >/dev/null",
+                                        pipe ? "mkfifo closed; (read line <closed) &" : "");
+        EXPECT_EQ(run.code, 1) << bad;
+        EXPECT_NE(run.err.find("cannot write"), std::string::npos) << run.err;
+    }
+    EXPECT_TRUE(std::filesystem::is_symlink("link.svg"));
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
 }
 
 TEST(CliSurroundings, FilesThatAreNoFilesAreRefusedOrRead) {

@@ -222,7 +222,7 @@ int SaturationPoints::run() {
             for (Column& column : split_columns(mixture)) table.columns.push_back(std::move(column));
     const int code = rows.finish(head);
     write(head, table, options.style);
-    plot.draw(picture);
+    plot.draw(picture, head, table, options.style);
     return code;
 }
 

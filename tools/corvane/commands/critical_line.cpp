@@ -281,7 +281,7 @@ int CriticalLineCommand::run() {
                      : from_values()          ? slope(mixture, head, table)
                                               : lines(mixture, head, table, picture);
     write(head, table, options.style);
-    plot.draw(picture);
+    plot.draw(picture, head, table, options.style);
     return code;
 }
 }  // namespace

@@ -61,7 +61,7 @@ int DiagramCommand::run() {
     if (Watch::interrupted()) head.summary.emplace_back("interrupted: lines are missing");
     write(head, lines.table, options.style);
     lines.projection.picture.log_y = log_p;
-    plot.draw(lines.projection.picture);
+    plot.draw(lines.projection.picture, head, lines.table, options.style);
     return Watch::interrupted() ? kInterrupted : failures > 0 || lines.open() ? 1 : 0;
 }
 }  // namespace

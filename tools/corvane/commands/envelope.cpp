@@ -267,7 +267,7 @@ int EnvelopeCommand::run() {
         data.draw(drawing, options.units);
     }
     write(head, table, options.style);
-    plot.draw(drawing);
+    plot.draw(drawing, head, table, options.style);
     return Watch::interrupted() ? kInterrupted : stuck ? 1 : 0;
 }
 }  // namespace

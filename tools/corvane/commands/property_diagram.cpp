@@ -198,8 +198,7 @@ Picture PropertyDiagramCommand::picture(corvane::PropertyDiagram const& d, Kind 
         std::vector<XY> points = curve(line.points);
         const bool first = line.what == What::q || (line.what == What::T && k.y[0] == 'p');
         const double of_line = u.from_library(quantity(of), line.value);
-        result.labels.push_back(
-            {fmt::format("{:.4g}", of_line), first ? points.front() : points.back()});
+        result.labels.push_back({fmt::format("{:.4g}", of_line), {}, points, first ? 0.1 : 0.9, ink});
         result.curves.push_back({key, ink, Stroke::thin, std::move(points)});
     }
     std::vector<XY> bubble = curve(d.liquid);
@@ -208,7 +207,6 @@ Picture PropertyDiagramCommand::picture(corvane::PropertyDiagram const& d, Kind 
         bubble.push_back({value(d.vapour.back(), k.x), value(d.vapour.back(), k.y)});
     result.curves.push_back({"bubble points", Ink::liquid, Stroke::line, std::move(bubble)});
     result.curves.push_back({"dew points", Ink::black, Stroke::line, curve(d.vapour)});
-    result.thin_labels();
     return result;
 }
 
@@ -223,10 +221,11 @@ int PropertyDiagramCommand::run() {
         if (d.failures > 0)
             head.summary.push_back(fmt::format("{} states of the lines were not found", d.failures));
         if (Watch::interrupted()) head.summary.emplace_back("interrupted: lines are missing");
-        write(head, table(d), options.style);
+        const Table all = table(d);
+        write(head, all, options.style);
         Picture drawn = picture(d, k);
         drawn.title = of;
-        plot.draw(drawn);
+        plot.draw(drawn, head, all, options.style);
         return Watch::interrupted() ? kInterrupted : 0;
     };
     const bool energies = kind != "pv" && kind != "Trho";

@@ -214,13 +214,14 @@ int TernaryCommand::run() {
         [&] { return corvane::ternary_diagram(*mixture.model, at_T, at_p, how); });
     report(mixture, d, head);
     if (Watch::interrupted()) head.summary.emplace_back("interrupted: regions are missing");
-    write(head, {columns(mixture), rows_of(mixture, d)}, options.style);
+    const Table table{columns(mixture), rows_of(mixture, d)};
+    write(head, table, options.style);
     Picture picture;
     picture.title = fmt::format("{}, {}, {}", title(mixture), units.text(Quantity::temperature, at_T),
                                 units.text(Quantity::pressure, at_p));
     for (int i = 0; i < 3; ++i) picture.corners[static_cast<std::size_t>(i)] = written_name(mixture.component(i));
     draw(d, picture);
-    plot.draw(picture);
+    plot.draw(picture, head, table, options.style);
     return Watch::interrupted() ? kInterrupted : d.complete() ? 0 : 1;
 }
 }  // namespace

@@ -203,7 +203,7 @@ std::vector<Row> XyDiagram::trace(MixtureFluid const& mixture, Solids const& sol
             });
         draw(three, !frozen, frame(), picture);
     }
-    picture.label(options.units.text(frame().fixed(), given), longest);
+    picture.labels.push_back({options.units.text(frame().fixed(), given), {}, longest});
     report(mixture, diagram, given, head);
     for (Row& row : solids.trace(frame(), given, asked, head, picture))
         rows.push_back(std::move(row));
@@ -247,7 +247,7 @@ int XyDiagram::run() {
     if (given.size() == 1) picture.labels.clear();  // it is in the title
     const int code = rows.finish(head);
     write(head, table, options.style);
-    plot.draw(picture);
+    plot.draw(picture, head, table, options.style);
     return code == 0 && !complete_ ? 1 : code;
 }
 

@@ -33,20 +33,6 @@ std::string print(Cell const& cell, Column const& column, bool full) {
     return std::visit(Printer{column, full}, cell);
 }
 
-std::string heading_lines(Heading const& heading) {
-    std::string text = fmt::format("# corvane {}  {}", CORVANE_VERSION, heading.command);
-    Fields fields = heading.fields;
-    fields.insert(fields.end(), heading.composition.begin(), heading.composition.end());
-    for (auto const& [name, value] : fields) {
-        const std::string word = print(value, Column{}, false);
-        text += name == "comment" ? fmt::format(" {{{}}}", word)
-                                  : fmt::format("  {} {}", printable(name), word);
-    }
-    text += '\n';
-    for (std::string const& remark : heading.remarks) text += "# " + printable(remark) + '\n';
-    return text;
-}
-
 /// Left-aligned columns, two blanks apart; no blanks at line ends.
 std::string aligned(std::vector<std::vector<std::string>> const& lines) {
     std::vector<std::size_t> width;
@@ -115,21 +101,51 @@ std::string quoted(std::string const& word) {
     return text + '"';
 }
 
-std::string to_csv(Table const& table, bool full) {
+std::string to_csv(Table const& table, Style const& style) {
     std::vector<std::string> line;
     for (Column const& column : table.columns) line.push_back(quoted(column.heading()));
     line.emplace_back("note");
     std::string text = join(line, ",") + '\n';
-    for (Row const& row : table.rows) {
-        line.clear();
-        for (std::size_t k = 0; k < row.cells.size(); ++k)
-            line.push_back(quoted(print(row.cells[k], table.columns[k], full)));
-        line.push_back(quoted(printable(row.note)));
-        text += join(line, ",") + '\n';
+    for (auto& row : printed(table, style)) {
+        for (std::string& cell : row) cell = quoted(cell);
+        text += join(row, ",") + '\n';
     }
     return text;
 }
+
+/// Columns with the digits that --precision asks for.
+Table as_precise(Table table, Style const& style) {
+    for (Column& column : table.columns)
+        if (style.precision > 0 && !column.detail) column.digits = style.precision;
+    return table;
+}
 }  // namespace
+
+std::vector<std::string> heading_lines(Heading const& heading) {
+    std::string text = fmt::format("corvane {}  {}", CORVANE_VERSION, heading.command);
+    Fields fields = heading.fields;
+    fields.insert(fields.end(), heading.composition.begin(), heading.composition.end());
+    for (auto const& [name, value] : fields) {
+        const std::string word = print(value, Column{}, false);
+        text += name == "comment" ? fmt::format(" {{{}}}", word)
+                                  : fmt::format("  {} {}", printable(name), word);
+    }
+    std::vector<std::string> lines{text};
+    for (std::string const& remark : heading.remarks) lines.push_back(printable(remark));
+    return lines;
+}
+
+std::vector<std::vector<std::string>> printed(Table const& given, Style const& style) {
+    const Table table = as_precise(given, style);
+    std::vector<std::vector<std::string>> rows;
+    for (Row const& row : table.rows) {
+        std::vector<std::string>& line = rows.emplace_back();
+        for (std::size_t k = 0; k < row.cells.size(); ++k)
+            line.push_back(print(row.cells[k], table.columns[k], style.full));
+        line.push_back(printable(row.note));
+    }
+    return rows;
+}
 
 std::string Column::heading() const {
     const std::string word = printable(name);
@@ -145,23 +161,16 @@ std::vector<Fields>& list(Heading& heading, std::string const& name) {
 }
 
 void write(Heading const& heading, Table const& table, Style const& style) {
-    if (style.precision > 0) {
-        Table other = table;
-        for (Column& column : other.columns)
-            if (!column.detail) column.digits = style.precision;
-        Style rest = style;
-        rest.precision = 0;
-        return write(heading, other, rest);
-    }
     std::string text;
     if (style.format == Format::json) {
         text = to_json(heading, table);
     } else {
-        if (style.heading) text = heading_lines(heading);
-        if (style.format == Format::csv)
-            text += to_csv(table, style.full);
-        else
-            text += style.upright ? to_upright_text(table, style.full) : to_text(table, style.full);
+        if (style.heading)
+            for (std::string const& line : heading_lines(heading)) text += "# " + line + '\n';
+        const Table precise = as_precise(table, style);
+        text += style.format == Format::csv ? to_csv(precise, style)
+                : style.upright             ? to_upright_text(precise, style.full)
+                                            : to_text(precise, style.full);
         if (style.heading)
             for (std::string const& line : heading.summary)
                 text += "# " + printable(line) + '\n';

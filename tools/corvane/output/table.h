@@ -61,6 +61,11 @@ struct Style {
 /// Writes to standard output. @throws Failure when that does not take it
 void write(Heading const& heading, Table const& table, Style const& style);
 
+/// The lines of the text form before its table, without "# ".
+std::vector<std::string> heading_lines(Heading const& heading);
+/// The cells as in CSV, row by row; the last of a row is its note.
+std::vector<std::vector<std::string>> printed(Table const& table, Style const& style);
+
 std::string to_json(Heading const& heading, Table const& table);
 
 }  // namespace cli

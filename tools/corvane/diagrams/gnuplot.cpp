@@ -1,0 +1,387 @@
+// Gnuplot reads the script from a file without a name and writes the picture to its standard
+// output, so that no path and no text of a user is ever part of a command.
+#include <tools/corvane/diagrams/gnuplot.h>
+#include <tools/corvane/text/errors.h>
+#include <tools/corvane/text/text.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <set>
+
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+extern char** environ;
+
+namespace cli {
+namespace {
+using File = std::unique_ptr<FILE, int (*)(FILE*)>;
+
+std::string style(Symbol symbol, double scale) {
+    const auto of = [&](int type, double size, char const* more = "") {
+        return fmt::format("pt {} ps {:.3g}{}", type, size * scale, more);
+    };
+    switch (symbol) {
+        case Symbol::critical:
+            return of(7, 1.1);
+        case Symbol::end_point:
+            return of(9, 1.2);
+        case Symbol::eutectic:
+            return of(11, 1.2);
+        case Symbol::extremum:
+            return of(8, 1.1);
+        case Symbol::azeotrope:
+            return of(12, 1.2);
+        case Symbol::three_phase:
+            return of(5, 0.9);
+        case Symbol::measured:
+            return of(1, 0.9, " lw 1.5");
+        case Symbol::measured_open:
+            break;
+    }
+    return of(6, 0.9, " lw 1.5");
+}
+
+/// A text in single quotes, within which gnuplot replaces nothing; its own quotes become
+/// typographic ones, since doubled ones mislead gnuplot's search for commands in backquotes.
+std::string quoted(std::string_view text) {
+    std::string result = "'";
+    for (char c : text)
+        if (c == '\'' || c == '`')
+            result += c == '`' ? "\u2018" : "\u2019";
+        else if (static_cast<unsigned char>(c) >= ' ' && c != 0x7f)
+            result += c;
+    return result + '\'';
+}
+
+/// Data blocks, and the elements of the plot command that draw them.
+class Script {
+  public:
+    void add(std::vector<XY> const& points, std::string const& title, std::string const& how) {
+        text_ += fmt::format("$d{} << EOD\n", blocks_);
+        std::size_t drawn = 0;
+        for (auto const& [x, y] : points) {
+            const bool finite = std::isfinite(x) && std::isfinite(y);
+            text_ += finite ? fmt::format("{:.8g} {:.8g}\n", x, y) : "\n";
+            drawn += finite ? 1 : 0;
+        }
+        text_ += "EOD\n";
+        if (drawn > 0)
+            elements_.push_back(fmt::format("$d{} using 1:2 {} {}", blocks_, how, key(title)));
+        ++blocks_;
+    }
+    /// False: nothing to draw.
+    bool finish(std::string& out) {
+        out += text_ + "plot " + join(elements_, ", \\\n     ") + '\n';
+        return !elements_.empty();
+    }
+
+  private:
+    std::string key(std::string const& title) {
+        return title.empty() || !seen_.insert(title).second ? "notitle" : "title " + quoted(title);
+    }
+    std::string text_;
+    int blocks_ = 0;
+    std::vector<std::string> elements_;
+    std::set<std::string> seen_;
+};
+
+std::string style(Pen const& pen) {
+    std::vector<std::string> dashes;
+    for (int length : pen.dashes) dashes.push_back(std::to_string(length));
+    return fmt::format("lc '{}' lw {:g}{}", pen.colour, pen.width,
+                       dashes.empty() ? "" : " dt (" + join(dashes, ",") + ")");
+}
+
+std::size_t letters(std::string_view text) {  // of UTF-8
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
+}
+
+/// The text in lines of at most so many letters, which end at a blank if there is one.
+std::vector<std::string> wrapped(std::string const& text, std::size_t most) {
+    std::vector<std::string> lines(1);
+    for (std::string word : split(text, ' ')) {
+        std::string& line = lines.back();
+        if (!line.empty() && letters(line) + 1 + letters(word) > most) lines.emplace_back();
+        while (letters(word) > most) {
+            std::size_t end = 0;
+            for (std::size_t count = 0; end < word.size(); ++end)
+                if ((word[end] & 0xC0) != 0x80 && count++ == most) break;
+            lines.back() = word.substr(0, end);
+            lines.emplace_back();
+            word.erase(0, end);
+        }
+        lines.back() += (lines.back().empty() ? "" : " ") + word;
+    }
+    return lines;
+}
+std::string quoted(std::vector<std::string> const& lines) {
+    std::vector<std::string> parts;
+    for (std::string const& line : lines) parts.push_back(quoted(line));
+    return join(parts, ".\"\\n\".");
+}
+
+/// Sizes of a sheet in the units of its terminal, and what has room on it.
+struct Layout {
+    double width, height;    ///< pixels; of PDF and EPS 1/72 in
+    double font;             ///< height of letters in them
+    double scale;            ///< of lines and symbols
+    double symbols = 1.0;    ///< of symbols alone
+    std::size_t title;       ///< letters in a line of the title
+    bool narrow;             ///< the key stands below
+    double letter, line;     ///< of a label, in parts of the axes
+    std::vector<std::string> title_lines, x_axis, y_axis;
+
+    Layout(Picture const& picture, Sheet const& sheet) {
+        const bool screen = !(sheet.width > 0.0);
+        const bool paper = sheet.format == PictureFormat::pdf || sheet.format == PictureFormat::eps;
+        // SVG has pixels of 1/96 in; a PNG of given size has 300 per inch.
+        const double dots = paper                                ? 72.0
+                            : sheet.format == PictureFormat::svg ? 96.0
+                            : screen                             ? 144.0
+                                                                 : 300.0;
+        const double mm[] = {screen ? 160.0 : sheet.width, screen ? 320.0 / 3.0 : sheet.height};
+        const bool pixels = screen && !paper;
+        scale = pixels ? (sheet.format == PictureFormat::svg ? 1.0 : 1.5) : 0.55 * dots / 72.0;
+        if (!pixels) symbols = sheet.format == PictureFormat::svg ? 0.55 : 1.0;
+        width = pixels ? 900.0 * scale : mm[0] / 25.4 * dots;
+        height = pixels ? 600.0 * scale : mm[1] / 25.4 * dots;
+        const double points = sheet.points > 0.0 ? sheet.points : pixels ? 11.25 : 8.0;
+        font = pixels ? points * 96.0 / 72.0 * scale : points / 72.0 * dots;
+        const double wide = 0.55 * font;  // of a letter, on an average
+        std::size_t key = 0;
+        for (Curve const& c : picture.curves) key = std::max(key, letters(c.title));
+        for (Marks const& m : picture.marks) key = std::max(key, letters(m.title));
+        narrow = picture.corners[0].empty() && width < wide * (static_cast<double>(key) + 55.0);
+        title = std::max<std::size_t>(8, static_cast<std::size_t>(width / wide) - 2);
+        if (!picture.title.empty()) title_lines = wrapped(picture.title, title);
+        const double key_width = narrow || !picture.corners[0].empty()
+                                     ? 0.0 : wide * (static_cast<double>(key) + 5.0);
+        const double axis_width = std::max(10.0 * wide, width - key_width - 11.0 * wide),
+                     axis_height = std::max(5.0 * font, height - font * (5.5 + 1.25 * static_cast<double>(title_lines.size())));
+        const auto fits = [&](double room) {
+            return std::max<std::size_t>(8, static_cast<std::size_t>(room / wide));
+        };
+        x_axis = wrapped(picture.x_axis, fits(axis_width + 5.0 * wide));
+        y_axis = wrapped(picture.y_axis, fits(axis_height + 2.0 * font));
+        letter = 0.9 * wide / axis_width;
+        line = 1.15 * font / axis_height;
+    }
+};
+
+std::string terminal(Sheet const& sheet, Layout const& l) {
+    const std::string name = sheet.font.empty() ? "sans" : sheet.font;
+    switch (sheet.format) {
+        case PictureFormat::svg:
+            return fmt::format("set terminal svg size {:.0f},{:.0f} noenhanced font '{},{:.4g}' linewidth {:.4g} "
+                               "background 'white'\n",
+                               l.width, l.height, sheet.font.empty() ? "sans-serif" : name, l.font, l.scale);
+        case PictureFormat::png:
+            return fmt::format(
+                "if (strstrt(GPVAL_TERMINALS, 'pngcairo') > 0) "
+                "set terminal pngcairo size {0:.0f},{1:.0f} noenhanced font '{2},{3:.4g}' linewidth {4:.4g} "
+                "pointscale {4:.4g} background 'white'; else "
+                "set terminal png size {0:.0f},{1:.0f} noenhanced\n",
+                l.width, l.height, name, 0.75 * l.font, l.scale);
+        case PictureFormat::pdf:
+        case PictureFormat::eps:
+            break;
+    }
+    const bool pdf = sheet.format == PictureFormat::pdf;
+    return fmt::format("set terminal {} size {:.5g}in,{:.5g}in noenhanced font '{},{:.4g}' fontscale 0.75 linewidth {:.4g} "
+                       "pointscale {:.4g}{}\n",
+                       pdf ? "pdfcairo" : "epscairo", l.width / 72.0, l.height / 72.0, name, l.font,
+                       l.scale, l.scale, pdf ? " background 'white'" : "");
+}
+
+std::string range(char name, Axis const& axis) {
+    std::string text = fmt::format("set {}range [{:.10g}:{:.10g}]\n", name, axis.low, axis.high);
+    if (axis.log) text += fmt::format("set logscale {0}\nset format {0} '%g'\n", name);
+    return text;
+}
+
+/// Frame, grid and names of a triangle in place of axes.
+std::string triangle(Picture const& picture) {
+    std::string text =
+        "set size ratio -1\nunset border\nunset xtics\nunset ytics\nunset grid\n"
+        "unset xlabel\nunset ylabel\nset xrange [-0.12:1.12]\nset yrange [-0.09:0.93]\n"
+        "unset key\nset key at graph 1, graph 0.98 right top vertical Left reverse samplen 2 spacing 1.2\n";
+    const auto line = [&](XY a, XY b, char const* how) {
+        text += fmt::format("set arrow from {:.8g},{:.8g} to {:.8g},{:.8g} nohead {}\n", a[0], a[1],
+                            b[0], b[1], how);
+    };
+    const auto name = [&](std::string const& words, XY at, char const* how) {
+        text += fmt::format("set label {} at {:.8g},{:.8g} {}\n", quoted(words), at[0], at[1], how);
+    };
+    const auto at = Picture::in_triangle;
+    char const* const thin = "back lc '#e4e4e4' lw 1";
+    for (int k = 1; k < 10; ++k) {
+        const double x = 0.1 * k;
+        line(at(x, 0.0), at(x, 1.0 - x), thin);
+        line(at(0.0, x), at(1.0 - x, x), thin);
+        line(at(0.0, 1.0 - x), at(1.0 - x, 0.0), thin);
+        if (k % 2 != 0) continue;
+        const std::string number = fmt::format("{:.1f}", x);
+        name(number, at(x, 0.0), "left offset 0.6,0.2 tc '#606060'");  // of the top, on the right
+        name(number, at(1.0 - x, x), "right offset -0.6,0.2 tc '#606060'");  // of the left
+        name(number, at(0.0, 1.0 - x), "center offset 0,-0.8 tc '#606060'");
+    }
+    char const* const frame = "back lc '#202020' lw 1.5";
+    line(at(1, 0), at(0, 1), frame);
+    line(at(0, 1), at(0, 0), frame);
+    line(at(0, 0), at(1, 0), frame);
+    name(picture.corners[0], at(1, 0), "center offset 0,0.8");
+    name(picture.corners[1], at(0, 1), "center offset 0,-2");
+    name(picture.corners[2], at(0, 0), "center offset 0,-2");
+    return text;
+}
+
+/// Frame, title, axes and key.
+std::string surroundings(Picture const& picture, Sheet const& sheet, Layout const& l) {
+    std::string text = "set encoding utf8\n" + terminal(sheet, l);
+    // The title stands in the middle of the sheet, wherever the axes are.
+    if (!l.title_lines.empty()) {
+        text += fmt::format("set label {} at screen 0.5, screen 1 center offset 0,-1 front\n",
+                            quoted(l.title_lines));
+        text += fmt::format("set tmargin {}\n", static_cast<double>(l.title_lines.size()) + 1.2);
+    }
+    text += fmt::format("set xlabel {}\nset ylabel {}\n", quoted(l.x_axis), quoted(l.y_axis));
+    text += "set grid lt 1 lc '#e4e4e4' lw 1\nset border 3\nset tics nomirror out\n";
+    text += l.narrow ? "set key outside center bottom horizontal Left reverse samplen 1.5 spacing 1.1 width -2\n"
+                     : "set key outside right top vertical Left reverse samplen 2 spacing 1.2\n";
+    if (!picture.corners[0].empty()) return text + triangle(picture);
+    const auto axes = picture.axes();
+    if (picture.fraction) text += l.narrow ? "set xtics 0.2\n" : "set xtics 0.1\n";
+    return text + range('x', axes[0]) + range('y', axes[1]);
+}
+
+std::string script(Picture const& picture, Sheet const& sheet) {
+    const Layout layout(picture, sheet);
+    std::string text = surroundings(picture, sheet, layout);
+    text += "set style textbox opaque fillcolor 'white' noborder margins 0.3,0.3\n";
+    for (Label const& label : picture.placed(layout.letter, layout.line))
+        text += fmt::format("set label {} at {:.8g},{:.8g} center front boxed tc '{}'\n",
+                            quoted(label.text), label.at[0], label.at[1],
+                            pen(label.ink, Stroke::thin, sheet.mono).colour);
+    Script body;
+    for (Curve const& c : picture.curves)
+        body.add(c.points, c.title, "with lines " + style(pen(c.ink, c.stroke, sheet.mono)));
+    for (Marks const& m : picture.marks)
+        body.add(m.points, m.title,
+                 fmt::format("with points lc '{}' {}", pen(m.ink, Stroke::line, sheet.mono).colour,
+                             style(m.symbol, layout.symbols)));
+    if (!body.finish(text)) throw Failure("nothing to draw: no point was found");
+    return text;
+}
+
+/// The program in the PATH, or "".
+std::string find_gnuplot() {
+    char const* const path = std::getenv("PATH");
+    for (std::string const& folder : split(path ? path : "", ':')) {
+        const std::string program = (folder.empty() ? "." : folder) + "/gnuplot";
+        if (access(program.c_str(), X_OK) == 0) return program;
+    }
+    return "";
+}
+
+File nameless(char const* what) {
+    File file(std::tmpfile(), std::fclose);
+    if (!file) throw Failure(fmt::format("no temporary file for {}", what));
+    return file;
+}
+
+/// Runs gnuplot on the script, its output into the open file. @throws Failure with its first words
+void run_gnuplot(std::string const& text, int output) {
+    const File input = nameless("gnuplot's script"), errors = nameless("gnuplot's messages");
+    if (std::fwrite(text.data(), 1, text.size(), input.get()) != text.size() ||
+        std::fflush(input.get()) != 0)
+        throw Failure("no space for gnuplot's script");
+    std::rewind(input.get());
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, fileno(input.get()), STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, fileno(errors.get()), STDERR_FILENO);
+    char name[] = "gnuplot", defaults[] = "-d";  // -d: no start-up files of a user
+    char* arguments[] = {name, defaults, nullptr};
+    pid_t child = 0;
+    const int failed =
+        posix_spawn(&child, find_gnuplot().c_str(), &actions, nullptr, arguments, environ);
+    posix_spawn_file_actions_destroy(&actions);
+    int status = 0;
+    if (failed || waitpid(child, &status, 0) != child || status != 0) {
+        char words[200] = "";
+        std::rewind(errors.get());
+        while (std::fgets(words, sizeof words, errors.get()) && trimmed(words).empty()) {
+        }
+        throw Failure("gnuplot failed: " + trimmed(words));
+    }
+}
+
+std::string contents(FILE* file) {
+    std::string bytes;
+    std::rewind(file);
+    char block[1 << 16];
+    for (std::size_t n; (n = std::fread(block, 1, sizeof block, file)) > 0;) bytes.append(block, n);
+    return bytes;
+}
+
+/// The picture must have its end: on a full disk gnuplot leaves out the rest and says nothing.
+/// @throws Failure
+void check_end(std::string const& bytes, PictureFormat format) {
+    const std::string_view end = format == PictureFormat::svg   ? "</svg>"
+                                 : format == PictureFormat::png ? "IEND"
+                                                                : "%%EOF";
+    const std::size_t at = bytes.rfind(end);
+    if (at == std::string::npos || bytes.size() - at - end.size() > 8)
+        throw Failure("gnuplot wrote no whole picture: is the disk full that holds /tmp?");
+}
+
+/// Title and description of what is seen in place of the program's, and the size on paper.
+std::string accessible(std::string svg, Picture const& picture, Sheet const& sheet) {
+    const auto replace = [&](std::string const& from, std::string const& to, std::string const& by) {
+        const std::size_t begin = svg.find(from), end = begin == std::string::npos ? begin : svg.find(to, begin);
+        if (end != std::string::npos) svg.replace(begin, end + to.size() - begin, by);
+    };
+    replace("<title>", "</title>", "<title>" + escaped(picture.title) + "</title>");
+    replace("<desc>", "</desc>", "<desc>" + escaped(picture.description()) + "</desc>");
+    replace("<svg", "\n", fmt::format("<svg role=\"img\" aria-label=\"{}\"\n", escaped(picture.title)));
+    if (sheet.width > 0.0)
+        replace(" width=\"", "\n",
+                fmt::format(" width=\"{:g}mm\" height=\"{:g}mm\"\n", sheet.width, sheet.height));
+    return svg;
+}
+}  // namespace
+
+bool gnuplot_found() {
+    return !find_gnuplot().empty();
+}
+
+std::string drawn(Picture const& picture, Sheet const& sheet) {
+    const File output = nameless("the picture");
+    run_gnuplot(script(picture, sheet), fileno(output.get()));
+    std::string bytes = contents(output.get());
+    check_end(bytes, sheet.format);
+    return sheet.format == PictureFormat::svg ? accessible(std::move(bytes), picture, sheet) : bytes;
+}
+
+std::string escaped(std::string const& text) {
+    std::string result;
+    for (char c : printable(text)) switch (c) {
+            case '&': result += "&amp;"; break;
+            case '<': result += "&lt;"; break;
+            case '>': result += "&gt;"; break;
+            case '"': result += "&quot;"; break;
+            default: result += c;
+        }
+    return result;
+}
+
+}  // namespace cli

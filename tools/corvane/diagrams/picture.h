@@ -1,0 +1,108 @@
+// What a picture shows: curves, marked points and labels, whatever draws it.
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace cli {
+
+/// What a curve or a point stands for; the same in every picture.
+enum class Ink { liquid, vapour, liquid2, azeotrope, solid, black, grey };
+
+enum class Stroke {
+    line,
+    dashed,  ///< not stable
+    thin     ///< of less weight: pure substances, tie lines
+};
+
+enum class Symbol {
+    critical,
+    end_point,
+    extremum,
+    azeotrope,
+    three_phase,
+    eutectic,
+    measured,
+    measured_open
+};
+
+using XY = std::array<double, 2>;
+
+/// A curve; a point that is not finite interrupts it. Curves of the same title share a line of the
+/// key, and so do marks.
+struct Curve {
+    std::string title;
+    Ink ink = Ink::black;
+    Stroke stroke = Stroke::line;
+    std::vector<XY> points;
+};
+
+struct Marks {
+    std::string title;
+    Symbol symbol = Symbol::measured;
+    Ink ink = Ink::black;
+    std::vector<XY> points;
+};
+
+/// A text on one of the points of a curve, or, if it has none, near `at`. It is left out where there
+/// is no room.
+struct Label {
+    std::string text;
+    XY at = {};
+    std::vector<XY> along = {};
+    double where = 0.5;  ///< best place, as part of the visible way along the curve
+    Ink ink = Ink::black;
+};
+
+/// The ends of an axis, at round values.
+struct Axis {
+    double low = 0.0, high = 1.0;
+    bool log = false;
+    double part(double value) const;  ///< 0 at the low end, 1 at the high one
+    double value(double part) const;
+};
+
+/// How a curve is drawn: width in pixels of a screen, dashes in its units, none for a full line.
+struct Pen {
+    char const* colour;
+    double width;
+    std::vector<int> dashes;
+};
+/// mono: dashes in place of colours.
+Pen pen(Ink ink, Stroke stroke, bool mono);
+
+struct Picture {
+    std::string title = {}, x_axis = {}, y_axis = {};
+    std::vector<Curve> curves = {};
+    std::vector<Marks> marks = {};
+    std::vector<Label> labels = {};
+    bool fraction = false;  ///< x is a mole fraction: 0 to 1
+    bool log_x = false, log_y = false;
+    double y_top = 0.0;  ///< above 0: where the picture ends, if points are higher
+    /// Not empty: an equilateral triangle, the names at its top, lower left and lower right corner.
+    std::array<std::string, 3> corners = {};
+
+    /// Where a ternary composition is drawn, from the mole fractions at the top and at the left.
+    static XY in_triangle(double top, double left);
+
+    /// A curve of which every point knows whether it is stable: full and dashed stretches, which
+    /// share the points where they meet.
+    void add(std::string const& name, Ink ink, std::vector<XY> const& points,
+             std::vector<bool> const& stable);
+    /// A mark; joins those of the same title.
+    void mark(std::string const& name, Symbol symbol, Ink ink, XY at);
+
+    /// What is seen of x and y: all curves and marks, up to y_top; with that, x from where curves begin
+    /// to rise visibly.
+    std::array<Axis, 2> axes() const;
+    /// Where labels have room: each on its curve, or near its place, over no other curve if that can
+    /// be, never over a mark or another label, the first ones first. letter, line: width and height of
+    /// a text, in parts of the axes.
+    std::vector<Label> placed(double letter, double line) const;
+
+    /// In a sentence, for those who do not see it.
+    std::string description() const;
+};
+
+}  // namespace cli
