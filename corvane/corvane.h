@@ -37,6 +37,7 @@
 #include <corvane/phases/flash/flash.h>
 #include <corvane/phases/phase/phase.h>
 #include <corvane/phases/report/certificate.h>
+#include <corvane/phases/report/curve_end.h>
 #include <corvane/phases/report/progress.h>
 #include <corvane/phases/report/validity.h>
 #include <corvane/phases/saturation/envelope.h>

@@ -169,77 +169,24 @@ ResultLine line_of(int kind, Points const& points, More const&... more) {
 
 // ---- ends
 
-CorvaneEnd end_of(corvane::EnvelopeEnd end) {
-    using E = corvane::EnvelopeEnd;
+CorvaneEnd end_of(corvane::CurveEnd end) {
+    using E = corvane::CurveEnd;
     switch (end) {
         case E::closed: return CORVANE_END_CLOSED;
-        case E::pressure: return CORVANE_END_PRESSURE;
-        case E::cold: return CORVANE_END_COLD;
-        case E::full: return CORVANE_END_FULL;
-        case E::interrupted: return CORVANE_END_INTERRUPTED;
-        case E::stuck: break;
-    }
-    return CORVANE_END_STUCK;
-}
-
-CorvaneEnd end_of(corvane::DiagramEnd end) {
-    using E = corvane::DiagramEnd;
-    switch (end) {
         case E::pure: return CORVANE_END_PURE;
-        case E::critical: return CORVANE_END_CRITICAL;
-        case E::three_phase: return CORVANE_END_THREE_PHASE;
-        case E::limit: return CORVANE_END_PRESSURE;
-        case E::coldest: return CORVANE_END_COLD;
-        case E::full: return CORVANE_END_FULL;
-        case E::interrupted: return CORVANE_END_INTERRUPTED;
-        case E::stuck: break;
-    }
-    return CORVANE_END_STUCK;
-}
-
-CorvaneEnd end_of(corvane::CriticalLineEnd end) {
-    using E = corvane::CriticalLineEnd;
-    switch (end) {
-        case E::pure: return CORVANE_END_PURE;
+        case E::critical:
+        case E::plait: return CORVANE_END_CRITICAL;
         case E::end_point: return CORVANE_END_END_POINT;
+        case E::three_phase: return CORVANE_END_THREE_PHASE;
+        case E::edge: return CORVANE_END_PURE;
+        case E::eutectic: return CORVANE_END_EUTECTIC;
         case E::pressure: return CORVANE_END_PRESSURE;
         case E::tension: return CORVANE_END_TENSION;
         case E::cold: return CORVANE_END_COLD;
-        case E::full: return CORVANE_END_FULL;
-        case E::interrupted: return CORVANE_END_INTERRUPTED;
-        case E::closed: return CORVANE_END_CLOSED;
-        case E::stuck: break;
-    }
-    return CORVANE_END_STUCK;
-}
-
-CorvaneEnd end_of(corvane::PhaseLineEnd end) {
-    using E = corvane::PhaseLineEnd;
-    switch (end) {
-        case E::critical: return CORVANE_END_CRITICAL;
-        case E::pure: return CORVANE_END_PURE;
-        case E::three_phase: return CORVANE_END_THREE_PHASE;
-        case E::limit: return CORVANE_END_PRESSURE;
-        case E::coldest: return CORVANE_END_COLD;
-        case E::trace: return CORVANE_END_DILUTE;
-        case E::uncertified: return CORVANE_END_UNCERTIFIED;
-        case E::full: return CORVANE_END_FULL;
-        case E::interrupted: return CORVANE_END_INTERRUPTED;
-        case E::stuck: break;
-    }
-    return CORVANE_END_STUCK;
-}
-
-CorvaneEnd end_of(corvane::SolidFluidEnd end) {
-    using E = corvane::SolidFluidEnd;
-    switch (end) {
-        case E::pure: return CORVANE_END_PURE;
-        case E::eutectic: return CORVANE_END_EUTECTIC;
-        case E::split: return CORVANE_END_THREE_PHASE;
+        case E::dilute: return CORVANE_END_DILUTE;
         case E::solid_range: return CORVANE_END_SOLID_RANGE;
         case E::other_range: return CORVANE_END_OTHER_RANGE;
-        case E::dilute: return CORVANE_END_DILUTE;
-        case E::pressure: return CORVANE_END_PRESSURE;
+        case E::uncertified: return CORVANE_END_UNCERTIFIED;
         case E::full: return CORVANE_END_FULL;
         case E::interrupted: return CORVANE_END_INTERRUPTED;
         case E::stuck: break;

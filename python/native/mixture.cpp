@@ -250,8 +250,17 @@ Array phases_of(std::vector<corvane::ThreePhasePoint> const& points) {
     return out.array();
 }
 
-char const* const kDiagramEnds[] = {"pure",    "critical", "three_phase", "limit",
-                                    "coldest", "full",     "interrupted", "stuck"};
+char const* diagram_end(corvane::CurveEnd end) {
+    using E = corvane::CurveEnd;
+    return end == E::pure          ? "pure"
+           : end == E::critical    ? "critical"
+           : end == E::three_phase ? "three_phase"
+           : end == E::pressure    ? "limit"
+           : end == E::cold        ? "coldest"
+           : end == E::full        ? "full"
+           : end == E::interrupted ? "interrupted"
+                                   : "stuck";
+}
 char const* const kPairs[] = {"vapour_liquid", "liquid_liquid", "fluid_fluid"};
 
 nb::dict diagram(Mixture const& m, bool at_T, double value, double limit) {
@@ -269,8 +278,8 @@ nb::dict diagram(Mixture const& m, bool at_T, double value, double limit) {
         nb::dict one;
         one["points"] = tie_lines(b.points);
         one["azeotropes"] = tie_lines(b.azeotropes);
-        one["begin"] = kDiagramEnds[static_cast<int>(b.begin)];
-        one["end"] = kDiagramEnds[static_cast<int>(b.end)];
+        one["begin"] = diagram_end(b.begin);
+        one["end"] = diagram_end(b.end);
         one["kind"] = kPairs[static_cast<int>(b.kind)];
         branches.append(one);
     }
@@ -326,8 +335,8 @@ nb::dict ternary(Mixture const& m, double T, double p, double step, int mesh) {
         nb::dict one;
         one["points"] = tie_lines(r.tie_lines);
         one["kind"] = kPairs[static_cast<int>(r.kind)];
-        one["begin"] = corvane::in_words(r.begin);
-        one["end"] = corvane::in_words(r.end);
+        one["begin"] = corvane::in_words(r.begin, corvane::CurveKind::ternary);
+        one["end"] = corvane::in_words(r.end, corvane::CurveKind::ternary);
         regions.append(one);
     }
     Out corners({d.three_phase.size(), 3, 4}), open({d.open.size(), 3});
@@ -465,8 +474,8 @@ nb::list solid_lines(Mixture const& m, int solid, bool at_T, double value, doubl
         for (std::size_t i = 0; i < line.points.size(); ++i) write(out.row(i), line.points[i]);
         nb::dict one;
         one["points"] = out.array();
-        one["begin"] = corvane::in_words(line.begin);
-        one["end"] = corvane::in_words(line.end);
+        one["begin"] = corvane::in_words(line.begin, corvane::CurveKind::solid);
+        one["end"] = corvane::in_words(line.end, corvane::CurveKind::solid);
         all.append(one);
     }
     return all;

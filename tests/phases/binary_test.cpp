@@ -158,7 +158,7 @@ TEST(CompleteDiagram, DividesTheField) {
          0.1,
          {{VL, pure, three_phase}, {LL, three_phase, coldest}, {VL, three_phase, pure}},
          0}};
-    int split = 0;
+    int splits = 0;
     for (auto const& c : cases) {
         SCOPED_TRACE(testing::Message() << c.first << "+" << c.second << " " << c.value);
         const Mixture m = peng_robinson(c.first, c.second, c.kij);
@@ -213,13 +213,13 @@ TEST(CompleteDiagram, DividesTheField) {
             const bool two = inside(d, c.at_T, std::log(c.at_T ? p : T), x, margin);
             if (margin < 0.02) continue;
             ++tested;
-            split += two;
+            splits += two;
             EXPECT_EQ(two, !corvane::stability(*m, p, T, mix(x)).stable)
                 << T << " K, " << p << " MPa, x " << x;
         }
         EXPECT_GT(tested, 75);
     }
-    EXPECT_GT(split, 250);
+    EXPECT_GT(splits, 250);
 }
 
 // Equal components: every curve has its mirror image, and the azeotrope is in the middle.

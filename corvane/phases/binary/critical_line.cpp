@@ -127,30 +127,6 @@ class Lines {
 };
 }  // namespace
 
-char const* in_words(CriticalLineEnd end) {
-    switch (end) {
-        case End::pure:
-            return "a pure component";
-        case End::end_point:
-            return "a critical end point, where another phase coexists with the critical one";
-        case End::pressure:
-            return "the highest pressure asked for";
-        case End::tension:
-            return "a pressure that is no longer positive; it goes on under tension";
-        case End::cold:
-            return "the lowest temperature asked for";
-        case End::full:
-            return "the largest number of points; it goes on";
-        case End::interrupted:
-            return "the caller's request";
-        case End::closed:
-            return "its first point: a closed line";
-        case End::stuck:
-            break;
-    }
-    return "an open end: no further point was found";
-}
-
 std::vector<CriticalLine> critical_lines(ModelN const& binary, CriticalLineOptions const& options) {
     if (binary.mdl1.size() != 2) throw ThException(th_no_option);
     return Lines(binary, options).run();

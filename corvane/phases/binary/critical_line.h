@@ -3,27 +3,16 @@
 
 #include <corvane/core/api.h>
 #include <corvane/phases/critical/critical.h>
+#include <corvane/phases/report/curve_end.h>
 #include <corvane/phases/report/progress.h>
 
 #include <vector>
 
 namespace corvane {
 
-/// Why a critical line begins or ends where it does.
-enum class CriticalLineEnd {
-    pure,         ///< the critical point of a pure component, exactly
-    end_point,    ///< critical end point: another phase coexists with the critical one
-    pressure,     ///< the highest pressure asked for (within 1e-6)
-    tension,      ///< the last point is at 1e-3 MPa, beyond it the pressure becomes negative
-    cold,         ///< the lowest temperature asked for (within 1e-6)
-    full,         ///< bound of the number of points
-    interrupted,  ///< by the caller
-    closed,       ///< back at the first point
-    stuck         ///< no shorter step finds a further point
-};
-
-/// "ends at ..." without the verb: "a pure component".
-CORVANE_API char const* in_words(CriticalLineEnd end);
+/// Why a critical line begins or ends where it does: pure, end_point, pressure and cold (within
+/// 1e-6), tension, closed, full, interrupted, stuck.
+using CriticalLineEnd = CurveEnd;
 
 struct CriticalLine {
     std::vector<CriticalPoint> points;  ///< all stable, or all unstable; x over both components

@@ -2,8 +2,8 @@
 #pragma once
 
 #include <corvane/core/api.h>
+#include <corvane/phases/binary/phase_line.h>
 #include <corvane/phases/report/certificate.h>
-#include <corvane/phases/report/progress.h>
 
 class ModelN;
 
@@ -16,19 +16,12 @@ struct TieLine {
     bool stable = true;               ///< false: the tangent-plane test finds a third phase
 };
 
-/// Where a branch begins or ends, and why.
-enum class DiagramEnd {
-    pure,         ///< at a pure component: its saturation point is the last point, x = y = 0 or 1
-                  ///< (a branch whose component's saturation is out of bounds begins on the bound)
-    critical,     ///< the phases become alike; the last point is the critical one
-    three_phase,  ///< a third phase appears; the last point is of the three-phase state
-                  ///< (complete_*)
-    limit,        ///< p_max, or T above twice the higher critical temperature; exactly there
-    coldest,      ///< T_min, exactly there; or a mole fraction falls below 1e-200
-    full,         ///< bound of the number of points
-    interrupted,
-    stuck  ///< no shorter step finds a further point
-};
+/// Where a branch begins or ends, and why: pure (its saturation point is the last point, x = y = 0
+/// or 1; a branch whose component's saturation is out of bounds begins on the bound); critical;
+/// three_phase (complete_*); pressure (p_max, or T above twice the higher critical temperature;
+/// exactly there); cold (T_min, exactly there; or a mole fraction falls below 1e-200); full;
+/// interrupted; stuck.
+using DiagramEnd = CurveEnd;
 
 /// What the two phases of a branch are. Fluids where no vapour can be told from a liquid: neither
 /// end leads to a pure component or to a vapour of three phases, and T exceeds a critical one.
@@ -44,14 +37,7 @@ struct Diagram {
     long evaluations = 0;
 };
 
-struct DiagramOptions {
-    double step = 0.05;     ///< longest step in x and y, about
-    double p_max = 1000.0;  ///< MPa
-    double T_min = 0.0;     ///< K; 0: 0.3 of the lower critical temperature
-    int points = 1000;      ///< bound of their number, of every branch
-    bool stability = true;  ///< test every point
-    Progress progress;
-};
+using DiagramOptions = LineOptions;
 
 /// Isothermal (p-x-y) diagram at T [K], from the saturation of a pure component on: of the one with
 /// the higher critical temperature where it is below that, else of the other.

@@ -3,6 +3,7 @@
 
 #include <corvane/core/api.h>
 #include <corvane/phases/report/certificate.h>
+#include <corvane/phases/report/curve_end.h>
 #include <corvane/phases/report/progress.h>
 
 #include <vector>
@@ -20,15 +21,10 @@ struct EnvelopePoint {
     bool bubble = false;      ///< the incipient phase has the lower mass density
 };
 
-/// Why an envelope ended.
-enum class EnvelopeEnd {
-    closed,    ///< back at the pressure where it started, on the bubble side
-    pressure,  ///< at the pressure limit, exactly: open, as far as it was followed
-    cold,      ///< at the temperature limit, exactly
-    full,      ///< bound of the number of points
-    interrupted,
-    stuck  ///< no shorter step finds a further point
-};
+/// Why an envelope ended: closed (back at the pressure where it started, on the bubble side),
+/// pressure or cold (at the limit, exactly: open, as far as it was followed), full, interrupted,
+/// stuck.
+using EnvelopeEnd = CurveEnd;
 
 struct Envelope {
     std::vector<EnvelopePoint> points;  ///< from the dew side at low pressure on

@@ -360,30 +360,4 @@ SolidFluidPoint eutectic(ModelN const& binary, double p, SolidFluidOptions const
                              std::nan(""), "neither solid's line ends in a eutectic");
 }
 
-char const* in_words(SolidFluidEnd end) {
-    switch (end) {
-        case End::pure:
-            return "the pure component's melting or sublimation point";
-        case End::eutectic:
-            return "a eutectic, where the other component freezes, too";
-        case End::split:
-            return "a split, where a second fluid coexists";
-        case End::solid_range:
-            return "the end of the solid's data";
-        case End::other_range:
-            return "the temperature where the data of the other solid begin, which is stable there";
-        case End::dilute:
-            return "the least mole fraction asked for";
-        case End::pressure:
-            return "the highest pressure asked for";
-        case End::full:
-            return "the largest number of points; it goes on";
-        case End::interrupted:
-            return "the caller's request";
-        case End::stuck:
-            break;
-    }
-    return "an open end: no further point was found";
-}
-
 }  // namespace corvane

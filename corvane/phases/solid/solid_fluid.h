@@ -3,6 +3,7 @@
 
 #include <corvane/core/api.h>
 #include <corvane/phases/report/certificate.h>
+#include <corvane/phases/report/curve_end.h>
 #include <corvane/phases/report/progress.h>
 
 #include <array>
@@ -29,21 +30,11 @@ struct SolidFluidPoint {
     Certificate certificate;
 };
 
-/// Why a solid–fluid line begins or ends where it does.
-enum class SolidFluidEnd {
-    pure,  ///< the pure component melts or sublimes, exactly
-    /// The other component freezes, too: two solids and a fluid. A line of one point: less than
-    /// 1e-13 of the other component dissolves at the pure point.
-    eutectic,
-    split,        ///< a second fluid coexists with the fluid and the solid
-    solid_range,  ///< end of the solid's data
-    other_range,  ///< the other component freezes at once where the data of its solid begin
-    dilute,       ///< the mole fraction fell below the limit asked for
-    pressure,     ///< the highest pressure asked for
-    full,
-    interrupted,
-    stuck
-};
+/// Why a solid–fluid line begins or ends where it does: pure (the pure component melts or sublimes,
+/// exactly); eutectic (a line of one point: less than 1e-13 of the other component dissolves at the
+/// pure point); split (a second fluid coexists with the fluid and the solid); solid_range;
+/// other_range; dilute (the limit asked for); pressure; full; interrupted; stuck.
+using SolidFluidEnd = CurveEnd;
 
 struct SolidFluidLine {
     int solid = 0;  ///< component that forms the solid
@@ -97,8 +88,5 @@ CORVANE_API std::vector<SolidFluidLine> solid_fluid_isotherm(ModelN const& binar
 /// @throws EquilibriumFailure no_solution: neither line ends in a eutectic; as solubility
 CORVANE_API SolidFluidPoint eutectic(ModelN const& binary, double p,
                                      SolidFluidOptions const& options = {});
-
-/// "a eutectic, …": completes "the line ends at …".
-CORVANE_API char const* in_words(SolidFluidEnd end);
 
 }  // namespace corvane

@@ -491,26 +491,6 @@ bool TernaryDiagram::complete() const {
            });
 }
 
-char const* in_words(TernaryEnd end) {
-    switch (end) {
-        case TernaryEnd::edge:
-            return "the edge";
-        case TernaryEnd::plait:
-            return "a plait point";
-        case TernaryEnd::three_phase:
-            return "three phases";
-        case TernaryEnd::closed:
-            return "its beginning, a ring";
-        case TernaryEnd::full:
-            return "the bound of the number of points";
-        case TernaryEnd::interrupted:
-            return "the interruption";
-        case TernaryEnd::stuck:
-            break;
-    }
-    return "a failure";
-}
-
 TernaryDiagram ternary_diagram(ModelN const& ternary, double T, double p,
                                TernaryOptions const& o) {
     if (ternary.mdl1.size() != 3) throw ThException(th_no_option);

@@ -5,6 +5,7 @@
 #include <corvane/phases/binary/diagram.h>
 #include <corvane/phases/critical/critical.h>
 #include <corvane/phases/report/certificate.h>
+#include <corvane/phases/report/curve_end.h>
 #include <corvane/phases/report/progress.h>
 
 #include <array>
@@ -23,17 +24,11 @@ struct TernaryTieLine {
     double x_error = Certificate::unknown;
 };
 
-/// Where a region of two phases begins or ends, and why.
-enum class TernaryEnd {
-    edge,         ///< at a binary split; the last tie line is that
-    plait,        ///< at a plait point: its phase stands for both of the last tie line
-    three_phase,  ///< at a side of a triangle, which is the last tie line
-    closed,       ///< the tie lines come back to the first one: the region is a ring
-    full,         ///< bound of the number of points
-    interrupted,
-    stuck  ///< no shorter step finds a further tie line
-};
-CORVANE_API char const* in_words(TernaryEnd end);
+/// Where a region of two phases begins or ends, and why: edge (at a binary split; the last tie line
+/// is that); plait (its phase stands for both of the last tie line); three_phase (at a side of a
+/// triangle, which is the last tie line); closed (the tie lines come back to the first one: the
+/// region is a ring); full; interrupted; stuck.
+using TernaryEnd = CurveEnd;
 
 /// Tie lines in order. phases[0] of them is the phase that is denser (by mass) half-way.
 struct TernaryRegion {

@@ -47,7 +47,7 @@ struct EnvelopeCommand {
     XY at(EnvelopePoint const& point) const;
 };
 
-char const* in_words(EnvelopeEnd end) {
+char const* state_of(EnvelopeEnd end) {
     switch (end) {
         case EnvelopeEnd::closed:
             return "closed: back at the pressure where it began";
@@ -59,7 +59,7 @@ char const* in_words(EnvelopeEnd end) {
             return "cut off at the largest number of points";
         case EnvelopeEnd::interrupted:
             return "interrupted";
-        case EnvelopeEnd::stuck:
+        default:
             break;
     }
     return "open: no further point was found";
@@ -180,13 +180,13 @@ void EnvelopeCommand::summarise(MixtureFluid const& mixture, Envelope const& env
         }
     head.summary.push_back(fmt::format("{}{} points, {} of them not stable; {}", line,
                                        envelope.points.size(), envelope.unstable,
-                                       in_words(envelope.end)));
+                                       state_of(envelope.end)));
     head.summary.push_back(fmt::format("{}certified: {}; {} evaluations", line,
                                        agreement(envelope.dmu, envelope.dp), envelope.evaluations));
     list(head, "certificates")
         .push_back({{"points", static_cast<long>(envelope.points.size())},
                     {"unstable", static_cast<long>(envelope.unstable)},
-                    {"end", in_words(envelope.end)},
+                    {"end", state_of(envelope.end)},
                     {"dmu", envelope.dmu},
                     {"dp", envelope.dp},
                     {"evaluations", envelope.evaluations}});

@@ -20,6 +20,7 @@
 
 namespace cli {
 namespace {
+using corvane::CurveKind;
 using corvane::PhasePair;
 using corvane::PhaseRecord;
 using corvane::TernaryDiagram;
@@ -80,8 +81,8 @@ std::vector<Row> TernaryCommand::rows_of(MixtureFluid const& mixture,
             rows.push_back(std::move(row));
         }
         const std::size_t first = rows.size() - region.tie_lines.size();
-        add_note(rows[first].note, std::string("begins at ") + in_words(region.begin));
-        add_note(rows.back().note, std::string("ends at ") + in_words(region.end));
+        add_note(rows[first].note, std::string("begins at ") + in_words(region.begin, CurveKind::ternary));
+        add_note(rows.back().note, std::string("ends at ") + in_words(region.end, CurveKind::ternary));
     }
     return rows;
 }
@@ -102,7 +103,8 @@ void TernaryCommand::report(MixtureFluid const& mixture, TernaryDiagram const& d
         lines += r.tie_lines.size();
         head.summary.push_back(
             fmt::format("region {}: {} from {} to {}, {} tie lines", &r - d.regions.data() + 1,
-                        in_words(r.kind), in_words(r.begin), in_words(r.end), r.tie_lines.size()));
+                        in_words(r.kind), in_words(r.begin, CurveKind::ternary),
+                        in_words(r.end, CurveKind::ternary), r.tie_lines.size()));
     }
     for (corvane::TernaryTriangle const& t : d.three_phase) {
         Fields fields;

@@ -7,34 +7,9 @@
 namespace cli {
 using corvane::AzeotropicLine;
 using corvane::CriticalLine;
+using corvane::CurveKind;
 using corvane::PhaseLineEnd;
 using corvane::ThreePhaseLine;
-
-char const* in_words(PhaseLineEnd end) {
-    switch (end) {
-        case PhaseLineEnd::critical:
-            return "a critical end point";
-        case PhaseLineEnd::pure:
-            return "a pure component";
-        case PhaseLineEnd::three_phase:
-            return "a further phase";
-        case PhaseLineEnd::limit:
-            return "the highest pressure asked for";
-        case PhaseLineEnd::coldest:
-            return "the lowest temperature asked for";
-        case PhaseLineEnd::trace:
-            return "a mere trace of a component";
-        case PhaseLineEnd::uncertified:
-            return "a very low pressure, where rounding hides more";
-        case PhaseLineEnd::full:
-            return "the largest number of points, where it goes on";
-        case PhaseLineEnd::interrupted:
-            return "the interruption";
-        case PhaseLineEnd::stuck:
-            break;
-    }
-    return "an open end: no further point was found";
-}
 
 BinaryLines::BinaryLines(MixtureFluid const& mixture, Units const& units)
     : projection(mixture, units), mixture_(mixture), units_(units) {
@@ -123,7 +98,8 @@ void BinaryLines::add(ThreePhaseLine const& line) {
         table.rows.push_back(row(one));
         curve.push_back(projection.at(one.T, one.p));
     }
-    ends("three phases", line.points.size(), in_words(line.begin), in_words(line.end));
+    ends("three phases", line.points.size(), in_words(line.begin, CurveKind::phase_line),
+         in_words(line.end, CurveKind::phase_line));
     open_ = open_ || line.begin == PhaseLineEnd::stuck || line.end == PhaseLineEnd::stuck;
     projection.picture.curves.push_back({"three phases", Ink::liquid2, Stroke::line, curve});
 }
@@ -135,10 +111,8 @@ void BinaryLines::add(AzeotropicLine const& line) {
         table.rows.push_back(row(one));
         curve.push_back(projection.at(one.T, one.p));
     }
-    const auto words = [](PhaseLineEnd end) {
-        return end == PhaseLineEnd::critical ? "a critical azeotrope" : in_words(end);
-    };
-    ends("azeotrope", line.points.size(), words(line.begin), words(line.end));
+    ends("azeotrope", line.points.size(), in_words(line.begin, CurveKind::azeotrope),
+         in_words(line.end, CurveKind::azeotrope));
     open_ = open_ || line.begin == PhaseLineEnd::stuck || line.end == PhaseLineEnd::stuck;
     projection.picture.curves.push_back({"azeotropes", Ink::azeotrope, Stroke::line, curve});
 }

@@ -14,8 +14,6 @@
 
 namespace cli {
 
-char const* in_words(corvane::PhaseLineEnd end);
-
 /// Rows "curve, number, T, p, x1, x2, x3" with certificates, beside their picture: the mole
 /// fractions of the first component in all phases that differ, the densest (by mass) first.
 /// Where lines end: --p-max and --T-min.

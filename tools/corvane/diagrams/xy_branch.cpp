@@ -14,25 +14,9 @@ using corvane::PhasePair;
 using corvane::TieLine;
 
 std::string in_words(DiagramEnd end, TieLine const& point, MixtureFluid const& mixture) {
-    switch (end) {
-        case DiagramEnd::pure:
-            return fmt::format("pure {}", mixture.component(point.x > 0.5 ? 0 : 1));
-        case DiagramEnd::critical:
-            return "a critical point";
-        case DiagramEnd::three_phase:
-            return "three phases";
-        case DiagramEnd::limit:
-            return "the highest p or T";
-        case DiagramEnd::coldest:
-            return "the lowest T";
-        case DiagramEnd::full:
-            return "the largest number of points, where it goes on";
-        case DiagramEnd::interrupted:
-            return "the interruption";
-        case DiagramEnd::stuck:
-            break;
-    }
-    return "an open end: no further point was found";
+    if (end == DiagramEnd::pure)
+        return fmt::format("pure {}", mixture.component(point.x > 0.5 ? 0 : 1));
+    return corvane::in_words(end, corvane::CurveKind::branch);
 }
 
 char const* in_words(PhasePair kind) {

@@ -97,11 +97,12 @@ std::vector<Row> Solids::trace(XyFrame const& frame, double given,
                 dmu = std::max(dmu, point.certificate.dmu);
                 dp = std::max(dp, point.certificate.dp);
             }
-            add_note(rows[first].note, std::string("begins at ") + in_words(line.begin));
-            add_note(rows.back().note, std::string("ends at ") + in_words(line.end));
+            const std::string begin = in_words(line.begin, corvane::CurveKind::solid),
+                              end = in_words(line.end, corvane::CurveKind::solid);
+            add_note(rows[first].note, "begins at " + begin);
+            add_note(rows.back().note, "ends at " + end);
             heading.summary.push_back(fmt::format("{} from {} to {}, {} points; certified: {}",
-                                                  where, in_words(line.begin), in_words(line.end),
-                                                  line.points.size(), agreement(dmu, dp)));
+                                                  where, begin, end, line.points.size(), agreement(dmu, dp)));
             picture.add("saturated with a solid", Ink::solid, curve, stable);
             // Three phases: two solids and a fluid, or a solid and two fluids.
             const double y = curve.back()[1];
