@@ -67,8 +67,7 @@ class Builder {
     /// What runs along a branch: ln p, or ln T.
     double running(TieLine const& q) const { return std::log(constant_.at_T ? q.p : q.T); }
     double mass(int k) const {
-        PhaseState const& s = pair_.phase[static_cast<std::size_t>(k)];
-        return s.rho_i[0] * fluid_.molar_mass(0) + s.rho_i[1] * fluid_.molar_mass(1);
+        return fluid_.mass_density(pair_.phase[static_cast<std::size_t>(k)]);
     }
 
     /// Has a branch come to this state on the bound of p or T from the other side?
@@ -258,7 +257,7 @@ class Builder {
                 if (s.x[i] < 1e-6) pair_.u[2 * k + i] += o.m[i] - s.m[i];
             }
         auto solved = [&](int limit) {
-            return pair_.solve(limit) && Path::apart(pair_.u, 0, 1) > 1e-4 && pair_.a.S > 0.0 &&
+            return pair_.solve(limit) && !pair_.trivial() && pair_.a.S > 0.0 &&
                    pair_.b.S > 0.0;
         };
         if (!solved(20) && !(flashed(p, T, 0.5 * (x[0] + x[1])) && solved(10))) return false;

@@ -33,7 +33,7 @@ bool CriticalEndPoint::solve(CriticalConditions::Variables& y, double rho,
         return true;
     };
     const auto converged = [&](double step) {
-        const double rounding = 2e-15 * std::max(std::fabs(s.S), std::fabs(other.S)) * scale;
+        const double rounding = std::max(s.P_rounding(), other.P_rounding()) * scale;
         return step < kStep && c.residual() < c.limit && std::fabs(r[2]) < kPotential &&
                std::fabs(r[3]) < kPotential &&
                std::fabs(r[4]) < rounding + kPotential * s.p / (R * s.T) * scale;

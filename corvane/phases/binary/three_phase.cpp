@@ -1,6 +1,5 @@
 #include <corvane/phases/binary/binary.h>
 #include <corvane/phases/binary/binary_diagram.h>
-#include <corvane/phases/binary/path.h>
 #include <corvane/phases/binary/three_phase.h>
 #include <corvane/phases/binary/three_phase_point.h>
 #include <corvane/phases/report/words.h>
@@ -10,7 +9,6 @@
 
 namespace corvane {
 namespace {
-constexpr double kTrivial = 1e-4;
 constexpr int kNewton = 30;
 using Kind = EquilibriumFailure::Kind;
 
@@ -44,8 +42,7 @@ ThreePhasePoint find(ModelN const& model, bool at_T, double value, ThreePhaseOpt
         throw EquilibriumFailure(Kind::gave_up, state, name, solver.iterations, residual, advice);
     };
     if (!solver.solve(kNewton)) fail(solver.residual, "give a nearer start, or none");
-    if (Path::apart(solver.u, 0, 1) < kTrivial || Path::apart(solver.u, 0, 2) < kTrivial ||
-        Path::apart(solver.u, 1, 2) < kTrivial)
+    if (solver.trivial())
         fail(solver.residual, "two phases became one: give a nearer start, or none");
     Stability stability(fluid);
     double tpd = 0.0;
@@ -68,11 +65,9 @@ ThreePhasePoint three_phase_point(CoexistenceSolver const& s, double tpd,
     q.p = s.p > 0.0 ? s.p : s.pressure();
     std::vector<PhaseState const*> order;
     for (PhaseState const& phase : s.phase) order.push_back(&phase);
-    auto mass = [&](PhaseState const* phase) {
-        return phase->rho_i[0] * s.fluid.molar_mass(0) + phase->rho_i[1] * s.fluid.molar_mass(1);
-    };
-    std::sort(order.begin(), order.end(),
-              [&](PhaseState const* a, PhaseState const* b) { return mass(a) > mass(b); });
+    std::sort(order.begin(), order.end(), [&](PhaseState const* a, PhaseState const* b) {
+        return s.fluid.mass_density(*a) > s.fluid.mass_density(*b);
+    });
     certify(s.fluid, q.p, order, q.certificate);
     q.phases = q.certificate.phases;
     q.certificate.tpd = tpd;

@@ -10,6 +10,7 @@ namespace corvane {
 namespace {
 constexpr double kPotential = 1e-11;  // residual of the potentials and of ln p
 constexpr double kGas = 3.0;  // of ∂(p/RT)/∂rho, 1 for an ideal gas: below it a fluid is a gas
+constexpr double kTrivial = 1e-4;
 constexpr double kStep = 1e-8;  // last step in u: the next one would be below rounding
 }  // namespace
 
@@ -135,8 +136,7 @@ bool CoexistenceSolver::solve(int limit) {
         PhaseState const& light = phase[softest()];
         double rounding = 0.0, dp = 0.0;
         for (PhaseState const& s : phase)
-            rounding = std::max(
-                rounding, 8 * std::numeric_limits<double>::epsilon() * std::fabs(s.S) / light.rho);
+            rounding = std::max(rounding, s.P_rounding() / light.rho);
         residual = 0.0;
         for (int i = 0; i < m; ++i) {
             const double r = std::fabs(r_[i]);
@@ -176,6 +176,17 @@ bool CoexistenceSolver::solve(int limit) {
         m, jacobian_.data(), r_.data(), limit, iterations,
         [&] { return evaluate() && (assemble(), true); }, converged,
         [&] { return std::isfinite(residual); }, advance);
+}
+
+bool CoexistenceSolver::trivial() const {
+    for (int k = 1; k < count_; ++k)
+        for (int j = 0; j < k; ++j) {
+            double apart = 0.0;
+            for (int i = 0; i < n_; ++i)
+                apart = std::max(apart, std::fabs(u[k * n_ + i] - u[j * n_ + i]));
+            if (apart < kTrivial) return true;
+        }
+    return false;
 }
 
 void CoexistenceSolver::level() {

@@ -52,6 +52,8 @@ class CoexistenceSolver {
     /// Fills the bounds of the certificate from the evaluated phases, all differences against the
     /// first one. False if the Jacobian is singular.
     bool bound(Certificate& c);
+    /// Are two phases one, all their ln rho_i within 1e-4?
+    bool trivial() const;
     /// Evaluates the phases at u. False if that is not finite.
     bool evaluate();
     /// ln p of the softest phase and its slope along t.

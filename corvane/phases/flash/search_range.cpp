@@ -9,11 +9,6 @@ namespace corvane {
 namespace {
 constexpr double kLowest = 0.25, kHighest = 1.5;    // T in critical temperatures
 constexpr double kLnPMin = -27.63, kLnPMax = 9.21;  // 1e-12 and 1e4 MPa
-
-/// −d ln(K·p)/d(1/T) by Wilson's equation [K]: enthalpy of vaporisation over R.
-double latent(Model1 const& c) {
-    return 5.373 * (1.0 + c.omega()) * c.Tcrit();
-}
 }  // namespace
 
 SearchRange::SearchRange(FluidModel const& fluid, Caloric* caloric, Target target)
@@ -70,7 +65,7 @@ double SearchRange::wilson_ln_T(double p, double sign) const {
         for (int i = 0; i < n_; ++i) {
             const double f = fluid_.z()[i] * std::exp(sign * (fluid_.wilson(i, T) - std::log(p)));
             sum += f;
-            slope += f * sign * latent(fluid_.pure(i));
+            slope += f * sign * fluid_.wilson_slope(i);
         }
         const double move = sum * std::log(sum) / slope;  // of 1/T
         T = 1.0 / std::clamp(1.0 / T + move, 0.6 / T, 1.6 / T);
@@ -99,7 +94,7 @@ double SearchRange::guess_ln_T(double p, double given) const {
         }
     } else {
         double L = 0.0;
-        for (int i = 0; i < n_; ++i) L += fluid_.z()[i] * latent(fluid_.pure(i));
+        for (int i = 0; i < n_; ++i) L += fluid_.z()[i] * fluid_.wilson_slope(i);
         const double below = gas(bubble) - (entropy ? L / std::exp(bubble) : L);
         if (given > below)
             x = bubble + (dew - bubble) * (given - below) / std::max(above - below, 1e-300);

@@ -5,12 +5,20 @@
 #include <corvane/pure/model1.h>
 
 #include <cmath>
+#include <limits>
 
 namespace corvane {
 
 void PhaseState::resize(int n) {
     for (auto* v : {&x, &rho_i, &m, &m_T, &P}) v->resize(static_cast<std::size_t>(n));
     H.resize(static_cast<std::size_t>(n * n));
+}
+namespace {
+constexpr double kWilson = 5.373;  // ln 10·7/3: Wilson, Tech. Conf. API 1968
+}  // namespace
+
+double PhaseState::P_rounding() const {
+    return 8 * std::numeric_limits<double>::epsilon() * std::fabs(S);
 }
 double PhaseState::m_p(int i) const {
     return v(i) / (R * T);
@@ -69,9 +77,17 @@ Vector<double> FluidModel::expand(std::vector<double> const& x) const {
 double FluidModel::molar_mass(int k) const {
     return pure(k).M();
 }
+double FluidModel::mass_density(PhaseState const& s) const {
+    double sum = 0.0;
+    for (int k = 0; k < size(); ++k) sum += s.rho_i[k] * molar_mass(k);
+    return sum;
+}
 double FluidModel::wilson(int k, double T) const {
     Model1 const& c = pure(k);
-    return std::log(c.pcrit()) + 5.373 * (1.0 + c.omega()) * (1.0 - c.Tcrit() / T);
+    return std::log(c.pcrit()) + kWilson * (1.0 + c.omega()) * (1.0 - c.Tcrit() / T);
+}
+double FluidModel::wilson_slope(int k) const {
+    return kWilson * (1.0 + pure(k).omega()) * pure(k).Tcrit();
 }
 
 // Without DerivN; for all components.

@@ -43,6 +43,8 @@ struct CORVANE_API PhaseState {
     double v(int i) const { return P[i] / S; }
     /// ∂m_i/∂n_j at constant T, p and Σn = 1 before the change (phase_H).
     double m_n(int i, int j) const { return rho * (H[i * size() + j] - P[i] * P[j] / S); }
+    /// What rounding of the densities may move p/RT by, mol/cm³ (phase_H).
+    double P_rounding() const;
     /// ∂m_i/∂p at constant T and x, 1/MPa (phase_H).
     double m_p(int i) const;
     /// ∂m_i/∂T at constant p and x, 1/K (phase_all); of m, that is of ln f_i − ln(RT).
@@ -75,6 +77,8 @@ class CORVANE_API FluidModel {
     Vector<double> expand(std::vector<double> const& x) const;
     /// ln of Wilson's K-factor times p (Wilson, Tech. Conf. API 1968).
     double wilson(int k, double T) const;
+    /// −d wilson/d(1/T), K: enthalpy of vaporisation over R.
+    double wilson_slope(int k) const;
 
     /// Potentials at s.rho_i and T. False if they are not finite.
     bool evaluate(PhaseState& s, double T, int order) const;
@@ -88,6 +92,7 @@ class CORVANE_API FluidModel {
     int densities(double p, double T, std::vector<double> const& x, double* rho,
                   double* g = nullptr) const;
     double molar_mass(int k) const;
+    double mass_density(PhaseState const& s) const;  ///< g/cm³, from s.rho_i
 
     mutable long evaluations = 0;  ///< calls of evaluate and density searches
 

@@ -62,7 +62,7 @@ void certify(FluidModel const& fluid, double p, std::vector<PhaseState const*> p
     c.phases.reserve(phases.size());
     PhaseState const& first = *phases.front();
     for (PhaseState const* s : phases) {
-        const double rounding = 8 * std::numeric_limits<double>::epsilon() * R * s->T * s->S;
+        const double rounding = R * s->T * s->P_rounding();
         c.dp = std::max(c.dp, std::max(0.0, std::fabs(s->p - p) - rounding) / p);
         if (std::fabs(s->rho / first.rho - 1) > 0.01) c.near_trivial = false;
         for (int k = 0; k < s->size(); ++k)

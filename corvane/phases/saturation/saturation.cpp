@@ -122,7 +122,7 @@ bool SaturationSolver::cold() {
         for (int k = 0; k < n; ++k) {
             y[k] = z[k] * std::exp(sign * fluid_.wilson(k, temperature));
             sum += y[k];
-            slope += y[k] * 5.373 * (1 + fluid_.pure(k).omega()) * fluid_.pure(k).Tcrit();
+            slope += y[k] * fluid_.wilson_slope(k);
         }
         slope /= sum;
         return sum;
@@ -249,12 +249,7 @@ SaturationPoint SaturationSolver::result(SaturationOptions const& o) {
 }
 
 bool SaturationSolver::bubble() const {
-    double a = 0.0, b = 0.0;
-    for (int k = 0; k < fluid_.size(); ++k) {
-        a += pair_.a.rho_i[k] * fluid_.molar_mass(k);
-        b += pair_.b.rho_i[k] * fluid_.molar_mass(k);
-    }
-    return b < a;
+    return fluid_.mass_density(pair_.b) < fluid_.mass_density(pair_.a);
 }
 
 bool SaturationSolver::second_liquid() const {

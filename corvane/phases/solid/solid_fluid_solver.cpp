@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace corvane {
 namespace {
@@ -117,10 +116,8 @@ bool SolidFluidSolver::solve(int limit) {
             const int fluid = i - static_cast<int>(solids.size());
             if (fluid == 0 || (two && fluid == 1)) {  // a pressure
                 PhaseState const& s = fluid == 0 ? a : b;
-                const double part = p / (R * T * s.rho),
-                             rounding = 8 * std::numeric_limits<double>::epsilon() *
-                                        std::fabs(s.S) / s.rho;
-                r = std::max(0.0, r - rounding) / part;
+                const double part = p / (R * T * s.rho);
+                r = std::max(0.0, r - s.P_rounding() / s.rho) / part;
             }
             residual = std::max(residual, r);
         }
