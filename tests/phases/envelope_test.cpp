@@ -33,9 +33,9 @@ TEST(Envelope, ClosesThroughTheCriticalPoint) {
         Matrix<double> line(1, 4);
         double s = 0;
         crit_slope_x(m.get(), z, s, line);
-        EXPECT_NEAR(e.critical[0].T / line[0][1], 1, 1e-7);  // interpolation in steps of 0.02
-        EXPECT_NEAR(e.critical[0].p / line[0][3], 1, 1e-6);
-        EXPECT_NEAR(e.critical[0].rho / line[0][2], 1, 1e-5);
+        EXPECT_NEAR(e.critical[0].T / line[0][1], 1, 1e-9);
+        EXPECT_NEAR(e.critical[0].p / line[0][3], 1, 1e-8);
+        EXPECT_NEAR(e.critical[0].rho / line[0][2], 1, 1e-7);
         // Every tenth point, found again from nothing: the isotherm has at most three boundaries.
         int found = 0;
         for (std::size_t k = 5; k < e.points.size(); k += 10) {

@@ -149,46 +149,58 @@ bool CriticalTracer::node(CriticalNode& q, Variables const& forward, bool first)
 
 /// Extends the curve from its last node in the direction of its tangent.
 CriticalLineEnd CriticalTracer::trace(std::vector<CriticalNode>& nodes) {
-    const Variables first = nodes.back().y;
-    double step = 0.3 * o_.step, farthest = 0.0;
-    while (true) {
-        ++count_;
-        if (count_ >= o_.points) return done = true, End::full;
-        if (o_.progress && !o_.progress(count_)) return done = true, End::interrupted;
-        const CriticalNode last = nodes.back();
-        CriticalNode next;
-        double cosine = 1.0;
-        for (;; step *= 0.5) {
-            if (step < kShortest) return End::stuck;
-            next.y = along(last.y, step, last.t);
-            if (!(next.y[2] > 0.0 && next.y[3] > 0.0)) {
-                if (meets_pure(last, next.y[2] > 0.5 ? 0 : 1, step, nodes)) return End::pure;
-                continue;
-            }
-            conditions.u = u_;
-            if (!conditions.solve(next.y, 3, &last.t, dot(last.t, next.y), kNewton)) continue;
-            const Variables move = difference(next.y, last.y);
-            cosine = std::fabs(dot(conditions.tangent(), last.t));
-            if (dot(move, last.t) > kStray * length(move) && cosine > kTurn) break;
-        }
-        const std::vector<double> u = conditions.u;
-        if (Limit const* l = passed(conditions.s.p, conditions.s.T)) {
-            if (!limit(last, next, *l)) return l->end == End::tension ? l->end : End::stuck;
-            nodes.push_back(next);
-            return l->end;
-        }
-        if (!node(next, last.t)) return End::stuck;
-        u_ = u;
-        nodes.push_back(next);
-        const double away = length(difference(next.y, first));
-        if (away < step && farthest > 3.0 * step && dot(next.t, nodes.front().t) > kTurn) {
-            nodes.push_back(nodes.front());
-            return End::closed;
-        }
-        farthest = std::max(farthest, away);
-        const double turn = std::acos(std::min(cosine, 1.0));
-        step = std::min(o_.step, step * std::clamp(kWanted / turn, 0.5, 1.6));
+    nodes_ = &nodes;
+    first_ = nodes.back().y;
+    farthest_ = 0.0;
+    ++count_;
+    StepLength step{0.3 * o_.step, o_.step, kShortest, 0.5};
+    const End why = continuation(*this, step, o_.points, o_.progress);
+    done = done || why == End::full || why == End::interrupted;
+    return why;
+}
+
+Trial CriticalTracer::attempt(double& length, CurveEnd& end) {
+    CriticalNode const& last = nodes_->back();
+    next_ = {};
+    next_.y = along(last.y, length, last.t);
+    if (!(next_.y[2] > 0.0 && next_.y[3] > 0.0)) {
+        end = End::pure;
+        return meets_pure(last, next_.y[2] > 0.5 ? 0 : 1, length, *nodes_) ? Trial::ended
+                                                                         : Trial::failed;
     }
+    conditions.u = u_;
+    if (!conditions.solve(next_.y, 3, &last.t, dot(last.t, next_.y), kNewton)) return Trial::failed;
+    const Variables move = difference(next_.y, last.y);
+    cosine_ = std::fabs(dot(conditions.tangent(), last.t));
+    length_ = length;
+    return dot(move, last.t) > kStray * critical_metric::length(move) && cosine_ > kTurn
+               ? Trial::taken
+               : Trial::failed;
+}
+
+double CriticalTracer::growth() const {
+    return std::clamp(kWanted / std::acos(std::min(cosine_, 1.0)), 0.5, 1.6);
+}
+
+std::optional<CurveEnd> CriticalTracer::arrive() {
+    std::vector<CriticalNode>& nodes = *nodes_;
+    const std::vector<double> u = conditions.u;
+    if (Limit const* l = passed(conditions.s.p, conditions.s.T)) {
+        if (!limit(nodes.back(), next_, *l)) return l->end == End::tension ? l->end : End::stuck;
+        nodes.push_back(next_);
+        return l->end;
+    }
+    if (!node(next_, nodes.back().t)) return End::stuck;
+    u_ = u;
+    nodes.push_back(next_);
+    const double away = length(difference(next_.y, first_));
+    if (away < length_ && farthest_ > 3.0 * length_ && dot(next_.t, nodes.front().t) > kTurn) {
+        nodes.push_back(nodes.front());
+        return End::closed;
+    }
+    farthest_ = std::max(farthest_, away);
+    ++count_;
+    return {};
 }
 
 bool CriticalTracer::meets_pure(CriticalNode const& last, int c, double step,

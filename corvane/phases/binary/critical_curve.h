@@ -3,6 +3,7 @@
 
 #include <corvane/phases/binary/critical_end_point.h>
 #include <corvane/phases/binary/critical_line.h>
+#include <corvane/phases/continuation/continuation.h>
 #include <corvane/phases/critical/critical_certificate.h>
 
 #include <array>
@@ -39,7 +40,8 @@ struct CriticalCurve {
     long evaluations = 0;
 };
 
-/// Traces curves by arc length, and solves for what lies between two of their nodes.
+/// Traces curves by arc length (pseudo-arclength: Keller, in Applications of Bifurcation Theory,
+/// Academic Press 1977, 359), and solves for what lies between two of their nodes.
 class CriticalTracer {
   public:
     using Variables = CriticalConditions::Variables;
@@ -68,6 +70,13 @@ class CriticalTracer {
         bool beyond = false;
     };
     bool end_point(CriticalNode stable, CriticalNode unstable, EndPoint& found);
+
+    // For continuation().
+    Trial attempt(double& length, CurveEnd& end);
+    double growth() const;
+    int count() const { return count_; }
+    CurveEnd lost() const { return CurveEnd::stuck; }
+    std::optional<CurveEnd> arrive();
 
     FluidModel const fluid;
     CriticalConditions conditions;
@@ -107,6 +116,11 @@ class CriticalTracer {
     std::optional<CriticalNode> pure_[2];
     bool met_[2] = {false, false};
     int count_ = 0;
+    // Of the curve that is being traced: its nodes; the last step, with the cosine of its turn.
+    std::vector<CriticalNode>* nodes_ = nullptr;
+    CriticalNode next_;
+    Variables first_{};
+    double length_ = 0.0, cosine_ = 1.0, farthest_ = 0.0;
 };
 
 }  // namespace corvane

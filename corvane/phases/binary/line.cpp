@@ -3,6 +3,7 @@
 #include <corvane/phases/binary/line.h>
 #include <corvane/phases/binary/three_phase_point.h>
 #include <corvane/phases/critical/critical_certificate.h>
+#include <corvane/phases/report/words.h>
 #include <corvane/pure/model1.h>
 
 #include <algorithm>
@@ -12,7 +13,6 @@ namespace corvane {
 namespace {
 constexpr double kTrace = 1e-4;  // below it a mole fraction is at its end
 constexpr double kPure = 1e-11;  // where that end is solved
-constexpr double kTrivial = 1e-4;
 
 double coldest(ModelN const& m, PhaseLineOptions const& o) {
     return o.T_min > 0.0 ? o.T_min : 0.3 * std::min(m.mdl1[0]->Tcrit(), m.mdl1[1]->Tcrit());
@@ -35,6 +35,11 @@ void search_lines(ModelN const& binary, PhaseLineOptions const& o,
     if (o.progress) d.progress = [&](int) { return !(interrupted = !o.progress(0)); };
     for (double T : all)
         if (!visit(complete_pxy(binary, T, d)) || interrupted) return;
+}
+
+void fail_uncertified(double T, char const* name) {
+    throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up, T_or_p(true, T), name, 0,
+                             std::nan(""), "the start misses its certificate");
 }
 
 LineTracer::LineTracer(FluidModel const& fluid, int phases, std::vector<double> const& also,
@@ -78,9 +83,7 @@ bool LineTracer::new_phase() {
             std::copy(solver.u.begin(), solver.u.end() - 1, more.u.begin());
             more.start(m, w.w, w.rho);
             more.u.back() = solver.u[last];
-            bool found = more.solve(15);
-            for (int k = 0; k < m; ++k) found = found && Path::apart(more.u, k, m) > kTrivial;
-            if (found) {
+            if (more.solve(15) && !more.trivial()) {
                 std::vector<double> u(more.u.begin(), more.u.begin() + last);
                 u.push_back(more.u.back());
                 if (path_.contains(u)) return settle(u);
@@ -167,41 +170,57 @@ bool LineTracer::critical() {
     return settled(solver.phase[j], &solver.phase[o]);
 }
 
+/// The state in the solver as the last point.
+PhaseLineEnd LineTracer::at_end(bool solved, PhaseLineEnd why) {
+    if (!solved) return PhaseLineEnd::stuck;
+    return record_() ? why : PhaseLineEnd::uncertified;
+}
+
+Trial LineTracer::attempt(double& length, CurveEnd& end) {
+    while (true) {
+        const Trial trial = path_.attempt(length, end);
+        if (trial != Trial::ended) return trial;
+        const bool solved = critical();
+        if (!solved && path_.narrow()) continue;
+        end = at_end(solved, PhaseLineEnd::critical);
+        return trial;
+    }
+}
+
+CurveEnd LineTracer::lost() {
+    if (path_.lost() == CurveEnd::stuck) return CurveEnd::stuck;
+    bool solved = critical();
+    if (!solved && path_.narrow()) solved = critical();
+    return at_end(solved, PhaseLineEnd::critical);
+}
+
+std::optional<CurveEnd> LineTracer::arrive() {
+    Path::Node const& b = path_.now();
+    if (b.u.back() < std::log(T_min_))
+        return at_end(path_.stop_at(solver.T, T_min_) && (stable(), true), PhaseLineEnd::cold);
+    if (b.ln_p > std::log(o_.p_max))
+        return at_end(path_.stop_at(solver.p, o_.p_max) && (stable(), true),
+                      PhaseLineEnd::pressure);
+    if (!stable()) return at_end(new_phase(), PhaseLineEnd::three_phase);
+    if (!record_()) return PhaseLineEnd::uncertified;
+    if (path_.at_trace()) return PhaseLineEnd::dilute;
+    if (solver.count() > 2) return {};
+    for (int component : {0, 1}) {
+        const double away = component == 0 ? -1.0 : 1.0;
+        if (Path::logit(b.u, 0) * away > std::log(kTrace) || Path::logit(b.t, 0) * away > 0.0)
+            continue;
+        const PhaseLineEnd why = pure(component);
+        return at_end(why == PhaseLineEnd::pure, why);
+    }
+    return {};
+}
+
 PhaseLineEnd LineTracer::run(bool hotter, std::function<bool()> const& record) {
     solver.u = start_;
     if (!path_.begin(path_.last_coordinate())) return PhaseLineEnd::stuck;
     if ((path_.now().t.back() > 0.0) != hotter) path_.reverse();
-    auto end = [&](bool solved, PhaseLineEnd why) {
-        if (!solved) return PhaseLineEnd::stuck;
-        return record() ? why : PhaseLineEnd::uncertified;
-    };
-    while (true) {
-        if (points >= o_.points) return PhaseLineEnd::full;
-        if (o_.progress && !o_.progress(points)) return PhaseLineEnd::interrupted;
-        const Path::Step step = path_.advance();
-        if (step == Path::Step::stuck) return PhaseLineEnd::stuck;
-        if (step == Path::Step::alike) {
-            const bool solved = critical();
-            if (!solved && path_.narrow()) continue;
-            return end(solved, PhaseLineEnd::critical);
-        }
-        Path::Node const& b = path_.now();
-        if (b.u.back() < std::log(T_min_))
-            return end(path_.stop_at(solver.T, T_min_) && (stable(), true), PhaseLineEnd::coldest);
-        if (b.ln_p > std::log(o_.p_max))
-            return end(path_.stop_at(solver.p, o_.p_max) && (stable(), true), PhaseLineEnd::limit);
-        if (!stable()) return end(new_phase(), PhaseLineEnd::three_phase);
-        if (!record()) return PhaseLineEnd::uncertified;
-        if (path_.at_trace()) return PhaseLineEnd::trace;
-        if (solver.count() > 2) continue;
-        for (int component : {0, 1}) {
-            const double away = component == 0 ? -1.0 : 1.0;
-            if (Path::logit(b.u, 0) * away > std::log(kTrace) || Path::logit(b.t, 0) * away > 0.0)
-                continue;
-            const PhaseLineEnd why = pure(component);
-            return end(why == PhaseLineEnd::pure, why);
-        }
-    }
+    record_ = record;
+    return continuation(*this, path_.step, o_.points, o_.progress);
 }
 
 }  // namespace corvane

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace corvane {
@@ -27,6 +28,13 @@ class LineTracer {
     /// point from solver and tpd, and counts; false if the point misses its certificate.
     PhaseLineEnd run(bool hotter, std::function<bool()> const& record);
 
+    // For continuation().
+    Trial attempt(double& length, CurveEnd& end);
+    double growth() const { return path_.growth(); }
+    int count() const { return points; }
+    CurveEnd lost();
+    std::optional<CurveEnd> arrive();
+
     CoexistenceSolver solver;
     double tpd = 0.0;  ///< tangent-plane distance of the state in solver
     int points = 0;    ///< recorded so far
@@ -38,6 +46,7 @@ class LineTracer {
     bool critical();
     bool critical_azeotrope(CriticalConditions& conditions, std::vector<double>& u);
     PhaseLineEnd pure(int component);
+    PhaseLineEnd at_end(bool solved, PhaseLineEnd why);
 
     FluidModel const& fluid_;
     const PhaseLineOptions o_;
@@ -46,10 +55,14 @@ class LineTracer {
     Path path_;
     Stability stability_;
     StabilityResult result_;
+    std::function<bool()> record_;
 };
 
-/// A whole line from the state of tracer.begin(), which begin and end explain. make: the point of
-/// tracer.solver.
+/// The failure of a start that solves the equations, but not to the certificate's tolerances.
+[[noreturn]] void fail_uncertified(double T, char const* name);
+
+/// A whole line from the state of tracer.begin(), which begin and end explain; no points if
+/// that state misses its certificate. make: the point of tracer.solver.
 template <class Line, class Make>
 Line trace_line(LineTracer& tracer, Make make) {
     Line line;

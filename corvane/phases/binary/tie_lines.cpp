@@ -8,14 +8,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <utility>
 
 namespace corvane {
 namespace {
 constexpr double kTrace = 1e-4;     // both fractions below it: at the pure component
 constexpr double kCritical = 1e-3;  // in x, from the extrapolated critical point
-constexpr double kTrivial = 1e-4;   // phases of a solution differ at least by this
 }  // namespace
 
 TieLine tie_line(CoexistenceSolver const& s) {
@@ -58,7 +56,7 @@ bool TieLineTracer::within(double ln_p, double ln_T) const {
 /// or is not stable there.
 bool TieLineTracer::enter() {
     for (int k = 0; k < o_.points; ++k) {
-        if (path_.advance() != Path::Step::done || path_.at_trace()) return false;
+        if (advance(path_, path_.step) || path_.at_trace()) return false;
         if (!within(path_.now().ln_p, path_.now().u.back())) continue;
         if (!path_.stop_at(constant_.at_T ? pair_.p : pair_.T,
                            constant_.at_T ? o_.p_max : T_min_))
@@ -127,8 +125,7 @@ void TieLineTracer::push(PairSolver const& pair, bool stable) {
     q.stable = stable;
     if (!stable) ++d_.unstable;
     for (int k = 0; k < 2; ++k) d_.dmu = std::max(d_.dmu, std::fabs(a.m[k] - b.m[k]));
-    const double rounding =
-        8 * std::numeric_limits<double>::epsilon() * R * a.T * std::max(a.S, b.S);
+    const double rounding = R * a.T * std::max(a.P_rounding(), b.P_rounding());
     d_.dp = std::max(d_.dp, std::max(0.0, std::fabs(a.p - b.p) - rounding) / q.p);
     d_.points.push_back(q);
 }
@@ -212,11 +209,8 @@ bool TieLineTracer::solve_three() {
     for (int i = 0; i < 4; ++i) solver3_.u[i] = pair_.u[i];
     solver3_.u.back() = pair_.u.back();
     solver3_.start(2, trial.w, trial.rho);
-    if (!solver3_.solve(15)) return false;
+    if (!solver3_.solve(15) || solver3_.trivial()) return false;
     std::vector<double> const& u = solver3_.u;
-    for (int k = 1; k < 3; ++k)
-        for (int j = 0; j < k; ++j)
-            if (Path::apart(u, j, k) < kTrivial) return false;
     // The pair that the curve has there: a long step may have passed from one pair to another.
     std::vector<double> const& from = path_.before().u;
     double nearest = 1e300;
@@ -229,7 +223,7 @@ bool TieLineTracer::solve_three() {
     if (nearest > 1e299) return false;
     double tpd = 0.0;
     test_phases(solver3_, stability_, tpd);
-    three_ = three_phase_point(solver3_, tpd, nullptr);
+    three_ = three_phase_point(solver3_, tpd, o_.validity);
     return three_->certificate.holds();
 }
 
@@ -271,45 +265,58 @@ DiagramEnd TieLineTracer::end_at_three_phases() {
     return DiagramEnd::three_phase;
 }
 
-DiagramEnd TieLineTracer::follow(int before) {
+Trial TieLineTracer::attempt(double& length, CurveEnd& end) {
     while (true) {
-        const int count = static_cast<int>(d_.points.size());
-        if (count >= o_.points) return DiagramEnd::full;
-        if (o_.progress && !o_.progress(before + count)) return DiagramEnd::interrupted;
-        const Path::Step step = path_.advance();
-        if (step == Path::Step::stuck) return DiagramEnd::stuck;
-        if (step == Path::Step::alike) {
-            const DiagramEnd why = critical();
-            if (why == DiagramEnd::stuck && path_.narrow()) continue;
-            return why;
-        }
-        std::optional<DiagramEnd> why = bound();
-        if (why == DiagramEnd::stuck) return *why;
-        stable_ = !o_.stability || test(pair_, true);
-        const std::vector<double> from = path_.before().u;
-        if (cut_ && !stable_) return end_at_three_phases();
-        azeotrope(from, path_.now().u);
-        push(pair_, stable_);
-        TieLine const& q = d_.points.back();
-        if (why) return *why;
-        if (path_.at_trace()) return DiagramEnd::coldest;
-        for (int component : {0, 1}) {
-            const double trace = component == 0 ? std::max(1 - q.x, 1 - q.y) : std::max(q.x, q.y);
-            const double away = component == 0 ? -1.0 : 1.0;
-            if (trace > kTrace || Path::logit(path_.now().t, 0) * away > 0.0) continue;
-            TieLine end;
-            if (!pure_point(fluid_, component, constant_, end, &q)) continue;
-            if ((q.rho_x < q.rho_y) != (end.rho_x < end.rho_y)) std::swap(end.rho_x, end.rho_y);
-            d_.points.push_back(end);
-            pure_ = component;
-            return DiagramEnd::pure;
-        }
+        const Trial trial = path_.attempt(length, end);
+        if (trial != Trial::ended) return trial;
+        end = critical();
+        if (end != DiagramEnd::stuck || !path_.narrow()) return trial;
     }
+}
+
+CurveEnd TieLineTracer::lost() {
+    if (path_.lost() == CurveEnd::stuck) return CurveEnd::stuck;
+    const CurveEnd why = critical();
+    return why == CurveEnd::stuck && path_.narrow() ? critical() : why;
+}
+
+std::optional<CurveEnd> TieLineTracer::arrive() {
+    const std::optional<DiagramEnd> why = bound();
+    if (why == DiagramEnd::stuck) return why;
+    stable_ = !o_.stability || test(pair_, true);
+    const std::vector<double> from = path_.before().u;
+    if (cut_ && !stable_) return end_at_three_phases();
+    azeotrope(from, path_.now().u);
+    push(pair_, stable_);
+    if (why) return why;
+    if (path_.at_trace()) return DiagramEnd::cold;
+    if (at_pure()) return DiagramEnd::pure;
+    return {};
+}
+
+/// Next to a pure component that is being approached: its saturation, as the last point.
+bool TieLineTracer::at_pure() {
+    const TieLine q = d_.points.back();
+    for (int component : {0, 1}) {
+        const double trace = component == 0 ? std::max(1 - q.x, 1 - q.y) : std::max(q.x, q.y);
+        const double away = component == 0 ? -1.0 : 1.0;
+        if (trace > kTrace || Path::logit(path_.now().t, 0) * away > 0.0) continue;
+        TieLine end;
+        if (!pure_point(fluid_, component, constant_, end, &q)) continue;
+        if ((q.rho_x < q.rho_y) != (end.rho_x < end.rho_y)) std::swap(end.rho_x, end.rho_y);
+        d_.points.push_back(end);
+        pure_ = component;
+        return true;
+    }
+    return false;
 }
 
 Diagram TieLineTracer::run(int before) {
     DiagramEnd why = DiagramEnd::stuck;
-    survives([&] { return why = follow(before), true; });
+    survives([&] {
+        why = continuation(*this, path_.step, o_.points, o_.progress, before);
+        return true;
+    });
     return finish(why);
 }
 

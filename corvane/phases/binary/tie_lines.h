@@ -41,6 +41,14 @@ class TieLineTracer {
     int pure_end() const { return pure_; }
     /// Did p (or T) rise at the end?
     bool rising() const { return rising_; }
+
+    // For continuation().
+    Trial attempt(double& length, CurveEnd& end);
+    double growth() const { return path_.growth(); }
+    int count() const { return static_cast<int>(d_.points.size()); }
+    CurveEnd lost();
+    std::optional<CurveEnd> arrive();
+
     std::optional<PhasePair> kind;  ///< where it is known; otherwise run() sets it
 
   private:
@@ -52,8 +60,8 @@ class TieLineTracer {
     bool leave_pure(int component);
     bool enter();
     bool within(double ln_p, double ln_T) const;
-    DiagramEnd follow(int before);
     DiagramEnd critical();
+    bool at_pure();
     DiagramEnd end_at_three_phases();
     bool solve_three();
     Diagram finish(DiagramEnd why);

@@ -1,6 +1,10 @@
 #include <corvane/core/constants.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/coexistence/pair.h>
+#include <corvane/phases/continuation/continuation.h>
+#include <corvane/phases/continuation/phase_curve.h>
+#include <corvane/phases/critical/critical_conditions.h>
+#include <corvane/phases/numerics/illinois.h>
 #include <corvane/phases/report/words.h>
 #include <corvane/phases/saturation/envelope.h>
 #include <corvane/phases/saturation/saturation.h>
@@ -9,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 namespace corvane {
@@ -16,20 +21,28 @@ namespace {
 constexpr double kCross = 0.04;     // a ratio ln(rho_i''/rho_i') below this steps through zero
 constexpr double kPolish = 0.02;    // ratio of the two points that enclose the critical one
 constexpr double kShortest = 1e-5;  // step at which the curve counts as lost
+constexpr double kReach = 3.0;      // of a cubic, in the length of the last step
+constexpr double kSame = 1e-2;      // from the interpolated critical point to the solved one
 constexpr int kNewton = 8, kWanted = 3;
 
-/// A point with its tangent for the variable that led to it.
-struct Node {
-    std::vector<double> u, t;  // t: derivatives along the curve, largest weighted component ±1
-    double ln_p = 0.0, ln_p_t = 0.0;
-};
-
-class Tracer {
-  public:
-    Tracer(ModelN const& model, Vector<double> const& z, EnvelopeOptions const& o)
-        : fluid_(model, z), o_(o), n_(fluid_.size()), pair_(fluid_), stability_(fluid_) {
+struct EnvelopePair {
+    EnvelopePair(ModelN const& model, Vector<double> const& z) : fluid_(model, z), pair_(fluid_) {
         pair_.z = &fluid_.z();
     }
+    const FluidModel fluid_;
+    PairSolver pair_;
+};
+
+/// The coordinate of component k is its ratio, that of k = n is ln T. ln p counts, too, so that
+/// steps stay short where only the pressure changes.
+class Tracer : EnvelopePair, PhaseCurve {
+  public:
+    Tracer(ModelN const& model, Vector<double> const& z, EnvelopeOptions const& o)
+        : EnvelopePair(model, z),
+          PhaseCurve(pair_, false, {.ln_p = 0.5, .ratio = 1.0, .ln_T = 4.0}, 1.0),
+          o_(o),
+          n_(fluid_.size()),
+          stability_(fluid_) {}
 
     Envelope run(SaturationPoint const& first) {
         begin(first);
@@ -46,11 +59,51 @@ class Tracer {
         pair_.row.clear();
         pair_.p = o_.p_start;
         if (!solve(30) || !is_dew()) return {};
-        specify(n_);
-        pair_.value = pair_.u.back();
-        if (!solve(kNewton) || !finish(now_, nullptr)) return {};
-        record(now_);
+        fix(n_, pair_.u.back());
+        if (!solve(kNewton) || !depart()) return {};
         return follow();
+    }
+
+    // For continuation().
+    int count() const { return static_cast<int>(envelope_.points.size()); }
+    double growth() const {
+        return pair_.iterations <= kWanted ? 1.5 : pair_.iterations > kWanted + 2 ? 0.6 : 1.0;
+    }
+    CurveEnd lost() const { return CurveEnd::stuck; }
+    Trial attempt(double length, CurveEnd&) {
+        variable_ = most(now_);
+        // In the direction of travel, which now_.t has.
+        const double from = at(now_.u, variable_), slope = at(now_.t, variable_);
+        double to = from + length / weight(now_.u, variable_) * (slope > 0 ? 1 : -1);
+        crossing_ = false;
+        if (variable_ < n_ && from * slope < 0 && (from * to <= 0 || std::fabs(to) < kCross)) {
+            to = std::fabs(from) > 3 * kCross ? std::copysign(kCross, from)
+                                              : -std::copysign(kCross, from);
+            crossing_ = from * to < 0;
+        }
+        pair_.iterations = 0;
+        next_ = {};
+        return reach(to, next_) && smooth(next_) ? Trial::taken : Trial::failed;
+    }
+    std::optional<CurveEnd> arrive() {
+        const bool high = next_.ln_p > std::log(o_.p_max),
+                   cold = !high && next_.u.back() < std::log(o_.T_min);
+        if (high || cold) {
+            shorten(high);
+            crossing_ = crossing_ && at(now_.u, variable_) * at(next_.u, variable_) < 0.0;
+        }
+        if (crossing_) critical();
+        extrema();
+        before_ = now_;
+        now_ = std::move(next_);
+        record(now_);
+        if (high) return EnvelopeEnd::pressure;
+        if (cold) return EnvelopeEnd::cold;
+        const bool bubble = envelope_.points.back().bubble;
+        beyond_ = beyond_ || (!envelope_.critical.empty() && bubble && before_.ln_p_t < 0.0 &&
+                              now_.ln_p_t > 0.0);
+        if (bubble && now_.ln_p < std::log(o_.p_start)) return EnvelopeEnd::closed;
+        return {};
     }
 
     [[noreturn]] void fail(char const* advice) const {
@@ -71,176 +124,70 @@ class Tracer {
     }
 
     Envelope follow() {
-        double step = o_.step;
-        while (true) {
-            const int count = static_cast<int>(envelope_.points.size());
-            if (count >= o_.points) return end(EnvelopeEnd::full);
-            if (o_.progress && !o_.progress(count)) return end(EnvelopeEnd::interrupted);
-            Node next;
-            const int variable = most(now_.t);
-            int iterations = 0;
-            bool crossing = false;
-            for (;; step *= 0.4) {
-                if (step < kShortest) return end(EnvelopeEnd::stuck);
-                // In the direction of travel, which now_.t has.
-                const double from = at(now_.u, variable), slope = at(now_.t, variable);
-                double to = from + step / weight(variable) * (slope > 0 ? 1 : -1);
-                crossing = false;
-                if (variable < n_ && from * slope < 0 &&
-                    (from * to <= 0 || std::fabs(to) < kCross)) {
-                    to = std::fabs(from) > 3 * kCross ? std::copysign(kCross, from)
-                                                      : -std::copysign(kCross, from);
-                    crossing = from * to < 0;
-                }
-                pair_.iterations = 0;
-                if (reach(variable, to, next) && smooth(next)) break;
-            }
-            iterations = pair_.iterations;
-            const bool high = next.ln_p > std::log(o_.p_max),
-                       cold = !high && next.u.back() < std::log(o_.T_min);
-            if (high || cold) {
-                shorten(next, variable, high);
-                crossing = crossing && at(now_.u, variable) * at(next.u, variable) < 0.0;
-            }
-            if (crossing) critical(next, variable);
-            extrema(next);
-            last_ = now_;
-            now_ = std::move(next);
-            has_last_ = true;
-            record(now_);
-            if (high) return end(EnvelopeEnd::pressure);
-            if (cold) return end(EnvelopeEnd::cold);
-            beyond_ = beyond_ || (!envelope_.critical.empty() && envelope_.points.back().bubble &&
-                                  last_.ln_p_t < 0.0 && now_.ln_p_t > 0.0);
-            if (envelope_.points.back().bubble && now_.ln_p < std::log(o_.p_start))
-                return end(EnvelopeEnd::closed);
-            if (iterations <= kWanted)
-                step = std::min(1.5 * step, o_.step);
-            else if (iterations > kWanted + 2)
-                step *= 0.6;
-        }
+        StepLength step{o_.step, o_.step, kShortest, 0.4};
+        envelope_.end = continuation(*this, step, o_.points, o_.progress);
+        envelope_.evaluations = fluid_.evaluations;
+        return std::move(envelope_);
     }
 
-    /// The step that goes beyond p_max (or T_min) ends there: regula falsi in its variable (the
-    /// Illinois form; Dowell & Jarratt, BIT 11 (1971) 168), every trial a solution.
-    void shorten(Node& next, int variable, bool of_p) {
+    /// The step that goes beyond p_max (or T_min) ends there: regula falsi in its variable, every
+    /// trial a solution.
+    void shorten(bool of_p) {
         const double limit = std::log(of_p ? o_.p_max : o_.T_min);
         const auto off = [&](Node const& q) { return (of_p ? q.ln_p : q.u.back()) - limit; };
-        double lo = at(now_.u, variable), hi = at(next.u, variable), below = off(now_),
-               above = off(next);
-        for (int it = 0; it < 40 && std::fabs(off(next)) > 1e-13; ++it) {
+        IllinoisBracket r{at(now_.u, variable_), off(now_), at(next_.u, variable_), off(next_)};
+        for (int it = 0; it < 40 && std::fabs(off(next_)) > 1e-13; ++it) {
             Node q;
-            if (!(below * above < 0.0) ||
-                !reach(variable, (below * hi - above * lo) / (below - above), q))
-                return;
-            const double f = off(q), s = at(q.u, variable);
-            if (f * above > 0.0) {
-                below *= 0.5;
-            } else {
-                lo = hi;
-                below = above;
-            }
-            hi = s;
-            above = f;
-            next = q;
+            if (!(r.fa * r.fb < 0.0) || !reach((r.fa * r.b - r.fb * r.a) / (r.fa - r.fb), q)) return;
+            r.take(at(q.u, variable_), off(q));
+            next_ = q;
         }
     }
 
-    /// Variable k: the ratio of component k, or ln T for k = n.
-    double at(std::vector<double> const& u, int k) const {
-        return k < n_ ? u[n_ + k] - u[k] : u[2 * n_];
-    }
-    double weight(int k) const { return k < n_ ? 1.0 : 4.0; }
-    int most(std::vector<double> const& t) const {
-        int best = 0;
-        // Near a critical point ratios only: ln T would allow the trivial solution.
-        double apart = 0.0;
-        for (int k = 0; k < n_; ++k) apart = std::max(apart, std::fabs(at(now_.u, k)));
-        double largest = 0.0;
-        for (int k = 0; k < (apart < 1.0 ? n_ : n_ + 1); ++k) {
-            const double size = weight(k) * std::fabs(at(t, k));
-            if (size > largest) {
-                largest = size;
-                best = k;
-            }
-        }
-        return best;
-    }
-
-    /// The tangent at the solution of pair_, in the direction of `along` (or increasing p).
-    bool finish(Node& q, std::vector<double> const* along) {
-        q.u = pair_.u;
-        if (!pair_.tangent(q.t)) return false;
-        q.ln_p = pair_.ln_p();
-        q.ln_p_t = pair_.ln_p(q.t);
-        double dot = 0.0, largest = 0.0;
-        if (along)
-            for (std::size_t i = 0; i < q.t.size(); ++i) dot += q.t[i] * (*along)[i];
-        else
-            dot = q.ln_p_t;
-        // ln p counts, too, so that steps stay short where only the pressure changes
-        for (int k = 0; k <= n_; ++k)
-            largest = std::max(largest, weight(k) * std::fabs(at(q.t, k)));
-        largest = std::max(largest, 0.5 * std::fabs(q.ln_p_t));
-        const double scale = (dot < 0 ? -1.0 : 1.0) / largest;
-        for (double& v : q.t) v *= scale;
-        q.ln_p_t *= scale;
-        return std::isfinite(scale);
-    }
-
-    void specify(int variable) {
+    /// What the solver holds fixed beside the composition: coordinate c.
+    void fix(int c, double value) {
         pair_.T = pair_.p = 0.0;
-        pair_.row.assign(pair_.u.size(), 0.0);
-        if (variable < n_) {
-            pair_.row[n_ + variable] = 1.0;
-            pair_.row[variable] = -1.0;
-        } else {
-            pair_.row[2 * n_] = 1.0;
-        }
+        specify(c);
+        pair_.value = value;
     }
-
-    /// Solves with the variable at `to`, from the cubic through the last two points.
-    bool reach(int variable, double to, Node& q) {
-        specify(variable);
-        pair_.value = to;
-        const double s1 = at(now_.u, variable), t1 = at(now_.t, variable);
-        if (has_last_) {
-            const double s0 = at(last_.u, variable), t0 = at(last_.t, variable);
-            if (t0 * t1 > 0 && (s1 - s0) * t1 > 0 && std::fabs(to - s1) < 3 * std::fabs(s1 - s0)) {
-                hermite(last_, now_, variable, to, pair_.u);
-                if (solve()) return finish(q, &now_.t);
-            }
+    /// The solution in pair_ as the first point, p rising from there on.
+    bool depart() {
+        if (!finish(now_, nullptr)) return false;
+        if (now_.ln_p_t < 0.0) reverse();
+        before_ = now_;
+        record(now_);
+        return true;
+    }
+    /// Solves with variable_ at `to`, from the cubic through the last two points or the tangent.
+    bool reach(double to, Node& q) {
+        fix(variable_, to);
+        const double length = (to - at(now_.u, variable_)) / at(now_.t, variable_);
+        if (cubic_serves(before_, now_, variable_, length, kReach)) {
+            pair_.u = cubic(before_, now_, variable_, length);
+            if (solve(kNewton)) return finish(q, &now_.t);
         }
         for (std::size_t i = 0; i < pair_.u.size(); ++i)
-            pair_.u[i] = now_.u[i] + now_.t[i] / t1 * (to - s1);
-        return solve() && finish(q, &now_.t);
+            pair_.u[i] = now_.u[i] + length * now_.t[i];
+        return solve(kNewton) && finish(q, &now_.t);
     }
-    bool solve(int limit = kNewton) {
-        if (!pair_.solve(limit)) return false;
-        return pair_.pressure() > 0.0 && pair_.a.S > 0.0 && pair_.b.S > 0.0;
+    /// Of the cubic through a and b, the point where coordinate c is `to`.
+    std::vector<double> between(Node const& a, Node const& b, int c, double to) const {
+        return cubic(a, b, c, (to - at(b.u, c)) / at(b.t, c));
     }
-    /// Cubic in the variable through two points with tangents.
-    void hermite(Node const& a, Node const& b, int variable, double to, std::vector<double>& u) {
-        const double s0 = at(a.u, variable), h = at(b.u, variable) - s0, q = (to - s0) / h;
-        const double ta = h / at(a.t, variable), tb = h / at(b.t, variable);
-        for (std::size_t i = 0; i < u.size(); ++i)
-            u[i] = value(a.u[i], b.u[i], ta * a.t[i], tb * b.t[i], q);
-    }
-    static double value(double y0, double y1, double d0, double d1, double q) {
-        const double r = 1 - q;
-        return y0 * r * r * (1 + 2 * q) + y1 * q * q * (3 - 2 * q) + q * r * (d0 * r - d1 * q);
+    /// That point, solved.
+    bool solve_between(Node const& a, Node const& b, int c, double to, Node& q) {
+        fix(c, to);
+        pair_.u = between(a, b, c, to);
+        return solve(kNewton) && finish(q, &now_.t);
     }
 
     /// Against jumps to another branch: the direction must not turn by more than about 45 degrees.
     bool smooth(Node const& q) const {
-        double dot = 0.0, a = 0.0, b = 0.0, moved = 0.0;
-        for (std::size_t i = 0; i < q.t.size(); ++i) {
-            dot += q.t[i] * now_.t[i];
-            a += q.t[i] * q.t[i];
-            b += now_.t[i] * now_.t[i];
+        double moved = 0.0;
+        for (std::size_t i = 0; i < q.t.size(); ++i)
             moved = std::max(moved, std::fabs(q.u[i] - now_.u[i]));
-        }
-        return dot > 0.7 * std::sqrt(a * b) && moved < 1.0;
+        return dot(q.t, now_.t) > 0.7 * std::sqrt(dot(q.t, q.t) * dot(now_.t, now_.t)) &&
+               moved < 1.0;
     }
 
     void begin(SaturationPoint const& first) {
@@ -249,10 +196,8 @@ class Tracer {
         for (int i = 0; i < z.size(); ++i)
             if (z[i] > 0.0) y.push_back(first.incipient.x[i]);
         pair_.start(fluid_.z(), first.given.rho, y, first.incipient.rho, first.T);
-        specify(n_);
-        pair_.value = std::log(first.T);
-        if (!pair_.solve(20) || !finish(now_, nullptr)) fail("give another p_start");
-        record(now_);
+        fix(n_, std::log(first.T));
+        if (!pair_.solve(20) || !depart()) fail("give another p_start");
     }
 
     EnvelopePoint point() const {
@@ -262,10 +207,7 @@ class Tracer {
         q.rho = pair_.a.rho;
         q.rho2 = pair_.b.rho;
         q.y = fluid_.expand(pair_.b.x);
-        double mass = 0.0;
-        for (int k = 0; k < n_; ++k)
-            mass += (pair_.b.rho_i[k] - pair_.a.rho_i[k]) * fluid_.molar_mass(k);
-        q.bubble = mass < 0.0;
+        q.bubble = fluid_.mass_density(pair_.b) < fluid_.mass_density(pair_.a);
         return q;
     }
     void load(Node const& q) {
@@ -283,7 +225,7 @@ class Tracer {
         envelope_.points.push_back(point());
         for (int k = 0; k < n_; ++k)
             envelope_.dmu = std::max(envelope_.dmu, std::fabs(pair_.a.m[k] - pair_.b.m[k]));
-        const double rounding = 2e-15 * R * pair_.a.T * std::max(pair_.a.S, pair_.b.S),
+        const double rounding = R * pair_.a.T * std::max(pair_.a.P_rounding(), pair_.b.P_rounding()),
                      p = pair_.pressure();
         envelope_.dp =
             std::max(envelope_.dp, std::max(0.0, std::fabs(pair_.a.p - pair_.b.p) - rounding) / p);
@@ -293,58 +235,41 @@ class Tracer {
         }
     }
 
-    /// Between now_ and next the ratio passes zero.
-    void critical(Node const& next, int variable) {
-        Node below = now_, above = next, q;
-        const double sign = at(now_.u, variable) < 0 ? -1.0 : 1.0;
-        const Node from = now_, next_copy = next;
-        for (double side : {1.0, -1.0}) {
-            specify(variable);
-            pair_.value = side * sign * kPolish;
-            hermite(from, next_copy, variable, pair_.value, pair_.u);
-            if (solve() && finish(q, &from.t)) (side > 0 ? below : above) = q;
-        }
-        std::vector<double> u(next.u.size());
-        hermite(below, above, variable, 0.0, u);
-        // both phases are the mean of the two
-        for (int i = 0; i < n_; ++i) u[i] = u[n_ + i] = 0.5 * (u[i] + u[n_ + i]);
+    /// Between now_ and next_ the ratio passes zero.
+    void critical() {
+        Node below = now_, above = next_, q;
+        const double sign = at(now_.u, variable_) < 0 ? -1.0 : 1.0;
+        for (double side : {1.0, -1.0})
+            if (solve_between(now_, next_, variable_, side * sign * kPolish, q))
+                (side > 0 ? below : above) = q;
         Node c;
-        c.u = u;
+        c.u = between(below, above, variable_, 0.0);
+        // both phases are the mean of the two
+        for (int i = 0; i < n_; ++i) c.u[i] = c.u[n_ + i] = 0.5 * (c.u[i] + c.u[n_ + i]);
         load(c);
         EnvelopePoint found = point();
         found.bubble = false;
+        // Interpolated, it has the rounding of both points over the square of their ratio: solved.
+        CriticalConditions conditions(fluid_);
+        CriticalConditions::Variables y{std::log(found.rho), c.u.back(), 0.0, 0.0};
+        if (conditions.solve(y, 2, nullptr, 0.0, kNewton) &&
+            std::fabs(conditions.s.T / found.T - 1.0) + std::fabs(conditions.s.rho / found.rho - 1.0) <
+                kSame) {
+            found.T = conditions.s.T;
+            found.p = conditions.s.p;
+            found.rho = found.rho2 = conditions.s.rho;
+        }
         found.y = fluid_.expand(fluid_.z());
         envelope_.critical.push_back(found);
     }
 
-    /// Local maxima of T and p between now_ and next: the slope changes its sign.
-    void extrema(Node const& next) {
+    static double slope(Node const& q, bool of_T) { return of_T ? q.t.back() : q.ln_p_t; }
+    /// Local maxima of T and p between now_ and next_: the slope changes its sign.
+    void extrema() {
         std::vector<Node> found;
-        auto slope = [](Node const& q, bool of_T) { return of_T ? q.t.back() : q.ln_p_t; };
         for (bool of_T : {true, false}) {
-            if (!(slope(now_, of_T) > 0 && slope(next, of_T) <= 0)) continue;
-            // in the ratio that changes most there
-            int variable = 0;
-            for (int k = 1; k < n_; ++k)
-                if (std::fabs(at(now_.t, k)) > std::fabs(at(now_.t, variable))) variable = k;
-            Node a = now_, b = next, q;
-            for (int it = 0; it < 12; ++it) {
-                const double sa = slope(a, of_T) / std::fabs(at(a.t, variable)),
-                             sb = slope(b, of_T) / std::fabs(at(b.t, variable));
-                double part = sa / (sa - sb);
-                part = std::clamp(part, 0.02, 0.98);
-                const double va = at(a.u, variable), vb = at(b.u, variable);
-                double to = va + part * (vb - va);
-                if (std::fabs(to) < 1e-3) to = 1e-3;  // not the critical point itself
-                specify(variable);
-                pair_.value = to;
-                hermite(a, b, variable, to, pair_.u);
-                if (!solve() || !finish(q, &now_.t)) break;
-                const double s = slope(q, of_T) / std::fabs(at(q.t, variable));
-                (s > 0 ? a : b) = q;
-                if (std::fabs(s) < 1e-9 || std::fabs(vb - va) < 1e-9) break;
-            }
-            if (q.u.empty()) continue;
+            Node q;
+            if (!(slope(now_, of_T) > 0 && slope(next_, of_T) <= 0) || !maximum(of_T, q)) continue;
             load(q);
             if (beyond_)
                 (of_T ? envelope_.beyond_T : envelope_.beyond_p).push_back(point());
@@ -353,26 +278,44 @@ class Tracer {
             found.push_back(q);
         }
         // into the curve, in its order
-        if (found.size() == 2 && at(found[0].u, most(now_.t)) != at(found[1].u, most(now_.t)) &&
+        if (found.size() == 2 && at(found[0].u, most(now_)) != at(found[1].u, most(now_)) &&
             std::fabs(found[0].u.back() - now_.u.back()) >
                 std::fabs(found[1].u.back() - now_.u.back()))
             std::swap(found[0], found[1]);
         for (Node const& q : found) record(q);
     }
-
-    Envelope end(EnvelopeEnd why) {
-        envelope_.end = why;
-        envelope_.evaluations = fluid_.evaluations;
-        return std::move(envelope_);
+    /// By the secant method, in the ratio that changes most. False if no trial converges.
+    bool maximum(bool of_T, Node& q) {
+        int c = 0;
+        for (int k = 1; k < n_; ++k)
+            if (std::fabs(at(now_.t, k)) > std::fabs(at(now_.t, c))) c = k;
+        const auto steep = [&](Node const& node) {
+            return slope(node, of_T) / std::fabs(at(node.t, c));
+        };
+        Node a = now_, b = next_;
+        bool any = false;
+        for (int it = 0; it < 12; ++it) {
+            const double part = std::clamp(steep(a) / (steep(a) - steep(b)), 0.02, 0.98),
+                         va = at(a.u, c), vb = at(b.u, c);
+            double to = va + part * (vb - va);
+            if (std::fabs(to) < 1e-3) to = 1e-3;  // not the critical point itself
+            Node trial;
+            if (!solve_between(a, b, c, to, trial)) break;
+            any = true;
+            q = trial;
+            (steep(q) > 0 ? a : b) = q;
+            if (std::fabs(steep(q)) < 1e-9 || std::fabs(vb - va) < 1e-9) break;
+        }
+        return any;
     }
 
-    const FluidModel fluid_;
     const EnvelopeOptions o_;
     const int n_;
-    PairSolver pair_;
     Stability stability_;
-    Node last_, now_;
-    bool has_last_ = false, beyond_ = false;
+    Node next_;                // the point that the last step led to
+    int variable_ = 0;         // which was specified in it
+    bool crossing_ = false;    // and passes zero
+    bool beyond_ = false;
     Envelope envelope_;
 };
 }  // namespace

@@ -58,8 +58,8 @@ struct EnvelopeOptions {
 /// and all ln(rho_i of the incipient phase / rho_i), is the one specified next; the predictor is a
 /// cubic through two points and their tangents; steps follow the number of iterations. Near a
 /// critical point the ratio specified steps through zero, so that the trivial solution is excluded.
-/// The critical point comes from ratios ± 0.02 by Hermite interpolation, extrema of T and p by the
-/// secant method on the slope. All points are solved to 1e-9, see Certificate.
+/// The critical point comes from ratios ± 0.02 by Hermite interpolation, then by Newton's method on
+/// its own conditions (see critical_point), extrema of T and p by the secant method on the slope. All points are solved to 1e-9, see Certificate.
 ///
 /// @throws EquilibriumFailure gave_up: no dew point at p_start, or a pure fluid (one component
 ///     present); ThException 5, MthException 2; what the model throws

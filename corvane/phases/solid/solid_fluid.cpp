@@ -1,5 +1,6 @@
 #include <corvane/core/errors.h>
 #include <corvane/mixture/modeln.h>
+#include <corvane/phases/continuation/continuation.h>
 #include <corvane/phases/report/words.h>
 #include <corvane/phases/solid/solid_fluid.h>
 #include <corvane/phases/solid/solid_fluid_states.h>
@@ -65,6 +66,50 @@ class Tracer : SolidFluidStates {
         return std::move(lines_);
     }
 
+    // For continuation().
+    int count() const { return count_; }
+    double growth() const { return turn_ < 0.2 * kTurn ? 1.6 : 1.0; }
+    End lost() const {
+        const double t = std::exp(last_.u[2]), other = hottest(1 - s_);
+        return at_T_                               ? End::stuck
+               : t > (1 - 1e-4) * hottest_         ? End::solid_range
+               : std::fabs(t / other - 1.0) < 1e-4 ? End::other_range
+                                                   : End::stuck;
+    }
+    Trial attempt(double& length, End& end) {
+        solver_.row = last_.t;
+        const double size = length / measure(last_.t, state_of(last_));
+        solver_.u = last_.u;
+        for (int i = 0; i < 3; ++i) solver_.u[i] += size * last_.t[i];
+        solver_.value = 0.0;
+        for (int i = 0; i < 3; ++i) solver_.value += last_.t[i] * solver_.u[i];
+        next_ = {};
+        if (!solver_.solve(kNewton) || !(solver_.a.S > 0.0) || !solver_.tangent(next_.t))
+            return Trial::failed;
+        next_.u = solver_.u;
+        std::vector<double> change(3);
+        const double before = measure(last_.t, solver_.a), after = measure(next_.t, solver_.a);
+        for (int i = 0; i < 3; ++i) change[i] = next_.t[i] / after - last_.t[i] / before;
+        turn_ = measure(change, solver_.a);
+        if (turn_ > kTurn && length > 1e-4) return Trial::failed;
+        certify_point(solver_, nullptr, next_);
+        if (next_.point.stable) return Trial::taken;
+        return invariant(last_, next_, *line_, end) ? Trial::ended : Trial::failed;
+    }
+    std::optional<End> arrive() {
+        End event = End::stuck;
+        if (limit(next_, event)) {
+            line_->points.push_back(next_.point);
+            return event;
+        }
+        last_ = next_;
+        line_->points.push_back(last_.point);
+        if (last_.point.x[1 - s_] < 0.3 * kTrace && last_.t[1 - s_] < 0.0 && pure_again(*line_))
+            return End::pure;
+        ++count_;
+        return {};
+    }
+
   private:
     bool reached(PureSolidPoint const& q) const {
         for (SolidFluidLine const& l : lines_)
@@ -124,7 +169,8 @@ class Tracer : SolidFluidStates {
         for (int k = 0; k < kLines; ++k) {
             const long before = fluid_.evaluations;
             line.solid = s_;
-            Node last = trace(line, first);
+            last_ = first;
+            line.end = trace(line);
             line.evaluations = fluid_.evaluations - before;
             const bool on = line.end == End::split;
             SolidFluidLine next;
@@ -139,7 +185,7 @@ class Tracer : SolidFluidStates {
                 q.rho = c[1].rho;
             }
             lines_.push_back(std::move(line));
-            if (!on || done_ || !other_side(last, first)) return;
+            if (!on || done_ || !other_side(last_, first)) return;
             line = std::move(next);
         }
     }
@@ -174,67 +220,18 @@ class Tracer : SolidFluidStates {
                o_.step;
     }
 
-    /// Extends the line from `first` on. Returns the last node.
-    Node trace(SolidFluidLine& line, Node first) {
-        Node last = std::move(first);
-        if (!at_T_ && last.u[2] < std::log(coldest_)) {  // a second fluid below the range
-            line.end = End::solid_range;
-            return last;
-        }
-        line.points.push_back(last.point);
-        double step = 0.3;
-        const auto finish = [&](End why) {
-            line.end = why;
-            return last;
-        };
-        while (true) {
-            ++count_;
-            if (count_ >= o_.points || (o_.progress && !o_.progress(count_))) {
-                done_ = true;
-                return finish(count_ >= o_.points ? End::full : End::interrupted);
-            }
-            Node next;
-            double turn = 0.0;
-            End event = End::stuck;
-            for (;; step *= 0.5) {
-                if (step < kShortest) {
-                    const double t = std::exp(last.u[2]), other = hottest(1 - s_);
-                    return finish(at_T_                               ? End::stuck
-                                  : t > (1 - 1e-4) * hottest_         ? End::solid_range
-                                  : std::fabs(t / other - 1.0) < 1e-4 ? End::other_range
-                                                                      : End::stuck);
-                }
-                solver_.row = last.t;
-                const double size = step / measure(last.t, state_of(last));
-                solver_.u = last.u;
-                for (int i = 0; i < 3; ++i) solver_.u[i] += size * last.t[i];
-                solver_.value = 0.0;
-                for (int i = 0; i < 3; ++i) solver_.value += last.t[i] * solver_.u[i];
-                if (!solver_.solve(kNewton) || !(solver_.a.S > 0.0) || !solver_.tangent(next.t))
-                    continue;
-                next.u = solver_.u;
-                std::vector<double> change(3);
-                const double before = measure(last.t, solver_.a),
-                             after = measure(next.t, solver_.a);
-                for (int i = 0; i < 3; ++i) change[i] = next.t[i] / after - last.t[i] / before;
-                turn = measure(change, solver_.a);
-                if (turn > kTurn && step > 1e-4) continue;
-                certify_point(solver_, nullptr, next);
-                if (!next.point.stable && !invariant(last, next, line, event)) continue;
-                break;
-            }
-            if (event != End::stuck) return finish(event);
-            if (limit(next, event)) {
-                line.points.push_back(next.point);
-                return finish(event);
-            }
-            last = next;
-            line.points.push_back(last.point);
-            if (last.point.x[1 - s_] < 0.3 * kTrace && last.t[1 - s_] < 0.0 && pure_again(line))
-                return finish(End::pure);
-            step = std::min(1.0, turn < 0.2 * kTurn ? 1.6 * step : step);
-        }
+    /// Extends the line from last_ on.
+    End trace(SolidFluidLine& line) {
+        if (!at_T_ && last_.u[2] < std::log(coldest_)) return End::solid_range;  // a second fluid
+        line.points.push_back(last_.point);
+        line_ = &line;
+        ++count_;
+        StepLength step{0.3, 1.0, kShortest, 0.5};
+        const End why = continuation(*this, step, o_.points, o_.progress);
+        done_ = done_ || why == End::full || why == End::interrupted;
+        return why;
     }
+
     /// The fluid of a node, as far as measure needs it.
     PhaseState const& state_of(Node const& q) {
         scratch_.resize(2);
@@ -329,6 +326,10 @@ class Tracer : SolidFluidStates {
 
     SolidFluidSolver joint_;  // eutectics and points with two fluids
     PhaseState scratch_;
+    // Of the line that is being traced.
+    SolidFluidLine* line_ = nullptr;
+    Node last_, next_;
+    double turn_ = 0.0;  // of the direction in the last step
     bool done_ = false;
     int count_ = 0;
     std::vector<SolidFluidLine> lines_;

@@ -17,7 +17,6 @@ constexpr double kWeight = 0.03;    // least weight of a change of ln rho_i
 constexpr double kFirst = 0.3;      // first step, of the longest
 constexpr double kShortest = 1e-5;  // of the longest step
 constexpr double kConditions = 1e-8;  // of a plait point
-constexpr double kAlike = 1e-4;     // ln rho_i of two phases that are one
 
 Vector<double> vector_of(double const* x) {
     Vector<double> v(n);
@@ -217,57 +216,53 @@ bool TieLineCurve::begin_at(Split const& split, Vector<double> const* side, bool
 }
 
 TernaryEnd TieLineCurve::run(int before) {
-    double length = kFirst * o_.step, tried = 1e300;
-    while (true) {
-        const int count = static_cast<int>(points.size());
-        if (count >= o_.points) return TernaryEnd::full;
-        if (o_.progress && !o_.progress(before + count)) return TernaryEnd::interrupted;
-        const double d = half_distance(now_.u);
-        TieNode next;
-        Verdict verdict = Verdict::no;
-        for (;; length *= 0.4) {
-            if (length < kShortest * o_.step) return TernaryEnd::stuck;
-            std::vector<double> u = now_.u;
-            for (std::size_t i = 0; i < u.size(); ++i) u[i] += length * now_.t[i];
-            // A step that would make the phases alike, or pass them through each other.
-            double same = 0.0;
-            for (int i = 0; i < n; ++i)
-                same += (now_.u[i] - now_.u[n + i]) * (u[i] - u[n + i]) *
-                        0.5 * (fraction_of(u, 0, i) + fraction_of(u, 1, i));
-            const double foreseen = half_distance(u);
-            if (same < 0.0 || foreseen < 0.4 * d || foreseen < 0.03) {
-                if (d < 0.6 * tried && d < 0.5) {
-                    tried = d;
-                    if (at_plait(now_)) return TernaryEnd::plait;
-                }
-                if (same < 0.0 || foreseen < 0.4 * d) continue;
-            }
-            if (!solve(u, now_.t, next)) continue;
-            // Against jumps to another branch and to the trivial solution.
-            const std::vector<double> way = minus(next.u, now_.u);
-            const double moved = std::sqrt(product(now_.u, way, way));
-            if (!(product(now_.u, way, now_.t) > 0.5 * moved) || moved > 2.0 * length ||
-                half_distance(next.u) < 0.3 * d)
-                continue;
-            if (!(product(next.u, next.t, now_.t) >
-                  0.7 * std::sqrt(product(next.u, now_.t, now_.t))))
-                continue;
-            verdict = certify(next);
-            if (verdict != Verdict::no) break;
+    tried_ = 1e300;
+    StepLength step{kFirst * o_.step, o_.step, kShortest * o_.step, 0.4};
+    return continuation(*this, step, o_.points, o_.progress, before);
+}
+
+Trial TieLineCurve::attempt(double& length, CurveEnd& end) {
+    const double d = half_distance(now_.u);
+    std::vector<double> u = now_.u;
+    for (std::size_t i = 0; i < u.size(); ++i) u[i] += length * now_.t[i];
+    // A step that would make the phases alike, or pass them through each other.
+    double same = 0.0;
+    for (int i = 0; i < n; ++i)
+        same += (now_.u[i] - now_.u[n + i]) * (u[i] - u[n + i]) * 0.5 *
+                (fraction_of(u, 0, i) + fraction_of(u, 1, i));
+    const double foreseen = half_distance(u);
+    if (same < 0.0 || foreseen < 0.4 * d || foreseen < 0.03) {
+        if (d < 0.6 * tried_ && d < 0.5) {
+            tried_ = d;
+            end = TernaryEnd::plait;
+            if (at_plait(now_)) return Trial::ended;
         }
-        if (verdict == Verdict::unstable) {
-            if (const auto why = third_phase(now_, next, length)) return *why;
-            return TernaryEnd::stuck;
-        }
-        if (!first_.empty() && points.size() > 3 && returned(now_, next)) {
-            points.push_back(points.front());
-            return TernaryEnd::closed;
-        }
-        now_ = next;
-        points.push_back(now_.tie);
-        if (at_edge(now_)) return TernaryEnd::edge;
-        length = std::min(o_.step, pair_.iterations <= 4 ? 1.6 * length : length);
+        if (same < 0.0 || foreseen < 0.4 * d) return Trial::failed;
     }
+    next_ = {};
+    if (!solve(u, now_.t, next_)) return Trial::failed;
+    // Against jumps to another branch and to the trivial solution.
+    const std::vector<double> way = minus(next_.u, now_.u);
+    const double moved = std::sqrt(product(now_.u, way, way));
+    if (!(product(now_.u, way, now_.t) > 0.5 * moved) || moved > 2.0 * length ||
+        half_distance(next_.u) < 0.3 * d ||
+        !(product(next_.u, next_.t, now_.t) > 0.7 * std::sqrt(product(next_.u, now_.t, now_.t))))
+        return Trial::failed;
+    length_ = length;
+    verdict_ = certify(next_);
+    return verdict_ == Verdict::no ? Trial::failed : Trial::taken;
+}
+
+std::optional<CurveEnd> TieLineCurve::arrive() {
+    if (verdict_ == Verdict::unstable) return third_phase(now_, next_, length_);
+    if (!first_.empty() && points.size() > 3 && returned(now_, next_)) {
+        points.push_back(points.front());
+        return TernaryEnd::closed;
+    }
+    now_ = next_;
+    points.push_back(now_.tie);
+    if (at_edge(now_)) return TernaryEnd::edge;
+    return {};
 }
 
 /// Does the step pass the tie line that the trace began with?
@@ -380,14 +375,7 @@ bool TieLineCurve::solve_triangle(std::vector<double> const& start, Triangle& fo
     q.T = T_;
     q.p = p_;
     return tolerated([&] {
-        if (!three.solve(20)) return false;
-        for (int k = 1; k < 3; ++k)
-            for (int j = 0; j < k; ++j) {
-                double apart = 0.0;
-                for (int i = 0; i < n; ++i)
-                    apart = std::max(apart, std::fabs(three.u[k * n + i] - three.u[j * n + i]));
-                if (apart < kAlike) return false;
-            }
+        if (!three.solve(20) || three.trivial()) return false;
         std::vector<double> z(n, 0.0);
         for (PhaseState const& s : three.phase)
             for (int i = 0; i < n; ++i) z[i] += s.x[i] / 3.0;
@@ -442,8 +430,7 @@ bool TieLineCurve::side_of(Triangle const& found, TieNode const& before, double 
 }
 
 /// before is stable, now is not: the triangle in between.
-std::optional<TernaryEnd> TieLineCurve::third_phase(TieNode const& from, TieNode& now,
-                                                    double length) {
+TernaryEnd TieLineCurve::third_phase(TieNode const& from, TieNode& now, double length) {
     TieNode before = from;
     for (int it = 0; it < 30; ++it) {
         Triangle found;
@@ -482,7 +469,7 @@ std::optional<TernaryEnd> TieLineCurve::third_phase(TieNode const& from, TieNode
             now = half;
         }
     }
-    return {};
+    return TernaryEnd::stuck;
 }
 
 }  // namespace corvane

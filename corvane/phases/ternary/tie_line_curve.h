@@ -2,6 +2,7 @@
 #pragma once
 
 #include <corvane/phases/coexistence/pair.h>
+#include <corvane/phases/continuation/continuation.h>
 #include <corvane/phases/flash/flash_parts.h>
 #include <corvane/phases/ternary/ternary_diagram.h>
 
@@ -56,6 +57,13 @@ class TieLineCurve {
     /// Up to an end. `before` counts the tie lines of other regions.
     TernaryEnd run(int before);
 
+    // For continuation().
+    Trial attempt(double& length, CurveEnd& end);
+    double growth() const { return pair_.iterations <= 4 ? 1.6 : 1.0; }
+    int count() const { return static_cast<int>(points.size()); }
+    CurveEnd lost() const { return CurveEnd::stuck; }
+    std::optional<CurveEnd> arrive();
+
     std::vector<TernaryTieLine> points;  ///< of the last run
     std::optional<Triangle> triangle;    ///< after TernaryEnd::three_phase
     std::optional<CriticalPoint> plait;  ///< after TernaryEnd::plait
@@ -70,7 +78,7 @@ class TieLineCurve {
     bool solve(std::vector<double> const& u, std::vector<double> const& along, TieNode& next);
     bool tangent(TieNode& node, std::vector<double> const* along);
     Verdict certify(TieNode& node);
-    std::optional<TernaryEnd> third_phase(TieNode const& before, TieNode& now, double length);
+    TernaryEnd third_phase(TieNode const& before, TieNode& now, double length);
     bool side_of(Triangle const& found, TieNode const& before, double length);
     bool at_edge(TieNode const& node);
     bool at_plait(TieNode const& node);
@@ -81,7 +89,10 @@ class TieLineCurve {
     const double T_, p_;
     TernaryOptions const& o_;
     PairSolver pair_;
-    TieNode now_;
+    TieNode now_, next_;
+    Verdict verdict_ = Verdict::no;  // of next_
+    double length_ = 0.0;            // of the step to it
+    double tried_ = 0.0;             // distance of the phases at the last search for a plait point
     std::vector<double> first_;  // variables of a start inside
     double trial_rho_ = 0.0;     // of the third phase of the last verdict; 0: none
     std::vector<double> trial_;
