@@ -43,6 +43,11 @@ TEST(ThreePhaseLine, RunsToCriticalEndPoints) {
         EXPECT_NEAR(corvane::three_phase_T(*m, middle.T).p / middle.p, 1, 1e-8);
     }
     EXPECT_TRUE(corvane::three_phase_lines(*peng_robinson("methane", "propane", 0.01)).empty());
+    // A state on it, at a temperature of the search, misses its certificate: no line is without
+    // points.
+    const auto hexane = corvane::open_mixture("PCSAFT+LB", {"methane", "hexane"});
+    for (auto const& line : corvane::three_phase_lines(*hexane.model))
+        EXPECT_FALSE(line.points.empty());
 }
 
 // Gibbs–Konovalov: p is stationary in x at an azeotrope, so that along the line of azeotropes it

@@ -8,11 +8,11 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <utility>
 
 namespace corvane {
 namespace {
 using Kind = EquilibriumFailure::Kind;
-constexpr double kTrivial = 1e-4;
 constexpr int kNewton = 30;
 const std::vector<double> kEqual{1, -1, -1, 1, 0};  // logits of both phases
 
@@ -86,7 +86,7 @@ AzeotropePoint find(ModelN const& model, bool at_T, double value, AzeotropeOptio
         throw EquilibriumFailure(Kind::gave_up, state, name, s.iterations, residual, advice);
     };
     if (!s.solve(kNewton)) fail(s.residual, "give a nearer start, or none");
-    if (Path::apart(s.u, 0, 1) < kTrivial)
+    if (s.trivial())
         fail(s.residual, "the phases became one: give a nearer start, or none");
     Stability stability(fluid);
     double tpd = 0.0;
@@ -109,8 +109,9 @@ AzeotropePoint azeotrope_p(ModelN const& binary, double p, AzeotropeOptions cons
     return find(binary, false, p, options);
 }
 
-AzeotropicLine azeotropic_line(ModelN const& binary, AzeotropePoint const& start,
-                               PhaseLineOptions const& o) {
+namespace {
+/// Without points if the start misses its certificate.
+AzeotropicLine trace(ModelN const& binary, AzeotropePoint const& start, PhaseLineOptions const& o) {
     check_binary(binary, start.T);
     check_options(o);
     const FluidModel fluid(binary, equal_parts());
@@ -121,6 +122,14 @@ AzeotropicLine azeotropic_line(ModelN const& binary, AzeotropePoint const& start
                                  tracer.solver.residual, "no stable azeotrope next to the start");
     return trace_line<AzeotropicLine>(
         tracer, [&] { return azeotrope_point(tracer.solver, tracer.tpd, o.validity); });
+}
+}  // namespace
+
+AzeotropicLine azeotropic_line(ModelN const& binary, AzeotropePoint const& start,
+                               PhaseLineOptions const& o) {
+    AzeotropicLine line = trace(binary, start, o);
+    if (line.points.empty()) fail_uncertified(start.T, "azeotropic_line");
+    return line;
 }
 
 std::vector<AzeotropicLine> azeotropic_lines(ModelN const& binary, PhaseLineOptions const& o) {
@@ -135,8 +144,10 @@ std::vector<AzeotropicLine> azeotropic_lines(ModelN const& binary, PhaseLineOpti
                                       [](AzeotropePoint const& q) { return q.x; });
                     }))
                     continue;
-                lines.push_back(azeotropic_line(binary, of_tie_line(t), o));
-                if (lines.back().end == PhaseLineEnd::interrupted) return false;
+                AzeotropicLine line = trace(binary, of_tie_line(t), o);
+                const bool interrupted = line.end == PhaseLineEnd::interrupted;
+                if (!line.points.empty()) lines.push_back(std::move(line));
+                if (interrupted) return false;
             }
         return true;
     });

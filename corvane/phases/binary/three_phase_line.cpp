@@ -6,10 +6,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace corvane {
-ThreePhaseLine three_phase_line(ModelN const& binary, ThreePhasePoint const& start,
-                                PhaseLineOptions const& o) {
+namespace {
+/// Without points if the start misses its certificate.
+ThreePhaseLine trace(ModelN const& binary, ThreePhasePoint const& start,
+                     PhaseLineOptions const& o) {
     check_binary(binary, start.T);
     check_options(o);
     const FluidModel fluid(binary, equal_parts());
@@ -21,6 +24,14 @@ ThreePhaseLine three_phase_line(ModelN const& binary, ThreePhasePoint const& sta
                                  "no stable three phases next to the start");
     return trace_line<ThreePhaseLine>(
         tracer, [&] { return three_phase_point(tracer.solver, tracer.tpd, o.validity); });
+}
+}  // namespace
+
+ThreePhaseLine three_phase_line(ModelN const& binary, ThreePhasePoint const& start,
+                                PhaseLineOptions const& o) {
+    ThreePhaseLine line = trace(binary, start, o);
+    if (line.points.empty()) fail_uncertified(start.T, "three_phase_line");
+    return line;
 }
 
 std::vector<ThreePhaseLine> three_phase_lines(ModelN const& binary, PhaseLineOptions const& o) {
@@ -34,8 +45,10 @@ std::vector<ThreePhaseLine> three_phase_lines(ModelN const& binary, PhaseLineOpt
                     return passes(line.points, q.T, q.p, x(q), x);
                 }))
                 continue;
-            lines.push_back(three_phase_line(binary, q, o));
-            if (lines.back().end == PhaseLineEnd::interrupted) return false;
+            ThreePhaseLine line = trace(binary, q, o);
+            const bool interrupted = line.end == PhaseLineEnd::interrupted;
+            if (!line.points.empty()) lines.push_back(std::move(line));
+            if (interrupted) return false;
         }
         return true;
     });

@@ -120,6 +120,8 @@ class SaturationSolver {
     // ---- trace of the envelope (saturation_trace.cpp)
 
     bool ends(EnvelopePoint const& q);
+    bool envelope(Envelope& e);
+    bool crossing(EnvelopePoint const& a, EnvelopePoint const& b, double part, double lo, double hi);
     /// Solves all crossings of the envelope; keeps the lowest or highest, also of the one that is
     /// known already.
     bool traced(bool upper, bool known, Found& best);

@@ -17,8 +17,8 @@ bool SaturationSolver::ends(EnvelopePoint const& q) {
     return a_.S < 1e-3 * a_.rho || q.p < 1e-4 * R * q.T * std::min(q.rho, q.rho2);
 }
 
-bool SaturationSolver::traced(bool upper, bool known, Found& best) {
-    Envelope e;
+/// The envelope, with shorter steps if it is lost before its end. False without one.
+bool SaturationSolver::envelope(Envelope& e) {
     EnvelopeOptions options;
     try {
         for (int k = 0; k < 2; ++k, options.step *= 0.5) {
@@ -26,13 +26,42 @@ bool SaturationSolver::traced(bool upper, bool known, Found& best) {
             fluid_.evaluations += e.evaluations;
             if (e.end != EnvelopeEnd::full &&
                 (e.end != EnvelopeEnd::stuck || ends(e.points.back())))
-                break;
-            if (k > 0) stuck_ = true;
+                return true;
         }
     } catch (EquilibriumFailure const&) {
         stuck_ = true;
         return false;
     }
+    stuck_ = true;
+    return true;
+}
+
+/// Solves the crossing at `part` of the way from a to b, where ln p (or ln T) is within lo and hi:
+/// linear, or as next to an extremum at either end, then from the points themselves.
+bool SaturationSolver::crossing(EnvelopePoint const& a, EnvelopePoint const& b, double part,
+                                double lo, double hi) {
+    const auto between = [&] { return found() > lo && found() < hi; };
+    for (double w : {part, std::sqrt(part), 1 - std::sqrt(1 - part)}) {
+        auto mean = [w](double x, double y) { return std::pow(x, 1 - w) * std::pow(y, w); };
+        std::vector<double> y;
+        for (int i = 0; i < a.y.size(); ++i)
+            if (a.y[i] > 0.0) y.push_back(mean(a.y[i], b.y[i]));
+        pair_.start(fluid_.z(), mean(a.rho, b.rho), y, mean(a.rho2, b.rho2), mean(a.T, b.T));
+        if (solve() && between()) return true;
+    }
+    for (EnvelopePoint const* q : {&a, &b}) {
+        std::vector<double> y;
+        for (int i = 0; i < q->y.size(); ++i)
+            if (q->y[i] > 0.0) y.push_back(q->y[i]);
+        pair_.start(fluid_.z(), q->rho, y, q->rho2, q->T);
+        if (near() && between()) return true;
+    }
+    return false;
+}
+
+bool SaturationSolver::traced(bool upper, bool known, Found& best) {
+    Envelope e;
+    if (!envelope(e)) return false;
     const double target = std::log(value_);
     auto fixed = [&](EnvelopePoint const& q) { return std::log(at_T_ ? q.T : q.p) - target; };
     bool any = false;
@@ -46,34 +75,12 @@ bool SaturationSolver::traced(bool upper, bool known, Found& best) {
         const double fa = fixed(a), fb = fixed(b);
         if (!(fa * fb <= 0.0) || fa == fb) continue;
         if (a.bubble == b.bubble && a.bubble != (kind_ == Saturated::bubble)) continue;
-        // Linear, or as next to an extremum at either end; the solution lies between the
-        // points.
-        const double linear = fa / (fa - fb);
         const double lo = std::log(at_T_ ? std::min(a.p, b.p) : std::min(a.T, b.T)) - 1e-7,
                      hi = std::log(at_T_ ? std::max(a.p, b.p) : std::max(a.T, b.T)) + 1e-7;
         if (std::any_of(others_.begin(), others_.end(),
                         [&](double s) { return s > lo && s < hi; }))
             continue;
-        bool solved = false;
-        auto between = [&] { return found() > lo && found() < hi; };
-        for (double w : {linear, std::sqrt(linear), 1 - std::sqrt(1 - linear)}) {
-            auto mean = [w](double x, double y) { return std::pow(x, 1 - w) * std::pow(y, w); };
-            std::vector<double> y;
-            for (int i = 0; i < a.y.size(); ++i)
-                if (a.y[i] > 0.0) y.push_back(mean(a.y[i], b.y[i]));
-            pair_.start(fluid_.z(), mean(a.rho, b.rho), y, mean(a.rho2, b.rho2), mean(a.T, b.T));
-            solved = solve() && between();
-            if (solved) break;
-        }
-        for (EnvelopePoint const* q : {&a, &b}) {
-            if (solved) break;
-            std::vector<double> y;
-            for (int i = 0; i < q->y.size(); ++i)
-                if (q->y[i] > 0.0) y.push_back(q->y[i]);
-            pair_.start(fluid_.z(), q->rho, y, q->rho2, q->T);
-            solved = near() && between();
-        }
-        if (!solved) {
+        if (!crossing(a, b, fa / (fa - fb), lo, hi)) {
             missed_ = true;
             complete_ = false;
             continue;
