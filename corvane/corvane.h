@@ -21,6 +21,7 @@
 #include <corvane/core/containers.h>
 #include <corvane/core/errors.h>
 #include <corvane/core/records.h>
+#include <corvane/core/version.h>
 #include <corvane/ideal/ideal.h>
 #include <corvane/ideal/load_ideal.h>
 #include <corvane/mixture/heat_capacity.h>

@@ -9,7 +9,7 @@ Units: K, Pa, mol/m³, J/mol, J/(mol K), m/s, kg/mol; mole fractions. Every argu
 arrays that broadcast against each other; compositions have the components on their last axis.
 """
 
-from ._native import EquilibriumError, Jet, OpenError
+from ._native import EquilibriumError, Jet, OpenError, __version__
 from .catalogue import data_home, equations, mixture_models, search
 from .equation import Equation, check_equation
 from .fluid import Fluid, PropertyDiagram, Saturation, State
@@ -28,8 +28,6 @@ from .mixture import (
     TernaryRegion,
 )
 from .status import Interrupted, Status
-
-__version__ = "0.1.0"
 
 __all__ = [
     "CriticalLine",

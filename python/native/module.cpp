@@ -2,6 +2,8 @@
 // person calls is in the Python files beside it.
 #include "module.h"
 
+#include <corvane/core/version.h>
+
 #include <nanobind/stl/optional.h>
 #include <nanobind/stl/string.h>
 #include <nanobind/stl/vector.h>
@@ -73,6 +75,7 @@ NB_MODULE(_native, m) {
         "A substance, equation, parameter set or data home that is not there, and what is there instead.";
     nanobind::exception<corvane::EquilibriumFailure>(m, "EquilibriumError", PyExc_ArithmeticError)
         .attr("__doc__") = "No certified result: there is none, or the search gave up; the text says which.";
+    m.attr("__version__") = CORVANE_VERSION;
     py::add_catalogue(m);
     py::add_fluid(m);
     py::add_mixture(m);

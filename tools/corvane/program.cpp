@@ -1,8 +1,10 @@
+#include <tools/corvane/manual.h>
 #include <tools/corvane/program.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/text.h>
 
 #include <corvane/catalogue/suggest.h>
+#include <corvane/core/version.h>
 
 #include <fmt/format.h>
 #include <CLI/CLI.hpp>
@@ -54,6 +56,37 @@ std::vector<std::string> expected_words(CLI::App const& app) {
             for (std::string const& name : option->get_lnames()) words.push_back("--" + name);
     return words;
 }
+/// What a value of the option may be; empty: anything. See Command::value.
+std::vector<std::string> values_of(CLI::Option& option) {
+    for (int i = 0;; ++i) {
+        try {
+            std::string const& name = option.get_validator(i)->get_name();
+            if (!name.empty()) return split(name, '\n');
+        } catch (CLI::OptionNotFound const&) {  // the end of the checks
+            return {};
+        }
+    }
+}
+
+OptionText text_of(CLI::Option& option) {
+    OptionText text;
+    text.positional = option.get_positional();
+    for (std::string const& name : option.get_snames()) text.names.push_back("-" + name);
+    for (std::string const& name : option.get_lnames()) text.names.push_back("--" + name);
+    if (text.positional) text.names = {option.get_name()};
+    text.text = option.get_description();
+    text.required = option.get_required();
+    text.repeated = option.get_items_expected_max() > 1;
+    if (option.get_items_expected_max() > 0) text.type = option.get_type_name();
+    text.one_of = values_of(option);
+    return text;
+}
+
+CommandText text_of(CLI::App& app) {
+    CommandText text{app.get_name(), app.get_description(), app.get_footer(), {}};
+    for (CLI::Option* option : app.get_options(nullptr)) text.options.push_back(text_of(*option));
+    return text;
+}
 }  // namespace
 
 Command& Command::positional(char const* name, std::string& value, char const* text,
@@ -73,7 +106,9 @@ Command& Command::value(char const* name, std::string& value, char const* text, 
     option->required(rule.required)->type_name(rule.type);
     const auto empty = [](std::string& v) { return std::string(v.empty() ? "no value" : ""); };
     option->check(CLI::Validator(empty, ""));
-    if (!rule.one_of.empty()) option->check(CLI::IsMember(rule.one_of).description(""));
+    // The name of the check is what completion offers: help has the values in the option's text.
+    if (!rule.one_of.empty())
+        option->check(CLI::IsMember(rule.one_of).description("").name(join(rule.one_of, "\n")));
     return *this;
 }
 
@@ -141,6 +176,12 @@ int Program::wrong_use(std::string text) const {
 }
 
 int Program::parse_and_run(int argc, char** argv) {
+    if (argc == 3 && std::string_view(argv[1]) == "--generate") {  // the build does; help is silent
+        std::vector<CommandText> all{text_of(*app_)};
+        for (CLI::App* command : app_->get_subcommands(nullptr)) all.push_back(text_of(*command));
+        write_manual(argv[2], all);
+        return 0;
+    }
     try {
         app_->parse(argc, argv);
     } catch (CLI::Success const& e) {  // --help, --version

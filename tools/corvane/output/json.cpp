@@ -1,6 +1,8 @@
 // The JSON form of a result. Numbers have the shortest text that reads back as the same double.
 #include <tools/corvane/output/table.h>
 
+#include <corvane/core/version.h>
+
 #include <nlohmann/json.hpp>
 
 #include <cmath>

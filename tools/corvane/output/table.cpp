@@ -3,6 +3,8 @@
 #include <tools/corvane/text/numbers.h>
 #include <tools/corvane/text/text.h>
 
+#include <corvane/core/version.h>
+
 #include <fmt/format.h>
 
 #include <algorithm>
