@@ -49,7 +49,7 @@ Options settled(Options o, double Tc, double mean, double pc) {
     const bool fractions =
         std::all_of(o.q.begin(), o.q.end(), [](double q) { return q >= 0.0 && q <= 1.0; });
     if (!(o.T_min > 0.0) || !(o.T_max > o.T_min) || !(o.p_min > 0.0) || !(o.p_max > o.p_min) ||
-        !std::isfinite(o.T_max + o.p_max) || !above_zero(o.T) || !above_zero(o.p) || !fractions ||
+        !std::isfinite(o.T_max + o.p_max) || !above_zero(o.T) || !above_zero(o.p) || !above_zero(o.rho) || !fractions ||
         o.points < 2)
         throw ThException(th_out_of_range);
     return o;
@@ -81,6 +81,40 @@ class Lines {
     Isoline line_;
     int count_ = 0;
 };
+
+/// Points along `from` … `to`; state(here, phases) counts its phases, 0 where there is none. Where
+/// their number changes both sides of the boundary are added. Points that are not `kept` are left out.
+template <class State, class Kept>
+bool bracketed(Lines& lines, double from, double to, int count, bool logarithmic, State const& state,
+               Kept const& kept) {
+    const auto add = [&](std::optional<PropertyPoint> const& point) {
+        if (!point || kept(*point)) lines.add(point);
+    };
+    std::size_t last = 0;
+    double before = 0.0;
+    for (int k = 0; k < count; ++k) {
+        const double here = at(from, to, k, count, logarithmic);
+        std::size_t phases = 0;
+        const auto point = state(here, phases);
+        if (k > 0 && last > 0 && phases > 0 && phases != last) {
+            double lo = before, hi = here;  // both sides of the boundary
+            std::optional<PropertyPoint> first, second;
+            for (int it = 0; it < kHalvings; ++it) {
+                const double middle = 0.5 * (lo + hi);
+                std::size_t found = 0;
+                const auto q = state(middle, found);
+                (found == last ? lo : hi) = middle;
+                (found == last ? first : second) = q;
+            }
+            if (first) add(first);
+            if (second) add(second);
+        }
+        add(point);
+        last = phases;
+        before = here;
+    }
+    return lines.end();
+}
 
 class Pure {
   public:
@@ -124,6 +158,18 @@ class Pure {
         return lines.end();
     }
 
+    bool isochore(Lines& lines, double rho) const {
+        const auto at_T = [&](double T, std::size_t& phases) {
+            const auto point = state({Quantity::T, T}, {Quantity::rho, rho});
+            phases = !point ? 0 : std::isfinite(point->q) ? 2 : 1;
+            return point;
+        };
+        lines.begin(Quantity::rho, rho);
+        return bracketed(lines, o_.T_min, o_.T_max, o_.points, false, at_T, [&](PropertyPoint const& q) {
+            return q.p >= o_.p_min && q.p <= o_.p_max;
+        });
+    }
+
     PropertyDiagram run() const {
         PropertyDiagram d;
         Lines lines(d, o_);
@@ -155,6 +201,8 @@ class Pure {
             }
             if (!lines.end()) return d;
         }
+        for (double rho : o_.rho)
+            if (!isochore(lines, rho)) return d;
         return d;
     }
 
@@ -192,30 +240,21 @@ class Mixed {
             return of_T ? state(here, value, phases) : state(value, here, phases);
         };
         lines.begin(what, value);
-        std::size_t last = 0;
-        double before = 0.0;
-        for (int k = 0; k < o_.points; ++k) {
-            const double here = at(from, to, k, o_.points, of_T);
-            std::size_t phases = 0;
-            const auto point = flash(here, phases);
-            if (k > 0 && last > 0 && phases > 0 && phases != last) {
-                double lo = before, hi = here;  // both sides of the boundary
-                std::optional<PropertyPoint> first, second;
-                for (int it = 0; it < kHalvings; ++it) {
-                    const double middle = 0.5 * (lo + hi);
-                    std::size_t found = 0;
-                    const auto q = flash(middle, found);
-                    (found == last ? lo : hi) = middle;
-                    (found == last ? first : second) = q;
-                }
-                if (first) lines.add(first);
-                if (second) lines.add(second);
-            }
-            lines.add(point);
-            last = phases;
-            before = here;
-        }
-        return lines.end();
+        return bracketed(lines, from, to, o_.points, of_T, flash, [](PropertyPoint const&) { return true; });
+    }
+    bool isochore(Lines& lines, double rho) const {
+        const auto flash = [&](double T, std::size_t& phases) {
+            phases = 0;
+            return maybe([&] {
+                const FlashResult q = flash_Trho(model_, T, rho, z_);
+                phases = q.phases.size();
+                return of(q);
+            });
+        };
+        lines.begin(Quantity::rho, rho);
+        return bracketed(lines, o_.T_min, o_.T_max, o_.points, false, flash, [&](PropertyPoint const& q) {
+            return q.p >= o_.p_min && q.p <= o_.p_max;
+        });
     }
 
     PropertyDiagram run() const {
@@ -247,6 +286,8 @@ class Mixed {
             }
             if (!lines.end()) return d;
         }
+        for (double rho : o_.rho)
+            if (!isochore(lines, rho)) return d;
         return d;
     }
 

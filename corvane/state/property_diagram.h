@@ -36,7 +36,7 @@ struct PropertyDiagram {
 };
 
 struct PropertyDiagramOptions {
-    std::vector<double> T, p, q, s;    ///< of the isolines: K, MPa, -, J/(mol K)
+    std::vector<double> T, p, q, s, rho;  ///< of the isolines: K, MPa, -, J/(mol K), mol/cm³
     double T_min = 0.0, T_max = 0.0;   ///< K: of isobars and saturation; 0: 0.55 of the mean and 1.6
                                        ///< of the highest critical temperature
     double p_min = 0.0, p_max = 0.0;   ///< MPa; 0: 0.001 and 10 of the (highest) critical pressure
@@ -44,15 +44,18 @@ struct PropertyDiagramOptions {
     Progress progress;
 };
 
-/// Saturation and isolines. Isotherms and isentropes run along ln p, isobars along T, lines of equal
-/// vapour content along the saturation. Of a pure fluid the two-phase part of isotherms and isobars
-/// is between the exact saturated states, in tenths of q; states are those of pure_states.
+/// Saturation and isolines. Isotherms and isentropes run along ln p, isobars and isochores along T,
+/// lines of equal vapour content along the saturation. Of a pure fluid the two-phase part of
+/// isotherms and isobars is between the exact saturated states, in tenths of q; where an isochore
+/// leaves it is bracketed to 1e-3 of a step. States are those of pure_states; those of isentropes
+/// outside T_min … T_max and of isochores outside p_min … p_max are left out.
 /// @throws ThException 5 an option; what the model throws on evaluation of its constants
 CORVANE_API PropertyDiagram property_diagram(Model1 const& model,
                                              PropertyDiagramOptions const& options);
 
-/// The same of mole fractions z: states are flashes at (p, T), phase boundaries on isotherms and
-/// isobars are bracketed to 1e-3 of a step. Lines of equal q are not traced, isentropes by flash_ps.
+/// The same of mole fractions z: states are flashes at (p, T), phase boundaries on isotherms,
+/// isobars and isochores (flash_Trho) are bracketed to 1e-3 of a step. Lines of equal q are not
+/// traced, isentropes by flash_ps.
 CORVANE_API PropertyDiagram property_diagram(ModelN const& model, Vector<double> const& z,
                                              PropertyDiagramOptions const& options);
 

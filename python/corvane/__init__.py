@@ -12,7 +12,8 @@ arrays that broadcast against each other; compositions have the components on th
 from ._native import EquilibriumError, Jet, OpenError, __version__
 from .catalogue import data_home, equations, mixture_models, search
 from .equation import Equation, check_equation
-from .fluid import Fluid, PropertyDiagram, Saturation, State
+from .diagram import Isoline, PropertyDiagram
+from .fluid import Fluid, Saturation, State
 from .mixture import (
     CriticalLine,
     CriticalPoints,
@@ -39,6 +40,7 @@ __all__ = [
     "FlashResult",
     "Fluid",
     "Interrupted",
+    "Isoline",
     "Mixture",
     "Jet",
     "MixtureState",

@@ -7,8 +7,9 @@ from typing import TYPE_CHECKING, Any, ClassVar
 
 from . import _native
 from ._numpy import np
-from .arrays import UNITS, flat, magnitude
+from .arrays import flat, magnitude
 from .catalogue import directory
+from .diagram import PropertyDiagram, diagram
 from .quantities import returns_quantities
 from .results import Table, figure_axes
 from .status import judge
@@ -75,30 +76,6 @@ class Saturation(Table):
         order = np.argsort(np.ravel(self.T))
         ax.plot(np.ravel(self.T)[order], np.ravel(self.p)[order] / 1e6, label=self._name)
         ax.set(xlabel="T / K", ylabel="p / MPa", yscale="log")
-        return ax
-
-
-class PropertyDiagram:
-    """A property diagram with isolines: attributes ``x``, ``y`` (names of the axes), ``saturation``
-    (:class:`Saturation`) and ``lines`` (name of the isoline: list of (value, :class:`State`))."""
-
-    def __init__(self, x: str, y: str, saturation: Saturation, lines: dict[str, list[tuple[float, State]]]):
-        self.x, self.y, self.saturation, self.lines = x, y, saturation, lines
-
-    def plot(self, ax: Any = None) -> Any:
-        """Axes in the package's units; p, rho and v logarithmic."""
-        ax = figure_axes(ax)
-        for k, (name, lines) in enumerate(self.lines.items()):
-            for i, (_, s) in enumerate(lines):
-                label = f"{name} = {lines[0][0]:.4g} … {lines[-1][0]:.4g} {UNITS[name]}" if i == 0 else None
-                ax.plot(getattr(s, self.x), getattr(s, self.y), color=f"C{k}", lw=0.7, label=label)
-        for s in (self.saturation.liquid, self.saturation.vapour):
-            ax.plot(getattr(s, self.x), getattr(s, self.y), "k-", lw=1.5)
-        for name, scale in ((self.x, ax.set_xscale), (self.y, ax.set_yscale)):
-            if name in ("p", "rho", "v"):
-                scale("log")
-        ax.set(xlabel=f"{self.x} / ({UNITS[self.x]})", ylabel=f"{self.y} / ({UNITS[self.y]})")
-        ax.legend(fontsize="small")
         return ax
 
 
@@ -273,47 +250,26 @@ class Fluid:
         return judge(Saturation(rows, status, liquid, vapour, name), status, words, done, errors)
 
     def diagram(self, y: str = "p", x: str = "h", *, T: ArrayLike | None = None, p: ArrayLike | None = None,
+                q: ArrayLike | None = None, s: ArrayLike | None = None, rho: ArrayLike | None = None,
                 points: int = 120) -> PropertyDiagram:  # fmt: skip
-        """A property diagram (p-h, T-s, h-s …) with isotherms and isobars.
+        """A property diagram (p-h, T-s, h-s …) with isolines.
 
         Parameters
         ----------
         y, x : str
             Two of T, p, rho, v, h, s, u.
-        T, p : array_like, optional
-            Values of the isotherms (K) and isobars (Pa). Defaults: ten from 0.55 to 1.6 critical temperatures, eight
-            from 0.001 to 10 critical pressures; those of an axis are left out.
+        T, p, q, s, rho : array_like, optional
+            Values of isotherms (K), isobars (Pa), lines of equal vapour fraction, isentropes (J/(mol K)) and isochores
+            (mol/m³). Defaults: ten temperatures from 0.55 to 1.6 critical ones, eight pressures from 0.001 to 10
+            critical ones, but for those of an axis; no others.
         points : int
             Of every line.
         """
-        for name in (x, y):
-            if name not in ("T", "p", "rho", "v", "h", "s", "u"):
-                raise ValueError(f"no axis {name}")
         low = 0.55 * self.T_critical
         if np.isfinite(self.valid["T_min"]):
             low = max(low, self.valid["T_min"])
-        saturation = self.saturation(T=self.T_critical - (self.T_critical - low) * np.linspace(1, 1e-3, points) ** 2)
-        given: dict[str, Any] = {"T": np.linspace(low, 1.6 * self.T_critical, 10) if T is None else magnitude(T, "T"),
-                                 "p": np.geomspace(1e-3, 10, 8) * self.p_critical if p is None else magnitude(p, "p")}  # fmt: skip
-        T_along = np.linspace(low, 1.6 * self.T_critical, points)
-        p_along = np.geomspace(1e-4, 10, points) * self.p_critical
-        lines: dict[str, list[tuple[float, State]]] = {}
-        for name, values in given.items():
-            if name in (x, y):
-                continue
-            lines[name] = []
-            for value in np.atleast_1d(np.asarray(values, dtype=float)):
-                along = self._across(name, float(value), p_along if name == "T" else T_along)
-                lines[name].append((float(value), along))
-        return PropertyDiagram(x, y, saturation, lines)
-
-    def _across(self, name: str, value: float, along: np.ndarray) -> State:
-        """States of an isoline in the order of falling density, with both ends of the two-phase part in it."""
-        other = "p" if name == "T" else "T"
-        s = self.saturation(**{name: value}, errors="nan")
-        if s.status == 0:
-            along = np.sort(np.append(along, np.float64(getattr(s, other)) * np.array([1 - 1e-7, 1 + 1e-7])))
-        return self.state(**{name: np.full(along.shape, value), other: along[::-1] if name == "T" else along})
+        return diagram(self._native.property_diagram, y, x, f"{self.name} ({self.eos})", self.T_critical,
+                       self.p_critical, low, points, {"T": T, "p": p, "q": q, "s": s, "rho": rho})  # fmt: skip
 
     def virial(self, T: ArrayLike, order: int = 2) -> np.ndarray:
         """Virial coefficient of this order at T (K), (m³/mol)^(order − 1)."""

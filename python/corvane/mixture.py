@@ -9,6 +9,7 @@ from . import _native
 from ._numpy import np
 from .arrays import flat, flat_with_composition, magnitude
 from .catalogue import directory
+from .diagram import PropertyDiagram, diagram
 from .fluid import _PHASE, Fluid, _again
 from .quantities import returns_quantities
 from .results import Table, figure_axes
@@ -499,6 +500,19 @@ class Mixture:
         for islands."""
         T, p = float(magnitude(T, "T")), float(magnitude(p, "p"))
         return TernaryDiagram(self._native.ternary(T, p, float(step), int(mesh)), T, p, self.components)
+
+    def diagram(self, z: ArrayLike, y: str = "p", x: str = "h", *, T: ArrayLike | None = None,
+                p: ArrayLike | None = None, s: ArrayLike | None = None, rho: ArrayLike | None = None,
+                points: int = 120) -> PropertyDiagram:  # fmt: skip
+        """A property diagram of composition z, as :meth:`Fluid.diagram`: bubble and dew points of its phase envelope,
+        isolines of flashes. "Critical" are the mole-fraction mean (lowest T) and the highest of the components."""
+        z = _one(z)
+        constants = self._native.critical_constants
+        Tc, pc = (max(c[k] for c, part in zip(constants, z) if part > 0) for k in (0, 1))
+        low = 0.55 * sum(c[0] * part for c, part in zip(constants, z))
+        title = " + ".join(f"{part:.4g} {name}" for part, name in zip(z, self.components))
+        return diagram(lambda *a: self._native.property_diagram(z, *a), y, x, f"{title} ({self.model})", Tc, pc, low,
+                       points, {"T": T, "p": p, "s": s, "rho": rho})  # fmt: skip
 
     def critical_point(self, z: ArrayLike) -> CriticalPoints:
         """The stable critical point of composition z, certified (one row)."""

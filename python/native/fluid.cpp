@@ -169,6 +169,8 @@ void add_fluid(nb::module_& m) {
              "Density roots (mol/m3) at T (K) and p (Pa); phase 1 the densest, 3 the thinnest.")
         .def("saturation", &saturation, nb::arg("at_T"), nb::arg("values"), nb::arg("threads"),
              "T (K), p (Pa), densities of liquid and vapour (mol/m3) at temperatures, or at pressures.")
+        .def("property_diagram", &property_diagram_of_fluid, nb::arg("values"), nb::arg("range"), nb::arg("points"),
+             "Saturation and isolines (lists of T, p, q, s, rho; T_min, T_max, p_min, p_max; SI): rows T, p, rho, h, s, u, q.")
         .def("virial", &virial, nb::arg("T"), nb::arg("order"),
              "Virial coefficient of an order from 2 to 9 at T (K), (m3/mol)**(order - 1).");
 }

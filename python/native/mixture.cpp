@@ -24,12 +24,6 @@ Vector<double> row_of(Rows const& x, std::size_t i) {
     return v;
 }
 
-Vector<double> vector_of(Column const& x) {
-    Vector<double> v(static_cast<int>(x.shape(0)));
-    for (int k = 0; k < v.size(); ++k) v[k] = x(static_cast<std::size_t>(k));
-    return v;
-}
-
 void check(Mixture const& m, Rows const& x) {
     if (x.shape(1) != static_cast<std::size_t>(m.size()))
         throw nb::value_error("the last axis of a composition has one value for every component");
@@ -163,31 +157,6 @@ nb::tuple saturation(Mixture const& m, bool bubble, bool at_T, Column values, Ro
 }
 
 // ---- curves: one call, many points; columns as described at each
-
-/// While it lives, no interpreter lock; between points Ctrl-C is looked for, and ends the trace.
-struct Tracing {
-    bool interrupted = false;
-    corvane::Progress progress = [this](int) {
-        const nb::gil_scoped_acquire held;
-        if (PyErr_CheckSignals() == 0) return true;
-        PyErr_Clear();
-        interrupted = true;
-        return false;
-    };
-};
-
-template <class F>
-auto traced(Tracing& tracing, F const& f) {
-    auto value = [&] {
-        const nb::gil_scoped_release released;
-        return f();
-    }();
-    if (tracing.interrupted) {
-        PyErr_SetNone(PyExc_KeyboardInterrupt);
-        throw nb::python_error();
-    }
-    return value;
-}
 
 Array points_of(std::vector<corvane::EnvelopePoint> const& points, int n) {
     const std::size_t width = 6 + static_cast<std::size_t>(n);
@@ -562,6 +531,16 @@ void add_mixture(nb::module_& m) {
         .def("envelope", &envelope, "A phase envelope of composition z.")
         .def("diagram", &diagram, "The complete diagram of a binary at T (K) or p (Pa).")
         .def("ternary", &ternary, "The complete diagram of a ternary at T (K) and p (Pa).")
+        .def_prop_ro("critical_constants",
+                     [](Mixture const& x) {
+                         std::vector<std::vector<double>> all;
+                         for (int i = 0; i < x.size(); ++i)
+                             all.push_back({x.model->mdl1[i]->Tcrit(), kMega * x.model->mdl1[i]->pcrit()});
+                         return all;
+                     },
+                     "Critical temperature (K) and pressure (Pa) of every component.")
+        .def("property_diagram", &property_diagram_of_mixture, nb::arg("z"), nb::arg("values"), nb::arg("range"), nb::arg("points"),
+             "Saturation and isolines of composition z, as of a fluid.")
         .def("critical_points",
              [](Mixture const& x, Column z, bool all) {
                  const Vector<double> v = vector_of(z);

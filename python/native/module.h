@@ -3,6 +3,8 @@
 
 #include "arrays.h"
 
+#include <nanobind/stl/vector.h>
+
 #include <optional>
 #include <string>
 
@@ -29,6 +31,45 @@ inline corvane::DataHome home_of(std::optional<std::string> const& given) {
         return named;
     }
 }
+
+inline Vector<double> vector_of(Column const& x) {
+    Vector<double> v(static_cast<int>(x.shape(0)));
+    for (int k = 0; k < v.size(); ++k) v[k] = x(static_cast<std::size_t>(k));
+    return v;
+}
+
+/// While it lives, no interpreter lock; between points Ctrl-C is looked for, and ends the trace.
+struct Tracing {
+    bool interrupted = false;
+    corvane::Progress progress = [this](int) {
+        const nb::gil_scoped_acquire held;
+        if (PyErr_CheckSignals() == 0) return true;
+        PyErr_Clear();
+        interrupted = true;
+        return false;
+    };
+};
+
+template <class F>
+auto traced(Tracing& tracing, F const& f) {
+    auto value = [&] {
+        const nb::gil_scoped_release released;
+        return f();
+    }();
+    if (tracing.interrupted) {
+        PyErr_SetNone(PyExc_KeyboardInterrupt);
+        throw nb::python_error();
+    }
+    return value;
+}
+
+/// values: lists of T, p, q, s, rho of the isolines; range: T_min, T_max, p_min, p_max (SI). Rows are
+/// T, p, rho, h, s, u, q.
+nb::dict property_diagram_of_fluid(corvane::Fluid const& f, std::vector<std::vector<double>> const& values,
+                                   std::vector<double> const& range, int points);
+nb::dict property_diagram_of_mixture(corvane::Mixture const& m, Column z,
+                                     std::vector<std::vector<double>> const& values,
+                                     std::vector<double> const& range, int points);
 
 void add_fluid(nb::module_& m);
 void add_mixture(nb::module_& m);

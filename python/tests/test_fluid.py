@@ -231,8 +231,17 @@ def test_property_diagram():
     matplotlib = pytest.importorskip("matplotlib")
     matplotlib.use("Agg")
     f = cv.Fluid("propane", "PR")
-    d = f.diagram("p", "h", T=[280.0, 400.0], points=30)
-    assert list(d.lines) == ["T"] and [value for value, _ in d.lines["T"]] == [280.0, 400.0]
-    cold = d.lines["T"][0][1]
-    assert np.isclose(cold.p, f.saturation(T=280.0).p, rtol=1e-6).sum() == 2  # both ends of the two-phase part
-    assert d.plot().get_yscale() == "log"
+    d = f.diagram("p", "h", T=[280.0, 400.0], rho=[1000.0], points=30)
+    assert list(d.lines) == ["T", "rho"] and [value for value, _ in d.lines["T"]] == [280.0, 400.0]
+    cold, isochore = d.lines["T"][0][1], d.lines["rho"][0][1]
+    assert np.isclose(cold.p, f.saturation(T=280.0).p, rtol=1e-9).sum() == 11  # the two-phase part in tenths
+    assert np.allclose(isochore.rho, 1000.0) and np.allclose(f.state(T=isochore.T, rho=1000.0).h, isochore.h)
+    assert np.allclose(d.liquid.rho, f.saturation(T=d.liquid.T).rho_liquid)
+    assert d.plot().get_yscale() == "log" and d.failures == 0
+    z = [0.7, 0.3]
+    m = cv.Mixture("PR+vdW1", ["methane", "propane"])
+    mixed = m.diagram(z, "T", "s", p=[2e6], rho=[4000.0], points=40)
+    (_, isobar), (_, isochore) = mixed.lines["p"][0], mixed.lines["rho"][0]
+    flash = m.flash(z, T=isobar.T[20], p=2e6)
+    assert isobar.h[20] == pytest.approx(float(flash.h)) and np.allclose(isochore.rho, 4000.0)
+    assert mixed.plot().get_title().startswith("0.7 methane + 0.3 propane")

@@ -305,14 +305,14 @@ TEST(CliDiagrams, ATernaryIsThatOfTheFlash) {
 }
 
 TEST(CliDiagrams, IsolinesAreStates) {
-    const Json d = json("property-diagram CO2 --kind ph --isotherms 0,50 --qualities 0.5 --isentropes 1.5 "
+    const Json d = json("property-diagram CO2 --kind ph --isotherms 0,50 --qualities 0.5 --isentropes 1.5 --isochores 50 "
                         "--units bar --reference IIR");
     std::map<std::string, std::pair<int, Json>> middle;  // of each line
     for (Json const& row : d["rows"]) ++middle[row["line"]].first;
     std::map<std::string, int> seen;
     for (Json const& row : d["rows"])
         if (++seen[row["line"]] == middle[row["line"]].first / 3) middle[row["line"]].second = row;
-    ASSERT_EQ(middle.size(), 5u);  // bubble, dew, T, q, s
+    ASSERT_EQ(middle.size(), 6u);  // bubble, dew, T, q, s, rho
     for (auto const& [line, entry] : middle) {
         SCOPED_TRACE(line);
         Json const& row = entry.second;

@@ -38,12 +38,14 @@ TEST(PropertyDiagram, LinesObeyTheFundamentalEquation) {
     o.p = {0.5, 5, 10};
     o.s = {120};
     o.q = {0.3};
+    o.rho = {2e-3, 0.015};
+    o.T_min = 220;
     o.T_min = 220;
     for (auto const& [eos, name] : {std::pair{"MEOS", "carbon_dioxide"}, {"PR", "carbon_dioxide"}}) {
         Model m = load_set(eos, name);
         m->ideal.load();
         const PropertyDiagram d = corvane::property_diagram(*m, o);
-        EXPECT_EQ(d.lines.size(), 8u);
+        ASSERT_EQ(d.lines.size(), 10u);
         EXPECT_EQ(d.failures, 0);
         expect_fundamental(d, 2e-3);
         ASSERT_EQ(d.liquid.size(), d.vapour.size());
@@ -59,6 +61,16 @@ TEST(PropertyDiagram, LinesObeyTheFundamentalEquation) {
         for (auto const& q : d.lines[0].points) two += std::isfinite(q.q) ? 1 : 0;
         EXPECT_EQ(two, 11);
         for (auto const& q : d.lines[6].points) EXPECT_EQ(q.q, 0.3);
+        // An isochore leaves the two phases where its density is that of the saturated vapour or liquid.
+        for (std::size_t k : {8, 9}) {
+            double last = 0.0;
+            for (auto const& q : d.lines[k].points) {
+                EXPECT_NEAR(q.rho, o.rho[k - 8], 1e-12);
+                if (std::isfinite(q.q)) last = std::max(last, q.T);
+            }
+            const auto end = corvane::pure_saturation_T(*m, last);
+            EXPECT_NEAR((k == 8 ? end.rhoV : end.rhoL) / o.rho[k - 8], 1, 2e-4);
+        }
     }
 }
 
@@ -69,8 +81,9 @@ TEST(PropertyDiagram, OfAMixtureToo) {
     o.T = {250, 320};
     o.p = {2, 8};
     o.s = {150};
+    o.rho = {4e-3};
     const PropertyDiagram d = corvane::property_diagram(*m, vec({0.7, 0.3}), o);
-    ASSERT_EQ(d.lines.size(), 5u);
+    ASSERT_EQ(d.lines.size(), 6u);
     EXPECT_EQ(d.failures, 0);
     expect_fundamental(d, 5e-3);
     EXPECT_GT(d.liquid.size(), 5u);

@@ -8,6 +8,7 @@
 #include <tools/corvane/text/numbers.h>
 #include <tools/corvane/text/text.h>
 
+#include <corvane/core/constants.h>
 #include <corvane/state/property_diagram.h>
 
 #include <fmt/format.h>
@@ -25,13 +26,13 @@ using What = corvane::Quantity;
 /// What a kind of diagram shows.
 struct Kind {
     char const *name, *x, *y;
-    bool log_x, log_y, isotherms, isobars, qualities;
+    bool log_x, log_y, isotherms, isobars, isochores, qualities;
 };
-const Kind kKinds[] = {{"ph", "h", "p", false, true, true, false, true},
-                       {"Ts", "s", "T", false, false, false, true, true},
-                       {"hs", "s", "h", false, false, true, true, true},
-                       {"pv", "v", "p", true, true, true, false, false},
-                       {"Trho", "rho", "T", false, false, false, true, false}};
+const Kind kKinds[] = {{"ph", "h", "p", false, true, true, false, true, true},
+                       {"Ts", "s", "T", false, false, false, true, true, true},
+                       {"hs", "s", "h", false, false, true, true, false, true},
+                       {"pv", "v", "p", true, true, true, false, false, false},
+                       {"Trho", "rho", "T", false, false, false, true, false, false}};
 
 /// Round values from 1, 2, 5, 10 … times a power of ten, about `count` of them between the ends.
 std::vector<double> round_values(double from, double to, int count) {
@@ -42,27 +43,30 @@ std::vector<double> round_values(double from, double to, int count) {
     for (double k = std::ceil(from / step); k * step <= to; ++k) values.push_back(k * step);
     return values;
 }
-/// 1, 2, 5 of every decade between the ends.
-std::vector<double> round_decades(double from, double to) {
+/// 1, 2, 5 of every decade between the ends, or the decades alone.
+std::vector<double> decades(double from, double to, std::initializer_list<int> digits) {
     std::vector<double> values;
     for (int k = static_cast<int>(std::floor(std::log10(from))); k < 12; ++k)
-        for (int digit : {1, 2, 5}) {
+        for (int digit : digits) {
             const double v = digit * std::pow(10.0, k);
             if (v > from && v < to) values.push_back(v);
         }
     return values;
 }
+std::vector<double> round_decades(double from, double to) {
+    return decades(from, to, {1, 2, 5});
+}
 
 struct PropertyDiagramCommand {
     Options options;
     MixtureRequest request;
-    std::string kind = "ph", isotherms, isobars, isentropes, qualities, T_min, T_max, p_min, p_max;
+    std::string kind = "ph", isotherms, isobars, isentropes, isochores, qualities, T_min, T_max, p_min, p_max;
     PlotFile plot;
 
     int run();
 
   private:
-    corvane::PropertyDiagramOptions how(Kind const& k, double Tc, double pc, double lowest) const;
+    corvane::PropertyDiagramOptions how(Kind const& k, double Tc, double pc, double vc, double lowest) const;
     double value(PropertyPoint const& q, std::string const& name) const;
     Quantity quantity(std::string const& name) const;
     std::string symbol(What what) const;
@@ -91,11 +95,11 @@ double PropertyDiagramCommand::value(PropertyPoint const& q, std::string const& 
     return options.units.from_library(quantity(name), raw);
 }
 std::string PropertyDiagramCommand::symbol(What what) const {
-    return what == What::T ? "T" : what == What::p ? "p" : what == What::q ? "q" : "s";
+    return what == What::T ? "T" : what == What::p ? "p" : what == What::q ? "q" : what == What::rho ? "rho" : "s";
 }
 
 corvane::PropertyDiagramOptions PropertyDiagramCommand::how(Kind const& k, double Tc, double pc,
-                                                            double lowest) const {
+                                                            double vc, double lowest) const {
     Units const& u = options.units;
     corvane::PropertyDiagramOptions o;
     const auto bound = [&](std::string const& text, char const* name, Quantity q, double otherwise) {
@@ -127,6 +131,14 @@ corvane::PropertyDiagramOptions PropertyDiagramCommand::how(Kind const& k, doubl
     else if (k.isobars)
         o.p = in_units(Quantity::pressure, round_decades, o.p_min, o.p_max);
     if (!isentropes.empty()) o.s = given(isentropes, "--isentropes", Quantity::entropy);
+    if (!isochores.empty())
+        o.rho = positive_points(isochores, "--isochores", Quantity::density, u);
+    else if (k.isochores)  // from dilute gas to liquid; few where isobars run beside them
+        o.rho = in_units(Quantity::density,
+                         [&](double a, double b) {
+                             return k.isobars ? decades(a, b, {1}) : round_decades(a, b);
+                         },
+                         3.0 * o.p_min / (R * o.T_max), 2.5 / vc);
     if (!qualities.empty())
         o.q = given(qualities, "--qualities", Quantity::ratio);
     else if (k.qualities)
@@ -190,16 +202,20 @@ Picture PropertyDiagramCommand::picture(corvane::PropertyDiagram const& d, Kind 
         const Ink ink = line.what == What::T   ? Ink::vapour
                         : line.what == What::p ? Ink::liquid2
                         : line.what == What::q ? Ink::grey
+                        : line.what == What::rho ? Ink::solid
                                                : Ink::azeotrope;
         char const* const key = line.what == What::T   ? "isotherms"
                                 : line.what == What::p ? "isobars"
                                 : line.what == What::q ? "equal vapour content"
+                                : line.what == What::rho ? "isochores"
                                                        : "isentropes";
         std::vector<XY> points = curve(line.points);
         const bool first = line.what == What::q || (line.what == What::T && k.y[0] == 'p');
         const double of_line = u.from_library(quantity(of), line.value);
         result.labels.push_back({fmt::format("{:.4g}", of_line), {}, points, first ? 0.1 : 0.9, ink});
-        result.curves.push_back({key, ink, Stroke::thin, std::move(points)});
+        const std::string unit = line.what == What::q ? "" : u.name(quantity(of));
+        result.curves.push_back({unit.empty() ? key : fmt::format("{}, {}", key, unit), ink, Stroke::thin,
+                                 std::move(points)});
     }
     std::vector<XY> bubble = curve(d.liquid);
     // Of a pure fluid both end next to the critical point.
@@ -241,14 +257,15 @@ int PropertyDiagramCommand::run() {
         head.remarks.push_back(options.set_reference(mixture));
         if (energies && !mixture.ideal)
             throw Failure("--kind " + kind + " needs ideal-gas data of all components");
-        double Tc = 0.0, pc = 0.0, mean = 0.0;
+        double Tc = 0.0, pc = 0.0, vc = 0.0, mean = 0.0;
         for (int i = 0; i < mixture.size(); ++i) {
             if (!(mixture.x[i] > 0.0)) continue;
             mean += mixture.x[i] * mixture.model->mdl1[i]->Tcrit();
+            vc += mixture.x[i] * mixture.model->mdl1[i]->vcrit();
             Tc = std::max(Tc, mixture.model->mdl1[i]->Tcrit());
             pc = std::max(pc, mixture.model->mdl1[i]->pcrit());
         }
-        corvane::PropertyDiagramOptions o = how(k, Tc, pc, 0.55 * mean);
+        corvane::PropertyDiagramOptions o = how(k, Tc, pc, vc, 0.55 * mean);
         o.q.clear();
         o.progress = watch.progress();
         return draw(head, asking(mixture.text(), [&] {
@@ -264,7 +281,7 @@ int PropertyDiagramCommand::run() {
     // From where the equation is said to hold, often the triple point.
     const double Tc = fluid.model->Tcrit(), stated = fluid.notes.Tmin;
     corvane::PropertyDiagramOptions o =
-        how(k, Tc, fluid.model->pcrit(), stated > 0.3 * Tc && stated < 0.9 * Tc ? stated : 0.55 * Tc);
+        how(k, Tc, fluid.model->pcrit(), fluid.model->vcrit(), stated > 0.3 * Tc && stated < 0.9 * Tc ? stated : 0.55 * Tc);
     o.progress = watch.progress();
     return draw(head, asking(fluid.name(), [&] { return corvane::property_diagram(*fluid.model, o); }),
                 fmt::format("{}, {}", written_name(fluid.substance), fluid.equation));
@@ -283,6 +300,8 @@ void add_property_diagram(Program& program) {
         .value("--isotherms", diagram->isotherms, "temperatures, in place of round ones",
                {.type = "LIST"})
         .value("--isobars", diagram->isobars, "pressures, in place of 1, 2, 5 of every decade",
+               {.type = "LIST"})
+        .value("--isochores", diagram->isochores, "densities, in place of round ones",
                {.type = "LIST"})
         .value("--isentropes", diagram->isentropes, "entropies (none)", {.type = "LIST"})
         .value("--qualities", diagram->qualities, "amounts of vapour, pure fluids alone",

@@ -1,0 +1,89 @@
+"""Property diagrams of pure fluids and of mixtures of given composition."""
+
+from __future__ import annotations
+
+from typing import TYPE_CHECKING, Any, ClassVar
+
+from ._numpy import np
+from .arrays import UNITS, magnitude
+from .results import Table, figure_axes
+
+if TYPE_CHECKING:
+    from numpy.typing import ArrayLike
+
+AXES = ("T", "p", "rho", "v", "h", "s", "u")
+_GIVEN = ("T", "p", "q", "s", "rho")
+_CODES = {0: "T", 1: "p", 2: "rho", 4: "s", 6: "q"}
+_NAMES = {"T": "isotherms", "p": "isobars", "q": "equal vapour fraction", "s": "isentropes", "rho": "isochores"}
+_COLOURS = {"T": "#c8402a", "p": "#2e8b57", "q": "#808080", "s": "#8e44ad", "rho": "#8a6d1f"}
+
+
+class Isoline(Table):
+    """Stable states along a line: T (K), p (Pa), rho (mol/m³), h, u (J/mol), s (J/(mol K)), q (amount of the lighter
+    of two phases, else not-a-number), v (m³/mol)."""
+
+    columns: ClassVar[tuple[str, ...]] = ("T", "p", "rho", "h", "s", "u", "q")
+
+    def __init__(self, rows: np.ndarray):
+        for k, name in enumerate(self.columns):
+            setattr(self, name, rows[:, k])
+        self.status = np.zeros(len(rows), dtype=np.int8)
+
+    @property
+    def v(self) -> np.ndarray:
+        return 1.0 / self.rho
+
+
+class PropertyDiagram:
+    """A property diagram with isolines.
+
+    Attributes: ``x``, ``y`` (names of the axes), ``liquid``, ``vapour`` (bubble and dew points, :class:`Isoline`),
+    ``lines`` (name of the isoline: list of (value, :class:`Isoline`)), ``failures`` (states that are missing).
+    """
+
+    def __init__(self, x: str, y: str, d: dict[str, Any], title: str):
+        self.x, self.y, self._title = x, y, title
+        self.liquid, self.vapour = Isoline(d["liquid"]), Isoline(d["vapour"])
+        self.failures = d["failures"]
+        self.lines: dict[str, list[tuple[float, Isoline]]] = {}
+        for code, value, rows in d["lines"]:
+            self.lines.setdefault(_CODES[code], []).append((value, Isoline(rows)))
+
+    def plot(self, ax: Any = None) -> Any:
+        """Axes in the package's units; p, rho and v logarithmic. Lines bear their values at the end."""
+        ax = figure_axes(ax)
+        for name, lines in self.lines.items():
+            colour = _COLOURS[name]
+            for i, (value, s) in enumerate(lines):
+                label = f"{_NAMES[name]}, {UNITS[name]}" if name in UNITS else _NAMES[name]
+                x, y = getattr(s, self.x), getattr(s, self.y)
+                ax.plot(x, y, color=colour, lw=0.7, label=label if i == 0 else None)
+                at = 0 if name == "q" or (name == "T" and self.y == "p") else -1
+                ax.annotate(f"{value:.4g}", (x[at], y[at]), color=colour, fontsize="x-small", ha="center",
+                            annotation_clip=True)  # fmt: skip
+        for s, colour, label in ((self.liquid, "#1f5fa8", "bubble points"), (self.vapour, "#202020", "dew points")):
+            ax.plot(getattr(s, self.x), getattr(s, self.y), color=colour, lw=1.5, label=label)
+        for name, scale in ((self.x, ax.set_xscale), (self.y, ax.set_yscale)):
+            if name in ("p", "rho", "v"):
+                scale("log")
+        ax.set(xlabel=f"{self.x} / ({UNITS[self.x]})", ylabel=f"{self.y} / ({UNITS[self.y]})", title=self._title)
+        ax.legend(fontsize="small")
+        return ax
+
+
+def diagram(trace: Any, y: str, x: str, title: str, Tc: float, pc: float, low: float, points: int,
+            given: dict[str, ArrayLike | None]) -> PropertyDiagram:  # fmt: skip
+    """Asks the library for the lines that are given; of isotherms and isobars there are others otherwise, but for
+    those of an axis."""
+    for name in (x, y):
+        if name not in AXES:
+            raise ValueError(f"no axis {name}")
+    usual = {"T": np.linspace(low, 1.6 * Tc, 10), "p": np.geomspace(1e-3, 10, 8) * pc}
+    values = []
+    for name in _GIVEN:
+        asked = given.get(name)
+        if asked is not None:
+            values.append(np.ravel(np.asarray(magnitude(asked, name), dtype=float)).tolist())
+        else:
+            values.append([] if name in (x, y) else usual.get(name, np.empty(0)).tolist())
+    return PropertyDiagram(x, y, trace(values, [low, 1.6 * Tc, 1e-4 * pc, 10 * pc], int(points)), title)
