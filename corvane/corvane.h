@@ -53,8 +53,12 @@
 #include <corvane/pure/model1.h>
 #include <corvane/solid/fusion.h>
 #include <corvane/solid/solid.h>
+#include <corvane/state/component_properties.h>
+#include <corvane/state/excess.h>
+#include <corvane/state/ideal_curve.h>
 #include <corvane/state/phase_properties.h>
 #include <corvane/state/property_diagram.h>
 #include <corvane/state/pure_state.h>
 #include <corvane/state/reference.h>
+#include <corvane/state/virial.h>
 #include <corvane/viscosity/visco.h>
