@@ -117,6 +117,7 @@ HenryConstant henry_constant(ModelN const& model, int solute, double T, double p
     q.T = T;
     q.p = p;
     q.rho = at.rho;
+    q.stable = at.stable;
     q.ln_H = each.ln_fx[solute];
     q.H = std::exp(q.ln_H);
     q.ln_phi = q.ln_H - std::log(p);

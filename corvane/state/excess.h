@@ -48,6 +48,7 @@ CORVANE_API ExcessProperties excess_properties(ModelN const& model, double T, do
 /// A solute, infinitely dilute in a liquid.
 struct HenryConstant {
     double T = 0.0, p = 0.0, rho = 0.0;  ///< of the solvent: K, MPa, mol/cm³
+    bool stable = true;      ///< of the solvent: no other root has a lower Gibbs energy
     double H = 0.0;          ///< MPa: lim f/x for x → 0 at T and p
     double ln_H = 0.0;
     double ln_phi = 0.0;     ///< of the solute: H = φ·p

@@ -28,6 +28,7 @@ from .mixture import (
     TernaryDiagram,
     TernaryRegion,
 )
+from .outputs import ExcessProperties, HenryConstants, IdealCurve, VirialCoefficients
 from .status import Interrupted, Status
 
 __all__ = [
@@ -37,8 +38,11 @@ __all__ = [
     "Envelope",
     "Equation",
     "EquilibriumError",
+    "ExcessProperties",
     "FlashResult",
     "Fluid",
+    "HenryConstants",
+    "IdealCurve",
     "Interrupted",
     "Isoline",
     "Mixture",
@@ -54,6 +58,7 @@ __all__ = [
     "Status",
     "TernaryDiagram",
     "TernaryRegion",
+    "VirialCoefficients",
     "check_equation",
     "data_home",
     "equations",

@@ -11,7 +11,8 @@ UNITS = {
     "T": "kelvin", "p": "pascal", "rho": "mol/m**3", "h": "J/mol", "u": "J/mol", "g": "J/mol",
     "a": "J/mol", "s": "J/(mol*K)", "cv": "J/(mol*K)", "cp": "J/(mol*K)", "w": "m/s",
     "mu_JT": "K/Pa", "kappa_T": "1/Pa", "alpha_p": "1/K", "dp_dT": "Pa/K", "dp_drho": "J/mol",
-    "M": "kg/mol", "v": "m**3/mol", "rho_mass": "kg/m**3",
+    "M": "kg/mol", "v": "m**3/mol", "rho_mass": "kg/m**3", "gE": "J/mol", "hE": "J/mol", "sE": "J/(mol*K)",
+    "cpE": "J/(mol*K)", "vE": "m**3/mol", "H": "pascal", "B": "m**3/mol", "C": "m**6/mol**2", "TdBdT": "m**3/mol",
 }  # fmt: skip
 
 

@@ -10,6 +10,7 @@ from ._numpy import np
 from .arrays import flat, magnitude
 from .catalogue import directory
 from .diagram import PropertyDiagram, diagram
+from .outputs import IdealCurve, ideal_curve
 from .quantities import returns_quantities
 from .results import Table, figure_axes
 from .status import judge
@@ -275,6 +276,13 @@ class Fluid:
         """Virial coefficient of this order at T (K), (m³/mol)^(order − 1)."""
         T = np.asarray(magnitude(T, "T"), dtype=float)
         return np.vectorize(lambda t: self._native.virial(t, order), otypes=[float])(T)
+
+    def ideal_curve(self, kind: str = "joule-thomson", *, T: ArrayLike | None = None, T_min: float = 0.0,
+                    p_max: float = 0.0) -> IdealCurve:  # fmt: skip
+        """Where the fluid is as an ideal gas in one respect: ``"joule-thomson"`` (inversion), ``"boyle"``, ``"zeno"``
+        (Z = 1), ``"joule"``. T (K): only the points at these temperatures. It ends at the saturated liquid, T_min (K; 0:
+        0.4 critical temperatures) or p_max (Pa; 0: 10 GPa)."""
+        return ideal_curve(self._native, kind, T, T_min, p_max)
 
     # ---- inside
 

@@ -5,7 +5,7 @@ from __future__ import annotations
 import os
 from typing import TYPE_CHECKING, Any, ClassVar, Mapping, Sequence
 
-from . import _native
+from . import _native, outputs
 from ._numpy import np
 from .arrays import flat, flat_with_composition, magnitude
 from .catalogue import directory
@@ -437,6 +437,37 @@ class Mixture:
         shape, (t, r), z = flat_with_composition(x, len(self.components), T=T, rho=rho)
         values, status, words, done = self._native.ln_phi(t, r, z, threads)
         return judge(values.reshape(*shape, -1), status.reshape(shape), words, done, errors)
+
+    @returns_quantities
+    def excess(self, x: ArrayLike, *, T: ArrayLike, p: ArrayLike, phase: str = "liquid", threads: int = 1,
+               errors: str | None = None) -> outputs.ExcessProperties:  # fmt: skip
+        """Activity coefficients and excess functions of the phase of mole fractions x at T (K) and p (Pa), against the
+        pure components on the same density root: ``"liquid"``, ``"vapour"``, or ``"stable"`` for each that of
+        lower Gibbs energy. Where there is one root alone it is taken: ``liquid`` and ``rho_pure`` tell."""
+        return outputs.excess(self._native, self.components, x, T, p, phase, threads, errors)
+
+    @returns_quantities
+    def henry(self, solute: str | int, x: ArrayLike | None = None, *, T: ArrayLike, p: ArrayLike | None = None,
+              threads: int = 1, errors: str | None = None) -> outputs.HenryConstants:  # fmt: skip
+        """Henry's constants, lim f/x, of a component in the liquid x of the others (left out: in a binary, the other
+        one) at T (K) and its vapour pressure, or p (Pa)."""
+        i = self._index(solute)
+        if x is None:
+            if len(self.components) != 2:
+                raise TypeError("give x, the composition of the solvent")
+            x = [0.0 if k == i else 1.0 for k in range(2)]
+        return outputs.henry(self._native, self.components, i, x, T, p, threads, errors)
+
+    @returns_quantities
+    def virial(self, x: ArrayLike, *, T: ArrayLike, threads: int = 1,
+               errors: str | None = None) -> outputs.VirialCoefficients:  # fmt: skip
+        """Virial coefficients at T (K), with those of the pairs, B_ij = ½·∂²(n²B)/∂n_i∂n_j."""
+        return outputs.virial(self._native, self.components, T, x, threads, errors)
+
+    def ideal_curve(self, x: ArrayLike, kind: str = "joule-thomson", *, T: ArrayLike | None = None,
+                    T_min: float = 0.0, p_max: float = 0.0) -> outputs.IdealCurve:  # fmt: skip
+        """As :meth:`Fluid.ideal_curve`, of one phase of this composition, whether it splits or not."""
+        return outputs.ideal_curve(self._native, kind, T, T_min, p_max, x)
 
     # ---- equilibria
 

@@ -80,4 +80,5 @@ NB_MODULE(_native, m) {
     py::add_fluid(m);
     py::add_mixture(m);
     py::add_equation(m);
+    py::add_outputs(m);
 }

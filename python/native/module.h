@@ -75,5 +75,6 @@ void add_fluid(nb::module_& m);
 void add_mixture(nb::module_& m);
 void add_catalogue(nb::module_& m);
 void add_equation(nb::module_& m);
+void add_outputs(nb::module_& m);
 
 }  // namespace py

@@ -149,3 +149,38 @@ def test_projection_and_solids():
         cv.Mixture("PR+vdW1", ["methane", "ethane", "propane"]).solubility("methane", T=80.0, p=1e5)
     projection = cv.Mixture("PR+vdW1", ["carbon_dioxide", "ethane"]).projection()
     assert len(projection.azeotropic) == 1 and projection.plot().get_ylabel() == "p / MPa"
+
+
+def test_activity_henry_and_virial_coefficients_belong_together():
+    m = cv.Mixture("PR+vdW1", ["propane", "butane"])
+    x = np.array([[0.0, 1.0], [0.4, 0.6], [1.0, 0.0]])
+    q = m.excess(x, T=300.0, p=1e6)
+    gE = 8.31446261815324 * 300.0 * (x * np.log(q.gamma)).sum(axis=-1)
+    assert np.allclose(q.gE, gE, atol=1e-3) and np.allclose(q.hE - 300.0 * q.sE, q.gE, atol=1e-9)
+    assert q.gamma[0, 1] == pytest.approx(1.0) and q.liquid.all() and q.to_pandas().shape[0] == 3
+    h = m.henry("propane", T=[300.0, 320.0])
+    thin = m.excess([1e-7, 1 - 1e-7], T=300.0, p=h.p[0])
+    assert h.H[0] == pytest.approx(thin.phi[0] * h.p[0], rel=1e-6)
+    assert m.henry("propane", T=300.0, p=1e6).gamma == pytest.approx(q.gamma[0, 0], rel=1e-12)
+    v = m.virial([0.4, 0.6], T=[300.0, 400.0])
+    assert np.allclose(np.einsum("tij,i,j->t", v.B_ij, [0.4, 0.6], [0.4, 0.6]), v.B)
+    assert v.B_ij[0, 0, 0] == pytest.approx(cv.Fluid("propane", "PR").virial(300.0), rel=1e-8)
+    with pytest.raises(ValueError):
+        m.excess([0.5, 0.6], T=300.0, p=1e6)
+    with pytest.raises(cv.EquilibriumError):
+        m.henry("propane", T=450.0)
+
+
+def test_ideal_curves_meet_their_condition():
+    f = cv.Fluid("nitrogen")
+    c = f.ideal_curve()
+    assert c.end == "saturation" and c.highest[1] == pytest.approx(c.p.max(), rel=1e-3)
+    assert np.abs(f.phase(c.T[1:], c.rho[1:]).mu_JT).max() < 1e-13
+    z = f.ideal_curve("zeno", T=[150.0, 200.0])
+    assert sorted(z.T) == pytest.approx([150.0, 200.0]) and np.allclose(f.phase(z.T, z.rho).Z, 1.0)
+    m = cv.Mixture("PR+vdW1", ["methane", "ethane"])
+    assert m.ideal_curve([0.9, 0.1], "boyle").T_zero > cv.Fluid("methane", "PR").ideal_curve("boyle").T_zero
+    with pytest.raises(cv.EquilibriumError):
+        cv.Fluid("methane").ideal_curve("joule")
+    with pytest.raises(ValueError):
+        f.ideal_curve("inversion")

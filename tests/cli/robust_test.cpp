@@ -37,6 +37,10 @@ const std::map<std::string, Sample> kCommands = {
     {"azeotrope", {"PR+vdW1 CO2 ethane", "--T 250"}},
     {"property-diagram", {"PR propane", ""}},
     {"ternary", {"PR+vdW1 methane hydrogen_sulfide water", "--T 300 --p 5"}},
+    {"excess", {"PR+vdW1 propane=0.4 butane", "--T 300 --p 1"}},
+    {"henry", {"PR+vdW1 methane butane", "--T 300"}},
+    {"virial", {"PR propane", "--T 300"}},
+    {"ideal-curve", {"PR nitrogen", ""}},
     {"reaction", {"'N2 + 3 H2 = 2 NH3'", "--T 300"}},
     {"solubility", {"PR+vdW1 methane CO2 --solid CO2", "--T 150 --p 5"}},
 };

@@ -372,3 +372,41 @@ TEST(Cli, MixtureEquilibriaAnswerAndRefuse) {
          {"solubility PR+vdW1 methane helium --solid helium --T 80 --p 1", 1, "",
           "no solid data of helium"}});
 }
+
+TEST(Cli, ActivityVirialAndIdealCurvesAnswerAndRefuse) {
+    const std::string pair = "PR+vdW1 methane=0.1 butane --p 1 ";
+    expect_all({{"activity PR+vdW1 propane=0.4 butane --T 300 --p 1", 0,
+                 "gamma_propane|hE |all on the liquid density root", ""},
+                {"excess " + pair + "--T 300", 0, "pure methane is supercritical there, and no liquid", ""},
+                {"excess " + pair + "--T 420", 0, "pure butane is vapour there: it has no liquid", ""},
+                {"excess " + pair + "--T 370 --phase stable --json", 0, "rho0_butane", ""},
+                {"excess PR+vdW1 methane=0 butane --T 380 --p 1.4", 0, "pure butane is metastable there", ""},
+                {"excess PR+vdW1 propane butane --scan propane=0:1/2 --T 300 --p 1,2 --csv --mass", 0,
+                 "gE/(kJ/kg)|300,2,0.5,0.5,", ""},
+                {"excess PR+vdW1 propane butane --T 300 --p 1", 2, "", "both lack a mole fraction"},
+                {"excess PR+vdW1 propane=0.5 butane --T 300", 2, "", "give --T and --p, or --input"},
+                {"excess PR+vdW1 propane butane --scan ethane=0:1/2 --T 300 --p 1", 2, "",
+                 "ethane is not a component"},
+                {"excess PR propane=0.5 butane --T 300 --p 1", 2, "", "PR is not an equation with a mixing"},
+                {"henry PR+vdW1 methane butane --T 300", 0, "methane 0.000000  butane 1.000000|h_sol", ""},
+                {"henry PR+vdW1 methane butane --T 300 --p 0.01", 0, "the liquid solvent is metastable there", ""},
+                {"henry PR+vdW1 methane butane --T 420 --p 1", 0, "the solvent is no liquid at T and p", ""},
+                {"henry PR+vdW1 methane butane --T 450", 1, "", "above the critical point"},
+                {"henry PR+vdW1 methane=0.1 butane --T 300", 2, "", "the solute, and has no mole fraction"},
+                {"henry PR+vdW1 methane --T 300", 2, "", "give the solute, then the solvent"},
+                {"henry PR+vdW1 methane propane butane --T 300", 2, "", "both lack a mole fraction"},
+                {"virial nitrogen --T 300,2500", 0, "B/(cm3/mol)|extrapolated", ""},
+                {"virial PR+vdW1 methane butane --T 300", 0, "B_methane_butane|no mole fractions were given", ""},
+                {"virial PR propane --T 300 --kij 0.1", 2, "", "are of mixtures"},
+                {"virial PR propane", 2, "", "give --T, or --input"},
+                {"ideal-curve nitrogen --T 300", 0, "joule-thomson  300|# joule-thomson (dT/dp = 0", ""},
+                {"ideal-curve methane --kind joule", 1, "", "it does not begin between"},
+                {"ideal-curve nitrogen --kind boyle --T 500", 1, "", "no point at these temperatures"},
+                {"ideal-curve methane --kind all --T 300 --csv", 1, "boyle,300|joule,,,,,failed", "joule curve"},
+                {"ideal-curve nitrogen --T 300 --plot a.svg", 2, "", "--plot draws curves"},
+                {"ideal-curve PR nitrogen --kind inversion", 2, "", "inversion"}});
+    const Outcome file = run_corvane("excess PR+vdW1 propane butane --input - --threads 2",
+                                     "printf 'T;p/bar;x_propane\\n300;10;0,4\\n;1;0,5\\n' |");
+    EXPECT_EQ(file.code, 1);
+    expect_parts(file.out, "T;p/bar;x_propane;|gamma_propane|300;10;0,4;|;ok|failed: T: nothing is given");
+}

@@ -133,6 +133,11 @@ Command& Command::excludes(char const* name, char const* other) {
     return *this;
 }
 
+Command& Command::also(char const* name) {
+    app_.alias(name);
+    return *this;
+}
+
 Command& Command::examples(char const* lines) {
     app_.footer(std::string("\nExamples:\n") + lines);
     return *this;

@@ -40,6 +40,8 @@ class Command {
     Command& flag(char const* name, bool& value, char const* text);
     /// The two options do not go together.
     Command& excludes(char const* name, char const* other);
+    /// A second name.
+    Command& also(char const* name);
     Command& examples(char const* lines);
 
   private:

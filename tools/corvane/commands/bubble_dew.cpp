@@ -64,18 +64,8 @@ std::vector<SaturationPoints::Asked> SaturationPoints::asked(MixtureFluid const&
         for (double value : values) result.push_back({value, mixture.x});
         return result;
     }
-    if (mixture.size() != 2) throw Misuse("--scan needs two components");
-    if (mixture.composed) throw Misuse("--scan gives the mole fractions: name components only");
-    const std::size_t equals = scan.find('=');
-    if (equals == std::string::npos)
-        throw Misuse("--scan: give NAME=first:last:step, such as methane=0:1:0.1");
-    const int i = mixture.index(scan.substr(0, equals));
-    if (i < 0)
-        throw Misuse(fmt::format("--scan: {} is not a component of the mixture",
-                                 scan.substr(0, equals)));
-    const auto fractions = mole_fractions(scan.substr(equals + 1), "--scan");
     for (double value : values)
-        for (double x : fractions) result.push_back({value, binary(i == 0 ? x : 1.0 - x)});
+        for (Vector<double> const& x : scanned(mixture, scan)) result.push_back({value, x});
     return result;
 }
 

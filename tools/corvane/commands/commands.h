@@ -30,5 +30,9 @@ void add_azeotrope(Program& program);
 void add_solubility(Program& program);
 void add_ternary(Program& program);
 void add_property_diagram(Program& program);
+void add_excess(Program& program);
+void add_henry(Program& program);
+void add_virial(Program& program);
+void add_ideal_curve(Program& program);
 
 }  // namespace cli

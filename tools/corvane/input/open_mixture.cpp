@@ -184,12 +184,13 @@ void MixtureRequest::add_to(Command& command) {
         .positionals(binary || ternary ? "COMPONENT" : "COMPONENT=FRACTION", components,
                      binary    ? "two components: all compositions are searched"
                      : ternary ? "three components: all compositions are searched"
+                     : solute ? "the solute, then the solvent or solvents with mole fractions"
                      : fractions_optional
                          ? "components, with or without mole fractions; one gets the rest"
                          : "components with mole fractions; one may be left without: it gets the "
                            "rest",
                      binary);
-    if (!binary)
+    if (!binary && !solute)
         command.value("--composition", composition,
                       "in place of components: a CSV file with a component in every row, and its "
                       "amount or flow in a column x, n (moles), w or m (mass)",

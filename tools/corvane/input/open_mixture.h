@@ -24,6 +24,7 @@ struct MixtureRequest {
     bool fractions_optional = false;      ///< no component need have a fraction
     bool binary = false;                  ///< two components without: for open_binary
     bool ternary = false;                 ///< three of them: for open_ternary
+    bool solute = false;                  ///< the first is one, of mole fraction 0
     /// Of the numbers: empty for mole fractions; "mole" or "mass" for amounts of any size.
     std::string basis;
 

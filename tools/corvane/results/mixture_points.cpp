@@ -36,6 +36,21 @@ std::vector<double> mole_fractions(std::string const& text, char const* option) 
     return result;
 }
 
+std::vector<Vector<double>> scanned(MixtureFluid const& mixture, std::string const& scan) {
+    if (mixture.size() != 2) throw Misuse("--scan needs two components");
+    if (mixture.composed) throw Misuse("--scan gives the mole fractions: name components only");
+    const std::size_t equals = scan.find('=');
+    if (equals == std::string::npos)
+        throw Misuse("--scan: give NAME=first:last:step, such as methane=0:1:0.1");
+    const std::string name = scan.substr(0, equals);
+    const int i = mixture.index(name);
+    if (i < 0) throw Misuse(fmt::format("--scan: {} is not a component of the mixture", name));
+    std::vector<Vector<double>> result;
+    for (double x : mole_fractions(scan.substr(equals + 1), "--scan"))
+        result.push_back(binary(i == 0 ? x : 1.0 - x));
+    return result;
+}
+
 void add_fractions(std::vector<Column>& columns, MixtureFluid const& mixture, char const* prefix,
                    std::string const& text, bool given) {
     for (int i = 0; i < mixture.size(); ++i)

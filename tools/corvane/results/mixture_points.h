@@ -21,6 +21,9 @@ double mole_fraction(std::string const& text, char const* option);
 /// @throws Misuse naming the option
 std::vector<double> mole_fractions(std::string const& text, char const* option);
 
+/// The compositions of --scan NAME=first:last:step of a binary without mole fractions. @throws Misuse
+std::vector<Vector<double>> scanned(MixtureFluid const& mixture, std::string const& scan);
+
 /// Adds a column "<prefix>_<component>" for each component.
 void add_fractions(std::vector<Column>& columns, MixtureFluid const& mixture, char const* prefix,
                    std::string const& text, bool given = false);
