@@ -54,7 +54,9 @@ PhaseProperties assemble(double T, double rho, double M, Residual const& r, Idea
     q.g = RT * (u + r.Z - s);
     q.cv = R * cv;
     q.cp = R * cp;
-    q.w = std::sqrt(1e3 * RT / M * (r.P_rho + r.P_T * r.P_T / cv));  // J/g is 1e3 m²/s²
+    const double P_rho_s = r.P_rho + r.P_T * r.P_T / cv;  // (∂p/∂rho at s)/(RT)
+    q.w = std::sqrt(1e3 * RT / M * P_rho_s);              // J/g is 1e3 m²/s²
+    q.n_s = P_rho_s / r.Z;
     q.mu_JT = (r.P_T / r.P_rho - 1) / (rho * q.cp);
     return q;
 }

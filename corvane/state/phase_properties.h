@@ -25,6 +25,7 @@ struct PhaseProperties {
     double dp_drho = 0.0; ///< ∂p/∂rho at constant T, MPa cm³/mol; negative: mechanically unstable
     double a_res = 0.0, h_res = 0.0, s_res = 0.0, cv_res = 0.0;  ///< over RT, RT, R, R; at T and rho
     double M = 0.0;       ///< molar mass, g/mol
+    double n_s = 0.0;     ///< isentropic exponent −(v/p)·∂p/∂v at s, = rho·w²·M/p; cp/cv as rho → 0
 };
 
 /// @throws ThException 5 rho or T not positive, not finite, or outside the range in which the

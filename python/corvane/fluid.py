@@ -21,7 +21,7 @@ if TYPE_CHECKING:
 _CODES = {"T": 0, "p": 1, "rho": 2, "h": 3, "s": 4, "u": 5, "q": 6}
 _STATE = ("T", "p", "rho", "h", "s", "u", "q")
 _PHASE = ("p", "Z", "u", "h", "s", "g", "a", "cv", "cp", "w", "mu_JT", "kappa_T", "alpha_p", "dp_dT",
-          "dp_drho", "M")  # fmt: skip
+          "dp_drho", "M", "n_s")  # fmt: skip
 
 
 class State(Table):
@@ -29,7 +29,7 @@ class State(Table):
 
     T (K), p (Pa), rho (mol/m³), h, u, g, a (J/mol), s, cv, cp (J/(mol K)), w (speed of sound, m/s),
     Z (–), mu_JT (Joule–Thomson coefficient, K/Pa), kappa_T (1/Pa), alpha_p (1/K), dp_dT (Pa/K),
-    dp_drho (Pa m³/mol), M (kg/mol), q (vapour fraction; not-a-number in one phase), rho_liquid and
+    dp_drho (Pa m³/mol), M (kg/mol), n_s (isentropic exponent), q (vapour fraction; not-a-number in one phase), rho_liquid and
     rho_vapour (mol/m³, in two phases), status.
 
     In two phases rho, h, s and u are those of the whole, and what belongs to one phase only (cp, w, …)

@@ -160,11 +160,11 @@ void add_fluid(nb::module_& m) {
              },
              nb::arg("i"), nb::arg("value"), "Changes a parameter of the equation, in its own unit.")
         .def("states", &states, nb::arg("first"), nb::arg("a"), nb::arg("second"), nb::arg("b"), nb::arg("threads"),
-             "Stable states (n, 25) from two quantities (codes 0 T, 1 p, 2 rho, 3 h, 4 s, 5 u, 6 q), SI: T, p, rho, h, s, u, q, properties of the phase, densities of both; status, words.")
+             "Stable states (n, 26) from two quantities (codes 0 T, 1 p, 2 rho, 3 h, 4 s, 5 u, 6 q), SI: T, p, rho, h, s, u, q, properties of the phase, densities of both; status, words.")
         .def("all_states", &all_states, nb::arg("first"), nb::arg("a"), nb::arg("second"), nb::arg("b"),
              "Every state with two given values, in the columns of states.")
         .def("properties", &properties, nb::arg("T"), nb::arg("rho"), nb::arg("threads"),
-             "Properties (n, 16) of one phase at T (K) and rho (mol/m3): p, Z, u, h, s, g, a, cv, cp, w, mu_JT, kappa_T, alpha_p, dp_dT, dp_drho, M in SI.")
+             "Properties (n, 17) of one phase at T (K) and rho (mol/m3): p, Z, u, h, s, g, a, cv, cp, w, mu_JT, kappa_T, alpha_p, dp_dT, dp_drho, M, n_s in SI.")
         .def("densities", &densities, nb::arg("T"), nb::arg("p"), nb::arg("phase"), nb::arg("threads"),
              "Density roots (mol/m3) at T (K) and p (Pa); phase 1 the densest, 3 the thinnest.")
         .def("saturation", &saturation, nb::arg("at_T"), nb::arg("values"), nb::arg("threads"),

@@ -519,7 +519,7 @@ void add_mixture(nb::module_& m) {
              },
              nb::arg("k"), nb::arg("i"), nb::arg("j"), nb::arg("value"), "Changes parameter k of a pair.")
         .def("properties", &properties,
-             "Properties (n, 16) of one phase at T (K), rho (mol/m3) and x, in SI, as of a fluid.")
+             "Properties (n, 17) of one phase at T (K), rho (mol/m3) and x, in SI, as of a fluid.")
         .def("densities", &densities,
              "Density roots (mol/m3) at T (K), p (Pa) and x; phase 1 the densest, 3 the thinnest, else the stable one.")
         .def("ln_phi", &ln_phi,

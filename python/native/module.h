@@ -10,12 +10,12 @@
 
 namespace py {
 
-/// p, Z, u, h, s, g, a, cv, cp, w, mu_JT, kappa_T, alpha_p, dp_dT, dp_drho, M: in Python's order.
-constexpr int columns_of_phase = 16;
+/// p, Z, u, h, s, g, a, cv, cp, w, mu_JT, kappa_T, alpha_p, dp_dT, dp_drho, M, n_s: in Python's order.
+constexpr int columns_of_phase = 17;
 inline void write_phase(double* row, corvane::PhaseProperties const& q) {
     double const values[] = {q.p * kMega, q.Z, q.u, q.h, q.s, q.g, q.a, q.cv, q.cp, q.w,
                              q.mu_JT / kMega, q.kappa_T / kMega, q.alpha_p, q.dp_dT * kMega,
-                             q.dp_drho, 1e-3 * q.M};
+                             q.dp_drho, 1e-3 * q.M, q.n_s};
     static_assert(std::size(values) == columns_of_phase);
     std::copy(std::begin(values), std::end(values), row);
 }

@@ -219,6 +219,36 @@ TEST(CliDiagrams, MeasuredPointsAreCompared) {
     }
 }
 
+// Without --T or --p the points tell them, one for each 0.1 K or 0.5 %; the traced curves as start lead
+// where the search from nothing leads, by bubble and dew, also in a file of many temperatures.
+TEST(CliDiagrams, MeasuredPointsTellTheirTemperatures) {
+    const std::string alcohol = "pxy PCSAFT+LB 2_propanol 2_2_4_trimethylpentane --kij 0.03 --data " CORVANE_SOURCE
+                                "/examples/measured/2_propanol_isooctane.csv";
+    EXPECT_EQ(json(alcohol)["measured"], json(alcohol + " --T 330,340")["measured"]);
+    const Scratch scratch;
+    std::string csv = "T/K,p/MPa,x_propane,y_propane\n";
+    for (int k = 0; k < 12; ++k)
+        csv += std::to_string(280 + 5 * (k / 3)) + (k % 3 == 1 ? ".05," : ",") + std::to_string(0.3 + 0.05 * k) +
+               ",0.2" + std::to_string(k % 3) + ",0.5\n";
+    scratch.write("many.csv", csv);
+    const std::string at = " --data many.csv --home " + scratch.home().string();
+    const Json many = json("pxy PR+vdW1 propane butane" + at);
+    EXPECT_EQ(many["certificates"].size(), 4u);
+    ASSERT_EQ(many["measured"].size(), 12u);
+    for (Json const& m : many["measured"]) {
+        const std::string T = " --T " + m["T"].dump();
+        const Json x = json("bubble PR+vdW1 butane propane=" + m["x"].dump() + T)["rows"][0];
+        const Json y = json("dew PR+vdW1 butane propane=" + m["y"].dump() + T)["rows"][0];
+        EXPECT_NEAR(value(m, "p_x") / value(x, "p"), 1, 1e-8);
+        EXPECT_NEAR(value(m, "p_y") / value(y, "p"), 1, 1e-8);
+    }
+    EXPECT_EQ(json("txy PR+vdW1 propane butane" + at)["certificates"].size(), 12u);
+    scratch.write("none.csv", "p/MPa,x_propane\n1,0.5\n");
+    const std::string none = " --data none.csv --home " + scratch.home().string();
+    EXPECT_NE(run_corvane("pxy PR+vdW1 propane butane" + none).err.find("--data tells no T: give --T"), std::string::npos);
+    EXPECT_EQ(run_corvane("pxy PR+vdW1 propane butane").code, 2);
+}
+
 TEST(CliDiagrams, MeasuredCriticalPointsAreCompared) {
     const std::string folder = " --data " CORVANE_SOURCE "/examples/measured/";
     for (char const* pair : {"ethane butane", "carbon_dioxide butane"}) {

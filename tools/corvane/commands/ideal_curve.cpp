@@ -116,7 +116,7 @@ int IdealCurveCommand::table(Heading& head, std::string const& name, double leas
     }
     const int code = rows.finish(head);
     write(head, result, options.style);
-    plot.draw(picture);
+    plot.draw(picture, head, result, options.style);
     return code;
 }
 

@@ -50,6 +50,7 @@ struct XyDiagram {
                            corvane::DiagramOptions const& asked, Heading& head, Picture& picture);
     XyFrame frame() const { return {isothermal, options.units}; }
     bool complete_ = true;
+    std::vector<TracedDiagram> traced_;  ///< for measured points
     Cautions cautions_;
 };
 
@@ -205,21 +206,27 @@ std::vector<Row> XyDiagram::trace(MixtureFluid const& mixture, Solids const& sol
     }
     picture.labels.push_back({options.units.text(frame().fixed(), given), {}, longest});
     report(mixture, diagram, given, head);
+    complete_ = complete_ && diagram.complete();
     for (Row& row : solids.trace(frame(), given, asked, head, picture))
         rows.push_back(std::move(row));
-    complete_ = complete_ && diagram.complete();
+    if (data) traced_.push_back({given, std::move(diagram)});
     return rows;
 }
 
 int XyDiagram::run() {
+    if (values.empty() && !data)
+        throw Misuse(fmt::format("give {}, or --data with the points that tell", isothermal ? "--T" : "--p"));
     plot.begin();
     data.begin();
     options.begin();
     const MixtureFluid mixture = open_binary(request);
     Units& units = options.units;
     units.M = mixture.M();
-    const auto given = positive_points(values, isothermal ? "--T" : "--p", frame().fixed(), units);
     if (data) data.read(mixture, isothermal ? MeasuredKind::isotherms : MeasuredKind::isobars);
+    char const* const option = isothermal ? "--T" : "--p";
+    const auto given = values.empty() ? data.groups()
+                                      : positive_points(values, option, frame().fixed(), units);
+    if (given.empty()) throw Failure(fmt::format("--data tells no {}: give {}", frame().symbol(), option));
     Heading head = heading(name(), mixture);
     const Solids solids(mixture, solid, solid_data, head, options.units);
     Picture picture;
@@ -241,7 +248,7 @@ int XyDiagram::run() {
             break;
     cautions_.report(head);
     if (data) {
-        data.compare(mixture, given, units, head);
+        data.compare(mixture, traced_, units, head);
         data.draw(picture, units);
     }
     if (given.size() == 1) picture.labels.clear();  // it is in the title
@@ -257,9 +264,11 @@ void add(Program& program, bool isothermal, char const* text, char const* exampl
     diagram->request.binary = true;
     diagram->request.add_to(command);
     command.value(isothermal ? "--T" : "--p", diagram->values,
-                  isothermal ? "temperatures: 300 or 300,310 or first:last:step"
-                             : "pressures: 1 or 1,2 or first:last:step",
-                  {.required = true, .type = "VALUES"});
+                  isothermal ? "temperatures: 300 or 300,310 or first:last:step (default: those of --data, "
+                               "within 0.1 K one)"
+                             : "pressures: 1 or 1,2 or first:last:step (default: those of --data, "
+                               "within 0.5 % one)",
+                  {.type = "VALUES"});
     if (isothermal)
         command.value("--p-max", diagram->p_max, "where to end (default: 100 MPa)");
     else
@@ -282,6 +291,7 @@ void add(Program& program, bool isothermal, char const* text, char const* exampl
 void add_pxy(Program& program) {
     add(program, true, "p-x-y diagram of a binary at given temperatures",
         R"(  corvane pxy PR+vdW1 propane butane --T 323.15 --data examples/measured/propane_butane.csv
+  corvane pxy PCSAFT+LB 2_propanol 2_2_4_trimethylpentane --data examples/measured/2_propanol_isooctane.csv
   corvane pxy PR+vdW1 methane propane --T 210,250,290 --plot pxy.svg --unit-p bar)");
 }
 

@@ -23,6 +23,10 @@ bool of_second(ColumnName const& column, MixtureFluid const& mixture, std::strin
 
 }  // namespace
 
+bool same_group(bool isotherms, double one, double other) {
+    return std::fabs(one - other) <= (isotherms ? 0.1 : 5e-3 * other);
+}
+
 void Measured::add_to(Command& command) {
     command.value("--data", path_,
                   "measured points to compare with: a CSV file with columns such as T/K, p/MPa, "
@@ -84,6 +88,23 @@ void Measured::read(MixtureFluid const& mixture, MeasuredKind kind) {
     if (!found)
         throw Failure(fmt::format("{}: no measured points: name columns like T/K, p/MPa{}", path_,
                                   binary ? fmt::format(", x_{}", mixture.component(0)) : ""));
+}
+
+std::vector<double> Measured::groups() const {
+    const bool isotherms = kind_ == MeasuredKind::isotherms;
+    std::vector<double> all;
+    for (MeasuredPoint const& m : points_)
+        if (const double value = isotherms ? m.T : m.p; value > 0.0) all.push_back(value);
+    std::sort(all.begin(), all.end());
+    std::vector<double> result;
+    for (std::size_t k = 0, first = 0; k < all.size(); ++k) {
+        if (k + 1 < all.size() && same_group(isotherms, all[k + 1], all[first])) continue;
+        double sum = 0.0;
+        for (std::size_t j = first; j <= k; ++j) sum += all[j] - all[first];
+        result.push_back(all[first] + sum / static_cast<double>(k + 1 - first));
+        first = k + 1;
+    }
+    return result;
 }
 
 void Measured::draw(Picture& picture, Units const& units) const {

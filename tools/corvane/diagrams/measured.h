@@ -11,6 +11,7 @@
 #include <tools/corvane/results/compare.h>
 #include <tools/corvane/results/mixture_points.h>
 
+#include <corvane/phases/binary/binary_diagram.h>
 #include <corvane/phases/binary/critical_line.h>
 #include <corvane/phases/saturation/saturation.h>
 
@@ -25,6 +26,15 @@ struct MeasuredPoint {
     int line;           ///< in the file
     bool used = false;  ///< it belongs to what was asked for
 };
+
+/// A diagram, its branches with the denser phase as x.
+struct TracedDiagram {
+    double given;  ///< T, or p
+    corvane::BinaryDiagram diagram;
+};
+
+/// Whether temperatures (pressures) are told apart: within 0.1 K (0.5 %) they are not.
+bool same_group(bool isotherms, double one, double other);
 
 /// What the points belong to.
 enum class MeasuredKind {
@@ -45,12 +55,16 @@ class Measured {
     /// Reads the file; T, p and the mole fractions must be there as the kind needs them.
     /// @throws Failure as Published; no such points
     void read(MixtureFluid const& mixture, MeasuredKind kind);
+    /// Isotherms, isobars: the temperatures (pressures) of the points, ascending; those that follow
+    /// one another within 0.1 K (0.5 %) of the first of them are one, their mean.
+    std::vector<double> groups() const;
     /// Isotherms, isobars: solves, for each point, the bubble point at its x and the dew point at
-    /// its y, at its T (or p), which must be one of `given` to 0.1 K (0.5 %), and the split at its
-    /// T and p; tells the deviations of p (T) and of x and y in summary lines and a list
-    /// "measured". A point with several solutions is compared with the nearest.
-    void compare(MixtureFluid const& mixture, std::vector<double> const& given, Units const& units,
-                 Heading& heading);
+    /// its y, at its T (or p), which must be that of one of the diagrams to 0.1 K (0.5 %), and the
+    /// split at its T and p; tells the deviations of p (T) and of x and y in summary lines and a list
+    /// "measured". A point with several solutions is compared with the nearest. The traced curves
+    /// are the start; where none passes the mole fraction, all branches are searched.
+    void compare(MixtureFluid const& mixture, std::vector<TracedDiagram> const& diagrams,
+                 Units const& units, Heading& heading);
     /// Critical points: solves for the critical point at each x, from those next to it on the
     /// lines; tells the deviations of T and p from the nearest.
     void compare(MixtureFluid const& mixture, std::vector<corvane::CriticalLine> const& lines,

@@ -32,6 +32,7 @@ class Nearest {
             failure_ = e;
         }
     }
+    explicit operator bool() const { return best_.has_value(); }
     /// @throws EquilibriumFailure none
     Point const& get() const {
         if (!best_) throw *failure_;
@@ -64,6 +65,56 @@ SaturationPoint nearest(MixtureFluid const& mixture, std::vector<Saturated> cons
                 });
         }
     return found.get();
+}
+
+/// Where the traced curve of the given phase passes the mole fraction x0: starts for its bubble
+/// point (x of the tie lines is given) or dew point (y).
+std::vector<SaturationPoint> passes(corvane::BinaryDiagram const& diagram, Saturated kind, double x0) {
+    std::vector<SaturationPoint> found;
+    const bool bubble = kind == Saturated::bubble;
+    const auto of = [&](corvane::TieLine const& tie) { return bubble ? tie.x : tie.y; };
+    for (corvane::Diagram const& branch : diagram.branches)
+        for (std::size_t k = 1; k < branch.points.size(); ++k) {
+            corvane::TieLine const &a = branch.points[k - 1], &b = branch.points[k];
+            const double fa = of(a) - x0, fb = of(b) - x0;
+            if (fa * fb > 0.0 || fa == fb || !(a.stable || b.stable)) continue;
+            const double t = fa / (fa - fb);
+            const auto at = [&](double from, double to) { return from + t * (to - from); };
+            SaturationPoint start;
+            start.T = at(a.T, b.T);
+            start.p = std::exp(at(std::log(a.p), std::log(b.p)));
+            const corvane::PhaseRecord x{at(a.rho_x, b.rho_x), binary(at(a.x, b.x))},
+                y{at(a.rho_y, b.rho_y), binary(at(a.y, b.y))};
+            start.given = bubble ? x : y;
+            start.incipient = bubble ? y : x;
+            found.push_back(start);
+        }
+    return found;
+}
+
+/// The solution at composition z nearest to what was measured, from the traced curves; where they
+/// have none there, by the search of all branches.
+/// @throws EquilibriumFailure none
+SaturationPoint nearest(MixtureFluid const& mixture, corvane::BinaryDiagram const& diagram,
+                        Saturated kind, bool at_T, double given, double x0, double measured) {
+    const Vector<double> z = binary(x0);
+    const auto distance = [&](SaturationPoint const& s) {
+        return std::fabs(std::log((at_T ? s.p : s.T) / measured));
+    };
+    Nearest<SaturationPoint> found;
+    for (SaturationPoint const& start : passes(diagram, kind, x0)) {
+        corvane::SaturationOptions how;
+        how.start = &start;
+        how.trace = false;
+        found.add(
+            [&] {
+                return at_T ? saturation_T(*mixture.model, kind, given, z, how)
+                            : saturation_p(*mixture.model, kind, given, z, how);
+            },
+            distance);
+    }
+    if (found) return found.get();
+    return nearest(mixture, {kind}, at_T, given, z, measured);
 }
 
 /// The critical point at composition x0 nearest to what was measured: from the points of each line
@@ -114,7 +165,7 @@ bool is_fraction(double x) {
 }
 }  // namespace
 
-void Measured::compare(MixtureFluid const& mixture, std::vector<double> const& given,
+void Measured::compare(MixtureFluid const& mixture, std::vector<TracedDiagram> const& diagrams,
                        Units const& units, Heading& heading) {
     const bool isotherms = kind_ == MeasuredKind::isotherms;
     Comparison comparison(units);
@@ -122,8 +173,13 @@ void Measured::compare(MixtureFluid const& mixture, std::vector<double> const& g
         comparison.add(m);
         double fixed = isotherms ? m.T : m.p;
         const double measured = isotherms ? m.p : m.T;
-        if (std::isnan(fixed) && given.size() == 1) fixed = given.front();
-        for (double one : given) m.used |= std::fabs(fixed - one) <= (isotherms ? 0.1 : 5e-3 * one);
+        if (std::isnan(fixed) && diagrams.size() == 1) fixed = diagrams.front().given;
+        TracedDiagram const* own = nullptr;
+        for (TracedDiagram const& one : diagrams)
+            if (same_group(isotherms, fixed, one.given) &&
+                (!own || std::fabs(fixed - one.given) < std::fabs(fixed - own->given)))
+                own = &one;
+        m.used = own != nullptr;
         if (!m.used) {
             comparison.skip(isotherms ? "at another temperature" : "at another pressure");
             continue;
@@ -137,7 +193,7 @@ void Measured::compare(MixtureFluid const& mixture, std::vector<double> const& g
             if (!is_fraction(x0)) return comparison.skip(kNoFraction);
             comparison.attempt(kind == Saturated::bubble ? "bubble point" : "dew point", [&] {
                 const SaturationPoint point =
-                    nearest(mixture, {kind}, isotherms, fixed, binary(x0), measured);
+                    nearest(mixture, own->diagram, kind, isotherms, fixed, x0, measured);
                 comparison.value(isotherms ? Quantity::pressure : Quantity::temperature, suffix,
                                  words, isotherms ? point.p : point.T, measured);
             });

@@ -50,6 +50,8 @@ const std::vector<Property> kProperties = {
     {"cv", Quantity::entropy, "isochoric heat capacity", kIdeal, REDUCED(R, CVm)},
     {"cp", Quantity::entropy, "isobaric heat capacity", kIdeal, REDUCED(R, Cpm)},
     {"w", Quantity::speed, "speed of sound", kMass, sound},
+    {"n_s", Quantity::ratio, "isentropic exponent, -(v/p)(dp/dv) at constant s", kIdeal,
+     [](State const& s) { return corvane::phase_properties(*s.model, s.T, s.rho).n_s; }},
     {"muJT", Quantity::joule_thomson, "Joule-Thomson coefficient", kIdeal, joule_thomson},
     {"kappaT", Quantity::compressibility, "isothermal compressibility", kNone,
      [](State const& s) { return s.model->kappaT(s.rho, s.T) / (s.rho * RT(s)); }},
