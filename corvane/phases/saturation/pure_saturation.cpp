@@ -2,7 +2,7 @@
 #include <corvane/core/constants.h>
 #include <corvane/core/errors.h>
 #include <corvane/phases/report/words.h>
-#include <corvane/phases/saturation/pure_saturation.h>
+#include <corvane/phases/saturation/pure_saturation_solver.h>
 #include <corvane/pure/model1.h>
 
 #include <algorithm>
@@ -14,12 +14,15 @@ namespace {
 
 constexpr double kNear = 5e-3;   // 1 − T/Tc below which the critical form is solved
 constexpr double kLowest = 0.199;  // of Tc: below any triple point
+constexpr double kSplit = 0.03;  // 1 − T/Tc up to which it is more accurate, from a start
 constexpr double kWide = 0.03;     // 1 − T/Tc from which the critical point of the file will do
 constexpr double kLeast = 1e-24;  // MPa: a thousand molecules in a cubic metre
 constexpr double kInner = 1e-5;   // 1 − T/Tc above which a pair is looked for in vcalc
 constexpr double kEps = 64.0 * std::numeric_limits<double>::epsilon();  // of sums of many terms
 constexpr double kApart = Certificate::apart_limit;
 constexpr int kSteps = 60;
+constexpr int kQuick = 12;  // from a start that may not be near
+constexpr char const* kNotNear = "Newton's method next to the critical point did not converge";
 
 /// Abscissae and weights of Gauss's quadrature on (−1, 1), the positive half (Abramowitz & Stegun
 /// 1964, table 25.4).
@@ -36,70 +39,21 @@ constexpr Node kGauss16[] = {
     {0.75540440835500303, 0.12462897125553387}, {0.86563120238783174, 0.095158511682492785},
     {0.94457502307323258, 0.062253523938647893}, {0.98940093499164993, 0.027152459411754095}};
 
-/// A density at T: Ar, P = rho·Z = p/(RT), S = ∂P/∂rho, C = rho·∂²P/∂rho², with what rounding may
-/// do to Ar + Z, S and C.
-struct State {
-    double rho = 0.0, Ar = 0.0, Z = 0.0, S = 0.0, C = 0.0;
-    double m_noise = 0.0, S_noise = 0.0, C_noise = 0.0;
-    double P() const { return rho * Z; }
-};
+}  // namespace
 
-/// A number with a bound of its error.
-struct Bounded {
-    double value = 0.0, error = std::numeric_limits<double>::infinity();
-};
-Bounded better(Bounded const& a, Bounded const& b) {
-    return b.error < a.error ? b : a;
+PureSaturationSolver::PureSaturationSolver(Model1 const& model, bool at_T, double value)
+    : model_(model), at_T_(at_T), value_(value) {
+    if (!(value > 0.0) || !std::isfinite(value)) throw ThException(th_out_of_range);
+    if (!(model.Tcrit() > 0.0) || !(model.vcrit() > 0.0)) throw ThException(th_out_of_range);
 }
 
-/// The two equations next to the critical point.
-struct Conditions {
-    Bounded potentials, pressures;
-};
-
-class Solver {
-  public:
-    Solver(Model1 const& model, bool at_T, double value)
-        : model_(model), at_T_(at_T), value_(value) {
-        if (!(value > 0.0) || !std::isfinite(value)) throw ThException(th_out_of_range);
-        if (!(model.Tcrit() > 0.0) || !(model.vcrit() > 0.0)) throw ThException(th_out_of_range);
-    }
-    PureSaturation at_T();
-    PureSaturation at_p();
-
-  private:
-    State state(double rho, double T) const;
-    template <std::size_t n>
-    Conditions integrals(double u, double d, double T, Node const (&nodes)[n]) const;
-    Conditions conditions(double u, double q, double T) const;
-    /// Critical point of the parameter file; `exact`: of the equation, by Newton's method from that,
-    /// which it stays where this finds none near.
-    void critical(bool exact);
-    PureSaturation near(double T);
-    PureSaturation far(double T);
-    PureSaturation solve(double T);
-    [[noreturn]] void fail(EquilibriumFailure::Kind kind, char const* advice) const;
-    [[noreturn]] void no_solution() const {
-        fail(EquilibriumFailure::Kind::no_solution, "at or above the critical point");
-    }
-    [[noreturn]] void gave_up(char const* advice) const {
-        fail(EquilibriumFailure::Kind::gave_up, advice);
-    }
-
-    Model1 const& model_;
-    bool at_T_;
-    double value_;
-    double Tc_ = 0.0, rho_c_ = 0.0, pc_ = 0.0;
-    int iterations_ = 0;
-};
-
-void Solver::fail(EquilibriumFailure::Kind kind, char const* advice) const {
+void PureSaturationSolver::fail(EquilibriumFailure::Kind kind, char const* advice) const {
     throw EquilibriumFailure(kind, T_or_p(at_T_, value_), at_T_ ? "pure_saturation_T" : "pure_saturation_p",
                              iterations_, std::nan(""), advice);
 }
 
-State Solver::state(double rho, double T) const {
-    State s;
+IsothermState PureSaturationSolver::state(double rho, double T) const {
+    IsothermState s;
     s.rho = rho;
     double d[4];
     Deriv1 const* exact = model_.derivatives();
@@ -124,13 +78,14 @@ State Solver::state(double rho, double T) const {
     return s;
 }
 
-template <std::size_t n>
-Conditions Solver::integrals(double u, double d, double T, Node const (&nodes)[n]) const {
-    Conditions sum{{0.0, 0.0}, {0.0, 0.0}};
+template <class Nodes>
+PureSaturationSolver::Conditions PureSaturationSolver::integrals(double u, double d, double T,
+                                                                Nodes const& nodes) const {
+    Conditions sum{{0.0, 0.0}, {0.0, 0.0}, {}, {}};
     for (Node const& node : nodes)
         for (double s : {-node.s, node.s}) {
             const double r = 1.0 + s * d;
-            const State at = state(u * r, T);
+            const IsothermState at = state(u * r, T);
             const double w = 0.5 * node.w, w2 = 0.5 * node.w * (1.0 - s * s) / (r * r);
             sum.potentials.value += w * at.S / r;
             sum.potentials.error += w * at.S_noise / r;
@@ -140,21 +95,21 @@ Conditions Solver::integrals(double u, double d, double T, Node const (&nodes)[n
     return sum;
 }
 
-Conditions Solver::conditions(double u, double q, double T) const {
+PureSaturationSolver::Conditions PureSaturationSolver::conditions(double u, double q, double T) const {
     const double d = std::sqrt(q);
     Conditions best = integrals(u, d, T, kGauss16);
     const Conditions coarse = integrals(u, d, T, kGauss8);
     best.potentials.error += std::fabs(best.potentials.value - coarse.potentials.value);
     best.pressures.error += std::fabs(best.pressures.value - coarse.pressures.value);
-    const State L = state(u * (1.0 + d), T), V = state(u * (1.0 - d), T);
+    const IsothermState L = state(u * (1.0 + d), T), V = state(u * (1.0 - d), T);
     const double m_noise = L.m_noise + V.m_noise + 2.0 * kEps * d;
     const double m = (L.Ar - V.Ar + L.Z - V.Z + 2.0 * std::atanh(d)) / (2.0 * d);
     const double P = (1.0 + d) * L.Z - (1.0 - d) * V.Z;  // (P_L − P_V)/u
     return {better(best.potentials, {m, m_noise / (2.0 * d)}),
-            better(best.pressures, {(P / d - 2.0 * m) / q, 2.0 * m_noise / (d * q)})};
+            better(best.pressures, {(P / d - 2.0 * m) / q, 2.0 * m_noise / (d * q)}), L, V};
 }
 
-void Solver::critical(bool exact) {
+void PureSaturationSolver::critical(bool exact) {
     Tc_ = model_.Tcrit();
     rho_c_ = 1.0 / model_.vcrit();
     pc_ = model_.pcrit();
@@ -163,7 +118,7 @@ void Solver::critical(bool exact) {
     bool met = false;
     for (int k = 0; k < 20; ++k) {  // S = C = 0 in ln rho, ln T; ∂S/∂ln rho = C
         const double h = 1e-5;
-        const State s = state(rho, T), up = state(rho * (1.0 + h), T),
+        const IsothermState s = state(rho, T), up = state(rho * (1.0 + h), T),
                     down = state(rho * (1.0 - h), T), hot = state(rho, T * (1.0 + h)),
                     cold = state(rho, T * (1.0 - h));
         const double C_rho = (up.C - down.C) / (2 * h), S_T = (hot.S - cold.S) / (2 * h),
@@ -186,44 +141,57 @@ void Solver::critical(bool exact) {
     pc_ = R * Tc_ * state(rho_c_, Tc_).P();
 }
 
-PureSaturation Solver::near(double T) {
-    double u = rho_c_, q = std::clamp(5.0 * (1.0 - T / Tc_), 1e-6, 0.3), last = 1e300;
+/// From S at both ends; where that would cancel, or is not exact, from differences. With F for
+/// potentials, G for pressures and d = √q,
+///
+///     ∂F/∂ln u = (S_L − S_V)/(2d),        ∂F/∂d = [S_L/(1 + d) + S_V/(1 − d)]/(2d) − F/d,
+///     ∂G/∂ln u = (S_L + S_V − 2F)/q − G,  ∂G/∂d = [S_L/(1 + d) − S_V/(1 − d)]/q − 3·G/d.
+PureSaturationSolver::Jacobian PureSaturationSolver::jacobian(Conditions const& at, double u,
+                                                              double q, double T) const {
+    const double F = at.potentials.value, G = at.pressures.value, L = at.L.S, V = at.V.S;
+    if (model_.derivatives() && q > 1e-6) {
+        const double d = std::sqrt(q), l = L / (1.0 + d), v = V / (1.0 - d);
+        return {(L - V) / (2.0 * d), ((l + v) / (2.0 * d) - F / d) / (2.0 * d),
+                (L + V - 2.0 * F) / q - G, ((l - v) / q - 3.0 * G / d) / (2.0 * d)};
+    }
+    const double hu = 1e-4 * std::sqrt(q), hq = 1e-3 * q;
+    const Conditions on_u = conditions(u * (1.0 + hu), q, T), on_q = conditions(u, q + hq, T);
+    return {(on_u.potentials.value - F) / hu, (on_q.potentials.value - F) / hq,
+            (on_u.pressures.value - G) / hu, (on_q.pressures.value - G) / hq};
+}
+
+/// After the last step, which is within the bounds or as small as steps become.
+PureSaturation PureSaturationSolver::near_result(double T, double u, double q, Conditions const& at,
+                                                 Bounded const& u_step, Bounded const& q_step) const {
+    const double apart = 0.5 * (q_step.error + std::fabs(q_step.value)) / q;
+    if (apart > kApart) gave_up("too near the critical point for double precision");
+    if (!(at.L.S > -at.L.S_noise) || !(at.V.S > -at.V.S_noise)) gave_up(kNotNear);
+    const double d = std::sqrt(q + q_step.value);
+    u *= 1.0 + u_step.value;
+    const IsothermState L = state(u * (1.0 + d), T), V = state(u * (1.0 - d), T);
+    const double rho_error = u_step.error + std::fabs(u_step.value) + d * apart / (1.0 - d);
+    // At equilibrium p does not change with the densities to first order but by S.
+    const double p_error = kEps + L.m_noise / L.Z +
+                           (L.m_noise + std::fabs(L.S) + std::fabs(V.S)) * rho_error / L.Z;
+    return {T, R * T * 0.5 * (L.P() + V.P()), L.rho, V.rho, p_error, rho_error, apart};
+}
+
+PureSaturation PureSaturationSolver::near(double T, double u, double q) {
+    double last = 1e300;
     for (int k = 0; k < kSteps; ++k) {
         ++iterations_;
-        const double hu = 1e-4 * std::sqrt(q), hq = 1e-3 * q;
-        const Conditions at = conditions(u, q, T), on_u = conditions(u * (1.0 + hu), q, T),
-                         on_q = conditions(u, q + hq, T);
-        const double a = (on_u.potentials.value - at.potentials.value) / hu,
-                     b = (on_q.potentials.value - at.potentials.value) / hq,
-                     c = (on_u.pressures.value - at.pressures.value) / hu,
-                     e = (on_q.pressures.value - at.pressures.value) / hq, det = a * e - b * c;
-        const auto first = [&](double f, double g) { return (e * f - b * g) / det; };
-        const auto second = [&](double f, double g) { return (a * g - c * f) / det; };
-        const double du = -first(at.potentials.value, at.pressures.value),
-                     dq = -second(at.potentials.value, at.pressures.value);
+        const Conditions at = conditions(u, q, T);
+        const auto [a, b, c, e] = jacobian(at, u, q, T);
+        const double det = a * e - b * c, f = at.potentials.value, g = at.pressures.value;
+        const double du = -(e * f - b * g) / det, dq = -(a * g - c * f) / det;
         if (!std::isfinite(du) || !std::isfinite(dq)) break;
-        const double f = at.potentials.error, g = at.pressures.error;
-        const double u_error = (std::fabs(e * f) + std::fabs(b * g)) / std::fabs(det),
-                     q_error = (std::fabs(a * g) + std::fabs(c * f)) / std::fabs(det);
+        const double f_error = at.potentials.error, g_error = at.pressures.error;
+        const double u_error = (std::fabs(e * f_error) + std::fabs(b * g_error)) / std::fabs(det),
+                     q_error = (std::fabs(a * g_error) + std::fabs(c * f_error)) / std::fabs(det);
         const double size = std::fabs(du) + std::fabs(dq) / q;
         const bool settled = std::fabs(du) <= u_error && std::fabs(dq) <= q_error;
-        if (settled || (size < 1e-3 && size >= 0.5 * last)) {
-            const double d = std::sqrt(q), u_all = u_error + std::fabs(du),
-                         apart = 0.5 * (q_error + std::fabs(dq)) / q;
-            if (apart > kApart) gave_up("too near the critical point for double precision");
-            const State L = state(u * (1.0 + d), T), V = state(u * (1.0 - d), T);
-            if (!(L.S > -L.S_noise) || !(V.S > -V.S_noise)) break;
-            const double rho_error = u_all + d * apart / (1.0 - d);
-            // At equilibrium p does not change with the densities to first order but by S.
-            return {T,
-                    R * T * 0.5 * (L.P() + V.P()),
-                    L.rho,
-                    V.rho,
-                    kEps + (L.m_noise + std::fabs(L.S) + std::fabs(V.S)) * rho_error / L.Z +
-                        L.m_noise / L.Z,
-                    rho_error,
-                    apart};
-        }
+        if (settled || (size < 1e-3 && size >= 0.5 * last))
+            return near_result(T, u, q, at, {du, u_error}, {dq, q_error});
         last = size;
         u *= 1.0 + std::clamp(du, -0.05, 0.05);
         q = std::clamp(q + dq, 0.05 * q, 20.0 * q);
@@ -233,10 +201,69 @@ PureSaturation Solver::near(double T) {
         }
         q = std::min(q, 0.5);
     }
-    gave_up("Newton's method next to the critical point did not converge");
+    gave_up(kNotNear);
 }
 
-PureSaturation Solver::far(double T) {
+/// Newton's method for both densities; nothing if it does not arrive.
+std::optional<PureSaturation> PureSaturationSolver::newton(double T, double liquid, double vapour,
+                                                           int steps) {
+    double last = 1e300;
+    for (int k = 0; k < steps; ++k) {
+        ++iterations_;
+        const IsothermState L = state(liquid, T), V = state(vapour, T);
+        // P_L = P_V, m_L = m_V in the logarithms of the densities.
+        const double ratio = std::log(liquid / vapour);
+        const double f = L.P() - V.P(), g = L.Ar - V.Ar + L.Z - V.Z + ratio;
+        const double det = L.S * V.S * (vapour - liquid);
+        const double x = V.S * (f - vapour * g) / det, y = L.S * (f - liquid * g) / det;
+        if (!(L.S > 0.0) || !(V.S > 0.0) || !std::isfinite(x) || !std::isfinite(y)) break;
+        const double f_noise = L.rho * L.m_noise + V.rho * V.m_noise;
+        const double g_noise = L.m_noise + V.m_noise + kEps * std::fabs(ratio);
+        const auto bound = [&](double S, double rho) {
+            return std::fabs(S / det) * (rho * g_noise + f_noise);
+        };
+        const double x_error = bound(V.S, vapour), y_error = bound(L.S, liquid);
+        const double size = std::fabs(x) + std::fabs(y);
+        if (size < 1e-4 && (size <= x_error + y_error || size >= 0.5 * last)) {
+            const double rho_error = std::max(std::fabs(x) + x_error, std::fabs(y) + y_error);
+            return PureSaturation{T,
+                                  R * T * (V.P() + V.rho * V.S * y),
+                                  liquid * (1.0 + x),
+                                  vapour * (1.0 + y),
+                                  kEps + V.m_noise / V.Z + (std::fabs(y) + y_error) * V.S / V.Z,
+                                  rho_error,
+                                  rho_error * liquid / (liquid - vapour)};
+        }
+        if (R * T * V.P() < kLeast) break;
+        last = size;
+        liquid *= std::exp(std::clamp(x, -0.1, 0.1));
+        vapour *= std::exp(std::clamp(y, -0.5, 0.5));
+        if (!(liquid > vapour)) break;
+    }
+    least_ = R * T * vapour;
+    return {};
+}
+
+PureSaturation PureSaturationSolver::far(double T, double liquid, double vapour) {
+    if (const auto found = newton(T, liquid, vapour, kSteps)) return *found;
+    if (least_ < kLeast) gave_up("saturated below 1e-24 MPa");
+    gave_up("Newton's method did not converge");
+}
+
+/// A start from the acentric factor: ln(rhoL/rhoV)/z and (rhoL/rho_c − 1)/z with z = √(Tc/T − 1), fitted
+/// to Peng and Robinson's equation, of which others are near enough from 0.5 % below critical on.
+std::optional<PureSaturation> PureSaturationSolver::quick(double T) {
+    const double w = model_.omega(), s = (Tc_ - T) / T, z = std::sqrt(s);
+    if (!(w > -0.5 && w < 0.8)) return {};
+    const double apart = 5.87 + 2.72 * w + (1.69 + 4.2 * w) * s * s / (s + 0.5 - 0.55 * w);
+    const double liquid = 1.0 + z * (3.12 + 1.45 * w) / (1.0 + (0.34 + 0.36 * w) * s);
+    const double vapour = liquid * std::exp(-apart * z);
+    const auto found = newton(T, rho_c_ * liquid, rho_c_ * vapour, kQuick);
+    if (found && outermost(*found)) return found;
+    return {};
+}
+
+PureSaturation PureSaturationSolver::far(double T) {
     double p = 0.0, liquid = 0.0, vapour = 0.0;
     try {
         SaturationMarch().at_T(&model_, T, 0, p, liquid, vapour);
@@ -245,64 +272,48 @@ PureSaturation Solver::far(double T) {
     } catch (MthException const&) {
         gave_up("the model has no two phases at this temperature");
     }
-    double last = 1e300;
-    for (int k = 0; k < kSteps; ++k) {
-        ++iterations_;
-        const State L = state(liquid, T), V = state(vapour, T);
-        // P_L = P_V, m_L = m_V in the logarithms of the densities.
-        const double f = L.P() - V.P(), g = L.Ar - V.Ar + L.Z - V.Z + std::log(liquid / vapour);
-        const double det = L.S * V.S * (vapour - liquid);
-        const auto dL = [&](double P, double m) { return V.S * (vapour * m - P) / det; };
-        const auto dV = [&](double P, double m) { return L.S * (liquid * m - P) / det; };
-        const double x = -dL(f, g), y = -dV(f, g);
-        if (!(L.S > 0.0) || !(V.S > 0.0) || !std::isfinite(x) || !std::isfinite(y)) break;
-        const double f_noise = L.rho * L.m_noise + V.rho * V.m_noise;
-        const double g_noise = L.m_noise + V.m_noise + kEps * std::fabs(std::log(liquid / vapour));
-        const auto bound = [&](double S, double rho) {
-            return std::fabs(S / det) * (rho * g_noise + f_noise);
-        };
-        const double x_error = bound(V.S, vapour), y_error = bound(L.S, liquid);
-        const double size = std::fabs(x) + std::fabs(y);
-        if (size < 1e-4 && (size <= x_error + y_error || size >= 0.5 * last)) {
-            const double rho_error = std::max(std::fabs(x) + x_error, std::fabs(y) + y_error);
-            return {T,         R * T * V.P(),
-                    liquid,    vapour,
-                    kEps + V.m_noise / V.Z + (std::fabs(y) + y_error) * V.S / V.Z,
-                    rho_error, rho_error * liquid / (liquid - vapour)};
-        }
-        if (R * T * V.P() < kLeast) gave_up("saturated below 1e-24 MPa");
-        last = size;
-        liquid *= std::exp(std::clamp(x, -0.1, 0.1));
-        vapour *= std::exp(std::clamp(y, -0.5, 0.5));
-        if (!(liquid > vapour)) break;
-    }
-    gave_up("Newton's method did not converge");
+    return far(T, liquid, vapour);
 }
 
-PureSaturation Solver::solve(double T) {
-    if (T <= (1.0 - kNear) * Tc_) return far(T);
-    if (T >= (1.0 - kInner) * Tc_) return near(T);
+bool PureSaturationSolver::outermost(PureSaturation const& q) const {
+    double rhoL = 0.0, rhoV = 0.0;
+    const double room = 0.05 * (q.rhoL - q.rhoV);
+    return model_.vcalc(q.p, q.T, 1, rhoL, rhoV) == 3 && std::fabs(rhoL - q.rhoL) < room &&
+           std::fabs(rhoV - q.rhoV) < std::min(room, 0.1 * q.rhoV);
+}
+
+PureSaturation PureSaturationSolver::from(double T, double liquid, double vapour) {
+    if (T > (1.0 - kSplit) * Tc_) try {
+            const double u = 0.5 * (liquid + vapour), d = 0.5 * (liquid - vapour) / u;
+            return near(T, u, d * d);
+        } catch (EquilibriumFailure const&) {  // not smooth enough
+            if (T > (1.0 - kInner) * Tc_) throw;
+        }
+    return far(T, liquid, vapour);
+}
+
+PureSaturation PureSaturationSolver::solve(double T) {
+    if (T <= (1.0 - kNear) * Tc_) {
+        if (const auto found = quick(T)) return *found;
+        return far(T);
+    }
+    const double q = std::clamp(5.0 * (1.0 - T / Tc_), 1e-6, 0.3);
+    if (T >= (1.0 - kInner) * Tc_) return near(T, rho_c_, q);
     try {
-        const PureSaturation q = near(T);
-        // An equation with an inner loop has pairs that end on that.
-        double rhoL = 0.0, rhoV = 0.0;
-        const double room = 0.05 * (q.rhoL - q.rhoV);
-        if (model_.vcalc(q.p, T, 1, rhoL, rhoV) == 3 && std::fabs(rhoL - q.rhoL) < room &&
-            std::fabs(rhoV - q.rhoV) < room)
-            return q;
+        if (const PureSaturation found = near(T, rho_c_, q); outermost(found)) return found;
     } catch (EquilibriumFailure const&) {  // not smooth enough for its start
     }
     return far(T);
 }
 
-PureSaturation Solver::at_T() {
+PureSaturation PureSaturationSolver::at_T() {
     critical(value_ > (1.0 - kWide) * model_.Tcrit());
     if (value_ >= Tc_) no_solution();
     if (value_ < kLowest * Tc_) gave_up("below a fifth of the critical temperature");
     return solve(value_);
 }
 
-PureSaturation Solver::at_p() {
+PureSaturation PureSaturationSolver::at_p() {
     critical(!(value_ < (1.0 - 10.0 * kWide) * model_.pcrit()));
     if (value_ >= pc_) no_solution();
     if (value_ < kLeast) gave_up("below 1e-24 MPa");
@@ -341,13 +352,11 @@ PureSaturation Solver::at_p() {
     gave_up("no temperature with this saturation pressure was found");
 }
 
-}  // namespace
-
 PureSaturation pure_saturation_T(Model1 const& model, double T) {
-    return Solver(model, true, T).at_T();
+    return PureSaturationSolver(model, true, T).at_T();
 }
 PureSaturation pure_saturation_p(Model1 const& model, double p) {
-    return Solver(model, false, p).at_p();
+    return PureSaturationSolver(model, false, p).at_p();
 }
 
 }  // namespace corvane
