@@ -45,6 +45,7 @@
 #include <corvane/phases/saturation/pure_saturation.h>
 #include <corvane/phases/saturation/saturation.h>
 #include <corvane/phases/saturation/saturation_curve.h>
+#include <corvane/phases/saturation/saturation_expansion.h>
 #include <corvane/phases/solid/anchored_solid.h>
 #include <corvane/phases/solid/solid_fluid.h>
 #include <corvane/phases/stability/stability.h>
