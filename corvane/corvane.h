@@ -6,6 +6,7 @@
 #include <corvane/catalogue/parameter_sets.h>
 #include <corvane/catalogue/pseudo_component.h>
 #include <corvane/catalogue/reaction.h>
+#include <corvane/catalogue/saturation_cache.h>
 #include <corvane/catalogue/substances.h>
 #include <corvane/classic/equilibria/crit_slope.h>
 #include <corvane/classic/equilibria/equil2.h>
