@@ -454,11 +454,11 @@ void check_pair(Mixture const& m, int i, int j) {
     if (i < 0 || j < 0 || i >= m.size() || j >= m.size() || i == j)
         throw nb::index_error("no such pair");
 }
-}  // namespace
 
-void add_mixture(nb::module_& m) {
-    nb::class_<Mixture>(m, "Mixture", "A mixture with its model; corvane.Mixture is for people.")
-        .def_static("open",
+using MixtureClass = nb::class_<Mixture>;
+
+void add_data(MixtureClass& of) {
+    of.def_static("open",
                     [](std::string const& model, std::vector<std::string> const& components,
                        std::vector<int> const& sets, int pair_set, bool estimate,
                        std::optional<std::string> const& home) {
@@ -517,8 +517,11 @@ void add_mixture(nb::module_& m) {
                  if (k < 0 || !x.model->ppar(k, i, j)) throw nb::index_error("no such parameter");
                  x.model->param(k, i, j, value);
              },
-             nb::arg("k"), nb::arg("i"), nb::arg("j"), nb::arg("value"), "Changes parameter k of a pair.")
-        .def("properties", &properties,
+             nb::arg("k"), nb::arg("i"), nb::arg("j"), nb::arg("value"), "Changes parameter k of a pair.");
+}
+
+void add_states(MixtureClass& of) {
+    of.def("properties", &properties,
              "Properties (n, 17) of one phase at T (K), rho (mol/m3) and x, in SI, as of a fluid.")
         .def("densities", &densities,
              "Density roots (mol/m3) at T (K), p (Pa) and x; phase 1 the densest, 3 the thinnest, else the stable one.")
@@ -527,8 +530,11 @@ void add_mixture(nb::module_& m) {
         .def("flash", &flash,
              "Certified flashes; kind 0 (p, T), 1 (p, h), 2 (p, s), 3 (T, rho). Columns: T, p, rho, h, s, number of phases, tpd, x_error, then slots of phases: fraction, rho, x.")
         .def("saturation", &saturation,
-             "Certified bubble or dew points at temperatures or pressures. Columns: T, p, rho given, rho incipient, value_error, x_error, y.")
-        .def("envelope", &envelope, "A phase envelope of composition z.")
+             "Certified bubble or dew points at temperatures or pressures. Columns: T, p, rho given, rho incipient, value_error, x_error, y.");
+}
+
+void add_curves(MixtureClass& of) {
+    of.def("envelope", &envelope, "A phase envelope of composition z.")
         .def("diagram", &diagram, "The complete diagram of a binary at T (K) or p (Pa).")
         .def("ternary", &ternary, "The complete diagram of a ternary at T (K) and p (Pa).")
         .def_prop_ro("critical_constants",
@@ -559,6 +565,14 @@ void add_mixture(nb::module_& m) {
         .def("critical_lines", &critical_lines, "Certified critical lines of a binary.")
         .def("three_phase_lines", &three_phase_lines, "Lines of three phases of a binary.")
         .def("azeotropic_lines", &azeotropic_lines, "Lines of azeotropes of a binary.");
+}
+}  // namespace
+
+void add_mixture(nb::module_& m) {
+    MixtureClass of(m, "Mixture", "A mixture with its model; corvane.Mixture is for people.");
+    add_data(of);
+    add_states(of);
+    add_curves(of);
 }
 
 }  // namespace py
