@@ -7,7 +7,7 @@
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
 
-#include <corvane/mixture/heat_capacity.h>
+#include <corvane/state/phase_properties.h>
 
 #include <fmt/format.h>
 
@@ -115,40 +115,35 @@ Row MixtureCommand::row(MixtureFluid const& mixture, double T_, double rho_,
         result.cells.emplace_back(u.from_library(quantity, value));
     };
     result.cells.emplace_back(name);
-    const double RT = R * T_, Z = m.Z(rho_, T_, x), P_rho = m.pV(rho_, T_, x);
-    const double P_T = m.betaV(rho_, T_, x), p_ = Z * RT * rho_;
+    const corvane::PhaseProperties q = corvane::phase_properties(m, T_, rho_, x);
+    const double RT = R * T_;
     add(Quantity::temperature, T_);
-    add(Quantity::pressure, p_);
+    add(Quantity::pressure, q.p);
     add(Quantity::density, rho_);
     add(Quantity::volume, 1.0 / rho_);
-    add(Quantity::ratio, Z);
+    add(Quantity::ratio, q.Z);
     if (mixture.ideal) {
-        const corvane::HeatCapacities c = corvane::heat_capacities(m, rho_, T_, x);
-        add(Quantity::energy, RT * m.Um(rho_, T_, x));
-        add(Quantity::energy, RT * m.Hm(rho_, T_, x));
-        add(Quantity::entropy, R * m.Sm(rho_, T_, x));
-        add(Quantity::energy, RT * m.Gm(rho_, T_, x));
-        add(Quantity::energy, RT * m.Am(rho_, T_, x));
-        add(Quantity::entropy, R * c.CVm);
-        add(Quantity::entropy, R * c.Cpm);
-        const double w2 = RT / (1e-3 * mixture.M()) * (P_rho + P_T * P_T / c.CVm);
-        add(Quantity::speed, std::sqrt(w2));
-        add(Quantity::joule_thomson, (P_T / P_rho - 1.0) / (rho_ * R * c.Cpm));
+        for (double energy : {q.u, q.h}) add(Quantity::energy, energy);
+        add(Quantity::entropy, q.s);
+        for (double energy : {q.g, q.a}) add(Quantity::energy, energy);
+        for (double capacity : {q.cv, q.cp}) add(Quantity::entropy, capacity);
+        add(Quantity::speed, q.w);
+        add(Quantity::joule_thomson, q.mu_JT);
     }
-    add(Quantity::compressibility, 1.0 / (rho_ * RT * P_rho));
-    add(Quantity::expansivity, P_T / P_rho / T_);
+    add(Quantity::compressibility, q.kappa_T);
+    add(Quantity::expansivity, q.alpha_p);
     add(Quantity::volume, m.B(T_, x, 2));
-    add(Quantity::energy, RT * m.Hr(rho_, T_, x));
-    add(Quantity::entropy, R * m.Sr(rho_, T_, x));
-    add(Quantity::energy, RT * m.Gr(rho_, T_, x));
+    add(Quantity::energy, RT * q.h_res);
+    add(Quantity::entropy, R * q.s_res);
+    add(Quantity::energy, RT * (q.h_res - q.s_res));
     const Partials each = partials(m, rho_, T_, x);
     for (int i = 0; i < mixture.size(); ++i) {
-        const double ln_phi = each.myr[i] - std::log(Z);
+        const double ln_phi = each.myr[i] - std::log(q.Z);
         add(Quantity::ratio, std::exp(ln_phi));
-        add(Quantity::pressure, x[i] * std::exp(ln_phi) * p_);
+        add(Quantity::pressure, x[i] * std::exp(ln_phi) * q.p);
         result.cells.emplace_back(molar.from_library(Quantity::volume, each.v[i]));
     }
-    if (!(P_rho > 0.0)) result.note = "mechanically unstable";
+    if (!(q.dp_drho > 0.0)) result.note = "mechanically unstable";
     add_note(result.note, ideal_extrapolated(mixture, T_, u));
     return result;
 }

@@ -18,25 +18,16 @@ bool Rows::add(std::string const& what, Given const& given, std::function<Row()>
 
 bool Rows::add_all(std::string const& what, Given const& given,
                    std::function<std::vector<Row>()> const& f) {
-    std::string why;
     ++done_;
-    try {
+    const auto why = failure_of([&] {
         for (Row& row : f()) table_.rows.push_back(std::move(row));
-        return watch_.go_on();
-    } catch (Failure const& e) {
-        why = e.what();
-    } catch (corvane::EquilibriumFailure const& e) {
-        why = describe(e);
-    } catch (ThException const& e) {
-        why = describe(e);
-    } catch (MthException const& e) {
-        why = describe(e);
-    }
-    const std::string text = what.empty() ? why : what + ": " + why;
+    });
+    if (!why) return watch_.go_on();
+    const std::string text = what.empty() ? *why : what + ": " + *why;
     if (asked_ == 1) throw Failure(text);
     ++failures_;
     watch_.say(command_, text);
-    Row failed{std::vector<Cell>(table_.columns.size()), "failed: " + why};
+    Row failed{std::vector<Cell>(table_.columns.size()), "failed: " + *why};
     for (auto const& [column, cell] : given) failed.cells[column] = cell;
     table_.rows.push_back(std::move(failed));
     return watch_.go_on();

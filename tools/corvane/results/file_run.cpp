@@ -213,26 +213,15 @@ void FileRun::compute(Chunk& chunk, Shown const& shown, Compute const& how) cons
     Row row;
     for (auto const& fields : chunk.rows) {
         if (Watch::interrupted()) return;
-        std::string why;
         row.cells.clear();
         row.note.clear();
-        try {
-            how(FileRow(*this, fields), row);
-        } catch (Failure const& e) {
-            why = e.what();
-        } catch (corvane::EquilibriumFailure const& e) {
-            why = describe(e);
-        } catch (ThException const& e) {
-            why = describe(e);
-        } catch (MthException const& e) {
-            why = describe(e);
-        }
+        const auto why = failure_of([&] { how(FileRow(*this, fields), row); });
         for (std::string const& text : fields) {
             put(out, text, separator);
             out += separator;
         }
         for (std::size_t k : shown.columns) {
-            if (why.empty() && k < row.cells.size()) {
+            if (!why && k < row.cells.size()) {
                 if (auto const* x = std::get_if<double>(&row.cells[k]))
                     put(out, *x, shown.style, chunk.comma);
                 else if (auto const* word = std::get_if<std::string>(&row.cells[k]))
@@ -242,8 +231,8 @@ void FileRun::compute(Chunk& chunk, Shown const& shown, Compute const& how) cons
             }
             out += separator;
         }
-        if (!why.empty()) ++chunk.failed;
-        put(out, !why.empty() ? "failed: " + printable(why) : row.note.empty() ? "ok" : row.note,
+        if (why) ++chunk.failed;
+        put(out, why ? "failed: " + printable(*why) : row.note.empty() ? "ok" : row.note,
             separator);
         out += '\n';
         ++chunk.done;

@@ -2,6 +2,7 @@
 #include <tools/corvane/text/errors.h>
 
 #include <corvane/phases/saturation/pure_saturation.h>
+#include <corvane/state/phase_properties.h>
 
 #include <fmt/format.h>
 
@@ -16,24 +17,13 @@ double RT(State const& s) {
     return R * s.T;
 }
 
-// With P_T = ∂(T·Z)/∂T at rho and P_rho = ∂(rho·Z)/∂rho at T:
-//     w² = (1/M)·(∂p/∂rho at s) = (RT/M)·(P_rho + P_T²/(cv/R))
-double sound(State const& s) {
-    const double P_T = s.model->betaV(s.rho, s.T), P_rho = s.model->pV(s.rho, s.T);
-    const double M = 1e-3 * s.model->M();  // kg/mol
-    return std::sqrt(RT(s) / M * (P_rho + P_T * P_T / s.model->CVm(s.rho, s.T)));
-}
-
-// (∂T/∂p at h) = v·(T·α − 1)/cp; cm³ K/J is K/MPa.
-double joule_thomson(State const& s) {
-    return (s.model->alphap(s.rho, s.T) - 1.0) / (s.rho * R * s.model->Cpm(s.rho, s.T));
-}
-
 double fugacity_coefficient(State const& s) {
     return std::exp(s.model->Gr(s.rho, s.T)) / s.model->Z(s.rho, s.T);
 }
 
 #define REDUCED(factor, name) [](State const& s) { return (factor)*s.model->name(s.rho, s.T); }
+#define PHASE(name) \
+    [](State const& s) { return corvane::phase_properties(*s.model, s.T, s.rho).name; }
 
 const std::vector<Property> kProperties = {
     {"T", Quantity::temperature, "temperature", kNone, [](State const& s) { return s.T; }},
@@ -49,10 +39,9 @@ const std::vector<Property> kProperties = {
     {"a", Quantity::energy, "Helmholtz energy", kIdeal, REDUCED(RT(s), Am)},
     {"cv", Quantity::entropy, "isochoric heat capacity", kIdeal, REDUCED(R, CVm)},
     {"cp", Quantity::entropy, "isobaric heat capacity", kIdeal, REDUCED(R, Cpm)},
-    {"w", Quantity::speed, "speed of sound", kMass, sound},
-    {"n_s", Quantity::ratio, "isentropic exponent, -(v/p)(dp/dv) at constant s", kIdeal,
-     [](State const& s) { return corvane::phase_properties(*s.model, s.T, s.rho).n_s; }},
-    {"muJT", Quantity::joule_thomson, "Joule-Thomson coefficient", kIdeal, joule_thomson},
+    {"w", Quantity::speed, "speed of sound", kMass, PHASE(w)},
+    {"n_s", Quantity::ratio, "isentropic exponent, -(v/p)(dp/dv) at constant s", kIdeal, PHASE(n_s)},
+    {"muJT", Quantity::joule_thomson, "Joule-Thomson coefficient", kIdeal, PHASE(mu_JT)},
     {"kappaT", Quantity::compressibility, "isothermal compressibility", kNone,
      [](State const& s) { return s.model->kappaT(s.rho, s.T) / (s.rho * RT(s)); }},
     {"alpha", Quantity::expansivity, "thermal expansivity", kNone,
@@ -70,6 +59,7 @@ const std::vector<Property> kProperties = {
     {"cp_res", Quantity::entropy, "residual isobaric heat capacity", kNone, REDUCED(R, Cpr)},
 };
 #undef REDUCED
+#undef PHASE
 
 /// The first root of the equation's own solver, checked: a density that does not give back the
 /// pressure is no answer. Rounding of rho·R·T·Z counts in terms of rho·R·T.

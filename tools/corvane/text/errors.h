@@ -5,6 +5,7 @@
 #include <corvane/core/file_error.h>
 #include <corvane/phases/report/certificate.h>
 
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -33,6 +34,23 @@ std::string describe(corvane::EquilibriumFailure const& e);
 
 /// "line 3: not a number: '29,1' (ThException 1)", after the path if `what` does not name the file.
 std::string describe(corvane::FileError const& e, std::string const& what);
+
+/// Runs f. What stopped it, if that was a failure of this command or of the library.
+template <class F>
+std::optional<std::string> failure_of(F f) {
+    try {
+        f();
+        return {};
+    } catch (Failure const& e) {
+        return e.what();
+    } catch (corvane::EquilibriumFailure const& e) {
+        return describe(e);
+    } catch (ThException const& e) {
+        return describe(e);
+    } catch (MthException const& e) {
+        return describe(e);
+    }
+}
 
 /// Runs f; an exception of the library becomes a Failure "<what>: <text of the table> (<code>)".
 template <class F>
