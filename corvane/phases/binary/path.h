@@ -44,8 +44,8 @@ class Path : public PhaseCurve {
 
     /// Where two phases become alike: the state where these phases, j and k, are the same, both at
     /// their mean. From ratios 0.06 and 0.03: with the tangents all even functions of the ratio are
-    /// known to its sixth power. False if these points are not found; u is then extrapolated from now().
-    /// approach: takes the solutions on the way, from now() on.
+    /// known to its sixth power. False if these points are not found; u is then extrapolated from
+    /// now(). approach: takes the solutions on the way, from now() on.
     bool critical(std::vector<double>& u, std::vector<std::vector<double>>* approach = nullptr);
     /// After that without a critical point: the curve may pass a neck between two regions.
     /// From here on phases count as alike only much closer. False if that has been tried.

@@ -24,9 +24,10 @@ enum class Trial {
 
 /// One step of a continuation by predictor and corrector (Allgower & Georg, Numerical Continuation
 /// Methods, Springer 1990, chapters 2 and 6): tried at step.length, then at shorter ones, until one
-/// is taken; the next one is longer or shorter as this one was easy or not (den Heijer & Rheinboldt,
-/// SIAM J. Numer. Anal. 18 (1981) 925, from the Newton iterations; Allgower & Georg, 6.1, from the
-/// angle between tangents). Nothing if a step was taken, else why not. The curve's part:
+/// is taken; the next one is longer or shorter as this one was easy or not (den Heijer &
+/// Rheinboldt, SIAM J. Numer. Anal. 18 (1981) 925, from the Newton iterations; Allgower &
+/// Georg, 6.1, from the angle between tangents). Nothing if a step was taken, else why not. The
+/// curve's part:
 ///   attempt(length, end)  predictor, corrector, and the tests of what that has found; it may
 ///                         shorten the length. Trial::ended: says why
 ///   growth()              factor for the next length, after a step that was taken

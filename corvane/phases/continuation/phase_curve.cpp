@@ -26,7 +26,8 @@ PhaseCurve::PhaseCurve(CoexistenceSolver& solver, bool logits, Measure measure, 
 
 double PhaseCurve::apart(std::vector<double> const& u, int j, int k) const {
     double largest = 0.0;
-    for (int i = 0; i < n_; ++i) largest = std::max(largest, std::fabs(u[n_ * k + i] - u[n_ * j + i]));
+    for (int i = 0; i < n_; ++i)
+        largest = std::max(largest, std::fabs(u[n_ * k + i] - u[n_ * j + i]));
     return largest;
 }
 

@@ -10,10 +10,10 @@ namespace corvane {
 
 /// Along the one degree of freedom that the conditions of `solver` leave, its row being set here.
 /// Specified is at each point whichever coordinate changes most (Rheinboldt & Burkardt, ACM Trans.
-/// Math. Softw. 9 (1983) 215; Michelsen, Fluid Phase Equilib. 4 (1980) 1): the logarithmic ratios of
-/// the partial densities between every two phases (these alone where two phases become alike, which
-/// excludes the trivial solution), ln T, and for binaries the logit of the mole fraction in each
-/// phase. The predictor is the cubic through two points with their tangents, or the tangent.
+/// Math. Softw. 9 (1983) 215; Michelsen, Fluid Phase Equilib. 4 (1980) 1): the logarithmic ratios
+/// of the partial densities between every two phases (these alone where two phases become alike,
+/// which excludes the trivial solution), ln T, and for binaries the logit of the mole fraction in
+/// each phase. The predictor is the cubic through two points with their tangents, or the tangent.
 class PhaseCurve {
   public:
     /// A point and the tangent in the direction of travel, of the longest step allowed.
@@ -62,8 +62,8 @@ class PhaseCurve {
     /// positive pressure.
     bool solve(int limit);
 
-    /// Does the cubic through a and b in coordinate c serve a step of this length along b.t? As long
-    /// as c is monotonic and the step not longer than `reach` times that from a to b.
+    /// Does the cubic through a and b in coordinate c serve a step of this length along b.t? As
+    /// long as c is monotonic and the step not longer than `reach` times that from a to b.
     bool cubic_serves(Node const& a, Node const& b, int c, double length, double reach) const;
     std::vector<double> cubic(Node const& a, Node const& b, int c, double length) const;
 

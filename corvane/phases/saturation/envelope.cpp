@@ -107,10 +107,10 @@ class Tracer : EnvelopePair, PhaseCurve {
     }
 
     [[noreturn]] void fail(char const* advice) const {
-        throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up,
-                                 T_or_p(false, o_.p_start) + ", " +
-                                     composition_text(fluid_.expand(fluid_.z())),
-                                 "phase_envelope", pair_.iterations, pair_.residual, advice);
+        throw EquilibriumFailure(
+            EquilibriumFailure::Kind::gave_up,
+            T_or_p(false, o_.p_start) + ", " + composition_text(fluid_.expand(fluid_.z())),
+            "phase_envelope", pair_.iterations, pair_.residual, advice);
     }
     bool pure() const { return n_ == 1; }
     FluidModel const& fluid() const { return fluid_; }
@@ -138,7 +138,8 @@ class Tracer : EnvelopePair, PhaseCurve {
         IllinoisBracket r{at(now_.u, variable_), off(now_), at(next_.u, variable_), off(next_)};
         for (int it = 0; it < 40 && std::fabs(off(next_)) > 1e-13; ++it) {
             Node q;
-            if (!(r.fa * r.fb < 0.0) || !reach((r.fa * r.b - r.fb * r.a) / (r.fa - r.fb), q)) return;
+            if (!(r.fa * r.fb < 0.0) || !reach((r.fa * r.b - r.fb * r.a) / (r.fa - r.fb), q))
+                return;
             r.take(at(q.u, variable_), off(q));
             next_ = q;
         }
@@ -225,7 +226,8 @@ class Tracer : EnvelopePair, PhaseCurve {
         envelope_.points.push_back(point());
         for (int k = 0; k < n_; ++k)
             envelope_.dmu = std::max(envelope_.dmu, std::fabs(pair_.a.m[k] - pair_.b.m[k]));
-        const double rounding = R * pair_.a.T * std::max(pair_.a.P_rounding(), pair_.b.P_rounding()),
+        const double rounding =
+                         R * pair_.a.T * std::max(pair_.a.P_rounding(), pair_.b.P_rounding()),
                      p = pair_.pressure();
         envelope_.dp =
             std::max(envelope_.dp, std::max(0.0, std::fabs(pair_.a.p - pair_.b.p) - rounding) / p);
@@ -253,7 +255,8 @@ class Tracer : EnvelopePair, PhaseCurve {
         CriticalConditions conditions(fluid_);
         CriticalConditions::Variables y{std::log(found.rho), c.u.back(), 0.0, 0.0};
         if (conditions.solve(y, 2, nullptr, 0.0, kNewton) &&
-            std::fabs(conditions.s.T / found.T - 1.0) + std::fabs(conditions.s.rho / found.rho - 1.0) <
+            std::fabs(conditions.s.T / found.T - 1.0) +
+                    std::fabs(conditions.s.rho / found.rho - 1.0) <
                 kSame) {
             found.T = conditions.s.T;
             found.p = conditions.s.p;
@@ -312,9 +315,9 @@ class Tracer : EnvelopePair, PhaseCurve {
     const EnvelopeOptions o_;
     const int n_;
     Stability stability_;
-    Node next_;                // the point that the last step led to
-    int variable_ = 0;         // which was specified in it
-    bool crossing_ = false;    // and passes zero
+    Node next_;              // the point that the last step led to
+    int variable_ = 0;       // which was specified in it
+    bool crossing_ = false;  // and passes zero
     bool beyond_ = false;
     Envelope envelope_;
 };
@@ -396,7 +399,8 @@ std::vector<Envelope> phase_envelopes(ModelN const& model, Vector<double> const&
     Vector<double> const y = found[0].points[0].y;
     const bool hidden = found[0].unstable > 0;
     for (int k = 0; k < fluid.size(); ++k)
-        if (fluid.size() > 2 && y[fluid.index(k)] > 0.9 && fluid.z()[k] < 0.5) add(without, k, false);
+        if (fluid.size() > 2 && y[fluid.index(k)] > 0.9 && fluid.z()[k] < 0.5)
+            add(without, k, false);
     for (int k = 0; hidden && k < fluid.size(); ++k) add(nearly_pure, k, true);
     return found;
 }

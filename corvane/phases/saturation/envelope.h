@@ -34,7 +34,7 @@ struct Envelope {
     std::vector<EnvelopePoint> cricondenbar;    ///< of p, up to where p rises again on the bubble
                                                 ///< side: there the curve leaves for dense states
     std::vector<EnvelopePoint> beyond_T, beyond_p;  ///< local maxima of T, of p beyond that
-    double dmu = 0.0, dp = 0.0;                 ///< largest of all points, see Certificate
+    double dmu = 0.0, dp = 0.0;                     ///< largest of all points, see Certificate
     /// Points at which the tangent-plane test finds a third phase; their number among all. Such a
     /// curve goes on through states that are not stable: a split of the liquid hides part of it.
     int unstable = 0;
@@ -59,7 +59,8 @@ struct EnvelopeOptions {
 /// cubic through two points and their tangents; steps follow the number of iterations. Near a
 /// critical point the ratio specified steps through zero, so that the trivial solution is excluded.
 /// The critical point comes from ratios ± 0.02 by Hermite interpolation, then by Newton's method on
-/// its own conditions (see critical_point), extrema of T and p by the secant method on the slope. All points are solved to 1e-9, see Certificate.
+/// its own conditions (see critical_point), extrema of T and p by the secant method on the slope.
+/// All points are solved to 1e-9, see Certificate.
 ///
 /// @throws EquilibriumFailure gave_up: no dew point at p_start, or a pure fluid (one component
 ///     present); ThException 5, MthException 2; what the model throws

@@ -77,8 +77,7 @@ bool SaturationSolver::traced(bool upper, bool known, Found& best) {
         if (a.bubble == b.bubble && a.bubble != (kind_ == Saturated::bubble)) continue;
         const double lo = std::log(at_T_ ? std::min(a.p, b.p) : std::min(a.T, b.T)) - 1e-7,
                      hi = std::log(at_T_ ? std::max(a.p, b.p) : std::max(a.T, b.T)) + 1e-7;
-        if (std::any_of(others_.begin(), others_.end(),
-                        [&](double s) { return s > lo && s < hi; }))
+        if (std::any_of(others_.begin(), others_.end(), [&](double s) { return s > lo && s < hi; }))
             continue;
         if (!crossing(a, b, fa / (fa - fb), lo, hi)) {
             missed_ = true;
