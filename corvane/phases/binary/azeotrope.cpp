@@ -21,7 +21,7 @@ AzeotropePoint azeotrope_point(CoexistenceSolver const& s, double tpd, Validity 
     PhaseState const *a = &s.phase[0], *b = &s.phase[1];
     if (a->rho < b->rho) std::swap(a, b);
     q.T = a->T;
-    q.p = s.p > 0.0 ? s.p : s.pressure();
+    q.p = s.p.value_or(s.pressure());
     q.x = a->x[0];
     certify(s.fluid, q.p, {a, b}, q.certificate);
     q.dense = q.certificate.phases[0];
@@ -80,7 +80,7 @@ AzeotropePoint find(ModelN const& model, bool at_T, double value, AzeotropeOptio
     const FluidModel fluid(model, equal_parts());
     CoexistenceSolver s(fluid, 2);
     s.also = kEqual;
-    (at_T ? s.T : s.p) = value;
+    s.hold({at_T, value});
     if (!start_at(s, start)) throw ThException(th_out_of_range);
     auto fail = [&](double residual, char const* advice) {
         throw EquilibriumFailure(Kind::gave_up, state, name, s.iterations, residual, advice);

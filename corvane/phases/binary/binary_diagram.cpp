@@ -26,7 +26,7 @@ struct Junction {
 
 class Builder {
   public:
-    Builder(ModelN const& model, Constant constant, DiagramOptions const& o)
+    Builder(ModelN const& model, Fixed constant, DiagramOptions const& o)
         : fluid_(model, equal_parts()),
           constant_(constant),
           o_(o),
@@ -336,7 +336,7 @@ class Builder {
     }
 
     const FluidModel fluid_;
-    const Constant constant_;
+    const Fixed constant_;
     DiagramOptions o_;
     PairSolver pair_;
     Stability stability_;
@@ -346,7 +346,7 @@ class Builder {
     BinaryDiagram d_;
 };
 
-BinaryDiagram build(ModelN const& model, Constant constant, DiagramOptions const& o) {
+BinaryDiagram build(ModelN const& model, Fixed constant, DiagramOptions const& o) {
     check_binary(model, constant.value);
     check_options(o);
     return Builder(model, constant, o).run();

@@ -197,9 +197,9 @@ CurveEnd LineTracer::lost() {
 std::optional<CurveEnd> LineTracer::arrive() {
     Path::Node const& b = path_.now();
     if (b.u.back() < std::log(T_min_))
-        return at_end(path_.stop_at(solver.T, T_min_) && (stable(), true), PhaseLineEnd::cold);
+        return at_end(path_.stop_at({true, T_min_}) && (stable(), true), PhaseLineEnd::cold);
     if (b.ln_p > std::log(o_.p_max))
-        return at_end(path_.stop_at(solver.p, o_.p_max) && (stable(), true),
+        return at_end(path_.stop_at({false, o_.p_max}) && (stable(), true),
                       PhaseLineEnd::pressure);
     if (!stable()) return at_end(new_phase(), PhaseLineEnd::three_phase);
     if (!record_()) return PhaseLineEnd::uncertified;

@@ -129,18 +129,17 @@ bool Path::between(double q, Node& node) {
     const std::vector<double> along = now_.t;
     return solve_node(kNewton, node, &along);
 }
-bool Path::stop_at(double& condition, double value) {
-    const bool of_T = &condition == &s_.T;
-    auto off = [&](Node const& q) { return (of_T ? q.u.back() : q.ln_p) - std::log(value); };
+bool Path::stop_at(Fixed bound) {
+    auto off = [&](Node const& q) { return (bound.at_T ? q.u.back() : q.ln_p) - std::log(bound.value); };
     double lo = 0.0, hi = 1.0, below = off(before_), above = off(now_);
     for (int it = 0; it < 12; ++it) {
         const double q = (below * hi - above * lo) / (below - above);
         Node node;
         if (!between(q, node)) return false;
         s_.row.clear();
-        condition = value;
+        s_.hold(bound);
         const bool solved = s_.solve(kNewton);
-        condition = 0.0;
+        (bound.at_T ? s_.T : s_.p).reset();
         if (solved && contains(s_.u) && evaluate(std::vector<double>(s_.u), node)) {
             now_ = node;
             return true;

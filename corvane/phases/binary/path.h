@@ -32,9 +32,8 @@ class Path : public PhaseCurve {
     /// Replace the ends of the last step by what between() found.
     void set_before(Node const& node) { before_ = node; }
     void set_now(Node const& node) { now_ = node; }
-    /// Shortens the last step to where T or p (condition: the solver's) has the value; now() is
-    /// there. Regula falsi along the step, until Newton's method at that T or p converges.
-    bool stop_at(double& condition, double value);
+    /// Shortens the last step to where T or p has the value; now() is there. Regula falsi along the step, until Newton's method at that T or p converges.
+    bool stop_at(Fixed bound);
     /// u, which is a solution, with the tangent in the direction of now().
     bool evaluate(std::vector<double> const& u, Node& node);
     /// Is a mole fraction of now() below 1e-200?

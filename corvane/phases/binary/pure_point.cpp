@@ -20,11 +20,11 @@ Vector<double> only(int component) {
 }
 
 /// Newton from densities and T of a start.
-bool solve(FluidModel const& fluid, Vector<double> const& z, Constant constant, double liquid,
+bool solve(FluidModel const& fluid, Vector<double> const& z, Fixed constant, double liquid,
            double vapour, double T, TieLine& q) {
     const FluidModel pure(fluid.model(), z);
     PairSolver pair(pure);
-    (constant.at_T ? pair.T : pair.p) = constant.value;
+    pair.hold(constant);
     pair.start({1.0}, liquid, {1.0}, vapour, T);
     const bool solved = pair.solve(40) && pair.u[0] - pair.u[1] > kApart && pair.pressure() > 0.0;
     fluid.evaluations += pure.evaluations;
@@ -32,7 +32,7 @@ bool solve(FluidModel const& fluid, Vector<double> const& z, Constant constant, 
     return solved;
 }
 
-bool near_critical(FluidModel const& fluid, Vector<double> const& z, Constant constant,
+bool near_critical(FluidModel const& fluid, Vector<double> const& z, Fixed constant,
                    TieLine& q) {
     const CriticalPoint c = critical_point(fluid.model(), z);
     fluid.evaluations += c.certificate.evaluations;
@@ -49,7 +49,7 @@ bool near_critical(FluidModel const& fluid, Vector<double> const& z, Constant co
 }
 }  // namespace
 
-bool pure_point(FluidModel const& fluid, int component, Constant constant, TieLine& q,
+bool pure_point(FluidModel const& fluid, int component, Fixed constant, TieLine& q,
                 TieLine const* near) {
     const Vector<double> z = only(component);
     try {

@@ -2,20 +2,15 @@
 #pragma once
 
 #include <corvane/phases/binary/diagram.h>
+#include <corvane/phases/phase/fixed.h>
 #include <corvane/phases/phase/phase.h>
 
 namespace corvane {
 
-/// What is constant along a diagram.
-struct Constant {
-    bool at_T;
-    double value;
-};
-
 /// The saturated pure component of a binary as the tie line x = y, liquid first. From `near`, if
 /// given; from Wilson's K-factor (bubble_T, bubble_p); then from densities that differ from the
 /// critical one as the root of the distance in T. False above the critical point, or if all fail.
-bool pure_point(FluidModel const& fluid, int component, Constant constant, TieLine& q,
+bool pure_point(FluidModel const& fluid, int component, Fixed constant, TieLine& q,
                 TieLine const* near = nullptr);
 
 }  // namespace corvane

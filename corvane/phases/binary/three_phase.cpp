@@ -36,7 +36,7 @@ ThreePhasePoint find(ModelN const& model, bool at_T, double value, ThreePhaseOpt
     }
     const FluidModel fluid(model, equal_parts());
     CoexistenceSolver solver(fluid, 3);
-    (at_T ? solver.T : solver.p) = value;
+    solver.hold({at_T, value});
     if (!start_three(solver, *o.start)) throw ThException(th_out_of_range);
     auto fail = [&](double residual, char const* advice) {
         throw EquilibriumFailure(Kind::gave_up, state, name, solver.iterations, residual, advice);
@@ -62,7 +62,7 @@ ThreePhasePoint three_phase_point(CoexistenceSolver const& s, double tpd,
                                   Validity const* validity) {
     ThreePhasePoint q;
     q.T = s.phase[0].T;
-    q.p = s.p > 0.0 ? s.p : s.pressure();
+    q.p = s.p.value_or(s.pressure());
     std::vector<PhaseState const*> order;
     for (PhaseState const& phase : s.phase) order.push_back(&phase);
     std::sort(order.begin(), order.end(), [&](PhaseState const* a, PhaseState const* b) {

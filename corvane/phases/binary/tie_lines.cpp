@@ -21,7 +21,7 @@ TieLine tie_line(CoexistenceSolver const& s) {
     return {a.T, s.phase[s.softest()].p, a.x[0], b.x[0], a.rho, b.rho, true};
 }
 
-TieLineTracer::TieLineTracer(FluidModel const& fluid, Constant constant, DiagramOptions const& o,
+TieLineTracer::TieLineTracer(FluidModel const& fluid, Fixed constant, DiagramOptions const& o,
                              bool cut)
     : fluid_(fluid),
       constant_(constant),
@@ -35,7 +35,7 @@ TieLineTracer::TieLineTracer(FluidModel const& fluid, Constant constant, Diagram
       evaluations_(fluid.evaluations) {
     for (CoexistenceSolver* s : {static_cast<CoexistenceSolver*>(&pair_),
                                  static_cast<CoexistenceSolver*>(&azeotrope_), &solver3_})
-        (constant.at_T ? s->T : s->p) = constant.value;
+        s->hold(constant);
     azeotrope_.also = {1, -1, -1, 1, 0};
     const double Tc[] = {fluid.pure(0).Tcrit(), fluid.pure(1).Tcrit()};
     T_min_ = o.T_min > 0.0 ? o.T_min : 0.3 * std::min(Tc[0], Tc[1]);
@@ -58,8 +58,7 @@ bool TieLineTracer::enter() {
     for (int k = 0; k < o_.points; ++k) {
         if (advance(path_, path_.step) || path_.at_trace()) return false;
         if (!within(path_.now().ln_p, path_.now().u.back())) continue;
-        if (!path_.stop_at(constant_.at_T ? pair_.p : pair_.T,
-                           constant_.at_T ? o_.p_max : T_min_))
+        if (!path_.stop_at({!constant_.at_T, constant_.at_T ? o_.p_max : T_min_}))
             return false;
         stable_ = !o_.stability || test(pair_, true);
         d_ = {};
@@ -156,7 +155,7 @@ std::optional<DiagramEnd> TieLineTracer::bound() {
         limit = std::log(why == DiagramEnd::coldest ? T_min_ : T_max_);
     }
     if (why == DiagramEnd::coldest ? to > limit : to < limit) return {};
-    if (!path_.stop_at(constant_.at_T ? pair_.p : pair_.T, std::exp(limit)))
+    if (!path_.stop_at({!constant_.at_T, std::exp(limit)}))
         return DiagramEnd::stuck;
     return why;
 }

@@ -19,7 +19,7 @@ TieLine tie_line(CoexistenceSolver const& solver);
 class TieLineTracer {
   public:
     /// cut: end the curve where a third phase appears.
-    TieLineTracer(FluidModel const& fluid, Constant constant, DiagramOptions const& options,
+    TieLineTracer(FluidModel const& fluid, Fixed constant, DiagramOptions const& options,
                   bool cut);
 
     /// From the saturation point of a pure component; where that lies beyond p_max or T_min, from
@@ -67,7 +67,7 @@ class TieLineTracer {
     Diagram finish(DiagramEnd why);
 
     FluidModel const& fluid_;
-    const Constant constant_;
+    const Fixed constant_;
     const DiagramOptions o_;
     const bool cut_;
     PairSolver pair_, azeotrope_;

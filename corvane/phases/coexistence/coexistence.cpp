@@ -72,18 +72,18 @@ void CoexistenceSolver::assemble() {
         J += (n - 1) * m;
         r += n - 1;
     }
-    if (T > 0.0) {
-        *r++ = u[last] - std::log(T);
+    if (T) {
+        *r++ = u[last] - std::log(*T);
         J[last] = 1.0;
         J += m;
     }
-    if (p > 0.0) {
+    if (p) {
         const int at = softest() * n;
         // In ln p for a gas, where that is nearly linear; as it is for a liquid.
         const bool gas = light.p > 0.0 && light.S < kGas * light.rho;
-        const double c = gas ? light.p : p;
+        const double c = gas ? light.p : *p;
         p_row_ = static_cast<int>(r - r_.data());
-        *r++ = gas ? std::log(light.p / p) : light.p / p - 1.0;
+        *r++ = gas ? std::log(light.p / *p) : light.p / *p - 1.0;
         for (int j = 0; j < n; ++j) J[at + j] = light.rho_i[j] * light.P[j] * RT / c;
         J[last] = (light.p_T + light.p / RT) * RT / c;
         J += m;
@@ -140,8 +140,8 @@ bool CoexistenceSolver::solve(int limit) {
         residual = 0.0;
         for (int i = 0; i < m; ++i) {
             const double r = std::fabs(r_[i]);
-            if (p > 0.0 && i == p_row_)
-                residual = std::max(residual, r - rounding * R * light.T * light.rho / p);
+            if (p && i == p_row_)
+                residual = std::max(residual, r - rounding * R * light.T * light.rho / *p);
             else if (i < (count_ - 1) * (n + 1) && i % (n + 1) == n)
                 dp = std::max(dp, r - rounding);
             else
@@ -224,7 +224,7 @@ bool CoexistenceSolver::bound(Certificate& c) {
     }
     for (int i = 1; z && i < n; ++i)
         e[at++] = 4 * eps * (2.0 + std::fabs(u[i]) + std::fabs(u[0]));
-    if (p > 0.0) e[p_row_] = std::fabs(p_rounding);
+    if (p) e[p_row_] = std::fabs(p_rounding);
     for (int k = 0; k < m; ++k) e[k] += std::fabs(r_[k]);
     std::vector<double> inverse(static_cast<std::size_t>(m * m));
     if (!invert(m, jacobian_.data(), inverse.data())) return false;
@@ -248,10 +248,7 @@ bool CoexistenceSolver::bound(Certificate& c) {
         sum[j] *= RT / light.p;
     }
     const double of_p = off(sum.data()) + std::fabs(p_rounding), of_T = off(change(last));
-    c.value_error = T > 0.0 && p > 0.0 ? 0.0
-                    : T > 0.0          ? of_p
-                    : p > 0.0          ? of_T
-                                       : std::max(of_p, of_T);
+    c.value_error = T && p ? 0.0 : T ? of_p : p ? of_T : std::max(of_p, of_T);
     return c.bounded();
 }
 

@@ -1,9 +1,11 @@
 // Newton's method for phases in equilibrium. Internal to the library.
 #pragma once
 
+#include <corvane/phases/phase/fixed.h>
 #include <corvane/phases/phase/phase.h>
 #include <corvane/phases/report/certificate.h>
 
+#include <optional>
 #include <vector>
 
 namespace corvane {
@@ -30,14 +32,15 @@ class CoexistenceSolver {
                                              ///< the first phase, or with `split` of the first two
     bool split = false;     ///< `fraction` is a variable (instead of also and row)
     double fraction = 0.0;  ///< volume fraction of the second phase in the whole
-    double T = 0.0;                          ///< > 0: temperature
-    double p = 0.0;                          ///< > 0: pressure
-    std::vector<double> also;                ///< not empty: also·u = 0
-    std::vector<double> row;                 ///< not empty: row·u = value
+    std::optional<double> T, p;  ///< K, MPa
+    std::vector<double> also;    ///< not empty: also·u = 0
+    std::vector<double> row;     ///< not empty: row·u = value
     double value = 0.0;
 
     int size() const { return count_ * n_ + (split ? 2 : 1); }
     int count() const { return count_; }
+    void hold(Fixed at) { (at.at_T ? T : p) = at.value; }
+    void release() { T = p = std::nullopt; }
     /// Start values of phase k.
     void start(int k, std::vector<double> const& x, double rho);
     /// False when it does not converge within `limit` iterations. On success all phases are

@@ -286,14 +286,14 @@ void RegularPair::fix(double* J, double* r, bool tangent) const {
     };
     if (!free_composition && (fixed_fraction || tangent)) keep(at_f);
     if (!free_composition && (fixed_distance || tangent)) return keep(at_d);
-    if (T > 0.0) {
-        *r++ = ln_T() - std::log(T);
+    if (T) {
+        *r++ = ln_T() - std::log(*T);
         J[at_T] = 1.0;
         J += m;
     }
-    if (p > 0.0) {
-        const double unit = R * a.T / p;
-        *r++ = a.p / p - 1.0;
+    if (p) {
+        const double unit = R * a.T / *p;
+        *r++ = a.p / *p - 1.0;
         for (int j = 0; j < n; ++j) {
             const double slope = unit * a.rho_i[j] * a.P[j];
             J[j] = slope;
@@ -366,7 +366,7 @@ bool RegularPair::bound(Certificate& c) {
     for (int i = 1; i < n; ++i)
         e_[n + 1 + i] = 4 * eps * (2.0 + std::fabs(y[i]) + std::fabs(y[0]));
     const double p_rounding = rounding_of_P(fluid, a) * R * a.T / a.p;
-    if (p > 0.0 && !fixed_distance) e_[m - 1] = p_rounding;
+    if (p && !fixed_distance) e_[m - 1] = p_rounding;
     for (int k = 0; k < m; ++k) e_[k] += std::fabs(r_[k]);
     std::vector<double> inverse(jacobian_.size());
     if (!invert(m, jacobian_.data(), inverse.data())) return false;
@@ -397,9 +397,9 @@ bool RegularPair::bound(Certificate& c) {
     }
     c.apart_error = off.apart(ln, rows.data());
     const double of_p = off(ln_p.data()) + p_rounding, of_T = off(row(2 * n + 1));
-    c.value_error = T > 0.0 && p > 0.0 ? 0.0
-                    : T > 0.0          ? of_p
-                    : p > 0.0          ? of_T
+    c.value_error = T && p ? 0.0
+                    : T      ? of_p
+                    : p      ? of_T
                                        : std::max(of_p, of_T);
     return c.bounded();
 }

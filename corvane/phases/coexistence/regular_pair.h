@@ -5,6 +5,7 @@
 #include <corvane/phases/phase/phase.h>
 #include <corvane/phases/report/certificate.h>
 
+#include <optional>
 #include <vector>
 
 namespace corvane {
@@ -44,9 +45,9 @@ class RegularPair {
     PhaseState a, b;        ///< evaluated at y with all derivatives, after solve()
     std::vector<double> y;  ///< c (n), n (n), d, ln T, volume fraction of b in the whole
 
-    // Two of four are fixed: T, p (> 0), d (as it is in y), the fraction (as it is in y; at 0 phase
+    // Two of four are fixed: T, p, d (as it is in y), the fraction (as it is in y; at 0 phase
     // a has the composition z of the fluid).
-    double T = 0.0, p = 0.0;
+    std::optional<double> T, p;
     bool fixed_distance = false, fixed_fraction = true;
     /// Three components: T, p, d and the fraction are all fixed, and no composition is. So tie lines
     /// at given T and p are found by their half distance, and with d = 0 the plait point.

@@ -55,7 +55,6 @@ class Tracer : EnvelopePair, PhaseCurve {
         if (!pair_.evaluate()) return {};
         for (int k = 0; k < n_; ++k)  // by equal potentials
             if (k == trace || y[k] < 1e-6) pair_.u[n_ + k] += pair_.a.m[k] - pair_.b.m[k];
-        pair_.T = 0.0;
         pair_.row.clear();
         pair_.p = o_.p_start;
         if (!solve(30) || !is_dew()) return {};
@@ -147,7 +146,7 @@ class Tracer : EnvelopePair, PhaseCurve {
 
     /// What the solver holds fixed beside the composition: coordinate c.
     void fix(int c, double value) {
-        pair_.T = pair_.p = 0.0;
+        pair_.release();
         specify(c);
         pair_.value = value;
     }
