@@ -37,7 +37,9 @@ TEST(PhaseProperties, OfAPureFluidAreThoseOfItsFunctions) {
                 EXPECT_SAME(q.dp_dT, rho * R * m.betaV(rho, T));
                 EXPECT_SAME(q.s_res, m.Sr(rho, T));
                 EXPECT_SAME(q.h_res, m.Hr(rho, T));
-                EXPECT_SAME(q.n_s * q.p, 1e-3 * rho * q.w * q.w * q.M);  // MPa
+                if (q.n_s * q.p > 0) {  // else w is no number
+                    EXPECT_SAME(q.n_s * q.p, 1e-3 * rho * q.w * q.w * q.M);  // MPa
+                }
                 if (rho < 1e-7) {
                     EXPECT_NEAR(q.n_s, q.cp / q.cv, 1e-3);
                 }
