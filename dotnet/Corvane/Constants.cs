@@ -37,6 +37,7 @@ namespace Corvane
         public static double VolumeTolerance => CSharp_th_veps_get();
 
         /// <summary>A random number in 0 … 1 from the calling thread's generator.</summary>
+        /// <returns>The number, dimensionless.</returns>
         public static double RanShuffle() => CSharp_ran_shuffle();
     }
 }

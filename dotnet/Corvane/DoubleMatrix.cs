@@ -17,6 +17,8 @@ namespace Corvane
         }
 
         /// <summary>rows × columns zeros.</summary>
+        /// <param name="rows">Number of rows.</param>
+        /// <param name="columns">Number of columns.</param>
         public DoubleMatrix(int rows, int columns) : this(Make(rows, columns)) { }
 
         /// <summary>Number of rows.</summary>
@@ -26,6 +28,8 @@ namespace Corvane
         public int Columns => CSharp_doubleM_cols(Handle);
 
         /// <summary>Element (i, j), from 0.</summary>
+        /// <param name="i">Number of the row, from 0.</param>
+        /// <param name="j">Number of the column, from 0.</param>
         public double this[int i, int j]
         {
             get => Corvane_doubleM_getItemValue(
@@ -35,6 +39,8 @@ namespace Corvane
         }
 
         /// <summary>Resizes, keeping the common leading part.</summary>
+        /// <param name="rows">Number of rows.</param>
+        /// <param name="columns">Number of columns.</param>
         public void Resize(int rows, int columns)
         {
             NotNegative(rows, columns);
@@ -47,6 +53,9 @@ namespace Corvane
 
         /// <summary>Determinant, by cofactors: for orders up to about 8. Numerical failure 3 for a
         /// matrix that is not square.</summary>
+        /// <returns>The determinant, in the unit of the elements to the power of the
+        /// order.</returns>
+        /// <exception cref="ThermodynamicException">Numerical 3: not square.</exception>
         public double Determinant() =>
             Check(Corvane_doubleM_det(Handle, out CorvaneError e), ref e);
 

@@ -20,15 +20,18 @@ namespace Corvane
         }
 
         /// <summary>count zeros; empty for a negative count.</summary>
+        /// <param name="count">Number of elements.</param>
         public DoubleVector(int count) : this(Make(count)) { }
 
         /// <summary>The given numbers.</summary>
+        /// <param name="values">The elements, in any unit.</param>
         public DoubleVector(params double[] values) : this(Checked(values).Length)
         {
             CopyFrom(values);
         }
 
         /// <summary>A copy.</summary>
+        /// <param name="other">What is copied.</param>
         public DoubleVector(DoubleVector other) : this(Copy(other)) { }
 
         /// <summary>Number of elements. Setting it keeps the common leading part.</summary>
@@ -39,6 +42,7 @@ namespace Corvane
         }
 
         /// <summary>Element i, 0 &lt;= i &lt; Count.</summary>
+        /// <param name="i">Number of the element, from 0.</param>
         public double this[int i]
         {
             get => CSharp_doubleV_getItemValue(Handle, InRange(i, Count, nameof(i)));
@@ -46,15 +50,21 @@ namespace Corvane
         }
 
         /// <summary>The sum of the elements.</summary>
+        /// <returns>The sum, in the unit of the elements.</returns>
         public double Sum() => CSharp_doubleV_sum(Handle);
 
         /// <summary>The sum of their squares.</summary>
+        /// <returns>The sum, in the squared unit of the elements.</returns>
         public double SumOfSquares() => CSharp_doubleV_sum2(Handle);
 
         /// <summary>Value at x of the polynomial with these coefficients, constant first.</summary>
+        /// <param name="x">Where it is evaluated, in any unit.</param>
+        /// <returns>The value, in the unit of the constant.</returns>
         public double Polynomial(double x) => CSharp_doubleV_polynomial(Handle, x);
 
         /// <summary>Index of the first smallest or largest element; 0 if empty.</summary>
+        /// <param name="key">Which element: by value or by amount, smallest or largest.</param>
+        /// <returns>Its number, from 0.</returns>
         public int IndexOf(Extremum key)
         {
             int native = (int)key;
@@ -64,9 +74,12 @@ namespace Corvane
         }
 
         /// <summary>Sets every element to x.</summary>
+        /// <param name="x">The value, in any unit.</param>
         public void Fill(double x) => CSharp_doubleV_set(Handle, x);
 
         /// <summary>Element i becomes start + i·step.</summary>
+        /// <param name="start">Element 0, in any unit.</param>
+        /// <param name="step">Difference of neighbours, in the same unit.</param>
         public void Ramp(double start, double step) => CSharp_doubleV_ramp(Handle, start, step);
 
         /// <summary>Makes it a random unit vector. Not empty.</summary>
@@ -78,6 +91,7 @@ namespace Corvane
 
         /// <summary>Replaces every element x by f(x). If f throws, or changes the number of elements,
         /// the elements stay as f left them.</summary>
+        /// <param name="f">The function of an element.</param>
         public void Transform(Func<double, double> f)
         {
             NotNull(f, nameof(f));
@@ -86,6 +100,7 @@ namespace Corvane
         }
 
         /// <summary>The elements as an array.</summary>
+        /// <returns>A copy of the elements, in their unit.</returns>
         public double[] ToArray()
         {
             double[] values = new double[Count];
@@ -94,6 +109,7 @@ namespace Corvane
         }
 
         /// <summary>Sets the elements; values has Count numbers.</summary>
+        /// <param name="values">As many numbers, in any unit.</param>
         public void CopyFrom(double[] values)
         {
             if (Checked(values).Length != Count) throw new ArgumentException("wrong length");
@@ -101,11 +117,13 @@ namespace Corvane
         }
 
         /// <summary>The elements in order.</summary>
+        /// <returns>An enumerator of a copy.</returns>
         public IEnumerator<double> GetEnumerator() => ((IEnumerable<double>)ToArray()).GetEnumerator();
 
         IEnumerator IEnumerable.GetEnumerator() => GetEnumerator();
 
         /// <summary>The elements, separated by commas, in the invariant culture.</summary>
+        /// <returns>The text.</returns>
         public override string ToString() =>
             string.Join(", ", Array.ConvertAll(ToArray(), x => FormattableString.Invariant($"{x:R}")));
 

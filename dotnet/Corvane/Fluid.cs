@@ -112,9 +112,9 @@ namespace Corvane
 
         /// <summary>All stable states that have two given quantities.</summary>
         /// <param name="first">the first quantity</param>
-        /// <param name="a">its value</param>
+        /// <param name="a">its value: K, MPa, mol/cm³, J/mol, J/(mol K), or a fraction</param>
         /// <param name="second">the second quantity</param>
-        /// <param name="b">its value</param>
+        /// <param name="b">its value, likewise: K, MPa, mol/cm³, J/mol, J/(mol K), or a fraction</param>
         /// <returns>states by rising temperature; several where the quantities leave a choice, none
         /// where none was found</returns>
         /// <exception cref="ThermodynamicException">code OutOfRange: a value out of range or a pair
@@ -126,9 +126,9 @@ namespace Corvane
 
         /// <summary>The stable state that has two given quantities.</summary>
         /// <param name="first">the first quantity</param>
-        /// <param name="a">its value</param>
+        /// <param name="a">its value: K, MPa, mol/cm³, J/mol, J/(mol K), or a fraction</param>
         /// <param name="second">the second quantity</param>
-        /// <param name="b">its value</param>
+        /// <param name="b">its value, likewise: K, MPa, mol/cm³, J/mol, J/(mol K), or a fraction</param>
         /// <returns>the state</returns>
         /// <exception cref="ThermodynamicException">as <see cref="States"/>; GaveUp: none was found, or
         /// several have these values</exception>

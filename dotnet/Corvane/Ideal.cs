@@ -40,6 +40,9 @@ namespace Corvane
 
         /// <summary>Adds dh [K] to every energy and ds [R] to every entropy. Code 3 without data.
         /// </summary>
+        /// <param name="dh">What is added to energies over R, K.</param>
+        /// <param name="ds">What is added to entropies over R, dimensionless.</param>
+        /// <exception cref="ThermodynamicException">3: no ideal-gas data.</exception>
         public void Offset(double dh, double ds)
         {
             Corvane_Ideal_offset(Handle, dh, ds, out CorvaneError e);

@@ -48,10 +48,20 @@ namespace Corvane
 
         /// <summary>A new model from the plug-in CorvaneS/libth&lt;eos&gt;.dll. Code 1: no such
         /// plug-in; code 0: not a plug-in.</summary>
+        /// <param name="eos">Name of the equation of state, such as PR.</param>
+        /// <exception cref="ThermodynamicException">1: file or plug-in missing or malformed; 0: not
+        /// a plug-in.</exception>
         public Model1(string eos) : this(Attach(eos)) { }
 
         /// <summary>A model with a parameter set, and with the substance's ideal-gas table if withIdeal.
         /// Code 1: plug-in or file missing.</summary>
+        /// <param name="eos">Name of the equation of state, such as PR.</param>
+        /// <param name="substance">Name of the substance in the data.</param>
+        /// <param name="id">Number of the parameter set.</param>
+        /// <param name="withIdeal">Whether the ideal-gas table is read.</param>
+        /// <returns>The model; dispose it.</returns>
+        /// <exception cref="ThermodynamicException">1: file or plug-in missing or malformed; 0: not
+        /// a plug-in.</exception>
         public static Model1 Open(string eos, string substance, int id = 1, bool withIdeal = true)
         {
             Model1 model = new Model1(eos);
@@ -72,10 +82,16 @@ namespace Corvane
 
         /// <summary>Reads CorvaneS/parameters/&lt;eos&gt;/&lt;Name&gt;;&lt;Id&gt;; the file's own name
         /// and number replace them. Code 1: no file.</summary>
+        /// <param name="eos">Folder below CorvaneS/parameters.</param>
+        /// <exception cref="ThermodynamicException">1: file or plug-in missing or
+        /// malformed.</exception>
         public void Load(string eos) =>
             Check(Corvane_Model1_load(Handle, Text(eos), out CorvaneError e), ref e);
 
         /// <summary>Writes models/parameters/&lt;eos&gt;/&lt;Name&gt;;&lt;Id&gt;. Code 1.</summary>
+        /// <param name="eos">Folder below models/parameters.</param>
+        /// <exception cref="ThermodynamicException">1: file or plug-in missing or
+        /// malformed.</exception>
         public void Store(string eos)
         {
             Corvane_Model1_store(Handle, Text(eos), out CorvaneError e);
@@ -92,6 +108,8 @@ namespace Corvane
 
         /// <summary>Prints a banner to the C library's standard output; bits of level: 1 parameters,
         /// 2 ideal-gas range, 4 range of the solid data.</summary>
+        /// <param name="title">A line above the rest.</param>
+        /// <param name="level">What is printed: a sum of 1, 2, 4.</param>
         public void Intro(string title, int level) =>
             CSharp_Model1_intro(Handle, Text(title), level);
 
@@ -175,6 +193,7 @@ namespace Corvane
         public int AdjustableCount => CSharp_Model1_madj(Handle);
 
         /// <summary>Parameter i, 0 &lt;= i &lt; ParameterCount.</summary>
+        /// <param name="i">Number of the parameter, from 0.</param>
         public double this[int i]
         {
             get => CSharp_Model1_param__SWIG_0(Handle, InRange(i, ParameterCount, nameof(i)));
@@ -182,6 +201,7 @@ namespace Corvane
         }
 
         /// <summary>Sets the leading parameters; at most ParameterCount.</summary>
+        /// <param name="values">The first parameters, each in its unit.</param>
         public void SetParameters(DoubleVector values)
         {
             if (DoubleVector.HandleOf(values) != null && values.Count > ParameterCount)
@@ -192,27 +212,54 @@ namespace Corvane
 
         /// <summary>Z − Zt, ∂(rho·Z)/∂rho and ∂²(rho·Z)/∂rho² at T [K], rho [mol/cm³]; all vanish at
         /// the critical point of compressibility factor Zt.</summary>
+        /// <param name="T">Temperature, K.</param>
+        /// <param name="rho">Density, mol/cm³.</param>
+        /// <param name="Zt">Compressibility factor that is wanted, dimensionless.</param>
+        /// <returns>Three numbers: the first two dimensionless, the third in cm³/mol.</returns>
+        /// <exception cref="ThermodynamicException">5: out of range.</exception>
         public DoubleVector Crit(double T, double rho, double Zt) =>
             new DoubleVector(Check(
                 Corvane_Model1_crit(Handle, T, rho, Zt, out CorvaneError e), ref e));
 
         /// <summary>The equation's own density roots at p [MPa], T [K]: 0 none, 1 one in rho1, 3 two.
         /// rho1 is a start value on entry.</summary>
+        /// <param name="p">Pressure, MPa.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <param name="phase">Which density root is wanted.</param>
+        /// <param name="rho1">Density, mol/cm³: start value on entry; receives the root that is
+        /// asked for.</param>
+        /// <param name="rho2">Receives the other root, mol/cm³.</param>
+        /// <returns>0: none, 1: one in rho1, 3: two.</returns>
+        /// <exception cref="ThermodynamicException">5: out of range; 9: no such
+        /// density.</exception>
         public int Vcalc(double p, double T, Phase phase, ref double rho1, ref double rho2) =>
             Check(Corvane_Model1_vcalc(
                 Handle, p, T, (int)phase, ref rho1, ref rho2, out CorvaneError e), ref e);
 
         /// <summary>Start density [mol/cm³] of the equation's own solver.</summary>
+        /// <param name="p">Pressure, MPa.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <param name="phase">Which density root.</param>
+        /// <returns>The start value, mol/cm³.</returns>
+        /// <exception cref="ThermodynamicException">5: out of range.</exception>
         public double Xinit(double p, double T, Phase phase) =>
             Check(Corvane_Model1_xinit(Handle, p, T, (int)phase, out CorvaneError e), ref e);
 
         /// <summary>Density [mol/cm³] that bounds dense or dilute roots at T [K]. Code 0 without
         /// tables.</summary>
+        /// <param name="T">Temperature, K.</param>
+        /// <param name="phase">Which density root.</param>
+        /// <returns>The bound, mol/cm³.</returns>
+        /// <exception cref="ThermodynamicException">0: no tables.</exception>
         public double Xrho(double T, Phase phase) =>
             Check(Corvane_Model1_xrho(Handle, T, (int)phase, out CorvaneError e), ref e);
 
         /// <summary>True if rho [mol/cm³] lies between the two bounds. Code 0 without tables.
         /// </summary>
+        /// <param name="rho">Density, mol/cm³.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>Whether no root lies there.</returns>
+        /// <exception cref="ThermodynamicException">0: no tables.</exception>
         public bool Off(double rho, double T) =>
             Check(Corvane_Model1_off(Handle, rho, T, out CorvaneError e), ref e) != 0;
 

@@ -53,7 +53,7 @@ namespace Corvane
         /// <param name="rho">Density, mol/cm³.</param>
         /// <param name="T">Temperature, K.</param>
         /// <param name="x">Mole fractions, one for each component.</param>
-        /// <returns>The C++ interface's CVm (see the remarks).</returns>
+        /// <returns>The C++ interface's CVm, over R, its residual part in K⁻¹ (see the remarks).</returns>
         /// <exception cref="ThermodynamicException">3: no ideal-gas data.</exception>
         public double CVm(double rho, double T, DoubleVector x) =>
             Check(Corvane_ModelN_CVm__SWIG_0(Handle, rho, T, In(x), out CorvaneError e), ref e);
@@ -64,7 +64,7 @@ namespace Corvane
         /// <param name="x">Mole fractions, one for each component.</param>
         /// <param name="phase">Which density root.</param>
         /// <param name="rho">Start value on entry, 0 for none; receives the density, mol/cm³.</param>
-        /// <returns>The C++ interface's CVm (see the remarks).</returns>
+        /// <returns>The C++ interface's CVm, over R, its residual part in K⁻¹ (see the remarks).</returns>
         /// <exception cref="ThermodynamicException">9: no such density.</exception>
         public double CVm(double p, double T, DoubleVector x, Phase phase, ref double rho) =>
             Check(Corvane_ModelN_CVm__SWIG_1(
@@ -96,7 +96,7 @@ namespace Corvane
         /// <param name="rho">Density, mol/cm³.</param>
         /// <param name="T">Temperature, K.</param>
         /// <param name="x">Mole fractions, one for each component.</param>
-        /// <returns>The C++ interface's Cpm (see the remarks).</returns>
+        /// <returns>The C++ interface's Cpm, over R, its residual part in K⁻¹ (see the remarks).</returns>
         /// <exception cref="ThermodynamicException">3: no ideal-gas data.</exception>
         public double Cpm(double rho, double T, DoubleVector x) =>
             Check(Corvane_ModelN_Cpm__SWIG_0(Handle, rho, T, In(x), out CorvaneError e), ref e);
@@ -107,7 +107,7 @@ namespace Corvane
         /// <param name="x">Mole fractions, one for each component.</param>
         /// <param name="phase">Which density root.</param>
         /// <param name="rho">Start value on entry, 0 for none; receives the density, mol/cm³.</param>
-        /// <returns>The C++ interface's Cpm (see the remarks).</returns>
+        /// <returns>The C++ interface's Cpm, over R, its residual part in K⁻¹ (see the remarks).</returns>
         /// <exception cref="ThermodynamicException">9: no such density.</exception>
         public double Cpm(double p, double T, DoubleVector x, Phase phase, ref double rho) =>
             Check(Corvane_ModelN_Cpm__SWIG_1(
@@ -117,7 +117,7 @@ namespace Corvane
         /// <param name="rho">Density, mol/cm³.</param>
         /// <param name="T">Temperature, K.</param>
         /// <param name="x">Mole fractions, one for each component.</param>
-        /// <returns>The C++ interface's Cpr (see the remarks).</returns>
+        /// <returns>The C++ interface's Cpr, over R, its residual part in K⁻¹ (see the remarks).</returns>
         public double Cpr(double rho, double T, DoubleVector x) =>
             Check(Corvane_ModelN_Cpr__SWIG_0(Handle, rho, T, In(x), out CorvaneError e), ref e);
 
@@ -127,7 +127,7 @@ namespace Corvane
         /// <param name="x">Mole fractions, one for each component.</param>
         /// <param name="phase">Which density root.</param>
         /// <param name="rho">Start value on entry, 0 for none; receives the density, mol/cm³.</param>
-        /// <returns>The C++ interface's Cpr (see the remarks).</returns>
+        /// <returns>The C++ interface's Cpr, over R, its residual part in K⁻¹ (see the remarks).</returns>
         /// <exception cref="ThermodynamicException">9: no such density.</exception>
         public double Cpr(double p, double T, DoubleVector x, Phase phase, ref double rho) =>
             Check(Corvane_ModelN_Cpr__SWIG_1(
@@ -415,6 +415,11 @@ namespace Corvane
                 Handle, p, T, In(x), (int)phase, out CorvaneError e), ref e);
 
         /// <summary>k-th virial coefficient [(cm³/mol)^(k−1)], 1 &lt;= k &lt;= 9.</summary>
+        /// <param name="T">Temperature, K.</param>
+        /// <param name="x">Mole fractions, one for each component.</param>
+        /// <param name="k">Which coefficient, 2 for the second.</param>
+        /// <returns>The coefficient, (cm³/mol)^(k−1).</returns>
+        /// <exception cref="ThermodynamicException">5: out of range.</exception>
         public double B(double T, DoubleVector x, int k) =>
             Check(Corvane_ModelN_B(Handle, T, In(x), k, out CorvaneError e), ref e);
 

@@ -23,6 +23,10 @@ namespace Corvane
 
         /// <summary>A new mixture without components, from the plug-in
         /// CorvaneS/libth&lt;eos&gt;+&lt;mixing&gt;.dll. Codes 0, 1 as for a pure model.</summary>
+        /// <param name="eos">Name of the equation of state, such as PR.</param>
+        /// <param name="mixing">Name of the mixing theory, such as vdW1.</param>
+        /// <exception cref="ThermodynamicException">1: file or plug-in missing or malformed; 0: not
+        /// a plug-in.</exception>
         public ModelN(string eos, string mixing) : base(Attach(eos, mixing))
         {
             Handle = (ModelNHandle)NativeHandle;
@@ -42,6 +46,15 @@ namespace Corvane
         /// <summary>A mixture of substances with set 1 of every pair, the parameter sets of the
         /// components that those name (set 1 where there is no pair), and their ideal-gas tables. Pairs
         /// without a file: code 1, or the theory's own estimate (k_ij = 0) if estimatePairs.</summary>
+        /// <param name="eos">Name of the equation of state, such as PR.</param>
+        /// <param name="mixing">Name of the mixing theory, such as vdW1.</param>
+        /// <param name="substances">Names of the components in the data.</param>
+        /// <param name="estimatePairs">Whether a pair without a file takes the theory's
+        /// estimate.</param>
+        /// <param name="withIdeal">Whether the ideal-gas tables are read.</param>
+        /// <returns>The mixture; dispose it.</returns>
+        /// <exception cref="ThermodynamicException">1: file or plug-in missing or malformed; 2:
+        /// numbers of parameter sets contradict; 0: not a plug-in.</exception>
         public static ModelN Open(string eos, string mixing, IEnumerable<string> substances,
                                   bool estimatePairs = false, bool withIdeal = true)
         {
@@ -71,6 +84,9 @@ namespace Corvane
         }
 
         /// <summary>Makes count components and the binary parameters, once.</summary>
+        /// <param name="count">Number of components, from 1.</param>
+        /// <exception cref="ThermodynamicException">1: file or plug-in missing or
+        /// malformed.</exception>
         public void Allocate(int count)
         {
             if (count < 1) throw new ArgumentOutOfRangeException(nameof(count));
@@ -110,6 +126,9 @@ namespace Corvane
 
         /// <summary>The same, but pairs without a file keep the theory's estimate. Returns how many.
         /// </summary>
+        /// <returns>Number of pairs without a file.</returns>
+        /// <exception cref="ThermodynamicException">1: file or plug-in missing or malformed; 2:
+        /// numbers of parameter sets contradict.</exception>
         public int LoadEstimating() =>
             Check(Corvane_ModelN_load_estimating(
                 Handle, Model1.Text(eos), Model1.Text(mixing), out CorvaneError e), ref e);
@@ -124,21 +143,35 @@ namespace Corvane
 
         /// <summary>Prints components and pairs to the C library's standard output; bits of flags:
         /// 1 parameters, 2 ideal-gas and 4 solid ranges.</summary>
+        /// <param name="title">A line above the rest.</param>
+        /// <param name="flags">What is printed: a sum of 1, 2, 4.</param>
         public void Intro(string title, int flags) =>
             CSharp_ModelN_intro(Handle, Model1.Text(title), flags);
 
         /// <summary>Number of the parameter set of a pair, or of component i when i = j.</summary>
+        /// <param name="i">Number of a component, from 0.</param>
+        /// <param name="j">Number of another, or i for the component itself.</param>
+        /// <returns>The number.</returns>
         public int GetId(int i, int j) => CSharp_ModelN_id__SWIG_0(Handle, At(i), At(j));
 
         /// <summary>Sets it.</summary>
+        /// <param name="i">Number of a component, from 0.</param>
+        /// <param name="j">Number of another, or i for the component itself.</param>
+        /// <param name="id">The number.</param>
         public void SetId(int i, int j, int id) =>
             CSharp_ModelN_id__SWIG_1(Handle, At(i), At(j), id);
 
         /// <summary>Remark on the pair, or on component i when i = j.</summary>
+        /// <param name="i">Number of a component, from 0.</param>
+        /// <param name="j">Number of another, or i for the component itself.</param>
+        /// <returns>The remark.</returns>
         public string GetComment(int i, int j) =>
             Callbacks.Text(CSharp_ModelN_comment__SWIG_0(Handle, At(i), At(j)));
 
         /// <summary>Sets it; 79 bytes are kept.</summary>
+        /// <param name="i">Number of a component, from 0.</param>
+        /// <param name="j">Number of another, or i for the component itself.</param>
+        /// <param name="text">The remark.</param>
         public void SetComment(int i, int j, string text) =>
             CSharp_ModelN_comment__SWIG_1(Handle, At(i), At(j), Model1.Text(text));
 
@@ -147,6 +180,9 @@ namespace Corvane
         public int PairParameterCount => Corvane_ModelN_pair_parameters(Handle);
 
         /// <summary>Binary parameter k of the pair, or parameter k of component i when i = j.</summary>
+        /// <param name="k">Number of the parameter, from 0.</param>
+        /// <param name="i">Number of a component, from 0.</param>
+        /// <param name="j">Number of another, or i for the component itself.</param>
         public double this[int k, int i, int j]
         {
             get => CSharp_ModelN_param__SWIG_0(Handle, Parameter(k, i, j), i, j);
@@ -157,11 +193,23 @@ namespace Corvane
         public int Mmth => CSharp_ModelN_mmth(Handle);
 
         /// <summary>Mixture parameters at x, of the plug-in's choice.</summary>
+        /// <param name="x">Mole fractions, one for each component.</param>
+        /// <returns>The parameters, each in its unit.</returns>
         public DoubleVector Mixpar(DoubleVector x) =>
             new DoubleVector(Check(
                 Corvane_ModelN_mixpar(Handle, In(x), out CorvaneError e), ref e));
 
         /// <summary>The equation's own density roots; as <see cref="Model1.Vcalc"/>.</summary>
+        /// <param name="p">Pressure, MPa.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <param name="x">Mole fractions, one for each component.</param>
+        /// <param name="phase">Which density root is wanted.</param>
+        /// <param name="rho1">Density, mol/cm³: start value on entry; receives the root that is
+        /// asked for.</param>
+        /// <param name="rho2">Receives the other root, mol/cm³.</param>
+        /// <returns>0: none, 1: one in rho1, 3: two.</returns>
+        /// <exception cref="ThermodynamicException">5: out of range; 9: no such
+        /// density.</exception>
         public int Vcalc(double p, double T, DoubleVector x, Phase phase, ref double rho1,
                          ref double rho2) =>
             Check(Corvane_ModelN_vcalc(

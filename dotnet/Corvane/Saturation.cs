@@ -37,6 +37,7 @@ namespace Corvane
         private readonly SaturationHandle handle;
 
         /// <summary>A solver for a model, which it does not own.</summary>
+        /// <param name="model">The model; it must live as long.</param>
         public Saturation(Model1 model) : base(Make())
         {
             handle = (SaturationHandle)NativeHandle;
@@ -46,6 +47,10 @@ namespace Corvane
 
         /// <summary>The state at T [K]. proceed: start from the last solution instead of the critical
         /// point. Code 0: no solution (at or above the critical point); 9.</summary>
+        /// <param name="T">Temperature, K.</param>
+        /// <param name="proceed">Start from the last solution, not from the critical point.</param>
+        /// <returns>The state.</returns>
+        /// <exception cref="ThermodynamicException">0: no solution; 9: no such density.</exception>
         public SaturationState AtT(double T, bool proceed = false)
         {
             double p = 0, rhoL = 0, rhoV = 0;
@@ -56,6 +61,10 @@ namespace Corvane
         }
 
         /// <summary>The state at p [MPa]; otherwise as <see cref="AtT"/>.</summary>
+        /// <param name="p">Pressure, MPa.</param>
+        /// <param name="proceed">Start from the last solution, not from the critical point.</param>
+        /// <returns>The state.</returns>
+        /// <exception cref="ThermodynamicException">0: no solution; 9: no such density.</exception>
         public SaturationState AtP(double p, bool proceed = false)
         {
             double T = 0, rhoL = 0, rhoV = 0;

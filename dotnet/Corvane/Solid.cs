@@ -45,6 +45,13 @@ namespace Corvane
         /// <summary>Sublimation state at T [K] of phase i, or of the stable one for −1: pressure [MPa],
         /// molar volume [cm³/mol], compressibility [1/MPa]. Returns the phase, −1 without one.
         /// </summary>
+        /// <param name="T">Temperature, K.</param>
+        /// <param name="i">Number of the phase, from 0; −1: the stable one.</param>
+        /// <param name="psub">Receives the pressure, MPa.</param>
+        /// <param name="v">Receives the molar volume, cm³/mol.</param>
+        /// <param name="kappa">Receives the compressibility, MPa⁻¹.</param>
+        /// <returns>Number of the phase; −1 without one.</returns>
+        /// <exception cref="ThermodynamicException">5: out of range; 6: no solid data.</exception>
         public int Sublimation(double T, int i, ref double psub, ref double v, ref double kappa) =>
             Check(Corvane_Solid_sge(
                 Handle, T, i, ref psub, ref v, ref kappa, out CorvaneError e), ref e);
@@ -114,7 +121,7 @@ namespace Corvane
         /// <summary>Mass density [g/cm³].</summary>
         /// <param name="p">Pressure, MPa.</param>
         /// <param name="T">Temperature, K.</param>
-        /// <returns>Mass density [g/cm³].</returns>
+        /// <returns>Mass density, unit g/cm³.</returns>
         /// <exception cref="ThermodynamicException">5: out of range; 6: no solid data.</exception>
         public double MassDensity(double p, double T) =>
             Check(Corvane_Solid_d(Handle, p, T, out CorvaneError e), ref e);
@@ -128,6 +135,12 @@ namespace Corvane
             Check(Corvane_Solid_Ae__SWIG_0(Handle, p, T, out CorvaneError e), ref e);
 
         /// <summary>The same; i receives the phase, rho its density [mol/cm³].</summary>
+        /// <param name="p">Pressure, MPa.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <param name="i">Receives the number of the stable phase, from 0.</param>
+        /// <param name="rho">Receives its density, mol/cm³.</param>
+        /// <returns>A/(RT) without the ideal-gas part, dimensionless.</returns>
+        /// <exception cref="ThermodynamicException">5: out of range; 6: no solid data.</exception>
         public double Ae(double p, double T, ref int i, ref double rho) =>
             Check(Corvane_Solid_Ae__SWIG_1(
                 Handle, p, T, ref i, ref rho, out CorvaneError e), ref e);
@@ -141,6 +154,12 @@ namespace Corvane
             Check(Corvane_Solid_Am__SWIG_0(Handle, p, T, out CorvaneError e), ref e);
 
         /// <summary>The same; i receives the phase, rho its density [mol/cm³].</summary>
+        /// <param name="p">Pressure, MPa.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <param name="i">Receives the number of the stable phase, from 0.</param>
+        /// <param name="rho">Receives its density, mol/cm³.</param>
+        /// <returns>A/(RT), dimensionless.</returns>
+        /// <exception cref="ThermodynamicException">5: out of range; 6: no solid data.</exception>
         public double Am(double p, double T, ref int i, ref double rho) =>
             Check(Corvane_Solid_Am__SWIG_1(
                 Handle, p, T, ref i, ref rho, out CorvaneError e), ref e);
@@ -154,12 +173,24 @@ namespace Corvane
             Check(Corvane_Solid_Gm__SWIG_0(Handle, p, T, out CorvaneError e), ref e);
 
         /// <summary>The same; i receives the phase, rho its density [mol/cm³].</summary>
+        /// <param name="p">Pressure, MPa.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <param name="i">Receives the number of the stable phase, from 0.</param>
+        /// <param name="rho">Receives its density, mol/cm³.</param>
+        /// <returns>G/(RT), dimensionless.</returns>
+        /// <exception cref="ThermodynamicException">5: out of range; 6: no solid data.</exception>
         public double Gm(double p, double T, ref int i, ref double rho) =>
             Check(Corvane_Solid_Gm__SWIG_1(
                 Handle, p, T, ref i, ref rho, out CorvaneError e), ref e);
 
         /// <summary>G/(RT) without the ideal-gas part; i receives the phase, rho its density
         /// [mol/cm³].</summary>
+        /// <param name="p">Pressure, MPa.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <param name="i">Receives the number of the stable phase, from 0.</param>
+        /// <param name="rho">Receives its density, mol/cm³.</param>
+        /// <returns>G/(RT) without the ideal-gas part, dimensionless.</returns>
+        /// <exception cref="ThermodynamicException">5: out of range; 6: no solid data.</exception>
         public double Ge(double p, double T, ref int i, ref double rho) =>
             Check(Corvane_Solid_Ge(Handle, p, T, ref i, ref rho, out CorvaneError e), ref e);
     }

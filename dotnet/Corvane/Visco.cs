@@ -48,6 +48,10 @@ namespace Corvane
 
         /// <summary>Reads models/viscosity/friction_theory/&lt;set&gt;/&lt;name&gt;;&lt;id&gt;. Code 1.
         /// </summary>
+        /// <param name="set">Folder of the set: an equation of state.</param>
+        /// <param name="id">Number of the set.</param>
+        /// <exception cref="ThermodynamicException">1: file or plug-in missing or
+        /// malformed.</exception>
         public void LoadFriction(string set, int id)
         {
             byte[] text = Model1.Text(set);
@@ -57,6 +61,10 @@ namespace Corvane
         }
 
         /// <summary>Writes the friction-theory set with the deviation of its fit. Code 1.</summary>
+        /// <param name="set">Folder of the set.</param>
+        /// <param name="rms">Deviation of the fit, relative.</param>
+        /// <exception cref="ThermodynamicException">1: file or plug-in missing or
+        /// malformed.</exception>
         public void StoreFriction(string set, double rms)
         {
             Corvane_Visco_store1(Handle, Model1.Text(set), rms, out CorvaneError e);
@@ -65,15 +73,26 @@ namespace Corvane
 
         /// <summary>Viscosity of the dilute gas at T [K]. Code 4 before <see cref="LoadDilute"/>.
         /// </summary>
+        /// <param name="T">Temperature, K.</param>
+        /// <returns>Viscosity, µPa·s.</returns>
+        /// <exception cref="ThermodynamicException">4: no data.</exception>
         public double Eta0(double T) =>
             Check(Corvane_Visco_eta0(Handle, T, out CorvaneError e), ref e);
 
         /// <summary>Friction-theory viscosity at rho [mol/cm³], T [K]; the caller adds Eta0 at levels 1
         /// and 2. pr and pa receive the repulsive and attractive pressures [MPa]. Code 4.</summary>
+        /// <param name="rho">Density, mol/cm³.</param>
+        /// <param name="T">Temperature, K.</param>
+        /// <param name="pr">Receives the repulsive pressure, MPa.</param>
+        /// <param name="pa">Receives the attractive pressure, MPa.</param>
+        /// <returns>Viscosity, µPa·s.</returns>
+        /// <exception cref="ThermodynamicException">4: no data.</exception>
         public double Eta(double rho, double T, ref double pr, ref double pa) =>
             Check(Corvane_Visco_eta(Handle, rho, T, ref pr, ref pa, out CorvaneError e), ref e);
 
         /// <summary>Sets the coefficients. Numerical code 2: fewer than 12.</summary>
+        /// <param name="values">12 coefficients or more.</param>
+        /// <exception cref="ThermodynamicException">Numerical 2: fewer than 12.</exception>
         public void SetCoefficients(DoubleVector values)
         {
             Corvane_Visco_set1(Handle, DoubleVector.HandleOf(values), out CorvaneError e);
@@ -81,6 +100,8 @@ namespace Corvane
         }
 
         /// <summary>Sets the remark and the level.</summary>
+        /// <param name="text">The remark.</param>
+        /// <param name="level">The number of coefficients.</param>
         public void SetComment(string text, FrictionLevel level)
         {
             int native = (int)level;

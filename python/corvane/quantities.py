@@ -5,13 +5,15 @@ from __future__ import annotations
 import functools
 from typing import Any, Callable
 
-from .arrays import unit
+from .arrays import UNITS, unit
 
-__all__ = ["Quantities", "returns_quantities"]
+__all__ = ["Quantities", "registry_of", "returns_quantities"]
 
 
 class Quantities:
-    """A result whose columns are quantities, as its arguments were; all else is that of ``plain``."""
+    """A result whose columns are quantities, as its arguments were; all else is that of ``plain``.
+
+    Rows of unlike numbers (``three_phase`` of a diagram: T, p, compositions, densities) stay numbers."""
 
     def __init__(self, plain: Any, registry: Any):
         self.plain = plain
@@ -21,9 +23,20 @@ class Quantities:
         if name.startswith("__"):
             raise AttributeError(name)
         value = getattr(self.plain, name)
-        if hasattr(value, "columns"):  # a result within the result: the liquid of a saturation
+        return value if callable(value) else self._with_units(value, name)
+
+    def _with_units(self, value: Any, name: str) -> Any:
+        """The same with results in it as :class:`Quantities`, and numbers with the unit that the name has."""
+        if hasattr(value, "plot") or hasattr(value, "columns"):  # a result within the result
             return Quantities(value, self._registry)
-        if name in self.plain.columns or unit(name):
+        if isinstance(value, dict):
+            return {key: self._with_units(one, key) for key, one in value.items()}
+        if isinstance(value, list):
+            return [self._with_units(one, name) for one in value]
+        if isinstance(value, tuple) and len(value) == 2:  # an isoline, or a point in T and p
+            point = not unit(name)
+            return tuple(self._with_units(one, "Tp"[k] if point else name) for k, one in enumerate(value))
+        if name in getattr(self.plain, "columns", ()) or name in UNITS or (unit(name) and hasattr(value, "dtype")):
             return self._registry.Quantity(value, unit(name))
         return value
 
@@ -34,22 +47,28 @@ class Quantities:
         return repr(self.plain)
 
     def _repr_html_(self) -> str:
-        return self.plain._repr_html_()
+        return self.plain._repr_html_() if hasattr(self.plain, "_repr_html_") else repr(self.plain)
 
 
-def returns_quantities(method: Callable[..., Any]) -> Callable[..., Any]:
-    """Wraps a method that returns a table, or an array of densities."""
+def registry_of(*arguments: Any) -> Any:
+    """The registry of the first quantity among the arguments; None without one."""
+    return next((x._REGISTRY for x in arguments if getattr(x, "_REGISTRY", None) is not None), None)
 
-    @functools.wraps(method)
-    def call(*arguments: Any, **named: Any) -> Any:
-        result = method(*arguments, **named)
-        for x in (*arguments[1:], *named.values()):
-            registry = getattr(x, "_REGISTRY", None)
+
+def returns_quantities(array_unit: str) -> Callable[[Callable[..., Any]], Callable[..., Any]]:
+    """Wraps a method that returns results, lists of them, or an array in the unit."""
+
+    def wrap(method: Callable[..., Any]) -> Callable[..., Any]:
+        @functools.wraps(method)
+        def call(*arguments: Any, **named: Any) -> Any:
+            result = method(*arguments, **named)
+            registry = registry_of(*arguments[1:], *named.values())
             if registry is None:
-                continue
-            if hasattr(result, "columns"):
-                return Quantities(result, registry)
-            return registry.Quantity(result, "mol/m**3")
-        return result
+                return result
+            if array_unit != "none":
+                return registry.Quantity(result, array_unit)
+            return Quantities(None, registry)._with_units(result, "")
 
-    return call
+        return call
+
+    return wrap

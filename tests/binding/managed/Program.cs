@@ -19,6 +19,7 @@ namespace Corvane.Tests
                 ["failures"] = Failures.Run,
                 ["objects"] = Objects.Run,
                 ["certified"] = Certified.Run,
+                ["documentation"] = Documentation.Complete,
                 ["soak"] = Soak.Threads,
                 ["collection"] = Soak.Collection,
                 ["numbers"] = Numbers.Print
