@@ -11,7 +11,7 @@ from .arrays import flat, magnitude
 from .catalogue import directory
 from .diagram import PropertyDiagram, diagram
 from .outputs import IdealCurve, ideal_curve
-from .quantities import returns_quantities
+from .quantities import registry_of, returns_quantities
 from .results import Table, figure_axes
 from .status import judge
 
@@ -223,7 +223,7 @@ class Fluid:
                        rho_vapour=missing)  # fmt: skip
         return judge(State(columns, status), status, words, done, errors)
 
-    @returns_quantities
+    @returns_quantities(unit="mol/m**3")
     def density(self, T: ArrayLike, p: ArrayLike, phase: str = "liquid", *, threads: int = 1,
                 errors: str | None = None) -> np.ndarray:  # fmt: skip
         """Density (mol/m³) of the densest (``"liquid"``) or thinnest (``"vapour"``) root at T (K) and
@@ -250,6 +250,7 @@ class Fluid:
         name = f"{self.name} ({self.eos})"
         return judge(Saturation(rows, status, liquid, vapour, name), status, words, done, errors)
 
+    @returns_quantities
     def diagram(self, y: str = "p", x: str = "h", *, T: ArrayLike | None = None, p: ArrayLike | None = None,
                 q: ArrayLike | None = None, s: ArrayLike | None = None, rho: ArrayLike | None = None,
                 points: int = 120) -> PropertyDiagram:  # fmt: skip
@@ -274,9 +275,12 @@ class Fluid:
 
     def virial(self, T: ArrayLike, order: int = 2) -> np.ndarray:
         """Virial coefficient of this order at T (K), (m³/mol)^(order − 1)."""
+        registry = registry_of(T)
         T = np.asarray(magnitude(T, "T"), dtype=float)
-        return np.vectorize(lambda t: self._native.virial(t, order), otypes=[float])(T)
+        B = np.vectorize(lambda t: self._native.virial(t, order), otypes=[float])(T)
+        return registry.Quantity(B, f"(m**3/mol)**{order - 1}") if registry else B
 
+    @returns_quantities
     def ideal_curve(self, kind: str = "joule-thomson", *, T: ArrayLike | None = None, T_min: float = 0.0,
                     p_max: float = 0.0) -> IdealCurve:  # fmt: skip
         """Where the fluid is as an ideal gas in one respect: ``"joule-thomson"`` (inversion), ``"boyle"``, ``"zeno"``

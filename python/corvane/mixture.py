@@ -402,9 +402,10 @@ class Mixture:
         self._native.set_pair_parameter(index, i, j, value)
         self._changed[index, i, j] = float(value)
 
+    @returns_quantities(unit="")
     def mass_to_mole(self, w: ArrayLike) -> np.ndarray:
         """Mole fractions from mass fractions (components last)."""
-        n = np.asarray(w, dtype=float) / self.M
+        n = np.asarray(magnitude(w, "w_mass"), dtype=float) / self.M
         return n / n.sum(axis=-1, keepdims=True)
 
     # ---- one phase
@@ -421,7 +422,7 @@ class Mixture:
         columns.update(T=t.reshape(shape), rho=r.reshape(shape), x=z.reshape(*shape, -1))
         return judge(MixtureState(columns, status, self.components), status, words, done, errors)
 
-    @returns_quantities
+    @returns_quantities(unit="mol/m**3")
     def density(self, T: ArrayLike, p: ArrayLike, x: ArrayLike, phase: str = "stable", *, threads: int = 1,
                 errors: str | None = None) -> np.ndarray:  # fmt: skip
         """Density (mol/m³) of one homogeneous phase at T (K), p (Pa): its ``"liquid"`` (densest) or
@@ -431,6 +432,7 @@ class Mixture:
         values, status, words, done = self._native.densities(t, q, z, _ROOT[phase], threads)
         return judge(values.reshape(shape), status.reshape(shape), words, done, errors)
 
+    @returns_quantities(unit="")
     def ln_phi(self, T: ArrayLike, rho: ArrayLike, x: ArrayLike, *, threads: int = 1,
                errors: str | None = None) -> np.ndarray:  # fmt: skip
         """Logarithms of the fugacity coefficients at T (K), rho (mol/m³); components last."""
@@ -464,6 +466,7 @@ class Mixture:
         """Virial coefficients at T (K), with those of the pairs, B_ij = ½·∂²(n²B)/∂n_i∂n_j."""
         return outputs.virial(self._native, self.components, T, x, threads, errors)
 
+    @returns_quantities
     def ideal_curve(self, x: ArrayLike, kind: str = "joule-thomson", *, T: ArrayLike | None = None,
                     T_min: float = 0.0, p_max: float = 0.0) -> outputs.IdealCurve:  # fmt: skip
         """As :meth:`Fluid.ideal_curve`, of one phase of this composition, whether it splits or not."""
@@ -507,23 +510,27 @@ class Mixture:
         """Certified dew points of the vapour z, as :meth:`bubble`."""
         return self._saturation(False, z, T, p, branch, threads, errors)
 
+    @returns_quantities
     def envelope(self, z: ArrayLike, *, p_start: float = 5e4, p_max: float = 1e9, stability: bool = False) -> Envelope:
         """The phase envelope of composition z (one axis). stability: test every point for a third
         phase."""
         d = self._native.envelope(_one(z), float(magnitude(p_start, "p")), float(magnitude(p_max, "p")), stability)
         return Envelope(d, self.components)
 
+    @returns_quantities
     def pxy(self, T: float, *, p_max: float = 1e9) -> Diagram:
         """The complete p-x-y diagram of a binary at T (K)."""
         T = float(magnitude(T, "T"))
         return Diagram(self._native.diagram(True, T, float(magnitude(p_max, "p"))), True, T, self.components)
 
+    @returns_quantities
     def Txy(self, p: float, *, T_min: float = 0.0) -> Diagram:
         """The complete T-x-y diagram of a binary at p (Pa), down to T_min (K; 0: 0.3 of the lower
         critical temperature)."""
         p = float(magnitude(p, "p"))
         return Diagram(self._native.diagram(False, p, float(magnitude(T_min, "T"))), False, p, self.components)
 
+    @returns_quantities
     def ternary(self, T: float, p: float, *, step: float = 0.02, mesh: int = 10) -> TernaryDiagram:
         """What three components do at T (K) and p (Pa): regions, triangles and plait points, certified.
 
@@ -532,6 +539,7 @@ class Mixture:
         T, p = float(magnitude(T, "T")), float(magnitude(p, "p"))
         return TernaryDiagram(self._native.ternary(T, p, float(step), int(mesh)), T, p, self.components)
 
+    @returns_quantities
     def diagram(self, z: ArrayLike, y: str = "p", x: str = "h", *, T: ArrayLike | None = None,
                 p: ArrayLike | None = None, s: ArrayLike | None = None, rho: ArrayLike | None = None,
                 points: int = 120) -> PropertyDiagram:  # fmt: skip
@@ -545,14 +553,17 @@ class Mixture:
         return diagram(lambda *a: self._native.property_diagram(z, *a), y, x, f"{title} ({self.model})", Tc, pc, low,
                        points, {"T": T, "p": p, "s": s, "rho": rho})  # fmt: skip
 
+    @returns_quantities
     def critical_point(self, z: ArrayLike) -> CriticalPoints:
         """The stable critical point of composition z, certified (one row)."""
         return CriticalPoints(self._native.critical_points(_one(z), False), self.components)
 
+    @returns_quantities
     def critical_points(self, z: ArrayLike) -> CriticalPoints:
         """All critical points of composition z that a search finds, stable or not."""
         return CriticalPoints(self._native.critical_points(_one(z), True), self.components)
 
+    @returns_quantities
     def critical_lines(self, *, p_max: float = 1e9) -> list[CriticalLine]:
         """The critical lines of a binary, certified."""
         lines = self._native.critical_lines(float(magnitude(p_max, "p")))
@@ -566,10 +577,11 @@ class Mixture:
         """Azeotropic lines of a binary: rows (T/K, p/Pa, x, densities of liquid and vapour)."""
         return self._native.azeotropic_lines(float(magnitude(p_max, "p")))
 
+    @returns_quantities
     def projection(self, *, p_max: float = 1e8) -> Projection:
         """The p-T projection of a binary up to p_max (Pa): vapour pressures of the components, critical, three-phase
         and azeotropic lines."""
-        pure = {}
+        pure, p_max = {}, float(magnitude(p_max, "p"))
         for k, name in enumerate(self.components):
             fluid = Fluid(name, self.model.split("+")[0], set=self._native.sets[k], home=self._options[3])
             T = np.linspace(0.5, 1.0, 60)[:-1] * fluid.T_critical
@@ -591,6 +603,7 @@ class Mixture:
         status = status.reshape(shape)
         return judge(SolidPoints(values.reshape(*shape, -1), status, self.components, k), status, words, done, errors)
 
+    @returns_quantities
     def solid_lines(self, solid: str | int, *, T: float | None = None, p: float | None = None,
                     p_max: float = 1e9) -> list[SolidPoints]:  # fmt: skip
         """The fluids of a binary above a pure solid along an isotherm (T in K, up to p_max in Pa) or an isobar (p in

@@ -129,7 +129,8 @@ def ideal_curve(native: Any, kind: str, T: ArrayLike | None, T_min: float, p_max
     if kind not in _KINDS:
         raise ValueError("kind is one of " + ", ".join(_KINDS))
     at = [] if T is None else np.atleast_1d(np.asarray(magnitude(T, "T"), dtype=float)).tolist()
+    T_min, p_max = float(magnitude(T_min, "T")), float(magnitude(p_max, "p"))
     if x is None:
         return IdealCurve(_native.ideal_curve(native, _KINDS[kind], at, T_min, p_max), kind)
-    z = np.ascontiguousarray(x, dtype=float)
+    z = np.ascontiguousarray(magnitude(x, "x"), dtype=float)
     return IdealCurve(_native.ideal_curve_of_mixture(native, z, _KINDS[kind], at, T_min, p_max), kind)

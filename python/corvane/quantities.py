@@ -5,7 +5,7 @@ from __future__ import annotations
 import functools
 from typing import Any, Callable
 
-from .arrays import UNITS, unit
+from .arrays import unit
 
 __all__ = ["Quantities", "registry_of", "returns_quantities"]
 
@@ -33,10 +33,12 @@ class Quantities:
             return {key: self._with_units(one, key) for key, one in value.items()}
         if isinstance(value, list):
             return [self._with_units(one, name) for one in value]
-        if isinstance(value, tuple) and len(value) == 2:  # an isoline, or a point in T and p
-            point = not unit(name)
-            return tuple(self._with_units(one, "Tp"[k] if point else name) for k, one in enumerate(value))
-        if name in getattr(self.plain, "columns", ()) or name in UNITS or (unit(name) and hasattr(value, "dtype")):
+        if isinstance(value, tuple):  # an isoline, or a point in T, p (and rho)
+            line = hasattr(value[-1], "columns")
+            names = (name, "") if line else ("T", "p", "rho")
+            return tuple(self._with_units(one, key) for one, key in zip(value, names))
+        number = isinstance(value, float) or hasattr(value, "dtype")
+        if name in getattr(self.plain, "columns", ()) or (unit(name) and number):
             return self._registry.Quantity(value, unit(name))
         return value
 
@@ -55,20 +57,17 @@ def registry_of(*arguments: Any) -> Any:
     return next((x._REGISTRY for x in arguments if getattr(x, "_REGISTRY", None) is not None), None)
 
 
-def returns_quantities(array_unit: str) -> Callable[[Callable[..., Any]], Callable[..., Any]]:
-    """Wraps a method that returns results, lists of them, or an array in the unit."""
+def returns_quantities(method: Callable[..., Any] | None = None, *, unit: str | None = None) -> Callable[..., Any]:
+    """Wraps a method that returns results, lists of them, or an array in ``unit``."""
+    if method is None:
+        return functools.partial(returns_quantities, unit=unit)
 
-    def wrap(method: Callable[..., Any]) -> Callable[..., Any]:
-        @functools.wraps(method)
-        def call(*arguments: Any, **named: Any) -> Any:
-            result = method(*arguments, **named)
-            registry = registry_of(*arguments[1:], *named.values())
-            if registry is None:
-                return result
-            if array_unit != "none":
-                return registry.Quantity(result, array_unit)
-            return Quantities(None, registry)._with_units(result, "")
+    @functools.wraps(method)
+    def call(*arguments: Any, **named: Any) -> Any:
+        result = method(*arguments, **named)
+        registry = registry_of(*arguments[1:], *named.values())
+        if registry is None:
+            return result
+        return Quantities(None, registry)._with_units(result, "") if unit is None else registry.Quantity(result, unit)
 
-        return call
-
-    return wrap
+    return call

@@ -1,0 +1,109 @@
+"""Quantities of pint through the whole public surface: what goes in with units comes out with units."""
+
+import inspect
+
+import numpy as np
+import pytest
+
+import corvane as cv
+
+pint = pytest.importorskip("pint")
+u = pint.UnitRegistry()
+Q = u.Quantity
+DENSITY, ENERGY = "mol/l", "kJ/mol"
+
+# method: (arguments in numbers of SI, the same as quantities in other units, {attribute: a unit it converts to})
+FLUID = {
+    "state": ({"T": 300.0, "p": 2e5}, {"T": Q(26.85, "degC"), "p": Q(2, "bar")},
+              {"rho": DENSITY, "h": ENERGY, "w": "km/s", "v": "l/mol"}),
+    "states": ({"p": 2e5, "T": 300.0}, {"p": Q(2, "bar"), "T": Q(300, "K")}, {"rho": DENSITY}),
+    "phase": ({"T": 300.0, "rho": 50.0}, {"T": Q(300, "K"), "rho": Q(0.05, DENSITY)}, {"p": "bar", "cp": "J/(K*kmol)"}),
+    "density": ({"T": 300.0, "p": 1e5}, {"T": Q(300, "K"), "p": Q(1, "bar")}, DENSITY),
+    "saturation": ({"T": [300.0, 310.0]}, {"T": Q([300.0, 310.0], "K")},
+                   {"p": "bar", "rho_vapour": DENSITY, "h_vaporisation": ENERGY, "liquid.h": ENERGY}),
+    "virial": ({"T": 300.0, "order": 3}, {"T": Q(300, "K"), "order": 3}, "l**2/mol**2"),
+    "diagram": ({"T": [300.0], "p": [], "points": 9}, {"T": Q([300.0], "K"), "p": [], "points": 9},
+                {"liquid.p": "bar", "lines.T.0.0": "K", "lines.T.0.1.h": ENERGY}),
+    "ideal_curve": ({"T": [600.0]}, {"T": Q([600.0], "K")}, {"p": "bar", "T_zero": "K", "rho": DENSITY}),
+}  # fmt: skip
+Z, ZQ = [0.5, 0.5], Q([50.0, 50.0], "percent")
+MIXTURE = {
+    "phase": ({"T": 300.0, "rho": 50.0, "x": Z}, {"T": Q(300, "K"), "rho": Q(0.05, DENSITY), "x": ZQ}, {"p": "bar"}),
+    "density": ({"T": 300.0, "p": 1e5, "x": Z}, {"T": Q(300, "K"), "p": Q(1, "bar"), "x": ZQ}, DENSITY),
+    "ln_phi": ({"T": 300.0, "rho": 50.0, "x": Z}, {"T": Q(300, "K"), "rho": Q(0.05, DENSITY), "x": ZQ}, ""),
+    "flash": ({"z": Z, "p": 2e6, "T": 250.0}, {"z": ZQ, "p": Q(2, "MPa"), "T": Q(250, "K")},
+              {"rho": DENSITY, "rho_phase": DENSITY, "h": ENERGY}),
+    "bubble": ({"z": Z, "T": 250.0}, {"z": ZQ, "T": Q(250, "K")}, {"p": "bar", "rho_incipient": DENSITY}),
+    "dew": ({"z": Z, "p": 2e6}, {"z": ZQ, "p": Q(2, "MPa")}, {"T": "K", "rho": DENSITY}),
+    "envelope": ({"z": Z, "p_start": 1e6}, {"z": ZQ, "p_start": Q(1, "MPa")}, {"p": "bar", "critical.0.1": "bar"}),
+    "pxy": ({"T": 250.0}, {"T": Q(250, "K")}, {"branches.0.p": "bar", "branches.0.rho_x": DENSITY}),
+    "Txy": ({"p": 2e6}, {"p": Q(2, "MPa")}, {"branches.0.T": "K"}),
+    "critical_point": ({"z": Z}, {"z": ZQ}, {"T": "K", "p": "bar", "rho": DENSITY}),
+    "critical_points": ({"z": Z}, {"z": ZQ}, {"T": "K"}),
+    "critical_lines": ({"p_max": 1e8}, {"p_max": Q(100, "MPa")}, {"0.T": "K", "0.p": "bar"}),
+    "projection": ({"p_max": 1e8}, {"p_max": Q(100, "MPa")},
+                   {"vapour_pressures.methane.p": "bar", "critical.0.rho": DENSITY}),
+    "excess": ({"x": Z, "T": 200.0, "p": 5e6}, {"x": ZQ, "T": Q(200, "K"), "p": Q(5, "MPa")},
+               {"hE": ENERGY, "vE": "l/mol", "rho_pure": DENSITY}),
+    "henry": ({"solute": 0, "T": 250.0}, {"solute": 0, "T": Q(250, "K")}, {"H": "bar", "v": "l/mol"}),
+    "virial": ({"x": Z, "T": 300.0}, {"x": ZQ, "T": Q(300, "K")}, {"B": "l/mol", "C": "l**2/mol**2", "B_ij": "l/mol"}),
+    "ideal_curve": ({"x": Z, "T": [600.0]}, {"x": ZQ, "T": Q([600.0], "K")}, {"p": "bar", "T_zero": "K"}),
+    "diagram": ({"z": Z, "T": [300.0], "p": [], "points": 9}, {"z": ZQ, "T": Q([300.0], "K"), "p": [], "points": 9},
+                {"liquid.p": "bar", "lines.T.0.0": "K", "lines.T.0.1.h": ENERGY}),
+    "mass_to_mole": ({"w": Z}, {"w": ZQ}, ""),
+    "ternary": ({"T": 250.0, "p": 2e6, "step": 0.2}, {"T": Q(250, "K"), "p": Q(2, "MPa"), "step": 0.2},
+                {"T": "K", "regions.0.rho_x": DENSITY, "three_phase_rho": DENSITY, "plait.p": "bar"}),
+    "solubility": ({"solid": 0, "T": 88.0, "p": 1e6}, {"solid": 0, "T": Q(88, "K"), "p": Q(1, "MPa")},
+                   {"rho": DENSITY, "rho_solid": DENSITY}),
+    "solid_lines": ({"solid": 0, "p": 1e6}, {"solid": 0, "p": Q(1, "MPa")}, {"0.T": "K", "0.rho": DENSITY}),
+    # Rows of unlike numbers: SI in, whatever the arguments are.
+    "three_phase_lines": ({"p_max": 1e8}, {"p_max": Q(100, "MPa")}, {}),
+    "azeotropic_lines": ({"p_max": 1e8}, {"p_max": Q(100, "MPa")}, {}),
+}  # fmt: skip
+PLAIN = {"set_parameter", "parameters", "pair_parameter", "set_pair_parameter"}
+
+
+def model(kind, name):
+    if kind is cv.Fluid:
+        return cv.Fluid("propane", "PR")
+    return cv.Mixture("PR+vdW1", ["methane", "propane", "ethane"][: 3 if name == "ternary" else 2])
+
+
+def follow(result, path):
+    for step in filter(None, path.split(".")):
+        if isinstance(result, (list, tuple)):
+            result = result[int(step)]
+        else:
+            result = result[step] if isinstance(result, dict) else getattr(result, step)
+    return result
+
+
+def number(x):
+    return np.asarray(getattr(x, "magnitude", x), dtype=float)
+
+
+@pytest.mark.parametrize("kind, name", [(k, n) for k, t in ((cv.Fluid, FLUID), (cv.Mixture, MIXTURE)) for n in t])
+def test_units_in_units_out(kind, name):
+    plain, dressed, expected = (FLUID if kind is cv.Fluid else MIXTURE)[name]
+    call = getattr(model(kind, name), name)
+    bare, result = call(**plain), call(**dressed)
+    for path, unit in {"": expected}.items() if isinstance(expected, str) else expected.items():
+        value = follow(result, path)
+        assert isinstance(value, u.Quantity), path
+        value.to(unit)
+        # 26.85 °C and percents are rounded once more than 300 K
+        np.testing.assert_allclose(number(value),
+                                   number(follow(bare, path)), rtol=1e-9, atol=1e-12)  # fmt: skip
+    if expected == {}:
+        assert not isinstance(result, u.Quantity) and len(result) == len(bare)
+
+
+@pytest.mark.parametrize("kind, table", [(cv.Fluid, FLUID), (cv.Mixture, MIXTURE)])
+def test_nothing_is_left_out(kind, table):
+    public = {n for n, _ in inspect.getmembers(kind, inspect.isfunction) if not n.startswith("_")}
+    assert public - PLAIN == set(table)
+
+
+def test_wrong_dimensions_are_refused():
+    with pytest.raises(pint.DimensionalityError):
+        cv.Fluid("propane", "PR").state(T=Q(1, "bar"), p=1e5)
