@@ -11,7 +11,8 @@
 namespace corvane {
 namespace {
 constexpr double kWide = 3e-3;   // least distance of the differences in the Jacobian
-constexpr double kLeast = 1e-5;  // and of the integrals
+constexpr double kLeast = 1e-3, kTurn = 1e-2;  // and of F, the latter over the largest |n_i|
+constexpr double kTiny = 1e-12;
 constexpr double kStep = 1e-12, kStagnant[] = {1e-6, 1e-9};  // without exact derivatives, with
 
 /// Positive nodes of Gauss–Legendre rules of an even number of points, with their weights on (0, 1).
@@ -142,18 +143,15 @@ int RegularPair::nodes() const {
     return wide < 0.02 ? 4 : wide < 0.2 ? 8 : 12;
 }
 
-/// E_ and F_ at y, after ends(), with bounds of their rounding in e_.
-bool RegularPair::integrals(int points) {
-    const double d = distance(), h = std::max(std::fabs(d), kLeast);
+/// E (or null) and F at a half distance, with bounds of their rounding, those of E in e_.
+bool RegularPair::sums(int points, double h, double* E, double& F, double& rounding) {
     double total = 0.0;
     for (int i = 0; i < n_; ++i) total += std::exp(y[i]);
-    F_ = 0.0;
-    double rounding = 0.0;
-    std::fill(e_.begin(), e_.end(), 0.0);
+    F = rounding = 0.0;
     for (int i = 0; i < n_; ++i) {
         const double n = y[n_ + i];
-        E_[i] = n;
-        F_ += std::exp(y[i]) / total * n * n * n * sinh_rest(h * n);
+        if (E) E[i] = n, e_[i] = 0.0;
+        F += std::exp(y[i]) / total * n * n * n * sinh_rest(h * n);
     }
     constexpr double kUnit = 64 * std::numeric_limits<double>::epsilon();
     Rule const& gauss = rule(points);
@@ -171,19 +169,39 @@ bool RegularPair::integrals(int points) {
             }
             const double r = s * y[n_ + i], c = std::exp(y[i]) / total;
             const double odd = std::sinh(r) / h, even = 2.0 * std::sinh(0.5 * r) / h;
-            E_[i] += w * (plus + minus);
-            F_ += w * c *
-                  (odd * ((plus - minus) / h) + 0.5 * even * even * (plus + minus));
-            e_[i] += w * kUnit * size;
+            F += w * c * (odd * ((plus - minus) / h) + 0.5 * even * even * (plus + minus));
             rounding += w * c * kUnit * size * std::fabs(odd) / h;
+            if (E) E[i] += w * (plus + minus), e_[i] += w * kUnit * size;
         }
     }
-    e_[n_] = rounding;
+    return std::isfinite(F);
+}
+
+/// E_ and F_ at y, with bounds of their errors in e_.
+bool RegularPair::integrals(int points) {
+    double steepest = 0.0, error = 0.0;
+    for (int i = 0; i < n_; ++i) steepest = std::max(steepest, std::fabs(y[n_ + i]));
+    const double d = std::max(std::fabs(distance()), kTiny), h = std::min(kLeast, kTurn / steepest);
+    if (!sums(points, d, E_.data(), F_, error)) return false;
+    if (d < h) {
+        const double q = (d / h) * (d / h);
+        const double w[] = {(q - 4.0) * (q - 9.0) / 24.0, (q - 1.0) * (q - 9.0) / -15.0,
+                            (q - 1.0) * (q - 4.0) / 40.0},
+                     line[] = {(4.0 - q) / 3.0, (q - 1.0) / 3.0, 0.0};
+        double bend = 0.0;
+        F_ = error = 0.0;
+        for (int k = 0; k < 3; ++k) {
+            double F = 0.0, rounding = 0.0;
+            if (!sums(points, (k + 1) * h, nullptr, F, rounding)) return false;
+            F_ += w[k] * F;
+            bend += (w[k] - line[k]) * F;
+            error += std::fabs(w[k]) * rounding;
+        }
+        error += std::fabs(bend) * 9.0 * h * h * steepest * steepest;
+    }
+    e_[n_] = error;
     if (!fluid.exact())
         for (int i = 0; i <= n_; ++i) e_[i] *= 1e7;
-    const double back = 0.5 * (d * d - h * h);
-    for (int i = 0; i < n_; ++i) E_[i] += back * E_d_[i];
-    F_ += back * F_d_;
     return std::isfinite(F_);
 }
 

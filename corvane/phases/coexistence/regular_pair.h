@@ -22,8 +22,10 @@ namespace corvane {
 /// point: n is in the kernel of the Hessian, and the third derivative along it vanishes. The ideal
 /// part is in closed form; of the residual part, smooth on the way, the integrals are Gauss–Legendre
 /// sums (4 to 16 nodes in pairs ± s). So potentials are never subtracted: residuals are accurate to
-/// rounding in E and to rounding/d in F, and below |d| = 1e-5 the values there are corrected by their
-/// known slopes in d². Their Jacobian follows from the two ends alone, by the same difference
+/// rounding in E and to rounding/d in F. Below |d| = h, h = 1e-3 or less where a component changes
+/// faster, F is extrapolated from its values at h, 2h and 3h, a polynomial of second degree in d²:
+/// rounding/h then, and a truncation of the order of what the second degree adds times (3h·n)², which
+/// the bound includes. The Jacobian follows from the two ends alone, by the same difference
 /// formulas: exact but for rounding/d³, so that below |d| = 3e-3 it is taken there.
 ///
 /// Isochoric variables: Bell & Deiters, AIChE J. 64 (2018) 2745. The limit is Heidemann & Khalil's
@@ -77,6 +79,7 @@ class RegularPair {
   private:
     bool ends();
     bool integrals(int nodes);
+    bool sums(int nodes, double half, double* E, double& F, double& rounding);
     int nodes() const;
     void assemble(bool tangent);
     void equilibrium(double* J, double* r) const;

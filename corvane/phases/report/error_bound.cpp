@@ -7,7 +7,8 @@
 
 namespace corvane {
 namespace {
-constexpr double kUnits = 128 * std::numeric_limits<double>::epsilon();
+constexpr double kEps = std::numeric_limits<double>::epsilon();
+constexpr double kUnits = 128 * kEps;
 constexpr double kDifferences = 1e-9;  // of potentials from differences of Ar
 }  // namespace
 
@@ -35,10 +36,10 @@ void ErrorBound::phase(PhaseState const& s, double const* rows, double& x, doubl
     std::vector<double> mean(m, 0.0), row(m);
     for (int i = 0; i < s.size(); ++i)
         for (std::size_t k = 0; k < m; ++k) mean[k] += s.x[i] * rows[i * m + k];
-    rho = std::max(rho, (*this)(mean.data()));
+    rho = std::max(rho, (*this)(mean.data()) + 2.0 * kEps);
     for (int i = 0; i < s.size(); ++i) {
         for (std::size_t k = 0; k < m; ++k) row[k] = s.x[i] * (rows[i * m + k] - mean[k]);
-        x = std::max(x, (*this)(row.data()));
+        x = std::max(x, (*this)(row.data()) + 2.0 * kEps * s.x[i]);
     }
 }
 

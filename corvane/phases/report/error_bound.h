@@ -25,7 +25,7 @@ class ErrorBound {
 
     double operator()(double const* row) const;
     /// Rows of ∂ln rho_i/∂(equation): n of them. Bounds of the mole fractions (the largest) and of
-    /// the density, which go into x and rho where they are larger.
+    /// the density, which go into x and rho where they are larger; with the rounding of both.
     void phase(PhaseState const& s, double const* rows, double& x, double& rho) const;
 
     /// Of the distance of two phases, the largest |ln(rho_i of one/rho_i of the other)|, relative to
