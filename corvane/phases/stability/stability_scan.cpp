@@ -15,6 +15,8 @@ constexpr double kSafety = 8.0;     // of the error estimates
 constexpr double kRounding = 1e-13, kSlopeRounding = 1e-14;  // least A and B
 constexpr double kResolved = 0.5;   // error at the middle of a piece whose shape is believed
 constexpr double kJump = 0.16;      // of (Δ ln rho)² over ∂(p/RT)/∂rho
+constexpr double kCurved = 4.0;     // largest U between two nodes over that at them
+constexpr double kUnchecked = 0.1;  // of w·(1 − w): a piece this wide needs the errors of its quintic
 constexpr int kRefine = 60;
 constexpr double kConverged = 1e-11;  // of t′
 constexpr double kInfinite = std::numeric_limits<double>::infinity();
@@ -32,7 +34,8 @@ BinaryScan::BinaryScan(FluidModel const& fluid) : fluid_(fluid), x_(2) {
 
 /// Evaluates both roots at a composition; index of the new node.
 int BinaryScan::node(double w0, double w1) {
-    Node n;
+    const int at = static_cast<int>(nodes_.size());
+    Node& n = nodes_.emplace_back();
     n.w0 = w0;
     n.w1 = w1;
     x_[0] = w0;
@@ -52,11 +55,11 @@ int BinaryScan::node(double w0, double w1) {
         n.m1[r] = s_.m[1];
         n.G2[r] = s_.m_n(0, 0) - s_.m_n(0, 1) - s_.m_n(1, 0) + s_.m_n(1, 1);
         n.e2[r] = n.G2[r] - 1.0 / (w0 * w1);
+        n.U2[r] = s_.rho * (s_.H[0] - s_.H[1] - s_.H[2] + s_.H[3]) - 1.0 / (w0 * w1);
         n.slope[r] = (s_.m[0] - f0) - (s_.m[1] - f1);
         n.excess[r] = w0 * (s_.m[0] - f0) + w1 * (s_.m[1] - f1);
     }
-    nodes_.push_back(n);
-    return static_cast<int>(nodes_.size()) - 1;
+    return at;
 }
 
 /// Halves the angle θ with w = sin²(θ/2); where an end is dilute, the logarithm.
@@ -294,15 +297,27 @@ bool BinaryScan::piece(Point const& a, Point const& b, double A, double B, int r
     return true;
 }
 
-/// A root that has no end in this cell, from one node to the other.
-bool BinaryScan::settled(Cell const& c, Strand const& s) {
+double BinaryScan::sag(Cell const& c) const {
+    Node const &a = nodes_[c.a], &b = nodes_[c.b];
+    const double h = between(a.w0, a.w1, b.w0, b.w1);
+    double excess = 0.0;
+    for (Node const* n : {&a, &b})
+        for (int r = 0; r < n->roots; ++r) excess = std::max(excess, std::fabs(n->U2[r]));
+    return kCurved / 8.0 * h * h * (1.0 / std::min(a.w0 * a.w1, b.w0 * b.w1) + excess);
+}
+
+/// A root that has no end in this cell, from one node to the other. halved: the cell is half of
+/// another one.
+bool BinaryScan::settled(Cell const& c, Strand const& s, bool halved) {
     Node const &a = nodes_[c.a], &b = nodes_[c.b];
     const int root = a.roots == 2 ? s.a : b.roots == 2 ? s.b : 0;
     const double h = between(a.w0, a.w1, b.w0, b.w1);
+    Point const &begin = point(a, s.a), &last = point(b, s.b);
+    if (first_ && halved && std::min(begin.t, last.t) > sag(c)) return true;
+    if (!(s.A < kInfinite) && h > kUnchecked * std::min(a.w0 * a.w1, b.w0 * b.w1)) return false;
     std::array<Point, 4> q;
     int n = 0;
-    q[n++] = point(a, s.a);
-    Point const last = point(b, s.b);
+    q[n++] = begin;
     double A_here = s.A, B_here = s.B;
     for (int k = 0; k < zeros_; ++k) {
         Zero& z = zero_[k];
@@ -332,7 +347,7 @@ bool BinaryScan::settled(Cell const& c, Strand const& s) {
 }
 
 /// A root that ends in this cell: nothing is left to find on it?
-bool BinaryScan::vanishing(Cell const& c, Strand const& s) {
+bool BinaryScan::vanishing(Cell const& c, Strand const& s, bool halved) {
     Node const &a = nodes_[c.a], &b = nodes_[c.b], &n = s.a < 0 ? b : a;
     const int r = s.a < 0 ? s.b : s.a;
     for (int k = 0; k < zeros_; ++k) {
@@ -341,10 +356,11 @@ bool BinaryScan::vanishing(Cell const& c, Strand const& s) {
             between(z.at.w0, z.at.w1, b.w0, b.w1) > 0.0 && root_of(z) == r)
             return false;
     }
-    const Point q = point(n, r);
+    Point const& q = point(n, r);
     if (q.t2 * q.w0 * q.w1 < -1.0) return true;
-    const double h = between(a.w0, a.w1, b.w0, b.w1), room = 4.0 * h * std::fabs(q.t1);
-    return h < 0.1 * q.w0 * q.w1 && q.t > room + 0.05;
+    Node const& one = s.a < 0 ? a : b;
+    const double least = std::min({q.t, point(n, 1 - r).t, point(one, 0).t});
+    return halved && least > 2.0 * sag(c);
 }
 
 void BinaryScan::process(int k, Strand const* known, int count, int depth) {
@@ -357,7 +373,9 @@ void BinaryScan::process(int k, Strand const* known, int count, int depth) {
     for (int i = 0; i < n; ++i) {
         for (int j = 0; j < count; ++j)
             if (known[j].a == s[i].a && known[j].b == s[i].b) s[i] = known[j];
-        if (all) all = s[i].a < 0 || s[i].b < 0 ? vanishing(c, s[i]) : settled(c, s[i]);
+        if (all)
+            all = s[i].a < 0 || s[i].b < 0 ? vanishing(c, s[i], depth > 0)
+                                           : settled(c, s[i], depth > 0);
     }
     if (all) return;
     Node const &a = nodes_[c.a], &b = nodes_[c.b];

@@ -21,7 +21,10 @@ namespace corvane {
 /// is
 ///  - convex: its one minimum is at an end, or above where the end tangents meet, or is solved for;
 ///  - concave or monotone: its minimum is at an end;
-///  - positive throughout.
+///  - positive throughout;
+///  - too high at both ends to reach zero between them: t″ = U − (∂p/∂w)²/(…∂p/∂rho) ≤ U, the
+///    curvature at constant density, so that t is at most U·h²/8 below its chord. U has no
+///    dips next to a critical point and no poles at folds; four times what the ends show is used.
 /// Otherwise it is halved, and so is a piece that is long in ln rho against √(∂p/∂rho): next to a
 /// critical point t″ has dips as narrow as those of ∂p/∂rho. The phase under test and the known
 /// one are nodes of their own, where t and its slope are exactly zero: so pairs that are nearly
@@ -32,10 +35,11 @@ namespace corvane {
 ///
 /// Where a root vanishes between two nodes (a fold, ∂p/∂rho = 0) the interval is halved until the
 /// vanishing root is concave there (its curvature tends to −∞) or too high to reach zero in what is
-/// left of the interval. At the fold itself another root has the lower Gibbs energy.
+/// left of the interval, by the same bound: at the fold itself another root has the lower Gibbs
+/// energy, so that the chord ends above that.
 ///
 /// Proven, if in every settled interval the error of the quintic is at most eight times what its
-/// middle shows: no composition has t < 0 along the density roots that the model reports. Not
+/// middle shows, and U at most four times what its ends show: no composition has t < 0 along the density roots that the model reports. Not
 /// proven: features that leave value, slope and curvature at all nodes as they are, density roots
 /// that begin and end between two neighbouring nodes, 0.19 apart in w at most, and what is narrower
 /// than 1e-6·w·(1 − w) (1e-4 beside the phase itself), where the nodes alone decide.
@@ -67,8 +71,8 @@ class BinaryScan {
     struct Node {
         double w0 = 0.0, w1 = 0.0;
         int roots = 0;
-        // of each root: m_0, m_1, G″ and the excess part of G″
-        double rho[2], m0[2], m1[2], G2[2], e2[2], stiff[2];
+        // of each root: m_0, m_1, G″, the excess parts of G″ and of U
+        double rho[2], m0[2], m1[2], G2[2], e2[2], U2[2], stiff[2];
         double excess[2], slope[2];  ///< G^E and its slope
         mutable int seen[2] = {-1, -1};  ///< tests that `at` is of
         mutable Point at[2];
@@ -106,9 +110,11 @@ class BinaryScan {
     static void compare(Point const& a, Point const& b, Point const& m, double h, double x,
                         double& A, double& B);
     void error(Cell const& c, Strand& s, int& root) const;
-    bool settled(Cell const& c, Strand const& s);
+    /// How far t may be below its chord in a cell.
+    double sag(Cell const& c) const;
+    bool settled(Cell const& c, Strand const& s, bool halved);
     bool piece(Point const& a, Point const& b, double A, double B, int root);
-    bool vanishing(Cell const& c, Strand const& s);
+    bool vanishing(Cell const& c, Strand const& s, bool halved);
     void process(int cell, Strand const* known, int count, int depth);
     void end(int k);
     void refine(Bracket const& b);
