@@ -251,9 +251,9 @@ class Trial {
             warmest = std::max(warmest, 2 * pure.Tcrit());
         }
         if (std::is_same_v<Equation, judge::Cubic>) return false;
-        const int states = at_T || at_p ? 40 : 0;  // on the way of the search
+        const int states = at_T || at_p ? 400 : 0;  // on the way of the search
         for (int k = 0; k <= states; ++k) {
-            const double part = k / 40.0, p = at_T ? std::pow(10.0, -3 + 6 * part) : in.p,
+            const double part = k / 400.0, p = at_T ? std::pow(10.0, -3 + 6 * part) : in.p,
                          T = at_p ? coldest * std::pow(warmest / coldest, part) : in.T;
             for (double w : {1e-8, 1e-4, 0.1, 0.5, 0.9, 1 - 1e-4, 1 - 1e-8})
                 for (int i = 0; i < n; ++i) {
