@@ -157,8 +157,8 @@ enum CorvaneBranch { /* where there are several solutions */
     CORVANE_BRANCH_LOWER, /* of lowest p (or T) */
     CORVANE_BRANCH_UPPER
 };
-/* Phases: the given one, the incipient one; then, where the given composition is two liquids beside
- * which the first vapour appears, these two with their fractions. */
+/* Phases: the given one, the incipient one; then, where the given composition is two liquids or more
+ * beside which the first vapour appears, these with their fractions. */
 CORVANE_API CorvaneResult* Corvane_bubble_T(const CorvaneMixture* mixture, double T,
                                             const double* z, int n, int branch,
                                             CorvaneError* error);

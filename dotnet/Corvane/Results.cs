@@ -215,8 +215,8 @@ namespace Corvane
         public EquilibriumPhase Given => Phases[0];
         /// <summary>The incipient phase; the vapour of a pure fluid.</summary>
         public EquilibriumPhase Incipient => Phases[1];
-        /// <summary>The two liquids into which the given composition is split where the first vapour
-        /// appears; empty where it is one phase.</summary>
+        /// <summary>The liquids (two, or as many as components) into which the given composition is split
+        /// where the first vapour appears, the densest first; empty where it is one phase.</summary>
         public IReadOnlyList<EquilibriumPhase> Split => Phases.Skip(2).ToArray();
     }
 

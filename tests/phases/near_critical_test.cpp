@@ -329,31 +329,75 @@ TEST(SplitLiquid, WithoutAVapourIsNoSolution) {
     }
 }
 
-// So cold that one liquid is pure helium, and its vapour, too: the saturation of helium by itself.
+// So cold that one liquid is pure helium (or hydrogen, 3e-11 of which decane dissolves), and its
+// vapour, too: the saturation of helium by itself.
 TEST(SplitLiquid, BesideOneThatIsPure) {
-    const Mixture m = loaded("PR", "vdW1", {"helium", "decane"});
-    const judge::Cubic cubic(*m);
-    for (double p : {0.0113, 0.0875, 0.19})
-        for (double x : {0.2, 0.93}) {
-            SCOPED_TRACE(testing::Message() << p << ' ' << x);
+    for (auto const& [light, p] : {std::pair("helium", 0.0113), {"helium", 0.0875}, {"helium", 0.19},
+                                   {"hydrogen", 0.0011}, {"hydrogen", 4.5e-4}}) {
+        const Mixture m = loaded("PR", "vdW1", {light, "decane"});
+        const judge::Cubic cubic(*m);
+        for (double x : {p < 0.01 ? 0.002 : 0.5, 0.2, 0.93}) {
+            SCOPED_TRACE(testing::Message() << light << ' ' << p << ' ' << x);
             const auto q = corvane::bubble_p(*m, p, mix(x));
             ASSERT_EQ(q.split.size(), 2u);
             const auto pure = corvane::pure_saturation_p(*m->mdl1[0], p);
             EXPECT_NEAR(q.T / pure.T, 1, q.certificate.value_error);
             EXPECT_NEAR(q.incipient.rho / pure.rhoV, 1, q.certificate.rho_error);
-            EXPECT_NEAR(q.fraction[q.split[0].x[0] > 0.5 ? 0 : 1], x, 1e-15);
+            EXPECT_NEAR(q.fraction[q.split[0].x[0] > 0.5 ? 0 : 1], x, 1e-10);
             EXPECT_EQ(judge::Court<judge::Cubic>(cubic)
                           .saturation(Saturated::bubble, false, p, mix(x), q)
                           .fault,
                       judge::Fault::none);
             EXPECT_NEAR(corvane::bubble_T(*m, q.T, mix(x)).p / p, 1, 1e-9);
         }
+    }
 }
 
 // Where the model's states on the way mislead the search to no pressure at all it is still a refusal.
 TEST(SplitLiquid, WithoutPressureIsARefusal) {
     const Mixture m = loaded("MEOS", "GERG", {"hydrogen", "water"}, 8);
     EXPECT_THROW(corvane::bubble_T(*m, 168.5416702, mix(0.7651253)), corvane::EquilibriumFailure);
+}
+
+// Three components: the first vapour beside three liquids has one p at given T, whatever the whole is,
+// and above it there are three liquids, below it two and a vapour.
+TEST(SplitLiquid, IntoAsManyAsComponents) {
+    const struct {
+        Names names;
+        double z0, z1, value;
+        bool at_T;
+    } cases[] = {
+        {{"carbon_dioxide", "methane", "water"}, 0.40934982, 0.35464269, 0.0127242, false},
+        {{"carbon_dioxide", "methane", "water"}, 0.5105328, 0.467617796, 177.482526, true},
+        {{"methane", "hydrogen_sulfide", "water"}, 0.036342173, 0.153244473, 0.03922374, false},
+        {{"benzene", "mercury", "water"}, 0.352588539, 0.380653206, 5.34823827, false},
+        {{"hydrogen", "nitrogen", "water"}, 0.99294678, 0.0070530931, 24.3598629, true},
+        // mercury holds no decane that doubles could say
+        {{"decane", "mercury", "methane"}, 0.032704159, 0.142048599, 0.05516079, false}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.names[0] << ' ' << c.names[2] << ' ' << c.value);
+        const Mixture m = loaded("PR", "vdW1", c.names);
+        const judge::Cubic cubic(*m);
+        const Vector<double> z = vec({c.z0, c.z1, 1 - c.z0 - c.z1});
+        const auto q = c.at_T ? corvane::bubble_T(*m, c.value, z) : corvane::bubble_p(*m, c.value, z);
+        ASSERT_EQ(q.split.size(), 3u);
+        EXPECT_EQ(judge::Court<judge::Cubic>(cubic)
+                      .saturation(Saturated::bubble, c.at_T, c.value, z, q)
+                      .fault,
+                  judge::Fault::none);
+        for (int i = 0; i < 3; ++i) {
+            double whole = 0;
+            for (unsigned k = 0; k < 3; ++k) whole += q.fraction[k] * q.split[k].x[i];
+            EXPECT_NEAR(whole, z[i], 1e-12);
+        }
+        for (double by : {1.001, 0.999}) {
+            const auto beside = corvane::flash_pT(*m, by * q.p, q.T, z);
+            EXPECT_EQ(beside.phases.size(), 3u);
+            EXPECT_EQ(beside.phases.back().rho > 0.5 * q.split.back().rho, by > 1);
+        }
+        EXPECT_LE(q.certificate.value_error, 1e-9);
+        EXPECT_TRUE(q.certificate.bounded());
+    }
 }
 
 TEST(SplitLiquid, OfAMixture) {

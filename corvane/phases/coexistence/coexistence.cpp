@@ -2,7 +2,9 @@
 #include <corvane/phases/coexistence/coexistence.h>
 #include <corvane/phases/numerics/newton.h>
 #include <corvane/phases/report/error_bound.h>
+#include <corvane/phases/report/least_fraction.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -58,6 +60,10 @@ void CoexistenceSolver::assemble() {
                 J[k * n + j] = b.rho_i[j] * b.H[i * n + j];
             }
             J[last] = b.m_T[i] - a.m_T[i];
+            if (!absent(b.x[i]) || !(r[-1] > 0.0)) continue;
+            std::fill_n(J, m, 0.0);  // it would be fewer than the least: stays as it is
+            J[k * n + i] = 1.0;
+            r[-1] = 0.0;
         }
         *r++ = (b.p - a.p) / RT * scale;
         for (int j = 0; j < n; ++j) {

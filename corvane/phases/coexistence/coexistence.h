@@ -16,7 +16,8 @@ namespace corvane {
 /// are as many conditions as variables. All derivatives are exact.
 ///
 /// In these isochoric variables (Bell & Deiters, AIChE J. 64 (2018) 2745) no density root is
-/// searched, so that nothing jumps near a critical point.
+/// searched, so that nothing jumps near a critical point. A component of which a phase other than the
+/// first would hold less than least_fraction keeps what it starts with there.
 class CoexistenceSolver {
   public:
     CoexistenceSolver(FluidModel const& fluid, int phases);

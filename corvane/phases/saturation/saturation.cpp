@@ -48,13 +48,13 @@ SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
     stability_.kind = o.test;
     if (o.branch == Branch::any) {
         if (o.start && warm(*o.start) && accept()) return result(o);
-        const bool solved = cold(), accepted = solved && accept();
+        const bool accepted = cold() && accept();
         if (accepted && !second_liquid()) return result(o);
-        // Not stable, or none, or the boundary of a second liquid: the vapour may come beside two.
-        if (kind_ == Saturated::bubble && fluid_.size() > 1 && a_.p > 0.0 &&
-            (!solved || accepted || split_)) {
+        // Not stable, none, of the other kind, or the boundary of a second liquid: the vapour may come
+        // beside others.
+        if (kind_ == Saturated::bubble && fluid_.size() > 1) {
             const Found first = take();
-            if (const auto found = beside_two_liquids(o)) return *found;
+            if (const auto found = beside_liquids(o)) return *found;
             if (accepted && restore(first)) return result(o);
         }
     }
@@ -145,6 +145,9 @@ bool SaturationSolver::cold() {
         double sum = 0.0;
         for (double v : y) sum += v;
         for (double& v : y) v /= sum;
+        a_.T = t;  // where beside_liquids starts
+        a_.p = q;
+        b_.x = y;
         if (!fluid_.evaluate_at(a_, q, t, z, bubble ? Root::dense : Root::dilute, 0) ||
             !fluid_.evaluate_at(b_, q, t, y, bubble ? Root::dilute : Root::dense, 0))
             return false;
@@ -210,7 +213,6 @@ bool SaturationSolver::restore(Found const& found) {
 }
 
 bool SaturationSolver::accept() {
-    split_ = false;
     const double pressure = pair_.pressure();
     if (!(pressure > 0.0) || !(pair_.a.S > 0.0) || !(pair_.b.S > 0.0)) return false;
     for (int k = 0; k < fluid_.size(); ++k)  // no certificate: another way may lead to one
@@ -224,7 +226,6 @@ bool SaturationSolver::accept() {
         if (r.stable) others_.push_back(found());
         return false;
     }
-    split_ = !r.stable && kind_ == Saturated::bubble && fluid_.size() > 1;
     return r.stable && r.unconverged == 0;
 }
 

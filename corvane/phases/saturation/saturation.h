@@ -27,8 +27,9 @@ struct SaturationPoint {
     double T = 0.0, p = 0.0;  ///< K, MPa
     PhaseRecord given;        ///< of the composition asked for; the whole, where that is split
     PhaseRecord incipient;
-    /// Where the given composition is two liquids (by falling mass density) beside which the first
-    /// vapour appears: they, with their mole fractions of the whole. Empty where it is one phase.
+    /// Where the given composition is two liquids, or as many as there are components (by falling
+    /// mass density), beside which the first vapour appears: they, with their mole fractions of the
+    /// whole. Empty where it is one phase.
     std::vector<PhaseRecord> split;
     std::vector<double> fraction;
     Certificate certificate;
@@ -49,7 +50,7 @@ struct SaturationOptions {
 ///    RegularPair, which has no trivial solution. Accepted when certified: stable, of the right
 ///    kind, farther apart than uncertain (Certificate::apart_error).
 ///    A bubble point that is not stable, or none: whether the liquid splits, and the first vapour
-///    appears beside two liquids (SaturationPoint::split).
+///    appears beside two liquids or as many as there are components (SaturationPoint::split).
 ///    Then the pairs that begin at the critical point of z, as far as a half distance of 0.5 in
 ///    ln rho, towards T and through extrema of T.
 /// 2. Otherwise, and for Branch::lower and upper, a search over all pressures from where the gas is

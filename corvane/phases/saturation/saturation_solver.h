@@ -92,13 +92,20 @@ class SaturationSolver {
     // ---- liquids that split (saturation_split.cpp)
 
     /// From a bubble point of the whole that is not stable.
-    std::optional<SaturationPoint> beside_two_liquids(SaturationOptions const& o);
-    std::optional<SaturationPoint> three_phases(std::vector<PhaseRecord> const& liquids,
+    std::optional<SaturationPoint> beside_liquids(SaturationOptions const& o);
+    struct Vanishing;
+    std::optional<SaturationPoint> first_vapour(std::vector<PhaseRecord> const& liquids,
                                                 std::vector<double> const& amounts,
                                                 std::vector<double> const& y, double rho_vapour,
                                                 double t, SaturationOptions const& o);
+    bool amounts_of(CoexistenceSolver const& s, std::vector<double>& amount) const;
+    bool certified_beside(CoexistenceSolver const& all, SaturationPoint& point,
+                          SaturationOptions const& o);
+    void report_liquids(CoexistenceSolver const& all, std::vector<double> const& parts,
+                        SaturationPoint& point) const;
 
-    /// The same of a binary where one liquid and the vapour are component i to 1e-280.
+    /// The same of a binary where one liquid and the vapour are component i to 1e-30, and one of them
+    /// to 1e-280.
     std::optional<SaturationPoint> beside_pure(int i, PhaseRecord const& other,
                                                SaturationOptions const& o);
 
@@ -138,7 +145,6 @@ class SaturationSolver {
     double tpd_ = 0.0;
     bool collect_ = false;        // accept() notes the boundaries of the other kind
     std::vector<double> others_;  // they: ln p (or ln T)
-    bool split_ = false;    // the last bubble point that was tested is not stable
     bool complete_ = true;  // the search and the trace left nothing open
     bool unknown_ = false;  // states of the search without density, or without a complete test
     bool open_ = false;     // whether a vapour appears beside two liquids

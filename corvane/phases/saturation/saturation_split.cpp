@@ -1,6 +1,7 @@
-// Bubble points of liquids that split: the first vapour beside two liquids.
+// Bubble points of liquids that split: the first vapour beside two liquids or three.
 #include <corvane/core/constants.h>
 #include <corvane/phases/flash/flash.h>
+#include <corvane/phases/numerics/dense.h>
 #include <corvane/phases/report/error_bound.h>
 #include <corvane/phases/report/least_fraction.h>
 #include <corvane/phases/saturation/pure_saturation.h>
@@ -11,15 +12,20 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 namespace corvane {
 namespace {
-constexpr int kFlashes = 30;
+constexpr int kFlashes = 40;
 constexpr double kStep = 0.7;     // change of ln p between flashes, the first ones
 constexpr double kLowest = 1e-100;  // MPa
 constexpr double kNarrow = 0.05;  // bracket in ln p from which Newton's method starts
 constexpr double kLeast = 1e-4;   // bracket that ends the search
+constexpr int kDissolved = 30;
+constexpr double kDilute = 1e-3;  // of one component in a liquid beside the other one
+constexpr double kPure = 1e-30;   // of a mole fraction that is of no account to the other component
 constexpr double kJump = 0.2;     // of ln rho of the lightest phase, least
+constexpr double kTurn = 0.1;     // and of its mole fractions
 
 std::vector<double> present(FluidModel const& fluid, Vector<double> const& all) {
     std::vector<double> x;
@@ -29,68 +35,110 @@ std::vector<double> present(FluidModel const& fluid, Vector<double> const& all) 
 }
 }  // namespace
 
-/// Newton's method for three phases, from two liquids and a vapour at T = t.
-std::optional<SaturationPoint> SaturationSolver::three_phases(
+/// Amounts of n phases that add up to the whole; false if they do not.
+bool SaturationSolver::amounts_of(CoexistenceSolver const& s, std::vector<double>& amount) const {
+    const int n = fluid_.size();
+    std::vector<double> rows;
+    for (int i = 0; i < n; ++i)
+        for (int k = 0; k < n; ++k) rows.push_back(s.phase[k].x[i] / fluid_.z()[i]);
+    amount.assign(static_cast<std::size_t>(n), 1.0);
+    return lu_solve(n, rows.data(), amount.data()) &&
+           *std::min_element(amount.begin(), amount.end()) > 0.0;
+}
+
+/// Newton's method for all phases, from liquids and a vapour at T = t. As many liquids as components
+/// depend on T (or p) alone, and the amounts follow; else the whole is two liquids.
+std::optional<SaturationPoint> SaturationSolver::first_vapour(
     std::vector<PhaseRecord> const& liquids, std::vector<double> const& amounts,
     std::vector<double> const& y, double rho_vapour, double t, SaturationOptions const& o) {
-    const int n = fluid_.size();
-    const Vector<double> z = fluid_.expand(fluid_.z());
-    for (int k = 0; n == 2 && k < 4; ++k)  // liquid k / 2 without component k % 2
-        if (absent(present(fluid_, liquids[k / 2].x)[k % 2]))
+    const int n = fluid_.size(), K = static_cast<int>(liquids.size());
+    for (int k = 0; n == 2 && k < 4; ++k) {  // liquid k / 2 without component k % 2, or its vapour
+        const double x = present(fluid_, liquids[k / 2].x)[k % 2];
+        if (absent(x) || (x < kPure && absent(y[k % 2])))
             return beside_pure(1 - k % 2, liquids[1 - k / 2], o);
-    // Three phases of a binary depend on T (or p) alone: the amounts follow.
-    CoexistenceSolver three(fluid_, 3);
-    if (n > 2) three.z = &fluid_.z();
-    three.split = n > 2;
-    (at_T_ ? three.T : three.p) = value_;
-    // The lighter first: it is softer, and all pressures are compared with the first one.
-    for (int k = 0; k < 2; ++k)
-        three.start(k, present(fluid_, liquids[1 - k].x), liquids[1 - k].rho);
-    three.start(2, y, rho_vapour);
-    three.u.back() = std::log(t);
-    const double v0 = amounts[1] / liquids[1].rho, v1 = amounts[0] / liquids[0].rho;
-    three.fraction = v1 / (v0 + v1);
-    SaturationPoint point;
-    if (!three.solve(kNewton)) return {};
-    three.level();
-    if (n == 2) {
-        const int k = fluid_.z()[0] < fluid_.z()[1] ? 0 : 1;
-        const double xa = three.phase[0].x[k], xb = three.phase[1].x[k],
-                     beta = (fluid_.z()[k] - xa) / (xb - xa);
-        const double va = (1.0 - beta) / three.phase[0].rho, vb = beta / three.phase[1].rho;
-        three.fraction = beta > 0.0 && beta < 1.0 ? vb / (va + vb) : beta;
-        if (three.fraction == beta) open_ = false;  // the whole is not between the two liquids
     }
-    if (!(three.fraction > 0.0 && three.fraction < 1.0) || !(three.pressure() > 0.0) ||
-        !three.bound(point.certificate))
-        return {};
-    auto mass = [&](PhaseState const& phase) {
-        double sum = 0.0;
-        for (int k = 0; k < n; ++k) sum += phase.rho_i[k] * fluid_.molar_mass(k);
-        return sum;
+    if (K != 2 && K != n) return {};
+    CoexistenceSolver all(fluid_, K + 1);
+    all.split = K < n;
+    if (all.split) all.z = &fluid_.z();
+    (at_T_ ? all.T : all.p) = value_;
+    // The lightest first: it is the softest, and all pressures are compared with the first one.
+    const auto start = [&](int k, std::vector<double> x, double rho) {
+        for (double& xi : x)
+            if (absent(xi)) xi *= 0.1;  // and stays so where the density changes
+        all.start(k, x, rho);
     };
-    double parts[] = {(1.0 - three.fraction) * three.phase[0].rho,
-                      three.fraction * three.phase[1].rho};
-    PhaseState const *first = &three.phase[0], *second = &three.phase[1];
-    if (mass(*first) < mass(*second)) {
-        std::swap(first, second);
-        std::swap(parts[0], parts[1]);
+    for (int k = 0; k < K; ++k)
+        start(k, present(fluid_, liquids[K - 1 - k].x), liquids[K - 1 - k].rho);
+    start(K, y, rho_vapour);
+    all.u.back() = std::log(t);
+    const double v0 = amounts[1] / liquids[1].rho, v1 = amounts[0] / liquids[0].rho;
+    all.fraction = v1 / (v0 + v1);
+    if (!all.solve(kNewton)) return {};
+    all.level();
+    std::vector<double> parts(liquids.size());
+    if (!all.split && !amounts_of(all, parts)) {
+        if (n == 2) open_ = false;  // the whole is not between the two liquids
+        return {};
     }
-    if (!(mass(three.phase[2]) < mass(*second))) return {};
-    const StabilityResult r = test_phases(three, stability_, point.certificate.tpd);
-    if (!r.stable || r.unconverged) return {};
-    point.T = at_T_ ? value_ : three.phase[0].T;
-    point.p = at_T_ ? three.pressure() : value_;
-    certify(fluid_, point.p, {first, second, &three.phase[2]}, point.certificate);
-    point.certificate.evaluations = fluid_.evaluations;
-    if (o.validity) point.certificate.flag(o.validity, point.T, point.p, z);
-    if (!point.certificate.holds()) return {};
-    const double rho = parts[0] + parts[1];
-    point.given = {rho, z};
-    point.split = {point.certificate.phases[0], point.certificate.phases[1]};
-    point.fraction = {parts[0] / rho, parts[1] / rho};
-    point.incipient = point.certificate.phases[2];
+    SaturationPoint point;
+    if (!(all.pressure() > 0.0) || !all.bound(point.certificate)) return {};
+    if (all.split) {
+        if (!(all.fraction > 0.0 && all.fraction < 1.0)) return {};
+        parts = {(1.0 - all.fraction) * all.phase[0].rho, all.fraction * all.phase[1].rho};
+    }
+    if (!certified_beside(all, point, o)) return {};
+    report_liquids(all, parts, point);
     return point;
+}
+
+/// The certificate of a vapour, the last of all phases, beside liquids.
+bool SaturationSolver::certified_beside(CoexistenceSolver const& all, SaturationPoint& point,
+                                        SaturationOptions const& o) {
+    PhaseState const& vapour = all.phase.back();
+    std::vector<PhaseState const*> phases;
+    for (PhaseState const& s : all.phase) {
+        if (&s != &vapour && !(fluid_.mass_density(vapour) < fluid_.mass_density(s))) return false;
+        phases.push_back(&s);
+    }
+    // Of three components and more as flash_certified: a start that is lost among traces of 1e-100
+    // is no sign of a further phase.
+    const StabilityResult r = test_phases(all, stability_, point.certificate.tpd);
+    if (!r.stable || (r.unconverged && fluid_.size() == 2)) return false;
+    point.T = at_T_ ? value_ : vapour.T;
+    point.p = at_T_ ? all.pressure() : value_;
+    certify(fluid_, point.p, phases, point.certificate);
+    point.certificate.test = stability_.kind;
+    point.certificate.evaluations = fluid_.evaluations;
+    if (o.validity)
+        point.certificate.flag(o.validity, point.T, point.p, fluid_.expand(fluid_.z()));
+    return point.certificate.holds();
+}
+
+/// The liquids by falling mass density, with their parts of the whole in moles (of any sum).
+void SaturationSolver::report_liquids(CoexistenceSolver const& all, std::vector<double> const& parts,
+                                      SaturationPoint& point) const {
+    std::vector<std::size_t> order(parts.size());
+    std::iota(order.begin(), order.end(), 0u);
+    std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+        return fluid_.mass_density(all.phase[a]) > fluid_.mass_density(all.phase[b]);
+    });
+    const double whole = std::accumulate(parts.begin(), parts.end(), 0.0);
+    std::vector<PhaseRecord> found = point.certificate.phases;
+    for (PhaseRecord& record : found)
+        for (int i = 0; i < record.x.size(); ++i)
+            if (absent(record.x[i])) record.x[i] = 0.0;
+    double volume = 0.0;
+    point.certificate.phases.clear();
+    for (std::size_t k : order) {
+        point.split.push_back(found[k]);
+        point.fraction.push_back(parts[k] / whole);
+        volume += parts[k] / whole / found[k].rho;
+    }
+    point.incipient = found.back();
+    point.certificate.phases = point.split;
+    point.certificate.phases.push_back(point.incipient);
+    point.given = {1.0 / volume, fluid_.expand(fluid_.z())};
 }
 
 std::optional<SaturationPoint> SaturationSolver::beside_pure(int i, PhaseRecord const& other,
@@ -113,12 +161,27 @@ std::optional<SaturationPoint> SaturationSolver::beside_pure(int i, PhaseRecord 
         if (!fluid_.evaluate(*s, t, phase_all)) return {};
     }
     std::vector<double> x = present(fluid_, other.x);
-    for (int it = 0; it < 3; ++it) {
+    for (int it = 0; it < kDissolved; ++it) {  // as good as Newton's method where that is dilute
         if (!fluid_.evaluate_at(rest, p, t, x, Root::dense, phase_all)) return {};
-        x[i] = std::max(x[i] * std::exp(pure.m[i] - rest.m[i]), least_fraction);
+        const double off = pure.m[i] - rest.m[i];
+        if (!(std::fabs(off) > 1e-14)) break;
+        x[i] = std::max(x[i] * std::exp(off), least_fraction);
+        if (!(x[i] < kDilute)) return {};
+        x[j] = 1.0 - x[i];
     }
     constexpr double eps = std::numeric_limits<double>::epsilon();
-    if (!(x[i] < 0.1 * eps)) return {};
+    const double pure_part = (fluid_.z()[i] - rest.x[i]) / (1.0 - rest.x[i]);
+    if (!(pure_part > 0.0)) {
+        open_ = false;  // the whole is not between the two liquids
+        return {};
+    }
+    for (PhaseState* s : {&vapour, &pure}) {  // traces that doubles can say
+        const double trace = least_fraction * std::exp(rest.m[j] - s->m[j]);
+        if (!(trace > least_fraction)) continue;
+        if (!(trace < kPure)) return {};
+        s->rho_i[j] = trace * s->rho_i[i];
+        if (!fluid_.evaluate(*s, t, phase_all)) return {};
+    }
     PhaseState plane = pure;
     plane.m[j] = rest.m[j];
     const StabilityResult r = stability_.test(plane, p, &vapour, true);
@@ -127,13 +190,14 @@ std::optional<SaturationPoint> SaturationSolver::beside_pure(int i, PhaseRecord 
     c.tpd = std::min(0.0, r.tpd);
     c.test = stability_.kind;
     c.value_error = q.value_error;
-    c.x_error = eps;
+    c.x_error = std::max(eps, 4.0 * rest.x[i] *
+                                  (std::fabs(pure.m[i] - rest.m[i]) + q.value_error +
+                                   rounding_of_m(fluid_, pure, i) + rounding_of_m(fluid_, rest, i)));
     c.rho_error = std::max(q.rho_error, (2.0 * rounding_of_P(fluid_, rest) +
                                          q.value_error * p / (R * t)) / rest.S);
     c.apart_error = q.apart_error;
     const bool heavier = pure.rho * fluid_.molar_mass(i) > rest.rho * fluid_.molar_mass(j);
     certify(fluid_, p, {heavier ? &pure : &rest, heavier ? &rest : &pure, &vapour}, c);
-    const double pure_part = fluid_.z()[i];
     point.fraction = {heavier ? pure_part : 1.0 - pure_part, heavier ? 1.0 - pure_part : pure_part};
     for (PhaseRecord& record : c.phases)
         for (int k = 0; k < record.x.size(); ++k)
@@ -148,139 +212,234 @@ std::optional<SaturationPoint> SaturationSolver::beside_pure(int i, PhaseRecord 
     return point;
 }
 
-/// Flashes at (p, T) until they bracket where the vapour vanishes beside two liquids: from the
-/// liquids above it follows how far, by the sum of the vapour's amounts that their potentials ask
-/// for. Then Newton's method for all three phases. At given p the search is in T, in steps of the
-/// same ln(p/p_sat) by Wilson's enthalpies.
-///
-/// Leaves open_ where it does not know whether there is such a point.
-std::optional<SaturationPoint> SaturationSolver::beside_two_liquids(SaturationOptions const& o) {
-    open_ = true;
-    const int n = fluid_.size();
-    const Vector<double> z = fluid_.expand(fluid_.z());
-    std::vector<double> y = b_.x;
-    for (double& yi : y) yi = std::max(yi, least_fraction);
-    // Below its pseudocritical density.
-    const auto gas = [&](double rho, std::vector<double> const& x) {
-        double volume = 0.0;
-        for (int k = 0; k < n; ++k) volume += x[k] * fluid_.pure(k).vcrit();
-        return rho * volume < 1.0;
-    };
-    double t = at_T_ ? value_ : a_.T, q = at_T_ ? a_.p : value_, latent = 0.0;
-    for (int k = 0; k < n; ++k)
-        latent += y[k] * 5.373 * (1.0 + fluid_.pure(k).omega()) * fluid_.pure(k).Tcrit();
-    std::vector<PhaseRecord> liquids;
-    std::vector<double> amounts;
-    PhaseState liquid, vapour;
-    liquid.resize(n);
-    vapour.resize(n);
+/// Flashes at (p, T) until they bracket where the vapour vanishes beside liquids, along s = ln(p/p0);
+/// at given p in T, by the same ln(p/p_sat) of Wilson's enthalpies.
+struct SaturationSolver::Vanishing {
+    Vanishing(SaturationSolver& solver, SaturationOptions const& options);
+    void step();
+    /// Newton's method from here. True where the search is over: an answer, or none to be had.
+    bool solved();
+
+    int it = 0;
+    bool over = false;
+    std::optional<SaturationPoint> point;
+
+  private:
     struct Side {  // the lightest phase at low or high
         double rho = 0.0;
         std::size_t count = 0;
-    } below, beyond;
-    double coldest = 1e300, hottest = 0.0;
+        std::vector<double> x = {};
+        bool like(Side const& other) const;
+    };
+    bool gas(double rho, std::vector<double> const& x) const;
+    bool place();
+    bool flash();
+    void note();
+    bool follow();
+    bool narrowed();
+    void advance();
+    void none() {
+        own.open_ = false;
+        over = true;
+    }
+
+    SaturationSolver& own;
+    SaturationOptions const& o;
+    const int n;
+    double t0, p0, t, p, latent = 0.0, coldest = 1e300, hottest = 0.0;
+    double s = 0.0, low = -1e300, high = 1e300, reached = 1e300;
+    Side below, beyond;
+    FlashResult whole;
+    bool above = false, tried = false;
+    int begin = 0;          // of the strides
+    std::size_t dense = 0;  // so many phases, of which the lightest is no gas
+    std::vector<PhaseRecord> liquids;
+    std::vector<double> amounts, y;
+    double rho_vapour = 0.0;
+};
+
+SaturationSolver::Vanishing::Vanishing(SaturationSolver& solver, SaturationOptions const& options)
+    : own(solver),
+      o(options),
+      n(solver.fluid_.size()),
+      t0(solver.at_T_ ? solver.value_ : solver.a_.T),
+      p0(solver.at_T_ ? solver.a_.p : solver.value_),
+      t(t0),
+      p(p0),
+      y(solver.b_.x) {
     for (int k = 0; k < n; ++k) {
-        coldest = std::min(coldest, 0.3 * fluid_.pure(k).Tcrit());
-        hottest = std::max(hottest, 2.0 * fluid_.pure(k).Tcrit());
+        Model1 const& pure = own.fluid_.pure(k);
+        y[k] = std::max(y[k], least_fraction);
+        latent += y[k] * own.fluid_.wilson_slope(k);
+        coldest = std::min(coldest, 0.3 * pure.Tcrit());
+        hottest = std::max(hottest, 2.0 * pure.Tcrit());
     }
-    double rho_vapour = 0.0, s = 0.0, low = -1e300, high = 1e300, reached = 1e300;
-    bool tried = false;
-    const double t0 = t, q0 = q;
-    for (int it = 0; it < kFlashes; ++it) {
-        if (!at_T_) s = std::max(s, latent * (1.0 / hottest - 1.0 / t0));
-        if (at_T_)
-            q = q0 * std::exp(s);
-        else
-            t = 1.0 / (1.0 / t0 + s / latent);
-        if (!(t > 0.0) || !(q > kLowest) || !std::isfinite(q)) return {};
-        FlashResult whole;
-        try {
-            whole = flash_pT(fluid_.model(), q, t, z);
-            fluid_.evaluations += whole.certificate.evaluations;
-        } catch (EquilibriumFailure const&) {  // as next to three phases of a binary
-            s += 0.03 * (1 + it);
-            continue;
-        } catch (ThException const& e) {
-            if (e.number != th_no_density) throw;
-            return {};
-        }
-        const std::size_t count = whole.phases.size();
-        const std::vector<double> lightest = present(fluid_, whole.phases.back().x);
-        const bool above = !gas(whole.phases.back().rho, lightest);
-        if (!above && s > low) {
-            low = s;
-            below = {whole.phases.back().rho, count};
-        }
-        if (above && s < high) {
-            high = s;
-            beyond = {whole.phases.back().rho, count};
-        }
-        if (!above) {
-            y = lightest;
-            rho_vapour = whole.phases.back().rho;
-        }
-        if (count > (above ? 1u : 2u)) {
-            liquids.assign(whole.phases.begin(), whole.phases.begin() + 2);
-            amounts.assign(whole.fraction.begin(), whole.fraction.begin() + 2);
-            if (!above) break;
-        }
-        if (above && count == 1 && low < -1e299 && s < -4 * kStep) {  // does not split
-            open_ = false;
-            return {};
-        }
-        if (above && count > 1) {
-            for (int k = 0; k < n; ++k)
-                liquid.rho_i[k] = liquids[0].x[fluid_.index(k)] * liquids[0].rho;
-            if (!fluid_.evaluate(liquid, t, 0)) return {};
-            double sum = 0.0;
-            for (int k = 0; k < 4; ++k) {
-                if (!fluid_.evaluate_at(vapour, q, t, y, Root::dilute, 0)) return {};
-                if (!gas(vapour.rho, vapour.x)) break;
-                sum = 0.0;
-                for (int i = 0; i < n; ++i)
-                    sum += y[i] = std::exp(liquid.m[i] - vapour.m[i] + std::log(vapour.x[i]));
-                for (double& yi : y) yi = std::max(yi / sum, least_fraction);
-            }
-            if (gas(vapour.rho, vapour.x)) {
-                rho_vapour = vapour.rho;
-                if (std::fabs(std::log(sum)) < kStep) reached = s + std::log(sum);
-                if (std::fabs(reached - s) < kNarrow) {
-                    const auto found = three_phases(liquids, amounts, y, rho_vapour, t, o);
-                    if (found) return found;
-                    if (!open_) return {};
-                    reached = 1e300;  // led astray, as next to a critical point of vapour and liquid
-                }
-            }
-        }
-        if (high - low < kNarrow) {
-            // One phase, or from gas to liquid without a jump: nothing vanishes.
-            if ((below.count == 1 && beyond.count == 1) ||
-                std::fabs(std::log(below.rho / beyond.rho)) < kJump) {
-                open_ = false;
-                return {};
-            }
-            if (high - low < kLeast) break;
-            if (!tried && !liquids.empty() && rho_vapour > 0.0) {
-                const auto found = three_phases(liquids, amounts, y, rho_vapour, t, o);
-                if (found || !open_) return found;
-                tried = true;
-            }
-        }
-        // Always a vapour, or never.
-        if ((high > 1e299 && (at_T_ ? q > kHighest : t < coldest)) ||
-            (low < -1e299 && !at_T_ && t > 0.999 * hottest)) {
-            open_ = false;
-            return {};
-        }
-        const auto grown = [&](int from) { return kStep * (1 << std::clamp(it - from, 0, 12)); };
-        if (reached > low && reached < high)
-            s = reached;
-        else
-            s = high > 1e299 ? s + grown(0) : low < -1e299 ? s - grown(4) : 0.5 * (low + high);
-        reached = 1e300;
+}
+
+bool SaturationSolver::Vanishing::Side::like(Side const& other) const {
+    double off = std::fabs(std::log(rho / other.rho)) / kJump;
+    for (std::size_t i = 0; i < x.size(); ++i)
+        off = std::max(off, std::fabs(x[i] - other.x[i]) / kTurn);
+    return off < 1.0;
+}
+
+/// Below its pseudocritical density.
+bool SaturationSolver::Vanishing::gas(double rho, std::vector<double> const& x) const {
+    double volume = 0.0;
+    for (int k = 0; k < n; ++k) volume += x[k] * own.fluid_.pure(k).vcrit();
+    return rho * volume < 1.0;
+}
+
+bool SaturationSolver::Vanishing::solved() {
+    if (liquids.empty() || !(rho_vapour > 0.0)) return false;
+    point = own.first_vapour(liquids, amounts, y, rho_vapour, t, o);
+    return over = point || !own.open_;
+}
+
+/// p and T of s; false out of reach.
+bool SaturationSolver::Vanishing::place() {
+    if (own.at_T_) {
+        p = p0 * std::exp(s);
+    } else {
+        s = std::max(s, latent * (1.0 / hottest - 1.0 / t0));
+        t = 1.0 / (1.0 / t0 + s / latent);
     }
-    if (liquids.empty() || !(rho_vapour > 0.0)) return {};
-    return three_phases(liquids, amounts, y, rho_vapour, t, o);
+    return t > 0.0 && p > kLowest && std::isfinite(p);
+}
+
+/// False without a flash here; `over` if there is none in the surroundings.
+bool SaturationSolver::Vanishing::flash() {
+    try {
+        whole = flash_pT(own.fluid_.model(), p, t, own.fluid_.expand(own.fluid_.z()));
+        own.fluid_.evaluations += whole.certificate.evaluations;
+        return true;
+    } catch (EquilibriumFailure const&) {  // as next to three phases of a binary
+        s += 0.03 * (1 + it);
+    } catch (ThException const& e) {
+        if (e.number != th_no_density) throw;
+        over = true;
+    }
+    return false;
+}
+
+/// On which side of the bracket is the flash? Its liquids, and its vapour.
+void SaturationSolver::Vanishing::note() {
+    const std::size_t count = whole.phases.size();
+    const double rho = whole.phases.back().rho;
+    const std::vector<double> lightest = present(own.fluid_, whole.phases.back().x);
+    above = dense > 0 ? count < dense : !gas(rho, lightest);
+    if (above ? s < high : s > low) {
+        (above ? high : low) = s;
+        (above ? beyond : below) = {rho, count, lightest};
+    }
+    if (!above) {
+        y = lightest;
+        rho_vapour = rho;
+    }
+    if (above ? count > 1 : count > 2 && high > 1e299) {
+        const auto last = static_cast<std::ptrdiff_t>(count) - (above ? 0 : 1);
+        liquids.assign(whole.phases.begin(), whole.phases.begin() + last);
+        amounts.assign(whole.fraction.begin(), whole.fraction.begin() + last);
+    }
+}
+
+/// How far it is from the liquids to their first vapour, by the sum of the amounts that their
+/// potentials ask for. True where the search is over.
+bool SaturationSolver::Vanishing::follow() {
+    FluidModel const& fluid = own.fluid_;
+    PhaseState liquid, vapour;
+    liquid.resize(n);
+    vapour.resize(n);
+    // The potential of every component in the liquid that has most of it.
+    std::vector<double> most(static_cast<std::size_t>(n), 0.0), m(most);
+    for (PhaseRecord const& from : liquids) {
+        const std::vector<double> x = present(fluid, from.x);
+        for (int k = 0; k < n; ++k) liquid.rho_i[k] = x[k] * from.rho;
+        if (!fluid.evaluate(liquid, t, 0)) return over = true;
+        for (int k = 0; k < n; ++k)
+            if (x[k] > most[k]) {
+                most[k] = x[k];
+                m[k] = liquid.m[k];
+            }
+    }
+    double sum = 0.0;
+    for (int k = 0; k < 4; ++k) {
+        if (!fluid.evaluate_at(vapour, p, t, y, Root::dilute, 0)) return over = true;
+        if (!gas(vapour.rho, vapour.x)) return false;
+        sum = 0.0;
+        for (int i = 0; i < n; ++i)
+            sum += y[i] = std::exp(m[i] - vapour.m[i] + std::log(vapour.x[i]));
+        for (double& yi : y) yi = std::max(yi / sum, least_fraction);
+    }
+    rho_vapour = vapour.rho;
+    if (std::fabs(std::log(sum)) < kStep) reached = s + std::log(sum);
+    if (!(std::fabs(reached - s) < kNarrow)) return false;
+    if (solved()) return true;
+    reached = 1e300;  // led astray, as next to a critical point of vapour and liquid
+    return false;
+}
+
+/// A narrow bracket: does something vanish in it? True where the search is over.
+bool SaturationSolver::Vanishing::narrowed() {
+    // From gas to liquid without a jump, or of dense fluids another one vanishes. Of three the
+    // lightest may do so later, where the whole itself shows nothing.
+    const bool smooth = (dense > 0 || below.count == beyond.count) && below.like(beyond);
+    if (smooth && beyond.count > 2) {
+        dense = beyond.count;
+        low = high;
+        below = beyond;
+        high = 1e300;
+        begin = it + 1;
+        return false;
+    }
+    if (smooth || (below.count == 1 && beyond.count == 1)) {
+        none();
+    } else if (high - low < kLeast) {
+        solved();
+        over = true;
+    } else if (!tried) {
+        tried = !liquids.empty() && rho_vapour > 0.0;
+        solved();
+    }
+    return over;
+}
+
+void SaturationSolver::Vanishing::advance() {
+    const auto grown = [&](int from) {
+        return kStep * (1 << std::clamp(it - begin - from, 0, 12));
+    };
+    if (reached > low && reached < high)
+        s = reached;
+    else
+        s = high > 1e299 ? s + grown(0) : low < -1e299 ? s - grown(4) : 0.5 * (low + high);
+    reached = 1e300;
+}
+
+void SaturationSolver::Vanishing::step() {
+    if (!place()) {
+        over = true;
+        return;
+    }
+    if (!flash()) return;
+    note();
+    const std::size_t count = whole.phases.size();
+    if (!above && count > 2 && solved()) return;  // those liquids, if no others appear on the way
+    if (above && count == 1 && low < -1e299 && s < -4 * kStep) return none();  // does not split
+    if (above && count > 1 && dense == 0 && follow()) return;
+    if (high - low < kNarrow && narrowed()) return;
+    if ((high > 1e299 && (own.at_T_ ? p > kHighest : t < coldest)) ||
+        (low < -1e299 && !own.at_T_ && t > 0.999 * hottest))
+        return none();  // always a vapour, or never
+    advance();
+}
+
+/// Leaves open_ where it does not know whether there is such a point.
+std::optional<SaturationPoint> SaturationSolver::beside_liquids(SaturationOptions const& o) {
+    open_ = true;
+    Vanishing search(*this, o);
+    for (; search.it < kFlashes && !search.over; ++search.it) search.step();
+    if (!search.over) search.solved();
+    return search.point;
 }
 
 }  // namespace corvane

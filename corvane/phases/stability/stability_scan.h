@@ -39,10 +39,11 @@ namespace corvane {
 /// energy, so that the chord ends above that.
 ///
 /// Proven, if in every settled interval the error of the quintic is at most eight times what its
-/// middle shows, and U at most four times what its ends show: no composition has t < 0 along the density roots that the model reports. Not
-/// proven: features that leave value, slope and curvature at all nodes as they are, density roots
-/// that begin and end between two neighbouring nodes, 0.19 apart in w at most, and what is narrower
-/// than 1e-6·w·(1 − w) (1e-4 beside the phase itself), where the nodes alone decide.
+/// middle shows, and U at most four times what its ends show: no composition has t < 0 along the
+/// density roots that the model reports. Not proven: features that leave value, slope and curvature
+/// at all nodes as they are, density roots that begin and end between two neighbouring nodes, 0.19
+/// apart in w at most, and what is narrower than 1e-6·w·(1 − w) (1e-4 beside the phase itself),
+/// where the nodes alone decide.
 class BinaryScan {
   public:
     explicit BinaryScan(FluidModel const& fluid);

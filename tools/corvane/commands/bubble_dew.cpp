@@ -14,6 +14,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <optional>
@@ -47,8 +48,8 @@ struct SaturationPoints {
     int of_file(MixtureFluid& mixture);
     std::vector<Asked> asked(MixtureFluid const& mixture) const;
     std::vector<Column> columns(MixtureFluid const& mixture) const;
-    /// Of two liquids beside the first vapour: compositions, densities and parts of the whole.
-    std::vector<Column> split_columns(MixtureFluid const& mixture) const;
+    /// Of so many liquids beside the first vapour: compositions, densities and parts of the whole.
+    std::vector<Column> split_columns(MixtureFluid const& mixture, std::size_t liquids) const;
     Row row(MixtureFluid const& mixture, SaturationPoint const& point, Evidence& evidence) const;
     SaturationPoint solve(MixtureFluid const& mixture, Asked const& point,
                           std::optional<SaturationPoint> const& last) const;
@@ -85,15 +86,15 @@ std::vector<Column> SaturationPoints::columns(MixtureFluid const& mixture) const
     return result;
 }
 
-std::vector<Column> SaturationPoints::split_columns(MixtureFluid const& mixture) const {
+std::vector<Column> SaturationPoints::split_columns(MixtureFluid const& mixture,
+                                                    std::size_t liquids) const {
     std::vector<Column> result;
-    for (auto const& [number, which] : {std::pair("1", "denser"), std::pair("2", "lighter")}) {
-        const std::string liquid = fmt::format("the {} of two liquids", which);
-        add_fractions(result, mixture, fmt::format("x{}", number).c_str(),
-                      "mole fraction in " + liquid);
-        result.push_back({fmt::format("rhoL{}", number), options.units.name(Quantity::density),
+    for (std::size_t k = 1; k <= liquids; ++k) {
+        const std::string liquid = fmt::format("liquid {}, the denser first", k);
+        add_fractions(result, mixture, fmt::format("x{}", k).c_str(), "mole fraction in " + liquid);
+        result.push_back({fmt::format("rhoL{}", k), options.units.name(Quantity::density),
                           "density of " + liquid});
-        result.push_back({fmt::format("part{}", number), "", "mole fraction of the whole in " + liquid});
+        result.push_back({fmt::format("part{}", k), "", "mole fraction of the whole in " + liquid});
     }
     return result;
 }
@@ -121,7 +122,9 @@ Row SaturationPoints::row(MixtureFluid const& mixture, SaturationPoint const& po
     if (phase_names(mixture, {liquid, vapour}).back() != "vapour")
         add_note(result.note, "both phases are as dense as liquids: y is no vapour");
     if (!point.split.empty())
-        add_note(result.note, "the liquid is two: x1 and x2; x and rhoL are those of both together");
+        add_note(result.note, point.split.size() == 2
+                                  ? "the liquid is two: x1 and x2; x and rhoL are those of both together"
+                                  : "the liquid is three: x1, x2 and x3; x and rhoL are those of all together");
     return result;
 }
 
@@ -207,9 +210,12 @@ int SaturationPoints::run() {
         data.draw(picture, units);
     }
     const std::size_t plain = table.columns.size();
-    for (Row const& row : table.rows)
-        if (row.cells.size() > plain && table.columns.size() == plain)
-            for (Column& column : split_columns(mixture)) table.columns.push_back(std::move(column));
+    std::size_t liquids = 0;
+    for (Row const& row : table.rows) {
+        const std::size_t each = static_cast<std::size_t>(mixture.size()) + 2;
+        if (row.cells.size() > plain) liquids = std::max(liquids, (row.cells.size() - plain) / each);
+    }
+    for (Column& column : split_columns(mixture, liquids)) table.columns.push_back(std::move(column));
     const int code = rows.finish(head);
     write(head, table, options.style);
     plot.draw(picture, head, table, options.style);
