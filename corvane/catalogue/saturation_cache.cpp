@@ -13,7 +13,8 @@ namespace corvane {
 namespace {
 namespace fs = std::filesystem;
 
-/// Does it meet the equations where it says that it does? A sample, against files of a foreign hand.
+/// Does it meet the equations where it says that it does? A sample, against files of a foreign
+/// hand.
 bool agrees(SaturationExpansion const& curve, Model1 const& model) {
     for (double part : {0.2, 0.5, 0.8}) {
         const double T = curve.T_min() + part * (curve.T_max() - curve.T_min());

@@ -23,7 +23,8 @@ struct KeptSaturation {
 /// parameters (SaturationExpansion::same_as), and in agreement with the model's equations at three
 /// temperatures. Anything else there is replaced: a changed parameter drops the file. It is
 /// written under another name, brought to the disk and renamed, so that processes at the same time
-/// read the old or the new one, whole. What cannot be written is built at each call, without an error.
+/// read the old or the new one, whole. What cannot be written is built at each call, without an
+/// error.
 ///
 /// @param folders  to look in, in this order; the first that can be written gets the file. Empty:
 ///                 saturation_folders(fluid.home)

@@ -30,8 +30,9 @@ TEST(SaturationCache, IsReadRefusedAndRebuilt) {
     const std::string good = Scratch::read(file);
     auto other = corvane::open("PR", "butane", {.home = corvane::DataHome(scratch.home())});
     const std::string foreign = kept_saturation(other, folders).curve.bytes();
-    for (std::string const& bad : {good.substr(0, good.size() / 2), good + "x", std::string(), foreign,
-                                   std::string(good).replace(500, 1, good[500] == 'a' ? "b" : "a")}) {
+    for (std::string const& bad :
+         {good.substr(0, good.size() / 2), good + "x", std::string(), foreign,
+          std::string(good).replace(500, 1, good[500] == 'a' ? "b" : "a")}) {
         scratch.write(file, bad);
         const auto kept = kept_saturation(fluid, folders);
         EXPECT_FALSE(kept.read);

@@ -12,12 +12,12 @@
 namespace corvane {
 namespace {
 
-constexpr double kNear = 5e-3;   // 1 − T/Tc below which the critical form is solved
+constexpr double kNear = 5e-3;     // 1 − T/Tc below which the critical form is solved
 constexpr double kLowest = 0.199;  // of Tc: below any triple point
-constexpr double kSplit = 0.03;  // 1 − T/Tc up to which it is more accurate, from a start
+constexpr double kSplit = 0.03;    // 1 − T/Tc up to which it is more accurate, from a start
 constexpr double kWide = 0.03;     // 1 − T/Tc from which the critical point of the file will do
-constexpr double kLeast = 1e-24;  // MPa: a thousand molecules in a cubic metre
-constexpr double kInner = 1e-5;   // 1 − T/Tc above which a pair is looked for in vcalc
+constexpr double kLeast = 1e-24;   // MPa: a thousand molecules in a cubic metre
+constexpr double kInner = 1e-5;    // 1 − T/Tc above which a pair is looked for in vcalc
 constexpr double kEps = 64.0 * std::numeric_limits<double>::epsilon();  // of sums of many terms
 constexpr double kApart = Certificate::apart_limit;
 constexpr int kSteps = 60;
@@ -34,9 +34,9 @@ constexpr Node kGauss8[] = {{0.1834346424956498, 0.36268378337836198},
                             {0.79666647741362674, 0.22238103445337447},
                             {0.96028985649753623, 0.10122853629037626}};
 constexpr Node kGauss16[] = {
-    {0.09501250983763744, 0.1894506104550685},  {0.28160355077925891, 0.18260341504492359},
-    {0.45801677765722739, 0.16915651939500254}, {0.61787624440264375, 0.14959598881657673},
-    {0.75540440835500303, 0.12462897125553387}, {0.86563120238783174, 0.095158511682492785},
+    {0.09501250983763744, 0.1894506104550685},   {0.28160355077925891, 0.18260341504492359},
+    {0.45801677765722739, 0.16915651939500254},  {0.61787624440264375, 0.14959598881657673},
+    {0.75540440835500303, 0.12462897125553387},  {0.86563120238783174, 0.095158511682492785},
     {0.94457502307323258, 0.062253523938647893}, {0.98940093499164993, 0.027152459411754095}};
 
 }  // namespace
@@ -48,8 +48,9 @@ PureSaturationSolver::PureSaturationSolver(Model1 const& model, bool at_T, doubl
 }
 
 void PureSaturationSolver::fail(EquilibriumFailure::Kind kind, char const* advice) const {
-    throw EquilibriumFailure(kind, T_or_p(at_T_, value_), at_T_ ? "pure_saturation_T" : "pure_saturation_p",
-                             iterations_, std::nan(""), advice);
+    throw EquilibriumFailure(kind, T_or_p(at_T_, value_),
+                             at_T_ ? "pure_saturation_T" : "pure_saturation_p", iterations_,
+                             std::nan(""), advice);
 }
 
 IsothermState PureSaturationSolver::state(double rho, double T) const {
@@ -80,7 +81,7 @@ IsothermState PureSaturationSolver::state(double rho, double T) const {
 
 template <class Nodes>
 PureSaturationSolver::Conditions PureSaturationSolver::integrals(double u, double d, double T,
-                                                                Nodes const& nodes) const {
+                                                                 Nodes const& nodes) const {
     Conditions sum{{0.0, 0.0}, {0.0, 0.0}, {}, {}};
     for (Node const& node : nodes)
         for (double s : {-node.s, node.s}) {
@@ -95,7 +96,8 @@ PureSaturationSolver::Conditions PureSaturationSolver::integrals(double u, doubl
     return sum;
 }
 
-PureSaturationSolver::Conditions PureSaturationSolver::conditions(double u, double q, double T) const {
+PureSaturationSolver::Conditions PureSaturationSolver::conditions(double u, double q,
+                                                                  double T) const {
     const double d = std::sqrt(q);
     Conditions best = integrals(u, d, T, kGauss16);
     const Conditions coarse = integrals(u, d, T, kGauss8);
@@ -119,8 +121,8 @@ void PureSaturationSolver::critical(bool exact) {
     for (int k = 0; k < 20; ++k) {  // S = C = 0 in ln rho, ln T; ∂S/∂ln rho = C
         const double h = 1e-5;
         const IsothermState s = state(rho, T), up = state(rho * (1.0 + h), T),
-                    down = state(rho * (1.0 - h), T), hot = state(rho, T * (1.0 + h)),
-                    cold = state(rho, T * (1.0 - h));
+                            down = state(rho * (1.0 - h), T), hot = state(rho, T * (1.0 + h)),
+                            cold = state(rho, T * (1.0 - h));
         const double C_rho = (up.C - down.C) / (2 * h), S_T = (hot.S - cold.S) / (2 * h),
                      C_T = (hot.C - cold.C) / (2 * h), det = s.C * C_T - S_T * C_rho;
         const double x = (-s.S * C_T + S_T * s.C) / det, y = (-s.C * s.C + s.S * C_rho) / det;
@@ -162,7 +164,8 @@ PureSaturationSolver::Jacobian PureSaturationSolver::jacobian(Conditions const& 
 
 /// After the last step, which is within the bounds or as small as steps become.
 PureSaturation PureSaturationSolver::near_result(double T, double u, double q, Conditions const& at,
-                                                 Bounded const& u_step, Bounded const& q_step) const {
+                                                 Bounded const& u_step,
+                                                 Bounded const& q_step) const {
     const double apart = 0.5 * (q_step.error + std::fabs(q_step.value)) / q;
     if (apart > kApart) gave_up("too near the critical point for double precision");
     if (!(at.L.S > -at.L.S_noise) || !(at.V.S > -at.V.S_noise)) gave_up(kNotNear);
@@ -171,8 +174,8 @@ PureSaturation PureSaturationSolver::near_result(double T, double u, double q, C
     const IsothermState L = state(u * (1.0 + d), T), V = state(u * (1.0 - d), T);
     const double rho_error = u_step.error + std::fabs(u_step.value) + d * apart / (1.0 - d);
     // At equilibrium p does not change with the densities to first order but by S.
-    const double p_error = kEps + L.m_noise / L.Z +
-                           (L.m_noise + std::fabs(L.S) + std::fabs(V.S)) * rho_error / L.Z;
+    const double p_error =
+        kEps + L.m_noise / L.Z + (L.m_noise + std::fabs(L.S) + std::fabs(V.S)) * rho_error / L.Z;
     return {T, R * T * 0.5 * (L.P() + V.P()), L.rho, V.rho, p_error, rho_error, apart};
 }
 
@@ -250,11 +253,13 @@ PureSaturation PureSaturationSolver::far(double T, double liquid, double vapour)
     gave_up("Newton's method did not converge");
 }
 
-/// A start from the acentric factor: ln(rhoL/rhoV)/z and (rhoL/rho_c − 1)/z with z = √(Tc/T − 1), fitted
-/// to Peng and Robinson's equation, of which others are near enough from 0.5 % below critical on.
+/// A start from the acentric factor: ln(rhoL/rhoV)/z and (rhoL/rho_c − 1)/z with z = √(Tc/T − 1),
+/// fitted to Peng and Robinson's equation, of which others are near enough from 0.5 % below
+/// critical on.
 std::optional<PureSaturation> PureSaturationSolver::quick(double T) {
     const double w = model_.omega(), s = (Tc_ - T) / T, z = std::sqrt(s);
-    if (!(w > -0.5 && w < 0.8)) return {};
+    // Without exact derivatives each step costs more than the walk.
+    if (!(w > -0.5 && w < 0.8) || !model_.derivatives()) return {};
     const double apart = 5.87 + 2.72 * w + (1.69 + 4.2 * w) * s * s / (s + 0.5 - 0.55 * w);
     const double liquid = 1.0 + z * (3.12 + 1.45 * w) / (1.0 + (0.34 + 0.36 * w) * s);
     const double vapour = liquid * std::exp(-apart * z);

@@ -26,16 +26,18 @@ struct PureSaturation {
 ///
 ///     ½·∫ u·H(u + s·√q·u) ds = 0,   ½·∫ (1 − s²)·u²·H'(u + s·√q·u) ds = 0,   s = −1 … 1,
 ///
-/// in which nothing cancels, and which go over into the critical conditions H = H' = 0 at q = 0: the
-/// critical point is a regular point of the system, and the trivial solution is none. Newton's
+/// in which nothing cancels, and which go over into the critical conditions H = H' = 0 at q = 0:
+/// the critical point is a regular point of the system, and the trivial solution is none. Newton's
 /// method, Gauss–Legendre quadrature with 16 points; where an equation is not smooth between the
 /// densities and 8 points say otherwise, differences of m and of p take its place. Farther from the
-/// critical point Newton's method for both densities, from the walk of SaturationMarch. At given p, steps
-/// of T by Newton's method with the slope of the critical isochore or by secants.
+/// critical point Newton's method for both densities, from a start by the acentric factor if vcalc
+/// has the roots that it leads to, else from the walk of SaturationMarch. At given p, steps of T by
+/// Newton's method with the slope of the critical isochore or by secants.
 ///
 /// @throws EquilibriumFailure no_solution: at or above the critical point of the equation; gave_up:
 ///     closer to it than rounding can tell, below a fifth of the critical temperature or 1e-24 MPa,
-///     or the model has no two phases; ThException 5 T or p not positive or not finite; what the model throws
+///     or the model has no two phases; ThException 5 T or p not positive or not finite; what the
+///     model throws
 CORVANE_API PureSaturation pure_saturation_T(Model1 const& model, double T);
 CORVANE_API PureSaturation pure_saturation_p(Model1 const& model, double p);
 

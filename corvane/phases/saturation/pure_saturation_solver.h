@@ -1,5 +1,5 @@
-// Newton's methods for the saturation of a pure fluid, from starts that are given or found. Internal
-// to the library.
+// Newton's methods for the saturation of a pure fluid, from starts that are given or found.
+// Internal to the library.
 #pragma once
 
 #include <corvane/phases/report/certificate.h>
@@ -28,8 +28,8 @@ class PureSaturationSolver {
     PureSaturation at_T();
     PureSaturation at_p();
 
-    /// Critical point of the parameter file; `exact`: of the equation, by Newton's method from that,
-    /// which it stays where this finds none near.
+    /// Critical point of the parameter file; `exact`: of the equation, by Newton's method from
+    /// that, which it stays where this finds none near.
     void critical(bool exact);
     double Tc() const { return Tc_; }
     double rho_c() const { return rho_c_; }

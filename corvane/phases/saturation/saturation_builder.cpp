@@ -8,12 +8,13 @@
 namespace corvane {
 namespace {
 constexpr double kEps = std::numeric_limits<double>::epsilon();
-constexpr double kFirst = 0.1;      // z of the first state, 1 % below critical
-constexpr double kColdest = 2.0;    // z: a fifth of the critical temperature
-constexpr double kNearest = 1e-5;   // z: 1e-10 below critical
+constexpr double kFirst = 0.1;     // z of the first state, 1 % below critical
+constexpr double kColdest = 2.0;   // z: a fifth of the critical temperature
+constexpr double kNearest = 1e-5;  // z: 1e-10 below critical
 constexpr double kLargestCore = 0.25, kSmallestCore = 0.004;  // z
-constexpr double kCutOff = 2e-15;   // relative: what the last coefficients may be
-constexpr double kSpan = 2.0;       // of ln p in a piece
+constexpr double kCutOff = 2e-15;  // relative: what the last coefficients may be
+constexpr double kNoise = 4.0;     // of a solution's bound: coefficients of a rough model
+constexpr double kSpan = 2.0;      // of ln p in a piece
 
 }  // namespace
 
@@ -75,20 +76,22 @@ std::optional<SaturationBuilder::Solved> SaturationBuilder::solve(double z) {
 /// branch that the model's own search has, as far as that tells the phases apart.
 void SaturationBuilder::march(double step, double end) {
     const bool up = end > kFirst;
+    const double longest = step;
     double z = kFirst;
-    for (int k = 0; k < 200 && (up ? z < end : z > end); ++k) {
+    // z is that of a rounded T: the end is met nearly.
+    for (int k = 0; k < 400 && (up ? z < 0.999999 * end : z > 1.01 * end); ++k) {
         const double next = up ? std::min(end, z + step) : std::max(end, z * step);
         const auto s = solve(next);
-        const bool seen = s && (next < 0.01 || solver_.outermost({Tc_ / (1.0 + next * next), s->p,
-                                                                  s->rhoL, s->rhoV}));
+        const double T = Tc_ / (1.0 + next * next);
+        const bool seen = s && (next < 0.01 || solver_.outermost({T, s->p, s->rhoL, s->rhoV}));
         if (seen) {
             known_.insert(up ? known_.end() : known_.begin(), *s);
             z = s->z;
+            if (up) step = std::min(2.0 * step, longest);
             continue;
         }
-        if (!up) return;
-        step *= 0.5;
-        if (step < 1e-3) return;
+        step = up ? 0.5 * step : std::sqrt(step);
+        if (up ? step < 1e-3 : step > 0.97) return;
     }
 }
 
@@ -121,7 +124,7 @@ bool SaturationBuilder::sample(double from, double to, bool core, Samples& s) {
 
 /// Are the last coefficients within rounding of the least value? `cut` receives what the series
 /// lacks, by its decay. Coefficients that do not decay any more are the noise of the model, if they
-/// are within half its bound; in a narrow piece they cannot be anything else.
+/// are near the solver's bound of it; in a narrow piece they cannot be anything else.
 bool SaturationBuilder::settled(double const* c, double least, double error, bool narrow,
                                 double& cut) {
     const double last = std::fabs(c[n - 1]) + std::fabs(c[n - 2]);
@@ -130,8 +133,8 @@ bool SaturationBuilder::settled(double const* c, double least, double error, boo
     cut = last * ratio / (1.0 - ratio) / least;
     last_ = std::max(last_, last / least);
     const bool flat = before < 4.0 * last;
-    return last <= kCutOff * least || (flat && last <= 0.5 * error * least) ||
-           (narrow && last <= error * least);
+    return last <= kCutOff * least || (flat && last <= kNoise * error * least) ||
+           (narrow && last <= kNoise * error * least);
 }
 
 /// Interpolation at the nodes, moved to the temperatures that rounding made of them. False if the
@@ -146,7 +149,8 @@ bool SaturationBuilder::fit(Samples const& at, Piece& piece, double* cut) {
             chebyshev_coefficients<n>(f, c);
             monomials(n, c, a);
             for (int k = 0; pass == 0 && k < n; ++k) {
-                const double x = chebyshev_node<n>(k), here = (at.z[k] - piece.middle) * piece.scale;
+                const double x = chebyshev_node<n>(k),
+                             here = (at.z[k] - piece.middle) * piece.scale;
                 f[k] += polynomial_slope(n, a, x) * (x - here);
             }
         }

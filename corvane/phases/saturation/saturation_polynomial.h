@@ -16,8 +16,8 @@ inline double saturation_z(double Tc, double T) noexcept {
 /// Two numbers for one instruction, where the machine has such.
 using TwoDoubles [[gnu::vector_size(16)]] = double;
 
-/// Values at x of the three polynomials whose coefficients stand in rows of four, by Horner's scheme
-/// for even and odd powers apart.
+/// Values at x of the three polynomials whose coefficients stand in rows of four, by Horner's
+/// scheme for even and odd powers apart.
 template <std::size_t n>
 void evaluate(std::array<std::array<double, 4>, n> const& a, double x, double* values) noexcept {
     static_assert(n % 2 == 0);
