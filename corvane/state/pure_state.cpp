@@ -2,6 +2,7 @@
 #include <corvane/core/errors.h>
 #include <corvane/phases/numerics/illinois.h>
 #include <corvane/phases/saturation/pure_saturation.h>
+#include <corvane/phases/saturation/saturation_expansion.h>
 #include <corvane/pure/model1.h>
 #include <corvane/state/pure_state.h>
 
@@ -15,6 +16,7 @@ namespace corvane {
 namespace {
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinite = std::numeric_limits<double>::infinity();
+constexpr double kKnown = 1e-9;   // bound of a precomputed saturation that is used
 constexpr int kMesh = 40;         // points of a branch between which crossings are looked for
 constexpr int kRefinements = 80;  // Illinois steps; about ten are needed
 
@@ -41,7 +43,8 @@ double value(PureState const& q, Quantity what) {
 
 class Solver {
   public:
-    Solver(Model1 const& model, PureStateOptions const& options) : model_(model) {
+    Solver(Model1 const& model, PureStateOptions const& options)
+        : model_(model), curve_(options.saturation) {
         const double Tc = model.Tcrit();
         T_min_ = options.T_min > 0 ? options.T_min : 0.2 * Tc;
         T_max_ = options.T_max > 0 ? options.T_max : std::fmax(10 * Tc, 3000.0);
@@ -85,17 +88,33 @@ class Solver {
         double a = 0.0, b = 0.0;
         const int n = model_.vcalc(p, T, phase == 3 ? 3 : 1, a, b);
         if (n < 1) return 0.0;
-        if (phase == 2 && n > 1 && model_.Ge(b, T) < model_.Ge(a, T)) return b;
+        if (phase == 2 && n > 1 && second_is_stable(p, T, a, b)) return b;
         return a;
+    }
+    /// Of two density roots the dilute one: by the saturation pressure, if that is known well
+    /// enough, else by the Gibbs energies.
+    bool second_is_stable(double p, double T, double a, double b) const {
+        const double saturated = curve_ ? curve_->p_at(T) : kNaN;
+        if (std::fabs(p - saturated) > 1e-6 * saturated) return p < saturated;
+        return model_.Ge(b, T) < model_.Ge(a, T);
     }
 
     /// Nothing at and above the critical point, nor where it is too near to tell the phases apart:
     /// a state between them then shows as a jump, which no crossing is taken for.
     std::optional<PureSaturation> at_T(double T) const {
+        if (SaturationExpansion::Point s;
+            curve_ && curve_->at_T(T, s) && curve_->within(kKnown, T))
+            return of(s);
         return below_critical(T / model_.Tcrit(), [&] { return pure_saturation_T(model_, T); });
     }
     std::optional<PureSaturation> at_p(double p) const {
+        if (SaturationExpansion::Point s;
+            curve_ && curve_->at_p(p, s) && curve_->within(kKnown, s.T))
+            return of(s);
         return below_critical(p / model_.pcrit(), [&] { return pure_saturation_p(model_, p); });
+    }
+    static PureSaturation of(SaturationExpansion::Point const& s) {
+        return {s.T, s.p, s.rhoL, s.rhoV, kNaN, kNaN, kNaN};
     }
     template <class F>
     static std::optional<PureSaturation> below_critical(double reduced, F const& f) {
@@ -308,6 +327,7 @@ class Solver {
 
   private:
     Model1 const& model_;
+    SaturationExpansion const* curve_;
     double T_min_, T_max_, p_max_;
 };
 

@@ -11,6 +11,8 @@ class Model1;
 
 namespace corvane {
 
+class SaturationExpansion;
+
 /// What a state can be asked by.
 enum class Quantity {
     T,    ///< K
@@ -41,6 +43,9 @@ struct PureStateOptions {
     double T_min = 0.0;  ///< K: of the search; 0: 0.2 of the critical temperature
     double T_max = 0.0;  ///< K; 0: 10 critical temperatures, at least 3000 K
     double p_max = 0.0;  ///< MPa; 0: 10000
+    /// The precomputed curve of this model, if there is one: stands in for the solver where it
+    /// answers with a bound of 1e-9 or better, and says which of two density roots is stable.
+    SaturationExpansion const* saturation = nullptr;
 };
 
 /// All stable states with the two given quantities, by rising temperature (and density).

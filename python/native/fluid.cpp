@@ -97,19 +97,45 @@ nb::tuple densities(Fluid const& f, Column T, Column p, int phase, int threads) 
     return result(out, report, finished);
 }
 
+/// From this many points on the curve is precomputed, which costs as much as some hundred of them,
+/// and read where its bound is below kPrecise.
+constexpr std::size_t kMany = 1000;
+constexpr double kPrecise = 1e-10;
+
+std::optional<corvane::SaturationExpansion> precomputed(Model1 const& model, std::size_t n) {
+    if (n < kMany) return {};
+    try {
+        return corvane::SaturationExpansion(model);
+    } catch (corvane::EquilibriumFailure const&) {  // point by point, then, with a status for each
+    } catch (ThException const&) {
+    } catch (MthException const&) {
+    }
+    return {};
+}
+
 /// T, p, densities of liquid and vapour.
 nb::tuple saturation(Fluid const& f, bool at_T, Column x, int threads) {
     const std::size_t n = x.shape(0);
+    const auto curve = precomputed(*f.model, n);
     Out out({n, 4});
     Report report(n);
     const bool finished = each(out, report, n, threads, [&](std::size_t i, double* row) {
         const Quantity what = at_T ? Quantity::T : Quantity::p;
-        const auto s =
-            corvane::pure_states(*f.model, {what, to_library(what, x(i))}, {Quantity::q, 0.0});
-        row[0] = s.front().T;
-        row[1] = s.front().p * kMega;
-        row[2] = s.front().liquid->rho * kMega;
-        row[3] = s.front().vapour->rho * kMega;
+        const double value = to_library(what, x(i));
+        corvane::SaturationExpansion::Point s;
+        if (curve && (at_T ? curve->at_T(value, s) : curve->at_p(value, s)) &&
+            curve->within(kPrecise, s.T)) {
+            row[0] = s.T;
+            row[1] = s.p * kMega;
+            row[2] = s.rhoL * kMega;
+            row[3] = s.rhoV * kMega;
+            return;
+        }
+        const auto found = corvane::pure_states(*f.model, {what, value}, {Quantity::q, 0.0});
+        row[0] = found.front().T;
+        row[1] = found.front().p * kMega;
+        row[2] = found.front().liquid->rho * kMega;
+        row[3] = found.front().vapour->rho * kMega;
     });
     return result(out, report, finished);
 }

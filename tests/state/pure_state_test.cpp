@@ -137,4 +137,30 @@ TEST(PureState, Refusals) {
     fluid.model->ideal.reset();
     EXPECT_EQ(code({Quantity::p, 1}, {Quantity::h, 0}), th_no_ideal);
 }
+
+// With the curve precomputed: the same states, of one phase and of two, to its bound.
+TEST(PureState, WithThePrecomputedSaturation) {
+    for (char const* eos : {"PR", "MEOS"}) {
+        const corvane::Fluid fluid = corvane::open(eos, "propane");
+        const corvane::SaturationExpansion curve(*fluid.model);
+        corvane::PureStateOptions options;
+        options.saturation = &curve;
+        const double p = curve.p_at(280);
+        const std::pair<Given, Given> pairs[] = {
+            {{Quantity::T, 280}, {Quantity::q, 0.3}},   {{Quantity::p, 1}, {Quantity::q, 0.7}},
+            {{Quantity::T, 280}, {Quantity::rho, 3e-3}}, {{Quantity::T, 280}, {Quantity::p, 0.99 * p}},
+            {{Quantity::T, 280}, {Quantity::p, 1.01 * p}}, {{Quantity::T, 420}, {Quantity::p, p}},
+            {{Quantity::p, 1}, {Quantity::h, 1e4}}};
+        for (auto const& [a, b] : pairs) {
+            const auto with = corvane::pure_states(*fluid.model, a, b, options);
+            const auto without = corvane::pure_states(*fluid.model, a, b);
+            ASSERT_EQ(with.size(), 1u);
+            ASSERT_EQ(without.size(), 1u);
+            EXPECT_EQ(with[0].liquid.has_value(), without[0].liquid.has_value());
+            EXPECT_NEAR(with[0].rho / without[0].rho, 1, 1e-11);
+            EXPECT_NEAR(with[0].T / without[0].T, 1, 1e-11);
+            EXPECT_NEAR(with[0].p / without[0].p, 1, 1e-11);
+        }
+    }
+}
 }  // namespace

@@ -8,6 +8,7 @@
 #include <tools/corvane/text/numbers.h>
 
 #include <corvane/phases/saturation/pure_saturation.h>
+#include <corvane/phases/saturation/saturation_expansion.h>
 
 #include <fmt/format.h>
 
@@ -77,8 +78,23 @@ std::map<std::string, Quantity> quantities() {
     return result;
 }
 
+/// For many points the curve is precomputed: every one of them starts on it, and is certified as
+/// without. Nothing if there are few, or the model has no smooth curve.
+std::optional<corvane::SaturationExpansion> precomputed(Fluid const& fluid, std::size_t points) {
+    constexpr std::size_t kMany = 1000;  // building it costs some hundred points
+    if (points < kMany) return {};
+    try {
+        return corvane::SaturationExpansion(*fluid.model);
+    } catch (corvane::EquilibriumFailure const&) {  // each point says why
+    } catch (ThException const&) {
+    } catch (MthException const&) {
+    }
+    return {};
+}
+
 /// @throws Failure naming the point
-Equilibrium equilibrium(Fluid const& fluid, Units const& units, bool by_T, double given) {
+Equilibrium equilibrium(Fluid const& fluid, Units const& units, bool by_T, double given,
+                        std::optional<corvane::SaturationExpansion> const& curve) {
     Model1 const& model = *fluid.model;
     if (std::isnan(given))
         throw Failure(fmt::format("a published point without {}", by_T ? "T" : "p"));
@@ -91,8 +107,10 @@ Equilibrium equilibrium(Fluid const& fluid, Units const& units, bool by_T, doubl
                                   by_T ? "temperature" : "pressure",
                                   units.text(quantity, critical)));
     return asking(what, [&] {
-        const corvane::PureSaturation q = by_T ? corvane::pure_saturation_T(model, given)
-                                               : corvane::pure_saturation_p(model, given);
+        const corvane::PureSaturation q =
+            curve ? (by_T ? curve->certified_T(model, given) : curve->certified_p(model, given))
+                  : (by_T ? corvane::pure_saturation_T(model, given)
+                          : corvane::pure_saturation_p(model, given));
         return Equilibrium{&model, q.T, q.p, q.rhoL, q.rhoV};
     });
 }
@@ -159,8 +177,9 @@ int SaturationCommand::run() {
         table.columns.push_back({column->name, units.name(column->quantity), column->text,
                                  column->name == std::string(by_T ? "T" : "p")});
 
+    const auto curve = precomputed(fluid, given.size());
     const auto row = [&](double x) {
-        const Equilibrium e = equilibrium(fluid, units, by_T, x);
+        const Equilibrium e = equilibrium(fluid, units, by_T, x, curve);
         Row result;
         for (SaturationColumn const* column : columns)
             result.cells.emplace_back(units.from_library(column->quantity, column->value(e)));
