@@ -9,7 +9,9 @@ function(corvane_add_plugin name)
   add_library(${target} MODULE ${ARGN})
   target_link_libraries(${target} PRIVATE corvane::corvane corvane::numelo)
   target_compile_features(${target} PRIVATE cxx_std_20)
-  target_compile_options(${target} PRIVATE -ffp-contract=off $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
+  # Without errno, a logarithm whose value nobody needs beside its slope is not computed; no number
+  # changes.
+  target_compile_options(${target} PRIVATE -ffp-contract=off -fno-math-errno $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
   if(TARGET corvane_options)
     target_link_libraries(${target} PRIVATE corvane_options)
   endif()
@@ -28,5 +30,21 @@ function(corvane_add_plugin name)
   # Those in the data home of the build tree are installed; plug-ins of tests are not.
   if(CORVANE_PLUGIN_OUTPUT STREQUAL "${CORVANE_BUILD_HOME}/CorvaneS")
     set_property(GLOBAL APPEND PROPERTY CORVANE_PLUGINS ${target})
+  endif()
+endfunction()
+
+# corvane_add_equation(<name> [MIXING <theory>] <sources>...): an equation on the authors' kit
+# (CORVANE_EQUATION). One library holds the pure fluid and its mixtures; with MIXING it is put beside
+# itself as libth<name>+<theory>.dll, where attachN looks.
+function(corvane_add_equation name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "MIXING" "")
+  corvane_add_plugin(${name} ${arg_UNPARSED_ARGUMENTS})
+  if(arg_MIXING)
+    add_custom_command(
+      TARGET corvane_plugin_${name}
+      POST_BUILD
+      COMMAND ${CMAKE_COMMAND} -E copy "$<TARGET_FILE:corvane_plugin_${name}>"
+              "$<TARGET_FILE_DIR:corvane_plugin_${name}>/libth${name}+${arg_MIXING}.dll"
+      VERBATIM)
   endif()
 endfunction()

@@ -3,10 +3,14 @@
 #pragma once
 
 #include <corvane/pure/model1.h>
+#include <corvane/pure/plugin_layout.h>
 
 #include <type_traits>
 
-class ModelN;
+/// The stamp of a plug-in, by which the library knows that it was built for another layout.
+extern "C" {
+[[gnu::used]] CORVANE_PLUGIN_API inline constexpr corvane::PluginLayout corvane_plugin_layout{};
+}
 
 /// Exports create1 and destroy1 of a pure-substance model: CORVANE_PLUGIN1(VanDerWaals) at the end
 /// of the only source that needs it, outside every namespace.

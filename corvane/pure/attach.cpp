@@ -4,6 +4,7 @@
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 #include <corvane/pure/plugin_file.h>
+#include <corvane/pure/plugin_layout.h>
 
 #include <new>
 #include <string>
@@ -85,10 +86,23 @@ void* symbol(Library const& library, char const* name, char const* what) {
     return address;
 }
 
+/// Refuses a plug-in whose stamp is another. Plug-ins without one, built without the kit, are taken.
+void check_layout(Library const& library) {
+    dlerror();
+    auto const* stamp =
+        static_cast<corvane::PluginLayout const*>(dlsym(library.handle, "corvane_plugin_layout"));
+    if (dlerror() || !stamp || *stamp == corvane::PluginLayout{}) return;
+    throw corvane::FileError(
+        th_cannot_open, library.path,
+        "it was built for another version of the library, whose models have another layout; build "
+        "it again with the headers of this one");
+}
+
 /// Calls the factory; what it throws or returns is checked, as nobody else can.
 template <class Model>
 Model* make(std::string const& plugin, char const* create, char const* destroy, char const* suffix) {
     const Library library = open_library(plugin);
+    check_layout(library);
     auto* factory = reinterpret_cast<Model* (*)()>(
         symbol(library, create, (std::string("create") + suffix).c_str()));
     symbol(library, destroy, (std::string("destroy") + suffix).c_str());

@@ -10,7 +10,8 @@ class ModelN;
 /// factory create1. The library is never unloaded. The caller owns the model and gives it back to
 /// the plug-in's destroyer; see detach1. A model built without run-time types has no
 /// exact-derivative extension.
-/// @throws ThException 1 no usable library (or a null or over-long name), 0 factory or destroyer
+/// @throws ThException 1 no usable library (or a null or over-long name, or one that was built for
+///         another layout of the classes), 0 factory or destroyer
 ///         missing, a factory that fails or makes something else; as corvane::FileError, which says
 ///         which of these
 CORVANE_API Model1* attach1(char const* eos);

@@ -12,7 +12,7 @@
 #pragma once
 
 #include <plugins/common/cubic_fluid.h>
-#include <plugins/common/small_array.h>
+#include <corvane/plugin/small_array.h>
 
 #include <cmath>
 

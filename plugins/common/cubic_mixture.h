@@ -8,9 +8,9 @@
 #include <corvane/mixture/pair_parameters.h>
 #include <corvane/plugin/plugin.h>
 #include <plugins/common/cubic_isotherm.h>
-#include <plugins/common/exact_slots.h>
-#include <plugins/common/pair_table.h>
-#include <plugins/common/small_array.h>
+#include <corvane/plugin/exact_slots.h>
+#include <corvane/plugin/pair_table.h>
+#include <corvane/plugin/small_array.h>
 
 #include <cmath>
 

@@ -9,8 +9,8 @@
 #include <corvane/mixture/modeln.h>
 #include <corvane/mixture/pair_parameters.h>
 #include <corvane/plugin/plugin.h>
-#include <plugins/common/exact_slots.h>
-#include <plugins/common/pair_table.h>
+#include <corvane/plugin/exact_slots.h>
+#include <corvane/plugin/pair_table.h>
 #include <plugins/meos_gerg/density.h>
 #include <plugins/meos_gerg/departure.h>
 #include <plugins/meos_gerg/reducing.h>

@@ -1,7 +1,7 @@
 // The reducing temperature and volume of a mixture, and their derivatives in the amounts.
 #pragma once
 
-#include <plugins/common/small_array.h>
+#include <corvane/plugin/small_array.h>
 
 namespace corvane::gerg {
 

@@ -4,8 +4,8 @@
 
 #include <corvane/mixture/modeln.h>
 #include <corvane/pure/model1.h>
-#include <plugins/common/pair_table.h>
-#include <plugins/common/small_array.h>
+#include <corvane/plugin/pair_table.h>
+#include <corvane/plugin/small_array.h>
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 // PC-SAFT mixtures with Lorentz-Berthelot combining rules. See README.md.
 #include <corvane/mixture/pair_parameters.h>
 #include <corvane/plugin/plugin.h>
-#include <plugins/common/exact_slots.h>
+#include <corvane/plugin/exact_slots.h>
 #include <plugins/common/pcsaft/density.h>
 #include <plugins/pcsaft_lb/potentials.h>
 

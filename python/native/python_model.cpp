@@ -8,7 +8,7 @@
 #include <corvane/mixture/modeln.h>
 #include <corvane/plugin/tables.h>
 #include <corvane/pure/model1.h>
-#include <plugins/common/exact_slots.h>
+#include <corvane/plugin/exact_slots.h>
 
 #include <algorithm>
 #include <array>

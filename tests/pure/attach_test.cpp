@@ -67,7 +67,7 @@ TEST(Attach, TakesThePlugInOfThePresentWorkingDirectory) {
 
 TEST(Attach, SurvivesDamagedAndForeignPlugIns) {
     Scratch scratch;
-    for (char const* variant : {"throws", "other", "nortti"}) provide(variant, "CorvaneS");
+    for (char const* variant : {"throws", "other", "nortti", "layout"}) provide(variant, "CorvaneS");
     const auto reason = [](char const* eos) {
         try {
             corvane::detach1(attach1(eos));
@@ -80,6 +80,9 @@ TEST(Attach, SurvivesDamagedAndForeignPlugIns) {
     EXPECT_EQ(reason("throws"), "0: " + place + "throws.dll: its factory fails");
     EXPECT_EQ(reason("other"), "0: " + place + "other.dll: its factory makes no Model1");
     EXPECT_EQ(reason("nortti"), "");
+    EXPECT_EQ(reason("layout"), "1: " + place + "layout.dll: it was built for another version of the "
+                                "library, whose models have another layout; build it again with the "
+                                "headers of this one");
     EXPECT_EQ(reason("none"),
               "1: no plug-in ./CorvaneS/libthnone.dll or ./libthnone.dll");
     ASSERT_EQ(mkfifo("CorvaneS/libthpipe.dll", 0600), 0);

@@ -10,21 +10,23 @@
 // Equations in Several Variables (1970), 13.3.4): it needs no damping.
 #pragma once
 
-#include <plugins/common/jet.h>
+#include <corvane/plugin/jet.h>
 #include <plugins/common/pcsaft/association.h>
-#include <plugins/common/small_array.h>
+#include <corvane/plugin/small_array.h>
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <type_traits>
+#include <utility>
 
 namespace corvane::pcsaft {
 
-/// Highest order of the derivatives that a type carries.
+/// Highest order of the derivatives that a type carries, those of its values included.
 template <class S>
 inline constexpr int order_of = 0;
-template <int N, int M>
-inline constexpr int order_of<Jet<N, M>> = N;
+template <Differentiable S>
+inline constexpr int order_of<S> = S::order + order_of<std::decay_t<decltype(std::declval<S>().value())>>;
 
 /// LU decomposition without pivoting, which M-matrices do not need, in place.
 inline void factorize(int n, double* a) {

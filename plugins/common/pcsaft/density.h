@@ -11,8 +11,9 @@
 // to the first loop; it ends where such a loop begins, or at close packing.
 #pragma once
 
+#include <corvane/plugin/density.h>
 #include <corvane/plugin/roots.h>
-#include <plugins/common/jet.h>
+#include <corvane/plugin/jet.h>
 
 #include <algorithm>
 #include <cmath>
@@ -90,20 +91,6 @@ double approach(Fluid const& fluid, double P, double start, double low, double h
         b = next;
     }
     return b;
-}
-
-/// A density between 0 and top at which the pressure rises through P, by bisection to the last
-/// digit; 0 where the pressure at the top is lower.
-template <class Curve>
-double rising_crossing(Curve const& curve, double P, double top) {
-    double low = 0.0, high = top;
-    if (!(curve(high).P >= P)) return 0.0;
-    for (int k = 0; k < 100; ++k) {
-        const double rho = 0.5 * (low + high);
-        if (rho == low || rho == high) break;
-        (curve(rho).P < P ? low : high) = rho;
-    }
-    return std::abs(curve(high).P - P) <= 1e-6 * P ? high : 0.0;
 }
 
 /// Root on the liquid branch, or the only root where `loop` is 0; 0 if there is none.

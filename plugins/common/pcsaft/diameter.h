@@ -1,7 +1,7 @@
 // Temperature-dependent diameter of the segments of PC-SAFT.
 #pragma once
 
-#include <plugins/common/jet.h>
+#include <corvane/plugin/jet.h>
 
 #include <cmath>
 #include <limits>

@@ -8,9 +8,9 @@
 // truncated series: Griewank & Walther, Evaluating Derivatives, 2nd ed. (2008), chapter 13.
 #pragma once
 
+#include <corvane/plugin/elementary.h>
+
 #include <array>
-#include <cmath>
-#include <type_traits>
 
 namespace corvane {
 
@@ -25,6 +25,13 @@ class Jet {
     /// value·(1 + h) and value·(1 + k).
     static constexpr Jet along_h(double value) { return seed(value, index(1, 0)); }
     static constexpr Jet along_k(double value) { return seed(value, index(0, 1)); }
+
+    /// value + h.
+    static constexpr Jet variable(double value) {
+        Jet r(value);
+        r.c_[index(1, 0)] = 1.0;
+        return r;
+    }
 
     static constexpr int index(int i, int j) { return j * (N + 1) - j * (j - 1) / 2 + i; }
     constexpr double operator()(int i, int j = 0) const { return c_[index(i, j)]; }
@@ -80,7 +87,7 @@ class Jet {
         return Jet(a) / b;
     }
 
-    friend constexpr Jet operator*(Jet const& a, Jet const& b) {
+    [[gnu::always_inline]] friend constexpr Jet operator*(Jet const& a, Jet const& b) {
         Jet r;
 #pragma GCC unroll 8
         for (int j = 0; j <= M; ++j)
@@ -89,7 +96,7 @@ class Jet {
         return r;
     }
     /// From a = r·b, coefficient by coefficient.
-    friend constexpr Jet operator/(Jet const& a, Jet const& b) {
+    [[gnu::always_inline]] friend constexpr Jet operator/(Jet const& a, Jet const& b) {
         Jet r;
         const double inverse = 1.0 / b.c_[0];
 #pragma GCC unroll 8
@@ -100,21 +107,17 @@ class Jet {
         return r;
     }
 
-    friend Jet exp(Jet const& a) {
-        const double f = std::exp(a.value());
-        return a.compose({f, f, f / 2, f / 6});
-    }
-    friend Jet expm1(Jet const& a) {
-        const double f = std::exp(a.value());
-        return a.compose({std::expm1(a.value()), f, f / 2, f / 6});
-    }
-    friend Jet log1p(Jet const& a) {
-        const double r = 1.0 / (1.0 + a.value());
-        return a.compose({std::log1p(a.value()), r, -r * r / 2, r * r * r / 3});
-    }
-    friend Jet sqrt(Jet const& a) {
-        const double f = std::sqrt(a.value()), r = 1.0 / a.value();
-        return a.compose({f, f * r / 2, -f * r * r / 8, f * r * r * r / 16});
+    static constexpr int order = N;
+
+    /// Σ f[n]·v^n with v = *this − value: a function of this series from its own Taylor
+    /// coefficients.
+    [[gnu::always_inline]] constexpr Jet compose(std::array<double, N + 1> const& f) const {
+        Jet v(*this);
+        v.c_[0] = 0.0;
+        Jet r(f[N]);
+#pragma GCC unroll 8
+        for (int n = N - 1; n >= 0; --n) r = r * v + f[n];
+        return r;
     }
 
   private:
@@ -124,35 +127,15 @@ class Jet {
         return r;
     }
     /// Coefficient (i, j) of a·b.
-    static constexpr double product(Jet const& a, Jet const& b, int i, int j, double sum) {
+    [[gnu::always_inline]] static constexpr double product(Jet const& a, Jet const& b, int i, int j, double sum) {
 #pragma GCC unroll 8
         for (int l = 0; l <= j; ++l)
 #pragma GCC unroll 8
             for (int k = 0; k <= i; ++k) sum += a.c_[index(k, l)] * b.c_[index(i - k, j - l)];
         return sum;
     }
-    /// Σ f[n]·v^n with v = *this − value: a function of this series from its own Taylor
-    /// coefficients.
-    constexpr Jet compose(std::array<double, 4> const& f) const {
-        static_assert(N <= 3);
-        Jet v(*this);
-        v.c_[0] = 0.0;
-        Jet r(f[N]);
-#pragma GCC unroll 4
-        for (int n = N - 1; n >= 0; --n) r = r * v + f[n];
-        return r;
-    }
 
     std::array<double, size> c_;
 };
-
-/// The number that a type stands for, without the derivatives that it may carry.
-inline double value_of(double x) {
-    return x;
-}
-template <int N, int M>
-double value_of(Jet<N, M> const& x) {
-    return x.value();
-}
 
 }  // namespace corvane

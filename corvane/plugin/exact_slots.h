@@ -4,7 +4,7 @@
 #pragma once
 
 #include <corvane/mixture/modeln.h>
-#include <plugins/common/small_array.h>
+#include <corvane/plugin/small_array.h>
 
 #include <cmath>
 

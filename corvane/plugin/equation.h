@@ -1,0 +1,76 @@
+// An equation of state from its residual Helmholtz energy alone.
+//
+// The author writes one empty class and one macro. The class says its name and its parameters, the
+// residual Helmholtz energy A^r/(RT) once, for any number type, and the largest density:
+//
+//     struct VanDerWaals {
+//         static constexpr char const* name = "vdw";     // libthvdw.dll
+//         static constexpr char const* mixing = "vdW1";  // libthvdw+vdW1.dll; absent: pure only
+//         static constexpr corvane::Parameter parameters[] = {
+//             {.label = "M", .unit = "g/mol", .value = 40.0},
+//             {.label = "Ts", .unit = "K", .value = 150.0, .low = corvane::above_zero},
+//             {.label = "vs", .unit = "cm3/mol", .value = 30.0, .low = corvane::above_zero}};
+//         static constexpr corvane::Parameter pair_parameters[] = {{.label = "kij"}};
+//
+//         template <class T>
+//         T alphar(T temperature, T density, corvane::Fractions<T> const& x) const;
+//         template <class T>
+//         corvane::DensityRange range(T temperature, corvane::Fractions<T> const& x) const;
+//     };
+//     CORVANE_EQUATION(VanDerWaals)
+//
+// Fast equations split the work, so that nothing is computed twice. In place of alphar and range:
+//
+//     auto component(T temperature, double const* par) const;   // of a component, T: double, Jet
+//     auto pair(T temperature, C const& i, C const& j, double const* par) const;  // optional
+//     auto mix(At const& at, Fractions<X> const& x) const;       // at[i], at(i, j): those two
+//     S alphar(F const& fluid, S density) const;                 // fluid: what mix returned
+//     DensityRange range(F const& fluid) const;
+//     IsothermPoint isotherm(F const& fluid, double density) const;   // optional: rho·Z and its
+//                                                // slope in closed form, for faster densities
+//
+// component and pair return plain structures of numbers. pair is called with i >= j, and with
+// zeroes for i = j. X is double or Gradient, Curvature; S is X, T, or a Jet where the fluid is a
+// plain one. Functions come from corvane/plugin/elementary.h: `using std::log1p;` before log1p(y).
+// What depends on the composition is written with x.sum and x.sum2.
+//
+// For mixtures of many: `static constexpr int sums = 3;` says how many calls of x.sum, x.sum2 and
+// x[i] mix and alphar make, together; they are then the variables of all derivatives in the
+// amounts, whose cost hardly grows with the number of components.
+//
+// A^r must be zero at zero density and relatively accurate near it, not-a-number or infinite past a
+// pole, and must not throw: docs/plugins.md.
+#pragma once
+
+#include <corvane/plugin/mixture_equation.h>
+#include <corvane/plugin/pure_equation.h>
+
+namespace corvane {
+
+/// A new mixture model of an equation; null where it says no mixing.
+template <class Eq>
+ModelN* new_mixture() {
+    if constexpr (requires { Eq::mixing; })
+        return new MixtureEquation<Eq>;
+    else
+        return nullptr;
+}
+template <class Eq>
+void delete_mixture(ModelN* model) {
+    if constexpr (requires { Eq::mixing; }) delete static_cast<MixtureEquation<Eq>*>(model);
+}
+
+}  // namespace corvane
+
+/// Exports the factories and destroyers of an equation, of the pure substance and of the mixture:
+/// once, at the end of the only source that needs it, outside every namespace.
+#define CORVANE_EQUATION(Class)                      \
+    CORVANE_PLUGIN1(corvane::PureEquation<Class>)    \
+    CORVANE_PLUGIN_API ModelN* createN();            \
+    CORVANE_PLUGIN_API void destroyN(ModelN* model); \
+    ModelN* createN() {                              \
+        return corvane::new_mixture<Class>();        \
+    }                                                \
+    void destroyN(ModelN* model) {                   \
+        corvane::delete_mixture<Class>(model);       \
+    }
