@@ -43,6 +43,7 @@ const std::map<std::string, Sample> kCommands = {
     {"ideal-curve", {"PR nitrogen", ""}},
     {"reaction", {"'N2 + 3 H2 = 2 NH3'", "--T 300"}},
     {"solubility", {"PR+vdW1 methane CO2 --solid CO2", "--T 150 --p 5"}},
+    {"fit", {"PR hexane", "--adjust omega --data " CORVANE_SOURCE "/examples/fit/hexane.csv"}},
 };
 /// What else an option needs, in place of the options above; "" if these remain.
 const std::map<std::string, char const*> kWith = {

@@ -81,7 +81,9 @@ TEST(CliTranscripts, AreWhatTheProgramPrints) {
     for (auto const& page : pages)
         for (Transcript const& t : transcripts(page)) {
             SCOPED_TRACE(page.filename().string() + ": corvane " + t.command);
-            const auto printed = lines_of(run_corvane(t.command).out);
+            const std::regex example(" examples/");
+            const auto printed = lines_of(
+                run_corvane(std::regex_replace(t.command, example, " " CORVANE_SOURCE "/examples/")).out);
             ++count;
             EXPECT_EQ(printed.size(), t.lines.size());
             for (std::size_t i = 0; i < std::min(printed.size(), t.lines.size()); ++i) {

@@ -4,6 +4,7 @@
 #include <corvane/core/errors.h>
 #include <corvane/core/file_error.h>
 #include <corvane/phases/report/certificate.h>
+#include <corvane/text/failure.h>
 
 #include <optional>
 #include <stdexcept>
@@ -12,9 +13,7 @@
 namespace cli {
 
 /// What was asked could not be done; exit code 1. The text is one clear sentence.
-struct Failure : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
+using corvane::text::Failure;
 
 /// The command line makes no sense; exit code 2.
 struct Misuse : std::runtime_error {

@@ -1,8 +1,5 @@
-#include <tools/corvane/text/csv.h>
-#include <tools/corvane/text/errors.h>
-#include <tools/corvane/text/text.h>
-
-#include <fmt/format.h>
+#include <corvane/core/text.h>
+#include <corvane/text/csv.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -10,14 +7,14 @@
 
 #include <sys/stat.h>
 
-namespace cli {
+namespace corvane::text {
 namespace {
 constexpr std::size_t kLongestLine = 1u << 20, kLargestFile = 64u << 20;  // bytes
 }
 
 CsvReader::CsvReader(std::string const& path)
     : path_(path), file_(path == "-" ? stdin : std::fopen(path.c_str(), "re")) {
-    const auto fail = [&](char const* why) { throw Failure(fmt::format("{}: {}", path, why)); };
+    const auto fail = [&](char const* why) { throw Failure(path + ": " + why); };
     if (!file_) fail(errno == ENOENT ? "no such file" : std::strerror(errno));
     struct stat status {};
     if (fstat(fileno(file_.get()), &status) == 0 && S_ISDIR(status.st_mode))
@@ -39,11 +36,11 @@ bool CsvReader::get_line() {
         int c;
         while ((c = getc_unlocked(file_.get())) != EOF && c != '\n') {
             if (text_.size() >= kLongestLine)
-                throw Failure(fmt::format("{}: the file is too large: a line above 1 MiB", path_));
+                throw Failure(path_ + ": the file is too large: a line above 1 MiB");
             text_ += static_cast<char>(c);
         }
         if (c == EOF && std::ferror(file_.get()))
-            throw Failure(fmt::format("{}: {}", path_, std::strerror(errno)));
+            throw Failure(path_ + ": " + std::strerror(errno));
         if (c == EOF && text_.empty()) return false;
         if (++line_ == 1 && text_.starts_with("\xef\xbb\xbf")) text_.erase(0, 3);
         // A tab at the end or at the beginning bounds an empty field.
@@ -73,7 +70,7 @@ void CsvReader::split_line(std::vector<std::string>& fields) {
         else
             fields[n - 1] += c;
     }
-    if (quoted) throw Failure(fmt::format("{}:{}: a quotation is not closed", path_, line_));
+    if (quoted) throw Failure(path_ + ":" + std::to_string(line_) + ": a quotation is not closed");
     fields.resize(n);
     for (std::string& field : fields)
         if (!field.empty() && (field.front() <= ' ' || field.back() <= ' ')) field = trimmed(field);
@@ -85,7 +82,7 @@ bool CsvReader::next(std::vector<std::string>& fields) {
     } while (text_.empty());
     split_line(fields);
     if (fields.size() > header_.size())
-        throw Failure(fmt::format("{}:{}: more fields than columns", path_, line_));
+        throw Failure(path_ + ":" + std::to_string(line_) + ": more fields than columns");
     fields.resize(header_.size());
     return true;
 }
@@ -125,4 +122,4 @@ CsvFile read_csv(std::string const& path) {
     return csv;
 }
 
-}  // namespace cli
+}  // namespace corvane::text

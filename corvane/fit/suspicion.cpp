@@ -1,0 +1,187 @@
+#include <corvane/fit/suspicion.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <map>
+#include <tuple>
+
+namespace corvane::fit {
+namespace {
+std::string number(double x) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.3g", x);
+    return text;
+}
+
+double middle(std::vector<double>& values) {
+    const auto at = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), at, values.end());
+    return *at;
+}
+
+/// "bar and MPa" for a factor between units of the quantity; "" for none.
+std::string units_apart(text::Quantity quantity, double factor, double M) {
+    std::string found;
+    double nearest = std::log(1.08);
+    const auto names = text::unit_names(quantity);
+    for (std::string const& a : names)
+        for (std::string const& b : names) {
+            const auto to = text::conversion(quantity, a, M),
+                       from = text::conversion(quantity, b, M);
+            if (!to || !from || to->shift != 0.0 || from->shift != 0.0) continue;
+            const double ratio = to->scale / from->scale;
+            if (std::fabs(std::log(ratio)) < 0.3) continue;
+            const double off = std::fabs(std::log(factor / ratio));
+            if (off < nearest - 1e-12) {
+                nearest = off;
+                found = a + " and " + b;
+            }
+        }
+    return found;
+}
+
+void suspect_units(Problem const& problem, ResidualVector const& vector,
+                   std::vector<Answer> const& before, Result& result) {
+    std::map<std::tuple<int, int, Observable>, std::vector<double>> logarithms;
+    for (std::size_t e = 0; e < before.size(); ++e) {
+        Entry const& entry = vector.entries()[e];
+        const double ratio = before[e].calculated / entry.measured;
+        if (!entry.fraction && entry.scale > 0.0 && before[e].solved && ratio > 0.0)
+            logarithms[{entry.system, entry.set, result.points[e].what}].push_back(std::log(ratio));
+    }
+    for (auto& [key, all] : logarithms) {
+        if (all.size() < 3) continue;
+        const double centre = middle(all);
+        std::vector<double> off;
+        for (double x : all) off.push_back(std::fabs(x - centre));
+        if (std::fabs(centre) < 0.4 || middle(off) > 0.25 * std::fabs(centre)) continue;
+        auto const& [system, set, what] = key;
+        auto const& s = *problem.systems[static_cast<std::size_t>(system)];
+        const double factor = std::exp(centre);
+        const std::string units =
+            units_apart(quantity_of(what), factor, s.fluid ? s.fluid->model->M() : 0.0);
+        result.warnings.push_back(
+            s.data[static_cast<std::size_t>(set)].name + ": the model at the start gives " +
+            number(factor) + " times the measured " + name_of(what) + " at all points" +
+            (units.empty() ? "" : ", as between " + units) + ": a wrong unit?");
+    }
+}
+
+/// Mean absolute deviation of the answers to points that `change` has altered; points without an
+/// answer count as one.
+template <class F>
+double with(Problem::System const& system, DataSet const& set, std::size_t first, F change) {
+    double sum = 0.0;
+    int count = 0;
+    std::vector<Answer> answers;
+    system.evaluator->forget();
+    for (std::size_t k = 0; k < set.points.size(); ++k) {
+        Point point = set.points[k];
+        if (!point.used || point.x.empty()) continue;
+        change(point);
+        system.evaluator->evaluate(first + k, point, {}, answers);
+        for (std::size_t o = 0; o < answers.size(); ++o, ++count) {
+            Observation const& seen = point.observed[o];
+            const bool fraction = is_fraction(seen.what);
+            const double d = fraction ? answers[o].calculated - seen.value
+                                      : answers[o].calculated / seen.value - 1.0;
+            sum += answers[o].solved && std::fabs(d) < 1.0 ? std::fabs(d) : 1.0;
+        }
+    }
+    system.evaluator->forget();
+    return count > 0 ? sum / count : 0.0;
+}
+
+double present(Result const& result, Problem::System const& system, DataSet const& set) {
+    double sum = 0.0;
+    int count = 0;
+    const auto k = &set - system.data.data();
+    for (PointReport const& p : result.points)
+        if (p.set == k && p.used) {
+            sum += p.solved ? std::fmin(1.0, std::fabs(p.deviation)) : 1.0;
+            ++count;
+        }
+    return count > 0 ? sum / count : 0.0;
+}
+
+void suspect_columns(Problem const& problem, ResidualVector& vector, Result& result) {
+    if (problem.systems.size() > 1)
+        return;  // parameters that are shared may be those of other data
+    for (auto const& system : problem.systems) {
+        if (!system->mixture || system->mixture->size() != 2) continue;
+        std::size_t first = 0;
+        for (DataSet const& set : system->data) {
+            const double as_it_is = present(result, *system, set);
+            const auto observe = [](Point& p) {
+                for (Observation& o : p.observed)
+                    if (is_fraction(o.what))
+                        o.value =
+                            (o.what == Observable::y || o.what == Observable::x2) && !p.y.empty()
+                                ? p.y[0]
+                                : p.x[0];
+            };
+            const auto exchanged = [&](Point& p) {
+                if (p.y.empty() || p.x.empty()) return;
+                std::swap(p.x, p.y);
+                observe(p);
+            };
+            const auto reversed = [&](Point& p) {
+                std::reverse(p.x.begin(), p.x.end());
+                std::reverse(p.y.begin(), p.y.end());
+                observe(p);
+            };
+            if (as_it_is > 0.05) {
+                // A fit to wrong data may have gone anywhere: the start may know better.
+                double x_with_y = 1e300, first_with_second = 1e300;
+                for (bool start : {false, true}) {
+                    Eigen::VectorXd at(static_cast<Eigen::Index>(result.parameters.size()));
+                    for (Eigen::Index k = 0; k < at.size(); ++k) {
+                        FittedParameter const& p = result.parameters[static_cast<std::size_t>(k)];
+                        at[k] = start ? p.start : p.value;
+                    }
+                    vector.set(at);
+                    if (set.points[0].kind != PointKind::liquid_liquid)
+                        x_with_y = std::fmin(x_with_y, with(*system, set, first, exchanged));
+                    first_with_second =
+                        std::fmin(first_with_second, with(*system, set, first, reversed));
+                }
+                if (x_with_y < std::fmin(as_it_is / 3.0, first_with_second))
+                    result.warnings.push_back(set.name + ": x and y look exchanged");
+                else if (first_with_second < as_it_is / 3.0)
+                    result.warnings.push_back(set.name +
+                                              ": the mole fractions look like those of " +
+                                              system->mixture->components[1]);
+            }
+            first += set.points.size();
+        }
+    }
+}
+
+void suspect_points(Problem const& problem, Result& result) {
+    int count = 0;
+    std::string text;
+    for (PointReport const& p : result.points) {
+        if (!p.outlier || ++count > 5) continue;
+        DataSet const& set = problem.systems[static_cast<std::size_t>(p.system)]
+                                 ->data[static_cast<std::size_t>(p.set)];
+        const int line = set.points[static_cast<std::size_t>(p.point)].line;
+        text += (text.empty() ? "" : ", ") + set.name +
+                (line > 0 ? ":" + std::to_string(line) : "") + " (" + name_of(p.what) + ", " +
+                number(is_fraction(p.what) ? p.deviation : 100.0 * p.deviation) +
+                (is_fraction(p.what) ? ")" : " %)");
+    }
+    if (count == 0) return;
+    if (count > 5) text += " ... (" + std::to_string(count) + " in all)";
+    result.warnings.push_back("far from the others: " + text);
+}
+}  // namespace
+
+void suspect(Problem& problem, ResidualVector& vector, std::vector<Answer> const& before,
+             Result& result) {
+    suspect_units(problem, vector, before, result);
+    suspect_columns(problem, vector, result);
+    suspect_points(problem, result);
+}
+
+}  // namespace corvane::fit

@@ -1,0 +1,131 @@
+// Parameters of pairs.
+#include "support.h"
+
+#include <corvane/phases/flash/flash.h>
+#include <corvane/phases/saturation/saturation.h>
+
+using namespace corvane::fit;
+using corvane::Mixture;
+
+namespace {
+/// Bubble or dew points of a model at T.
+DataSet boundary(Mixture const& m, PointKind kind, double T, int count) {
+    DataSet set;
+    set.name = "boundary";
+    for (int k = 1; k <= count; ++k) {
+        Vector<double> z(2);
+        z[0] = 0.6 * k / (count + 1);  // below the critical line
+        z[1] = 1.0 - z[0];
+        const auto kind_of =
+            kind == PointKind::bubble ? corvane::Saturated::bubble : corvane::Saturated::dew;
+        const corvane::SaturationPoint s = corvane::saturation_T(*m.model, kind_of, T, z);
+        Point p;
+        p.kind = kind;
+        p.T = T;
+        p.p = s.p;
+        const bool bubble = kind == PointKind::bubble;
+        auto const &x = bubble ? s.given.x : s.incipient.x, &y = bubble ? s.incipient.x : s.given.x;
+        p.x = {x[0], x[1]};
+        p.y = {y[0], y[1]};
+        p.observed = {{Observable::p, s.p},
+                      {bubble ? Observable::y : Observable::x, bubble ? y[0] : x[0], kUnknown, 0}};
+        set.points.push_back(p);
+    }
+    return set;
+}
+}  // namespace
+
+// Points of a model lead back to its k_ij; so do densities, second virial
+// coefficients and two liquids.
+TEST(FitMixture, RecoversPairParametersOfItsOwnData) {
+    for (char const* model : {"PR+vdW1", "SRK+vdW1", "PCSAFT+LB"}) {
+        const Mixture source = binary(model, "methane", "propane");
+        const double kij = *source.model->ppar(0, 0, 1) = 0.0312;
+        DataSet dense = boundary(source, PointKind::bubble, 270.0, 4), virial;
+        for (Point& p : dense.points) {
+            p.kind = PointKind::state;
+            p.p *= 1.5;
+            Vector<double> x(2);
+            x[0] = p.x[0];
+            x[1] = p.x[1];
+            double rho = 0.0, other = 0.0;
+            source.model->vcalc(p.p, p.T, x, 1, rho, other);
+            p.observed = {{Observable::rho, rho}};
+            Point b = p;
+            b.kind = PointKind::virial;
+            b.observed = {{Observable::B, source.model->B(b.T, x, 2)}};
+            virial.points.push_back(b);
+        }
+        for (DataSet const& data : {boundary(source, PointKind::bubble, 250.0, 8),
+                                    boundary(source, PointKind::dew, 250.0, 8), dense, virial}) {
+            SCOPED_TRACE(std::string(model) + " " +
+                         std::to_string(static_cast<int>(data.points[0].kind)));
+            Problem problem;
+            problem.add(binary(model, "methane", "propane"), {data});
+            Parameter& p = problem.adjust_pair("kij");
+            p.start = 0.08;
+            *p.addresses[0] = 0.08;
+            const Result r = solve(problem);
+            EXPECT_TRUE(r.converged);
+            EXPECT_NEAR(r.parameters[0].value, kij, 1e-8);
+            EXPECT_LE(r.iterations, 12);
+        }
+    }
+}
+
+TEST(FitMixture, TwoLiquidsLeadBackAndOneIsAPenalty) {
+    Mixture source = binary("SRK+vdW1", "methanol", "hexane");
+    const double kij = 0.02;
+    *source.model->ppar(0, 0, 1) = kij;
+    DataSet set;
+    set.name = "liquids";
+    for (double T : {270.0, 280.0, 290.0}) {
+        Vector<double> z(2);
+        z[0] = z[1] = 0.5;
+        const corvane::FlashResult f = corvane::flash_pT(*source.model, 0.5, T, z);
+        if (f.phases.size() != 2) continue;
+        Point p;
+        p.kind = PointKind::liquid_liquid;
+        p.T = T;
+        p.p = 0.5;
+        p.x = {f.phases[0].x[0], f.phases[0].x[1]};
+        p.y = {f.phases[1].x[0], f.phases[1].x[1]};
+        p.observed = {{Observable::x, p.x[0], kUnknown, 0}, {Observable::x2, p.y[0], kUnknown, 0}};
+        set.points.push_back(p);
+    }
+    ASSERT_EQ(set.points.size(), 3u);
+    for (double start : {0.06, -0.05}) {  // from -0.05 on: one liquid
+        Problem problem;
+        problem.add(binary("SRK+vdW1", "methanol", "hexane"), {set});
+        Parameter& p = problem.adjust_pair("kij");
+        p.start = start;
+        *p.addresses[0] = start;
+        const Result r = solve(problem);
+        EXPECT_NEAR(r.parameters[0].value, kij, 1e-7) << start;
+        EXPECT_EQ(r.sets[0].without_solution, 0);
+    }
+}
+
+TEST(FitMixture, SeesExchangedColumns) {
+    const Mixture source = binary("PR+vdW1", "methane", "propane");
+    const DataSet good = boundary(source, PointKind::bubble, 250.0, 8);
+    DataSet exchanged = good, reversed = good;
+    for (Point& p : exchanged.points) {
+        std::swap(p.x, p.y);
+        p.observed[1].value = p.y[0];
+    }
+    for (Point& p : reversed.points) {
+        std::swap(p.x[0], p.x[1]);
+        std::swap(p.y[0], p.y[1]);
+        p.observed[1].value = p.y[0];
+    }
+    const auto fitted = [](DataSet const& set) {
+        Problem problem;
+        problem.add(binary("PR+vdW1", "methane", "propane"), {set});
+        problem.adjust_pair("kij");
+        return solve(problem);
+    };
+    EXPECT_TRUE(fitted(good).warnings.empty());
+    EXPECT_TRUE(warned(fitted(exchanged), "x and y look exchanged"));
+    EXPECT_TRUE(warned(fitted(reversed), "look like those of propane"));
+}
