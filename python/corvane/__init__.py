@@ -13,6 +13,7 @@ from ._native import EquilibriumError, Jet, OpenError, __version__
 from .catalogue import data_home, equations, mixture_models, search
 from .equation import Equation, check_equation
 from .diagram import Isoline, PropertyDiagram
+from .fitting import FitResult, fit
 from .fluid import Fluid, Saturation, State
 from .mixture import (
     CriticalLine,
@@ -39,6 +40,7 @@ __all__ = [
     "Equation",
     "EquilibriumError",
     "ExcessProperties",
+    "FitResult",
     "FlashResult",
     "Fluid",
     "HenryConstants",
@@ -62,6 +64,7 @@ __all__ = [
     "check_equation",
     "data_home",
     "equations",
+    "fit",
     "mixture_models",
     "search",
 ]

@@ -81,4 +81,7 @@ NB_MODULE(_native, m) {
     py::add_mixture(m);
     py::add_equation(m);
     py::add_outputs(m);
+#ifdef CORVANE_FIT
+    py::add_fit(m);
+#endif
 }

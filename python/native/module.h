@@ -76,5 +76,6 @@ void add_mixture(nb::module_& m);
 void add_catalogue(nb::module_& m);
 void add_equation(nb::module_& m);
 void add_outputs(nb::module_& m);
+void add_fit(nb::module_& m);
 
 }  // namespace py

@@ -1,0 +1,137 @@
+"""Parameters of equations of state and mixtures from measured data."""
+
+from __future__ import annotations
+
+import os
+from dataclasses import dataclass
+from typing import Any, Mapping, Sequence
+
+from . import _native
+from ._numpy import np
+from .catalogue import directory
+
+
+@dataclass(frozen=True)
+class FitResult:
+    """What :func:`corvane.fit` found.
+
+    ``parameters``, ``errors`` (standard errors) and ``start`` by name; ``correlation`` (matrix, in the order of
+    ``parameters``); ``sets``: for every table and quantity ``points``, ``excluded``, ``without_solution`` and the
+    ``mean``, ``bias`` and ``largest`` deviation ``before`` and ``after`` (relative, of mole fractions the difference),
+    with ``folds`` the mean deviation ``predicted``; ``points``: deviation, leverage, outlier … of every measured value;
+    ``spread`` of the weighted deviations; ``condition`` of the Jacobian; ``iterations``; ``converged``; ``warnings``:
+    sentences on data that look wrong and parameters that the data do not determine; ``file``: the parameter file, if
+    one was written.
+    """
+
+    parameters: dict[str, float]
+    errors: dict[str, float]
+    start: dict[str, float]
+    correlation: np.ndarray
+    sets: list[dict[str, Any]]
+    points: list[dict[str, Any]]
+    spread: float
+    condition: float
+    iterations: int
+    converged: bool
+    warnings: list[str]
+    file: str
+
+    def __repr__(self) -> str:
+        lines = ["FitResult" + ("" if self.converged else ", not converged")]
+        lines += [f"  {name:<10}{value:.7g} ± {self.errors[name]:.2g}" for name, value in self.parameters.items()]
+        for s in self.sets:
+            lines.append(
+                f"  {s['data']} {s['quantity']}: {s['points']} points, mean deviation {s['after']['mean']:.3g} "
+                f"(before {s['before']['mean']:.3g})"
+            )
+        return "\n".join(lines + [f"  warning: {w}" for w in self.warnings])
+
+
+def _text(value: Any) -> str:
+    if value is None or (isinstance(value, float) and value != value):
+        return ""
+    return repr(float(value)) if isinstance(value, (int, float, np.number)) else str(value)
+
+
+def _table(data: Any, number: int) -> tuple[str, list[str], list[list[str]]]:
+    """A path, or the columns of a mapping or data frame, as the extension module takes them."""
+    if isinstance(data, (str, os.PathLike)):
+        return os.fspath(data), [], []
+    names = [str(name) for name in data]
+    if not names:
+        raise ValueError("a table without columns")
+    columns = np.broadcast_arrays(*[np.atleast_1d(np.asarray(data[name])) for name in data])
+    rows = [[_text(value) for value in row] for row in zip(*[c.tolist() for c in columns])]
+    return f"table {number}", names, rows
+
+
+def fit(
+    model: str,
+    substances: str | Sequence[str],
+    data: Any,
+    adjust: str | Sequence[str],
+    *,
+    start: Mapping[str, float] | None = None,
+    bounds: Mapping[str, tuple[float, float]] | None = None,
+    prior: Mapping[str, tuple[float, float]] | None = None,
+    loss: str = "squares",
+    loss_width: float = 3.0,
+    relative: float = 0.01,
+    fraction: float = 0.01,
+    starts: int = 1,
+    folds: int = 0,
+    iterations: int = 100,
+    out: str | os.PathLike[str] | None = None,
+    new_set: int = 0,
+    comment: str = "",
+    overwrite: bool = False,
+    set: int = 0,
+    home: str | os.PathLike[str] | None = None,
+) -> FitResult:
+    """Adjusts parameters to measured data.
+
+    ``data`` is a CSV file, a mapping of columns or a data frame, or a list of these. Columns are called by quantity
+    and unit, as ``"T/K"``, ``"p/Pa"``, ``"rhoL/(kg/m3)"``, ``"x_methane"``, ``"u_p/%"`` (docs/fit.md has all).
+    ``adjust`` names parameters as their files do: ``"m"``, ``"Ts"``, ``"kij"``. ``start``, ``bounds`` (lower, upper) and
+    ``prior`` (value, standard deviation) are by name; ``relative`` and ``fraction`` are the deviations that count as 1 where
+    a point has no uncertainty; ``loss`` is ``"squares"``, ``"huber"`` or ``"cauchy"``. With ``out`` a parameter file is
+    written into that data home, as set ``new_set`` (0: the next that is free).
+
+    >>> import corvane as cv
+    >>> T = [200.0, 240.0, 280.0, 320.0, 360.0]
+    >>> q = cv.Fluid("propane").saturation(T=T)
+    >>> r = cv.fit("PCSAFT", "propane", {"T/K": T, "p/Pa": q.p, "rhoL/(mol/m3)": q.liquid.rho}, ["m", "Ts", "vs"])
+    >>> r.converged
+    True
+    """
+    if not hasattr(_native, "fit"):
+        raise NotImplementedError("this package was built without Eigen, and without fits")
+    names = [substances] if isinstance(substances, str) else list(substances)
+    wanted = [adjust] if isinstance(adjust, str) else list(adjust)
+    given = data if isinstance(data, (list, tuple)) else [data]
+    found = _native.fit(
+        model=model,
+        substances=names,
+        tables=[_table(one, k + 1) for k, one in enumerate(given)],
+        adjust=wanted,
+        start={name: float(value) for name, value in (start or {}).items()},
+        bounds={name: (float(a), float(b)) for name, (a, b) in (bounds or {}).items()},
+        prior={name: (float(a), float(b)) for name, (a, b) in (prior or {}).items()},
+        loss=loss,
+        loss_width=loss_width,
+        relative=relative,
+        fraction=fraction,
+        starts=starts,
+        folds=folds,
+        iterations=iterations,
+        out="" if out is None else os.path.abspath(out),
+        new_set=new_set,
+        comment=comment,
+        overwrite=overwrite,
+        set=set,
+        home=directory(home),
+    )
+    n = len(found["parameters"])
+    found["correlation"] = np.reshape(found["correlation"], (n, n))
+    return FitResult(**found)

@@ -1,0 +1,205 @@
+// Fits: tables and files in, parameters and what they say of themselves out.
+#include "module.h"
+
+#include <corvane/fit/fit.h>
+#include <corvane/text/failure.h>
+
+#include <nanobind/stl/map.h>
+#include <nanobind/stl/optional.h>
+#include <nanobind/stl/pair.h>
+#include <nanobind/stl/string.h>
+#include <nanobind/stl/tuple.h>
+#include <nanobind/stl/vector.h>
+
+#include <tuple>
+
+namespace py {
+namespace {
+namespace fit = corvane::fit;
+
+/// A file by its path, or a table: its name, columns and rows as texts.
+using Table =
+    std::tuple<std::string, std::vector<std::string>, std::vector<std::vector<std::string>>>;
+using Numbers = std::map<std::string, std::pair<double, double>>;
+
+struct FitSettings {
+    std::map<std::string, double> start;
+    Numbers bounds, prior;
+    std::string loss;
+    double loss_width, relative, fraction;
+    int starts, folds, iterations;
+    std::string out, comment;
+    int set, new_set;
+    bool overwrite;
+};
+
+fit::DataSet data_of(Table const& table, corvane::DataHome const& home,
+                     std::vector<std::string> const& names, double M) {
+    auto const& [name, header, rows] = table;
+    if (header.empty()) return fit::read_data(name, home, names, M);
+    corvane::text::CsvFile csv{{}, header, rows, {}};
+    for (std::size_t k = 0; k < rows.size(); ++k) csv.lines.push_back(static_cast<int>(k) + 1);
+    return fit::read_data(name, csv, home, names, M);
+}
+
+fit::Problem problem_of(std::string const& model, std::vector<std::string> const& substances,
+                        std::vector<Table> const& tables, std::vector<std::string> const& adjust,
+                        FitSettings const& how, corvane::DataHome const& home) {
+    fit::Problem problem;
+    std::vector<fit::DataSet> data;
+    const auto read = [&](std::vector<std::string> const& names, double M) {
+        for (Table const& table : tables) data.push_back(data_of(table, home, names, M));
+    };
+    const bool pure = substances.size() == 1;
+    if (pure) {
+        corvane::Fluid fluid = corvane::open(model, substances[0], {how.set, home});
+        read({fluid.substance}, fluid.model->M());
+        problem.add(std::move(fluid), std::move(data));
+    } else {
+        corvane::MixtureOptions options;
+        options.home = home;
+        if (how.set > 0) options.pair_set = how.set;
+        corvane::Mixture mixture = corvane::open_mixture(model, substances, options);
+        read(mixture.components, 0.0);
+        problem.add(std::move(mixture), std::move(data));
+    }
+    for (std::string const& name : adjust) {
+        fit::Parameter& p = pure ? problem.adjust(name) : problem.adjust_pair(name);
+        if (const auto given = how.start.find(name); given != how.start.end()) {
+            p.start = given->second;
+            if (p.positive && p.start > 0.0) {
+                p.lower = 0.1 * p.start;
+                p.upper = 10.0 * p.start;
+            }
+            for (double* address : p.addresses) *address = p.start;
+        }
+        if (const auto given = how.bounds.find(name); given != how.bounds.end())
+            std::tie(p.lower, p.upper) = given->second;
+        if (const auto given = how.prior.find(name); given != how.prior.end())
+            std::tie(p.prior, p.prior_width) = given->second;
+    }
+    return problem;
+}
+
+nb::dict spread_of(fit::Spread const& s) {
+    nb::dict d;
+    d["mean"] = s.mean_absolute;
+    d["bias"] = s.bias;
+    d["largest"] = s.largest;
+    return d;
+}
+
+nb::dict answer(fit::Problem const& problem, fit::Result const& r, std::string const& file) {
+    nb::dict d, start, value, error;
+    for (fit::FittedParameter const& p : r.parameters) {
+        nb::str name(p.name.c_str());
+        start[name] = p.start;
+        value[name] = p.value;
+        error[name] = p.error;
+    }
+    d["start"] = start;
+    d["parameters"] = value;
+    d["errors"] = error;
+    d["correlation"] = r.correlation;
+    nb::list sets;
+    for (fit::SetReport const& s : r.sets) {
+        nb::dict one;
+        one["data"] = problem.systems[0]->data[static_cast<std::size_t>(s.set)].name;
+        one["quantity"] = fit::name_of(s.what);
+        one["points"] = s.points;
+        one["excluded"] = s.excluded;
+        one["without_solution"] = s.without_solution;
+        one["before"] = spread_of(s.before);
+        one["after"] = spread_of(s.after);
+        one["predicted"] = s.predicted;
+        sets.append(one);
+    }
+    d["sets"] = sets;
+    nb::list points;
+    for (fit::PointReport const& p : r.points) {
+        fit::DataSet const& set = problem.systems[0]->data[static_cast<std::size_t>(p.set)];
+        nb::dict one;
+        one["data"] = set.name;
+        one["row"] = set.points[static_cast<std::size_t>(p.point)].line;
+        one["quantity"] = fit::name_of(p.what);
+        one["T"] = set.points[static_cast<std::size_t>(p.point)].T;
+        one["deviation"] = p.deviation;
+        one["leverage"] = p.leverage;
+        one["used"] = p.used;
+        one["solved"] = p.solved;
+        one["outlier"] = p.outlier;
+        points.append(one);
+    }
+    d["points"] = points;
+    d["spread"] = r.spread;
+    d["condition"] = r.condition;
+    d["iterations"] = r.iterations;
+    d["converged"] = r.converged;
+    d["warnings"] = r.warnings;
+    d["file"] = file;
+    return d;
+}
+
+fit::Loss loss_of(std::string const& name) {
+    if (name == "squares") return fit::Loss::squares;
+    if (name == "huber") return fit::Loss::huber;
+    if (name == "cauchy") return fit::Loss::cauchy;
+    throw corvane::text::Failure("loss is squares, huber or cauchy, not " + name);
+}
+
+nb::dict run(std::string const& model, std::vector<std::string> const& substances,
+             std::vector<Table> const& tables, std::vector<std::string> const& adjust,
+             FitSettings const& how, std::optional<std::string> const& given) {
+    std::optional<fit::Problem> problem;
+    fit::Result result;
+    std::string file;
+    {
+        nb::gil_scoped_release release;
+        try {
+            const corvane::DataHome home = home_of(given);
+            problem = problem_of(model, substances, tables, adjust, how, home);
+            fit::Options options;
+            options.loss = loss_of(how.loss);
+            options.loss_width = how.loss_width;
+            options.relative = how.relative;
+            options.fraction = how.fraction;
+            options.starts = how.starts;
+            options.folds = how.folds;
+            options.iterations = how.iterations;
+            result = fit::solve(*problem, options);
+            if (!how.out.empty())
+                file = fit::write_parameters(*problem, result, 0,
+                                             {how.out, how.new_set, how.comment, how.overwrite})
+                           .string();
+        } catch (corvane::text::Failure const& e) {
+            throw nb::value_error(e.what());
+        }
+    }
+    return answer(*problem, result, file);
+}
+}  // namespace
+
+void add_fit(nb::module_& m) {
+    m.def(
+        "fit",
+        [](std::string const& model, std::vector<std::string> const& substances,
+           std::vector<Table> const& tables, std::vector<std::string> const& adjust,
+           std::map<std::string, double> const& start, Numbers const& bounds, Numbers const& prior,
+           std::string const& loss, double loss_width, double relative, double fraction, int starts,
+           int folds, int iterations, std::string const& out, int new_set,
+           std::string const& comment, bool overwrite, int set,
+           std::optional<std::string> const& home) {
+            return run(model, substances, tables, adjust,
+                       {start, bounds, prior, loss, loss_width, relative, fraction, starts, folds,
+                        iterations, out, comment, set, new_set, overwrite},
+                       home);
+        },
+        nb::arg("model"), nb::arg("substances"), nb::arg("tables"), nb::arg("adjust"),
+        nb::arg("start"), nb::arg("bounds"), nb::arg("prior"), nb::arg("loss"),
+        nb::arg("loss_width"), nb::arg("relative"), nb::arg("fraction"), nb::arg("starts"),
+        nb::arg("folds"), nb::arg("iterations"), nb::arg("out"), nb::arg("new_set"),
+        nb::arg("comment"), nb::arg("overwrite"), nb::arg("set"), nb::arg("home").none(),
+        "corvane.fit is for people.");
+}
+
+}  // namespace py
