@@ -410,3 +410,30 @@ TEST(Cli, ActivityVirialAndIdealCurvesAnswerAndRefuse) {
     EXPECT_EQ(file.code, 1);
     expect_parts(file.out, "T;p/bar;x_propane;|gamma_propane|300;10;0,4;|;ok|failed: T: nothing is given");
 }
+
+TEST(Cli, FitsRefuseWhatMakesNoSenseAndListsGiveTables) {
+    const std::string file = " --data " CORVANE_SOURCE "/examples/fit/hexane.csv",
+                      good = "fit PR hexane --adjust omega" + file;
+    expect_all({{good + " --json", 0, "\"parameter\": \"omega\"|\"sets\"", ""},
+                {good + " --points --folds 3", 0, "leverage|predicted in cross-validation", ""},
+                {"fit PR hexane --adjust omega", 2, "", "give measured data"},
+                {"fit PR" + file, 2, "", "an equation and a substance"},
+                {"fit PR hexane" + file, 2, "", "of Ts, vs, omega"},
+                {"fit PR hexane --adjust kappa" + file, 1, "", "there are Ts, vs, omega"},
+                {good + " --start m=1", 2, "", "'m' is not adjusted"},
+                {good + " --bounds omega=1", 2, "", "NAME=LOWER:UPPER"},
+                {good + " --prior omega=0.3:0", 2, "", "above zero"},
+                {good + " --quantities w", 2, "", "none of 'w'"},
+                {good + " --weight a.csv=2", 2, "", "none of the files"},
+                {good + " --new-set 9", 2, "", "go with --out"},
+                {good + " --batch list.csv", 2, "", "takes models"},
+                {"fit PR hexane --adjust omega --data /nowhere.csv", 1, "", "no such file"}});
+    const Scratch scratch;
+    scratch.write("list.csv",
+                  "model,first,data,adjust\nPR,hexane," CORVANE_SOURCE
+                  "/examples/fit/hexane.csv,omega\nPR,nosuch," CORVANE_SOURCE
+                  "/examples/fit/hexane.csv,omega\n");
+    const Outcome run = run_corvane("fit --batch list.csv --threads 2 --home " + scratch.home().string());
+    EXPECT_EQ(run.code, 1) << run.err;
+    expect_parts(run.out, "PR hexane|omega=0.|failed: |2 fits, 1 failed");
+}

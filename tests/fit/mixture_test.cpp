@@ -129,3 +129,38 @@ TEST(FitMixture, SeesExchangedColumns) {
     EXPECT_TRUE(warned(fitted(exchanged), "x and y look exchanged"));
     EXPECT_TRUE(warned(fitted(reversed), "look like those of propane"));
 }
+
+TEST(FitMixture, PairsShareAParameterAndBatchesAreSingleFits) {
+    constexpr double kij = 0.025;
+    const auto pair = [](char const* heavy) {
+        Mixture source = binary("PR+vdW1", "methane", heavy);
+        *source.model->ppar(0, 0, 1) = kij;
+        return boundary(source, PointKind::bubble, 240.0, 5);
+    };
+    Problem both;
+    both.add(binary("PR+vdW1", "methane", "propane"), {pair("propane")});
+    both.add(binary("PR+vdW1", "methane", "butane"), {pair("butane")});
+    Parameter& shared = both.adjust_pair("kij", 0, 1, 0);
+    both.share(shared, "kij", 1, 0, 1);
+    const Result r = solve(both);
+    EXPECT_NEAR(r.parameters[0].value, kij, 1e-8);
+    EXPECT_EQ(*both.systems[1]->mixture->model->ppar(0, 0, 1), r.parameters[0].value);
+
+    const auto job = [&](char const* heavy, char const* parameter) {
+        return Job{[&pair, heavy, parameter] {
+            Problem one;
+            one.add(binary("PR+vdW1", "methane", heavy), {pair(heavy)});
+            one.adjust_pair(parameter);
+            return one;
+        }};
+    };
+    const auto outcomes =
+        solve_all({job("propane", "kij"), job("propane", "nosuch"), job("butane", "kij")}, 2);
+    ASSERT_EQ(outcomes.size(), 3u);
+    EXPECT_NE(outcomes[1].failure.find("no adjustable parameter nosuch; there are kij, lij"),
+              std::string::npos);
+    for (int k : {0, 2}) {
+        ASSERT_TRUE(outcomes[k].done) << outcomes[k].failure;
+        EXPECT_NEAR(outcomes[k].result.parameters[0].value, kij, 1e-8);
+    }
+}
