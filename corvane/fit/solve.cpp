@@ -249,7 +249,7 @@ void Solver::report(Minimum const& m, std::vector<Answer> const& before, Result&
         if (p.used) {
             p.leverage = leverage_[row];
             const double rest = std::sqrt(std::fmax(1e-6, 1.0 - p.leverage));
-            p.outlier = std::fabs(p.weighted) > 5.0 * robust_spread_ * rest &&
+            p.outlier = p.solved && std::fabs(p.weighted) > 5.0 * robust_spread_ * rest &&
                         std::fabs(p.deviation) > 1e-3;
             ++row;
         }

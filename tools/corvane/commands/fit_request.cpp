@@ -45,7 +45,7 @@ void FitRequest::add_to(Command& command) {
                {.type = "N"})
         .value("--sets", sets, "parameter sets of the two components: 1,2", {.type = "N,N"})
         .value("--loss", loss, "squares, huber or cauchy: robust against outliers",
-               {.one_of = {"squares", "huber", "cauchy"}})
+               {.one_of = {"squares", "huber", "cauchy"}, .type = "LOSS"})
         .value("--loss-width", loss_width,
                "deviation, in their spread, from which points count less (default 3)",
                {.type = "X"})
