@@ -224,6 +224,31 @@ CORVANE_API CorvaneResult* Corvane_solid_fluid_isotherm(const CorvaneMixture* mi
                                                         CorvaneProgress* progress, void* context,
                                                         CorvaneError* error);
 
+/* ---- Ternaries, property diagrams ---- */
+
+/* Everything that three components do at p and T: a line for each region of two phases, its tie
+ * lines in order (CORVANE_END_PURE: at an edge, CORVANE_END_CRITICAL: at a plait point); then the
+ * plait points, the corners of the triangles of three phases, and wholes of which nothing certain
+ * is known. step: longest step in the compositions of both phases (0: 0.05); mesh: parts of an edge
+ * in the search (0: 10). */
+CORVANE_API CorvaneResult* Corvane_ternary(const CorvaneMixture* mixture, double p, double T,
+                                           double step, int mesh, CorvaneProgress* progress,
+                                           void* context, CorvaneError* error);
+/* Bubble points, dew points, and an isoline for each of `count` values of the quantities `what`
+ * (CORVANE_GIVEN_T, _P, _RHO, _S, _Q), grouped in the order T, p, q, s, rho, with about `points`
+ * states each (0: 120): stable states with T, p, rho, h, s, u and q of the whole, without phases.
+ * Complete: no state of the isolines is missing. */
+CORVANE_API CorvaneResult* Corvane_pure_property_diagram(const CorvaneFluid* fluid, const int* what,
+                                                         const double* values, int count,
+                                                         int points, CorvaneProgress* progress,
+                                                         void* context, CorvaneError* error);
+/* The same of a mixture of composition z; CORVANE_GIVEN_Q is not offered for mixtures. */
+CORVANE_API CorvaneResult* Corvane_property_diagram(const CorvaneMixture* mixture, const double* z,
+                                                    int n, const int* what, const double* values,
+                                                    int count, int points,
+                                                    CorvaneProgress* progress, void* context,
+                                                    CorvaneError* error);
+
 /* ---- Results: lines of points of phases, all counted from 0 ---- */
 
 CORVANE_API int Corvane_Result_lines(const CorvaneResult* result);
@@ -249,7 +274,14 @@ enum CorvaneLineKind {
     CORVANE_LINE_THREE_PHASE,
     CORVANE_LINE_OPEN, /* splits that were found but not traced */
     CORVANE_LINE_SOLID_0, /* component 0 is solid */
-    CORVANE_LINE_SOLID_1
+    CORVANE_LINE_SOLID_1,
+    CORVANE_LINE_LIQUID, /* of property diagrams: bubble points, dew points, isolines */
+    CORVANE_LINE_VAPOUR,
+    CORVANE_LINE_ISOTHERM,
+    CORVANE_LINE_ISOBAR,
+    CORVANE_LINE_ISOCHORE,
+    CORVANE_LINE_ISENTROPE,
+    CORVANE_LINE_EQUAL_Q
 };
 CORVANE_API int Corvane_Result_kind(const CorvaneResult* result, int line, CorvaneError* error);
 

@@ -32,7 +32,21 @@ namespace Corvane
         /// <summary>Component 0 is solid: the fluid, then the solids.</summary>
         Solid0,
         /// <summary>Component 1 is solid.</summary>
-        Solid1
+        Solid1,
+        /// <summary>Bubble points of a property diagram.</summary>
+        Liquid,
+        /// <summary>Dew points of a property diagram.</summary>
+        Vapour,
+        /// <summary>States of one temperature.</summary>
+        Isotherm,
+        /// <summary>States of one pressure.</summary>
+        Isobar,
+        /// <summary>States of one density.</summary>
+        Isochore,
+        /// <summary>States of one entropy.</summary>
+        Isentrope,
+        /// <summary>States of one amount of vapour.</summary>
+        EqualQ
     }
 
     /// <summary>Why a curve begins or ends where it does.</summary>
@@ -148,6 +162,61 @@ namespace Corvane
         public IReadOnlyList<EquilibriumPoint> Cricondentherm => PointsOf(CurveKind.Cricondentherm);
         /// <summary>Local maxima of p.</summary>
         public IReadOnlyList<EquilibriumPoint> Cricondenbar => PointsOf(CurveKind.Cricondenbar);
+    }
+
+    /// <summary>Everything that three components do at T and p.</summary>
+    public sealed class TernaryDiagram : CurveSet
+    {
+        internal TernaryDiagram(IReadOnlyList<Curve> curves, bool complete) : base(curves, complete) { }
+
+        /// <summary>Regions of two phases: their tie lines in order. They begin and end at an edge
+        /// (<see cref="CurveEnd.Pure"/>), at a plait point (<see cref="CurveEnd.Critical"/>) or at a
+        /// triangle.</summary>
+        public IReadOnlyList<Curve> Regions =>
+            Curves.Where(c => c.Kind == CurveKind.VapourLiquid || c.Kind == CurveKind.LiquidLiquid ||
+                              c.Kind == CurveKind.FluidFluid).ToArray();
+        /// <summary>Plait points.</summary>
+        public IReadOnlyList<EquilibriumPoint> Plait => PointsOf(CurveKind.Critical);
+        /// <summary>Triangles: three phases each.</summary>
+        public IReadOnlyList<EquilibriumPoint> ThreePhase => PointsOf(CurveKind.ThreePhase);
+        /// <summary>Wholes of which nothing certain is known, as phases without a density.</summary>
+        public IReadOnlyList<EquilibriumPoint> Open => PointsOf(CurveKind.Open);
+    }
+
+    /// <summary>Stable states along a line of a property diagram.</summary>
+    public sealed class Isoline
+    {
+        internal Isoline(CurveKind kind, PointValues[] values)
+        {
+            Kind = kind;
+            States = values.Select(v => new State(v)).ToArray();
+        }
+
+        /// <summary>What is the same along it.</summary>
+        public CurveKind Kind { get; }
+        /// <summary>Its states: T, p, rho, h, s, u and q of the whole, without phases.</summary>
+        public IReadOnlyList<State> States { get; }
+    }
+
+    /// <summary>A property diagram: saturation and isolines.</summary>
+    public sealed class PropertyDiagram
+    {
+        internal PropertyDiagram(IReadOnlyList<Isoline> lines, bool complete)
+        {
+            Liquid = lines[0];
+            Vapour = lines[1];
+            Isolines = lines.Skip(2).ToArray();
+            IsComplete = complete;
+        }
+
+        /// <summary>Bubble points.</summary>
+        public Isoline Liquid { get; }
+        /// <summary>Dew points.</summary>
+        public Isoline Vapour { get; }
+        /// <summary>Isolines: isotherms, isobars, lines of equal q, isentropes, isochores.</summary>
+        public IReadOnlyList<Isoline> Isolines { get; }
+        /// <summary>False if states of the isolines are missing.</summary>
+        public bool IsComplete { get; }
     }
 
     /// <summary>A complete p-x-y or T-x-y diagram of a binary.</summary>

@@ -1,9 +1,11 @@
 // A pure substance opened by name.
+using System;
 using System.Collections.Generic;
 using System.Linq;
 using Corvane.Interop;
 using static Corvane.Interop.CorvaneError;
 using static Corvane.Interop.NativeMethods;
+using static Corvane.Interop.Tracing;
 
 namespace Corvane
 {
@@ -167,6 +169,22 @@ namespace Corvane
         public SaturationPoint SaturationAtP(double p) =>
             Result.Of(Corvane_pure_saturation_p(handle, p, out CorvaneError e), ref e)
                 .Single(v => new SaturationPoint(v)).First();
+
+        /// <summary>Property diagram: saturation and isolines of stable states.</summary>
+        /// <param name="what">for each isoline what it keeps: T, P, Rho, S or Q</param>
+        /// <param name="values">for each isoline its value: K, MPa, mol/cm³, J/(mol K) or a fraction
+        /// </param>
+        /// <param name="points">states of a line, about; 0: 120</param>
+        /// <param name="progress">called after every point; false ends the trace</param>
+        /// <returns>bubble points, dew points, isolines</returns>
+        /// <exception cref="ThermodynamicException">code OutOfRange; BadArgument: another quantity
+        /// </exception>
+        public PropertyDiagram PropertyDiagram(Quantity[] what, double[] values, int points = 0,
+                                               Func<int, bool> progress = null) =>
+            Traced(progress, (ProgressCallback f, out CorvaneError e) => Corvane_pure_property_diagram(
+                handle, Tracing.Codes(what, values), values, values.Length, points, f, IntPtr.Zero,
+                out e))
+                .PropertyDiagram();
 
         /// <inheritdoc/>
         public override void Dispose()

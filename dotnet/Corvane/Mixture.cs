@@ -2,11 +2,11 @@
 using System;
 using System.Collections.Generic;
 using System.Linq;
-using System.Runtime.ExceptionServices;
 using System.Runtime.InteropServices;
 using Corvane.Interop;
 using static Corvane.Interop.CorvaneError;
 using static Corvane.Interop.NativeMethods;
+using static Corvane.Interop.Tracing;
 
 namespace Corvane
 {
@@ -290,6 +290,39 @@ namespace Corvane
                 handle, p, TMin, f, IntPtr.Zero, out e))
                 .Curves((curves, complete) => new Diagram(curves, complete));
 
+        /// <summary>Everything that three components do at a pressure and a temperature.</summary>
+        /// <param name="p">MPa</param>
+        /// <param name="T">K</param>
+        /// <param name="step">longest step in the compositions of both phases, a mole fraction; 0: 0.05
+        /// </param>
+        /// <param name="mesh">parts of an edge in the search, 2 to 100; 0: 10</param>
+        /// <param name="progress">called after every point; false ends the trace</param>
+        /// <returns>regions, plait points, triangles</returns>
+        /// <exception cref="ThermodynamicException">codes NoOption: not three components, OutOfRange
+        /// </exception>
+        public TernaryDiagram Ternary(double p, double T, double step = 0, int mesh = 0,
+                                      Func<int, bool> progress = null) =>
+            Traced(progress, (ProgressCallback f, out CorvaneError e) => Corvane_ternary(
+                handle, p, T, step, mesh, f, IntPtr.Zero, out e))
+                .Curves((curves, complete) => new TernaryDiagram(curves, complete));
+
+        /// <summary>Property diagram of a composition: phase envelope and isolines of stable states.
+        /// </summary>
+        /// <param name="z">mole fractions</param>
+        /// <param name="what">for each isoline what it keeps: T, P, Rho or S</param>
+        /// <param name="values">for each isoline its value: K, MPa, mol/cm³ or J/(mol K)</param>
+        /// <param name="points">states of a line, about; 0: 120</param>
+        /// <param name="progress">called after every point; false ends the trace</param>
+        /// <returns>bubble points, dew points, isolines</returns>
+        /// <exception cref="ThermodynamicException">code OutOfRange; BadArgument: length of z, another
+        /// quantity</exception>
+        public PropertyDiagram PropertyDiagram(double[] z, Quantity[] what, double[] values,
+                                               int points = 0, Func<int, bool> progress = null) =>
+            Traced(progress, (ProgressCallback f, out CorvaneError e) => Corvane_property_diagram(
+                handle, z, Length(z), Tracing.Codes(what, values), values, values.Length, points, f,
+                IntPtr.Zero, out e))
+                .PropertyDiagram();
+
         /// <summary>Critical lines of a binary. At a critical end point the coexisting phase is the
         /// second one of the last (or first) point.</summary>
         /// <param name="pMax">MPa; 0: 1000</param>
@@ -367,36 +400,6 @@ namespace Corvane
         {
             Model.Dispose();
             base.Dispose();
-        }
-
-        private delegate ResultHandle Trace(ProgressCallback progress, out CorvaneError error);
-
-        /// <summary>Runs a trace. What the caller's function throws ends it, and is thrown here, where
-        /// no native frame lies between.</summary>
-        private static Result Traced(Func<int, bool> progress, Trace trace)
-        {
-            if (progress == null) return Result.Of(trace(null, out CorvaneError none), ref none);
-            ExceptionDispatchInfo thrown = null;
-            ProgressCallback callback = (points, context) =>
-            {
-                try
-                {
-                    return progress(points) ? 1 : 0;
-                }
-                catch (Exception e)
-                {
-                    thrown = ExceptionDispatchInfo.Capture(e);
-                    return 0;
-                }
-            };
-            ResultHandle handle = trace(callback, out CorvaneError error);
-            GC.KeepAlive(callback);
-            if (thrown != null)
-            {
-                handle.Dispose();
-                thrown.Throw();
-            }
-            return Result.Of(handle, ref error);
         }
 
         private static CurveSet Lines(Func<int, bool> progress, Trace trace) =>

@@ -212,6 +212,46 @@ TEST(Certified, CurvesAsInCpp) {
     EXPECT_EQ(Corvane_Result_complete(part.get()), 0);
 }
 
+TEST(Certified, TernariesAndPropertyDiagramsAsInCpp) {
+    const std::vector<char const*> names = {"methane", "ethane", "carbon_dioxide"};
+    const Mixture m = open_mixture("PR+vdW1", names);
+    const corvane::Mixture cpp = corvane::open_mixture("PR+vdW1", {"methane", "ethane", "carbon_dioxide"});
+    const Result ternary(Corvane_ternary(m.get(), 5, 250, 0.1, 6, nullptr, nullptr, &e));
+    corvane::TernaryOptions options;
+    options.step = 0.1, options.mesh = 6;
+    const auto t = corvane::ternary_diagram(*cpp.model, 250, 5, options);
+    ASSERT_FALSE(t.regions.empty());
+    for (std::size_t i = 0; i < t.regions.size(); ++i)
+        expect_column(ternary, static_cast<int>(i), 1, CORVANE_X + 2, t.regions[i].tie_lines,
+                      [](auto& q) { return q.phases[1].x[2]; });
+    EXPECT_EQ(value(ternary, 0, 0, CORVANE_WHOLE, CORVANE_X_ERROR), t.regions[0].tie_lines[0].x_error);
+    EXPECT_EQ(Corvane_Result_begin(ternary.get(), 0, &e), CORVANE_END_PURE);
+    EXPECT_EQ(Corvane_Result_complete(ternary.get()), int(t.complete()));
+
+    const Fluid fluid(Corvane_open("PR", "CO2", 0, nullptr, &e));
+    const corvane::Fluid pure = corvane::open("PR", "CO2");
+    const int what[] = {CORVANE_GIVEN_P, CORVANE_GIVEN_Q, CORVANE_GIVEN_T};
+    const double values[] = {3.0, 0.5, 280.0};
+    corvane::PropertyDiagramOptions lines;
+    lines.T = {280.0}, lines.p = {3.0}, lines.points = 20;
+    const double three[] = {0.5, 0.3, 0.2};
+    const Result mixed(
+        Corvane_property_diagram(m.get(), three, 3, what, values, 1, 20, nullptr, nullptr, &e));
+    EXPECT_EQ(Corvane_Result_kind(mixed.get(), 2, &e), CORVANE_LINE_ISOBAR);
+    EXPECT_EQ(value(mixed, 2, 0, CORVANE_WHOLE, CORVANE_P), 3.0);
+    lines.q = {0.5};
+    const Result r(Corvane_pure_property_diagram(fluid.get(), what, values, 3, 20, nullptr, nullptr, &e));
+    const auto d = corvane::property_diagram(*pure.model, lines);
+    ASSERT_EQ(Corvane_Result_lines(r.get()), static_cast<int>(2 + d.lines.size()));
+    expect_column(r, 0, CORVANE_WHOLE, CORVANE_H, d.liquid, [](auto& q) { return q.h; });
+    const int kinds[] = {CORVANE_LINE_ISOTHERM, CORVANE_LINE_ISOBAR, CORVANE_LINE_EQUAL_Q};
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(Corvane_Result_kind(r.get(), 2 + i, &e), kinds[i]);
+        expect_column(r, 2 + i, CORVANE_WHOLE, CORVANE_S, d.lines[static_cast<std::size_t>(i)].points,
+                      [](auto& q) { return q.s; });
+    }
+}
+
 // From four threads at once, the data of the solids being read by whoever comes first.
 TEST(Certified, SolidsAsInCppFromFourThreads) {
     const Mixture m = open_mixture("PR+vdW1", {"benzene", "naphthalene"});
@@ -291,6 +331,12 @@ TEST(Certified, FailuresSayWhatWasAsked) {
          [&] { Corvane_diagram_pxy(three.get(), 250, 0, nullptr, nullptr, &e); }},
         {CORVANE_THERMODYNAMIC, th_no_option, "eutectic, ",
          [&] { Corvane_eutectic(three.get(), 0.1, &e); }},
+        {CORVANE_THERMODYNAMIC, th_no_option, "ternary, ",
+         [&] { Corvane_ternary(m, 1, 250, 0, 0, nullptr, nullptr, &e); }},
+        {CORVANE_BAD_ARGUMENT, 0, "no isolines of quantity 6",  // equal q of a mixture
+         [&, what = int(CORVANE_GIVEN_Q)] {
+             Corvane_property_diagram(m, z, 2, &what, z, 1, 0, nullptr, nullptr, &e);
+         }},
         {CORVANE_BAD_ARGUMENT, 0, "no line 1", [&] { Corvane_Result_points(r.get(), 1, &e); }},
         {CORVANE_BAD_ARGUMENT, 0, "no point -1",
          [&] { Corvane_Result_value(r.get(), 0, -1, 0, CORVANE_T, &e); }},

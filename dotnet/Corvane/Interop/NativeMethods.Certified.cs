@@ -160,6 +160,21 @@ namespace Corvane.Interop
             IntPtr context, out CorvaneError error);
 
         [DllImport(Library)]
+        internal static extern ResultHandle Corvane_ternary(
+            MixtureHandle mixture, double p, double T, double step, int mesh,
+            ProgressCallback progress, IntPtr context, out CorvaneError error);
+
+        [DllImport(Library)]
+        internal static extern ResultHandle Corvane_pure_property_diagram(
+            FluidHandle fluid, int[] what, double[] values, int count, int points,
+            ProgressCallback progress, IntPtr context, out CorvaneError error);
+
+        [DllImport(Library)]
+        internal static extern ResultHandle Corvane_property_diagram(
+            MixtureHandle mixture, double[] z, int n, int[] what, double[] values, int count,
+            int points, ProgressCallback progress, IntPtr context, out CorvaneError error);
+
+        [DllImport(Library)]
         internal static extern int Corvane_Result_lines(ResultHandle result);
 
         [DllImport(Library)]

@@ -60,6 +60,10 @@ namespace Corvane.Interop
         internal T Curves<T>(Func<IReadOnlyList<Curve>, bool, T> make) =>
             make(lines.Select(l => new Curve(l.Kind, l.Begin, l.End, l.Points)).ToArray(), complete);
 
+        /// <summary>The lines of a property diagram.</summary>
+        internal PropertyDiagram PropertyDiagram() =>
+            new PropertyDiagram(lines.Select(l => new Isoline(l.Kind, l.Points)).ToArray(), complete);
+
         private static PointValues[] Read(ResultHandle handle, int line, bool detailed)
         {
             int n = Check(Corvane_Result_points(handle, line, out CorvaneError e), ref e);

@@ -21,6 +21,7 @@ namespace Corvane.Tests
                 Fluids();
                 Mixtures();
                 Binaries();
+                Diagrams();
                 Errors();
             }
             finally
@@ -126,6 +127,32 @@ namespace Corvane.Tests
                 Equal("kind", line.Kind, CurveKind.Solid1);
                 Equal("end", line.End, CurveEnd.Eutectic);
                 Equal("T", Math.Round(line.T.Last(), 6), Math.Round(e.T, 6));
+            }
+        }
+
+        private static void Diagrams()
+        {
+            using (Mixture m = Mixture.Open("PR+vdW1", "methane", "ethane", "CO2"))
+            {
+                TernaryDiagram d = m.Ternary(5, 250, 0.1, 6);
+                True("regions", d.Regions.Count > 0 && d.Regions[0].Points.Count > 3);
+                EquilibriumPoint tie = d.Regions[0].Points[1];
+                // The middle of a tie line is a state of the two phases at its ends.
+                double[] z = tie.Phases[0].X.Zip(tie.Phases[1].X, (a, b) => (a + b) / 2).ToArray();
+                FlashResult f = m.FlashPT(5, 250, z);
+                Equal("phases", f.Phases.Count, 2);
+                True("x", Math.Abs(f.Phases[0].X[0] - tie.Phases[0].X[0]) < 1e-8);
+            }
+            using (Fluid co2 = Fluid.Open("PR", "CO2"))
+            {
+                PropertyDiagram d = co2.PropertyDiagram(new[] { Quantity.P }, new[] { 3.0 }, 20);
+                Equal("kind", d.Isolines.Single().Kind, CurveKind.Isobar);
+                True("complete", d.IsComplete);
+                State s = d.Isolines[0].States[5];
+                State again = co2.State(Quantity.P, s.P, Quantity.H, s.H);
+                True("h", Math.Abs(again.T - s.T) < 1e-6 * s.T);
+                Throws<ArgumentException>("values", () => co2.PropertyDiagram(
+                    new[] { Quantity.P }, new double[0]));
             }
         }
 
