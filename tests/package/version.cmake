@@ -3,6 +3,7 @@ string(REPLACE "." "\\." version "${VERSION}")
 set(named
     "CITATION.cff;\nversion: ${version}\n" #
     "CHANGELOG.md;\n## ${version}[,\n]" #
+    "packaging/vcpkg/corvane/vcpkg.json;\"version-semver\": \"${version}\"" #
     "dotnet/Corvane/Corvane.csproj;<Version>${version}</Version>" #
     "README.md;\n# corvane ${version}  saturation")
 while(named)
