@@ -30,10 +30,13 @@ Potentials potentials(ModelN const& model, double T, Vector<double> const& rho_i
         q.mu[at] = model.myr(rho_i, T, i);
         q.mu_T[at] = (model.myr(rho_i, T * (1 + kStep), i) - model.myr(rho_i, T * (1 - kStep), i)) /
                      (2 * kStep);
-        // The diagonal of an absent component is no number there, and is multiplied by its density 0.
+        // The diagonal of an absent component is no number there, and is multiplied by its density
+        // 0.
         for (int j = 0; j < n; ++j)
             q.mu_rho[at * static_cast<std::size_t>(n) + static_cast<std::size_t>(j)] =
-                i != j ? H[i][j] : rho_i[i] > 0.0 ? H[i][i] - 1.0 / rho_i[i] : 0.0;
+                i != j           ? H[i][j]
+                : rho_i[i] > 0.0 ? H[i][i] - 1.0 / rho_i[i]
+                                 : 0.0;
     }
     return q;
 }

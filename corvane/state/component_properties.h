@@ -14,7 +14,7 @@ struct ComponentProperties {
     Vector<double> ln_fx;   ///< ln of f_i/x_i in MPa: μ_i^r/(RT) + ln(rho·RT)
     Vector<double> ln_phi;  ///< ln_fx − ln p; not-a-number where p is not positive
     Vector<double> v;       ///< partial molar volume, cm³/mol
-    Vector<double> h_res;   ///< partial molar residual enthalpy at p and T, −R·T²·∂ln_fx/∂T, J/mol
+    Vector<double> h_res;  ///< partial molar residual enthalpy at p and T, −R·T²·∂ln_fx/∂T, J/mol
 };
 
 /// x: mole fractions, used as given, zeros allowed. With P_j = 1 + Σ_i rho_i·∂μ_i^r/∂rho_j/(RT),

@@ -71,8 +71,8 @@ double cp_res(PhaseProperties const& q) {
 }
 }  // namespace
 
-ExcessProperties excess_properties(ModelN const& model, double T, double p,
-                                   Vector<double> const& x, Root root) {
+ExcessProperties excess_properties(ModelN const& model, double T, double p, Vector<double> const& x,
+                                   Root root) {
     check(model, T, p, x);
     const int n = x.size();
     const Chosen at = choose(model, T, p, x, root);

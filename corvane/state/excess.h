@@ -1,5 +1,5 @@
-// Activity coefficients and excess functions of a phase, Henry's constants, both against the density
-// root of a kind that is asked for.
+// Activity coefficients and excess functions of a phase, Henry's constants, both against the
+// density root of a kind that is asked for.
 #pragma once
 
 #include <corvane/core/api.h>
@@ -27,7 +27,8 @@ struct PureReference {
 /// convention: γ_i → 1 as x_i → 1). Molar. h, s … are those of mixing less −R·Σ x_i·ln x_i in s.
 struct ExcessProperties {
     double T = 0.0, p = 0.0, rho = 0.0;  ///< K, MPa, mol/cm³
-    Vector<double> ln_gamma;  ///< ln φ_i − ln φ_i of the pure; of an absent component at infinite dilution
+    Vector<double>
+        ln_gamma;  ///< ln φ_i − ln φ_i of the pure; of an absent component at infinite dilution
     Vector<double> ln_phi;
     double g = 0.0, h = 0.0;   ///< J/mol; g = RT·Σ x_i·ln γ_i
     double s = 0.0, cp = 0.0;  ///< J/(mol K); s = (h − g)/T
@@ -48,19 +49,20 @@ CORVANE_API ExcessProperties excess_properties(ModelN const& model, double T, do
 /// A solute, infinitely dilute in a liquid.
 struct HenryConstant {
     double T = 0.0, p = 0.0, rho = 0.0;  ///< of the solvent: K, MPa, mol/cm³
-    bool stable = true;      ///< of the solvent: no other root has a lower Gibbs energy
-    double H = 0.0;          ///< MPa: lim f/x for x → 0 at T and p
+    bool stable = true;                  ///< of the solvent: no other root has a lower Gibbs energy
+    double H = 0.0;                      ///< MPa: lim f/x for x → 0 at T and p
     double ln_H = 0.0;
-    double ln_phi = 0.0;     ///< of the solute: H = φ·p
-    double ln_gamma = 0.0;   ///< against the pure solute, H/f_pure; see `pure`
-    double v = 0.0;          ///< partial molar volume of the solute, (RT)·∂ln H/∂p, cm³/mol
-    double h_solution = 0.0; ///< its partial molar enthalpy less that of its ideal gas,
-                             ///< −R·T²·∂ln H/∂T at p, J/mol
+    double ln_phi = 0.0;      ///< of the solute: H = φ·p
+    double ln_gamma = 0.0;    ///< against the pure solute, H/f_pure; see `pure`
+    double v = 0.0;           ///< partial molar volume of the solute, (RT)·∂ln H/∂p, cm³/mol
+    double h_solution = 0.0;  ///< its partial molar enthalpy less that of its ideal gas,
+                              ///< −R·T²·∂ln H/∂T at p, J/mol
     PureReference pure;
 };
 
 /// Of component `solute` in the liquid of mole fractions x, of which x[solute] must be 0: at the
-/// vapour pressure of that liquid at T (its bubble pressure, certified), or at p, on the dense root.
+/// vapour pressure of that liquid at T (its bubble pressure, certified), or at p, on the dense
+/// root.
 /// @throws as excess_properties; ThException 5 solute; EquilibriumFailure as saturation_T
 CORVANE_API HenryConstant henry_constant(ModelN const& model, int solute, double T,
                                          Vector<double> const& x);

@@ -18,12 +18,12 @@ namespace corvane {
 namespace {
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kLargestStep = 0.05, kFirstStep = 0.01, kSmallestStep = 1e-6;
-constexpr double kTurn = 0.15;       // radians between two steps
+constexpr double kTurn = 0.15;  // radians between two steps
 constexpr int kMostPoints = 3000;
-constexpr int kRefinements = 80;     // Illinois steps; about eight are needed
+constexpr int kRefinements = 80;  // Illinois steps; about eight are needed
 // Zero density, in critical densities: with exact derivatives, and where rounding of Z counts.
 constexpr double kDilute = 1e-10, kDiluteByDifferences = 1e-4;
-constexpr double kDensest = 6.0;     // critical densities: beyond any liquid
+constexpr double kDensest = 6.0;  // critical densities: beyond any liquid
 
 /// rho·∂Ar/∂rho, rho·T·∂²Ar/∂rho∂T, rho²·∂²Ar/∂rho².
 struct Slopes {
@@ -78,6 +78,7 @@ class Tracer {
     IdealCurveResult run() {
         result_.T_zero = start();
         before_ = last_ = {std::log(result_.T_zero / sheet_.Tc), 0.0};
+        result_.highest = point(last_);
         store(last_);
         Place direction{0.0, 1.0};
         double step = kFirstStep;
@@ -85,7 +86,8 @@ class Tracer {
             const auto next = correct(last_, direction, step);
             Place turned{0.0, 0.0};
             if (next) turned = unit(last_, *next);
-            if (!next || (k > 0 && turned.u * direction.u + turned.w * direction.w < std::cos(kTurn))) {
+            if (!next ||
+                (k > 0 && turned.u * direction.u + turned.w * direction.w < std::cos(kTurn))) {
                 step *= 0.5;
                 continue;
             }
@@ -117,10 +119,14 @@ class Tracer {
     double condition(double t, double d) const {
         const Slopes s = sheet_.slopes(t, d);
         switch (which_) {
-            case IdealCurve::zeno: return s.r / d;
-            case IdealCurve::boyle: return (s.r + s.rr) / d;
-            case IdealCurve::joule_thomson: return (s.rT - s.r - s.rr) / d;
-            case IdealCurve::joule: return s.rT / d;
+            case IdealCurve::zeno:
+                return s.r / d;
+            case IdealCurve::boyle:
+                return (s.r + s.rr) / d;
+            case IdealCurve::joule_thomson:
+                return (s.rT - s.r - s.rr) / d;
+            case IdealCurve::joule:
+                return s.rT / d;
         }
         return kNaN;
     }
@@ -252,7 +258,8 @@ double dilute(Model const& model) {
 template <class Model, class... X>
 Slopes slopes(Model const& model, double T, double rho, X const&... x) {
     std::array<double, 9> d{};
-    if (auto const* exact = model.derivatives(); exact && exact->deriv(rho, T, x..., 2, 2, d.data()))
+    if (auto const* exact = model.derivatives();
+        exact && exact->deriv(rho, T, x..., 2, 2, d.data()))
         return {d[3], d[4], d[6]};
     const double r = model.Z(rho, T, x...) - 1.0;
     return {r, model.betaV(rho, T, x...) - 1.0 - r, model.pV(rho, T, x...) - 1.0 - 2.0 * r};
@@ -286,7 +293,8 @@ IdealCurveResult ideal_curve(ModelN const& model, Vector<double> const& x, Ideal
         vc += x[i] * model.mdl1[i]->vcrit();
     }
     if (!(Tc > 0.0)) throw ThException(th_out_of_range);
-    return Tracer({Tc, 1.0 / vc, dilute(model), [&](double T, double rho) { return slopes(model, T, rho, x); },
+    return Tracer({Tc, 1.0 / vc, dilute(model),
+                   [&](double T, double rho) { return slopes(model, T, rho, x); },
                    [&](double T, double rho) { return model.pV(rho, T, x) > 0.0; }},
                   which, options)
         .run();

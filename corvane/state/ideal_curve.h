@@ -25,7 +25,8 @@ struct IdealCurvePoint {
 };
 
 enum class IdealCurveEnd {
-    saturation,   ///< the saturated liquid; of a mixture, where it loses mechanical stability or p = 0
+    saturation,  ///< the saturated liquid; of a mixture, where it loses mechanical stability or p =
+                 ///< 0
     temperature,  ///< T_min
     pressure,     ///< p_max
     lost          ///< the curve could not be followed

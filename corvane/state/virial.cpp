@@ -28,8 +28,9 @@ VirialCoefficients from(std::array<double, 9> const& d, double rho) {
 template <class B>
 VirialCoefficients by_differences(double T, B const& coefficient) {
     constexpr double kStep = 1e-4;
-    return finite({coefficient(T, 2), coefficient(T, 3),
-                   (coefficient(T * (1 + kStep), 2) - coefficient(T * (1 - kStep), 2)) / (2 * kStep)});
+    return finite(
+        {coefficient(T, 2), coefficient(T, 3),
+         (coefficient(T * (1 + kStep), 2) - coefficient(T * (1 - kStep), 2)) / (2 * kStep)});
 }
 }  // namespace
 
@@ -55,10 +56,12 @@ MixtureVirial virial_coefficients(ModelN const& model, double T, Vector<double> 
     std::array<double, 9> d{};
     if (exact && exact->deriv(rho, T, x, 2, 2, d.data())) {
         static_cast<VirialCoefficients&>(q) = from(d, rho);
-        std::vector<double> mu(static_cast<std::size_t>(n)), mu_rho(static_cast<std::size_t>(n * n));
+        std::vector<double> mu(static_cast<std::size_t>(n)),
+            mu_rho(static_cast<std::size_t>(n * n));
         exact->potentials(x * rho, T, mu.data(), nullptr, mu_rho.data());
         for (int i = 0; i < n; ++i)
-            for (int j = 0; j < n; ++j) q.B_ij[i][j] = 0.5 * mu_rho[static_cast<std::size_t>(i * n + j)];
+            for (int j = 0; j < n; ++j)
+                q.B_ij[i][j] = 0.5 * mu_rho[static_cast<std::size_t>(i * n + j)];
         return q;
     }
     static_cast<VirialCoefficients&>(q) =

@@ -11,14 +11,14 @@ namespace corvane {
 
 struct VirialCoefficients {
     double B = 0.0, C = 0.0;  ///< cm³/mol, (cm³/mol)²
-    double B_T = 0.0;         ///< T·∂B/∂T, cm³/mol; of the Joule–Thomson coefficient at zero
-                              ///< density, (B_T − B)/cp°
+    double B_T = 0.0;  ///< T·∂B/∂T, cm³/mol; of the Joule–Thomson coefficient at zero
+                       ///< density, (B_T − B)/cp°
 };
 
 struct MixtureVirial : VirialCoefficients {
     /// Cross coefficients, n×n: B_ij = ½·∂²(n²·B)/∂n_i∂n_j, so that B = Σ Σ x_i·x_j·B_ij for every
-    /// model. Where the mixing rule makes B quadratic in x they do not depend on x, and B_ii is that
-    /// of the pure component; otherwise they belong to this x.
+    /// model. Where the mixing rule makes B quadratic in x they do not depend on x, and B_ii is
+    /// that of the pure component; otherwise they belong to this x.
     Matrix<double> B_ij;
 };
 

@@ -482,14 +482,17 @@ class Mixture:
         ----------
         z : array_like
             Mole fractions, components on the last axis.
-        T, p, h, s, rho : array_like
-            Exactly (p, T), (p, h), (p, s) or (T, rho); K, Pa, J/mol, J/(mol K), mol/m³.
+        T, p, h, s, rho, u, q : array_like
+            Exactly (p, T), (p, h), (p, s), (T, rho), (T, q), (p, q), (h, s), (rho, u), (rho, s) or (T, s); K, Pa, J/mol,
+            J/(mol K), mol/m³; q is the amount of the lightest phase.
         """
         kinds = {("T", "p"): (0, "p", "T"), ("h", "p"): (1, "p", "h"), ("p", "s"): (2, "p", "s"),
-                 ("T", "rho"): (3, "T", "rho")}  # fmt: skip
+                 ("T", "rho"): (3, "T", "rho"), ("T", "q"): (4, "T", "q"), ("p", "q"): (5, "p", "q"),
+                 ("h", "s"): (6, "h", "s"), ("rho", "u"): (7, "rho", "u"), ("rho", "s"): (8, "rho", "s"),
+                 ("T", "s"): (9, "T", "s")}  # fmt: skip
         key = tuple(sorted(given))
         if key not in kinds:
-            raise TypeError("give (p, T), (p, h), (p, s) or (T, rho)")
+            raise TypeError("give (p, T), (p, h), (p, s), (T, rho), (T, q), (p, q), (h, s), (rho, u), (rho, s) or (T, s)")
         kind, first, second = kinds[key]
         shape, (a, b), x = flat_with_composition(z, len(self.components), **{first: given[first], second: given[second]})
         values, status, words, done = self._native.flash(kind, a, b, x, threads)

@@ -16,10 +16,6 @@ using corvane::Quantity;
 /// In the order of Python's names of columns.
 constexpr std::size_t kState = 7, kPhase = std::size_t(columns_of_phase), kBoth = kState + kPhase + 2;
 
-double to_library(Quantity what, double x) {
-    return what == Quantity::p || what == Quantity::rho ? x / kMega : x;
-}
-
 void write(double* row, PureState const& s) {
     double const state[] = {s.T, s.p * kMega, s.rho * kMega, s.h, s.s, s.u, s.q};
     std::copy(std::begin(state), std::end(state), row);

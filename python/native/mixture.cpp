@@ -88,7 +88,12 @@ nb::tuple ln_phi(Mixture const& m, Column T, Column rho, Rows x, int threads) {
     return result(out, report, finished);
 }
 
-/// kind: 0 (p, T), 1 (p, h), 2 (p, s), 3 (T, rho).
+using What = corvane::Quantity;
+constexpr std::pair<What, What> kStatePairs[] = {{What::T, What::q},   {What::p, What::q},
+                                                 {What::h, What::s},   {What::rho, What::u},
+                                                 {What::rho, What::s}, {What::T, What::s}};
+
+/// kind: 0 (p, T), 1 (p, h), 2 (p, s), 3 (T, rho), then the pairs of kStatePairs.
 /// Columns: T, p, rho, h, s, number of phases, tpd, x_error; then N + 1 slots for phases, each of
 /// fraction, rho, x.
 nb::tuple flash(Mixture const& m, int kind, Column a, Column b, Rows z, int threads) {
@@ -107,9 +112,14 @@ nb::tuple flash(Mixture const& m, int kind, Column a, Column b, Rows z, int thre
             case 0: r = corvane::flash_pT(*m.model, a(i) / kMega, b(i), x, options); break;
             case 1: r = corvane::flash_ph(*m.model, a(i) / kMega, b(i), x, options); break;
             case 2: r = corvane::flash_ps(*m.model, a(i) / kMega, b(i), x, options); break;
-            default: r = corvane::flash_Trho(*m.model, a(i), b(i) / kMega, x, options);
+            case 3: r = corvane::flash_Trho(*m.model, a(i), b(i) / kMega, x, options); break;
+            default: {
+                auto const& [first, second] = kStatePairs[kind - 4];
+                r = corvane::mixture_state(*m.model, {first, to_library(first, a(i))},
+                                          {second, to_library(second, b(i))}, x, options);
+            }
         }
-        if (kind == 0 && m.ideal) corvane::add_caloric(*m.model, x, r);
+        if (m.ideal && !std::isfinite(r.h)) corvane::add_caloric(*m.model, x, r);
         double whole_volume = 0.0;
         for (std::size_t k = 0; k < r.phases.size(); ++k)
             whole_volume += r.fraction[k] / r.phases[k].rho;
@@ -528,7 +538,7 @@ void add_states(MixtureClass& of) {
         .def("ln_phi", &ln_phi,
              "Logarithms of the fugacity coefficients (n, N) at T (K), rho (mol/m3) and x.")
         .def("flash", &flash,
-             "Certified flashes; kind 0 (p, T), 1 (p, h), 2 (p, s), 3 (T, rho). Columns: T, p, rho, h, s, number of phases, tpd, x_error, then slots of phases: fraction, rho, x.")
+             "Certified flashes; kind 0 (p, T), 1 (p, h), 2 (p, s), 3 (T, rho), 4 (T, q), 5 (p, q), 6 (h, s), 7 (rho, u), 8 (rho, s), 9 (T, s). Columns: T, p, rho, h, s, number of phases, tpd, x_error, then slots of phases: fraction, rho, x.")
         .def("saturation", &saturation,
              "Certified bubble or dew points at temperatures or pressures. Columns: T, p, rho given, rho incipient, value_error, x_error, y.");
 }

@@ -10,6 +10,11 @@
 
 namespace py {
 
+/// A value in the library's unit.
+inline double to_library(corvane::Quantity what, double x) {
+    return what == corvane::Quantity::p || what == corvane::Quantity::rho ? x / kMega : x;
+}
+
 /// p, Z, u, h, s, g, a, cv, cp, w, mu_JT, kappa_T, alpha_p, dp_dT, dp_drho, M, n_s: in Python's order.
 constexpr int columns_of_phase = 17;
 inline void write_phase(double* row, corvane::PhaseProperties const& q) {

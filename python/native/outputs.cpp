@@ -59,7 +59,7 @@ nb::tuple henry(Mixture const& m, int solute, Column T, Column p, Rows x, int th
             std::isnan(p(i))
                 ? corvane::henry_constant(*m.model, solute, T(i), row_of(x, i))
                 : corvane::henry_constant(*m.model, solute, T(i), p(i) / kMega, row_of(x, i));
-        double const values[] = {q.p * kMega,       q.H * kMega, std::exp(q.ln_gamma),
+        double const values[] = {q.p * kMega,        q.H * kMega, std::exp(q.ln_gamma),
                                  std::exp(q.ln_phi), q.v / kMega, q.h_solution,
                                  q.rho * kMega};
         std::copy(std::begin(values), std::end(values), row);
@@ -118,9 +118,9 @@ auto existing(F const& f) {
         return f();
     } catch (ThException const& e) {
         if (e.number != th_generic) throw;
-        throw corvane::EquilibriumFailure(corvane::EquilibriumFailure::Kind::no_solution, "ideal curve",
-                                          "ideal_curve", 0, kNaN,
-                                          "it does not begin between T_min and 50 critical temperatures");
+        throw corvane::EquilibriumFailure(
+            corvane::EquilibriumFailure::Kind::no_solution, "ideal curve", "ideal_curve", 0, kNaN,
+            "it does not begin between T_min and 50 critical temperatures");
     }
 }
 }  // namespace
@@ -129,24 +129,27 @@ void add_outputs(nb::module_& m) {
     m.def("excess", &excess, "Activity coefficients and excess functions (n, 6 + 4N), SI.");
     m.def("henry", &henry, "Henry's constants (n, 7), SI.");
     m.def("virial", &virial, "Virial coefficients of a mixture (n, 3 + N*N), SI.");
-    m.def("ideal_curve",
-          [](Fluid const& f, int kind, std::vector<double> const& T, double T_min, double p_max) {
-              return in_words(existing([&] {
-                  return corvane::ideal_curve(*f.model, static_cast<corvane::IdealCurve>(kind),
-                                              options(T, T_min, p_max));
-              }));
-          },
-          "An ideal curve of a fluid: 0 Zeno, 1 Boyle, 2 Joule-Thomson, 3 Joule.");
-    m.def("ideal_curve_of_mixture",
-          [](Mixture const& f, Column x, int kind, std::vector<double> const& T, double T_min, double p_max) {
-              Vector<double> z(static_cast<int>(x.shape(0)));
-              for (int k = 0; k < z.size(); ++k) z[k] = x(static_cast<std::size_t>(k));
-              return in_words(existing([&] {
-                  return corvane::ideal_curve(*f.model, z, static_cast<corvane::IdealCurve>(kind),
-                                              options(T, T_min, p_max));
-              }));
-          },
-          "The same of a mixture.");
+    m.def(
+        "ideal_curve",
+        [](Fluid const& f, int kind, std::vector<double> const& T, double T_min, double p_max) {
+            return in_words(existing([&] {
+                return corvane::ideal_curve(*f.model, static_cast<corvane::IdealCurve>(kind),
+                                            options(T, T_min, p_max));
+            }));
+        },
+        "An ideal curve of a fluid: 0 Zeno, 1 Boyle, 2 Joule-Thomson, 3 Joule.");
+    m.def(
+        "ideal_curve_of_mixture",
+        [](Mixture const& f, Column x, int kind, std::vector<double> const& T, double T_min,
+           double p_max) {
+            Vector<double> z(static_cast<int>(x.shape(0)));
+            for (int k = 0; k < z.size(); ++k) z[k] = x(static_cast<std::size_t>(k));
+            return in_words(existing([&] {
+                return corvane::ideal_curve(*f.model, z, static_cast<corvane::IdealCurve>(kind),
+                                            options(T, T_min, p_max));
+            }));
+        },
+        "The same of a mixture.");
 }
 
 }  // namespace py

@@ -37,7 +37,8 @@ def test_flashes_balance_and_come_back(gas):
     assert (r.status == 0).all()
     assert list(r.phases) == [2, 2, 1] and r.x.shape == (3, 3, 2) and r.fraction.shape == (3, 3)
     assert np.allclose(np.nansum(r.fraction[..., None] * r.x, axis=1), z, atol=1e-12)
-    for given in ({"p": p, "h": r.h}, {"p": p, "s": r.s}, {"T": T, "rho": r.rho}):
+    for given in ({"p": p, "h": r.h}, {"p": p, "s": r.s}, {"T": T, "rho": r.rho}, {"h": r.h, "s": r.s},
+                  {"u": r.h - r.p / r.rho, "rho": r.rho}, {"s": r.s, "T": T}, {"s": r.s, "rho": r.rho}):  # fmt: skip
         back = gas.flash(z, **given)
         assert np.allclose(back.T, T, rtol=1e-8) and np.allclose(back.p, p, rtol=1e-7)
     one = gas.phase(350.0, r.rho[2], z)

@@ -72,7 +72,10 @@ TEST(Cli, WrongUseExitsWith2) {
                 {"state PR propane --T 300 --q 1.1", 2, "", "between 0 and 1"},
                 {"state PR propane gas --T 300 --p 1", 2, "", "there are 3 words"},
                 {"state PR propane --T 300 --p 1 --basis mass", 2, "", "are of mixtures"},
-                {"state PR+vdW1 methane --T 300 --q 0", 2, "", "--q is of pure fluids"},
+                {"state PR+vdW1 methane --T 300 --h 0", 2, "", "--T with --h: states of a mixture with these may be several"},
+                {"state PR+vdW1 methane --p 1 --rho 0.1", 2, "", "--rho with --p: states of a mixture"},
+                {"flash PR+vdW1 methane --u 1 --s 0", 2, "", "--u does not go with --s for mixtures"},
+                {"state PR propane --T 300 --p 1 --composition a.csv", 2, "", "are of mixtures"},
                 {"state PR propane --T 300 --p 1 --vlome", 2, "", "unexpected --vlome"},
                 {"state PR propane --T 300 --p 1 --mas", 2, "", "--mas: did you mean --mass?"},
                 {"state PR propane --T 3oo --p 1", 2, "", "--T: '3oo' is not a number"},
@@ -259,7 +262,9 @@ TEST(Cli, PureSubstanceCommandsAnswerAndRefuse) {
          {"solid PR phenanthrene --melting 1 --solid-data sublimation", 1, "",
           "vapour pressure there does not fit the sublimation curve"},
          {"solid PR ethanol --melting 0.1,50", 0, "slope estimated: no volume of melting", ""},
+         {"solid CO2 --melting 0.1", 0, "the solid sublimes", ""},
          {"viscosity PR nitrogen --T 300 --p 1", 1, "", "no friction-theory set of nitrogen"},
+         {"viscosity propane --T 300 --p 0.1", 0, "set 2 of MEOS is the best that friction theory knows", ""},
          {"viscosity MEOS propane --T 300 --p 1", 1, "", "made with set 2 of MEOS: give --set 2"},
          {"viscosity MEOS heptane --T 300,254 --p 1", 0,
           "\n254 |# extrapolated: friction theory below 285 K", ""},
@@ -305,7 +310,7 @@ TEST(Cli, CertifiedEquilibriaAnswerAndRefuse) {
          {"dew PR+vdW1 methane=0.7 propane --T 300 --p 1", 2, "", "either --T or --p"},
          {"bubble PR+vdW1 methane=0.7 propane --T 300 --branch left", 2, "", "left"},
          {"bubble PR+vdW1 CO2=0.5 r134a --T 280 --json", 0, "\"flags\": \"estimated_pairs\"", ""},
-         {"flash PR+vdW1 methane=0.5 propane=0.5 --T 280", 2, "", "give --p with --T, --h or --s"},
+         {"flash PR+vdW1 methane=0.5 propane=0.5 --T 280", 2, "", "give two: --p with --T, --h, --s or --q"},
          {"flash PR+vdW1 methane=0.5 propane=0.5 --p 2 --h 1e9,4000 --csv", 1,
           ",2,,,,,,,,1000000000,,,,,,,,,|failed: no solution: ",
           "h = 1000000000 J/mol: no solution"},
@@ -405,6 +410,10 @@ TEST(Cli, ActivityVirialAndIdealCurvesAnswerAndRefuse) {
                 {"ideal-curve methane --kind all --T 300 --csv", 1, "boyle,300|joule,,,,,failed", "joule curve"},
                 {"ideal-curve nitrogen --T 300 --plot a.svg", 2, "", "--plot draws curves"},
                 {"ideal-curve PR nitrogen --kind inversion", 2, "", "inversion"}});
+    const Outcome parts = run_corvane("flash PR+vdW1 methane propane --input -",
+                                      "printf 'T/K,q,x_methane\\n260,0,0.4\\n250,0.5,0.5\\n' |");
+    EXPECT_EQ(parts.code, 0) << parts.err;
+    expect_parts(parts.out, "260,0,0.4,|,2,0,|,ok\n250,0.5,0.5,|,2,0.5,");
     const Outcome file = run_corvane("excess PR+vdW1 propane butane --input - --threads 2",
                                      "printf 'T;p/bar;x_propane\\n300;10;0,4\\n;1;0,5\\n' |");
     EXPECT_EQ(file.code, 1);

@@ -92,7 +92,8 @@ TEST(Excess, ReferencesSayWhatTheyAre) {
     EXPECT_TRUE(q.pure[1].liquid);
     const auto hot = excess_properties(*gas.model, 380, 0.8, vec({0.0, 1.0}));
     EXPECT_TRUE(hot.pure[1].liquid && !hot.pure[1].stable && !hot.pure[1].alone);  // superheated
-    const auto vapour = excess_properties(*gas.model, 380, 0.8, vec({0.5, 0.5}), corvane::Root::dilute);
+    const auto vapour =
+        excess_properties(*gas.model, 380, 0.8, vec({0.5, 0.5}), corvane::Root::dilute);
     EXPECT_FALSE(vapour.pure[1].liquid);
     EXPECT_TRUE(vapour.pure[1].stable);
 }
@@ -153,7 +154,10 @@ TEST(Excess, WhatMakesNoSenseIsRefused) {
         EXPECT_EQ(th_code([&] { excess_properties(m, 300, bad, vec({0.5, 0.5})); }), 5);
         EXPECT_EQ(th_code([&] { corvane::henry_constant(m, 0, bad, vec({0.0, 1.0})); }), 5);
         EXPECT_EQ(th_code([&] { corvane::virial_coefficients(m, bad, vec({0.0, 1.0})); }), 5);
-        EXPECT_EQ(th_code([&] { corvane::component_properties(m, bad, 1e-3, vec({0.5, 0.5})); }), 5);
+        EXPECT_EQ(th_code([&] {
+                      corvane::component_properties(m, bad, 1e-3, vec({0.5, 0.5}));
+                  }),
+                  5);
     }
     for (auto const& x : {vec({0.5, 0.6}), vec({-0.1, 1.1}), vec({nan, 1.0})})
         EXPECT_EQ(th_code([&] { excess_properties(m, 300, 1, x); }), 5);

@@ -1,4 +1,5 @@
-// Ideal curves: van der Waals' closed forms, the conditions by other functions, published correlations.
+// Ideal curves: van der Waals' closed forms, the conditions by other functions, published
+// correlations.
 #include "support/errors.h"
 #include "support/vdw_model.h"
 
@@ -43,9 +44,10 @@ TEST(IdealCurves, OfVanDerWaalsAreClosedForms) {
         IdealCurveEnd end;
     };
     const Row rows[] = {
-        {IdealCurve::zeno, 1, 0.5 * 27 / 8, 27.0 / 4, [](double y) { return 1 - y; }, IdealCurveEnd::temperature},
-        {IdealCurve::boyle, 1, 9.0 / 16 * 27 / 8, 27.0 / 8, [](double y) { return (1 - y) * (1 - y); },
-         IdealCurveEnd::saturation},
+        {IdealCurve::zeno, 1, 0.5 * 27 / 8, 27.0 / 4, [](double y) { return 1 - y; },
+         IdealCurveEnd::temperature},
+        {IdealCurve::boyle, 1, 9.0 / 16 * 27 / 8, 27.0 / 8,
+         [](double y) { return (1 - y) * (1 - y); }, IdealCurveEnd::saturation},
         {IdealCurve::joule_thomson, 2, 3, 9, [](double y) { return 2 * (1 - y) * (1 - y); },
          IdealCurveEnd::saturation}};
     for (Row const& row : rows) {
@@ -76,7 +78,8 @@ TEST(IdealCurves, OfVanDerWaalsAreClosedForms) {
 // Z, the compressibility, the Joule–Thomson coefficient and ∂Z/∂T from the functions of the model.
 TEST(IdealCurves, MeetTheirConditions) {
     for (char const* equation : {"PR", "SRK", "PCSAFT", "MEOS"})
-        for (IdealCurve which : {IdealCurve::zeno, IdealCurve::boyle, IdealCurve::joule_thomson, IdealCurve::joule}) {
+        for (IdealCurve which :
+             {IdealCurve::zeno, IdealCurve::boyle, IdealCurve::joule_thomson, IdealCurve::joule}) {
             SCOPED_TRACE(testing::Message() << equation << " " << static_cast<int>(which));
             const auto fluid = corvane::open(equation, "nitrogen");
             Model1 const& m = *fluid.model;
@@ -100,16 +103,18 @@ TEST(IdealCurves, MeetTheirConditions) {
             // Of a mixture of one component it is the same curve.
             if (which != IdealCurve::joule_thomson || std::string(equation) == "MEOS") continue;
             const auto alone = corvane::open_mixture(
-                std::string(equation) + (std::string(equation) == "PCSAFT" ? "+LB" : "+vdW1"), {"nitrogen", "methane"});
+                std::string(equation) + (std::string(equation) == "PCSAFT" ? "+LB" : "+vdW1"),
+                {"nitrogen", "methane"});
             Vector<double> x(2);
             x.set(0.0);
             x[0] = 1.0;
-            EXPECT_NEAR(ideal_curve(*alone.model, x, which).highest.p, q.highest.p, 1e-6 * q.highest.p);
+            EXPECT_NEAR(ideal_curve(*alone.model, x, which).highest.p, q.highest.p,
+                        1e-6 * q.highest.p);
         }
 }
 
-// Miller, Ind. Eng. Chem. Fundam. 9 (1970) 585: measured inversion states of simple gases scatter by
-// some per cent about p_r = 24.21 − 18.54/T_r − 0.825·T_r² (at most 11.79, at T_r = 2.24).
+// Miller, Ind. Eng. Chem. Fundam. 9 (1970) 585: measured inversion states of simple gases scatter
+// by some per cent about p_r = 24.21 − 18.54/T_r − 0.825·T_r² (at most 11.79, at T_r = 2.24).
 TEST(IdealCurves, InversionOfGasesIsTheMeasuredOne) {
     for (char const* gas : {"nitrogen", "methane", "argon"}) {
         const auto fluid = corvane::open("MEOS", gas);

@@ -30,7 +30,8 @@ TEST(Virial, CoefficientsOfTheCubicEquationAreClosedForms) {
     }
     for (int i = 0; i < 3; ++i)
         for (int j = 0; j < 3; ++j) {
-            const double k = i == j ? 0.0 : m.param(0, i, j), a_ij = std::sqrt(a[i] * a[j]) * (1 - k);
+            const double k = i == j ? 0.0 : m.param(0, i, j),
+                         a_ij = std::sqrt(a[i] * a[j]) * (1 - k);
             EXPECT_NEAR(q.B_ij[i][j], (b[i] + b[j]) / 2 - a_ij / RT, 1e-9 * std::fabs(q.B));
             a_mix += x[i] * x[j] * a_ij;
         }
@@ -48,7 +49,8 @@ TEST(Virial, CoefficientsAreLimitsOfTheCompressibility) {
             const double T = 320, rho = 1e-6;
             const auto q = virial_coefficients(m, T, x);
             // Z − 1 of two densities, extrapolated; the fourth coefficient is of order v³
-            const double one = (m.Z(rho, T, x) - 1) / rho, two = (m.Z(2 * rho, T, x) - 1) / (2 * rho);
+            const double one = (m.Z(rho, T, x) - 1) / rho,
+                         two = (m.Z(2 * rho, T, x) - 1) / (2 * rho);
             EXPECT_NEAR(q.B, 2 * one - two, 1e-5);
             EXPECT_NEAR(q.C, (two - one) / rho, 3.0);
             double sum = 0;
@@ -59,9 +61,11 @@ TEST(Virial, CoefficientsAreLimitsOfTheCompressibility) {
                 }
             EXPECT_NEAR(sum, q.B, 1e-10 * std::fabs(q.B));
             const double h = 1e-3 * T;
-            EXPECT_NEAR(q.B_T,
-                        T * (virial_coefficients(m, T + h, x).B - virial_coefficients(m, T - h, x).B) / (2 * h),
-                        1e-4 * std::fabs(q.B_T));
+            EXPECT_NEAR(
+                q.B_T,
+                T * (virial_coefficients(m, T + h, x).B - virial_coefficients(m, T - h, x).B) /
+                    (2 * h),
+                1e-4 * std::fabs(q.B_T));
         }
     }
 }

@@ -38,9 +38,8 @@ struct ExcessCommand {
 
 std::vector<Column> ExcessCommand::columns(MixtureFluid const& mixture, bool several) const {
     Units const& u = options.units;
-    std::vector<Column> result = {
-        {"T", u.name(Quantity::temperature), "temperature", several},
-        {"p", u.name(Quantity::pressure), "pressure", several}};
+    std::vector<Column> result = {{"T", u.name(Quantity::temperature), "temperature", several},
+                                  {"p", u.name(Quantity::pressure), "pressure", several}};
     add_fractions(result, mixture, "x", "mole fraction", true);
     result.push_back({"rho", u.name(Quantity::density), "density"});
     add_fractions(result, mixture, "gamma", "activity coefficient");
@@ -123,9 +122,10 @@ int ExcessCommand::run() {
     rows.each(temperatures, pressures, [&](double T_, double p_) {
         for (Vector<double> const& x : compositions) {
             Rows::Given known = given(units, T_, p_);
-            for (int i = 0; i < x.size(); ++i) known.emplace_back(static_cast<unsigned>(2 + i), x[i]);
-            if (!rows.add(fmt::format("{}{} at T = {}, p = {}", mixture.name(), mixture.composition(x),
-                                      units.text(Quantity::temperature, T_),
+            for (int i = 0; i < x.size(); ++i)
+                known.emplace_back(static_cast<unsigned>(2 + i), x[i]);
+            if (!rows.add(fmt::format("{}{} at T = {}, p = {}", mixture.name(),
+                                      mixture.composition(x), units.text(Quantity::temperature, T_),
                                       units.text(Quantity::pressure, p_)),
                           known, [&] { return row(mixture, T_, p_, x); }))
                 return false;
@@ -142,13 +142,15 @@ int ExcessCommand::run() {
 
 void add_excess(Program& program) {
     auto excess = std::make_shared<ExcessCommand>();
-    Command command = program.add("excess", "activity coefficients and excess functions of a mixture",
-                                  [excess] { return excess->run(); });
+    Command command =
+        program.add("excess", "activity coefficients and excess functions of a mixture",
+                    [excess] { return excess->run(); });
     command.also("activity");
     excess->request.fractions_optional = true;
     excess->request.add_to(command);
     command
-        .value("--T", excess->T, "temperatures: 300 or 300,310 or first:last:step", {.type = "VALUES"})
+        .value("--T", excess->T, "temperatures: 300 or 300,310 or first:last:step",
+               {.type = "VALUES"})
         .value("--p", excess->p, "pressures, in the same forms", {.type = "VALUES"})
         .value("--scan", excess->scan, "binary: mole fractions of a component, acetone=0:1:0.1",
                {.type = "NAME=VALUES"})

@@ -10,10 +10,11 @@
 #include <tools/corvane/text/numbers.h>
 
 #include <corvane/core/constants.h>
-#include <corvane/phases/flash/flash.h>
+#include <corvane/state/mixture_state.h>
 
 #include <fmt/format.h>
 
+#include <cmath>
 #include <memory>
 #include <string>
 #include <utility>
@@ -23,12 +24,15 @@ namespace cli {
 namespace {
 using corvane::FlashResult;
 
+using What = corvane::Quantity;
+
 /// A quantity that may be given: its option, and what it is in the output.
 struct Given {
     char const *symbol, *option, *column;
     Quantity quantity;
-    std::string text;            ///< of the option; empty: not given
-    std::vector<double> values;  ///< library units
+    What what;
+    std::string text = "";            ///< of the option; empty: not given
+    std::vector<double> values = {};  ///< library units
     explicit operator bool() const { return !text.empty(); }
 };
 
@@ -36,90 +40,106 @@ struct FlashCommand {
     char const* name = "flash";
     Options options;
     MixtureRequest request;
-    Given T{"T", "--T", "T", Quantity::temperature, "", {}},
-        p{"p", "--p", "p", Quantity::pressure, "", {}},
-        h{"h", "--h", "h_all", Quantity::energy, "", {}},
-        s{"s", "--s", "s_all", Quantity::entropy, "", {}},
-        rho{"rho", "--rho", "rho_all", Quantity::density, "", {}};
+    Given T{"T", "--T", "T", Quantity::temperature, What::T},
+        p{"p", "--p", "p", Quantity::pressure, What::p},
+        h{"h", "--h", "h_all", Quantity::energy, What::h},
+        s{"s", "--s", "s_all", Quantity::entropy, What::s},
+        u{"u", "--u", "u_all", Quantity::energy, What::u},
+        q{"q", "--q", "q", Quantity::ratio, What::q},
+        rho{"rho", "--rho", "rho_all", Quantity::density, What::rho};
     std::string v;  ///< in place of rho
     FileRun file;
 
+    std::vector<Given*> all() { return {&p, &T, &h, &s, &rho, &u, &q}; }
     int run();
 
   private:
     int of_file(MixtureFluid& mixture);
     void read(Given& given) const;
     std::pair<Given*, Given*> asked();
-    FlashResult solve(MixtureFluid const& mixture, Vector<double> const& x, double first, double second,
-                      FlashResult const& last) const;
+    bool caloric() const { return h || s || u; }
+    FlashResult solve(MixtureFluid const& mixture, Vector<double> const& x, corvane::Given first,
+                      corvane::Given second, FlashResult const& last) const;
     std::vector<Column> columns(MixtureFluid const& mixture) const;
     std::vector<Row> rows_of(MixtureFluid const& mixture, FlashResult const& result,
                              Evidence& evidence) const;
 };
 
-/// The two quantities that were given: p and T, p and h, p and s, T and rho.
+/// The two quantities that were given: a pair that mixture_state knows.
 std::pair<Given*, Given*> FlashCommand::asked() {
     if (rho && !v.empty()) throw Misuse("give either --rho or --v");
     if (!v.empty()) rho.text = v;
     std::vector<Given*> found;
-    for (Given* one : {&p, &T, &h, &s, &rho})
+    for (Given* one : all())
         if (*one) found.push_back(one);
-    if (found.size() == 2 && (found[0] == &p ? found[1] != &rho : found[0] == &T && rho))
-        return {found[0], found[1]};
-    throw Misuse("give --p with --T, --h or --s, or --T with --rho or --v");
+    if (found.size() != 2)
+        throw Misuse("give two: --p with --T, --h, --s or --q, --T with --rho, --v, --s or --q, --h with "
+                     "--s, or --u or --s with --rho or --v");
+    const auto is = [&](Given const& a, Given const& b) { return found[0] == &a && found[1] == &b; };
+    if (is(T, h))
+        throw Misuse("--T with --h: states of a mixture with these may be several; give --p or --rho");
+    if (is(p, rho) || is(p, u))
+        throw Misuse(fmt::format("{} with --p: states of a mixture with these may be several; give --T, "
+                                 "--h or --s", found[1]->option));
+    if (is(h, rho) || is(h, u) || is(s, u) || is(T, u) || (q && !T && !p))
+        throw Misuse(fmt::format("{} does not go with {} for mixtures", found[1]->option, found[0]->option));
+    return {found[0], found[1]};
 }
 
 void FlashCommand::read(Given& given) const {
-    Units const& u = options.units;
+    Units const& units = options.units;
     if (&given == &rho && !v.empty()) {
-        given.values = positive_points(v, "--v", Quantity::volume, u);
+        given.values = positive_points(v, "--v", Quantity::volume, units);
         for (double& value : given.values) value = 1.0 / value;
         return;
     }
-    if (&given != &h && &given != &s) {
-        given.values = positive_points(given.text, given.option, given.quantity, u);
+    if (&given != &h && &given != &s && &given != &u && &given != &q) {
+        given.values = positive_points(given.text, given.option, given.quantity, units);
         return;
     }
     given.values = points(given.text, given.option);
-    for (double& value : given.values) value = u.to_library(given.quantity, value);
+    for (double& value : given.values) value = units.to_library(given.quantity, value);
+    for (double value : given.values)
+        if (&given == &q && !(value >= 0.0 && value <= 1.0))
+            throw Misuse("--q: an amount of vapour lies between 0 and 1");
 }
 
-FlashResult FlashCommand::solve(MixtureFluid const& mixture, Vector<double> const& x, double first,
-                                double second, FlashResult const& last) const {
+FlashResult FlashCommand::solve(MixtureFluid const& mixture, Vector<double> const& x, corvane::Given first,
+                                corvane::Given second, FlashResult const& last) const {
     ModelN const& model = *mixture.model;
     corvane::FlashOptions how;
     how.start = last.phases.empty() ? nullptr : &last;
     how.validity = &mixture.validity;
-    FlashResult result = h     ? flash_ph(model, first, second, x, how)
-                         : s   ? flash_ps(model, first, second, x, how)
-                         : rho ? flash_Trho(model, first, second, x, how)
-                               : flash_pT(model, first, second, x, how);
+    FlashResult result = corvane::mixture_state(model, first, second, x, how);
     if (mixture.ideal && !h && !s) add_caloric(model, x, result);
     return result;
 }
 
 std::vector<Column> FlashCommand::columns(MixtureFluid const& mixture) const {
-    Units const& u = options.units;
+    Units const& units = options.units;
     std::vector<Column> result = {
-        {"T", u.name(Quantity::temperature), "temperature", static_cast<bool>(T)},
-        {"p", u.name(Quantity::pressure), "pressure", static_cast<bool>(p)},
+        {"T", units.name(Quantity::temperature), "temperature", static_cast<bool>(T)},
+        {"p", units.name(Quantity::pressure), "pressure", static_cast<bool>(p)},
         {"phase", "", "liquid or vapour, by density"},
         {"fraction", "", "mole fraction of the whole that is in this phase"},
-        {"rho", u.name(Quantity::density), "density of the phase"}};
+        {"rho", units.name(Quantity::density), "density of the phase"}};
     add_fractions(result, mixture, "x", "mole fraction in the phase");
     if (mixture.ideal) {
-        result.push_back({"h", u.name(Quantity::energy), "enthalpy of the phase"});
-        result.push_back({"s", u.name(Quantity::entropy), "entropy of the phase"});
+        result.push_back({"h", units.name(Quantity::energy), "enthalpy of the phase"});
+        result.push_back({"s", units.name(Quantity::entropy), "entropy of the phase"});
         result.push_back(
-            {"h_all", u.name(Quantity::energy), "enthalpy of the whole", static_cast<bool>(h)});
+            {"h_all", units.name(Quantity::energy), "enthalpy of the whole", static_cast<bool>(h)});
         result.push_back(
-            {"s_all", u.name(Quantity::entropy), "entropy of the whole", static_cast<bool>(s)});
+            {"s_all", units.name(Quantity::entropy), "entropy of the whole", static_cast<bool>(s)});
     }
     result.push_back(
-        {"rho_all", u.name(Quantity::density), "density of the whole", static_cast<bool>(rho)});
+        {"rho_all", units.name(Quantity::density), "density of the whole", static_cast<bool>(rho)});
     result.back().detail = !rho;
     result.push_back(
-        {"v_all", u.name(Quantity::volume), "volume of the whole", !v.empty(), 7, v.empty()});
+        {"v_all", units.name(Quantity::volume), "volume of the whole", !v.empty(), 7, v.empty()});
+    result.push_back({"u_all", units.name(Quantity::energy), "internal energy of the whole",
+                      static_cast<bool>(u), 7, !u});
+    result.push_back({"q", "", "amount of the lightest phase", static_cast<bool>(q), 7, !q});
     Evidence::add_columns(result);
     return result;
 }
@@ -127,7 +147,7 @@ std::vector<Column> FlashCommand::columns(MixtureFluid const& mixture) const {
 /// One row per phase; what is of the whole, and its certificate, stands in each.
 std::vector<Row> FlashCommand::rows_of(MixtureFluid const& mixture, FlashResult const& result,
                                        Evidence& evidence) const {
-    Units const& u = options.units;
+    Units const& units = options.units;
     ModelN const& model = *mixture.model;
     const auto names = phase_names(mixture, result.phases);
     Row certificate;
@@ -136,25 +156,27 @@ std::vector<Row> FlashCommand::rows_of(MixtureFluid const& mixture, FlashResult 
     for (std::size_t k = 0; k < result.phases.size(); ++k) {
         corvane::PhaseRecord const& phase = result.phases[k];
         Row row;
-        row.cells = {u.from_library(Quantity::temperature, result.T),
-                     u.from_library(Quantity::pressure, result.p), names[k], result.fraction[k],
-                     mixture.density(u, phase.x, phase.rho)};
+        row.cells = {units.from_library(Quantity::temperature, result.T),
+                     units.from_library(Quantity::pressure, result.p), names[k], result.fraction[k],
+                     mixture.density(units, phase.x, phase.rho)};
         add_cells(row, phase.x);
         if (mixture.ideal) {
-            Units of_phase = u;
+            Units of_phase = units;
             of_phase.M = mixture.M(phase.x);
             row.cells.emplace_back(of_phase.from_library(
                 Quantity::energy, R * result.T * model.Hm(phase.rho, result.T, phase.x)));
             row.cells.emplace_back(of_phase.from_library(
                 Quantity::entropy, R * model.Sm(phase.rho, result.T, phase.x)));
-            row.cells.emplace_back(u.from_library(Quantity::energy, result.h));
-            row.cells.emplace_back(u.from_library(Quantity::entropy, result.s));
+            row.cells.emplace_back(units.from_library(Quantity::energy, result.h));
+            row.cells.emplace_back(units.from_library(Quantity::entropy, result.s));
         }
-        row.cells.emplace_back(u.from_library(Quantity::density, result.rho));
-        row.cells.emplace_back(u.from_library(Quantity::volume, 1.0 / result.rho));
+        row.cells.emplace_back(units.from_library(Quantity::density, result.rho));
+        row.cells.emplace_back(units.from_library(Quantity::volume, 1.0 / result.rho));
+        row.cells.emplace_back(units.from_library(Quantity::energy, result.h - result.p / result.rho));
+        row.cells.emplace_back(result.phases.size() > 1 ? result.fraction.back() : std::nan(""));
         row.cells.insert(row.cells.end(), certificate.cells.begin(), certificate.cells.end());
         row.note = certificate.note;
-        add_note(row.note, ideal_extrapolated(mixture, result.T, u));
+        add_note(row.note, ideal_extrapolated(mixture, result.T, units));
         rows.push_back(std::move(row));
     }
     return rows;
@@ -163,29 +185,29 @@ std::vector<Row> FlashCommand::rows_of(MixtureFluid const& mixture, FlashResult 
 /// One row for a state: of two phases, liquid and vapour; of one or more, how many there are.
 int FlashCommand::of_file(MixtureFluid& mixture) {
     std::vector<FileRun::Known> known;
-    for (Given const* one : {&T, &p, &h, &s, &rho}) known.push_back({one->symbol, one->quantity});
+    for (Given const* one : all()) known.push_back({one->symbol, one->quantity});
     file.open(known, options.units, &mixture);
-    for (Given* one : {&T, &p, &h, &s, &rho})
+    for (Given* one : all())
         if (file.has(one->symbol)) one->text = one->symbol;
     const auto [first, second] = asked();
     options.set_reference(mixture);
-    Units const& u = options.units;
-    std::vector<Column> columns = {{"T", u.name(Quantity::temperature), ""},
-                                   {"p", u.name(Quantity::pressure), ""},
+    Units const& unit = options.units;
+    std::vector<Column> columns = {{"T", unit.name(Quantity::temperature), ""},
+                                   {"p", unit.name(Quantity::pressure), ""},
                                    {"phases", "", ""},
                                    {"vapour", "", "its mole fraction of the whole"},
-                                   {"rho", u.name(Quantity::density), ""}};
+                                   {"rho", unit.name(Quantity::density), ""}};
     if (mixture.ideal) {
-        columns.push_back({"h", u.name(Quantity::energy), ""});
-        columns.push_back({"s", u.name(Quantity::entropy), ""});
+        columns.push_back({"h", unit.name(Quantity::energy), ""});
+        columns.push_back({"s", unit.name(Quantity::entropy), ""});
     }
-    columns.push_back({"rhoL", u.name(Quantity::density), ""});
-    columns.push_back({"rhoV", u.name(Quantity::density), ""});
+    columns.push_back({"rhoL", unit.name(Quantity::density), ""});
+    columns.push_back({"rhoV", unit.name(Quantity::density), ""});
     for (char const* prefix : {"xL", "yV"}) add_fractions(columns, mixture, prefix, "");
     const auto calculate = [&, a = first, b = second](FileRow const& in, FlashResult& last, Row& row) {
         Units units = options.units;
         units.M = mixture.M(in.x());
-        last = solve(mixture, in.x(), in[a->symbol], in[b->symbol], last);
+        last = solve(mixture, in.x(), {a->what, in[a->symbol]}, {b->what, in[b->symbol]}, last);
         const auto names = phase_names(mixture, last.phases);
         corvane::PhaseRecord const *liquid = nullptr, *vapour = nullptr;
         double fraction = 0.0;
@@ -201,7 +223,7 @@ int FlashCommand::of_file(MixtureFluid& mixture) {
             row.cells.emplace_back(units.from_library(Quantity::energy, last.h));
             row.cells.emplace_back(units.from_library(Quantity::entropy, last.s));
         }
-        const bool plain = names.size() < 3 && (names.size() == 1 || fraction > 0.0);
+        const bool plain = names.size() < 3 && (names.size() == 1 || vapour);
         for (auto const* phase : {liquid, vapour})
             row.cells.push_back(phase && plain ? Cell(mixture.density(units, phase->x, phase->rho))
                                                : Cell());
@@ -224,7 +246,7 @@ int FlashCommand::of_file(MixtureFluid& mixture) {
 int FlashCommand::run() {
     file.begin(options.json());
     if (file) {
-        for (Given const* one : {&T, &p, &h, &s, &rho})
+        for (Given const* one : all())
             if (*one || !v.empty()) throw Misuse("--input brings the values: no " + std::string(one->option));
         options.begin();
         request.fractions_optional = true;
@@ -237,8 +259,8 @@ int FlashCommand::run() {
     MixtureFluid mixture = open_mixture(request);
     Units& units = options.units;
     units.M = mixture.M();
-    if ((h || s) && !mixture.ideal)
-        throw Failure(mixture.text() + ": a component has no ideal-gas data, which h and s need");
+    if (caloric() && !mixture.ideal)
+        throw Failure(mixture.text() + ": a component has no ideal-gas data, which h, s and u need");
     for (Given* one : {first, second}) read(*one);
     Heading head = heading(name, mixture);
     head.remarks.emplace_back("a row for each phase, the densest (by mass) first");
@@ -259,7 +281,7 @@ int FlashCommand::run() {
                                  units.text(first->quantity, a), second->symbol,
                                  units.text(second->quantity, b)),
                      known, [&] {
-                         last = solve(mixture, mixture.x, a, b, last);
+                         last = solve(mixture, mixture.x, {first->what, a}, {second->what, b}, last);
                          return rows_of(mixture, last, evidence);
                      });
     };
@@ -284,11 +306,8 @@ int flash(char const* command, Options const& options, MixtureRequest const& req
         if (text.empty()) continue;
         if (symbol == "v")
             flash.v = text;
-        else if (symbol == "u" || symbol == "q")
-            throw Misuse("--" + symbol + " is of pure fluids; bubble and dew points of a mixture "
-                         "are those of corvane bubble and dew");
         else
-            for (Given* one : {&flash.T, &flash.p, &flash.h, &flash.s, &flash.rho})
+            for (Given* one : flash.all())
                 if (symbol == one->symbol) one->text = text;
     }
     return flash.run();
@@ -302,10 +321,12 @@ void add_flash(Program& program) {
     command
         .value("--p", flash->p.text, "pressures: 1 or 1,2 or first:last:step", {.type = "VALUES"})
         .value("--T", flash->T.text, "temperatures, in the same forms", {.type = "VALUES"})
-        .value("--h", flash->h.text, "enthalpies of the whole, with --p", {.type = "VALUES"})
-        .value("--s", flash->s.text, "entropies of the whole, with --p", {.type = "VALUES"})
-        .value("--rho", flash->rho.text, "densities of the whole, with --T", {.type = "VALUES"})
-        .value("--v", flash->v, "volumes of the whole, with --T", {.type = "VALUES"});
+        .value("--h", flash->h.text, "enthalpies of the whole, with --p or --s", {.type = "VALUES"})
+        .value("--s", flash->s.text, "entropies of the whole, with --p, --T, --h or --rho", {.type = "VALUES"})
+        .value("--u", flash->u.text, "internal energies of the whole, with --rho or --v", {.type = "VALUES"})
+        .value("--q", flash->q.text, "amounts of the vapour, 0 to 1, with --T or --p", {.type = "VALUES"})
+        .value("--rho", flash->rho.text, "densities of the whole, with --T, --u or --s", {.type = "VALUES"})
+        .value("--v", flash->v, "volumes of the whole, in place of --rho", {.type = "VALUES"});
     flash->file.add_to(command);
     flash->options.add_reference(command);
     flash->options.add_units(command);

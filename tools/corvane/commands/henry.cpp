@@ -38,7 +38,8 @@ MixtureFluid HenryCommand::open() const {
     if (all.components.size() < 2)
         throw Misuse("give the solute, then the solvent: nitrogen water");
     if (all.components.front().find('=') != std::string::npos)
-        throw Misuse("the first component is the solute, and has no mole fraction: it is infinitely dilute");
+        throw Misuse(
+            "the first component is the solute, and has no mole fraction: it is infinitely dilute");
     all.components.front() += "=0";
     return open_mixture(all);
 }
@@ -129,13 +130,16 @@ int HenryCommand::run() {
 
 void add_henry(Program& program) {
     auto henry = std::make_shared<HenryCommand>();
-    Command command = program.add("henry", "Henry's constant and activity coefficient at infinite dilution",
-                                  [henry] { return henry->run(); });
+    Command command =
+        program.add("henry", "Henry's constant and activity coefficient at infinite dilution",
+                    [henry] { return henry->run(); });
     henry->request.solute = true;
     henry->request.add_to(command);
     command
-        .value("--T", henry->T, "temperatures: 300 or 300,310 or first:last:step", {.type = "VALUES"})
-        .value("--p", henry->p, "pressures, in the same forms (default: the solvent's vapour pressure)",
+        .value("--T", henry->T, "temperatures: 300 or 300,310 or first:last:step",
+               {.type = "VALUES"})
+        .value("--p", henry->p,
+               "pressures, in the same forms (default: the solvent's vapour pressure)",
                {.type = "VALUES"});
     henry->file.add_to(command);
     henry->options.add_units(command);

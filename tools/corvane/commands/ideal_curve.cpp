@@ -60,10 +60,10 @@ std::string IdealCurveCommand::summary(Kind const& one, corvane::IdealCurveResul
     char const* const end = q.end == IdealCurveEnd::saturation    ? "the edge of the liquid"
                             : q.end == IdealCurveEnd::temperature ? "the lowest temperature"
                             : q.end == IdealCurveEnd::pressure    ? "the highest pressure"
-                                                                  : "a point from where it was lost";
+                                                               : "a point from where it was lost";
     return fmt::format("{} ({}): from T = {} at zero density, highest pressure at {}, to {} at {}",
-                       one.name, one.condition, six(Quantity::temperature, q.T_zero),
-                       at(q.highest), end, at(q.last));
+                       one.name, one.condition, six(Quantity::temperature, q.T_zero), at(q.highest),
+                       end, at(q.last));
 }
 
 int IdealCurveCommand::table(Heading& head, std::string const& name, double least_T,
@@ -94,7 +94,8 @@ int IdealCurveCommand::table(Heading& head, std::string const& name, double leas
                     q = curves(one.which, how);
                 } catch (ThException const& e) {
                     if (e.number != th_generic) throw;
-                    throw Failure("it does not begin between the lowest temperature and 50 critical ones");
+                    throw Failure(
+                        "it does not begin between the lowest temperature and 50 critical ones");
                 }
                 head.summary.push_back(summary(one, q));
                 std::vector<Row> points;
@@ -102,7 +103,8 @@ int IdealCurveCommand::table(Heading& head, std::string const& name, double leas
                 for (auto const& x : q.points) {
                     points.push_back(
                         {{std::string(one.name), u.from_library(Quantity::temperature, x.T),
-                          u.from_library(Quantity::pressure, x.p), u.from_library(Quantity::density, x.rho),
+                          u.from_library(Quantity::pressure, x.p),
+                          u.from_library(Quantity::density, x.rho),
                           x.rho > 0.0 ? x.p / (x.rho * R * x.T) : 1.0},
                          note(x.T, x.p)});
                     curve.points.push_back({u.from_library(Quantity::temperature, x.T),
@@ -163,7 +165,8 @@ void add_ideal_curve(Program& program) {
         .value("--kind", curve->kind, "joule-thomson (default), boyle, zeno, joule, or all of them",
                {.one_of = {"joule-thomson", "boyle", "zeno", "joule", "all"}, .type = "KIND"})
         .value("--T", curve->T, "only the points at these temperatures", {.type = "VALUES"})
-        .value("--T-min", curve->T_min, "lowest temperature (default: the set's, or 0.4 critical ones)")
+        .value("--T-min", curve->T_min,
+               "lowest temperature (default: the set's, or 0.4 critical ones)")
         .value("--p-max", curve->p_max, "highest pressure (default: 10000 MPa)");
     curve->plot.add_to(command);
     curve->request.add_pairs(command);

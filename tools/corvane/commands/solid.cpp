@@ -150,11 +150,16 @@ Row SolidCommand::melting_at(Fluid const& fluid, double at) const {
         const double hfus = solid_->anchored->enthalpy_of_fusion(at, T_);
         model.Ge(at, T_, 1, liquid);
         const bool bold = !solid_->anchored->measured_volume() && at > kBold;
-        return {{u.from_library(Quantity::pressure, at), u.from_library(Quantity::temperature, T_),
+        Row row{{u.from_library(Quantity::pressure, at), u.from_library(Quantity::temperature, T_),
                  std::string(solid_->form(state.form)), u.from_library(Quantity::density, state.rho),
                  u.from_library(Quantity::volume, 1.0 / state.rho),
                  u.from_library(Quantity::density, liquid), u.from_library(Quantity::energy, hfus)},
                 bold ? "slope estimated: no volume of melting is known" : ""};
+        double stable = 0.0;
+        model.Ge(at, T_, 2, stable);
+        if (stable < 0.9 * liquid)  // the other root, a vapour
+            add_note(row.note, "not stable: below the triple point's pressure the solid sublimes");
+        return row;
     }
     // From the end of the solid data downward in steps of 1 % until the solid is the stable one.
     const double top = model.solid.Tmax();

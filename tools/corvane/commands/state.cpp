@@ -310,8 +310,8 @@ int StateCommand::run() {
     if (options.words.front().find('+') != std::string::npos &&
         !corvane::find(definitions(options.define), options.words.front()))
         return of_mixture();
-    if (!request.kij.empty() || !request.basis.empty() || request.pair_set > 0)
-        throw Misuse("--kij, --basis and --pair-set are of mixtures: MODEL A=0.5 B");
+    if (!request.kij.empty() || !request.basis.empty() || request.pair_set > 0 || !request.composition.empty())
+        throw Misuse("--kij, --basis, --pair-set and --composition are of mixtures: MODEL A=0.5 B");
     Fluid fluid = options.open();
     if (file) return of_file(fluid);
     Units const& units = options.units;
@@ -373,6 +373,10 @@ void add_state(Program& program) {
         "they are), single (one phase, even if it is not stable)",
         {.one_of = {"stable", "liquid", "vapour", "both", "single"}, .type = "PHASE"});
     state->file.add_to(command);
+    command.value("--composition", state->request.composition,
+                  "in place of a mixture's components: a CSV file with a component in every row, and its "
+                  "amount or flow in a column x, n (moles), w or m (mass)",
+                  {.type = "FILE"});
     state->request.add_pairs(command);
     state->options.add_reference(command);
     state->options.add_units(command);

@@ -28,7 +28,8 @@ struct VirialCommand {
     std::vector<Column> columns(Units const& u) const;
     static void add(Row& row, Units const& u, corvane::VirialCoefficients const& q);
     using At = std::function<Row(double T)>;
-    int table(Heading& head, std::string const& name, std::vector<Column> const& columns, At const& at);
+    int table(Heading& head, std::string const& name, std::vector<Column> const& columns,
+              At const& at);
 };
 
 std::vector<Column> VirialCommand::columns(Units const& u) const {
@@ -87,8 +88,9 @@ int VirialCommand::of_mixture() {
                            molar.name(Quantity::volume), "coefficient of the pair"});
     Heading head = heading("virial", mixture);
     if (!mixture.composed)
-        head.remarks.emplace_back("no mole fractions were given: coefficients of pairs alone; where B "
-                                  "is not quadratic in the mole fractions, of the equimolar mixture");
+        head.remarks.emplace_back(
+            "no mole fractions were given: coefficients of pairs alone; where B "
+            "is not quadratic in the mole fractions, of the equimolar mixture");
     return table(head, mixture.text(), all, [&](double T_) {
         const auto q = corvane::virial_coefficients(*mixture.model, T_, mixture.x);
         Row row{{molar.from_library(Quantity::temperature, T_)}, ""};
@@ -115,7 +117,8 @@ int VirialCommand::run() {
     for (Column const& one : columns(u)) all.push_back(one);
     Heading head = heading("virial", fluid, u);
     return table(head, fluid.name(), all, [&](double T_) {
-        Row row{{u.from_library(Quantity::temperature, T_)}, extrapolated(fluid, T_, 0.0, false, u)};
+        Row row{{u.from_library(Quantity::temperature, T_)},
+                extrapolated(fluid, T_, 0.0, false, u)};
         add(row, u, corvane::virial_coefficients(*fluid.model, T_));
         return row;
     });
@@ -124,10 +127,12 @@ int VirialCommand::run() {
 
 void add_virial(Program& program) {
     auto virial = std::make_shared<VirialCommand>();
-    Command command = program.add("virial", "virial coefficients, of mixtures with those of the pairs",
-                                  [virial] { return virial->run(); });
+    Command command =
+        program.add("virial", "virial coefficients, of mixtures with those of the pairs",
+                    [virial] { return virial->run(); });
     virial->options.add_fluid(command);
-    command.value("--T", virial->T, "temperatures: 300 or 300,310 or first:last:step", {.type = "VALUES"});
+    command.value("--T", virial->T, "temperatures: 300 or 300,310 or first:last:step",
+                  {.type = "VALUES"});
     virial->file.add_to(command);
     virial->request.add_pairs(command);
     virial->options.add_units(command);

@@ -35,6 +35,23 @@ std::string friction_file(Model1 const& model, int id) {
                                   model.name(), id));
 }
 
+/// Where neither equation nor set was asked for: the best equation that has a friction-theory set,
+/// with the parameter set that this was made with. Whether it is another one than before.
+bool choose_by_friction(Fluid& fluid, Options const& options) {
+    if (options.words.size() > 1 || !options.set.empty() || fluid.pseudo) return false;
+    const std::string substance = fluid.substance;
+    for (std::string const& equation : corvane::equations_for(entered_home(), substance))
+        for (int id = 1; id <= 9; ++id) {
+            const std::string file = below_home(fmt::format("./models/viscosity/friction_theory/{}/{};{}",
+                                                            equation, substance, id));
+            if (!std::filesystem::exists(file)) continue;
+            const bool other = equation != fluid.equation || id != fluid.set;
+            if (other) fluid = open_fluid({equation, substance, id, options.define});
+            return other;
+        }
+    return false;
+}
+
 /// The friction-theory set to use: they bear the number of the parameter set that they were made
 /// with, and with another one they may be a third off. @throws Failure
 int friction_set(Model1 const& model) {
@@ -91,6 +108,8 @@ int ViscosityCommand::run() {
     Fluid fluid = options.open();
     Units const& units = options.units;
     if (file) file.open({{"T", Quantity::temperature}, {"p", Quantity::pressure}}, units);
+    const bool dense = !p.empty() || file.has("p");
+    const bool chosen = dense && number == 0 && choose_by_friction(fluid, options);
     Model1& model = *fluid.model;
     const std::string dilute = fmt::format("CorvaneS/viscosity/dilute/{}", model.name());
     asking("dilute-gas viscosity " + dilute, [&] { model.visco.load0(); });
@@ -99,9 +118,12 @@ int ViscosityCommand::run() {
         file ? std::vector<double>() : positive_points(T, "--T", Quantity::temperature, units);
     std::vector<std::optional<double>> pressures{std::nullopt};
     Heading head = heading("viscosity", fluid, units);
+    if (chosen)
+        head.remarks.push_back(fmt::format("no equation was named: set {} of {} is the best that friction "
+                                           "theory knows", fluid.set, fluid.equation));
     Table table;
     table.columns = {{"T", units.name(Quantity::temperature), "temperature", true}};
-    if (p.empty() && !file.has("p")) {
+    if (!dense) {
         table.columns.push_back({"eta0", units.name(Quantity::viscosity), "viscosity of the dilute gas"});
     } else {
         pressures.clear();

@@ -1,0 +1,35 @@
+// The stable state of a mixture from two of its quantities: the flashes, and what they bracket.
+#pragma once
+
+#include <corvane/core/api.h>
+#include <corvane/phases/flash/flash.h>
+#include <corvane/state/pure_state.h>
+
+class ModelN;
+
+namespace corvane {
+
+/// The stable state of mole fractions z (zeros allowed) with two given quantities, in as many
+/// phases as it has. u = h − p/rho, of the whole; q is the amount of the lightest of two or more
+/// phases.
+///
+/// (p, T), (p, h), (p, s), (T, rho)  flash_pT, flash_ph, flash_ps, flash_Trho.
+/// (T, q), (p, q)  0 and 1 are bubble and dew point. Between them p (or T) is bracketed by flashes:
+///     where the envelope is retrograde, the crossing that the bracket leads to.
+/// (h, s)  h at given s grows with p (dh = v·dp): p is bracketed by flash_ps.
+/// (rho, u), (rho, s)  grow with T: bracketed by flash_Trho.
+/// (T, s)  grows with the volume where heating at constant volume raises the pressure; bracketed by
+///     flash_Trho from 1e-8 mol/cm³ on.
+///
+/// Each is unique for a stable state, but for (T, q), (p, q) and, where that condition fails, (T,
+/// s). Brackets are narrowed by the Illinois method until the quantity is met to 1e-9 (of RT, R,
+/// 1); the difference is in Certificate::target. At most 80 flashes.
+///
+/// @throws ThException 5 another pair, a value that is not finite, T, p, rho not positive, q
+/// outside
+///     0 … 1; 3 h, s or u without ideal-gas tables; EquilibriumFailure and others as the flashes,
+///     and gave_up where a jump (three phases of a binary) holds the value
+CORVANE_API FlashResult mixture_state(ModelN const& model, Given a, Given b,
+                                      Vector<double> const& z, FlashOptions const& options = {});
+
+}  // namespace corvane
