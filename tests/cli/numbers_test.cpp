@@ -254,6 +254,7 @@ TEST(CliNumbers, MixtureValuesFitTogether) {
         const auto v = [&](char const* name) { return s[name].get<double>(); };
         const double T = v("T");
         expect_rel(0.6 * v("v_methane") + 0.4 * v("v_propane"), v("v"), 1e-12, "Euler");
+        expect_rel(0.6 * v("h_methane") + 0.4 * v("h_propane"), v("h"), 1e-10, "Euler");
         const double ln_phi = 0.6 * std::log(v("phi_methane")) + 0.4 * std::log(v("phi_propane"));
         EXPECT_NEAR(v("g_res") / (R * T) - std::log(v("Z")), ln_phi, 1e-12);
         // The heat capacities are the physical ones: cp − cv = T·v·α²/κ.

@@ -7,6 +7,7 @@
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
 
+#include <corvane/state/component_properties.h>
 #include <corvane/state/phase_properties.h>
 
 #include <fmt/format.h>
@@ -30,37 +31,6 @@ struct MixtureCommand {
     std::vector<Row> at_pressure(MixtureFluid const& mixture, double T_, double p_) const;
     Row at_density(MixtureFluid const& mixture, double T_, double rho_) const;
 };
-
-/// Partial molar volumes [cm³/mol] and residual chemical potentials at a state. With
-/// P_j = ∂(p/RT)/∂rho_j = 1 + Σ_i rho_i·∂myr_i/∂rho_j (Gibbs-Duhem), v_j = P_j/Σ rho_k·P_k.
-struct Partials {
-    Vector<double> myr, v;
-};
-Partials partials(ModelN const& model, double rho, double T, Vector<double> const& x) {
-    const int n = x.size();
-    const Vector<double> rho_i = x * rho;
-    Partials result{Vector<double>(n), Vector<double>(n)};
-    Vector<double> slopes(n * n);
-    if (corvane::DerivN const* exact = model.derivatives()) {
-        exact->potentials(rho_i, T, result.myr.data, nullptr, slopes.data);
-    } else {
-        const Matrix<double> H = model.PsiH(rho_i, T);
-        for (int i = 0; i < n; ++i) {
-            result.myr[i] = model.myr(rho_i, T, i);
-            for (int j = 0; j < n; ++j)
-                slopes[i * n + j] = H[i][j] - (i == j && rho_i[i] > 0.0 ? 1.0 / rho_i[i] : 0.0);
-        }
-    }
-    double total = 0.0;
-    for (int j = 0; j < n; ++j) {
-        double P = 1.0;
-        for (int i = 0; i < n; ++i) P += rho_i[i] * slopes[i * n + j];
-        result.v[j] = P;
-        total += rho_i[j] * P;
-    }
-    for (int j = 0; j < n; ++j) result.v[j] /= total;
-    return result;
-}
 
 std::vector<Column> MixtureCommand::columns(MixtureFluid const& mixture, bool several) const {
     Units const& u = options.units;
@@ -86,6 +56,7 @@ std::vector<Column> MixtureCommand::columns(MixtureFluid const& mixture, bool se
         add("cv", Quantity::entropy, "isochoric heat capacity");
         add("cp", Quantity::entropy, "isobaric heat capacity");
         add("w", Quantity::speed, "speed of sound");
+        add("n_s", Quantity::ratio, "isentropic exponent, -(v/p)(dp/dv) at constant s");
         add("muJT", Quantity::joule_thomson, "Joule-Thomson coefficient");
     }
     add("kappaT", Quantity::compressibility, "isothermal compressibility");
@@ -99,6 +70,8 @@ std::vector<Column> MixtureCommand::columns(MixtureFluid const& mixture, bool se
         add("phi" + of, Quantity::ratio, "fugacity coefficient");
         add("f" + of, Quantity::pressure, "fugacity");
         result.push_back({"v" + of, molar.name(Quantity::volume), "partial molar volume"});
+        if (mixture.ideal)
+            result.push_back({"h" + of, molar.name(Quantity::energy), "partial molar enthalpy"});
     }
     return result;
 }
@@ -128,6 +101,7 @@ Row MixtureCommand::row(MixtureFluid const& mixture, double T_, double rho_,
         for (double energy : {q.g, q.a}) add(Quantity::energy, energy);
         for (double capacity : {q.cv, q.cp}) add(Quantity::entropy, capacity);
         add(Quantity::speed, q.w);
+        add(Quantity::ratio, q.n_s);
         add(Quantity::joule_thomson, q.mu_JT);
     }
     add(Quantity::compressibility, q.kappa_T);
@@ -136,12 +110,14 @@ Row MixtureCommand::row(MixtureFluid const& mixture, double T_, double rho_,
     add(Quantity::energy, RT * q.h_res);
     add(Quantity::entropy, R * q.s_res);
     add(Quantity::energy, RT * (q.h_res - q.s_res));
-    const Partials each = partials(m, rho_, T_, x);
+    const corvane::ComponentProperties each = corvane::component_properties(m, T_, rho_, x);
     for (int i = 0; i < mixture.size(); ++i) {
-        const double ln_phi = each.myr[i] - std::log(q.Z);
-        add(Quantity::ratio, std::exp(ln_phi));
-        add(Quantity::pressure, x[i] * std::exp(ln_phi) * q.p);
+        add(Quantity::ratio, std::exp(each.ln_phi[i]));
+        add(Quantity::pressure, x[i] * std::exp(each.ln_fx[i]));
         result.cells.emplace_back(molar.from_library(Quantity::volume, each.v[i]));
+        if (mixture.ideal)
+            result.cells.emplace_back(molar.from_library(
+                Quantity::energy, each.h_res[i] + RT * m.mdl1[i]->ideal.Hm(T_)));
     }
     if (!(q.dp_drho > 0.0)) result.note = "mechanically unstable";
     add_note(result.note, ideal_extrapolated(mixture, T_, u));
