@@ -25,6 +25,7 @@ constexpr double kReach = 3.0;      // of a cubic, in the length of the last ste
 constexpr double kSame = 1e-2;      // from the interpolated critical point to the solved one
 constexpr int kNewton = 8, kWanted = 3;
 
+/// What the curve is a curve of, made before it.
 struct EnvelopePair {
     EnvelopePair(ModelN const& model, Vector<double> const& z) : fluid_(model, z), pair_(fluid_) {
         pair_.z = &fluid_.z();
@@ -117,9 +118,7 @@ class Tracer : EnvelopePair, PhaseCurve {
   private:
     /// The phases differ, and the incipient one is the denser by mass.
     bool is_dew() const {
-        double apart = 0.0;
-        for (int k = 0; k < n_; ++k) apart = std::max(apart, std::fabs(at(pair_.u, k)));
-        return apart > 0.1 && !point().bubble;
+        return apart(pair_.u, 0, 1) > 0.1 && !point().bubble;
     }
 
     Envelope follow() {
