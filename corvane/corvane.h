@@ -2,6 +2,7 @@
 #pragma once
 
 #include <corvane/catalogue/home.h>
+#include <corvane/catalogue/names.h>
 #include <corvane/catalogue/open.h>
 #include <corvane/catalogue/parameter_sets.h>
 #include <corvane/catalogue/pseudo_component.h>
@@ -50,6 +51,7 @@
 #include <corvane/phases/solid/anchored_solid.h>
 #include <corvane/phases/solid/solid_fluid.h>
 #include <corvane/phases/stability/stability.h>
+#include <corvane/phases/ternary/residue_curves.h>
 #include <corvane/phases/ternary/ternary_diagram.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>

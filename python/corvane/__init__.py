@@ -11,8 +11,8 @@ arrays that broadcast against each other; compositions have the components on th
 
 from ._native import EquilibriumError, Jet, OpenError, __version__
 from .catalogue import data_home, equations, mixture_models, search
-from .equation import Equation, check_equation
 from .diagram import Isoline, PropertyDiagram
+from .equation import Equation, check_equation
 from .fitting import FitResult, fit
 from .fluid import Fluid, Saturation, State
 from .mixture import (
@@ -30,6 +30,7 @@ from .mixture import (
     TernaryRegion,
 )
 from .outputs import ExcessProperties, HenryConstants, IdealCurve, VirialCoefficients
+from .residue import ResidueCurve, ResidueMap
 from .status import Interrupted, Status
 
 __all__ = [
@@ -53,6 +54,8 @@ __all__ = [
     "OpenError",
     "Projection",
     "PropertyDiagram",
+    "ResidueCurve",
+    "ResidueMap",
     "Saturation",
     "SaturationPoints",
     "SolidPoints",

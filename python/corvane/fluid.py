@@ -250,7 +250,7 @@ class Fluid:
         values, status, words, done = self._native.saturation(p is None, x, threads)
         rows, status = values.reshape(*shape, 4), status.reshape(shape)
         liquid, vapour = (self.phase(rows[..., 0], rows[..., k], errors="nan") for k in (2, 3))
-        name = f"{self.name} ({self.eos})"
+        name = f"{_native.written_name(self.name)} ({self.eos})"
         return judge(Saturation(rows, status, liquid, vapour, name), status, words, done, errors)
 
     @returns_quantities
@@ -273,7 +273,7 @@ class Fluid:
         low = 0.55 * self.T_critical
         if np.isfinite(self.valid["T_min"]):
             low = max(low, self.valid["T_min"])
-        return diagram(self._native.property_diagram, y, x, f"{self.name} ({self.eos})", self.T_critical,
+        return diagram(self._native.property_diagram, y, x, f"{_native.written_name(self.name)} ({self.eos})", self.T_critical,
                        self.p_critical, low, points, {"T": T, "p": p, "q": q, "s": s, "rho": rho})  # fmt: skip
 
     def virial(self, T: ArrayLike, order: int = 2) -> np.ndarray:

@@ -6,12 +6,14 @@ import os
 from typing import TYPE_CHECKING, Any, ClassVar, Mapping, Sequence
 
 from . import _native, outputs
+from ._native import written_name
 from ._numpy import np
 from .arrays import flat, flat_with_composition, magnitude
 from .catalogue import directory
 from .diagram import PropertyDiagram, diagram
 from .fluid import _PHASE, Fluid, _again
 from .quantities import returns_quantities
+from .residue import ResidueMap, draw_triangle, in_triangle
 from .results import Table, figure_axes
 from .status import judge
 
@@ -165,7 +167,7 @@ class Diagram:
             ax.plot(branch.y, ordinate, color=line.get_color())
         for row in self.three_phase:
             ax.plot(row[2:5], np.full(3, row[1] * scale if self._at_T else row[0]), "k.-")
-        ax.set(xlabel=f"x({self._components[0]})", ylabel="p / MPa" if self._at_T else "T / K", xlim=(0, 1))
+        ax.set(xlabel=f"mole fraction of {written_name(self._components[0])}", ylabel="p / MPa" if self._at_T else "T / K", xlim=(0, 1))
         ax.set_title(f"T = {self._value:g} K" if self._at_T else f"p = {self._value / 1e6:g} MPa")
         return ax
 
@@ -239,26 +241,18 @@ class TernaryDiagram:
         """The triangle, the first component at the top, the second at the lower left; about so many tie lines of
         every region."""
 
-        def place(x: np.ndarray) -> tuple[np.ndarray, np.ndarray]:
-            return 1 - x[..., 1] - 0.5 * x[..., 0], np.sqrt(0.75) * x[..., 0]
-
         ax = figure_axes(ax)
-        ax.plot(*place(np.array([[1, 0, 0], [0, 1, 0], [0, 0, 1], [1, 0, 0]])), "k-", lw=1)
+        draw_triangle(ax, self._components)
         for region in self.regions:
             for k in np.unique(np.linspace(0, len(region) - 1, tie_lines).astype(int)):
-                ax.plot(*place(np.stack([region.x[k], region.y[k]])), color="0.6", lw=0.6)
+                ax.plot(*in_triangle(np.stack([region.x[k], region.y[k]])), color="0.6", lw=0.6)
             lighter = "C3" if region.kind == "vapour_liquid" else "C2"
-            ax.plot(*place(region.x), color="C0")
-            ax.plot(*place(region.y), color=lighter)
+            ax.plot(*in_triangle(region.x), color="C0")
+            ax.plot(*in_triangle(region.y), color=lighter)
         for corners in self.three_phase:
-            ax.plot(*place(corners[[0, 1, 2, 0]]), "k.-")
-        ax.plot(*place(self.plait.x), "ko", label="plait point")
-        for name, x, way in zip(self._components, np.eye(3), ("bottom", "top", "top")):
-            ax.annotate(name, place(x), ha="center", va=way, xytext=(0, 4 if way == "bottom" else -4),
-                        textcoords="offset points")  # fmt: skip
+            ax.plot(*in_triangle(corners[[0, 1, 2, 0]]), "k.-")
+        ax.plot(*in_triangle(self.plait.x), "ko", label="plait point")
         ax.set_title(f"T = {self.T:g} K, p = {self.p / 1e6:g} MPa", pad=18)
-        ax.set_aspect("equal")
-        ax.set_axis_off()
         return ax
 
     def __repr__(self) -> str:
@@ -290,8 +284,8 @@ class SolidPoints(_OfComponents):
         ax = figure_axes(ax)
         p, y = np.ravel(self.p) / 1e6, np.ravel(self.x[..., self._solid])
         at_p = np.ptp(p[np.isfinite(p)]) < 1e-9 * np.nanmax(p)
-        ax.plot(np.ravel(self.T) if at_p else p, y, label=f"solid {self._components[self._solid]}")
-        ax.set(xlabel="T / K" if at_p else "p / MPa", ylabel=f"x({self._components[self._solid]})", yscale="log")
+        ax.plot(np.ravel(self.T) if at_p else p, y, label=f"solid {written_name(self._components[self._solid])}")
+        ax.set(xlabel="T / K" if at_p else "p / MPa", ylabel=f"mole fraction of {written_name(self._components[self._solid])}", yscale="log")
         return ax
 
 
@@ -309,7 +303,7 @@ class Projection:
         ax = figure_axes(ax)
         for name, s in self.vapour_pressures.items():
             ax.plot(s.T, s.p / 1e6, "k-", lw=1)
-            ax.annotate(name, (s.T[-1], s.p[-1] / 1e6), fontsize="small")
+            ax.annotate(written_name(name), (s.T[-1], s.p[-1] / 1e6), fontsize="small")
         parts = [(self.critical, "critical", "C3-"), (self.three_phase, "three phases", "C0-"),
                  (self.azeotropic, "azeotropes", "C2--")]  # fmt: skip
         for lines, label, style in parts:
@@ -543,6 +537,14 @@ class Mixture:
         return TernaryDiagram(self._native.ternary(T, p, float(step), int(mesh)), T, p, self.components)
 
     @returns_quantities
+    def residue_curves(self, p: float, *, step: float = 0.05, tolerance: float = 1e-6, mesh: int = 6) -> ResidueMap:
+        """The residue curve map of three components at p (Pa): what is left in a still, with azeotropes and boundaries.
+
+        ``mesh``: curves begin at inner points of a triangle divided by this."""
+        p = float(magnitude(p, "p"))
+        return ResidueMap(self._native.residue_map(p, float(step), float(tolerance), int(mesh)), p, self.components)
+
+    @returns_quantities
     def diagram(self, z: ArrayLike, y: str = "p", x: str = "h", *, T: ArrayLike | None = None,
                 p: ArrayLike | None = None, s: ArrayLike | None = None, rho: ArrayLike | None = None,
                 points: int = 120) -> PropertyDiagram:  # fmt: skip
@@ -552,7 +554,7 @@ class Mixture:
         constants = self._native.critical_constants
         Tc, pc = (max(c[k] for c, part in zip(constants, z) if part > 0) for k in (0, 1))
         low = 0.55 * sum(c[0] * part for c, part in zip(constants, z))
-        title = " + ".join(f"{part:.4g} {name}" for part, name in zip(z, self.components))
+        title = " + ".join(f"{part:.4g} {written_name(name)}" for part, name in zip(z, self.components))
         return diagram(lambda *a: self._native.property_diagram(z, *a), y, x, f"{title} ({self.model})", Tc, pc, low,
                        points, {"T": T, "p": p, "s": s, "rho": rho})  # fmt: skip
 

@@ -547,6 +547,8 @@ void add_curves(MixtureClass& of) {
     of.def("envelope", &envelope, "A phase envelope of composition z.")
         .def("diagram", &diagram, "The complete diagram of a binary at T (K) or p (Pa).")
         .def("ternary", &ternary, "The complete diagram of a ternary at T (K) and p (Pa).")
+        .def("residue_map", &residue_map, nb::arg("p"), nb::arg("step"), nb::arg("tolerance"), nb::arg("mesh"),
+             "Residue curves of a ternary at p (Pa): curves with rows T, xi, x, y; singular points.")
         .def_prop_ro("critical_constants",
                      [](Mixture const& x) {
                          std::vector<std::vector<double>> all;

@@ -14,6 +14,8 @@ void add_catalogue(nb::module_& m) {
     m.def("find_home", [](std::optional<std::string> const& given) {
         return home_of(given).directory().string();
     }, nb::arg("home").none(), "The directory that data and equations are read from first.");
+    m.def("written_name", [](std::string const& name) { return corvane::written_name(name); }, nb::arg("name"),
+          "A name of the data home as chemists write it.");
     m.def("substances", [](std::string const& text, std::optional<std::string> const& given) {
         const corvane::Substances index(home_of(given));
         nb::list found;

@@ -76,6 +76,8 @@ nb::dict property_diagram_of_mixture(corvane::Mixture const& m, Column z,
                                      std::vector<std::vector<double>> const& values,
                                      std::vector<double> const& range, int points);
 
+nb::dict residue_map(corvane::Mixture const& m, double p, double step, double tolerance, int mesh);
+
 void add_fluid(nb::module_& m);
 void add_mixture(nb::module_& m);
 void add_catalogue(nb::module_& m);

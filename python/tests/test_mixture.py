@@ -185,3 +185,16 @@ def test_ideal_curves_meet_their_condition():
         cv.Fluid("methane").ideal_curve("joule")
     with pytest.raises(ValueError):
         f.ideal_curve("inversion")
+
+
+def test_residue_curves():
+    m = cv.Mixture("PR+vdW1", ["propane", "butane", "pentane"])
+    d = m.residue_curves(5e5, mesh=4)
+    assert d.consistent and d.failures == 0 and d.kinds == ["unstable node", "saddle", "stable node"]
+    c = d.curves[0]
+    assert (np.diff(c.T) > 0).all() and c.begin == 0 and c.end == 2
+    k = len(c) // 2
+    assert np.allclose(m.bubble(c.x[k], p=5e5).y, c.y[k], atol=1e-9)
+    matplotlib = pytest.importorskip("matplotlib")
+    matplotlib.use("Agg")
+    assert d.plot().get_title() == "p = 0.5 MPa"
