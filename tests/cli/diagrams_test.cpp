@@ -334,6 +334,64 @@ TEST(CliDiagrams, ATernaryIsThatOfTheFlash) {
         EXPECT_EQ(run_corvane(std::string("ternary PCSAFT+LB ") + wrong).code, 2) << wrong;
 }
 
+TEST(CliDiagrams, SeveralModelsShareATable) {
+    const std::string pair = "propane butane --T 323.15";
+    const Json both = json("pxy " + pair + " --model PR+vdW1 --model PCSAFT+LB");
+    std::map<std::string, std::vector<Json>> rows;
+    for (Json row : both["rows"]) {
+        const std::string model = row["model"];
+        row.erase("model");
+        rows[model].push_back(row);
+    }
+    ASSERT_EQ(rows.size(), 2u);
+    for (auto const& [model, of] : rows) EXPECT_EQ(json("pxy " + model + " " + pair)["rows"], Json(of)) << model;
+    // With a model in its place the option names further ones; each has its envelope.
+    const Json envelopes = json("envelope PR+vdW1 methane=0.7 propane --model SRK+vdW1");
+    EXPECT_EQ(envelopes["special"][0]["model"], "PR+vdW1");
+    EXPECT_EQ(envelopes["special"].back()["model"], "SRK+vdW1");
+    EXPECT_EQ(run_corvane("pxy PR+vdW1 " + pair + " --model SRK+vdW1 --kij 0.1").code, 2);
+    if (no_gnuplot()) return;
+    const Scratch scratch;
+    const std::string home = " --home " + scratch.home().string();
+    ASSERT_EQ(run_corvane("pxy " + pair + " --model PR+vdW1 --model PCSAFT+LB --plot a.svg" + home).code, 0);
+    const std::string svg = Scratch::read("a.svg");
+    for (char const* word : {"<title>propane + butane, 323.15 K</title>", "PR+vdW1, kij 0.0033", "PCSAFT+LB, kij"})
+        EXPECT_NE(svg.find(word), std::string::npos) << word;
+    // Deviations from measured and published values, in pictures.
+    ASSERT_EQ(run_corvane("pxy PR+vdW1 " + pair + " --plot-deviations e.svg --data " CORVANE_SOURCE
+                          "/examples/measured/propane_butane.csv" + home).code, 0);
+    EXPECT_NE(Scratch::read("e.svg").find("p at x, %"), std::string::npos);
+    scratch.write("points.csv", "T/K,p/MPa,rhoL/(kg/m3)\n280,4.16,884\n290,5.32,804\n");
+    ASSERT_EQ(run_corvane("saturation PR CO2 --compare points.csv --plot d.svg" + home).code, 0);
+    const std::string deviations = Scratch::read("d.svg");
+    for (char const* word : {"deviation: calculated/published - 1, %", "rhoL", "T / K"})
+        EXPECT_NE(deviations.find(word), std::string::npos) << word;
+}
+
+TEST(CliDiagrams, PicturesShowWhatMatters) {
+    if (no_gnuplot()) GTEST_SKIP() << "gnuplot is not installed";
+    const Scratch scratch;
+    struct {
+        char const* arguments;
+        double low, least, most;  // the ordinate begins at or above low, and ends between
+    } const cases[] = {
+        {"pxy PR+vdW1 ethanol water --T 350", 0, 0.1, 0.3},        // not the liquids up to 100 MPa
+        {"txy PR+vdW1 ethanol water --p 0.1", 320, 370, 400},      // not the cold liquids
+        {"diagram PR+vdW1 CO2 decane --kij 0.1", 0, 19, 40},       // the maximum of the critical line
+        {"diagram PR+vdW1 CO2 decane --kij 0.1 --p-max 15", 0, 15, 16},         // to the next round value
+        {"envelope MEOS+GERG methane=0.85 ethane=0.1 propane=0.049 helium=0.001", 0, 8, 25}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.arguments);
+        run_corvane(c.arguments + std::string(" --html a.html --home ") + scratch.home().string());
+        const std::string page = Scratch::read("a.html"), mark = "id=\"data\">";
+        const std::size_t data = page.find(mark) + mark.size();
+        const Json axis = Json::parse(page.substr(data, page.find("</script>", data) - data))["axes"][1];
+        EXPECT_GE(value(axis, "low"), c.low);
+        EXPECT_GE(value(axis, "high"), c.least);
+        EXPECT_LE(value(axis, "high"), c.most);
+    }
+}
+
 TEST(CliDiagrams, IsolinesAreStates) {
     const Json d = json("property-diagram CO2 --kind ph --isotherms 0,50 --qualities 0.5 --isentropes 1.5 --isochores 50 "
                         "--units bar --reference IIR");
@@ -412,7 +470,8 @@ TEST(CliDiagrams, PagesHaveThePictureAndTheNumbersOfTheTable) {
          {"pxy PR+vdW1 methane propane --T 250", "envelope PR+vdW1 methane=0.8 propane",
           "diagram PR+vdW1 CO2 ethane", "critical-line PR+vdW1 methane propane", "azeotrope PR+vdW1 CO2 ethane",
           "bubble PR+vdW1 methane=0.3 propane --T 250:280:10", "property-diagram PR propane --kind Ts",
-          "ternary PR+vdW1 nitrogen methane ethane --T 120 --p 3"}) {
+          "ternary PR+vdW1 nitrogen methane ethane --T 120 --p 3",
+          "residue-curves PR+vdW1 propane butane pentane --p 0.5"}) {
         SCOPED_TRACE(arguments);
         const Outcome run = run_corvane(arguments + home + " --csv --no-heading --precision 9 --html a.html");
         ASSERT_EQ(run.code, 0) << run.err;

@@ -43,6 +43,7 @@ corvane COMMAND --help tells the rest.)");
     cli::add_virial(program);
     cli::add_ideal_curve(program);
     cli::add_fit(program);
+    cli::add_residue_curves(program);
     cli::add_reaction(program);
     cli::add_property_diagram(program);
     return program.run(argc, argv);

@@ -118,6 +118,12 @@ Command& Command::words(char const* name, std::vector<std::string>& values, char
     return *this;
 }
 
+Command& Command::repeated(char const* name, std::vector<std::string>& values, char const* text,
+                           char const* type) {
+    app_.add_option(name, values, text)->allow_extra_args(false)->type_name(type);
+    return *this;
+}
+
 Command& Command::count(char const* name, int& value, char const* text) {
     app_.add_option(name, value, text)->type_name("N")->check(CLI::PositiveNumber.description(""));
     return *this;

@@ -35,6 +35,9 @@ class Command {
     /// One or more words; given again, more of them.
     Command& words(char const* name, std::vector<std::string>& values, char const* text,
                    char const* type);
+    /// A word; given again, more of them.
+    Command& repeated(char const* name, std::vector<std::string>& values, char const* text,
+                      char const* type);
     /// A whole number above zero.
     Command& count(char const* name, int& value, char const* text);
     Command& flag(char const* name, bool& value, char const* text);

@@ -247,6 +247,7 @@ void add(Program& program, char const* name, char const* kind, char const* text,
     points->file.add_to(command);
     points->plot.add_to(command);
     points->data.add_to(command);
+    points->plot.add_deviations(command);
     points->options.add_units(command);
     points->options.add_output(command);
     command.examples(examples);

@@ -28,6 +28,7 @@ void add_diagram(Program& program);
 void add_three_phase(Program& program);
 void add_azeotrope(Program& program);
 void add_solubility(Program& program);
+void add_residue_curves(Program& program);
 void add_ternary(Program& program);
 void add_fit(Program& program);
 void add_property_diagram(Program& program);

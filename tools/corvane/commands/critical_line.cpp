@@ -257,6 +257,7 @@ int CriticalLineCommand::lines(MixtureFluid const& mixture, Heading& head, Table
     }
     evidence_.report(head);
     picture = projection.picture;
+    limits.frame(picture);
     if (data) {
         data.compare(mixture, found, {.unstable = unstable}, options.units, head);
         data.draw(picture, options.units);
@@ -314,6 +315,7 @@ void add_critical_line(Program& program) {
     critical->limits.add_to(command);
     critical->plot.add_to(command);
     critical->data.add_to(command);
+    critical->plot.add_deviations(command);
     critical->options.add_units(command);
     critical->options.add_output(command);
     command.examples(

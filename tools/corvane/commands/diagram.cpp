@@ -1,6 +1,8 @@
 // corvane diagram: the p-T projection of a binary.
 #include <tools/corvane/commands/commands.h>
 #include <tools/corvane/diagrams/binary_lines.h>
+#include <tools/corvane/diagrams/plot.h>
+#include <tools/corvane/diagrams/several.h>
 #include <tools/corvane/input/options.h>
 #include <tools/corvane/output/watch.h>
 #include <tools/corvane/text/errors.h>
@@ -19,16 +21,17 @@ struct DiagramCommand {
     Options options;
     MixtureRequest request;
     LineLimits limits;
-    bool log_p = false;
+    Models models;
     PlotFile plot;
 
     int run();
+
+  private:
+    Drawn with(MixtureRequest const& of);
 };
 
-int DiagramCommand::run() {
-    plot.begin();
-    options.begin();
-    const MixtureFluid mixture = open_binary(request);
+Drawn DiagramCommand::with(MixtureRequest const& of) {
+    const MixtureFluid mixture = open_binary(of);
     options.units.M = mixture.M();
     Heading head = heading("diagram", mixture);
     Watch watch("corvane: diagram");
@@ -59,10 +62,18 @@ int DiagramCommand::run() {
     each("azeotropic lines", [&] { return corvane::azeotropic_lines(model, of_phases); });
     lines.finish(head);
     if (Watch::interrupted()) head.summary.emplace_back("interrupted: lines are missing");
-    write(head, lines.table, options.style);
-    lines.projection.picture.log_y = log_p;
-    plot.draw(lines.projection.picture, head, lines.table, options.style);
-    return Watch::interrupted() ? kInterrupted : failures > 0 || lines.open() ? 1 : 0;
+    limits.frame(lines.projection.picture);
+    return {head, lines.table, lines.projection.picture, title_of_model(mixture),
+            Watch::interrupted() ? kInterrupted : failures > 0 || lines.open() ? 1 : 0};
+}
+
+int DiagramCommand::run() {
+    plot.begin();
+    options.begin();
+    const Drawn found = models.each(request, [&](MixtureRequest const& of) { return with(of); });
+    write(found.head, found.table, options.style);
+    plot.draw(found.picture, found.head, found.table, options.style);
+    return found.code;
 }
 }  // namespace
 
@@ -74,7 +85,7 @@ void add_diagram(Program& program) {
     diagram->request.binary = true;
     diagram->request.add_to(command);
     diagram->limits.add_to(command);
-    command.flag("--log-p", diagram->log_p, "logarithmic pressures in the picture");
+    diagram->models.add_to(command);
     diagram->plot.add_to(command);
     diagram->options.add_units(command);
     diagram->options.add_output(command);

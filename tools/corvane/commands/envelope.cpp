@@ -2,6 +2,7 @@
 #include <tools/corvane/commands/commands.h>
 #include <tools/corvane/diagrams/measured.h>
 #include <tools/corvane/diagrams/plot.h>
+#include <tools/corvane/diagrams/several.h>
 #include <tools/corvane/input/open.h>
 #include <tools/corvane/input/options.h>
 #include <tools/corvane/output/watch.h>
@@ -31,10 +32,13 @@ struct EnvelopeCommand {
     std::string p_start, p_max, T_min;
     PlotFile plot;
     Measured data;
+    Models models;
+    bool log_p = false;
 
     int run();
 
   private:
+    Drawn with(MixtureRequest const& of);
     corvane::EnvelopeOptions how() const;
     std::vector<Column> columns(MixtureFluid const& mixture, bool several) const;
     Row row(MixtureFluid const& mixture, EnvelopePoint const& point, long number,
@@ -222,13 +226,11 @@ void EnvelopeCommand::draw(Envelope const& envelope, Picture& picture) const {
             picture.mark(named.name, named.symbol, Ink::black, at(point));
 }
 
-int EnvelopeCommand::run() {
-    plot.begin();
-    data.begin();
-    options.begin();
-    const MixtureFluid mixture = open_mixture(request);
+Drawn EnvelopeCommand::with(MixtureRequest const& of) {
+    const MixtureFluid mixture = open_mixture(of);
+    Measured measured = data;
     options.units.M = mixture.M();
-    if (data) data.read(mixture, MeasuredKind::composition);
+    if (measured) measured.read(mixture, MeasuredKind::composition);
     Heading head = heading("envelope", mixture);
     head.remarks.emplace_back("y: the incipient phase, beside that of the given composition");
     corvane::EnvelopeOptions asked = how();
@@ -258,17 +260,27 @@ int EnvelopeCommand::run() {
     }
     cautions.report(head);
     // What goes on to dense states does not press the rest to the bottom.
-    for (Envelope const& envelope : envelopes)
-        for (EnvelopePoint const& point : envelope.cricondenbar)
-            drawing.y_top = std::max(drawing.y_top, 2.0 * at(point)[1]);
-    if (data) {
-        data.compare(mixture, {corvane::Saturated::bubble, corvane::Saturated::dew}, options.units,
+    if (p_max.empty())
+        for (Envelope const& envelope : envelopes)
+            for (EnvelopePoint const& point : envelope.cricondenbar)
+                drawing.y_top = std::max(drawing.y_top, 2.0 * at(point)[1]);
+    drawing.log_y = log_p;
+    if (measured) {
+        measured.compare(mixture, {corvane::Saturated::bubble, corvane::Saturated::dew}, options.units,
                      head);
-        data.draw(drawing, options.units);
+        measured.draw(drawing, options.units);
     }
-    write(head, table, options.style);
-    plot.draw(drawing, head, table, options.style);
-    return Watch::interrupted() ? kInterrupted : stuck ? 1 : 0;
+    return {head, table, drawing, title_of_model(mixture), Watch::interrupted() ? kInterrupted : stuck ? 1 : 0};
+}
+
+int EnvelopeCommand::run() {
+    plot.begin();
+    data.begin();
+    options.begin();
+    const Drawn found = models.each(request, [&](MixtureRequest const& of) { return with(of); });
+    write(found.head, found.table, options.style);
+    plot.draw(found.picture, found.head, found.table, options.style);
+    return found.code;
 }
 }  // namespace
 
@@ -284,6 +296,9 @@ void add_envelope(Program& program) {
         .value("--T-min", envelope->T_min, "where it ends at low temperatures (default: 50 K)");
     envelope->plot.add_to(command);
     envelope->data.add_to(command);
+    envelope->plot.add_deviations(command);
+    envelope->models.add_to(command);
+    command.flag("--log-p", envelope->log_p, "logarithmic pressures in the picture");
     envelope->options.add_units(command);
     envelope->options.add_output(command);
     command.examples(

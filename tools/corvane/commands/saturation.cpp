@@ -1,17 +1,22 @@
 // corvane saturation: vapour-liquid equilibrium along temperatures or pressures.
 #include <tools/corvane/commands/commands.h>
+#include <tools/corvane/diagrams/deviations.h>
+#include <tools/corvane/diagrams/plot.h>
 #include <tools/corvane/input/options.h>
 #include <tools/corvane/output/rows.h>
 #include <tools/corvane/results/file_run.h>
+#include <tools/corvane/results/mixture_points.h>
 #include <tools/corvane/results/compare.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
+#include <tools/corvane/text/text.h>
 
 #include <corvane/phases/saturation/pure_saturation.h>
 #include <corvane/phases/saturation/saturation_expansion.h>
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <memory>
@@ -120,10 +125,12 @@ struct SaturationCommand {
     std::string T, p, compare;
     FileRun file;
     bool all = false;
+    PlotFile plot;
 
     int run();
 
   private:
+    Picture picture(Fluid const& fluid, Table const& table, std::string const& given) const;
     std::vector<double> read_points() const;
     std::vector<SaturationColumn const*> choose(Fluid const& fluid,
                                                 std::optional<Published> const& published) const;
@@ -148,7 +155,49 @@ std::vector<SaturationColumn const*> SaturationCommand::choose(
     return chosen;
 }
 
+/// Deviations from published values, or the vapour pressure.
+Picture SaturationCommand::picture(Fluid const& fluid, Table const& table, std::string const& given) const {
+    Picture result;
+    result.title = fmt::format("{}, {}", written_name(fluid.substance), fluid.equation);
+    const auto points = [&](std::string const& x, std::string const& y) {
+        const auto index = [&](std::string const& name) {
+            return std::find_if(table.columns.begin(), table.columns.end(),
+                                [&](Column const& c) { return c.name == name; }) - table.columns.begin();
+        };
+        std::vector<XY> found;
+        for (Row const& row : table.rows) {
+            const auto value = [&](std::ptrdiff_t k) {
+                double const* v = k < static_cast<std::ptrdiff_t>(row.cells.size())
+                                      ? std::get_if<double>(&row.cells[static_cast<std::size_t>(k)]) : nullptr;
+                return v ? *v : std::nan("");
+            };
+            found.push_back({value(index(x)), value(index(y))});
+        }
+        return found;
+    };
+    if (compare.empty()) {
+        result.x_axis = axis(Quantity::temperature, options.units);
+        result.y_axis = axis(Quantity::pressure, options.units);
+        result.log_y = true;
+        result.curves.push_back({"vapour pressure", Ink::liquid, Stroke::line, points("T", "p")});
+        return result;
+    }
+    result.x_axis = axis(given == "T" ? Quantity::temperature : Quantity::pressure, options.units);
+    result.y_axis = "deviation: calculated/published - 1, %";
+    for (Column const& column : table.columns) {
+        if (column.name.compare(0, 2, "d_") != 0) continue;
+        const std::string name = column.name.substr(2);
+        result.marks.push_back(deviation_marks(
+            result.marks.size(), column.unit == "K" ? name + ", calculated - published, K" : name));
+        result.marks.back().points = points(given, column.name);
+    }
+    result.curves.push_back(zero_line(result.marks));
+    return result;
+}
+
 int SaturationCommand::run() {
+    plot.begin();
+    if (plot && file) throw Misuse("--plot and --html draw what --T, --p or --compare ask for");
     if ((T.empty() ? 0 : 1) + (p.empty() ? 0 : 1) + (compare.empty() ? 0 : 1) + (file ? 1 : 0) != 1)
         throw Misuse("give one of --T, --p, --compare and --input");
     file.begin(options.json());
@@ -205,6 +254,7 @@ int SaturationCommand::run() {
              published->lay_beside(table, by_T ? "T" : "p", quantities(), units))
             head.summary.push_back(line);
     write(head, table, options.style);
+    if (plot) plot.draw(picture(fluid, table, by_T ? "T" : "p"), head, table, options.style);
     return code;
 }
 }  // namespace
@@ -223,6 +273,7 @@ void add_saturation(Program& program) {
                {.type = "FILE"})
         .flag("--all", saturation->all, "more columns: volumes, Z, phi, h, s, cp of both phases");
     saturation->file.add_to(command);
+    saturation->plot.add_to(command);
     saturation->options.add_reference(command);
     saturation->options.add_units(command);
     saturation->options.add_output(command);

@@ -182,6 +182,9 @@ void draw(TernaryDiagram const& d, Picture& picture) {
         for (std::size_t k : {0, 1, 2, 0}) corners.push_back(place(t.phases[k]));
         for (std::size_t k : {0, 1, 2})
             picture.mark("three phases", Symbol::three_phase, Ink::black, corners[k]);
+        picture.labels.push_back({"3 phases",
+                                  {(corners[0][0] + corners[1][0] + corners[2][0]) / 3,
+                                   (corners[0][1] + corners[1][1] + corners[2][1]) / 3}});
         picture.curves.push_back({"", Ink::black, Stroke::line, std::move(corners)});
     }
     for (corvane::CriticalPoint const& q : d.plait)

@@ -130,6 +130,7 @@ int SpecialStates<Kind>::run() {
     const int code = whole ? lines(mixture, result) : points(mixture, result, head);
     result.finish(head);
     write(head, result.table, options.style);
+    limits.frame(result.projection.picture);
     plot.draw(result.projection.picture, head, result.table, options.style);
     return code;
 }

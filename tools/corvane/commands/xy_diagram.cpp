@@ -1,6 +1,7 @@
 // corvane pxy, corvane txy: isothermal and isobaric diagrams of a binary.
 #include <tools/corvane/commands/commands.h>
 #include <tools/corvane/diagrams/measured.h>
+#include <tools/corvane/diagrams/several.h>
 #include <tools/corvane/diagrams/xy_solid.h>
 #include <tools/corvane/input/open.h>
 #include <tools/corvane/input/options.h>
@@ -15,6 +16,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <memory>
 #include <utility>
 
@@ -36,11 +39,13 @@ struct XyDiagram {
     std::string solid_data;
     PlotFile plot;
     Measured data;
+    Models models;
 
     char const* name() const { return isothermal ? "pxy" : "txy"; }
     int run();
 
   private:
+    Drawn with(MixtureRequest const& of);
     std::vector<Column> columns(MixtureFluid const& mixture) const;
     std::vector<Row> rows_of(MixtureFluid const& mixture, Diagram const& branch) const;
     void report(MixtureFluid const& mixture, BinaryDiagram const& diagram, double given,
@@ -49,8 +54,16 @@ struct XyDiagram {
     std::vector<Row> trace(MixtureFluid const& mixture, Solids const& solids, double given,
                            corvane::DiagramOptions const& asked, Heading& head, Picture& picture);
     XyFrame frame() const { return {isothermal, options.units}; }
+    void seen(Diagram const& branch);
+    void frame_of(Picture& picture, bool one) const;
     bool complete_ = true;
     std::vector<TracedDiagram> traced_;  ///< for measured points
+    double vapour_low_ = 1e300, vapour_high_ = -1e300;  ///< ordinates of splits with a vapour
+    struct Field {
+        char const* name;
+        std::vector<std::array<double, 3>> ties;  ///< x, y, ordinate
+    };
+    std::vector<Field> fields_;
     Cautions cautions_;
 };
 
@@ -179,6 +192,22 @@ corvane::DiagramOptions XyDiagram::how(MixtureFluid const& mixture, Heading& hea
     return result;
 }
 
+/// What the picture shows of it at least, and the name of the field between its curves.
+void XyDiagram::seen(Diagram const& branch) {
+    Field field{branch.kind == PhasePair::vapour_liquid   ? "L + V"
+                : branch.kind == PhasePair::liquid_liquid ? "L + L"
+                                                          : "F + F", {}};
+    for (TieLine const& tie : branch.points) {
+        if (!tie.stable) continue;
+        if (branch.kind == PhasePair::vapour_liquid) {
+            vapour_low_ = std::min(vapour_low_, frame().value(tie));
+            vapour_high_ = std::max(vapour_high_, frame().value(tie));
+        }
+        field.ties.push_back({tie.x, tie.y, frame().value(tie)});
+    }
+    fields_.push_back(std::move(field));
+}
+
 std::vector<Row> XyDiagram::trace(MixtureFluid const& mixture, Solids const& solids, double given,
                                   corvane::DiagramOptions const& asked, Heading& head,
                                   Picture& picture) {
@@ -192,6 +221,7 @@ std::vector<Row> XyDiagram::trace(MixtureFluid const& mixture, Solids const& sol
             if (solids.freeze(tie.T, tie.p, tie.x, tie.rho_x)) tie.stable = false;
         for (Row& row : rows_of(mixture, branch)) rows.push_back(std::move(row));
         draw(branch, frame(), picture);
+        seen(branch);
         if (branch.points.size() <= longest.size()) continue;
         longest.clear();
         for (TieLine const& tie : branch.points) longest.push_back({tie.x, frame().value(tie)});
@@ -213,18 +243,20 @@ std::vector<Row> XyDiagram::trace(MixtureFluid const& mixture, Solids const& sol
     return rows;
 }
 
-int XyDiagram::run() {
-    if (values.empty() && !data)
-        throw Misuse(fmt::format("give {}, or --data with the points that tell", isothermal ? "--T" : "--p"));
-    plot.begin();
-    data.begin();
-    options.begin();
-    const MixtureFluid mixture = open_binary(request);
+/// What there is with one model.
+Drawn XyDiagram::with(MixtureRequest const& of) {
+    const MixtureFluid mixture = open_binary(of);
+    complete_ = true;
+    cautions_ = {};
+    vapour_low_ = 1e300, vapour_high_ = -1e300;
+    fields_.clear();
+    traced_.clear();
+    Measured measured = data;
     Units& units = options.units;
     units.M = mixture.M();
-    if (data) data.read(mixture, isothermal ? MeasuredKind::isotherms : MeasuredKind::isobars);
+    if (measured) measured.read(mixture, isothermal ? MeasuredKind::isotherms : MeasuredKind::isobars);
     char const* const option = isothermal ? "--T" : "--p";
-    const auto given = values.empty() ? data.groups()
+    const auto given = values.empty() ? measured.groups()
                                       : positive_points(values, option, frame().fixed(), units);
     if (given.empty()) throw Failure(fmt::format("--data tells no {}: give {}", frame().symbol(), option));
     Heading head = heading(name(), mixture);
@@ -247,15 +279,52 @@ int XyDiagram::run() {
                           [&] { return trace(mixture, solids, value, asked, head, picture); }))
             break;
     cautions_.report(head);
-    if (data) {
-        data.compare(mixture, traced_, units, head);
-        data.draw(picture, units);
+    if (measured) {
+        measured.compare(mixture, traced_, units, head);
+        measured.draw(picture, units);
     }
-    if (given.size() == 1) picture.labels.clear();  // it is in the title
+    frame_of(picture, given.size() == 1);
     const int code = rows.finish(head);
-    write(head, table, options.style);
-    plot.draw(picture, head, table, options.style);
-    return code == 0 && !complete_ ? 1 : code;
+    return {head, table, picture, title_of_model(mixture), code == 0 && !complete_ ? 1 : code};
+}
+
+/// What is seen: with no bounds given the vapour, wherever liquids go on to without it.
+void XyDiagram::frame_of(Picture& picture, bool one) const {
+    if (one) picture.labels.clear();  // its value is in the title
+    if (vapour_low_ < vapour_high_ && !solid) {
+        if (isothermal && p_max.empty()) picture.y_top = 1.5 * vapour_high_;
+        if (!isothermal && T_min.empty())
+            picture.y_bottom = vapour_low_ - std::max(0.5 * (vapour_high_ - vapour_low_), 5.0);
+    }
+    if (!one) return;
+    // In the middle of the widest split that is well inside the field and the picture.
+    const Axis y = picture.axes()[1];
+    for (Field const& field : fields_) {
+        double low = 1.0, high = 0.0;
+        for (auto const& tie : field.ties) {
+            low = std::min(low, std::max(0.0, y.part(tie[2])));
+            high = std::max(high, std::min(1.0, y.part(tie[2])));
+        }
+        std::array<double, 3> widest{};
+        for (auto const& tie : field.ties)
+            if (y.part(tie[2]) > low + 0.06 && y.part(tie[2]) < high - 0.06 &&
+                std::fabs(tie[0] - tie[1]) > std::fabs(widest[0] - widest[1]))
+                widest = tie;
+        if (widest[0] != widest[1])
+            picture.labels.push_back({field.name, {0.5 * (widest[0] + widest[1]), widest[2]}});
+    }
+}
+
+int XyDiagram::run() {
+    if (values.empty() && !data)
+        throw Misuse(fmt::format("give {}, or --data with the points that tell", isothermal ? "--T" : "--p"));
+    plot.begin();
+    data.begin();
+    options.begin();
+    const Drawn found = models.each(request, [&](MixtureRequest const& of) { return with(of); });
+    write(found.head, found.table, options.style);
+    plot.draw(found.picture, found.head, found.table, options.style);
+    return found.code;
 }
 
 void add(Program& program, bool isothermal, char const* text, char const* examples) {
@@ -282,6 +351,8 @@ void add(Program& program, bool isothermal, char const* text, char const* exampl
     add_solid_data(command, diagram->solid_data);
     diagram->plot.add_to(command);
     diagram->data.add_to(command);
+    diagram->plot.add_deviations(command);
+    diagram->models.add_to(command);
     diagram->options.add_units(command);
     diagram->options.add_output(command);
     command.examples(examples);

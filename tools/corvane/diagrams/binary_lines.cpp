@@ -4,6 +4,8 @@
 
 #include <fmt/format.h>
 
+#include <utility>
+
 namespace cli {
 using corvane::AzeotropicLine;
 using corvane::CriticalLine;
@@ -25,7 +27,13 @@ BinaryLines::BinaryLines(MixtureFluid const& mixture, Units const& units)
 
 void LineLimits::add_to(Command& command) {
     command.value("--p-max", p_max, "where lines end at high pressure (default: 100 MPa)")
-        .value("--T-min", T_min, "where lines end at low temperature");
+        .value("--T-min", T_min, "where lines end at low temperature")
+        .flag("--log-p", log_p, "logarithmic pressures in the picture");
+}
+
+void LineLimits::frame(Picture& picture) const {
+    picture.log_y = log_p;
+    if (log_p || !p_max.empty()) picture.y_top = 0.0;  // all of the lines
 }
 
 void LineLimits::limit(Units const& units, double& highest, double& coldest) const {
@@ -102,6 +110,8 @@ void BinaryLines::add(ThreePhaseLine const& line) {
          in_words(line.end, CurveKind::phase_line));
     open_ = open_ || line.begin == PhaseLineEnd::stuck || line.end == PhaseLineEnd::stuck;
     projection.picture.curves.push_back({"three phases", Ink::liquid2, Stroke::line, curve});
+    for (auto const& [end, at] : {std::pair(line.begin, curve.front()), std::pair(line.end, curve.back())})
+        if (end == PhaseLineEnd::critical) projection.mark("critical end point", Symbol::end_point, at);
 }
 
 void BinaryLines::add(AzeotropicLine const& line) {
@@ -115,6 +125,13 @@ void BinaryLines::add(AzeotropicLine const& line) {
          in_words(line.end, CurveKind::azeotrope));
     open_ = open_ || line.begin == PhaseLineEnd::stuck || line.end == PhaseLineEnd::stuck;
     projection.picture.curves.push_back({"azeotropes", Ink::azeotrope, Stroke::line, curve});
+    for (auto const& [end, at] : {std::pair(line.begin, curve.front()), std::pair(line.end, curve.back())})
+        if (end == PhaseLineEnd::critical)
+            projection.mark("critical azeotrope", Symbol::azeotrope, at);
+        else if (end == PhaseLineEnd::three_phase)
+            projection.mark("azeotrope of two liquids", Symbol::three_phase, at);
+        else if (end == PhaseLineEnd::pure)
+            projection.mark("azeotrope at a pure component", Symbol::extremum, at);
 }
 
 void BinaryLines::finish(Heading& heading) const {

@@ -19,7 +19,10 @@ namespace cli {
 /// Where lines end: --p-max and --T-min.
 struct LineLimits {
     std::string p_max, T_min;
+    bool log_p = false;
 
+    /// A picture up to --p-max, if it is given, and --log-p.
+    void frame(Picture& picture) const;
     void add_to(Command& command);
     explicit operator bool() const { return !p_max.empty() || !T_min.empty(); }
     /// Options of a trace, shorter steps for a picture. The watch must outlive them.

@@ -132,18 +132,20 @@ std::array<Axis, 2> Picture::axes() const {
     const auto see = [&](XY const& point) {
         if (!std::isfinite(point[0]) || !std::isfinite(point[1])) return;
         if ((log_x && !(point[0] > 0.0)) || (log_y && !(point[1] > 0.0))) return;
-        if (!(point[1] <= y_top) && y_top > 0.0) return;
+        if ((!(point[1] <= y_top) && y_top > 0.0) || point[1] < y_bottom) return;
         for (std::size_t i : {0, 1}) {
             low[i] = std::min(low[i], point[i]);
             high[i] = std::max(high[i], point[i]);
         }
         if (log_y || point[1] > 2e-3 * y_top) rises = std::min(rises, point[0]);
     };
-    double highest = 0.0;
+    double highest = 0.0, lowest = 1e300;
     for (Curve const& curve : curves)
         for (XY const& point : curve.points) {
             see(point);
-            if (std::isfinite(point[1])) highest = std::max(highest, point[1]);
+            if (!std::isfinite(point[1])) continue;
+            highest = std::max(highest, point[1]);
+            lowest = std::min(lowest, point[1]);
         }
     for (Marks const& m : marks)
         for (XY const& point : m.points) {
@@ -159,6 +161,7 @@ std::array<Axis, 2> Picture::axes() const {
         if (highest > top) high[1] = top;
         high[1] = std::max(high[1], std::min(top, highest));
     }
+    if (lowest < y_bottom) low[1] = std::min(low[1], y_bottom);
     if (!log_y && low[1] > 0.0 && y_top > 0.0) low[1] = 0.0;
     Axis x = fraction ? Axis{0.0, 1.0, false} : rounded(low[0], high[0], log_x);
     return {x, rounded(low[1], high[1], log_y)};

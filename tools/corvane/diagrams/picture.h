@@ -80,6 +80,7 @@ struct Picture {
     bool fraction = false;  ///< x is a mole fraction: 0 to 1
     bool log_x = false, log_y = false;
     double y_top = 0.0;  ///< above 0: where the picture ends, if points are higher
+    double y_bottom = -1e300;  ///< where it begins, if points are lower
     /// Not empty: an equilateral triangle, the names at its top, lower left and lower right corner.
     std::array<std::string, 3> corners = {};
 

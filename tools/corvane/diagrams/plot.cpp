@@ -1,3 +1,4 @@
+#include <tools/corvane/diagrams/deviations.h>
 #include <tools/corvane/diagrams/page.h>
 #include <tools/corvane/diagrams/plot.h>
 #include <tools/corvane/output/whole_file.h>
@@ -19,7 +20,7 @@ PictureFormat format_of(std::string const& file) {
     if (suffix == ".png") return PictureFormat::png;
     if (suffix == ".pdf") return PictureFormat::pdf;
     if (suffix == ".eps") return PictureFormat::eps;
-    throw Misuse(fmt::format("--plot {}: the name must end in .svg, .png, .pdf or .eps", file));
+    throw Misuse(fmt::format("{}: the name of a picture must end in .svg, .png, .pdf or .eps", file));
 }
 
 /// "160x100", "160x100mm" or "6.3x4in", in mm.
@@ -74,6 +75,11 @@ void PlotFile::add_to(Command& command) {
         .flag("--mono", mono_, "dashes and marks in place of colours");
 }
 
+void PlotFile::add_deviations(Command& command) {
+    command.value("--plot-deviations", deviations_,
+                  "draws the deviations from the points of --data, in a file as that of --plot", {.type = "FILE"});
+}
+
 void PlotFile::begin() {
     if (!*this) {
         if (!size_.empty() || title_ != kAsIs || !font_.empty() || mono_)
@@ -81,6 +87,7 @@ void PlotFile::begin() {
         return;
     }
     if (!plot_.empty()) sheet_.format = format_of(plot_);
+    if (!deviations_.empty()) format_of(deviations_);
     if (!size_.empty()) read_size(size_, sheet_);
     if (!font_.empty()) read_font(font_, sheet_);
     sheet_.mono = mono_;
@@ -90,11 +97,17 @@ void PlotFile::begin() {
             "gnuplot-nox)");
     if (!plot_.empty()) plot_path_ = fs::absolute(plot_);
     if (!html_.empty()) html_path_ = fs::absolute(html_);
+    if (!deviations_.empty()) deviations_path_ = fs::absolute(deviations_);
 }
 
 void PlotFile::draw(Picture picture, Heading const& heading, Table const& table, Style const& style) const {
     if (title_ != kAsIs) picture.title = title_;
     if (!plot_.empty()) write_whole(drawn(picture, sheet_), plot_path_, "--plot");
+    if (!deviations_.empty()) {
+        Sheet sheet = sheet_;
+        sheet.format = format_of(deviations_);
+        write_whole(drawn(deviations(heading, picture.title), sheet), deviations_path_, "--plot-deviations");
+    }
     if (html_.empty()) return;
     Sheet screen = sheet_;
     screen.format = PictureFormat::svg;

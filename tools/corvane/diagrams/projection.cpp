@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace cli {
@@ -69,6 +70,15 @@ void Projection::add_pure(std::vector<SaturationPoint> const& curve, int i) {
     picture.mark("pure critical point", Symbol::critical, Ink::black, points.back());
 }
 
+void Projection::mark(char const* name, Symbol symbol, XY at) {
+    for (Marks const& m : picture.marks)
+        if (m.title == name)
+            for (XY const& q : m.points)
+                if (std::fabs(q[0] - at[0]) < 1e-4 * std::fabs(at[0]) && std::fabs(q[1] - at[1]) < 1e-3 * std::fabs(at[1]))
+                    return;
+    picture.mark(name, symbol, Ink::black, at);
+}
+
 void Projection::add(CriticalLine const& line) {
     std::vector<XY> points;
     for (CriticalPoint const& point : line.points) points.push_back(at(point.T, point.p));
@@ -77,13 +87,16 @@ void Projection::add(CriticalLine const& line) {
     // A line that leaves at the top is seen to do so; the others are seen as a whole.
     if (line.begin != CriticalLineEnd::pressure && line.end != CriticalLineEnd::pressure)
         for (CriticalPoint const& point : line.points) show(point.p);
+    // What rises and falls again before it leaves is seen, too.
+    for (std::size_t k = 1; k + 1 < line.points.size(); ++k) {
+        const double p = line.points[k].p, before = line.points[k - 1].p, after = line.points[k + 1].p;
+        if ((p > before && p >= after) || (p < before && p <= after)) show(p);
+    }
     for (auto const& [end, point] :
          {std::pair(line.begin, line.points.front()), std::pair(line.end, line.points.back())})
         if (end != CriticalLineEnd::pressure) show(point.p);
-    if (line.begin == CriticalLineEnd::end_point)
-        picture.mark("critical end point", Symbol::end_point, Ink::black, points.front());
-    if (line.end == CriticalLineEnd::end_point)
-        picture.mark("critical end point", Symbol::end_point, Ink::black, points.back());
+    if (line.begin == CriticalLineEnd::end_point) mark("critical end point", Symbol::end_point, points.front());
+    if (line.end == CriticalLineEnd::end_point) mark("critical end point", Symbol::end_point, points.back());
 }
 
 }  // namespace cli

@@ -26,6 +26,8 @@ class Projection {
     Projection(MixtureFluid const& mixture, Units const& units);
     void add_pure(std::vector<corvane::SaturationPoint> const& curve, int i);
     void add(corvane::CriticalLine const& line);
+    /// A mark, once at a place that several lines end at.
+    void mark(char const* name, Symbol symbol, XY at);
     XY at(double T, double p) const {
         return {units_.from_library(Quantity::temperature, T),
                 units_.from_library(Quantity::pressure, p)};

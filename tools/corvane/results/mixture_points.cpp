@@ -88,7 +88,11 @@ std::string title(MixtureFluid const& mixture) {
         if (mixture.composed) text += fmt::format("{:.6g} ", mixture.x[i]);
         text += written_name(mixture.component(i));
     }
-    text = fmt::format("{}, {}", text, mixture.name());
+    return text + ", " + title_of_model(mixture);
+}
+
+std::string title_of_model(MixtureFluid const& mixture) {
+    std::string text = mixture.name();
     if (*mixture.theory == "GERG") return text + (mixture.estimated.empty() ? "" : ", estimated");
     if (mixture.size() == 2) text += ", kij " + shortest(mixture.model->param(0, 0, 1));
     const auto all = static_cast<std::size_t>(mixture.size() * (mixture.size() - 1) / 2);

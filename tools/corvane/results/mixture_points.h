@@ -41,6 +41,7 @@ Rows::Given given(Units const& units, bool by_T, double value, Vector<double> co
 /// Of a picture: "methane + carbon dioxide, PR+vdW1, kij 0.0973", with mole fractions if there are;
 /// it says what is estimated.
 std::string title(MixtureFluid const& mixture);
+std::string title_of_model(MixtureFluid const& mixture);  ///< its part behind the components
 /// Of an axis: "p / MPa".
 std::string axis(Quantity quantity, Units const& units);
 

@@ -1,6 +1,7 @@
 // Small operations on strings: the library's, and what a terminal needs.
 #pragma once
 
+#include <corvane/catalogue/names.h>
 #include <corvane/core/text.h>
 
 #include <string>
@@ -14,13 +15,10 @@ using corvane::lower;
 using corvane::split;
 using corvane::to_number;
 using corvane::trimmed;
+using corvane::written_name;
 
 /// What a terminal shows as it stands: valid UTF-8 without control characters, each of which, and
 /// each byte of what is no UTF-8, becomes '?'.
 std::string printable(std::string_view text);
-
-/// A substance as chemists write it: "carbon dioxide", "1,2-dichloroethane", "cis-2-butene",
-/// "methyl tert-butyl ether", "R1234ze(E)"; a name of another form as it stands.
-std::string written_name(std::string_view name);
 
 }  // namespace cli
