@@ -43,6 +43,8 @@ const std::map<std::string, Sample> kCommands = {
     {"ideal-curve", {"PR nitrogen", ""}},
     {"residue-curves", {"PR+vdW1 propane butane pentane", "--p 0.5 --mesh 3"}},
     {"reaction", {"'N2 + 3 H2 = 2 NH3'", "--T 300"}},
+    {"check-equation", {"PR propane", ""}},
+    {"new-equation", {"$(mktemp -d)/mine", ""}},
     {"solubility", {"PR+vdW1 methane CO2 --solid CO2", "--T 150 --p 5"}},
     {"fit", {"PR hexane", "--adjust omega --data " CORVANE_SOURCE "/examples/fit/hexane.csv"}},
 };

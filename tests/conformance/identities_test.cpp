@@ -3,7 +3,8 @@
 #include "support/errors.h"
 #include "support/shipped.h"
 
-#include <corvane/core/numelo.h>
+#include <corvane/catalogue/open.h>
+#include <corvane/check/check.h>
 
 #include <gtest/gtest.h>
 
@@ -34,52 +35,14 @@ std::string title(testing::TestParamInfo<Fluid> const& info) {
 }
 INSTANTIATE_TEST_SUITE_P(Conformance, EveryEquation, testing::ValuesIn(fluids()), title);
 
-/// Calls f at gas, liquid, supercritical and dense states, outside the two-phase region.
-template <class F>
-void for_each_state(Model1 const& m, F f) {
-    for (double Tr : {0.6, 0.8, 0.95, 1.05, 1.5, 2.5})
-        // Not at rho_c itself, where reference equations have terms like |rho/rho_c − 1|^3.3, which
-        // differences do not see well.
-        for (double r : {1e-8, 1e-4, 0.01, 0.2, 0.7, 1.1, 1.5, 2.2, 2.6}) {
-            const double T = Tr * m.Tcrit(), rho = r / m.vcrit();
-            if (!std::isfinite(m.Z(rho, T)) || m.pV(rho, T) <= 0.01 || m.off(rho, T)) continue;
-            SCOPED_TRACE(testing::Message() << "Tr = " << Tr << ", rho/rho_c = " << r);
-            f(rho, T);
-        }
-}
-
-double ar_rho(double rho, void* ctx) {
-    auto const& s = *static_cast<pass1 const*>(ctx);
-    return s.mdl1->Ar(rho, s.T);
-}
-
-TEST_P(EveryEquation, ResidualPropertiesFitTogether) {
-    Model1& m = *model_;
-    corvane::Deriv1 const* exact = m.derivatives();
-    for_each_state(m, [&](double rho, double T) {
-        const double Ar = m.Ar(rho, T), Z = m.Z(rho, T), H = m.Hr(rho, T), S = m.Sr(rho, T);
-        const double size = std::fabs(H) + std::fabs(S) + std::fabs(Z) + std::fabs(Ar);
-        EXPECT_NEAR(m.Gr(rho, T), H - S, 4e-15 * size);
-        EXPECT_NEAR(H, m.Ur(rho, T) + Z - 1, 4e-15 * size);
-        const double PT = m.betaV(rho, T), Prho = m.pV(rho, T);
-        EXPECT_NEAR(m.Cpr(rho, T) - m.CVr(rho, T), PT * PT / Prho - 1,
-                    1e-12 * (1 + PT * PT / Prho + std::fabs(m.CVr(rho, T))));
-        EXPECT_NEAR(m.alphap(rho, T), PT * m.kappaT(rho, T), 1e-13 * std::fabs(PT / Prho));
-
-        // Z against the slope of Ar, and every exact derivative against the numerical route: two
-        // sources of one number, apart by the numerical one's error.
-        pass1 state{&m, 0, 0, rho, T};
-        const double slope = rho * diff_romberg(ar_rho, &state, 1, rho, th_inc1 * rho, 1, 0, 1e99);
-        EXPECT_NEAR(Z - 1, slope, 4e-16 + 1e-10 * (std::fabs(Ar) + std::fabs(slope)));
-        if (!exact) return;
-        const double CV = m.CVr(rho, T), U = m.Ur(rho, T);
-        m.derivatives(nullptr);
-        EXPECT_NEAR(U, m.Ur(rho, T), 1e-10 * (std::fabs(Ar) + std::fabs(U)));
-        EXPECT_NEAR(CV, m.CVr(rho, T), 1e-6 * (std::fabs(Ar) + std::fabs(U) + std::fabs(CV)));
-        EXPECT_NEAR(PT, m.betaV(rho, T), 1e-9 * (std::fabs(Z) + std::fabs(PT)));
-        EXPECT_NEAR(Prho, m.pV(rho, T), 1e-9 * (std::fabs(Z) + std::fabs(Prho)));
-        m.derivatives(exact);
-    });
+// Identities, derivatives, densities against a scan, saturation, parameters, threads, odd arguments.
+TEST_P(EveryEquation, PassesTheChecksForAuthors) {
+    const ParameterSet set{GetParam().eos, GetParam().name, 1};
+    const double valid = free_value(set, "valid", 0), Tc = model_->Tcrit();
+    const corvane::CheckRange range{.T_low = valid > 0.4 * Tc && valid < Tc ? valid : 0.0};
+    for (corvane::Check const& c : corvane::check_equation(*model_, range))
+        EXPECT_TRUE(c.passed()) << c.name << ": " << c.worst << " times what is allowed at T = " << c.T
+                                << ", rho = " << c.rho << ", p = " << c.p << ": " << c.what;
 }
 
 // An impossible state, or one past the pole of the equation, has no properties: where Ar or Z is no
@@ -122,91 +85,98 @@ TEST_P(EveryEquation, ExactRouteFailsWhereTheNumericalOneDoes) {
     EXPECT_GT(refused, 200);
 }
 
-// Maxwell: ∂S/∂rho at T equals −∂p/∂T/rho², that is rho·∂Sr/∂rho = 1 − P_T.
-TEST_P(EveryEquation, EntropySlopeIsTheThermalPressure) {
-    struct Context {
-        Model1 const* m;
-        double T;
-    } context{model_.get(), 0};
-    for_each_state(*model_, [&](double rho, double T) {
-        context.T = T;
-        const auto Sr = [](double x, void* c) {
-            auto const& k = *static_cast<Context*>(c);
-            return k.m->Sr(x, k.T);
-        };
-        const double slope = rho * diff_romberg(Sr, &context, 1, rho, th_inc1 * rho, 1, 0, 1e99);
-        const double PT = model_->betaV(rho, T);
-        EXPECT_NEAR(slope, 1 - PT, 2e-7 * (1 + std::fabs(PT)));
-    });
-}
-
-TEST_P(EveryEquation, VanishingDensityIsTheIdealGasAndGivesTheSecondVirialCoefficient) {
-    Model1 const& m = *model_;
-    for (double Tr : {0.7, 1.0, 2.0}) {
-        const double T = Tr * m.Tcrit(), B = m.B(T, 2), rho = 1e-9 / m.vcrit();
-        EXPECT_EQ(m.Ar(0, T), 0);
-        EXPECT_EQ(m.Z(0, T), 1);
-        EXPECT_NEAR(m.Ar(rho, T) / rho, B,
-                    2e-6 * (std::fabs(B) + m.vcrit()));  // third virial · rho
-        EXPECT_NEAR((m.Z(rho, T) - 1) / rho, B, 1e-6 * (std::fabs(B) + m.vcrit()));
+struct Blend {
+    char const *eos, *mixing;
+    std::vector<char const*> components;
+};
+TEST(EveryMixture, PassesTheChecksForAuthors) {
+    for (Blend const& b : {Blend{"PR", "vdW1", {"methane", "propane"}},
+                           Blend{"PR", "vdW1", {"carbon_dioxide", "ethane", "decane"}},
+                           Blend{"SRK", "vdW1", {"methane", "butane"}},
+                           Blend{"PCSAFT", "LB", {"methane", "propane"}},
+                           Blend{"PCSAFT", "LB", {"ethanol", "water"}},
+                           Blend{"MEOS", "GERG", {"methane", "propane"}}}) {
+        const std::string model = std::string(b.eos) + "+" + b.mixing;
+        const corvane::Mixture m =
+            corvane::open_mixture(model, {b.components.begin(), b.components.end()});
+        for (corvane::Check const& c : corvane::check_mixture(*m.model))
+            EXPECT_TRUE(c.passed()) << model << " " << b.components[0] << ", " << c.name << ": "
+                                    << c.worst << " times what is allowed at T = " << c.T
+                                    << ", rho = " << c.rho << ", p = " << c.p << ": " << c.what;
     }
 }
 
-TEST_P(EveryEquation, DensityRootsAreRootsStableAndOrdered) {
-    Model1 const& m = *model_;
-    for (double Tr : {0.55, 0.75, 0.9, 0.99, 1.0, 1.2, 2.0})
-        for (double p : {1e-12, 1e-6, 1e-3, 0.1, 1.0, 5.0, 20.0, 100.0}) {
-            SCOPED_TRACE(testing::Message() << "Tr = " << Tr << ", p = " << p);
-            const double T = Tr * m.Tcrit();
-            double dense = std::nan(""), dilute = std::nan("");
-            const int n = m.vcalc(p, T, 1, dense, dilute);
-            ASSERT_TRUE(n == 1 || n == 3);
-            double first = 1e9, second = 0;
-            ASSERT_EQ(m.vcalc(p, T, 3, first, second), n);
-            EXPECT_EQ(n == 3 ? first : second, n == 3 ? dilute : second);
-            for (double rho : {dense, n == 3 ? dilute : dense}) {
-                EXPECT_GT(m.pV(rho, T), 0);
-                // Converged to rounding: the residual is what one more unit in the last place
-                // makes.
-                const double noise = 8e-16 * (std::fabs(m.pV(rho, T)) + 40) * R * T * rho;
-                EXPECT_NEAR(m.Z(rho, T) * R * T * rho, p, noise + 1e-14 * p);
-            }
-            if (n == 3) {
-                EXPECT_GT(dense, dilute);
-            }
-            // Phase code −1 stays on the side of its start value.
-            for (double start : {dense, n == 3 ? dilute : dense}) {
-                double rho = start, other = 0;
-                ASSERT_EQ(m.vcalc(p, T, -1, rho, other), n);
-                EXPECT_NEAR(rho, start, 1e-13 * start);
-            }
-        }
-    double a = 5, b = 6;
-    for (auto [p, T] : {std::pair(1.0, -5.0), std::pair(1.0, 0.0), std::pair(std::nan(""), 300.0),
-                        std::pair(HUGE_VAL, 300.0)})
-        EXPECT_EQ(m.vcalc(p, T, 1, a, b), 0);
-    EXPECT_EQ(a, 5);
-    EXPECT_EQ(b, 6);
-}
+/// A right model with one fault.
+class Faulty final : public Model1, public corvane::Deriv1 {
+  public:
+    Faulty(Model1& right, int fault) : m_(right), fault_(fault), kept_(right.Ts()) {
+        eos_ = "PR";
+        mpar_ = right.mpar();
+        madj_ = right.madj();
+        Tcrit(right.Tcrit());
+        pcrit(right.pcrit() * (fault == 1 ? 1.001 : 1.0));
+        vcrit(right.vcrit());
+        derivatives(this);
+    }
+    using Model1::ppar;
+    double* ppar(int i) override { return m_.ppar(i); }
+    void par_in(FILE* f, int mode) override {
+        m_.par_in(f, mode);
+        kept_ = m_.Ts();
+    }
+    void par_out(FILE* f) const override {
+        if (fault_ != 2) return m_.par_out(f);
+        for (int i = 0; i < 4; ++i)
+            std::fprintf(f, "%s:\t%.6g\n", std::array{"M", "Ts", "vs", "omega"}[static_cast<unsigned>(i)], param(i));
+    }
+    double Ar(double rho, double T) const override {
+        if (fault_ == 3 && m_.Ts() != kept_) return 0.1;  // an old value
+        return m_.Ar(rho, T) + (fault_ == 4 ? 1e-9 * rho : 0.0);
+    }
+    double Z(double rho, double T) const override { return m_.Z(rho, T); }
+    int vcalc(double p, double T, int phase, double& rho1, double& rho2) const override {
+        const int n = m_.vcalc(p, T, phase, rho1, rho2);
+        if (fault_ == 5 && n == 3) return rho1 = std::max(rho1, rho2), 1;
+        if (fault_ == 6 && n == 3) rho1 *= 1 + 1e-9;
+        if (fault_ == 7 && n == 0) rho1 = 0.0;
+        return n;
+    }
+    double xinit(double p, double T, int phase) const override { return m_.xinit(p, T, phase); }
+    int deriv(double rho, double T, int nrho, int nT, double* d) const override {
+        const int known = m_.derivatives()->deriv(rho, T, nrho, nT, d);
+        if (known && nT == 2 && nrho == 2) d[fault_ == 8 ? 1 : fault_ == 9 ? 2 : fault_ == 10 ? 4 : 6] *= fault_ >= 8 ? 1 + 1e-6 : 1;
+        return known;
+    }
 
-// A scan of the isotherm finds every stable crossing; vcalc must return the lowest and the highest.
-// Below the critical temperature only the two outer branches hold states: not the loops that some
-// equations have between them.
-TEST_P(EveryEquation, DensityRootsAreTheOutermostOnesOfTheIsotherm) {
-    Model1 const& m = *model_;
-    for (double Tr : {0.65, 0.85, 0.97, 1.1})
-        for (double p : {0.01, 0.3, 2.0, 10.0}) {
-            SCOPED_TRACE(testing::Message() << "Tr = " << Tr << ", p = " << p);
-            const double T = Tr * m.Tcrit();
-            double dense = 0, dilute = 0;
-            const int n = m.vcalc(p, T, 1, dense, dilute);
-            if (n == 1) dilute = Tr < 1 ? std::min(dense, m.xrho(T, 3)) : dense;
-            // No crossing below the dilute root, or between the dense root and 15 % above it.
-            const auto excess = [&](double rho) { return m.Z(rho, T) * R * T * rho - p; };
-            for (int k = 1; k < 400; ++k) {
-                EXPECT_LT(excess(dilute * k / 400), 0) << "below the dilute root, " << k;
-                EXPECT_GT(excess(dense * (1 + 0.15 * k / 400)), 0) << "above the dense root, " << k;
-            }
+  private:
+    Model1& m_;
+    int fault_;
+    double kept_;
+};
+
+TEST(Checks, NameEveryFault) {
+    constexpr char const* names[] = {"",
+                                     "pc, Tc, vc are those of the equation",
+                                     "a set survives writing and reading",
+                                     "parameters count from the moment they are written",
+                                     "Z is 1 + rho·∂Ar/∂rho",
+                                     "densities: all that a scan finds",
+                                     "densities: those that a scan finds",
+                                     "impossible states have no density",
+                                     "exact derivatives: ∂/∂T",
+                                     "exact derivatives: ∂²/∂T²",
+                                     "exact derivatives: ∂²/∂rho∂T",
+                                     "exact derivatives: ∂²/∂rho²"};
+    const Model right = load_set("PR", "propane");
+    for (int fault = 0; fault < static_cast<int>(std::size(names)); ++fault) {
+        Faulty model(*right, fault);
+        bool named = false;
+        for (corvane::Check const& c : corvane::check_equation(model)) {
+            named = named || (!c.passed() && c.name == names[fault]);
+            // The tables are not those of the model: it has none.
+            EXPECT_TRUE(fault > 0 || c.passed() || c.name == "density tables are the spinodals") << c.name;
         }
+        EXPECT_EQ(named, fault > 0) << names[fault];
+    }
 }
 }  // namespace

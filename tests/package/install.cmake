@@ -30,8 +30,13 @@ function(expect text part)
   endif()
 endfunction()
 
-# build(<example>): configures and builds examples/<example> with nothing but the prefix.
+# build(<example> [<source>]): configures and builds examples/<example>, or another project, with nothing
+# but the prefix.
 function(build example)
+  set(source ${SOURCE}/examples/${example})
+  if(ARGC GREATER 1)
+    set(source ${ARGV1})
+  endif()
   set(flags "")
   if(SANITIZE)
     string(APPEND flags " -fsanitize=${SANITIZE}")
@@ -39,7 +44,7 @@ function(build example)
   if(COVERAGE)
     string(APPEND flags " --coverage")
   endif()
-  run(ignored ${WORK} ${CMAKE_COMMAND} -S ${SOURCE}/examples/${example} -B ${WORK}/${example} -G Ninja
+  run(ignored ${WORK} ${CMAKE_COMMAND} -S ${source} -B ${WORK}/${example} -G Ninja
       -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER=${CXX} "-DCMAKE_CXX_FLAGS=${flags}"
       -DCMAKE_CXX_COMPILER_LAUNCHER=${LAUNCHER} -DCMAKE_PREFIX_PATH=${prefix})
   run(ignored ${WORK} ${CMAKE_COMMAND} --build ${WORK}/${example})
@@ -93,3 +98,10 @@ execute_process(
   RESULT_VARIABLE code
   ERROR_VARIABLE text)
 expect("${code} ${text}" "1 corvane: saturation: vdw argon at T = 151 K is not below the critical")
+
+# A project that the program writes builds as it is, passes its own tests and computes.
+run(ignored ${WORK} ${prefix}/bin/corvane new-equation ${WORK}/mine)
+build(mine/build ${WORK}/mine)
+run(ignored ${WORK} ctest --test-dir ${WORK}/mine/build --output-on-failure)
+run(table / ${prefix}/bin/corvane saturation mine argon --T 120 --home ${WORK}/mine/build)
+expect("${table}" "eos mine  substance argon  set 1")

@@ -46,5 +46,7 @@ corvane COMMAND --help tells the rest.)");
     cli::add_residue_curves(program);
     cli::add_reaction(program);
     cli::add_property_diagram(program);
+    cli::add_check_equation(program);
+    cli::add_new_equation(program);
     return program.run(argc, argv);
 }

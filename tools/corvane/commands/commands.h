@@ -36,5 +36,7 @@ void add_excess(Program& program);
 void add_henry(Program& program);
 void add_virial(Program& program);
 void add_ideal_curve(Program& program);
+void add_check_equation(Program& program);
+void add_new_equation(Program& program);
 
 }  // namespace cli

@@ -1,0 +1,49 @@
+// Is an equation of state what the library takes it for? Contract, identities and densities of a
+// model, over a grid of states, against slow and sure methods.
+#pragma once
+
+#include <corvane/core/api.h>
+
+#include <limits>
+#include <string>
+#include <vector>
+
+class Model1;
+class ModelN;
+
+namespace corvane {
+
+/// One check over all its states, with the worst of them.
+struct Check {
+    std::string name;    ///< "Z is 1 + rho·∂Ar/∂rho"
+    long states = 0;     ///< at which it was made; 0: it does not apply
+    double worst = 0.0;  ///< largest deviation over what rounding and the check's own error allow
+    /// Of the worst state: K, mol/cm³, MPa; not-a-number what the check does not ask for.
+    double T = std::numeric_limits<double>::quiet_NaN();
+    double rho = std::numeric_limits<double>::quiet_NaN();
+    double p = std::numeric_limits<double>::quiet_NaN();
+    std::vector<double> x = {};  ///< mole fractions of a mixture
+    std::string what;            ///< what was found there, in words
+
+    bool passed() const { return !(worst > 1.0); }
+};
+
+/// Where an equation is asked; 0 stands for what its critical point says.
+struct CheckRange {
+    double T_low = 0.0;   ///< K; 0.4·Tc
+    double T_high = 0.0;  ///< K; 3·Tc
+    double top = 0.0;     ///< densest state, mol/cm³; 2.9/vc
+};
+
+/// Checks a loaded pure model. Derivatives are compared with Ridders' extrapolated differences,
+/// which know their error (Ridders, Adv. Eng. Softw. 4 (1982) 75), densities with a scan of the
+/// isotherm, saturation with equal potentials and the Clausius–Clapeyron equation. Parameters are
+/// written during the call and put back; nobody else may use the model meanwhile. About 0.1 s. Does
+/// not throw: what the model throws is a failed check.
+CORVANE_API std::vector<Check> check_equation(Model1& model, CheckRange const& range = {});
+
+/// The same for a loaded mixture: potentials, their derivatives, Euler's and Gibbs–Duhem's
+/// relations, pure limits, components in another order, a component split into two alike.
+CORVANE_API std::vector<Check> check_mixture(ModelN& mixture, CheckRange const& range = {});
+
+}  // namespace corvane

@@ -1,0 +1,111 @@
+// The slow and sure search for densities: an isotherm in 1500 equal steps, every rising crossing
+// bisected to the last digit.
+#pragma once
+
+#include <corvane/check/survey.h>
+
+#include <cmath>
+#include <functional>
+#include <utility>
+#include <vector>
+
+namespace corvane {
+
+class IsothermScan {
+  public:
+    /// @param P  rho·Z at a density
+    IsothermScan(std::function<double(double)> P, double top) : P_(std::move(P)), top_(top) {
+        for (int k = 0; k <= kSteps; ++k) at_.push_back(k == 0 ? 0.0 : P_(k * top / kSteps));
+    }
+    double top() const { return top_; }
+    /// Parts in which the pressure falls.
+    int loops() const {
+        int n = 0;
+        for (std::size_t k = 1; k + 1 < at_.size(); ++k)
+            n += at_[k] >= at_[k - 1] && at_[k + 1] < at_[k];
+        return n;
+    }
+    /// Densities at P on the first and on the last rising branch, ascending.
+    std::vector<double> roots(double P) const {
+        std::size_t first = at_.size(), last = 0;  // steps in which the pressure falls
+        for (std::size_t k = 0; k + 1 < at_.size(); ++k)
+            if (at_[k + 1] < at_[k]) {
+                first = std::min(first, k);
+                last = k;
+            }
+        std::vector<double> found;
+        for (std::size_t k = 0; k + 1 < at_.size(); ++k) {
+            if (!(at_[k] < P && P <= at_[k + 1]) || (k > first && k < last)) continue;
+            double low = static_cast<double>(k) * top_ / kSteps,
+                   high = static_cast<double>(k + 1) * top_ / kSteps;
+            for (int i = 0; i < 2000 && low < high; ++i) {
+                const double middle = 0.5 * (low + high);
+                if (middle == low || middle == high) break;
+                (P_(middle) < P ? low : high) = middle;
+            }
+            found.push_back(high);
+        }
+        return found;
+    }
+    /// Whether P is that of an extreme: there the number of roots is a matter of rounding.
+    bool at_spinodal(double P) const {
+        for (std::size_t k = 1; k + 1 < at_.size(); ++k) {
+            const double a = at_[k - 1], b = at_[k], c = at_[k + 1];
+            if ((b - a) * (c - b) > 0.0) continue;
+            if (std::abs(b - P) < std::max(std::abs(b - a), std::abs(c - b)) + 1e-6 * std::abs(b))
+                return true;
+        }
+        return false;
+    }
+
+  private:
+    static constexpr int kSteps = 1500;
+    std::function<double(double)> P_;
+    double top_;
+    std::vector<double> at_;
+};
+
+/// vcalc(phase, rho1, rho2) against the scan, by the contract of Model1::vcalc.
+template <class Vcalc, class Slope>
+void check_roots(Survey& survey, IsothermScan const& scan,
+                 std::function<double(double)> const& isotherm, Survey::State const& at, double P,
+                 Vcalc const& vcalc, Slope const& slope) {
+    char const *count = "densities: all that a scan finds",
+               *same = "densities: those that a scan finds";
+    double dense = 0.0, dilute = 0.0, first = 0.0, second = 0.0;
+    const int n = vcalc(1, dense, dilute);
+    const std::vector<double> sure = scan.roots(P);
+    const bool clear = !scan.at_spinodal(P) && dense <= scan.top();
+    if (n != 1 && n != 3)
+        return survey.holds(count, at, false, "vcalc returns " + std::to_string(n));
+    const bool all = sure.size() == 1 ? n == 1 : sure.size() > 1 && n == 3;
+    if (clear)
+        survey.holds(
+            count, at, all,
+            std::to_string(sure.size()) + " in the scan, vcalc returns " + std::to_string(n));
+    for (double rho : {dense, n == 3 ? dilute : dense}) {
+        const double s = slope(rho), noise = kRounding * rho * (10.0 + std::abs(s));
+        survey.holds("densities: stable and positive", at, rho > 0.0 && s > 0.0, "not stable");
+        survey.same("densities: at the pressure", at, isotherm(rho), P,
+                    0.2 * noise + 1e-13 * std::abs(P));
+        if (!clear || !all || s < 1e-3) continue;
+        double nearest = sure.front();
+        for (double r : sure)
+            if (std::abs(r - rho) < std::abs(nearest - rho)) nearest = r;
+        survey.same(same, at, rho, nearest, 1e-12 * rho + noise / s);
+    }
+    if (clear && n == 3) survey.same(same, at, dilute, sure.front(), 1e-9 * dilute);
+    char const* codes = "densities: phase codes";
+    survey.holds(codes, at,
+                 vcalc(3, first, second) == n &&
+                     (n == 1 ? first == dense : first == dilute && second == dense),
+                 "phase 3 is not the reverse of phase 1");
+    survey.holds(codes, at, n == 1 || dense > dilute, "phase 1 is not the dense root");
+    for (double start : {dense, n == 3 ? dilute : dense}) {
+        double rho = start, other = 0.0;
+        vcalc(-1, rho, other);
+        survey.same(codes, at, rho, start, 1e-10 * start);
+    }
+}
+
+}  // namespace corvane

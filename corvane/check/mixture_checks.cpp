@@ -1,0 +1,355 @@
+#include <corvane/check/isotherm_scan.h>
+#include <corvane/check/survey.h>
+#include <corvane/core/errors.h>
+#include <corvane/mixture/isotherm.h>
+#include <corvane/mixture/modeln.h>
+#include <corvane/mixture/pair_parameters.h>
+#include <corvane/pure/attach.h>
+#include <corvane/pure/model1.h>
+
+#include <memory>
+#include <numeric>
+
+namespace corvane {
+namespace {
+using State = Survey::State;
+using Mixed = std::unique_ptr<ModelN, Detach>;
+
+/// All that DerivN::potentials writes.
+struct Potentials {
+    std::vector<double> mu, mu_T, H;
+    Potentials(ModelN const& m, Vector<double> const& rho_i, double T)
+        : mu(static_cast<std::size_t>(rho_i.size())), mu_T(mu), H(mu.size() * mu.size()) {
+        m.derivatives()->potentials(rho_i, T, mu.data(), mu_T.data(), H.data());
+    }
+};
+
+class MixtureChecks {
+  public:
+    MixtureChecks(ModelN& model, CheckRange const& range) : m_(model), n_(model.mdl1.size()) {
+        double Tc = 0.0, vc = 0.0;
+        for (int i = 0; i < n_; ++i) {
+            Tc += m_.mdl1[i]->Tcrit() / n_;
+            vc += m_.mdl1[i]->vcrit() / n_;
+        }
+        low_ = range.T_low > 0.0 ? range.T_low : 0.5 * Tc;
+        high_ = range.T_high > 0.0 ? range.T_high : 2.0 * Tc;
+        top_ = range.top > 0.0 ? range.top : 2.6 / vc;
+    }
+
+    std::vector<Check> run() {
+        for (std::vector<double> const& x : compositions())
+            for (double t : {0.0, 0.3, 1.0}) {
+                const double T = low_ + t * (high_ - low_);
+                for (double r : {1e-6, 0.02, 0.3, 0.8, 1.0})
+                    guarded("identities", [&] { at_density(x, T, r * top_); });
+                guarded("densities", [&] { densities(x, T); });
+            }
+        guarded("odd arguments", [&] { odd_arguments(); });
+        guarded("pure limits", [&] { pure_limits(); });
+        guarded("components in another order", [&] { reordered(); });
+        return survey_.take();
+    }
+
+  private:
+    template <class F>
+    void guarded(char const* name, F const& f) {
+        std::string why;
+        try {
+            return f();
+        } catch (ThException const& e) {
+            why = "ThException " + std::to_string(e.number);
+        } catch (MthException const& e) {
+            why = "MthException " + std::to_string(e.number);
+        } catch (...) {
+            why = "an exception";
+        }
+        survey_.holds((std::string(name) + " end without exceptions").c_str(), {}, false, why);
+    }
+    /// Equal parts; and much of each component in turn.
+    std::vector<std::vector<double>> compositions() const {
+        const auto n = static_cast<std::size_t>(n_);
+        std::vector<std::vector<double>> all{std::vector<double>(n, 1.0 / n_)};
+        for (std::size_t i = 0; n_ > 1 && i < n; ++i) {
+            all.emplace_back(n, 0.1 / (n_ - 1));
+            all.back()[i] = 0.9;
+        }
+        return all;
+    }
+    static Vector<double> vector(std::vector<double> const& x, double factor = 1.0) {
+        Vector<double> v(static_cast<int>(x.size()));
+        for (std::size_t i = 0; i < x.size(); ++i) v[static_cast<int>(i)] = factor * x[i];
+        return v;
+    }
+
+    void at_density(std::vector<double> const& fractions, double T, double rho) {
+        const State at{.T = T, .rho = rho, .x = &fractions};
+        const Vector<double> x = vector(fractions), rho_i = vector(fractions, rho);
+        const double Ar = m_.Ar(rho, T, x), Z = m_.Z(rho, T, x);
+        if (!std::isfinite(Ar) || !std::isfinite(Z) || !(m_.pV(rho, T, x) > 0.01)) return;
+        const double size = std::abs(Ar) + std::abs(Z - 1.0);
+        auto agree = [&](char const* name, double value, Difference d, double scale,
+                         double more = 0.0) {
+            survey_.same(
+                name, at, value, scale * d.value,
+                20.0 * scale * d.error + kDifferences * (size + more + std::abs(value)) + 1e-300);
+        };
+        agree("Z is 1 + rho·∂Ar/∂rho", Z - 1.0,
+              difference([&](double r) { return m_.Ar(r, T, x); }, rho, 0.02 * rho), rho, 1e-3);
+        agree("betaV is ∂(T·Z)/∂T", m_.betaV(rho, T, x),
+              difference([&](double t) { return t * m_.Z(rho, t, x); }, T, 0.01 * T), 1.0, 1.0);
+        if (!m_.derivatives()) return;
+        derivatives(at, x, size);
+        const Potentials q(m_, rho_i, T);
+        double sum = 0.0, largest = size, duhem = 0.0;
+        for (int i = 0; i < n_; ++i) {
+            sum += x[i] * q.mu[index(i)];
+            largest = std::max(largest, std::abs(q.mu[index(i)]));
+        }
+        auto exactly = [&](char const* name, double a, double b, double scale) {
+            survey_.same(name, at, a, b, 40 * kRounding * (scale + std::abs(a)) + kNearOne);
+        };
+        exactly("Euler: Σ x_i·mu_i is Ar + Z − 1", sum, Ar + Z - 1.0, largest);
+        for (int i = 0; i < n_; ++i) {
+            exactly("myr is a potential", m_.myr(rho_i, T, i), q.mu[index(i)], largest);
+            for (int j = 0; j < n_; ++j) {
+                duhem += rho_i[i] * q.H[index(i, j)] * x[j];
+                exactly("Hessian is symmetric", q.H[index(i, j)], q.H[index(j, i)],
+                        10 * largest / rho);
+            }
+        }
+        exactly("Gibbs–Duhem: Σ Σ x_i·x_j·rho·∂mu_i/∂rho_j is ∂(rho·Z)/∂rho − 1", duhem,
+                m_.pV(rho, T, x) - 1.0, 10 * largest + 1.0);
+        slopes(at, rho_i, q, largest);
+        isotherm(at, rho_i, q, largest);
+    }
+    void derivatives(State const& at, Vector<double> const& x, double size) {
+        DerivN const& exact = *m_.derivatives();
+        double d[9], c[4];
+        if (exact.deriv(at.rho, at.T, x, 2, 2, d) != 1 ||
+            exact.deriv(at.rho, at.T, x, 3, 0, c) != 1)
+            return survey_.holds("orders of derivatives", at, false, "an order is missing");
+        auto agree = [&](char const* name, double value, Difference f, double by,
+                         double more = 0.0) {
+            survey_.same(
+                name, at, value, by * f.value,
+                20.0 * by * f.error + kDifferences * (size + more + std::abs(value)) + 1e-300);
+        };
+        auto element = [&](double r, double t, int k) {
+            double e[9];
+            exact.deriv(r, t, x, 2, 2, e);
+            return e[k];
+        };
+        agree("exact derivatives: ∂²/∂rho²", d[6] + d[3],
+              difference([&](double r) { return m_.Z(r, at.T, x); }, at.rho, 0.02 * at.rho), at.rho,
+              1.0);
+        agree("exact derivatives: ∂³/∂rho³", c[3] + 2.0 * c[2],
+              difference([&](double r) { return element(r, at.T, 6); }, at.rho, 0.02 * at.rho),
+              at.rho);
+        agree("exact derivatives: ∂/∂T", d[1],
+              difference([&](double t) { return m_.Ar(at.rho, t, x); }, at.T, 0.01 * at.T), at.T);
+        agree("exact derivatives: ∂²/∂T²", d[2] + d[1],
+              difference([&](double t) { return element(at.rho, t, 1); }, at.T, 0.01 * at.T), at.T);
+        for (int i = 0; i < 3; ++i)
+            survey_.same("exact derivatives: orders agree", at, c[i], d[3 * i],
+                         20 * kRounding * (size + std::abs(c[i])) + 1e-300);
+    }
+    /// Potentials against differences of rho·Ar, and their slopes against differences of them.
+    void slopes(State const& at, Vector<double> const& rho_i, Potentials const& q, double largest) {
+        for (int i = 0; i < n_; ++i) {
+            const double h = 0.02 * rho_i[i];
+            auto with = [&](double r) {
+                Vector<double> changed = rho_i;
+                changed[i] = r;
+                return changed;
+            };
+            auto agree = [&](char const* name, double value, Difference d, double scale) {
+                survey_.same(name, at, value, d.value,
+                             20.0 * d.error + 4 * kDifferences * (scale + std::abs(value)));
+            };
+            const Difference F = difference(
+                [&](double r) {
+                    const Vector<double> y = with(r);
+                    return y.sum() * m_.Ar(y, at.T);
+                },
+                rho_i[i], h);
+            agree("mu_i is ∂(rho·Ar)/∂rho_i", q.mu[index(i)], F, largest / rho_i[i] * at.rho);
+            for (int j = 0; j < n_; ++j) {
+                const Difference d =
+                    difference([&](double r) { return Potentials(m_, with(r), at.T).mu[index(j)]; },
+                               rho_i[i], h);
+                agree("Hessian: ∂mu_i/∂rho_j", q.H[index(j, i)], d, largest / rho_i[i]);
+            }
+            const Difference t =
+                difference([&](double T) { return at.T * Potentials(m_, rho_i, T).mu[index(i)]; },
+                           at.T, 0.01 * at.T);
+            agree("slope of mu_i in T", q.mu_T[index(i)], t, largest);
+        }
+    }
+    /// The work space at one temperature gives what the model gives.
+    void isotherm(State const& at, Vector<double> const& rho_i, Potentials const& q,
+                  double largest) {
+        auto const* iso = dynamic_cast<IsothermN const*>(&m_);
+        if (!iso) return;
+        std::vector<int> present(static_cast<std::size_t>(n_));
+        std::iota(present.begin(), present.end(), 0);
+        std::vector<double> work(static_cast<std::size_t>(iso->isotherm_size(n_)));
+        iso->isotherm(at.T, present.data(), n_, true, work.data());
+        Potentials o = q;
+        double P = 0, P_T = 0;
+        iso->potentials(work.data(), n_, rho_i.data, o.mu.data(), o.mu_T.data(), o.H.data(), &P,
+                        &P_T);
+        char const* name = "isotherm: the same potentials";
+        auto same = [&](double a, double b, double size) {
+            survey_.same(name, at, a, b, 40 * kRounding * (size + std::abs(b)) + 1e-300);
+        };
+        for (std::size_t k = 0; k < q.mu.size(); ++k) {
+            same(o.mu[k], q.mu[k], largest);
+            same(o.mu_T[k], q.mu_T[k], largest);
+        }
+        for (std::size_t k = 0; k < q.H.size(); ++k) same(o.H[k], q.H[k], 10 * largest / at.rho);
+        const Vector<double> x = vector(*at.x);
+        const double Z = m_.Z(at.rho, at.T, x), p = at.rho * R * at.T * Z;
+        same(P, at.rho * Z, at.rho * (1 + 10 * largest));
+        same(P_T, at.rho * (m_.betaV(at.rho, at.T, x) - Z), at.rho * (1 + 10 * largest));
+        double rho[2], a = 0, b = 0;
+        const int n = iso->densities(work.data(), n_, x.data, p, rho),
+                  k = m_.vcalc(p, at.T, x, 1, a, b);
+        survey_.holds("isotherm: the same densities", at,
+                      n == (k == 3 ? 2 : k) && (n == 0 || std::abs(rho[0] - a) < 1e-9 * a),
+                      "others");
+        if (n > 0)
+            same(iso->gibbs(work.data(), n_, x.data, p, rho[0]),
+                 m_.Ar(rho[0], at.T, x) + m_.Z(rho[0], at.T, x) - 1 + std::log(rho[0]),
+                 20 + 20 * largest);
+    }
+
+    void densities(std::vector<double> const& fractions, double T) {
+        const Vector<double> x = vector(fractions);
+        auto isotherm = [&](double rho) { return rho * m_.Z(rho, T, x); };
+        const IsothermScan scan(isotherm, 1.15 * top_);
+        for (double p : {1e-9, 1e-3, 0.1, 1.0, 5.0, 20.0}) {
+            const State at{.T = T, .p = p, .x = &fractions};
+            check_roots(
+                survey_, scan, isotherm, at, p / (R * T),
+                [&](int phase, double& a, double& b) { return m_.vcalc(p, T, x, phase, a, b); },
+                [&](double rho) { return m_.pV(rho, T, x); });
+        }
+    }
+    void odd_arguments() {
+        const Vector<double> x = vector(compositions()[0]);
+        for (double odd : {0.0, -300.0, std::nan(""), HUGE_VAL})
+            for (int phase : {1, 3, -1}) {
+                double a = 5.0, b = 6.0;
+                survey_.holds("impossible states have no density", {.T = odd, .p = 1.0},
+                              m_.vcalc(1.0, odd, x, phase, a, b) == 0 && a == 5.0 && b == 6.0, "T");
+                if (!std::isfinite(odd))
+                    survey_.holds("impossible states have no density", {.T = low_, .p = odd},
+                                  m_.vcalc(odd, low_, x, phase, a, b) == 0, "p");
+            }
+        for (double T : {0.0, -1.0, 300.0, std::nan("")})
+            for (double rho : {0.0, 1e3 * top_, 1e300, std::nan("")})
+                m_.Ar(rho, T, x);  // must not throw
+        survey_.same("nothing at zero density", {.T = low_}, m_.Ar(0.0, low_, x), 0.0, 1e-300);
+        survey_.same("nothing at zero density", {.T = low_}, m_.Z(0.0, low_, x), 1.0, 1e-15);
+    }
+    void pure_limits() {
+        for (int i = 0; i < n_; ++i) {
+            std::vector<double> fractions(static_cast<std::size_t>(n_), 0.0);
+            fractions[index(i)] = 1.0;
+            const Vector<double> x = vector(fractions);
+            Model1 const& pure = *m_.mdl1[i];
+            for (double Tr : {0.7, 1.2})
+                for (double r : {0.01, 0.5, 2.3}) {
+                    const double T = Tr * pure.Tcrit(), rho = r / pure.vcrit(),
+                                 Ar = pure.Ar(rho, T), Z = pure.Z(rho, T);
+                    const State at{.T = T, .rho = rho, .x = &fractions};
+                    const double allowed = 40 * kRounding * (1 + std::abs(Ar) + std::abs(Z));
+                    survey_.same("a component alone is the pure fluid", at, m_.Ar(rho, T, x), Ar,
+                                 allowed);
+                    survey_.same("a component alone is the pure fluid", at, m_.Z(rho, T, x), Z,
+                                 allowed);
+                    survey_.same("a component alone is the pure fluid", at,
+                                 m_.myr(vector(fractions, rho), T, i), Ar + Z - 1, 10 * allowed);
+                }
+        }
+    }
+    /// A mixture of components of this one, in any order, each as often as it is named; parameters
+    /// of pairs are copied.
+    Mixed made_of(std::vector<int> const& which) const {
+        Mixed other(attachN(m_.eos, m_.mth));
+        other->alloc(static_cast<int>(which.size()), m_.eos);
+        auto const* pairs = dynamic_cast<PairParameters const*>(&m_);
+        for (int a = 0; a < other->mdl1.size(); ++a) {
+            Model1 const& from = *m_.mdl1[which[index(a)]];
+            Model1& to = *other->mdl1[a];
+            to.name(from.name());
+            to.id(from.id());
+            to.load(m_.eos);
+            for (int k = 0; k < from.mpar(); ++k) to.param(k, from.param(k));
+            for (int b = 0; pairs && b < a; ++b)
+                if (which[index(a)] != which[index(b)])
+                    for (int k = 0; k < pairs->pair_parameters(); ++k)
+                        other->param(k, a, b, m_.param(k, which[index(a)], which[index(b)]));
+        }
+        return other;
+    }
+    /// The components in reverse order, with the pairs as files have them; null where there are
+    /// none.
+    Mixed reversed() const {
+        Mixed other(attachN(m_.eos, m_.mth));
+        other->alloc(n_, m_.eos);
+        for (int i = 0; i < n_; ++i) {
+            other->mdl1[i]->name(m_.mdl1[n_ - 1 - i]->name());
+            other->mdl1[i]->id(m_.mdl1[n_ - 1 - i]->id());
+            for (int j = 0; j < i; ++j) other->id(j, i, m_.id(n_ - 1 - i, n_ - 1 - j));
+        }
+        try {
+            other->load(m_.eos, m_.mth);
+        } catch (ThException const&) {
+            return nullptr;
+        }
+        return other;
+    }
+    /// A pair whose parameters are not the same from either side cannot be copied.
+    void reordered() {
+        std::vector<int> backwards(index(n_)), doubled(index(n_));
+        std::iota(backwards.rbegin(), backwards.rend(), 0);
+        std::iota(doubled.begin(), doubled.end(), 0);
+        doubled.push_back(0);
+        const Mixed read = reversed(), copied = made_of(backwards), twice = made_of(doubled);
+        for (std::vector<double> const& x : compositions())
+            for (double r : {0.1, 0.9}) {
+                const double T = 0.5 * (low_ + high_), rho = r * top_;
+                const double Ar = m_.Ar(rho, T, vector(x)),
+                             allowed = 40 * kRounding * (1 + std::abs(Ar));
+                const State at{.T = T, .rho = rho, .x = &x};
+                const Vector<double> y = vector({x.rbegin(), x.rend()});
+                if (!std::isfinite(Ar)) continue;
+                const bool symmetric = std::abs(copied->Ar(rho, T, y) - Ar) <= allowed;
+                survey_.same("components in another order", at,
+                             (read ? read : copied)->Ar(rho, T, y), Ar, allowed);
+                std::vector<double> z = x;
+                z.push_back(0.4 * z[0]);
+                z[0] *= 0.6;
+                if (symmetric || !read)
+                    survey_.same("a component split into two alike", at,
+                                 twice->Ar(rho, T, vector(z)), Ar, allowed);
+            }
+    }
+
+    static std::size_t index(int i) { return static_cast<std::size_t>(i); }
+    std::size_t index(int i, int j) const { return static_cast<std::size_t>(i * n_ + j); }
+
+    ModelN& m_;
+    int n_;
+    double low_, high_, top_;
+    Survey survey_;
+};
+}  // namespace
+
+std::vector<Check> check_mixture(ModelN& mixture, CheckRange const& range) {
+    return MixtureChecks(mixture, range).run();
+}
+
+}  // namespace corvane

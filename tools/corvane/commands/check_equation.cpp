@@ -1,0 +1,173 @@
+// corvane check-equation: is a plug-in what the library takes it for? A row per check, with the
+// worst of its states and a command that shows it.
+#include <tools/corvane/commands/commands.h>
+#include <tools/corvane/input/home.h>
+#include <tools/corvane/input/options.h>
+#include <tools/corvane/text/errors.h>
+#include <tools/corvane/text/numbers.h>
+#include <tools/corvane/text/text.h>
+
+#include <corvane/catalogue/open.h>
+#include <corvane/check/check.h>
+
+#include <fmt/format.h>
+
+#include <cmath>
+#include <memory>
+
+namespace cli {
+namespace {
+/// A check, and for which substance, or with which components.
+struct Outcome {
+    corvane::Check check;
+    std::string of;
+};
+
+struct CheckCommand {
+    Options options;
+    std::string plugin;
+    std::vector<std::string> substances;
+    std::string low, high;
+
+    int run();
+
+  private:
+    bool mixture() const { return plugin.find('+') != std::string::npos; }
+    void add(std::vector<corvane::Check> const& checks, std::string const& of);
+    void check_mixture(corvane::CheckRange const& range);
+    void check_pure(corvane::CheckRange range);
+    std::string command(Outcome const& worst) const;
+
+    std::vector<Outcome> worst_;  // one for each check, in the order in which they came
+    long states_ = 0, sets_ = 0;
+};
+
+/// Keeps the worst of each check.
+void CheckCommand::add(std::vector<corvane::Check> const& checks, std::string const& of) {
+    for (corvane::Check const& check : checks) {
+        states_ += check.states;
+        auto at = std::find_if(worst_.begin(), worst_.end(),
+                               [&](Outcome const& o) { return o.check.name == check.name; });
+        if (at == worst_.end()) {
+            worst_.push_back({check, of});
+            continue;
+        }
+        const long states = at->check.states + check.states;
+        if (check.worst > at->check.worst) *at = {check, of};
+        at->check.states = states;
+    }
+}
+
+void CheckCommand::check_mixture(corvane::CheckRange const& range) {
+    if (substances.empty()) throw Misuse("name the components of the mixture");
+    const corvane::Mixture m = corvane::open_mixture(plugin, substances, {.home = entered_home()});
+    std::string of;
+    for (std::string const& name : m.components) of += (of.empty() ? "" : " ") + name;
+    add(corvane::check_mixture(*m.model, range), of);
+}
+
+void CheckCommand::check_pure(corvane::CheckRange range) {
+    if (substances.empty())
+        for (auto const& [name, sets] : corvane::parameter_sets(entered_home(), plugin))
+            substances.push_back(name);
+    for (std::string const& text : substances) {
+        const std::string name = corvane::substance_name(entered_home(), plugin, text);
+        for (int set : corvane::parameter_sets(entered_home(), plugin, name)) {
+            const corvane::Fluid fluid =
+                corvane::open(plugin, name, {.set = set, .home = entered_home()});
+            corvane::CheckRange here = range;
+            const double Tmin = fluid.notes.Tmin, Tc = fluid.model->Tcrit();
+            if (!(here.T_low > 0.0) && Tmin > 0.4 * Tc && Tmin < Tc) here.T_low = Tmin;
+            add(corvane::check_equation(*fluid.model, here),
+                set == 1 ? name : fmt::format("{} --set {}", name, set));
+            ++sets_;
+        }
+    }
+    if (sets_ == 0)
+        throw Failure(fmt::format("{}: there are no parameter sets to check it with", plugin));
+}
+
+/// Where the worst state can be seen.
+std::string CheckCommand::command(Outcome const& worst) const {
+    corvane::Check const& c = worst.check;
+    const bool state = std::isfinite(c.T) && c.T > 0.0;
+    if (!state || (!std::isfinite(c.rho) && !std::isfinite(c.p)))
+        return fmt::format("corvane check-equation {} {}", plugin,
+                           worst.of.substr(0, worst.of.find(" --set")));
+    if (!mixture())
+        return std::isfinite(c.p)
+                   ? fmt::format("corvane state {} {} --T {:.17g} --p {:.17g}", plugin, worst.of,
+                                 c.T, c.p)
+                   : fmt::format("corvane state {} {} --T {:.17g} --rho {:.17g} --phase single",
+                                 plugin, worst.of, c.T, c.rho);
+    std::string text = fmt::format("x = (");
+    for (double x : c.x) text += fmt::format("{:.4g} ", x);
+    if (!c.x.empty()) text.back() = ')';
+    return fmt::format("{} at T = {:.9g}{}, {}", worst.of, c.T,
+                       std::isfinite(c.rho) ? fmt::format(", rho = {:.9g}", c.rho)
+                                            : fmt::format(", p = {:.9g}", c.p),
+                       text);
+}
+
+int CheckCommand::run() {
+    options.begin();
+    corvane::CheckRange range;
+    auto temperature = [&](std::string const& text, char const* name) {
+        return text.empty() ? 0.0 : positive(text, name, Quantity::temperature, options.units);
+    };
+    range.T_low = temperature(low, "--T-low");
+    range.T_high = temperature(high, "--T-high");
+    if (mixture())
+        check_mixture(range);
+    else
+        check_pure(range);
+    Table table;
+    table.columns = {{"check", "", "what was checked"},
+                     {"states", "", "at how many states"},
+                     {"worst", "", "largest deviation over what is allowed", false, 3},
+                     {"verdict", "", ""},
+                     {"found", "", "what was found in the worst case"},
+                     {"command", "", "a command that shows it"}};
+    int failed = 0;
+    for (Outcome const& o : worst_) {
+        const bool passed = o.check.passed();
+        failed += !passed;
+        const std::string found = o.check.what.empty() ? "" : o.check.what;
+        table.rows.push_back(
+            {{o.check.name, o.check.states,
+              o.check.worst >= 1e90 ? Cell(std::string("no number")) : Cell(o.check.worst),
+              std::string(passed ? "passed" : "FAILED"),
+              found.empty() ? Cell(std::monostate()) : Cell(found), command(o)},
+             ""});
+    }
+    Heading head;
+    head.command = "check-equation";
+    head.fields = {{"equation", Cell(plugin)},
+                   {mixture() ? "components" : "sets",
+                    Cell(mixture() ? static_cast<long>(substances.size()) : sets_)}};
+    head.summary = {
+        fmt::format("{} of {} checks failed, {} states", failed, worst_.size(), states_)};
+    write(head, table, options.style);
+    return failed > 0 ? 1 : 0;
+}
+}  // namespace
+
+void add_check_equation(Program& program) {
+    auto check = std::make_shared<CheckCommand>();
+    Command command =
+        program.add("check-equation", "contract, identities and densities of a plug-in",
+                    [check] { return check->run(); });
+    command.positional("PLUGIN", check->plugin, "equation, or equation+mixing", true);
+    command.positionals("SUBSTANCE", check->substances,
+                        "substances, each by itself with all its sets (default: all of the "
+                        "equation); for a mixture its components",
+                        false);
+    command.value("--T-low", check->low, "lowest temperature (default 0.4 Tc, or that of the set)",
+                  {.type = "VALUE"});
+    command.value("--T-high", check->high, "highest temperature (default 3 Tc)", {.type = "VALUE"});
+    check->options.add_output(command);
+    command.examples(
+        "  corvane check-equation PR propane\n  corvane check-equation PCSAFT+LB ethanol water");
+}
+
+}  // namespace cli
