@@ -14,14 +14,14 @@ namespace corvane {
 
 /// A pure fluid of an equation at one temperature.
 template <class Eq, class T>
-struct PureState {
-    PureState(double const* par, T const& temperature)
+struct FluidAtT {
+    FluidAtT(double const* par, T const& temperature)
         : component(stages_detail::component<Eq>(temperature, par)),
           pair(stages_detail::pair<Eq>(temperature, component, component, kNoPair.data())),
           at{temperature, 1, &component, &pair},
           fluid(mixed<Eq>(at, Fractions<double>(&kOne, 1))) {}
-    PureState(PureState const&) = delete;
-    PureState& operator=(PureState const&) = delete;
+    FluidAtT(FluidAtT const&) = delete;
+    FluidAtT& operator=(FluidAtT const&) = delete;
 
     static constexpr double kOne = 1.0;
     static constexpr std::array<double, pair_parameter_count<Eq> + 1> kNoPair{};
@@ -92,13 +92,13 @@ class PureEquation final : public Model1, public Deriv1 {
         return residual_derivatives<Eq>(
             [this](auto const& temperature, auto const& use) {
                 using Number = std::decay_t<decltype(temperature)>;
-                use(PureState<Eq, Number>(par_.data(), temperature).fluid);
+                use(FluidAtT<Eq, Number>(par_.data(), temperature).fluid);
             },
             rho, T, nrho, nT, d);
     }
 
   private:
-    using State = PureState<Eq, double>;
+    using State = FluidAtT<Eq, double>;
     using Fluid = decltype(State::fluid);
 
     void fill_tables() {
