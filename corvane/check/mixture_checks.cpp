@@ -42,30 +42,16 @@ class MixtureChecks {
             for (double t : {0.0, 0.3, 1.0}) {
                 const double T = low_ + t * (high_ - low_);
                 for (double r : {1e-6, 0.02, 0.3, 0.8, 1.0})
-                    guarded("identities", [&] { at_density(x, T, r * top_); });
-                guarded("densities", [&] { densities(x, T); });
+                    survey_.guarded("identities", [&] { at_density(x, T, r * top_); });
+                survey_.guarded("densities", [&] { densities(x, T); });
             }
-        guarded("odd arguments", [&] { odd_arguments(); });
-        guarded("pure limits", [&] { pure_limits(); });
-        guarded("components in another order", [&] { reordered(); });
+        survey_.guarded("odd arguments", [&] { odd_arguments(); });
+        survey_.guarded("pure limits", [&] { pure_limits(); });
+        survey_.guarded("components in another order", [&] { reordered(); });
         return survey_.take();
     }
 
   private:
-    template <class F>
-    void guarded(char const* name, F const& f) {
-        std::string why;
-        try {
-            return f();
-        } catch (ThException const& e) {
-            why = "ThException " + std::to_string(e.number);
-        } catch (MthException const& e) {
-            why = "MthException " + std::to_string(e.number);
-        } catch (...) {
-            why = "an exception";
-        }
-        survey_.holds((std::string(name) + " end without exceptions").c_str(), {}, false, why);
-    }
     /// Equal parts; and much of each component in turn.
     std::vector<std::vector<double>> compositions() const {
         const auto n = static_cast<std::size_t>(n_);

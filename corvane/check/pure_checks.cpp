@@ -27,41 +27,24 @@ class PureChecks {
           top_(r.top > 0.0 ? r.top : 2.9 * rho_c_) {}
 
     std::vector<Check> run() {
-        guarded("contract", [&] { contract(); });
-        guarded("parameters", [&] { parameters(); });
-        guarded("odd arguments", [&] { odd_arguments(); });
-        guarded("dilute gas", [&] { dilute(); });
+        survey_.guarded("contract", [&] { contract(); });
+        survey_.guarded("parameters", [&] { parameters(); });
+        survey_.guarded("odd arguments", [&] { odd_arguments(); });
+        survey_.guarded("dilute gas", [&] { dilute(); });
         for (double t : kReducedT)
             for (double r : kReducedRho)
-                guarded("identities", [&] { identities(low_ + t * (high_ - low_), r * rho_c_); });
-        guarded("critical point", [&] { critical(); });
+                survey_.guarded("identities",
+                                [&] { identities(low_ + t * (high_ - low_), r * rho_c_); });
+        survey_.guarded("critical point", [&] { critical(); });
         for (double Tr : {0.5, 0.7, 0.85, 0.95, 0.99, 1.0, 1.01, 1.2, 2.0})
-            guarded("densities", [&] { densities(std::max(Tr * Tc_, low_)); });
+            survey_.guarded("densities", [&] { densities(std::max(Tr * Tc_, low_)); });
         for (double Tr : {0.45, 0.55, 0.7, 0.85, 0.95, 0.99, 0.9999})
-            guarded("saturation", [&] { saturation(std::max(Tr * Tc_, low_)); });
-        guarded("threads", [&] { threads(); });
+            survey_.guarded("saturation", [&] { saturation(std::max(Tr * Tc_, low_)); });
+        survey_.guarded("threads", [&] { threads(); });
         return survey_.take();
     }
 
   private:
-    /// A check that throws has failed.
-    template <class F>
-    void guarded(char const* name, F const& f) {
-        std::string why;
-        try {
-            return f();
-        } catch (EquilibriumFailure const& e) {
-            why = e.what();
-        } catch (ThException const& e) {
-            why = "ThException " + std::to_string(e.number);
-        } catch (MthException const& e) {
-            why = "MthException " + std::to_string(e.number);
-        } catch (...) {
-            why = "an exception";
-        }
-        survey_.holds((std::string(name) + " end without exceptions").c_str(), {}, false, why);
-    }
-
     void contract() {
         char const* name = "numbers and addresses of parameters";
         const int n = m_.mpar();

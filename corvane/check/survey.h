@@ -2,6 +2,8 @@
 #pragma once
 
 #include <corvane/check/check.h>
+#include <corvane/core/errors.h>
+#include <corvane/phases/report/certificate.h>
 
 #include <algorithm>
 #include <array>
@@ -72,6 +74,23 @@ class Survey {
     }
     void holds(char const* name, State const& at, bool truth, std::string const& what) {
         see(name, at, truth ? 0.0 : 1.0, 1e-9, truth ? "" : what);
+    }
+    /// Makes checks; if they throw, one has failed.
+    template <class F>
+    void guarded(char const* name, F const& checks) {
+        std::string why;
+        try {
+            return checks();
+        } catch (EquilibriumFailure const& e) {
+            why = e.what();
+        } catch (ThException const& e) {
+            why = "ThException " + std::to_string(e.number);
+        } catch (MthException const& e) {
+            why = "MthException " + std::to_string(e.number);
+        } catch (...) {
+            why = "an exception";
+        }
+        holds((std::string(name) + " end without exceptions").c_str(), {}, false, why);
     }
     std::vector<Check> take() { return std::move(checks_); }
 
