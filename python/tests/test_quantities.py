@@ -53,6 +53,8 @@ MIXTURE = {
     "mass_to_mole": ({"w": Z}, {"w": ZQ}, ""),
     "ternary": ({"T": 250.0, "p": 2e6, "step": 0.2}, {"T": Q(250, "K"), "p": Q(2, "MPa"), "step": 0.2},
                 {"T": "K", "regions.0.rho_x": DENSITY, "three_phase_rho": DENSITY, "plait.p": "bar"}),
+    "residue_curves": ({"p": 5e5, "mesh": 3}, {"p": Q(5, "bar"), "mesh": 3},
+                       {"p": "bar", "curves.0.T": "K", "T_singular": "K"}),
     "solubility": ({"solid": 0, "T": 88.0, "p": 1e6}, {"solid": 0, "T": Q(88, "K"), "p": Q(1, "MPa")},
                    {"rho": DENSITY, "rho_solid": DENSITY}),
     "solid_lines": ({"solid": 0, "p": 1e6}, {"solid": 0, "p": Q(1, "MPa")}, {"0.T": "K", "0.rho": DENSITY}),
@@ -66,7 +68,7 @@ PLAIN = {"set_parameter", "parameters", "pair_parameter", "set_pair_parameter"}
 def model(kind, name):
     if kind is cv.Fluid:
         return cv.Fluid("propane", "PR")
-    return cv.Mixture("PR+vdW1", ["methane", "propane", "ethane"][: 3 if name == "ternary" else 2])
+    return cv.Mixture("PR+vdW1", ["methane", "propane", "ethane"][: 3 if name in ("ternary", "residue_curves") else 2])
 
 
 def follow(result, path):
