@@ -207,4 +207,29 @@ TEST(AnchoredSolid, EutecticsAndFreezingPoints) {
         EXPECT_NEAR(corvane::solubility(*m, 0, 0.101325, q.T, o).x[0], q.x[0], 1e-9);
     }
 }
+
+// Both ways to a point: along the line from the pure component, and by a search at its temperature,
+// which cold liquids, so stiff, must not make miss it.
+TEST(AnchoredSolid, SolubilityIsThatOfTheLine) {
+    const struct {
+        char const *first, *second;
+        int solid;
+        double p;
+    } cases[] = {{"methane", "propane", 0, 1},
+                 {"methane", "propane", 1, 20},
+                 {"methane", "ethane", 0, 0.2},
+                 {"nitrogen", "methane", 1, 0.5}};
+    for (auto const& c : cases) {
+        const Mixture m = peng_robinson(c.first, c.second, 0.01);
+        const AnchoredSolid a = anchored(*m->mdl1[0]), b = anchored(*m->mdl1[1]);
+        corvane::SolidFluidOptions o;
+        o.anchored = {&a, &b};
+        const auto points = corvane::solid_fluid_isobar(*m, c.solid, c.p, o)[0].points;
+        ASSERT_GT(points.size(), 5u) << c.first << c.second;
+        for (std::size_t k = 1; k + 1 < points.size(); ++k) {
+            const auto q = corvane::solubility(*m, c.solid, c.p, points[k].T, o);
+            EXPECT_NEAR(q.x[0], points[k].x[0], 1e-8) << c.first << c.second << points[k].T;
+        }
+    }
+}
 }  // namespace

@@ -219,6 +219,11 @@ void SolidFluidStates::cross(double z, double rho, double temperature,
     std::vector<double> start(2);
     start[s_] = 1.0 / (1.0 + std::exp(-z));
     start[1 - s_] = 1.0 / (1.0 + std::exp(z));
+    // Of this composition, not of the grid's: cold liquids are so stiff that p would be far off.
+    double root[2];
+    const int roots = fluid_.densities(value_, temperature, start, root);
+    const auto away = [&](double r) { return std::fabs(std::log(r / rho)); };
+    if (roots > 0) rho = roots == 2 && away(root[1]) < away(root[0]) ? root[1] : root[0];
     solver_.start(start, rho, temperature);
     solver_.row = {0.0, 0.0, 1.0};
     solver_.value = std::log(temperature);
