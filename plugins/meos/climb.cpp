@@ -52,6 +52,16 @@ double climb(Isotherm<false> const& isotherm, double P, double x, Bracket b) {
     return !b.low_open && !b.high_open && is_root(isotherm, P, b.low) ? b.low : 0.0;
 }
 
+double beyond_loops(Isotherm<false> const& isotherm, double rho_c) {
+    const auto rises = [&](double rho) { return isotherm.at<3>(rho).slope() > 0.0; };
+    double top = kDense * rho_c;
+    for (int k = 0; k < 6 && !rises(top); ++k) top *= 1.1;
+    if (rises(top)) return top;
+    top = kDense * rho_c;
+    while (top > 1.2 * rho_c && !rises(top)) top -= 0.05 * rho_c;
+    return top;
+}
+
 bool is_root(Isotherm<false> const& isotherm, double P, double x) {
     const IsothermState s = state_at(isotherm, x);
     return s.S > 0.0 && std::abs(s.P - P) <= 1e-10 * (std::abs(P) + x * (1.0 + s.S)) &&

@@ -37,6 +37,12 @@ struct Bracket {
 /// rounding, three evaluations as a rule.
 double climb(Isotherm<false> const& isotherm, double P, double x, Bracket b);
 
+inline constexpr double kDense = 3.0;  // times the critical density: a liquid at low temperature
+
+/// A density where the isotherm rises beyond all its loops: kDense times rho_c, or somewhat more
+/// where it falls there; less for equations whose dense branch ends before.
+double beyond_loops(Isotherm<false> const& isotherm, double rho_c);
+
 /// Does the isotherm rise through P at x? With room for the rounding of P, which in a liquid at low
 /// pressure is that of terms many times larger.
 bool is_root(Isotherm<false> const& isotherm, double P, double x);

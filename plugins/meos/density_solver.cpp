@@ -7,8 +7,6 @@
 namespace corvane::meos {
 namespace {
 
-constexpr double kDense = 3.0;  // times the critical density: a liquid at low temperature
-
 /// First trial on the dilute branch: the cubic in rho that is an ideal gas at zero density and has
 /// its maximum P at the spinodal.
 double dilute_start(IsothermState const& spinodal, double P) {
@@ -154,12 +152,7 @@ Roots scanned_roots(Isotherm<false> const& isotherm, double rho_c, double P) {
         const Value v = isotherm.at<3>(rho);
         return IsothermPoint{rho * v.Z(), v.slope()};
     };
-    double top = kDense * rho_c;
-    for (int k = 0; k < 6 && !(slope(top).dP > 0.0); ++k) top *= 1.1;
-    if (!(slope(top).dP > 0.0)) {  // the dense branch of some equations ends before
-        top = kDense * rho_c;
-        while (top > 1.2 * rho_c && !(slope(top).dP > 0.0)) top -= 0.05 * rho_c;
-    }
+    const double top = beyond_loops(isotherm, rho_c);
     const double middle = falling_density(slope, rho_c, top, steps);
     // From zero density an isotherm that has a loop is concave, and steps from the ideal gas do not
     // pass the root; at low temperature the spinodal is far below all densities of a scan.

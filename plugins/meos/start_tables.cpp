@@ -22,11 +22,17 @@ void StartTables::fill(Equation const& equation, double Tc, double rho_c, Vector
     rows_.clear();
     grid_.clear();
     snapshot_.clear();
+    CriticalPoint own;
+    if (Tc > 0.0 && Tc < 1e5 && rho_c > 0.0 && std::isfinite(rho_c))
+        own = critical_near(equation, Tc, rho_c);
+    if (own.T > 0.0) {
+        Tc = own.T;
+        rho_c = own.rho;
+    }
     Tc_ = Tc;
     rho_c_ = rho_c;
     step_ = Tc * (1.0 - kLowest) / (kCount * kCount);
-    const bool usable = Tc > 0.0 && Tc < 1e5 && rho_c > 0.0 && std::isfinite(rho_c);
-    if (usable) {
+    if (own.T > 0.0) {
         LoopRow critical;
         critical.dilute = critical.dense = critical.liquid =
             state_at(Isotherm<false>(equation, Tc), rho_c);
@@ -44,6 +50,7 @@ void StartTables::fill(Equation const& equation, double Tc, double rho_c, Vector
             before = last;
             last = row;
         }
+        leave_out_inner_loops(equation);
         fill_supercritical(equation);
         snapshot_ = equation.pool();
     }
@@ -56,6 +63,19 @@ void StartTables::fill(Equation const& equation, double Tc, double rho_c, Vector
         dilute[i] = i < 2 ? rho_c / 0.999 : rows_[k].dilute.rho;
         dense[i] = i < 2 ? rho_c / 1.001 : rows_[k].dense.rho;
     }
+}
+
+void StartTables::leave_out_inner_loops(Equation const& equation) {
+    constexpr int stride = 20;  // a second loop, once open, widens towards low temperatures
+    const auto wrong = [&](int k) {
+        return rows_[k].known &&
+               loop_above(Isotherm<false>(equation, Tc_ - step_ * k * k), rows_[k], rho_c_);
+    };
+    const int count = static_cast<int>(rows_.size());
+    bool any = false;
+    for (int k = count - 1; k > 0 && !any; k -= stride) any = wrong(k);
+    for (int k = 1; k < count && any; ++k)
+        if (wrong(k)) rows_[k].known = false;
 }
 
 LoopRow StartTables::loop(double T) const {

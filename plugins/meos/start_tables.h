@@ -18,8 +18,10 @@ class StartTables {
     static constexpr int kRows = 25;        // temperatures above Tc, equal steps of 1/T
     static constexpr int kColumns = 16;     // densities, steps of rho_c/4
 
-    /// Works everything out, from the critical point downwards until a temperature has no loop that
-    /// continues the one above. Also fills the three range tables of the model: T[0] = 1e5 K,
+    /// Works everything out, from the equation's own critical point near the one given downwards until
+    /// a temperature has no loop that continues the one above; nothing where there is no such point,
+    /// as when coefficients were changed. Temperatures with a second loop at higher densities are
+    /// left unknown. Also fills the three range tables of the model: T[0] = 1e5 K,
     /// T[1] = Tc, T[1+k] = Tc − (Tc − Tmin)·(k/200)²; below Tc the spinodals, from Tc on
     /// rho_c/0.999 and rho_c/1.001, so that no density is ruled out there.
     void fill(Equation const& equation, double Tc, double rho_c, Vector<double>& T,
@@ -36,6 +38,7 @@ class StartTables {
     double supercritical(double T, double P) const;
 
   private:
+    void leave_out_inner_loops(Equation const& equation);
     void fill_supercritical(Equation const& equation);
 
     double Tc_ = 0.0, rho_c_ = 0.0, step_ = 0.0;  // T_k = Tc − step·k²

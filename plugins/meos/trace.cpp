@@ -7,7 +7,7 @@
 namespace corvane::meos {
 namespace {
 
-constexpr double kDilute = -1.0, kDense = 1.0;  // towards which a branch lies from its end
+constexpr double kTowardsDilute = -1.0, kTowardsDense = 1.0;  // a branch, from its end
 
 struct End {
     IsothermState state;
@@ -93,7 +93,55 @@ class Tracer {
     Isotherm<false> const& isotherm_;
 };
 
+/// The state of least slope near a density; rho = 0 if it is not within half of rho_c.
+IsothermState least_slope(Isotherm<false> const& isotherm, double x, double rho_c) {
+    constexpr double h = 1e-4;  // of the density, for the derivative of C
+    for (int k = 0; k < 30; ++k) {
+        const IsothermState s = state_at(isotherm, x);
+        const double bend =
+            (state_at(isotherm, x * (1.0 + h)).C - state_at(isotherm, x * (1.0 - h)).C) / (2.0 * h);
+        const double step =
+            bend > 0.0 ? std::clamp(-s.C / bend, -0.05, 0.05) : std::copysign(0.05, -s.C);
+        if (!std::isfinite(step)) return {};
+        if (std::abs(step) < 1e-9) return s;
+        x *= 1.0 + step;
+        if (std::abs(x - rho_c) > 0.5 * rho_c) return {};
+    }
+    return {};
+}
+
 }  // namespace
+
+CriticalPoint critical_near(Equation const& equation, double Tc, double rho_c) {
+    const IsothermState stored = state_at(Isotherm<false>(equation, Tc), rho_c);
+    if (std::abs(stored.S) < 1e-8 && std::abs(stored.C) < 1e-4) return {Tc, rho_c};
+    double before = Tc, T = Tc * 1.001, S_before = 0.0, x = rho_c;
+    for (int k = 0; k < 30; ++k) {
+        const IsothermState s =
+            least_slope(Isotherm<false>(equation, k == 0 ? before : T), x, rho_c);
+        if (!(s.rho > 0.0)) return {};
+        x = s.rho;
+        if (k > 0) {
+            const double step = -s.S * (T - before) / (s.S - S_before);
+            if (!std::isfinite(step) && s.S != 0.0) return {};
+            if (std::abs(s.S) < 1e-12 || std::abs(step) < 1e-12 * T) return {T, x};
+            before = T;
+            T += std::clamp(step, -0.02 * Tc, 0.02 * Tc);
+            if (std::abs(T - Tc) > 0.1 * Tc) return {};
+        }
+        S_before = s.S;
+    }
+    return {};
+}
+
+bool loop_above(Isotherm<false> const& isotherm, LoopRow const& row, double rho_c) {
+    constexpr int steps = 24;
+    const double top = beyond_loops(isotherm, rho_c);
+    for (int k = 1; k < steps; ++k)
+        if (!(state_at(isotherm, row.liquid.rho + (top - row.liquid.rho) * k / steps).S > 0.0))
+            return true;
+    return false;
+}
 
 LoopRow trace_row(Isotherm<false> const& isotherm, LoopRow const& last, LoopRow const* before,
                   double rho_c, double width) {
@@ -106,10 +154,10 @@ LoopRow trace_row(Isotherm<false> const& isotherm, LoopRow const& last, LoopRow 
         if (!before) return here + first;
         return here + std::clamp(here - (before->*s).rho, -0.1 * here, 0.1 * here);
     };
-    End dilute = trace.end(ahead(&LoopRow::dilute, -width), kDilute, last.dilute.rho);
+    End dilute = trace.end(ahead(&LoopRow::dilute, -width), kTowardsDilute, last.dilute.rho);
     if (dilute.state.rho == 0.0) dilute = trace.scan(0.01 * last.dilute.rho, rho_c, scan_steps);
     if (dilute.state.rho > 0.0) trace.outermost(0.0, dilute);
-    End dense = trace.end(ahead(&LoopRow::dense, width), kDense, last.dense.rho);
+    End dense = trace.end(ahead(&LoopRow::dense, width), kTowardsDense, last.dense.rho);
 
     // The liquid of the last temperature is on the dense branch, except next to the critical point.
     LoopRow row;

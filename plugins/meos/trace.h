@@ -26,4 +26,18 @@ struct LoopRow {
 LoopRow trace_row(Isotherm<false> const& isotherm, LoopRow const& last, LoopRow const* before,
                   double rho_c, double width);
 
+/// Is there a loop beyond the row's liquid? Then the branch taken for the dense one lies between two,
+/// which a changed coefficient makes readily: the bells of the critical region are large and narrow.
+/// Looks in steps; narrower loops may be missed.
+bool loop_above(Isotherm<false> const& isotherm, LoopRow const& row, double rho_c);
+
+/// Where the isotherm at some temperature near Tc has neither slope nor curvature at some density
+/// near rho_c: the equation's own critical point, which may be given but roughly. Newton's method
+/// for the density of the least slope, inside a secant for the temperature where that slope is zero.
+/// T = 0 where none lies within a tenth of Tc and half of rho_c.
+struct CriticalPoint {
+    double T = 0.0, rho = 0.0;
+};
+CriticalPoint critical_near(Equation const& equation, double Tc, double rho_c);
+
 }  // namespace corvane::meos
