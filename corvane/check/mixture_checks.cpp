@@ -78,7 +78,7 @@ class MixtureChecks {
                          double more = 0.0) {
             survey_.same(
                 name, at, value, scale * d.value,
-                20.0 * scale * d.error + kDifferences * (size + more + std::abs(value)) + 1e-300);
+                20.0 * scale * d.error + kDifferenced * (size + more + std::abs(value)) + 1e-300);
         };
         agree("Z is 1 + rho·∂Ar/∂rho", Z - 1.0,
               difference([&](double r) { return m_.Ar(r, T, x); }, rho, 0.02 * rho), rho, 1e-3);
@@ -119,7 +119,7 @@ class MixtureChecks {
                          double more = 0.0) {
             survey_.same(
                 name, at, value, by * f.value,
-                20.0 * by * f.error + kDifferences * (size + more + std::abs(value)) + 1e-300);
+                20.0 * by * f.error + kDifferenced * (size + more + std::abs(value)) + 1e-300);
         };
         auto element = [&](double r, double t, int k) {
             double e[9];
@@ -151,7 +151,7 @@ class MixtureChecks {
             };
             auto agree = [&](char const* name, double value, Difference d, double scale) {
                 survey_.same(name, at, value, d.value,
-                             20.0 * d.error + 4 * kDifferences * (scale + std::abs(value)));
+                             20.0 * d.error + 4 * kDifferenced * (scale + std::abs(value)));
             };
             const Difference F = difference(
                 [&](double r) {

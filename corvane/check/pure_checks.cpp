@@ -203,7 +203,7 @@ class PureChecks {
                          double more = 0.0) {
             survey_.same(
                 name, at, value, x * d.value,
-                20.0 * x * d.error + kDifferences * (size + std::abs(value) + more) + 1e-300);
+                20.0 * x * d.error + kDifferenced * (size + std::abs(value) + more) + 1e-300);
         };
         auto along_rho = [&](auto const& f) { return difference(f, rho, 0.02 * rho); };
         auto along_T = [&](auto const& f) { return difference(f, T, 0.01 * T); };

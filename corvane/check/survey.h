@@ -107,6 +107,6 @@ class Survey {
 /// Rounding of the terms that an equation sums up, relative to their size; what differences make of
 /// it, whose steps are 1e-3 of the variable or less; and rounding of a compressibility factor
 /// near 1.
-inline constexpr double kRounding = 2e-13, kDifferences = 5e-12, kNearOne = 4e-15;
+inline constexpr double kRounding = 2e-13, kDifferenced = 5e-12, kNearOne = 4e-15;
 
 }  // namespace corvane

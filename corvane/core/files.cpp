@@ -72,7 +72,7 @@ std::string path_of(char const* format, ...) {
 File open_file(std::string const& relative) {
     const std::string path = reading_path(relative);
     // Without O_NONBLOCK a pipe would wait for somebody to write to it.
-    const int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0) refuse(path, errno);
     struct stat kind;
     const bool regular = fstat(descriptor, &kind) == 0 && S_ISREG(kind.st_mode);
@@ -94,7 +94,7 @@ NewFile::NewFile(std::string path) : path_(std::move(path)), target_(path_) {
     static std::atomic<unsigned> count{0};
     temporary_ = target_ + ".new-" + std::to_string(getpid()) + '-' + std::to_string(++count);
     const int descriptor =
-        open(temporary_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode_t{0666});
+        ::open(temporary_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode_t{0666});
     if (descriptor < 0) refuse(path_, errno);
     file_.reset(fdopen(descriptor, "w+"));
     if (!file_) {

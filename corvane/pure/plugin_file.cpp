@@ -43,7 +43,7 @@ bool begins_with(std::type_info const& type, std::type_info const& base) {
 }  // namespace
 
 PluginFile::PluginFile(std::string const& path) {
-    const int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     exists_ = descriptor >= 0 || errno != ENOENT;
     if (descriptor < 0) {
         reason_ = std::generic_category().message(errno);

@@ -9,7 +9,7 @@
 namespace cli {
 namespace {
 /// 'it'\''s': one word for a shell.
-std::string quoted(std::string const& text) {
+std::string in_quotes(std::string const& text) {
     std::string result = "'";
     for (char c : text) result += c == '\'' ? std::string("'\\''") : std::string(1, c);
     return result + "'";
@@ -72,7 +72,7 @@ std::string bash_completion(std::vector<CommandText> const& all) {
     for (OptionText const& option : all.front().options) commands.push_back(option.names.back());
     std::string text = kBashBegin;
     const std::string mark = "@COMMANDS@";
-    text.replace(text.find(mark), mark.size(), quoted(joined(commands, "\n")));
+    text.replace(text.find(mark), mark.size(), in_quotes(joined(commands, "\n")));
     std::string options;
     for (std::size_t i = 1; i < all.size(); ++i) {
         std::vector<std::string> names;
@@ -84,18 +84,18 @@ std::string bash_completion(std::vector<CommandText> const& all) {
                 continue;
             }
             names.push_back(option.names.back());
-            const std::string at = quoted(all[i].name + " " + option.names.back());
+            const std::string at = in_quotes(all[i].name + " " + option.names.back());
             if (is_path(option))
                 text += fmt::format("            {}) paths=1 ;;\n", at);
             else if (!option.one_of.empty())
                 text += fmt::format("            {}) words={} ;;\n", at,
-                                    quoted(joined(option.one_of, "\n")));
+                                    in_quotes(joined(option.one_of, "\n")));
             else if (!option.type.empty())
                 none += (none.empty() ? "" : "|") + at;
         }
         if (!none.empty()) text += fmt::format("            {}) ;;\n", none);
         options += fmt::format("            {}\\ *)\n                words={}\n", all[i].name,
-                               quoted(joined(names, "\n")));
+                               in_quotes(joined(names, "\n")));
         if (asks)
             options += "                [[ $cur == -* ]] || words=$(_corvane_names \"${COMP_WORDS[0]}\")\n";
         options += "                ;;\n";
@@ -126,7 +126,7 @@ std::string listed(std::string const& word) {
 
 std::string zsh_option(OptionText const& option) {
     std::string action;
-    if (option.positional) return quoted("*:" + described(option.names.front()) + ":_corvane_names");
+    if (option.positional) return in_quotes("*:" + described(option.names.front()) + ":_corvane_names");
     if (!option.type.empty()) {
         std::vector<std::string> words;
         for (std::string const& word : option.one_of) words.push_back(listed(word));
@@ -136,7 +136,7 @@ std::string zsh_option(OptionText const& option) {
         else if (is_path(option))
             action += option.type == "DIRECTORY" ? "_files -/" : "_files";
     }
-    return quoted(option.names.back() + "[" + described(option.text) + "]" + action);
+    return in_quotes(option.names.back() + "[" + described(option.text) + "]" + action);
 }
 
 constexpr char kZshBegin[] = R"sh(#compdef corvane
@@ -165,7 +165,7 @@ std::string zsh_completion(std::vector<CommandText> const& all) {
     std::string text = kZshBegin, cases;
     for (std::size_t i = 1; i < all.size(); ++i) {
         CommandText const& command = all[i];
-        text += fmt::format("            {}\n", quoted(command.name + ":" + described(command.text)));
+        text += fmt::format("            {}\n", in_quotes(command.name + ":" + described(command.text)));
         cases += fmt::format("        {})\n            _arguments", command.name);
         bool asked = false;
         for (OptionText const& option : command.options) {

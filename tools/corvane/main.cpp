@@ -42,7 +42,9 @@ corvane COMMAND --help tells the rest.)");
     cli::add_henry(program);
     cli::add_virial(program);
     cli::add_ideal_curve(program);
+#ifdef CORVANE_FIT
     cli::add_fit(program);
+#endif
     cli::add_residue_curves(program);
     cli::add_reaction(program);
     cli::add_property_diagram(program);

@@ -136,7 +136,7 @@ std::vector<StateCommand::Point> StateCommand::single(Fluid const& fluid, double
     const State state{&model, T_, model.Z(rho_, T_) * rho_ * R * T_, rho_};
     if (!std::isfinite(state.p)) throw ThException(th_out_of_range);
     const bool rises = model.pV(rho_, T_) > 0.0;
-    const Saturated both = saturated(model, T_);
+    const SaturatedPair both = saturated(model, T_);
     std::string note = rises ? "" : "mechanically unstable: the pressure falls with density";
     if (both.found && rho_ > both.vapour && rho_ < both.liquid)
         note = fmt::format("{}, between vapour of {} and liquid of {} at {}",

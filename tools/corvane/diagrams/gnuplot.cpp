@@ -50,7 +50,7 @@ std::string style(Symbol symbol, double scale) {
 
 /// A text in single quotes, within which gnuplot replaces nothing; its own quotes become
 /// typographic ones, since doubled ones mislead gnuplot's search for commands in backquotes.
-std::string quoted(std::string_view text) {
+std::string in_quotes(std::string_view text) {
     std::string result = "'";
     for (char c : text)
         if (c == '\'' || c == '`')
@@ -84,7 +84,7 @@ class Script {
 
   private:
     std::string key(std::string const& title) {
-        return title.empty() || !seen_.insert(title).second ? "notitle" : "title " + quoted(title);
+        return title.empty() || !seen_.insert(title).second ? "notitle" : "title " + in_quotes(title);
     }
     std::string text_;
     int blocks_ = 0;
@@ -122,9 +122,9 @@ std::vector<std::string> wrapped(std::string const& text, std::size_t most) {
     }
     return lines;
 }
-std::string quoted(std::vector<std::string> const& lines) {
+std::string in_quotes(std::vector<std::string> const& lines) {
     std::vector<std::string> parts;
-    for (std::string const& line : lines) parts.push_back(quoted(line));
+    for (std::string const& line : lines) parts.push_back(in_quotes(line));
     return join(parts, ".\"\\n\".");
 }
 
@@ -218,7 +218,7 @@ std::string triangle(Picture const& picture) {
                             b[0], b[1], how);
     };
     const auto name = [&](std::string const& words, XY at, char const* how) {
-        text += fmt::format("set label {} at {:.8g},{:.8g} {}\n", quoted(words), at[0], at[1], how);
+        text += fmt::format("set label {} at {:.8g},{:.8g} {}\n", in_quotes(words), at[0], at[1], how);
     };
     const auto at = Picture::in_triangle;
     char const* const thin = "back lc '#e4e4e4' lw 1";
@@ -249,10 +249,10 @@ std::string surroundings(Picture const& picture, Sheet const& sheet, Layout cons
     // The title stands in the middle of the sheet, wherever the axes are.
     if (!l.title_lines.empty()) {
         text += fmt::format("set label {} at screen 0.5, screen 1 center offset 0,-1 front\n",
-                            quoted(l.title_lines));
+                            in_quotes(l.title_lines));
         text += fmt::format("set tmargin {}\n", static_cast<double>(l.title_lines.size()) + 1.2);
     }
-    text += fmt::format("set xlabel {}\nset ylabel {}\n", quoted(l.x_axis), quoted(l.y_axis));
+    text += fmt::format("set xlabel {}\nset ylabel {}\n", in_quotes(l.x_axis), in_quotes(l.y_axis));
     text += "set grid lt 1 lc '#e4e4e4' lw 1\nset border 3\nset tics nomirror out\n";
     text += l.narrow ? "set key outside center bottom horizontal Left reverse samplen 1.5 spacing 1.1 width -2\n"
                      : "set key outside right top vertical Left reverse samplen 2 spacing 1.2\n";
@@ -268,7 +268,7 @@ std::string script(Picture const& picture, Sheet const& sheet) {
     text += "set style textbox opaque fillcolor 'white' noborder margins 0.3,0.3\n";
     for (Label const& label : picture.placed(layout.letter, layout.line))
         text += fmt::format("set label {} at {:.8g},{:.8g} center front boxed tc '{}'\n",
-                            quoted(label.text), label.at[0], label.at[1],
+                            in_quotes(label.text), label.at[0], label.at[1],
                             pen(label.ink, Stroke::thin, sheet.mono).colour);
     Script body;
     for (Curve const& c : picture.curves)

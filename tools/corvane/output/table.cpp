@@ -96,7 +96,7 @@ std::string to_upright_text(Table const& table, bool full) {
     return text;
 }
 
-std::string quoted(std::string const& word) {
+std::string in_quotes(std::string const& word) {
     if (word.find_first_of(",\"\n#") == std::string::npos) return word;
     std::string text = "\"";
     for (char c : word) text += c == '"' ? "\"\"" : std::string(1, c);
@@ -105,11 +105,11 @@ std::string quoted(std::string const& word) {
 
 std::string to_csv(Table const& table, Style const& style) {
     std::vector<std::string> line;
-    for (Column const& column : table.columns) line.push_back(quoted(column.heading()));
+    for (Column const& column : table.columns) line.push_back(in_quotes(column.heading()));
     line.emplace_back("note");
     std::string text = join(line, ",") + '\n';
     for (auto& row : printed(table, style)) {
-        for (std::string& cell : row) cell = quoted(cell);
+        for (std::string& cell : row) cell = in_quotes(cell);
         text += join(row, ",") + '\n';
     }
     return text;

@@ -37,7 +37,7 @@ class Uninterrupted {
 /// 0, or why not all bytes were taken.
 int write_all(int file, std::string const& bytes) {
     for (std::size_t done = 0; done < bytes.size();) {
-        const ssize_t n = write(file, bytes.data() + done, bytes.size() - done);
+        const ssize_t n = ::write(file, bytes.data() + done, bytes.size() - done);
         if (n > 0)
             done += static_cast<std::size_t>(n);
         else if (n == 0 || errno != EINTR)
@@ -49,7 +49,7 @@ int write_all(int file, std::string const& bytes) {
 /// Into a pipe or a device; a pipe that nobody reads any more is an error, not the end.
 int write_through(std::string const& bytes, fs::path const& path) {
     const auto before = signal(SIGPIPE, SIG_IGN);
-    const int file = open(path.c_str(), O_WRONLY | O_CLOEXEC);
+    const int file = ::open(path.c_str(), O_WRONLY | O_CLOEXEC);
     int error = file < 0 ? errno : write_all(file, bytes);
     if (file >= 0 && close(file) != 0 && error == 0) error = errno;
     signal(SIGPIPE, before);

@@ -114,8 +114,8 @@ Roots density_roots(Model1 const& model, double T, double p) {
     return roots;
 }
 
-Saturated saturated(Model1 const& model, double T) {
-    Saturated state;
+SaturatedPair saturated(Model1 const& model, double T) {
+    SaturatedPair state;
     if (T < model.Tcrit()) try {
             const corvane::PureSaturation q = corvane::pure_saturation_T(model, T);
             state.p = q.p;

@@ -48,11 +48,11 @@ struct Roots {
 Roots density_roots(Model1 const& model, double T, double p);
 
 /// The two phases in equilibrium at T, if there are and they are found.
-struct Saturated {
+struct SaturatedPair {
     bool found = false;
     double p = 0.0, liquid = 0.0, vapour = 0.0;  ///< MPa, mol/cm³
 };
-Saturated saturated(Model1 const& model, double T);
+SaturatedPair saturated(Model1 const& model, double T);
 
 /// "liquid", "vapour" or "fluid", as for Roots.
 char const* phase_name(Model1 const& model, double T, double rho);
