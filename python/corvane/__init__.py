@@ -10,6 +10,7 @@ arrays that broadcast against each other; compositions have the components on th
 """
 
 from ._native import EquilibriumError, Jet, OpenError, __version__
+from .binary_type import BinaryType
 from .catalogue import data_home, equations, mixture_models, search
 from .diagram import Isoline, PropertyDiagram
 from .equation import Equation, check_equation
@@ -34,6 +35,7 @@ from .residue import ResidueCurve, ResidueMap
 from .status import Interrupted, Status
 
 __all__ = [
+    "BinaryType",
     "CriticalLine",
     "CriticalPoints",
     "Diagram",

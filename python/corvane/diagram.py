@@ -6,7 +6,7 @@ from typing import TYPE_CHECKING, Any, ClassVar
 
 from ._numpy import np
 from .arrays import UNITS, magnitude
-from .results import Table, figure_axes
+from .results import Table, colour_of, figure_axes
 
 if TYPE_CHECKING:
     from numpy.typing import ArrayLike
@@ -49,20 +49,22 @@ class PropertyDiagram:
         for code, value, rows in d["lines"]:
             self.lines.setdefault(_CODES[code], []).append((value, Isoline(rows)))
 
-    def plot(self, ax: Any = None) -> Any:
-        """Axes in the package's units; p, rho and v logarithmic. Lines bear their values at the end."""
+    def plot(self, ax: Any = None, *, label: str | None = None) -> Any:
+        """Axes in the package's units; p, rho and v logarithmic. Lines bear their values at the end. With a label in one
+        colour."""
         ax = figure_axes(ax)
+        ours = colour_of(ax, label)
         for name, lines in self.lines.items():
-            colour = _COLOURS[name]
+            colour = ours or _COLOURS[name]
             for i, (value, s) in enumerate(lines):
-                label = f"{_NAMES[name]}, {UNITS[name]}" if name in UNITS else _NAMES[name]
+                what = f"{_NAMES[name]}, {UNITS[name]}" if name in UNITS else _NAMES[name]
                 x, y = getattr(s, self.x), getattr(s, self.y)
-                ax.plot(x, y, color=colour, lw=0.7, label=label if i == 0 else None)
+                ax.plot(x, y, color=colour, lw=0.7, label=what if i == 0 and label is None else None)
                 at = 0 if name == "q" or (name == "T" and self.y == "p") else -1
                 ax.annotate(f"{value:.4g}", (x[at], y[at]), color=colour, fontsize="x-small", ha="center",
                             annotation_clip=True)  # fmt: skip
-        for s, colour, label in ((self.liquid, "#1f5fa8", "bubble points"), (self.vapour, "#202020", "dew points")):
-            ax.plot(getattr(s, self.x), getattr(s, self.y), color=colour, lw=1.5, label=label)
+        for s, colour, what in ((self.liquid, "#1f5fa8", "bubble points"), (self.vapour, "#202020", "dew points")):
+            ax.plot(getattr(s, self.x), getattr(s, self.y), color=ours or colour, lw=1.5, label=what if label is None else None)
         for name, scale in ((self.x, ax.set_xscale), (self.y, ax.set_yscale)):
             if name in ("p", "rho", "v"):
                 scale("log")

@@ -71,12 +71,14 @@ class Saturation(Table):
         self.h_vaporisation = vapour.h - liquid.h
         self._name = name
 
-    def plot(self, ax: Any = None) -> Any:
-        """Vapour pressure over temperature, in ``ax`` or new axes of matplotlib."""
+    def plot(self, ax: Any = None, *, label: str | None = None) -> Any:
+        """Vapour pressure over temperature, in ``ax`` or new axes of matplotlib. label: of the legend, else the name."""
         ax = figure_axes(ax)
         order = np.argsort(np.ravel(self.T))
-        ax.plot(np.ravel(self.T)[order], np.ravel(self.p)[order] / 1e6, label=self._name)
+        ax.plot(np.ravel(self.T)[order], np.ravel(self.p)[order] / 1e6, label=label or self._name)
         ax.set(xlabel="T / K", ylabel="p / MPa", yscale="log")
+        if label is not None:
+            ax.legend()
         return ax
 
 

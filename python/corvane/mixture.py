@@ -5,16 +5,17 @@ from __future__ import annotations
 import os
 from typing import TYPE_CHECKING, Any, ClassVar, Mapping, Sequence
 
-from . import _native, outputs
+from . import _native, binary_type, outputs
 from ._native import written_name
 from ._numpy import np
 from .arrays import flat, flat_with_composition, magnitude
+from .binary_type import BinaryType
 from .catalogue import directory
 from .diagram import PropertyDiagram, diagram
 from .fluid import _PHASE, Fluid, _again
 from .quantities import returns_quantities
 from .residue import ResidueMap, draw_triangle, in_triangle
-from .results import Table, figure_axes
+from .results import Table, colour_of, figure_axes
 from .status import judge
 
 if TYPE_CHECKING:
@@ -110,14 +111,16 @@ class Envelope(_OfComponents):
             setattr(self, name, [tuple(row[:2]) for row in d[name]])
         self.closed, self._components = d["closed"], components
 
-    def plot(self, ax: Any = None) -> Any:
-        """Pressure over temperature, critical points marked."""
+    def plot(self, ax: Any = None, *, label: str | None = None) -> Any:
+        """Pressure over temperature, critical points marked; with a label in one colour, dew points dashed."""
         ax = figure_axes(ax)
-        for bubble, label in ((True, "bubble points"), (False, "dew points")):
+        colour = colour_of(ax, label)
+        for bubble, name in ((True, "bubble points"), (False, "dew points")):
             here = self.bubble == bubble
-            ax.plot(np.where(here, self.T, np.nan), np.where(here, self.p, np.nan) / 1e6, label=label)
+            ax.plot(np.where(here, self.T, np.nan), np.where(here, self.p, np.nan) / 1e6, color=colour,
+                    ls="-" if bubble or label is None else "--", label=name if label is None else None)  # fmt: skip
         for T, p in self.critical:
-            ax.plot(T, p / 1e6, "ko", label="critical")
+            ax.plot(T, p / 1e6, "o", color=colour or "k", label="critical" if label is None else None)
         ax.set(xlabel="T / K", ylabel="p / MPa")
         ax.legend()
         return ax
@@ -157,18 +160,21 @@ class Diagram:
         frames = [b.to_pandas().assign(branch=k) for k, b in enumerate(self.branches)]
         return pandas.concat(frames, ignore_index=True)
 
-    def plot(self, ax: Any = None) -> Any:
-        """p (or T) over the mole fraction of the first component in both phases."""
+    def plot(self, ax: Any = None, *, label: str | None = None) -> Any:
+        """p (or T) over the mole fraction of the first component in both phases; with a label in one colour."""
         ax = figure_axes(ax)
+        colour = colour_of(ax, label)
         name, scale = ("p", 1e-6) if self._at_T else ("T", 1.0)
         for branch in self.branches:
             ordinate = getattr(branch, name) * scale
-            (line,) = ax.plot(branch.x, ordinate)
+            (line,) = ax.plot(branch.x, ordinate, color=colour)
             ax.plot(branch.y, ordinate, color=line.get_color())
         for row in self.three_phase:
-            ax.plot(row[2:5], np.full(3, row[1] * scale if self._at_T else row[0]), "k.-")
+            ax.plot(row[2:5], np.full(3, row[1] * scale if self._at_T else row[0]), ".-", color=colour or "k")
         ax.set(xlabel=f"mole fraction of {written_name(self._components[0])}", ylabel="p / MPa" if self._at_T else "T / K", xlim=(0, 1))
         ax.set_title(f"T = {self._value:g} K" if self._at_T else f"p = {self._value / 1e6:g} MPa")
+        if label is not None:
+            ax.legend()
         return ax
 
     def __repr__(self) -> str:
@@ -237,22 +243,25 @@ class TernaryDiagram:
         frames = [r.to_pandas().assign(region=k) for k, r in enumerate(self.regions)]
         return pandas.concat(frames, ignore_index=True)
 
-    def plot(self, ax: Any = None, *, tie_lines: int = 12) -> Any:
+    def plot(self, ax: Any = None, *, tie_lines: int = 12, label: str | None = None) -> Any:
         """The triangle, the first component at the top, the second at the lower left; about so many tie lines of
-        every region."""
-
+        every region. With a label in one colour."""
         ax = figure_axes(ax)
         draw_triangle(ax, self._components)
+        colour = colour_of(ax, label)
         for region in self.regions:
             for k in np.unique(np.linspace(0, len(region) - 1, tie_lines).astype(int)):
-                ax.plot(*in_triangle(np.stack([region.x[k], region.y[k]])), color="0.6", lw=0.6)
+                ax.plot(*in_triangle(np.stack([region.x[k], region.y[k]])), color=colour or "0.6", lw=0.6,
+                        alpha=0.5 if label else 1.0)  # fmt: skip
             lighter = "C3" if region.kind == "vapour_liquid" else "C2"
-            ax.plot(*in_triangle(region.x), color="C0")
-            ax.plot(*in_triangle(region.y), color=lighter)
+            ax.plot(*in_triangle(region.x), color=colour or "C0")
+            ax.plot(*in_triangle(region.y), color=colour or lighter)
         for corners in self.three_phase:
-            ax.plot(*in_triangle(corners[[0, 1, 2, 0]]), "k.-")
-        ax.plot(*in_triangle(self.plait.x), "ko", label="plait point")
+            ax.plot(*in_triangle(corners[[0, 1, 2, 0]]), ".-", color=colour or "k")
+        ax.plot(*in_triangle(self.plait.x), "o", color=colour or "k", label="plait point" if label is None else None)
         ax.set_title(f"T = {self.T:g} K, p = {self.p / 1e6:g} MPa", pad=18)
+        if label is not None:
+            ax.legend(fontsize="small")
         return ax
 
     def __repr__(self) -> str:
@@ -279,13 +288,15 @@ class SolidPoints(_OfComponents):
         self.stable, self.x = rows[..., 4] > 0, rows[..., 5:]
         self.status, self._components, self._solid = status, components, solid
 
-    def plot(self, ax: Any = None) -> Any:
+    def plot(self, ax: Any = None, *, label: str | None = None) -> Any:
         """The mole fraction of the component that is solid: over p, or over T where p is one."""
         ax = figure_axes(ax)
         p, y = np.ravel(self.p) / 1e6, np.ravel(self.x[..., self._solid])
         at_p = np.ptp(p[np.isfinite(p)]) < 1e-9 * np.nanmax(p)
-        ax.plot(np.ravel(self.T) if at_p else p, y, label=f"solid {written_name(self._components[self._solid])}")
+        ax.plot(np.ravel(self.T) if at_p else p, y, label=label or f"solid {written_name(self._components[self._solid])}")
         ax.set(xlabel="T / K" if at_p else "p / MPa", ylabel=f"mole fraction of {written_name(self._components[self._solid])}", yscale="log")
+        if label is not None:
+            ax.legend()
         return ax
 
 
@@ -298,18 +309,19 @@ class Projection:
         self.vapour_pressures, self.critical = vapour_pressures, critical
         self.three_phase, self.azeotropic = three_phase, azeotropic
 
-    def plot(self, ax: Any = None) -> Any:
-        """Pressure over temperature."""
+    def plot(self, ax: Any = None, *, label: str | None = None) -> Any:
+        """Pressure over temperature; with a label in one colour: three phases dotted, azeotropes dashed."""
         ax = figure_axes(ax)
+        colour = colour_of(ax, label)
         for name, s in self.vapour_pressures.items():
-            ax.plot(s.T, s.p / 1e6, "k-", lw=1)
+            ax.plot(s.T, s.p / 1e6, "-", color=colour or "k", lw=1)
             ax.annotate(written_name(name), (s.T[-1], s.p[-1] / 1e6), fontsize="small")
-        parts = [(self.critical, "critical", "C3-"), (self.three_phase, "three phases", "C0-"),
-                 (self.azeotropic, "azeotropes", "C2--")]  # fmt: skip
-        for lines, label, style in parts:
+        parts = [(self.critical, "critical", "C3", "-"), (self.three_phase, "three phases", "C0", ":" if label else "-"),
+                 (self.azeotropic, "azeotropes", "C2", "--")]  # fmt: skip
+        for lines, what, usual, style in parts:
             for k, line in enumerate(lines):
                 T, p = (line.T, line.p) if isinstance(line, CriticalLine) else (line[:, 0], line[:, 1])
-                ax.plot(T, p / 1e6, style, label=label if k == 0 else None)
+                ax.plot(T, p / 1e6, style, color=colour or usual, label=what if k == 0 and label is None else None)
         ax.set(xlabel="T / K", ylabel="p / MPa")
         ax.legend()
         return ax
@@ -594,6 +606,12 @@ class Mixture:
             pure[name] = s
         return Projection(pure, self.critical_lines(p_max=p_max), self.three_phase_lines(p_max=p_max),
                           self.azeotropic_lines(p_max=p_max))  # fmt: skip
+
+    def binary_type(self, *, p_max: float = 1e9) -> BinaryType:
+        """The type of a binary after van Konynenburg and Scott, from its certified critical lines, lines of three phases
+        and azeotropes up to p_max (Pa). Splits below 0.3 of the lower critical temperature are not looked for: what is of
+        type I there may be of type II below."""
+        return binary_type.of(self, float(magnitude(p_max, "p")))
 
     # ---- solids
 

@@ -89,10 +89,10 @@ class IdealCurve(Table):
         self.kind, self.T_zero, self.highest = kind, d["T_zero"], d["highest"]
         self.last, self.end = d["last"], d["end"]
 
-    def plot(self, ax: Any = None) -> Any:
-        """Pressure over temperature."""
+    def plot(self, ax: Any = None, *, label: str | None = None) -> Any:
+        """Pressure over temperature. label: of the legend, else the kind."""
         ax = figure_axes(ax)
-        ax.plot(self.T, self.p / 1e6, label=self.kind)
+        ax.plot(self.T, self.p / 1e6, label=label or self.kind)
         ax.set(xlabel="T / K", ylabel="p / MPa")
         ax.legend()
         return ax

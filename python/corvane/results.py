@@ -81,3 +81,9 @@ def figure_axes(ax: Any) -> Any:
     import matplotlib.pyplot as plt
 
     return plt.subplots()[1]
+
+
+def colour_of(ax: Any, label: str | None) -> str | None:
+    """The next colour of the axes with an entry in their legend: what is drawn in it belongs to one model. None
+    without a label."""
+    return None if label is None else ax.plot([], [], label=label)[0].get_color()

@@ -106,8 +106,11 @@ struct Several : std::runtime_error {
     Several() : std::runtime_error("more than one state has these values; see states()") {}
 };
 
+/// Whether what is called writes every value of a row, or only some beside not-a-numbers.
+enum class Rows_are { written_whole, written_partly };
+
 /// Calls f(i, row), and notes what it throws; then the row is not-a-number.
-template <class F>
+template <Rows_are how, class F>
 void attempt(Out& out, Report& report, std::size_t i, F const& f) {
     const auto fail = [&](Status status, std::string const& text) {
         out.clear(i);
@@ -119,7 +122,7 @@ void attempt(Out& out, Report& report, std::size_t i, F const& f) {
         return text;
     };
     try {
-        out.clear(i);
+        if constexpr (how == Rows_are::written_partly) out.clear(i);
         f(i, out.row(i));
         report.set(i, ok);
     } catch (corvane::EquilibriumFailure const& e) {
@@ -182,7 +185,7 @@ class Between {
 /// f(i, row) for i = 0 … n − 1 on `threads` threads (0: as many as the machine has), without the
 /// interpreter's lock. Ctrl-C ends it; what is done stays done.
 /// @return false when it was interrupted
-template <class F>
+template <Rows_are how = Rows_are::written_partly, class F>
 bool each(Out& out, Report& report, std::size_t n, int threads, F const& f) {
     const std::size_t block = std::clamp<std::size_t>(n / 256, 1, 4096);
     std::atomic<std::size_t> next{0}, done{0};
@@ -196,7 +199,7 @@ bool each(Out& out, Report& report, std::size_t n, int threads, F const& f) {
             for (std::size_t mark = i; i < to && !stop; mark = i) {
                 // one element of an equilibrium may last as long as thousands of a property
                 for (const std::size_t end = std::min(to, i + between.stride()); i < end && !stop; ++i)
-                    attempt(out, report, i, f);
+                    attempt<how>(out, report, i, f);
                 done += i - mark;
                 if (!between(done)) stop = true;
             }

@@ -70,7 +70,7 @@ nb::tuple properties(Fluid const& f, Column T, Column rho, int threads) {
     const std::size_t n = T.shape(0);
     Out out({n, kPhase});
     Report report(n);
-    const bool finished = each(out, report, n, threads, [&](std::size_t i, double* row) {
+    const bool finished = each<Rows_are::written_whole>(out, report, n, threads, [&](std::size_t i, double* row) {
         write_phase(row, corvane::phase_properties(*f.model, T(i), rho(i) / kMega));
     });
     return result(out, report, finished);

@@ -3,6 +3,7 @@
 #include "module.h"
 
 #include <corvane/core/files.h>
+#include <corvane/mixture/pair_parameters.h>
 #include <corvane/phases/solid/anchored_solid.h>
 #include <corvane/phases/solid/solid_fluid.h>
 
@@ -40,7 +41,7 @@ nb::tuple properties(Mixture const& m, Column T, Column rho, Rows x, int threads
     same_length(n, x.shape(0));
     Out out({n, width});
     Report report(n);
-    const bool finished = each(out, report, n, threads, [&](std::size_t i, double* row) {
+    const bool finished = each<Rows_are::written_whole>(out, report, n, threads, [&](std::size_t i, double* row) {
         write_phase(row, corvane::phase_properties(*m.model, T(i), rho(i) / kMega, row_of(x, i)));
     });
     return result(out, report, finished);
@@ -465,6 +466,14 @@ void check_pair(Mixture const& m, int i, int j) {
         throw nb::index_error("no such pair");
 }
 
+/// Of a model that does not tell how many parameters a pair has, the first one alone.
+void check_parameter(Mixture const& m, int k, int i, int j) {
+    check_pair(m, i, j);
+    auto const* known = dynamic_cast<corvane::PairParameters const*>(m.model.get());
+    if (k < 0 || k >= (known ? known->pair_parameters() : 1) || !m.model->ppar(k, i, j))
+        throw nb::index_error("no such parameter");
+}
+
 using MixtureClass = nb::class_<Mixture>;
 
 void add_data(MixtureClass& of) {
@@ -516,15 +525,13 @@ void add_data(MixtureClass& of) {
              nb::arg("i"), nb::arg("j"), "Remark on the parameters of a pair.")
         .def("pair_parameter",
              [](Mixture const& x, int k, int i, int j) {
-                 check_pair(x, i, j);
-                 if (k < 0 || !x.model->ppar(k, i, j)) throw nb::index_error("no such parameter");
+                 check_parameter(x, k, i, j);
                  return x.model->param(k, i, j);
              },
              nb::arg("k"), nb::arg("i"), nb::arg("j"), "Parameter k of a pair.")
         .def("set_pair_parameter",
              [](Mixture& x, int k, int i, int j, double value) {
-                 check_pair(x, i, j);
-                 if (k < 0 || !x.model->ppar(k, i, j)) throw nb::index_error("no such parameter");
+                 check_parameter(x, k, i, j);
                  x.model->param(k, i, j, value);
              },
              nb::arg("k"), nb::arg("i"), nb::arg("j"), nb::arg("value"), "Changes parameter k of a pair.");

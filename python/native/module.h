@@ -18,11 +18,10 @@ inline double to_library(corvane::Quantity what, double x) {
 /// p, Z, u, h, s, g, a, cv, cp, w, mu_JT, kappa_T, alpha_p, dp_dT, dp_drho, M, n_s: in Python's order.
 constexpr int columns_of_phase = 17;
 inline void write_phase(double* row, corvane::PhaseProperties const& q) {
-    double const values[] = {q.p * kMega, q.Z, q.u, q.h, q.s, q.g, q.a, q.cv, q.cp, q.w,
-                             q.mu_JT / kMega, q.kappa_T / kMega, q.alpha_p, q.dp_dT * kMega,
-                             q.dp_drho, 1e-3 * q.M, q.n_s};
-    static_assert(std::size(values) == columns_of_phase);
-    std::copy(std::begin(values), std::end(values), row);
+    double const SI = kMega;
+    row[0] = q.p * SI, row[1] = q.Z, row[2] = q.u, row[3] = q.h, row[4] = q.s, row[5] = q.g, row[6] = q.a;
+    row[7] = q.cv, row[8] = q.cp, row[9] = q.w, row[10] = q.mu_JT / SI, row[11] = q.kappa_T / SI;
+    row[12] = q.alpha_p, row[13] = q.dp_dT * SI, row[14] = q.dp_drho, row[15] = 1e-3 * q.M, row[16] = q.n_s;
 }
 
 /// A home that was named lies over the one that would be used without: it may hold a single plug-in

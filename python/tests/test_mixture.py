@@ -95,6 +95,16 @@ def test_matplotlib_pictures(gas):
     matplotlib.use("Agg")
     assert gas.pxy(300.0).plot().get_xlim() == (0, 1)
     assert gas.envelope([0.5, 0.5]).plot().get_xlabel() == "T / K"
+    other = cv.Mixture("SRK+vdW1", ["methane", "propane"])
+    for draw in (lambda m, **to: m.pxy(300.0).plot(**to), lambda m, **to: m.envelope([0.5, 0.5]).plot(**to),
+                 lambda m, **to: m.projection().plot(**to),
+                 lambda m, **to: m.diagram([0.5, 0.5], T=[300.0], p=[], points=9).plot(**to)):  # fmt: skip
+        ax = draw(gas, label="A")
+        assert draw(other, ax=ax, label="B") is ax
+        assert [t.get_text() for t in ax.get_legend().get_texts()] == ["A", "B"]
+        drawn = {line.get_color() for line in ax.get_lines()}
+        assert len(drawn) == 2  # a colour for every model
+        matplotlib.pyplot.close()
     triangle = cv.Mixture("PR+vdW1", ["nitrogen", "methane", "ethane"]).ternary(120.0, 3e6).plot()
     assert [t.get_text() for t in triangle.texts] == ["nitrogen", "methane", "ethane"]
 
@@ -120,6 +130,8 @@ def test_parameters_copies_and_choice(gas):
     (lambda m: m.flash([0.3, 0.7], T=300.0, h=1e5), TypeError, "give"),
     (lambda m: m.pair_parameter("argon", "propane"), KeyError, "not a component"),
     (lambda m: m.pair_parameter(0, 0), IndexError, "no such"),
+    (lambda m: m.pair_parameter(0, 1, 2), IndexError, "no such"),
+    (lambda m: m.set_pair_parameter(0, 1, 0.1, 2), IndexError, "no such"),
     (lambda m: m.envelope([[0.5, 0.5]]), ValueError, "one composition"),
     (lambda m: cv.Mixture("PR", ["argon"]), cv.OpenError, "mixing theory"),
     (lambda m: cv.Mixture("PR+vdW1", ["mercury", "aniline"], estimate=False), cv.OpenError, "parameters"),

@@ -1,0 +1,106 @@
+"""The type of a binary's phase behaviour, after van Konynenburg and Scott."""
+
+from __future__ import annotations
+
+from dataclasses import dataclass
+from typing import TYPE_CHECKING, Any, Sequence
+
+from ._numpy import np
+
+if TYPE_CHECKING:
+    from .mixture import CriticalLine
+
+_ALIKE = 1e-6  # ends of lines are exact: two phases are the same there
+
+
+@dataclass(frozen=True)
+class BinaryType:
+    """What a binary does, by van Konynenburg and Scott (Phil. Trans. R. Soc. A 298 (1980) 495).
+
+    ``type``: I one critical line from pure to pure component; II beside it one of two liquids, from an upper critical end
+    point on; III the line of the heavier component goes to high pressures, that of the other ends where three phases do;
+    IV three lines of three phases' ends, V as IV without the liquids that split at low temperatures; VI liquids that split
+    between a lower and an upper critical end point. Empty: none of them, and ``why`` says what was found. ``azeotrope``: a
+    stable homogeneous azeotrope; ``heteroazeotrope``: a vapour between both liquids.
+    """
+
+    type: str
+    azeotrope: bool
+    heteroazeotrope: bool
+    why: str = ""
+
+    def __str__(self) -> str:
+        suffix = "H" * self.heteroazeotrope + "A" * self.azeotrope
+        return (self.type or "?") + (f"-{suffix}" if suffix else "")
+
+
+def classify(critical: Sequence[CriticalLine], three_phase: Sequence[np.ndarray],
+             azeotropic: Sequence[np.ndarray]) -> BinaryType:  # fmt: skip
+    """The type from all stable critical lines, lines of three phases and azeotropic lines of a binary."""
+    ends = sorted(tuple(sorted(_ends(line))) for line in critical)
+    loops = sorted(tuple(map(_merging, (line[0], line[-1]))) for line in three_phase)
+    # Where the third phase is a mere trace, a line comes in pieces; its last piece tells.
+    known = [loop for loop in loops if loop != ("open", "open")]
+    kind = _kind_of(ends, known, len(loops) > len(known))
+    hetero = any(_between(line) for line in three_phase)
+    if kind:
+        return BinaryType(kind, bool(azeotropic), hetero)
+    found = "; ".join([f"critical lines {ends}", f"lines of three phases {loops}"])
+    return BinaryType("", bool(azeotropic), hetero, found.replace("'", ""))
+
+
+def _kind_of(ends: list[tuple[str, ...]], loops: list[tuple[str, str]], pieces: bool) -> str:
+    """Ends of critical lines (pure 0, pure 1, end point, pressure …), and at which two phases become alike at the lower and
+    the upper end of every line of three phases: the liquids, or a liquid and the vapour."""
+    pure = [e for e in ends if e[-1].startswith("pure")]
+    others = [e for e in ends if e not in pure]
+    if pure == [("pure 0", "pure 1")]:
+        if not loops:
+            return "I" if not others and not pieces else ""
+        if loops == [("open", "liquids")] and len(others) <= 1:
+            return "II"
+        return "VI" if loops == [("liquids", "liquids")] and not pieces else ""
+    if len(pure) != 2 or pure[0][1] == pure[1][1]:
+        return ""
+    to = sorted(e[0] for e in pure)
+    if to == ["end point", "pressure"] and loops == [("open", "vapour")] and not others:
+        return "III"
+    if to == ["end point", "end point"]:
+        # The line between these end points may be too short for the search: they imply it.
+        if set(loops) <= {("liquids", "vapour")} and not others and not pieces:
+            return "V"
+        if set(loops) - {("liquids", "vapour")} == {("open", "liquids")} and len(others) <= 1:
+            return "IV"
+    return ""
+
+
+def _ends(line: CriticalLine) -> list[str]:
+    words = {"a pure": "pure", "a critical end": "end point", "the highest pressure": "pressure",
+             "the lowest": "cold", "a pressure": "tension"}  # fmt: skip
+    found = []
+    for text, x in ((line.begin, line.x[0, 0]), (line.end, line.x[-1, 0])):
+        kind = next((short for start, short in words.items() if text.startswith(start)), "open")
+        found.append(f"pure {0 if x > 0.5 else 1}" if kind == "pure" else kind)
+    return found
+
+
+def _merging(row: np.ndarray) -> str:
+    """At an end of a line of three phases: "liquids" or "vapour" (and a liquid) are alike, or it is "open"."""
+    x, rho = row[2:5], row[5:8]
+
+    def alike(i: int, j: int) -> bool:
+        return bool(abs(x[i] - x[j]) < _ALIKE and abs(rho[i] / rho[j] - 1.0) < _ALIKE)
+
+    if alike(0, 1):
+        return "liquids"
+    return "vapour" if alike(1, 2) or alike(0, 2) else "open"
+
+
+def _between(line: np.ndarray) -> bool:
+    low, high = np.minimum(line[:, 2], line[:, 3]), np.maximum(line[:, 2], line[:, 3])
+    return bool(np.any((line[:, 4] > low + _ALIKE) & (line[:, 4] < high - _ALIKE)))
+
+
+def of(mixture: Any, p_max: float) -> BinaryType:
+    return classify(mixture.critical_lines(p_max=p_max), mixture.three_phase_lines(p_max=p_max),
+                    mixture.azeotropic_lines(p_max=p_max))  # fmt: skip
