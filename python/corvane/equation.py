@@ -9,6 +9,7 @@ from typing import Any, Sequence
 
 from . import _native
 from ._numpy import np
+from .arrays import magnitude
 from .fluid import Fluid
 from .mixture import Mixture
 
@@ -17,6 +18,8 @@ R = 8.3144621  #: molar gas constant of the library, J/(mol K)
 
 class Equation:
     """Base class of an equation of state that is written in Python: for teaching and research.
+
+    Attributes and heat capacities may be quantities of pint; what ``alphar`` gets and returns are numbers.
 
     A subclass gives :meth:`alphar` and the start values below; :meth:`fluid` and :meth:`mixture` make models with
     every property, saturation and certified equilibria. Derivatives come from Taylor series that go through
@@ -94,7 +97,8 @@ class Equation:
             given = getattr(self, name)
             if given is None:
                 raise TypeError(f"{type(self).__name__} needs {name}")
-            values.append([float(v) for v in np.broadcast_to(np.asarray(given, dtype=float), (n,))])
+            given = np.asarray(magnitude(given, name.split("_")[0]), dtype=float)
+            values.append([float(v) for v in np.broadcast_to(given, (n,))])
             if not all(v > 0 and math.isfinite(v) for v in values[-1]):
                 raise ValueError(f"{name} must be positive")
         if self.cp0(300.0) is not None:
@@ -112,7 +116,8 @@ class Equation:
         folder = pathlib.Path(self._folder.name, "CorvaneS", "ideal")
         folder.mkdir(parents=True)
         T = np.geomspace(50.0, 3000.0, 200)
-        cp = np.array([np.broadcast_to(np.asarray(self.cp0(float(t)), dtype=float), (len(self.components),)) for t in T])
+        cp = np.array([np.broadcast_to(np.asarray(magnitude(self.cp0(float(t)), "cp"), dtype=float), (len(self.components),))
+                       for t in T])  # fmt: skip
         for k, name in enumerate(self.components):
             rows = "".join(f"{t!r} {c!r}\n" for t, c in zip(T.tolist(), cp[:, k].tolist()))
             (folder / name).write_text(f"{len(T)}\n{rows}")

@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import os
+import re
 from dataclasses import dataclass
 from typing import Any, Mapping, Sequence
 
@@ -54,6 +55,14 @@ def _text(value: Any) -> str:
     return repr(float(value)) if isinstance(value, (int, float, np.number)) else str(value)
 
 
+def _number(values: Any, name: str) -> np.ndarray:
+    """The numbers of a column; those of a quantity in the unit that stands in its name."""
+    if not hasattr(values, "magnitude"):
+        return np.asarray(values)
+    unit = name.partition("/")[2].strip("()").replace("%", "percent")
+    return np.asarray(values.to(re.sub(r"(?<=[a-z])(\d)", r"**\1", unit)).magnitude)
+
+
 def _table(data: Any, number: int) -> tuple[str, list[str], list[list[str]]]:
     """A path, or the columns of a mapping or data frame, as the extension module takes them."""
     if isinstance(data, (str, os.PathLike)):
@@ -61,7 +70,7 @@ def _table(data: Any, number: int) -> tuple[str, list[str], list[list[str]]]:
     names = [str(name) for name in data]
     if not names:
         raise ValueError("a table without columns")
-    columns = np.broadcast_arrays(*[np.atleast_1d(np.asarray(data[name])) for name in data])
+    columns = np.broadcast_arrays(*[np.atleast_1d(_number(data[name], str(name))) for name in data])
     rows = [[_text(value) for value in row] for row in zip(*[c.tolist() for c in columns])]
     return f"table {number}", names, rows
 
@@ -92,7 +101,7 @@ def fit(
     """Adjusts parameters to measured data.
 
     ``data`` is a CSV file, a mapping of columns or a data frame, or a list of these. Columns are called by quantity
-    and unit, as ``"T/K"``, ``"p/Pa"``, ``"rhoL/(kg/m3)"``, ``"x_methane"``, ``"u_p/%"`` (docs/fit.md has all).
+    and unit, as ``"T/K"``, ``"p/Pa"``, ``"rhoL/(kg/m3)"``, ``"x_methane"``, ``"u_p/%"`` (docs/fit.md has all); quantities of pint are converted to the unit in the name.
     ``adjust`` names parameters as their files do: ``"m"``, ``"Ts"``, ``"kij"``. ``start``, ``bounds`` (lower, upper) and
     ``prior`` (value, standard deviation) are by name; ``relative`` and ``fraction`` are the deviations that count as 1 where
     a point has no uncertainty; ``loss`` is ``"squares"``, ``"huber"`` or ``"cauchy"``. With ``out`` a parameter file is

@@ -6,6 +6,8 @@ An existing script runs with one import changed::
 
     PropsSI("D", "T", 300, "P", 1e5, "CO2")
 
+Quantities of pint are taken, and then returned, in the units of the keys.
+
 Equal: keys, SI units by mass (``D``, ``H``, ``S`` …) and by mole (``Dmolar`` …), broadcasting, fluid names
 and most aliases, ``HEOS::``, ``PR::``, ``SRK::`` before a name (``PCSAFT::`` besides).
 
@@ -25,7 +27,9 @@ from typing import Any
 
 from .. import _native
 from .._numpy import np
+from ..arrays import UNITS
 from ..fluid import Fluid, State
+from ..quantities import registry_of
 
 __all__ = ["PhaseSI", "Props1SI", "PropsSI", "set_reference_state"]
 
@@ -88,6 +92,13 @@ def _zero(fluid: Fluid, attribute: str, T: Any) -> Any:
     return {"h": h, "u": h, "s": s, "g": h - T * s, "a": h - T * s}.get(attribute, 0.0)
 
 
+def _unit(key: str) -> str:
+    """Of an input or output, as pint reads it."""
+    attribute, mass = _OUTPUTS[key]
+    unit = UNITS.get(attribute, "")
+    return unit.replace("mol", "kg") if mass else unit
+
+
 def _state(name1: str, value1: Any, name2: str, value2: Any, fluid: Fluid, errors: str | None) -> State:
     given = {}
     for name, value in ((name1, value1), (name2, value2)):
@@ -95,7 +106,7 @@ def _state(name1: str, value1: Any, name2: str, value2: Any, fluid: Fluid, error
         if key not in _INPUTS:
             raise ValueError(f"{name} is no input; inputs are {', '.join(sorted(_INPUTS))}")
         attribute, mass = _OUTPUTS[key]
-        value = np.asarray(value, dtype=float)
+        value = np.asarray(value.to(_unit(key)).magnitude if hasattr(value, "magnitude") else value, dtype=float)
         if mass:
             value = value / fluid.M if mass > 0 else value * fluid.M
         if attribute in ("h", "s", "u"):
@@ -122,7 +133,7 @@ def PropsSI(output: str, name1: str, value1: Any = None, name2: str | None = Non
         return Props1SI(fluid, output)
     if output.upper() not in _OUTPUTS:
         raise ValueError(f"no output {output}; there are {', '.join(sorted({*_OUTPUTS, *_TRIVIAL}))}")
-    f = _fluid(fluid)
+    f, registry = _fluid(fluid), registry_of(value1, value2)
     shape = np.broadcast_shapes(np.shape(value1), np.shape(value2))
     s = _state(name1, value1, name2, value2, f, "nan" if shape else "raise")
     attribute, mass = _OUTPUTS[output.upper()]
@@ -131,9 +142,8 @@ def PropsSI(output: str, name1: str, value1: Any = None, name2: str | None = Non
         x = np.where(np.isnan(x), -1.0, x)  # what one phase has for a quality there
     if mass:
         x = x * f.M if mass > 0 else x / f.M
-    if not shape:
-        return float(x)
-    return np.where(s.status == 0, x, np.inf)
+    x = np.where(s.status == 0, x, np.inf) if shape else float(x)
+    return registry.Quantity(x, _unit(output.upper())) if registry else x
 
 
 def Props1SI(first: str, second: str) -> float:
