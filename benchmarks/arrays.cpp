@@ -1,12 +1,11 @@
 // The loops that arrays of the Python package replace, in C++: benchmarks/arrays.py runs both in turns.
-// Prints processor time in seconds: properties of 10^6 states of one phase, 10^5 certified flashes.
+// Lines "PR 1000000" (states of one phase), "MEOS 1000000" and "flash 100000" on standard input are
+// answered by processor time in seconds and a checksum.
 #include <corvane/corvane.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <ctime>
 #include <string>
-#include <vector>
 
 namespace {
 /// Evenly spread over (0, 1), the same in Python: multiples of an irrational number, modulo 1.
@@ -16,15 +15,7 @@ double spread(int i, double irrational) {
 }
 constexpr double kGolden = 0.6180339887498949, kRoot2 = 0.4142135623730951;
 
-template <class F>
-void timed(char const* what, F const& f) {
-    const std::clock_t start = std::clock();
-    const double sum = f();
-    std::printf("%s %.6f %.17g\n", what, double(std::clock() - start) / CLOCKS_PER_SEC, sum);
-}
-
-double properties(char const* equation, char const* substance, int n) {
-    const auto f = corvane::open(equation, substance);
+double properties(corvane::Fluid const& f, int n) {
     double sum = 0.0;
     for (int i = 0; i < n; ++i) {
         const auto q = corvane::phase_properties(*f.model, 300 + 600 * spread(i, kGolden),
@@ -34,8 +25,7 @@ double properties(char const* equation, char const* substance, int n) {
     return sum;
 }
 
-double flashes(int n) {
-    const auto m = corvane::open_mixture("PR+vdW1", {"methane", "propane"});
+double flashes(corvane::Mixture const& m, int n) {
     corvane::FlashOptions options;
     options.validity = &m.validity;
     Vector<double> z(2);
@@ -51,9 +41,15 @@ double flashes(int n) {
 }
 }  // namespace
 
-int main(int argc, char** argv) {
-    const int part = argc > 1 ? std::atoi(argv[1]) : 1;  // 10: a tenth of everything
-    timed("PR", [&] { return properties("PR", "propane", 1000000 / part); });
-    timed("MEOS", [&] { return properties("MEOS", "water", 1000000 / part); });
-    timed("flash", [&] { return flashes(100000 / part); });
+int main() {
+    const auto PR = corvane::open("PR", "propane"), MEOS = corvane::open("MEOS", "water");
+    const auto gas = corvane::open_mixture("PR+vdW1", {"methane", "propane"});
+    char name[16];
+    for (int n; std::scanf("%15s %d", name, &n) == 2;) {
+        const std::string what = name;
+        const std::clock_t start = std::clock();
+        const double sum = what == "flash" ? flashes(gas, n) : properties(what == "PR" ? PR : MEOS, n);
+        std::printf("%.6f %.17g\n", double(std::clock() - start) / CLOCKS_PER_SEC, sum);
+        std::fflush(stdout);
+    }
 }

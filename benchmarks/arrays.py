@@ -1,12 +1,14 @@
-"""Arrays of the Python package beside the C++ loop that they replace, in turns.
+"""Arrays of the Python package beside the C++ loop that they replace, in pairs.
 
     PYTHONPATH=build/test/python CORVANE_DATA=build/test/home \\
-        build/venv/bin/python benchmarks/arrays.py build/test/benchmarks/bench_arrays [part]
+        build/venv/bin/python benchmarks/arrays.py build/test/benchmarks/bench_arrays [rounds [part]]
 
-Processor time of one core (other programs do not count), the least of five runs each; the checksum of both must be
-equal, as both add the same numbers in the same order.
+Processor time of one core (other programs do not count, but they slow caches and the shared core): so both are measured
+one right after the other, in either order by turns, and what counts is the median of the ratios of the pairs. The checksum
+of both must be equal, as both add the same numbers in the same order.
 """
 
+import statistics
 import subprocess
 import sys
 import time
@@ -15,8 +17,8 @@ import numpy as np
 
 import corvane as cv
 
-part = int(sys.argv[2]) if len(sys.argv) > 2 else 1
-n = 10**6 // part
+rounds = int(sys.argv[2]) if len(sys.argv) > 2 else 20
+n = 10**6 // (int(sys.argv[3]) if len(sys.argv) > 3 else 1)
 
 
 def spread(count, irrational):
@@ -29,9 +31,17 @@ T, rho = 300 + 600 * spread(n, GOLDEN), 1 + 9999 * spread(n, ROOT2)
 fluids = {"PR": cv.Fluid("propane", "PR"), "MEOS": cv.Fluid("water", "MEOS")}
 gas = cv.Mixture("PR+vdW1", ["methane", "propane"])
 flash_p, flash_T = 1e5 + 7.9e6 * spread(n // 10, GOLDEN), 200 + 150 * spread(n // 10, ROOT2)
+loop = subprocess.Popen([sys.argv[1]], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
 
 
-def run(name):
+def native(name):
+    loop.stdin.write(f"{name} {n // 10 if name == 'flash' else n}\n")
+    loop.stdin.flush()
+    seconds, checksum = loop.stdout.readline().split()
+    return float(seconds), float(checksum)
+
+
+def python(name):
     start = time.process_time()
     if name == "flash":
         result = gas.flash([0.5, 0.5], T=flash_T, p=flash_p)
@@ -41,16 +51,14 @@ def run(name):
     return used, np.sum(s.p / 1e6 + s.h + s.s + s.cp)
 
 
-native, python = {}, {}
-for _ in range(5):
-    output = subprocess.run([sys.argv[1], str(part)], check=True, capture_output=True, text=True).stdout
-    for line in output.splitlines():
-        name, seconds, checksum = line.split()
-        used, own = run(name)
-        assert np.isclose(own, float(checksum), rtol=1e-9), (name, own, checksum)
-        native.setdefault(name, []).append(float(seconds))
-        python.setdefault(name, []).append(used)
-print("          C++ s  Python s  ratio")
-for name in native:
-    a, b = min(native[name]), min(python[name])
-    print(f"{name:<8}{a:7.3f}{b:10.3f}{b / a:7.2f}")
+print("          C++ s  Python s  ratio: quarter, median, three quarters")
+for name in ("PR", "MEOS", "flash"):
+    pairs = []
+    for turn in range(rounds):
+        order = (native, python) if turn % 2 else (python, native)
+        found = {f: f(name) for f in order}
+        assert np.isclose(found[native][1], found[python][1], rtol=1e-9), (name, found)
+        pairs.append((found[native][0], found[python][0]))
+    ratios = statistics.quantiles([b / a for a, b in pairs], n=4)
+    print(f"{name:<8}{statistics.median(a for a, _ in pairs):7.3f}{statistics.median(b for _, b in pairs):10.3f}  ",
+          *(f"{r:.3f}" for r in ratios), flush=True)  # fmt: skip
