@@ -1,0 +1,253 @@
+"""Sweeps: the same bits whoever computes them, and nothing lost or twice whatever happens to them."""
+
+import errno
+import itertools
+import json
+import os
+import pathlib
+import signal
+import subprocess
+import sys
+import time
+
+import numpy as np
+import pytest
+
+import corvane as cv
+
+pa = pytest.importorskip("pyarrow")
+import pyarrow.csv  # noqa: E402
+import pyarrow.parquet  # noqa: E402
+
+from corvane import sweep  # noqa: E402
+from corvane.sweep import command, coordinate, runners  # noqa: E402
+
+T, P = np.linspace(180.0, 400.0, 30), np.array([1e5, 2e6, 5e6, np.nan])
+
+
+def task():
+    return sweep.Call(cv.Mixture("PR+vdW1", ["methane", "propane"], kij=0.02), "flash", keep=["rho", "fraction", "x", "tpd"],
+                      z=[0.5, 0.5])  # fmt: skip
+
+
+def go(folder, scheduler="threads:2", **options):
+    return sweep.run(task(), sweep.Grid(T=T, p=P), folder, scheduler=scheduler, rows=10, progress=False, **options)
+
+
+def contents(folder):
+    """Every file of the dataset; the journal tells of runs."""
+    files = [*pathlib.Path(folder, "data").rglob("*"), pathlib.Path(folder, "summary.json")]
+    return {f.name: f.read_bytes() for f in files if f.is_file()}
+
+
+@pytest.fixture(scope="module")
+def reference(tmp_path_factory):
+    folder = tmp_path_factory.mktemp("sweep") / "reference"
+    report = go(folder, "threads:1")
+    assert (report.computed, report.records, report.failed_rows) == (12, 120, 30) and report.complete
+    return contents(folder)
+
+
+def test_designs_have_the_same_rows_in_every_partition(tmp_path):
+    grid = sweep.Grid(a=[1, 2, 3], b=[4, 5])
+    assert list(zip(*grid.rows(0, 6).values())) == list(itertools.product([1, 2, 3], [4, 5]))
+    covariance = [[4.0, 3.0], [3.0, 9.0]]
+    random = sweep.Random({"T": (200, 400), "p": ("log", 1e5, 1e7), "k": ("normal", 1.0, 0.1)}, 5000, 7,
+                          normal={"names": ["m", "e"], "mean": [1, 2], "covariance": covariance})  # fmt: skip
+    whole = random.rows(0, 5000)
+    for a, b in ((0, 1), (1000, 1100), (1023, 3000), (4999, 5000)):
+        for name, values in random.rows(a, b).items():
+            assert np.array_equal(values, whole[name][a:b]), name
+    assert 199 < whole["T"].min() < whole["T"].max() < 400 and np.median(whole["p"]) == pytest.approx(1e6, rel=0.1)
+    # standard errors of 5000 covariances are below 2.5 %
+    assert np.allclose(np.cov(whole["m"], whole["e"]), covariance, rtol=0.1)
+    table = pa.table({"T": T, "name": [f"n{i}" for i in range(len(T))]})
+    pa.parquet.write_table(table, tmp_path / "t.parquet", row_group_size=7)
+    pa.csv.write_csv(table, tmp_path / "t.csv")
+    for file in ("t.parquet", "t.csv"):
+        rows = sweep.Rows(tmp_path / file).rows(5, 23)
+        assert np.array_equal(rows["T"], T[5:23]) and rows["name"][0] == "n5"
+
+
+def test_rows_are_those_of_the_call_and_failed_ones_have_a_reason(tmp_path, reference):
+    go(tmp_path)
+    assert contents(tmp_path) == reference  # two threads, another folder
+    table = sweep.read(tmp_path).to_table().to_pandas()
+    direct = task().model.flash([0.5, 0.5], T=T[:, None], p=P, errors="nan")
+    for name, values in (("rho", direct.rho), ("fraction_1", direct.fraction[..., 0]), ("x_2_propane", direct.x[..., 1, 1]),
+                         ("T", np.broadcast_to(T[:, None], (30, 4)))):  # fmt: skip
+        assert np.array_equal(table[name], np.ravel(values), equal_nan=True), name
+    assert (table.reason[np.isnan(table.p)] == "invalid").all() and table.reason[~np.isnan(table.p)].isna().all()
+    assert sweep.status(tmp_path).done == 12 and "12 of 12" in repr(sweep.status(tmp_path))
+
+
+def test_damaged_files_are_computed_again(tmp_path, reference):
+    go(tmp_path)
+    files = sorted((tmp_path / "data").glob("*"))
+    flipped = bytearray(files[2].read_bytes())
+    flipped[len(flipped) // 3] ^= 1
+    files[2].write_bytes(flipped)
+    files[5].write_bytes(files[5].read_bytes()[:-100])
+    files[7].write_bytes(files[8].read_bytes())
+    files[9].write_bytes(b"")
+    files[11].unlink()
+    report = go(tmp_path)
+    assert report.repaired == [2, 5, 7, 9] and (report.kept, report.computed) == (7, 5)
+    assert contents(tmp_path) == reference
+
+
+def test_a_full_disk_stops_it_and_leaves_whole_files(tmp_path, reference, monkeypatch):
+    calls, fsync = itertools.count(), os.fsync
+
+    def full(descriptor):
+        if next(calls) > 8:
+            raise OSError(errno.ENOSPC, os.strerror(errno.ENOSPC))
+        fsync(descriptor)
+
+    monkeypatch.setattr(os, "fsync", full)
+    with pytest.raises(OSError, match="No space left"):
+        go(tmp_path)
+    monkeypatch.undo()
+    done = sweep.status(tmp_path).done
+    assert 0 < done < 12 and not [f for f in (tmp_path / "data").iterdir() if f.name.startswith(".")]
+    assert go(tmp_path).kept == done and contents(tmp_path) == reference
+
+
+def test_one_sweep_a_folder(tmp_path):
+    go(tmp_path)
+    with coordinate.locked(tmp_path), pytest.raises(RuntimeError, match=f"another sweep .* process {os.getpid()}"):
+        go(tmp_path)
+    with pytest.raises(ValueError, match="another sweep"):
+        sweep.run(task(), sweep.Grid(T=T, p=P[:3]), tmp_path)
+    manifest = tmp_path / "manifest.json"
+    d = json.loads(manifest.read_text())
+    manifest.write_text(json.dumps({**d, "task": {**d["task"], "fingerprint": "0" * 32}}))
+    with pytest.raises(sweep.Mismatch):
+        runners._plan(str(tmp_path), "")
+
+
+FUNCTION = """
+import os, pathlib, time
+def slow(i, folder, kill):
+    marker = pathlib.Path(folder, "killed")
+    if kill == "worker" and i == 5 and not marker.exists():
+        marker.touch()
+        os._exit(1)
+    time.sleep(0.05)
+    if i == 7:
+        raise ValueError("seven")
+    if kill == "always" and i == 9:
+        return {"other": 1.0}
+    return [{"y": i * k, "text": str(k)} for k in range(int(i) % 3)]
+"""
+
+
+def own(folder, kill=""):
+    folder.joinpath("own.py").write_text(FUNCTION)
+    return sweep.Function(f"{folder / 'own.py'}:slow", folder=str(folder), kill=kill), sweep.Grid(i=np.arange(40))
+
+
+def test_functions_rows_and_a_partition_that_always_fails(tmp_path):
+    def rows(folder):
+        return sweep.read(folder).to_table().to_pandas()
+
+    report = sweep.run(*own(tmp_path), tmp_path / "a", rows=2, scheduler="threads:4")
+    table = rows(tmp_path / "a")
+    assert report.complete and table.reason[table.i == 7].tolist() == ["ValueError: seven"]
+    assert table[table.i == 8][["y", "text"]].values.tolist() == [[0.0, "0"], [8.0, "1"]]
+    assert table.reason[table.i == 6].tolist() == ["nothing found"]
+    report = sweep.run(*own(tmp_path, "always"), tmp_path / "b", rows=2, scheduler="threads:4", retries=1)
+    assert list(report.failed) == [4] and "other" in report.failed[4] and not report.complete
+    assert set(table.row) - set(rows(tmp_path / "b").row) == {8, 9}
+    attempts = [e["attempt"] for e in coordinate._journal(tmp_path / "b") if "error" in e]
+    assert attempts == [1, 2] and "partition 4 failed" in repr(sweep.status(tmp_path / "b"))
+
+
+def test_processes_of_dask_and_a_worker_that_dies(tmp_path, reference):
+    distributed = pytest.importorskip("distributed")
+    with distributed.LocalCluster(n_workers=2, threads_per_worker=1, dashboard_address=None) as cluster:
+        with distributed.Client(cluster) as client:
+            go(tmp_path / "flash", client)
+            assert contents(tmp_path / "flash") == reference
+            sweep.run(*own(tmp_path, "worker"), tmp_path / "own", rows=2, scheduler=client, progress=False)
+    assert (tmp_path / "killed").exists()
+    sweep.run(*own(tmp_path, "worker"), tmp_path / "again", rows=2, scheduler="threads:2")
+    assert contents(tmp_path / "own") == contents(tmp_path / "again")
+
+
+def test_a_scheduler_that_dies(tmp_path, monkeypatch):
+    pytest.importorskip("distributed")
+    monkeypatch.setattr(runners, "_PATIENCE", 2.0)
+    scheduler_file = tmp_path / "scheduler.json"
+    dask = [sys.executable, "-m", "distributed.cli.dask_"]
+    start = lambda what, *more: subprocess.Popen(  # noqa: E731
+        [*dask[:2], f"{dask[2]}{what}", "--scheduler-file", str(scheduler_file), *more], stdout=subprocess.DEVNULL,
+        stderr=subprocess.DEVNULL)  # fmt: skip
+    scheduler = start("scheduler", "--port", "0", "--no-dashboard")
+    worker = start("worker", "--nworkers", "1", "--nthreads", "1", "--no-dashboard")
+    try:
+        for _ in range(100):
+            if scheduler_file.exists() and scheduler_file.read_text().endswith("}"):
+                break
+            time.sleep(0.1)
+        address = json.loads(scheduler_file.read_text())["address"]
+        data = tmp_path / "own" / "data"
+        monkeypatch.setattr(coordinate._Progress, "__call__",
+                            lambda self, rows: scheduler.kill() if len(list(data.iterdir())) >= 3 else None)  # fmt: skip
+        with pytest.raises(sweep.Lost):
+            sweep.run(*own(tmp_path), tmp_path / "own", rows=2, scheduler=address, progress=False)
+        monkeypatch.undo()
+    finally:
+        for process in (scheduler, worker):
+            process.kill()
+            process.wait()
+    assert sweep.run(*own(tmp_path), tmp_path / "own", scheduler="threads:2").kept >= 3
+    sweep.run(*own(tmp_path), tmp_path / "again", rows=2, scheduler="threads:2")
+    assert contents(tmp_path / "own") == contents(tmp_path / "again")
+
+
+TOML = """
+folder = "out"
+[function]
+name = "own.py:slow"
+folder = "{}"
+kill = ""
+[grid]
+i = {{from = 0, to = 39, points = 40}}
+[partitions]
+rows = 2
+"""
+
+
+@pytest.mark.parametrize("killed_by, code", [(signal.SIGINT, 130), (signal.SIGKILL, -9)])
+def test_the_command_goes_on_where_it_was_killed(tmp_path, killed_by, code, capsys):
+    own(tmp_path)
+    file = tmp_path / "s.toml"
+    file.write_text(TOML.format(tmp_path))
+    process = subprocess.Popen([sys.executable, "-c", "import sys; from corvane.sweep.command import main; sys.exit(main())",
+                                str(file), "--scheduler", "threads:1"], stderr=subprocess.PIPE, text=True)  # fmt: skip
+    data = tmp_path / "out" / "data"
+    while not data.exists() or len(list(data.iterdir())) < 3:
+        assert process.poll() is None
+        time.sleep(0.02)
+    process.send_signal(killed_by)
+    words = process.communicate()[1]
+    assert process.returncode == code and ("the same command goes on" in words) == (code == 130)
+    assert command.main([str(file), "--status"]) == 0 and "of 20 partitions" in capsys.readouterr().out
+    assert command.main([str(file), "--quiet"]) == 0
+    sweep.run(*own(tmp_path), tmp_path / "again", rows=2)
+    assert contents(tmp_path / "again") == contents(tmp_path / "out")
+
+
+@pytest.mark.parametrize("text, code, words", [
+    ("folder = 1", 2, "folder"), ("x = 1\nfolder = 'a'", 2, "unknown: x"), ("folder = ", 2, "Invalid"),
+    ("folder = 'a'\n[call]\nmethod = 'flash'\n[model]\nfluid = 'CO2'\n[grid]\nT = [300]", 1, "no sweep over flash"),
+    ("folder = 'a'\n[call]\nmethod = 'state'\n[model]\nfluid = 'nosuch'\n[grid]\nT = [300]", 1, "nosuch"),
+    ("folder = 'a'\n[call]\nmethod = 'state'\n[model]\nfluid = 'CO2'\n[grid]\nT = {from = 1}", 2, "points"),
+    ("folder = 'a'\n[call]\nmethod = 'state'\n[model]\nfluid = 'CO2'\n[grid]\nT = [300]", 1, "give two of"),
+])  # fmt: skip
+def test_misuse_is_one_sentence(tmp_path, text, code, words, capsys):
+    (tmp_path / "s.toml").write_text(text)
+    assert command.main([str(tmp_path / "s.toml")]) == code
+    said = capsys.readouterr().err
+    assert words in said and said.count("\n") == 1
