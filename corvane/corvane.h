@@ -66,4 +66,5 @@
 #include <corvane/state/pure_state.h>
 #include <corvane/state/reference.h>
 #include <corvane/state/virial.h>
+#include <corvane/transport/transport.h>
 #include <corvane/viscosity/visco.h>

@@ -12,6 +12,7 @@ void add_density(Program& program);
 void add_critical(Program& program);
 void add_solid(Program& program);
 void add_viscosity(Program& program);
+void add_transport(Program& program);
 void add_range(Program& program);
 void add_reaction(Program& program);
 void add_mixture(Program& program);

@@ -1,0 +1,152 @@
+#include <corvane/pure/model1.h>
+#include <corvane/state/phase_properties.h>
+#include <corvane/transport/reference_conductivity.h>
+
+#include <cmath>
+
+namespace corvane::inline detail {
+namespace {
+
+using OfT = std::function<double(double)>;
+using OfState = std::function<double(double, double)>;
+constexpr double kBoltzmann = 1.380649e-23, kPi = 3.14159265358979323846;
+
+OfT dilute_gas(Figures const& f, OfT const& eta0) {
+    std::string const& form = f.text("dilute");
+    const double T_red = f.number("dilute.T_red");
+    if (form == "ratio")
+        return [=, above = Powers(f, "dilute.A", "dilute.n"),
+                below = Powers(f, "dilute.B", "dilute.m")](double T) {
+            return above(T / T_red) / below(T / T_red);
+        };
+    if (form == "viscosity_and_powers") {
+        if (!eta0) f.fail("dilute", "needs the viscosity of the dilute gas");
+        return [=, A = f.numbers("dilute.A"), t = f.numbers("dilute.t")](double T) {
+            double sum = A[0] * 1e6 * eta0(T);
+            for (std::size_t i = 1; i < A.size(); ++i) sum += A[i] * std::pow(T_red / T, t[i]);
+            return sum;
+        };
+    }
+    if (form == "carbon_dioxide")
+        return [=, l = f.numbers("dilute.l", 4)](double T) {
+            const double tau = T_red / T;
+            return 1e-3 / (std::sqrt(tau) * (l[0] + tau * (l[1] + tau * (l[2] + tau * l[3]))));
+        };
+    f.fail("dilute", "unknown form");
+}
+
+OfState dense(Figures const& f, double M) {
+    std::string const& form = f.text("residual");
+    const double T_red = f.number("residual.T_red");
+    const double rho_red = f.has("residual.rho_red_mass")
+                               ? f.number("residual.rho_red_mass") / (1e-3 * M)
+                               : f.number("residual.rho_red");
+    if (form != "powers") f.fail("residual", "unknown form");
+    const auto A = f.numbers("residual.A"), t = f.numbers("residual.t", A.size()),
+               d = f.numbers("residual.d", A.size()), gamma = f.numbers("residual.gamma", A.size()),
+               l = f.numbers("residual.l", A.size());
+    return [=](double T, double rho) {
+        const double tau = T_red / T, delta = rho / rho_red;
+        double sum = 0.0;
+        for (std::size_t i = 0; i < A.size(); ++i)
+            sum += A[i] * std::pow(tau, t[i]) * std::pow(delta, d[i]) *
+                   (gamma[i] == 0.0 ? 1.0 : std::exp(-gamma[i] * std::pow(delta, l[i])));
+        return sum;
+    };
+}
+
+/// λ0·λ1 of IAPWS R15-11.
+OfState water(Figures const& f, double M) {
+    return [T_red = f.number("T_red"), rho_red = f.number("rho_red_mass") / (1e-3 * M),
+            L0 = f.numbers("l0", 5), L = f.numbers("l1", 30)](double T, double rho) {
+        const double t = T / T_red, r = rho / rho_red, x = 1.0 / t - 1.0, y = r - 1.0;
+        double zero = 0.0, sum = 0.0;
+        for (std::size_t k = 5; k-- > 0;) zero = zero / t + L0[k];
+        for (std::size_t i = 5; i-- > 0;) {
+            double row = 0.0;
+            for (std::size_t j = 6; j-- > 0;) row = row * y + L[6 * i + j];
+            sum = sum * x + row;
+        }
+        return 1e-3 * std::sqrt(t) / zero * std::exp(r * sum);
+    };
+}
+
+/// ∂rho/∂p at T in mol/(m³·Pa).
+double slope(Model1 const& model, double T, double rho) {
+    return 1.0 /
+           phase_properties(model, T, 1e-6 * rho).dp_drho;  // cm³/mol·MPa is J/mol·1: 1e6·1e-6
+}
+
+}  // namespace
+
+ConductivityCorrelation::ConductivityCorrelation(Figures const& f, double M, OfT eta0) {
+    if (f.text("form") == "iapws") {
+        background_ = water(f, M);
+        enhancement_ = Enhancement::water;
+        return;
+    }
+    if (f.text("form") != "general") f.fail("form", "unknown form");
+    background_ = [zero = dilute_gas(f, eta0), rest = dense(f, M)](double T, double rho) {
+        return zero(T) + (rho > 0.0 ? rest(T, rho) : 0.0);
+    };
+    std::string const& form = f.text("critical");
+    if (form == "none") return;
+    if (form == "olchowy_sengers") {
+        enhancement_ = Enhancement::olchowy_sengers;
+        for (char const* name : {"qD", "xi0", "Gamma", "RD", "nu", "gamma"})
+            figures_.push_back(f.number(std::string("critical.") + name));
+        Tc_ = f.number("critical.Tc"), pc_ = 1e6 * f.number("critical.pc");
+        rho_c_ = f.number("critical.rho_c");
+        T_ref_ = f.number("critical.T_ref", 1.5 * Tc_);
+        return;
+    }
+    if (form != "gaussian") f.fail("critical", "unknown form");
+    enhancement_ = Enhancement::gaussian;
+    figures_ = f.numbers("critical.a", 3);
+    Tc_ = f.number("critical.Tc"), rho_c_ = f.number("critical.rho_c_mass") / (1e-3 * M);
+}
+
+double ConductivityCorrelation::critical(Model1 const& model, double T, double rho,
+                                         double eta) const {
+    if (enhancement_ == Enhancement::none || !(rho > 0.0)) return 0.0;
+    if (enhancement_ == Enhancement::water) return water_enhancement(model, T, rho, eta);
+    if (enhancement_ == Enhancement::gaussian) {
+        const double t = Tc_ / T - 1.0, d = rho / rho_c_ - 1.0;
+        return figures_[0] * std::exp(figures_[1] * t * t * t * t + figures_[2] * d * d);
+    }
+    const double qD = figures_[0], xi0 = figures_[1], Gamma = figures_[2], RD = figures_[3],
+                 nu = figures_[4], gamma = figures_[5];
+    const PhaseProperties s = phase_properties(model, T, 1e-6 * rho);
+    const double chi =
+        pc_ * rho / (rho_c_ * rho_c_) * (1.0 / s.dp_drho - T_ref_ / T * slope(model, T_ref_, rho));
+    if (!(chi > 0.0) || !(s.cp > 0.0)) return 0.0;
+    const double xi = xi0 * std::pow(chi / Gamma, nu / gamma), y = qD * xi;
+    const double W = 2.0 / kPi * ((s.cp - s.cv) / s.cp * std::atan(y) + s.cv / s.cp * y);
+    const double crossover = 1.0 / y + y * y * rho_c_ * rho_c_ / (3.0 * rho * rho);
+    const double W0 = -2.0 / kPi * std::expm1(-1.0 / crossover);
+    return rho * s.cp * RD * kBoltzmann * T / (6.0 * kPi * eta * xi) * (W - W0);
+}
+
+double ConductivityCorrelation::water_enhancement(Model1 const& model, double T, double rho,
+                                                  double eta) const {
+    constexpr double Lambda = 177.8514, rho_red = 322.0, T_red = 647.096, R_mass = 461.51805;
+    const PhaseProperties s = phase_properties(model, T, 1e-6 * rho);
+    const double r = rho * 1e-3 * s.M / rho_red, y = water_correlation_length(model, T, rho) / 0.4;
+    if (!(y > 1.2e-7) || !(s.cp > 0.0)) return 0.0;
+    const double inverse = s.cv / s.cp;
+    const double Z = 2.0 / (kPi * y) *
+                     ((1.0 - inverse) * std::atan(y) + inverse * y +
+                      std::expm1(-1.0 / (1.0 / y + y * y / (3.0 * r * r))));
+    const double cp = s.cp / (1e-3 * s.M) / R_mass;
+    return 1e-3 * Lambda * r * cp * (T / T_red) / (1e6 * eta) * Z;
+}
+
+double water_correlation_length(Model1 const& model, double T, double rho) {
+    constexpr double rho_red = 322.0, p_red = 22.064e6, T_red = 647.096, T_ref = 1.5 * T_red;
+    const double mass = 1e-3 * phase_properties(model, T, 1e-6 * rho).M;
+    const double chi = rho * mass / rho_red * (p_red / rho_red * mass) *
+                       (slope(model, T, rho) - slope(model, T_ref, rho) * T_ref / T);
+    return chi > 0.0 ? 0.13 * std::pow(chi / 0.06, 0.63 / 1.239) : 0.0;
+}
+
+}  // namespace corvane::inline detail

@@ -1,0 +1,191 @@
+#include <corvane/core/errors.h>
+#include <corvane/phases/report/certificate.h>
+#include <corvane/phases/saturation/pure_saturation.h>
+#include <corvane/state/phase_properties.h>
+#include <corvane/transport/correlation_table.h>
+#include <corvane/transport/reference_conductivity.h>
+#include <corvane/transport/reference_viscosity.h>
+#include <corvane/transport/transport.h>
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <functional>
+#include <limits>
+#include <optional>
+
+namespace corvane {
+namespace {
+
+constexpr double kPropaneMass = 44.0956;  // g/mol
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+
+void check_state(double T, double rho) {
+    if (!(T > 0.0) || !(rho >= 0.0) || !std::isfinite(T) || !std::isfinite(rho))
+        throw ThException(5);
+}
+
+/// The liquid's correlation that reaches farthest up to a temperature, the preferred one of equals.
+/// One serves at all temperatures: a change from row to row would be a step.
+Correlation const& widest(std::vector<Correlation> const& rows, double highest) {
+    constexpr double kEqual = 5.0;  // K
+    Correlation const* best = &rows.front();
+    const auto end = [&](Correlation const& r) { return r.Tmax < highest ? r.Tmax : highest; };
+    for (Correlation const& row : rows)
+        if (end(row) > end(*best) + kEqual) best = &row;
+    return *best;
+}
+
+/// Of another source that covers T too, against the value of the first.
+double second_opinion(std::vector<Correlation> const& rows, Correlation const& first, double T) {
+    for (Correlation const& row : rows)
+        if (&row != &first && row.covers(T) && row.source != first.source)
+            return row(T) / first(T) - 1.0;
+    return kNan;
+}
+
+/// What the dense fluid adds to the dilute gas, of propane, in its reduced variables: critical
+/// point of Lemmon, McLinden, Wagner, J. Chem. Eng. Data 54 (2009) 3141.
+struct Pattern {
+    std::function<double(double T, double rho)> property;  ///< K, mol/m³
+
+    double operator()(double Tr, double reduced_density) const {
+        const double T = 369.89 * Tr, rho = 5000.0 * reduced_density;
+        return property(T, rho) - property(T, 0.0);
+    }
+};
+
+/// A correlation of the liquid and one of the gas, and what joins them.
+struct Joined {
+    char const* property;
+    std::vector<Correlation> liquid, gas;
+    Pattern pattern;
+
+    TransportValue at(Fluid const& fluid, double T, double rho) const;
+};
+
+TransportValue Joined::at(Fluid const& fluid, double T, double rho) const {
+    constexpr double kHighest = 0.75;  // of Tc: nearer, correlations of the temperature alone fail
+    Model1 const& model = *fluid.model;
+    if (gas.empty() || (rho > 0.0 && liquid.empty()))
+        throw OpenFailure(std::string("no ") + property + " of " + fluid.substance +
+                          " in the data tree" +
+                          (gas.empty() ? "" : " but that of the dilute gas (density 0)"));
+    Correlation const& g = gas.front();
+    TransportValue result{g(T), "gas correlation", g.source, g.covers(T),
+                          second_opinion(gas, g, T)};
+    if (rho == 0.0) return result;
+    const double Tc = model.Tcrit(), vc = model.vcrit();
+    Correlation const& l = widest(liquid, kHighest * Tc);
+    double T1 = std::min(T, kHighest * Tc);  // where the liquid's correlation gives the scale
+    if (T1 > l.Tmax) T1 = l.Tmax;
+    if (T1 < l.Tmin) T1 = l.Tmin;
+    const double saturated = pure_saturation_T(model, T1).rhoL;
+    const double scale = (l(T1) - g(T1)) / pattern(T1 / Tc, saturated * vc);
+    result.value += scale * pattern(T / Tc, rho * vc);
+    if (!(result.value > 0.0)) throw ThException(5);  // denser than the pattern goes
+    // What counts is the nearer of the two ends.
+    const bool dense = 2.0 * rho > saturated;
+    result.in_range = dense ? l.covers(std::min(T, kHighest * Tc)) : result.in_range;
+    if (dense) result.second_source = second_opinion(liquid, l, T1);
+    result.model = "liquid and gas correlations";
+    result.source = l.source == g.source ? l.source : l.source + "; gas: " + g.source;
+    return result;
+}
+
+}  // namespace
+
+struct Transport::Parts {
+    Fluid const& fluid;
+    std::unique_ptr<ViscosityCorrelation> viscosity;
+    std::optional<ConductivityCorrelation> conductivity;
+    std::string viscosity_source, conductivity_source;
+    bool water = false;
+    Joined joined_viscosity, joined_conductivity;
+    std::vector<Correlation> tension;
+
+    explicit Parts(Fluid const& f);
+    TransportValue viscosity_at(double T, double rho) const;
+};
+
+Transport::Parts::Parts(Fluid const& f) : fluid(f), water(f.substance == "water") {
+    const auto path = [&](char const* property) {
+        return f.home.file(std::string("CorvaneS/transport/") + property + "/" + f.substance);
+    };
+    const double M = *f.model->ppar(0);
+    std::function<double(double)> eta0;
+    if (const auto file = path("viscosity"); std::filesystem::exists(file)) {
+        const Figures figures(file.string());
+        viscosity = viscosity_correlation(figures, M);
+        viscosity_source = figures.text("source");
+        eta0 = [this](double T) { return viscosity->dilute(T); };
+    }
+    if (const auto file = path("conductivity"); std::filesystem::exists(file)) {
+        const Figures figures(file.string());
+        conductivity.emplace(figures, M, eta0);
+        conductivity_source = figures.text("source");
+    }
+    const auto pattern = [&](char const* property) {
+        return Figures(
+            f.home.file(std::string("CorvaneS/transport/") + property + "/propane").string());
+    };
+    if (!viscosity)
+        joined_viscosity = {
+            "viscosity",
+            correlations(f.home, "viscosity_liquid", f.substance),
+            correlations(f.home, "viscosity_gas", f.substance),
+            {[c = std::shared_ptr(viscosity_correlation(pattern("viscosity"), kPropaneMass))](
+                 double T, double rho) { return c->background(T, rho); }}};
+    if (!conductivity)
+        joined_conductivity = {
+            "thermal conductivity",
+            correlations(f.home, "conductivity_liquid", f.substance),
+            correlations(f.home, "conductivity_gas", f.substance),
+            {[c = ConductivityCorrelation(pattern("conductivity"), kPropaneMass, {})](
+                 double T, double rho) { return c.background(T, rho); }}};
+    tension = correlations(f.home, "surface_tension", f.substance);
+}
+
+TransportValue Transport::Parts::viscosity_at(double T, double rho) const {
+    if (!viscosity) return joined_viscosity.at(fluid, T, rho);
+    const double molar = 1e6 * rho;
+    double eta = viscosity->background(T, molar);
+    if (water && rho > 0.0)
+        eta *= critical_viscosity_factor(water_correlation_length(*fluid.model, T, molar));
+    return {eta, "reference correlation", viscosity_source, true, kNan};
+}
+
+Transport::Transport(Fluid const& fluid) : parts_(std::make_unique<Parts>(fluid)) {}
+Transport::~Transport() = default;
+
+TransportValue Transport::viscosity(double T, double rho) const {
+    check_state(T, rho);
+    return parts_->viscosity_at(T, rho);
+}
+
+TransportValue Transport::thermal_conductivity(double T, double rho) const {
+    check_state(T, rho);
+    Parts const& p = *parts_;
+    if (!p.conductivity) return p.joined_conductivity.at(p.fluid, T, rho);
+    const double molar = 1e6 * rho;
+    TransportValue result{p.conductivity->background(T, molar), "reference correlation",
+                          p.conductivity_source, true, kNan};
+    if (rho == 0.0 || !p.conductivity->enhanced()) return result;
+    if (p.viscosity || !p.joined_viscosity.liquid.empty())
+        result.value +=
+            p.conductivity->critical(*p.fluid.model, T, molar, p.viscosity_at(T, rho).value);
+    else
+        result.model += " without its critical enhancement, for which there is no viscosity";
+    return result;
+}
+
+TransportValue Transport::surface_tension(double T) const {
+    check_state(T, 0.0);
+    if (parts_->tension.empty())
+        throw OpenFailure("no surface tension of " + parts_->fluid.substance + " in the data tree");
+    Correlation const& row = parts_->tension.front();
+    return {row(T), "correlation", row.source, row.covers(T),
+            second_opinion(parts_->tension, row, T)};
+}
+
+}  // namespace corvane

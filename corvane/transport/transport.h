@@ -1,0 +1,67 @@
+// Viscosity, thermal conductivity and surface tension of pure fluids, each by the best model that
+// the data tree has for the substance.
+//
+//     corvane::Fluid water = corvane::open("MEOS", "water");
+//     corvane::Transport transport(water);
+//     corvane::TransportValue eta = transport.viscosity(300.0, 0.0554);   // K, mol/cm³
+//
+// Models, best first: a published reference correlation; else correlations of the saturated liquid
+// and of the dilute gas, joined along the density. The result names what it is from and says when
+// it lies outside the range of the source.
+#pragma once
+
+#include <corvane/catalogue/open.h>
+#include <corvane/core/api.h>
+
+#include <memory>
+#include <string>
+
+namespace corvane {
+
+struct TransportValue {
+    double value = 0.0;    ///< Pa·s, W/(m K) or N/m
+    std::string model;     ///< what it was computed by: "reference correlation", "liquid and gas
+                           ///< correlations", …
+    std::string source;    ///< publication
+    bool in_range = true;  ///< within the temperatures that the sources state
+    /// Relative deviation of a second source of this property at this temperature; not-a-number
+    /// where there is none, and for reference correlations.
+    double second_source;
+};
+
+/// Transport properties of one fluid. Not copied; const functions may be called by several threads.
+class CORVANE_API Transport {
+  public:
+    /// Reads what there is for the substance. The fluid must outlive this and keep its parameters:
+    /// densities of saturation and the critical enhancement come from its model.
+    /// @throws OpenFailure a malformed data file
+    explicit Transport(Fluid const& fluid);
+    ~Transport();
+    Transport(Transport const&) = delete;
+    Transport& operator=(Transport const&) = delete;
+
+    /// Viscosity in Pa·s at T [K] and rho [mol/cm³]; rho = 0 is the dilute gas.
+    /// Reference correlations with all their parts (for water with the critical factor). Elsewhere
+    /// η = η0(T) + c·Δη(T/Tc, rho/rho_c): Δη is what the dense fluid adds in propane (corresponding
+    /// states), c gives the saturated liquid its own correlation's value; above 0.75 Tc, and beyond
+    /// the correlation's range, c is that of the end. There is no step anywhere.
+    /// @throws OpenFailure the data tree has no model of it for the substance; ThException 5 T not
+    ///     positive, rho negative, not finite
+    TransportValue viscosity(double T, double rho) const;
+
+    /// Thermal conductivity in W/(m K), likewise. Reference correlations with their critical
+    /// enhancement, which needs the ideal-gas table and a viscosity; where there is none, `model`
+    /// says so. The others have no enhancement.
+    /// @throws OpenFailure as above; ThException 5; ThException 3 no ideal-gas table
+    TransportValue thermal_conductivity(double T, double rho) const;
+
+    /// Surface tension of liquid and vapour in N/m at T [K]; zero from the critical temperature of
+    /// the correlation on. @throws OpenFailure no correlation; ThException 5
+    TransportValue surface_tension(double T) const;
+
+  private:
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace corvane

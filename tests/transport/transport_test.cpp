@@ -1,0 +1,249 @@
+// Transport properties: printed values of the reference correlations, what joins the others,
+// failures.
+#include <corvane/corvane.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <string>
+
+namespace {
+
+enum Property { viscosity, conductivity };
+enum Density { mass, molar };
+
+struct Opened {
+    corvane::Fluid fluid;
+    corvane::Transport transport;
+    explicit Opened(char const* equation, std::string const& name)
+        : fluid(corvane::open(equation, name)), transport(fluid) {}
+};
+
+Opened const& opened(std::string const& name, char const* equation = "MEOS") {
+    static std::map<std::string, std::unique_ptr<Opened>> all;
+    auto& one = all[equation + name];
+    if (!one) one = std::make_unique<Opened>(equation, name);
+    return *one;
+}
+
+// Pa·s and W/(m K) as the publications print them (water: tables of IAPWS R12-08 and R15-11 with
+// the critical enhancement); kg/m³ or mol/m³.
+TEST(Transport, ReferenceCorrelationsGiveThePrintedValues) {
+    struct Printed {
+        char const* name;
+        Property property;
+        double T, rho;
+        Density unit;
+        double value;
+    };
+    constexpr Printed table[] = {
+        {"octane", viscosity, 300, 6177.2, molar, 0.0005536},
+        {"nonane", viscosity, 300, 5619.1, molar, 0.00070953},
+        {"decane", viscosity, 300, 5150.4, molar, 0.00092644},
+        {"dodecane", viscosity, 500, 3444.7, molar, 0.00018376},
+        {"r125", viscosity, 400, 30.631, molar, 1.707e-05},
+        {"hydrogen", viscosity, 35, 100.0, mass, 5.47889e-05},
+        {"ammonia", viscosity, 398, 21066.7, molar, 4.395e-05},
+        {"nitrogen", viscosity, 126.195, 11180.0, molar, 1.82978e-05},
+        {"argon", viscosity, 150.69, 13400.0, molar, 2.76101e-05},
+        {"oxygen", viscosity, 154.6, 13600.0, molar, 2.47898e-05},
+        {"air", viscosity, 132.64, 10400.0, molar, 1.77623e-05},
+        {"hexane", viscosity, 550, 500.0, mass, 9.5002e-05},
+        {"heptane", viscosity, 550, 500.0, mass, 9.5105e-05},
+        {"carbon_dioxide", viscosity, 700, 1200.0, mass, 0.0002298},
+        {"r123", viscosity, 415, 118.9, mass, 1.582e-05},
+        {"water", viscosity, 298.15, 998.0, mass, 0.0008897351},
+        {"water", viscosity, 298.15, 1200.0, mass, 0.001437649467},
+        {"water", viscosity, 373.15, 1000.0, mass, 0.000307883622},
+        {"water", viscosity, 433.15, 1.0, mass, 1.4538324e-05},
+        {"water", viscosity, 433.15, 1000.0, mass, 0.000217685358},
+        {"water", viscosity, 873.15, 1.0, mass, 3.2619287e-05},
+        {"water", viscosity, 873.15, 100.0, mass, 3.5802262e-05},
+        {"water", viscosity, 873.15, 600.0, mass, 7.7430195e-05},
+        {"water", viscosity, 1173.15, 1.0, mass, 4.4217245e-05},
+        {"water", viscosity, 1173.15, 100.0, mass, 4.7640433e-05},
+        {"water", viscosity, 1173.15, 400.0, mass, 6.4154608e-05},
+        {"water", viscosity, 647.35, 122.0, mass, 2.5520677e-05},
+        {"water", viscosity, 647.35, 222.0, mass, 3.1337589e-05},
+        {"water", viscosity, 647.35, 272.0, mass, 3.6228143e-05},
+        {"water", viscosity, 647.35, 322.0, mass, 4.2961579e-05},
+        {"water", viscosity, 647.35, 372.0, mass, 4.5688204e-05},
+        {"water", viscosity, 647.35, 422.0, mass, 4.9436256e-05},
+        {"ethane", viscosity, 500, 11210.0, molar, 4.834e-05},
+        {"cyclohexane", viscosity, 700, 7476.5, molar, 0.000176749},
+        {"benzene", viscosity, 550, 500.0, mass, 6.0511e-05},
+        {"heavy_water", viscosity, 772.616, 286.40000000000003, mass, 4.228387599e-05},
+        {"toluene", viscosity, 550, 550.0, mass, 8.0267e-05},
+        {"hexane", conductivity, 510, 2.0, mass, 0.036772},
+        {"heptane", conductivity, 400, 650.0, mass, 0.12075},
+        {"ethanol", conductivity, 500, 10.0, mass, 0.039594},
+        {"toluene", conductivity, 185, 968.821, mass, 0.15824},
+        {"sulfur_hexafluoride", conductivity, 310, 0.0, mass, 0.013834},
+        {"benzene", conductivity, 500, 800.0, mass, 0.14124},
+        {"hydrogen", conductivity, 18, 75.0, mass, 0.10448},
+        {"parahydrogen", conductivity, 18, 75.0, mass, 0.10052},
+        {"octane", conductivity, 300, 6177.2, molar, 0.12836},
+        {"nonane", conductivity, 300, 5619.4, molar, 0.13031},
+        {"decane", conductivity, 300, 5150.4, molar, 0.1328},
+        {"dodecane", conductivity, 660, 1500.98, molar, 0.090346},
+        {"r123", conductivity, 430, 166.9, mass, 0.02103},
+        {"carbon_dioxide", conductivity, 310, 400.0, mass, 0.07304},
+        {"nitrogen", conductivity, 300, 5000.0, molar, 0.0327694},
+        {"argon", conductivity, 150.69, 13400.0, molar, 0.856793},
+        {"oxygen", conductivity, 154.6, 13600.0, molar, 0.377476},
+        {"air", conductivity, 132.64, 10400.0, molar, 0.0756231},
+        {"water", conductivity, 298.15, 0.0, mass, 0.0184341883},
+        {"water", conductivity, 298.15, 998.0, mass, 0.607712868},
+        {"water", conductivity, 298.15, 1200.0, mass, 0.799038144},
+        {"water", conductivity, 873.15, 0.0, mass, 0.0791034659},
+        {"water", conductivity, 647.35, 1.0, mass, 0.0519298924},
+        {"water", conductivity, 647.35, 122.0, mass, 0.130922885},
+        {"water", conductivity, 647.35, 222.0, mass, 0.367787459},
+        {"water", conductivity, 647.35, 272.0, mass, 0.757959776},
+        {"water", conductivity, 647.35, 322.0, mass, 1.44375556},
+        {"water", conductivity, 647.35, 372.0, mass, 0.650319402},
+        {"water", conductivity, 647.35, 422.0, mass, 0.448883487},
+        {"water", conductivity, 647.35, 750.0, mass, 0.600961346},
+        {"o_xylene", conductivity, 300, 0.0, mass, 0.01368},
+        {"m_xylene", conductivity, 600, 0.0, mass, 0.0406},
+        {"p_xylene", conductivity, 600, 0.0, mass, 0.04173},
+        {"ethylbenzene", conductivity, 600, 0.0, mass, 0.04114},
+        {"cyclopentane", conductivity, 512, 0.0, mass, 0.037042},
+        {"isopentane", conductivity, 460, 0.0, mass, 0.035883},
+        {"pentane", conductivity, 460, 0.0, mass, 0.034048},
+    };
+    for (Printed const& row : table) {
+        Opened const& o = opened(row.name);
+        const double rho =
+            row.unit == mass ? 1e-3 * row.rho / o.fluid.model->param(0) : 1e-6 * row.rho;
+        const corvane::TransportValue v = row.property == viscosity
+                                              ? o.transport.viscosity(row.T, rho)
+                                              : o.transport.thermal_conductivity(row.T, rho);
+        EXPECT_EQ(v.model, "reference correlation");
+        // 6e-4: values of four digits, and those that were printed with another molar mass or gas
+        // constant; of water 2e-7, and 2e-4 next to the critical point, where the slope of the
+        // equation's critical isotherm, as printed digits leave it, counts.
+        const bool water = std::string(row.name) == "water";
+        const bool critical = water && std::fabs(row.T - 647.35) < 1;
+        EXPECT_NEAR(v.value / row.value, 1.0,
+                    !water     ? 6e-4
+                    : critical ? 2e-4
+                               : 2e-7)
+            << row.name << (row.property == viscosity ? " viscosity " : " conductivity ") << row.T
+            << " K";
+    }
+}
+
+// Medians of up to four sources of the liquid at 298.15 K: mPa·s, mW/(m K), mN/m. They spread by up
+// to 3.4 %.
+TEST(Transport, LiquidsAtRoomTemperatureAreThoseOfTheHandbooks) {
+    struct Liquid {
+        char const *equation, *name;
+        double viscosity, conductivity, tension;
+    };
+    for (Liquid const& row : {Liquid{"MEOS", "methanol", 0.5436, 199.9, 22.18},
+                              {"MEOS", "ethanol", 1.075, 168.1, 22.00},
+                              {"PCSAFT", "1_propanol", 1.944, 156.0, 23.39},
+                              {"MEOS", "acetone", 0.3057, 160.5, 23.03},
+                              {"MEOS", "hexane", 0.2977, 119.6, 17.90},
+                              {"MEOS", "toluene", 0.5543, 132.3, 27.92},
+                              {"PCSAFT", "ethyl_acetate", 0.4304, 143.9, 23.25},
+                              {"PCSAFT", "aniline", 3.786, 173.5, 42.25},
+                              {"PCSAFT", "tetrachloromethane", 0.9049, 99.66, 26.28}}) {
+        Opened const& o = opened(row.name, row.equation);
+        const double rho = corvane::pure_saturation_T(*o.fluid.model, 298.15).rhoL;
+        EXPECT_NEAR(1e3 * o.transport.viscosity(298.15, rho).value / row.viscosity, 1, 0.04)
+            << row.name;
+        EXPECT_NEAR(1e3 * o.transport.thermal_conductivity(298.15, rho).value / row.conductivity, 1,
+                    0.04)
+            << row.name;
+        EXPECT_NEAR(1e3 * o.transport.surface_tension(298.15).value / row.tension, 1, 0.035)
+            << row.name;
+    }
+}
+
+// Without a reference correlation the values at the ends are those of the correlations (printed
+// forms and figures, acetone: liquid of the VDI Heat Atlas, gas of Perry's handbook), and there is
+// no step between them.
+TEST(Transport, LiquidAndGasCorrelationsAreJoinedWithoutAStep) {
+    Opened const& o = opened("acetone");
+    const double T = 300, rho = corvane::pure_saturation_T(*o.fluid.model, T).rhoL;
+    const double u = (610.687 - T) / (T - 11.477);
+    const double liquid = 2.915e-5 * std::exp(std::cbrt(u) * (1.65496 + 0.5733 * u));
+    const double gas = 3.1005e-8 * std::pow(T, 0.9762) / (1 + 23.139 / T);
+    EXPECT_NEAR(o.transport.viscosity(T, rho).value / liquid, 1, 1e-12);
+    EXPECT_NEAR(o.transport.viscosity(T, 0).value / gas, 1, 1e-12);
+    EXPECT_NEAR(o.transport.viscosity(T, 1e-12).value / gas, 1, 1e-6);
+    const double Tc = o.fluid.model->Tcrit();
+    for (double at : {0.75 * Tc, 0.9 * Tc, Tc, 1.2 * Tc})
+        for (double r : {1e-6, 0.001, 0.004, 0.009}) {
+            const auto step = [&](auto value) { return value(1 + 1e-7) / value(1 - 1e-7) - 1; };
+            EXPECT_LT(
+                std::fabs(step([&](double f) { return o.transport.viscosity(at * f, r).value; })),
+                1e-5);
+            EXPECT_LT(std::fabs(step([&](double f) {
+                          return o.transport.thermal_conductivity(at * f, r).value;
+                      })),
+                      1e-5);
+        }
+}
+
+// The enhancement diverges towards the critical point of the gas-liquid line, and dies away from
+// it.
+TEST(Transport, ConductivityIsEnhancedNearTheCriticalPointOnly) {
+    Opened const& o = opened("carbon_dioxide");
+    const double Tc = o.fluid.model->Tcrit(), rho = 1 / o.fluid.model->vcrit();
+    const auto lambda = [&](double part) {
+        return o.transport.thermal_conductivity(part * Tc, rho).value;
+    };
+    EXPECT_GT(lambda(1.0001), 2 * lambda(1.003));
+    EXPECT_GT(lambda(1.003), 1.5 * lambda(1.03));
+    EXPECT_NEAR(lambda(1.6) / lambda(1.5), 1.05, 0.05);
+}
+
+TEST(Transport, WhatIsMissingOrMalformedIsSaid) {
+    Opened const& water = opened("water");
+    EXPECT_EQ(water.transport.surface_tension(700).value, 0);
+    EXPECT_TRUE(water.transport.surface_tension(300).in_range);
+    EXPECT_FALSE(opened("acetone").transport.viscosity(150, 0.0155).in_range);
+    for (double T : {0.0, -1.0, std::nan("")})
+        EXPECT_THROW(water.transport.viscosity(T, 0.01), ThException);
+    EXPECT_THROW(water.transport.thermal_conductivity(300, -1e-9), ThException);
+    const auto without = corvane::open("MEOS", "r1336mzz_z");
+    EXPECT_THROW(corvane::Transport(without).viscosity(300, 0.001), corvane::OpenFailure);
+
+    // An overlaid data home with damaged files: each is refused with its file and line.
+    const auto home = std::filesystem::temp_directory_path() / "corvane_transport_test";
+    const auto folder = home / "CorvaneS" / "transport";
+    std::filesystem::remove_all(home);
+    std::filesystem::create_directories(folder / "viscosity");
+    const auto refused = [&](char const* file, std::string const& text, char const* word) {
+        std::ofstream(folder / file) << text;
+        corvane::FluidOptions options;
+        options.home = corvane::DataHome(home).over(corvane::DataHome::find());
+        const auto fluid = corvane::open("MEOS", "argon", options);
+        try {
+            corvane::Transport transport(fluid);
+            ADD_FAILURE() << text;
+        } catch (corvane::OpenFailure const& failure) {
+            EXPECT_NE(std::string(failure.what()).find(word), std::string::npos) << failure.what();
+            EXPECT_NE(std::string(failure.what()).find(file), std::string::npos) << failure.what();
+        }
+        std::filesystem::remove(folder / file);
+    };
+    refused("viscosity/argon", "source:\tnobody\nform:\tmagic\n", "unknown form");
+    refused("viscosity/argon", "source:\tnobody\nform:\tgeneral\nsigma:\t0.3 0.4\n",
+            "line is missing");
+    refused("viscosity/argon", "form:\tiapws\nT_red:\tnan\nrho_red_mass:\t1\n", "not a number");
+    refused("viscosity/argon", std::string(2 << 20, 'x'), "larger than 1 MiB");
+    refused("surface_tension.tsv", "argon\ttension_sum\t1\t2\t-\tx\t1 2\n", "critical temperature");
+    refused("surface_tension.tsv", "argon\tpolynomial\t1\t2\t-\tx\t1 2 3 4 5 6\n",
+            "number of figures");
+    refused("surface_tension.tsv", "argon\tpolynomial\t1\n", "seven columns");
+    std::filesystem::remove_all(home);
+}
+
+}  // namespace

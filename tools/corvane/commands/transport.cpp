@@ -1,0 +1,208 @@
+// corvane transport, corvane surface-tension: viscosity and thermal conductivity of fluid states,
+// surface tension.
+#include <tools/corvane/commands/commands.h>
+#include <tools/corvane/input/open.h>
+#include <tools/corvane/input/options.h>
+#include <tools/corvane/output/rows.h>
+#include <tools/corvane/results/file_run.h>
+#include <tools/corvane/results/properties.h>
+#include <tools/corvane/text/errors.h>
+#include <tools/corvane/text/numbers.h>
+
+#include <corvane/phases/saturation/pure_saturation.h>
+#include <corvane/state/phase_properties.h>
+#include <corvane/transport/transport.h>
+
+#include <fmt/format.h>
+
+#include <cmath>
+#include <functional>
+#include <memory>
+#include <set>
+
+namespace cli {
+namespace {
+
+/// A value, or what stands in its place: nothing, with a note.
+struct Shown {
+    Cell cell;
+    std::optional<double> value;
+};
+
+/// The values of one run, and the models that they came from, each told once.
+class Models {
+  public:
+    Shown show(char const* property, double unit, Row& row,
+               std::function<corvane::TransportValue()> const& compute) {
+        try {
+            const corvane::TransportValue v = compute();
+            told_.insert(fmt::format("{}: {}, {}", property, v.model, v.source));
+            if (!v.in_range) add_note(row.note, fmt::format("{} extrapolated", property));
+            constexpr double kTold = 0.05;
+            if (std::abs(v.second_source) > kTold)
+                add_note(row.note, fmt::format("{}: a second source differs by {:+.0f} %", property,
+                                               100.0 * v.second_source));
+            return {v.value / unit, v.value};
+        } catch (corvane::OpenFailure const& failure) {
+            add_note(row.note, failure.what());
+            return {std::monostate(), {}};
+        }
+    }
+    void tell(Heading& head) const {
+        for (std::string const& model : told_) head.remarks.push_back(model);
+    }
+
+  private:
+    std::set<std::string> told_;
+};
+
+struct TransportCommand {
+    Options options;
+    std::string T, p;
+    FileRun file;
+    Models models;
+
+    int run();
+    int tension();
+
+  private:
+    std::vector<Column> columns() const;
+    Row row(Fluid const& fluid, corvane::Transport const& transport, double T_, double p_,
+            char const* phase, double rho);
+};
+
+std::vector<Column> TransportCommand::columns() const {
+    Units const& u = options.units;
+    return {{"T", u.name(Quantity::temperature), "temperature", true},
+            {"p", u.name(Quantity::pressure), "pressure", true},
+            {"phase", "", "stable phase"},
+            {"rho", u.name(Quantity::density), "density"},
+            {"eta", u.name(Quantity::viscosity), "viscosity"},
+            {"lambda", "W/(m K)", "thermal conductivity"},
+            {"Pr", "", "Prandtl number"}};
+}
+
+Row TransportCommand::row(Fluid const& fluid, corvane::Transport const& transport, double T_,
+                          double p_, char const* phase, double rho) {
+    Units const& u = options.units;
+    Row result{{u.from_library(Quantity::temperature, T_), u.from_library(Quantity::pressure, p_),
+                std::string(phase), u.from_library(Quantity::density, rho)},
+               extrapolated(fluid, T_, p_, false, u)};
+    // The library's unit of viscosity in tables is uPa s.
+    const Shown eta = models.show("viscosity", u.to_library(Quantity::viscosity, 1.0) * 1e-6,
+                                  result, [&] { return transport.viscosity(T_, rho); });
+    const Shown lambda = models.show("thermal conductivity", 1.0, result,
+                                     [&] { return transport.thermal_conductivity(T_, rho); });
+    result.cells.insert(result.cells.end(), {eta.cell, lambda.cell, std::monostate()});
+    if (eta.value && lambda.value && fluid.ideal) {
+        const auto s = corvane::phase_properties(*fluid.model, T_, rho);
+        result.cells.back() = *eta.value * s.cp / (1e-3 * s.M) / *lambda.value;
+    }
+    return result;
+}
+
+int TransportCommand::run() {
+    file.begin(options.json());
+    if (file ? !T.empty() || !p.empty() : T.empty()) throw Misuse("give --T, or --input");
+    const Fluid fluid = options.open();
+    const corvane::Transport transport(fluid);
+    Units const& u = options.units;
+    const auto at = [&](double T_, double p_) {
+        const Roots roots = density_roots(*fluid.model, T_, p_);
+        return row(fluid, transport, T_, p_, roots.stable_name, roots.stable);
+    };
+    if (file) {
+        file.open({{"T", Quantity::temperature}, {"p", Quantity::pressure}}, u);
+        if (!file.has("T") || !file.has("p")) throw Failure("--input: columns T and p are needed");
+        const FileRun::Compute compute = [&](FileRow const& in, Row& result) {
+            result = at(in["T"], in["p"]);
+        };
+        return file.run("transport", columns(), options.style, [&] { return compute; });
+    }
+    const auto temperatures = positive_points(T, "--T", Quantity::temperature, u);
+    Heading head = heading("transport", fluid, u);
+    Table table{columns(), {}};
+    const auto name = [&](double T_) {
+        return fmt::format("{} at T = {}", fluid.name(), u.text(Quantity::temperature, T_));
+    };
+    const auto pressures =
+        p.empty() ? std::vector<double>() : positive_points(p, "--p", Quantity::pressure, u);
+    Rows rows("transport", table, temperatures.size() * std::max<std::size_t>(pressures.size(), 2));
+    if (!p.empty()) {
+        rows.each(temperatures, pressures, [&](double T_, double p_) {
+            return rows.add(name(T_) + ", p = " + u.text(Quantity::pressure, p_),
+                            {{0, u.from_library(Quantity::temperature, T_)},
+                             {1, u.from_library(Quantity::pressure, p_)}},
+                            [&] { return at(T_, p_); });
+        });
+    } else {
+        head.remarks.emplace_back("no --p was given: liquid and vapour in equilibrium");
+        const std::vector<bool> sides = {true, false};
+        rows.each(temperatures, sides, [&](double T_, bool liquid) {
+            return rows.add(name(T_), {{0, u.from_library(Quantity::temperature, T_)}}, [&] {
+                const auto s = corvane::pure_saturation_T(*fluid.model, T_);
+                return liquid ? row(fluid, transport, T_, s.p, "liquid", s.rhoL)
+                              : row(fluid, transport, T_, s.p, "vapour", s.rhoV);
+            });
+        });
+    }
+    const int code = rows.finish(head);
+    models.tell(head);
+    write(head, table, options.style);
+    return code;
+}
+
+int TransportCommand::tension() {
+    if (T.empty()) throw Misuse("give --T");
+    const Fluid fluid = options.open();
+    const corvane::Transport transport(fluid);
+    Units const& u = options.units;
+    const auto temperatures = positive_points(T, "--T", Quantity::temperature, u);
+    Heading head = heading("surface-tension", fluid, u);
+    Table table{{{"T", u.name(Quantity::temperature), "temperature", true},
+                 {"sigma", "mN/m", "surface tension of liquid and vapour"}},
+                {}};
+    Rows rows("surface-tension", table, temperatures.size());
+    for (double T_ : temperatures)
+        if (!rows.add(fmt::format("{} at T = {}", fluid.name(), u.text(Quantity::temperature, T_)),
+                      {{0, u.from_library(Quantity::temperature, T_)}}, [&] {
+                          Row result{{u.from_library(Quantity::temperature, T_)}, ""};
+                          const Shown sigma = models.show("surface tension", 1e-3, result, [&] {
+                              return transport.surface_tension(T_);
+                          });
+                          result.cells.push_back(sigma.cell);
+                          return result;
+                      }))
+            break;
+    const int code = rows.finish(head);
+    models.tell(head);
+    write(head, table, options.style);
+    return code;
+}
+}  // namespace
+
+void add_transport(Program& program) {
+    auto transport = std::make_shared<TransportCommand>();
+    Command command = program.add("transport", "viscosity and thermal conductivity of a fluid",
+                                  [transport] { return transport->run(); });
+    transport->options.add_fluid(command);
+    command.value("--T", transport->T, "temperatures", {.type = "VALUES"})
+        .value("--p", transport->p, "pressures; without: saturated liquid and vapour",
+               {.type = "VALUES"});
+    transport->file.add_to(command);
+    transport->options.add_units(command);
+    transport->options.add_output(command);
+    command.examples(R"(  corvane transport water --T 300,600 --p 10
+  corvane transport toluene --T 20:100:20 --unit-T C      saturated liquid and vapour)");
+
+    auto tension = std::make_shared<TransportCommand>();
+    Command second = program.add("surface-tension", "surface tension of a pure liquid",
+                                 [tension] { return tension->tension(); });
+    tension->options.add_fluid(second);
+    second.value("--T", tension->T, "temperatures", {.type = "VALUES"});
+    tension->options.add_units(second);
+    tension->options.add_output(second);
+    second.examples(R"(  corvane surface-tension ethanol --T 280:340:20)");
+}
+
+}  // namespace cli
