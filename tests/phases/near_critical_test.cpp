@@ -301,6 +301,39 @@ TEST(SplitLiquid, OfABinaryIsItsThreePhaseState) {
     }
 }
 
+// The vapour beside two liquids counts among the branches, too: that of the lowest p; a higher one is
+// where the lighter of the liquids vanishes.
+TEST(SplitLiquid, BelongsToTheBranches) {
+    const struct {
+        char const *first, *second;
+        double x, T;
+        bool two;
+    } cases[] = {{"carbon_dioxide", "water", 0.5, 290, false},
+                 {"water", "butane", 0.5, 320, false},
+                 {"methane", "decane", 0.6880896356, 135.3710183, true},
+                 {"ethane", "methanol", 0.2315563218, 281.9809472, true},
+                 {"carbon_dioxide", "decane", 0.8301280966, 293.4530231, true}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.first << ' ' << c.second);
+        const Mixture m = loaded("PR", "vdW1", {c.first, c.second});
+        const judge::Cubic cubic(*m);
+        const double p = corvane::three_phase_T(*m, c.T).p;
+        corvane::SaturationOptions o;
+        o.branch = corvane::Branch::lower;
+        const auto lower = corvane::bubble_T(*m, c.T, mix(c.x), o);
+        EXPECT_NEAR(lower.p / p, 1, 1e-9);
+        EXPECT_EQ(lower.split.size(), 2u);
+        o.branch = corvane::Branch::upper;
+        const auto upper = corvane::bubble_T(*m, c.T, mix(c.x), o);
+        EXPECT_EQ(upper.p > 1.01 * p, c.two) << upper.p;
+        EXPECT_EQ(judge::Court<judge::Cubic>(cubic)
+                      .saturation(Saturated::bubble, true, c.T, mix(c.x), upper)
+                      .fault,
+                  judge::Fault::none);
+        EXPECT_EQ(corvane::stability(*m, 1.001 * upper.p, c.T, mix(c.x)).stable, c.two);
+    }
+}
+
 // No vapour appears beside two liquids, or vanishes, where the lightest phase goes from gas to liquid
 // without a jump, or where no state of the search has a gas: all temperatures are asked.
 TEST(SplitLiquid, WithoutAVapourIsNoSolution) {
@@ -397,6 +430,44 @@ TEST(SplitLiquid, IntoAsManyAsComponents) {
         }
         EXPECT_LE(q.certificate.value_error, 1e-9);
         EXPECT_TRUE(q.certificate.bounded());
+    }
+}
+
+// Four components beside three liquids: the amounts are among the equations, and both sides of p have
+// them all.
+TEST(SplitLiquid, IntoThreeOfFour) {
+    const struct {
+        Names names;
+        std::vector<double> z;
+        double T;
+    } cases[] = {{{"carbon_dioxide", "water", "methane", "decane"},
+                  {0.4408251253, 0.2805063789, 0.229521969},
+                  180.1783263},
+                 {{"decane", "water", "mercury", "methane"},
+                  {0.2735812011, 0.1229249848, 0.09618313428},
+                  262.4733534}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.T);
+        const Mixture m = loaded("PR", "vdW1", c.names);
+        const Vector<double> z = vec({c.z[0], c.z[1], c.z[2], 1 - c.z[0] - c.z[1] - c.z[2]});
+        const auto q = corvane::bubble_T(*m, c.T, z);
+        ASSERT_EQ(q.split.size(), 3u);
+        EXPECT_NEAR(corvane::bubble_p(*m, q.p, z).T / c.T, 1, 1e-9);
+        for (int i = 0; i < 4; ++i) {
+            double whole = 0;
+            for (unsigned k = 0; k < 3; ++k) {
+                whole += q.fraction[k] * q.split[k].x[i];
+                if (q.split[k].x[i] == 0) continue;  // less than doubles can say
+                EXPECT_NEAR(m->my(q.split[k].x * q.split[k].rho, q.T, i),
+                            m->my(q.incipient.x * q.incipient.rho, q.T, i), 1e-9);
+            }
+            EXPECT_NEAR(whole, z[i], 1e-12);
+        }
+        for (double by : {1.001, 0.999}) {
+            const auto beside = corvane::flash_pT(*m, by * q.p, q.T, z);
+            EXPECT_EQ(beside.phases.size(), by > 1 ? 3u : 4u);
+        }
+        EXPECT_LE(q.certificate.value_error, 1e-9);
     }
 }
 

@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
+#include <numeric>
 
 namespace corvane {
 namespace {
@@ -19,10 +21,21 @@ constexpr double kStep = 1e-8;  // last step in u: the next one would be below r
 CoexistenceSolver::CoexistenceSolver(FluidModel const& f, int phases)
     : fluid(f), phase(static_cast<std::size_t>(phases)), n_(f.size()), count_(phases) {
     for (PhaseState& s : phase) s.resize(n_);
-    const auto m = static_cast<std::size_t>(size());
-    u.resize(m);
-    r_.resize(m + 1);
-    jacobian_.resize((m + 1) * (m + 1));
+    const auto m = static_cast<std::size_t>(size()) + static_cast<std::size_t>(phases);
+    u.resize(static_cast<std::size_t>(size()));
+    r_.resize(m);
+    jacobian_.resize(m * m);
+}
+
+double CoexistenceSolver::first_fraction() const {
+    return std::accumulate(fraction.begin(), fraction.end(), 1.0, std::minus<>());
+}
+
+std::vector<double> CoexistenceSolver::amounts() const {
+    std::vector<double> moles{first_fraction() * phase[0].rho};
+    for (std::size_t k = 0; k < fraction.size(); ++k)
+        moles.push_back(fraction[k] * phase[k + 1].rho);
+    return moles;
 }
 
 void CoexistenceSolver::start(int k, std::vector<double> const& x, double rho) {
@@ -111,7 +124,7 @@ void CoexistenceSolver::assemble() {
 /// Rows of the composition of the whole: of every component but the first, against the first.
 void CoexistenceSolver::compose(double* J, double* r) const {
     const int n = n_, m = size(), last = count_ * n;
-    if (!split) {
+    if (fraction.empty()) {
         for (int i = 1; i < n; ++i, J += m) {
             *r++ = u[i] - u[0] - std::log((*z)[i] / (*z)[0]);
             J[i] = 1.0;
@@ -119,19 +132,25 @@ void CoexistenceSolver::compose(double* J, double* r) const {
         }
         return;
     }
-    PhaseState const &a = phase[0], &b = phase[1];
+    const int parts = static_cast<int>(fraction.size()) + 1;
+    const double first = first_fraction();
+    const auto part = [&](int k) { return k == 0 ? first : fraction[k - 1]; };
+    std::fill_n(r, n - 1, 0.0);
     for (int i = 0; i < n; ++i) {
-        const double in_a = (1.0 - fraction) * a.rho_i[i], in_b = fraction * b.rho_i[i],
-                     whole = in_a + in_b, off = std::log(whole / (*z)[i]);
-        const double slopes[] = {in_a / whole, in_b / whole, (b.rho_i[i] - a.rho_i[i]) / whole};
-        const int at[] = {i, n + i, last + 1};
-        for (int j = 0; i == 0 && j + 1 < n; ++j) {
-            r[j] = -off;
-            for (int k = 0; k < 3; ++k) J[j * m + at[k]] -= slopes[k];
+        double whole = 0.0;
+        for (int k = 0; k < parts; ++k) whole += part(k) * phase[k].rho_i[i];
+        const double off = std::log(whole / (*z)[i]);
+        for (int j = 0; j + 1 < n; ++j) {
+            if (i > 0 && j != i - 1) continue;
+            const double sign = i == 0 ? -1.0 : 1.0;
+            r[j] += sign * off;
+            for (int k = 0; k < parts; ++k) {
+                double* const slope = J + j * m;
+                slope[k * n + i] += sign * part(k) * phase[k].rho_i[i] / whole;
+                if (k > 0)
+                    slope[last + k] += sign * (phase[k].rho_i[i] - phase[0].rho_i[i]) / whole;
+            }
         }
-        if (i == 0) continue;
-        r[i - 1] += off;
-        for (int k = 0; k < 3; ++k) J[(i - 1) * m + at[k]] += slopes[k];
     }
 }
 
@@ -173,9 +192,16 @@ bool CoexistenceSolver::solve(int limit) {
         }
         const int last = count_ * n;
         bound(r_[last], 0.2);
-        if (split) bound(r_[last + 1], 0.5 * (r_[last + 1] > 0.0 ? 1.0 - fraction : fraction));
+        double first = 0.0;  // change of the first phase's fraction: all stay positive
+        for (std::size_t k = 0; k < fraction.size(); ++k) {
+            const double step = r_[static_cast<std::size_t>(last) + 1 + k];
+            first -= step;
+            if (step < 0.0) bound(step, 0.5 * fraction[k]);
+        }
+        if (first < 0.0) bound(first, 0.5 * first_fraction());
         for (int i = 0; i <= last; ++i) u[i] += bound.part() * r_[i];
-        if (split) fraction += bound.part() * r_[last + 1];
+        for (std::size_t k = 0; k < fraction.size(); ++k)
+            fraction[k] += bound.part() * r_[static_cast<std::size_t>(last) + 1 + k];
         return true;
     };
     return damped_newton(

@@ -29,17 +29,21 @@ class CoexistenceSolver {
     double residual = 0.0;
 
     // What is fixed beside the equilibrium itself.
-    std::vector<double> const* z = nullptr;  ///< composition of the whole (n − 1 conditions): of
-                                             ///< the first phase, or with `split` of the first two
-    bool split = false;     ///< `fraction` is a variable (instead of also and row)
-    double fraction = 0.0;  ///< volume fraction of the second phase in the whole
+    /// Composition of the whole (n − 1 conditions), which is the first phase and one more for every
+    /// entry of `fraction`.
+    std::vector<double> const* z = nullptr;
+    /// Volume fractions in the whole of the second phase and of those that follow: variables
+    /// (instead of also and row). Without any the whole is the first phase.
+    std::vector<double> fraction;
     std::optional<double> T, p;  ///< K, MPa
     std::vector<double> also;    ///< not empty: also·u = 0
     std::vector<double> row;     ///< not empty: row·u = value
     double value = 0.0;
 
-    int size() const { return count_ * n_ + (split ? 2 : 1); }
+    int size() const { return count_ * n_ + 1 + static_cast<int>(fraction.size()); }
     int count() const { return count_; }
+    /// Moles of every phase of the whole in a unit of volume.
+    std::vector<double> amounts() const;
     void hold(Fixed at) { (at.at_T ? T : p) = at.value; }
     void release() { T = p = std::nullopt; }
     /// Start values of phase k.
@@ -69,6 +73,7 @@ class CoexistenceSolver {
   private:
     void assemble();
     void compose(double* J, double* r) const;
+    double first_fraction() const;
 
     int n_, count_, p_row_ = 0;
     std::vector<double> jacobian_, r_;

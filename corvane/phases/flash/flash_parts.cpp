@@ -97,10 +97,9 @@ bool bound_apart(FluidModel const& fluid, double T, double p, PhaseState& a, Pha
     const double volume_a = (1.0 - beta) / a.rho, volume_b = beta / b.rho;
     CoexistenceSolver two(fluid, 2);
     two.z = &fluid.z();
-    two.split = true;
     two.T = T;
     two.p = p;
-    two.fraction = volume_b / (volume_a + volume_b);
+    two.fraction = {volume_b / (volume_a + volume_b)};
     two.start(0, a.x, a.rho);
     two.start(1, b.x, b.rho);
     two.u.back() = std::log(T);
@@ -108,8 +107,8 @@ bool bound_apart(FluidModel const& fluid, double T, double p, PhaseState& a, Pha
         if (!two.solve(kNewton)) return false;
         a = two.phase[0];
         b = two.phase[1];
-        const double in_b = two.fraction * b.rho;
-        beta = in_b / ((1.0 - two.fraction) * a.rho + in_b);
+        const std::vector<double> moles = two.amounts();
+        beta = moles[1] / (moles[0] + moles[1]);
     } else {
         for (int k = 0; k < 2; ++k) {  // T is exact, what depends on it of no account
             PhaseState& s = two.phase[k] = k ? b : a;

@@ -14,6 +14,7 @@ namespace {
 constexpr int kSubstitutions = 3;
 constexpr double kFactor = 3.0;  // largest change of p in a substitution
 constexpr double kFiner = 2.5;   // steps of the search that stands in for the trace
+constexpr double kBracket = 1e-3;  // of ln p: where the bracket of a solution is
 constexpr double kLiquid = 1.4;  // over the pseudocritical density: no vapour
 }  // namespace
 
@@ -46,17 +47,24 @@ SaturationPoint SaturationSolver::answer(SaturationOptions const& o) {
 
 SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
     stability_.kind = o.test;
-    if (o.branch == Branch::any) {
+    const bool any = o.branch == Branch::any;
+    const bool may_split = kind_ == Saturated::bubble && fluid_.size() > 1;
+    std::optional<Found> direct;  // of a branch: candidates beside those of the search
+    std::optional<SaturationPoint> beside;
+    if (any) {
         if (o.start && warm(*o.start) && accept()) return result(o);
         const bool accepted = cold() && accept();
         if (accepted && !second_liquid()) return result(o);
         // Not stable, none, of the other kind, or the boundary of a second liquid: the vapour may come
         // beside others.
-        if (kind_ == Saturated::bubble && fluid_.size() > 1) {
+        if (may_split) {
             const Found first = take();
             if (const auto found = beside_liquids(o)) return *found;
             if (accepted && restore(first)) return result(o);
         }
+    } else if (fluid_.size() > 1) {
+        if (cold() && accept()) direct = take();
+        if (may_split) beside = beside_liquids(o);
     }
     if (fluid_.size() == 1) {
         if (cold() && accept()) return result(o);
@@ -67,25 +75,42 @@ SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
             complete_ ? "at or above the critical point"
                       : "too near the critical point, or out of the model's reach");
     }
-    if (o.branch == Branch::any) try {
+    if (any) try {
             const CriticalPoint c = critical_point(fluid_.model(), fluid_.expand(fluid_.z()));
             fluid_.evaluations += c.certificate.evaluations;
             if (from_critical(c)) return result(o);
         } catch (EquilibriumFailure const&) {
         }
-    const bool upper = o.branch == Branch::upper;
+    return search(o, direct, beside);
+}
+
+/// direct, beside: what is known of a branch.
+SaturationPoint SaturationSolver::search(SaturationOptions const& o,
+                                         std::optional<Found> const& direct,
+                                         std::optional<SaturationPoint> const& beside) {
+    const bool any = o.branch == Branch::any, upper = o.branch == Branch::upper;
+    const auto outside = [&](double a, double b) { return upper ? a > b : a < b; };
     bool found = global(upper, 1.0);
     Found best = take();
-    if (o.trace && (!found || o.branch != Branch::any) && traced(upper, found, best)) found = true;
+    if (direct && !(found && outside(best.s, direct->s))) {
+        found = true;
+        best = *direct;
+    }
+    if (o.trace && (!found || !any) && traced(upper, found, best)) found = true;
     if (!found && complete_ && stuck_) {
         found = global(upper, kFiner);
         best = take();
     }
-    if (found && !(missed_ && o.branch != Branch::any)) {
-        if (restore(best)) return result(o);
-        complete_ = false;
+    // Of a branch an answer counts if none can lie beyond it.
+    const bool beyond =
+        bracketed_ && !(found && !outside(*bracketed_, best.s + (upper ? kBracket : -kBracket)));
+    if (any || !(missed_ || beyond || (open_ && !beside))) {
+        const double s = beside ? std::log(at_T_ ? beside->p : beside->T) : 0.0;
+        if (beside && !(found && outside(best.s, s))) return *beside;
+        if (found && restore(best)) return result(o);
     }
-    const bool none = complete_ && !open_;
+    if (found || beside) complete_ = false;
+    const bool none = complete_ && !open_ && !bracketed_;
     throw EquilibriumFailure(
         none ? EquilibriumFailure::Kind::no_solution : EquilibriumFailure::Kind::gave_up, state(),
         name(), pair_.iterations, none ? std::nan("") : pair_.residual,

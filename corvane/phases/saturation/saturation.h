@@ -16,7 +16,8 @@ enum class Saturated {
     dew      ///< the incipient phase is the denser one
 };
 
-/// Where there are several solutions (retrograde condensation; a second liquid).
+/// Where there are several solutions (retrograde condensation; a second liquid). The vapour beside
+/// liquids counts among them. lower and upper are refused where one beyond the answer is not excluded.
 enum class Branch {
     any,    ///< the first certified one: from low pressure (or low T) without a start, else near it
     lower,  ///< the one of lowest p (or T)
@@ -27,9 +28,9 @@ struct SaturationPoint {
     double T = 0.0, p = 0.0;  ///< K, MPa
     PhaseRecord given;        ///< of the composition asked for; the whole, where that is split
     PhaseRecord incipient;
-    /// Where the given composition is two liquids, or as many as there are components (by falling
-    /// mass density), beside which the first vapour appears: they, with their mole fractions of the
-    /// whole. Empty where it is one phase.
+    /// Where the given composition is two liquids or more (by falling mass density, at most as many as
+    /// there are components), beside which the first vapour appears: they, with their mole fractions
+    /// of the whole. Empty where it is one phase.
     std::vector<PhaseRecord> split;
     std::vector<double> fraction;
     Certificate certificate;
@@ -49,14 +50,13 @@ struct SaturationOptions {
 ///    derivatives in ln rho_i of both phases (PairSolver); phases nearly alike are solved by
 ///    RegularPair, which has no trivial solution. Accepted when certified: stable, of the right
 ///    kind, farther apart than uncertain (Certificate::apart_error).
-///    A bubble point that is not stable, or none: whether the liquid splits, and the first vapour
-///    appears beside two liquids or as many as there are components (SaturationPoint::split).
-///    Then the pairs that begin at the critical point of z, as far as a half distance of 0.5 in
-///    ln rho, towards T and through extrema of T.
-/// 2. Otherwise, and for Branch::lower and upper, a search over all pressures from where the gas is
-///    ideal to 1000 MPa: a phase boundary is where the tangent-plane test changes its answer. Each
-///    change is bracketed, then solved as above. Steps of a factor 1.5, refined where the density
-///    jumps or where the tangent-plane distance has a minimum.
+///    A bubble point that is not stable, or none: the first vapour beside liquids that it splits into
+///    (SaturationPoint::split). Then the pairs that begin at the critical point of z, as far as a half
+///    distance of 0.5 in ln rho, towards T and through extrema of T.
+/// 2. Otherwise, and for Branch::lower and upper beside the first of these, a search over all
+///    pressures from where the gas is ideal to 1000 MPa: a phase boundary is where the tangent-plane
+///    test changes its answer. Each change is bracketed, then solved as above. Steps of a factor
+///    1.5, refined where the density jumps or where the tangent-plane distance has a minimum.
 /// 3. Without an answer, and for Branch::lower and upper, the envelope is traced (phase_envelope)
 ///    and every crossing of T on it solved: this finds the narrow regions next to a critical point
 ///    or cricondentherm that step 2 may step over. The trace is complete where it closes, leaves

@@ -177,7 +177,10 @@ bool SaturationSolver::global(bool upper, double finer) {
     for (Change const& c : changes) {
         const int r = boundary(c.stable, c.unstable);
         if (r > 0) return true;
-        if (r < 0) complete_ = false;
+        if (r < 0) {
+            complete_ = false;
+            missed_ = true;
+        }
     }
     return false;
 }

@@ -42,6 +42,7 @@ class SaturationSolver {
         std::vector<double> u;
         double tpd = 0.0;
         Certificate bounds;
+        double s = 0.0;  // ln p or ln T
     };
 
     // ---- the direct solution (saturation.cpp)
@@ -57,8 +58,10 @@ class SaturationSolver {
     bool solve();
     /// Is the solution the answer? Leaves the tangent-plane distance in tpd_.
     bool accept();
-    Found take() const { return {pair_.u, tpd_, bounds_}; }
+    Found take() const { return {pair_.u, tpd_, bounds_, found()}; }
     bool restore(Found const& found);
+    SaturationPoint search(SaturationOptions const& o, std::optional<Found> const& direct,
+                           std::optional<SaturationPoint> const& beside);
     SaturationPoint result(SaturationOptions const& o);
 
     // ---- next to a critical point (saturation_critical.cpp)
@@ -148,8 +151,10 @@ class SaturationSolver {
     bool complete_ = true;  // the search and the trace left nothing open
     bool unknown_ = false;  // states of the search without density, or without a complete test
     bool open_ = false;     // whether a vapour appears beside two liquids
+    /// ln p (or ln T) of a bubble point of two phases that was bracketed, not solved.
+    std::optional<double> bracketed_;
     bool stuck_ = false;    // the trace ended before its end
-    bool missed_ = false;   // a crossing of the envelope was not solved
+    bool missed_ = false;   // a boundary or a crossing of the envelope was not solved
 };
 
 }  // namespace corvane

@@ -1,4 +1,4 @@
-// Bubble points of liquids that split: the first vapour beside two liquids or three.
+// Bubble points of liquids that split: the first vapour beside two liquids or more.
 #include <corvane/core/constants.h>
 #include <corvane/phases/flash/flash.h>
 #include <corvane/phases/numerics/dense.h>
@@ -47,7 +47,7 @@ bool SaturationSolver::amounts_of(CoexistenceSolver const& s, std::vector<double
 }
 
 /// Newton's method for all phases, from liquids and a vapour at T = t. As many liquids as components
-/// depend on T (or p) alone, and the amounts follow; else the whole is two liquids.
+/// depend on T (or p) alone, and the amounts follow; fewer make up the whole with it.
 std::optional<SaturationPoint> SaturationSolver::first_vapour(
     std::vector<PhaseRecord> const& liquids, std::vector<double> const& amounts,
     std::vector<double> const& y, double rho_vapour, double t, SaturationOptions const& o) {
@@ -57,10 +57,10 @@ std::optional<SaturationPoint> SaturationSolver::first_vapour(
         if (absent(x) || (x < kPure && absent(y[k % 2])))
             return beside_pure(1 - k % 2, liquids[1 - k / 2], o);
     }
-    if (K != 2 && K != n) return {};
+    if (K > n) return {};
     CoexistenceSolver all(fluid_, K + 1);
-    all.split = K < n;
-    if (all.split) all.z = &fluid_.z();
+    const bool whole = K < n;  // its composition is among the equations
+    if (whole) all.z = &fluid_.z();
     (at_T_ ? all.T : all.p) = value_;
     // The lightest first: it is the softest, and all pressures are compared with the first one.
     const auto start = [&](int k, std::vector<double> x, double rho) {
@@ -72,21 +72,22 @@ std::optional<SaturationPoint> SaturationSolver::first_vapour(
         start(k, present(fluid_, liquids[K - 1 - k].x), liquids[K - 1 - k].rho);
     start(K, y, rho_vapour);
     all.u.back() = std::log(t);
-    const double v0 = amounts[1] / liquids[1].rho, v1 = amounts[0] / liquids[0].rho;
-    all.fraction = v1 / (v0 + v1);
+    if (whole) {
+        double volume = 0.0;
+        for (int k = 0; k < K; ++k) volume += amounts[k] / liquids[k].rho;
+        for (int k = K - 2; k >= 0; --k)
+            all.fraction.push_back(amounts[k] / liquids[k].rho / volume);
+    }
     if (!all.solve(kNewton)) return {};
     all.level();
-    std::vector<double> parts(liquids.size());
-    if (!all.split && !amounts_of(all, parts)) {
+    std::vector<double> parts = all.amounts();
+    if (!whole && !amounts_of(all, parts)) {
         if (n == 2) open_ = false;  // the whole is not between the two liquids
         return {};
     }
     SaturationPoint point;
     if (!(all.pressure() > 0.0) || !all.bound(point.certificate)) return {};
-    if (all.split) {
-        if (!(all.fraction > 0.0 && all.fraction < 1.0)) return {};
-        parts = {(1.0 - all.fraction) * all.phase[0].rho, all.fraction * all.phase[1].rho};
-    }
+    if (!(*std::min_element(parts.begin(), parts.end()) > 0.0)) return {};
     if (!certified_beside(all, point, o)) return {};
     report_liquids(all, parts, point);
     return point;
@@ -229,6 +230,7 @@ struct SaturationSolver::Vanishing {
         double rho = 0.0;
         std::size_t count = 0;
         std::vector<double> x = {};
+        double part = 0.0;  // of the whole, in moles
         bool like(Side const& other) const;
     };
     bool gas(double rho, std::vector<double> const& x) const;
@@ -330,7 +332,7 @@ void SaturationSolver::Vanishing::note() {
     above = dense > 0 ? count < dense : !gas(rho, lightest);
     if (above ? s < high : s > low) {
         (above ? high : low) = s;
-        (above ? beyond : below) = {rho, count, lightest};
+        (above ? beyond : below) = {rho, count, lightest, whole.fraction.back()};
     }
     if (!above) {
         y = lightest;
@@ -392,7 +394,12 @@ bool SaturationSolver::Vanishing::narrowed() {
         begin = it + 1;
         return false;
     }
-    if (smooth || (below.count == 1 && beyond.count == 1)) {
+    // One of two phases vanishes: the vapour, of a liquid that does not split; or the denser one, where
+    // the whole happens to have its pseudocritical density.
+    const bool two = high - low < kLeast && below.count == 2 && beyond.count == 1;
+    if (smooth || two || (below.count == 1 && beyond.count == 1)) {
+        if (two && !(below.part > 0.5 && below.like(beyond)))
+            own.bracketed_ = std::log(own.at_T_ ? p : t);
         none();
     } else if (high - low < kLeast) {
         solved();

@@ -64,12 +64,7 @@ bool SaturationSolver::traced(bool upper, bool known, Found& best) {
     if (!envelope(e)) return false;
     const double target = std::log(value_);
     auto fixed = [&](EnvelopePoint const& q) { return std::log(at_T_ ? q.T : q.p) - target; };
-    bool any = false;
-    double s_best = 0.0;
-    if (known && restore(best)) {
-        any = true;
-        s_best = found();
-    }
+    bool any = known;
     for (std::size_t k = 0; k + 1 < e.points.size(); ++k) {
         EnvelopePoint const &a = e.points[k], &b = e.points[k + 1];
         const double fa = fixed(a), fb = fixed(b);
@@ -85,10 +80,8 @@ bool SaturationSolver::traced(bool upper, bool known, Found& best) {
             continue;
         }
         if (!accept()) continue;
-        const double s = found();
-        if (any && (upper ? s <= s_best : s >= s_best)) continue;
+        if (any && (upper ? found() <= best.s : found() >= best.s)) continue;
         any = true;
-        s_best = s;
         best = take();
     }
     return any;
