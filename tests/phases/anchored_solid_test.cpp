@@ -232,4 +232,25 @@ TEST(AnchoredSolid, SolubilityIsThatOfTheLine) {
         }
     }
 }
+
+// Next to a split of the fluid its potential has extrema, next to melting it is nearly that of the
+// pure component: the solid dissolves there, too, and the more the hotter it is.
+TEST(AnchoredSolid, SolubilityNextToASplitAndToMelting) {
+    const Mixture m = peng_robinson("methanol", "cyclohexane", 0);
+    const AnchoredSolid a = anchored(*m->mdl1[0]), b = anchored(*m->mdl1[1]);
+    corvane::SolidFluidOptions o;
+    o.anchored = {&a, &b};
+    double last = 0;
+    for (auto const& [p, T] : {std::pair(281.998, 272.0), {281.998, 273.0}, {281.998, 273.051024},
+                               {281.998, 273.5}, {281.998, 274.0},
+                               {10.0, b.melting(10) * (1 - 1e-9)}}) {
+        SCOPED_TRACE(T);
+        const auto q = corvane::solubility(*m, 1, p, T, o);
+        EXPECT_NEAR(m->my(q.x * q.rho, T, 1), b.at(p, T, false).g, 1e-9);
+        EXPECT_TRUE(corvane::stability(*m, p, T, q.x).stable);
+        EXPECT_GT(q.x[1], last);
+        last = q.x[1];
+    }
+    EXPECT_GT(last, 1 - 1e-6);
+}
 }  // namespace

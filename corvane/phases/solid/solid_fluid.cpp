@@ -39,6 +39,11 @@ class Tracer : SolidFluidStates {
         const std::vector<Node> found = crossings(std::min(T, hottest_));
         for (Node const& q : found)
             if (q.point.stable) return q.point;
+        if (missed())
+            fail(T,
+                 "a fluid with the potential of the solid was not solved for, or the model has no "
+                 "density for some compositions",
+                 EquilibriumFailure::Kind::gave_up);
         if (found.empty())
             fail(T, "no fluid has the potential of the solid: above melting, or below sublimation?");
         fail(T, "the fluid of x = " + shortest(found.front().point.x[s_]) + " is not stable");

@@ -57,11 +57,11 @@ struct SolidFluidOptions {
 };
 
 /// Solubility of component `solid` (0 or 1) at (p [MPa], T [K]): the stable fluid whose potential
-/// equals the solid's Gibbs energy. All compositions are scanned (46 in ln(x/(1 − x)) from 1e-13
-/// on, below which Henry's law gives the start); crossings are solved by Newton's method.
-/// @throws EquilibriumFailure no_solution: no fluid, or only unstable ones; ThException 4 not a
-///     binary, 5 T above the data of the solid or bad arguments, 6 no data of the solid; what the
-///     model throws
+/// equals the solid's Gibbs energy. Compositions are scanned along both density roots (51 or more in
+/// ln(x/(1 − x)), below 1e-13 Henry's law gives the start), crossings solved by Newton's method.
+/// @throws EquilibriumFailure no_solution: no fluid, or only unstable ones; gave_up: a crossing was
+///     not solved, or states without density; ThException 4 not a binary, 5 T above the data of the
+///     solid or bad arguments, 6 no data of the solid; what the model throws
 CORVANE_API SolidFluidPoint solubility(ModelN const& binary, int solid, double p, double T,
                                        SolidFluidOptions const& options = {});
 

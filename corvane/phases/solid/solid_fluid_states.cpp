@@ -11,7 +11,13 @@
 namespace corvane {
 namespace {
 constexpr int kSearchNewton = 30;
-constexpr double kLogit = 30.0, kLogitEnd = 16.0;  // of the search: x from 1e-13 on
+constexpr double kLogit = 30.0;    // of the search: x from 1e-13 on
+constexpr double kNearPure = 16.0, kLogitEnd = 36.0;  // in steps of 1, then of 4
+constexpr double kFlat = 0.5;      // convexity below which a step is divided
+constexpr int kParts = 8;
+constexpr int kHalvings = 60;
+constexpr double kSolved = 1e-6;   // of the potentials: Newton's method ends it
+constexpr double kSameRoot = 0.2;  // of ln rho
 constexpr double kLeastLogit = 600.0;  // partial densities stay normal numbers
 
 Vector<double> middle() {
@@ -71,12 +77,12 @@ double SolidFluidStates::hottest(int component) const {
     return data.sg.size() > 0 ? data.Tmax() : 0.0;
 }
 
-void SolidFluidStates::fail(double T, std::string const& advice) const {
+void SolidFluidStates::fail(double T, std::string const& advice,
+                            EquilibriumFailure::Kind kind) const {
     std::string state = T_or_p(at_T_, value_);
     if (!at_T_) state += ", " + quantity("T", T, "K");
     state += ", solid component " + std::to_string(s_);
-    throw EquilibriumFailure(EquilibriumFailure::Kind::no_solution, state, "solid_fluid",
-                             solver_.iterations, std::nan(""), advice);
+    throw EquilibriumFailure(kind, state, "solid_fluid", solver_.iterations, std::nan(""), advice);
 }
 
 /// Potential of the pure fluid less that of the solid. False where one of them fails.
@@ -178,64 +184,110 @@ void SolidFluidStates::certify_point(SolidFluidSolver const& solver, PhaseState 
     c.flag(o_.validity, r.T, r.p, r.x);
 }
 
+SolidFluidStates::Sample SolidFluidStates::sample(double z, int root, double rho) {
+    Sample q;
+    q.z = z;
+    std::vector<double> x(2);
+    x[s_] = 1.0 / (1.0 + std::exp(-z));
+    x[1 - s_] = 1.0 / (1.0 + std::exp(z));
+    double r[2];
+    const int roots = fluid_.densities(value_, at_, x, r);
+    if (roots < 1) return q;
+    q.two = roots == 2;
+    if (rho > 0.0)
+        root = roots == 2 && std::fabs(std::log(r[1] / rho)) < std::fabs(std::log(r[0] / rho));
+    q.rho = r[roots == 2 ? root : 0];
+    PhaseState& state = solver_.a;
+    for (int i = 0; i < 2; ++i) state.rho_i[i] = x[i] * q.rho;
+    if (!fluid_.evaluate(state, at_, phase_H)) return q;
+    q.h = state.m[s_] - level_;
+    q.convex = x[0] * x[1] *
+               (state.m_n(0, 0) - state.m_n(0, 1) - state.m_n(1, 0) + state.m_n(1, 1));
+    q.known = true;
+    return q;
+}
+
 /// All fluids at T (and the pressure of the isobar) that have the potential of the solid.
 std::vector<SolidFluidNode> SolidFluidStates::crossings(double temperature) {
     std::vector<SolidFluidNode> found;
     SolidState solid;
+    missed_ = false;
     if (!solid.evaluate(fluid_.pure(s_), o_.anchored[s_], value_, temperature, false)) return found;
-    struct {
-        bool known = false;
-        double h = 0.0;
-    } last[2];
-    for (double z = -kLogit; z <= kLogitEnd; z += 1.0) {
-        std::vector<double> x(2);
-        x[s_] = 1.0 / (1.0 + std::exp(-z));
-        x[1 - s_] = 1.0 / (1.0 + std::exp(z));
-        double rho[2];
-        const int roots = fluid_.densities(value_, temperature, x, rho);
-        for (int k = 0; k < 2; ++k) {  // the dense root, the dilute one
-            const int root = roots == 2 ? k : 0;
-            auto& before = last[k];
-            PhaseState& state = solver_.a;
-            if (roots < 1) {
-                before.known = false;
-                continue;
-            }
-            for (int i = 0; i < 2; ++i) state.rho_i[i] = x[i] * rho[root];
-            if (!fluid_.evaluate(state, temperature, 0)) continue;
-            const double h = state.m[s_] - solid.g;
-            if (before.known && before.h * h <= 0.0)
-                cross(z - h / (h - before.h), rho[root], temperature, found);
+    at_ = temperature;
+    level_ = solid.g;
+    bool two = true;
+    for (int root = 0; root < 2 && two; ++root) {  // the dense one, the dilute one
+        two = false;
+        Sample last;
+        for (double z = -kLogit; z <= kLogitEnd; z += z < kNearPure ? 1.0 : 4.0) {
+            const Sample here = sample(z, root, 0.0);
+            two = two || here.two;
+            missed_ = missed_ || !here.known;
+            if (last.known && here.known) between(last, here, root, found);
             // Below the first composition ln x is the potential but for a constant (Henry's law).
-            if (z == -kLogit && h > 0.0 && z - h > -kLeastLogit)
-                cross(z - h, rho[root], temperature, found);
-            before = {true, h};
+            if (here.known && z == -kLogit && here.h > 0.0 && z - here.h > -kLeastLogit)
+                missed_ = !cross(z - here.h, here.rho, -1e300, z, found) || missed_;
+            last = here;
         }
     }
     return found;
 }
-void SolidFluidStates::cross(double z, double rho, double temperature,
+
+/// In parts where the fluid is not far from splitting: there the potential has extrema.
+void SolidFluidStates::between(Sample const& a, Sample const& b, int root,
+                               std::vector<SolidFluidNode>& found) {
+    if (!(std::min(a.convex, b.convex) < kFlat)) return bracketed(a, b, found);
+    Sample last = a;
+    for (int k = 1; k <= kParts; ++k) {
+        const Sample here =
+            k < kParts ? sample(a.z + k * (b.z - a.z) / kParts, root, 0.0) : b;
+        if (last.known && here.known) bracketed(last, here, found);
+        last = here;
+    }
+}
+
+/// From where the chord crosses, else bisected until Newton's method arrives.
+void SolidFluidStates::bracketed(Sample a, Sample b, std::vector<SolidFluidNode>& found) {
+    if (!(a.h * b.h <= 0.0)) return;
+    const double low = a.z, high = b.z, chord = b.z - b.h * (b.z - a.z) / (b.h - a.h);
+    if (cross(chord, b.rho, low, high, found)) return;
+    for (int k = 0; k < kHalvings; ++k) {
+        const Sample middle = sample(0.5 * (a.z + b.z), 0, a.rho);
+        if (!middle.known) break;
+        if (std::fabs(middle.h) < kSolved) {
+            missed_ = !cross(middle.z, middle.rho, low, high, found) || missed_;
+            return;
+        }
+        (a.h * middle.h <= 0.0 ? b : a) = middle;
+    }
+    // The potential jumps with the density, or it is not known what it does.
+    missed_ = missed_ || !(std::fabs(std::log(a.rho / b.rho)) > kSameRoot);
+}
+
+bool SolidFluidStates::cross(double z, double rho, double low, double high,
                              std::vector<SolidFluidNode>& found) {
+    // The density of this composition, not of the grid's: cold liquids are so stiff that p would be
+    // far off.
+    const Sample from = sample(z, 0, rho);
     std::vector<double> start(2);
     start[s_] = 1.0 / (1.0 + std::exp(-z));
     start[1 - s_] = 1.0 / (1.0 + std::exp(z));
-    // Of this composition, not of the grid's: cold liquids are so stiff that p would be far off.
-    double root[2];
-    const int roots = fluid_.densities(value_, temperature, start, root);
-    const auto away = [&](double r) { return std::fabs(std::log(r / rho)); };
-    if (roots > 0) rho = roots == 2 && away(root[1]) < away(root[0]) ? root[1] : root[0];
-    solver_.start(start, rho, temperature);
+    solver_.start(start, from.known ? from.rho : rho, at_);
     solver_.row = {0.0, 0.0, 1.0};
-    solver_.value = std::log(temperature);
+    solver_.value = std::log(at_);
     SolidFluidNode q;
-    if (!solver_.solve(kSearchNewton) || !solver_.tangent(q.t)) return;
+    if (!solver_.solve(kSearchNewton) || !solver_.tangent(q.t)) return false;
     q.u = solver_.u;
+    const double margin = 1e-6 * (1.0 + std::fabs(z)), reached = q.u[s_] - q.u[1 - s_];
+    if (!(reached > low - margin && reached < high + margin)) return false;
     for (SolidFluidNode const& other : found)
-        if (std::fabs(other.u[0] - q.u[0]) + std::fabs(other.u[1] - q.u[1]) < 1e-6) return;
+        if (std::fabs(other.u[0] - q.u[0]) + std::fabs(other.u[1] - q.u[1]) < 1e-6) return true;
     certify_point(solver_, nullptr, q);
-    if (q.point.certificate.dmu <= Certificate::tolerance &&
-        q.point.certificate.dp <= Certificate::tolerance)
-        found.push_back(q);
+    if (!(q.point.certificate.dmu <= Certificate::tolerance &&
+          q.point.certificate.dp <= Certificate::tolerance))
+        return false;
+    found.push_back(q);
+    return true;
 }
 
 }  // namespace corvane
