@@ -15,6 +15,7 @@ constexpr double kSafety = 8.0;     // of the error estimates
 constexpr double kRounding = 1e-13, kSlopeRounding = 1e-14;  // least A and B
 constexpr double kResolved = 0.5;   // error at the middle of a piece whose shape is believed
 constexpr double kJump = 0.16;      // of (Δ ln rho)² over ∂(p/RT)/∂rho
+constexpr double kSoft = 0.5;       // ∂(p/RT)/∂rho of a root that may vanish in a cell
 constexpr double kCurved = 4.0;     // largest U between two nodes over that at them
 constexpr double kUnchecked = 0.1;  // of w·(1 − w): a piece this wide needs the errors of its quintic
 constexpr int kRefine = 60;
@@ -233,6 +234,14 @@ void BinaryScan::error(Cell const& c, Strand& s, int& r) const {
             between(a.w0, a.w1, m.w0, m.w1) / h, s.A, s.B);
 }
 
+/// Is the density nearly the same at both points, for its stiffness? Next to a critical point t″ has
+/// a dip as narrow as that of ∂p/∂rho, which is parabolic in ln rho, about 3·(ln rho − ln rho_c)²;
+/// and a root may vanish between the points and appear again.
+bool BinaryScan::gentle(Point const& a, Point const& b) {
+    const double jump = std::log(b.rho / a.rho);
+    return jump * jump <= kJump * std::min(a.stiff, b.stiff);
+}
+
 /// Is the piece between two points settled? It may leave a bracket of a minimum.
 bool BinaryScan::piece(Point const& a, Point const& b, double A, double B, int root) {
     const double h = between(a.w0, a.w1, b.w0, b.w1);
@@ -244,10 +253,7 @@ bool BinaryScan::piece(Point const& a, Point const& b, double A, double B, int r
                                 (b.zero && b.t2 >= 0.0 && a.t1 <= 0.0 && a.t >= 0.0)))
         return true;
     if (!(A < 64.0 * kResolved)) return false;
-    // Next to a critical point t″ has a dip as narrow as that of ∂p/∂rho, which is parabolic in
-    // ln rho, about 3·(ln rho − ln rho_c)².
-    const double jump = std::log(b.rho / a.rho);
-    if (jump * jump > kJump * std::min(a.stiff, b.stiff)) return false;
+    if (!gentle(a, b)) return false;
     double c[6], D[5];
     // Convex or concave?
     quintic(h, a.e, a.e1, a.e2, b.e, b.e1, b.e2, c);
@@ -265,10 +271,10 @@ bool BinaryScan::piece(Point const& a, Point const& b, double A, double B, int r
         lowest = std::min(lowest, D[i] - off[i]);
         highest = std::max(highest, D[i] + off[i]);
     }
-    const double gentle = b.w0 < 0.5   ? 1.0 / (b.w0 * b.w1)
-                          : a.w0 > 0.5 ? 1.0 / (a.w0 * a.w1)
-                                       : 4.0;  // least curvature of the ideal part
-    if (lowest > -gentle) {
+    const double flattest = b.w0 < 0.5   ? 1.0 / (b.w0 * b.w1)
+                            : a.w0 > 0.5 ? 1.0 / (a.w0 * a.w1)
+                                         : 4.0;  // least curvature of the ideal part
+    if (lowest > -flattest) {
         if (a.t1 >= 0.0 || b.t1 <= 0.0) return true;
         const double s = (b.t - a.t - b.t1 * h) / (a.t1 - b.t1), meet = a.t + a.t1 * s;
         if (meet >= 0.0 && first_) return true;
@@ -297,6 +303,14 @@ bool BinaryScan::piece(Point const& a, Point const& b, double A, double B, int r
     return true;
 }
 
+/// Of t along every root at the ends of a cell.
+double BinaryScan::lowest(Cell const& c) const {
+    double least = kInfinite;
+    for (int k : {c.a, c.b})
+        for (int r = 0; r < nodes_[k].roots; ++r) least = std::min(least, point(nodes_[k], r).t);
+    return least;
+}
+
 double BinaryScan::sag(Cell const& c) const {
     Node const &a = nodes_[c.a], &b = nodes_[c.b];
     const double h = between(a.w0, a.w1, b.w0, b.w1);
@@ -313,7 +327,9 @@ bool BinaryScan::settled(Cell const& c, Strand const& s, bool halved) {
     const int root = a.roots == 2 ? s.a : b.roots == 2 ? s.b : 0;
     const double h = between(a.w0, a.w1, b.w0, b.w1);
     Point const &begin = point(a, s.a), &last = point(b, s.b);
-    if (first_ && halved && std::min(begin.t, last.t) > sag(c)) return true;
+    if (first_ && halved && gentle(begin, last) && std::min(begin.t, last.t) > sag(c) &&
+        (std::min(begin.stiff, last.stiff) > kSoft || lowest(c) > 2.0 * sag(c)))
+        return true;
     if (!(s.A < kInfinite) && h > kUnchecked * std::min(a.w0 * a.w1, b.w0 * b.w1)) return false;
     std::array<Point, 4> q;
     int n = 0;
@@ -358,9 +374,7 @@ bool BinaryScan::vanishing(Cell const& c, Strand const& s, bool halved) {
     }
     Point const& q = point(n, r);
     if (q.t2 * q.w0 * q.w1 < -1.0) return true;
-    Node const& one = s.a < 0 ? a : b;
-    const double least = std::min({q.t, point(n, 1 - r).t, point(one, 0).t});
-    return halved && least > 2.0 * sag(c);
+    return halved && lowest(c) > 2.0 * sag(c);
 }
 
 void BinaryScan::process(int k, Strand const* known, int count, int depth) {

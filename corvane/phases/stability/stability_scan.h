@@ -24,7 +24,11 @@ namespace corvane {
 ///  - positive throughout;
 ///  - too high at both ends to reach zero between them: t″ = U − (∂p/∂w)²/(…∂p/∂rho) ≤ U, the
 ///    curvature at constant density, so that t is at most U·h²/8 below its chord. U has no
-///    dips next to a critical point and no poles at folds; four times what the ends show is used.
+///    dips next to a critical point and no poles at folds; four times what the ends show is used
+///    (ideal part at the smaller fraction, and the larger excess part of all roots). Where the
+///    root may vanish inside and appear again (∂(p/RT)/∂rho below 0.5), all roots must be that
+///    high: at the two folds another one has the lower Gibbs energy. Where the density changes
+///    more than its stiffness allows, the interval is halved instead.
 /// Otherwise it is halved, and so is a piece that is long in ln rho against √(∂p/∂rho): next to a
 /// critical point t″ has dips as narrow as those of ∂p/∂rho. The phase under test and the known
 /// one are nodes of their own, where t and its slope are exactly zero: so pairs that are nearly
@@ -40,10 +44,13 @@ namespace corvane {
 ///
 /// Proven, if in every settled interval the error of the quintic is at most eight times what its
 /// middle shows, and U at most four times what its ends show: no composition has t < 0 along the
-/// density roots that the model reports. Not proven: features that leave value, slope and curvature
-/// at all nodes as they are, density roots that begin and end between two neighbouring nodes, 0.19
-/// apart in w at most, and what is narrower than 1e-6·w·(1 − w) (1e-4 beside the phase itself),
-/// where the nodes alone decide.
+/// density roots that the model reports. Both are assumptions: the models' slots give no bounds of
+/// third derivatives. What was seen of the second one in half a million intervals of hard binaries is in
+/// docs/phases_measured.md: U never exceeded 1.2 times what the ends show. Not proven, either:
+/// features that leave value, slope and curvature at all nodes as they are, density roots that
+/// begin and end between two neighbouring nodes, 0.19 apart in w at most, at neither of which they
+/// exist, and what is narrower than 1e-6·w·(1 − w) (1e-4 beside the phase itself), where the nodes
+/// alone decide.
 class BinaryScan {
   public:
     explicit BinaryScan(FluidModel const& fluid);
@@ -111,9 +118,11 @@ class BinaryScan {
     static void compare(Point const& a, Point const& b, Point const& m, double h, double x,
                         double& A, double& B);
     void error(Cell const& c, Strand& s, int& root) const;
+    double lowest(Cell const& c) const;
     /// How far t may be below its chord in a cell.
     double sag(Cell const& c) const;
     bool settled(Cell const& c, Strand const& s, bool halved);
+    static bool gentle(Point const& a, Point const& b);
     bool piece(Point const& a, Point const& b, double A, double B, int root);
     bool vanishing(Cell const& c, Strand const& s, bool halved);
     void process(int cell, Strand const* known, int count, int depth);
