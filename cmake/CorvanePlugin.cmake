@@ -5,6 +5,13 @@
 # put into the folder CORVANE_PLUGIN_OUTPUT (default: CorvaneS in the build directory), so that a
 # program that runs beside that folder finds it.
 function(corvane_add_plugin name)
+  # Those of the data home; plug-ins of tests are loaded only.
+  if(CORVANE_STATIC_PLUGINS AND CORVANE_PLUGIN_OUTPUT STREQUAL "${CORVANE_BUILD_HOME}/CorvaneS")
+    corvane_add_static_plugin(${name} ${ARGN})
+  endif()
+  if(EMSCRIPTEN)
+    return() # nothing is loaded there
+  endif()
   string(REPLACE "+" "_" target "corvane_plugin_${name}")
   add_library(${target} MODULE ${ARGN})
   target_link_libraries(${target} PRIVATE corvane::corvane corvane::numelo)
@@ -31,6 +38,22 @@ function(corvane_add_plugin name)
   if(CORVANE_PLUGIN_OUTPUT STREQUAL "${CORVANE_BUILD_HOME}/CorvaneS")
     set_property(GLOBAL APPEND PROPERTY CORVANE_PLUGINS ${target})
   endif()
+endfunction()
+
+# corvane_add_static_plugin(<name> <sources>...): the same linked into programs instead of loaded, as
+# the object library corvane_static_<name>. With CORVANE_STATIC_PLUGINS there is one for every plug-in,
+# and corvane_static_plugins holds them all; attach1 and attachN look there first.
+function(corvane_add_static_plugin name)
+  string(REPLACE "+" "_" target "corvane_static_${name}")
+  add_library(${target} OBJECT ${ARGN})
+  target_link_libraries(${target} PUBLIC corvane::corvane corvane::numelo)
+  target_compile_features(${target} PRIVATE cxx_std_20)
+  target_compile_definitions(${target} PRIVATE CORVANE_STATIC_PLUGIN="${name}")
+  target_compile_options(${target} PRIVATE -ffp-contract=off -fno-math-errno)
+  if(TARGET corvane_options)
+    target_link_libraries(${target} PRIVATE corvane_options)
+  endif()
+  set_property(GLOBAL APPEND PROPERTY CORVANE_STATIC ${target})
 endfunction()
 
 # corvane_add_equation(<name> [MIXING <theory>] <sources>...): an equation on the authors' kit

@@ -1,9 +1,8 @@
 #include <corvane/catalogue/home.h>
+#include <corvane/core/loaded_from.h>
 
 #include <algorithm>
 #include <cstdlib>
-
-#include <dlfcn.h>
 
 namespace corvane {
 namespace {
@@ -17,10 +16,10 @@ bool has_tree(fs::path const& directory) {
 /// The folder that this library was loaded from; empty if the loader does not say.
 fs::path library_folder() {
     static const char here = 0;
-    Dl_info info{};
-    if (!dladdr(&here, &info) || !info.dli_fname) return {};
+    char const* const library = loaded_from(&here);
+    if (!library) return {};
     std::error_code error;
-    const fs::path file = fs::canonical(info.dli_fname, error);
+    const fs::path file = fs::canonical(library, error);
     return error ? fs::path() : file.parent_path();
 }
 }  // namespace

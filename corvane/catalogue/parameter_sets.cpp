@@ -2,6 +2,7 @@
 #include <corvane/core/constants.h>
 #include <corvane/core/files.h>
 #include <corvane/core/text.h>
+#include <corvane/pure/plugin_registry.h>
 
 #include <algorithm>
 #include <functional>
@@ -69,7 +70,9 @@ void read_numbers(std::string_view text, std::initializer_list<double*> values) 
 }  // namespace
 
 Plugins plugins(DataHome const& home) {
-    std::set<std::string> pure, mixture;
+    const auto linked1 = linked_names<Model1>(), linkedN = linked_names<ModelN>();
+    std::set<std::string> pure(linked1.begin(), linked1.end());
+    std::set<std::string> mixture(linkedN.begin(), linkedN.end());
     for (char const* folder : {"CorvaneS", "."})
         each_entry(home, folder, [&](fs::path const& file) {
             const std::string name = equation_of(file.filename().string());

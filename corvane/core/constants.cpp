@@ -1,10 +1,10 @@
 #include <corvane/core/constants.h>
+#include <corvane/core/loaded_from.h>
 
 #include <climits>
 #include <cstdlib>
 #include <cstring>
 
-#include <dlfcn.h>
 #include <sys/stat.h>
 
 #ifndef CORVANE_HOME
@@ -17,10 +17,9 @@ namespace {
 char home_text[PATH_MAX] = CORVANE_HOME;
 
 [[gnu::constructor]] void find_home() {
-    Dl_info library{};
+    char const* const library = corvane::loaded_from(home_text);
     char path[PATH_MAX];
-    if (!dladdr(home_text, &library) || !library.dli_fname || !realpath(library.dli_fname, path))
-        return;
+    if (!library || !realpath(library, path)) return;
     char* const name = std::strrchr(path, '/') + 1;
     constexpr char data[] = "corvane", models[] = "/models";
     if (static_cast<std::size_t>(name - path) + sizeof data + sizeof models > sizeof path) return;

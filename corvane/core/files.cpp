@@ -1,10 +1,10 @@
 #include <corvane/core/constants.h>
 #include <corvane/core/files.h>
+#include <corvane/core/number_text.h>
 
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
-#include <charconv>
 #include <climits>
 #include <clocale>
 #include <cmath>
@@ -48,7 +48,7 @@ bool is_space(int c) {
 bool spells(char const* word, double& x) {
     if (*word == '+' && word[1] != '-') ++word;
     char const* end = word + std::strlen(word);
-    const auto [stop, error] = std::from_chars(word, end, x);
+    const auto [stop, error] = number_from_chars(word, end, x);
     return error == std::errc() && stop == end && std::isfinite(x);
 }
 }  // namespace

@@ -1,8 +1,9 @@
 // Small operations on text, for what reads data files and names. Numbers as in the C locale.
 #pragma once
 
+#include <corvane/core/number_text.h>
+
 #include <cctype>
-#include <charconv>
 #include <cmath>
 #include <optional>
 #include <string>
@@ -56,7 +57,7 @@ inline std::string clipped(std::string_view word) {
 inline std::optional<double> to_number(std::string_view text) {
     if (!text.empty() && text.front() == '+') text.remove_prefix(1);
     double x = 0.0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), x);
+    const auto [end, error] = number_from_chars(text.data(), text.data() + text.size(), x);
     if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(x)) return {};
     return x;
 }

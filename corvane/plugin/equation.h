@@ -59,11 +59,20 @@ template <class Eq>
 void delete_mixture(ModelN* model) {
     if constexpr (requires { Eq::mixing; }) delete static_cast<MixtureEquation<Eq>*>(model);
 }
+/// Links the mixture of an equation into the program; nothing where it says no mixing.
+template <class Eq>
+bool link_mixture(char const* name) {
+    if constexpr (requires { Eq::mixing; })
+        link_plugin(std::string(name) + "+" + Eq::mixing, new_mixture<Eq>, delete_mixture<Eq>);
+    return true;
+}
 
 }  // namespace corvane
 
 /// Exports the factories and destroyers of an equation, of the pure substance and of the mixture:
-/// once, at the end of the only source that needs it, outside every namespace.
+/// once, at the end of the only source that needs it, outside every namespace. Linked in
+/// (CORVANE_STATIC_PLUGIN), the mixture goes by the plug-in's name, "+" and the mixing theory.
+#ifndef CORVANE_STATIC_PLUGIN
 #define CORVANE_EQUATION(Class)                      \
     CORVANE_PLUGIN1(corvane::PureEquation<Class>)    \
     CORVANE_PLUGIN_API ModelN* createN();            \
@@ -74,3 +83,9 @@ void delete_mixture(ModelN* model) {
     void destroyN(ModelN* model) {                   \
         corvane::delete_mixture<Class>(model);       \
     }
+#else
+#define CORVANE_EQUATION(Class)                                                         \
+    CORVANE_PLUGIN1(corvane::PureEquation<Class>)                                       \
+    [[maybe_unused]] static const bool corvane_linked_mixture =                                          \
+        corvane::link_mixture<Class>(CORVANE_STATIC_PLUGIN);
+#endif

@@ -2,6 +2,7 @@
 // factory.
 #pragma once
 
+#include <corvane/pure/linked_plugins.h>
 #include <corvane/pure/model1.h>
 #include <corvane/pure/plugin_layout.h>
 
@@ -20,6 +21,10 @@ extern "C" {
 /// every parameter a value. It throws nothing but ThException and MthException, keeps no mutable
 /// state (the properties of one model may be asked for by several threads) and nothing derived from
 /// parameters, since callers write through ppar at any time.
+///
+/// With CORVANE_STATIC_PLUGIN defined as the plug-in's name ("PR"), nothing is exported: the plug-in
+/// registers itself in the program that it is linked into (corvane/pure/linked_plugins.h).
+#ifndef CORVANE_STATIC_PLUGIN
 #define CORVANE_PLUGIN1(Class)                                                \
     static_assert(std::is_base_of_v<Model1, Class> && std::is_final_v<Class>, \
                   #Class " must be a final class derived from Model1");       \
@@ -32,7 +37,7 @@ extern "C" {
         delete static_cast<Class*>(model);                                    \
     }
 
-/// The same for a mixture model: createN and destroyN.
+/// The same for a mixture model: createN and destroyN; linked in, the name is "PR+vdW1".
 #define CORVANE_PLUGINN(Class)                                                \
     static_assert(std::is_base_of_v<ModelN, Class> && std::is_final_v<Class>, \
                   #Class " must be a final class derived from ModelN");       \
@@ -44,3 +49,17 @@ extern "C" {
     void destroyN(ModelN* model) {                                            \
         delete static_cast<Class*>(model);                                    \
     }
+#else
+#define CORVANE_PLUGIN1(Class)                                                          \
+    static_assert(std::is_base_of_v<Model1, Class> && std::is_final_v<Class>,           \
+                  #Class " must be a final class derived from Model1");                 \
+    static const corvane::LinkedPlugin corvane_linked_1(                                \
+        CORVANE_STATIC_PLUGIN, +[]() -> Model1* { return new Class; },                  \
+        +[](Model1* model) { delete static_cast<Class*>(model); });
+#define CORVANE_PLUGINN(Class)                                                          \
+    static_assert(std::is_base_of_v<ModelN, Class> && std::is_final_v<Class>,           \
+                  #Class " must be a final class derived from ModelN");                 \
+    static const corvane::LinkedPlugin corvane_linked_N(                                \
+        CORVANE_STATIC_PLUGIN, +[]() -> ModelN* { return new Class; },                  \
+        +[](ModelN* model) { delete static_cast<Class*>(model); });
+#endif

@@ -1,5 +1,6 @@
 #include <corvane/core/files.h>
 #include <corvane/pure/plugin_file.h>
+#include <corvane/pure/plugin_registry.h>
 
 #include <cerrno>
 #include <cstdint>
@@ -80,6 +81,7 @@ std::string PluginFile::flaw(int descriptor) {
 
 bool is_other_plugin(std::string const& name, std::string const& own) {
     if (name == own) return false;
+    if (linked_factory<Model1>(name) || linked_factory<ModelN>(name)) return true;
     for (char const* place : {"./CorvaneS/libth", "./libth"})
         if (access(reading_path(place + name + ".dll").c_str(), F_OK) == 0) return true;
     return false;

@@ -1,10 +1,10 @@
+#include <corvane/core/number_text.h>
 #include <corvane/plugin/section.h>
 #include <plugins/meos/equation.h>
 #include <plugins/meos/vector_exp.h>
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <string>
 #include <tuple>
@@ -103,12 +103,6 @@ Section read_section(FILE* f) {
     }
     in.no_more_rows();
     return s;
-}
-
-/// Shortest text that reads back as x.
-std::string text_of(double x) {
-    char buffer[40];
-    return {buffer, std::to_chars(buffer, buffer + sizeof buffer, x).ptr};
 }
 
 /// Term numbers of the factored terms: run after run, the power run by l and d.
@@ -291,15 +285,15 @@ void Equation::read(FILE* f) {
 
 void Equation::write(FILE* f) const {
     std::fprintf(f, "M:\t%s\nTs:\t%s\nvs:\t%s\nR_eos:\t%s\nomega:\t%s\nblocks:\t%d\n",
-                 text_of(M()).c_str(), text_of(Ts()).c_str(), text_of(vs()).c_str(),
-                 text_of(R_eos_).c_str(), text_of(omega_).c_str(),
+                 shortest_text(M()).c_str(), shortest_text(Ts()).c_str(), shortest_text(vs()).c_str(),
+                 shortest_text(R_eos_).c_str(), shortest_text(omega_).c_str(),
                  static_cast<int>(blocks_.size()));
     for (Block const& block : blocks_) {
         KindInfo const& info = kinds[block.kind];
         const int cells = static_cast<int>(block.cell.size());
         std::fprintf(f, "%s:\t%d\t%s\n", info.key, cells / info.columns, info.titles);
         for (int i = 0; i < cells; ++i)
-            std::fprintf(f, "%s%c", text_of(*block.cell[i]).c_str(),
+            std::fprintf(f, "%s%c", shortest_text(*block.cell[i]).c_str(),
                          (i + 1) % info.columns == 0 ? '\n' : ' ');
     }
 }

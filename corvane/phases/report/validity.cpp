@@ -1,10 +1,10 @@
 #include <corvane/core/files.h>
+#include <corvane/core/number_text.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/report/validity.h>
 #include <corvane/pure/model1.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <string>
@@ -43,7 +43,7 @@ double number(std::string_view& text, double unknown) {
     text.remove_prefix(std::min(text.find_first_not_of(" \t\r"), text.size()));
     const std::string_view word = next(text, " \t\r");
     double x = 0.0;
-    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), x);
+    const auto [end, error] = number_from_chars(word.data(), word.data() + word.size(), x);
     const bool whole = error == std::errc() && end == word.data() + word.size();
     return whole && std::isfinite(x) && x > 0.0 ? x : unknown;
 }

@@ -3,8 +3,8 @@
 #pragma once
 
 #include <corvane/core/containers.h>
+#include <corvane/core/number_text.h>
 
-#include <charconv>
 #include <string>
 #include <string_view>
 
@@ -12,13 +12,10 @@ namespace corvane {
 
 /// As printf's %g with so many digits; %e with `places` behind the point.
 inline std::string shortest(double x, int digits = 6) {
-    char text[40];
-    return {text, std::to_chars(text, text + sizeof text, x, std::chars_format::general, digits).ptr};
+    return number_text(x, 'g', digits);
 }
 inline std::string scientific(double x, int places = 1) {
-    char text[40];
-    return {text,
-            std::to_chars(text, text + sizeof text, x, std::chars_format::scientific, places).ptr};
+    return number_text(x, 'e', places);
 }
 
 /// "T = 300 K"
