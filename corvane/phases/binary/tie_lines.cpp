@@ -118,7 +118,7 @@ bool TieLineTracer::test(PairSolver const& pair, bool first) {
     return result_.stable;
 }
 
-void TieLineTracer::push(PairSolver const& pair, bool stable) {
+void TieLineTracer::push(PairSolver& pair, bool stable) {
     PhaseState const &a = pair.a, &b = pair.b;
     TieLine q = tie_line(pair);
     q.stable = stable;
@@ -126,6 +126,10 @@ void TieLineTracer::push(PairSolver const& pair, bool stable) {
     for (int k = 0; k < 2; ++k) d_.dmu = std::max(d_.dmu, std::fabs(a.m[k] - b.m[k]));
     const double rounding = R * a.T * std::max(a.P_rounding(), b.P_rounding());
     d_.dp = std::max(d_.dp, std::max(0.0, std::fabs(a.p - b.p) - rounding) / q.p);
+    if (Certificate c; o_.stability && pair.bound(c)) {
+        q.value_error = c.value_error;
+        q.x_error = c.x_error;
+    }
     d_.points.push_back(q);
 }
 

@@ -53,7 +53,7 @@ class TieLineTracer {
 
   private:
     bool test(PairSolver const& pair, bool first);
-    void push(PairSolver const& pair, bool stable);
+    void push(PairSolver& pair, bool stable);
     void azeotrope(std::vector<double> const& from, std::vector<double> const& to);
     std::optional<DiagramEnd> bound();
     bool cut();

@@ -243,6 +243,7 @@ bool CoexistenceSolver::tangent(std::vector<double>& t) {
 bool CoexistenceSolver::bound(Certificate& c) {
     assemble();
     const int n = n_, m = size(), last = count_ * n, k_light = softest();
+    if (!row.empty()) r_[m - 1] = 0.0;  // it says which point of a curve this is
     constexpr double eps = std::numeric_limits<double>::epsilon();
     PhaseState const& light = phase[k_light];
     const double RT = R * light.T, p_rounding = rounding_of_P(fluid, light) * RT / light.p;

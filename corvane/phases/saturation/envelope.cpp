@@ -229,10 +229,15 @@ class Tracer : EnvelopePair, PhaseCurve {
                      p = pair_.pressure();
         envelope_.dp =
             std::max(envelope_.dp, std::max(0.0, std::fabs(pair_.a.p - pair_.b.p) - rounding) / p);
-        if (o_.stability && !stability_.test(pair_.a, p, &pair_.b, true).stable) {
-            ++envelope_.unstable;
-            envelope_.points.back().unstable = true;
-        }
+        if (!o_.stability) return;
+        EnvelopePoint& last = envelope_.points.back();
+        last.unstable = !stability_.test(pair_.a, p, &pair_.b, true).stable;
+        envelope_.unstable += last.unstable;
+        fix(most(q), at(q.u, most(q)));
+        Certificate c;
+        if (!pair_.bound(c)) return;
+        last.value_error = c.value_error;
+        last.x_error = c.x_error;
     }
 
     /// Between now_ and next_ the ratio passes zero.

@@ -19,6 +19,9 @@ struct EnvelopePoint {
     Vector<double> y;         ///< composition of the incipient phase
     bool unstable = false;    ///< with EnvelopeOptions::stability: a third phase is more stable
     bool bubble = false;      ///< the incipient phase has the lower mass density
+    /// With EnvelopeOptions::stability: bounds as in Certificate, of T and p (relative) and of the
+    /// mole fractions of a point that the true curve has; not-a-number where unknown.
+    double value_error = Certificate::unknown, x_error = Certificate::unknown;
 };
 
 /// Why an envelope ended: closed (back at the pressure where it started, on the bubble side),
@@ -47,7 +50,7 @@ struct EnvelopeOptions {
     double T_min = 50.0;     ///< K
     double step = 0.08;      ///< wanted step: of ln T four times, of ln p and every ln K
     int points = 2000;       ///< bound of their number
-    bool stability = false;  ///< test every point; otherwise `unstable` stays 0
+    bool stability = false;  ///< test every point, and bound its errors; else `unstable` stays 0
     Progress progress;
 };
 

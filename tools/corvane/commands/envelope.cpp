@@ -185,14 +185,19 @@ void EnvelopeCommand::summarise(MixtureFluid const& mixture, Envelope const& env
     head.summary.push_back(fmt::format("{}{} points, {} of them not stable; {}", line,
                                        envelope.points.size(), envelope.unstable,
                                        state_of(envelope.end)));
-    head.summary.push_back(fmt::format("{}certified: {}; {} evaluations", line,
-                                       agreement(envelope.dmu, envelope.dp), envelope.evaluations));
+    Bounds bounds;
+    for (EnvelopePoint const& point : envelope.points) bounds.add(point);
+    head.summary.push_back(fmt::format("{}certified: {}{}; {} evaluations", line,
+                                       agreement(envelope.dmu, envelope.dp), bounds.text(),
+                                       envelope.evaluations));
     list(head, "certificates")
         .push_back({{"points", static_cast<long>(envelope.points.size())},
                     {"unstable", static_cast<long>(envelope.unstable)},
                     {"end", state_of(envelope.end)},
                     {"dmu", envelope.dmu},
                     {"dp", envelope.dp},
+                    {"error", bounds.value()},
+                    {"x_error", bounds.x_value()},
                     {"evaluations", envelope.evaluations}});
 }
 

@@ -116,6 +116,7 @@ void XyDiagram::report(MixtureFluid const& mixture, BinaryDiagram const& diagram
                            u.text(frame().sought(), isothermal ? state.p : state.T));
     };
     double dmu = 0.0, dp = 0.0;
+    Bounds bounds;
     long points = 0, unstable = 0;
     for (Diagram const& b : diagram.branches) {
         dmu = std::max(dmu, b.dmu);
@@ -123,6 +124,7 @@ void XyDiagram::report(MixtureFluid const& mixture, BinaryDiagram const& diagram
         points += static_cast<long>(b.points.size());
         for (TieLine const& tie : b.points) {
             unstable += tie.stable ? 0 : 1;
+            bounds.add(tie);
             cautions_.add(mixture.validity, tie.T, tie.p, binary(0.5));
         }
         TieLine const &first = b.points.front(), &last = b.points.back();
@@ -150,8 +152,9 @@ void XyDiagram::report(MixtureFluid const& mixture, BinaryDiagram const& diagram
     for (TieLine const& tie : diagram.open)
         say(fmt::format("not traced: a split near {}, {} from about {:.3g} to {:.3g}", at(tie),
                         mixture.component(0), tie.x, tie.y));
-    say(fmt::format("{}; certified: {}{}; {} evaluations",
+    say(fmt::format("{}; certified: {}{}{}; {} evaluations",
                     diagram.complete() ? "complete" : "not complete", agreement(dmu, dp),
+                    bounds.text(),
                     unstable > 0 ? fmt::format(", but {} of {} points not stable", unstable, points)
                                  : ", all points stable",
                     diagram.evaluations));
@@ -162,6 +165,8 @@ void XyDiagram::report(MixtureFluid const& mixture, BinaryDiagram const& diagram
                     {"unstable", unstable},
                     {"dmu", dmu},
                     {"dp", dp},
+                    {"error", bounds.value()},
+                    {"x_error", bounds.x_value()},
                     {"evaluations", diagram.evaluations}});
 }
 

@@ -46,10 +46,7 @@ void Evidence::add(Row& row, corvane::Certificate const& c) {
     if (c.extrapolated) add_note(row.note, "extrapolated");
     if (c.below_triple) add_note(row.note, "below a triple point");
     cautions_.add(c);
-    if (c.bounded()) {
-        error_ = std::max(error_, c.value_error);
-        x_error_ = std::max(x_error_, c.x_error);
-    }
+    if (c.bounded()) bounds_.add(c);
     for (double value : {c.dmu, c.dp, c.tpd, c.value_error, c.x_error})
         row.cells.emplace_back(value);
     row.cells.emplace_back(c.evaluations);
@@ -93,17 +90,19 @@ std::string agreement(double dmu, double dp) {
     return fmt::format("potentials agree to {:.1g} (over RT), pressures to {:.1g} (of p)", dmu, dp);
 }
 
+std::string Bounds::text() const {
+    return any() ? fmt::format(", errors below {:.1g} (relative, of p or T) and {:.1g} (of x)",
+                               error_, x_error_)
+                 : "";
+}
+
 void Evidence::report(Heading& heading) const {
     if (results_ == 0) return;
     cautions_.report(heading);
     heading.summary.push_back(fmt::format(
         "certified: {}{}{}, lowest tangent-plane distance {:.1g}; {} evaluations",
         conditions_ > 0.0 ? fmt::format("critical conditions met to {:.1g}, ", conditions_) : "",
-        agreement(dmu_, dp_),
-        error_ < 0.0 ? ""
-                     : fmt::format(", errors below {:.1g} (relative, of p or T) and {:.1g} (of x)",
-                                   error_, x_error_),
-        tpd_, evaluations_));
+        agreement(dmu_, dp_), bounds_.text(), tpd_, evaluations_));
 }
 
 }  // namespace cli

@@ -5,6 +5,8 @@
 
 #include <corvane/phases/report/certificate.h>
 
+#include <algorithm>
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -23,6 +25,25 @@ class Cautions {
     long all_ = 0, extrapolated_ = 0, below_triple_ = 0;
 };
 
+/// The largest bounds of errors, of results or of the points of curves.
+class Bounds {
+  public:
+    template <class Point>
+    void add(Point const& q) {
+        if (!std::isfinite(q.value_error + q.x_error)) return;
+        error_ = std::max(error_, q.value_error);
+        x_error_ = std::max(x_error_, q.x_error);
+    }
+    bool any() const { return error_ >= 0.0; }
+    double value() const { return any() ? error_ : corvane::Certificate::unknown; }
+    double x_value() const { return any() ? x_error_ : corvane::Certificate::unknown; }
+    /// ", errors below 3e-11 (relative, of p or T) and 2e-11 (of x)", or nothing.
+    std::string text() const;
+
+  private:
+    double error_ = -1.0, x_error_ = 0.0;
+};
+
 /// The worst of the certificates of a run.
 class Evidence {
   public:
@@ -37,7 +58,7 @@ class Evidence {
     long results_ = 0, evaluations_ = 0;
     Cautions cautions_;
     double dmu_ = 0.0, dp_ = 0.0, tpd_ = 0.0, conditions_ = 0.0;
-    double error_ = -1.0, x_error_ = 0.0;  // of those that are bounded
+    Bounds bounds_;
 };
 
 /// A certificate as fields of a list.
