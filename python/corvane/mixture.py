@@ -363,6 +363,7 @@ class Mixture:
             self._native = _native.Mixture.open(str(model), list(components), list(sets), pair_set, estimate,
                                                 self._options[3])
         self._changed: dict[tuple[int, int, int], float] = {}
+        self._changed_components: dict[tuple[int, int], float] = {}
         self._equation: Any = None
         if kij is not None:
             self._set_kij(kij)
@@ -372,7 +373,7 @@ class Mixture:
         """A mixture with an equation written in Python."""
         mixture = cls.__new__(cls)
         mixture._native, mixture._changed, mixture._equation = native, {}, equation
-        mixture._options = ((), 1, True, home)
+        mixture._changed_components, mixture._options = {}, ((), 1, True, home)
         return mixture
 
     # ---- what it is
@@ -407,6 +408,17 @@ class Mixture:
         i, j = self._index(a), self._index(b)
         self._native.set_pair_parameter(index, i, j, value)
         self._changed[index, i, j] = float(value)
+
+    def component_parameters(self, component: str | int) -> np.ndarray:
+        """Parameters of the equation of a component, in the library's order and units (a copy), as
+        :attr:`Fluid.parameters`."""
+        return np.asarray(self._native.component_parameters(self._index(component)))
+
+    def set_component_parameter(self, component: str | int, index: int, value: float) -> None:
+        """Changes one parameter of a component in this object."""
+        i = self._index(component)
+        self._native.set_component_parameter(i, index, value)
+        self._changed_components[i, index] = float(value)
 
     @returns_quantities(unit="")
     def mass_to_mole(self, w: ArrayLike) -> np.ndarray:
@@ -676,7 +688,8 @@ class Mixture:
         sets, pair_set, estimate, home = self._options
         if self._equation is not None:
             return _again, (self._equation, "mixture", home)
-        arguments = (self.model, self.components, sets, pair_set, estimate, home, self._changed)
+        changed = self._changed, self._changed_components
+        arguments = (self.model, self.components, sets, pair_set, estimate, home, *changed)
         return _reopen, arguments
 
     def __repr__(self) -> str:
@@ -705,8 +718,11 @@ def _best(components: list[str], options: tuple[Any, ...]) -> Any:
 
 
 def _reopen(model: str, components: list[str], sets: Sequence[int], pair_set: int, estimate: bool,
-            home: str | os.PathLike[str] | None, changed: dict[tuple[int, int, int], float]) -> Mixture:  # fmt: skip
+            home: str | os.PathLike[str] | None, changed: dict[tuple[int, int, int], float],
+            changed_components: dict[tuple[int, int], float]) -> Mixture:  # fmt: skip
     mixture = Mixture(model, components, sets=sets, pair_set=pair_set, estimate=estimate, home=home)
     for (index, i, j), value in changed.items():
         mixture.set_pair_parameter(i, j, value, index)
+    for (i, index), value in changed_components.items():
+        mixture.set_component_parameter(i, index, value)
     return mixture

@@ -474,6 +474,11 @@ void check_parameter(Mixture const& m, int k, int i, int j) {
         throw nb::index_error("no such parameter");
 }
 
+Model1& component(Mixture const& m, int i) {
+    if (i < 0 || i >= m.size()) throw nb::index_error("no such component");
+    return *m.model->mdl1[i];
+}
+
 using MixtureClass = nb::class_<Mixture>;
 
 void add_data(MixtureClass& of) {
@@ -534,7 +539,22 @@ void add_data(MixtureClass& of) {
                  check_parameter(x, k, i, j);
                  x.model->param(k, i, j, value);
              },
-             nb::arg("k"), nb::arg("i"), nb::arg("j"), nb::arg("value"), "Changes parameter k of a pair.");
+             nb::arg("k"), nb::arg("i"), nb::arg("j"), nb::arg("value"), "Changes parameter k of a pair.")
+        .def("component_parameters",
+             [](Mixture const& x, int i) {
+                 std::vector<double> p;
+                 Model1 const& pure = component(x, i);
+                 for (int k = 0; k < pure.mpar(); ++k) p.push_back(pure.param(k));
+                 return p;
+             },
+             nb::arg("i"), "Parameters of the equation of component i, in its own units.")
+        .def("set_component_parameter",
+             [](Mixture& x, int i, int k, double value) {
+                 Model1& pure = component(x, i);
+                 if (k < 0 || k >= pure.mpar()) throw nb::index_error("no such parameter");
+                 pure.param(k, value);
+             },
+             nb::arg("i"), nb::arg("k"), nb::arg("value"), "Changes parameter k of component i.");
 }
 
 void add_states(MixtureClass& of) {

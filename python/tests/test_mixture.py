@@ -90,6 +90,19 @@ def test_ternary_is_that_of_flashes(gas):
         gas.ternary(300.0, 7e6)
 
 
+@pytest.mark.parametrize("model", ["PR+vdW1", "PCSAFT+LB"])
+def test_parameters_of_components_are_those_of_the_pure_fluid(model):
+    pure, mixture = cv.Fluid("propane", model.split("+")[0]), cv.Mixture(model, ["methane", "propane"])
+    assert np.array_equal(mixture.component_parameters("propane"), pure.parameters)
+    pure.set_parameter(1, 1.03 * pure.parameters[1])
+    mixture.set_component_parameter("propane", 1, pure.parameters[1])
+    again = pickle.loads(pickle.dumps(mixture))
+    p = pure.phase(300.0, 5000.0).p
+    assert p != cv.Fluid("propane", pure.eos).phase(300.0, 5000.0).p
+    assert mixture.phase(300.0, 5000.0, [0.0, 1.0]).p == pytest.approx(p, rel=1e-10)
+    assert again.phase(300.0, 5000.0, [0.0, 1.0]).p == mixture.phase(300.0, 5000.0, [0.0, 1.0]).p
+
+
 def test_matplotlib_pictures(gas):
     matplotlib = pytest.importorskip("matplotlib")
     matplotlib.use("Agg")
@@ -132,6 +145,8 @@ def test_parameters_copies_and_choice(gas):
     (lambda m: m.pair_parameter(0, 0), IndexError, "no such"),
     (lambda m: m.pair_parameter(0, 1, 2), IndexError, "no such"),
     (lambda m: m.set_pair_parameter(0, 1, 0.1, 2), IndexError, "no such"),
+    (lambda m: m.set_component_parameter(0, 99, 0.1), IndexError, "no such"),
+    (lambda m: m.component_parameters(2), IndexError, "range"),
     (lambda m: m.envelope([[0.5, 0.5]]), ValueError, "one composition"),
     (lambda m: cv.Mixture("PR", ["argon"]), cv.OpenError, "mixing theory"),
     (lambda m: cv.Mixture("PR+vdW1", ["mercury", "aniline"], estimate=False), cv.OpenError, "parameters"),

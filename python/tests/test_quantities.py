@@ -64,7 +64,8 @@ MIXTURE = {
     "azeotropic_lines": ({"p_max": 1e8}, {"p_max": Q(100, "MPa")}, {}),
     "binary_type": ({"p_max": 1e8}, {"p_max": Q(100, "MPa")}, {}),
 }  # fmt: skip
-PLAIN = {"set_parameter", "parameters", "pair_parameter", "set_pair_parameter"}
+PLAIN = {"set_parameter", "parameters", "pair_parameter", "set_pair_parameter", "component_parameters",
+         "set_component_parameter"}  # fmt: skip
 
 
 def number(x):
