@@ -1,11 +1,13 @@
 // The loops that arrays of the Python package replace, in C++: benchmarks/arrays.py runs both in turns.
 // Lines "PR 1000000" (states of one phase), "MEOS 1000000" and "flash 100000" on standard input are
-// answered by processor time in seconds and a checksum.
+// answered by processor time in seconds and a checksum; with "_kept" behind the name the loop keeps
+// all properties.
 #include <corvane/corvane.h>
 
 #include <cstdio>
 #include <ctime>
 #include <string>
+#include <vector>
 
 namespace {
 /// Evenly spread over (0, 1), the same in Python: multiples of an irrational number, modulo 1.
@@ -15,12 +17,20 @@ double spread(int i, double irrational) {
 }
 constexpr double kGolden = 0.6180339887498949, kRoot2 = 0.4142135623730951;
 
-double properties(corvane::Fluid const& f, int n) {
+corvane::PhaseProperties state(corvane::Fluid const& f, int i) {
+    return corvane::phase_properties(*f.model, 300 + 600 * spread(i, kGolden),
+                                     1e-6 * (1 + 9999 * spread(i, kRoot2)));
+}
+
+/// kept: all properties of all states, as Python hands them out.
+double properties(corvane::Fluid const& f, int n, bool kept) {
     double sum = 0.0;
+    std::vector<corvane::PhaseProperties> all;
+    if (kept) all.reserve(static_cast<std::size_t>(n));
     for (int i = 0; i < n; ++i) {
-        const auto q = corvane::phase_properties(*f.model, 300 + 600 * spread(i, kGolden),
-                                                 1e-6 * (1 + 9999 * spread(i, kRoot2)));
+        const auto q = state(f, i);
         sum += q.p + q.h + q.s + q.cp;
+        if (kept) all.push_back(q);
     }
     return sum;
 }
@@ -48,7 +58,8 @@ int main() {
     for (int n; std::scanf("%15s %d", name, &n) == 2;) {
         const std::string what = name;
         const std::clock_t start = std::clock();
-        const double sum = what == "flash" ? flashes(gas, n) : properties(what == "PR" ? PR : MEOS, n);
+        const bool kept = what.ends_with("_kept");
+        const double sum = what == "flash" ? flashes(gas, n) : properties(what.starts_with("PR") ? PR : MEOS, n, kept);
         std::printf("%.6f %.17g\n", double(std::clock() - start) / CLOCKS_PER_SEC, sum);
         std::fflush(stdout);
     }
