@@ -2,7 +2,22 @@
 
 from __future__ import annotations
 
-from typing import Any
+import contextlib
+import threading
+from typing import Any, Iterator
+
+_this_thread = threading.local()
+
+
+@contextlib.contextmanager
+def quiet() -> Iterator[None]:
+    """No bars in this thread: what is a part of something else has none of its own."""
+    before = getattr(_this_thread, "quiet", False)
+    _this_thread.quiet = True
+    try:
+        yield
+    finally:
+        _this_thread.quiet = before
 
 
 class _Bar:
@@ -19,7 +34,10 @@ class _Bar:
 
 
 def bar(n: int) -> _Bar:
-    """A bar for n elements. Raises ImportError without tqdm; the extension module then goes on without."""
+    """A bar for n elements. Raises ImportError without tqdm, and where bars are not wanted; the extension module then goes
+    on without."""
+    if getattr(_this_thread, "quiet", False):
+        raise ImportError
     from tqdm import tqdm
 
     return _Bar(tqdm, n)

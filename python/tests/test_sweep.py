@@ -96,6 +96,16 @@ def test_damaged_files_are_computed_again(tmp_path, reference):
     assert contents(tmp_path) == reference
 
 
+def test_every_byte_of_a_file_counts(tmp_path):
+    go(tmp_path)
+    plan = coordinate.Plan.read(tmp_path)
+    whole = plan.file(3).read_bytes()
+    for i in range(0, len(whole), len(whole) // 97):
+        plan.file(3).write_bytes(whole[:i] + bytes([whole[i] ^ 16]) + whole[i + 1 :])
+        with pytest.raises(sweep.Damaged):
+            plan.verify(3)
+
+
 def test_a_full_disk_stops_it_and_leaves_whole_files(tmp_path, reference, monkeypatch):
     calls, fsync = itertools.count(), os.fsync
 

@@ -22,7 +22,8 @@ __all__ = ["Call", "Function", "Mismatch", "describe_model", "fingerprint", "ope
 
 Columns = dict[str, Any]
 OK = int(Status.OK)
-_REASONS = {int(s): s.name.lower().replace("_", " ") for s in Status if s != Status.OK}
+_REASONS = [None, *(s.name.lower().replace("_", " ") for s in sorted(Status) if s != Status.OK)]
+_MISUSES = (TypeError, ValueError)
 _ARRAYS = ("state", "phase", "saturation", "flash", "bubble", "dew", "excess", "henry", "virial", "solubility")
 _CURVES = ("envelope", "pxy", "Txy", "critical_points", "critical_lines", "three_phase_lines", "azeotropic_lines")
 _PHASES = ("T", "p", "x_1", "x_2", "x_3", "rho_1", "rho_2", "rho_3")
@@ -44,9 +45,10 @@ def describe_model(model: Fluid | Mixture) -> dict[str, Any]:
         changed = sorted(model._changed.items())
         return {"fluid": model.name, "eos": model.eos, "set": model.set, "home": model._home, "changed": changed}
     sets, pair_set, estimate, home = model._options
-    changed = sorted((*key, value) for key, value in model._changed.items())
+    pairs = sorted((*key, value) for key, value in model._changed.items())
+    pure = sorted((*key, value) for key, value in model._changed_components.items())
     return {"mixture": model.model, "components": model.components, "sets": list(sets), "pair_set": pair_set,
-            "estimate": estimate, "home": home, "changed": changed}  # fmt: skip
+            "estimate": estimate, "home": home, "changed": pairs, "changed_components": pure}  # fmt: skip
 
 
 def open_model(d: dict[str, Any]) -> Fluid | Mixture:
@@ -59,6 +61,8 @@ def open_model(d: dict[str, Any]) -> Fluid | Mixture:
                       home=d["home"])  # fmt: skip
     for index, i, j, value in d["changed"]:
         mixture.set_pair_parameter(i, j, value, index)
+    for i, index, value in d["changed_components"]:
+        mixture.set_component_parameter(i, index, value)
     return mixture
 
 
@@ -73,8 +77,7 @@ def fingerprint(model: Fluid | Mixture) -> str:
         n = len(model.components)
         sets = model._native.sets
         for k, name in enumerate(model.components):
-            pure = Fluid(name, model.model.split("+")[0], set=sets[k], home=model._options[3])
-            facts += [name, sets[k], [float(p).hex() for p in pure.parameters]]
+            facts += [name, sets[k], [float(p).hex() for p in model.component_parameters(k)]]
         for i in range(n):
             for j in range(i):
                 facts.append([i, j, *(v.hex() for v in _pair(model, i, j))])
@@ -132,7 +135,7 @@ class Call:
         result = getattr(self.model, self.method)(**arguments, threads=1, errors="nan")
         status = np.ravel(result.status).astype(np.int8)
         columns = {name: np.ravel(v) for name, v in _columns(result)}
-        reasons = np.array([_REASONS.get(int(s)) for s in status], dtype=object)
+        reasons = np.array(_REASONS, dtype=object)[status]
         columns = {"row": np.arange(len(status)), **columns}
         return self._kept(_failed(columns, status, reasons), given)
 
@@ -253,19 +256,22 @@ def _loaded(file: str, name: str) -> Callable[..., Any]:
 
 def _row_by_row(call: Callable[..., list[Columns]], arguments: dict[str, list[Any]]) -> Columns:
     """Lines of every row one below the other; a row that fails, or that has none, is one row with its reason."""
+    status = Status.OK
     pieces: list[Columns] = []
     for i in range(len(next(iter(arguments.values())))):
         try:
             lines, why = call(**{name: values[i] for name, values in arguments.items()}), None
         except Exception as e:  # whatever a calculation says
             lines, why = [], f"{type(e).__name__}: {e}".split("\n")[0]
+            known = isinstance(e, _native.EquilibriumError) and "no solution" in why
+            status = Status.NO_SOLUTION if known else Status.INVALID if type(e) in _MISUSES else Status.GAVE_UP
         for k, line in enumerate(lines):
             m = len(next(iter(line.values())))
             where = {"row": np.full(m, i), "line": np.full(m, k), "point": np.arange(m)}
             pieces.append({**where, **line, "status": np.zeros(m, dtype=np.int8), "reason": [None] * m})
         if not lines:
-            status = int(Status.GAVE_UP if why else Status.NO_SOLUTION)
-            pieces.append({"row": [i], "line": [0], "point": [0], "status": [status], "reason": [why or "nothing found"]})
+            code = int(status if why else Status.NO_SOLUTION)
+            pieces.append({"row": [i], "line": [0], "point": [0], "status": [code], "reason": [why or "nothing found"]})
     return {name: _stacked([p.get(name) for p in pieces], [len(p["row"]) for p in pieces])
             for name in dict.fromkeys(k for p in pieces for k in p)}  # fmt: skip
 
