@@ -1,6 +1,7 @@
 #include <corvane/core/constants.h>
 #include <corvane/core/errors.h>
 #include <corvane/mixture/modeln.h>
+#include <corvane/phases/numerics/close_pair.h>
 #include <corvane/phases/numerics/illinois.h>
 #include <corvane/phases/report/words.h>
 #include <corvane/phases/saturation/saturation.h>
@@ -10,11 +11,12 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <optional>
 #include <utility>
 
 namespace corvane {
 namespace {
-constexpr int kWalk = 40, kRefinements = 60;
+constexpr int kWalk = 40, kRefinements = 60, kLooks = 16;
 constexpr double kRounding = 1e-13;
 constexpr double kShortest = 1e-3;  // step of ln p, ln T, ln rho
 
@@ -147,6 +149,12 @@ FlashResult at_Ts(Search const& search, double T, double s) {
         });
 }
 
+double volume(FlashResult const& q) {
+    double v = 0.0;
+    for (std::size_t k = 0; k < q.phases.size(); ++k) v += q.fraction[k] / q.phases[k].rho;
+    return v;
+}
+
 /// A bubble or dew point as a flash: the incipient phase has no amount.
 FlashResult saturated(SaturationPoint const& point, Saturated kind) {
     FlashResult q;
@@ -185,15 +193,154 @@ FlashResult at_q(Search const& search, bool at_T, double given, double q) {
         const double at = std::exp(std::clamp(ln, outside, inside));
         FlashResult r = at_T ? flash_pT(search.model_, at, given, search.z_, search.from_last())
                              : flash_pT(search.model_, given, at, search.z_, search.from_last());
-        double v = 0.0;
-        for (std::size_t k = 0; k < r.phases.size(); ++k) v += r.fraction[k] / r.phases[k].rho;
-        r.rho = 1.0 / v;
+        r.rho = 1.0 / volume(r);
         // One phase next to an end of the bracket is what lies beyond that end.
         const double vapour = r.phases.size() > 1                     ? r.fraction.back()
                               : std::fabs(ln - a) < std::fabs(ln - b) ? 0.0
                                                                       : 1.0;
         return Search::Tried{std::move(r), vapour - q};
     });
+}
+
+/// All crossings of zero among given places, and in the pieces between them.
+class Crossings {
+  public:
+    /// What is off, for a bracket in which f jumps; empty: nothing helps there.
+    using Across = std::function<FlashResult(IllinoisBracket const&)>;
+
+    Crossings(Search const& search, Search::Try f, Across across = {})
+        : search_(search), f_(std::move(f)), across_(std::move(across)) {}
+
+    MixtureStates run(std::vector<double> const& places, double dense, double p_max) {
+        for (double at : places) {
+            if (!step(at) && at > dense) break;  // no such density
+            if (last_p_ > p_max) break;
+        }
+        if (found_.states.empty())
+            throw Search::failure(found_.complete ? EquilibriumFailure::Kind::no_solution
+                                                  : EquilibriumFailure::Kind::gave_up,
+                                  "no state has these values where it was searched");
+        return std::move(found_);
+    }
+
+  private:
+    /// False where there is no state.
+    bool step(double at) {
+        const auto off = tried(at);
+        if (!off) {
+            failed_ = true;
+            return false;
+        }
+        found_.complete = found_.complete && !failed_;  // what follows a gap does not end the search
+        failed_ = false;
+        seen_.push_back({at, *off});
+        const std::size_t n = seen_.size();
+        if (n > 2)
+            if (const auto two = close_pair([&](double t) { return tried(t).value_or(std::nan("")); },
+                                            seen_[n - 3], seen_[n - 2], seen_[n - 1], kLooks)) {
+                piece(two->left, two->middle);
+                piece(two->middle, two->right);
+            }
+        if (n > 1) piece(seen_[n - 2], seen_[n - 1]);
+        return true;
+    }
+    std::optional<double> tried(double at) {
+        try {
+            const auto t = search_.take(f_, at);
+            last_p_ = t.state.p;
+            return t.off;
+        } catch (EquilibriumFailure const&) {
+            return {};
+        }
+    }
+    void piece(MeshPoint const& a, MeshPoint const& b) {
+        if (b.value == 0.0) return found_.states.push_back(search_.take(f_, b.at).state);
+        if (!(a.value * b.value < 0.0)) return;
+        const IllinoisBracket bracket{a.at, a.value, b.at, b.value};
+        try {
+            found_.states.push_back(search_.narrow(bracket, f_));
+        } catch (EquilibriumFailure const&) {
+            try {
+                if (across_) return found_.states.push_back(across_(bracket));
+            } catch (EquilibriumFailure const&) {
+            } catch (ThException const&) {  // no enthalpies
+            }
+            found_.complete = false;
+        }
+    }
+    Search const& search_;
+    Search::Try f_;
+    Across across_;
+    std::vector<MeshPoint> seen_;
+    MixtureStates found_;
+    double last_p_ = 0.0;
+    bool failed_ = false;
+};
+
+/// h, u (in RT) or ln rho of a state, less the value. @throws ThException 3 unknown
+double off_from(FlashResult const& q, Given given) {
+    const double v = volume(q);
+    if (given.what == Quantity::rho) return -std::log(v * given.value);
+    const double energy = given.what == Quantity::h ? q.h : q.h - q.p * v;
+    return (known(energy) - given.value) / (R * q.T);
+}
+
+/// From first to last in equal steps no longer than `step`, the first left out.
+void steps(std::vector<double>& places, double last, double step) {
+    const double first = places.back();
+    const int n = static_cast<int>(std::ceil((last - first) / step));
+    for (int k = 1; k <= n; ++k) places.push_back(first + (last - first) * k / n);
+}
+std::vector<double> temperatures(Search const& search) {
+    std::vector<double> places{std::log(mean_critical_T(search) / 3.0)};
+    steps(places, places[0] + std::log(12.0), 0.05);
+    return places;
+}
+
+MixtureStates along_isotherm(Search const& s, double T, Given other) {
+    double v = 0.0;
+    for (int i = 0; i < s.z_.size(); ++i) v += s.z_[i] * s.model_.mdl1[i]->vcrit();
+    std::vector<double> places{std::log(1e-8)};
+    steps(places, std::log(0.02 / v), 1.5);
+    steps(places, std::log(1.5 / v), 0.2);
+    steps(places, std::log(5.0 / v), 0.05);
+    return Crossings(s, [&](double ln_rho) {
+        FlashResult q = flash_Trho(s.model_, T, std::exp(ln_rho), s.z_, s.from_last());
+        const double off = off_from(q, other);
+        return Search::Tried{std::move(q), off};
+    }).run(places, std::log(1.5 / v), 1000.0);
+}
+
+MixtureStates along_isobar(Search const& s, double p, Given other) {
+    const bool energy = other.what == Quantity::u;
+    const Search::Try at_T = [&](double ln_T) {
+        FlashResult q = flash_pT(s.model_, p, std::exp(ln_T), s.z_, s.from_last());
+        q.rho = 1.0 / volume(q);
+        if (energy) add_caloric(s.model_, s.z_, q);
+        const double off = off_from(q, other);
+        return Search::Tried{std::move(q), off};
+    };
+    const Search::Try at_h = [&](double h) {
+        FlashResult q = flash_ph(s.model_, p, h, s.z_, s.from_last());
+        const double off = off_from(q, other);
+        return Search::Tried{std::move(q), off};
+    };
+    const auto h_at = [&](double ln_T) {
+        FlashResult q = s.take(at_T, ln_T).state;
+        add_caloric(s.model_, s.z_, q);
+        return q.h;
+    };
+    return Crossings(s, at_T, [&](IllinoisBracket const& r) {
+        return s.narrow({h_at(r.a), r.fa, h_at(r.b), r.fb}, at_h);
+    }).run(temperatures(s), 1e300, 1e300);
+}
+
+MixtureStates along_isochore(Search const& s, double rho, Given other) {
+    return Crossings(s, [&](double ln_T) {
+        FlashResult q = flash_Trho(s.model_, std::exp(ln_T), rho, s.z_, s.from_last());
+        const double off = off_from(q, other);
+        return Search::Tried{std::move(q), off};
+    }).run(temperatures(s), 1e300, 1e300);
 }
 
 void check(Given one) {
@@ -204,6 +351,22 @@ void check(Given one) {
         throw ThException(th_out_of_range);
 }
 }  // namespace
+
+MixtureStates mixture_states(ModelN const& model, Given a, Given b, Vector<double> const& z,
+                             FlashOptions const& options) {
+    check(a);
+    check(b);
+    if (b.what < a.what) std::swap(a, b);
+    const auto is = [&](Quantity first, Quantity second) {
+        return a.what == first && b.what == second;
+    };
+    using enum Quantity;
+    const Search search(model, z, options);
+    if (is(T, h) || is(T, u)) return along_isotherm(search, a.value, b);
+    if (is(p, rho) || is(p, u)) return along_isobar(search, a.value, b);
+    if (is(rho, h)) return along_isochore(search, a.value, b);
+    return {{mixture_state(model, a, b, z, options)}};
+}
 
 FlashResult mixture_state(ModelN const& model, Given a, Given b, Vector<double> const& z,
                           FlashOptions const& options) {
@@ -223,7 +386,16 @@ FlashResult mixture_state(ModelN const& model, Given a, Given b, Vector<double> 
     if (is(h, s)) return at_hs(search, a.value, b.value);
     if (is(rho, u) || is(rho, s)) return at_rho(search, a.value, b);
     if (is(T, s)) return at_Ts(search, a.value, b.value);
-    throw ThException(th_out_of_range);
+    if (!is(T, h) && !is(T, u) && !is(p, rho) && !is(p, u) && !is(rho, h))
+        throw ThException(th_out_of_range);
+    MixtureStates all = mixture_states(model, a, b, z, options);
+    if (all.states.size() > 1)
+        throw Search::failure(EquilibriumFailure::Kind::gave_up,
+                              "several states have these values: ask for all of them");
+    if (!all.complete)
+        throw Search::failure(EquilibriumFailure::Kind::gave_up,
+                              "there may be more states: flashes failed where they would be");
+    return std::move(all.states[0]);
 }
 
 }  // namespace corvane

@@ -1,5 +1,6 @@
 #include <corvane/core/constants.h>
 #include <corvane/core/errors.h>
+#include <corvane/phases/numerics/close_pair.h>
 #include <corvane/phases/numerics/illinois.h>
 #include <corvane/phases/saturation/pure_saturation.h>
 #include <corvane/phases/saturation/saturation_expansion.h>
@@ -18,6 +19,7 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinite = std::numeric_limits<double>::infinity();
 constexpr double kKnown = 1e-9;   // bound of a precomputed saturation that is used
 constexpr int kMesh = 40;         // points of a branch between which crossings are looked for
+constexpr int kLooks = 24;        // golden sections towards a minimum between two of them
 constexpr int kRefinements = 80;  // Illinois steps; about ten are needed
 
 bool is_caloric(Quantity what) {
@@ -151,17 +153,25 @@ class Solver {
     /// not-a-number where there is no state.
     static void crossings(std::function<double(double)> const& f, double a, double b,
                           std::function<void(double)> const& use) {
-        double last_t = a, last = f(a);
-        if (last == 0) use(a);
-        for (int k = 1; k <= kMesh; ++k) {
-            const double t = a + (b - a) * k / kMesh, y = f(t);
-            if (y == 0)
-                use(t);
-            else if (last * y < 0)
-                if (const double zero = refine(f, last_t, last, t, y); std::isfinite(zero))
+        const auto piece = [&](MeshPoint const& from, MeshPoint const& to) {
+            if (to.value == 0)
+                use(to.at);
+            else if (from.value * to.value < 0)
+                if (const double zero = refine(f, from.at, from.value, to.at, to.value); std::isfinite(zero))
                     use(zero);
-            last_t = t;
-            last = y;
+        };
+        MeshPoint before{a, kNaN}, last{a, f(a)};
+        if (last.value == 0) use(a);
+        for (int k = 1; k <= kMesh; ++k) {
+            const double t = a + (b - a) * k / kMesh;
+            const MeshPoint here{t, f(t)};
+            if (const auto two = close_pair(f, before, last, here, kLooks)) {
+                piece(two->left, two->middle);
+                piece(two->middle, two->right);
+            }
+            piece(last, here);
+            before = last;
+            last = here;
         }
     }
 

@@ -60,7 +60,8 @@ struct PureStateOptions {
 /// (h, s)  at given s, h grows with p (dh = v·dp): p is bracketed; inside, (p, s).
 ///
 /// Brackets are narrowed to rounding by the Illinois method. "Every crossing" means of 40 pieces of
-/// a branch: a pair of crossings within one piece is missed. What is searched ends where the
+/// a branch, and pairs in neighbouring ones on either side of a minimum of what is off (24 golden
+/// sections): a pair within 1e-5 of them is missed. What is searched ends where the
 /// equation has no density.
 ///
 /// @throws ThException 5 a value that is not finite, T, p, rho not positive, q outside 0 … 1, or a

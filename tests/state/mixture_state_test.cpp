@@ -50,6 +50,21 @@ TEST(MixtureState, ComesBackFromEveryPair) {
             EXPECT_EQ(back.phases.size(), q.phases.size());
             EXPECT_TRUE(back.certificate.holds());
         }
+        // What may have several states: it is among them, and each has the values.
+        for (auto const& [first, second] : std::vector<std::pair<Given, Given>>{
+                 {T, h}, {u, T}, {p, rho}, {p, u}, {h, rho}}) {
+            SCOPED_TRACE(testing::Message()
+                         << c.model << " " << c.T << ": " << static_cast<int>(first.what) << " "
+                         << static_cast<int>(second.what));
+            const auto all = corvane::mixture_states(m, first, second, z);
+            EXPECT_TRUE(all.complete);
+            int same = 0;
+            for (auto const& one : all.states) {
+                same += std::fabs(one.T - c.T) < 1e-6 * c.T && std::fabs(one.p - c.p) < 1e-5 * c.p;
+                EXPECT_LE(one.certificate.target, 1e-9);
+            }
+            EXPECT_EQ(same, 1);
+        }
     }
 }
 
@@ -72,19 +87,56 @@ TEST(MixtureState, VapourContentsAreBetweenBubbleAndDewPoint) {
     EXPECT_NEAR(pure.p, corvane::pure_saturation_T(*m.mdl1[1], 250).p, 1e-9);
 }
 
+// With one component the same states as of the pure fluid, which are found along branches of the equation.
+TEST(MixtureState, SeveralStatesAreThoseOfThePureFluid) {
+    const auto mixture = corvane::open_mixture("PR+vdW1", {"methane", "propane"});
+    ModelN const& m = *mixture.model;
+    Model1 const& propane = *m.mdl1[1];
+    const auto z = vec({0.0, 1.0});
+    const auto dense = corvane::pure_states(propane, {What::T, 420.0}, {What::p, 30.0}).at(0),
+               two = corvane::pure_states(propane, {What::T, 300.0}, {What::q, 0.4}).at(0);
+    const std::pair<Given, Given> asked[] = {{{What::T, 420.0}, {What::h, dense.h}},
+                                             {{What::T, 420.0}, {What::u, dense.u}},
+                                             {{What::p, two.p}, {What::rho, two.rho}},
+                                             {{What::p, two.p}, {What::u, two.u}},
+                                             {{What::rho, two.rho}, {What::h, two.h}}};
+    int several = 0;
+    for (auto const& [a, b] : asked) {
+        SCOPED_TRACE(testing::Message() << static_cast<int>(a.what) << " " << static_cast<int>(b.what));
+        auto pure = corvane::pure_states(propane, a, b);
+        std::erase_if(pure, [](auto const& q) { return !(q.p > 0.0) || q.p > 1000.0 || q.T > 1400.0; });
+        // Where h has its minimum, two states lie between neighbours of a coarse mesh.
+        if (b.what == What::h && a.what == What::T) {
+            EXPECT_NEAR(pure.at(0).p, 30.0, 1e-5);
+        }
+        const auto all = corvane::mixture_states(m, a, b, z).states;
+        ASSERT_EQ(all.size(), pure.size());
+        several += pure.size() > 1;
+        for (std::size_t k = 0; k < all.size(); ++k) {
+            EXPECT_NEAR(all[k].T, pure[k].T, 1e-6 * pure[k].T);
+            EXPECT_NEAR(all[k].p, pure[k].p, 1e-5 * pure[k].p);
+            EXPECT_EQ(all[k].phases.size(), pure[k].phase ? 1u : 2u);
+        }
+        if (all.size() > 1) {
+            EXPECT_THROW(mixture_state(m, a, b, z), corvane::EquilibriumFailure);
+        }
+    }
+    EXPECT_GT(several, 0);
+}
+
 TEST(MixtureState, WhatIsNoPairIsRefused) {
     const auto mixture = corvane::open_mixture("PR+vdW1", {"methane", "propane"});
     ModelN const& m = *mixture.model;
     const auto z = vec({0.4, 0.6});
     const double nan = std::nan("");
     const std::pair<Given, Given> refused[] = {
-        {{What::T, 300}, {What::h, 0}},    {{What::p, 1}, {What::u, 0}},
-        {{What::p, 1}, {What::rho, 1e-3}}, {{What::T, 300}, {What::T, 300}},
+        {{What::s, 1}, {What::u, 0}},      {{What::T, 300}, {What::T, 300}},
         {{What::h, 1}, {What::u, 0}},      {{What::T, nan}, {What::q, 0.5}},
         {{What::T, 300}, {What::q, 1.5}},  {{What::p, -1}, {What::q, 0.5}}};
     for (auto const& [a, b] : refused)
         EXPECT_EQ(th_code([&, a = a, b = b] { mixture_state(m, a, b, z); }), 5);
     EXPECT_THROW(mixture_state(m, {What::T, 500}, {What::q, 0.5}, z), corvane::EquilibriumFailure);
+    EXPECT_THROW(corvane::mixture_states(m, {What::T, 300}, {What::h, -1e9}, z), corvane::EquilibriumFailure);
     EXPECT_THROW(mixture_state(m, {What::h, 1e9}, {What::s, 100}, z), corvane::EquilibriumFailure);
 }
 }  // namespace
