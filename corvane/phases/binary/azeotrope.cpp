@@ -1,5 +1,4 @@
 #include <corvane/phases/binary/azeotrope.h>
-#include <corvane/phases/binary/binary.h>
 #include <corvane/phases/binary/binary_diagram.h>
 #include <corvane/phases/binary/line.h>
 #include <corvane/phases/binary/three_phase_point.h>
@@ -8,7 +7,6 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
-#include <utility>
 
 namespace corvane {
 namespace {
@@ -110,25 +108,21 @@ AzeotropePoint azeotrope_p(ModelN const& binary, double p, AzeotropeOptions cons
 }
 
 namespace {
+constexpr char kLine[] = "azeotropic_line";
+
 /// Without points if the start misses its certificate.
 AzeotropicLine trace(ModelN const& binary, AzeotropePoint const& start, PhaseLineOptions const& o) {
-    check_binary(binary, start.T);
-    check_options(o);
-    const FluidModel fluid(binary, equal_parts());
-    LineTracer tracer(fluid, 2, kEqual, o);
-    if (!start_at(tracer.solver, start)) throw ThException(th_out_of_range);
-    if (!tracer.begin() || tracer.tpd < -Certificate::tpd_tolerance)
-        throw EquilibriumFailure(Kind::gave_up, T_or_p(true, start.T), "azeotropic_line", tracer.solver.iterations,
-                                 tracer.solver.residual, "no stable azeotrope next to the start");
-    return trace_line<AzeotropicLine>(
-        tracer, [&] { return azeotrope_point(tracer.solver, tracer.tpd, o.validity); });
+    return line_from<AzeotropicLine>(
+        binary, start.T, 2, kEqual, o, kLine, "no stable azeotrope next to the start",
+        [&](CoexistenceSolver& s) { return start_at(s, start); }, azeotrope_point);
 }
 }  // namespace
 
 AzeotropicLine azeotropic_line(ModelN const& binary, AzeotropePoint const& start,
                                PhaseLineOptions const& o) {
     AzeotropicLine line = trace(binary, start, o);
-    if (line.points.empty()) fail_uncertified(start.T, "azeotropic_line");
+    if (line.points.empty())
+        fail_start(start.T, kLine, 0, std::nan(""), "the start misses its certificate");
     return line;
 }
 
@@ -137,18 +131,12 @@ std::vector<AzeotropicLine> azeotropic_lines(ModelN const& binary, PhaseLineOpti
     check_options(o);
     std::vector<AzeotropicLine> lines;
     search_lines(binary, o, [&](BinaryDiagram const& d) {
+        auto x = [](AzeotropePoint const& q) { return q.x; };
         for (Diagram const& b : d.branches)
-            for (TieLine const& t : b.azeotropes) {
-                if (std::any_of(lines.begin(), lines.end(), [&](AzeotropicLine const& line) {
-                        return passes(line.points, t.T, t.p, t.x,
-                                      [](AzeotropePoint const& q) { return q.x; });
-                    }))
-                    continue;
-                AzeotropicLine line = trace(binary, of_tie_line(t), o);
-                const bool interrupted = line.end == PhaseLineEnd::interrupted;
-                if (!line.points.empty()) lines.push_back(std::move(line));
-                if (interrupted) return false;
-            }
+            for (TieLine const& t : b.azeotropes)
+                if (!add_line(lines, t.T, t.p, t.x, x,
+                              [&] { return trace(binary, of_tie_line(t), o); }))
+                    return false;
         return true;
     });
     return lines;

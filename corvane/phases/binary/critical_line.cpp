@@ -15,6 +15,8 @@ using namespace critical_metric;
 using End = CriticalLineEnd;
 
 constexpr double kSame = 0.15;  // distance to a known curve, of the length of its segment
+// At most 0.15 apart, closer at the ends, where lines of very unlike components run next to a pure
+// one. What is narrower than this and the meshes in rho and T (Spinodal) is missed.
 constexpr std::array<double, 9> kSearch{0.02, 0.08, 0.2, 0.35, 0.5, 0.65, 0.8, 0.92, 0.98};
 
 class Lines {

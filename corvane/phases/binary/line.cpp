@@ -23,6 +23,9 @@ void search_lines(ModelN const& binary, PhaseLineOptions const& o,
                   std::function<bool(BinaryDiagram const&)> const& visit) {
     const double Tc[] = {binary.mdl1[0]->Tcrit(), binary.mdl1[1]->Tcrit()};
     const double low = coldest(binary, o);
+    // A line is met if it spans one of the temperatures. Short ones end at two critical end points
+    // or begin close to a component's critical point, as where the light one of a pair with limited
+    // miscibility ends: there the temperatures are closer.
     std::vector<double> all;
     for (double T = std::max(Tc[0], Tc[1]); T > low; T *= 0.94) all.push_back(T);
     for (double T : Tc)
@@ -37,9 +40,9 @@ void search_lines(ModelN const& binary, PhaseLineOptions const& o,
         if (!visit(complete_pxy(binary, T, d)) || interrupted) return;
 }
 
-void fail_uncertified(double T, char const* name) {
-    throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up, T_or_p(true, T), name, 0,
-                             std::nan(""), "the start misses its certificate");
+void fail_start(double T, char const* name, int iterations, double residual, char const* advice) {
+    throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up, T_or_p(true, T), name, iterations,
+                             residual, advice);
 }
 
 LineTracer::LineTracer(FluidModel const& fluid, int phases, std::vector<double> const& also,

@@ -1,6 +1,7 @@
 // Lines of invariant states of a binary: three phases, azeotropes. Internal to the library.
 #pragma once
 
+#include <corvane/phases/binary/binary.h>
 #include <corvane/phases/binary/binary_diagram.h>
 #include <corvane/phases/binary/path.h>
 #include <corvane/phases/binary/phase_line.h>
@@ -11,6 +12,7 @@
 #include <cmath>
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace corvane {
@@ -58,8 +60,9 @@ class LineTracer {
     std::function<bool()> record_;
 };
 
-/// The failure of a start that solves the equations, but not to the certificate's tolerances.
-[[noreturn]] void fail_uncertified(double T, char const* name);
+/// The failure of a start: none such next to it, or not to the certificate's tolerances.
+[[noreturn]] void fail_start(double T, char const* name, int iterations, double residual,
+                             char const* advice);
 
 /// A whole line from the state of tracer.begin(), which begin and end explain; no points if
 /// that state misses its certificate. make: the point of tracer.solver.
@@ -84,6 +87,21 @@ Line trace_line(LineTracer& tracer, Make make) {
     return line;
 }
 
+/// The line from what prepare(solver) makes of a start at T. @throws ThException 5 if that is false
+template <class Line, class Prepare, class Make>
+Line line_from(ModelN const& binary, double T, int phases, std::vector<double> const& also,
+               PhaseLineOptions const& o, char const* name, char const* none, Prepare prepare,
+               Make make) {
+    check_binary(binary, T);
+    check_options(o);
+    const FluidModel fluid(binary, equal_parts());
+    LineTracer tracer(fluid, phases, also, o);
+    if (!prepare(tracer.solver)) throw ThException(th_out_of_range);
+    if (!tracer.begin() || tracer.tpd < -Certificate::tpd_tolerance)
+        fail_start(T, name, tracer.solver.iterations, tracer.solver.residual, none);
+    return trace_line<Line>(tracer, [&] { return make(tracer.solver, tracer.tpd, o.validity); });
+}
+
 /// Do the points, as a line, pass the state (T, p, x) within 2 % of p and 0.02 of x? x_of: of a
 /// point.
 template <class Point, class X>
@@ -98,6 +116,18 @@ bool passes(std::vector<Point> const& points, double T, double p, double x, X x_
             return true;
     }
     return false;
+}
+
+/// Adds the line through a state unless one of `lines` passes it, or it has no points. False if the
+/// caller interrupts it.
+template <class Line, class X, class Trace>
+bool add_line(std::vector<Line>& lines, double T, double p, double x, X x_of, Trace trace) {
+    for (Line const& line : lines)
+        if (passes(line.points, T, p, x, x_of)) return true;
+    Line line = trace();
+    const bool interrupted = line.end == PhaseLineEnd::interrupted;
+    if (!line.points.empty()) lines.push_back(std::move(line));
+    return !interrupted;
 }
 
 /// Complete diagrams at temperatures 6 % apart from T_min to the higher critical temperature, and
