@@ -2,7 +2,6 @@
 #include <corvane/phases/binary/binary_diagram.h>
 #include <corvane/phases/binary/line.h>
 #include <corvane/phases/binary/three_phase_point.h>
-#include <corvane/phases/report/words.h>
 
 #include <algorithm>
 #include <cmath>
@@ -10,8 +9,6 @@
 
 namespace corvane {
 namespace {
-using Kind = EquilibriumFailure::Kind;
-constexpr int kNewton = 30;
 const std::vector<double> kEqual{1, -1, -1, 1, 0};  // logits of both phases
 
 AzeotropePoint azeotrope_point(CoexistenceSolver const& s, double tpd, Validity const* validity) {
@@ -50,61 +47,43 @@ AzeotropePoint of_tie_line(TieLine const& t) {
     return q;
 }
 
-AzeotropePoint find(ModelN const& model, bool at_T, double value, AzeotropeOptions const& o) {
-    const std::string name = at_T ? "azeotrope_T" : "azeotrope_p";
-    const std::string state = T_or_p(at_T, value);
-    check_binary(model, value);
+AzeotropePoint find(ModelN const& model, Fixed held, AzeotropeOptions const& o) {
+    char const* const name = held.at_T ? "azeotrope_T" : "azeotrope_p";
+    check_binary(model, held.value);
     AzeotropePoint start;
     long evaluations = 0;
     if (o.start) {
         start = *o.start;
     } else {
-        DiagramOptions d;
-        d.p_max = o.p_max;
-        const BinaryDiagram all =
-            at_T ? complete_pxy(model, value, d) : complete_Txy(model, value, d);
+        const BinaryDiagram all = complete_diagram(model, held, o.p_max);
         TieLine const* first = nullptr;
         for (Diagram const& b : all.branches)
             for (TieLine const& t : b.azeotropes)
                 if (!first || t.x < first->x) first = &t;
-        if (!first)
-            throw EquilibriumFailure(all.complete() ? Kind::no_solution : Kind::gave_up, state,
-                                     name, 0, std::nan(""),
-                                     all.complete() ? "none on the stable curves"
-                                                    : "the diagram is not complete: give a start");
+        if (!first) fail_none(all, held, name, "none on the stable curves");
         start = of_tie_line(*first);
         evaluations = all.evaluations;
     }
     const FluidModel fluid(model, equal_parts());
-    CoexistenceSolver s(fluid, 2);
-    s.also = kEqual;
-    s.hold({at_T, value});
-    if (!start_at(s, start)) throw ThException(th_out_of_range);
-    auto fail = [&](double residual, char const* advice) {
-        throw EquilibriumFailure(Kind::gave_up, state, name, s.iterations, residual, advice);
-    };
-    if (!s.solve(kNewton)) fail(s.residual, "give a nearer start, or none");
-    if (s.trivial())
-        fail(s.residual, "the phases became one: give a nearer start, or none");
-    Stability stability(fluid);
-    double tpd = 0.0;
-    test_phases(s, stability, tpd);
-    AzeotropePoint q = azeotrope_point(s, tpd, o.validity);
+    CoexistenceSolver solver(fluid, 2);
+    solver.also = kEqual;
+    solver.hold(held);
+    if (!start_at(solver, start)) throw ThException(th_out_of_range);
+    AzeotropePoint q =
+        point_from(solver, held, name, "the phases became one: give a nearer start, or none",
+                   "not stable: a third phase", [&](CoexistenceSolver const& s, double tpd) {
+                       return azeotrope_point(s, tpd, o.validity);
+                   });
     q.certificate.evaluations += evaluations;
-    if (tpd < -Certificate::tpd_tolerance) fail(tpd, "not stable: a third phase");
-    if (!q.certificate.holds())
-        fail(std::max(q.certificate.dmu, q.certificate.dp),
-             "the solution misses its tolerances: model without exact derivatives?");
     return q;
 }
-
 }  // namespace
 
 AzeotropePoint azeotrope_T(ModelN const& binary, double T, AzeotropeOptions const& options) {
-    return find(binary, true, T, options);
+    return find(binary, {true, T}, options);
 }
 AzeotropePoint azeotrope_p(ModelN const& binary, double p, AzeotropeOptions const& options) {
-    return find(binary, false, p, options);
+    return find(binary, {false, p}, options);
 }
 
 namespace {
@@ -122,7 +101,7 @@ AzeotropicLine azeotropic_line(ModelN const& binary, AzeotropePoint const& start
                                PhaseLineOptions const& o) {
     AzeotropicLine line = trace(binary, start, o);
     if (line.points.empty())
-        fail_start(start.T, kLine, 0, std::nan(""), "the start misses its certificate");
+        fail_start({true, start.T}, kLine, 0, std::nan(""), "the start misses its certificate");
     return line;
 }
 

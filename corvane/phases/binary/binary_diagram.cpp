@@ -205,6 +205,9 @@ class Builder {
         return false;
     }
 
+    /// Splits that no branch from a pure component passes, at levels a factor of 1.5 in p apart, or
+    /// 4 % in T: a branch that is connected with none of them and spans less, next to the consolute
+    /// point at which it vanishes, is missed.
     void search() {
         double lo = std::log(o_.p_max), hi = lo, step = 0.4;
         if (constant_.at_T) {

@@ -8,19 +8,19 @@
 
 namespace corvane {
 namespace {
-Diagram trace(ModelN const& model, bool at_T, double value, DiagramOptions const& o) {
-    check_binary(model, value);
+Diagram trace(ModelN const& model, Fixed held, DiagramOptions const& o) {
+    check_binary(model, held.value);
     check_options(o);
-    const std::string name = at_T ? "diagram_pxy" : "diagram_Txy";
-    const std::string state = T_or_p(at_T, value);
+    const std::string name = held.at_T ? "diagram_pxy" : "diagram_Txy";
+    const std::string state = T_or_p(held);
     const FluidModel fluid(model, equal_parts());
     const int heavy = model.mdl1[0]->Tcrit() > model.mdl1[1]->Tcrit() ? 0 : 1;
     bool below = false;
     for (int component : {heavy, 1 - heavy}) {
         Model1 const& c = *model.mdl1[component];
-        if (!(value < (at_T ? c.Tcrit() : c.pcrit()))) continue;
+        if (!(held.value < (held.at_T ? c.Tcrit() : c.pcrit()))) continue;
         below = true;
-        TieLineTracer tracer(fluid, {at_T, value}, o, false);
+        TieLineTracer tracer(fluid, held, o, false);
         if (tracer.begin_pure(component)) return tracer.run();
     }
     throw EquilibriumFailure(
@@ -31,10 +31,10 @@ Diagram trace(ModelN const& model, bool at_T, double value, DiagramOptions const
 }  // namespace
 
 Diagram diagram_pxy(ModelN const& model, double T, DiagramOptions const& options) {
-    return trace(model, true, T, options);
+    return trace(model, {true, T}, options);
 }
 Diagram diagram_Txy(ModelN const& model, double p, DiagramOptions const& options) {
-    return trace(model, false, p, options);
+    return trace(model, {false, p}, options);
 }
 
 }  // namespace corvane

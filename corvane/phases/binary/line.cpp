@@ -3,7 +3,6 @@
 #include <corvane/phases/binary/line.h>
 #include <corvane/phases/binary/three_phase_point.h>
 #include <corvane/phases/critical/critical_certificate.h>
-#include <corvane/phases/report/words.h>
 #include <corvane/pure/model1.h>
 
 #include <algorithm>
@@ -38,11 +37,6 @@ void search_lines(ModelN const& binary, PhaseLineOptions const& o,
     if (o.progress) d.progress = [&](int) { return !(interrupted = !o.progress(0)); };
     for (double T : all)
         if (!visit(complete_pxy(binary, T, d)) || interrupted) return;
-}
-
-void fail_start(double T, char const* name, int iterations, double residual, char const* advice) {
-    throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up, T_or_p(true, T), name, iterations,
-                             residual, advice);
 }
 
 LineTracer::LineTracer(FluidModel const& fluid, int phases, std::vector<double> const& also,

@@ -6,7 +6,9 @@
 #include <corvane/phases/binary/path.h>
 #include <corvane/phases/binary/phase_line.h>
 #include <corvane/phases/critical/critical_conditions.h>
+#include <corvane/phases/report/words.h>
 #include <corvane/phases/stability/stability.h>
+#include <corvane/phases/stability/test_phases.h>
 
 #include <algorithm>
 #include <cmath>
@@ -61,8 +63,48 @@ class LineTracer {
 };
 
 /// The failure of a start: none such next to it, or not to the certificate's tolerances.
-[[noreturn]] void fail_start(double T, char const* name, int iterations, double residual,
-                             char const* advice);
+[[noreturn]] inline void fail_start(Fixed held, char const* name, int iterations, double residual,
+                                    char const* advice) {
+    throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up, T_or_p(held), name, iterations,
+                             residual, advice);
+}
+/// The failure of a diagram to hold such a state; why: none, if it is complete.
+[[noreturn]] inline void fail_none(BinaryDiagram const& all, Fixed held, char const* name,
+                                   char const* why) {
+    throw EquilibriumFailure(all.complete() ? EquilibriumFailure::Kind::no_solution
+                                            : EquilibriumFailure::Kind::gave_up,
+                             T_or_p(held), name, 0, std::nan(""),
+                             all.complete() ? why : "the diagram is not complete: give a start");
+}
+
+/// The diagram whose three phases and azeotropes are starts.
+inline BinaryDiagram complete_diagram(ModelN const& binary, Fixed held, double p_max) {
+    DiagramOptions o;
+    o.p_max = p_max;
+    return held.at_T ? complete_pxy(binary, held.value, o) : complete_Txy(binary, held.value, o);
+}
+
+/// What make(s, tpd) gives of the solution that the start in s leads to. trivial, unstable: why it
+/// is refused where phases became one, or a further one exists.
+template <class Make>
+auto point_from(CoexistenceSolver& s, Fixed held, char const* name, char const* trivial,
+                char const* unstable, Make make) {
+    constexpr int newton = 30;
+    auto fail = [&](double residual, char const* advice) {
+        fail_start(held, name, s.iterations, residual, advice);
+    };
+    if (!s.solve(newton)) fail(s.residual, "give a nearer start, or none");
+    if (s.trivial()) fail(s.residual, trivial);
+    Stability stability(s.fluid);
+    double tpd = 0.0;
+    test_phases(s, stability, tpd);
+    auto q = make(s, tpd);
+    if (tpd < -Certificate::tpd_tolerance) fail(tpd, unstable);
+    if (!q.certificate.holds())
+        fail(std::max(q.certificate.dmu, q.certificate.dp),
+             "the solution misses its tolerances: model without exact derivatives?");
+    return q;
+}
 
 /// A whole line from the state of tracer.begin(), which begin and end explain; no points if
 /// that state misses its certificate. make: the point of tracer.solver.
@@ -98,7 +140,7 @@ Line line_from(ModelN const& binary, double T, int phases, std::vector<double> c
     LineTracer tracer(fluid, phases, also, o);
     if (!prepare(tracer.solver)) throw ThException(th_out_of_range);
     if (!tracer.begin() || tracer.tpd < -Certificate::tpd_tolerance)
-        fail_start(T, name, tracer.solver.iterations, tracer.solver.residual, none);
+        fail_start({true, T}, name, tracer.solver.iterations, tracer.solver.residual, none);
     return trace_line<Line>(tracer, [&] { return make(tracer.solver, tracer.tpd, o.validity); });
 }
 

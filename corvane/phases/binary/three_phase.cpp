@@ -1,33 +1,21 @@
-#include <corvane/phases/binary/binary.h>
-#include <corvane/phases/binary/binary_diagram.h>
+#include <corvane/phases/binary/line.h>
 #include <corvane/phases/binary/three_phase.h>
 #include <corvane/phases/binary/three_phase_point.h>
-#include <corvane/phases/report/words.h>
 
 #include <algorithm>
 #include <cmath>
 
 namespace corvane {
 namespace {
-constexpr int kNewton = 30;
-using Kind = EquilibriumFailure::Kind;
-
-ThreePhasePoint find(ModelN const& model, bool at_T, double value, ThreePhaseOptions const& o) {
-    check_binary(model, value);
-    const char* name = at_T ? "three_phase_T" : "three_phase_p";
-    const std::string state = T_or_p(at_T, value);
+ThreePhasePoint find(ModelN const& model, Fixed held, ThreePhaseOptions const& o) {
+    check_binary(model, held.value);
+    char const* const name = held.at_T ? "three_phase_T" : "three_phase_p";
     if (!o.start) {
-        DiagramOptions d;
-        d.p_max = o.p_max;
-        const BinaryDiagram all =
-            at_T ? complete_pxy(model, value, d) : complete_Txy(model, value, d);
+        const BinaryDiagram all = complete_diagram(model, held, o.p_max);
         if (all.three_phase.empty())
-            throw EquilibriumFailure(all.complete() ? Kind::no_solution : Kind::gave_up, state,
-                                     name, 0, std::nan(""),
-                                     all.complete() ? "no third phase along the stable curves"
-                                                    : "the diagram is not complete: give a start");
+            fail_none(all, held, name, "no third phase along the stable curves");
         auto less = [&](ThreePhasePoint const& a, ThreePhasePoint const& b) {
-            return at_T ? a.p < b.p : a.T < b.T;
+            return held.at_T ? a.p < b.p : a.T < b.T;
         };
         ThreePhasePoint q = *std::min_element(all.three_phase.begin(), all.three_phase.end(), less);
         q.certificate.evaluations = all.evaluations;
@@ -36,25 +24,12 @@ ThreePhasePoint find(ModelN const& model, bool at_T, double value, ThreePhaseOpt
     }
     const FluidModel fluid(model, equal_parts());
     CoexistenceSolver solver(fluid, 3);
-    solver.hold({at_T, value});
+    solver.hold(held);
     if (!start_three(solver, *o.start)) throw ThException(th_out_of_range);
-    auto fail = [&](double residual, char const* advice) {
-        throw EquilibriumFailure(Kind::gave_up, state, name, solver.iterations, residual, advice);
-    };
-    if (!solver.solve(kNewton)) fail(solver.residual, "give a nearer start, or none");
-    if (solver.trivial())
-        fail(solver.residual, "two phases became one: give a nearer start, or none");
-    Stability stability(fluid);
-    double tpd = 0.0;
-    test_phases(solver, stability, tpd);
-    ThreePhasePoint q = three_phase_point(solver, tpd, o.validity);
-    q.certificate.evaluations = fluid.evaluations;
-    if (q.certificate.tpd < -Certificate::tpd_tolerance)
-        fail(q.certificate.tpd, "not stable: a fourth phase");
-    if (!q.certificate.holds())
-        fail(std::max(q.certificate.dmu, q.certificate.dp),
-             "the solution misses its tolerances: model without exact derivatives?");
-    return q;
+    return point_from(solver, held, name, "two phases became one: give a nearer start, or none",
+                      "not stable: a fourth phase", [&](CoexistenceSolver const& s, double tpd) {
+                          return three_phase_point(s, tpd, o.validity);
+                      });
 }
 }  // namespace
 
@@ -88,10 +63,10 @@ bool start_three(CoexistenceSolver& solver, ThreePhasePoint const& start) {
 }
 
 ThreePhasePoint three_phase_T(ModelN const& binary, double T, ThreePhaseOptions const& options) {
-    return find(binary, true, T, options);
+    return find(binary, {true, T}, options);
 }
 ThreePhasePoint three_phase_p(ModelN const& binary, double p, ThreePhaseOptions const& options) {
-    return find(binary, false, p, options);
+    return find(binary, {false, p}, options);
 }
 
 }  // namespace corvane

@@ -21,7 +21,7 @@ ThreePhaseLine three_phase_line(ModelN const& binary, ThreePhasePoint const& sta
                                 PhaseLineOptions const& o) {
     ThreePhaseLine line = trace(binary, start, o);
     if (line.points.empty())
-        fail_start(start.T, kName, 0, std::nan(""), "the start misses its certificate");
+        fail_start({true, start.T}, kName, 0, std::nan(""), "the start misses its certificate");
     return line;
 }
 

@@ -115,7 +115,7 @@ class TargetFlash {
         static constexpr char const* kGiven[] = {"h", "s", "rho"};
         static constexpr char const* kUnit[] = {"J/mol", "J/(mol K)", "mol/cm3"};
         const int which = static_cast<int>(target_);
-        const std::string state = T_or_p(at_T_, at_T_ ? T_ : p_) + ", " +
+        const std::string state = T_or_p({at_T_, at_T_ ? T_ : p_}) + ", " +
                                   quantity(kGiven[which], given_, kUnit[which], 8) + ", " +
                                   composition_text(z_);
         throw EquilibriumFailure(kind, state, kSolver[which], iterations_, best_, advice);

@@ -7,6 +7,10 @@ namespace corvane {
 struct Fixed {
     bool at_T;
     double value;
+
+    /// Temperature and pressure of a state whose other one, p or T, is given.
+    double T(double other) const { return at_T ? value : other; }
+    double p(double other) const { return at_T ? other : value; }
 };
 
 }  // namespace corvane

@@ -4,6 +4,7 @@
 
 #include <corvane/core/containers.h>
 #include <corvane/core/number_text.h>
+#include <corvane/phases/phase/fixed.h>
 
 #include <string>
 #include <string_view>
@@ -22,8 +23,8 @@ inline std::string scientific(double x, int places = 1) {
 inline std::string quantity(std::string_view name, double x, std::string_view unit, int digits = 6) {
     return std::string(name) + " = " + shortest(x, digits) + " " + std::string(unit);
 }
-inline std::string T_or_p(bool at_T, double value) {
-    return at_T ? quantity("T", value, "K") : quantity("p", value, "MPa");
+inline std::string T_or_p(Fixed held) {
+    return held.at_T ? quantity("T", held.value, "K") : quantity("p", held.value, "MPa");
 }
 /// "z = 0.3 0.7"
 inline std::string composition_text(Vector<double> const& z, int digits = 4) {

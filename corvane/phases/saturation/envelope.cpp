@@ -109,7 +109,7 @@ class Tracer : EnvelopePair, PhaseCurve {
     [[noreturn]] void fail(char const* advice) const {
         throw EquilibriumFailure(
             EquilibriumFailure::Kind::gave_up,
-            T_or_p(false, o_.p_start) + ", " + composition_text(fluid_.expand(fluid_.z())),
+            T_or_p({false, o_.p_start}) + ", " + composition_text(fluid_.expand(fluid_.z())),
             "phase_envelope", pair_.iterations, pair_.residual, advice);
     }
     bool pure() const { return n_ == 1; }

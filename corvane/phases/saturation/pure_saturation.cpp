@@ -41,15 +41,15 @@ constexpr Node kGauss16[] = {
 
 }  // namespace
 
-PureSaturationSolver::PureSaturationSolver(Model1 const& model, bool at_T, double value)
-    : model_(model), at_T_(at_T), value_(value) {
-    if (!(value > 0.0) || !std::isfinite(value)) throw ThException(th_out_of_range);
+PureSaturationSolver::PureSaturationSolver(Model1 const& model, Fixed held)
+    : model_(model), held_(held) {
+    if (!(held.value > 0.0) || !std::isfinite(held.value)) throw ThException(th_out_of_range);
     if (!(model.Tcrit() > 0.0) || !(model.vcrit() > 0.0)) throw ThException(th_out_of_range);
 }
 
 void PureSaturationSolver::fail(EquilibriumFailure::Kind kind, char const* advice) const {
-    throw EquilibriumFailure(kind, T_or_p(at_T_, value_),
-                             at_T_ ? "pure_saturation_T" : "pure_saturation_p", iterations_,
+    throw EquilibriumFailure(kind, T_or_p(held_),
+                             held_.at_T ? "pure_saturation_T" : "pure_saturation_p", iterations_,
                              std::nan(""), advice);
 }
 
@@ -312,25 +312,25 @@ PureSaturation PureSaturationSolver::solve(double T) {
 }
 
 PureSaturation PureSaturationSolver::at_T() {
-    critical(value_ > (1.0 - kWide) * model_.Tcrit());
-    if (value_ >= Tc_) no_solution();
-    if (value_ < kLowest * Tc_) gave_up("below a fifth of the critical temperature");
-    return solve(value_);
+    critical(held_.value > (1.0 - kWide) * model_.Tcrit());
+    if (held_.value >= Tc_) no_solution();
+    if (held_.value < kLowest * Tc_) gave_up("below a fifth of the critical temperature");
+    return solve(held_.value);
 }
 
 PureSaturation PureSaturationSolver::at_p() {
-    critical(!(value_ < (1.0 - 10.0 * kWide) * model_.pcrit()));
-    if (value_ >= pc_) no_solution();
-    if (value_ < kLeast) gave_up("below 1e-24 MPa");
+    critical(!(held_.value < (1.0 - 10.0 * kWide) * model_.pcrit()));
+    if (held_.value >= pc_) no_solution();
+    if (held_.value < kLeast) gave_up("below 1e-24 MPa");
     // ln p by ln T along the critical isochore: at the critical point the slope of the saturation
     // curve, and 4 to 8 for all fluids.
     const double h = 1e-5;
     const double slope =
         std::log(state(rho_c_, Tc_).Z / state(rho_c_, Tc_ * (1.0 - h)).Z) / -std::log1p(-h) + 1.0;
-    double T = Tc_ * std::exp(std::log(value_ / pc_) / slope), T_before = 0.0, p_before = 0.0;
+    double T = Tc_ * std::exp(std::log(held_.value / pc_) / slope), T_before = 0.0, p_before = 0.0;
     if (T < (1.0 - kNear) * Tc_) try {
             double liquid = 0.0, vapour = 0.0;
-            SaturationMarch().at_p(&model_, value_, 0, T, liquid, vapour);
+            SaturationMarch().at_p(&model_, held_.value, 0, T, liquid, vapour);
         } catch (ThException const&) {  // the critical slope is a start, too
         } catch (MthException const&) {
         }
@@ -339,14 +339,14 @@ PureSaturation PureSaturationSolver::at_p() {
         T = std::min(T, Tc_ * (1.0 - 1e-13));
         if (T < kLowest * Tc_) gave_up("below a fifth of the critical temperature");
         PureSaturation q = solve(T);
-        const double off = std::log(q.p / value_);
+        const double off = std::log(q.p / held_.value);
         if (T_before > 0.0 && std::fabs(T / T_before - 1.0) > 1e-9)
             steep = std::log(q.p / p_before) / std::log(T / T_before);
         const double step = -off / steep;
         if (std::fabs(off) <= q.value_error ||
             (std::fabs(step) < 1e-9 && std::fabs(off) >= 0.5 * last)) {
             q.value_error = (q.value_error + std::fabs(off)) / steep + kEps;
-            q.p = value_;
+            q.p = held_.value;
             return q;
         }
         last = std::fabs(off);
@@ -358,10 +358,10 @@ PureSaturation PureSaturationSolver::at_p() {
 }
 
 PureSaturation pure_saturation_T(Model1 const& model, double T) {
-    return PureSaturationSolver(model, true, T).at_T();
+    return PureSaturationSolver(model, {true, T}).at_T();
 }
 PureSaturation pure_saturation_p(Model1 const& model, double p) {
-    return PureSaturationSolver(model, false, p).at_p();
+    return PureSaturationSolver(model, {false, p}).at_p();
 }
 
 }  // namespace corvane

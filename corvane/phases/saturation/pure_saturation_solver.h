@@ -2,6 +2,7 @@
 // Internal to the library.
 #pragma once
 
+#include <corvane/phases/phase/fixed.h>
 #include <corvane/phases/report/certificate.h>
 #include <corvane/phases/saturation/pure_saturation.h>
 
@@ -23,7 +24,7 @@ struct IsothermState {
 class PureSaturationSolver {
   public:
     /// @throws ThException 5 the value or a critical constant is not positive or not finite
-    PureSaturationSolver(Model1 const& model, bool at_T, double value);
+    PureSaturationSolver(Model1 const& model, Fixed held);
 
     PureSaturation at_T();
     PureSaturation at_p();
@@ -80,8 +81,7 @@ class PureSaturationSolver {
     }
 
     Model1 const& model_;
-    bool at_T_;
-    double value_;
+    Fixed held_;
     double Tc_ = 0.0, rho_c_ = 0.0, pc_ = 0.0;
     int iterations_ = 0;
     double least_ = 0.0;  // pressure of an ideal gas that Newton's method ended with

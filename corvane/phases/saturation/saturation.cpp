@@ -18,13 +18,18 @@ constexpr double kBracket = 1e-3;  // of ln p: where the bracket of a solution i
 constexpr double kLiquid = 1.4;  // over the pseudocritical density: no vapour
 }  // namespace
 
-SaturationSolver::SaturationSolver(ModelN const& model, Saturated kind, bool at_T, double value,
+SaturationSolver::SaturationSolver(ModelN const& model, Saturated kind, Fixed held,
                                    Vector<double> const& z)
-    : fluid_(model, z), kind_(kind), at_T_(at_T), value_(value), pair_(fluid_), regular_(fluid_), stability_(fluid_) {
-    if (!(value > 0.0) || !std::isfinite(value)) throw ThException(th_out_of_range);
+    : fluid_(model, z),
+      kind_(kind),
+      held_(held),
+      pair_(fluid_),
+      regular_(fluid_),
+      stability_(fluid_) {
+    if (!(held.value > 0.0) || !std::isfinite(held.value)) throw ThException(th_out_of_range);
     pair_.z = &fluid_.z();
-    (at_T ? pair_.T : pair_.p) = value;
-    (at_T ? regular_.T : regular_.p) = value;
+    pair_.hold(held);
+    (held.at_T ? regular_.T : regular_.p) = held.value;
 }
 
 SaturationPoint SaturationSolver::answer(SaturationOptions const& o) {
@@ -105,7 +110,7 @@ SaturationPoint SaturationSolver::search(SaturationOptions const& o,
     const bool beyond =
         bracketed_ && !(found && !outside(*bracketed_, best.s + (upper ? kBracket : -kBracket)));
     if (any || !(missed_ || beyond || (open_ && !beside))) {
-        const double s = beside ? std::log(at_T_ ? beside->p : beside->T) : 0.0;
+        const double s = beside ? std::log(held_.at_T ? beside->p : beside->T) : 0.0;
         if (beside && !(found && outside(best.s, s))) return *beside;
         if (found && restore(best)) return result(o);
     }
@@ -128,7 +133,7 @@ bool SaturationSolver::warm(SaturationPoint const& start) {
     if (static_cast<int>(y.size()) != n ||
         !std::all_of(y.begin(), y.end(), [](double v) { return v > 0.0; }))
         return false;
-    pair_.start(fluid_.z(), start.given.rho, y, start.incipient.rho, at_T_ ? value_ : start.T);
+    pair_.start(fluid_.z(), start.given.rho, y, start.incipient.rho, held_.T(start.T));
     return solve();
 }
 
@@ -140,7 +145,7 @@ bool SaturationSolver::cold() {
     const bool bubble = kind_ == Saturated::bubble;
     const double sign = bubble ? 1.0 : -1.0;
     std::vector<double> y(z);
-    double t = at_T_ ? value_ : 0.0, q = value_;
+    double t = held_.T(0.0), q = held_.value;
     auto wilson_sum = [&](double temperature, double& slope) {
         double sum = 0.0;
         slope = 0.0;
@@ -153,13 +158,13 @@ bool SaturationSolver::cold() {
         return sum;
     };
     double slope = 0.0;
-    if (at_T_) {
+    if (held_.at_T) {
         q = std::pow(wilson_sum(t, slope), sign);
     } else {
         double tau = 0.0;  // 1/T
         for (int k = 0; k < n; ++k) tau += z[k] / fluid_.pure(k).Tcrit();
         for (int it = 0; it < 30; ++it) {
-            const double f = std::log(wilson_sum(1 / tau, slope)) - sign * std::log(value_);
+            const double f = std::log(wilson_sum(1 / tau, slope)) - sign * std::log(held_.value);
             const double d = std::clamp(sign * f / slope, -0.3 * tau, 0.5 * tau);
             tau += d;
             if (std::fabs(d) < 1e-3 * tau) break;
@@ -180,7 +185,7 @@ bool SaturationSolver::cold() {
         sum = 0.0;
         for (int k = 0; k < n; ++k) sum += y[k] = std::exp(a_.m[k] - b_.m[k] + std::log(y[k]));
         if (!std::isfinite(sum)) return false;
-        if (at_T_)
+        if (held_.at_T)
             q *= std::clamp(std::pow(sum, sign), 1 / kFactor, kFactor);
         else
             t = 1 / (1 / t + std::clamp(sign * std::log(sum) / slope, -0.1 / t, 0.1 / t));
@@ -198,7 +203,7 @@ bool SaturationSolver::pure() {
         return false;
     }
     fluid_.evaluations += c.certificate.evaluations;
-    if (!(value_ < (at_T_ ? c.T : c.p))) {
+    if (!(held_.value < (held_.at_T ? c.T : c.p))) {
         complete_ = true;
         return false;
     }
@@ -209,7 +214,7 @@ bool SaturationSolver::by_pure_fluid() {
     try {
         Model1 const& m = fluid_.pure(0);
         const PureSaturation q =
-            at_T_ ? pure_saturation_T(m, value_) : pure_saturation_p(m, value_);
+            held_.at_T ? pure_saturation_T(m, held_.value) : pure_saturation_p(m, held_.value);
         const bool liquid = kind_ == Saturated::bubble;
         pair_.start({1.0}, liquid ? q.rhoL : q.rhoV, {1.0}, liquid ? q.rhoV : q.rhoL, q.T);
         bounds_ = Certificate();
@@ -257,8 +262,8 @@ bool SaturationSolver::accept() {
 SaturationPoint SaturationSolver::result(SaturationOptions const& o) {
     SaturationPoint q;
     q.certificate = bounds_;
-    q.T = at_T_ ? value_ : pair_.a.T;
-    q.p = at_T_ ? pair_.pressure() : value_;
+    q.T = held_.T(pair_.a.T);
+    q.p = held_.p(pair_.pressure());
     certify(fluid_, q.p, {&pair_.a, &pair_.b}, q.certificate);
     q.certificate.tpd = tpd_;
     q.certificate.test = stability_.kind;
@@ -301,20 +306,20 @@ bool SaturationSolver::alike() const {
 }
 
 std::string SaturationSolver::name() const {
-    return std::string(kind_ == Saturated::bubble ? "bubble_" : "dew_") + (at_T_ ? "T" : "p");
+    return std::string(kind_ == Saturated::bubble ? "bubble_" : "dew_") + (held_.at_T ? "T" : "p");
 }
 
 std::string SaturationSolver::state() const {
-    return T_or_p(at_T_, value_) + ", " + composition_text(fluid_.expand(fluid_.z()));
+    return T_or_p(held_) + ", " + composition_text(fluid_.expand(fluid_.z()));
 }
 
 SaturationPoint saturation_T(ModelN const& model, Saturated kind, double T, Vector<double> const& z,
                              SaturationOptions const& options) {
-    return SaturationSolver(model, kind, true, T, z).answer(options);
+    return SaturationSolver(model, kind, {true, T}, z).answer(options);
 }
 SaturationPoint saturation_p(ModelN const& model, Saturated kind, double p, Vector<double> const& z,
                              SaturationOptions const& options) {
-    return SaturationSolver(model, kind, false, p, z).answer(options);
+    return SaturationSolver(model, kind, {false, p}, z).answer(options);
 }
 
 }  // namespace corvane

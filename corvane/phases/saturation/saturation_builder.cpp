@@ -19,7 +19,7 @@ constexpr double kSpan = 2.0;      // of ln p in a piece
 }  // namespace
 
 SaturationBuilder::SaturationBuilder(Model1 const& model, SaturationExpansion& to)
-    : to_(to), solver_(model, true, model.Tcrit()) {
+    : to_(to), solver_(model, {true, model.Tcrit()}) {
     solver_.critical(true);
     Tc_ = to_.Tc_ = solver_.Tc();
 }

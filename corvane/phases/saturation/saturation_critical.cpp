@@ -36,7 +36,7 @@ bool SaturationSolver::close() {
         pair_.u[i] = regular_.y[i] + half;
         pair_.u[n + i] = regular_.y[i] - half;
     }
-    pair_.u.back() = at_T_ ? std::log(value_) : regular_.ln_T();
+    pair_.u.back() = held_.at_T ? std::log(held_.value) : regular_.ln_T();
     // Phases that are not alike leave errors of the quadrature in the pressure.
     if (!alike()) {
         const std::vector<double> start = pair_.u;
@@ -59,8 +59,8 @@ bool SaturationSolver::step_to(double d, Step const& from, Step& to) {
     if (!solved) return false;
     to.d = d;
     to.y = regular_.y;
-    to.off = (at_T_ ? regular_.ln_T() : std::log(regular_.a.p)) - std::log(value_);
-    to.slope = at_T_ ? to.t[2 * fluid_.size() + 1] : regular_.ln_p(to.t);
+    to.off = (held_.at_T ? regular_.ln_T() : std::log(regular_.a.p)) - std::log(held_.value);
+    to.slope = held_.at_T ? to.t[2 * fluid_.size() + 1] : regular_.ln_p(to.t);
     return std::isfinite(to.off + to.slope);
 }
 
@@ -81,7 +81,8 @@ bool SaturationSolver::by_distance() {
 
 bool SaturationSolver::from_critical(CriticalPoint const& c) {
     const int n = fluid_.size();
-    if (std::fabs(std::log((at_T_ ? c.T : c.p) / value_)) > kFar[at_T_ ? 1 : 0]) return false;
+    if (std::fabs(std::log((held_.at_T ? c.T : c.p) / held_.value)) > kFar[held_.at_T ? 1 : 0])
+        return false;
     CriticalConditions conditions(fluid_);
     if (!conditions.eigen({std::log(c.rho), std::log(c.T)}, 2)) return false;
     regular_.start_critical(conditions.s.rho_i, conditions.u, c.T);

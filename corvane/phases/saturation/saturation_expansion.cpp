@@ -143,7 +143,7 @@ bool SaturationExpansion::within(double error, double T) const noexcept {
 PureSaturation SaturationExpansion::certified_T(Model1 const& model, double T) const {
     Point s;
     if (at_T(T, s)) try {
-            PureSaturationSolver solver(model, true, T);
+            PureSaturationSolver solver(model, {true, T});
             solver.critical(T > 0.97 * Tc_);
             return solver.from(T, s.rhoL, s.rhoV);
         } catch (EquilibriumFailure const&) {  // next to the critical point, say

@@ -23,7 +23,7 @@ SaturationSolver::Node SaturationSolver::node(double s) {
 std::optional<SaturationSolver::Node> SaturationSolver::hidden(Node lo, Node hi) {
     for (int k = 0; k < 14; ++k) {
         const double jump = std::fabs(std::log(hi.rho / lo.rho));
-        if (jump < 0.1 + 1.3 * (hi.s - lo.s) * (at_T_ ? 1.0 : 4.0)) return {};
+        if (jump < 0.1 + 1.3 * (hi.s - lo.s) * (held_.at_T ? 1.0 : 4.0)) return {};
         const Node mid = node(0.5 * (lo.s + hi.s));
         if (!mid.known) return {};
         if (!mid.stable) return mid;
@@ -75,7 +75,7 @@ bool SaturationSolver::other_root(double rho, double jumped, double s) {
 }
 
 int SaturationSolver::boundary(Node stable, Node unstable) {
-    const double wide = at_T_ ? 0.02 : 0.004;
+    const double wide = held_.at_T ? 0.02 : 0.004;
     int tries = 0;
     for (int k = 0; k < 45; ++k) {
         const double width = std::fabs(unstable.s - stable.s);
@@ -114,14 +114,16 @@ int SaturationSolver::boundary(Node stable, Node unstable) {
     return -1;
 }
 
+// Steps of a factor of 1.5 in p, or 3 % in T. Unstable states between two stable ones that are no
+// further apart show by a jump of the density (hidden) or a dip of the distance.
 bool SaturationSolver::global(bool upper, double finer) {
     complete_ = true;
     std::vector<Node> nodes;
     double lo = 0.0, hi = 0.0, step = 0.0;
-    if (at_T_) {
+    if (held_.at_T) {
         double sum = 0.0;
         for (int k = 0; k < fluid_.size(); ++k)
-            sum += fluid_.z()[k] * std::exp(-fluid_.wilson(k, value_));
+            sum += fluid_.z()[k] * std::exp(-fluid_.wilson(k, held_.value));
         lo = std::min(-std::log(sum) - 4.0, std::log(kHighest) - 10.0);
         hi = std::log(kHighest);
         step = 0.4;

@@ -5,6 +5,7 @@
 #include <corvane/phases/coexistence/pair.h>
 #include <corvane/phases/coexistence/regular_pair.h>
 #include <corvane/phases/critical/critical.h>
+#include <corvane/phases/phase/fixed.h>
 #include <corvane/phases/saturation/envelope.h>
 #include <corvane/phases/saturation/saturation.h>
 #include <corvane/phases/stability/stability.h>
@@ -19,8 +20,7 @@ namespace corvane {
 /// One bubble or dew point; the steps are those of saturation_T.
 class SaturationSolver {
   public:
-    SaturationSolver(ModelN const& model, Saturated kind, bool at_T, double value,
-                     Vector<double> const& z);
+    SaturationSolver(ModelN const& model, Saturated kind, Fixed held, Vector<double> const& z);
     /// What run() returns, or a failure that says why not.
     SaturationPoint answer(SaturationOptions const& o);
 
@@ -88,9 +88,9 @@ class SaturationSolver {
     std::string name() const;
     std::string state() const;
     /// ln p (or ln T) of the solution, which is what was asked for.
-    double found() const { return at_T_ ? pair_.ln_p() : pair_.u.back(); }
-    double T(double s) const { return at_T_ ? value_ : std::exp(s); }
-    double p(double s) const { return at_T_ ? std::exp(s) : value_; }
+    double found() const { return held_.at_T ? pair_.ln_p() : pair_.u.back(); }
+    double T(double s) const { return held_.T(std::exp(s)); }
+    double p(double s) const { return held_.p(std::exp(s)); }
 
     // ---- liquids that split (saturation_split.cpp)
 
@@ -138,8 +138,7 @@ class SaturationSolver {
 
     const FluidModel fluid_;
     const Saturated kind_;
-    const bool at_T_;
-    const double value_;
+    const Fixed held_;
     PairSolver pair_;
     RegularPair regular_;
     Certificate bounds_;

@@ -61,7 +61,7 @@ std::optional<SaturationPoint> SaturationSolver::first_vapour(
     CoexistenceSolver all(fluid_, K + 1);
     const bool whole = K < n;  // its composition is among the equations
     if (whole) all.z = &fluid_.z();
-    (at_T_ ? all.T : all.p) = value_;
+    (held_.at_T ? all.T : all.p) = held_.value;
     // The lightest first: it is the softest, and all pressures are compared with the first one.
     const auto start = [&](int k, std::vector<double> x, double rho) {
         for (double& xi : x)
@@ -106,8 +106,8 @@ bool SaturationSolver::certified_beside(CoexistenceSolver const& all, Saturation
     // is no sign of a further phase.
     const StabilityResult r = test_phases(all, stability_, point.certificate.tpd);
     if (!r.stable || (r.unconverged && fluid_.size() == 2)) return false;
-    point.T = at_T_ ? value_ : vapour.T;
-    point.p = at_T_ ? all.pressure() : value_;
+    point.T = held_.T(vapour.T);
+    point.p = held_.p(all.pressure());
     certify(fluid_, point.p, phases, point.certificate);
     point.certificate.test = stability_.kind;
     point.certificate.evaluations = fluid_.evaluations;
@@ -147,13 +147,13 @@ std::optional<SaturationPoint> SaturationSolver::beside_pure(int i, PhaseRecord 
     const int j = 1 - i;
     PureSaturation q;
     try {
-        q = at_T_ ? pure_saturation_T(fluid_.pure(i), value_)
-                  : pure_saturation_p(fluid_.pure(i), value_);
+        q = held_.at_T ? pure_saturation_T(fluid_.pure(i), held_.value)
+                  : pure_saturation_p(fluid_.pure(i), held_.value);
     } catch (EquilibriumFailure const&) {
         return {};
     }
     SaturationPoint point;
-    const double t = point.T = at_T_ ? value_ : q.T, p = point.p = at_T_ ? q.p : value_;
+    const double t = point.T = held_.T(q.T), p = point.p = held_.p(q.p);
     PhaseState vapour, pure, rest;
     for (PhaseState* s : {&vapour, &pure, &rest}) s->resize(2);
     for (PhaseState* s : {&vapour, &pure}) {
@@ -264,8 +264,8 @@ SaturationSolver::Vanishing::Vanishing(SaturationSolver& solver, SaturationOptio
     : own(solver),
       o(options),
       n(solver.fluid_.size()),
-      t0(solver.at_T_ ? solver.value_ : solver.a_.T),
-      p0(solver.at_T_ ? solver.a_.p : solver.value_),
+      t0(solver.held_.T(solver.a_.T)),
+      p0(solver.held_.p(solver.a_.p)),
       t(t0),
       p(p0),
       y(solver.b_.x) {
@@ -300,7 +300,7 @@ bool SaturationSolver::Vanishing::solved() {
 
 /// p and T of s; false out of reach.
 bool SaturationSolver::Vanishing::place() {
-    if (own.at_T_) {
+    if (own.held_.at_T) {
         p = p0 * std::exp(s);
     } else {
         s = std::max(s, latent * (1.0 / hottest - 1.0 / t0));
@@ -399,7 +399,7 @@ bool SaturationSolver::Vanishing::narrowed() {
     const bool two = high - low < kLeast && below.count == 2 && beyond.count == 1;
     if (smooth || two || (below.count == 1 && beyond.count == 1)) {
         if (two && !(below.part > 0.5 && below.like(beyond)))
-            own.bracketed_ = std::log(own.at_T_ ? p : t);
+            own.bracketed_ = std::log(own.held_.at_T ? p : t);
         none();
     } else if (high - low < kLeast) {
         solved();
@@ -434,8 +434,8 @@ void SaturationSolver::Vanishing::step() {
     if (above && count == 1 && low < -1e299 && s < -4 * kStep) return none();  // does not split
     if (above && count > 1 && dense == 0 && follow()) return;
     if (high - low < kNarrow && narrowed()) return;
-    if ((high > 1e299 && (own.at_T_ ? p > kHighest : t < coldest)) ||
-        (low < -1e299 && !own.at_T_ && t > 0.999 * hottest))
+    if ((high > 1e299 && (own.held_.at_T ? p > kHighest : t < coldest)) ||
+        (low < -1e299 && !own.held_.at_T && t > 0.999 * hottest))
         return none();  // always a vapour, or never
     advance();
 }

@@ -62,16 +62,16 @@ bool SaturationSolver::crossing(EnvelopePoint const& a, EnvelopePoint const& b, 
 bool SaturationSolver::traced(bool upper, bool known, Found& best) {
     Envelope e;
     if (!envelope(e)) return false;
-    const double target = std::log(value_);
-    auto fixed = [&](EnvelopePoint const& q) { return std::log(at_T_ ? q.T : q.p) - target; };
+    const double target = std::log(held_.value);
+    auto fixed = [&](EnvelopePoint const& q) { return std::log(held_.at_T ? q.T : q.p) - target; };
     bool any = known;
     for (std::size_t k = 0; k + 1 < e.points.size(); ++k) {
         EnvelopePoint const &a = e.points[k], &b = e.points[k + 1];
         const double fa = fixed(a), fb = fixed(b);
         if (!(fa * fb <= 0.0) || fa == fb) continue;
         if (a.bubble == b.bubble && a.bubble != (kind_ == Saturated::bubble)) continue;
-        const double lo = std::log(at_T_ ? std::min(a.p, b.p) : std::min(a.T, b.T)) - 1e-7,
-                     hi = std::log(at_T_ ? std::max(a.p, b.p) : std::max(a.T, b.T)) + 1e-7;
+        const double lo = std::log(held_.at_T ? std::min(a.p, b.p) : std::min(a.T, b.T)) - 1e-7,
+                     hi = std::log(held_.at_T ? std::max(a.p, b.p) : std::max(a.T, b.T)) + 1e-7;
         if (std::any_of(others_.begin(), others_.end(), [&](double s) { return s > lo && s < hi; }))
             continue;
         if (!crossing(a, b, fa / (fa - fb), lo, hi)) {

@@ -31,8 +31,8 @@ using Node = SolidFluidNode;
 
 class Tracer : SolidFluidStates {
   public:
-    Tracer(ModelN const& model, int solid, bool at_T, double value, SolidFluidOptions const& o)
-        : SolidFluidStates(model, solid, at_T, value, o), joint_(fluid_, o.anchored, at_T, value) {}
+    Tracer(ModelN const& model, int solid, Fixed held, SolidFluidOptions const& o)
+        : SolidFluidStates(model, solid, held, o), joint_(fluid_, o.anchored, held) {}
 
     SolidFluidPoint one(double T) {
         if (!(T > 0.0) || T > hottest_ * (1.0 + 1e-9)) throw ThException(th_out_of_range);
@@ -54,7 +54,7 @@ class Tracer : SolidFluidStates {
             if (done_ || reached(q)) continue;
             begin_at_pure(q);
         }
-        if (lines_.empty() && !at_T_)
+        if (lines_.empty() && !held_.at_T)
             for (Node const& q : crossings(hottest_))
                 if (q.point.stable && !done_ && !ended_at(q.point)) {
                     SolidFluidLine line;
@@ -65,7 +65,7 @@ class Tracer : SolidFluidStates {
                     follow(std::move(line), first);
                 }
         if (lines_.empty())
-            fail(at_T_ ? value_ : hottest_,
+            fail(held_.at_T ? held_.value : hottest_,
                  "no melting or sublimation point within the solid's data, and no stable fluid "
                  "at their end");
         return std::move(lines_);
@@ -76,7 +76,7 @@ class Tracer : SolidFluidStates {
     double growth() const { return turn_ < 0.2 * kTurn ? 1.6 : 1.0; }
     End lost() const {
         const double t = std::exp(last_.u[2]), other = hottest(1 - s_);
-        return at_T_                               ? End::stuck
+        return held_.at_T                          ? End::stuck
                : t > (1 - 1e-4) * hottest_         ? End::solid_range
                : std::fabs(t / other - 1.0) < 1e-4 ? End::other_range
                                                    : End::stuck;
@@ -204,7 +204,7 @@ class Tracer : SolidFluidStates {
         for (double sign : {onwards, -onwards}) {
             solver_.start(x, rho, variable);
             solver_.row = {0.0, 0.0, 1.0};
-            solver_.value = solver_.u[2] + sign * kFirst * (at_T_ ? kStepP : kStepT);
+            solver_.value = solver_.u[2] + sign * kFirst * (held_.at_T ? kStepP : kStepT);
             if (!solver_.solve(kNewton) || !solver_.tangent(first.t)) continue;
             first.u = solver_.u;
             certify_point(solver_, nullptr, first);
@@ -221,13 +221,14 @@ class Tracer : SolidFluidStates {
         const double ln_s = du[s_] - rho, ln_o = du[1 - s_] - rho;
         return std::max({std::fabs(ln_s) * a.x[s_] / kStepX, std::fabs(ln_s) / kStepLnX,
                          std::fabs(ln_o) / kStepOther, std::fabs(rho) / kStepRho,
-                         std::fabs(du[2]) / (at_T_ ? kStepP : kStepT)}) /
+                         std::fabs(du[2]) / (held_.at_T ? kStepP : kStepT)}) /
                o_.step;
     }
 
     /// Extends the line from last_ on.
     End trace(SolidFluidLine& line) {
-        if (!at_T_ && last_.u[2] < std::log(coldest_)) return End::solid_range;  // a second fluid
+        if (!held_.at_T && last_.u[2] < std::log(coldest_))
+            return End::solid_range;  // a second fluid
         line.points.push_back(last_.point);
         line_ = &line;
         ++count_;
@@ -252,10 +253,10 @@ class Tracer : SolidFluidStates {
             return true;
         }
         double to = 0.0;
-        if (at_T_ && variable > o_.p_max) {
+        if (held_.at_T && variable > o_.p_max) {
             to = o_.p_max;
             event = End::pressure;
-        } else if (!at_T_ && (variable < coldest_ || variable > hottest_)) {
+        } else if (!held_.at_T && (variable < coldest_ || variable > hottest_)) {
             to = variable < coldest_ ? coldest_ : hottest_;
             event = End::solid_range;
         } else {
@@ -343,15 +344,15 @@ class Tracer : SolidFluidStates {
 
 SolidFluidPoint solubility(ModelN const& binary, int solid, double p, double T,
                            SolidFluidOptions const& options) {
-    return Tracer(binary, solid, false, p, options).one(T);
+    return Tracer(binary, solid, {false, p}, options).one(T);
 }
 std::vector<SolidFluidLine> solid_fluid_isobar(ModelN const& binary, int solid, double p,
                                                SolidFluidOptions const& options) {
-    return Tracer(binary, solid, false, p, options).lines();
+    return Tracer(binary, solid, {false, p}, options).lines();
 }
 std::vector<SolidFluidLine> solid_fluid_isotherm(ModelN const& binary, int solid, double T,
                                                  SolidFluidOptions const& options) {
-    return Tracer(binary, solid, true, T, options).lines();
+    return Tracer(binary, solid, {true, T}, options).lines();
 }
 
 SolidFluidPoint eutectic(ModelN const& binary, double p, SolidFluidOptions const& options) {
@@ -362,8 +363,8 @@ SolidFluidPoint eutectic(ModelN const& binary, double p, SolidFluidOptions const
             if (s == 1) q.rho_solid = line.end_phase.rho;
             return q;
         }
-    throw EquilibriumFailure(EquilibriumFailure::Kind::no_solution, T_or_p(false, p), "eutectic", 0,
-                             std::nan(""), "neither solid's line ends in a eutectic");
+    throw EquilibriumFailure(EquilibriumFailure::Kind::no_solution, T_or_p({false, p}), "eutectic",
+                             0, std::nan(""), "neither solid's line ends in a eutectic");
 }
 
 }  // namespace corvane

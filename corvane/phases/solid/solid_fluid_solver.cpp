@@ -38,8 +38,8 @@ bool SolidState::evaluate(Model1 const& component, AnchoredSolid const* anchored
 }
 
 SolidFluidSolver::SolidFluidSolver(FluidModel const& fluid, AnchoredSolids const& anchored,
-                                   bool at_T, double fixed)
-    : u(5), fluid_(fluid), anchored_(anchored), at_T_(at_T), fixed_(fixed), jacobian_(25), r_(5) {
+                                   Fixed held)
+    : u(5), fluid_(fluid), anchored_(anchored), held_(held), jacobian_(25), r_(5) {
     a.resize(2);
     b.resize(2);
 }
@@ -58,14 +58,14 @@ void SolidFluidSolver::start_second(std::vector<double> const& x, double rho) {
 }
 
 bool SolidFluidSolver::evaluate() {
-    p = at_T_ ? std::exp(u.back()) : fixed_;
-    T = at_T_ ? fixed_ : std::exp(u.back());
+    p = held_.p(std::exp(u.back()));
+    T = held_.T(std::exp(u.back()));
     for (int i = 0; i < 2; ++i) {
         a.rho_i[i] = std::exp(u[i]);
         if (two) b.rho_i[i] = std::exp(u[2 + i]);
     }
     for (std::size_t k = 0; k < solids.size(); ++k)
-        if (!solid[k].evaluate(fluid_.pure(solids[k]), anchored_[solids[k]], p, T, !at_T_))
+        if (!solid[k].evaluate(fluid_.pure(solids[k]), anchored_[solids[k]], p, T, !held_.at_T))
             return false;
     return fluid_.evaluate(a, T, phase_all) && (!two || fluid_.evaluate(b, T, phase_all));
 }
@@ -79,7 +79,7 @@ void SolidFluidSolver::assemble() {
         const int c = solids[j];
         r_[k] = a.m[c] - solid[j].g;
         for (int i = 0; i < 2; ++i) J(i) = a.H[2 * c + i] * a.rho_i[i];
-        J(v) = at_T_ ? -p * solid[j].v / (R * T) : a.m_T[c] - solid[j].g_T;
+        J(v) = held_.at_T ? -p * solid[j].v / (R * T) : a.m_T[c] - solid[j].g_T;
     }
     for (PhaseState const* s : {&a, &b}) {
         if (s == &b && !two) break;
@@ -87,7 +87,7 @@ void SolidFluidSolver::assemble() {
         const int at = s == &a ? 0 : 2;
         r_[k] = (s->p - p) / (RT * s->rho);
         for (int i = 0; i < 2; ++i) J(at + i) = s->P[i] * s->rho_i[i] / s->rho;
-        J(v) = at_T_ ? -p / (RT * s->rho) : (s->p_T + p / RT) / s->rho;
+        J(v) = held_.at_T ? -p / (RT * s->rho) : (s->p_T + p / RT) / s->rho;
         ++k;
     }
     for (int i = 0; two && i < 2; ++i, ++k) {
@@ -96,7 +96,7 @@ void SolidFluidSolver::assemble() {
             J(j) = -a.H[2 * i + j] * a.rho_i[j];
             J(2 + j) = b.H[2 * i + j] * b.rho_i[j];
         }
-        J(v) = at_T_ ? 0.0 : b.m_T[i] - a.m_T[i];
+        J(v) = held_.at_T ? 0.0 : b.m_T[i] - a.m_T[i];
     }
     if (!row.empty()) {
         r_[k] = -value;
@@ -128,7 +128,7 @@ bool SolidFluidSolver::solve(int limit) {
         // % in T, a factor of e in p.
         StepBound bound;
         for (int i = 0; i < m; ++i) {
-            double most = at_T_ ? 1.0 : 0.1;
+            double most = held_.at_T ? 1.0 : 0.1;
             if (i < m - 1) {
                 PhaseState const& s = i < 2 ? a : b;
                 most = s.x[i % 2] < 1e-3 ? 3.0 : 1.0;

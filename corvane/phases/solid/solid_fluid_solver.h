@@ -1,6 +1,7 @@
 // Newton's method for pure solids in equilibrium with fluids of two components. Internal.
 #pragma once
 
+#include <corvane/phases/phase/fixed.h>
 #include <corvane/phases/phase/phase.h>
 #include <corvane/phases/solid/anchored_solid.h>
 
@@ -31,8 +32,7 @@ using AnchoredSolids = std::array<AnchoredSolid const*, 2>;
 /// equal potentials in both fluids; and row·u = value, if row is not empty.
 class SolidFluidSolver {
   public:
-    SolidFluidSolver(FluidModel const& fluid, AnchoredSolids const& anchored, bool at_T,
-                     double value);
+    SolidFluidSolver(FluidModel const& fluid, AnchoredSolids const& anchored, Fixed held);
 
     std::vector<int> solids;  ///< components that are solid
     bool two = false;         ///< two fluids
@@ -58,8 +58,7 @@ class SolidFluidSolver {
 
     FluidModel const& fluid_;
     const AnchoredSolids anchored_;
-    const bool at_T_;
-    const double fixed_;
+    const Fixed held_;
     std::vector<double> jacobian_, r_;
 };
 

@@ -39,19 +39,19 @@ Vector<double> SolidFluidStates::pure_composition(int component) {
     return z;
 }
 
-SolidFluidStates::SolidFluidStates(ModelN const& model, int solid, bool at_T, double value,
+SolidFluidStates::SolidFluidStates(ModelN const& model, int solid, Fixed held,
                                    SolidFluidOptions const& o)
     : fluid_(checked(model, solid), middle()),
       pure_(model, pure_composition(solid)),
       o_(o),
       s_(solid),
-      at_T_(at_T),
-      value_(value),
-      solver_(fluid_, o.anchored, at_T, value),
+      held_(held),
+      solver_(fluid_, o.anchored, held),
       stability_(fluid_) {
     hottest_ = hottest(s_);
     if (!(hottest_ > 0.0)) throw ThException(th_no_solid);
-    if (!(value > 0.0) || !std::isfinite(value) || (at_T && value > hottest_) ||
+    if (!(held.value > 0.0) || !std::isfinite(held.value) ||
+        (held.at_T && held.value > hottest_) ||
         !(o.step > 0.0) || !std::isfinite(o.step) || !(o.x_min > 0.0) || !(o.p_max > 0.0) ||
         o.points < 2)
         throw ThException(th_out_of_range);
@@ -79,8 +79,8 @@ double SolidFluidStates::hottest(int component) const {
 
 void SolidFluidStates::fail(double T, std::string const& advice,
                             EquilibriumFailure::Kind kind) const {
-    std::string state = T_or_p(at_T_, value_);
-    if (!at_T_) state += ", " + quantity("T", T, "K");
+    std::string state = T_or_p(held_);
+    if (!held_.at_T) state += ", " + quantity("T", T, "K");
     state += ", solid component " + std::to_string(s_);
     throw EquilibriumFailure(kind, state, "solid_fluid", solver_.iterations, std::nan(""), advice);
 }
@@ -95,15 +95,16 @@ bool SolidFluidStates::gap(double variable, double& value) {
     value = at_pure_.m[0] - solid.g;
     return true;
 }
-/// Where the pure component melts or sublimes: all changes of sign of the gap.
+/// Where the pure component melts or sublimes: all changes of sign of the gap, in steps of 2 % in T
+/// or 30 % in p: an isobar has one, an isotherm of water below its triple point two, decades apart.
 std::vector<PureSolidPoint> SolidFluidStates::pure_points() {
     std::vector<PureSolidPoint> found;
     double low = coldest_, high = hottest_, factor = 1.02;
-    if (at_T_) {
+    if (held_.at_T) {
         double psub = 0.0, v = 0.0, kappa = 0.0;
         if (AnchoredSolid const* anchored = o_.anchored[s_])
-            psub = value_ < anchored->data().T ? anchored->sublimation(value_) : anchored->p_t();
-        else if (pure_.pure(0).solid.sge(value_, -1, psub, v, kappa) < 0)
+            psub = held_.value < anchored->data().T ? anchored->sublimation(held_.value) : anchored->p_t();
+        else if (pure_.pure(0).solid.sge(held_.value, -1, psub, v, kappa) < 0)
             return found;
         low = 0.5 * psub;
         high = o_.p_max;
@@ -121,7 +122,7 @@ std::vector<PureSolidPoint> SolidFluidStates::pure_points() {
         last = here;
         if (!(w < high)) break;
     }
-    if (!at_T_) std::reverse(found.begin(), found.end());  // the hottest first
+    if (!held_.at_T) std::reverse(found.begin(), found.end());  // the hottest first
     return found;
 }
 /// Illinois method in the logarithm.
@@ -191,7 +192,7 @@ SolidFluidStates::Sample SolidFluidStates::sample(double z, int root, double rho
     x[s_] = 1.0 / (1.0 + std::exp(-z));
     x[1 - s_] = 1.0 / (1.0 + std::exp(z));
     double r[2];
-    const int roots = fluid_.densities(value_, at_, x, r);
+    const int roots = fluid_.densities(held_.value, at_, x, r);
     if (roots < 1) return q;
     q.two = roots == 2;
     if (rho > 0.0)
@@ -212,7 +213,7 @@ std::vector<SolidFluidNode> SolidFluidStates::crossings(double temperature) {
     std::vector<SolidFluidNode> found;
     SolidState solid;
     missed_ = false;
-    if (!solid.evaluate(fluid_.pure(s_), o_.anchored[s_], value_, temperature, false)) return found;
+    if (!solid.evaluate(fluid_.pure(s_), o_.anchored[s_], held_.value, temperature, false)) return found;
     at_ = temperature;
     level_ = solid.g;
     bool two = true;

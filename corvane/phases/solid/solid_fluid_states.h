@@ -27,8 +27,7 @@ struct PureSolidPoint {
 class SolidFluidStates {
   public:
     /// @throws ThException 4 not a binary, 5 arguments out of range, 6 no data of the solid
-    SolidFluidStates(ModelN const& model, int solid, bool at_T, double value,
-                     SolidFluidOptions const& options);
+    SolidFluidStates(ModelN const& model, int solid, Fixed held, SolidFluidOptions const& options);
 
     /// Where the pure component melts or sublimes, within the solid's data: the hottest first, or
     /// the one of lowest pressure.
@@ -47,14 +46,13 @@ class SolidFluidStates {
     static Vector<double> pure_composition(int component);
 
   protected:
-    double p(double variable) const { return at_T_ ? variable : value_; }
-    double T(double variable) const { return at_T_ ? value_ : variable; }
+    double p(double variable) const { return held_.p(variable); }
+    double T(double variable) const { return held_.T(variable); }
 
     const FluidModel fluid_, pure_;
     const SolidFluidOptions o_;
     const int s_;  // component that forms the solid
-    const bool at_T_;
-    const double value_;
+    const Fixed held_;
     SolidFluidSolver solver_;
     Stability stability_;
     double hottest_ = 0.0, coldest_ = 0.0;  // K: range of the solid's data
