@@ -18,6 +18,7 @@ constexpr double kFar = 2.0;          // of the potentials: substitution before 
 constexpr double kNear = 1e-5;  // of the tangent-plane distance: a critical point may be near
 constexpr double kNothing = 1e-14;    // amount of a phase that is no start
 constexpr double kRounding = 1e-9;    // what rounding may leave of them, see Certificate
+constexpr char kUntested[] = "the stability test did not converge from every start";
 
 class Flash {
   public:
@@ -51,7 +52,7 @@ class Flash {
         StabilityResult r = stability_.test(whole_, p_, nullptr, true, true);
         if (!r.stable && !r.other) r = stability_.test(whole_, p_, nullptr, false, true);
         if (r.stable) {
-            if (r.unconverged) fail("the stability test did not converge from every start");
+            if (r.unconverged) fail(kUntested);
             return one_phase(o, std::min(r.tpd, 0.0));
         }
         bool unstable = false, regular = false;
@@ -66,6 +67,7 @@ class Flash {
             if ((k > 0 && !rachford_rice()) || !split()) continue;
             StabilityResult after;
             if (certified(&after)) return two_phases(o);
+            if (after.stable && untested(after)) fail(kUntested);
             unstable = true;
             if (!after.other) continue;
             if (n_ > 2 && flash_many(fluid_, stability_, {a_.x, b_.x, after.trial.w}, many))
@@ -408,10 +410,13 @@ class Flash {
         StabilityResult found = stability_.test(a_, p_, &b_, true);
         if (r && !found.stable) found = stability_.test(a_, p_, &b_, false);
         tpd_ = std::min(0.0, found.tpd);
-        const bool stable = found.stable;
+        const bool stable = found.stable && !untested(found);
         if (r) *r = std::move(found);
         return stable && stability_.locally_stable(b_);
     }
+    /// The complete test of a binary saw no density somewhere. Of three components and more a start
+    /// that is lost among traces is no sign of a further phase.
+    bool untested(StabilityResult const& r) const { return n_ == 2 && r.unconverged; }
 
     FlashResult result() const {
         FlashResult q;

@@ -176,7 +176,8 @@ bool flash_certified(FluidModel const& fluid, Stability& stability,
     const StabilityResult r =
         stability.test(plane, q.p, phases.size() > 1 ? &phases[1] : nullptr, true);
     c.tpd = std::min(0.0, r.tpd);
-    return r.stable && (phases.size() > 1 || !r.unconverged);
+    // Of three components and more a start that is lost among traces is no sign of a further phase.
+    return r.stable && ((fluid.size() > 2 && phases.size() > 1) || !r.unconverged);
 }
 
 namespace {
