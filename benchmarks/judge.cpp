@@ -23,6 +23,8 @@
 #include "judge/cubic.h"
 #include "judge/multifluid.h"
 #include "judge/pcsaft.h"
+#include "judge/systems.h"
+#include "judge/tally.h"
 #include "judge/verdict.h"
 #include "mixtures.h"
 
@@ -42,102 +44,13 @@
 namespace {
 using corvane::EquilibriumFailure;
 using corvane::Saturated;
+using judge::Call;
 using judge::Fault;
+using judge::Names;
+using judge::Tally;
+using enum judge::Call;
 using judge::Verdict;
 using Clock = std::chrono::steady_clock;
-using Names = std::vector<std::string>;
-
-const std::vector<Names> kBinaries = {
-    {"heptane", "pentane"},
-    {"carbon_dioxide", "ethane"},
-    {"nitrogen", "octane"},
-    {"hydrogen_sulfide", "water"},
-    {"decane", "mercury"},
-    {"methane", "pentane"},
-    {"methane", "propane"},
-    {"methane", "ethane"},
-    {"methane", "decane"},
-    {"methane", "hexadecane"},
-    {"methane", "carbon_dioxide"},
-    {"methane", "hydrogen_sulfide"},
-    {"methane", "water"},
-    {"methane", "hydrogen"},
-    {"methane", "helium"},
-    {"nitrogen", "methane"},
-    {"nitrogen", "ethane"},
-    {"nitrogen", "helium"},
-    {"nitrogen", "water"},
-    {"hydrogen", "decane"},
-    {"hydrogen", "carbon_monoxide"},
-    {"hydrogen", "helium"},
-    {"hydrogen", "water"},
-    {"helium", "decane"},
-    {"neon", "argon"},
-    {"argon", "oxygen"},
-    {"carbon_dioxide", "decane"},
-    {"carbon_dioxide", "hexadecane"},
-    {"carbon_dioxide", "eicosane"},
-    {"carbon_dioxide", "water"},
-    {"carbon_dioxide", "methanol"},
-    {"carbon_dioxide", "toluene"},
-    {"hydrogen_sulfide", "butane"},
-    {"hydrogen_sulfide", "decane"},
-    {"ethane", "decane"},
-    {"ethane", "methanol"},
-    {"ethanol", "water"},
-    {"ethanol", "heptane"},
-    {"methanol", "hexane"},
-    {"benzene", "mercury"},
-    {"water", "butane"},
-    {"water", "benzene"},
-    {"ammonia", "water"},
-    {"r134a", "propane"},
-    {"nitrogen", "oxygen"},
-    {"nitrogen", "argon"},
-    {"hydrogen", "nitrogen"},
-    {"helium", "argon"},
-    {"carbon_monoxide", "methane"},
-    {"propane", "decane"},
-    {"isobutane", "butane"},
-    {"carbon_dioxide", "pentane"},
-    {"carbon_dioxide", "hydrogen"},
-    {"nitrogen", "decane"},
-    {"water", "hexane"},
-    {"methane", "octane"},
-};
-const std::vector<Names> kTernaries = {
-    {"methane", "ethane", "propane"},
-    {"methane", "butane", "decane"},
-    {"nitrogen", "methane", "propane"},
-    {"carbon_dioxide", "methane", "decane"},
-    {"carbon_dioxide", "ethane", "propane"},
-    {"carbon_dioxide", "methane", "water"},
-    {"carbon_dioxide", "hydrogen_sulfide", "methane"},
-    {"carbon_dioxide", "hydrogen_sulfide", "water"},
-    {"carbon_dioxide", "decane", "water"},
-    {"carbon_dioxide", "nitrogen", "methane"},
-    {"hydrogen", "methane", "decane"},
-    {"hydrogen", "carbon_monoxide", "methane"},
-    {"hydrogen", "nitrogen", "water"},
-    {"methane", "decane", "water"},
-    {"methane", "hydrogen_sulfide", "water"},
-    {"nitrogen", "oxygen", "argon"},
-    {"nitrogen", "methane", "decane"},
-    {"ethane", "propane", "decane"},
-    {"methane", "pentane", "octane"},
-    {"nitrogen", "carbon_dioxide", "octane"},
-    {"helium", "methane", "decane"},
-    {"helium", "nitrogen", "methane"},
-    {"decane", "mercury", "methane"},
-    {"benzene", "mercury", "water"},
-    {"carbon_dioxide", "hexadecane", "methane"},
-    {"carbon_dioxide", "eicosane", "ethane"},
-    {"methanol", "water", "methane"},
-    {"ethanol", "water", "benzene"},
-    {"methanol", "hexane", "carbon_dioxide"},
-    {"ethanol", "heptane", "carbon_dioxide"},
-    {"ammonia", "water", "methane"},
-};
 
 struct Settings {
     bool verbose = false, strict = false, ternaries = false, flashes = false, absent = false;
@@ -145,40 +58,6 @@ struct Settings {
     int states = 4000;
     double limit = 1e9;
     std::string only;
-};
-
-enum Call { bubble_T, dew_T, bubble_p, dew_p, flash, test, calls };
-constexpr char const* kCalls[] = {"bubble_T", "dew_T", "bubble_p", "dew_p", "flash", "stability"};
-
-struct Tally {
-    long answers = 0, two = 0, no_solution = 0, missed_of = 0, gave_up = 0, beyond = 0, thrown = 0,
-         evaluations = 0;
-    long fault[judge::kFaults] = {};
-    double us = 0, worst = 0, ratio = 0;  ///< time; error of a right answer, and over its bound
-    long asked() const { return answers + no_solution + gave_up + beyond + thrown; }
-    long wrong() const { return answers - fault[0]; }
-    void add(Tally const& t) {
-        answers += t.answers, two += t.two, no_solution += t.no_solution, gave_up += t.gave_up;
-        thrown += t.thrown, evaluations += t.evaluations, us += t.us;
-        missed_of += t.missed_of, beyond += t.beyond;
-        worst = std::max(worst, t.worst), ratio = std::max(ratio, t.ratio);
-        for (int k = 0; k < judge::kFaults; ++k) fault[k] += t.fault[k];
-    }
-    static void header() {
-        std::printf("%-22s%9s%9s%9s%8s%8s", "", "asked", "answers", "two", "no such", "gave up");
-        std::printf("%8s%8s%7s%7s", "judged", "beyond", "thrown", "wrong");
-        for (int k = 1; k < judge::kFaults; ++k) std::printf("%9s", judge::kFaultNames[k]);
-        std::printf("%10s%9s%8s%9s\n", "worst", "ratio", "evals", "us");
-    }
-    void print(char const* name) const {
-        if (asked() == 0) return;
-        std::printf("%-22s%9ld%9ld%9ld%8ld%8ld%8ld%8ld%7ld%7ld", name, asked(), answers, two,
-                    no_solution, gave_up, missed_of, beyond, thrown, wrong());
-        for (int k = 1; k < judge::kFaults; ++k) std::printf("%9ld", fault[k]);
-        std::printf("%10.1e%9.1e%8ld%9.1f\n", worst, ratio, evaluations / std::max(1L, answers),
-                    us / static_cast<double>(asked()));
-        std::fflush(stdout);
-    }
 };
 
 struct State {
@@ -433,7 +312,7 @@ long examine(Model const& model, std::string const& region, Settings const& s) {
     const auto begin = Clock::now();
     long without = 0;
     std::vector<std::pair<Names, Mixture>> mixtures;
-    for (Names const& names : s.ternaries ? kTernaries : kBinaries) try {
+    for (Names const& names : s.ternaries ? judge::kTernaries : judge::kBinaries) try {
             mixtures.emplace_back(names, mixture_of(names, model.eos, model.mth, model.set));
         } catch (ThException const&) {  // no parameters
         }
@@ -468,7 +347,7 @@ long examine(Model const& model, std::string const& region, Settings const& s) {
     const std::string title = std::string(model.eos) + (s.ternaries ? " 3 " : " ");
     Tally all;
     for (int c = 0; c < calls; ++c) {
-        tally[c].print((title + region + ' ' + kCalls[c]).c_str());
+        tally[c].print((title + region + ' ' + judge::kCalls[c]).c_str());
         all.add(tally[c]);
     }
     all.print((title + region).c_str());

@@ -133,6 +133,24 @@ void print(char const* name, Trip trip, Count const& c) {
     std::printf("%-42s%-14s%7d%7d%7d%9d%9d%7d%11.1e%9.1f\n", name, kTrip[trip], c.ok, c.two,
                 c.three, c.no_solution, c.gave_up, c.wrong, c.worst, c.us / std::max(1, c.all()));
 }
+
+const std::vector<std::vector<std::string>> kMixtures = {
+    {"methane", "propane"},
+    {"methane", "decane"},
+    {"carbon_dioxide", "methane"},
+    {"carbon_dioxide", "ethane"},
+    {"nitrogen", "ethane"},
+    {"water", "methane"},
+    {"carbon_dioxide", "water"},
+    {"nitrogen", "methane", "propane"},
+    {"methane", "decane", "water"},
+    {"carbon_dioxide", "hydrogen_sulfide", "methane"},
+    {"nitrogen", "methane", "ethane", "propane", "butane"},
+    {"nitrogen", "methane", "ethane", "propane", "butane", "decane"},
+    {"methane", "carbon_dioxide", "propane", "decane", "water"},
+    {"methane"},
+    {"carbon_dioxide"},
+    {"water"}};
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -146,30 +164,13 @@ int main(int argc, char** argv) {
         else
             model.push_back(argv[k]);
     if (model.size() < 2) model = {"PR", "vdW1"};
-    const std::vector<std::vector<std::string>> mixtures = {
-        {"methane", "propane"},
-        {"methane", "decane"},
-        {"carbon_dioxide", "methane"},
-        {"carbon_dioxide", "ethane"},
-        {"nitrogen", "ethane"},
-        {"water", "methane"},
-        {"carbon_dioxide", "water"},
-        {"nitrogen", "methane", "propane"},
-        {"methane", "decane", "water"},
-        {"carbon_dioxide", "hydrogen_sulfide", "methane"},
-        {"nitrogen", "methane", "ethane", "propane", "butane"},
-        {"nitrogen", "methane", "ethane", "propane", "butane", "decane"},
-        {"methane", "carbon_dioxide", "propane", "decane", "water"},
-        {"methane"},
-        {"carbon_dioxide"},
-        {"water"}};
     std::mt19937 generator(20261121);
     std::uniform_real_distribution<double> uniform(0, 1);
     std::printf("%-42s%-14s%7s%7s%7s%9s%9s%7s%11s%9s\n", "", "", "ok", "two", "three", "no such",
                 "gave up", "wrong", "worst", "us");
     Count all[trips];
     int without = 0;
-    for (auto const& names : mixtures) {
+    for (auto const& names : kMixtures) {
         const Mixture m = make(model[0], model[1], names);
         const int n = m->mdl1.size();
         Count count[trips];

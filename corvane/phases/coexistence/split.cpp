@@ -268,10 +268,10 @@ double SplitSolver::change_of_unknown() const {
     return change * (R * T / p);
 }
 
-bool SplitSolver::bound(Certificate& c) {
-    assemble();
-    const int n = n_, K = count_, m = size_, pressures = (K - 1) * n;
-    std::vector<double> e(static_cast<std::size_t>(m)), inverse(jacobian_.size());
+/// Residuals, and what rounding may add to them.
+std::vector<double> SplitSolver::errors() const {
+    const int n = n_, K = count_, m = size_;
+    std::vector<double> e(static_cast<std::size_t>(m));
     for (int k = 0; k < m; ++k) e[k] = std::fabs(r_[k]);
     for (int i = 0; i < n; ++i)
         for (int k = 0; k < K; ++k)
@@ -281,14 +281,22 @@ bool SplitSolver::bound(Certificate& c) {
     for (int k = p_free_ ? 1 : 0; k < K; ++k)
         e[pressure_row(k)] += rounding_of_P(fluid, phase[k]) +
                               (p_free_ ? rounding_of_P(fluid, phase[0]) : 0.0);
-    if (target_ != Target::none) {  // h/RT or s/R: as the potentials; ideal gas to 1e-14 of itself
-        double size = T_free_ ? 1.0 + std::fabs(given / (target_ == Target::h_at_p ? T : 1.0)) : 1.0;
-        size *= 1e-14;
-        for (int k = 0; T_free_ && k < K; ++k)
-            for (int i = 0; i < n; ++i)
-                size += amount[k] * phase[k].x[i] * rounding_of_m(fluid, phase[k], i);
-        e[m - 1] += size;
-    }
+    if (target_ == Target::none) return e;
+    // h/RT or s/R: as the potentials; ideal gas to 1e-14 of itself
+    double size = T_free_ ? 1.0 + std::fabs(given / (target_ == Target::h_at_p ? T : 1.0)) : 1.0;
+    size *= 1e-14;
+    for (int k = 0; T_free_ && k < K; ++k)
+        for (int i = 0; i < n; ++i)
+            size += amount[k] * phase[k].x[i] * rounding_of_m(fluid, phase[k], i);
+    e[m - 1] += size;
+    return e;
+}
+
+bool SplitSolver::bound(Certificate& c) {
+    assemble();
+    const int n = n_, K = count_, m = size_, pressures = (K - 1) * n;
+    const std::vector<double> e = errors();
+    std::vector<double> inverse(jacobian_.size());
     if (!invert(m, jacobian_.data(), inverse.data())) return false;
     const ErrorBound off(e);
     // ∂ln rho_i of every phase: of the amounts (the phase that holds most of a component loses what

@@ -58,6 +58,7 @@ class SplitSolver {
     void number();
     void keep_least();
     void assemble();
+    std::vector<double> errors() const;
     void add(int column, int k, double const* dm, double dpi, double dtarget, double scale);
     bool advance();
     double change_of_unknown() const;

@@ -10,7 +10,8 @@ namespace corvane {
 namespace {
 using Variables = CriticalConditions::Variables;
 
-// Densities: a liquid's pressure rises by 1000 MPa within 15 %.
+// Densities: a liquid's pressure rises by 1000 MPa within 15 %. Temperatures: λ is
+// positive far up and mostly changes its sign once; two changes within a step of 12 % are not seen.
 constexpr double kFirst = 0.3, kRatio = 1.12, kDenseRatio = 1.05;
 constexpr int kLoose = 19;
 constexpr double kHot = 2.0, kCold = 0.2;

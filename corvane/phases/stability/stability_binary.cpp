@@ -10,6 +10,8 @@
 
 namespace corvane {
 namespace {
+// The quick test is for curves whose ends are tested completely: some 0.1 apart, closer at the
+// ends, and minima next to the phase itself are looked for besides.
 constexpr std::array<double, 15> kGrid{0.003, 0.02, 0.06, 0.12, 0.2,  0.3,  0.4,  0.5,
                                        0.6,   0.7,  0.8,  0.88, 0.94, 0.98, 0.997};
 constexpr int kPoints = static_cast<int>(kGrid.size());
