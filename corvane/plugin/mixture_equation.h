@@ -6,10 +6,7 @@
 #pragma once
 
 #include <corvane/mixture/isotherm.h>
-#include <corvane/mixture/modeln.h>
-#include <corvane/mixture/pair_parameters.h>
 #include <corvane/plugin/exact_slots.h>
-#include <corvane/plugin/pair_table.h>
 #include <corvane/plugin/plugin.h>
 #include <corvane/plugin/stages.h>
 #include <corvane/pure/model1.h>
@@ -21,29 +18,19 @@
 namespace corvane {
 
 template <class Eq>
-class MixtureEquation final : public ModelN,
-                              public DerivN,
-                              public IsothermN,
-                              public PairParameters {
+class MixtureEquation final : public PairTableMixture, public IsothermN {
     static constexpr int kCount = parameter_count<Eq>, kPair = pair_parameter_count<Eq>;
     template <class T>
     using At = AtTemperature<Eq, T>;
     using Slope = Jet<1>;  // in T
 
   public:
-    MixtureEquation() {
-        eos = Eq::name;
-        mth = Eq::mixing;
-        hess_myr_ = 1;  // myr is exact
-    }
+    MixtureEquation() : PairTableMixture(Eq::name, Eq::mixing, kPair) {}
 
     // ---- binary parameters
-    // --------------------------------------------------------------------------
 
-    int pair_parameters() const override { return kPair; }
-    double* ppar(int k, int i, int j) override { return pairs_.at(i, j) + k; }
     void par_alloc() override {
-        pairs_.resize(mdl1.size());
+        PairTableMixture::par_alloc();
         if constexpr (kPair > 0)
             for (int j = 0; j < mdl1.size(); ++j)
                 for (int i = 0; i < j; ++i)
@@ -76,13 +63,6 @@ class MixtureEquation final : public ModelN,
     }
 
     // ---- at one composition
-    // -------------------------------------------------------------------------
-
-    using ModelN::Ar;
-    using ModelN::betaV;
-    using ModelN::myr;
-    using ModelN::PsiH;
-    using ModelN::Z;
 
     double Ar(double rho, double T, Vector<double> const& x) const override {
         if (!(T > 0.0)) return std::numeric_limits<double>::quiet_NaN();
@@ -93,9 +73,6 @@ class MixtureEquation final : public ModelN,
         if (!(T > 0.0)) return std::numeric_limits<double>::quiet_NaN();
         const Store<double> s(*this, T);
         return compressibility<Eq>(mixed<Eq>(s.at, composition(x)), rho);
-    }
-    double betaV(double rho, double T, Vector<double> const& x) const override {
-        return exact_betaV(*this, rho, T, x);
     }
     int vcalc(double p, double T, Vector<double> const& x, int mode, double& rho_a,
               double& rho_b) const override {
@@ -114,7 +91,6 @@ class MixtureEquation final : public ModelN,
     }
 
     // ---- composition derivatives
-    // --------------------------------------------------------------------
 
     double myr(Vector<double> const& rho_i, double T, int i) const override {
         if (rho_i.sum() == 0.0) return 0.0;
@@ -123,9 +99,6 @@ class MixtureEquation final : public ModelN,
         const auto a = along(s.at, n, Gradient<1>(), {i});
         const double mu = a.v + a.g[0];
         return T > 0.0 && std::isfinite(mu) ? mu : ModelN::myr(rho_i, T, i);
-    }
-    Matrix<double> PsiH(Vector<double> const& rho_i, double T) const override {
-        return exact_PsiH(*this, rho_i, T);
     }
     void potentials(Vector<double> const& rho_i, double T, double* mu, double* mu_T,
                     double* mu_rho) const override {
@@ -140,7 +113,6 @@ class MixtureEquation final : public ModelN,
     }
 
     // ---- many states at one temperature
-    // -------------------------------------------------------------
 
     int isotherm_size(int n) const override {
         return 1 + (bytes<double>(n) + bytes<Slope>(n)) / static_cast<int>(sizeof(double));
@@ -157,8 +129,7 @@ class MixtureEquation final : public ModelN,
         double dilute = 0.0;
         rho[0] = 0.0;
         const int found = densities_at(stored(work, n), x, p, 1, rho[0], dilute);
-        if (found == 3) rho[1] = dilute;
-        return found == 3 ? 2 : found;
+        return stable_roots(found, rho, dilute);
     }
     double gibbs(double const* work, int n, double const* x, double p, double rho) const override {
         const auto fluid = mixed<Eq>(stored(work, n), Fractions<double>(x, n));
@@ -179,7 +150,6 @@ class MixtureEquation final : public ModelN,
 
   private:
     // ---- what depends on temperature alone
-    // -----------------------------------------------------------
 
     static constexpr int pairs_of(int n) { return n * (n + 1) / 2; }
     template <class T>
@@ -238,7 +208,6 @@ class MixtureEquation final : public ModelN,
     };
 
     // ---- states
-    // --------------------------------------------------------------------------------------
 
     static Fractions<double> composition(Vector<double> const& x) { return {x.data, x.size()}; }
 
@@ -374,8 +343,6 @@ class MixtureEquation final : public ModelN,
         }
         if (P_T) *P_T = n.total * sum;
     }
-
-    PairTable pairs_{kPair > 0 ? kPair : 1};
 };
 
 }  // namespace corvane

@@ -4,33 +4,22 @@
 #pragma once
 
 #include <corvane/mixture/isotherm.h>
-#include <corvane/mixture/modeln.h>
-#include <corvane/mixture/pair_parameters.h>
-#include <corvane/plugin/plugin.h>
-#include <plugins/common/cubic_isotherm.h>
 #include <corvane/plugin/exact_slots.h>
-#include <corvane/plugin/pair_table.h>
+#include <corvane/plugin/plugin.h>
 #include <corvane/plugin/small_array.h>
+#include <plugins/common/cubic_isotherm.h>
 
 #include <cmath>
 
 namespace corvane {
 
 template <class Form>
-class CubicMixture final : public ModelN, public DerivN, public IsothermN, public PairParameters {
+class CubicMixture final : public PairTableMixture, public IsothermN {
   public:
-    CubicMixture() {
-        eos = Form::name;
-        mth = "vdW1";
-        hess_myr_ = 1;  // myr is exact
-    }
+    CubicMixture() : PairTableMixture(Form::name, "vdW1", 2) {}
 
     // ---- binary parameters: 0 = k_ij, 1 = l_ij
-    // ------------------------------------------------------
 
-    int pair_parameters() const override { return 2; }
-    double* ppar(int k, int i, int j) override { return pairs_.at(i, j) + k; }
-    void par_alloc() override { pairs_.resize(mdl1.size()); }
     void par_in(FILE* f, int i, int j) override {
         SectionReader section(f);
         pair_is_swapped(section, mdl1[i]->name(), mdl1[j]->name());  // both are symmetric
@@ -56,22 +45,12 @@ class CubicMixture final : public ModelN, public DerivN, public IsothermN, publi
     }
 
     // ---- the mixture as one fluid
-    // -------------------------------------------------------------------
-
-    using ModelN::Ar;
-    using ModelN::betaV;
-    using ModelN::myr;
-    using ModelN::PsiH;
-    using ModelN::Z;
 
     double Ar(double rho, double T, Vector<double> const& x) const override {
         return fluid(T, x, 0).ar(rho);
     }
     double Z(double rho, double T, Vector<double> const& x) const override {
         return fluid(T, x, 0).Z(rho);
-    }
-    double betaV(double rho, double T, Vector<double> const& x) const override {
-        return exact_betaV(*this, rho, T, x);
     }
     int vcalc(double p, double T, Vector<double> const& x, int mode, double& rho_a,
               double& rho_b) const override {
@@ -84,15 +63,11 @@ class CubicMixture final : public ModelN, public DerivN, public IsothermN, publi
     }
 
     // ---- composition derivatives
-    // --------------------------------------------------------------------
 
     double myr(Vector<double> const& rho_i, double T, int i) const override {
         const Parameters p(*this, T, false);
         const double mu = rho_i.sum() == 0.0 ? 0.0 : State(p.isotherm, rho_i.data).mu(i);
         return std::isfinite(mu) ? mu : ModelN::myr(rho_i, T, i);
-    }
-    Matrix<double> PsiH(Vector<double> const& rho_i, double T) const override {
-        return exact_PsiH(*this, rho_i, T);
     }
     void potentials(Vector<double> const& rho_i, double T, double* mu, double* mu_T,
                     double* mu_rho) const override {
@@ -105,7 +80,6 @@ class CubicMixture final : public ModelN, public DerivN, public IsothermN, publi
     }
 
     // ---- many states at one temperature
-    // -------------------------------------------------------------
 
     int isotherm_size(int n) const override { return 1 + Isotherm::size(n); }
     void isotherm(double T, int const* present, int n, bool slopes, double* work) const override {
@@ -117,8 +91,7 @@ class CubicMixture final : public ModelN, public DerivN, public IsothermN, publi
         double dilute = 0.0;
         rho[0] = 0.0;
         const int found = Isotherm(work + 1, n).fluid(x).density(p, work[0], 1, rho[0], dilute);
-        if (found == 3) rho[1] = dilute;
-        return found == 3 ? 2 : found;
+        return stable_roots(found, rho, dilute);
     }
     double gibbs(double const* work, int n, double const* x, double p, double rho) const override {
         return Isotherm(work + 1, n).fluid(x).gibbs(p / (R * work[0]), rho);
@@ -224,8 +197,6 @@ class CubicMixture final : public ModelN, public DerivN, public IsothermN, publi
         SmallArray<double, 128> values;
         Isotherm isotherm;
     };
-
-    PairTable pairs_{2};
 };
 
 }  // namespace corvane

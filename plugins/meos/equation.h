@@ -48,7 +48,6 @@ class Equation {
     std::vector<double> const& pool() const { return pool_; }
 
     // ---- for evaluation
-    // --------------------------------------------------------------------------
 
     /// Power terms first … last−1 have the same δ^d exp(−δ^l).
     struct Slot {

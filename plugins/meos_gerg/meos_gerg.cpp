@@ -6,8 +6,6 @@
 // A component is reached through Model1 alone: α_i(δ, τ) is its Ar at rho·v_r/vs_i and T·Ts_i/T_r.
 // Since these are proportional to rho and T, the scaled derivatives rho^i·T^j·∂^(i+j)/∂rho^i∂T^j of
 // the mixture are the same sums of those of the components.
-#include <corvane/mixture/modeln.h>
-#include <corvane/mixture/pair_parameters.h>
 #include <corvane/plugin/plugin.h>
 #include <corvane/plugin/exact_slots.h>
 #include <corvane/plugin/pair_table.h>
@@ -24,16 +22,11 @@ namespace {
 using namespace corvane::gerg;
 using corvane::SmallArray;
 
-class MeosGerg final : public ModelN, public corvane::DerivN, public corvane::PairParameters {
+class MeosGerg final : public corvane::ExactMixture, public corvane::PairParameters {
   public:
-    MeosGerg() {
-        eos = "MEOS";
-        mth = "GERG";
-        hess_myr_ = 1;  // myr is exact
-    }
+    MeosGerg() : ExactMixture("MEOS", "GERG") {}
 
     // ---- binary parameters: see Pair
-    // ------------------------------------------------------------------
 
     int pair_parameters() const override { return kPairParameters; }
     double* ppar(int k, int i, int j) override { return pair(i, j).value + k; }
@@ -86,22 +79,12 @@ class MeosGerg final : public ModelN, public corvane::DerivN, public corvane::Pa
     }
 
     // ---- the mixture at constant composition
-    // ----------------------------------------------------------
-
-    using ModelN::Ar;
-    using ModelN::betaV;
-    using ModelN::myr;
-    using ModelN::PsiH;
-    using ModelN::Z;
 
     double Ar(double rho, double T, Vector<double> const& x) const override {
         return Isotherm(*this, State(*this, x), T).at(rho, 0).d[0];
     }
     double Z(double rho, double T, Vector<double> const& x) const override {
         return 1.0 + Isotherm(*this, State(*this, x), T).at(rho, 1).d[3];
-    }
-    double betaV(double rho, double T, Vector<double> const& x) const override {
-        return corvane::exact_betaV(*this, rho, T, x);
     }
     int deriv(double rho, double T, Vector<double> const& x, int nrho, int nT,
               double* d) const override {
@@ -118,15 +101,11 @@ class MeosGerg final : public ModelN, public corvane::DerivN, public corvane::Pa
               double& rho_b) const override;
 
     // ---- composition derivatives
-    // ------------------------------------------------------------------------
 
     double myr(Vector<double> const& rho_i, double T, int i) const override {
         SmallArray<double> mu(rho_i.size());
         potentials(rho_i, T, &mu[0], nullptr, nullptr);
         return std::isfinite(mu[i]) ? mu[i] : ModelN::myr(rho_i, T, i);
-    }
-    Matrix<double> PsiH(Vector<double> const& rho_i, double T) const override {
-        return corvane::exact_PsiH(*this, rho_i, T);
     }
     void potentials(Vector<double> const& rho_i, double T, double* mu, double* mu_T,
                     double* mu_rho) const override;

@@ -1,5 +1,4 @@
 // PC-SAFT mixtures with Lorentz-Berthelot combining rules. See README.md.
-#include <corvane/mixture/pair_parameters.h>
 #include <corvane/plugin/plugin.h>
 #include <corvane/plugin/exact_slots.h>
 #include <plugins/common/pcsaft/density.h>
@@ -13,26 +12,17 @@
 namespace {
 
 using corvane::Jet;
-using corvane::PairTable;
 using corvane::SmallArray;
 using corvane::pcsaft::Components;
 using corvane::pcsaft::MixtureIsotherm;
 using corvane::pcsaft::Potentials;
 
-class PcSaftLB final : public ModelN, public corvane::DerivN, public corvane::PairParameters {
+class PcSaftLB final : public corvane::PairTableMixture {
   public:
-    PcSaftLB() {
-        eos = "PCSAFT";
-        mth = "LB";
-        hess_myr_ = 1;  // myr is exact
-    }
+    PcSaftLB() : PairTableMixture("PCSAFT", "LB", 2) {}
 
     // ---- binary parameters: 0 = k_ij, 1 = l_ij
-    // ------------------------------------------------------
 
-    int pair_parameters() const override { return 2; }
-    double* ppar(int k, int i, int j) override { return pairs_.at(i, j) + k; }
-    void par_alloc() override { pairs_.resize(mdl1.size()); }
     void par_in(FILE* f, int i, int j) override {
         corvane::SectionReader section(f);
         corvane::pair_is_swapped(section, mdl1[i]->name(), mdl1[j]->name());  // both are symmetric
@@ -65,13 +55,6 @@ class PcSaftLB final : public ModelN, public corvane::DerivN, public corvane::Pa
     }
 
     // ---- at one composition
-    // -------------------------------------------------------------------------
-
-    using ModelN::Ar;
-    using ModelN::betaV;
-    using ModelN::myr;
-    using ModelN::PsiH;
-    using ModelN::Z;
 
     double Ar(double rho, double T, Vector<double> const& x) const override {
         const MixtureIsotherm<double> fluid(components(), x, T);
@@ -111,15 +94,11 @@ class PcSaftLB final : public ModelN, public corvane::DerivN, public corvane::Pa
     }
 
     // ---- composition derivatives
-    // --------------------------------------------------------------------
 
     double myr(Vector<double> const& rho_i, double T, int i) const override {
         if (rho_i.sum() == 0.0) return 0.0;
         const double mu = Potentials<double>(components(), rho_i, T, false).mu(i);
         return std::isfinite(mu) ? mu : ModelN::myr(rho_i, T, i);
-    }
-    Matrix<double> PsiH(Vector<double> const& rho_i, double T) const override {
-        return corvane::exact_PsiH(*this, rho_i, T);
     }
     void potentials(Vector<double> const& rho_i, double T, double* mu, double* mu_T,
                     double* mu_rho) const override {
@@ -165,8 +144,6 @@ class PcSaftLB final : public ModelN, public corvane::DerivN, public corvane::Pa
                 d[i * (nT + 1) + j] = kFactorial[i] * kFactorial[j] * a(i, j);
         return 1;
     }
-
-    PairTable pairs_{2};
 };
 
 }  // namespace

@@ -222,7 +222,6 @@ class Potentials {
     }
 
     // ---- second derivatives, S = double
-    // -------------------------------------------------------------
 
     void prepare_rows() {
         F33_ -= 12.0 * D1sum_ * surface1_.zz + 6.0 * D2sum_ * surfaceG_.zz;

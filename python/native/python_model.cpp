@@ -215,19 +215,11 @@ class PythonModel1 final : public Model1, public corvane::Deriv1 {
     double top_ = 0.0;
 };
 
-class PythonModelN final : public ModelN, public corvane::DerivN {
+class PythonModelN final : public corvane::ExactMixture {
   public:
-    explicit PythonModelN(Equation const& f) : f_(f) {
-        eos = "Python";
-        mth = "Python";
-        hess_myr_ = 1;
+    explicit PythonModelN(Equation const& f) : ExactMixture("Python", "Python"), f_(f) {
         derivatives(static_cast<corvane::DerivN const*>(this));
     }
-    using ModelN::Ar;
-    using ModelN::betaV;
-    using ModelN::myr;
-    using ModelN::PsiH;
-    using ModelN::Z;
     double* ppar(int, int, int) override { return nullptr; }  // the class has its own
     void par_alloc() override {}
     void par_in(FILE*, int, int) override { throw ThException(th_cannot_open); }
@@ -238,9 +230,6 @@ class PythonModelN final : public ModelN, public corvane::DerivN {
         double d[2];
         deriv(rho, T, x, 1, 0, d);
         return 1 + d[1];
-    }
-    double betaV(double rho, double T, Vector<double> const& x) const override {
-        return corvane::exact_betaV(*this, rho, T, x);
     }
     int deriv(double rho, double T, Vector<double> const& x, int nrho, int nT, double* d) const override {
         return write_derivatives(f_, rho, T, &x[0], x.size(), nrho, nT, d);
@@ -257,9 +246,6 @@ class PythonModelN final : public ModelN, public corvane::DerivN {
         std::vector<double> mu(static_cast<std::size_t>(rho_i.size()));
         potentials(rho_i, T, mu.data(), nullptr, nullptr);
         return mu[static_cast<std::size_t>(i)];
-    }
-    Matrix<double> PsiH(Vector<double> const& rho_i, double T) const override {
-        return corvane::exact_PsiH(*this, rho_i, T);
     }
     void potentials(Vector<double> const& rho_i, double T, double* mu, double* mu_T, double* mu_rho) const override {
         const int n = rho_i.size();
