@@ -216,8 +216,7 @@ int SaturationPoints::run() {
         if (row.cells.size() > plain) liquids = std::max(liquids, (row.cells.size() - plain) / each);
     }
     for (Column& column : split_columns(mixture, liquids)) table.columns.push_back(std::move(column));
-    const int code = rows.finish(head);
-    write(head, table, options.style);
+    const int code = rows.write(head, options.style);
     plot.draw(picture, head, table, options.style);
     return code;
 }

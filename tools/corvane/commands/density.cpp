@@ -201,9 +201,7 @@ int DensityCommand::run() {
         return go_on;
     });
     Heading head = heading("density", fluid, units);
-    const int code = rows.finish(head);
-    write(head, table, options.style);
-    return code;
+    return rows.write(head, options.style);
 }
 }  // namespace
 

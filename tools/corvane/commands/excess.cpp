@@ -132,11 +132,7 @@ int ExcessCommand::run() {
         }
         return true;
     });
-    const int code = rows.finish(head);
-    Style style = options.style;
-    style.upright = asked == 1;
-    write(head, table, style);
-    return code;
+    return rows.write(head, upright_if(options.style, asked == 1));
 }
 }  // namespace
 

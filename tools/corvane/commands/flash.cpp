@@ -289,9 +289,7 @@ int FlashCommand::run() {
         for (double b : second->values)
             if (!Watch::interrupted()) point(a, b);
     evidence.report(head);
-    const int code = rows.finish(head);
-    write(head, table, options.style);
-    return code;
+    return rows.write(head, options.style);
 }
 }  // namespace
 

@@ -120,11 +120,7 @@ int HenryCommand::run() {
         return rows.add(fmt::format("{} at {}", mixture.text(), at), known,
                         [&] { return row(mixture, T_, p_, mixture.x); });
     });
-    const int code = rows.finish(head);
-    Style style = options.style;
-    style.upright = asked == 1;
-    write(head, table, style);
-    return code;
+    return rows.write(head, upright_if(options.style, asked == 1));
 }
 }  // namespace
 

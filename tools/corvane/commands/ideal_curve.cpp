@@ -116,8 +116,7 @@ int IdealCurveCommand::table(Heading& head, std::string const& name, double leas
             });
         if (!go_on) break;
     }
-    const int code = rows.finish(head);
-    write(head, result, options.style);
+    const int code = rows.write(head, options.style);
     plot.draw(picture, head, result, options.style);
     return code;
 }

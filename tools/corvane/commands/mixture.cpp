@@ -191,11 +191,7 @@ int MixtureCommand::run() {
     });
     head.remarks.emplace_back(
         "one homogeneous phase of this composition: whether it splits is not tested here");
-    const int code = rows.finish(head);
-    Style style = options.style;
-    style.upright = asked == 1;
-    write(head, table, style);
-    return code;
+    return rows.write(head, upright_if(options.style, asked == 1));
 }
 }  // namespace
 

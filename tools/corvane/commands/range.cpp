@@ -124,9 +124,7 @@ int RangeCommand::run() {
     });
     Heading head = heading("range", fluid, units);
     head.remarks.push_back(reference);
-    const int code = rows.finish(head);
-    write(head, table, options.style);
-    return code;
+    return rows.write(head, options.style);
 }
 }  // namespace
 

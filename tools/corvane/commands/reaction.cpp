@@ -64,9 +64,7 @@ int ReactionCommand::run() {
                                      r.extrapolated ? "extrapolated: beyond the heat capacities" : ""};
                       }))
             break;
-    const int code = rows.finish(head);
-    write(head, table, options.style);
-    return code;
+    return rows.write(head, options.style);
 }
 }  // namespace
 

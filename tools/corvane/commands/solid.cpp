@@ -230,9 +230,7 @@ int SolidCommand::run() {
                           return row;
                       }))
             break;
-    const int code = rows.finish(head);
-    write(head, table, options.style);
-    return code;
+    return rows.write(head, options.style);
 }
 }  // namespace
 

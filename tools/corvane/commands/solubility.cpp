@@ -184,9 +184,7 @@ int SolubilityCommand::run() {
             return point(mixture, T_, p_);
         });
     });
-    const int code = rows.finish(head);
-    write(head, table, options.style);
-    return code;
+    return rows.write(head, options.style);
 }
 }  // namespace
 

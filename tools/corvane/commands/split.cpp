@@ -127,9 +127,7 @@ int SplitCommand::run() {
                             [&] { return rows_of(mixture, p_, T_); });
     });
     evidence_.report(head);
-    const int code = rows.finish(head);
-    write(head, table, options.style);
-    return code;
+    return rows.write(head, options.style);
 }
 }  // namespace
 

@@ -63,9 +63,7 @@ int VirialCommand::table(Heading& head, std::string const& name, std::vector<Col
         if (!rows.add(fmt::format("{} at T = {}", name, u.text(Quantity::temperature, T_)),
                       {{0, u.from_library(Quantity::temperature, T_)}}, [&] { return at(T_); }))
             break;
-    const int code = rows.finish(head);
-    write(head, result, options.style);
-    return code;
+    return rows.write(head, options.style);
 }
 
 /// Cross coefficients are molar; so are the others then.

@@ -30,9 +30,12 @@ struct ViscosityCommand {
     ParameterNotes dilute_, friction_;
 };
 
+std::string friction_file(std::string const& equation, std::string const& substance, int id) {
+    return below_home(
+        fmt::format("./models/viscosity/friction_theory/{}/{};{}", equation, substance, id));
+}
 std::string friction_file(Model1 const& model, int id) {
-    return below_home(fmt::format("./models/viscosity/friction_theory/{}/{};{}", model.eos(),
-                                  model.name(), id));
+    return friction_file(model.eos(), model.name(), id);
 }
 
 /// Where neither equation nor set was asked for: the best equation that has a friction-theory set,
@@ -42,9 +45,7 @@ bool choose_by_friction(Fluid& fluid, Options const& options) {
     const std::string substance = fluid.substance;
     for (std::string const& equation : corvane::equations_for(entered_home(), substance))
         for (int id = 1; id <= 9; ++id) {
-            const std::string file = below_home(fmt::format("./models/viscosity/friction_theory/{}/{};{}",
-                                                            equation, substance, id));
-            if (!std::filesystem::exists(file)) continue;
+            if (!std::filesystem::exists(friction_file(equation, substance, id))) continue;
             const bool other = equation != fluid.equation || id != fluid.set;
             if (other) fluid = open_fluid({equation, substance, id, options.define});
             return other;
@@ -102,6 +103,21 @@ Row ViscosityCommand::row(Fluid const& fluid, double T_, std::optional<double> p
     return row;
 }
 
+/// dense: of friction theory.
+std::vector<Column> columns(bool dense, Units const& units) {
+    const Column T_{"T", units.name(Quantity::temperature), "temperature", true};
+    if (!dense)
+        return {T_, {"eta0", units.name(Quantity::viscosity), "viscosity of the dilute gas"}};
+    return {T_,
+            {"p", units.name(Quantity::pressure), "pressure", true},
+            {"phase", "", "stable phase"},
+            {"rho", units.name(Quantity::density), "density"},
+            {"eta", units.name(Quantity::viscosity), "viscosity"},
+            {"eta0", units.name(Quantity::viscosity), "part of the dilute gas"},
+            {"pr", units.name(Quantity::pressure), "repulsive pressure"},
+            {"pa", units.name(Quantity::pressure), "attractive pressure"}};
+}
+
 int ViscosityCommand::run() {
     file.begin(options.json());
     if (file ? !T.empty() || !p.empty() : T.empty()) throw Misuse("give --T, or --input");
@@ -116,16 +132,12 @@ int ViscosityCommand::run() {
     dilute_ = corvane::parameter_notes(below_home("./" + dilute));
     const auto temperatures =
         file ? std::vector<double>() : positive_points(T, "--T", Quantity::temperature, units);
-    std::vector<std::optional<double>> pressures{std::nullopt};
     Heading head = heading("viscosity", fluid, units);
     if (chosen)
         head.remarks.push_back(fmt::format("no equation was named: set {} of {} is the best that friction "
                                            "theory knows", fluid.set, fluid.equation));
-    Table table;
-    table.columns = {{"T", units.name(Quantity::temperature), "temperature", true}};
-    if (!dense) {
-        table.columns.push_back({"eta0", units.name(Quantity::viscosity), "viscosity of the dilute gas"});
-    } else {
+    std::vector<std::optional<double>> pressures{std::nullopt};
+    if (dense) {
         pressures.clear();
         if (!file)
             for (double x : positive_points(p, "--p", Quantity::pressure, units))
@@ -137,16 +149,8 @@ int ViscosityCommand::run() {
         friction_ = corvane::parameter_notes(friction_file(model, id));
         head.remarks.push_back(
             fmt::format("friction theory, set {}: {}", id, model.visco.comment()));
-        table.columns.insert(
-            table.columns.end(),
-            {Column{"p", units.name(Quantity::pressure), "pressure", true},
-             Column{"phase", "", "stable phase"},
-             Column{"rho", units.name(Quantity::density), "density"},
-             Column{"eta", units.name(Quantity::viscosity), "viscosity"},
-             Column{"eta0", units.name(Quantity::viscosity), "part of the dilute gas"},
-             Column{"pr", units.name(Quantity::pressure), "repulsive pressure"},
-             Column{"pa", units.name(Quantity::pressure), "attractive pressure"}});
     }
+    Table table{columns(dense, units), {}};
     if (file) {
         if (!file.has("T")) throw Failure("--input: a column T is needed");
         const FileRun::Compute compute = [&](FileRow const& in, Row& result) {
@@ -165,9 +169,7 @@ int ViscosityCommand::run() {
         }
         return rows.add(what, given, [&] { return row(fluid, T_, p_); });
     });
-    const int code = rows.finish(head);
-    write(head, table, options.style);
-    return code;
+    return rows.write(head, options.style);
 }
 }  // namespace
 

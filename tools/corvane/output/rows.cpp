@@ -41,4 +41,10 @@ int Rows::finish(Heading& heading) const {
     return failures_ == 0 ? 0 : 1;
 }
 
+int Rows::write(Heading& heading, Style const& style) const {
+    const int code = finish(heading);
+    cli::write(heading, table_, style);
+    return code;
+}
+
 }  // namespace cli

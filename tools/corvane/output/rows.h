@@ -42,6 +42,8 @@ class Rows {
 
     /// Tells in the heading if SIGINT ended the run; returns the exit code.
     int finish(Heading& heading) const;
+    /// The same, and writes the table.
+    int write(Heading& heading, Style const& style) const;
 
   private:
     std::string command_, things_;
@@ -50,5 +52,11 @@ class Rows {
     int failures_ = 0;
     Watch watch_;
 };
+
+/// The style of a single state, which is easier to read upright.
+inline Style upright_if(Style style, bool one) {
+    style.upright = one;
+    return style;
+}
 
 }  // namespace cli
