@@ -64,13 +64,14 @@ TEST(Saturation, MaxwellRefusesByCode) {
         double rhoL, rhoV;
         int code;
     };
-    // rho_c = 1/96 = 0.0104 mol/cm³
+    // rho_c = 1/96 = 0.0104 mol/cm³; above 1/32 the equation has no value
     for (Row const& r :
          {Row{0, 0, 0.02, 0, th_no_density}, Row{1, 0, 0.02, 0, th_liquid_only},
           Row{1, 0, 0.01, 0, th_gas_only}, Row{2, 2, 0.02, 1e-3, -1},
           Row{2, 1, 0.02, 1e-3, th_liquid_only}, Row{2, 2, 0.02, 0.0201, th_liquid_only},
           Row{2, 2, 0.001, 0.001005, th_gas_only}, Row{3, 0, 0.02, 1e-3, -1},
-          Row{4, 0, 0.02, 1e-3, th_no_density}, Row{3, 0, 0.02, -1, th_no_density}}) {
+          Row{4, 0, 0.02, 1e-3, th_no_density}, Row{3, 0, 0.02, -1, th_no_density},
+          Row{3, 0, -0.02, -1e-3, th_no_density}, Row{3, 0, 0.05, 1e-3, th_no_density}}) {
         SCOPED_TRACE(testing::Message() << r.n << " " << r.again << " " << r.rhoL);
         Scripted m;
         m.n = r.n;
@@ -125,7 +126,7 @@ TEST(Saturation, ObjectsKeepTheirMarchesApart) {
     const long marching = argon.calls;
     argon.calls = 0;
     a.at_T(&argon, near.T, 0, pa, rhoL, rhoV);
-    EXPECT_LE(marching, argon.calls);
+    EXPECT_LT(marching, argon.calls);
 }
 
 using Model = std::unique_ptr<Model1, corvane::Detach>;

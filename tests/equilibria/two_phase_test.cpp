@@ -81,6 +81,15 @@ TEST(TwoPhase, CodesAndResiduals) {
     EXPECT_NEAR(r[1], m->my(second, 260, 1) - m->my(given, 260, 1), 1e-12);
     EXPECT_NEAR(r[2], pressure(*m, given, 260) - pressure(*m, second, 260), 1e-10);
     EXPECT_NEAR(r[3], 2.0 - pressure(*m, given, 260), 1e-10);
+    EXPECT_EQ(mth_code([&] { objffeN(vec({1e-3, 2e-3, 0.01}), &context); }), mth_dimensions);
+    EXPECT_EQ(th_code([&] { objffeN(vec({1e-3, 2e-3, 0.01, -1}), &context); }), th_out_of_range);
+    const Vector<double> negative = vec({-0.5, -0.5}), one = vec({1});
+    pass_ffeN absent{m.get(), 0, 0.0, 260.0, &negative};  // nothing is present, but amounts are
+    EXPECT_EQ(th_code([&] { objffeN(vec({-0.01}), &absent); }), th_out_of_range);
+    double p = 0, rho1 = 0.01;
+    Vector<double> rho2 = second, rho3 = one;
+    EXPECT_EQ(mth_code([&] { vleN_T(m.get(), 260, one, p, rho1, rho2); }), mth_dimensions);
+    EXPECT_EQ(mth_code([&] { vleN_T(m.get(), 260, x, p, rho1, rho3); }), mth_dimensions);
 }
 
 // Starts from estimates, some of them far off: what returns normally is an equilibrium. The first
@@ -101,33 +110,53 @@ TEST(TwoPhase, WhatReturnsIsAnEquilibrium) {
         EXPECT_NE(-1, th_code([&] { vleN_T(gerg.get(), 390, mix(x0), p, rho1, rho2); })) << x0;
     }
     int found = 0;
+    const auto start = [&](ModelN const& of, bool by_T, Vector<double> const& x) {
+        SCOPED_TRACE(testing::Message() << x[0] << " T " << T << " p " << p << " by T " << by_T);
+        try {
+            if (by_T)
+                vleN_T(&of, T, x, p, rho1, rho2);
+            else
+                vleN_p(&of, p, x, T, rho1, rho2);
+            ++found;
+            ASSERT_GT(p, 0);
+            for (int i : {0, 1}) EXPECT_NEAR(of.my(x * rho1, T, i), of.my(rho2, T, i), 1e-4);
+            for (auto const& row : {x * rho1, rho2}) {
+                const double rho = row.sum();
+                EXPECT_NEAR(pressure(of, row, T), p, 1e-4 * p + 1e-12 * rho * R * T);
+                EXPECT_GT(of.pV(rho, T, row * (1 / rho)), 0);
+            }
+        } catch (ThException const&) {
+        } catch (MthException const&) {
+        }
+    };
     for (double x0 : {1e-5, 0.01, 0.3, 0.7, 0.99})
         for (double at = 90; at < 280; at += 19.3)
-            for (double guess = 1e-5; guess < 10; guess *= 5) {
-                const Vector<double> x = mix(x0);
-                rho1 = guess / (R * at);
-                rho2 = vec({0.02 * x0 + 0.003, 0.015});
-                SCOPED_TRACE(testing::Message() << x0 << " T " << at << " p " << guess);
-                for (bool by_T : {true, false}) try {
-                        T = at;
-                        p = guess;
-                        if (by_T)
-                            vleN_T(m.get(), T, x, p, rho1, rho2);
-                        else
-                            vleN_p(m.get(), p, x, T, rho1, rho2);
-                        ++found;
-                        ASSERT_GT(p, 0);
-                        for (int i : {0, 1})
-                            EXPECT_NEAR(m->my(x * rho1, T, i), m->my(rho2, T, i), 1e-4);
-                        for (auto const& row : {x * rho1, rho2}) {
-                            const double rho = row.sum();
-                            EXPECT_NEAR(pressure(*m, row, T), p, 1e-4 * p + 1e-12 * rho * R * T);
-                            EXPECT_GT(m->pV(rho, T, row * (1 / rho)), 0);
-                        }
-                    } catch (ThException const&) {
-                    } catch (MthException const&) {
-                    }
-            }
+            for (double guess = 1e-5; guess < 10; guess *= 5)
+                for (bool by_T : {true, false}) {
+                    T = at;
+                    p = guess;
+                    rho1 = guess / (R * at);
+                    rho2 = vec({0.02 * x0 + 0.003, 0.015});
+                    start(*m, by_T, mix(x0));
+                }
+    // To a phase between its spinodals, and to a liquid whose pressure is below what cancels in it.
+    const struct {
+        char const *first, *second;
+        bool by_T;
+        double x, T, p, rho1, a, b;
+    } others[] = {{"carbon_dioxide", "methane", false, 0.137957, 229.182, 7.75684e-4, 0.0301613,
+                   6.21307e-3, 1.04062e-3},
+                  {"butane", "water", false, 0.431795, 282.518, 0.0102608, 0.0122641, 0.0103353,
+                   1.31204e-3},
+                  {"methane", "hexane", true, 0.179532, 95.1666, 0, 3.79677e-7, 9.10414e-4,
+                   8.38167e-3}};
+    for (auto const& o : others) {
+        T = o.T;
+        p = o.p;
+        rho1 = o.rho1;
+        rho2 = vec({o.a, o.b});
+        start(*peng_robinson(o.first, o.second, 0.1), o.by_T, mix(o.x));
+    }
     EXPECT_GT(found, 50);
 }
 }  // namespace

@@ -133,6 +133,19 @@ TEST(FitPure, DeviatesLessThanPublishedSetsFromReferenceEquations) {
             before += s.before.mean_absolute;
             after += s.after.mean_absolute;
             EXPECT_LT(s.after.mean_absolute, 0.012);
+            double sum = 0.0, bias = 0.0, largest = 0.0;
+            int points = 0;
+            for (auto const& p : r.points) {
+                if (p.system != s.system || p.set != s.set || p.what != s.what) continue;
+                ++points;
+                sum += std::fabs(p.deviation);
+                bias += p.deviation;
+                if (std::fabs(p.deviation) > std::fabs(largest)) largest = p.deviation;
+            }
+            EXPECT_EQ(points, s.points);
+            EXPECT_NEAR(s.after.mean_absolute, sum / points, 1e-12);
+            EXPECT_NEAR(s.after.bias, bias / points, 1e-12);
+            EXPECT_EQ(s.after.largest, largest);
         }
         EXPECT_LE(after, before);
     }

@@ -28,6 +28,10 @@ TEST(CriticalLine, Types) {
         Ends ends;
     } cases[] = {
         {"methane", "ethane", 0, {{End::pure, End::pure}}},       // I
+        {"ethane",
+         "decane",
+         0.0144,
+         {{End::pure, End::pure}, {End::pressure, End::tension}}},  // II
         {"nitrogen", "methane", 0.03, {{End::pure, End::pure}}},  // I
         {"carbon_dioxide",
          "decane",
@@ -92,6 +96,8 @@ TEST(CriticalLine, Types) {
                     EXPECT_NEAR(q.T / m->mdl1[pure]->Tcrit(), 1, 1e-9);
                 } else if (end == End::pressure) {
                     EXPECT_NEAR(q.p / 1000, 1, 1e-6);
+                } else if (end == End::tension) {
+                    EXPECT_LT(q.p, 0.01);
                 } else {
                     expect_end_point(*m, q, end == l.begin ? l.begin_phase : l.end_phase);
                 }

@@ -88,7 +88,7 @@ TEST(SolidFluid, LinesAndTheirEnds) {
          false,
          5,
          {{End::pure, End::split}, {End::split, End::solid_range}}}};
-    int compared = 0;
+    int compared = 0, measured = 0;
     for (auto const& c : cases) {
         SCOPED_TRACE(testing::Message() << c.first << "/" << c.second << " " << c.value);
         const Mixture m = freezing(c.first, c.second, c.kij);
@@ -102,6 +102,7 @@ TEST(SolidFluid, LinesAndTheirEnds) {
             for (auto const& q : l.points) {
                 EXPECT_TRUE(q.stable && q.certificate.holds());
                 EXPECT_EQ(c.at_T ? q.T : q.p, c.value);
+                measured += q.certificate.dmu > 0;  // rounding: of the fluid to the solid
                 Vector<double> x = vec({1.0 - c.solid, 0}), rho(2);
                 int form = 0;
                 try {
@@ -129,6 +130,7 @@ TEST(SolidFluid, LinesAndTheirEnds) {
         }
     }
     EXPECT_GT(compared, 350);
+    EXPECT_GT(measured, 350);
     // The three-phase point of an isobar is that of the isotherm.
     const Mixture m = freezing("methane", "carbon_dioxide", 0.1);
     const auto at_p = corvane::solid_fluid_isobar(*m, 1, 3)[0].points.back();
