@@ -68,7 +68,6 @@ class PureChecks {
     }
 
     // ---- parameters
-    // ---------------------------------------------------------------------------------
 
     /// A value of everything that depends on the parameters, but for what the density tables
     /// decide, which may stay those of the last par_in.
@@ -138,7 +137,6 @@ class PureChecks {
     }
 
     // ---- odd arguments
-    // ------------------------------------------------------------------------------
 
     void odd_arguments() {
         const double odd[] = {0.0, -0.0, -1.0, 1e-300, 1e300, HUGE_VAL, -HUGE_VAL, kNaN};
@@ -176,7 +174,6 @@ class PureChecks {
     }
 
     // ---- identities
-    // ---------------------------------------------------------------------------------
 
     void dilute() {
         for (double Tr : {0.5, 0.7, 1.0, 2.0}) {
@@ -274,7 +271,6 @@ class PureChecks {
     }
 
     // ---- densities and saturation
-    // -------------------------------------------------------------------
 
     void densities(double T) {
         auto isotherm = [&](double rho) { return rho * m_.Z(rho, T); };

@@ -144,12 +144,11 @@ TEST(TwoPhase, WhatReturnsIsAnEquilibrium) {
         char const *first, *second;
         bool by_T;
         double x, T, p, rho1, a, b;
-    } others[] = {{"carbon_dioxide", "methane", false, 0.137957, 229.182, 7.75684e-4, 0.0301613,
-                   6.21307e-3, 1.04062e-3},
-                  {"butane", "water", false, 0.431795, 282.518, 0.0102608, 0.0122641, 0.0103353,
-                   1.31204e-3},
-                  {"methane", "hexane", true, 0.179532, 95.1666, 0, 3.79677e-7, 9.10414e-4,
-                   8.38167e-3}};
+    } others[] = {
+        {"carbon_dioxide", "methane", false, 0.137957, 229.182, 7.75684e-4, 0.0301613, 6.21307e-3,
+         1.04062e-3},
+        {"butane", "water", false, 0.431795, 282.518, 0.0102608, 0.0122641, 0.0103353, 1.31204e-3},
+        {"methane", "hexane", true, 0.179532, 95.1666, 0, 3.79677e-7, 9.10414e-4, 8.38167e-3}};
     for (auto const& o : others) {
         T = o.T;
         p = o.p;

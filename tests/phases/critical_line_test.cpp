@@ -27,12 +27,12 @@ TEST(CriticalLine, Types) {
         double k;
         Ends ends;
     } cases[] = {
-        {"methane", "ethane", 0, {{End::pure, End::pure}}},       // I
+        {"methane", "ethane", 0, {{End::pure, End::pure}}},  // I
         {"ethane",
          "decane",
          0.0144,
          {{End::pure, End::pure}, {End::pressure, End::tension}}},  // II
-        {"nitrogen", "methane", 0.03, {{End::pure, End::pure}}},  // I
+        {"nitrogen", "methane", 0.03, {{End::pure, End::pure}}},    // I
         {"carbon_dioxide",
          "decane",
          0.09,

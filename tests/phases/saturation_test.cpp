@@ -173,7 +173,8 @@ TEST(Saturation, RetrogradeAndRefusal) {
 }
 
 // Mercury with more benzene than it dissolves at any pressure: no bubble point, and the search says
-// so, though the trial phase beside the boundary of the vapour is not the liquid that appears there.
+// so, though the trial phase beside the boundary of the vapour is not the liquid that appears
+// there.
 TEST(Saturation, BeyondEverySolubility) {
     const auto open = corvane::open_mixture("PR+vdW1", {"benzene", "mercury"});
     const Vector<double> z = mix(3.1871848822166251e-12);

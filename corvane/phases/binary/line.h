@@ -71,10 +71,10 @@ class LineTracer {
 /// The failure of a diagram to hold such a state; why: none, if it is complete.
 [[noreturn]] inline void fail_none(BinaryDiagram const& all, Fixed held, char const* name,
                                    char const* why) {
-    throw EquilibriumFailure(all.complete() ? EquilibriumFailure::Kind::no_solution
-                                            : EquilibriumFailure::Kind::gave_up,
-                             T_or_p(held), name, 0, std::nan(""),
-                             all.complete() ? why : "the diagram is not complete: give a start");
+    throw EquilibriumFailure(
+        all.complete() ? EquilibriumFailure::Kind::no_solution : EquilibriumFailure::Kind::gave_up,
+        T_or_p(held), name, 0, std::nan(""),
+        all.complete() ? why : "the diagram is not complete: give a start");
 }
 
 /// The diagram whose three phases and azeotropes are starts.

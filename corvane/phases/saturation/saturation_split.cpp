@@ -148,7 +148,7 @@ std::optional<SaturationPoint> SaturationSolver::beside_pure(int i, PhaseRecord 
     PureSaturation q;
     try {
         q = held_.at_T ? pure_saturation_T(fluid_.pure(i), held_.value)
-                  : pure_saturation_p(fluid_.pure(i), held_.value);
+                       : pure_saturation_p(fluid_.pure(i), held_.value);
     } catch (EquilibriumFailure const&) {
         return {};
     }

@@ -50,8 +50,7 @@ SolidFluidStates::SolidFluidStates(ModelN const& model, int solid, Fixed held,
       stability_(fluid_) {
     hottest_ = hottest(s_);
     if (!(hottest_ > 0.0)) throw ThException(th_no_solid);
-    if (!(held.value > 0.0) || !std::isfinite(held.value) ||
-        (held.at_T && held.value > hottest_) ||
+    if (!(held.value > 0.0) || !std::isfinite(held.value) || (held.at_T && held.value > hottest_) ||
         !(o.step > 0.0) || !std::isfinite(o.step) || !(o.x_min > 0.0) || !(o.p_max > 0.0) ||
         o.points < 2)
         throw ThException(th_out_of_range);
@@ -103,7 +102,8 @@ std::vector<PureSolidPoint> SolidFluidStates::pure_points() {
     if (held_.at_T) {
         double psub = 0.0, v = 0.0, kappa = 0.0;
         if (AnchoredSolid const* anchored = o_.anchored[s_])
-            psub = held_.value < anchored->data().T ? anchored->sublimation(held_.value) : anchored->p_t();
+            psub = held_.value < anchored->data().T ? anchored->sublimation(held_.value)
+                                                    : anchored->p_t();
         else if (pure_.pure(0).solid.sge(held_.value, -1, psub, v, kappa) < 0)
             return found;
         low = 0.5 * psub;
@@ -213,7 +213,8 @@ std::vector<SolidFluidNode> SolidFluidStates::crossings(double temperature) {
     std::vector<SolidFluidNode> found;
     SolidState solid;
     missed_ = false;
-    if (!solid.evaluate(fluid_.pure(s_), o_.anchored[s_], held_.value, temperature, false)) return found;
+    if (!solid.evaluate(fluid_.pure(s_), o_.anchored[s_], held_.value, temperature, false))
+        return found;
     at_ = temperature;
     level_ = solid.g;
     bool two = true;
