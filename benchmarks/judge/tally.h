@@ -1,7 +1,7 @@
 // What bench_judge counts, and its table.
 #pragma once
 
-#include "judge/verdict.h"
+#include "verdict.h"
 
 #include <algorithm>
 #include <cstdio>
