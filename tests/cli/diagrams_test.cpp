@@ -515,8 +515,10 @@ TEST(CliDiagrams, Pictures) {
         {"envelope PR+vdW1 methane=0.8 propane", {"T / K", "bubble points", "cricondenbar"}},
         {"property-diagram PR+vdW1 methane=0.7 propane --kind Ts",
          {"0.7 methane + 0.3 propane", "s / (J/(mol K))", "isobars", "dew points"}},
+        {"txy PR+vdW1 propane butane --p 1", {">L<", ">V<", ">L + V<"}},  // fields by their names
+        {"pxy PR+vdW1 methane CO2 --T 250", {">F<", ">L + V<"}},
         {"ternary PR+vdW1 nitrogen methane ethane --T 120 --p 3",
-         {"120 K, 3 MPa", "plait point", "tie lines"}}};
+         {"120 K, 3 MPa", "plait point", "tie lines", ">L<"}}};
     for (auto const& c : cases) {
         SCOPED_TRACE(c.arguments);
         ASSERT_EQ(run_corvane(c.arguments + home + " --plot a.svg").code, 0);

@@ -58,14 +58,17 @@ struct FlashCommand {
     void read(Given& given) const;
     std::pair<Given*, Given*> asked();
     bool caloric() const { return h || s || u; }
-    FlashResult solve(MixtureFluid const& mixture, Vector<double> const& x, corvane::Given first,
-                      corvane::Given second, FlashResult const& last) const;
+    std::vector<FlashResult> solve(MixtureFluid const& mixture, Vector<double> const& x,
+                                   corvane::Given first, corvane::Given second,
+                                   FlashResult const& last, std::string& note) const;
     std::vector<Column> columns(MixtureFluid const& mixture) const;
     std::vector<Row> rows_of(MixtureFluid const& mixture, FlashResult const& result,
                              Evidence& evidence) const;
+    std::vector<Row> rows_of(MixtureFluid const& mixture, std::vector<FlashResult> const& all,
+                             std::string const& note, Evidence& evidence) const;
 };
 
-/// The two quantities that were given: a pair that mixture_state knows.
+/// The two quantities that were given: a pair that mixture_states knows.
 std::pair<Given*, Given*> FlashCommand::asked() {
     if (rho && !v.empty()) throw Misuse("give either --rho or --v");
     if (!v.empty()) rho.text = v;
@@ -73,16 +76,10 @@ std::pair<Given*, Given*> FlashCommand::asked() {
     for (Given* one : all())
         if (*one) found.push_back(one);
     if (found.size() != 2)
-        throw Misuse("give two: --p with --T, --h, --s or --q, --T with --rho, --v, --s or --q, --h with "
-                     "--s, or --u or --s with --rho or --v");
+        throw Misuse("give two of --T, --p, --rho or --v, --h, --s, --u, --q");
     const auto is = [&](Given const& a, Given const& b) { return found[0] == &a && found[1] == &b; };
-    if (is(T, h))
-        throw Misuse("--T with --h: states of a mixture with these may be several; give --p or --rho");
-    if (is(p, rho) || is(p, u))
-        throw Misuse(fmt::format("{} with --p: states of a mixture with these may be several; give --T, "
-                                 "--h or --s", found[1]->option));
-    if (is(h, rho) || is(h, u) || is(s, u) || is(T, u) || (q && !T && !p))
-        throw Misuse(fmt::format("{} does not go with {} for mixtures", found[1]->option, found[0]->option));
+    if (is(h, u) || is(s, u) || (q && !T && !p))
+        throw Misuse(fmt::format("{} does not go with {}", found[1]->option, found[0]->option));
     return {found[0], found[1]};
 }
 
@@ -104,15 +101,20 @@ void FlashCommand::read(Given& given) const {
             throw Misuse("--q: an amount of vapour lies between 0 and 1");
 }
 
-FlashResult FlashCommand::solve(MixtureFluid const& mixture, Vector<double> const& x, corvane::Given first,
-                                corvane::Given second, FlashResult const& last) const {
+std::vector<FlashResult> FlashCommand::solve(MixtureFluid const& mixture, Vector<double> const& x,
+                                             corvane::Given first, corvane::Given second,
+                                             FlashResult const& last, std::string& note) const {
     ModelN const& model = *mixture.model;
     corvane::FlashOptions how;
     how.start = last.phases.empty() ? nullptr : &last;
     how.validity = &mixture.validity;
-    FlashResult result = corvane::mixture_state(model, first, second, x, how);
-    if (mixture.ideal && !h && !s) add_caloric(model, x, result);
-    return result;
+    corvane::MixtureStates all = corvane::mixture_states(model, first, second, x, how);
+    if (mixture.ideal && !h && !s)
+        for (FlashResult& result : all.states) add_caloric(model, x, result);
+    if (!all.complete) note = "there may be more states: flashes failed where they would be";
+    if (file && all.states.size() > 1)
+        add_note(note, fmt::format("the first of {} states with these values", all.states.size()));
+    return std::move(all.states);
 }
 
 std::vector<Column> FlashCommand::columns(MixtureFluid const& mixture) const {
@@ -182,6 +184,20 @@ std::vector<Row> FlashCommand::rows_of(MixtureFluid const& mixture, FlashResult 
     return rows;
 }
 
+/// The states that have the values; the first row of each says which it is.
+std::vector<Row> FlashCommand::rows_of(MixtureFluid const& mixture, std::vector<FlashResult> const& all,
+                                       std::string const& note, Evidence& evidence) const {
+    std::vector<Row> rows;
+    for (std::size_t k = 0; k < all.size(); ++k) {
+        std::vector<Row> one = rows_of(mixture, all[k], evidence);
+        if (all.size() > 1)
+            add_note(one[0].note, fmt::format("state {} of {} with these values", k + 1, all.size()));
+        add_note(one[0].note, note);
+        rows.insert(rows.end(), one.begin(), one.end());
+    }
+    return rows;
+}
+
 /// One row for a state: of two phases, liquid and vapour; of one or more, how many there are.
 int FlashCommand::of_file(MixtureFluid& mixture) {
     std::vector<FileRun::Known> known;
@@ -207,7 +223,8 @@ int FlashCommand::of_file(MixtureFluid& mixture) {
     const auto calculate = [&, a = first, b = second](FileRow const& in, FlashResult& last, Row& row) {
         Units units = options.units;
         units.M = mixture.M(in.x());
-        last = solve(mixture, in.x(), {a->what, in[a->symbol]}, {b->what, in[b->symbol]}, last);
+        std::string note;
+        last = solve(mixture, in.x(), {a->what, in[a->symbol]}, {b->what, in[b->symbol]}, last, note)[0];
         const auto names = phase_names(mixture, last.phases);
         corvane::PhaseRecord const *liquid = nullptr, *vapour = nullptr;
         double fraction = 0.0;
@@ -234,6 +251,7 @@ int FlashCommand::of_file(MixtureFluid& mixture) {
         Evidence evidence;
         evidence.add(certificate, last.certificate);
         row.note = certificate.note;
+        add_note(row.note, note);
         if (!plain) add_note(row.note, "no liquid beside a vapour: see corvane flash without --input");
     };
     return file.run(name, columns, options.style, [&]() -> FileRun::Compute {
@@ -281,8 +299,11 @@ int FlashCommand::run() {
                                  units.text(first->quantity, a), second->symbol,
                                  units.text(second->quantity, b)),
                      known, [&] {
-                         last = solve(mixture, mixture.x, {first->what, a}, {second->what, b}, last);
-                         return rows_of(mixture, last, evidence);
+                         std::string note;
+                         const auto all = solve(mixture, mixture.x, {first->what, a},
+                                                {second->what, b}, last, note);
+                         last = all.back();
+                         return rows_of(mixture, all, note, evidence);
                      });
     };
     for (double a : first->values)
@@ -313,17 +334,17 @@ int flash(char const* command, Options const& options, MixtureRequest const& req
 
 void add_flash(Program& program) {
     auto flash = std::make_shared<FlashCommand>();
-    Command command = program.add("flash", "certified: how a mixture splits, at p with T, h or s",
+    Command command = program.add("flash", "certified: how a mixture splits, at two of p, T, rho, h, s, u, q",
                                   [flash] { return flash->run(); });
     flash->request.add_to(command);
     command
         .value("--p", flash->p.text, "pressures: 1 or 1,2 or first:last:step", {.type = "VALUES"})
         .value("--T", flash->T.text, "temperatures, in the same forms", {.type = "VALUES"})
-        .value("--h", flash->h.text, "enthalpies of the whole, with --p or --s", {.type = "VALUES"})
-        .value("--s", flash->s.text, "entropies of the whole, with --p, --T, --h or --rho", {.type = "VALUES"})
-        .value("--u", flash->u.text, "internal energies of the whole, with --rho or --v", {.type = "VALUES"})
+        .value("--h", flash->h.text, "enthalpies of the whole", {.type = "VALUES"})
+        .value("--s", flash->s.text, "entropies of the whole", {.type = "VALUES"})
+        .value("--u", flash->u.text, "internal energies of the whole, with --T, --p, --rho or --v", {.type = "VALUES"})
         .value("--q", flash->q.text, "amounts of the vapour, 0 to 1, with --T or --p", {.type = "VALUES"})
-        .value("--rho", flash->rho.text, "densities of the whole, with --T, --u or --s", {.type = "VALUES"})
+        .value("--rho", flash->rho.text, "densities of the whole", {.type = "VALUES"})
         .value("--v", flash->v, "volumes of the whole, in place of --rho", {.type = "VALUES"});
     flash->file.add_to(command);
     flash->options.add_reference(command);

@@ -129,7 +129,11 @@ corvane::PropertyDiagramOptions PropertyDiagramCommand::how(Kind const& k, doubl
     if (!isobars.empty())
         o.p = positive_points(isobars, "--isobars", Quantity::pressure, u);
     else if (k.isobars)
-        o.p = in_units(Quantity::pressure, round_decades, o.p_min, o.p_max);
+        o.p = in_units(Quantity::pressure,
+                       [&](double a, double b) {  // of mixtures fewer: no isobar is level there
+                           return request.model.empty() ? round_decades(a, b) : decades(a, b, {1, 3});
+                       },
+                       o.p_min, o.p_max);
     if (!isentropes.empty()) o.s = given(isentropes, "--isentropes", Quantity::entropy);
     if (!isochores.empty())
         o.rho = positive_points(isochores, "--isochores", Quantity::density, u);
@@ -218,9 +222,14 @@ Picture PropertyDiagramCommand::picture(corvane::PropertyDiagram const& d, Kind 
                                  std::move(points)});
     }
     std::vector<XY> bubble = curve(d.liquid);
-    // Of a pure fluid both end next to the critical point.
-    if (!d.liquid.empty() && !d.vapour.empty() && d.liquid.back().T == d.vapour.back().T)
-        bubble.push_back({value(d.vapour.back(), k.x), value(d.vapour.back(), k.y)});
+    // Both have an end next to the critical point: no gap there.
+    const auto near = [](double a, double b, double part) { return std::fabs(a - b) < part * a; };
+    if (!d.liquid.empty() && !d.vapour.empty())
+        for (PropertyPoint const* end : {&d.liquid.back(), &d.liquid.front()})
+            for (PropertyPoint const* next : {&d.vapour.back(), &d.vapour.front()})
+                if (near(end->T, next->T, 0.005) && near(end->p, next->p, 0.02) && near(end->rho, next->rho, 0.5))
+                    bubble.insert(end == &d.liquid.back() ? bubble.end() : bubble.begin(),
+                                  {value(*next, k.x), value(*next, k.y)});
     result.curves.push_back({"bubble points", Ink::liquid, Stroke::line, std::move(bubble)});
     result.curves.push_back({"dew points", Ink::black, Stroke::line, curve(d.vapour)});
     return result;
@@ -267,6 +276,7 @@ int PropertyDiagramCommand::run() {
         }
         corvane::PropertyDiagramOptions o = how(k, Tc, pc, vc, 0.55 * mean);
         o.q.clear();
+        if (k.isobars && isochores.empty()) o.rho.clear();  // they would run between the isobars
         o.progress = watch.progress();
         return draw(head, asking(mixture.text(), [&] {
                         return corvane::property_diagram(*mixture.model, mixture.x, o);
@@ -299,9 +309,9 @@ void add_property_diagram(Program& program) {
                {.one_of = {"ph", "Ts", "hs", "pv", "Trho"}, .type = "KIND"})
         .value("--isotherms", diagram->isotherms, "temperatures, in place of round ones",
                {.type = "LIST"})
-        .value("--isobars", diagram->isobars, "pressures, in place of 1, 2, 5 of every decade",
+        .value("--isobars", diagram->isobars, "pressures, in place of 1, 2, 5 (of mixtures 1, 3) of every decade",
                {.type = "LIST"})
-        .value("--isochores", diagram->isochores, "densities, in place of round ones",
+        .value("--isochores", diagram->isochores, "densities, in place of round ones (with isobars of mixtures: none)",
                {.type = "LIST"})
         .value("--isentropes", diagram->isentropes, "entropies (none)", {.type = "LIST"})
         .value("--qualities", diagram->qualities, "amounts of vapour, pure fluids alone",

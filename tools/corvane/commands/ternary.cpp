@@ -1,5 +1,6 @@
 // corvane ternary: the phase diagram of three components at T and p.
 #include <tools/corvane/commands/commands.h>
+#include <tools/corvane/diagrams/fields.h>
 #include <tools/corvane/diagrams/xy_branch.h>
 #include <tools/corvane/input/options.h>
 #include <tools/corvane/output/rows.h>
@@ -226,6 +227,14 @@ int TernaryCommand::run() {
                                 units.text(Quantity::pressure, at_p));
     for (int i = 0; i < 3; ++i) picture.corners[static_cast<std::size_t>(i)] = written_name(mixture.component(i));
     draw(d, picture);
+    if (plot && d.complete())
+        label_fields(picture, [&](XY const& at) {
+            Vector<double> x(3);
+            x[0] = at[1] / (0.5 * std::sqrt(3.0));
+            x[1] = 1.0 - at[0] - 0.5 * x[0];
+            x[2] = 1.0 - x[0] - x[1];
+            return phase_letter(mixture, x, at_T, at_p);
+        });
     plot.draw(picture, head, table, options.style);
     return Watch::interrupted() ? kInterrupted : d.complete() ? 0 : 1;
 }

@@ -1,5 +1,6 @@
 // corvane pxy, corvane txy: isothermal and isobaric diagrams of a binary.
 #include <tools/corvane/commands/commands.h>
+#include <tools/corvane/diagrams/fields.h>
 #include <tools/corvane/diagrams/measured.h>
 #include <tools/corvane/diagrams/several.h>
 #include <tools/corvane/diagrams/xy_solid.h>
@@ -289,6 +290,12 @@ Drawn XyDiagram::with(MixtureRequest const& of) {
         measured.draw(picture, units);
     }
     frame_of(picture, given.size() == 1);
+    if (plot && given.size() == 1 && complete_ && !solid)
+        label_fields(picture, [&](XY const& at) {
+            const double sought = units.to_library(frame().sought(), at[1]);
+            return phase_letter(mixture, binary(at[0]), isothermal ? given[0] : sought,
+                                isothermal ? sought : given[0]);
+        });
     const int code = rows.finish(head);
     return {head, table, picture, title_of_model(mixture), code == 0 && !complete_ ? 1 : code};
 }
