@@ -1,4 +1,5 @@
 #include <corvane/catalogue/home.h>
+#include <corvane/core/collected.h>
 #include <corvane/core/loaded_from.h>
 
 #include <algorithm>
@@ -47,9 +48,8 @@ std::vector<std::string> DataHome::names() const {
 }
 
 fs::path DataHome::file(fs::path const& relative) const {
-    std::error_code error;
     for (fs::path const& one : directories_)
-        if (fs::exists(one / relative, error)) return one / relative;
+        if (has_data_file((one / relative).string())) return one / relative;
     return directory() / relative;
 }
 

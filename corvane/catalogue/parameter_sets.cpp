@@ -1,4 +1,5 @@
 #include <corvane/catalogue/parameter_sets.h>
+#include <corvane/core/collected.h>
 #include <corvane/core/constants.h>
 #include <corvane/core/files.h>
 #include <corvane/core/text.h>
@@ -95,11 +96,15 @@ std::map<std::string, std::vector<int>> parameter_sets(DataHome const& home,
                                                        std::string const& equation) {
     std::map<std::string, std::vector<int>> sets;
     if (!is_file_name(equation)) return sets;
-    each_entry(home, kParameters / equation, [&](fs::path const& file) {
+    const auto take = [&](std::string const& file) {
         std::string substance;
-        if (const int number = set_number(file.filename().string(), substance))
-            sets[substance].push_back(number);
-    });
+        if (const int number = set_number(file, substance)) sets[substance].push_back(number);
+    };
+    each_entry(home, kParameters / equation,
+               [&](fs::path const& file) { take(file.filename().string()); });
+    for (fs::path const& directory : home.directories())
+        for (std::string const& file : collected_names((directory / kParameters / equation).string()))
+            take(file);
     for (auto& [substance, numbers] : sets) {
         std::sort(numbers.begin(), numbers.end());
         numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
@@ -116,8 +121,9 @@ std::vector<int> parameter_sets(DataHome const& home, std::string const& equatio
 
 bool has_parameter_set(DataHome const& home, std::string const& equation,
                        std::string const& substance, int set) {
-    return is_file_name(equation) && is_file_name(substance) &&
-           access(parameter_file(home, equation, substance, set).c_str(), R_OK) == 0;
+    if (!is_file_name(equation) || !is_file_name(substance)) return false;
+    const std::string file = parameter_file(home, equation, substance, set).string();
+    return access(file.c_str(), R_OK) == 0 || !collected_text(file).empty();
 }
 
 fs::path parameter_file(DataHome const& home, std::string const& equation,
@@ -154,7 +160,7 @@ ParameterNotes parameter_notes(std::string const& file) {
 }
 
 std::optional<IdealNotes> ideal_notes(std::string const& file) {
-    if (access(file.c_str(), R_OK) != 0) return std::nullopt;
+    if (!has_data_file(file)) return std::nullopt;
     const std::string text = file_contents(file.c_str());
     IdealNotes notes{kUnknown, kUnknown, kUnknown, kUnknown, ""};
     std::string_view lines = text;

@@ -1,3 +1,4 @@
+#include <corvane/core/collected.h>
 #include <corvane/core/constants.h>
 #include <corvane/core/files.h>
 #include <corvane/core/number_text.h>
@@ -44,6 +45,14 @@ bool is_space(int c) {
     return is_blank(c) || c == '\n' || c == '\v' || c == '\f';
 }
 
+/// A stream that holds a text, for reading; nothing if there is no memory.
+File stream_of(std::string const& text) {
+    File file(fmemopen(nullptr, text.size() + 1, "w+"));
+    if (!file || std::fwrite(text.data(), 1, text.size(), file.get()) != text.size()) return nullptr;
+    std::rewind(file.get());
+    return file;
+}
+
 /// The finite number that the whole word spells.
 bool spells(char const* word, double& x) {
     if (*word == '+' && word[1] != '-') ++word;
@@ -73,7 +82,12 @@ File open_file(std::string const& relative) {
     const std::string path = reading_path(relative);
     // Without O_NONBLOCK a pipe would wait for somebody to write to it.
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0) refuse(path, errno);
+    if (descriptor < 0) {
+        const int error = errno;
+        if (const std::string text = collected_text(path); !text.empty())
+            if (File row = stream_of(text)) return row;
+        refuse(path, error);
+    }
     struct stat kind;
     const bool regular = fstat(descriptor, &kind) == 0 && S_ISREG(kind.st_mode);
     File file(regular ? fdopen(descriptor, "r") : nullptr);
@@ -161,8 +175,7 @@ std::vector<std::string> reading_paths(std::string const& path) {
 
 int reading_home(std::string const& path) {
     const auto paths = reading_paths(path);
-    const auto there = [](std::string const& one) { return access(one.c_str(), F_OK) == 0; };
-    return static_cast<int>(std::find_if(paths.begin(), paths.end(), there) - paths.begin());
+    return static_cast<int>(std::find_if(paths.begin(), paths.end(), has_data_file) - paths.begin());
 }
 
 std::string reading_path(std::string const& path) {
@@ -177,7 +190,7 @@ std::string file_contents(char const* path) {
     std::string text;
     // Not blocking: a pipe that nobody writes to opens at once, and is refused.
     const int descriptor = ::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0) return text;
+    if (descriptor < 0) return collected_text(path);
     const File file(fdopen(descriptor, "r"));
     struct stat kind;
     if (!file || fstat(descriptor, &kind) != 0 || !S_ISREG(kind.st_mode)) return text;

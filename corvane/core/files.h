@@ -34,7 +34,8 @@ using File = std::unique_ptr<FILE, FileCloser>;
 /// @throws FileError 1 if it does not fit th_pathlength
 CORVANE_API std::string path_of(char const* format, ...) __attribute__((format(printf, 1, 2)));
 
-/// Opens a regular file for reading; nothing that could block or never end.
+/// Opens a regular file, or a row of its folder's collected.tsv, for reading; nothing that could
+/// block or never end.
 /// @throws FileError 1
 CORVANE_API File open_file(std::string const& path);
 
@@ -95,7 +96,7 @@ CORVANE_API std::vector<std::string> reading_paths(std::string const& path);
 /// The number of the first home that has the path, counted from 0; that of homes if none has.
 CORVANE_API int reading_home(std::string const& path);
 
-/// What a regular file holds, up to its first 16 MiB; empty if it cannot be read.
+/// What a regular file, or such a row, holds, up to its first 16 MiB; empty if it cannot be read.
 CORVANE_API std::string file_contents(char const* path);
 
 /// Reads the rest of the line into a buffer of `size` characters, after blanks and tabs (and

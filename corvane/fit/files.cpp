@@ -1,5 +1,6 @@
 // Fitted parameters in the format of the data tree.
 #include <corvane/catalogue/parameter_sets.h>
+#include <corvane/core/collected.h>
 #include <corvane/core/file_error.h>
 #include <corvane/core/files.h>
 #include <corvane/core/text.h>
@@ -70,7 +71,7 @@ int free_number(std::filesystem::path const& home, std::string const& folder,
     for (int n = 1; n < 10000; ++n) {
         const std::string file =
             "CorvaneS/parameters/" + folder + "/" + name + ";" + std::to_string(n);
-        if (!std::filesystem::exists(home / file) && !std::filesystem::exists(others.file(file)))
+        if (!has_data_file((home / file).string()) && !has_data_file(others.file(file).string()))
             return n;
     }
     throw Failure("no free number for a parameter set of " + name);

@@ -8,6 +8,7 @@
 #include <corvane/catalogue/parameter_sets.h>
 #include <corvane/catalogue/substances.h>
 #include <corvane/catalogue/suggest.h>
+#include <corvane/core/collected.h>
 
 #include <fmt/format.h>
 
@@ -123,9 +124,8 @@ Table ListCommand::of_substances() const {
                                              {"reaction", "reaction"},
                                              {"solid", "solid"},
                                              {"viscosity/dilute", "viscosity"}}) {
-            std::error_code error;
-            if (std::filesystem::exists(
-                    entered_home().file(std::string("CorvaneS/") + folder + '/' + name), error))
+            if (corvane::has_data_file(
+                    entered_home().file(std::string("CorvaneS/") + folder + '/' + name).string()))
                 data.emplace_back(letter);
         }
         for (auto const& [equation, of] : sets_) {
