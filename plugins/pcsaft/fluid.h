@@ -2,7 +2,7 @@
 //
 // With y = vs·rho, θ = Ts/T and the diameter d = σ·δ(T) of the segments, eta = m·δ³·y is the
 // packing fraction, and
-//     a^r = m·a_hs − (m − 1)·ln g − 12·m²·θ·y·I1 − 6·m³·θ²·y·C1·I2 + a_assoc
+//     a^r = m·a_hs − (m − 1)·ln g − 12·m²·θ·y·I1 − 6·m³·θ²·y·C1·I2 + a_assoc + a_polar
 // (Gross & Sadowski, Ind. Eng. Chem. Res. 40 (2001) 1244; 41 (2002) 5510). The density appears as a
 // factor, never in a difference of logarithms, so that a^r is relatively accurate as rho → 0.
 #pragma once
@@ -11,6 +11,10 @@
 #include <plugins/common/pcsaft/diameter.h>
 #include <plugins/common/pcsaft/dispersion.h>
 #include <plugins/common/pcsaft/hard_chain.h>
+#include <plugins/common/pcsaft/polar.h>
+
+#include <array>
+#include <optional>
 
 namespace corvane::pcsaft {
 
@@ -24,6 +28,8 @@ struct Parameters {
     double epsilon = 0;    // energy of a bond ε/k, K
     double donors = 0;     // sites of the one kind
     double acceptors = 0;  // sites of the other
+    double dipole = 0;      // D
+    double quadrupole = 0;  // D·Å
 };
 
 /// The fluid at one temperature, ready to be evaluated at any density. T is double, or a type that
@@ -40,6 +46,9 @@ class Isotherm {
         associates_ = par.donors * par.acceptors * par.kappa != 0.0;
         if (associates_)  // NA·σ³ = 6/π·vs
             bond_ = (6.0 / M_PI) * bond_strength(par.kappa, par.epsilon / temperature) / packing_;
+        if (par.dipole == 0.0 && par.quadrupole == 0.0) return;
+        const Moments moments(par.vs, par.Ts, par.m, par.dipole, par.quadrupole);
+        polar_.emplace(&moments, 1, std::array{1.0}, [](int, int) { return 1.0; }, temperature, T(par.vs * packing_));
     }
 
     /// eta/y: packing fraction per reduced density vs·rho.
@@ -52,6 +61,7 @@ class Isotherm {
         a += eta *
              (first_ * dispersion_.i1(eta) + second_ * (dispersion_.c1(eta) * dispersion_.i2(eta)));
         if (associates_) a += association(donors_, acceptors_, S(bond_ * eta * contact(eta)));
+        if (polar_) a += polar_->ar(eta);
         return a;
     }
 
@@ -66,6 +76,7 @@ class Isotherm {
             a -= strength * bonds_over_strength(donors_, acceptors_, S(eta * strength)) *
                  (1.0 + eta * ln_g);
         }
+        if (polar_) a += polar_->slope(eta);
         return a;
     }
 
@@ -76,6 +87,7 @@ class Isotherm {
     T first_, second_;  // factors of the two perturbation terms
     T bond_{};          // D/(eta·g)
     Dispersion<double> dispersion_;
+    std::optional<PolarLines<T>> polar_;
 };
 
 }  // namespace corvane::pcsaft

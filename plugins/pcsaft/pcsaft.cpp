@@ -1,4 +1,4 @@
-// PC-SAFT equation of state of pure fluids, non-associating and associating. See README.md.
+// PC-SAFT equation of state of pure fluids: chains that may associate and be polar. See README.md.
 #include <corvane/plugin/plugin.h>
 #include <corvane/plugin/section.h>
 #include <corvane/plugin/tables.h>
@@ -29,17 +29,17 @@ class PcSaft final : public Model1, public corvane::Deriv1 {
 
     void par_in(FILE* f, int) override {
         corvane::SectionReader in(f);
-        std::array<double, 8> read{};
+        std::array<double, 10> read{};
         read[0] = in.number(kLabel[0]);
         for (int i = 1; i < 4; ++i) read[i] = in.positive(kLabel[i]);
-        for (int i = 4; i < 8; ++i) read[i] = in.number(kLabel[i], 0.0);
+        for (int i = 4; i < 10; ++i) read[i] = in.number(kLabel[i], 0.0);
         par_ = read;
         fill_tables();
     }
     void par_out(FILE* f) const override {
         corvane::SectionWriter out(f);
         for (int i = 0; i < 4; ++i) out.number(kLabel[i], par_[i]);
-        for (int i = 4; i < 8; ++i)
+        for (int i = 4; i < 10; ++i)
             if (par_[i] != 0.0) out.number(kLabel[i], par_[i]);
     }
 
@@ -73,12 +73,13 @@ class PcSaft final : public Model1, public corvane::Deriv1 {
     }
 
   private:
-    static constexpr std::array<char const*, 8> kLabel{"M",       "Ts",    "vs",     "m",
-                                                       "kappaAB", "epsAB", "donors", "acceptors"};
+    static constexpr std::array<char const*, 10> kLabel{
+        "M", "Ts", "vs", "m", "kappaAB", "epsAB", "donors", "acceptors", "dipole", "quadrupole"};
     static constexpr std::array<double, 4> kFactorial{1, 1, 2, 6};
 
     Parameters parameters() const {
-        return {par_[0], par_[1], par_[2], par_[3], par_[4], par_[5], par_[6], par_[7]};
+        return {par_[0], par_[1], par_[2], par_[3], par_[4],
+                par_[5], par_[6], par_[7], par_[8], par_[9]};
     }
     /// Derivatives of total order N at most from truncated series in rho and, where M > 0, in T.
     template <int N, int M>
@@ -111,8 +112,8 @@ class PcSaft final : public Model1, public corvane::Deriv1 {
     }
 
     // 0 M [g/mol], 1 Ts = ε/k [K], 2 vs = π/6·NA·σ³ [cm³/mol], 3 m, 4 κ_AB, 5 ε_AB/k [K],
-    // 6 donor sites, 7 acceptor sites
-    std::array<double, 8> par_{16.0, 150.0, 15.0, 1.0, 0.0, 0.0, 0.0, 0.0};
+    // 6 donor sites, 7 acceptor sites, 8 dipole [D], 9 quadrupole [D·Å]
+    std::array<double, 10> par_{16.0, 150.0, 15.0, 1.0};
 };
 
 }  // namespace

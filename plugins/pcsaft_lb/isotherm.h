@@ -3,7 +3,8 @@
 // Along an isotherm all moments ζ_n = rho·Σ x_i·m_i·d_i^n are proportional to eta = ζ_3, so that
 // the mixture has the form of a pure fluid with a few coefficients more (Gross & Sadowski, Ind.
 // Eng. Chem. Res. 40 (2001) 1244, eqs. A.3-A.23):
-//     a = a_hs(eta) − Σ x_i·(m_i − 1)·ln g_ii − 12·rho·E1/T·I1 − 6·rho·E2/T²·m·C1·I2 + a_assoc
+//     a = a_hs(eta) − Σ x_i·(m_i − 1)·ln g_ii − 12·rho·E1/T·I1 − 6·rho·E2/T²·m·C1·I2 + a_assoc +
+//         a_polar
 // with E1, E2 the quadratic sums of the pair energies.
 #pragma once
 
@@ -13,6 +14,8 @@
 #include <plugins/common/pcsaft/dispersion.h>
 #include <plugins/common/pcsaft/hard_mixture.h>
 #include <plugins/pcsaft_lb/components.h>
+
+#include <optional>
 
 namespace corvane::pcsaft {
 
@@ -49,7 +52,7 @@ class MixtureIsotherm {
                 first += weight * e.first;
                 second += weight * e.second;
             }
-            if (c[i].associates()) sites_[found++] = a;
+            if (c.associates(i)) sites_[found++] = a;
         }
         const T ratio = z2 / packing_, beta = 1.0 / temperature;  // ζ2/ζ3
         cross_ = 3.0 * z1_ * ratio;
@@ -62,6 +65,7 @@ class MixtureIsotherm {
             chains_[a] = {x[i] * (c[i].m - 1.0), ContactLine<T>(d[a] * ratio)};
         }
         if (associating_ > 0) prepare_sites(c, x, temperature, present, d, ratio);
+        if (c.polar()) prepare_moments(c, x, temperature);
     }
     MixtureIsotherm(MixtureIsotherm const&) = delete;
     MixtureIsotherm& operator=(MixtureIsotherm const&) = delete;
@@ -87,6 +91,7 @@ class MixtureIsotherm {
             solve(sites, eta);
             a += sites.energy();
         }
+        if (polar_) a += polar_->ar(eta);
         return a;
     }
 
@@ -112,6 +117,7 @@ class MixtureIsotherm {
                          (1.0 + eta * p.contact.ln_g_slope(eta));
                 }
         }
+        if (polar_) a += polar_->slope(eta);
         return a;
     }
 
@@ -135,7 +141,7 @@ class MixtureIsotherm {
     }
     static int associating(Components const& c, Vector<double> const& x) {
         int n = 0;
-        for (int i = 0; i < c.size; ++i) n += x[i] != 0.0 && c[i].associates();
+        for (int i = 0; i < c.size; ++i) n += x[i] != 0.0 && c.associates(i);
         return n;
     }
     void prepare_sites(Components const& c, Vector<double> const& x, T const& temperature,
@@ -151,6 +157,20 @@ class MixtureIsotherm {
                 pairs_[k * n + l] = pairs_[l * n + k] = {bond, ContactLine<T>(mean * ratio)};
             }
         }
+    }
+    void prepare_moments(Components const& c, Vector<double> const& x, T const& temperature) {
+        SmallArray<Moments, 8> of(c.size);
+        SmallArray<double> fraction(c.size);
+        SmallArray<int> number(c.size);
+        int n = 0;
+        for (int i = 0; i < c.size; ++i)
+            if (x[i] != 0.0 && c[i].polar()) {
+                fraction[n] = x[i];
+                number[n] = i;
+                of[n++] = c[i].moments();
+            }
+        const auto like = [&](int k, int l) { return c.like(number[k], number[l]); };
+        if (n > 0) polar_.emplace(of, n, fraction, like, temperature, packing_);
     }
     /// Free sites. The amounts are mole fractions and the strengths rho·Δ, so that energies come
     /// out per molecule.
@@ -178,6 +198,7 @@ class MixtureIsotherm {
     SmallArray<Molecule, 4> molecules_;
     SmallArray<SitePair, 16> pairs_;
     Dispersion<double> dispersion_;
+    std::optional<PolarLines<T>> polar_;
 };
 
 }  // namespace corvane::pcsaft

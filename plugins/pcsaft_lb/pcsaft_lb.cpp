@@ -4,6 +4,7 @@
 #include <plugins/common/pcsaft/density.h>
 #include <plugins/pcsaft_lb/potentials.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
@@ -19,23 +20,22 @@ using corvane::pcsaft::Potentials;
 
 class PcSaftLB final : public corvane::PairTableMixture {
   public:
-    PcSaftLB() : PairTableMixture("PCSAFT", "LB", 2) {}
+    PcSaftLB() : PairTableMixture("PCSAFT", "LB", 4) {}
 
-    // ---- binary parameters: 0 = k_ij, 1 = l_ij
+    // ---- binary parameters: 0 = k_ij, 1 = l_ij, 2 = ε_AB/k [K], 3 = κ_AB of unlike sites
 
     void par_in(FILE* f, int i, int j) override {
         corvane::SectionReader section(f);
         corvane::pair_is_swapped(section, mdl1[i]->name(), mdl1[j]->name());  // both are symmetric
-        const double k_ij = section.number("kij", 0.0), l_ij = section.number("lij", 0.0);
-        double* pair = pairs_.at(i, j);
-        pair[0] = k_ij;
-        pair[1] = l_ij;
+        std::array<double, 4> read{};
+        for (int k = 0; k < 4; ++k) read[k] = section.number(kLabel[k], 0.0);
+        std::copy(read.begin(), read.end(), pairs_.at(i, j));
     }
     void par_out(FILE* f, int i, int j) const override {
         corvane::SectionWriter section(f);
         section.word("of", mdl1[i]->name());
-        section.number("kij", pairs_.at(i, j)[0]);
-        section.number("lij", pairs_.at(i, j)[1]);
+        for (int k = 0; k < 4; ++k)
+            if (k < 2 || pairs_.at(i, j)[k] != 0.0) section.number(kLabel[k], pairs_.at(i, j)[k]);
     }
     /// Mean number of segments; m²·ε·σ³ and m²·ε²·σ³ averaged over pairs, as ε/k [K] and π/6·NA·σ³
     /// [cm³/mol].
@@ -144,6 +144,8 @@ class PcSaftLB final : public corvane::PairTableMixture {
                 d[i * (nT + 1) + j] = kFactorial[i] * kFactorial[j] * a(i, j);
         return 1;
     }
+
+    static constexpr std::array<char const*, 4> kLabel{"kij", "lij", "epsAB", "kappaAB"};
 };
 
 }  // namespace

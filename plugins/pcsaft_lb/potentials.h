@@ -10,8 +10,10 @@
 #pragma once
 
 #include <plugins/pcsaft_lb/isotherm.h>
+#include <plugins/pcsaft_lb/polar_potentials.h>
 
 #include <array>
+#include <optional>
 
 namespace corvane::pcsaft {
 
@@ -67,6 +69,7 @@ class Potentials {
         }
         dispersion();
         if (sites_.n > 0) associate(T);
+        if (c_.polar()) F_[3] += polar_.emplace(c_, rho_, T, z_[3], second).slope();
         if constexpr (order_of<S> == 0)
             if (second) prepare_rows();
     }
@@ -85,6 +88,7 @@ class Potentials {
             const int k = index_[i];
             mu -= sites_.nd[k] * log1p(sites_.to_a[k]) + sites_.na[k] * log1p(sites_.to_d[k]);
         }
+        if (polar_) mu += polar_->mu(i);
         return mu;
     }
 
@@ -96,6 +100,7 @@ class Potentials {
                 for (int k = 0; k < 4; ++k) sum += row_[i][k] * moment(j, k);
                 sum -= contact_part(i, j) + contact_part(j, i);
                 sum += dispersion_part(i, j);
+                if (polar_) sum += polar_->hessian(i, j, moment(i, 3), moment(j, 3));
                 H[i * N_ + j] = H[j * N_ + i] = sum;
             }
         if (sites_.n > 0) add_site_response(H);
@@ -114,7 +119,7 @@ class Potentials {
     }
     int count_associating() {
         int n = 0;
-        for (int i = 0; i < N_; ++i) index_[i] = c_[i].associates() ? n++ : -1;
+        for (int i = 0; i < N_; ++i) index_[i] = c_.associates(i) ? n++ : -1;
         return n;
     }
 
@@ -303,6 +308,7 @@ class Potentials {
     double F03_ = 0, F12_ = 0, F13_ = 0, F22_ = 0, F23_ = 0, F33_ = 0;
     Surface surface1_, surfaceG_;
     SmallArray<std::array<double, 4>> row_;
+    std::optional<PolarPotentials<S>> polar_;
 };
 
 }  // namespace corvane::pcsaft

@@ -1,5 +1,5 @@
 // PC-SAFT mixtures a second time: the formulas as printed by Gross & Sadowski (2001, appendix A;
-// 2002) and the mass balance of all sites by damped substitution, in 100 decimal digits.
+// 2002), polar terms, and the mass balance of all sites by damped substitution, in 100 decimal digits.
 #pragma once
 
 #include "central_difference.h"
@@ -16,6 +16,7 @@ namespace reference {
 struct PcSaftMixture {
     std::vector<corvane::pcsaft::Parameters> par;
     double k, l;  // of every pair
+    double cross_energy = 0, cross_volume = 0;  // of the sites of the first two, if not combined
 
     /// Residual Helmholtz energy density over RT at partial densities [mol/cm³].
     Big density(std::vector<Big> const& molar, Big const& T) const {
@@ -71,7 +72,74 @@ struct PcSaftMixture {
             sites +=
                 rho[i] * (par[i].donors * site(X[2 * i]) + par[i].acceptors * site(X[2 * i + 1]));
         }
-        return (total * (m * hs - chain + disp) + sites) / Big(NA);
+        return (total * (m * hs - chain + disp + polar(rho, total, sigma, T, z[3])) + sites) / Big(NA);
+    }
+
+    /// A2/(1 − A3/A2) of dipoles, quadrupoles and of both, as Gross & Vrabec (2006), Gross (2005) and
+    /// Vrabec & Gross (2008) print it.
+    Big polar(std::vector<Big> const& rho, Big const& total, std::vector<Big> const& sigma,
+              Big const& T, Big const& eta) const {
+        using namespace corvane::pcsaft;
+        const Big pi = boost::math::constants::pi<Big>(), unit("7242.97051603992e-24");  // D²/k, K·cm³
+        const std::size_t N = par.size();
+        const auto factors = [](PolarKind kind, Big m) {
+            if (kind != quadrupole_quadrupole && m > 2) m = 2;
+            return std::array<Big, 3>{1, (m - 1) / m, (m - 1) / m * (m - 2) / m};
+        };
+        std::vector<Big> mu(N), Q(N);  // ε/kT·μ*², ε/kT·Q*²
+        for (std::size_t i = 0; i < N; ++i) {
+            mu[i] = unit * par[i].dipole * par[i].dipole / (par[i].m * pow(sigma[i], 3)) / T;
+            Q[i] = unit * Big("1e-16") * par[i].quadrupole * par[i].quadrupole /
+                   (par[i].m * pow(sigma[i], 5)) / T;
+        }
+        Big sum = 0;
+        for (PolarKind kind : {dipole_dipole, quadrupole_quadrupole, dipole_quadrupole}) {
+            bool dipoles = false, quadrupoles = false;
+            for (std::size_t i = 0; i < N; ++i) {
+                dipoles = dipoles || mu[i] != 0;
+                quadrupoles = quadrupoles || Q[i] != 0;
+            }
+            if ((kind != quadrupole_quadrupole && !dipoles) || (kind != dipole_dipole && !quadrupoles))
+                continue;
+            PolarConstants const& c = kPolar[kind];
+            Big A2 = 0, A3 = 0;
+            for (std::size_t i = 0; i < N; ++i)
+                for (std::size_t j = 0; j < N; ++j) {
+                    const Big xx = rho[i] * rho[j] / (total * total), s = (sigma[i] + sigma[j]) / 2;
+                    const auto f = factors(kind, sqrt(Big(par[i].m) * par[j].m));
+                    const Big e = sqrt(Big(par[i].Ts) * par[j].Ts) * (1 - (i == j ? 0 : 1) * Big(k)) / T;
+                    Big J2 = 0;
+                    for (int n = 0; n < 5; ++n)
+                        for (int w = 0; w < 3; ++w)
+                            J2 += f[w] * (c.a[n][w] + (n < 3 ? c.b[n][w] * e : Big(0))) * pow(eta, n);
+                    const Big s3 = pow(sigma[i] * sigma[j], 3), s5 = pow(sigma[i] * sigma[j], 5);
+                    if (kind == dipole_dipole) A2 -= pi * total * xx * s3 / pow(s, 3) * mu[i] * mu[j] * J2;
+                    if (kind == quadrupole_quadrupole)
+                        A2 -= pi * 9 / 16 * total * xx * s5 / pow(s, 7) * Q[i] * Q[j] * J2;
+                    if (kind == dipole_quadrupole)
+                        A2 -= pi * 9 / 4 * total * xx * s3 * sigma[j] * sigma[j] / pow(s, 5) * mu[i] *
+                              Q[j] * J2;
+                    for (std::size_t o = 0; o < N; ++o) {
+                        const Big xxx = xx * rho[o] / total, sss = sigma[i] * sigma[j] * sigma[o];
+                        const Big between = (sigma[i] + sigma[j]) * (sigma[i] + sigma[o]) *
+                                            (sigma[j] + sigma[o]) / 8;
+                        const auto g = factors(kind, cbrt(Big(par[i].m) * par[j].m * par[o].m));
+                        Big J3 = 0;
+                        for (int n = 0; n < 4; ++n)
+                            for (int w = 0; w < 3; ++w) J3 += g[w] * c.c[n][w] * pow(eta, n);
+                        const Big two = pi * pi * total * total * xxx * J3;
+                        if (kind == dipole_dipole)
+                            A3 -= 4 * two / 3 * pow(sss, 3) / between * mu[i] * mu[j] * mu[o];
+                        if (kind == quadrupole_quadrupole)
+                            A3 += 4 * two / 3 * 27 / 64 * pow(sss, 5) / pow(between, 3) * Q[i] * Q[j] * Q[o];
+                        if (kind == dipole_quadrupole)
+                            A3 -= two * pow(sss, 4) / pow(between, 2) *
+                                  (mu[i] * mu[j] * Q[o] + kTwoQuadrupoles * mu[i] * Q[j] * Q[o]);
+                    }
+                }
+            if (A2 != 0) sum += A2 / (1 - A3 / A2);
+        }
+        return sum;
     }
 
     /// Donors and acceptors of each component, with the combining rules of Wolbach & Sandler as
@@ -84,9 +152,13 @@ struct PcSaftMixture {
         for (std::size_t i = 0; i < N; ++i)
             for (std::size_t j = 0; j < N; ++j) {
                 const Big mean = (sigma[i] + sigma[j]) / 2;
-                const Big kappa = sqrt(Big(par[i].kappa) * par[j].kappa) *
-                                  pow(sqrt(sigma[i] * sigma[j]) / mean, 3);
-                const Big epsilon = (Big(par[i].epsilon) + par[j].epsilon) / 2;
+                Big kappa = sqrt(Big(par[i].kappa) * par[j].kappa);
+                Big epsilon = (Big(par[i].epsilon) + par[j].epsilon) / 2;
+                if (cross_volume != 0 && i + j == 1) {  // induced association
+                    kappa = cross_volume;
+                    epsilon = cross_energy;
+                }
+                kappa *= pow(sqrt(sigma[i] * sigma[j]) / mean, 3);
                 delta[i * N + j] = pow(mean, 3) * g(i, j) * kappa * (exp(epsilon / T) - 1);
             }
         for (int step = 0; step < 2000; ++step) {
