@@ -18,11 +18,19 @@ enum CubicParameter : int {
     cubic_L = 5,      ///< L, M, N of Twu's function
     cubic_Mtwu = 6,
     cubic_Ntwu = 7,
-    cubic_c = 8,  ///< volume translation, cm³/mol: v = v_eos − c
-    cubic_parameters = 9
+    cubic_c = 8,   ///< volume translation, cm³/mol: v = v_eos − c
+    cubic_c1 = 9,  ///< coefficients of Mathias and Copeman
+    cubic_c2 = 10,
+    cubic_c3 = 11,
+    cubic_parameters = 12
 };
 
-enum AlphaKind : int { alpha_standard = 0, alpha_twu = 1, alpha_graboski_daubert = 2 };
+enum AlphaKind : int {
+    alpha_standard = 0,
+    alpha_twu = 1,
+    alpha_graboski_daubert = 2,
+    alpha_mathias_copeman = 3
+};
 
 /// q with T·dq/dT and T²·d²q/dT².
 struct Attraction {
@@ -53,7 +61,7 @@ inline double alpha_slope<SoaveRedlichKwong>(double omega, int kind) noexcept {
 
 /// The AlphaKind of a parameter set; -1 for a value that is none.
 inline int alpha_kind(double const* par) noexcept {
-    for (int kind : {alpha_standard, alpha_twu, alpha_graboski_daubert})
+    for (int kind : {alpha_standard, alpha_twu, alpha_graboski_daubert, alpha_mathias_copeman})
         if (par[cubic_alpha] == kind) return kind;
     return -1;
 }
@@ -62,6 +70,9 @@ inline int alpha_kind(double const* par) noexcept {
 ///
 /// Twu, Bluck, Cunningham & Coon, Fluid Phase Equilib. 69 (1991) 33: alpha = Tr^(N(M−1))·
 /// exp[L(1 − Tr^(N·M))].
+///
+/// Mathias & Copeman, Fluid Phase Equilib. 13 (1983) 91: alpha = (1 + c1·s + c2·s² + c3·s³)² with
+/// s = 1 − √Tr; above Tc without c2 and c3, so that d²alpha/dT² jumps there by a small amount.
 template <class Form>
 Attraction attraction(double const* par, double T) noexcept {
     const double Tr = T / par[cubic_Ts];
@@ -73,6 +84,15 @@ Attraction attraction(double const* par, double T) noexcept {
         const double slope = NM - N - 1.0 - L * NM * power;  // dln q/dlnT
         return {q, q * slope, q * (slope * (slope - 1.0) - L * NM * NM * power)};
     }
+    if (kind == alpha_mathias_copeman) {
+        const double u = std::sqrt(Tr), s = 1.0 - u;
+        const double c1 = par[cubic_c1], c2 = s > 0.0 ? par[cubic_c2] : 0.0;
+        const double c3 = s > 0.0 ? par[cubic_c3] : 0.0;
+        const double f = 1.0 + s * (c1 + s * (c2 + s * c3)), f1 = c1 + s * (2.0 * c2 + 3.0 * s * c3);
+        const double f2 = 2.0 * c2 + 6.0 * s * c3;
+        const double r = f / u, Tr1 = -0.5 * (f1 + r), TTr2 = 0.25 * (u * f2 + 3.0 * (f1 + r));
+        return {q_c<Form> * r * r, q_c<Form> * 2.0 * r * Tr1, q_c<Form> * 2.0 * (Tr1 * Tr1 + r * TTr2)};
+    }
     const double m = alpha_slope<Form>(par[cubic_omega], kind);
     const double root = (1.0 + m) / std::sqrt(Tr), s = root - m;  // s² = alpha/Tr
     const double Ts = -0.5 * root, TTs = 0.75 * root;
@@ -83,7 +103,7 @@ Attraction attraction(double const* par, double T) noexcept {
 template <class Form>
 bool alpha_known(double const* par) noexcept {
     const int kind = alpha_kind(par);
-    return kind == alpha_twu || !std::isnan(alpha_slope<Form>(0.0, kind));
+    return kind == alpha_twu || kind == alpha_mathias_copeman || !std::isnan(alpha_slope<Form>(0.0, kind));
 }
 
 }  // namespace corvane

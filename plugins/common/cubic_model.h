@@ -50,7 +50,8 @@ class CubicModel final : public Model1, public Deriv1 {
         SectionWriter section(f);
         const bool all = par_[cubic_alpha] != 0.0 || par_[cubic_c] != 0.0;
         for (int i = 0; i < (all ? cubic_parameters : cubic_alpha); ++i)
-            section.number(kLabels[i], par_[i]);
+            if (i < cubic_c1 || alpha_kind(par_.data()) == alpha_mathias_copeman)
+                section.number(kLabels[i], par_[i]);
     }
 
     double Ar(double rho, double T) const override { return fluid(T).ar(rho); }
@@ -74,7 +75,7 @@ class CubicModel final : public Model1, public Deriv1 {
 
   private:
     static constexpr std::array<char const*, cubic_parameters> kLabels{
-        "M", "Ts", "vs", "omega", "alpha", "L", "Mtwu", "Ntwu", "c"};
+        "M", "Ts", "vs", "omega", "alpha", "L", "Mtwu", "Ntwu", "c", "c1", "c2", "c3"};
 
     CubicFluid<Form> fluid(double T) const {
         return {par_[cubic_vs], par_[cubic_c], attraction<Form>(par_.data(), T)};

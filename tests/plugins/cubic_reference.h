@@ -15,6 +15,7 @@ struct Cubic {
     double u, w;                  // p = R·T/(v − b) − a/(v² + u·b·v + w·b²)
     Big y_c;                      // b·rho_c
     double Tc, b, m, L, M, N, c;  // Twu's alpha where N is not 0
+    double c2 = 0, c3 = 0;        // of Mathias and Copeman, m their c1
 
     Big q_c() const {  // from ∂p/∂v = ∂²p/∂v² = 0 at y_c
         const Big D = 1 + y_c * (u + w * y_c);
@@ -23,7 +24,7 @@ struct Cubic {
     Big alpha(Big const& T) const {
         const Big Tr = T / Tc;
         if (N != 0) return pow(Tr, Big(N) * (Big(M) - 1)) * exp(L * (1 - pow(Tr, Big(N) * M)));
-        const Big s = 1 + m * (1 - sqrt(Tr));
+        const Big r = 1 - sqrt(Tr), s = 1 + r * (m + (r > 0 ? Big(r * (c2 + r * c3)) : Big(0)));
         return s * s;
     }
     Big q(Big const& T) const { return q_c() * alpha(T) * Tc / T; }
