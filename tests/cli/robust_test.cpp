@@ -318,7 +318,7 @@ TEST(CliNames, SynonymsLeadToTheSubstanceAndSlipsToASuggestion) {
         // One letter off, and another substance: nothing is offered.
         {"MEGA", "unknown substance 'MEGA'; all are in "},
         {"R123x", "unknown substance 'R123x'; all are in "},
-        {"propenal", "unknown substance 'propenal'; all are in "},
+        {"nonenal", "unknown substance 'nonenal'; all are in "},
         {"cis-butane", "unknown substance 'cis-butane'; all are in "},
         {"2-hexane", "unknown substance '2-hexane'; all are in "}};
     for (auto const& s : slips) {

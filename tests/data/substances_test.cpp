@@ -9,12 +9,16 @@
 
 namespace {
 
-// Standard atomic weights, IUPAC 2021 (abridged); D: deuterium.
+// Standard atomic weights, IUPAC 2021 (abridged); D: deuterium, T: tritium.
 const std::map<std::string, double> kWeight = {
     {"H", 1.008},   {"D", 2.0141}, {"He", 4.0026}, {"B", 10.81},   {"C", 12.011},
     {"N", 14.007},  {"O", 15.999}, {"F", 18.998},  {"Ne", 20.180}, {"Si", 28.085},
     {"P", 30.974},  {"S", 32.06},  {"Cl", 35.45},  {"Ar", 39.95},  {"Br", 79.904},
-    {"Kr", 83.798}, {"I", 126.90}, {"Xe", 131.29}, {"Hg", 200.59}, {"Rn", 222.02}};
+    {"Kr", 83.798}, {"I", 126.90}, {"Xe", 131.29}, {"Hg", 200.59}, {"Rn", 222.02},
+    {"T", 3.0160},  {"Be", 9.0122}, {"Al", 26.982}, {"Ti", 47.867}, {"V", 50.942},
+    {"Fe", 55.845}, {"Ni", 58.693}, {"Ga", 69.723}, {"Ge", 72.630}, {"As", 74.922},
+    {"Se", 78.971}, {"Mo", 95.95}, {"Sn", 118.71}, {"Sb", 121.76}, {"Os", 190.23},
+    {"Pb", 207.2}};
 
 /// Last digit of a CAS number: the sum of the other digits, weighted 1, 2, 3 ... from the right.
 bool cas_valid(std::string const& cas) {
@@ -44,7 +48,7 @@ TEST(Substances, ConstantsAreConsistent) {
         // 0.2-0.35 for normal fluids; hydrogen fluoride 0.12 and dinitrogen tetroxide 0.48 mark the
         // range that association and doubtful critical volumes leave.
         const double Zc = s.pc * s.vc / (R * s.Tc);
-        EXPECT_TRUE(Zc > 0.11 && Zc < 0.49) << Zc;
+        EXPECT_FALSE(Zc < 0.11 || Zc > 0.49) << Zc;
         EXPECT_FALSE(s.omega < -0.5 || s.omega > 1.4) << s.omega;
     }
 }
