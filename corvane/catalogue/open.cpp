@@ -1,6 +1,7 @@
 #include <corvane/catalogue/open.h>
 #include <corvane/catalogue/substances.h>
 #include <corvane/catalogue/suggest.h>
+#include <corvane/core/collected.h>
 #include <corvane/core/file_error.h>
 #include <corvane/core/files.h>
 #include <corvane/core/text.h>
@@ -106,6 +107,39 @@ int choose_set(DataHome const& home, std::string const& equation, std::string co
 }
 }  // namespace
 
+namespace {
+/// The number after a label in the file of a pair; 0 if there is none.
+int number_in(std::string const& text, std::string const& label) {
+    const std::size_t at = text.find("\n" + label + ":\t");
+    return at == std::string::npos ? 0 : std::atoi(text.c_str() + at + label.size() + 3);
+}
+
+/// The first number under which all pairs are published: 1, or another if they were made for the
+/// sets that the components have anyway. 1 if there is none.
+int choose_pair_set(Mixture const& mixture) {
+    constexpr int kMost = 9;
+    auto const& names = mixture.components;
+    const std::string folder = "CorvaneS/parameters/" + *mixture.equation + '/' + *mixture.theory + '/';
+    const auto own = [&](std::size_t i) { return choose_set(mixture.home, *mixture.equation, names[i], 0); };
+    for (int number = 1; number <= kMost; ++number) {
+        const auto published = [&](std::size_t i, std::size_t j) {
+            for (auto [a, b] : {std::pair(i, j), std::pair(j, i)}) {
+                const std::string file = folder + names[a] + '+' + names[b] + ';' + std::to_string(number);
+                const std::string text = file_contents(mixture.home.file(file).c_str());
+                if (text.empty()) continue;
+                return number == 1 || (number_in(text, "id1") == own(a) && number_in(text, "id2") == own(b));
+            }
+            return false;
+        };
+        bool all = true;
+        for (std::size_t i = 0; i < names.size(); ++i)
+            for (std::size_t j = 0; all && j < i; ++j) all = published(i, j);
+        if (all) return number;
+    }
+    return 1;
+}
+}  // namespace
+
 std::vector<std::string> equations_for(DataHome const& home, std::string const& substance) {
     std::vector<std::string> names;
     for (char const* name : kBest)
@@ -207,10 +241,13 @@ Mixture open_mixture(std::string const& name, std::vector<std::string> const& co
     reading("components cannot be made", home.file("CorvaneS/libth" + *mixture.equation + ".dll").string(),
             [&] { model.alloc(n, equation); });
     model.mth = theory;
+    const int pair_set = options.pair_set > 0 ? options.pair_set
+                         : options.sets.empty() && options.defined.empty() ? choose_pair_set(mixture)
+                                                                           : 1;
     std::vector<ComponentPlan> plans(static_cast<unsigned>(n));
     for (int i = 0; i < n; ++i) {
         std::string const& component = mixture.components[static_cast<unsigned>(i)];
-        for (int j = 0; j < i; ++j) model.id(i, j, options.pair_set);
+        for (int j = 0; j < i; ++j) model.id(i, j, pair_set);
         if (PseudoComponent const* const defined = find(options.defined, component)) {
             define(*model.mdl1[i], *defined);
             plans[static_cast<unsigned>(i)] = {1, true};

@@ -82,7 +82,9 @@ struct MixtureOptions {
     /// Of the components; 0, or empty: those that the pairs were made for, else 1. A pair that was
     /// made for other sets keeps its parameters, and is named in other_sets.
     std::vector<int> sets = {};
-    int pair_set = 1;
+    /// Of the pairs; 0: where no sets of the components are asked for, the first number under which
+    /// all pairs are published, for the sets that the components have anyway; else 1.
+    int pair_set = 0;
     bool estimate = true;  ///< false: a pair without a file is refused
     std::optional<DataHome> home = {};
     std::vector<PseudoComponent> defined = {};  ///< go before what files hold

@@ -353,7 +353,7 @@ class Mixture:
 
     def __init__(self, model: str | Sequence[str], components: Sequence[str] | None = None, *,
                  kij: float | Mapping[tuple[str, str], float] | None = None, sets: Sequence[int] = (),
-                 pair_set: int = 1, estimate: bool = True, home: str | os.PathLike[str] | None = None):  # fmt: skip
+                 pair_set: int = 0, estimate: bool = True, home: str | os.PathLike[str] | None = None):  # fmt: skip
         self._options = (tuple(sets), pair_set, estimate, directory(home))
         if components is None:
             if isinstance(model, str):

@@ -267,7 +267,7 @@ MixtureFluid open_mixture(MixtureRequest const& asked) {
     MixtureFluid mixture(corvane::open_mixture(
         request.model, composition.names,
         {.sets = component_sets(request.sets, composition.names, defined, equation),
-         .pair_set = request.pair_set > 0 ? request.pair_set : 1,
+         .pair_set = request.pair_set,
          .home = home,
          .defined = defined}));
     mixture.defined = defined;

@@ -19,7 +19,7 @@ int set_number(std::string const& text);
 struct MixtureRequest {
     std::string model;                    ///< "PR+vdW1"
     std::vector<std::string> components;  ///< "methane=0.7"; one may lack its fraction: the rest
-    int pair_set = 0;                     ///< 0: set 1
+    int pair_set = 0;                     ///< 0: the first with all pairs, else 1
     std::string kij;                      ///< "0.01", or "methane+propane=0.01,..."; may be empty
     bool fractions_optional = false;      ///< no component need have a fraction
     bool binary = false;                  ///< two components without: for open_binary
