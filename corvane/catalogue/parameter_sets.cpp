@@ -92,19 +92,23 @@ std::vector<std::string> equations(DataHome const& home) {
     return {names.begin(), names.end()};
 }
 
+std::set<std::string> file_names(DataHome const& home, std::string const& folder) {
+    std::set<std::string> names;
+    each_entry(home, folder, [&](fs::path const& file) { names.insert(file.filename().string()); });
+    for (fs::path const& directory : home.directories())
+        for (std::string& name : collected_names((directory / folder).string()))
+            names.insert(std::move(name));
+    return names;
+}
+
 std::map<std::string, std::vector<int>> parameter_sets(DataHome const& home,
                                                        std::string const& equation) {
     std::map<std::string, std::vector<int>> sets;
     if (!is_file_name(equation)) return sets;
-    const auto take = [&](std::string const& file) {
+    for (std::string const& file : file_names(home, (kParameters / equation).string())) {
         std::string substance;
         if (const int number = set_number(file, substance)) sets[substance].push_back(number);
-    };
-    each_entry(home, kParameters / equation,
-               [&](fs::path const& file) { take(file.filename().string()); });
-    for (fs::path const& directory : home.directories())
-        for (std::string const& file : collected_names((directory / kParameters / equation).string()))
-            take(file);
+    }
     for (auto& [substance, numbers] : sets) {
         std::sort(numbers.begin(), numbers.end());
         numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());

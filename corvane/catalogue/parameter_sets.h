@@ -6,6 +6,7 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,9 @@ CORVANE_API std::vector<int> parameter_sets(DataHome const& home, std::string co
 
 /// Equations with a folder of parameter sets, sorted.
 CORVANE_API std::vector<std::string> equations(DataHome const& home);
+
+/// Names of the files in a folder of the home, rows of its table included.
+CORVANE_API std::set<std::string> file_names(DataHome const& home, std::string const& folder);
 
 /// Is there the file of this set, readable? No directory is read.
 CORVANE_API bool has_parameter_set(DataHome const& home, std::string const& equation,

@@ -21,8 +21,10 @@ Substance read_line(std::vector<std::string> const& field) {
     const auto word = [&](std::size_t k) { return field[k] == "-" ? std::string() : field[k]; };
     Substance s{word(0),  word(1),  word(2),  value(3), value(4),  value(5),
                 value(6), value(7), value(8), value(9), value(10), {}};
-    for (std::string const& alias : split(word(11), ';'))
-        if (std::string name = trimmed(alias); !name.empty()) s.aliases.push_back(name);
+    const std::string aliases = word(11);
+    for (std::string_view rest = aliases; !rest.empty();)
+        if (std::string name = trimmed(next_part(rest, ';')); !name.empty())
+            s.aliases.push_back(std::move(name));
     return s;
 }
 
@@ -45,6 +47,19 @@ std::string plain(std::string const& name) {
     for (std::size_t at; (at = text.find("sulph")) != std::string::npos;)
         text.replace(at, 5, "sulf");
     return text;
+}
+
+/// plain(name) == wanted, without making it for the many names that are others.
+bool spells(std::string_view name, std::string_view wanted) {
+    std::size_t at = 0;
+    for (char c : name) {
+        if (std::string_view(" \t_-,'()[]").find(c) != std::string_view::npos) continue;
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        const bool same = at < wanted.size() && c == wanted[at];
+        if (!same) return c == 'p' && plain(std::string(name)) == wanted;  // perhaps of "sulph"
+        ++at;
+    }
+    return at == wanted.size();
 }
 
 /// "r134a" for the names that makers and lists of refrigerants put before the number: HFC-134a.
@@ -156,7 +171,9 @@ Substances::Substances(DataHome const& home) {
         while (!lines.empty()) {
             std::string_view line = next_part(lines, '\n');
             if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-            auto field = split(line, '\t');
+            std::vector<std::string> field;
+            field.reserve(kColumns);
+            while (!line.empty()) field.emplace_back(next_part(line, '\t'));
             field.resize(kColumns, "-");
             if (Substance s = read_line(field); !s.name.empty() && !before.count(s.name))
                 all_.push_back(std::move(s));
@@ -174,12 +191,12 @@ std::vector<Substance const*> Substances::find(std::string const& given) const {
             if (fits(s)) found.push_back(&s);
         return found;
     };
-    auto found = where([&](Substance const& s) { return plain(s.name) == name; });
+    auto found = where([&](Substance const& s) { return spells(s.name, name); });
     if (found.empty())
         found = where([&](Substance const& s) {
             if (s.cas == text) return true;
             for (std::string const& alias : s.aliases)
-                if (plain(alias) == name) return true;
+                if (spells(alias, name)) return true;
             return false;
         });
     if (found.empty() && !formula.empty())

@@ -8,7 +8,6 @@
 #include <corvane/catalogue/parameter_sets.h>
 #include <corvane/catalogue/substances.h>
 #include <corvane/catalogue/suggest.h>
-#include <corvane/core/collected.h>
 
 #include <fmt/format.h>
 
@@ -117,17 +116,17 @@ Table ListCommand::of_substances() const {
         for (auto const& [fluid, numbers] : sets)
             if (!all.count(fluid))
                 all[fluid] = Substance{fluid, "", "", NAN, NAN, NAN, NAN, NAN, NAN, NAN, NAN, {}};
+    std::map<std::string, std::set<std::string>> files;  // kind of data → substances
+    for (auto const& [folder, kind] : {std::pair{"ideal", "ideal"},
+                                       {"reaction", "reaction"},
+                                       {"solid", "solid"},
+                                       {"viscosity/dilute", "viscosity"}})
+        files[kind] = corvane::file_names(entered_home(), std::string("CorvaneS/") + folder);
     for (auto const& [name, s] : all) {
         if (!wanted(name)) continue;
         std::vector<std::string> data, sets;
-        for (auto const& [folder, letter] : {std::pair{"ideal", "ideal"},
-                                             {"reaction", "reaction"},
-                                             {"solid", "solid"},
-                                             {"viscosity/dilute", "viscosity"}}) {
-            if (corvane::has_data_file(
-                    entered_home().file(std::string("CorvaneS/") + folder + '/' + name).string()))
-                data.emplace_back(letter);
-        }
+        for (char const* kind : {"ideal", "reaction", "solid", "viscosity"})
+            if (files[kind].count(name)) data.emplace_back(kind);
         for (auto const& [equation, of] : sets_) {
             const auto found = of.find(name);
             if (found == of.end()) continue;
