@@ -118,9 +118,19 @@ std::map<std::string, std::vector<int>> parameter_sets(DataHome const& home,
 
 std::vector<int> parameter_sets(DataHome const& home, std::string const& equation,
                                 std::string const& substance) {
-    const auto all = parameter_sets(home, equation);
-    const auto found = all.find(substance);
-    return found == all.end() ? std::vector<int>() : found->second;
+    std::set<int> numbers;  // without sorting those of thousands of others
+    if (!is_file_name(equation)) return {};
+    const auto take = [&](std::string const& file) {
+        std::string name;
+        if (!file.starts_with(substance)) return;
+        if (const int number = set_number(file, name); name == substance && number != 0)
+            numbers.insert(number);
+    };
+    const fs::path folder = kParameters / equation;
+    each_entry(home, folder, [&](fs::path const& file) { take(file.filename().string()); });
+    for (fs::path const& directory : home.directories())
+        for (std::string const& file : collected_names((directory / folder).string())) take(file);
+    return {numbers.begin(), numbers.end()};
 }
 
 bool has_parameter_set(DataHome const& home, std::string const& equation,

@@ -114,7 +114,7 @@ TEST(Open, WhatTheFirstHomeLacksIsThatOfTheSecond) {
     EXPECT_TRUE(corvane::open("PR", "1-2-3", {7, both}).ideal);
     EXPECT_EQ(corvane::open("", "heavy", {0, both}).equation, "PR");
     EXPECT_EQ(corvane::open("MEOS", "propane", {0, both}).substance, "propane");
-    EXPECT_EQ(corvane::parameter_sets(both, "PR", "propane"), (std::vector{1, 2, 3, 4, 7}));
+    EXPECT_EQ(corvane::parameter_sets(both, "PR", "propane"), (std::vector{1, 2, 3, 4, 5, 7}));
     const auto gas = corvane::open_mixture("PR+vdW1", {"methane", "propane"}, {.home = both});
     EXPECT_TRUE(std::string(gas.model->comment(0, 1)).starts_with("mine"));
     EXPECT_GT(gas.validity.T_triple[1], 85.0);  // of the second home's index

@@ -24,6 +24,7 @@ int atom_count(std::string const& name) {
 
 TEST(IdealTables, AreSmoothAndKeepTheLimitsOfEquipartition) {
     for (auto const& file : data::files("CorvaneS/ideal")) {
+        if (file.has_extension()) continue;  // rows of a table
         // Tables of a substance, and those of one parameter set in folders of the equation.
         const std::string table_name = file.filename(),
                           name = table_name.substr(0, table_name.find(';'));
