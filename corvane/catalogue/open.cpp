@@ -142,11 +142,14 @@ int choose_pair_set(Mixture const& mixture) {
 
 std::vector<std::string> equations_for(DataHome const& home, std::string const& substance) {
     std::vector<std::string> names;
+    const auto has = [&](std::string const& name) {  // mostly set 1, which needs no folder read
+        return has_parameter_set(home, name, substance, 1) ||
+               !parameter_sets(home, name, substance).empty();
+    };
     for (char const* name : kBest)
-        if (!parameter_sets(home, name, substance).empty()) names.emplace_back(name);
+        if (has(name)) names.emplace_back(name);
     for (std::string const& name : equations(home))
-        if (!contains(names, name) && !parameter_sets(home, name, substance).empty())
-            names.push_back(name);
+        if (!contains(names, name) && has(name)) names.push_back(name);
     return names;
 }
 

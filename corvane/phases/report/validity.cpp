@@ -68,14 +68,15 @@ double triple(std::string_view index, std::string_view substance) {
     for (int k = 0; column == 0 && !head.empty(); ++k)
         if (next(head, "\t\r") == "Ttriple [K]") column = k;
     if (column == 0) return 0.0;
-    while (!index.empty()) {
-        std::string_view line = next(index, "\n");
-        if (next(line, "\t") != substance) continue;
-        for (int k = 1; k < column; ++k) next(line, "\t");
-        std::string_view cell = next(line, "\t");
-        return number(cell, 0.0);
-    }
-    return 0.0;
+    const std::string start = '\n' + std::string(substance) + '\t';
+    const bool first = index.substr(0, start.size() - 1) == std::string_view(start).substr(1);
+    const std::size_t at = first ? 0 : index.find(start);
+    if (at == std::string_view::npos) return 0.0;
+    index.remove_prefix(at + (first ? start.size() - 1 : start.size()));
+    std::string_view line = next(index, "\n");
+    for (int k = 1; k < column; ++k) next(line, "\t");
+    std::string_view cell = next(line, "\t");
+    return number(cell, 0.0);
 }
 }  // namespace
 
