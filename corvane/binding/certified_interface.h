@@ -56,8 +56,9 @@ typedef int CorvaneProgress(int points, void* context);
 CORVANE_API CorvaneFluid* Corvane_open(const char* equation, const char* substance, int set,
                                        const char* home, CorvaneError* error);
 /* A mixture. model: equation and mixing theory, "PR+vdW1", "PCSAFT+LB", "MEOS+GERG". sets: of the
- * components, or null for those that the pairs were made for. pair_set: 0 is the first number under which
- * all pairs are published for these sets, else 1. estimate: 0 refuses pairs without published parameters. */
+ * components, or null for those that the pairs were made for. pair_set: 0 is the first number under
+ * which all pairs are published for these sets, else 1. estimate: 0 refuses pairs without published
+ * parameters. */
 CORVANE_API CorvaneMixture* Corvane_open_mixture(const char* model, int count,
                                                  const char* const* components, const int* sets,
                                                  int pair_set, int estimate, const char* home,

@@ -119,15 +119,20 @@ int number_in(std::string const& text, std::string const& label) {
 int choose_pair_set(Mixture const& mixture) {
     constexpr int kMost = 9;
     auto const& names = mixture.components;
-    const std::string folder = "CorvaneS/parameters/" + *mixture.equation + '/' + *mixture.theory + '/';
-    const auto own = [&](std::size_t i) { return choose_set(mixture.home, *mixture.equation, names[i], 0); };
+    const std::string folder =
+        "CorvaneS/parameters/" + *mixture.equation + '/' + *mixture.theory + '/';
+    const auto own = [&](std::size_t i) {
+        return choose_set(mixture.home, *mixture.equation, names[i], 0);
+    };
     for (int number = 1; number <= kMost; ++number) {
         const auto published = [&](std::size_t i, std::size_t j) {
             for (auto [a, b] : {std::pair(i, j), std::pair(j, i)}) {
-                const std::string file = folder + names[a] + '+' + names[b] + ';' + std::to_string(number);
+                const std::string file =
+                    folder + names[a] + '+' + names[b] + ';' + std::to_string(number);
                 const std::string text = file_contents(mixture.home.file(file).c_str());
                 if (text.empty()) continue;
-                return number == 1 || (number_in(text, "id1") == own(a) && number_in(text, "id2") == own(b));
+                return number == 1 ||
+                       (number_in(text, "id1") == own(a) && number_in(text, "id2") == own(b));
             }
             return false;
         };
@@ -245,8 +250,9 @@ Mixture open_mixture(std::string const& name, std::vector<std::string> const& co
             [&] { model.alloc(n, equation); });
     model.mth = theory;
     const int pair_set = options.pair_set > 0 ? options.pair_set
-                         : options.sets.empty() && options.defined.empty() ? choose_pair_set(mixture)
-                                                                           : 1;
+                         : options.sets.empty() && options.defined.empty()
+                             ? choose_pair_set(mixture)
+                             : 1;
     std::vector<ComponentPlan> plans(static_cast<unsigned>(n));
     for (int i = 0; i < n; ++i) {
         std::string const& component = mixture.components[static_cast<unsigned>(i)];

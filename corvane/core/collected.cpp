@@ -52,7 +52,8 @@ std::string beginning(std::string_view title, std::string_view file) {
     if (title.empty()) return text;
     for (char mark : {'+', ';', '\0'}) {
         if (mark == '+' && title.find(mark) == std::string_view::npos) continue;
-        text += std::string(next_part(title, mark)) + ":\t" + std::string(next_part(file, mark)) + '\n';
+        text +=
+            std::string(next_part(title, mark)) + ":\t" + std::string(next_part(file, mark)) + '\n';
     }
     return text;
 }
@@ -72,8 +73,8 @@ std::string detail::collected_text(std::string const& path) {
         const std::string_view title = next_part(titles, '\t');
         const std::size_t equals = title.find('=');
         const std::string_view label = title.substr(0, equals);
-        std::string_view cell = equals == std::string_view::npos ? next_part(row, '\t')
-                                                                 : title.substr(equals + 1);
+        std::string_view cell =
+            equals == std::string_view::npos ? next_part(row, '\t') : title.substr(equals + 1);
         if (cell == "@1") cell = first;
         if (cell.empty()) continue;
         if (label == "@") {

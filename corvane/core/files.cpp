@@ -48,7 +48,8 @@ bool is_space(int c) {
 /// A stream that holds a text, for reading; nothing if there is no memory.
 File stream_of(std::string const& text) {
     File file(fmemopen(nullptr, text.size() + 1, "w+"));
-    if (!file || std::fwrite(text.data(), 1, text.size(), file.get()) != text.size()) return nullptr;
+    if (!file || std::fwrite(text.data(), 1, text.size(), file.get()) != text.size())
+        return nullptr;
     std::rewind(file.get());
     return file;
 }
@@ -175,7 +176,8 @@ std::vector<std::string> reading_paths(std::string const& path) {
 
 int reading_home(std::string const& path) {
     const auto paths = reading_paths(path);
-    return static_cast<int>(std::find_if(paths.begin(), paths.end(), has_data_file) - paths.begin());
+    return static_cast<int>(std::find_if(paths.begin(), paths.end(), has_data_file) -
+                            paths.begin());
 }
 
 std::string reading_path(std::string const& path) {

@@ -88,10 +88,12 @@ Attraction attraction(double const* par, double T) noexcept {
         const double u = std::sqrt(Tr), s = 1.0 - u;
         const double c1 = par[cubic_c1], c2 = s > 0.0 ? par[cubic_c2] : 0.0;
         const double c3 = s > 0.0 ? par[cubic_c3] : 0.0;
-        const double f = 1.0 + s * (c1 + s * (c2 + s * c3)), f1 = c1 + s * (2.0 * c2 + 3.0 * s * c3);
+        const double f = 1.0 + s * (c1 + s * (c2 + s * c3)),
+                     f1 = c1 + s * (2.0 * c2 + 3.0 * s * c3);
         const double f2 = 2.0 * c2 + 6.0 * s * c3;
         const double r = f / u, Tr1 = -0.5 * (f1 + r), TTr2 = 0.25 * (u * f2 + 3.0 * (f1 + r));
-        return {q_c<Form> * r * r, q_c<Form> * 2.0 * r * Tr1, q_c<Form> * 2.0 * (Tr1 * Tr1 + r * TTr2)};
+        return {q_c<Form> * r * r, q_c<Form> * 2.0 * r * Tr1,
+                q_c<Form> * 2.0 * (Tr1 * Tr1 + r * TTr2)};
     }
     const double m = alpha_slope<Form>(par[cubic_omega], kind);
     const double root = (1.0 + m) / std::sqrt(Tr), s = root - m;  // s² = alpha/Tr
@@ -103,7 +105,8 @@ Attraction attraction(double const* par, double T) noexcept {
 template <class Form>
 bool alpha_known(double const* par) noexcept {
     const int kind = alpha_kind(par);
-    return kind == alpha_twu || kind == alpha_mathias_copeman || !std::isnan(alpha_slope<Form>(0.0, kind));
+    return kind == alpha_twu || kind == alpha_mathias_copeman ||
+           !std::isnan(alpha_slope<Form>(0.0, kind));
 }
 
 }  // namespace corvane

@@ -1,8 +1,8 @@
 // Cubic plus association: Soave–Redlich–Kwong with the association of Wertheim's theory
 // (Kontogeorgis, Voutsas, Yakoumis & Tassios, Ind. Eng. Chem. Res. 35 (1996) 4310).
 //
-//     A^r/(RT) = −ln(1 − y) − a/(b·R·T)·ln(1 + y) + Σ x_i Σ over sites of ln X − X/2 + 1/2,  y = b·rho
-//     a_i = a0·[1 + c1·(1 − √(T/Ts))]²,   Δ_ij = g·b_ij·β_ij·[exp(ε_ij/T) − 1]
+//     A^r/(RT) = −ln(1 − y) − a/(b·R·T)·ln(1 + y) + Σ x_i Σ over sites of ln X − X/2 + 1/2,  y =
+//     b·rho a_i = a0·[1 + c1·(1 − √(T/Ts))]²,   Δ_ij = g·b_ij·β_ij·[exp(ε_ij/T) − 1]
 // See README.md.
 #include <corvane/plugin/equation.h>
 #include <plugins/common/pcsaft/cross_association.h>
@@ -36,13 +36,18 @@ struct Cpa {
     struct Component {
         double b, beta, epsilon, donors, acceptors;
         bool spheres;  // contact value of Carnahan and Starling
-        T root;         // √(a/(R·T)), cm^(3/2)/mol^(1/2)
+        T root;        // √(a/(R·T)), cm^(3/2)/mol^(1/2)
     };
     template <class T>
     Component<T> component(T const& temperature, double const* p) const {
         using std::sqrt;
         const T unit = std::sqrt(p[a0] / R) / sqrt(temperature);
-        return {p[vs],     p[betaAB], p[epsAB], p[donors], p[acceptors], p[original] != 0.0,
+        return {p[vs],
+                p[betaAB],
+                p[epsAB],
+                p[donors],
+                p[acceptors],
+                p[original] != 0.0,
                 unit * (1.0 + p[c1] * (1.0 - sqrt(temperature / p[Ts])))};
     }
     template <class T>
@@ -66,8 +71,8 @@ struct Cpa {
         At at;
         corvane::Fractions<X> x;
         B b;
-        V q;            // a/(b·R·T)
-        bool spheres;   // contact value of Carnahan and Starling
+        V q;           // a/(b·R·T)
+        bool spheres;  // contact value of Carnahan and Starling
     };
     template <class At, class X>
     auto mix(At const& at, corvane::Fractions<X> const& x) const {

@@ -28,7 +28,7 @@ struct Parameters {
     double epsilon = 0;    // energy of a bond ε/k, K
     double donors = 0;     // sites of the one kind
     double acceptors = 0;  // sites of the other
-    double dipole = 0;      // D
+    double dipole = 0;     // D
     double quadrupole = 0;  // D·Å
 };
 
@@ -48,7 +48,9 @@ class Isotherm {
             bond_ = (6.0 / M_PI) * bond_strength(par.kappa, par.epsilon / temperature) / packing_;
         if (par.dipole == 0.0 && par.quadrupole == 0.0) return;
         const Moments moments(par.vs, par.Ts, par.m, par.dipole, par.quadrupole);
-        polar_.emplace(&moments, 1, std::array{1.0}, [](int, int) { return 1.0; }, temperature, T(par.vs * packing_));
+        polar_.emplace(
+            &moments, 1, std::array{1.0}, [](int, int) { return 1.0; }, temperature,
+            T(par.vs * packing_));
     }
 
     /// eta/y: packing fraction per reduced density vs·rho.

@@ -3,9 +3,9 @@
 #pragma once
 
 #include <corvane/mixture/modeln.h>
-#include <corvane/pure/model1.h>
 #include <corvane/plugin/pair_table.h>
 #include <corvane/plugin/small_array.h>
+#include <corvane/pure/model1.h>
 #include <plugins/common/pcsaft/polar.h>
 
 #include <cmath>
@@ -29,8 +29,9 @@ inline Component component(Model1 const& model) {
         for (int k = 0; k < 10; ++k) copy[k] = *model.ppar(k);
         par = copy;
     }
-    return {par[1], par[2], par[3], par[4],            par[5],           par[6],
-            par[7], par[8], par[9], std::sqrt(par[1]), std::cbrt(par[2])};
+    return {par[1],           par[2], par[3], par[4], par[5],
+            par[6],           par[7], par[8], par[9], std::sqrt(par[1]),
+            std::cbrt(par[2])};
 }
 
 /// Attraction between the molecules of a pair: m_i·m_j·σ_ij³·ε_ij and m_i·m_j·σ_ij³·ε_ij².

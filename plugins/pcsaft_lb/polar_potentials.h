@@ -73,10 +73,12 @@ class PolarPotentials {
             const Form none{}, &fi = a < 0 ? none : first_[k * size_ + a],
                                &fj = b < 0 ? none : first_[k * size_ + b],
                                &fij = a < 0 || b < 0 ? none : second_[(k * size_ + a) * size_ + b];
-            const auto both = [&](Value const& all, Value const& di, Value const& dj, Value const& dij) {
+            const auto both = [&](Value const& all, Value const& di, Value const& dj,
+                                  Value const& dij) {
                 return dij.f + di.z * qj + dj.z * qi + all.zz * qi * qj;
             };
-            sum += kind.along(both(kind.a2, fi.a2, fj.a2, fij.a2), both(kind.a3, fi.a3, fj.a3, fij.a3));
+            sum += kind.along(both(kind.a2, fi.a2, fj.a2, fij.a2),
+                              both(kind.a3, fi.a3, fj.a3, fij.a3));
             const auto apart = [&](Form const& f, double q) {
                 return f.a3.f + kind.a3.z * q - kind.t * (f.a2.f + kind.a2.z * q);
             };
@@ -122,7 +124,8 @@ class PolarPotentials {
             for (int j = 0; j <= i; ++j) {
                 PolarSeries& s = pair[i * size_ + j];
                 add_pair(s, kind, of[i], of[j], like(i, j), 2.0);
-                for (int l = 0; l < size_; ++l) add_triple(s, kind, of[i], of[j], of[l], 6.0 * n[l]);
+                for (int l = 0; l < size_; ++l)
+                    add_triple(s, kind, of[i], of[j], of[l], 6.0 * n[l]);
                 own[i].add(s, n[j], 0.5 * n[j]);
                 if (i != j) own[j].add(s, n[i], 0.5 * n[i]);
             }
@@ -132,12 +135,13 @@ class PolarPotentials {
         static_cast<Form&>(k) = at_state(all, T);
         k.t = k.a3.f / k.a2.f;
         k.g = 1.0 / (1.0 - k.t);
-        if (!(value_of(k.g) > 0.0)) k.g = std::numeric_limits<double>::quiet_NaN();  // past the pole
+        if (!(value_of(k.g) > 0.0))
+            k.g = std::numeric_limits<double>::quiet_NaN();  // past the pole
         for (int i = 0; i < size_; ++i) {
             first_[count_ * size_ + i] = at_state(own[i], T);
             for (int j = 0; second_wanted_ && j <= i; ++j)
-                second_[(count_ * size_ + i) * size_ + j] = second_[(count_ * size_ + j) * size_ + i] =
-                    at_state(pair[i * size_ + j], T);
+                second_[(count_ * size_ + i) * size_ + j] =
+                    second_[(count_ * size_ + j) * size_ + i] = at_state(pair[i * size_ + j], T);
         }
         ++count_;
     }

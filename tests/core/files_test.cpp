@@ -33,21 +33,28 @@ TEST(Files, RefusesOverlongPathsFoldersAndAbsentFiles) {
 TEST(Files, RowsOfATableAreFiles) {
     Scratch scratch;
     const auto text = [](char const* path) { return corvane::file_contents(path); };
-    scratch.write("pure/collected.tsv", "name;id\ttext=of a paper\tpc\tnote\tsource=A, B\n"
-                                        "ab;1\t4.2\tdense\n"
-                                        "ab;12\t4.3\t\n"
-                                        "abc;1\t\t\n"
-                                        "b;1");  // cut short
-    EXPECT_EQ(text("pure/ab;1"), "name:\tab\nid:\t1\ntext:\tof a paper\npc:\t4.2\nnote:\tdense\nsource:\tA, B\n");
-    EXPECT_EQ(text("pure/ab;12"), "name:\tab\nid:\t12\ntext:\tof a paper\npc:\t4.3\nsource:\tA, B\n");
+    scratch.write("pure/collected.tsv",
+                  "name;id\ttext=of a paper\tpc\tnote\tsource=A, B\n"
+                  "ab;1\t4.2\tdense\n"
+                  "ab;12\t4.3\t\n"
+                  "abc;1\t\t\n"
+                  "b;1");  // cut short
+    EXPECT_EQ(text("pure/ab;1"),
+              "name:\tab\nid:\t1\ntext:\tof a paper\npc:\t4.2\nnote:\tdense\nsource:\tA, B\n");
+    EXPECT_EQ(text("pure/ab;12"),
+              "name:\tab\nid:\t12\ntext:\tof a paper\npc:\t4.3\nsource:\tA, B\n");
     EXPECT_EQ(text("pure/b;1"), "name:\tb\nid:\t1\ntext:\tof a paper\nsource:\tA, B\n");
-    for (char const* absent : {"pure/a;1", "pure/ab;2", "pure/c;1", "pure/", "pure/name;id", "pair/ab;1", "ab;1"}) {
+    for (char const* absent :
+         {"pure/a;1", "pure/ab;2", "pure/c;1", "pure/", "pure/name;id", "pair/ab;1", "ab;1"}) {
         EXPECT_EQ(text(absent), "") << absent;
         EXPECT_EQ(th_code([&] { corvane::open_file(absent); }), th_cannot_open) << absent;
     }
-    EXPECT_EQ(corvane::collected_names("pure"), (std::vector<std::string>{"ab;1", "ab;12", "abc;1", "b;1"}));
-    scratch.write("pair/collected.tsv", "name1+name2;id\tid1\tid2\ttext=t\tof=@1\tkij\na+b;3\t1\t20\t0.1\n");
-    EXPECT_EQ(text("pair/a+b;3"), "name1:\ta\nid1:\t1\nname2:\tb\nid2:\t20\nid:\t3\ntext:\tt\nof:\ta\nkij:\t0.1\n");
+    EXPECT_EQ(corvane::collected_names("pure"),
+              (std::vector<std::string>{"ab;1", "ab;12", "abc;1", "b;1"}));
+    scratch.write("pair/collected.tsv",
+                  "name1+name2;id\tid1\tid2\ttext=t\tof=@1\tkij\na+b;3\t1\t20\t0.1\n");
+    EXPECT_EQ(text("pair/a+b;3"),
+              "name1:\ta\nid1:\t1\nname2:\tb\nid2:\t20\nid:\t3\ntext:\tt\nof:\ta\nkij:\t0.1\n");
     EXPECT_EQ(text("pair/b+a;3"), "");
     scratch.write("gas/collected.tsv", "\t@\tsource=A\nargon\t2|100 20.8|300 20.8\n");
     EXPECT_EQ(text("gas/argon"), "2\n100 20.8\n300 20.8\nsource:\tA\n");

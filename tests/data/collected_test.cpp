@@ -38,32 +38,37 @@ TEST(CollectedSets, AreSortedUniqueAndOfSubstancesInTheIndex) {
             for (std::string const& part : data::split(name.substr(0, name.find(';')), "+"))
                 EXPECT_TRUE(data::substances().count(part)) << part;
         }
-        for (std::string const& line : data::lines(path)) EXPECT_LE(data::split(line, "\t").size(), cells);
+        for (std::string const& line : data::lines(path))
+            EXPECT_LE(data::split(line, "\t").size(), cells);
     }
     EXPECT_GE(tables, 2);
 }
 
-// Vapour pressures at the normal boiling point. Some boiling points are as doubtful as the sets; those
-// of PC-SAFT that are off by more than 30 % and those of a fitted alpha function by more than 10 % are
-// not shipped. Two collections of the latter agree with these shares.
+// Vapour pressures at the normal boiling point. Some boiling points are as doubtful as the sets;
+// those of PC-SAFT that are off by more than 30 % and those of a fitted alpha function by more than
+// 10 % are not shipped. Two collections of the latter agree with these shares.
 TEST(CollectedSets, BoilWhereMeasured) {
     struct Row {
         char const* eos;
         double most, fitted, least_share;  // of set 1, of others, within 2 %
         int sets;
     };
-    for (Row const& row : {Row{"PCSAFT", 0.302, 0.302, 0.55, 1400}, {"PR", 0.302, 0.106, 0.55, 3000},
+    for (Row const& row : {Row{"PCSAFT", 0.302, 0.302, 0.55, 1400},
+                           {"PR", 0.302, 0.106, 0.55, 3000},
                            {"SRK", 0.302, 0.106, 0.55, 3000}}) {
         int within[3] = {}, all = 0;
-        for (std::string const& file : corvane::collected_names(std::string("CorvaneS/parameters/") + row.eos)) {
+        for (std::string const& file :
+             corvane::collected_names(std::string("CorvaneS/parameters/") + row.eos)) {
             const std::size_t mark = file.find(';');
-            const ParameterSet set{row.eos, file.substr(0, mark), std::atoi(file.c_str() + mark + 1)};
+            const ParameterSet set{row.eos, file.substr(0, mark),
+                                   std::atoi(file.c_str() + mark + 1)};
             const Model m = load_set(set);
             EXPECT_TRUE(m->Tcrit() > 0 && m->pcrit() > 0 && m->vcrit() > 0) << set.name;
             const double Tb = data::substances().at(set.name).Tb;
             if (!(Tb < 0.95 * m->Tcrit())) continue;
             const double error = std::fabs(corvane::pure_saturation_T(*m, Tb).p / 0.101325 - 1);
-            EXPECT_LE(error, set.id == 1 ? row.most : row.fitted) << row.eos << " " << set.name << ";" << set.id;
+            EXPECT_LE(error, set.id == 1 ? row.most : row.fitted)
+                << row.eos << " " << set.name << ";" << set.id;
             ++all;
             for (int k = 0; k < 3; ++k) within[k] += error < (k == 0 ? 0.01 : k == 1 ? 0.02 : 0.05);
         }
@@ -118,7 +123,8 @@ TEST(CollectedSets, VolumeTranslationLeavesPhaseEquilibriaAlone) {
         for (int i = 0; i < 2; ++i) m->param(8, i, i, 0.0);
         const auto without = corvane::bubble_T(*m, T, x);
         for (int i = 0; i < 2; ++i) m->param(8, i, i, c[i]);
-        EXPECT_NEAR(with.p / without.p, 1, 1e-12 + with.certificate.value_error + without.certificate.value_error);
+        EXPECT_NEAR(with.p / without.p, 1,
+                    1e-12 + with.certificate.value_error + without.certificate.value_error);
         EXPECT_NEAR(with.incipient.x[0], without.incipient.x[0], 1e-11);
         const double shift = x[0] * c[0] + x[1] * c[1];
         EXPECT_NEAR(1 / with.given.rho, 1 / without.given.rho - shift, 1e-9);

@@ -31,7 +31,8 @@ double value(Labels const& l, char const* key) {
 std::vector<std::filesystem::path> sets(std::filesystem::path const& folder) {
     std::vector<std::filesystem::path> all;
     for (auto const& entry : std::filesystem::directory_iterator(folder))
-        if (entry.is_regular_file() && !entry.path().has_extension()) all.push_back(entry.path());  // folders hold pairs
+        if (entry.is_regular_file() && !entry.path().has_extension())
+            all.push_back(entry.path());  // folders hold pairs
     return all;
 }
 

@@ -18,8 +18,13 @@ TEST(Cpa, SetsBoilAsAnotherProgramSays) {
         int id;
         double deviation;
     };
-    for (Row const& row : {Row{"water", 1, -1.2}, {"ethanol", 2, 2.3}, {"ethanol", 1, 2.0}, {"phenol", 1, -4.7},
-                           {"decane", 1, 2.0}, {"ethylene_glycol", 1, 2.2}, {"methane", 1, 0.7}}) {
+    for (Row const& row : {Row{"water", 1, -1.2},
+                           {"ethanol", 2, 2.3},
+                           {"ethanol", 1, 2.0},
+                           {"phenol", 1, -4.7},
+                           {"decane", 1, 2.0},
+                           {"ethylene_glycol", 1, 2.2},
+                           {"methane", 1, 0.7}}) {
         const Model m = load_set("CPA", row.name, row.id);
         const double p = corvane::pure_saturation_T(*m, data::substances().at(row.name).Tb).p;
         EXPECT_NEAR(100 * (p / 0.101325 - 1), row.deviation, 0.06) << row.name << ";" << row.id;

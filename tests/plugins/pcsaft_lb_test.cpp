@@ -23,18 +23,16 @@ TEST(PcSaftLB, TernariesAreThoseOfThePublishedForm) {
         std::vector<double> x;
         int water_sites;
         std::vector<double> dipoles = {0, 0, 0}, quadrupoles = {0, 0, 0};  // D, D·Å
-        double cross_energy = 0, cross_volume = 0;  // of the first two
+        double cross_energy = 0, cross_volume = 0;                         // of the first two
     };
-    const std::vector<Row> rows{{{"methane", "butane", "carbon_dioxide"}, {0.2, 0.5, 0.3}, 0},
-                                {{"ethanol", "hexane", "carbon_dioxide"}, {0.6, 0.3, 0.1}, 0},
-                                {{"methane", "ethanol", "water"}, {0.1, 0.3, 0.6}, 2},
-                                {{"water", "methanol", "1_pentanol"}, {0.4, 1e-9, 0.6 - 1e-9}, 1},
-                                {{"butane", "ethane", "carbon_dioxide"}, {0.2, 0.5, 0.3}, 0,
-                                 {3.1, 1.2, 0}, {0, 3.3, 4.4}},
-                                {{"ethanol", "butane", "ethane"}, {0.5, 0.1, 0.4}, 0,
-                                 {0, 2.9, 0}, {0, 0, 1.9}, 1500, 0.04},
-                                {{"hexane", "methane", "butane"}, {0.5, 1e-9, 0.5 - 1e-9}, 0,
-                                 {0, 2.5, 0}, {0, 0, 4.1}}};
+    const std::vector<Row> rows{
+        {{"methane", "butane", "carbon_dioxide"}, {0.2, 0.5, 0.3}, 0},
+        {{"ethanol", "hexane", "carbon_dioxide"}, {0.6, 0.3, 0.1}, 0},
+        {{"methane", "ethanol", "water"}, {0.1, 0.3, 0.6}, 2},
+        {{"water", "methanol", "1_pentanol"}, {0.4, 1e-9, 0.6 - 1e-9}, 1},
+        {{"butane", "ethane", "carbon_dioxide"}, {0.2, 0.5, 0.3}, 0, {3.1, 1.2, 0}, {0, 3.3, 4.4}},
+        {{"ethanol", "butane", "ethane"}, {0.5, 0.1, 0.4}, 0, {0, 2.9, 0}, {0, 0, 1.9}, 1500, 0.04},
+        {{"hexane", "methane", "butane"}, {0.5, 1e-9, 0.5 - 1e-9}, 0, {0, 2.5, 0}, {0, 0, 4.1}}};
     for (Row const& row : rows) {
         const Mixture m = mixture_of("PCSAFT", "LB", row.names);
         reference::PcSaftMixture exact{{}, 0.04, -0.01, row.cross_energy, row.cross_volume};
@@ -47,8 +45,8 @@ TEST(PcSaftLB, TernariesAreThoseOfThePublishedForm) {
             m->param(9, i, i, row.quadrupoles[i]);
             double par[10];
             for (int k = 0; k < 10; ++k) par[k] = m->param(k, i, i);
-            exact.par.push_back({par[0], par[1], par[2], par[3], par[4], par[5], par[6], par[7],
-                                 par[8], par[9]});
+            exact.par.push_back(
+                {par[0], par[1], par[2], par[3], par[4], par[5], par[6], par[7], par[8], par[9]});
             for (int j = 0; j < i; ++j) {
                 m->param(0, i, j, exact.k);
                 m->param(1, j, i, exact.l);
@@ -249,8 +247,9 @@ TEST(PcSaftLB, ShippedPairsLoadWithTheirPureSetsAndAreWrittenAsRead) {
         if (entry.path().has_extension()) continue;  // a table, see tests/data
         const std::size_t plus = file.find('+'), mark = file.find(';');
         SCOPED_TRACE(file);
-        const Mixture m = published_pair(file.substr(plus + 1, mark - plus - 1),  // in the other order
-                                         file.substr(0, plus), std::atoi(file.c_str() + mark + 1));
+        const Mixture m =
+            published_pair(file.substr(plus + 1, mark - plus - 1),  // in the other order
+                           file.substr(0, plus), std::atoi(file.c_str() + mark + 1));
         EXPECT_STRNE(m->comment(0, 1), "");
         const double kij = m->param(0, 0, 1);
         EXPECT_TRUE(kij > -0.05 && kij < 0.2) << kij;

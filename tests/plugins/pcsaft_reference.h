@@ -1,5 +1,6 @@
 // PC-SAFT mixtures a second time: the formulas as printed by Gross & Sadowski (2001, appendix A;
-// 2002), polar terms, and the mass balance of all sites by damped substitution, in 100 decimal digits.
+// 2002), polar terms, and the mass balance of all sites by damped substitution, in 100 decimal
+// digits.
 #pragma once
 
 #include "central_difference.h"
@@ -72,15 +73,17 @@ struct PcSaftMixture {
             sites +=
                 rho[i] * (par[i].donors * site(X[2 * i]) + par[i].acceptors * site(X[2 * i + 1]));
         }
-        return (total * (m * hs - chain + disp + polar(rho, total, sigma, T, z[3])) + sites) / Big(NA);
+        return (total * (m * hs - chain + disp + polar(rho, total, sigma, T, z[3])) + sites) /
+               Big(NA);
     }
 
-    /// A2/(1 − A3/A2) of dipoles, quadrupoles and of both, as Gross & Vrabec (2006), Gross (2005) and
-    /// Vrabec & Gross (2008) print it.
+    /// A2/(1 − A3/A2) of dipoles, quadrupoles and of both, as Gross & Vrabec (2006), Gross (2005)
+    /// and Vrabec & Gross (2008) print it.
     Big polar(std::vector<Big> const& rho, Big const& total, std::vector<Big> const& sigma,
               Big const& T, Big const& eta) const {
         using namespace corvane::pcsaft;
-        const Big pi = boost::math::constants::pi<Big>(), unit("7242.97051603992e-24");  // D²/k, K·cm³
+        const Big pi = boost::math::constants::pi<Big>(),
+                  unit("7242.97051603992e-24");  // D²/k, K·cm³
         const std::size_t N = par.size();
         const auto factors = [](PolarKind kind, Big m) {
             if (kind != quadrupole_quadrupole && m > 2) m = 2;
@@ -99,7 +102,8 @@ struct PcSaftMixture {
                 dipoles = dipoles || mu[i] != 0;
                 quadrupoles = quadrupoles || Q[i] != 0;
             }
-            if ((kind != quadrupole_quadrupole && !dipoles) || (kind != dipole_dipole && !quadrupoles))
+            if ((kind != quadrupole_quadrupole && !dipoles) ||
+                (kind != dipole_dipole && !quadrupoles))
                 continue;
             PolarConstants const& c = kPolar[kind];
             Big A2 = 0, A3 = 0;
@@ -107,18 +111,21 @@ struct PcSaftMixture {
                 for (std::size_t j = 0; j < N; ++j) {
                     const Big xx = rho[i] * rho[j] / (total * total), s = (sigma[i] + sigma[j]) / 2;
                     const auto f = factors(kind, sqrt(Big(par[i].m) * par[j].m));
-                    const Big e = sqrt(Big(par[i].Ts) * par[j].Ts) * (1 - (i == j ? 0 : 1) * Big(k)) / T;
+                    const Big e =
+                        sqrt(Big(par[i].Ts) * par[j].Ts) * (1 - (i == j ? 0 : 1) * Big(k)) / T;
                     Big J2 = 0;
                     for (int n = 0; n < 5; ++n)
                         for (int w = 0; w < 3; ++w)
-                            J2 += f[w] * (c.a[n][w] + (n < 3 ? c.b[n][w] * e : Big(0))) * pow(eta, n);
+                            J2 +=
+                                f[w] * (c.a[n][w] + (n < 3 ? c.b[n][w] * e : Big(0))) * pow(eta, n);
                     const Big s3 = pow(sigma[i] * sigma[j], 3), s5 = pow(sigma[i] * sigma[j], 5);
-                    if (kind == dipole_dipole) A2 -= pi * total * xx * s3 / pow(s, 3) * mu[i] * mu[j] * J2;
+                    if (kind == dipole_dipole)
+                        A2 -= pi * total * xx * s3 / pow(s, 3) * mu[i] * mu[j] * J2;
                     if (kind == quadrupole_quadrupole)
                         A2 -= pi * 9 / 16 * total * xx * s5 / pow(s, 7) * Q[i] * Q[j] * J2;
                     if (kind == dipole_quadrupole)
-                        A2 -= pi * 9 / 4 * total * xx * s3 * sigma[j] * sigma[j] / pow(s, 5) * mu[i] *
-                              Q[j] * J2;
+                        A2 -= pi * 9 / 4 * total * xx * s3 * sigma[j] * sigma[j] / pow(s, 5) *
+                              mu[i] * Q[j] * J2;
                     for (std::size_t o = 0; o < N; ++o) {
                         const Big xxx = xx * rho[o] / total, sss = sigma[i] * sigma[j] * sigma[o];
                         const Big between = (sigma[i] + sigma[j]) * (sigma[i] + sigma[o]) *
@@ -131,7 +138,8 @@ struct PcSaftMixture {
                         if (kind == dipole_dipole)
                             A3 -= 4 * two / 3 * pow(sss, 3) / between * mu[i] * mu[j] * mu[o];
                         if (kind == quadrupole_quadrupole)
-                            A3 += 4 * two / 3 * 27 / 64 * pow(sss, 5) / pow(between, 3) * Q[i] * Q[j] * Q[o];
+                            A3 += 4 * two / 3 * 27 / 64 * pow(sss, 5) / pow(between, 3) * Q[i] *
+                                  Q[j] * Q[o];
                         if (kind == dipole_quadrupole)
                             A3 -= two * pow(sss, 4) / pow(between, 2) *
                                   (mu[i] * mu[j] * Q[o] + kTwoQuadrupoles * mu[i] * Q[j] * Q[o]);

@@ -23,15 +23,15 @@ std::string scheme(int donors, int acceptors) {
            "\nacceptors: " + std::to_string(acceptors) + "\n";
 }
 corvane::pcsaft::Parameters parameters_of(Model1 const& m) {
-    return {m.param(0), m.param(1), m.param(2), m.param(3),
-            m.param(4), m.param(5), m.param(6), m.param(7), m.param(8), m.param(9)};
+    return {m.param(0), m.param(1), m.param(2), m.param(3), m.param(4),
+            m.param(5), m.param(6), m.param(7), m.param(8), m.param(9)};
 }
 
 TEST(PcSaft, ValueAndDerivativesAreThoseOfThePublishedForm) {
-    for (std::string const& section : {kChain, std::string("M: 40\nTs: 120\nvs: 12.6\nm: 0.93\n"),
-                                       scheme(1, 1), scheme(1, 2), scheme(3, 1), scheme(2, 2),
-                                       kChain + "dipole: 3.1\n", kChain + "quadrupole: 5.6\n",
-                                       scheme(2, 1) + "dipole: 1.4\nquadrupole: 2.9\n"}) {
+    for (std::string const& section :
+         {kChain, std::string("M: 40\nTs: 120\nvs: 12.6\nm: 0.93\n"), scheme(1, 1), scheme(1, 2),
+          scheme(3, 1), scheme(2, 2), kChain + "dipole: 3.1\n", kChain + "quadrupole: 5.6\n",
+          scheme(2, 1) + "dipole: 1.4\nquadrupole: 2.9\n"}) {
         const Plugin model = model_from("PCSAFT", section);
         const reference::PcSaftMixture exact{{parameters_of(*model)}, 0, 0};
         const bool polar = section.find("pole:") != std::string::npos;  // the costly ones
@@ -200,7 +200,8 @@ TEST(PcSaft, PolarAndAssociatingSetsSaturateAsAnotherProgramSays) {
     constexpr std::array<Row, 9> rows{{
         {"acetone", 2, 330, 0.1038768, 0.012743953, 3.8959942e-05, -4.8498656, -0.028361236},
         {"acetone", 1, 420, 1.091347, 0.010802244, 0.00037327716, -2.7248532, -0.16797035},
-        {"dimethyl_sulfoxide", 2, 460, 0.09236462, 0.011986487, 2.4686556e-05, -5.2308424, -0.021808615},
+        {"dimethyl_sulfoxide", 2, 460, 0.09236462, 0.011986487, 2.4686556e-05, -5.2308424,
+         -0.021808615},
         {"carbon_dioxide", 4, 280, 4.14434, 0.020262821, 0.0026806589, -1.804416, -0.35791841},
         {"nitrogen", 4, 77.355, 0.1011253, 0.029448532, 0.00016381525, -4.2775427, -0.040348434},
         {"carbon_disulfide", 5, 450, 2.053827, 0.013102091, 0.00067669106, -2.3879631, -0.19395227},

@@ -23,8 +23,8 @@ struct ParameterSet {
     int id;
 };
 
-/// All sets of an equation that are files and a tenth of those in its table, sorted; empty if the tree
-/// has none.
+/// All sets of an equation that are files and a tenth of those in its table, sorted; empty if the
+/// tree has none.
 inline std::vector<ParameterSet> shipped_sets(std::string const& eos) {
     std::vector<ParameterSet> sets;
     const std::filesystem::path folder = "CorvaneS/parameters/" + eos;
@@ -57,7 +57,8 @@ inline Model load_set(ParameterSet const& set) {
 
 /// Value k (from 0) of the free line "<label>:" of a parameter file; NaN where it is '-' or absent.
 inline double free_value(ParameterSet const& set, std::string const& label, int k) {
-    const std::string path = "CorvaneS/parameters/" + set.eos + "/" + set.name + ";" + std::to_string(set.id);
+    const std::string path =
+        "CorvaneS/parameters/" + set.eos + "/" + set.name + ";" + std::to_string(set.id);
     std::istringstream file(corvane::file_contents(path.c_str()));
     for (std::string line; std::getline(file, line);)
         if (line.rfind(label + ":", 0) == 0) {

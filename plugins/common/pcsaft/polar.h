@@ -5,8 +5,9 @@
 // Phys. Chem. B 112 (2008) 51). At one composition and temperature A2 is rho times a polynomial in
 // the packing fraction eta, A3 is rho² times another:
 //     A2 = rho/T²·Σ_n (α_n + β_n/T)·eta^n,   A3 = rho²/T³·Σ_n γ_n·eta^n.
-// As published, A3 of dipoles with quadrupoles has the sign of A2 where segment numbers are below 2, so
-// that the approximant has a pole: at 300 K and liquid densities for hydrogen chloride with carbon dioxide.
+// As published, A3 of dipoles with quadrupoles has the sign of A2 where segment numbers are below
+// 2, so that the approximant has a pole: at 300 K and liquid densities for hydrogen chloride with
+// carbon dioxide.
 #pragma once
 
 #include <corvane/plugin/elementary.h>
@@ -44,9 +45,9 @@ struct Moments {
     /// @param mu, Q  moments, D and D·Å
     Moments(double vs, double epsilon_k, double segments, double mu, double Q)
         : sigma(std::cbrt(vs)), Ts(epsilon_k), m(segments) {
-        constexpr double squared = 7242.97051603992;  // D²/k [K·Å³], k = 1.380649e-23 J/K
+        constexpr double squared = 7242.97051603992;   // D²/k [K·Å³], k = 1.380649e-23 J/K
         constexpr double volume = 0.3153185805923959;  // π/6·NA·Å³ [cm³/mol]
-        constexpr double fifth = 0.1460772568862806;    // its power 5/3
+        constexpr double fifth = 0.1460772568862806;   // its power 5/3
         dipole = squared * volume * (mu * mu) / segments;
         quadrupole = squared * fifth * (Q * Q) / segments;
     }
@@ -117,7 +118,8 @@ inline void add_pair(PolarSeries& to, PolarKind kind, Moments const& i, Moments 
     if (kind == quadrupole_quadrupole)
         weight *= -6.0 * 9.0 / 16.0 * (i.quadrupole * j.quadrupole) / (s2 * s2 * s3);
     if (kind == dipole_quadrupole)
-        weight *= -6.0 * 9.0 / 8.0 * (i.dipole * j.quadrupole + i.quadrupole * j.dipole) / (s2 * s3);
+        weight *=
+            -6.0 * 9.0 / 8.0 * (i.dipole * j.quadrupole + i.quadrupole * j.dipole) / (s2 * s3);
     if (weight == 0.0) return;
     const auto f = chain_factors(kind, std::sqrt(i.m * j.m));
     const double epsilon = weight * like * std::sqrt(i.Ts * j.Ts);
@@ -130,8 +132,8 @@ inline void add_pair(PolarSeries& to, PolarKind kind, Moments const& i, Moments 
 /// Adds the triple (i, j, l), `weight` times, to A3.
 inline void add_triple(PolarSeries& to, PolarKind kind, Moments const& i, Moments const& j,
                        Moments const& l, double weight) {
-    const double s =
-        0.125 * (i.sigma + j.sigma) * (i.sigma + l.sigma) * (j.sigma + l.sigma), s2 = s * s;
+    const double s = 0.125 * (i.sigma + j.sigma) * (i.sigma + l.sigma) * (j.sigma + l.sigma),
+                 s2 = s * s;
     if (kind == dipole_dipole) weight *= -48.0 * (i.dipole * j.dipole * l.dipole) / s;
     if (kind == quadrupole_quadrupole)
         weight *= 48.0 * 27.0 / 64.0 * (i.quadrupole * j.quadrupole * l.quadrupole) / (s2 * s);
@@ -151,7 +153,8 @@ inline void add_triple(PolarSeries& to, PolarKind kind, Moments const& i, Moment
 
 /// An interaction at mole fractions x of n kinds of molecules; like(i, j) as add_pair takes it.
 template <class Molecules, class Fractions, class Like>
-PolarSeries polar_series(PolarKind kind, Molecules const& of, Fractions const& x, int n, Like like) {
+PolarSeries polar_series(PolarKind kind, Molecules const& of, Fractions const& x, int n,
+                         Like like) {
     PolarSeries s;
     for (int i = 0; i < n; ++i)
         for (int j = 0; j <= i; ++j) {
@@ -159,7 +162,10 @@ PolarSeries polar_series(PolarKind kind, Molecules const& of, Fractions const& x
             add_pair(s, kind, of[i], of[j], like(i, j), pair);
             for (int l = 0; l <= j; ++l)  // 1, 3 or 6 orders of the three
                 add_triple(s, kind, of[i], of[j], of[l],
-                           (i == l ? 1.0 : j == l ? 1.5 : 3.0) * pair * x[l]);
+                           (i == l   ? 1.0
+                            : j == l ? 1.5
+                                     : 3.0) *
+                               pair * x[l]);
         }
     return s;
 }
@@ -173,8 +179,10 @@ struct PolarLine {
     PolarLine() = default;
     /// @param packing  eta/rho
     PolarLine(PolarSeries const& s, T const& temperature, T const& packing) {
-        const T beta = 1.0 / temperature, two = beta * beta / packing, three = two * (beta / packing);
-        for (int n = 0; n < 5; ++n) p[n] = two * (n < 3 ? s.first[n] + beta * s.hot[n] : T(s.first[n]));
+        const T beta = 1.0 / temperature, two = beta * beta / packing,
+                three = two * (beta / packing);
+        for (int n = 0; n < 5; ++n)
+            p[n] = two * (n < 3 ? s.first[n] + beta * s.hot[n] : T(s.first[n]));
         for (int n = 0; n < 4; ++n) q[n] = three * s.third[n];
     }
     /// a, and its slope in eta; not-a-number past the pole of the approximant.
