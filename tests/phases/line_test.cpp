@@ -58,7 +58,8 @@ TEST(Azeotrope, IsAnExtremumOfPressure) {
         double kij, T;
     } cases[] = {{"carbon_dioxide", "ethane", 0.13, 250},
                  {"ethanol", "water", -0.1, 200},
-                 {"acetone", "hexane", 0.1, 330}};
+                 {"acetone", "hexane", 0.1, 330},
+                 {"ethanol", "heptane", 0.26, 470}};
     for (auto const& c : cases) {
         SCOPED_TRACE(c.second);
         const Mixture m = peng_robinson(c.first, c.second, c.kij);
@@ -111,5 +112,11 @@ TEST(AzeotropicLine, EndsWhereItShould) {
     const double T = lines[0].points.back().T;
     const auto q = corvane::bubble_T(*m, T, mix(1 - 1e-6));
     EXPECT_NEAR(q.incipient.x[1] / 1e-6, 1, 1e-4);
+    // Of 27 K, between three phases and the critical line.
+    m = peng_robinson("ethanol", "heptane", 0.26);
+    lines = corvane::azeotropic_lines(*m);
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_EQ(lines[0].begin, PhaseLineEnd::three_phase);
+    EXPECT_EQ(lines[0].end, PhaseLineEnd::critical);
 }
 }  // namespace
