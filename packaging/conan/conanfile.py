@@ -30,7 +30,7 @@ class Corvane(ConanFile):
 
     def requirements(self):
         if self.options.tools:
-            for one in ("cli11/[>=2.3 <3]", "fmt/[>=9]", "nlohmann_json/[>=3.11 <4]"):
+            for one in ("cli11/[>=2.3 <3]", "eigen/[>=3.4 <4]", "fmt/[>=9]", "nlohmann_json/[>=3.11 <4]"):
                 self.requires(one)
 
     def validate(self):
@@ -43,7 +43,8 @@ class Corvane(ConanFile):
         CMakeDeps(self).generate()
         toolchain = CMakeToolchain(self)
         toolchain.cache_variables.update(
-            CORVANE_TESTS=False, CORVANE_DOTNET_BUILD=False, CORVANE_TOOLS=bool(self.options.tools))  # fmt: skip
+            CORVANE_TESTS=False, CORVANE_DOTNET_BUILD=False, CORVANE_TOOLS=bool(self.options.tools),
+            CORVANE_FIT=bool(self.options.tools))  # fmt: skip
         toolchain.generate()
 
     def build(self):

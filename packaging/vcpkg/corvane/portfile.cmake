@@ -1,7 +1,7 @@
 # An overlay port inside the source tree: vcpkg install corvane --overlay-ports=packaging/vcpkg
 vcpkg_check_linkage(ONLY_DYNAMIC_LIBRARY)
 get_filename_component(SOURCE_PATH "${CMAKE_CURRENT_LIST_DIR}/../../.." ABSOLUTE)
-vcpkg_check_features(OUT_FEATURE_OPTIONS options FEATURES tools CORVANE_TOOLS)
+vcpkg_check_features(OUT_FEATURE_OPTIONS options FEATURES tools CORVANE_TOOLS tools CORVANE_FIT)
 vcpkg_cmake_configure(
   SOURCE_PATH "${SOURCE_PATH}"
   OPTIONS ${options} -DCORVANE_TESTS=OFF -DCORVANE_DOTNET_BUILD=OFF
