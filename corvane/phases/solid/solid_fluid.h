@@ -57,7 +57,7 @@ struct SolidFluidOptions {
 };
 
 /// Solubility of component `solid` (0 or 1) at (p [MPa], T [K]): the stable fluid whose potential
-/// equals the solid's Gibbs energy. Compositions are scanned along both density roots (51 or more in
+/// equals the solid's Gibbs energy. Compositions are scanned along both density roots (52 or more in
 /// ln(x/(1 − x)), below 1e-13 Henry's law gives the start), crossings solved by Newton's method.
 /// @throws EquilibriumFailure no_solution: no fluid, or only unstable ones; gave_up: a crossing was
 ///     not solved, or states without density; ThException 4 not a binary, 5 T above the data of the
