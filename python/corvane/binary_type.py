@@ -54,23 +54,24 @@ def _kind_of(ends: list[tuple[str, ...]], loops: list[tuple[str, str]], pieces: 
     the upper end of every line of three phases: the liquids, or a liquid and the vapour."""
     pure = [e for e in ends if e[-1].startswith("pure")]
     others = [e for e in ends if e not in pure]
+    # Two liquids: where the line comes to pressures below that of a vapour, its end point is there.
+    liquids = len(others) == 1 and others[0] in (("end point", "pressure"), ("pressure", "tension"))
     if pure == [("pure 0", "pure 1")]:
-        if not loops:
-            return "I" if not others and not pieces else ""
-        if loops == [("open", "liquids")] and len(others) <= 1:
+        if not loops and not pieces:
+            return "I" if not others else "II" if others == [("pressure", "tension")] else ""
+        if loops == [("open", "liquids")] and (liquids or not others):
             return "II"
         return "VI" if loops == [("liquids", "liquids")] and not pieces else ""
     if len(pure) != 2 or pure[0][1] == pure[1][1]:
         return ""
+    # End points imply lines of three phases that are too short or too cold for the search.
     to = sorted(e[0] for e in pure)
-    if to == ["end point", "pressure"] and loops == [("open", "vapour")] and not others:
+    if to == ["end point", "pressure"] and set(loops) <= {("open", "vapour")} and not others:
         return "III"
-    if to == ["end point", "end point"]:
-        # The line between these end points may be too short for the search: they imply it.
-        if set(loops) <= {("liquids", "vapour")} and not others and not pieces:
-            return "V"
-        if set(loops) - {("liquids", "vapour")} == {("open", "liquids")} and len(others) <= 1:
+    if to == ["end point", "end point"] and set(loops) <= {("liquids", "vapour"), ("open", "liquids")}:
+        if liquids or (not others and ("open", "liquids") in loops):
             return "IV"
+        return "V" if not others and not pieces else ""
     return ""
 
 

@@ -22,6 +22,8 @@ def test_types(pair, kij, expected):
 
 PURE, END, HIGH = "a pure component", "a critical end point, where …", "the highest pressure asked for"
 
+TENSION = "a pressure that is no longer positive; it goes on under tension"
+
 
 class Line:
     def __init__(self, begin, end, x=(0.5, 0.5)):
@@ -44,8 +46,11 @@ LIGHT, HEAVY = Line(PURE, END, (1, 1)), Line(PURE, END, (0, 0))
     ([LIGHT, HEAVY, Line(HIGH, END)], [("open", "liquids"), ("liquids", "vapour")], "IV"),
     ([LIGHT, HEAVY], [("liquids", "vapour")], "V"),
     ([Line(PURE, PURE, (1, 0)), Line(END, END)], [("liquids", "liquids")], "VI"),
-    ([Line(PURE, PURE, (1, 0)), Line(HIGH, HIGH)], [], ""),
-    ([LIGHT], [("open", "vapour")], ""), ([LIGHT, Line(PURE, "stuck", (0, 0))], [("open", "vapour")], ""),
+    ([Line(PURE, PURE, (1, 0)), Line(HIGH, TENSION)], [], "II"), ([LIGHT, Line(PURE, HIGH, (0, 0))], [], "III"),
+    ([LIGHT, HEAVY, Line(HIGH, TENSION)], [("liquids", "vapour")], "IV"),
+    ([Line(PURE, PURE, (1, 0)), Line(HIGH, HIGH)], [], ""), ([Line(PURE, PURE, (1, 0))], [("open", "open")], ""),
+    ([LIGHT], [("open", "vapour")], ""),
+    ([LIGHT, Line(PURE, "stuck", (0, 0))], [("open", "vapour")], ""),
 ])  # fmt: skip
 def test_rules(critical, three, expected):
     q = classify(critical, [phases(*t) for t in three], [])
