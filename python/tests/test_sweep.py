@@ -229,20 +229,23 @@ rows = 2
 """
 
 
-@pytest.mark.parametrize("killed_by, code", [(signal.SIGINT, 130), (signal.SIGKILL, -9)])
-def test_the_command_goes_on_where_it_was_killed(tmp_path, killed_by, code, capsys):
+@pytest.mark.parametrize("killed_by, code, scheduler", [
+    (signal.SIGINT, 130, "threads:1"), (signal.SIGKILL, -9, "threads:1"), (signal.SIGINT, 130, "local:1")])  # fmt: skip
+def test_the_command_goes_on_where_it_was_killed(tmp_path, killed_by, code, scheduler, capsys):
     own(tmp_path)
     file = tmp_path / "s.toml"
     file.write_text(TOML.format(tmp_path))
     process = subprocess.Popen([sys.executable, "-c", "import sys; from corvane.sweep.command import main; sys.exit(main())",
-                                str(file), "--scheduler", "threads:1"], stderr=subprocess.PIPE, text=True)  # fmt: skip
+                                str(file), "--scheduler", scheduler], stderr=subprocess.PIPE, text=True,
+                               start_new_session=True)  # fmt: skip
     data = tmp_path / "out" / "data"
     while not data.exists() or len(list(data.iterdir())) < 3:
         assert process.poll() is None
         time.sleep(0.02)
-    process.send_signal(killed_by)
+    os.killpg(process.pid, killed_by)  # as a terminal does: to all its processes
     words = process.communicate()[1]
     assert process.returncode == code and ("the same command goes on" in words) == (code == 130)
+    assert "Traceback" not in words
     assert command.main([str(file), "--status"]) == 0 and "of 20 partitions" in capsys.readouterr().out
     assert command.main([str(file), "--quiet"]) == 0
     sweep.run(*own(tmp_path), tmp_path / "again", rows=2)
