@@ -12,7 +12,8 @@
 
 namespace corvane {
 
-/// Names of the plug-ins in the home, its tree and beside it, and of those that are linked in, sorted.
+/// Names of the plug-ins in the home, its tree and beside it, and of those that are linked in,
+/// sorted.
 struct Plugins {
     std::vector<std::string> pure;     ///< for attach1: "PR"
     std::vector<std::string> mixture;  ///< equation and mixing theory, for attachN: "PR+vdW1"

@@ -18,8 +18,10 @@ namespace corvane {
 /// Makes a plug-in known under a name for attach1 ("PR") or attachN ("PR+vdW1"). All models of a
 /// factory are of one class. Of two of the same name the later counts; models of the earlier still
 /// go back to theirs. May be called by any thread, and before main.
-CORVANE_API void link_plugin(std::string const& name, Model1* (*create)(), void (*destroy)(Model1*));
-CORVANE_API void link_plugin(std::string const& name, ModelN* (*create)(), void (*destroy)(ModelN*));
+CORVANE_API void link_plugin(std::string const& name, Model1* (*create)(),
+                             void (*destroy)(Model1*));
+CORVANE_API void link_plugin(std::string const& name, ModelN* (*create)(),
+                             void (*destroy)(ModelN*));
 
 /// Registers when it is constructed: for a static object of the plug-in.
 struct LinkedPlugin {

@@ -10,9 +10,11 @@
 
 namespace {
 TEST(NumberText, ReadsAsTheStandardLibrary) {
-    for (std::string text : {"1", "-1.5", "0", "-0", ".5", "5.", "1e3", "1E-3", "1e", "1e+", "1.5x", "0x10", "-0x1",
-                             "", "-", "+1", " 1", ".", "-.", "e5", "--1", "1e400", "-1e400", "1e-400", "0e999",
-                             "1,5", "1 2", "123456789012345678901234567890", "4.9e-324", "2.2250738585072011e-308"}) {
+    for (std::string text :
+         {"1",   "-1.5", "0",  "-0",  ".5",    "5.",     "1e3",    "1E-3",  "1e",  "1e+", "1.5x",
+          "0x10", "-0x1", "",  "-",   "+1",    " 1",     ".",      "-.",    "e5",  "--1", "1e400",
+          "-1e400", "1e-400", "0e999", "1,5", "1 2", "123456789012345678901234567890", "4.9e-324",
+          "2.2250738585072011e-308"}) {
         double expected = 7.0, x = 7.0;
         char const *const first = text.data(), *const last = first + text.size();
         const auto standard = std::from_chars(first, last, expected);
@@ -36,7 +38,8 @@ TEST(NumberText, WritesAsTheStandardLibrary) {
         for (char form : {'g', 'e'})
             EXPECT_EQ(corvane::by_c_library::text_of(x, form, k % 17),
                       corvane::number_text(x, form, k % 17));
-        for (std::string const& text : {corvane::shortest_text(x), corvane::by_c_library::shortest_text(x)})
+        for (std::string const& text :
+             {corvane::shortest_text(x), corvane::by_c_library::shortest_text(x)})
             EXPECT_EQ(std::strtod(text.c_str(), nullptr), x) << text;
     }
 }

@@ -43,11 +43,13 @@ TEST(LinkedPlugins, ComputeTheirEquation) {
     const double Tc = 190.564, pc = 4.5992, omega = 0.01142, T = 250.0, rho = 0.004;
     const double m = 0.37464 + (1.54226 - 0.26992 * omega) * omega;
     const double root = 1.0 + m * (1.0 - std::sqrt(T / Tc));
-    const double a = 0.45724 * R * R * Tc * Tc / pc * root * root, b = 0.07780 * R * Tc / pc, v = 1.0 / rho;
+    const double a = 0.45724 * R * R * Tc * Tc / pc * root * root, b = 0.07780 * R * Tc / pc;
+    const double v = 1.0 / rho;
     const double p = R * T / (v - b) - a / (v * (v + b) + b * (v - b));
     EXPECT_NEAR(methane.model->Z(rho, T) * rho * R * T, p, 1e-4 * p);  // rounded constants
 
-    const corvane::Mixture gas = corvane::open_mixture("PR+vdW1", {"methane", "propane"}, {.home = source});
+    const corvane::Mixture gas =
+        corvane::open_mixture("PR+vdW1", {"methane", "propane"}, {.home = source});
     Vector<double> z(2);
     z[0] = 0.3, z[1] = 0.7;
     const auto bubble = corvane::bubble_T(*gas.model, T, z);

@@ -12,13 +12,13 @@ namespace corvane {
 namespace {
 // Steps of C along u, of the gradients and of D; then the limit: with exact derivatives, without.
 constexpr double kAlong[] = {1e-5, 1e-3}, kGradient[] = {1e-5, 1e-3}, kQuartic[] = {1e-3, 2e-2},
-                 kLimit[] = {1e-9, 1e-6};
+                 kLimits[] = {1e-9, 1e-6};
 constexpr double kStep = 1e-6;  // last step of Newton's method, whose rate is 1e-5
 using Variables = CriticalConditions::Variables;
 }  // namespace
 
 CriticalConditions::CriticalConditions(FluidModel const& fluid)
-    : limit(kLimit[fluid.model().derivatives() ? 0 : 1]),
+    : limit(kLimits[fluid.model().derivatives() ? 0 : 1]),
       fluid_(fluid),
       n_(fluid.size()),
       exact_(fluid.model().derivatives()) {

@@ -1,0 +1,51 @@
+// Curves on Plotly, in the colours of the page.
+import Plotly from 'plotly.js-basic-dist-min';
+import type { Curve, View } from './views.js';
+
+// Okabe and Ito's colours, told apart by colour-blind people as well; light on dark ones are lifted.
+const light = ['#0072b2', '#d55e00', '#009e73', '#cc79a7', '#8a6d00', '#56b4e9', '#6b4ba1', '#333333'];
+const dark = ['#56b4e9', '#ff9a4d', '#3fd1a4', '#e7a3c8', '#f0e442', '#9ad4f7', '#b9a2e6', '#dddddd'];
+const kinds: Record<string, number> = {
+    'vapour-liquid': 0, 'liquid-liquid': 2, 'fluid-fluid': 4, critical: 7, 'three-phase': 6, azeotropes: 3, azeotropic: 3, open: 1,
+    envelope: 0, cricondentherm: 1, cricondenbar: 2, liquid: 0, vapour: 1, isotherm: 7, isobar: 7,
+};
+export const colourOf = (kind: string): number => kinds[kind] ?? 5;
+
+function style(): { dark: boolean; text: string; grid: string; weak: string } {
+    const of = getComputedStyle(document.documentElement);
+    const value = (name: string) => of.getPropertyValue(name).trim();
+    return { dark: value('--back') !== '#fff', text: value('--text'), grid: value('--grid'), weak: value('--line') };
+}
+
+export function draw(element: HTMLElement, view: View, own: { x: number[]; y: number[] } | undefined): Promise<unknown> {
+    const s = style(), colours = s.dark ? dark : light;
+    const shown = new Set<string>();
+    const trace = (curve: Curve): Plotly.Data => {
+        const again = curve.hidden || shown.has(curve.name);
+        shown.add(curve.name);
+        const colour = curve.colour < 0 ? s.weak : colours[curve.colour % colours.length]!;
+        return {
+            type: 'scatter', name: curve.name, x: [...Array.from(curve.x)], y: [...Array.from(curve.y)], mode: curve.marks ? 'markers' : 'lines',
+            line: { color: colour, width: curve.thin ? 1 : 2.2, dash: curve.dashed ? 'dash' : 'solid' },
+            marker: { color: colour, size: 8 }, showlegend: !again, legendgroup: curve.name,
+            hoverinfo: curve.name === 'tie line' ? 'skip' : undefined,
+            hovertemplate: curve.name === 'tie line' ? undefined : `${curve.name}<br>${view.xTitle.split(' ')[0]} %{x:.6g}<br>${view.yTitle.split(' ')[0]} %{y:.6g}<extra></extra>`,
+        } as Plotly.Data;
+    };
+    const data = view.curves.map(trace);
+    if (own?.x.length)
+        data.push({ type: 'scatter', mode: 'markers', name: 'own data', x: own.x, y: own.y, marker: { color: s.text, size: 8, symbol: 'diamond-open' } } as Plotly.Data);
+    const axis = { gridcolor: s.grid, zerolinecolor: s.grid, linecolor: s.weak, mirror: true, automargin: true };
+    const layout = {
+        title: { text: view.title, font: { size: 15 } }, paper_bgcolor: 'rgba(0,0,0,0)', plot_bgcolor: 'rgba(0,0,0,0)',
+        font: { color: s.text, family: 'system-ui, sans-serif' }, margin: { l: 60, r: 16, t: 44, b: 48 },
+        xaxis: { ...axis, title: { text: view.xTitle } }, yaxis: { ...axis, title: { text: view.yTitle }, type: view.logY ? 'log' : 'linear' },
+        legend: { orientation: 'h', y: -0.18 }, hovermode: 'closest',
+    } as Partial<Plotly.Layout>;
+    element.setAttribute('role', 'img');
+    element.setAttribute('aria-label', `${view.title}. The numbers are in the table “Values”.`);
+    return Plotly.react(element, data, layout, { responsive: true, displaylogo: false, displayModeBar: false });
+}
+
+export const save = (element: HTMLElement, format: 'svg' | 'png', filename: string) =>
+    Plotly.downloadImage(element, { format, filename, width: 1000, height: 700, scale: format === 'png' ? 2 : 1 } as never);

@@ -1,0 +1,4 @@
+declare module '*/lib/corvane.mjs' {
+    const create: import('./module.js').CreateModule;
+    export default create;
+}

@@ -1,0 +1,101 @@
+// What JavaScript needs beside the certified interface: names of substances, binary parameters, and
+// a progress function that reaches the page.
+#include <corvane/binding/certified.h>
+#include <corvane/catalogue/parameter_sets.h>
+#include <corvane/catalogue/substances.h>
+#include <corvane/core/text.h>
+#include <corvane/mixture/pair_parameters.h>
+
+#include <emscripten.h>
+
+using namespace corvane::binding;
+
+// Progress of the running trace; onProgress of the module is a function of the number of points.
+EM_JS(void, report_progress, (int points), {
+    if (Module["onProgress"]) Module["onProgress"](points);
+});
+
+namespace {
+const corvane::DataHome& home() {
+    static const corvane::DataHome root("/");
+    return root;
+}
+
+int report(int points, void*) {
+    report_progress(points);
+    return 1;  // who cancels ends the worker
+}
+
+/// Parameter k of a pair, checked.
+double* pair_parameter(CorvaneMixture const* m, int i, int j, int k) {
+    ModelN& model = *m->mixture.model;
+    const int n = m->mixture.size();
+    auto const* const pairs = dynamic_cast<corvane::PairParameters const*>(&model);
+    if (i < 0 || j < 0 || i >= n || j >= n || i == j) throw BadArgument("no such pair");
+    if (!pairs || k < 0 || k >= pairs->pair_parameters()) throw BadArgument("no such parameter");
+    return model.ppar(k, i, j);
+}
+}  // namespace
+
+extern "C" {
+
+/// The name in the data tree of a substance that is named in any way; a failure says what is near.
+int corvane_web_substance(char const* text, char* buffer, int size, CorvaneError* error) {
+    return certified<CorvaneObject>(error, "substance", nullptr, [&] {
+        return write(corvane::substance_name(home(), "", text), buffer, size);
+    });
+}
+
+/// Names with the text within them, their CAS number, formula or a synonym; one a line.
+int corvane_web_search(char const* text, char* buffer, int size, CorvaneError* error) {
+    return certified<CorvaneObject>(error, "search", nullptr, [&] {
+        const corvane::Substances index(home());
+        std::string names;
+        for (auto const* found : index.search(text)) names += found->name + "\n";
+        return write(names, buffer, size);
+    });
+}
+
+int corvane_web_pair_count(CorvaneMixture const* mixture, CorvaneError* error) {
+    return certified(error, "pair", mixture, [&] {
+        auto const* const pairs =
+            dynamic_cast<corvane::PairParameters const*>(mixture->mixture.model.get());
+        return pairs ? pairs->pair_parameters() : 0;
+    });
+}
+double corvane_web_pair_get(CorvaneMixture const* mixture, int i, int j, int k,
+                            CorvaneError* error) {
+    return certified(error, "pair", mixture, [&] { return *pair_parameter(mixture, i, j, k); });
+}
+int corvane_web_pair_set(CorvaneMixture* mixture, int i, int j, int k, double value,
+                         CorvaneError* error) {
+    return certified(error, "pair", mixture, [&] {
+        if (!std::isfinite(value)) throw BadArgument("a parameter is not a number");
+        *pair_parameter(mixture, i, j, k) = value;
+        return 1;
+    });
+}
+/// Where the parameters of a pair come from; "" where nothing is said.
+int corvane_web_pair_source(CorvaneMixture const* mixture, int i, int j, char* buffer, int size,
+                            CorvaneError* error) {
+    return certified(error, "pair", mixture, [&] {
+        pair_parameter(mixture, i, j, 0);
+        auto const& m = mixture->mixture;
+        const auto name = [&](int k) { return m.components[static_cast<unsigned>(k)]; };
+        for (auto const& [a, b] : {std::pair(i, j), std::pair(j, i)}) {
+            const std::string file = "/CorvaneS/parameters/" + *m.equation + "/" + *m.theory + "/" +
+                                     name(a) + "+" + name(b) + ";" +
+                                     std::to_string(m.model->id(i, j));
+            const auto notes = corvane::parameter_notes(file);
+            if (!notes.source.empty()) return write(notes.source, buffer, size);
+        }
+        return write("", buffer, size);
+    });
+}
+
+/// The progress function to hand to what traces.
+CorvaneProgress* corvane_web_progress() {
+    return report;
+}
+
+}  // extern "C"
