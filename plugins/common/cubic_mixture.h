@@ -1,6 +1,6 @@
 // A cubic equation of state with van der Waals one-fluid mixing as a mixture model.
 //
-// a_ij = √(a_i·a_j)·(1 − k_ij),  b_ij = (b_i + b_j)/2·(1 − l_ij).
+// a_ij = √(a_i·a_j)·(1 − k_ij − k_T,ij/T),  b_ij = (b_i + b_j)/2·(1 − l_ij).
 #pragma once
 
 #include <corvane/mixture/isotherm.h>
@@ -16,23 +16,26 @@ namespace corvane {
 template <class Form>
 class CubicMixture final : public PairTableMixture, public IsothermN {
   public:
-    CubicMixture() : PairTableMixture(Form::name, "vdW1", 2) {}
+    CubicMixture() : PairTableMixture(Form::name, "vdW1", 3) {}
 
-    // ---- binary parameters: 0 = k_ij, 1 = l_ij
+    // ---- binary parameters: 0 = k_ij, 1 = l_ij, 2 = k_T,ij [K]
 
     void par_in(FILE* f, int i, int j) override {
         SectionReader section(f);
         pair_is_swapped(section, mdl1[i]->name(), mdl1[j]->name());  // both are symmetric
-        const double k_ij = section.number("kij"), l_ij = section.number("lij", 0.0);
+        const double k_ij = section.number("kij"), l_ij = section.number("lij", 0.0),
+                     k_T = section.number("kijT", 0.0);
         double* pair = pairs_.at(i, j);
         pair[0] = k_ij;
         pair[1] = l_ij;
+        pair[2] = k_T;
     }
     void par_out(FILE* f, int i, int j) const override {
         SectionWriter section(f);
         section.word("of", mdl1[i]->name());
         section.number("kij", pairs_.at(i, j)[0]);
         section.number("lij", pairs_.at(i, j)[1]);
+        if (pairs_.at(i, j)[2] != 0.0) section.number("kijT", pairs_.at(i, j)[2]);
     }
     /// a [MPa·(cm³/mol)²] at 298.15 K, b and c [cm³/mol] of the mixture.
     Vector<double> mixpar(Vector<double> const& x) const override {
@@ -144,11 +147,13 @@ class CubicMixture final : public PairTableMixture, public IsothermN {
             for (int j = 0; j < i; ++j) {
                 Part const& q = part[j];
                 double const* given = pairs_.at(I, present ? present[j] : j);
-                const double k = 1.0 - given[0];
-                Pair v{0.5 * (p.b + q.b) * (1.0 - given[1]), p.root * q.root * k, 0.0, 0.0};
-                if (order > 0) {
-                    v.Ta = k * (p.Troot * q.root + p.root * q.Troot);
-                    v.TTa = k * (p.TTroot * q.root + 2.0 * p.Troot * q.Troot + p.root * q.TTroot);
+                const double kT = given[2] / T, k = 1.0 - given[0] - kT, root = p.root * q.root;
+                Pair v{0.5 * (p.b + q.b) * (1.0 - given[1]), root * k, 0.0, 0.0};
+                if (order > 0) {  // T·∂k/∂T = kT, T²·∂²k/∂T² = −2·kT
+                    const double Troot = p.Troot * q.root + p.root * q.Troot;
+                    v.Ta = k * Troot + kT * root;
+                    v.TTa = k * (p.TTroot * q.root + 2.0 * p.Troot * q.Troot + p.root * q.TTroot) +
+                            2.0 * kT * (Troot - root);
                 }
                 pair(i, j, v);
             }
