@@ -20,19 +20,63 @@ struct Known {
     Quantity quantity;
 };
 constexpr Known kKnown[] = {
-    {Observable::T, "T", Quantity::temperature},     {Observable::p, "p", Quantity::pressure},
-    {Observable::rho, "rho", Quantity::density},     {Observable::rhoL, "rhoL", Quantity::density},
-    {Observable::rhoV, "rhoV", Quantity::density},   {Observable::hvap, "hvap", Quantity::energy},
-    {Observable::cp, "cp", Quantity::entropy},       {Observable::w, "w", Quantity::speed},
-    {Observable::JT, "JT", Quantity::joule_thomson}, {Observable::B, "B", Quantity::volume},
-    {Observable::x, "x", Quantity::ratio},           {Observable::y, "y", Quantity::ratio},
+    {Observable::T, "T", Quantity::temperature},
+    {Observable::p, "p", Quantity::pressure},
+    {Observable::rho, "rho", Quantity::density},
+    {Observable::rhoL, "rhoL", Quantity::density},
+    {Observable::rhoV, "rhoV", Quantity::density},
+    {Observable::hvap, "hvap", Quantity::energy},
+    {Observable::cp, "cp", Quantity::entropy},
+    {Observable::w, "w", Quantity::speed},
+    {Observable::JT, "JT", Quantity::joule_thomson},
+    {Observable::B, "B", Quantity::volume},
+    {Observable::hE, "hE", Quantity::energy},
+    {Observable::vE, "vE", Quantity::volume},
+    {Observable::x, "x", Quantity::ratio},
+    {Observable::y, "y", Quantity::ratio},
     {Observable::x2, "x2", Quantity::ratio},
+    {Observable::gamma, "gamma", Quantity::ratio},
+    {Observable::gammainf, "gammainf", Quantity::ratio},
+    {Observable::H, "H", Quantity::pressure},
+    {Observable::solubility, "solubility", Quantity::ratio},
 };
-constexpr std::array kKinds{"saturation", "state", "virial",       "critical",
-                            "bubble",     "dew",   "liquid_liquid"};
+constexpr std::array kKinds{"saturation",  "state",  "virial",        "critical",
+                            "bubble",      "dew",    "liquid_liquid", "azeotrope",
+                            "three_phase", "excess", "dilute",        "solubility"};
 
 Known const& known(Observable what) {
     return kKnown[static_cast<std::size_t>(what)];
+}
+
+/// What the model answers at a point of a kind.
+std::vector<Observable> compared(PointKind kind) {
+    using enum Observable;
+    switch (kind) {
+        case PointKind::saturation:
+            return {p, rhoL, rhoV, hvap};
+        case PointKind::state:
+            return {rho, cp, w, JT};
+        case PointKind::virial:
+            return {B};
+        case PointKind::critical:
+            return {T, p, rho};
+        case PointKind::bubble:
+            return {p, y};
+        case PointKind::dew:
+        case PointKind::azeotrope:
+            return {p, x};
+        case PointKind::liquid_liquid:
+            return {x, x2};
+        case PointKind::three_phase:
+            return {p, x, x2, y};
+        case PointKind::excess:
+            return {hE, vE, gamma};
+        case PointKind::dilute:
+            return {H, gammainf};
+        case PointKind::solubility:
+            return {solubility};
+    }
+    return {};
 }
 
 /// A column of numbers: what it is, and where it goes.
@@ -71,6 +115,7 @@ class Reader {
     PointKind kind(std::size_t row, Values const& given, bool critical) const;
     void compose(std::size_t row, Values const& given, Observable what,
                  std::vector<double>& x) const;
+    void check(std::size_t row, Point const& point) const;
     void observe(Point& point, Values const& given, Values const& uncertain) const;
 
     std::string path_;
@@ -112,19 +157,27 @@ bool Reader::name_numbers(std::size_t k, std::string heading) {
                                      [&](Known const& each) { return name == each.name; });
     if (found == std::end(kKnown)) return false;
     column.what = found->what;
-    if (is_fraction(column.what)) {
-        if (names_.size() < 2) return false;
-        const std::size_t mark = heading.find('_');
-        column.component = mark == std::string::npos ? 0 : component(heading.substr(mark + 1));
+    if (names_.size() < 2 && column.what >= Observable::hE) return false;
+    std::string unit = plain.unit;
+    if (of_component(column.what)) {
+        const std::size_t mark = heading.find('_'), slash = heading.find('/');
+        const bool named = mark != std::string::npos;
+        column.component = named ? component(heading.substr(mark + 1, slash - mark - 1))
+                           : is_fraction(column.what) ? 0
+                                                      : -1;
         if (column.component < 0)
             fail("column " + csv_.header[k] + ": not a component, which are " + join(names_, ", "));
-    } else if (uncertain && plain.unit == "%") {
+        if (named) unit = slash == std::string::npos ? "" : heading.substr(slash + 1);
+    }
+    if (uncertain && unit == "%") {
         column.percent = true;
+    } else if (found->quantity == Quantity::ratio) {
+        if (unit == "%" || unit == "mol%") column.convert.scale = 0.01;
     } else {
-        const auto convert = text::conversion(found->quantity, plain.unit, M_);
+        const auto convert = text::conversion(found->quantity, unit, M_);
         if (!convert)
             fail("column " + csv_.header[k] + ": " +
-                 (plain.unit.empty() ? "no unit" : "unknown unit '" + plain.unit + "'") +
+                 (unit.empty() ? "no unit" : "unknown unit '" + unit + "'") +
                  (M_ > 0.0 ? "" : ", or one that needs the molar mass"));
         column.convert = *convert;
         if (uncertain) column.convert.shift = 0.0;
@@ -169,7 +222,9 @@ Reader::Values Reader::numbers(std::size_t row, std::vector<Column> const& colum
             if (!(x > 0.0)) fail_row(row, "an uncertainty must be above zero");
         } else if (is_fraction(column.what)) {
             if (!(x >= 0.0 && x <= 1.0)) fail_row(row, "a mole fraction must be from 0 to 1");
-        } else if (!(x > 0.0) && column.what != Observable::B && column.what != Observable::JT) {
+        } else if (column.what == Observable::solubility && !(x > 0.0 && x < 1.0)) {
+            fail_row(row, "a solubility is a mole fraction between 0 and 1");
+        } else if (!(x > 0.0) && !is_signed(column.what)) {
             fail_row(row, "'" + clipped(field) + "' is not above zero");
         }
         result[key] = x;
@@ -189,9 +244,14 @@ PointKind Reader::kind(std::size_t row, Values const& given, bool critical) cons
                            [&](auto const& value) { return value.first.first == what; });
     };
     if (has(Observable::B)) return PointKind::virial;
+    if (has(Observable::H) || has(Observable::gammainf)) return PointKind::dilute;
+    if (has(Observable::solubility)) return PointKind::solubility;
+    if (has(Observable::hE) || has(Observable::vE) || has(Observable::gamma))
+        return PointKind::excess;
     if (has(Observable::rho) || has(Observable::cp) || has(Observable::w) || has(Observable::JT))
         return PointKind::state;
-    if (has(Observable::x) && has(Observable::x2)) return PointKind::liquid_liquid;
+    if (has(Observable::x) && has(Observable::x2))
+        return has(Observable::y) ? PointKind::three_phase : PointKind::liquid_liquid;
     if (names_.size() > 1) return has(Observable::x) ? PointKind::bubble : PointKind::dew;
     return PointKind::saturation;
 }
@@ -236,38 +296,48 @@ void Reader::observe(Point& point, Values const& given, Values const& uncertain)
         for (std::size_t i = 0; i + 1 < x.size(); ++i) add(what, static_cast<int>(i), x[i]);
     };
     const auto value = [&](Observable what) {
-        const auto found = given.find({what, -1});
-        if (found != given.end()) add(what, -1, found->second);
+        for (auto const& [key, number] : given)
+            if (key.first == what) add(what, key.second, number);
     };
-    switch (point.kind) {
-        case PointKind::saturation:
-            for (Observable what :
-                 {Observable::p, Observable::rhoL, Observable::rhoV, Observable::hvap})
-                value(what);
-            break;
-        case PointKind::state:
-            for (Observable what : {Observable::rho, Observable::cp, Observable::w, Observable::JT})
-                value(what);
-            break;
-        case PointKind::virial:
-            value(Observable::B);
-            break;
-        case PointKind::critical:
-            for (Observable what : {Observable::T, Observable::p, Observable::rho}) value(what);
-            break;
-        case PointKind::bubble:
-            value(Observable::p);
-            fractions(Observable::y, point.y);
-            break;
-        case PointKind::dew:
-            value(Observable::p);
-            fractions(Observable::x, point.x);
-            break;
-        case PointKind::liquid_liquid:
-            fractions(Observable::x, point.x);
-            fractions(Observable::x2, point.y);
-            break;
+    for (Observable what : compared(point.kind)) {
+        if (what == Observable::x)
+            fractions(what, point.x);
+        else if (what == Observable::y)
+            fractions(what, point.y);
+        else if (what == Observable::x2)
+            fractions(what, point.x2);
+        else if (what != Observable::p || point.kind != PointKind::three_phase ||
+                 names_.size() == 2)
+            value(what);
     }
+}
+
+/// What the kind of a point needs beside the temperature.
+void Reader::check(std::size_t row, Point const& point) const {
+    using enum PointKind;
+    const PointKind kind = point.kind;
+    const bool mixture = names_.size() > 1, binary = names_.size() == 2;
+    const auto one_of = [&](std::initializer_list<PointKind> kinds) {
+        return std::find(kinds.begin(), kinds.end(), kind) != kinds.end();
+    };
+    const std::string word =
+        std::string("points of the kind ") + kKinds[static_cast<std::size_t>(kind)];
+    if (mixture ? kind == saturation : !one_of({saturation, state, virial, critical}))
+        fail_row(row, word + (mixture ? " are of one substance" : " are of mixtures"));
+    if (!binary && (one_of({solubility}) || (kind == three_phase && names_.size() != 3)))
+        fail_row(row, word + " need two components");
+    if (mixture && point.x.empty() && !one_of({dew, dilute, solubility, azeotrope, three_phase}))
+        fail_row(row, "no composition");
+    if (kind == dilute && !binary && point.x.empty())
+        fail_row(row, "no composition of the solvent");
+    if ((kind == dew && point.y.empty()) || (kind == liquid_liquid && point.x2.empty()))
+        fail_row(row, "no composition of the second phase");
+    if (kind == three_phase && !binary && (point.x.empty() || point.x2.empty() || point.y.empty()))
+        fail_row(row, "no composition of one of three phases");
+    if (kind == azeotrope && !binary && point.x.empty()) fail_row(row, "no composition");
+    if (!(point.p > 0.0) && (one_of({state, bubble, dew, liquid_liquid, excess, solubility}) ||
+                             (kind == three_phase && !binary)))
+        fail_row(row, "no pressure");
 }
 
 Point Reader::point(std::size_t row) const {
@@ -279,7 +349,8 @@ Point Reader::point(std::size_t row) const {
     const bool critical = result.kind == PointKind::critical;
     const bool own = critical && !at_critical.empty();  // Tc, pc, rhoc
     const Values uncertain = numbers(row, uncertainties_, own, own ? &at_critical : &given);
-    if (own) given = at_critical;
+    for (auto const& [key, value] : at_critical)
+        if (own) given[key] = value;
     const auto get = [&](Observable what) {
         const auto found = given.find({what, -1});
         return found == given.end() ? kUnknown : found->second;
@@ -288,17 +359,11 @@ Point Reader::point(std::size_t row) const {
     result.p = get(Observable::p);
     if (names_.size() > 1) {
         compose(row, given, Observable::x, result.x);
-        compose(row, given,
-                result.kind == PointKind::liquid_liquid ? Observable::x2 : Observable::y, result.y);
-        if (result.x.empty() && result.kind != PointKind::dew) fail_row(row, "no composition");
-        if (result.y.empty() &&
-            (result.kind == PointKind::dew || result.kind == PointKind::liquid_liquid))
-            fail_row(row, "no composition of the second phase");
+        compose(row, given, Observable::y, result.y);
+        compose(row, given, Observable::x2, result.x2);
     }
     if (!critical && !(result.T > 0.0)) fail_row(row, "no temperature");
-    const bool at_p = result.kind == PointKind::state || result.kind == PointKind::bubble ||
-                      result.kind == PointKind::dew || result.kind == PointKind::liquid_liquid;
-    if (at_p && !(result.p > 0.0)) fail_row(row, "no pressure");
+    check(row, result);
     if (std::string const* phase = word("phase", row))
         result.phase = lower(*phase).starts_with("l") ? 1 : lower(*phase).starts_with("v") ? 3 : -1;
     if (std::string const* weight = word("weight", row)) {
@@ -312,6 +377,16 @@ Point Reader::point(std::size_t row) const {
         !(out && *out != "0" && !lower(*out).starts_with("n") && !lower(*out).starts_with("f"));
     if (std::string const* reference = word("reference", row)) result.reference = *reference;
     observe(result, given, uncertain);
+    if (result.kind == PointKind::dilute) {  // the solvent: the other of two, or x
+        if (result.x.empty()) result.x = {1.0, 1.0};
+        for (Observation const& seen : result.observed) {
+            double& solute = result.x[static_cast<std::size_t>(seen.component)];
+            if (names_.size() == 2) solute = 0.0;
+            if (solute > 0.0) fail_row(row, "the solvent holds the solute");
+        }
+        if (*std::max_element(result.x.begin(), result.x.end()) <= 0.0)
+            fail_row(row, "each component is the solute: use two rows");
+    }
     return result;
 }
 

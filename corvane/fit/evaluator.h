@@ -41,6 +41,8 @@ class Evaluator {
     virtual void first_stage(Point const& point, std::vector<double>& deviations) = 0;
     /// Whether any is.
     virtual bool has_first_stage() const = 0;
+    /// Whether the last answer, at the present parameters, is that of a stable state.
+    virtual bool stable(std::size_t index, Point const& point) = 0;
     /// Warm starts are forgotten.
     virtual void forget() = 0;
 };

@@ -36,6 +36,7 @@ struct Parameter {
     /// Regularisation: (value − prior)/prior_width joins the weighted deviations. 0: none.
     double prior = 0.0, prior_width = 0.0;
     bool positive = false;  ///< a size: differences and bounds are relative to the start
+    double unit = 0.1;      ///< of one that is not: what its differences are relative to
 };
 
 /// Models, their data, and what is adjusted.
@@ -100,18 +101,23 @@ struct Options {
     int starts = 1;           ///< further ones are spread over the bounds (Halton's sequence)
     int folds = 0;            ///< cross-validation with so many parts of the data; 0: none
     bool first_stage = true;  ///< begin with deviations that need no iteration
-    Progress progress = {};
+    Progress progress = {};   ///< called before every step; false ends the fit
 };
 
 struct FittedParameter {
     std::string name;
     double start, value;
     double error;  ///< standard error; NaN where the data do not determine it
+    /// The same with the number of deviations that are independent (Result::independent): what
+    /// holds where the equation cannot follow the data, or these were smoothed.
+    double correlated_error;
     bool at_bound;
 };
 
-/// Deviations of one quantity of one data set; relative ones as 0.01 for 1 %. Of the points that
-/// are used and have a solution; not-a-number where none has.
+/// Deviations of one quantity of one data set, (calculated − measured)/size. The size is that of
+/// the measured value, so that 0.01 is 1 %; of mole fractions 1; of hE and vE the largest in the
+/// set, of B and JT, which also pass through zero, at least a twentieth of the largest. Of the
+/// points that are used and have a solution; not-a-number where none has.
 struct Spread {
     int points = 0;
     double mean_absolute = 0.0, bias = 0.0, largest = 0.0;  ///< largest with its sign
@@ -119,7 +125,8 @@ struct Spread {
 struct SetReport {
     int system, set;
     Observable what;
-    int points = 0, excluded = 0, without_solution = 0;  ///< the latter after the fit
+    int points = 0, excluded = 0;
+    int without_solution = 0, unstable = 0;  ///< after the fit
     Spread before, after;
     double predicted = kUnknown;  ///< mean absolute deviation in cross-validation
 };
@@ -127,13 +134,17 @@ struct SetReport {
 struct PointReport {
     int system, set, point;  ///< indices
     Observable what;
-    int component;  ///< of a mole fraction, else −1
+    int component;  ///< of what belongs to one, else −1
     double measured, before,
         after;         ///< library units; what a penalty rests on where there is no solution
-    double deviation;  ///< after the fit, relative or of a mole fraction
+    double size;       ///< that deviations are relative to
+    double deviation;  ///< after the fit
     double weighted;   ///< what is minimised, without loss
     double leverage;   ///< 0 to 1: how much the point pulls the fit to itself
     bool used, solved, outlier;
+    /// False: what was compared is not stable with the best parameters, by the complete test of
+    /// phases (of single phases the excess functions alone are tested).
+    bool stable;
 };
 
 struct Result {
@@ -143,23 +154,31 @@ struct Result {
     std::vector<PointReport> points;
     double cost = 0.0;       ///< half the sum of losses at the end
     double spread = 0.0;     ///< square root of the sum of squares per degree of freedom
+    /// How many of the deviations are independent, by the correlation of neighbours in temperature
+    /// (of one quantity of one set: N·(1 − c)/(1 + c)).
+    double independent = 0.0;
     double condition = 0.0;  ///< of the Jacobian with columns of unit length
     int iterations = 0;
     long evaluations = 0;  ///< of points, with and without derivatives
     bool converged = false;
+    bool interrupted = false;  ///< ended by the progress of the options, with the best so far
     std::vector<std::string>
         warnings;  ///< sentences: data that look wrong, parameters not determined
 };
 
 /// Least squares by Levenberg and Marquardt's method with bounds (see least_squares.h).
 ///
-/// First stage (pure substances): equality of potentials at the measured vapour pressure, pressure
-/// at the measured density, which need no iteration and have a value wherever the start may be.
+/// First stage: one step of Newton's method from the measured states, which are the deviations to
+/// first order; needs no iteration and has a value wherever the start may be. Pure substances:
+/// equality of potentials at the measured vapour pressure, pressure at the measured density.
+/// Mixtures, where the compositions of all phases are measured: equality of potentials there.
 /// Last stage: the true deviations of the measured quantities. Their derivatives come from those of
 /// the model at constant densities, by central differences with steps that were tested (plug-ins
 /// take numbers of double precision, so that no complex step is possible), and the theorem of
 /// implicit functions: no equilibrium is solved twice. Equilibria are followed by Newton's method
 /// from the last parameters, and searched by the certified solvers where that does not get there.
+/// They are not tested for stability on the way, where the penalty of leaving an equilibrium that
+/// is not stable would hide which way is better; at the end every one is (PointReport::stable).
 ///
 /// Points without a solution. Pure: from the critical point of the equation on, the saturation
 /// curve is continued along the critical isochore, which has its slope, and the deviation grows by

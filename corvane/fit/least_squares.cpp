@@ -80,11 +80,14 @@ Eigen::VectorXd Minimiser::step(double damping) {
     }
     b.head(m) = -r_;
     const Eigen::VectorXd s = A.colPivHouseholderQr().solve(b);
+    double longest = 1.0;
     for (Eigen::Index j = 0; j < n; ++j) {
         const Eigen::Index i = free_[static_cast<std::size_t>(j)];
-        full[i] = clamp(i, at_.x[i] + s[j] / scale_[i]) - at_.x[i];
+        full[i] = s[j] / scale_[i];
+        const double room = how_.room.size() > 0 ? how_.room[i] : 1.0;
+        longest = std::fmax(longest, std::fabs(full[i]) / (std::fabs(at_.x[i]) + room));
     }
-    return full;
+    return full / longest;
 }
 
 Minimum Minimiser::run(Eigen::VectorXd x) {
@@ -95,17 +98,19 @@ Minimum Minimiser::run(Eigen::VectorXd x) {
     at_.cost = cost(at_.r);
     linearise();
     double damping = 1e-3, growth = 2.0;
+    const double nothing = 1e-28 * at_.cost;  // what rounding leaves of the residuals, squared
     while (at_.iterations < how_.limit && (!how_.go_on || how_.go_on())) {
         ++at_.iterations;
         bool flat = true;
         for (Eigen::Index i : free_)
             flat = flat && std::fabs(gradient_[i]) <= 1e-9 * scale_[i] * r_.norm();
-        if (flat) {
+        if (flat || at_.cost <= nothing) {
             at_.converged = true;
             break;
         }
-        const Eigen::VectorXd s = step(damping);
-        const Eigen::VectorXd trial = at_.x + s;
+        Eigen::VectorXd trial = at_.x + step(damping);
+        for (Eigen::Index i = 0; i < trial.size(); ++i) trial[i] = clamp(i, trial[i]);
+        const Eigen::VectorXd s = trial - at_.x;
         double moved = 0.0;
         for (Eigen::Index i = 0; i < s.size(); ++i)
             moved = std::fmax(moved, std::fabs(s[i]) / (std::fabs(at_.x[i]) + 1e-3));

@@ -19,6 +19,7 @@ struct LeastSquares {
     double width = 1.0;
     int losses = -1;               ///< the loss applies to the first so many residuals; −1: all
     Eigen::VectorXd lower, upper;  ///< or empty
+    Eigen::VectorXd room;          ///< no step is longer than |x| + room; empty: 1
     int limit = 100;
     std::function<bool()> go_on = {};
 };
@@ -36,8 +37,10 @@ struct Minimum {
 /// University of Denmark), and losses as weights of residuals (iteratively: the first-order part of
 /// Triggs et al., Lecture Notes in Comput. Sci. 1883 (2000) 298). Variables at a bound whose
 /// gradient points outside are held (Kanzow, Yamashita & Fukushima, J. Comput. Appl. Math. 172
-/// (2004) 375: projected steps). Converged: no step longer than 1e-9 of x is left, or the gradient
-/// is orthogonal to the residuals to 1e-9.
+/// (2004) 375: projected steps). A step that would take a variable by more than its own size is
+/// shortened, which keeps exponentials where they have slopes. Converged: no step longer than 1e-9
+/// of x is left, the gradient is orthogonal to the residuals to 1e-9, or these are 1e-14 of what
+/// they were at the start.
 Minimum minimise(Residuals const& f, Eigen::VectorXd x, LeastSquares const& how);
 
 /// What a linear model says at the minimum, from the Jacobian and the residuals there (with the

@@ -1,7 +1,9 @@
 // Answers of a mixture model.
 #include <corvane/core/constants.h>
+#include <corvane/core/errors.h>
+#include <corvane/fit/direct_values.h>
+#include <corvane/fit/equilibrium.h>
 #include <corvane/fit/evaluator.h>
-#include <corvane/fit/two_phase.h>
 #include <corvane/state/phase_properties.h>
 
 #include <Eigen/Dense>
@@ -12,108 +14,97 @@
 namespace corvane::fit {
 namespace {
 constexpr double kPenalty = 0.2;  // of a point without a solution, relative
+// Of the steps of other differences: the library's solvers leave more than rounding.
+constexpr double kDirectStep = 100.0;
 
 class MixtureEvaluator final : public Evaluator {
   public:
     MixtureEvaluator(Mixture& mixture, std::size_t points)
         : model_(*mixture.model),
           n_(mixture.size()),
-          solver_(*mixture.model, mixture.size()),
+          equilibrium_(*mixture.model, mixture.size()),
+          direct_(mixture),
           kept_(points) {}
 
     void parameters_changed() override {}
     void evaluate(std::size_t index, Point const& point, std::vector<Knob> const& knobs,
                   std::vector<Answer>& answers) override;
-    void first_stage(Point const& point, std::vector<double>& deviations) override {
-        deviations.assign(point.observed.size(), kUnknown);
+    void first_stage(Point const& point, std::vector<double>& deviations) override;
+    bool has_first_stage() const override { return true; }
+    bool stable(std::size_t index, Point const& point) override;
+    void forget() override {
+        std::fill(kept_.begin(), kept_.end(), Phases{});
+        direct_.forget();
     }
-    bool has_first_stage() const override { return false; }
-    void forget() override { std::fill(kept_.begin(), kept_.end(), Phases{}); }
 
   private:
     using Numbers = std::vector<double>;
 
-    Vector<double> vector(Numbers const& x) const { return solver_.vector(x); }
+    Vector<double> vector(Numbers const& x) const;
     void answer(Point const& point, Phases const& phases, double* values) const;
     void slopes(Point const& point, Phases const& phases, std::vector<Knob> const& knobs,
                 std::vector<Answer>& answers) const;
     void state(Point const& point, std::vector<Knob> const& knobs,
                std::vector<Answer>& answers) const;
     double state_value(Point const& point, std::size_t o, double rho) const;
-    double unsolved(Point const& point) const;
-    void penalty(Point const& point, std::vector<Knob> const& knobs,
-                 std::vector<Answer>& answers) const;
+    template <class Values>
+    bool differences(Values values, std::vector<Knob> const& knobs, std::vector<Answer>& answers);
+    double distance(Point const& point);
+    void penalty(Point const& point, std::vector<Knob> const& knobs, std::vector<Answer>& answers);
 
     ModelN& model_;
     int n_;
-    TwoPhase solver_;
+    Equilibrium equilibrium_;
+    DirectValues direct_;
     std::vector<Phases> kept_;
 };
 
-/// The observed values of two phases.
+Vector<double> MixtureEvaluator::vector(Numbers const& x) const {
+    Vector<double> v(n_);
+    for (int i = 0; i < n_; ++i) v[i] = x[static_cast<std::size_t>(i)];
+    return v;
+}
+
+/// The phase that a mole fraction belongs to.
+std::size_t phase_of(PointKind kind, Observable what) {
+    if (kind == PointKind::three_phase) return what == Observable::y ? 2 : what == Observable::x2;
+    return kind == PointKind::bubble || kind == PointKind::dew || what == Observable::x2;
+}
+
+/// The observed values of phases in equilibrium.
 void MixtureEvaluator::answer(Point const& point, Phases const& phases, double* values) const {
-    const double sum_a = total(phases.a), sum_b = total(phases.b);
     for (std::size_t o = 0; o < point.observed.size(); ++o) {
         Observation const& seen = point.observed[o];
-        const auto i = static_cast<std::size_t>(std::max(seen.component, 0));
-        if (seen.what == Observable::p) {
-            const bool gas_b =
-                sum_b < sum_a;  // rounding of a liquid's density moves its pressure more
-            Vector<double> const rho_i = vector(gas_b ? phases.b : phases.a);
+        if (seen.what == Observable::p) {  // rounding of a liquid's density moves its pressure more
+            Vector<double> const rho_i = vector(phases.rho_i[phases.lightest()]);
             values[o] = R * point.T * rho_i.sum() * model_.Z(rho_i, point.T);
-        } else if (point.kind == PointKind::liquid_liquid) {
-            values[o] = seen.what == Observable::x ? phases.a[i] / sum_a : phases.b[i] / sum_b;
         } else {
-            values[o] = phases.b[i] / sum_b;  // of the incipient phase
+            Numbers const& rho_i = phases.rho_i[phase_of(point.kind, seen.what)];
+            values[o] = rho_i[static_cast<std::size_t>(seen.component)] / total(rho_i);
         }
     }
 }
 
-/// The theorem of implicit functions at the solution: J·du = −∂F/∂θ·dθ with the phases held; then
-/// the values are differenced along that direction.
+/// The theorem of implicit functions at the solution; then the values are differenced along that
+/// direction.
 void MixtureEvaluator::slopes(Point const& point, Phases const& phases,
                               std::vector<Knob> const& knobs, std::vector<Answer>& answers) const {
-    const bool two = point.kind == PointKind::liquid_liquid;
-    const int first = two ? n_ : 1;
-    Numbers const& z = two ? point.x : TwoPhase::given(point);
-    Numbers present = z;
-    if (two)
-        for (std::size_t i = 0; i < z.size(); ++i) present[i] = 1.0 / static_cast<double>(n_);
-    PhaseState a, b;
     Eigen::MatrixXd J;
-    Eigen::VectorXd F, up, down;
-    const auto states = [&](int order) {
-        const FluidModel fluid(model_, vector(present));  // anew: parameters have changed
-        fill(a, phases.a);
-        fill(b, phases.b);
-        return fluid.evaluate(a, point.T, order) && fluid.evaluate(b, point.T, order);
-    };
-    if (!states(phase_H | phase_p) || !solver_.system(point, a, b, &J, F)) return;
+    Eigen::VectorXd F, du;
+    if (!equilibrium_.residuals(point, phases, &J, F)) return;
     const Eigen::PartialPivLU<Eigen::MatrixXd> lu(J);
     std::vector<double> high(answers.size()), low(answers.size());
     for (std::size_t k = 0; k < knobs.size(); ++k) {
         Knob const& knob = knobs[k];
-        knob.set(knob.value + knob.step);
-        bool met = states(phase_p) && solver_.system(point, a, b, nullptr, up);
-        knob.set(knob.value - knob.step);
-        met = met && states(phase_p) && solver_.system(point, a, b, nullptr, down);
-        if (met) {
-            const Eigen::VectorXd du = lu.solve((down - up) / (2.0 * knob.step));
-            const auto moved = [&](double h) {
-                Phases next = phases;
-                for (int j = 0; j < n_; ++j) {
-                    next.a[static_cast<std::size_t>(j)] *= std::exp(h * du[two ? j : 0]);
-                    next.b[static_cast<std::size_t>(j)] *= std::exp(h * du[first + j]);
-                }
-                return next;
-            };
-            answer(point, moved(-knob.step), low.data());
-            knob.set(knob.value + knob.step);
-            answer(point, moved(knob.step), high.data());
-            for (std::size_t o = 0; o < answers.size(); ++o)
-                answers[o].slope[k] = (high[o] - low[o]) / (2.0 * knob.step);
-        }
-        knob.set(knob.value);
+        const auto set = [&](double h) { knob.set(knob.value + h); };
+        if (!equilibrium_.slope(point, phases, set, knob.step, lu, du)) continue;
+        set(-knob.step);
+        answer(point, equilibrium_.moved(phases, du, -knob.step), low.data());
+        set(knob.step);
+        answer(point, equilibrium_.moved(phases, du, knob.step), high.data());
+        set(0.0);
+        for (std::size_t o = 0; o < answers.size(); ++o)
+            answers[o].slope[k] = (high[o] - low[o]) / (2.0 * knob.step);
     }
 }
 
@@ -167,33 +158,37 @@ void MixtureEvaluator::state(Point const& point, std::vector<Knob> const& knobs,
     }
 }
 
-/// How far the measured state is from an equilibrium: ln Σ K_i·z_i with K from the fugacities of
-/// the measured (or Wilson's) second phase; of two liquids the mean difference of the potentials.
-double MixtureEvaluator::unsolved(Point const& point) const {
-    const bool two = point.kind == PointKind::liquid_liquid;
-    Numbers const &z = two ? point.x : TwoPhase::given(point),
-                  &measured = two || !TwoPhase::dew(point) ? point.y : point.x;
-    const FluidModel fluid(model_, vector(z));
-    Numbers w = solver_.second_phase(fluid, point, measured);
-    const double sum = total(w);
-    for (double& each : w) each /= sum;
-    PhaseState a, b;
-    a.resize(n_);
-    b.resize(n_);
-    if (!fluid.evaluate_at(a, point.p, point.T, z,
-                           TwoPhase::dew(point) ? Root::dilute : Root::dense, 0) ||
-        !fluid.evaluate_at(b, point.p, point.T, w,
-                           two || TwoPhase::dew(point) ? Root::dense : Root::dilute, 0))
-        return 0.0;
-    double K = 0.0;
-    for (std::size_t i = 0; i < z.size(); ++i) K += w[i] * std::exp(a.m[i] - b.m[i]);
-    return std::log(K);
+/// What the library calculates in one call, values(to), by differences of such calls.
+template <class Values>
+bool MixtureEvaluator::differences(Values values, std::vector<Knob> const& knobs,
+                                   std::vector<Answer>& answers) {
+    Numbers here(answers.size()), up = here, down = here;
+    if (!values(here.data())) return false;
+    for (std::size_t o = 0; o < answers.size(); ++o) {
+        answers[o].calculated = here[o];
+        answers[o].solved = true;
+    }
+    for (std::size_t k = 0; k < knobs.size(); ++k) {
+        const double h = kDirectStep * knobs[k].step;
+        knobs[k].set(knobs[k].value + h);
+        bool met = values(up.data());
+        knobs[k].set(knobs[k].value - h);
+        met = met && values(down.data());
+        knobs[k].set(knobs[k].value);
+        for (std::size_t o = 0; met && o < answers.size(); ++o)
+            answers[o].slope[k] = (up[o] - down[o]) / (2.0 * h);
+    }
+    return true;
+}
+
+double MixtureEvaluator::distance(Point const& point) {
+    return Equilibrium::takes(point.kind) ? equilibrium_.distance(point) : direct_.distance(point);
 }
 
 void MixtureEvaluator::penalty(Point const& point, std::vector<Knob> const& knobs,
-                               std::vector<Answer>& answers) const {
+                               std::vector<Answer>& answers) {
     const auto size = [&] {
-        return std::hypot(kPenalty, std::clamp(unsolved(point), -10.0, 10.0));
+        return std::hypot(kPenalty, std::clamp(distance(point), -10.0, 10.0));
     };
     const double here = size();
     for (Answer& answer : answers) {
@@ -216,22 +211,66 @@ void MixtureEvaluator::evaluate(std::size_t index, Point const& point,
     for (Answer& answer : answers) answer.slope.assign(knobs.size(), 0.0);
     if (point.kind == PointKind::state || point.kind == PointKind::virial)
         return state(point, knobs, answers);
-    if (point.kind != PointKind::liquid_liquid && !TwoPhase::all_present(TwoPhase::given(point))) {
-        for (Answer& answer : answers) {  // a pure component tells nothing of a pair
-            answer.alone = true;
-            answer.penalty = 0.0;
-        }
+    Phases& phases = kept_[index];
+    const bool direct = DirectValues::takes(point.kind);
+    if (direct || !equilibrium_.whole(point)) {
+        const auto values = [&](double* to) {
+            if (direct) return direct_.values(index, point, to);
+            if (!equilibrium_.solve(point, phases)) return false;
+            answer(point, phases, to);
+            return true;
+        };
+        // A pure component boils as it does, whatever the parameters of pairs are.
+        const bool pure = !direct && point.kind != PointKind::liquid_liquid && n_ == 2;
+        if (differences(values, pure ? std::vector<Knob>{} : knobs, answers)) return;
+        if (!pure) return penalty(point, knobs, answers);
+        for (Answer& answer : answers) answer.alone = true;  // without influence
         return;
     }
-    Phases& phases = kept_[index];
-    if (!solver_.solve(point, phases)) return penalty(point, knobs, answers);
-    std::vector<double> values(answers.size());
+    if (!equilibrium_.solve(point, phases)) return penalty(point, knobs, answers);
+    Numbers values(answers.size());
     answer(point, phases, values.data());
     for (std::size_t o = 0; o < answers.size(); ++o) {
         answers[o].calculated = values[o];
         answers[o].solved = true;
     }
     if (!knobs.empty()) slopes(point, phases, knobs, answers);
+}
+
+/// Equality of potentials at the measured state: with d_i = ln f_i of the first phase less that of
+/// phase k, of mole fractions w, Σ w_i·d_i/(Z_k − Z) is the deviation of ln p (exactly, to first
+/// order, of a bubble point) and w_i·(d_i − Σ w_j·d_j) that of w_i in an ideal mixture. These are
+/// the deviations' signs and sizes, and vanish where they do; unlike a step of Newton's method they
+/// have no pole where the model's liquid is not stable.
+void MixtureEvaluator::first_stage(Point const& point, std::vector<double>& deviations) {
+    deviations.assign(point.observed.size(), kUnknown);
+    std::vector<PhaseState> s;
+    if (!Equilibrium::takes(point.kind) || !equilibrium_.at_measured(point, s)) return;
+    std::size_t lightest = 0;
+    for (std::size_t k = 1; k < s.size(); ++k)
+        if (s[k].rho < s[lightest].rho) lightest = k;
+    const auto mean = [&](PhaseState const& w, std::size_t other) {
+        double sum = 0.0;
+        for (std::size_t i = 0; i < w.x.size(); ++i) sum += w.x[i] * (s[other].m[i] - w.m[i]);
+        return sum;
+    };
+    for (std::size_t o = 0; o < deviations.size(); ++o) {
+        Observation const& seen = point.observed[o];
+        const bool p = seen.what == Observable::p;
+        const std::size_t k = p ? lightest : phase_of(point.kind, seen.what),
+                          other = k == 0 ? 1 : 0;
+        PhaseState const& w = s[k];
+        const auto i = static_cast<std::size_t>(std::max(seen.component, 0));
+        const double d = mean(w, other),
+                     Z = point.p / (R * point.T) * (1.0 / w.rho - 1.0 / s[other].rho);
+        deviations[o] = p ? d / Z : w.x[i] * (s[other].m[i] - w.m[i] - d);
+    }
+}
+
+bool MixtureEvaluator::stable(std::size_t index, Point const& point) {
+    if (DirectValues::takes(point.kind)) return direct_.stable(index, point);
+    if (!Equilibrium::takes(point.kind) || kept_[index].empty()) return true;
+    return equilibrium_.stable(point, kept_[index]);
 }
 }  // namespace
 

@@ -171,6 +171,7 @@ Parameter& Problem::adjust_pair(std::string const& name, int i, int j, int syste
         p->lower = -1.0;
         p->upper = 1.0;
     }
+    if (name == "kijT") p->unit = 30.0;  // K: a tenth at ambient temperature
     parameters.push_back(std::move(p));
     return *parameters.back();
 }

@@ -56,6 +56,7 @@ class PureEvaluator final : public Evaluator {
                   std::vector<Answer>& answers) override;
     void first_stage(Point const& point, std::vector<double>& deviations) override;
     bool has_first_stage() const override { return true; }
+    bool stable(std::size_t index, Point const& point) override;
     void forget() override { std::fill(kept_.begin(), kept_.end(), Pair{}); }
 
   private:
@@ -322,6 +323,20 @@ void PureEvaluator::first_stage(Point const& point, std::vector<double>& deviati
             if (at.S > 0.0) deviations[o] = (P - seen.value * at.Z) / (seen.value * at.S);
         }
     }
+}
+
+/// The certified solver has the same vapour pressure.
+bool PureEvaluator::stable(std::size_t index, Point const& point) {
+    Pair const& pair = kept_[index];
+    if (point.kind != PointKind::saturation || !(pair.rhoV > 0.0)) return true;
+    const double p = R * point.T * pair.rhoV * model_.Z(pair.rhoV, point.T);
+    try {
+        return std::fabs(pure_saturation_T(model_, point.T).p / p - 1.0) < 1e-6;
+    } catch (EquilibriumFailure const&) {
+    } catch (ThException const&) {
+    } catch (MthException const&) {
+    }
+    return false;
 }
 }  // namespace
 

@@ -3,39 +3,62 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 namespace corvane::fit {
 double deviation(Entry const& entry, Answer const& answer) {
     if (answer.alone) return answer.penalty;
-    if (entry.fraction) return answer.calculated - entry.measured + answer.penalty;
-    return answer.calculated / entry.measured - 1.0 + answer.penalty;
+    return (answer.calculated - entry.measured) / entry.size + answer.penalty;
 }
+
+namespace {
+/// The largest sizes of a set, by quantity.
+std::map<Observable, double> largest_of(DataSet const& set) {
+    std::map<Observable, double> largest;
+    for (Point const& point : set.points)
+        for (Observation const& seen : point.observed) {
+            double& most = largest[seen.what];
+            most = std::fmax(most, std::fabs(seen.value));
+        }
+    return largest;
+}
+
+/// The measured size; of quantities that pass through zero at least a twentieth of the largest in
+/// the set, of excess functions, which are small differences, all of it.
+double size_of(Observation const& seen, double largest) {
+    if (is_fraction(seen.what)) return 1.0;
+    if (!is_signed(seen.what)) return std::fabs(seen.value);
+    if (!(largest > 0.0)) return 1.0;
+    const bool excess = seen.what == Observable::hE || seen.what == Observable::vE;
+    return excess ? largest : std::fmax(std::fabs(seen.value), 0.05 * largest);
+}
+}  // namespace
 
 ResidualVector::ResidualVector(Problem& problem, Options const& options)
     : problem_(problem), options_(options) {
     for (std::size_t s = 0; s < problem.systems.size(); ++s) {
         auto const& system = *problem.systems[s];
         std::size_t index = 0;
-        for (std::size_t k = 0; k < system.data.size(); ++k)
+        for (std::size_t k = 0; k < system.data.size(); ++k) {
+            const auto largest = largest_of(system.data[k]);
             for (std::size_t i = 0; i < system.data[k].points.size(); ++i, ++index) {
                 Point const& point = system.data[k].points[i];
                 for (std::size_t o = 0; o < point.observed.size(); ++o) {
                     Observation const& seen = point.observed[o];
-                    const bool fraction = is_fraction(seen.what);
-                    double scale = fraction ? options.fraction : options.relative;
-                    if (seen.uncertainty > 0.0)
-                        scale = seen.uncertainty / (fraction ? 1.0 : std::fabs(seen.value));
+                    const double size = size_of(seen, largest.at(seen.what));
+                    double scale = is_fraction(seen.what) ? options.fraction : options.relative;
+                    if (seen.uncertainty > 0.0) scale = seen.uncertainty / size;
                     const double weight = point.weight * system.data[k].weight;
                     const bool used = point.used && weight > 0.0;
                     if (used && !(seen.uncertainty > 0.0)) given_ = false;
                     used_ += used ? 1 : 0;
                     entries_.push_back({static_cast<int>(s), static_cast<int>(k),
                                         static_cast<int>(i), index, static_cast<int>(o),
-                                        used ? scale / std::sqrt(weight) : 0.0, fraction,
-                                        seen.value});
+                                        used ? scale / std::sqrt(weight) : 0.0, size, seen.value});
                     fold_of_.push_back(static_cast<int>(index));
                 }
             }
+        }
         std::vector<std::size_t> mine;
         for (std::size_t k = 0; k < problem.parameters.size(); ++k) {
             auto const& of = problem.parameters[k]->systems;
@@ -47,12 +70,12 @@ ResidualVector::ResidualVector(Problem& problem, Options const& options)
     choose_steps();
 }
 
-/// Steps of central differences: 1e-5 of a size, or of 0.1. Halved from 1e-3 on until two steps
-/// agree best, by the slopes of all residuals at the start: choose_steps looks at the first stage,
-/// which needs no iteration; where there is none the default stays.
+/// Steps of central differences: 1e-5 of a size, or of the unit. Halved from 1e-3 on until two
+/// steps agree best, by the slopes of all residuals at the start: choose_steps looks at the first
+/// stage, which needs no iteration; where there is none the default stays.
 void ResidualVector::choose_steps() {
     for (auto const& parameter : problem_.parameters) {
-        const double size = parameter->positive ? std::fabs(parameter->start) : 0.1;
+        const double size = parameter->positive ? std::fabs(parameter->start) : parameter->unit;
         double best = 1e-5 * size, least = 1e300;
         for (auto const& system : problem_.systems) {
             if (!system->evaluator->has_first_stage()) continue;
@@ -153,8 +176,7 @@ bool ResidualVector::last_stage(Eigen::VectorXd const& x, Eigen::VectorXd& r, Ei
         for (std::size_t o = 0; o < answers.size(); ++o, ++row) {
             Entry const& entry = entries_[e + o];
             r[row] = deviation(entry, answers[o]) / entry.scale;
-            const double unit =
-                entry.fraction || answers[o].alone ? entry.scale : entry.scale * entry.measured;
+            const double unit = answers[o].alone ? entry.scale : entry.scale * entry.size;
             for (std::size_t k = 0; k < all[s].size(); ++k)
                 (*J)(row, static_cast<Eigen::Index>(adjusted_[s][k])) = answers[o].slope[k] / unit;
         }

@@ -13,11 +13,11 @@ struct Entry {
     std::size_t index;       // of the point within the system
     int observation;
     double scale;  // deviation/scale is the residual; 0 for what is excluded
-    bool fraction;
+    double size;   // what deviations are relative to, above 0; 1 for mole fractions
     double measured;
 };
 
-/// Deviation of an answer: relative, or of a mole fraction.
+/// Deviation of an answer, (calculated − measured)/size.
 double deviation(Entry const& entry, Answer const& answer);
 
 class ResidualVector {

@@ -1,3 +1,4 @@
+#include <corvane/fit/independence.h>
 #include <corvane/fit/least_squares.h>
 #include <corvane/fit/residuals.h>
 #include <corvane/fit/suspicion.h>
@@ -9,6 +10,7 @@
 
 namespace corvane::fit {
 namespace {
+constexpr double kFar = 0.1;       // median deviation above which the first stage is worth its time
 constexpr double kSingular = 1e4;  // condition of the Jacobian from which a warning is due
 
 /// Radical inverse of k in a base: Halton's sequence (Numer. Math. 2 (1960) 84).
@@ -40,7 +42,8 @@ class Solver {
     Result run();
 
   private:
-    LeastSquares how() const;
+    LeastSquares how();
+    bool far(Eigen::VectorXd const& x);
     Minimum once(Eigen::VectorXd const& from, bool first_stage);
     Minimum best();
     void robust(Minimum& m);
@@ -57,6 +60,7 @@ class Solver {
     double width_ = 0.0;
     Eigen::VectorXd leverage_;  // of the used residuals
     double robust_spread_ = 0.0;
+    bool stopped_ = false;  // by the caller's progress
 };
 
 double median(std::vector<double> values) {
@@ -72,7 +76,7 @@ double robust_deviation(Eigen::VectorXd const& r) {
     return 1.4826 * median(sizes);
 }
 
-LeastSquares Solver::how() const {
+LeastSquares Solver::how() {
     LeastSquares how;
     how.loss = width_ > 0.0 ? options_.loss : Loss::squares;
     how.width = width_;
@@ -80,8 +84,28 @@ LeastSquares Solver::how() const {
     how.lower = lower_;
     how.upper = upper_;
     how.limit = options_.iterations;
-    if (options_.progress) how.go_on = [this] { return options_.progress(1); };
+    how.room = Eigen::VectorXd(lower_.size());
+    for (Eigen::Index i = 0; i < how.room.size(); ++i) {
+        Parameter const& p = *problem_.parameters[static_cast<std::size_t>(i)];
+        how.room[i] = p.positive ? 0.0 : 10.0 * p.unit;
+    }
+    if (options_.progress)
+        how.go_on = [this] { return !stopped_ && !(stopped_ = !options_.progress(1)); };
     return how;
+}
+
+/// Whether a start is too far from the data for the last stage to know the way: a point without a
+/// solution, or half of the deviations above a tenth.
+bool Solver::far(Eigen::VectorXd const& x) {
+    const std::vector<Answer> answers = vector_.answers(x);
+    std::vector<double> sizes;
+    for (std::size_t e = 0; e < answers.size(); ++e) {
+        Entry const& entry = vector_.entries()[e];
+        if (entry.scale == 0.0) continue;
+        if (!answers[e].solved && !(answers[e].alone && answers[e].penalty == 0.0)) return true;
+        sizes.push_back(std::fabs(deviation(entry, answers[e])));
+    }
+    return median(std::move(sizes)) > kFar;
 }
 
 Minimum Solver::once(Eigen::VectorXd const& from, bool first_stage) {
@@ -89,7 +113,7 @@ Minimum Solver::once(Eigen::VectorXd const& from, bool first_stage) {
     const Residuals last = [&](auto const& at, auto& r, auto* J) {
         return vector_.last_stage(at, r, J);
     };
-    if (first_stage) {
+    if (first_stage && far(from)) {
         const Residuals first = [&](auto const& at, auto& r, auto* J) {
             return vector_.first_stage(at, r, J);
         };
@@ -112,7 +136,7 @@ Minimum Solver::best() {
     const bool first = options_.first_stage && any;
     Minimum best = once(start_, first);
     constexpr int kBases[] = {2, 3, 5, 7, 11, 13, 17, 19, 23, 29};
-    for (int k = 1; k < options_.starts; ++k) {
+    for (int k = 1; k < options_.starts && !stopped_; ++k) {
         Eigen::VectorXd x = start_;
         for (Eigen::Index i = 0; i < x.size(); ++i)
             if (lower_[i] > -1e299 && upper_[i] < 1e299) {
@@ -135,7 +159,7 @@ void Solver::robust(Minimum& m) {
     const Residuals last = [&](auto const& at, auto& r, auto* J) {
         return vector_.last_stage(at, r, J);
     };
-    for (int round = 0; round < 4; ++round) {
+    for (int round = 0; round < 4 && !stopped_; ++round) {
         const double spread = vector_.uncertainties_given()
                                   ? 1.0
                                   : std::fmax(1e-12, robust_deviation(m.r.head(vector_.used())));
@@ -186,7 +210,7 @@ void Solver::statistics(Minimum const& m, Result& result) {
         const double room = 1e-9 * (std::fabs(m.x[i]) + 1e-3);
         const bool at_bound = m.x[i] <= lower_[i] + room || m.x[i] >= upper_[i] - room;
         result.parameters.push_back({problem_.parameters[static_cast<std::size_t>(i)]->name,
-                                     start_[i], m.x[i], kUnknown, at_bound});
+                                     start_[i], m.x[i], kUnknown, kUnknown, at_bound});
         if (at_bound)
             result.warnings.push_back(result.parameters.back().name + " ends at its bound");
         else
@@ -229,10 +253,10 @@ void Solver::report(Minimum const& m, std::vector<Answer> const& before, Result&
     Eigen::Index row = 0;
     for (std::size_t e = 0; e < after.size(); ++e) {
         Entry const& entry = vector_.entries()[e];
-        Observation const& seen = problem_.systems[static_cast<std::size_t>(entry.system)]
-                                      ->data[static_cast<std::size_t>(entry.set)]
-                                      .points[static_cast<std::size_t>(entry.point)]
-                                      .observed[static_cast<std::size_t>(entry.observation)];
+        Point const& point = problem_.systems[static_cast<std::size_t>(entry.system)]
+                                 ->data[static_cast<std::size_t>(entry.set)]
+                                 .points[static_cast<std::size_t>(entry.point)];
+        Observation const& seen = point.observed[static_cast<std::size_t>(entry.observation)];
         PointReport p{};
         p.system = entry.system;
         p.set = entry.set;
@@ -242,7 +266,11 @@ void Solver::report(Minimum const& m, std::vector<Answer> const& before, Result&
         p.measured = entry.measured;
         p.before = before[e].calculated;
         p.after = after[e].calculated;
+        p.size = entry.size;
         p.deviation = deviation(entry, after[e]);
+        Problem::System const& system = *problem_.systems[static_cast<std::size_t>(entry.system)];
+        p.stable = entry.observation > 0 ? result.points.back().stable
+                                         : system.evaluator->stable(entry.index, point);
         p.used = entry.scale > 0.0;
         p.solved = after[e].solved;
         p.weighted = p.used ? p.deviation / entry.scale : 0.0;
@@ -267,6 +295,7 @@ void Solver::report(Minimum const& m, std::vector<Answer> const& before, Result&
             continue;
         }
         if (!p.solved) ++set.without_solution;
+        if (p.solved && !p.stable) ++set.unstable;
         if (p.solved) add(set.after, p.deviation);
         if (before[e].solved) add(set.before, deviation(entry, before[e]));
     }
@@ -285,7 +314,7 @@ void Solver::cross_validate(Minimum const& m, Result& result) {
     };
     std::vector<double> sum(result.sets.size(), 0.0);
     std::vector<int> count(result.sets.size(), 0);
-    for (int part = 0; part < parts; ++part) {
+    for (int part = 0; part < parts && !stopped_; ++part) {
         vector_.fold(part, parts);
         LeastSquares rest = how();
         rest.losses = -1;
@@ -303,6 +332,7 @@ void Solver::cross_validate(Minimum const& m, Result& result) {
         }
     }
     vector_.fold(0, 0);
+    if (stopped_) return;
     for (std::size_t s = 0; s < result.sets.size(); ++s)
         if (count[s] > 0) result.sets[s].predicted = sum[s] / count[s];
 }
@@ -318,8 +348,15 @@ Result Solver::run() {
     result.cost = m.cost;
     statistics(m, result);
     report(m, before, result);
+    result.independent = independent_deviations(problem_, result);
+    const double parameters = static_cast<double>(m.x.size()),
+                 used = static_cast<double>(vector_.used());
+    const double free = std::fmax(1.0, result.independent - parameters);
+    for (FittedParameter& p : result.parameters)
+        p.correlated_error = p.error * std::sqrt(std::fmax(1.0, (used - parameters) / free));
     suspect(problem_, vector_, before, result);
     if (options_.folds > 1) cross_validate(m, result);
+    result.interrupted = stopped_;
     if (!result.converged)
         result.warnings.push_back("the fit did not converge in " +
                                   std::to_string(result.iterations) + " iterations");

@@ -47,7 +47,8 @@ void suspect_units(Problem const& problem, ResidualVector const& vector,
     for (std::size_t e = 0; e < before.size(); ++e) {
         Entry const& entry = vector.entries()[e];
         const double ratio = before[e].calculated / entry.measured;
-        if (!entry.fraction && entry.scale > 0.0 && before[e].solved && ratio > 0.0)
+        if (!is_fraction(result.points[e].what) && entry.scale > 0.0 && before[e].solved &&
+            ratio > 0.0)
             logarithms[{entry.system, entry.set, result.points[e].what}].push_back(std::log(ratio));
     }
     for (auto& [key, all] : logarithms) {
@@ -68,24 +69,26 @@ void suspect_units(Problem const& problem, ResidualVector const& vector,
     }
 }
 
-/// Mean absolute deviation of the answers to points that `change` has altered; points without an
-/// answer count as one.
+/// Mean absolute deviation of the answers to the points of a set that `change` has altered; points
+/// without an answer count as one. Of a problem of one system.
 template <class F>
-double with(Problem::System const& system, DataSet const& set, std::size_t first, F change) {
+double with(Problem::System const& system, int set, ResidualVector const& vector, F change) {
     double sum = 0.0;
     int count = 0;
     std::vector<Answer> answers;
     system.evaluator->forget();
-    for (std::size_t k = 0; k < set.points.size(); ++k) {
-        Point point = set.points[k];
-        if (!point.used || point.x.empty()) continue;
+    auto const& entries = vector.entries();
+    for (std::size_t e = 0; e < entries.size();) {
+        Point point = system.data[static_cast<std::size_t>(entries[e].set)]
+                          .points[static_cast<std::size_t>(entries[e].point)];
+        const std::size_t first = e;
+        e += point.observed.size();
+        if (entries[first].set != set || !point.used || point.x.empty()) continue;
         change(point);
-        system.evaluator->evaluate(first + k, point, {}, answers);
+        system.evaluator->evaluate(entries[first].index, point, {}, answers);
         for (std::size_t o = 0; o < answers.size(); ++o, ++count) {
-            Observation const& seen = point.observed[o];
-            const bool fraction = is_fraction(seen.what);
-            const double d = fraction ? answers[o].calculated - seen.value
-                                      : answers[o].calculated / seen.value - 1.0;
+            const double d =
+                (answers[o].calculated - point.observed[o].value) / entries[first + o].size;
             sum += answers[o].solved && std::fabs(d) < 1.0 ? std::fabs(d) : 1.0;
         }
     }
@@ -93,76 +96,73 @@ double with(Problem::System const& system, DataSet const& set, std::size_t first
     return count > 0 ? sum / count : 0.0;
 }
 
-double present(Result const& result, Problem::System const& system, DataSet const& set) {
+double present(Result const& result, int set) {
     double sum = 0.0;
     int count = 0;
-    const auto k = &set - system.data.data();
     for (PointReport const& p : result.points)
-        if (p.set == k && p.used) {
+        if (p.set == set && p.used) {
             sum += p.solved ? std::fmin(1.0, std::fabs(p.deviation)) : 1.0;
             ++count;
         }
     return count > 0 ? sum / count : 0.0;
 }
 
+/// The observed mole fractions of a point whose compositions were altered.
+void observe_again(Point& p) {
+    for (Observation& o : p.observed)
+        if (is_fraction(o.what))
+            o.value = (o.what == Observable::x ? p.x : o.what == Observable::y ? p.y : p.x2)[0];
+}
+
+void exchange(Point& p) {
+    if (p.y.empty() || p.x.empty()) return;
+    std::swap(p.x, p.y);
+    observe_again(p);
+}
+
+void reverse(Point& p) {
+    for (auto* x : {&p.x, &p.y, &p.x2}) std::reverse(x->begin(), x->end());
+    observe_again(p);
+}
+
 void suspect_columns(Problem const& problem, ResidualVector& vector, Result& result) {
     if (problem.systems.size() > 1)
         return;  // parameters that are shared may be those of other data
-    for (auto const& system : problem.systems) {
-        if (!system->mixture || system->mixture->size() != 2) continue;
-        std::size_t first = 0;
-        for (DataSet const& set : system->data) {
-            const double as_it_is = present(result, *system, set);
-            const auto observe = [](Point& p) {
-                for (Observation& o : p.observed)
-                    if (is_fraction(o.what))
-                        o.value =
-                            (o.what == Observable::y || o.what == Observable::x2) && !p.y.empty()
-                                ? p.y[0]
-                                : p.x[0];
-            };
-            const auto exchanged = [&](Point& p) {
-                if (p.y.empty() || p.x.empty()) return;
-                std::swap(p.x, p.y);
-                observe(p);
-            };
-            const auto reversed = [&](Point& p) {
-                std::reverse(p.x.begin(), p.x.end());
-                std::reverse(p.y.begin(), p.y.end());
-                observe(p);
-            };
-            if (as_it_is > 0.05) {
-                // A fit to wrong data may have gone anywhere: the start may know better.
-                double x_with_y = 1e300, first_with_second = 1e300;
-                for (bool start : {false, true}) {
-                    Eigen::VectorXd at(static_cast<Eigen::Index>(result.parameters.size()));
-                    for (Eigen::Index k = 0; k < at.size(); ++k) {
-                        FittedParameter const& p = result.parameters[static_cast<std::size_t>(k)];
-                        at[k] = start ? p.start : p.value;
-                    }
-                    vector.set(at);
-                    if (set.points[0].kind != PointKind::liquid_liquid)
-                        x_with_y = std::fmin(x_with_y, with(*system, set, first, exchanged));
-                    first_with_second =
-                        std::fmin(first_with_second, with(*system, set, first, reversed));
-                }
-                if (x_with_y < std::fmin(as_it_is / 3.0, first_with_second))
-                    result.warnings.push_back(set.name + ": x and y look exchanged");
-                else if (first_with_second < as_it_is / 3.0)
-                    result.warnings.push_back(set.name +
-                                              ": the mole fractions look like those of " +
-                                              system->mixture->components[1]);
+    auto const& system = *problem.systems[0];
+    if (!system.mixture || system.mixture->size() != 2) return;
+    for (int set = 0; set < static_cast<int>(system.data.size()); ++set) {
+        DataSet const& data = system.data[static_cast<std::size_t>(set)];
+        const double as_it_is = present(result, set);
+        if (!(as_it_is > 0.05)) continue;
+        // A fit to wrong data may have gone anywhere: the start may know better.
+        double x_with_y = 1e300, first_with_second = 1e300;
+        for (bool start : {false, true}) {
+            Eigen::VectorXd at(static_cast<Eigen::Index>(result.parameters.size()));
+            for (Eigen::Index k = 0; k < at.size(); ++k) {
+                FittedParameter const& p = result.parameters[static_cast<std::size_t>(k)];
+                at[k] = start ? p.start : p.value;
             }
-            first += set.points.size();
+            vector.set(at);
+            const PointKind kind = data.points[0].kind;
+            if (kind == PointKind::bubble || kind == PointKind::dew)
+                x_with_y = std::fmin(x_with_y, with(system, set, vector, exchange));
+            first_with_second = std::fmin(first_with_second, with(system, set, vector, reverse));
         }
+        if (x_with_y < std::fmin(as_it_is / 3.0, first_with_second))
+            result.warnings.push_back(data.name + ": x and y look exchanged");
+        else if (first_with_second < as_it_is / 3.0)
+            result.warnings.push_back(data.name + ": the mole fractions look like those of " +
+                                      system.mixture->components[1]);
     }
 }
 
-void suspect_points(Problem const& problem, Result& result) {
+/// "file:line (p, 30 %), ..." of the points that `wanted` picks, at most five; "" for none.
+template <class Wanted>
+std::string list_of(Problem const& problem, Result const& result, Wanted wanted) {
     int count = 0;
     std::string text;
     for (PointReport const& p : result.points) {
-        if (!p.outlier || ++count > 5) continue;
+        if (!wanted(p) || ++count > 5) continue;
         DataSet const& set = problem.systems[static_cast<std::size_t>(p.system)]
                                  ->data[static_cast<std::size_t>(p.set)];
         const int line = set.points[static_cast<std::size_t>(p.point)].line;
@@ -171,9 +171,18 @@ void suspect_points(Problem const& problem, Result& result) {
                 number(is_fraction(p.what) ? p.deviation : 100.0 * p.deviation) +
                 (is_fraction(p.what) ? ")" : " %)");
     }
-    if (count == 0) return;
-    if (count > 5) text += " ... (" + std::to_string(count) + " in all)";
-    result.warnings.push_back("far from the others: " + text);
+    return count > 5 ? text + " ... (" + std::to_string(count) + " in all)" : text;
+}
+
+void suspect_points(Problem const& problem, Result& result) {
+    const std::string outliers =
+        list_of(problem, result, [](PointReport const& p) { return p.outlier; });
+    if (!outliers.empty()) result.warnings.push_back("far from the others: " + outliers);
+    const std::string unstable = list_of(
+        problem, result, [](PointReport const& p) { return p.used && p.solved && !p.stable; });
+    if (!unstable.empty())
+        result.warnings.push_back(
+            "compared with states that are not stable with the best parameters: " + unstable);
 }
 }  // namespace
 

@@ -47,7 +47,29 @@ TEST(FitData, RowsBecomePoints) {
     EXPECT_DOUBLE_EQ(pair.points[0].observed[1].value, 1.0 - 0.9);  // y of the first component
     EXPECT_EQ(pair.points[1].kind, PointKind::dew);
     EXPECT_EQ(pair.points[2].kind, PointKind::liquid_liquid);
-    EXPECT_DOUBLE_EQ(pair.points[2].y[0], 0.4);
+    EXPECT_DOUBLE_EQ(pair.points[2].x2[0], 0.4);
+
+    scratch.write(
+        "kinds.csv",
+        "T/K,p/bar,x_methane,y_methane,x2_methane,hE/(kJ/mol),H_methane/kPa,u_H_methane/%,"
+        "gammainf_propane,solubility_propane,kind,Tc/K\n"
+        "200,10,0.3,0.9,0.4,,,,,,,\n200,10,0.3,,,-0.05,,,,,,\n200,,,,,,900,2,,,,\n"
+        "200,,,,,,,,1.2,,,\n80,1,,,,,,,,0.05,,\n200,10,0.3,,,,,,,,azeotrope,\n"
+        ",,0.3,,,,,,,,,300\n");
+    const DataSet kinds = read_data("kinds.csv", home, {"methane", "propane"}, 0.0);
+    const std::vector<PointKind> expected{
+        PointKind::three_phase, PointKind::excess,    PointKind::dilute,  PointKind::dilute,
+        PointKind::solubility,  PointKind::azeotrope, PointKind::critical};
+    ASSERT_EQ(kinds.points.size(), expected.size());
+    for (std::size_t k = 0; k < expected.size(); ++k)
+        EXPECT_EQ(kinds.points[k].kind, expected[k]) << k;
+    EXPECT_EQ(kinds.points[0].observed.size(), 4u);  // p, x, x2, y
+    EXPECT_DOUBLE_EQ(kinds.points[1].observed[0].value, -50.0);
+    Observation const& H = kinds.points[2].observed[0];
+    EXPECT_DOUBLE_EQ(H.value, 0.9);
+    EXPECT_DOUBLE_EQ(H.uncertainty, 0.018);
+    EXPECT_EQ(kinds.points[2].x, (std::vector<double>{0.0, 1.0}));  // the solvent
+    EXPECT_EQ(kinds.points[3].x, (std::vector<double>{1.0, 0.0}));
 }
 
 TEST(FitData, WhatMakesNoSenseIsRefusedWithItsLine) {
@@ -78,8 +100,14 @@ TEST(FitData, WhatMakesNoSenseIsRefusedWithItsLine) {
             EXPECT_NE(std::string(e.what()).find(c.why), std::string::npos) << e.what();
         }
     }
-    scratch.write("bad.csv", "T/K,p/MPa,x_methane,x_propane\n300,1,0.3,0.8\n");
-    EXPECT_THROW(read_data("bad.csv", home, {"methane", "propane"}, 0.0), corvane::text::Failure);
-    scratch.write("bad.csv", "T/K,p/MPa,x_butane\n300,1,0.3\n");
-    EXPECT_THROW(read_data("bad.csv", home, {"methane", "propane"}, 0.0), corvane::text::Failure);
+    for (char const* text :
+         {"T/K,p/MPa,x_methane,x_propane\n300,1,0.3,0.8\n", "T/K,p/MPa,x_butane\n300,1,0.3\n",
+          "T/K,H/MPa\n300,1\n", "T/K,hE/(J/mol),x_methane\n300,1,0.3\n",
+          "T/K,p/MPa,kind\n300,1,bubble\n", "T/K,p/MPa,kind\n300,1,saturation\n",
+          "T/K,p/MPa,solubility_propane\n80,1,1\n", "T/K,H_methane/MPa,H_propane/MPa\n300,1,1\n"}) {
+        scratch.write("bad.csv", text);
+        EXPECT_THROW(read_data("bad.csv", home, {"methane", "propane"}, 0.0),
+                     corvane::text::Failure)
+            << text;
+    }
 }

@@ -89,8 +89,8 @@ TEST(FitMixture, TwoLiquidsLeadBackAndOneIsAPenalty) {
         p.T = T;
         p.p = 0.5;
         p.x = {f.phases[0].x[0], f.phases[0].x[1]};
-        p.y = {f.phases[1].x[0], f.phases[1].x[1]};
-        p.observed = {{Observable::x, p.x[0], kUnknown, 0}, {Observable::x2, p.y[0], kUnknown, 0}};
+        p.x2 = {f.phases[1].x[0], f.phases[1].x[1]};
+        p.observed = {{Observable::x, p.x[0], kUnknown, 0}, {Observable::x2, p.x2[0], kUnknown, 0}};
         set.points.push_back(p);
     }
     ASSERT_EQ(set.points.size(), 3u);

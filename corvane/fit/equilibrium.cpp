@@ -1,0 +1,404 @@
+#include <corvane/core/constants.h>
+#include <corvane/core/errors.h>
+#include <corvane/fit/equilibrium.h>
+#include <corvane/phases/binary/azeotrope.h>
+#include <corvane/phases/binary/three_phase.h>
+#include <corvane/phases/flash/flash.h>
+#include <corvane/phases/saturation/saturation.h>
+#include <corvane/phases/stability/stability.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane::fit {
+namespace {
+constexpr int kNewton = 25;
+constexpr double kPressure = 0.1;  // MPa: scale of pressures where none is measured
+
+void fill(PhaseState& s, std::vector<double> const& rho_i) {
+    s.resize(static_cast<int>(rho_i.size()));
+    s.rho_i = rho_i;
+    s.rho = total(rho_i);
+    for (std::size_t i = 0; i < rho_i.size(); ++i) s.x[i] = rho_i[i] / s.rho;
+}
+}  // namespace
+
+double total(std::vector<double> const& v) {
+    double sum = 0.0;
+    for (double each : v) sum += each;
+    return sum;
+}
+
+std::size_t Phases::lightest() const {
+    std::size_t least = 0;
+    for (std::size_t k = 1; k < rho_i.size(); ++k)
+        if (total(rho_i[k]) < total(rho_i[least])) least = k;
+    return least;
+}
+
+bool Equilibrium::takes(PointKind kind) {
+    return kind == PointKind::bubble || kind == PointKind::dew ||
+           kind == PointKind::liquid_liquid || kind == PointKind::azeotrope ||
+           kind == PointKind::three_phase;
+}
+
+bool Equilibrium::all_present(Numbers const& x) {
+    return !x.empty() && std::all_of(x.begin(), x.end(), [](double each) { return each > 0.0; });
+}
+
+Vector<double> Equilibrium::vector(Numbers const& x) const {
+    Vector<double> v(n_);
+    for (int i = 0; i < n_; ++i) v[i] = x[static_cast<std::size_t>(i)];
+    return v;
+}
+
+/// A composition in which every component is present that is in one of the measured ones.
+Equilibrium::Numbers Equilibrium::middle(Point const& point) const {
+    if (point.kind == PointKind::bubble || point.kind == PointKind::dew) return given(point);
+    const auto n = static_cast<std::size_t>(n_);
+    Numbers z(n, 0.0);
+    double count = 0.0;
+    for (Numbers const* x : {&point.x, &point.x2, &point.y})
+        if (!x->empty()) {
+            for (std::size_t i = 0; i < n; ++i) z[i] += (*x)[i];
+            ++count;
+        }
+    for (double& each : z) each = count > 0.0 ? each / count : 1.0 / static_cast<double>(n_);
+    return z;
+}
+
+/// Compositions of all phases where they are measured, with their density roots.
+Equilibrium::Measured Equilibrium::measured(Point const& point) const {
+    Measured result;
+    switch (point.kind) {
+        case PointKind::bubble:
+            result = {{&point.x, Root::dense}, {&point.y, Root::dilute}};
+            break;
+        case PointKind::dew:
+            result = {{&point.y, Root::dilute}, {&point.x, Root::dense}};
+            break;
+        case PointKind::azeotrope:
+            result = {{&point.x, Root::dense}, {&point.x, Root::dilute}};
+            break;
+        case PointKind::liquid_liquid:
+            result = {{&point.x, Root::dense}, {&point.x2, Root::dense}};
+            break;
+        default:
+            result = {{&point.x, Root::dense}, {&point.x2, Root::dense}, {&point.y, Root::dilute}};
+    }
+    const bool all = std::all_of(result.begin(), result.end(),
+                                 [](auto const& each) { return all_present(*each.first); });
+    return all && point.p > 0.0 ? result : Measured{};
+}
+
+/// Wilson's K-factors where the composition was not measured (not normalised).
+Equilibrium::Numbers Equilibrium::second_phase(FluidModel const& fluid, Point const& point,
+                                               Numbers const& measured) const {
+    if (all_present(measured)) return measured;
+    Numbers w = given(point);
+    for (int i = 0; i < n_; ++i) {
+        const double K = std::exp(fluid.wilson(i, point.T)) / point.p;
+        w[static_cast<std::size_t>(i)] *= dew(point) ? 1.0 / K : K;
+    }
+    return w;
+}
+
+/// Rows of F and, if asked for, of J = ∂F/∂(ln rho_i of all phases; share).
+struct Equilibrium::Rows {
+    States const& s;
+    Eigen::VectorXd& F;
+    Eigen::MatrixXd* J;
+    double scale;  // of pressures, MPa
+    int n, row = 0;
+
+    void pressure(int k, double sign) {
+        PhaseState const& phase = s[static_cast<std::size_t>(k)];
+        F[row] += sign * phase.p / scale;
+        const double unit = scale / (R * phase.T);
+        for (int j = 0; J && j < n; ++j)
+            (*J)(row, k * n + j) += sign * phase.P[j] * phase.rho_i[j] / unit;
+    }
+    void at(double p) {
+        pressure(0, 1.0);
+        F[row++] -= p / scale;
+    }
+    /// Of the first phase and phase k.
+    void equilibrium(int k) {
+        PhaseState const &a = s[0], &b = s[static_cast<std::size_t>(k)];
+        for (int i = 0; i < n; ++i, ++row) {
+            F[row] = a.m[i] - b.m[i];
+            for (int j = 0; J && j < n; ++j) {
+                (*J)(row, j) = a.H[i * n + j] * a.rho_i[j];
+                (*J)(row, k * n + j) = -b.H[i * n + j] * b.rho_i[j];
+            }
+        }
+        pressure(0, 1.0);
+        pressure(k, -1.0);
+        ++row;
+    }
+    /// z is a mixture of the first two phases.
+    void lever(Numbers const& z, double share) {
+        for (int i = 0; i + 1 < n; ++i, ++row) {
+            F[row] = (1.0 - share) * s[0].x[i] + share * s[1].x[i] - z[static_cast<std::size_t>(i)];
+            if (!J) continue;
+            for (int j = 0; j < n; ++j) {
+                const double own = i == j ? 1.0 : 0.0;
+                (*J)(row, j) = (1.0 - share) * s[0].x[i] * (own - s[0].x[j]);
+                (*J)(row, n + j) = share * s[1].x[i] * (own - s[1].x[j]);
+            }
+            (*J)(row, 2 * n) = s[1].x[i] - s[0].x[i];
+        }
+    }
+    /// The first phase has the composition z, or (null) that of the second.
+    void composition(Numbers const* z) {
+        for (int i = 1; i < n; ++i, ++row) {
+            const auto k = static_cast<std::size_t>(i);
+            const double other = z ? (*z)[0] / (*z)[k] : s[1].rho_i[0] / s[1].rho_i[k];
+            F[row] = std::log(s[0].rho_i[k] / s[0].rho_i[0] * other);
+            if (!J) continue;
+            (*J)(row, i) = 1.0;
+            (*J)(row, 0) = -1.0;
+            if (z) continue;
+            (*J)(row, n + i) = -1.0;
+            (*J)(row, n) = 1.0;
+        }
+    }
+};
+
+bool Equilibrium::system(Point const& point, Phases const& phases, States const& s,
+                         Eigen::MatrixXd* J, Eigen::VectorXd& F) const {
+    const int count = static_cast<int>(s.size());
+    const bool two_liquids = point.kind == PointKind::liquid_liquid;
+    const int size = count * n_ + (two_liquids ? 1 : 0);
+    F.setZero(size);
+    if (J) J->setZero(size, size);
+    Rows rows{s, F, J, point.p > 0.0 ? point.p : kPressure, n_};
+    for (int k = 1; k < count; ++k) rows.equilibrium(k);
+    if (two_liquids) {
+        rows.at(point.p);
+        rows.lever(middle(point), phases.share);
+    } else if (count == 3) {
+        if (n_ == 3) rows.at(point.p);
+    } else {
+        rows.composition(point.kind == PointKind::azeotrope ? nullptr : &given(point));
+    }
+    return F.allFinite() && (!J || J->allFinite());
+}
+
+bool Equilibrium::states(FluidModel const& fluid, Point const& point, States& s, int order) const {
+    return std::all_of(s.begin(), s.end(),
+                       [&](PhaseState& each) { return fluid.evaluate(each, point.T, order); });
+}
+
+bool Equilibrium::residuals(Point const& point, Phases const& phases, Eigen::MatrixXd* J,
+                            Eigen::VectorXd& F) const {
+    const FluidModel fluid(model_, vector(middle(point)));  // anew: parameters have changed
+    States s(phases.rho_i.size());
+    for (std::size_t k = 0; k < s.size(); ++k) fill(s[k], phases.rho_i[k]);
+    return states(fluid, point, s, J ? phase_H | phase_p : phase_p) &&
+           system(point, phases, s, J, F);
+}
+
+Phases Equilibrium::moved(Phases const& phases, Eigen::VectorXd const& du, double h) const {
+    Phases next = phases;
+    Eigen::Index at = 0;
+    for (Numbers& rho_i : next.rho_i)
+        for (double& each : rho_i) each *= std::exp(h * du[at++]);
+    if (at < du.size()) next.share += h * du[at];
+    return next;
+}
+
+/// Different phases, each mechanically stable, and of the kind that was measured.
+bool Equilibrium::acceptable(Point const& point, Phases const& phases, States const& s) const {
+    for (std::size_t k = 0; k < s.size(); ++k) {
+        if (!(s[k].S > 0.0)) return false;
+        for (std::size_t l = 0; l < k; ++l) {
+            double apart = 0.0;
+            for (std::size_t i = 0; i < s[k].rho_i.size(); ++i)
+                apart = std::fmax(apart, std::fabs(std::log(s[k].rho_i[i] / s[l].rho_i[i])));
+            if (apart < 1e-3) return false;
+        }
+    }
+    switch (point.kind) {
+        case PointKind::bubble:
+        case PointKind::azeotrope:
+            return phases.lightest() == 1;
+        case PointKind::dew:
+            return phases.lightest() == 0;
+        default:
+            return in_order(point, phases);
+    }
+}
+
+/// Which liquid is which.
+bool Equilibrium::in_order(Point const& point, Phases const& phases) const {
+    if (point.x.empty() || point.x2.empty()) return true;
+    auto const &a = phases.rho_i[0], &b = phases.rho_i[1];
+    return (a[0] / total(a) > b[0] / total(b)) == (point.x[0] > point.x2[0]);
+}
+
+bool Equilibrium::newton(FluidModel const& fluid, Point const& point, Phases& phases) const {
+    Phases at = phases;
+    States s(at.rho_i.size());
+    Eigen::MatrixXd J;
+    Eigen::VectorXd F;
+    for (int k = 0; k < kNewton; ++k) {
+        for (std::size_t j = 0; j < s.size(); ++j) fill(s[j], at.rho_i[j]);
+        if (!states(fluid, point, s, phase_H | phase_p) || !system(point, at, s, &J, F))
+            return false;
+        const Eigen::VectorXd du = J.partialPivLu().solve(-F);
+        if (!du.allFinite()) return false;
+        const double size =
+            du.head(static_cast<Eigen::Index>(s.size()) * n_).lpNorm<Eigen::Infinity>();
+        at = moved(at, du, std::fmin(1.0, 0.5 / size));
+        if (size < 1e-7) {
+            if (!acceptable(point, at, s)) return false;
+            phases = at;
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Saturation with an unknown second phase: a few substitutions, then Newton's method.
+bool Equilibrium::substitute(FluidModel const& fluid, Point const& point, Phases& phases) const {
+    Numbers const& measured = dew(point) ? point.x : point.y;
+    PhaseState a, b;
+    a.resize(n_);
+    b.resize(n_);
+    const Root own = dew(point) ? Root::dilute : Root::dense,
+               other = dew(point) ? Root::dense : Root::dilute;
+    if (!fluid.evaluate_at(a, point.p, point.T, given(point), own, 0)) return false;
+    Numbers w = second_phase(fluid, point, measured);
+    for (int round = 0; round < 4; ++round) {
+        const double sum = total(w);
+        for (double& each : w) each /= sum;
+        if (!fluid.evaluate_at(b, point.p, point.T, w, other, 0)) return false;
+        for (std::size_t i = 0; i < w.size(); ++i) w[i] = b.x[i] * std::exp(a.m[i] - b.m[i]);
+    }
+    phases.rho_i = {a.rho_i, b.rho_i};
+    return newton(fluid, point, phases);
+}
+
+bool Equilibrium::near_measured(FluidModel const& fluid, Point const& point, Phases& phases) const {
+    if (point.kind == PointKind::bubble || point.kind == PointKind::dew)
+        return substitute(fluid, point, phases);
+    phases = {};
+    for (auto const& [x, root] : measured(point)) {
+        PhaseState s;
+        s.resize(n_);
+        if (!fluid.evaluate_at(s, point.p, point.T, *x, root, 0)) return false;
+        phases.rho_i.push_back(s.rho_i);
+    }
+    return !phases.empty() && newton(fluid, point, phases);
+}
+
+/// What the certified solvers find.
+Phases Equilibrium::found(Point const& point) const {
+    Phases result;
+    const auto add = [&](PhaseRecord const& phase) {
+        Numbers rho_i;
+        for (int i = 0; i < n_; ++i) rho_i.push_back(phase.rho * phase.x[i]);
+        result.rho_i.push_back(rho_i);
+    };
+    if (point.kind == PointKind::liquid_liquid) {
+        const FlashResult f = flash_pT(model_, point.p, point.T, vector(middle(point)));
+        if (f.phases.size() == 2)
+            for (auto const& phase : f.phases) add(phase);
+        if (!result.empty() && !in_order(point, result))
+            std::swap(result.rho_i[0], result.rho_i[1]);
+    } else if (point.kind == PointKind::azeotrope) {
+        const AzeotropePoint a = azeotrope_T(model_, point.T);
+        add(a.dense);
+        add(a.light);
+    } else if (point.kind == PointKind::three_phase) {
+        for (PhaseRecord const& phase : three_phase_T(model_, point.T).phases) add(phase);
+        std::swap(result.rho_i[result.lightest()], result.rho_i[2]);
+        if (!in_order(point, result)) std::swap(result.rho_i[0], result.rho_i[1]);
+    } else {
+        SaturationOptions options;
+        options.trace = false;
+        options.test = StabilityTest::quick;
+        const SaturationPoint s =
+            saturation_T(model_, dew(point) ? Saturated::dew : Saturated::bubble, point.T,
+                         vector(given(point)), options);
+        if (!s.split.empty()) return result;
+        add(s.given);
+        add(s.incipient);
+    }
+    return result;
+}
+
+bool Equilibrium::search(Point const& point, Phases& phases) const {
+    phases = {};
+    try {
+        phases = found(point);
+    } catch (EquilibriumFailure const&) {
+    } catch (ThException const&) {
+    } catch (MthException const&) {
+    }
+    return !phases.empty();
+}
+
+bool Equilibrium::solve(Point const& point, Phases& phases) const {
+    if (!whole(point)) return search(point, phases);
+    const FluidModel fluid(model_, vector(middle(point)));
+    return (!phases.empty() && newton(fluid, point, phases)) ||
+           near_measured(fluid, point, phases) || search(point, phases);
+}
+
+bool Equilibrium::stable(Point const& point, Phases const& phases) const {
+    if (!whole(point)) return true;  // certified
+    const FluidModel fluid(model_, vector(middle(point)));
+    States s(phases.rho_i.size());
+    for (std::size_t k = 0; k < s.size(); ++k) fill(s[k], phases.rho_i[k]);
+    if (!states(fluid, point, s, phase_all)) return false;
+    const double p = s[phases.lightest()].p;
+    Stability test(fluid);
+    return test.test(s[0], p, &s[1], true).stable;
+}
+
+bool Equilibrium::at_measured(Point const& point, States& s) const {
+    const Measured known = measured(point);
+    const FluidModel fluid(model_, vector(middle(point)));
+    s.resize(known.size());
+    for (std::size_t k = 0; k < s.size(); ++k) {
+        s[k].resize(n_);
+        if (!fluid.evaluate_at(s[k], point.p, point.T, *known[k].first, known[k].second, 0))
+            return false;
+    }
+    return !s.empty();
+}
+
+double Equilibrium::distance(Point const& point) const {
+    const bool saturation = point.kind == PointKind::bubble || point.kind == PointKind::dew,
+               liquids = point.kind == PointKind::liquid_liquid;
+    if (!whole(point)) return 0.0;
+    const FluidModel fluid(model_, vector(middle(point)));
+    Measured known = measured(point);
+    Numbers w;
+    if (saturation) {
+        w = second_phase(fluid, point, dew(point) ? point.x : point.y);
+        const double sum = total(w);
+        for (double& each : w) each /= sum;
+        known = {{&given(point), dew(point) ? Root::dilute : Root::dense},
+                 {&w, dew(point) ? Root::dense : Root::dilute}};
+    }
+    States s(known.size());
+    for (std::size_t k = 0; k < s.size(); ++k) {
+        s[k].resize(n_);
+        if (!fluid.evaluate_at(s[k], point.p, point.T, *known[k].first, known[k].second, 0))
+            return 0.0;
+    }
+    double sum = 0.0;
+    for (std::size_t k = 1; k < s.size(); ++k)
+        for (int i = 0; i < n_; ++i) {
+            const double d = s[0].m[i] - s[k].m[i];
+            sum += saturation || liquids ? s[k].x[i] * std::exp(d) : d * d;
+        }
+    if (s.empty()) return 0.0;
+    return saturation || liquids ? std::log(sum)
+                                 : std::sqrt(sum / static_cast<double>((s.size() - 1) * n_));
+}
+
+}  // namespace corvane::fit
