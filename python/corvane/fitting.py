@@ -10,14 +10,16 @@ from typing import Any, Mapping, Sequence
 from . import _native
 from ._numpy import np
 from .catalogue import directory
+from .status import Interrupted
 
 
 @dataclass(frozen=True)
 class FitResult:
     """What :func:`corvane.fit` found.
 
-    ``parameters``, ``errors`` (standard errors) and ``start`` by name; ``correlation`` (matrix, in the order of
-    ``parameters``); ``sets``: for every table and quantity ``points``, ``excluded``, ``without_solution`` and the
+    ``parameters``, ``errors`` (standard errors), ``correlated_errors`` (with as many deviations as are ``independent``) and
+    ``start`` by name; ``correlation`` (matrix, in the order of ``parameters``); ``sets``: for every table and quantity
+    ``points``, ``excluded``, ``without_solution``, ``unstable`` (compared with states that are not stable) and the
     ``mean``, ``bias`` and ``largest`` deviation ``before`` and ``after`` (relative, of mole fractions the difference),
     with ``folds`` the mean deviation ``predicted``; ``points``: deviation, leverage, outlier … of every measured value;
     ``spread`` of the weighted deviations; ``condition`` of the Jacobian; ``iterations``; ``converged``; ``warnings``:
@@ -27,11 +29,13 @@ class FitResult:
 
     parameters: dict[str, float]
     errors: dict[str, float]
+    correlated_errors: dict[str, float]
     start: dict[str, float]
     correlation: np.ndarray
     sets: list[dict[str, Any]]
     points: list[dict[str, Any]]
     spread: float
+    independent: float
     condition: float
     iterations: int
     converged: bool
@@ -105,7 +109,8 @@ def fit(
     ``adjust`` names parameters as their files do: ``"m"``, ``"Ts"``, ``"kij"``. ``start``, ``bounds`` (lower, upper) and
     ``prior`` (value, standard deviation) are by name; ``relative`` and ``fraction`` are the deviations that count as 1 where
     a point has no uncertainty; ``loss`` is ``"squares"``, ``"huber"`` or ``"cauchy"``. With ``out`` a parameter file is
-    written into that data home, as set ``new_set`` (0: the next that is free).
+    written into that data home, as set ``new_set`` (0: the next that is free). Ctrl-C ends the fit after its next step
+    and raises :class:`Interrupted`, whose ``partial`` is the result with the best parameters so far; no file is written.
 
     >>> import corvane as cv
     >>> T = [200.0, 240.0, 280.0, 320.0, 360.0]
@@ -143,4 +148,8 @@ def fit(
     )
     n = len(found["parameters"])
     found["correlation"] = np.reshape(found["correlation"], (n, n))
-    return FitResult(**found)
+    interrupted = found.pop("interrupted")
+    result = FitResult(**found)
+    if interrupted:
+        raise Interrupted(result)
+    return result

@@ -90,16 +90,18 @@ nb::dict spread_of(fit::Spread const& s) {
 }
 
 nb::dict answer(fit::Problem const& problem, fit::Result const& r, std::string const& file) {
-    nb::dict d, start, value, error;
+    nb::dict d, start, value, error, correlated;
     for (fit::FittedParameter const& p : r.parameters) {
         nb::str name(p.name.c_str());
         start[name] = p.start;
         value[name] = p.value;
         error[name] = p.error;
+        correlated[name] = p.correlated_error;
     }
     d["start"] = start;
     d["parameters"] = value;
     d["errors"] = error;
+    d["correlated_errors"] = correlated;
     d["correlation"] = r.correlation;
     nb::list sets;
     for (fit::SetReport const& s : r.sets) {
@@ -109,6 +111,7 @@ nb::dict answer(fit::Problem const& problem, fit::Result const& r, std::string c
         one["points"] = s.points;
         one["excluded"] = s.excluded;
         one["without_solution"] = s.without_solution;
+        one["unstable"] = s.unstable;
         one["before"] = spread_of(s.before);
         one["after"] = spread_of(s.after);
         one["predicted"] = s.predicted;
@@ -127,14 +130,17 @@ nb::dict answer(fit::Problem const& problem, fit::Result const& r, std::string c
         one["leverage"] = p.leverage;
         one["used"] = p.used;
         one["solved"] = p.solved;
+        one["stable"] = p.stable;
         one["outlier"] = p.outlier;
         points.append(one);
     }
     d["points"] = points;
     d["spread"] = r.spread;
+    d["independent"] = r.independent;
     d["condition"] = r.condition;
     d["iterations"] = r.iterations;
     d["converged"] = r.converged;
+    d["interrupted"] = r.interrupted;
     d["warnings"] = r.warnings;
     d["file"] = file;
     return d;
@@ -153,6 +159,7 @@ nb::dict run(std::string const& model, std::vector<std::string> const& substance
     std::optional<fit::Problem> problem;
     fit::Result result;
     std::string file;
+    Tracing tracing;
     {
         nb::gil_scoped_release release;
         try {
@@ -166,8 +173,9 @@ nb::dict run(std::string const& model, std::vector<std::string> const& substance
             options.starts = how.starts;
             options.folds = how.folds;
             options.iterations = how.iterations;
+            options.progress = tracing.progress;
             result = fit::solve(*problem, options);
-            if (!how.out.empty())
+            if (!how.out.empty() && !result.interrupted)
                 file = fit::write_parameters(*problem, result, 0,
                                              {how.out, how.new_set, how.comment, how.overwrite})
                            .string();

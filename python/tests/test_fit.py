@@ -1,5 +1,9 @@
 """Fits from Python: what is recovered, written and refused. The method is tested in C++."""
 
+import os
+import signal
+import threading
+
 import numpy as np
 import pytest
 
@@ -36,3 +40,18 @@ def test_pairs_robust_losses_and_refusals(tmp_path):
                       "data": {"T/K": 250.0, "p/MPa": p / 1e6, "x_methane": x}, **bad})
     with pytest.raises(cv.OpenError):
         cv.fit("PR", "nosuch", {"T/K": [1.0]}, "Ts")
+
+
+def test_an_interrupted_fit_has_the_best_so_far_and_writes_nothing(tmp_path):
+    T = np.linspace(180.0, 350.0, 20)
+    q = cv.Fluid("propane", "PCSAFT").saturation(T=T)
+    before = signal.signal(signal.SIGINT, signal.default_int_handler)
+    timer = threading.Timer(1.0, os.kill, (os.getpid(), signal.SIGINT))
+    timer.start()
+    try:
+        with pytest.raises(cv.Interrupted) as caught:  # starts without end
+            cv.fit("PCSAFT", "propane", {"T/K": T, "p/Pa": q.p}, ["m", "Ts", "vs"], starts=10**6, out=tmp_path / "mine")
+    finally:
+        signal.signal(signal.SIGINT, before)
+    assert caught.value.partial.parameters["m"] == pytest.approx(2.002, rel=1e-3)  # of the first start
+    assert not (tmp_path / "mine").exists()

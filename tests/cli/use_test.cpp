@@ -444,4 +444,12 @@ TEST(Cli, FitsRefuseWhatMakesNoSenseAndListsGiveTables) {
     const Outcome run = run_corvane("fit --batch list.csv --threads 2 --home " + scratch.home().string());
     EXPECT_EQ(run.code, 1) << run.err;
     expect_parts(run.out, "PR hexane|omega=0.|failed: |2 fits, 1 failed");
+    scratch.write("pair.csv",
+                  "T/K,p/MPa,H_methane/MPa,gammainf_methane,hE/(kJ/mol),x_methane\n"
+                  "250,,20,,,\n250,1,,1.1,,\n200,5,,,-0.1,0.5\n");
+    const Outcome kinds =
+        run_corvane("fit PR+vdW1 methane propane --data pair.csv --adjust kij --points --home " +
+                    scratch.home().string());
+    EXPECT_EQ(kinds.code, 0) << kinds.err;
+    expect_parts(kinds.out, "H_methane|gammainf_methane|hE");
 }

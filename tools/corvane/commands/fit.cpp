@@ -48,6 +48,7 @@ void FitCommand::tell_of(fit::Problem const& problem, fit::Result const& result,
         if (s.excluded > 0) line += fmt::format(", {} excluded", s.excluded);
         if (s.without_solution > 0)
             line += fmt::format(", {} without a solution", s.without_solution);
+        if (s.unstable > 0) line += fmt::format(", {} not stable", s.unstable);
         line += fmt::format("; mean deviation {}; before {}", spread_text(s.after, fraction),
                             spread_text(s.before, fraction));
         if (std::isfinite(s.predicted))
@@ -60,6 +61,7 @@ void FitCommand::tell_of(fit::Problem const& problem, fit::Result const& result,
                         {"points", static_cast<long>(s.points)},
                         {"excluded", static_cast<long>(s.excluded)},
                         {"without_solution", static_cast<long>(s.without_solution)},
+                        {"unstable", static_cast<long>(s.unstable)},
                         {"before", s.before.mean_absolute},
                         {"before_bias", s.before.bias},
                         {"before_largest", s.before.largest},
@@ -83,10 +85,13 @@ void FitCommand::tell_of(fit::Problem const& problem, fit::Result const& result,
         list(heading, "correlation").push_back(row);
     }
     if (!correlations.empty()) heading.summary.push_back("correlation: " + correlations);
+    int used = 0;
+    for (fit::SetReport const& each : result.sets) used += each.points - each.excluded;
     heading.summary.push_back(fmt::format(
-        "{} {} iterations, {} evaluations of points; spread of the weighted deviations {:.3g}",
+        "{} {} iterations, {} evaluations of points; spread of the weighted deviations {:.3g}; "
+        "about {:.3g} of {} deviations are independent",
         result.converged ? "converged in" : "not converged in", result.iterations,
-        result.evaluations, result.spread));
+        result.evaluations, result.spread, result.independent, used));
     for (std::string const& warning : result.warnings) {
         heading.summary.push_back("warning: " + warning);
         list(heading, "warnings").push_back({{"text", warning}});
@@ -95,40 +100,48 @@ void FitCommand::tell_of(fit::Problem const& problem, fit::Result const& result,
 
 Table FitCommand::parameters(fit::Result const& result) const {
     Table table;
-    table.columns = {{"parameter", "", "name in parameter files"},
-                     {"start", "", "value at the start"},
-                     {"value", "", "best value"},
-                     {"error", "", "standard error", false, 3}};
+    table.columns = {
+        {"parameter", "", "name in parameter files"},
+        {"start", "", "value at the start"},
+        {"value", "", "best value"},
+        {"error", "", "standard error", false, 3},
+        {"correlated_error", "", "with the deviations that are independent", false, 3}};
+    const auto known = [](double x) { return std::isfinite(x) ? Cell(x) : Cell(); };
     for (fit::FittedParameter const& p : result.parameters)
-        table.rows.push_back(
-            {{p.name, p.start, p.value, std::isfinite(p.error) ? Cell(p.error) : Cell()},
-             p.at_bound ? "at its bound" : ""});
+        table.rows.push_back({{p.name, p.start, p.value, known(p.error), known(p.correlated_error)},
+                              p.at_bound ? "at its bound" : ""});
     return table;
 }
 
 Table FitCommand::table_of_points(fit::Problem const& problem, fit::Result const& result) const {
     Table table;
-    table.columns = {
-        {"file", "", "data file"},
-        {"line", "", "line in it", true},
-        {"quantity", "", "what was measured"},
-        {"T", "K", "temperature", true},
-        {"measured", "", "library units"},
-        {"before", "", "calculated with the start values"},
-        {"after", "", "calculated with the best values"},
-        {"deviation", "", "after/measured - 1, or the difference of mole fractions", false, 4},
-        {"leverage", "", "0 to 1: pull of the point", false, 3}};
+    table.columns = {{"file", "", "data file"},
+                     {"line", "", "line in it", true},
+                     {"quantity", "", "what was measured"},
+                     {"T", "K", "temperature", true},
+                     {"measured", "", "library units"},
+                     {"before", "", "calculated with the start values"},
+                     {"after", "", "calculated with the best values"},
+                     {"deviation", "",
+                      "(after - measured)/measured; of mole fractions the difference; of hE, vE "
+                      "over the largest",
+                      false, 4},
+                     {"leverage", "", "0 to 1: pull of the point", false, 3}};
     for (fit::PointReport const& p : result.points) {
         auto const& set = problem.systems[0]->data[static_cast<std::size_t>(p.set)];
         fit::Point const& point = set.points[static_cast<std::size_t>(p.point)];
         std::string note;
         if (!p.used) note = "excluded";
         if (!p.solved) note += note.empty() ? "no solution" : ", no solution";
+        if (p.solved && !p.stable) note += note.empty() ? "not stable" : ", not stable";
         if (p.outlier) note += note.empty() ? "far from the others" : ", far from the others";
-        table.rows.push_back(
-            {{set.name, static_cast<long>(point.line), std::string(fit::name_of(p.what)), point.T,
-              p.measured, p.before, p.after, p.deviation, p.leverage},
-             note});
+        std::string what = fit::name_of(p.what);
+        auto const& mixture = problem.systems[0]->mixture;
+        if (mixture && fit::of_component(p.what) && !fit::is_fraction(p.what))
+            what += "_" + mixture->components[static_cast<std::size_t>(p.component)];
+        table.rows.push_back({{set.name, static_cast<long>(point.line), what, point.T, p.measured,
+                               p.before, p.after, p.deviation, p.leverage},
+                              note});
     }
     return table;
 }
@@ -144,14 +157,14 @@ Picture FitCommand::picture(fit::Problem const& problem, fit::Result const& resu
     std::vector<fit::Observable> seen;
     double first = 1e300, last = 0.0;
     for (fit::PointReport const& p : result.points) {
-        if (!p.solved || !std::isfinite(p.before)) continue;
+        auto const& set = problem.systems[0]->data[static_cast<std::size_t>(p.set)];
+        const double T = set.points[static_cast<std::size_t>(p.point)].T;
+        const bool critical = !(T > 0.0);
+        if (!p.solved || !std::isfinite(p.before) || critical) continue;
         auto at = std::find(seen.begin(), seen.end(), p.what);
         if (at == seen.end()) at = seen.insert(seen.end(), p.what);
         const Ink ink = kInks[static_cast<std::size_t>(at - seen.begin()) % 6];
-        auto const& set = problem.systems[0]->data[static_cast<std::size_t>(p.set)];
-        const double T = set.points[static_cast<std::size_t>(p.point)].T;
-        const double before =
-            fit::is_fraction(p.what) ? p.before - p.measured : p.before / p.measured - 1.0;
+        const double before = (p.before - p.measured) / p.size;
         picture.mark(fmt::format("{}, before", fit::name_of(p.what)), Symbol::measured_open, ink,
                      {T, 100.0 * before});
         picture.mark(fit::name_of(p.what), Symbol::measured, ink, {T, 100.0 * p.deviation});
@@ -194,7 +207,7 @@ int FitCommand::run() {
         heading.remarks.push_back("data: " + each.name +
                                   (each.source.empty() ? "" : ", " + each.source));
     tell_of(problem, result, heading);
-    if (!out.empty()) {
+    if (!out.empty() && !result.interrupted) {
         fit::Target target{out, new_set.empty() ? 0 : set_number(new_set), comment, overwrite};
         heading.summary.push_back("written: " +
                                   fit::write_parameters(problem, result, 0, target).string());
