@@ -114,6 +114,13 @@ SaturationPoint nearest(MixtureFluid const& mixture, corvane::BinaryDiagram cons
             distance);
     }
     if (found) return found.get();
+    // Inside a gap of three phases no curve passes: the first vapour appears beside two liquids.
+    try {
+        const SaturationPoint any = at_T ? saturation_T(*mixture.model, kind, given, z)
+                                         : saturation_p(*mixture.model, kind, given, z);
+        if (!any.split.empty()) return any;
+    } catch (EquilibriumFailure const&) {
+    }
     return nearest(mixture, {kind}, at_T, given, z, measured);
 }
 
