@@ -5,6 +5,11 @@ include(CMakePackageConfigHelpers)
 install(TARGETS corvane numelo EXPORT corvaneTargets
         LIBRARY DESTINATION lib COMPONENT library NAMELINK_COMPONENT development
         FILE_SET HEADERS COMPONENT development)
+if(TARGET corvane_fit)
+  install(TARGETS corvane_fit corvane_text EXPORT corvaneTargets
+          ARCHIVE DESTINATION lib COMPONENT development
+          FILE_SET HEADERS COMPONENT development)
+endif()
 install(DIRECTORY CorvaneS DESTINATION lib/corvane COMPONENT data)
 if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/models)
   install(DIRECTORY models DESTINATION lib/corvane COMPONENT data)

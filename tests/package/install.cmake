@@ -67,6 +67,13 @@ expect("${readme}" "${program}")
 string(STRIP "${result}" line)
 expect("${readme}" "${line}")
 
+# A fit by a program of its own.
+if(EXISTS ${prefix}/lib/libcorvane_fit.a)
+  build(fit)
+  run(result / ${WORK}/fit/hexane ${SOURCE}/examples/fit/hexane.csv)
+  expect("${result}" "m = 3.0693")
+endif()
+
 # The function interface from C.
 build(c_interface)
 run(result ${home} ${WORK}/c_interface/c_interface)
