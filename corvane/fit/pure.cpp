@@ -340,7 +340,7 @@ bool PureEvaluator::stable(std::size_t index, Point const& point) {
 }
 }  // namespace
 
-bool solve_critical(Model1 const& model, double& T, double& rho) {
+bool solve_critical(Model1 const& model, double& T, double& rho) try {
     double t = T, r = rho, last = 1e300;
     for (int k = 0; k < 30; ++k) {
         const double h = 1e-5;
@@ -365,6 +365,10 @@ bool solve_critical(Model1 const& model, double& T, double& rho) {
         }
         last = size;
     }
+    return false;
+} catch (ThException const&) {  // a step to where the equation has no values
+    return false;
+} catch (MthException const&) {
     return false;
 }
 

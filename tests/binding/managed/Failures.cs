@@ -99,7 +99,7 @@ namespace Corvane.Tests
                 Throws<ArgumentException>("zero in a name", () => m.Name = "a\0b");
                 Throws<InvalidOperationException>("components twice", () => mixture.Allocate(2));
                 Throws<InvalidOperationException>("a part's owner", () => m.Ideal.Model = empty);
-                Throws<ArgumentOutOfRangeException>("pair's parameter", () => mixture[2, 0, 1] = 1);
+                Throws<ArgumentOutOfRangeException>("pair's parameter", () => mixture[99, 0, 1] = 1);
                 Throws<ArgumentException>("one vector twice",
                                           () => Equilibria.ListDifferent(three, 0, three, ref i));
                 Throws<ArgumentException>("a delegate that resizes", () => three.Transform(x =>
