@@ -38,17 +38,23 @@ Conditions conditions(Model1 const& model, double T, double rho) {
 
 class PureEvaluator final : public Evaluator {
   public:
-    PureEvaluator(Model1& model, std::size_t points) : model_(model), kept_(points) {}
+    PureEvaluator(Model1& model, std::size_t points)
+        : model_(model), first_{model.Tcrit(), model.vcrit(), model.Ts(), model.vs()}, last_(first_),
+          kept_(points) {}
 
+    /// The critical point from the one solved last, or else from that of the beginning: parameters from
+    /// which none was found leave no trace.
     void parameters_changed() override {
-        // The sizes Ts and vs scale an equation of corresponding states: a first guess for all.
-        if (Ts_ > 0.0 && vs_ > 0.0 && model_.Ts() > 0.0 && model_.vs() > 0.0) {
-            model_.Tcrit(model_.Tcrit() * model_.Ts() / Ts_);
-            model_.vcrit(model_.vcrit() * model_.vs() / vs_);
+        const double Ts = model_.Ts(), vs = model_.vs();
+        for (Sizes const& from : {last_, first_}) {
+            // The sizes Ts and vs scale an equation of corresponding states: a first guess for all.
+            const bool scaled = Ts > 0.0 && vs > 0.0 && from.Ts > 0.0 && from.vs > 0.0;
+            model_.Tcrit(from.Tc * (scaled ? Ts / from.Ts : 1.0));
+            model_.vcrit(from.vc * (scaled ? vs / from.vs : 1.0));
+            if (!renew_critical(model_)) continue;
+            last_ = {model_.Tcrit(), model_.vcrit(), Ts, vs};
+            break;
         }
-        Ts_ = model_.Ts();
-        vs_ = model_.vs();
-        renew_critical(model_);
         Tc_ = model_.Tcrit();
         rho_c_ = 1.0 / model_.vcrit();
     }
@@ -57,7 +63,10 @@ class PureEvaluator final : public Evaluator {
     void first_stage(Point const& point, std::vector<double>& deviations) override;
     bool has_first_stage() const override { return true; }
     bool stable(std::size_t index, Point const& point) override;
-    void forget() override { std::fill(kept_.begin(), kept_.end(), Pair{}); }
+    void forget() override {
+        std::fill(kept_.begin(), kept_.end(), Pair{});
+        last_ = first_;
+    }
 
   private:
     /// Densities of a solution; of one phase the first alone.
@@ -76,9 +85,16 @@ class PureEvaluator final : public Evaluator {
     void critical(Point const& point, std::vector<Knob> const& knobs, std::vector<Answer>& answers);
     double state_density(Point const& point) const;
 
+    /// A critical point, and the sizes of the equation that it goes with.
+    struct Sizes {
+        double Tc, vc, Ts, vs;
+    };
+
     Model1& model_;
+    const Sizes first_;
+    Sizes last_;
     std::vector<Pair> kept_;
-    double Tc_ = 0.0, rho_c_ = 0.0, Ts_ = 0.0, vs_ = 0.0;
+    double Tc_ = 0.0, rho_c_ = 0.0;
 };
 
 /// Newton's method in the logarithms of both densities from those given.
