@@ -94,7 +94,10 @@ Minimum Minimiser::run(Eigen::VectorXd x) {
     for (Eigen::Index i = 0; i < x.size(); ++i) x[i] = clamp(i, x[i]);
     at_.x = x;
     scale_ = Eigen::VectorXd::Zero(x.size());
-    if (!f_(at_.x, at_.r, &at_.J)) return at_;
+    if (!f_(at_.x, at_.r, &at_.J)) {
+        at_.J.resize(0, 0);  // the sign of a start that is none
+        return at_;
+    }
     at_.cost = cost(at_.r);
     linearise();
     double damping = 1e-3, growth = 2.0;
