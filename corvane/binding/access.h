@@ -3,7 +3,7 @@
 
 #include <new>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Runs the destructor of the base class and frees the object: what CSharp_delete_Model1 and
 /// CSharp_delete_ModelN do with a model that no plug-in claims. Null is ignored.
@@ -16,4 +16,4 @@ struct ModelAccess {
     }
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -6,7 +6,7 @@
 
 namespace corvane {
 
-int edit_distance(std::string const& first, std::string const& second) {
+int detail::edit_distance(std::string const& first, std::string const& second) {
     const std::string a = lower(first), b = lower(second);
     std::vector<int> before(b.size() + 1), last(b.size() + 1), row(b.size() + 1);
     for (std::size_t j = 0; j <= b.size(); ++j) last[j] = static_cast<int>(j);
@@ -23,7 +23,7 @@ int edit_distance(std::string const& first, std::string const& second) {
     return last[b.size()];
 }
 
-std::vector<std::string> nearest(std::string const& asked, std::vector<std::string> const& names) {
+std::vector<std::string> detail::nearest(std::string const& asked, std::vector<std::string> const& names) {
     constexpr std::size_t kMost = 3;
     // One slip in a short name, one for every four characters of a longer one; a name of one or two
     // characters is near in nothing but its case.
@@ -45,7 +45,7 @@ std::vector<std::string> nearest(std::string const& asked, std::vector<std::stri
     return best;
 }
 
-std::string did_you_mean(std::string const& asked, std::vector<std::string> const& names) {
+std::string detail::did_you_mean(std::string const& asked, std::vector<std::string> const& names) {
     const auto best = nearest(asked, names);
     return best.empty() ? "" : ": did you mean " + join(best, " or ") + "?";
 }

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Number of insertions, deletions, substitutions and swaps of neighbours that turn one text into
 /// the other, without regard to case (Damerau, Commun. ACM 7 (1964) 171; the restricted form).
@@ -19,4 +19,4 @@ CORVANE_API std::vector<std::string> nearest(std::string const& asked, std::vect
 CORVANE_API std::string did_you_mean(std::string const& asked,
                                      std::vector<std::string> const& names);
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

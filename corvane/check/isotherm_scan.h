@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 class IsothermScan {
   public:
@@ -108,4 +108,4 @@ void check_roots(Survey& survey, IsothermScan const& scan,
     }
 }
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

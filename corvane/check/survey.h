@@ -12,7 +12,7 @@
 #include <string>
 #include <utility>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 struct Difference {
     double value, error;
@@ -109,4 +109,4 @@ class Survey {
 /// near 1.
 inline constexpr double kRounding = 2e-13, kDifferenced = 5e-12, kNearOne = 4e-15;
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// The parts between separators; an empty text has one empty part.
 inline std::vector<std::string> split(std::string_view text, char separator) {
@@ -70,4 +70,4 @@ inline std::string_view next_part(std::string_view& text, char separator) {
     return part;
 }
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

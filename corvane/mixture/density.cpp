@@ -6,7 +6,7 @@
 
 namespace corvane {
 
-void find_density(ModelN const& model, double p, double T, Vector<double> const& x, int phase,
+void detail::find_density(ModelN const& model, double p, double T, Vector<double> const& x, int phase,
                   double& rho) {
     const int odd = phase - (phase + 1) % 2;
     double a = rho, b = 0.0;

@@ -11,7 +11,7 @@
 #include <memory>
 
 class Model1;
-namespace corvane {
+namespace corvane::inline detail {
 struct ModelAccess;
 }
 

@@ -8,7 +8,7 @@
 
 class ModelN;
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Total density and mole fractions of a vector of partial densities; zero fractions at zero
 /// density.
@@ -32,4 +32,4 @@ inline double checked_log(double rho) {
 void find_density(ModelN const& model, double p, double T, Vector<double> const& x, int phase,
                   double& rho);
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -11,7 +11,7 @@
 
 #include <cstdio>
 
-namespace corvane {
+namespace corvane::inline detail {
 struct ModelAccess;
 }
 

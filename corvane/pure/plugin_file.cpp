@@ -79,7 +79,7 @@ std::string PluginFile::flaw(int descriptor) {
     return "";
 }
 
-bool is_other_plugin(std::string const& name, std::string const& own) {
+bool detail::is_other_plugin(std::string const& name, std::string const& own) {
     if (name == own) return false;
     if (linked_factory<Model1>(name) || linked_factory<ModelN>(name)) return true;
     for (char const* place : {"./CorvaneS/libth", "./libth"})
@@ -87,7 +87,7 @@ bool is_other_plugin(std::string const& name, std::string const& own) {
     return false;
 }
 
-ClassOf class_of(void const* object, std::type_info const& base) {
+ClassOf detail::class_of(void const* object, std::type_info const& base) {
     if (!aligned(object)) return ClassOf::other;
     auto const* table = *static_cast<void const* const* const*>(object);
     if (!aligned(table) || !in_a_library(table)) return ClassOf::other;

@@ -5,7 +5,7 @@
 #include <string>
 #include <typeinfo>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// The file of a plug-in. A loader maps what a library says of itself, so that a file that was cut
 /// ends the process, and a pipe makes it wait: both are found out here.
@@ -40,4 +40,4 @@ enum class ClassOf {
 /// care, for it may be anything with a table of virtual functions.
 ClassOf class_of(void const* object, std::type_info const& base);
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

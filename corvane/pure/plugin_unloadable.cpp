@@ -15,11 +15,11 @@ void* detail::function_beside(void const*, char const*) {
     return nullptr;
 }
 
-bool is_other_plugin(std::string const& name, std::string const& own) {
+bool detail::is_other_plugin(std::string const& name, std::string const& own) {
     return name != own && (linked_factory<Model1>(name) || linked_factory<ModelN>(name));
 }
 
-ClassOf class_of(void const*, std::type_info const&) {
+ClassOf detail::class_of(void const*, std::type_info const&) {
     return ClassOf::other;  // of an object from elsewhere; there is no elsewhere
 }
 

@@ -5,7 +5,7 @@
 
 #include <cmath>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// myr_i at the partial densities rho_i: in one pass where the model offers exact derivatives that
 /// are numbers for what is present, else component by component, which raises the error of the
@@ -36,4 +36,4 @@ inline Vector<double> binary(double x) {
     return y;
 }
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -8,7 +8,7 @@
 
 #include <cmath>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// State and model of one call; lives on the caller's stack and owns nothing. Objective functions
 /// get it as their context.
@@ -52,4 +52,4 @@ inline bool is_root(pass_vol const& fluid, double y) {
     return y > 0 && std::fabs(fluid.excess(y)) <= rounding;
 }
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

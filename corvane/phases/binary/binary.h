@@ -6,7 +6,7 @@
 
 #include <cmath>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// @throws ThException 4 not a binary; 5 T or p is not a positive number
 inline void check_binary(ModelN const& model, double value) {
@@ -41,4 +41,4 @@ inline Vector<double> equal_parts() {
     return z;
 }
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

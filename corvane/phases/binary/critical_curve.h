@@ -11,7 +11,7 @@
 #include <optional>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Points and directions in (ln rho, ln T, x_0); the fourth element follows the third.
 namespace critical_metric {
@@ -123,4 +123,4 @@ class CriticalTracer {
     double length_ = 0.0, cosine_ = 1.0, farthest_ = 0.0;
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Critical end point of a binary: λ = C = 0 in one phase, which has the potentials and the
 /// pressure of a second one. Newton's method in (ln rho, ln T, x_0) of the critical phase and the
@@ -24,4 +24,4 @@ class CriticalEndPoint {
     CriticalConditions& conditions_;
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

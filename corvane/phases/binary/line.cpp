@@ -18,7 +18,7 @@ double coldest(ModelN const& m, PhaseLineOptions const& o) {
 }
 }  // namespace
 
-void search_lines(ModelN const& binary, PhaseLineOptions const& o,
+void detail::search_lines(ModelN const& binary, PhaseLineOptions const& o,
                   std::function<bool(BinaryDiagram const&)> const& visit) {
     const double Tc[] = {binary.mdl1[0]->Tcrit(), binary.mdl1[1]->Tcrit()};
     const double low = coldest(binary, o);

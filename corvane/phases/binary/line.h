@@ -17,7 +17,7 @@
 #include <utility>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Follows states of `phases` phases with one degree of freedom, in T from a start.
 class LineTracer {
@@ -177,4 +177,4 @@ bool add_line(std::vector<Line>& lines, double T, double p, double x, X x_of, Tr
 void search_lines(ModelN const& binary, PhaseLineOptions const& options,
                   std::function<bool(BinaryDiagram const&)> const& visit);
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

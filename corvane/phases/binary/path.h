@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// A curve of a binary step by step, for advance() and continuation(). It ends, at
 /// CurveEnd::critical, where two phases become alike within the next step or where that fails: see
@@ -64,4 +64,4 @@ class Path : public PhaseCurve {
     int specified_ = 0, alike_[2] = {0, 1};
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -49,7 +49,7 @@ bool near_critical(FluidModel const& fluid, Vector<double> const& z, Fixed const
 }
 }  // namespace
 
-bool pure_point(FluidModel const& fluid, int component, Fixed constant, TieLine& q,
+bool detail::pure_point(FluidModel const& fluid, int component, Fixed constant, TieLine& q,
                 TieLine const* near) {
     const Vector<double> z = only(component);
     try {

@@ -5,7 +5,7 @@
 #include <corvane/phases/phase/fixed.h>
 #include <corvane/phases/phase/phase.h>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// The saturated pure component of a binary as the tie line x = y, liquid first. From `near`, if
 /// given; from Wilson's K-factor (bubble_T, bubble_p); then from densities that differ from the
@@ -13,4 +13,4 @@ namespace corvane {
 bool pure_point(FluidModel const& fluid, int component, Fixed constant, TieLine& q,
                 TieLine const* near = nullptr);
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -33,7 +33,7 @@ ThreePhasePoint find(ModelN const& model, Fixed held, ThreePhaseOptions const& o
 }
 }  // namespace
 
-ThreePhasePoint three_phase_point(CoexistenceSolver const& s, double tpd,
+ThreePhasePoint detail::three_phase_point(CoexistenceSolver const& s, double tpd,
                                   Validity const* validity) {
     ThreePhasePoint q;
     q.T = s.phase[0].T;
@@ -51,7 +51,7 @@ ThreePhasePoint three_phase_point(CoexistenceSolver const& s, double tpd,
     return q;
 }
 
-bool start_three(CoexistenceSolver& solver, ThreePhasePoint const& start) {
+bool detail::start_three(CoexistenceSolver& solver, ThreePhasePoint const& start) {
     if (start.phases.size() != 3 || !(start.T > 0.0)) return false;
     for (int k = 0; k < 3; ++k) {
         PhaseRecord const& q = start.phases[static_cast<std::size_t>(k)];

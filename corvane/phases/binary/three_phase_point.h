@@ -5,7 +5,7 @@
 #include <corvane/phases/coexistence/coexistence.h>
 #include <corvane/phases/stability/test_phases.h>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// The converged state with its certificate.
 ThreePhasePoint three_phase_point(CoexistenceSolver const& solver, double tpd,
@@ -14,4 +14,4 @@ ThreePhasePoint three_phase_point(CoexistenceSolver const& solver, double tpd,
 /// Start values from three phases. False if they are not three of two components each.
 bool start_three(CoexistenceSolver& solver, ThreePhasePoint const& start);
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

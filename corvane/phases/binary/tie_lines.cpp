@@ -16,7 +16,7 @@ constexpr double kTrace = 1e-4;     // both fractions below it: at the pure comp
 constexpr double kCritical = 1e-3;  // in x, from the extrapolated critical point
 }  // namespace
 
-TieLine tie_line(CoexistenceSolver const& s) {
+TieLine detail::tie_line(CoexistenceSolver const& s) {
     PhaseState const &a = s.phase[0], &b = s.phase[1];
     return {a.T, s.phase[s.softest()].p, a.x[0], b.x[0], a.rho, b.rho, true};
 }

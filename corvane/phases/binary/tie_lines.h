@@ -10,7 +10,7 @@
 
 #include <optional>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// The phases 0 and 1 of the solver as a tie line.
 TieLine tie_line(CoexistenceSolver const& solver);
@@ -84,4 +84,4 @@ class TieLineTracer {
     Diagram d_;
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

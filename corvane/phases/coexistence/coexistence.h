@@ -8,7 +8,7 @@
 #include <optional>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Phases of the same T in the variables u = (ln rho_i of each phase, one phase after the other;
 /// ln T). Equations: n equal potentials and equal pressures between the first phase and every
@@ -79,4 +79,4 @@ class CoexistenceSolver {
     std::vector<double> jacobian_, r_;
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Two phases a and b: 2n + 1 variables, n + 1 equations of equilibrium.
 class PairSolver : public CoexistenceSolver {
@@ -26,4 +26,4 @@ class PairSolver : public CoexistenceSolver {
     PhaseState const& light() const { return a.rho < b.rho ? a : b; }
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -8,7 +8,7 @@
 #include <optional>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Phases a and b with ln rho_i = c_i + d·n_i and c_i − d·n_i: mean c, direction n with
 /// Σ z_i·n_i² = 1, half distance d of either sign. On the way between them, ln rho_i(s) = c_i +
@@ -94,4 +94,4 @@ class RegularPair {
     double F_ = 0.0, F_d_ = 0.0;  // F and its slope in d over d
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -8,7 +8,7 @@
 
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// What a flash has to meet beside the equilibrium: at given p by changing T, at given T by
 /// changing p; or nothing, at given p and T.
@@ -72,4 +72,4 @@ class SplitSolver {
     std::vector<int> row_, most_;
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <optional>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Length of the next step, in the curve's own measure of its tangent.
 struct StepLength {
@@ -62,4 +62,4 @@ CurveEnd continuation(Curve& curve, StepLength& step, int most, Progress const& 
     }
 }
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

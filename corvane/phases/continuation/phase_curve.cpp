@@ -7,7 +7,7 @@ namespace {
 constexpr double kNear = 1.0;  // below it only ratios are specified
 }  // namespace
 
-double dot(std::vector<double> const& a, std::vector<double> const& b) {
+double detail::dot(std::vector<double> const& a, std::vector<double> const& b) {
     double sum = 0.0;
     for (std::size_t i = 0; i < a.size(); ++i) sum += a[i] * b[i];
     return sum;

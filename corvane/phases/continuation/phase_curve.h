@@ -6,7 +6,7 @@
 #include <cmath>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Along the one degree of freedom that the conditions of `solver` leave, its row being set here.
 /// Specified is at each point whichever coordinate changes most (Rheinboldt & Burkardt, ACM Trans.
@@ -84,4 +84,4 @@ class PhaseCurve {
 
 double dot(std::vector<double> const& a, std::vector<double> const& b);
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

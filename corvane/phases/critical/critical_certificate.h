@@ -5,7 +5,7 @@
 #include <corvane/phases/critical/critical_conditions.h>
 #include <corvane/phases/stability/stability.h>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Certifies points that CriticalConditions::solve has found: the fourth-order term, the
 /// tangent-plane test, and for binaries a finer scan of the compositions next to the critical one,
@@ -34,4 +34,4 @@ class CriticalCertifier {
     PhaseState trial_;
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

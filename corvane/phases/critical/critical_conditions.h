@@ -6,7 +6,7 @@
 #include <array>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Isochoric criterion of Heidemann & Khalil (AIChE J. 26 (1980) 769). Along a direction u of unit
 /// length, rho_i(s) = rho·(x_i + s·√x_i·u_i), the Helmholtz energy density over rho·RT changes by
@@ -67,4 +67,4 @@ class CriticalConditions {
     double stiffness_ = 1.0;
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

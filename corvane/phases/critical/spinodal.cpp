@@ -101,7 +101,7 @@ void Spinodal::column(Variables y, int m, std::vector<SpinodalState> const& befo
     }
 }
 
-Variables between(SpinodalState const& a, SpinodalState const& b) {
+Variables detail::between(SpinodalState const& a, SpinodalState const& b) {
     Variables y = b.y;
     for (std::size_t i = 0; i < y.size(); ++i) y[i] -= (b.y[i] - a.y[i]) * b.C / (b.C - a.C);
     return y;

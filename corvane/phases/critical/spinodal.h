@@ -5,7 +5,7 @@
 
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// A state with λ = 0 (to 1e-3 in ln T), where C and u were determined.
 struct SpinodalState {
@@ -44,4 +44,4 @@ class Spinodal {
 /// Where C vanishes between two states, by the secant.
 CriticalConditions::Variables between(SpinodalState const& a, SpinodalState const& b);
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

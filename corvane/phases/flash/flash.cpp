@@ -465,7 +465,7 @@ class Flash {
 };
 }  // namespace
 
-bool flash_guess(ModelN const& model, double p, double T, Vector<double> const& z,
+bool detail::flash_guess(ModelN const& model, double p, double T, Vector<double> const& z,
                  FlashResult& result) {
     return Flash(model, p, T, z).guess(result);
 }

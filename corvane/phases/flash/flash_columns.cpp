@@ -135,7 +135,7 @@ class Columns {
 };
 }  // namespace
 
-bool flash_columns(FluidModel const& fluid, Stability& stability, FlashResult& q) {
+bool detail::flash_columns(FluidModel const& fluid, Stability& stability, FlashResult& q) {
     Columns columns(fluid, stability, q.p, q.T);
     if (!columns.pure()) return false;
     for (int round = 0; round < kRounds; ++round) {

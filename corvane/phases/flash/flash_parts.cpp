@@ -46,7 +46,7 @@ bool is_root(FluidModel const& fluid, PhaseState const& s, double p) {
 }
 }  // namespace
 
-void flash_record(FluidModel const& fluid, std::vector<PhaseState const*> phases,
+void detail::flash_record(FluidModel const& fluid, std::vector<PhaseState const*> phases,
                   std::vector<double> const& amounts, FlashResult& q) {
     std::vector<std::pair<double, std::size_t>> order;
     for (std::size_t k = 0; k < phases.size(); ++k) {
@@ -121,7 +121,7 @@ bool bound_apart(FluidModel const& fluid, double T, double p, PhaseState& a, Pha
 }
 }  // namespace
 
-bool flash_bound(FluidModel const& fluid, double T, double p, PhaseState& a, PhaseState& b,
+bool detail::flash_bound(FluidModel const& fluid, double T, double p, PhaseState& a, PhaseState& b,
                  double& beta, Certificate& c) {
     double d = 0.0, most = 0.0;
     for (int i = 0; i < fluid.size(); ++i) {
@@ -152,7 +152,7 @@ bool flash_bound(FluidModel const& fluid, double T, double p, PhaseState& a, Pha
     return !(residual(p, a, b) > kPolish) || bound_apart(fluid, T, p, a, b, beta, false, c);
 }
 
-bool flash_certified(FluidModel const& fluid, Stability& stability,
+bool detail::flash_certified(FluidModel const& fluid, Stability& stability,
                      std::vector<PhaseState> const& phases, std::vector<double> const& amounts,
                      FlashResult& q) {
     std::vector<PhaseState const*> all;
@@ -243,7 +243,7 @@ int fractions(std::vector<double> const& z, std::vector<double> const& e,
 }
 }  // namespace
 
-bool flash_many(FluidModel const& fluid, Stability& stability, std::vector<std::vector<double>> w,
+bool detail::flash_many(FluidModel const& fluid, Stability& stability, std::vector<std::vector<double>> w,
                 FlashResult& q) {
     const int n = fluid.size();
     std::vector<double> const& z = fluid.z();

@@ -8,7 +8,7 @@
 
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// The split at (p, T) that Wilson's K-factors lead to, or else the whole in its phase of lower
 /// Gibbs energy: phases and fractions of a result that is not tested. False without a density root.
@@ -43,4 +43,4 @@ bool flash_many(FluidModel const& fluid, Stability& stability, std::vector<std::
 /// linear program whose columns are trial phases, then flash_many. True if the result is certified.
 bool flash_columns(FluidModel const& fluid, Stability& stability, FlashResult& result);
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

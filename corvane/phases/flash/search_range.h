@@ -5,7 +5,7 @@
 #include <corvane/phases/phase/caloric.h>
 #include <corvane/phases/phase/phase.h>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Range and first guess of the outer variable, ln T or ln p; the range as flash.h states it.
 class SearchRange {
@@ -36,4 +36,4 @@ class SearchRange {
     double lowest_Tc_ = 1e300, highest_Tc_ = 0.0, mean_Tc_ = 0.0;
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

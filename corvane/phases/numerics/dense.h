@@ -5,7 +5,7 @@
 #include <cmath>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Solution of A·x = b (n×n, row by row) by LU with partial pivoting of the rows scaled to their
 /// largest element; A is overwritten, b receives x. False for a pivot within rounding of zero.
@@ -104,4 +104,4 @@ inline bool cholesky_solve(int n, double* a, double* b) {
     return true;
 }
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -1,7 +1,7 @@
 // The bracket of the Illinois method. Internal to the library.
 #pragma once
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// A root between a and b, where f has different signs; b is the newest point. Regula falsi in
 /// which the value at an end that stays is halved (Dowell & Jarratt, BIT 11 (1971) 168).
@@ -20,4 +20,4 @@ struct IllinoisBracket {
     }
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

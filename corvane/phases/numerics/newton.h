@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// The part of a Newton step that keeps every change within its bound.
 class StepBound {
@@ -47,4 +47,4 @@ bool damped_newton(int m, double* J, double* r, int limit, int& iterations, Eval
     return false;
 }
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -5,7 +5,7 @@
 
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Caloric properties of phases at one temperature, in the reference states of ModelN::Hm and Sm.
 ///
@@ -47,4 +47,4 @@ class Caloric {
     std::vector<double> U_, S_, cv_;
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -1,7 +1,7 @@
 // What is held constant. Internal to the library.
 #pragma once
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// A temperature, K, or a pressure, MPa.
 struct Fixed {
@@ -13,4 +13,4 @@ struct Fixed {
     double p(double other) const { return at_T ? other : value; }
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -12,14 +12,14 @@ constexpr double kUnits = 128 * kEps;
 constexpr double kDifferences = 1e-9;  // of potentials from differences of Ar
 }  // namespace
 
-double rounding_of_m(FluidModel const& fluid, PhaseState const& s, int i) {
+double detail::rounding_of_m(FluidModel const& fluid, PhaseState const& s, int i) {
     const int n = s.size();
     double size = 1.0 + std::fabs(s.m[i]);
     for (int j = 0; j < n; ++j) size += std::fabs(s.rho_i[j] * s.H[i * n + j]);
     return kUnits * size + (fluid.exact() ? 0.0 : kDifferences);
 }
 
-double rounding_of_P(FluidModel const& fluid, PhaseState const& s) {
+double detail::rounding_of_P(FluidModel const& fluid, PhaseState const& s) {
     double size = s.rho;
     for (int j = 0; j < s.size(); ++j) size += std::fabs(s.rho_i[j] * s.P[j]);
     return kUnits * size + (fluid.exact() ? 0.0 : kDifferences * s.rho);

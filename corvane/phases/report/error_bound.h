@@ -5,7 +5,7 @@
 
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// What rounding inside a model may add to the potentials of a phase and to p/RT [mol/cm³]. The
 /// terms that cancel in them are not known; the sums |m_i| + Σ_j |∂m_i/∂ln rho_j| stand for their
@@ -38,4 +38,4 @@ class ErrorBound {
     std::vector<double> const& e_;
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -1,7 +1,7 @@
 // Components that are nowhere near dissolving in a phase of a flash. Internal to the library.
 #pragma once
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Mole fractions go no lower, where ln x of equilibrium may be −1500: the component's potential at
 /// this fraction is above that in the other phases, it takes no part in dmu, and the result has 0.
@@ -12,4 +12,4 @@ inline bool absent(double x) {
     return x <= 1.01 * least_fraction;
 }
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

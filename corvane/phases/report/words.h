@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// As printf's %g with so many digits; %e with `places` behind the point.
 inline std::string shortest(double x, int digits = 6) {
@@ -33,4 +33,4 @@ inline std::string composition_text(Vector<double> const& z, int digits = 4) {
     return text;
 }
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

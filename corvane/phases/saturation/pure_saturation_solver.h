@@ -11,7 +11,7 @@
 
 class Model1;
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// A density at T: Ar, P = rho·Z = p/(RT), S = ∂P/∂rho, C = rho·∂²P/∂rho², with what rounding may
 /// do to Ar + Z, S and C.
@@ -87,4 +87,4 @@ class PureSaturationSolver {
     double least_ = 0.0;  // pressure of an ideal gas that Newton's method ended with
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

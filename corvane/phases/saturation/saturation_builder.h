@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 class SaturationBuilder {
   public:
@@ -48,4 +48,4 @@ class SaturationBuilder {
     double last_ = 0.0;          // the largest last coefficient of the piece that was tried last
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

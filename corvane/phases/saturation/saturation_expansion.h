@@ -19,6 +19,10 @@
 
 class Model1;
 
+namespace corvane::inline detail {
+class SaturationBuilder;
+}
+
 namespace corvane {
 
 /// Relative errors against the exact solution of the model's equations, for a piece of the curve.
@@ -104,7 +108,7 @@ class CORVANE_API SaturationExpansion {
     static constexpr int order = 16;  ///< coefficients of a piece
 
   private:
-    friend class SaturationBuilder;
+    friend class detail::SaturationBuilder;
     /// Coefficients of x^k, x = (z − middle)·scale in −1 … 1: of rhoL, rhoV and p.
     struct Piece {
         double from, to, middle, scale;  // in z

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <numbers>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// √(Tc/T − 1), without cancellation next to Tc.
 inline double saturation_z(double Tc, double T) noexcept {
@@ -116,4 +116,4 @@ inline double pressure_at(double p_from, double p_to, double w) noexcept {
     return m * (1.0 - v) / (1.0 + v);
 }
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// One bubble or dew point; the steps are those of saturation_T.
 class SaturationSolver {
@@ -156,4 +156,4 @@ class SaturationSolver {
     bool missed_ = false;   // a boundary or a crossing of the envelope was not solved
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

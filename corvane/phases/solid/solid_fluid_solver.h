@@ -8,7 +8,7 @@
 #include <array>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// A pure solid at (p, T).
 struct SolidState {
@@ -62,4 +62,4 @@ class SolidFluidSolver {
     std::vector<double> jacobian_, r_;
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// A state with what continuation needs: the solver's variables and their derivatives for its row.
 struct SolidFluidNode {
@@ -85,4 +85,4 @@ class SolidFluidStates {
     bool missed_ = false;
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -19,7 +19,7 @@ struct Vertex {
 };
 }  // namespace
 
-std::vector<Facet> split_facets(FluidModel const& fluid, double p, double T) {
+std::vector<Facet> detail::split_facets(FluidModel const& fluid, double p, double T) {
     PhaseState s;
     s.resize(2);
     std::vector<double> x(2);

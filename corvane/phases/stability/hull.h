@@ -6,7 +6,7 @@
 
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Two grid compositions with a split between them, and their densities.
 struct Facet {
@@ -18,4 +18,4 @@ struct Facet {
 /// density roots. A split between neighbouring grid points is not seen unless the density jumps.
 std::vector<Facet> split_facets(FluidModel const& fluid, double p, double T);
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -10,9 +10,11 @@
 
 class ModelN;
 
-namespace corvane {
-
+namespace corvane::inline detail {
 class BinaryScan;
+}
+
+namespace corvane {
 
 /// A trial phase where the tangent-plane distance is stationary, or negative.
 struct TrialPhase {

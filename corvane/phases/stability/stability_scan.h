@@ -7,7 +7,7 @@
 #include <array>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// The distance t(w) of a binary at (T, p) along its density roots, in pieces that show their own
 /// accuracy. Nodes are kept for further tests at the same T and p.
@@ -150,4 +150,4 @@ class BinaryScan {
     Result result_;
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

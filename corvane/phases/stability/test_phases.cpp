@@ -4,7 +4,7 @@
 
 namespace corvane {
 
-StabilityResult test_phases(CoexistenceSolver const& s, Stability& stability, double& tpd) {
+StabilityResult detail::test_phases(CoexistenceSolver const& s, Stability& stability, double& tpd) {
     const int k = s.softest(), other = (k + 1) % s.count();
     StabilityResult r = stability.test(s.phase[static_cast<std::size_t>(k)], s.pressure(),
                                        &s.phase[static_cast<std::size_t>(other)], false);

@@ -4,10 +4,10 @@
 #include <corvane/phases/coexistence/coexistence.h>
 #include <corvane/phases/stability/stability.h>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Tangent-plane test of converged phases: of the softest, which runs into the others or finds a
 /// further one. tpd: as in Certificate.
 StabilityResult test_phases(CoexistenceSolver const& solver, Stability& stability, double& tpd);
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 using Fractions3 = std::array<double, 3>;
 
@@ -101,4 +101,4 @@ std::vector<ResidueNode> residue_path(Fractions3 start, double sign, double long
     return path;
 }
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -8,7 +8,7 @@
 #include <array>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// Mole fractions of the first two components.
 using TernaryPoint = std::array<double, 2>;
@@ -59,4 +59,4 @@ class TernaryRegions {
     int points_ = 0;
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -63,7 +63,7 @@ bool wholly_present(PhaseRecord const& q) {
 }
 }  // namespace
 
-double fraction_of(std::vector<double> const& u, int k, int i) {
+double detail::fraction_of(std::vector<double> const& u, int k, int i) {
     double sum = 0.0;
     for (int j = 0; j < n; ++j) sum += std::exp(u[k * n + j] - u[k * n + i]);
     return 1.0 / sum;

@@ -9,7 +9,7 @@
 #include <optional>
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// f(), or false where the model refuses a state.
 template <class F>
@@ -98,4 +98,4 @@ class TieLineCurve {
     std::vector<double> trial_;
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail
