@@ -8,6 +8,9 @@
 #include <utility>
 
 namespace corvane {
+inline namespace detail {
+using critical_metric::dot;  // beside that of other curves, where sources are compiled together
+}
 namespace {
 using namespace critical_metric;
 using End = CriticalLineEnd;
