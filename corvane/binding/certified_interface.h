@@ -142,8 +142,8 @@ CORVANE_API CorvaneResult* Corvane_mixture_phase(const CorvaneMixture* mixture, 
                                                  double rho, const double* z, int n,
                                                  CorvaneError* error);
 
-/* The stable state; phases by falling mass density, CORVANE_FRACTION of the whole in each. h and s
- * of the whole where there are tables. */
+/* The stable state; phases by falling mass density, all properties of each, CORVANE_FRACTION of the
+ * whole. h and s of the whole where there are tables. */
 CORVANE_API CorvaneResult* Corvane_flash_pT(const CorvaneMixture* mixture, double p, double T,
                                             const double* z, int n, CorvaneError* error);
 CORVANE_API CorvaneResult* Corvane_flash_ph(const CorvaneMixture* mixture, double p, double h,

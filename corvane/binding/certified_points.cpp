@@ -91,13 +91,17 @@ ResultPoint point_of(PureSaturation const& q) {
     return r;
 }
 
-ResultPoint point_of(FlashResult const& q) {
+ResultPoint point_of(FlashResult const& q, ModelN const& model) {
     ResultPoint r = point_at(q.T, q.p, q.certificate);
     double volume = 0.0;
-    for (std::size_t k = 0; k < q.phases.size(); ++k) volume += q.fraction[k] / q.phases[k].rho;
+    for (std::size_t k = 0; k < q.phases.size(); ++k) {
+        auto const& [rho, x] = q.phases[k];
+        volume += q.fraction[k] / rho;
+        r.phases.push_back(phase_of(phase_properties(model, q.T, rho, x), fractions(x)));
+        r.phases.back()[CORVANE_FRACTION] = q.fraction[k];
+    }
     r[CORVANE_RHO] = 1.0 / volume;
     r[CORVANE_H] = q.h, r[CORVANE_S] = q.s;
-    add_phases(r, q.phases, q.fraction);
     return r;
 }
 
@@ -122,6 +126,7 @@ ResultPoint point_of(EnvelopePoint const& q, Vector<double> const& z) {
     ResultPoint r = point_at(q.T, q.p);
     add_flag(r, CORVANE_FLAG_UNSTABLE, q.unstable);
     add_flag(r, CORVANE_FLAG_BUBBLE, q.bubble);
+    r[CORVANE_VALUE_ERROR] = q.value_error, r[CORVANE_X_ERROR] = q.x_error;
     add_phases(r, {{q.rho, z}, {q.rho2, q.y}});
     return r;
 }
@@ -129,6 +134,7 @@ ResultPoint point_of(EnvelopePoint const& q, Vector<double> const& z) {
 ResultPoint point_of(TieLine const& q) {
     ResultPoint r = point_at(q.T, q.p);
     add_flag(r, CORVANE_FLAG_UNSTABLE, !q.stable);
+    r[CORVANE_VALUE_ERROR] = q.value_error, r[CORVANE_X_ERROR] = q.x_error;
     r.phases = {phase_of(q.rho_x, q.x), phase_of(q.rho_y, q.y)};
     return r;
 }

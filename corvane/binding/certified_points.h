@@ -19,7 +19,7 @@ ResultPoint point_at(double T, double p);
 ResultPoint point_at(double T, double p, Certificate const& c);
 ResultPoint point_of(PureState const& q);
 ResultPoint point_of(PureSaturation const& q);
-ResultPoint point_of(FlashResult const& q);
+ResultPoint point_of(FlashResult const& q, ModelN const& model);
 ResultPoint point_of(SaturationPoint const& q);
 ResultPoint point_of(CriticalPoint const& q);
 ResultPoint point_of(EnvelopePoint const& q, Vector<double> const& z);

@@ -24,7 +24,9 @@ CorvaneResult* flash(char const* name, Flash solve, CorvaneMixture const* m, dou
         corvane::FlashResult q = solve(*m->mixture.model, a, b, x, options);
         if (m->mixture.ideal && !(std::isfinite(q.h) && std::isfinite(q.s)))
             corvane::add_caloric(*m->mixture.model, x, q);
-        return single(q);
+        auto r = std::make_unique<CorvaneResult>();
+        r->lines.push_back(line_of(CORVANE_LINE_POINTS, std::vector{q}, *m->mixture.model));
+        return r.release();
     });
 }
 

@@ -111,6 +111,10 @@ TEST(Certified, PointsOfMixturesAsInCpp) {
         EXPECT_EQ(value(r, 0, 0, CORVANE_WHOLE, CORVANE_P), q.p);
         EXPECT_NEAR(value(r, 0, 0, CORVANE_WHOLE, CORVANE_H), q.h, 1e-9 * std::abs(q.h));
         EXPECT_EQ(value(r, 0, 0, 1, CORVANE_FRACTION), q.fraction[1]);
+        double h = 0.0;  // the whole is the sum of its phases
+        for (int k = 0; k < 2; ++k)
+            h += value(r, 0, 0, k, CORVANE_FRACTION) * value(r, 0, 0, k, CORVANE_H);
+        EXPECT_NEAR(h, q.h, 1e-9 * std::abs(q.h));
         EXPECT_EQ(value(r, 0, 0, 1, CORVANE_X + 1), q.phases[1].x[1]);
         EXPECT_EQ(value(r, 0, 0, CORVANE_WHOLE, CORVANE_TPD), q.certificate.tpd);
         EXPECT_EQ(value(r, 0, 0, CORVANE_WHOLE, CORVANE_X_ERROR), q.certificate.x_error);
@@ -190,6 +194,7 @@ TEST(Certified, CurvesAsInCpp) {
     expect_column(pxy, 0, 0, CORVANE_RHO, d.branches.at(0).points, [](auto& q) { return q.rho_x; });
     expect_column(pxy, 0, 1, CORVANE_X + 1, d.branches.at(0).points,
                   [](auto& q) { return 1.0 - q.y; });
+    EXPECT_EQ(value(pxy, 0, 5, CORVANE_WHOLE, CORVANE_X_ERROR), d.branches.at(0).points.at(5).x_error);
     EXPECT_EQ(Corvane_Result_components(pxy.get()), 2);
     EXPECT_EQ(Corvane_Result_kind(pxy.get(), 0, &e), CORVANE_LINE_VAPOUR_LIQUID);
     EXPECT_EQ(Corvane_Result_begin(pxy.get(), 0, &e), CORVANE_END_PURE);
