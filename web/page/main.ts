@@ -1,13 +1,18 @@
 // The page: fields, tabs, and one calculation at a time, of the newest wish.
 import { Corvane } from '../src/client.js';
 import { CorvaneFailure, type ModelInfo, type Substance } from '../src/types.js';
-import { readTable, writeTable } from './csv.js';
+import { readTable, writeTable, type Table } from './csv.js';
 import { fitKij } from './fit.js';
 import { parts } from './parts.js';
 import { draw, save } from './plot.js';
-import { fromHash, tabNames, tabs, toHash, units, type State, type Tab } from './state.js';
-import { compute, fluidOf, mixtureOf, ownColumns, type View } from './views.js';
+import { matches, searchField } from './search.js';
+import { fromHash, tabNames, tabs, toHash, units, unitsOfN, unitsOfP, unitsOfT, type State, type Tab } from './state.js';
+import { compute, equationOf, fluidOf, mixtureOf, ownColumns, type View } from './views.js';
 import './style.css';
+
+const modelNames: Record<string, string> = {
+    'PR+vdW1': 'Peng–Robinson', 'SRK+vdW1': 'Soave–Redlich–Kwong', 'PCSAFT+LB': 'PC-SAFT', 'MEOS+GERG': 'Multi-fluid',
+};
 
 const get = <T extends HTMLElement = HTMLElement>(id: string) => document.getElementById(id) as T;
 const input = (id: string) => get<HTMLInputElement>(id);
@@ -37,21 +42,37 @@ function list(id: string, sentences: string[]): void {
     get(id).replaceChildren(...sentences.map((text) => Object.assign(document.createElement('p'), { textContent: text })));
 }
 
-function showTable({ header, rows }: View['table']): HTMLTableElement {
+const shownRows = 500;
+function tableElement({ header, rows }: Table): HTMLTableElement {
     const table = document.createElement('table');
     const head = table.createTHead().insertRow();
     for (const word of header) head.append(Object.assign(document.createElement('th'), { textContent: word, scope: 'col' }));
     const body = table.createTBody();
-    for (const row of rows.slice(0, 500)) {
+    for (const row of rows.slice(0, shownRows)) {
         const line = body.insertRow();
         for (const value of row) line.insertCell().textContent = typeof value === 'number' ? String(Number(value.toPrecision(8))) : value;
     }
     return table;
 }
+/** Only where it can be seen: a long table takes longer than a diagram. */
+function showValues(): void {
+    if (!view || !get<HTMLDetailsElement>('values-part').open) return;
+    const table = view.table();
+    const rest = table.rows.length > shownRows ? [`The first ${shownRows} of ${table.rows.length} rows; CSV saves all.`] : [];
+    get('values').replaceChildren(tableElement(table), ...rest);
+}
 
+/** x and y of the points that were pasted; a third number of a row is the x of the other phase. */
 function own(): { x: number[]; y: number[] } {
-    const rows = readTable(get<HTMLTextAreaElement>('own').value);
-    return { x: rows.map((row) => row[0]!), y: rows.map((row) => row[1]!) };
+    const rows = readTable(get<HTMLTextAreaElement>('own').value), points = { x: [] as number[], y: [] as number[] };
+    for (const [x, y, other] of rows) {
+        points.x.push(x!);
+        points.y.push(y!);
+        if (other === undefined || !Number.isFinite(other) || !ownColumns[state.tab].includes('other phase')) continue;
+        points.x.push(other);
+        points.y.push(y!);
+    }
+    return points;
 }
 
 async function show(next: View): Promise<void> {
@@ -60,20 +81,33 @@ async function show(next: View): Promise<void> {
     get('plot').hidden = !!next.tableOnly;
     get('exports').querySelectorAll<HTMLButtonElement>('[data-export=svg],[data-export=png]').forEach((b) => (b.disabled = !!next.tableOnly));
     list('certificate', next.certificate);
-    get('values').replaceChildren(showTable(next.table));
-    get('values').closest('details')!.open ||= !!next.tableOnly;
+    if (next.tableOnly) get<HTMLDetailsElement>('values-part').open = true;
+    showValues();
     if (!next.tableOnly) await draw(get('plot'), next, own());
 }
 
-async function showSources(info: ModelInfo): Promise<void> {
-    const told = info.components.map((c) => `${c.name}, set ${c.set}: ${c.source || 'no source stated'}.`);
-    for (const pair of info.pairs) {
-        const value = pair.values.map((x) => Number(x.toPrecision(6))).join(', ');
-        const changed = pair.values.some((x, k) => x !== pair.stored[k]);
-        told.push(`Pair parameters ${value}: ${changed ? `changed here (stored: ${pair.stored.join(', ')})` : pair.estimated ? 'nothing is published, the estimate of the mixing theory stands in' : pair.source || 'no source stated'}.`);
+/** A sentence of the source of each parameter set, with the set itself to unfold. */
+function showSources(info: ModelInfo): void {
+    const parts: Node[] = [];
+    const tell = (sentence: string, file = '') => {
+        parts.push(Object.assign(document.createElement('p'), { textContent: sentence }));
+        if (!file) return;
+        const details = document.createElement('details');
+        details.append(Object.assign(document.createElement('summary'), { textContent: 'Parameters' }), Object.assign(document.createElement('pre'), { textContent: file }));
+        parts.push(details);
+    };
+    for (const c of info.components) {
+        const comment = /^text:\s*(.+)$/m.exec(c.file)?.[1] ?? '';
+        tell(`${c.name}, set ${c.set}: ${c.source || comment || 'no source stated'}. Ideal gas: ${info.ideal ? c.idealSource || 'no source stated' : 'no table'}.`, c.file);
     }
-    if (!Number.isNaN(info.T_min + info.T_max)) told.push(`Published range: ${info.T_min} to ${info.T_max} K.`);
-    list('sources', told);
+    for (const pair of info.pairs) {
+        if (pair.values.length === 0) continue;
+        const value = (list: number[]) => list.map((x) => Number(x.toPrecision(6))).join(', ');
+        const changed = pair.values.some((x, k) => x !== pair.stored[k]);
+        tell(`Pair ${info.components[pair.i]!.name} + ${info.components[pair.j]!.name}, ${value(pair.values)}: ${changed ? `changed here (stored: ${value(pair.stored)})` : pair.estimated ? 'nothing is published, the estimate of the mixing theory stands in' : pair.source || /^text:\s*(.+)$/m.exec(pair.file)?.[1] || 'no source stated'}.`, pair.file);
+    }
+    if (!Number.isNaN(info.T_min + info.T_max)) tell(`Published range: ${info.T_min} to ${info.T_max} K${Number.isNaN(info.p_max) ? '' : `, up to ${info.p_max} MPa`}.`);
+    get('sources').replaceChildren(...parts);
 }
 
 // ---- calculations
@@ -90,35 +124,43 @@ async function update(): Promise<void> {
         const asked = { ...state }, u = units(asked);
         busy = new AbortController();
         const slow = setTimeout(() => (get('cancel').hidden = false), 400);
+        get('z').closest<HTMLElement>('.field')!.hidden = !asked.b.trim();
         const begin = performance.now();
+        const root = document.documentElement;
         get('status').textContent = 'Computing …';
         try {
+            if (!asked.a.trim()) throw new CorvaneFailure('bad argument', 'Name a substance.');
             const model = asked.b.trim() ? mixtureOf(corvane, asked) : fluidOf(corvane, asked);
             const info = await model.info({ signal: busy.signal });
             if (info.pairs[0]) stored = info.pairs[0].stored[0] ?? 0;
             syncKij(info);
-            await showSources(info);
-            const next = await compute(corvane, asked, u, {
+            if (root.dataset.model !== JSON.stringify(info)) showSources(info);
+            root.dataset.model = JSON.stringify(info);
+            const next = await compute(corvane, asked, u, info, {
                 signal: busy.signal,
                 onProgress: (points) => (get('status').textContent = `Computing … ${points} points`),
             });
             const time = performance.now() - begin;
+            root.dataset.computed = time.toFixed(1);
             await show(next);
             get('status').textContent = `${next.title}: ${next.complete ? 'certified' : 'not complete'}, ${time.toFixed(0)} ms.`;
-            document.documentElement.dataset.time = time.toFixed(1);
+            root.dataset.time = (performance.now() - begin).toFixed(1); // with drawing
         } catch (error) {
             fail(error);
         } finally {
             clearTimeout(slow);
             get('cancel').hidden = true;
             busy = undefined;
-            document.documentElement.dataset.done = String(done);
+            root.dataset.done = String(done);
         }
     }
 }
 
+let linked: ReturnType<typeof setTimeout> | undefined;
 function changed(): void {
-    history.replaceState(null, '', toHash(state));
+    // Not at every step of a slider: browsers bound how often it may change.
+    clearTimeout(linked);
+    linked = setTimeout(() => history.replaceState(null, '', toHash(state)), 100);
     get('own-columns').textContent = ownColumns[state.tab];
     get('fit').hidden = state.tab !== 'pxy';
     void update();
@@ -138,6 +180,7 @@ function syncFields(): void {
     get<HTMLSelectElement>('model').value = state.model;
     get<HTMLSelectElement>('unit-T').value = u.T;
     get<HTMLSelectElement>('unit-p').value = u.p;
+    get<HTMLSelectElement>('unit-n').value = state.unitN;
     input('T').value = String(Number(u.showT(state.T).toPrecision(10)));
     input('p').value = String(Number(u.showP(state.p).toPrecision(10)));
     input('z').value = String(state.z);
@@ -152,6 +195,7 @@ function syncFields(): void {
 }
 
 function nameSubstances(): void {
+    get('model-is').textContent = state.model;
     for (const id of ['a', 'b'] as const) {
         const found = substances.find((s) => s.name === state[id]);
         get(`${id}-is`).textContent = found ? `${found.formula}, CAS ${found.cas}, ${found.equations.join(' ')}` : '';
@@ -169,20 +213,26 @@ function number(id: string, use: (value: number) => void): void {
 
 function listen(): void {
     for (const id of ['a', 'b'] as const)
-        input(id).addEventListener('change', async () => {
-            let name = input(id).value.trim();
-            if (name || id === 'a')
-                try {
-                    name = await corvane.name(name);
-                } catch {
-                    // the calculation says what is wrong
-                }
-            state = { ...state, [id]: name, kij: null };
-            syncFields();
-            changed();
-        });
+        searchField(
+            input(id),
+            (text) => matches(substances, text, equationOf(state)),
+            async (typed) => {
+                let name = typed.trim();
+                if (name || id === 'a')
+                    try {
+                        name = await corvane.name(name);
+                    } catch {
+                        // the calculation says what is wrong
+                    }
+                state = { ...state, [id]: name, kij: null };
+                syncFields();
+                changed();
+            },
+            (s) => ` ${s.formula}, ${s.cas}${s.equations.includes(equationOf(state)) ? '' : `, not in ${equationOf(state)}`}`,
+        );
     get('model').addEventListener('change', () => {
         state = { ...state, model: get<HTMLSelectElement>('model').value, kij: null };
+        syncFields();
         changed();
     });
     for (const id of ['kij', 'kij-slide'])
@@ -197,21 +247,24 @@ function listen(): void {
     number('T', (value) => (state.T = units(state).readT(value)));
     number('p', (value) => (state.p = units(state).readP(value)));
     number('z', (value) => (state.z = value));
-    for (const [id, key] of [['unit-T', 'unitT'], ['unit-p', 'unitP']] as const)
+    for (const [id, key, all] of [['unit-T', 'unitT', unitsOfT], ['unit-p', 'unitP', unitsOfP], ['unit-n', 'unitN', unitsOfN]] as const) {
+        get(id).append(...all.map((unit) => new Option(key === 'unitN' ? `per ${unit}` : unit, unit)));
         get(id).addEventListener('change', () => {
             state[key] = get<HTMLSelectElement>(id).value;
             syncFields();
             changed();
         });
+    }
     get('form').addEventListener('submit', (event) => event.preventDefault());
     get('cancel').addEventListener('click', () => busy?.abort());
     get('own').addEventListener('input', () => view && void show(view));
     get('fit').addEventListener('click', () => void fit());
     get('exports').addEventListener('click', (event) => {
         const format = (event.target as HTMLElement).dataset.export;
-        if (format === 'csv' && view) saveText(`${view.title}.csv`, writeTable(view.table));
+        if (format === 'csv' && view) saveText(`${view.title}.csv`, writeTable(view.table()));
         else if ((format === 'svg' || format === 'png') && view) void save(get('plot'), format, view.title);
     });
+    get('values-part').addEventListener('toggle', showValues);
     get('link').addEventListener('click', async () => {
         await navigator.clipboard?.writeText(location.href).catch(() => undefined);
         get('status').textContent = `The link is in the address line: ${location.href}`;
@@ -237,9 +290,11 @@ function makeTabs(): void {
         button.setAttribute('aria-controls', 'panel');
         button.addEventListener('click', () => select(tab));
         button.addEventListener('keydown', (event) => {
-            const to = { ArrowRight: 1, ArrowLeft: -1 }[event.key];
-            if (!to) return;
-            const next = tabs[(tabs.indexOf(tab) + to + tabs.length) % tabs.length]!;
+            const at = tabs.indexOf(tab), last = tabs.length - 1;
+            const to = { ArrowRight: at === last ? 0 : at + 1, ArrowLeft: at === 0 ? last : at - 1, Home: 0, End: last }[event.key];
+            if (to === undefined) return;
+            event.preventDefault();
+            const next = tabs[to]!;
             select(next);
             get(`tab-${next}`).focus();
         });
@@ -285,13 +340,7 @@ async function start(): Promise<void> {
     try {
         corvane = await Corvane.create(parts);
         substances = await corvane.substances();
-        for (const model of await corvane.models()) get('model').append(new Option(model, model));
-        get('substances').append(...substances.map((s) => {
-            const option = document.createElement('option');
-            option.value = s.name;
-            option.label = [s.formula, s.cas, ...s.aliases].join(', ');
-            return option;
-        }));
+        for (const model of await corvane.models()) get('model').append(new Option(modelNames[model] ?? model, model));
         syncFields();
         changed();
     } catch (error) {

@@ -20,32 +20,47 @@ function style(): { dark: boolean; text: string; grid: string; weak: string } {
 export function draw(element: HTMLElement, view: View, own: { x: number[]; y: number[] } | undefined): Promise<unknown> {
     const s = style(), colours = s.dark ? dark : light;
     const shown = new Set<string>();
+    const word = (title: string) => title.split(' ')[0]!;
+    const unit = (title: string) => / \[(.*)\]$/.exec(title)?.[1] ?? '';
+    const value = (axis: 'x' | 'y', title: string) => `${word(title).replace(/,$/, '')} %{${axis}:.6g} ${unit(title)}`;
     const trace = (curve: Curve): Plotly.Data => {
         const again = curve.hidden || shown.has(curve.name);
-        shown.add(curve.name);
-        const colour = curve.colour < 0 ? s.weak : colours[curve.colour % colours.length]!;
+        if (!curve.hidden) shown.add(curve.name);
+        const colour = curve.colour === -1 ? s.weak : curve.colour === -2 ? s.text : colours[curve.colour % colours.length]!;
         return {
-            type: 'scatter', name: curve.name, x: [...Array.from(curve.x)], y: [...Array.from(curve.y)], mode: curve.marks ? 'markers' : 'lines',
-            line: { color: colour, width: curve.thin ? 1 : 2.2, dash: curve.dashed ? 'dash' : 'solid' },
-            marker: { color: colour, size: 8 }, showlegend: !again, legendgroup: curve.name,
-            hoverinfo: curve.name === 'tie line' ? 'skip' : undefined,
-            hovertemplate: curve.name === 'tie line' ? undefined : `${curve.name}<br>${view.xTitle.split(' ')[0]} %{x:.6g}<br>${view.yTitle.split(' ')[0]} %{y:.6g}<extra></extra>`,
+            type: 'scatter', name: curve.name, x: Array.from(curve.x), y: Array.from(curve.y),
+            mode: curve.labels ? 'text' : curve.marks ? 'markers' : 'lines',
+            ...(curve.labels && { text: curve.labels, textposition: view.labelsAt ?? 'middle center', textfont: { size: 12, color: s.text }, cliponaxis: false }),
+            line: { color: colour, width: curve.thin ? 1 : 2.2, dash: curve.dashed ? 'dash' : 'solid', shape: curve.smooth ? 'spline' : 'linear' },
+            marker: { color: colour, size: 8 }, showlegend: !again, legendgroup: curve.name, connectgaps: false,
+            ...(curve.labels || curve.colour < 0
+                ? { hoverinfo: 'skip' }
+                : {
+                      customdata: curve.notes, hovertemplate:
+                          `<b>${curve.name}</b><br>${value('x', view.xTitle)}<br>${value('y', view.yTitle)}${curve.notes ? '<br>%{customdata}' : ''}<extra></extra>`,
+                  }),
         } as Plotly.Data;
     };
     const data = view.curves.map(trace);
     if (own?.x.length)
         data.push({ type: 'scatter', mode: 'markers', name: 'own data', x: own.x, y: own.y, marker: { color: s.text, size: 8, symbol: 'diamond-open' } } as Plotly.Data);
-    const axis = { gridcolor: s.grid, zerolinecolor: s.grid, linecolor: s.weak, mirror: true, automargin: true };
+    const axis = { gridcolor: s.grid, zerolinecolor: s.grid, linecolor: s.weak, mirror: true };
     const layout = {
-        title: { text: view.title, font: { size: 15 } }, paper_bgcolor: 'rgba(0,0,0,0)', plot_bgcolor: 'rgba(0,0,0,0)',
-        font: { color: s.text, family: 'system-ui, sans-serif' }, margin: { l: 60, r: 16, t: 44, b: 48 },
-        xaxis: { ...axis, title: { text: view.xTitle } }, yaxis: { ...axis, title: { text: view.yTitle }, type: view.logY ? 'log' : 'linear' },
-        legend: { orientation: 'h', y: -0.18 }, hovermode: 'closest',
+        paper_bgcolor: 'rgba(0,0,0,0)', plot_bgcolor: 'rgba(0,0,0,0)',
+        font: { color: s.text, family: 'system-ui, sans-serif' }, margin: { l: 60, r: 16, t: 16, b: 48 },
+        xaxis: { ...axis, title: { text: view.xTitle }, ...(view.fractions && { range: [0, 1] }) },
+        yaxis: { ...axis, title: { text: view.yTitle }, ...(view.logY ? { type: 'log', dtick: 1 } : { type: 'linear' }) },
+        legend: { orientation: 'h', y: -0.18, yanchor: 'top' }, hovermode: 'closest',
     } as Partial<Plotly.Layout>;
     element.setAttribute('role', 'img');
     element.setAttribute('aria-label', `${view.title}. The numbers are in the table “Values”.`);
     return Plotly.react(element, data, layout, { responsive: true, displaylogo: false, displayModeBar: false });
 }
 
-export const save = (element: HTMLElement, format: 'svg' | 'png', filename: string) =>
-    Plotly.downloadImage(element, { format, filename, width: 1000, height: 700, scale: format === 'png' ? 2 : 1 } as never);
+/** Saves the picture as it is seen, with its title, on the colour of the page. */
+export function save(element: HTMLElement, format: 'svg' | 'png', title: string): Promise<string> {
+    const { data, layout } = element as unknown as { data: Plotly.Data[]; layout: Partial<Plotly.Layout> };
+    const back = getComputedStyle(document.documentElement).getPropertyValue('--back').trim();
+    const figure = { data, layout: { ...layout, paper_bgcolor: back, title: { text: title, font: { size: 15 } }, margin: { ...layout.margin, t: 44 } } };
+    return Plotly.downloadImage(figure as never, { format, filename: title, width: 1000, height: 700, scale: format === 'png' ? 2 : 1 } as never);
+}

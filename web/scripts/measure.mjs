@@ -5,7 +5,7 @@ import { brotliCompressSync, gzipSync } from 'node:zlib';
 import { load } from '../dist/index.js';
 
 const root = new URL('..', import.meta.url);
-for (const name of ['lib/corvane.wasm', 'lib/corvane.mjs', 'data/core.json', 'data/substances/methane.json', 'data/models/PR+vdW1.json']) {
+for (const name of ['lib/corvane.wasm', 'lib/corvane.mjs', 'data/core.json', 'data/substances/methane.json']) {
     const file = readFileSync(new URL(name, root));
     console.log(`${name}: ${file.length} bytes, gzip ${gzipSync(file, { level: 9 }).length}, brotli ${brotliCompressSync(file).length}`);
 }

@@ -30,7 +30,7 @@ cpSync(join(root, 'page/index.html'), join(out, 'index.html'));
 const script = (path, json) => `corvanePart(${JSON.stringify(path)}, ${json.replace(/[\u2028\u2029]/g, (c) => `\\u${c.charCodeAt(0).toString(16)}`)});\n`;
 const data = join(out, 'data');
 mkdirSync(data, { recursive: true });
-for (const folder of ['.', 'substances', 'models']) {
+for (const folder of ['.', 'substances']) {
     mkdirSync(join(data, folder), { recursive: true });
     for (const file of readdirSync(join(root, 'data', folder)))
         if (file.endsWith('.json')) {

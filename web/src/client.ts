@@ -97,7 +97,7 @@ export class Corvane {
     /** @internal Loads what the components need and runs a call with their names resolved. */
     async withFluid<T>(call: Call, spec: FluidSpec, values: unknown[], options: CallOptions): Promise<T> {
         const substance = await this.name(spec.substance);
-        await this.load(`substances/${substance}`, () => this.data.substance(substance));
+        await this.load(substance);
         return this.run(call, [{ ...spec, substance }, ...values], options);
     }
     /** @internal */
@@ -106,9 +106,8 @@ export class Corvane {
         for (const component of spec.components) {
             const name = await this.name(component);
             components.push(name);
-            await this.load(`substances/${name}`, () => this.data.substance(name));
+            await this.load(name);
         }
-        await this.load(`models/${spec.model}`, () => this.data.model(spec.model));
         const result = await this.run<T>(call, [{ ...spec, components }, ...values], options);
         if (result && typeof result === 'object' && 'lines' in result) (result as unknown as Result).components = components;
         return result;
@@ -116,8 +115,8 @@ export class Corvane {
 
     // ---- the worker
 
-    private async load(path: string, get: () => Promise<Files>): Promise<void> {
-        if (!this.packs.has(path)) this.packs.set(path, await get());
+    private async load(substance: string): Promise<void> {
+        if (!this.packs.has(substance)) this.packs.set(substance, await this.data.substance(substance));
     }
 
     private run<T>(call: Call, values: unknown[], options: CallOptions): Promise<T> {

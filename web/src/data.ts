@@ -1,4 +1,4 @@
-// Where the packed data come from: one file a substance, one a mixture model, fetched when needed.
+// Where the packed data come from: one file a substance, fetched when needed.
 import { CorvaneFailure, type Substance } from './types.js';
 
 /** Path in the data home → text. */
@@ -11,7 +11,7 @@ export interface Core {
     models: string[];
 }
 
-/** Reads a pack by its path: "core", "substances/methane", "models/PR+vdW1". */
+/** Reads a pack by its path: "core", "substances/methane". */
 export type Source = (path: string) => Promise<unknown>;
 
 export const fromUrl =
@@ -42,10 +42,6 @@ export class Data {
         // A substance of the index without parameters has no pack.
         return (await this.core()).equations[name] ? (this.get(`substances/${name}`) as Promise<Files>) : {};
     }
-    async model(name: string): Promise<Files> {
-        return (await this.core()).models.includes(name) ? (this.get(`models/${name}`) as Promise<Files>) : {};
-    }
-
     async substances(): Promise<Substance[]> {
         const core = await this.core();
         const lines = (core.files['CorvaneS/substances.tsv'] ?? '').split('\n').slice(1);

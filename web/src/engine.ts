@@ -22,6 +22,8 @@ interface Open {
 
 export class Engine {
     private readonly open = new Map<string, Open>();
+    /** Rows of tables by path and name. */
+    private readonly tables = new Map<string, Map<string, string>>();
     private constructor(private readonly m: Module) {}
 
     /** binary: corvane.wasm. */
@@ -32,8 +34,17 @@ export class Engine {
     addFiles(files: Files): void {
         for (const [path, content] of Object.entries(files)) {
             this.m.FS.mkdirTree(`/${path.slice(0, path.lastIndexOf('/'))}`);
-            this.m.FS.writeFile(`/${path}`, content);
+            this.m.FS.writeFile(`/${path}`, path.endsWith('/collected.tsv') ? this.collected(path, content) : content);
         }
+    }
+    /** A table whose rows stand for files, with the rows of all packs so far in their order. */
+    private collected(path: string, content: string): string {
+        const [title, ...rows] = content.split('\n').filter(Boolean);
+        const known = this.tables.get(path) ?? new Map<string, string>();
+        this.tables.set(path, known);
+        for (const row of rows) known.set(row.slice(0, row.indexOf('\t')), row);
+        const order = [...known.keys()].sort();
+        return [title, ...order.map((name) => known.get(name)), ''].join('\n');
     }
     onProgress(told: ((points: number) => void) | undefined): void {
         this.m.onProgress = told;
@@ -57,8 +68,10 @@ export class Engine {
             const component = {
                 name: told(text.substance), M: value(number.M), T_critical: value(number.T_critical),
                 p_critical: value(number.p_critical), rho_critical: value(number.rho_critical),
-                set: value(number.set), source: told(text.source),
+                set: value(number.set), source: told(text.source), idealSource: f.textOf('corvane_web_ideal_source', handle),
+                file: '',
             };
+            component.file = this.file(f, told(text.model), component);
             return {
                 model: told(text.model), components: [component], pairs: [], T_min: value(number.T_min),
                 T_max: value(number.T_max), p_max: value(number.p_max), ideal: value(number.ideal) === 1,
@@ -92,8 +105,10 @@ export class Engine {
             const components = spec.components.map((_, i) => ({
                 name: told(text.substance, i), M: value(number.M, i), T_critical: value(number.T_critical, i),
                 p_critical: value(number.p_critical, i), rho_critical: value(number.rho_critical, i),
-                set: value(number.set, i), source: told(text.source, i),
+                set: value(number.set, i), source: told(text.source, i), idealSource: f.textOf('corvane_web_gas_source', handle, i),
+                file: '',
             }));
+            for (const component of components) component.file = this.file(f, spec.model.split('+')[0]!, component);
             const pairs: ModelInfo['pairs'] = [];
             const count = f.call('corvane_web_pair_count', handle);
             for (let j = 1; j < components.length; ++j)
@@ -105,6 +120,7 @@ export class Engine {
                         stored: each.map((k) => stored.get(`${i} ${j} ${k}`)!),
                         estimated: f.call('Corvane_Mixture_estimated', handle, i, j) === 1,
                         source: count > 0 ? f.textOf('corvane_web_pair_source', handle, i, j) : '',
+                        file: count > 0 ? f.textOf('corvane_web_pair_file', handle, i, j) : '',
                     });
                 }
             return {
@@ -112,6 +128,9 @@ export class Engine {
                 T_max: value(number.T_max, 0), p_max: value(number.p_max, 0), ideal: value(number.ideal, 0) === 1,
             };
         });
+    }
+    private file(f: Frame, equation: string, { name, set }: { name: string; set: number }): string {
+        return f.textOf('corvane_web_set_file', f.text(equation), f.text(name), set);
     }
     flash(spec: MixtureSpec, z: number[], given: Given): Result {
         const known = new Map(two(given));
@@ -191,7 +210,7 @@ export class Engine {
 
     /** The mixture with the binary parameters that the spec names, the others as they are stored. */
     private mixture(spec: MixtureSpec): Open {
-        const { model, components, sets, pairSet = 1, estimate = true, pairs = [] } = spec;
+        const { model, components, sets, pairSet = 0, estimate = true, pairs = [] } = spec;
         const open = this.keep(JSON.stringify(['mixture', model, components, sets ?? [], pairSet, estimate]), () =>
             Frame.with(this.m, (f) => {
                 const names = f.integers(components.map((name) => f.text(name)));

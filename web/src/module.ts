@@ -81,6 +81,6 @@ export class Frame {
         const size = this.m._Corvane_message!(0, 0) + 1;
         const buffer = this.block(size);
         this.m._Corvane_message!(buffer, size);
-        return this.m.UTF8ToString(buffer);
+        return this.m.UTF8ToString(buffer).replace(/; all are in \/CorvaneS\/substances\.tsv$/, ''); // no file of the reader's
     }
 }

@@ -24,6 +24,7 @@ export interface MixtureSpec {
     model: string;
     components: string[];
     sets?: number[];
+    /** Left out: the first number under which all pairs are published. */
     pairSet?: number;
     /** false refuses pairs without published parameters; true (default) takes the theory's estimate. */
     estimate?: boolean;
@@ -128,11 +129,16 @@ export interface ComponentInfo {
     set: number;
     /** Where the parameters come from; "" unknown. */
     source: string;
+    /** Where the ideal-gas heat capacities come from; "" unknown or not loaded. */
+    idealSource: string;
+    /** The parameters with their names, as the data tree has them. */
+    file: string;
 }
 export interface ModelInfo {
     model: string;
     components: ComponentInfo[];
-    pairs: { i: number; j: number; values: number[]; stored: number[]; estimated: boolean; source: string }[];
+    /** values: in use; stored: as published or estimated; file: as the data tree has them, "" if it has none. */
+    pairs: { i: number; j: number; values: number[]; stored: number[]; estimated: boolean; source: string; file: string }[];
     /** Published range, not-a-number where it is not stated. */
     T_min: number;
     T_max: number;

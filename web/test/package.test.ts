@@ -72,14 +72,14 @@ it('finds substances by name, CAS number, formula and synonym', async () => {
 });
 
 it('refuses in one sentence', async () => {
-    const failure = (of: Promise<unknown>) => of.then(() => expect.fail('a result'), (error: unknown) => error as CorvaneFailure);
+    const failure = (of: () => Promise<unknown>) => of().then(() => expect.fail('a result'), (error: unknown) => error as CorvaneFailure);
     for (const [of, kind, text] of [
-        [corvane.fluid('octan').info(), 'not opened', 'octane'],
-        [corvane.mixture('MEOS+GERG', ['methane', 'ethylene glycol']).info(), 'not opened', 'has no parameters'],
-        [corvane.mixture('PR+none', ['methane', 'propane']).info(), 'not opened', 'PR+none'],
-        [corvane.mixture('PR+vdW1', ['methane', 'propane']).bubble([0.5, 0.5], { T: 600 }), 'no solution', '600'],
-        [corvane.mixture('PR+vdW1', ['methane', 'propane']).flash([0.5, 0.5], { p: 1 }), 'bad argument', 'two quantities'],
-        [corvane.mixture('PR+vdW1', ['methane', 'propane', 'butane']).pxy(250), 'thermodynamic', 'pxy'],
+        [() => corvane.fluid('octan').info(), 'not opened', 'octane'],
+        [() => corvane.mixture('MEOS+GERG', ['methane', 'ethylene glycol']).info(), 'not opened', 'has no parameters'],
+        [() => corvane.mixture('PR+none', ['methane', 'propane']).info(), 'not opened', 'PR+none'],
+        [() => corvane.mixture('PR+vdW1', ['methane', 'propane']).bubble([0.5, 0.5], { T: 600 }), 'no solution', '600'],
+        [() => corvane.mixture('PR+vdW1', ['methane', 'propane']).flash([0.5, 0.5], { p: 1 }), 'bad argument', 'two quantities'],
+        [() => corvane.mixture('PR+vdW1', ['methane', 'propane', 'butane']).pxy(250), 'thermodynamic', 'pxy'],
     ] as const) {
         const error = await failure(of);
         expect(error).toBeInstanceOf(CorvaneFailure);

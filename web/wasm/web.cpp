@@ -3,6 +3,8 @@
 #include <corvane/binding/certified.h>
 #include <corvane/catalogue/parameter_sets.h>
 #include <corvane/catalogue/substances.h>
+#include <corvane/core/collected.h>
+#include <corvane/core/files.h>
 #include <corvane/core/text.h>
 #include <corvane/mixture/pair_parameters.h>
 
@@ -34,6 +36,18 @@ double* pair_parameter(CorvaneMixture const* m, int i, int j, int k) {
     if (i < 0 || j < 0 || i >= n || j >= n || i == j) throw BadArgument("no such pair");
     if (!pairs || k < 0 || k >= pairs->pair_parameters()) throw BadArgument("no such parameter");
     return model.ppar(k, i, j);
+}
+/// Path of the file that the parameters of a pair were read from; "" if there is none.
+std::string pair_file(CorvaneMixture const* mixture, int i, int j) {
+    pair_parameter(mixture, i, j, 0);
+    auto const& m = mixture->mixture;
+    const auto name = [&](int k) { return m.components[static_cast<unsigned>(k)]; };
+    for (auto const& [a, b] : {std::pair(i, j), std::pair(j, i)}) {
+        const std::string file = "/CorvaneS/parameters/" + *m.equation + "/" + *m.theory + "/" +
+                                 name(a) + "+" + name(b) + ";" + std::to_string(m.model->id(i, j));
+        if (corvane::has_data_file(file)) return file;
+    }
+    return "";
 }
 }  // namespace
 
@@ -79,17 +93,43 @@ int corvane_web_pair_set(CorvaneMixture* mixture, int i, int j, int k, double va
 int corvane_web_pair_source(CorvaneMixture const* mixture, int i, int j, char* buffer, int size,
                             CorvaneError* error) {
     return certified(error, "pair", mixture, [&] {
-        pair_parameter(mixture, i, j, 0);
+        const std::string file = pair_file(mixture, i, j);
+        return write(file.empty() ? "" : corvane::parameter_notes(file).source, buffer, size);
+    });
+}
+/// The parameter file of a pair as it stands; "" where there is none.
+int corvane_web_pair_file(CorvaneMixture const* mixture, int i, int j, char* buffer, int size,
+                          CorvaneError* error) {
+    return certified(error, "pair", mixture, [&] {
+        const std::string file = pair_file(mixture, i, j);
+        return write(file.empty() ? "" : corvane::file_contents(file.c_str()), buffer, size);
+    });
+}
+
+/// The parameter file of a substance as it stands.
+int corvane_web_set_file(char const* equation, char const* substance, int set, char* buffer,
+                         int size, CorvaneError* error) {
+    return certified<CorvaneObject>(error, "parameters", nullptr, [&] {
+        const std::string file = std::string("/CorvaneS/parameters/") + equation + "/" + substance +
+                                 ";" + std::to_string(set);
+        return write(corvane::file_contents(file.c_str()), buffer, size);
+    });
+}
+/// Where a fluid's ideal-gas heat capacities come from; "" where nothing is said.
+int corvane_web_ideal_source(CorvaneFluid const* fluid, char* buffer, int size,
+                             CorvaneError* error) {
+    return certified(error, "ideal gas", fluid, [&] {
+        auto const& ideal = fluid->fluid.ideal;
+        return write(ideal ? ideal->source : "", buffer, size);
+    });
+}
+/// The same of component i of a mixture whose components all have a table.
+int corvane_web_gas_source(CorvaneMixture const* mixture, int i, char* buffer, int size,
+                           CorvaneError* error) {
+    return certified(error, "ideal gas", mixture, [&] {
         auto const& m = mixture->mixture;
-        const auto name = [&](int k) { return m.components[static_cast<unsigned>(k)]; };
-        for (auto const& [a, b] : {std::pair(i, j), std::pair(j, i)}) {
-            const std::string file = "/CorvaneS/parameters/" + *m.equation + "/" + *m.theory + "/" +
-                                     name(a) + "+" + name(b) + ";" +
-                                     std::to_string(m.model->id(i, j));
-            const auto notes = corvane::parameter_notes(file);
-            if (!notes.source.empty()) return write(notes.source, buffer, size);
-        }
-        return write("", buffer, size);
+        if (i < 0 || i >= m.size()) throw BadArgument("no such component");
+        return write(m.ideal ? m.gases[static_cast<unsigned>(i)].source : "", buffer, size);
     });
 }
 

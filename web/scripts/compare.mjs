@@ -1,0 +1,50 @@
+// The package's numbers against those of the native command: the largest relative difference of each
+// calculation, as rows of a table.
+// usage: CORVANE_COMMAND=... node scripts/compare.mjs      after scripts/page
+import { execFileSync } from 'node:child_process';
+import { load } from '../dist/index.js';
+
+const native = (words) =>
+    JSON.parse(execFileSync(process.env.CORVANE_COMMAND, [...words.split(' '), '--json'], { encoding: 'utf8', maxBuffer: 1 << 26 })).rows;
+const apart = (a, b) => {
+    if (a.length !== b.length || a.some((x) => typeof x !== 'number' || Number.isNaN(x))) return Infinity;
+    return Math.max(...a.map((x, k) => (x === b[k] ? 0 : Math.abs(x - b[k]) / Math.max(Math.abs(x), Math.abs(b[k])))));
+};
+const report = (what, numbers, expected) =>
+    console.log(`| ${what} | ${numbers.length} | ${apart(numbers, expected).toExponential(0)} |`);
+const of = (row, names) => names.split(' ').map((name) => row[name]);
+
+const corvane = await load();
+for (const [equation, substance, T] of [['MEOS', 'water', 450], ['PCSAFT', 'propane', 300], ['PR', 'benzene', 400]]) {
+    const q = await corvane.fluid(substance, equation).saturation({ T });
+    const [row] = native(`saturation ${equation} ${substance} --T ${T}`);
+    report(`saturation, ${equation} ${substance}, ${T} K: p, densities`, [q.p, q.phases[0].rho, q.phases[1].rho], of(row, 'p rhoL rhoV'));
+}
+for (const [equation, substance, T, p] of [['MEOS', 'carbon_dioxide', 320, 10], ['PCSAFT', 'toluene', 400, 1]]) {
+    const q = (await corvane.fluid(substance, equation).state({ T, p })).phases[0];
+    const [row] = native(`state ${equation} ${substance} --T ${T} --p ${p}`);
+    report(`state, ${equation} ${substance}, ${T} K, ${p} MPa: density, h, s, cp, w`, [q.rho, q.h, q.s, q.cp, q.w], of(row, 'rho h s cp w'));
+}
+for (const [model, a, b, T, p] of [['PR+vdW1', 'methane', 'propane', 250, 2], ['SRK+vdW1', 'carbon_dioxide', 'butane', 300, 3], ['PCSAFT+LB', 'ethanol', 'heptane', 360, 0.15], ['MEOS+GERG', 'methane', 'ethane', 220, 2]]) {
+    const mixture = corvane.mixture(model, [a, b]), z = [0.4, 0.6], words = `${model} ${a}=0.4 ${b}=0.6`;
+    const flash = await mixture.flash(z, { p, T });
+    const names = `rho x_${a} x_${b} h s`;
+    report(`flash, ${model} ${a} + ${b}: densities, compositions, h, s`, flash.phases.flatMap((q) => [q.rho, ...q.x, q.h, q.s]),
+        native(`flash ${words} --p ${p} --T ${T}`).flatMap((row) => of(row, names)));
+    const bubble = await mixture.bubble(z, { T }), dew = await mixture.dew(z, { T });
+    report(`bubble and dew point, the same: p, composition of the other phase`, [bubble.p, ...bubble.phases[1].x, dew.p, ...dew.phases[1].x],
+        [...of(native(`bubble ${words} --T ${T}`)[0], `p y_${a} y_${b}`), ...of(native(`dew ${words} --T ${T}`)[0], `p x_${a} x_${b}`)]);
+    const critical = await mixture.criticalPoint(z).catch(() => undefined);
+    if (critical) {
+        const [row] = native(`critical-line ${words}`);
+        report(`critical point, the same: T, p, density`, [critical.T, critical.p, critical.rho], of(row, 'T p rho'));
+    }
+    const pxy = await mixture.pxy(T), rows = native(`pxy ${model} ${a} ${b} --T ${T}`);
+    const line = pxy.lines[0], p0 = line.whole.p;
+    // The command's rows are of all branches; those of one have one kind.
+    const branch = rows.slice(0, p0.length);
+    report(`p-x-y diagram, the same, ${T} K: p, x, y of the first branch (${p0.length} points)`,
+        [...p0, ...line.phases[0].x[0], ...line.phases[1].x[0]],
+        ['p', `x_${a}`, `y_${a}`].flatMap((name) => branch.map((row) => row[name])));
+}
+corvane.close();
