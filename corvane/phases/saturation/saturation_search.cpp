@@ -114,44 +114,31 @@ int SaturationSolver::boundary(Node stable, Node unstable) {
     return -1;
 }
 
-// Steps of a factor of 1.5 in p, or 3 % in T. Unstable states between two stable ones that are no
-// further apart show by a jump of the density (hidden) or a dip of the distance.
-bool SaturationSolver::global(bool upper, double finer) {
-    complete_ = true;
-    std::vector<Node> nodes;
-    double lo = 0.0, hi = 0.0, step = 0.0;
+// Steps of a factor of 1.5 in p, or 3 % in T.
+SaturationSolver::Range SaturationSolver::searched() {
     if (held_.at_T) {
         double sum = 0.0;
         for (int k = 0; k < fluid_.size(); ++k)
             sum += fluid_.z()[k] * std::exp(-fluid_.wilson(k, held_.value));
-        lo = std::min(-std::log(sum) - 4.0, std::log(kHighest) - 10.0);
-        hi = std::log(kHighest);
-        step = 0.4;
+        double lo = std::min(-std::log(sum) - 4.0, std::log(kHighest) - 10.0);
         for (int k = 0; k < 8; ++k, lo -= 4.0)
             if (const Node q = node(lo); q.known && q.stable) break;
-    } else {
-        double least = 1e300, most = 0.0;
-        for (int k = 0; k < fluid_.size(); ++k) {
-            least = std::min(least, fluid_.pure(k).Tcrit());
-            most = std::max(most, fluid_.pure(k).Tcrit());
-        }
-        lo = std::log(0.3 * least);
-        hi = std::log(2.0 * most);
-        step = 0.03;
+        return {lo, std::log(kHighest), 0.4};
     }
-    if (!(hi - lo < 1e4)) {  // absurd temperatures: no pressure to begin with
-        complete_ = false;
-        return false;
+    double least = 1e300, most = 0.0;
+    for (int k = 0; k < fluid_.size(); ++k) {
+        least = std::min(least, fluid_.pure(k).Tcrit());
+        most = std::max(most, fluid_.pure(k).Tcrit());
     }
-    const int count = static_cast<int>(std::ceil((hi - lo) / step * finer));
-    for (int k = 0; k <= count; ++k) nodes.push_back(node(lo + (hi - lo) * k / count));
-    // The changes, in ascending order.
-    struct Change {
-        Node stable, unstable;
-    };
-    std::vector<Change> changes;
+    return {std::log(0.3 * least), std::log(2.0 * most), 0.03};
+}
+
+// Unstable states between two stable ones that are no further apart than a step show by a jump of the
+// density (hidden) or a dip of the distance.
+std::vector<SaturationSolver::Change> SaturationSolver::changes(std::vector<Node> const& nodes) {
+    std::vector<Change> all;
     auto add = [&](Node const& a, Node const& b) {
-        if (a.stable != b.stable) changes.push_back(a.stable ? Change{a, b} : Change{b, a});
+        if (a.stable != b.stable) all.push_back(a.stable ? Change{a, b} : Change{b, a});
     };
     for (std::size_t k = 0; k + 1 < nodes.size(); ++k) {
         Node const &a = nodes[k], &b = nodes[k + 1];
@@ -175,8 +162,22 @@ bool SaturationSolver::global(bool upper, double finer) {
             add(*q, a);
         }
     }
-    if (upper) std::reverse(changes.begin(), changes.end());
-    for (Change const& c : changes) {
+    return all;
+}
+
+bool SaturationSolver::global(bool upper, double finer) {
+    complete_ = true;
+    const auto [lo, hi, step] = searched();
+    if (!(hi - lo < 1e4)) {  // absurd temperatures: no pressure to begin with
+        complete_ = false;
+        return false;
+    }
+    const int count = static_cast<int>(std::ceil((hi - lo) / step * finer));
+    std::vector<Node> nodes;
+    for (int k = 0; k <= count; ++k) nodes.push_back(node(lo + (hi - lo) * k / count));
+    std::vector<Change> found = changes(nodes);
+    if (upper) std::reverse(found.begin(), found.end());
+    for (Change const& c : found) {
         const int r = boundary(c.stable, c.unstable);
         if (r > 0) return true;
         if (r < 0) {

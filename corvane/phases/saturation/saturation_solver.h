@@ -116,6 +116,16 @@ class SaturationSolver {
 
     /// finer: divides the steps.
     bool global(bool upper, double finer);
+    /// ln p (or ln T) from where to where, and its longest step.
+    struct Range {
+        double lo, hi, step;
+    };
+    Range searched();
+    struct Change {
+        Node stable, unstable;
+    };
+    /// Between neighbours, in ascending order.
+    std::vector<Change> changes(std::vector<Node> const& nodes);
     Node node(double s);
     /// Between two stable states: an unstable one, if there are signs of it.
     std::optional<Node> hidden(Node lo, Node hi);

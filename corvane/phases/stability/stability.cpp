@@ -1,6 +1,5 @@
 #include <corvane/core/constants.h>
 #include <corvane/mixture/modeln.h>
-#include <corvane/phases/coexistence/regular_pair.h>
 #include <corvane/phases/numerics/dense.h>
 #include <corvane/phases/report/certificate.h>
 #include <corvane/phases/stability/stability.h>
@@ -20,9 +19,6 @@ constexpr double kRounding = 5e-14;   // of a distance, over the size of its ter
 constexpr double kPurest = 1e-12;     // of the other components in one that is as good as pure
 constexpr double kAlike = 1e-3;       // Σ|Δx| of minima that are one
 constexpr double kSpinodal = 1e-9;    // what rounding may leave of w·(1 − w)·t″
-constexpr double kLevelled = 1e-3;    // of that: a pair whose distance is below rounding may be near
-constexpr double kLeastWay = 3e-4, kOneRoot = 0.5;  // steps of flat(): in logits, of ln rho
-constexpr int kPair = 30;                           // iterations
 constexpr double kDilute = 0.05;      // of a component in a start
 constexpr double kSuspicious = 0.6;   // of a distance over that in an ideal mixture, see ratio()
 constexpr double kNear = 1e-6;        // of such a distance, nearer to a phase than that tells
@@ -238,84 +234,6 @@ StabilityResult Stability::complete(PhaseState const& phase, double p, PhaseStat
     }
     if (whole && r.stable && found.resolved) flat(phase, p, tolerance, r);
     return r;
-}
-
-/// Next to a critical point the distance is of fourth order, and rounding hides what is negative of
-/// it. There a whole is decided by where it lies with respect to the pair of phases next to it
-/// (RegularPair): between the two, outside, or, as far as their errors tell, at one of them, which
-/// is no decision. The pair starts from the whole and a trial phase as good as beside it; without
-/// one from the double tangent of t = s²·(A + B·s + C·s²), s the way from the whole, which the
-/// second derivatives at three compositions give to rounding. Where that is negative somewhere and
-/// leads to no pair there is no decision, either.
-void Stability::flat(PhaseState const& phase, double p, double tolerance, StabilityResult& r) {
-    RegularPair pair(fluid_);
-    pair.T = phase.T;
-    pair.p = p;
-    pair.fixed_fraction = false;
-    const auto decided = [&] {
-        Certificate c;
-        if (!pair.solve(kPair) || !pair.bound(c) || !c.holds() || !pair.locally_stable())
-            return false;
-        double nearest = 1.0;
-        for (PhaseState const* s : {&pair.a, &pair.b})
-            nearest = std::min(nearest, std::fabs(s->x[0] - phase.x[0]));
-        if (!(nearest > c.x_error)) {
-            r.unconverged = 1;
-        } else if (pair.y.back() > 0.0 && pair.y.back() < 1.0) {
-            PhaseState const& far = pair.y.back() > 0.5 ? pair.a : pair.b;
-            r.stable = false;
-            r.other = true;
-            r.trial = {std::min(0.0, distance(far, phase)), far.rho, far.x};
-            r.tpd = r.trial.tpd;
-        }
-        return true;
-    };
-    if (r.other && std::fabs(r.tpd) <= tolerance) {
-        double apart = 0.0;
-        std::vector<double> rho(2);
-        for (int i = 0; i < 2; ++i) {
-            rho[i] = r.trial.rho * r.trial.w[i];
-            apart = std::max(apart, 0.5 * std::fabs(std::log(rho[i] / phase.rho_i[i])));
-        }
-        pair.start(phase.rho_i, rho, phase.T, 0.0);
-        if (apart < RegularPair::kNearEach && decided()) return;
-    }
-    const double room = phase.x[0] * phase.x[1];
-    const auto curvature = [](PhaseState const& s) {
-        return s.m_n(0, 0) - s.m_n(0, 1) - s.m_n(1, 0) + s.m_n(1, 1);
-    };
-    const double here = curvature(phase);
-    if (!(std::fabs(room * here) < kLevelled)) return;
-    const auto at = [&](double s, int order) {
-        step_[0] = phase.x[0] + s;
-        step_[1] = phase.x[1] - s;
-        return step_[0] > 0.0 && step_[1] > 0.0 &&
-               fluid_.evaluate_at(s_, p, phase.T, step_, Root::stable, order) &&
-               std::fabs(std::log(s_.rho / phase.rho)) < kOneRoot;
-    };
-    const double h = 0.1 * room * std::max(std::sqrt(std::fabs(room * here)), kLeastWay);
-    if (!at(h, phase_H)) return;
-    const double above = curvature(s_);
-    if (!at(-h, phase_H)) return;
-    const double below = curvature(s_);
-    const double A = 0.5 * here, B = (above - below) / (12.0 * h),
-                 C = (above - 2.0 * here + below) / (24.0 * h * h);
-    const double middle = -B / (4.0 * C), square = (0.75 * B * B / C - 2.0 * A) / (4.0 * C);
-    if (!(C > 0.0) || !(square > 0.0)) return;
-    std::vector<double> rho[2];
-    for (double width : {1.0, 0.5, 2.0}) {
-        const double half = width * std::sqrt(square);
-        for (int k = 0; k < 2; ++k) {
-            rho[k].clear();
-            if (at(middle + (k == 0 ? half : -half), 0)) rho[k] = s_.rho_i;
-        }
-        if (rho[0].empty() || rho[1].empty()) continue;
-        const double in_a = (half - middle) / (rho[0][0] + rho[0][1]),
-                     in_b = (half + middle) / (rho[1][0] + rho[1][1]);
-        pair.start(rho[0], rho[1], phase.T, std::clamp(in_b / (in_a + in_b), 0.0, 1.0));
-        if (decided()) return;
-    }
-    if (B * B > 4.0 * A * C) r.unconverged = 1;
 }
 
 StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState const* known,

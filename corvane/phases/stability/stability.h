@@ -101,7 +101,9 @@ class CORVANE_API Stability {
     bool hidden_root(PhaseState const& phase, double p, double& tpd);
     StabilityResult complete(PhaseState const& phase, double p, PhaseState const* known,
                              bool first, bool whole);
-    void flat(PhaseState const& phase, double p, double tolerance, StabilityResult& r);
+    class Flat;  // stability_flat.cpp
+    /// A whole that passes, next to a critical point.
+    void flat(PhaseState const& whole, double p, double tolerance, StabilityResult& r);
     static double distance(PhaseState const& s, PhaseState const& phase);
     static bool meets(PhaseState const& s, PhaseState const& phase);
     /// Fills brackets_. Returns the number of compositions without a density.

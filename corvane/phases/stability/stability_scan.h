@@ -5,6 +5,7 @@
 #include <corvane/phases/phase/phase.h>
 
 #include <array>
+#include <limits>
 #include <vector>
 
 namespace corvane::inline detail {
@@ -70,6 +71,14 @@ class BinaryScan {
                 double tolerance);
 
   private:
+    static constexpr double kInfinite = std::numeric_limits<double>::infinity();
+    /// Of an interval that is halved no further, over w·(1 − w).
+    static constexpr double kNarrow = 1e-6;
+    /// From composition a to b, by the mole fractions that are small.
+    static double length(double a0, double a1, double b0, double b1) {
+        return a0 < 0.5 ? b0 - a0 : a1 - b1;
+    }
+
     struct Point {
         double w0 = 0.0, w1 = 0.0, t = 0.0, t1 = 0.0, t2 = 0.0;
         double e = 0.0, e1 = 0.0, e2 = 0.0;  ///< without the ideal part
@@ -111,10 +120,18 @@ class BinaryScan {
     int node(double w0, double w1);
     int middle(Cell const& c);
     bool dilute(Node const& n) const;
-    void ends();
     Point const& point(Node const& n, int root) const;
     int root_of(Zero& z);
     int strands(Cell const& c, Strand* s) const;
+    void process(int cell, Strand const* known, int count, int depth);
+    void end(int k);
+    void refine(Bracket const& b);
+    bool negative(double t) const { return t < -tolerance_; }
+    void take(double t, double rho, double w0, double w1);
+    bool visit(int k);
+
+    // ---- what settles a piece (stability_pieces.cpp)
+
     static void compare(Point const& a, Point const& b, Point const& m, double h, double x,
                         double& A, double& B);
     void error(Cell const& c, Strand& s, int& root) const;
@@ -125,12 +142,6 @@ class BinaryScan {
     static bool gentle(Point const& a, Point const& b);
     bool piece(Point const& a, Point const& b, double A, double B, int root);
     bool vanishing(Cell const& c, Strand const& s, bool halved);
-    void process(int cell, Strand const* known, int count, int depth);
-    void end(int k);
-    void refine(Bracket const& b);
-    bool negative(double t) const { return t < -tolerance_; }
-    void take(double t, double rho, double w0, double w1);
-    bool visit(int k);
 
     FluidModel const& fluid_;
     double T_ = 0.0, p_ = 0.0;

@@ -1,0 +1,115 @@
+#include <corvane/phases/coexistence/regular_pair.h>
+#include <corvane/phases/report/certificate.h>
+#include <corvane/phases/stability/stability.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane {
+namespace {
+constexpr double kLevelled = 1e-3;  // of w·(1 − w)·t″: a pair whose distance is below rounding may be near
+constexpr double kLeastWay = 3e-4, kOneRoot = 0.5;  // steps: in logits, of ln rho
+constexpr int kPair = 30;                           // iterations
+
+double curvature(PhaseState const& s) {
+    return s.m_n(0, 0) - s.m_n(0, 1) - s.m_n(1, 0) + s.m_n(1, 1);
+}
+}  // namespace
+
+/// Next to a critical point the distance is of fourth order, and rounding hides what is negative of
+/// it. There a whole is decided by where it lies with respect to the pair of phases next to it
+/// (RegularPair): between the two, outside, or, as far as their errors tell, at one of them, which
+/// is no decision.
+class Stability::Flat {
+  public:
+    Flat(Stability& test, PhaseState const& whole, double p, StabilityResult& r)
+        : test_(test), whole_(whole), p_(p), r_(r), pair_(test.fluid_) {
+        pair_.T = whole.T;
+        pair_.p = p;
+        pair_.fixed_fraction = false;
+    }
+    /// From the whole and a trial phase as good as beside it. True if that decides.
+    bool from_trial() {
+        double apart = 0.0;
+        std::vector<double> rho(2);
+        for (int i = 0; i < 2; ++i) {
+            rho[i] = r_.trial.rho * r_.trial.w[i];
+            apart = std::max(apart, 0.5 * std::fabs(std::log(rho[i] / whole_.rho_i[i])));
+        }
+        pair_.start(whole_.rho_i, rho, whole_.T, 0.0);
+        return apart < RegularPair::kNearEach && decided();
+    }
+    /// From the double tangent of t = s²·(A + B·s + C·s²), s the way from the whole, which the second
+    /// derivatives at three compositions give to rounding. Where that is negative somewhere and leads
+    /// to no pair there is no decision.
+    void from_double_tangent() {
+        const double room = whole_.x[0] * whole_.x[1], here = curvature(whole_);
+        if (!(std::fabs(room * here) < kLevelled)) return;
+        const double h = 0.1 * room * std::max(std::sqrt(std::fabs(room * here)), kLeastWay);
+        if (!at(h, phase_H)) return;
+        const double above = curvature(test_.s_);
+        if (!at(-h, phase_H)) return;
+        const double below = curvature(test_.s_);
+        const double A = 0.5 * here, B = (above - below) / (12.0 * h),
+                     C = (above - 2.0 * here + below) / (24.0 * h * h);
+        const double middle = -B / (4.0 * C), square = (0.75 * B * B / C - 2.0 * A) / (4.0 * C);
+        if (!(C > 0.0) || !(square > 0.0)) return;
+        for (double width : {1.0, 0.5, 2.0})
+            if (from_either_side(middle, width * std::sqrt(square))) return;
+        if (B * B > 4.0 * A * C) r_.unconverged = 1;
+    }
+
+  private:
+    bool from_either_side(double middle, double half) {
+        std::vector<double> rho[2];
+        for (int k = 0; k < 2; ++k)
+            if (at(middle + (k == 0 ? half : -half), 0)) rho[k] = test_.s_.rho_i;
+        if (rho[0].empty() || rho[1].empty()) return false;
+        const double in_a = (half - middle) / (rho[0][0] + rho[0][1]),
+                     in_b = (half + middle) / (rho[1][0] + rho[1][1]);
+        pair_.start(rho[0], rho[1], whole_.T, std::clamp(in_b / (in_a + in_b), 0.0, 1.0));
+        return decided();
+    }
+    /// The test's state at the way s from the whole, on its density root.
+    bool at(double s, int order) {
+        std::vector<double>& x = test_.step_;
+        x[0] = whole_.x[0] + s;
+        x[1] = whole_.x[1] - s;
+        return x[0] > 0.0 && x[1] > 0.0 &&
+               test_.fluid_.evaluate_at(test_.s_, p_, whole_.T, x, Root::stable, order) &&
+               std::fabs(std::log(test_.s_.rho / whole_.rho)) < kOneRoot;
+    }
+    /// Solves the pair from its start, and says where the whole lies.
+    bool decided() {
+        Certificate c;
+        if (!pair_.solve(kPair) || !pair_.bound(c) || !c.holds() || !pair_.locally_stable())
+            return false;
+        double nearest = 1.0;
+        for (PhaseState const* s : {&pair_.a, &pair_.b})
+            nearest = std::min(nearest, std::fabs(s->x[0] - whole_.x[0]));
+        if (!(nearest > c.x_error)) {
+            r_.unconverged = 1;
+        } else if (pair_.y.back() > 0.0 && pair_.y.back() < 1.0) {
+            PhaseState const& far = pair_.y.back() > 0.5 ? pair_.a : pair_.b;
+            r_.stable = false;
+            r_.other = true;
+            r_.trial = {std::min(0.0, distance(far, whole_)), far.rho, far.x};
+            r_.tpd = r_.trial.tpd;
+        }
+        return true;
+    }
+
+    Stability& test_;
+    PhaseState const& whole_;
+    const double p_;
+    StabilityResult& r_;
+    RegularPair pair_;
+};
+
+void Stability::flat(PhaseState const& whole, double p, double tolerance, StabilityResult& r) {
+    Flat pair(*this, whole, p, r);
+    if (r.other && std::fabs(r.tpd) <= tolerance && pair.from_trial()) return;
+    pair.from_double_tangent();
+}
+
+}  // namespace corvane
