@@ -56,6 +56,22 @@ void pure(KitEquation const& e, char const* name) {
         });
 }
 
+/// A mixture with its isotherm, if it offers one.
+struct Isothermal {
+    ModelN const* q;
+    corvane::IsothermN const* iso;
+    std::vector<double> work;
+
+    Isothermal(ModelN const* model, double T, int n)
+        : q(model), iso(dynamic_cast<corvane::IsothermN const*>(model)) {
+        std::vector<int> present(static_cast<unsigned>(n));
+        for (int i = 0; i < n; ++i) present[static_cast<unsigned>(i)] = i;
+        if (!iso) return;
+        work.resize(static_cast<unsigned>(iso->isotherm_size(n)));
+        iso->isotherm(T, present.data(), n, true, work.data());
+    }
+};
+
 void mixture(KitEquation const& e, std::vector<char const*> const& names) {
     std::printf("%s+%s, %zu components\n", e.by_hand, e.mixing, names.size());
     const MixturePair m = mixture_pair(e, names);
@@ -68,60 +84,45 @@ void mixture(KitEquation const& e, std::vector<char const*> const& names) {
     for (int i = 0; i < n; ++i) rho_i[i] = x[i] * rho;
     std::vector<double> mu(static_cast<unsigned>(n)), mu_T(mu), H(static_cast<unsigned>(n * n));
     double P = 0, P_T = 0, r[2];
-    struct One {
-        ModelN const* q;
-        corvane::IsothermN const* iso;
-        std::vector<double> work;
-    };
-    auto one = [&](ModelN const* q) {
-        One o{q, dynamic_cast<corvane::IsothermN const*>(q), {}};
-        std::vector<int> present(static_cast<unsigned>(n));
-        for (int i = 0; i < n; ++i) present[static_cast<unsigned>(i)] = i;
-        if (o.iso) {
-            o.work.resize(static_cast<unsigned>(o.iso->isotherm_size(n)));
-            o.iso->isotherm(T, present.data(), n, true, o.work.data());
-        }
-        return o;
-    };
-    const One h = one(m.hand.get()), k = one(m.kit.get());
+    const Isothermal h(m.hand.get(), T, n), k(m.kit.get(), T, n);
     auto both = [&](char const* what, auto const& f) {
         compare(
             what, [&](int i) { f(h, i); }, [&](int i) { f(k, i); });
     };
-    both("Ar", [&](One const& o, int) { sink += o.q->Ar(rho, T, x); });
-    both("densities", [&](One const& o, int i) {
+    both("Ar", [&](Isothermal const& o, int) { sink += o.q->Ar(rho, T, x); });
+    both("densities", [&](Isothermal const& o, int i) {
         double a = 0, b = 0;
         sink += o.q->vcalc(10.0 + 1e-6 * i, T, x, 1, a, b) + a;
     });
-    both("derivatives, second order", [&](One const& o, int) {
+    both("derivatives, second order", [&](Isothermal const& o, int) {
         double d[9];
         sink += o.q->derivatives()->deriv(rho, T, x, 2, 2, d) + d[3];
     });
-    both("potentials", [&](One const& o, int) {
+    both("potentials", [&](Isothermal const& o, int) {
         o.q->derivatives()->potentials(rho_i, T, mu.data(), nullptr, nullptr);
     });
-    both("potentials and slopes in T", [&](One const& o, int) {
+    both("potentials and slopes in T", [&](Isothermal const& o, int) {
         o.q->derivatives()->potentials(rho_i, T, mu.data(), mu_T.data(), nullptr);
     });
-    both("potentials and Hessian", [&](One const& o, int) {
+    both("potentials and Hessian", [&](Isothermal const& o, int) {
         o.q->derivatives()->potentials(rho_i, T, mu.data(), nullptr, H.data());
     });
     // An equation without an isotherm pays for the whole call.
-    both("on an isotherm: potentials", [&](One const& o, int) {
+    both("on an isotherm: potentials", [&](Isothermal const& o, int) {
         if (o.iso)
             o.iso->potentials(o.work.data(), n, rho_i.data, mu.data(), nullptr, nullptr, &P,
                               nullptr);
         else
             o.q->derivatives()->potentials(rho_i, T, mu.data(), nullptr, nullptr);
     });
-    both("on an isotherm: potentials, slopes, Hessian", [&](One const& o, int) {
+    both("on an isotherm: potentials, slopes, Hessian", [&](Isothermal const& o, int) {
         if (o.iso)
             o.iso->potentials(o.work.data(), n, rho_i.data, mu.data(), mu_T.data(), H.data(), &P,
                               &P_T);
         else
             o.q->derivatives()->potentials(rho_i, T, mu.data(), mu_T.data(), H.data());
     });
-    both("on an isotherm: densities", [&](One const& o, int i) {
+    both("on an isotherm: densities", [&](Isothermal const& o, int i) {
         double a = 0, b = 0;
         if (o.iso)
             sink += o.iso->densities(o.work.data(), n, x.data, 10.0 + 1e-6 * i, r);

@@ -41,6 +41,7 @@ class Minimiser {
         return how_.lower.size() > 0 &&
                ((x <= how_.lower[i] && gradient > 0.0) || (x >= how_.upper[i] && gradient < 0.0));
     }
+    bool flat() const;  ///< no gradient is left
     Eigen::VectorXd step(double damping);
     void linearise();
 
@@ -90,6 +91,12 @@ Eigen::VectorXd Minimiser::step(double damping) {
     return full / longest;
 }
 
+bool Minimiser::flat() const {
+    return std::all_of(free_.begin(), free_.end(), [&](Eigen::Index i) {
+        return std::fabs(gradient_[i]) <= 1e-9 * scale_[i] * r_.norm();
+    });
+}
+
 Minimum Minimiser::run(Eigen::VectorXd x) {
     for (Eigen::Index i = 0; i < x.size(); ++i) x[i] = clamp(i, x[i]);
     at_.x = x;
@@ -104,10 +111,7 @@ Minimum Minimiser::run(Eigen::VectorXd x) {
     const double nothing = 1e-28 * at_.cost;  // what rounding leaves of the residuals, squared
     while (at_.iterations < how_.limit && (!how_.go_on || how_.go_on())) {
         ++at_.iterations;
-        bool flat = true;
-        for (Eigen::Index i : free_)
-            flat = flat && std::fabs(gradient_[i]) <= 1e-9 * scale_[i] * r_.norm();
-        if (flat || at_.cost <= nothing) {
+        if (flat() || at_.cost <= nothing) {
             at_.converged = true;
             break;
         }

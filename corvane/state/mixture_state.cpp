@@ -343,50 +343,55 @@ MixtureStates along_isochore(Search const& s, double rho, Given other) {
     }).run(temperatures(s), 1e300, 1e300);
 }
 
-void check(Given one) {
-    const bool positive =
-        one.what == Quantity::T || one.what == Quantity::p || one.what == Quantity::rho;
-    if (!std::isfinite(one.value) || (positive && !(one.value > 0.0)) ||
-        (one.what == Quantity::q && !(one.value >= 0.0 && one.value <= 1.0)))
-        throw ThException(th_out_of_range);
-}
+/// Two quantities, checked, in the order of their kinds.
+struct Two {
+    Given a, b;
+
+    Two(Given one, Given other) : a(one), b(other) {
+        check(a);
+        check(b);
+        if (b.what < a.what) std::swap(a, b);
+    }
+    bool are(Quantity first, Quantity second) const { return a.what == first && b.what == second; }
+
+  private:
+    static void check(Given one) {
+        const bool positive =
+            one.what == Quantity::T || one.what == Quantity::p || one.what == Quantity::rho;
+        if (!std::isfinite(one.value) || (positive && !(one.value > 0.0)) ||
+            (one.what == Quantity::q && !(one.value >= 0.0 && one.value <= 1.0)))
+            throw ThException(th_out_of_range);
+    }
+};
 }  // namespace
 
-MixtureStates mixture_states(ModelN const& model, Given a, Given b, Vector<double> const& z,
+MixtureStates mixture_states(ModelN const& model, Given one, Given other, Vector<double> const& z,
                              FlashOptions const& options) {
-    check(a);
-    check(b);
-    if (b.what < a.what) std::swap(a, b);
-    const auto is = [&](Quantity first, Quantity second) {
-        return a.what == first && b.what == second;
-    };
+    const Two given(one, other);
+    auto const& [a, b] = given;
     using enum Quantity;
     const Search search(model, z, options);
-    if (is(T, h) || is(T, u)) return along_isotherm(search, a.value, b);
-    if (is(p, rho) || is(p, u)) return along_isobar(search, a.value, b);
-    if (is(rho, h)) return along_isochore(search, a.value, b);
+    if (given.are(T, h) || given.are(T, u)) return along_isotherm(search, a.value, b);
+    if (given.are(p, rho) || given.are(p, u)) return along_isobar(search, a.value, b);
+    if (given.are(rho, h)) return along_isochore(search, a.value, b);
     return {{mixture_state(model, a, b, z, options)}};
 }
 
-FlashResult mixture_state(ModelN const& model, Given a, Given b, Vector<double> const& z,
+FlashResult mixture_state(ModelN const& model, Given one, Given other, Vector<double> const& z,
                           FlashOptions const& options) {
-    check(a);
-    check(b);
-    if (b.what < a.what) std::swap(a, b);
-    const auto is = [&](Quantity first, Quantity second) {
-        return a.what == first && b.what == second;
-    };
+    const Two given(one, other);
+    auto const& [a, b] = given;
     using enum Quantity;
-    if (is(T, p)) return flash_pT(model, b.value, a.value, z, options);
-    if (is(p, h)) return flash_ph(model, a.value, b.value, z, options);
-    if (is(p, s)) return flash_ps(model, a.value, b.value, z, options);
-    if (is(T, rho)) return flash_Trho(model, a.value, b.value, z, options);
+    if (given.are(T, p)) return flash_pT(model, b.value, a.value, z, options);
+    if (given.are(p, h)) return flash_ph(model, a.value, b.value, z, options);
+    if (given.are(p, s)) return flash_ps(model, a.value, b.value, z, options);
+    if (given.are(T, rho)) return flash_Trho(model, a.value, b.value, z, options);
     const Search search(model, z, options);
-    if (is(T, q) || is(p, q)) return at_q(search, a.what == T, a.value, b.value);
-    if (is(h, s)) return at_hs(search, a.value, b.value);
-    if (is(rho, u) || is(rho, s)) return at_rho(search, a.value, b);
-    if (is(T, s)) return at_Ts(search, a.value, b.value);
-    if (!is(T, h) && !is(T, u) && !is(p, rho) && !is(p, u) && !is(rho, h))
+    if (given.are(T, q) || given.are(p, q)) return at_q(search, a.what == T, a.value, b.value);
+    if (given.are(h, s)) return at_hs(search, a.value, b.value);
+    if (given.are(rho, u) || given.are(rho, s)) return at_rho(search, a.value, b);
+    if (given.are(T, s)) return at_Ts(search, a.value, b.value);
+    if (!given.are(T, h) && !given.are(T, u) && !given.are(p, rho) && !given.are(p, u) && !given.are(rho, h))
         throw ThException(th_out_of_range);
     MixtureStates all = mixture_states(model, a, b, z, options);
     if (all.states.size() > 1)

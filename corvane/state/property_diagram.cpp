@@ -116,6 +116,28 @@ bool bracketed(Lines& lines, double from, double to, int count, bool logarithmic
     return lines.end();
 }
 
+/// All isolines of a fluid, kind by kind, until the caller wants no more.
+template <class Fluid>
+void draw(Fluid const& fluid, Lines& lines, Options const& o) {
+    for (double T : o.T)
+        if (!fluid.across(lines, Quantity::T, T)) return;
+    for (double p : o.p)
+        if (!fluid.across(lines, Quantity::p, p)) return;
+    for (double q : o.q)
+        if (!fluid.along_q(lines, q)) return;
+    for (double s : o.s) {
+        lines.begin(Quantity::s, s);
+        for (int k = 0; k < o.points; ++k) {
+            const auto point = fluid.at_ps(at(o.p_min, o.p_max, k, o.points, true), s);
+            // Outside the temperatures of the diagram there is nothing to draw.
+            if (point && point->T >= o.T_min && point->T <= o.T_max) lines.add(point);
+        }
+        if (!lines.end()) return;
+    }
+    for (double rho : o.rho)
+        if (!fluid.isochore(lines, rho)) return;
+}
+
 class Pure {
   public:
     Pure(Model1 const& model, Options const& o) : model_(model), o_(o) {}
@@ -158,6 +180,15 @@ class Pure {
         return lines.end();
     }
 
+    bool along_q(Lines& lines, double q) const {
+        lines.begin(Quantity::q, q);
+        for (int k = 0; k < o_.points; ++k)
+            lines.add(state({Quantity::T, saturation_T(k)}, {Quantity::q, q}));
+        return lines.end();
+    }
+    std::optional<PropertyPoint> at_ps(double p, double s) const {
+        return state({Quantity::p, p}, {Quantity::s, s});
+    }
     bool isochore(Lines& lines, double rho) const {
         const auto at_T = [&](double T, std::size_t& phases) {
             const auto point = state({Quantity::T, T}, {Quantity::rho, rho});
@@ -181,28 +212,7 @@ class Pure {
                 d.liquid.push_back(*liquid);
                 d.vapour.push_back(*vapour);
             }
-        for (double T : o_.T)
-            if (!across(lines, Quantity::T, T)) return d;
-        for (double p : o_.p)
-            if (!across(lines, Quantity::p, p)) return d;
-        for (double q : o_.q) {
-            lines.begin(Quantity::q, q);
-            for (int k = 0; k < o_.points; ++k)
-                lines.add(state({Quantity::T, saturation_T(k)}, {Quantity::q, q}));
-            if (!lines.end()) return d;
-        }
-        for (double s : o_.s) {
-            lines.begin(Quantity::s, s);
-            for (int k = 0; k < o_.points; ++k) {
-                const double p = at(o_.p_min, o_.p_max, k, o_.points, true);
-                const auto point = state({Quantity::p, p}, {Quantity::s, s});
-                // Outside the temperatures of the diagram there is nothing to draw.
-                if (point && point->T >= o_.T_min && point->T <= o_.T_max) lines.add(point);
-            }
-            if (!lines.end()) return d;
-        }
-        for (double rho : o_.rho)
-            if (!isochore(lines, rho)) return d;
+        draw(*this, lines, o_);
         return d;
     }
 
@@ -242,6 +252,11 @@ class Mixed {
         lines.begin(what, value);
         return bracketed(lines, from, to, o_.points, of_T, flash, [](PropertyPoint const&) { return true; });
     }
+    /// Of mixtures there are none.
+    bool along_q(Lines&, double) const { return true; }
+    std::optional<PropertyPoint> at_ps(double p, double s) const {
+        return maybe([&] { return of(flash_ps(model_, p, s, z_)); });
+    }
     bool isochore(Lines& lines, double rho) const {
         const auto flash = [&](double T, std::size_t& phases) {
             phases = 0;
@@ -273,21 +288,7 @@ class Mixed {
             }
             return {};
         });
-        for (double T : o_.T)
-            if (!across(lines, Quantity::T, T)) return d;
-        for (double p : o_.p)
-            if (!across(lines, Quantity::p, p)) return d;
-        for (double s : o_.s) {
-            lines.begin(Quantity::s, s);
-            for (int k = 0; k < o_.points; ++k) {
-                const double p = at(o_.p_min, o_.p_max, k, o_.points, true);
-                const auto point = maybe([&] { return of(flash_ps(model_, p, s, z_)); });
-                if (point && point->T >= o_.T_min && point->T <= o_.T_max) lines.add(point);
-            }
-            if (!lines.end()) return d;
-        }
-        for (double rho : o_.rho)
-            if (!isochore(lines, rho)) return d;
+        draw(*this, lines, o_);
         return d;
     }
 

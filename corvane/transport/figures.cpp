@@ -61,6 +61,11 @@ std::vector<double> Figures::numbers(std::string const& name, std::size_t count)
     return result;
 }
 
+double Figures::reducing_density(std::string const& part, double M) const {
+    const std::string name = part + ".rho_red", mass = name + "_mass";
+    return has(mass) ? number(mass) / (1e-3 * M) : number(name);
+}
+
 Powers::Powers(Figures const& figures, std::string const& a_name, std::string const& t_name)
     : a(figures.numbers(a_name)), t(figures.numbers(t_name, a.size())) {}
 

@@ -24,6 +24,8 @@ class Figures {
     double number(std::string const& name, double otherwise) const {
         return has(name) ? number(name) : otherwise;
     }
+    /// mol/m³: "<part>.rho_red", or "<part>.rho_red_mass" in kg/m³ of a substance of M g/mol.
+    double reducing_density(std::string const& part, double M) const;
     [[noreturn]] void fail(std::string const& name, std::string const& what) const;
 
   private:

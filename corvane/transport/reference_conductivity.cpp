@@ -38,9 +38,7 @@ OfT dilute_gas(Figures const& f, OfT const& eta0) {
 OfState dense(Figures const& f, double M) {
     std::string const& form = f.text("residual");
     const double T_red = f.number("residual.T_red");
-    const double rho_red = f.has("residual.rho_red_mass")
-                               ? f.number("residual.rho_red_mass") / (1e-3 * M)
-                               : f.number("residual.rho_red");
+    const double rho_red = f.reducing_density("residual", M);
     if (form != "powers") f.fail("residual", "unknown form");
     const auto A = f.numbers("residual.A"), t = f.numbers("residual.t", A.size()),
                d = f.numbers("residual.d", A.size()), gamma = f.numbers("residual.gamma", A.size()),

@@ -137,9 +137,7 @@ OfState rational(Figures const& f, std::string const& form, double T_red, double
 OfState residual(Figures const& f, double M) {
     std::string const& form = f.text("residual");
     const double T_red = f.number("residual.T_red");
-    const double rho_red = f.has("residual.rho_red_mass")
-                               ? f.number("residual.rho_red_mass") / (1e-3 * M)
-                               : f.number("residual.rho_red");
+    const double rho_red = f.reducing_density("residual", M);
     if (form == "free_volume") return free_volume(f, T_red, rho_red);
     if (OfState found = rational(f, form, T_red, rho_red)) return found;
     if (form == "hydrogen")  // Muzny, Huber, Kazakov

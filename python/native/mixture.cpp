@@ -521,8 +521,11 @@ void add_data(MixtureClass& of) {
                          for (int i = 0; i < x.size(); ++i) sets.push_back(x.model->id(i, i));
                          return sets;
                      },
-                     "Numbers of the components' parameter sets.")
-        .def("pair_comment",
+                     "Numbers of the components' parameter sets.");
+}
+
+void add_parameters(MixtureClass& of) {
+    of.def("pair_comment",
              [](Mixture const& x, int i, int j) {
                  check_pair(x, i, j);
                  return std::string(x.model->comment(i, j));
@@ -610,6 +613,7 @@ void add_curves(MixtureClass& of) {
 void add_mixture(nb::module_& m) {
     MixtureClass of(m, "Mixture", "A mixture with its model; corvane.Mixture is for people.");
     add_data(of);
+    add_parameters(of);
     add_states(of);
     add_curves(of);
 }

@@ -70,10 +70,7 @@ Drawn DiagramCommand::with(MixtureRequest const& of) {
 int DiagramCommand::run() {
     plot.begin();
     options.begin();
-    const Drawn found = models.each(request, [&](MixtureRequest const& of) { return with(of); });
-    write(found.head, found.table, options.style);
-    plot.draw(found.picture, found.head, found.table, options.style);
-    return found.code;
+    return models.draw(request, plot, options.style, [&](MixtureRequest const& of) { return with(of); });
 }
 }  // namespace
 

@@ -282,10 +282,7 @@ int EnvelopeCommand::run() {
     plot.begin();
     data.begin();
     options.begin();
-    const Drawn found = models.each(request, [&](MixtureRequest const& of) { return with(of); });
-    write(found.head, found.table, options.style);
-    plot.draw(found.picture, found.head, found.table, options.style);
-    return found.code;
+    return models.draw(request, plot, options.style, [&](MixtureRequest const& of) { return with(of); });
 }
 }  // namespace
 

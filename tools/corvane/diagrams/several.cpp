@@ -69,7 +69,14 @@ void Models::add_to(Command& command) {
                      "a further model in the same table and picture, beside MODEL or in its place", "MODEL");
 }
 
-Drawn Models::each(MixtureRequest request, std::function<Drawn(MixtureRequest const&)> const& one) {
+int Models::draw(MixtureRequest const& request, PlotFile const& plot, Style const& style, One const& one) const {
+    const Drawn found = each(request, one);
+    write(found.head, found.table, style);
+    plot.draw(found.picture, found.head, found.table, style);
+    return found.code;
+}
+
+Drawn Models::each(MixtureRequest request, One const& one) const {
     std::vector<std::string> models = more_;
     if (more_.empty() || request.model.find('+') != std::string::npos)
         models.insert(models.begin(), request.model);

@@ -1,7 +1,7 @@
 // Several models in one picture: --model.
 #pragma once
 
-#include <tools/corvane/diagrams/picture.h>
+#include <tools/corvane/diagrams/plot.h>
 #include <tools/corvane/input/open_mixture.h>
 #include <tools/corvane/output/table.h>
 #include <tools/corvane/program.h>
@@ -24,11 +24,15 @@ struct Drawn {
 class Models {
   public:
     void add_to(Command& command);
-    /// one(request) of each model: that of the request, if it is one, and those of the option. Of
-    /// several the table has a column "model", and curves the colour of their model.
-    Drawn each(MixtureRequest request, std::function<Drawn(MixtureRequest const&)> const& one);
+    using One = std::function<Drawn(MixtureRequest const&)>;
+    /// What a command that draws does at its end: one(request) of each model, that of the request, if it
+    /// is one, and those of the option; then table and picture are written. Of several the table has a
+    /// column "model", and curves the colour of their model. Returns the exit code.
+    int draw(MixtureRequest const& request, PlotFile const& plot, Style const& style, One const& one) const;
 
   private:
+    Drawn each(MixtureRequest request, One const& one) const;
+
     std::vector<std::string> more_;
 };
 
