@@ -37,6 +37,26 @@ TEST(TwoPhase, Limits) {
     vleN_T(m.get(), 230, mix(0), s.p, s.rho1, s.rho2);
     EXPECT_NEAR(s.p / p, 1, 1e-10);
     EXPECT_EQ(s.rho2[0], 0.0);
+    // Nothing of an absent component is used, not even its potential.
+    struct Blind final : corvane::DerivN {
+        corvane::DerivN const& inner;
+        explicit Blind(corvane::DerivN const& of) : inner(of) {}
+        int deriv(double rho, double at, Vector<double> const& x, int nrho, int nT,
+                  double* d) const override {
+            return inner.deriv(rho, at, x, nrho, nT, d);
+        }
+        void potentials(Vector<double> const& rho_i, double at, double* mu, double* mu_T,
+                        double* mu_rho) const override {
+            inner.potentials(rho_i, at, mu, mu_T, mu_rho);
+            for (int i : {0, 1})
+                if (rho_i[i] == 0) mu[i] = std::nan("");
+        }
+    } const blind(*m->derivatives());
+    m->derivatives(&blind);
+    Bubble again{0, 1.02 * rhoL, vec({7, 0.9 * rhoV})};
+    vleN_T(m.get(), 230, mix(0), again.p, again.rho1, again.rho2);
+    m->derivatives(&blind.inner);
+    EXPECT_EQ(again.p, s.p);
     // Raoult's law of the solvent; what is left of it is 1e-8 of dissolved gas.
     march(*m, 230, 1e-9, 1e-9, [&](double, Bubble const& b) {
         EXPECT_NEAR(b.rho2[1] / b.rho2.sum() * b.p / p, 1, 1e-7);
@@ -90,6 +110,32 @@ TEST(TwoPhase, CodesAndResiduals) {
     Vector<double> rho2 = second, rho3 = one;
     EXPECT_EQ(mth_code([&] { vleN_T(m.get(), 260, one, p, rho1, rho2); }), mth_dimensions);
     EXPECT_EQ(mth_code([&] { vleN_T(m.get(), 260, x, p, rho1, rho3); }), mth_dimensions);
+    // The pressure of the thinner phase, by Z, has to be positive and that of the equations, by Ar.
+    struct Inconsistent : VdwTwins {
+        double factor = 1, most = 1e99;
+        double Z(double rho, double T, Vector<double> const& y) const override {
+            return std::min(factor * VdwTwins::Z(rho, T, y), most);
+        }
+        Inconsistent() : VdwTwins(0.05) {}
+    } twins;
+    double T = 240;
+    double rhoL, rhoV;
+    const VdwModel fluid("", twins.Tc(mix(0.5)), 40);
+    corvane::SaturationMarch().at_T(&fluid, T, 0, p, rhoL, rhoV);
+    const auto again = [&](bool by_T) {
+        rho1 = 1.02 * rhoL;
+        rho2 = mix(0.5) * (0.95 * rhoV);
+        return th_code([&] {
+            by_T ? vleN_T(&twins, T, mix(0.5), p, rho1, rho2)
+                 : vleN_p(&twins, p, mix(0.5), T, rho1, rho2);
+        });
+    };
+    EXPECT_EQ(again(true), -1);
+    EXPECT_EQ(again(false), -1);
+    twins.factor = 1.001;
+    EXPECT_EQ(again(false), th_generic);
+    twins.most = -1e-9;
+    EXPECT_EQ(again(true), th_generic);
 }
 
 // Starts from estimates, some of them far off: what returns normally is an equilibrium. The first

@@ -498,4 +498,39 @@ TEST(SplitLiquid, OfAMixture) {
         EXPECT_LT(below.phases.back().rho, 0.5 * q.split[1].rho);
     }
 }
+
+// Two phases next to a critical point, by a model that has no density in a range of compositions far
+// from them: whether there are others is open.
+TEST(NearCritical, OfAModelWithAHole) {
+    struct Hole : ModelN {
+        Mixture inner = peng_robinson("methane", "propane", 0.01);
+        bool open = false;
+        Hole() {
+            mdl1 = inner->mdl1;
+            derivatives(inner->derivatives());
+        }
+        double Ar(double rho, double T, Vector<double> const& x) const override {
+            return inner->Ar(rho, T, x);
+        }
+        int vcalc(double p, double T, Vector<double> const& x, int mode, double& a,
+                  double& b) const override {
+            return open && x[0] > 0.82 && x[0] < 0.9 ? 0 : inner->vcalc(p, T, x, mode, a, b);
+        }
+        double* ppar(int, int, int) override { return nullptr; }
+        void par_alloc() override {}
+        void par_in(FILE*, int, int) override {}
+        void par_out(FILE*, int, int) const override {}
+        Vector<double> mixpar(Vector<double> const& x) const override { return x; }
+    } m;
+    for (double z : {0.3, 0.6})
+        for (double off : {1e-4, 1e-6, 1e-8}) {
+            SCOPED_TRACE(testing::Message() << z << " " << off);
+            m.open = false;
+            const double T = corvane::critical_point(*m.inner, mix(z)).T * (1 - off),
+                         p = corvane::bubble_T(*m.inner, T, mix(z)).p * (1 - 0.6 * off);
+            EXPECT_EQ(corvane::flash_pT(m, p, T, mix(z)).phases.size(), 2u);
+            m.open = true;
+            EXPECT_THROW(corvane::flash_pT(m, p, T, mix(z)), corvane::EquilibriumFailure);
+        }
+}
 }  // namespace

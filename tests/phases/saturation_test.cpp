@@ -172,6 +172,38 @@ TEST(Saturation, RetrogradeAndRefusal) {
     EXPECT_EQ(mth_code([&] { corvane::bubble_T(*m, 200, vec({1})); }), 2);
 }
 
+// Where both dew points, or both bubble points, lie between two steps of the search, it finds what the
+// trace of the envelope does: by the jump of the density, or by the dip of the distance.
+TEST(Saturation, SearchAloneBetweenItsSteps) {
+    int found = 0;
+    for (auto [x, off] : {std::pair(0.1, 1e-3), {0.9, 1e-3}, {0.1, 5e-3}}) {
+        const Mixture m = peng_robinson("methane", "propane", 0.01);
+        double hottest = 0;
+        for (auto const& q : corvane::phase_envelope(*m, mix(x)).cricondentherm)
+            hottest = std::max(hottest, q.T);
+        for (auto kind : {Saturated::dew, Saturated::bubble})
+            for (auto branch : {corvane::Branch::lower, corvane::Branch::upper}) {
+                const auto p = [&](bool trace) {
+                    corvane::SaturationOptions o;
+                    o.branch = branch;
+                    o.trace = trace;
+                    try {
+                        const auto q =
+                            corvane::saturation_T(*m, kind, hottest * (1 - off), mix(x), o);
+                        EXPECT_TRUE(q.certificate.holds());
+                        return q.p;
+                    } catch (EquilibriumFailure const& e) {
+                        EXPECT_EQ(e.kind(), EquilibriumFailure::Kind::no_solution) << e.what();
+                        return 1.0;
+                    }
+                };
+                EXPECT_NEAR(p(false) / p(true), 1, 1e-9) << x << " " << off;
+                found += p(true) != 1.0;
+            }
+    }
+    EXPECT_GE(found, 8);
+}
+
 // Mercury with more benzene than it dissolves at any pressure: no bubble point, and the search says
 // so, though the trial phase beside the boundary of the vapour is not the liquid that appears
 // there.
@@ -252,7 +284,8 @@ TEST(Saturation, OfAModelWithHoles) {
     };
     const struct {
         double hole, low, high, T;
-    } rows[] = {{60, -1, 2, 30}, {400, 0.31, 0.9, 200}, {400, 0.31, 2, 200}};
+    } rows[] = {
+        {60, -1, 2, 30}, {400, 0.31, 0.9, 200}, {400, 0.31, 2, 200}, {400, 0.85, 0.9, 200}};
     const auto expect_gave_up = [](auto const& call) {
         try {
             call();

@@ -250,6 +250,107 @@ TEST(Stability, NarrowMinimaBetweenStarts) {
     }
 }
 
+/// An ideal gas of three components whose Gibbs energy (over RT) has narrow wells.
+struct Wells : ModelN {
+    struct Well {
+        Vector<double> at;
+        double depth, width;
+    };
+    std::vector<Well> wells;
+    VdwModel pure[3]{VdwModel("", 200, 40), VdwModel("", 300, 40), VdwModel("", 500, 40)};
+    Wells() {
+        mdl1.size(3);
+        for (int i : {0, 1, 2}) mdl1[i] = &pure[i];
+    }
+    /// Of the wells at x, and its slopes.
+    double g(Vector<double> const& x, Vector<double>& slope) const {
+        double sum = 0;
+        for (Well const& well : wells) {
+            const Vector<double> off = (x + well.at * -1.0) * (1 / well.width);
+            double d = 0;
+            for (int i : {0, 1, 2}) d += off[i] * off[i];
+            const double e = well.depth * std::exp(-0.5 * d);
+            sum -= e;
+            slope = slope + off * (e / well.width);
+        }
+        return sum;
+    }
+    double Ar(double, double, Vector<double> const& x) const override {
+        Vector<double> slope(3);
+        return g(x, slope);
+    }
+    double myr(Vector<double> const& rho_i, double, int i) const override {
+        const Vector<double> x = rho_i * (1 / rho_i.sum());
+        Vector<double> slope(3);
+        double sum = g(x, slope) + slope[i];
+        for (int k : {0, 1, 2}) sum -= x[k] * slope[k];
+        return sum;
+    }
+    int vcalc(double p, double T, Vector<double> const&, int, double& a, double&) const override {
+        a = p / (R * T);
+        return 1;
+    }
+    double* ppar(int, int, int) override { return nullptr; }
+    void par_alloc() override {}
+    void par_in(FILE*, int, int) override {}
+    void par_out(FILE*, int, int) const override {}
+    Vector<double> mixpar(Vector<double> const& x) const override { return x; }
+};
+
+// A well at each composition from which the test is said to descend is found, and seen from no other.
+TEST(Stability, DescendsFromEveryStart) {
+    const Vector<double> z = vec({0.5, 0.3, 0.2});
+    const double T = 300, p = 1;
+    const auto ideal = [&](Vector<double> const& w) {
+        double sum = 0;
+        for (int i : {0, 1, 2})
+            if (w[i] > 0) sum += w[i] * std::log(w[i] / z[i]);
+        return sum;
+    };
+    const auto toward = [&](int i, double part) {
+        Vector<double> w = z * (1 - part);
+        w[i] += part;
+        return w;
+    };
+    Wells m;
+    const auto stable = [&] {
+        const corvane::FluidModel fluid(m, z);
+        corvane::PhaseState phase;
+        phase.resize(3);
+        EXPECT_TRUE(fluid.evaluate_at(phase, p, T, fluid.z(), corvane::Root::stable, corvane::phase_H));
+        return corvane::Stability(fluid).test(phase, p, nullptr, true).stable;
+    };
+    EXPECT_TRUE(stable());
+    const auto found = [&](Vector<double> const& w, double width) {
+        m.wells.push_back({w, ideal(w) + 0.5, width});
+        const bool unstable = !stable();
+        m.wells.pop_back();
+        return unstable;
+    };
+    EXPECT_FALSE(found(vec({0.41, 0.13, 0.46}), 0.01));  // where nothing starts
+    for (int i : {0, 1, 2}) {
+        SCOPED_TRACE(i);
+        for (double part : {1.0, 0.998, 0.5, 0.05})
+            EXPECT_TRUE(found(toward(i, part), part > 0.9 ? 2e-4 : 0.01)) << part;
+    }
+    const corvane::FluidModel fluid(m, z);
+    for (double sign : {1.0, -1.0}) {
+        Vector<double> w = z;
+        for (int i : {0, 1, 2}) w[i] *= std::exp(sign * fluid.wilson(i, T));
+        EXPECT_TRUE(found(w * (1 / w.sum()), 0.01)) << sign;
+    }
+    // Between two minima, and where the distance is low somewhere between two components, too.
+    m.wells = {{toward(0, 0.998), 0.7 * ideal(toward(0, 0.998)), 0.01},
+               {toward(1, 0.998), 0.7 * ideal(toward(1, 0.998)), 0.01}};
+    EXPECT_TRUE(stable());
+    EXPECT_TRUE(found((toward(0, 0.998) + toward(1, 0.998)) * 0.5, 0.01));
+    for (int i : {0, 1, 2}) {
+        Vector<double> w = z * 0.1;
+        for (int k : {0, 1, 2}) w[k] += k == i ? 0 : 0.45;
+        EXPECT_TRUE(found(w, 0.01)) << i;
+    }
+}
+
 // Two phases of nearly pure water that differ in density alone, by 1 %: a trial on its way to one of
 // them must not be taken for the other because of its composition.
 TEST(Stability, PhasesOfOneCompositionDiffer) {

@@ -2,6 +2,7 @@
 #include <corvane/corvane.h>
 #include <support/errors.h>
 #include <support/vdw_model.h>
+#include <tests/equilibria/phases.h>
 #include <tests/plugins/cubic_reference.h>
 
 #include <gtest/gtest.h>
@@ -243,11 +244,75 @@ TEST(VolumeFinder, HandsOutRootsOnly) {
     for (auto [p, T] : {std::pair(1.0, -inf), {1.0, inf}, {1.0, 0.0}, {inf, 100.0}, {nan, 100.0}}) {
         Vector<double> roots(3);
         double rho = 1e-3, rho2 = 0;
+        m.calls = 0;
         EXPECT_EQ(volume(&m, 0, p, T, nullptr, m.vs(), roots), 0);
         EXPECT_EQ(volav(&m, 0, p, T, nullptr, m.vs(), rho), 0);
         EXPECT_FALSE(volnewt(&m, 0, p, T, nullptr, m.vs(), rho));
         EXPECT_EQ(volf1(&m, p, T, m.vs(), rho, rho2), 0);
+        EXPECT_EQ(m.calls, 0);  // no state: the model is not asked
     }
+}
+
+// A pressure that leaps over the one that is asked for is no root, whatever search ends there.
+TEST(VolumeFinder, LeapsAreNoRoots) {
+    const double T = 240, P = 1, b = 40;
+    Custom m;  // tables of 300 K and 40 cm³/mol
+    m.fill_tables();
+    std::vector<std::pair<double, double>> leaps;  // the pressure from a density on
+    m.f = [&](double density, double) {
+        double p = 0.5 * P;
+        for (auto [from, to] : leaps)
+            if (density > from) p = to;
+        return p / (R * T * density);
+    };
+    const double gas = 0.5 * m.xrho(T, 3), liquid = 1.2 * m.xrho(T, 1);
+    Vector<double> roots(3);
+    double rho = 0, rho2 = 0;
+    leaps = {{gas, 2 * P}};
+    EXPECT_EQ(volume(&m, 0, P, T, nullptr, b, roots), 0);
+    EXPECT_EQ(volf1(&m, P, T, b, rho, rho2), 0);
+    leaps = {{liquid, 2 * P}};
+    EXPECT_EQ(volf1(&m, P, T, b, rho, rho2), 0);
+    // So near to the leap that its slope makes the step short.
+    leaps = {{0, (1 - 1e-7) * P}, {gas, 1e3 * P}};
+    EXPECT_FALSE(volnewt(&m, 0, P, T, nullptr, b, rho = gas * (1 - 1e-6)));
+    // Beside an unstable root: falling from 3·P to −P, and leaps at either end of that.
+    m.f = [&](double density, double) {
+        const double u = (density * b - 0.35) / 0.35;
+        return P * (u < -0.9 ? 0 : u > 0.9 ? 2 : 1 - 2 * u) / (R * T * density);
+    };
+    EXPECT_EQ(volume(&m, 0, P, T, nullptr, b, roots), 3);
+    for (int k : {0, 1, 2}) EXPECT_NEAR(roots[k] * b, 0.35, 1e-9);
+}
+
+// Where the searches of a density end: at the ends of y, at a step that is no number, and where the
+// start's retreats hit a root that they are not to see.
+TEST(VolumeFinder, EndsOfSearches) {
+    VdwModel m;
+    m.fill_tables();
+    const double T = 0.8 * m.Tcrit(), b = m.vs();
+    double rho = 0.27 / b;  // the end of the secant that stays has to count less and less
+    EXPECT_EQ(volav(&m, 0, 17, 97.5, nullptr, b, rho), 1);
+    EXPECT_NEAR(m.Z(rho, 97.5) * R * 97.5 * rho, 17, 1e-6);
+    Custom falls;  // to y = 1, from where short steps lead nowhere: p·b/(RT) = −y²/(y − 0.5) − …
+    falls.f = [&](double density, double) {
+        const double y = density * b;
+        return std::log(std::fabs(1 - y / 0.5)) - 6.2 * y;
+    };
+    EXPECT_EQ(volav(&falls, 0, 0.028, 70.7, nullptr, b, rho = (1 - 1.8e-9) / b), 0);
+    Custom ideal;
+    ideal.f = [](double, double) { return 0.0; };
+    EXPECT_EQ(volav(&ideal, 0, 1e10, 1e-300, nullptr, 30, rho = 0.01), 0);
+    EXPECT_EQ(rho, 0.01);
+    // 0.3/8 is what three retreats make of 0.3; the fourth check fails.
+    const double thin = 0.3 / 8 / b, start = 0.3 / b;
+    EXPECT_FALSE(volnewt(&m, 0, m.Z(thin, T) * R * T * thin, T, nullptr, b, rho = start));
+    EXPECT_EQ(rho, start);
+    const VdwTwins twins(0);  // a root at y = 1.5, for which d is too large
+    Vector<double> x = mix(0.5);
+    const double dense = 0.5 / 40, p = twins.Z(dense, 600, x) * R * 600 * dense;
+    EXPECT_FALSE(volnewt(&twins, 1, p, 600, &x, 120, rho = 0.9 / 120));
+    EXPECT_TRUE(volnewt(&twins, 1, p, 600, &x, 60, rho));
 }
 
 TEST(VolumeFinder, ServesMixturesThroughTheSamePath) {
