@@ -250,21 +250,28 @@ TEST(Stability, NarrowMinimaBetweenStarts) {
     }
 }
 
-/// An ideal gas of three components whose Gibbs energy (over RT) has narrow wells.
+/// An ideal gas of three components whose Gibbs energy (over RT) has narrow wells; or that and, a
+/// hundred times as dense, a liquid whose Gibbs energy is `lift` higher, but for the wells.
 struct Wells : ModelN {
     struct Well {
         Vector<double> at;
         double depth, width;
     };
     std::vector<Well> wells;
+    Vector<double> lift;
     VdwModel pure[3]{VdwModel("", 200, 40), VdwModel("", 300, 40), VdwModel("", 500, 40)};
     Wells() {
         mdl1.size(3);
         for (int i : {0, 1, 2}) mdl1[i] = &pure[i];
     }
-    /// Of the wells at x, and its slopes.
-    double g(Vector<double> const& x, Vector<double>& slope) const {
+    /// Residual energy at x, and its slopes.
+    double g(double rho, Vector<double> const& x, Vector<double>& slope) const {
         double sum = 0;
+        if (lift.size() > 0) {
+            if (rho < 4e-3) return 0;
+            sum = lift * x - std::log(100);
+            slope = lift;
+        }
         for (Well const& well : wells) {
             const Vector<double> off = (x + well.at * -1.0) * (1 / well.width);
             double d = 0;
@@ -275,20 +282,24 @@ struct Wells : ModelN {
         }
         return sum;
     }
-    double Ar(double, double, Vector<double> const& x) const override {
+    double Ar(double rho, double, Vector<double> const& x) const override {
         Vector<double> slope(3);
-        return g(x, slope);
+        return g(rho, x, slope);
     }
     double myr(Vector<double> const& rho_i, double, int i) const override {
         const Vector<double> x = rho_i * (1 / rho_i.sum());
         Vector<double> slope(3);
-        double sum = g(x, slope) + slope[i];
+        double sum = g(rho_i.sum(), x, slope) + slope[i];
         for (int k : {0, 1, 2}) sum -= x[k] * slope[k];
         return sum;
     }
-    int vcalc(double p, double T, Vector<double> const&, int, double& a, double&) const override {
+    int vcalc(double p, double T, Vector<double> const& x, int mode, double& a,
+              double& b) const override {
         a = p / (R * T);
-        return 1;
+        if (lift.size() == 0) return 1;
+        b = 100 * a;
+        if (mode == 1 || (mode == -1 && Ar(b, T, x) + std::log(100) < 0)) std::swap(a, b);
+        return 2;
     }
     double* ppar(int, int, int) override { return nullptr; }
     void par_alloc() override {}
@@ -349,6 +360,15 @@ TEST(Stability, DescendsFromEveryStart) {
         for (int k : {0, 1, 2}) w[k] += k == i ? 0 : 0.45;
         EXPECT_TRUE(found(w, 0.01)) << i;
     }
+    // And where substitution leads from the pure components along the root of higher Gibbs energy.
+    m.wells.clear();
+    m.lift = vec({0.1, 1.5, 0.4});
+    EXPECT_TRUE(stable());
+    Vector<double> w = z;
+    for (int i : {0, 1, 2}) w[i] *= std::exp(-m.lift[i]);
+    w = w * (1 / w.sum());
+    m.wells = {{w, ideal(w) + m.lift * w + 0.5, 0.01}};
+    EXPECT_FALSE(stable());
 }
 
 // Two phases of nearly pure water that differ in density alone, by 1 %: a trial on its way to one of
