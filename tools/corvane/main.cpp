@@ -20,6 +20,7 @@ corvane COMMAND --help tells the rest.)");
     cli::add_saturation(program);
     cli::add_density(program);
     cli::add_critical(program);
+#ifndef CORVANE_FEW
     cli::add_solid(program);
     cli::add_viscosity(program);
     cli::add_transport(program);
@@ -27,7 +28,9 @@ corvane COMMAND --help tells the rest.)");
     cli::add_mixture(program);
     cli::add_bubble(program);
     cli::add_dew(program);
+#endif
     cli::add_flash(program);
+#ifndef CORVANE_FEW
     cli::add_pxy(program);
     cli::add_txy(program);
     cli::add_envelope(program);
@@ -51,5 +54,6 @@ corvane COMMAND --help tells the rest.)");
     cli::add_property_diagram(program);
     cli::add_check_equation(program);
     cli::add_new_equation(program);
+#endif
     return program.run(argc, argv);
 }
