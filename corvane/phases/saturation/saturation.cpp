@@ -57,6 +57,8 @@ SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
     std::optional<Found> direct;  // of a branch: candidates beside those of the search
     std::optional<SaturationPoint> beside;
     if (any) {
+        if (may_split && o.start && !o.start->split.empty())
+            if (const auto found = warm_split(*o.start, o)) return *found;
         if (o.start && warm(*o.start) && accept()) return result(o);
         const bool accepted = cold() && accept();
         if (accepted && !second_liquid()) return result(o);

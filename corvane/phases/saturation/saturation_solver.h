@@ -94,6 +94,9 @@ class SaturationSolver {
 
     // ---- liquids that split (saturation_split.cpp)
 
+    /// From a neighbouring point whose given composition is split.
+    std::optional<SaturationPoint> warm_split(SaturationPoint const& start,
+                                              SaturationOptions const& o);
     /// From a bubble point of the whole that is not stable.
     std::optional<SaturationPoint> beside_liquids(SaturationOptions const& o);
     struct Vanishing;

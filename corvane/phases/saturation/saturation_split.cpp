@@ -93,6 +93,16 @@ std::optional<SaturationPoint> SaturationSolver::first_vapour(
     return point;
 }
 
+std::optional<SaturationPoint> SaturationSolver::warm_split(SaturationPoint const& start,
+                                                            SaturationOptions const& o) {
+    std::optional<SaturationPoint> found;
+    if (start.incipient.x.size() == fluid_.expand(fluid_.z()).size())
+        found = first_vapour(start.split, start.fraction, present(fluid_, start.incipient.x),
+                             start.incipient.rho, held_.T(start.T), o);
+    open_ = false;  // what was not found from there is no answer
+    return found;
+}
+
 /// The certificate of a vapour, the last of all phases, beside liquids.
 bool SaturationSolver::certified_beside(CoexistenceSolver const& all, SaturationPoint& point,
                                         SaturationOptions const& o) {
