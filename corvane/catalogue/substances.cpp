@@ -4,6 +4,7 @@
 #include <corvane/core/text.h>
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <iterator>
 #include <limits>
@@ -13,16 +14,17 @@
 namespace corvane {
 namespace {
 constexpr std::size_t kColumns = 12;
+using Fields = std::array<std::string_view, kColumns>;
 
-Substance read_line(std::vector<std::string> const& field) {
+Substance read_line(Fields const& field) {
     const auto value = [&](std::size_t k) {
+        if (field[k] == "-") return std::numeric_limits<double>::quiet_NaN();
         return to_number(field[k]).value_or(std::numeric_limits<double>::quiet_NaN());
     };
-    const auto word = [&](std::size_t k) { return field[k] == "-" ? std::string() : field[k]; };
+    const auto word = [&](std::size_t k) { return std::string(field[k] == "-" ? "" : field[k]); };
     Substance s{word(0),  word(1),  word(2),  value(3), value(4),  value(5),
                 value(6), value(7), value(8), value(9), value(10), {}};
-    const std::string aliases = word(11);
-    for (std::string_view rest = aliases; !rest.empty();)
+    for (std::string_view rest = field[11] == "-" ? "" : field[11]; !rest.empty();)
         if (std::string name = trimmed(next_part(rest, ';')); !name.empty())
             s.aliases.push_back(std::move(name));
     return s;
@@ -36,6 +38,14 @@ std::string without_subscripts(std::string text) {
             text.replace(at, subscript.size(), 1, static_cast<char>('0' + digit));
     }
     return text;
+}
+
+/// The capital letters of a text, as bits: those of two formulas of the same atoms are equal.
+unsigned capitals(std::string_view text) {
+    unsigned bits = 0;
+    for (char c : text)
+        if (c >= 'A' && c <= 'Z') bits |= 1u << (c - 'A');
+    return bits;
 }
 
 /// Spellings that count as the same name: without regard to case, what parts its words, and British
@@ -171,10 +181,8 @@ Substances::Substances(DataHome const& home) {
         while (!lines.empty()) {
             std::string_view line = next_part(lines, '\n');
             if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-            std::vector<std::string> field;
-            field.reserve(kColumns);
-            while (!line.empty()) field.emplace_back(next_part(line, '\t'));
-            field.resize(kColumns, "-");
+            Fields field;
+            for (std::string_view& one : field) one = line.empty() ? "-" : next_part(line, '\t');
             if (Substance s = read_line(field); !s.name.empty() && !before.count(s.name))
                 all_.push_back(std::move(s));
         }
@@ -200,7 +208,9 @@ std::vector<Substance const*> Substances::find(std::string const& given) const {
             return false;
         });
     if (found.empty() && !formula.empty())
-        found = where([&](Substance const& s) { return sum_formula(s.formula) == formula; });
+        found = where([&, letters = capitals(text)](Substance const& s) {
+            return capitals(s.formula) == letters && sum_formula(s.formula) == formula;
+        });
     if (found.empty())  // "co2"
         found = where([&](Substance const& s) { return lower(s.formula) == lower(text); });
     return found;

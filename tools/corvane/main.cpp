@@ -14,7 +14,8 @@ Examples:
   corvane saturation PR CO2 --T 220:300:10      vapour pressure table
   corvane saturation PR water --p 1.01325 --unit-p bar --unit-T C --mass
   corvane bubble PR+vdW1 methane=0.3 propane=0.7 --T 250:300:10
-corvane COMMAND --help tells the rest.)");
+corvane COMMAND --help tells the rest.)",
+        argc, argv);
     cli::add_list(program);
     cli::add_state(program);
     cli::add_saturation(program);
@@ -55,5 +56,5 @@ corvane COMMAND --help tells the rest.)");
     cli::add_check_equation(program);
     cli::add_new_equation(program);
 #endif
-    return program.run(argc, argv);
+    return program.run();
 }

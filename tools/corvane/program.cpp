@@ -91,18 +91,21 @@ CommandText text_of(CLI::App& app) {
 
 Command& Command::positional(char const* name, std::string& value, char const* text,
                              bool required) {
-    app_.add_option(name, value, text)->required(required)->type_name("");
+    if (!app_) return *this;
+    app_->add_option(name, value, text)->required(required)->type_name("");
     return *this;
 }
 
 Command& Command::positionals(char const* name, std::vector<std::string>& values,
                               char const* text, bool required) {
-    app_.add_option(name, values, text)->required(required)->expected(-1)->type_name("");
+    if (!app_) return *this;
+    app_->add_option(name, values, text)->required(required)->expected(-1)->type_name("");
     return *this;
 }
 
 Command& Command::value(char const* name, std::string& value, char const* text, Rule const& rule) {
-    CLI::Option* option = app_.add_option(name, value, text);
+    if (!app_) return *this;
+    CLI::Option* option = app_->add_option(name, value, text);
     option->required(rule.required)->type_name(rule.type);
     const auto empty = [](std::string& v) { return std::string(v.empty() ? "no value" : ""); };
     option->check(CLI::Validator(empty, ""));
@@ -114,43 +117,44 @@ Command& Command::value(char const* name, std::string& value, char const* text, 
 
 Command& Command::words(char const* name, std::vector<std::string>& values, char const* text,
                         char const* type) {
-    app_.add_option(name, values, text)->expected(1, -1)->type_name(type);
+    if (!app_) return *this;
+    app_->add_option(name, values, text)->expected(1, -1)->type_name(type);
     return *this;
 }
 
 Command& Command::repeated(char const* name, std::vector<std::string>& values, char const* text,
                            char const* type) {
-    app_.add_option(name, values, text)->allow_extra_args(false)->type_name(type);
+    if (!app_) return *this;
+    app_->add_option(name, values, text)->allow_extra_args(false)->type_name(type);
     return *this;
 }
 
 Command& Command::count(char const* name, int& value, char const* text) {
-    app_.add_option(name, value, text)->type_name("N")->check(CLI::PositiveNumber.description(""));
+    if (!app_) return *this;
+    app_->add_option(name, value, text)->type_name("N")->check(CLI::PositiveNumber.description(""));
     return *this;
 }
 
 Command& Command::flag(char const* name, bool& value, char const* text) {
-    app_.add_flag(name, value, text);
+    if (!app_) return *this;
+    app_->add_flag(name, value, text);
     return *this;
 }
 
 Command& Command::excludes(char const* name, char const* other) {
-    app_.get_option(name)->excludes(app_.get_option(other));
-    return *this;
-}
-
-Command& Command::also(char const* name) {
-    app_.alias(name);
+    if (!app_) return *this;
+    app_->get_option(name)->excludes(app_->get_option(other));
     return *this;
 }
 
 Command& Command::examples(char const* lines) {
-    app_.footer(std::string("\nExamples:\n") + lines);
+    if (!app_) return *this;
+    app_->footer(std::string("\nExamples:\n") + lines);
     return *this;
 }
 
-Program::Program(char const* text, char const* examples)
-    : app_(std::make_unique<CLI::App>(text, "corvane")) {
+Program::Program(char const* text, char const* examples, int argc, char** argv)
+    : argc_(argc), argv_(argv), app_(std::make_unique<CLI::App>(text, "corvane")) {
     app_->set_version_flag("--version", "corvane " CORVANE_VERSION);
     app_->footer(examples);
     app_->require_subcommand(1);
@@ -158,10 +162,13 @@ Program::Program(char const* text, char const* examples)
 
 Program::~Program() = default;
 
-Command Program::add(char const* name, char const* text, Action action) {
+Command Program::add(char const* name, char const* text, Action action, char const* also) {
     CLI::App* sub = app_->add_subcommand(name, text);
+    if (*also != '\0') sub->alias(also);
     sub->callback([this, action = std::move(action)] { chosen_ = action; });
-    return Command(*sub);
+    const std::string_view asked = argc_ > 1 ? argv_[1] : "";
+    const bool any_other = asked.empty() || asked.front() == '-';
+    return Command(any_other || asked == name || asked == also ? sub : nullptr);
 }
 
 std::string Program::command() const {
@@ -186,15 +193,15 @@ int Program::wrong_use(std::string text) const {
     return kWrongUse;
 }
 
-int Program::parse_and_run(int argc, char** argv) {
-    if (argc == 3 && std::string_view(argv[1]) == "--generate") {  // the build does; help is silent
+int Program::parse_and_run() {
+    if (argc_ == 3 && std::string_view(argv_[1]) == "--generate") {  // the build does; help is silent
         std::vector<CommandText> all{text_of(*app_)};
         for (CLI::App* command : app_->get_subcommands(nullptr)) all.push_back(text_of(*command));
-        write_manual(argv[2], all);
+        write_manual(argv_[2], all);
         return 0;
     }
     try {
-        app_->parse(argc, argv);
+        app_->parse(argc_, argv_);
     } catch (CLI::Success const& e) {  // --help, --version
         app_->exit(e);
         if (!std::cout.flush() || std::fflush(stdout) != 0)
@@ -206,13 +213,13 @@ int Program::parse_and_run(int argc, char** argv) {
     return chosen_();
 }
 
-int Program::run(int argc, char** argv) {
+int Program::run() {
     std::string failure;
     int code = kFailed;
     try {
         report_full_files();
         occupy_closed_streams();
-        return parse_and_run(argc, argv);
+        return parse_and_run();
     } catch (Misuse const& e) {
         failure = e.what();
         code = kWrongUse;

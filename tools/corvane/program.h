@@ -23,10 +23,11 @@ struct Rule {
     char const* type = "VALUE";            ///< what help calls it
 };
 
-/// A command under construction. The variables must live as long as the program.
+/// A command under construction. The variables must live as long as the program. Without an app, nothing
+/// is built: the command was not asked for.
 class Command {
   public:
-    explicit Command(CLI::App& app) : app_(app) {}
+    explicit Command(CLI::App* app) : app_(app) {}
     Command& positional(char const* name, std::string& value, char const* text, bool required);
     /// One or more words, or any number if not required.
     Command& positionals(char const* name, std::vector<std::string>& values, char const* text,
@@ -43,30 +44,33 @@ class Command {
     Command& flag(char const* name, bool& value, char const* text);
     /// The two options do not go together.
     Command& excludes(char const* name, char const* other);
-    /// A second name.
-    Command& also(char const* name);
     Command& examples(char const* lines);
 
   private:
-    CLI::App& app_;
+    CLI::App* app_;
 };
 
 class Program {
   public:
-    Program(char const* text, char const* examples);
+    /// The arguments are those of main, for run. Where they name a command, options of others are not
+    /// built: all of them take longer than a state.
+    Program(char const* text, char const* examples, int argc, char** argv);
     ~Program();
 
-    Command add(char const* name, char const* text, Action action);
+    /// also: a second name.
+    Command add(char const* name, char const* text, Action action, char const* also = "");
 
     /// Parses the command line, runs the command and reports what is thrown: "corvane: <command>:
     /// <text>" on standard error. Returns the exit code: 0 done, 1 failed, 2 wrong use.
-    int run(int argc, char** argv);
+    int run();
 
   private:
-    int parse_and_run(int argc, char** argv);
+    int parse_and_run();
     int wrong_use(std::string text) const;
     std::string command() const;
 
+    int argc_;
+    char** argv_;
     std::unique_ptr<CLI::App> app_;
     Action chosen_;
 };

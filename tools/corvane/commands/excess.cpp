@@ -140,8 +140,7 @@ void add_excess(Program& program) {
     auto excess = std::make_shared<ExcessCommand>();
     Command command =
         program.add("excess", "activity coefficients and excess functions of a mixture",
-                    [excess] { return excess->run(); });
-    command.also("activity");
+                    [excess] { return excess->run(); }, "activity");
     excess->request.fractions_optional = true;
     excess->request.add_to(command);
     command
