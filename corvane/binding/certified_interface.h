@@ -152,6 +152,14 @@ CORVANE_API CorvaneResult* Corvane_flash_ps(const CorvaneMixture* mixture, doubl
                                             const double* z, int n, CorvaneError* error);
 CORVANE_API CorvaneResult* Corvane_flash_Trho(const CorvaneMixture* mixture, double T, double rho,
                                               const double* z, int n, CorvaneError* error);
+/* All stable states with two given quantities of CorvaneGiven, by rising temperature (density where T is
+ * given), as the points of one line. (p, T), (p, h), (p, s), (T, rho), (T, q), (p, q), (h, s), (rho, u),
+ * (rho, s) and (T, s) have one; (T, h), (T, u), (p, rho), (p, u) and (rho, h) may have several, and
+ * Corvane_Result_complete tells whether flashes failed where there may be more. q is the amount of the
+ * lightest phase. Other pairs are refused. */
+CORVANE_API CorvaneResult* Corvane_mixture_states(const CorvaneMixture* mixture, int first,
+                                                  double a, int second, double b,
+                                                  const double* z, int n, CorvaneError* error);
 
 enum CorvaneBranch { /* where there are several solutions */
     CORVANE_BRANCH_ANY,

@@ -12,6 +12,12 @@ corvane::PureStateOptions range_of(corvane::Fluid const& f) {
     return options;
 }
 
+/// h and s of the whole, where there are tables.
+void add_caloric(corvane::Mixture const& mixture, Vector<double> const& x, corvane::FlashResult& q) {
+    if (mixture.ideal && !(std::isfinite(q.h) && std::isfinite(q.s)))
+        corvane::add_caloric(*mixture.model, x, q);
+}
+
 using Flash = corvane::FlashResult (*)(ModelN const&, double, double, Vector<double> const&,
                                        corvane::FlashOptions const&);
 
@@ -22,8 +28,7 @@ CorvaneResult* flash(char const* name, Flash solve, CorvaneMixture const* m, dou
         corvane::FlashOptions options;
         options.validity = &m->mixture.validity;
         corvane::FlashResult q = solve(*m->mixture.model, a, b, x, options);
-        if (m->mixture.ideal && !(std::isfinite(q.h) && std::isfinite(q.s)))
-            corvane::add_caloric(*m->mixture.model, x, q);
+        add_caloric(m->mixture, x, q);
         auto r = std::make_unique<CorvaneResult>();
         r->lines.push_back(line_of(CORVANE_LINE_POINTS, std::vector{q}, *m->mixture.model));
         return r.release();
@@ -121,6 +126,24 @@ EXPORT CorvaneResult* Corvane_flash_ps(const CorvaneMixture* mixture, double p, 
 EXPORT CorvaneResult* Corvane_flash_Trho(const CorvaneMixture* mixture, double T, double rho,
                                          const double* z, int n, CorvaneError* error) {
     return flash("flash_Trho", corvane::flash_Trho, mixture, T, rho, z, n, error);
+}
+
+EXPORT CorvaneResult* Corvane_mixture_states(const CorvaneMixture* mixture, int first, double a,
+                                             int second, double b, const double* z, int n,
+                                             CorvaneError* error) {
+    return certified(error, "mixture_states", mixture, [&] {
+        using corvane::Quantity;
+        const Vector<double> x = composition(mixture, z, n);
+        corvane::FlashOptions options;
+        options.validity = &mixture->mixture.validity;
+        auto found = corvane::mixture_states(*mixture->mixture.model, {chosen(first, Quantity::q), a},
+                                             {chosen(second, Quantity::q), b}, x, options);
+        for (auto& q : found.states) add_caloric(mixture->mixture, x, q);
+        auto r = std::make_unique<CorvaneResult>();
+        r->complete = found.complete;
+        r->lines.push_back(line_of(CORVANE_LINE_POINTS, found.states, *mixture->mixture.model));
+        return r.release();
+    });
 }
 
 EXPORT CorvaneResult* Corvane_bubble_T(const CorvaneMixture* mixture, double T, const double* z,

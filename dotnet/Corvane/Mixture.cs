@@ -191,6 +191,22 @@ namespace Corvane
         public FlashResult FlashTRho(double T, double rho, params double[] z) =>
             Flash(Corvane_flash_Trho(handle, T, rho, z, Length(z), out CorvaneError e), ref e);
 
+        /// <summary>All stable states that have two given quantities.</summary>
+        /// <param name="first">the first quantity; Q is the amount of the lightest phase</param>
+        /// <param name="a">its value: K, MPa, mol/cm³, J/mol, J/(mol K), or a fraction</param>
+        /// <param name="second">the second quantity</param>
+        /// <param name="b">its value, likewise: K, MPa, mol/cm³, J/mol, J/(mol K), or a fraction</param>
+        /// <param name="z">mole fractions of the whole</param>
+        /// <returns>states by rising temperature (density where T is given): several at most for (T, H),
+        /// (T, U), (P, Rho), (P, U) and (Rho, H)</returns>
+        /// <exception cref="ThermodynamicException">NoSolution, GaveUp; codes OutOfRange: a value or a
+        /// pair that is not offered, NoIdealGas; BadArgument: length of z</exception>
+        public IReadOnlyList<FlashResult> States(Quantity first, double a, Quantity second, double b,
+                                                 params double[] z) =>
+            Result.Of(Corvane_mixture_states(handle, (int)first, a, (int)second, b, z, Length(z),
+                                             out CorvaneError e), ref e, true)
+                .Single(v => new FlashResult(v));
+
         /// <summary>Bubble point at a temperature.</summary>
         /// <param name="T">K</param>
         /// <param name="z">mole fractions of the liquid</param>

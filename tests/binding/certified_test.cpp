@@ -120,6 +120,14 @@ TEST(Certified, PointsOfMixturesAsInCpp) {
         EXPECT_EQ(value(r, 0, 0, CORVANE_WHOLE, CORVANE_X_ERROR), q.certificate.x_error);
     }
 
+    // Two states at one T and h, between which the isotherm has its lowest h.
+    using Q = corvane::Quantity;
+    const auto both = corvane::mixture_states(m, {Q::T, 250}, {Q::h, 3000}, x);
+    const Result pair(Corvane_mixture_states(gas.get(), CORVANE_GIVEN_H, 3000, CORVANE_GIVEN_T, 250, z, 2, &e));
+    ASSERT_EQ(Corvane_Result_points(pair.get(), 0, &e), 2) << e.message;
+    EXPECT_EQ(Corvane_Result_complete(pair.get()), 1);
+    for (int k : {0, 1}) EXPECT_EQ(value(pair, 0, k, CORVANE_WHOLE, CORVANE_P), both.states[k].p);
+
     // Two dew points at one T: the branch, bubble and dew, and T and p are not mixed up.
     struct Saturation {
         CorvaneResult* (*c)(CorvaneMixture const*, double, double const*, int, int, CorvaneError*);

@@ -88,6 +88,11 @@ namespace Corvane.Interop
             MixtureHandle mixture, double T, double rho, double[] z, int n, out CorvaneError error);
 
         [DllImport(Library)]
+        internal static extern ResultHandle Corvane_mixture_states(
+            MixtureHandle mixture, int first, double a, int second, double b, double[] z, int n,
+            out CorvaneError error);
+
+        [DllImport(Library)]
         internal static extern ResultHandle Corvane_bubble_T(
             MixtureHandle mixture, double T, double[] z, int n, int branch, out CorvaneError error);
 

@@ -89,6 +89,7 @@ namespace Corvane.Tests
             }
             using (Mixture m = Mixture.Open("PR+vdW1", "methane", "propane"))
             {
+                Equal("states", m.States(Quantity.T, 250, Quantity.H, 3000, Half).Count, 2);
                 SaturationPoint low = m.DewT(325, Half, Branch.Lower);
                 SaturationPoint high = m.DewT(325, Half, Branch.Upper);
                 True("branches", low.P < high.P && low.Split.Count == 0);
