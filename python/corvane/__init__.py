@@ -17,6 +17,7 @@ from .equation import Equation, check_equation
 from .fitting import FitResult, fit
 from .fluid import Fluid, Saturation, State
 from .mixture import (
+    AzeotropicLine,
     CriticalLine,
     CriticalPoints,
     Diagram,
@@ -29,12 +30,14 @@ from .mixture import (
     SolidPoints,
     TernaryDiagram,
     TernaryRegion,
+    ThreePhaseLine,
 )
 from .outputs import ExcessProperties, HenryConstants, IdealCurve, VirialCoefficients
 from .residue import ResidueCurve, ResidueMap
 from .status import Interrupted, Status
 
 __all__ = [
+    "AzeotropicLine",
     "BinaryType",
     "CriticalLine",
     "CriticalPoints",
@@ -65,6 +68,7 @@ __all__ = [
     "Status",
     "TernaryDiagram",
     "TernaryRegion",
+    "ThreePhaseLine",
     "VirialCoefficients",
     "check_equation",
     "data_home",

@@ -8,7 +8,7 @@ from typing import TYPE_CHECKING, Any, Sequence
 from ._numpy import np
 
 if TYPE_CHECKING:
-    from .mixture import CriticalLine
+    from .mixture import AzeotropicLine, CriticalLine, ThreePhaseLine
 
 _ALIKE = 1e-6  # ends of lines are exact: two phases are the same there
 
@@ -34,11 +34,11 @@ class BinaryType:
         return (self.type or "?") + (f"-{suffix}" if suffix else "")
 
 
-def classify(critical: Sequence[CriticalLine], three_phase: Sequence[np.ndarray],
-             azeotropic: Sequence[np.ndarray]) -> BinaryType:  # fmt: skip
+def classify(critical: Sequence[CriticalLine], three_phase: Sequence[ThreePhaseLine],
+             azeotropic: Sequence[AzeotropicLine]) -> BinaryType:  # fmt: skip
     """The type from all stable critical lines, lines of three phases and azeotropic lines of a binary."""
     ends = sorted(tuple(sorted(_ends(line))) for line in critical)
-    loops = sorted(tuple(map(_merging, (line[0], line[-1]))) for line in three_phase)
+    loops = sorted((_merging(line, 0), _merging(line, -1)) for line in three_phase)
     # Where the third phase is a mere trace, a line comes in pieces; its last piece tells.
     known = [loop for loop in loops if loop != ("open", "open")]
     kind = _kind_of(ends, known, len(loops) > len(known))
@@ -85,9 +85,9 @@ def _ends(line: CriticalLine) -> list[str]:
     return found
 
 
-def _merging(row: np.ndarray) -> str:
+def _merging(line: ThreePhaseLine, k: int) -> str:
     """At an end of a line of three phases: "liquids" or "vapour" (and a liquid) are alike, or it is "open"."""
-    x, rho = row[2:5], row[5:8]
+    x, rho = line.x[k], line.rho[k]
 
     def alike(i: int, j: int) -> bool:
         return bool(abs(x[i] - x[j]) < _ALIKE and abs(rho[i] / rho[j] - 1.0) < _ALIKE)
@@ -97,9 +97,9 @@ def _merging(row: np.ndarray) -> str:
     return "vapour" if alike(1, 2) or alike(0, 2) else "open"
 
 
-def _between(line: np.ndarray) -> bool:
-    low, high = np.minimum(line[:, 2], line[:, 3]), np.maximum(line[:, 2], line[:, 3])
-    return bool(np.any((line[:, 4] > low + _ALIKE) & (line[:, 4] < high - _ALIKE)))
+def _between(line: ThreePhaseLine) -> bool:
+    x, y, vapour = line.x.T
+    return bool(np.any((vapour > np.minimum(x, y) + _ALIKE) & (vapour < np.maximum(x, y) - _ALIKE)))
 
 
 def of(mixture: Any, p_max: float) -> BinaryType:

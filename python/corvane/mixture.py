@@ -12,7 +12,7 @@ from .arrays import flat, flat_with_composition, magnitude
 from .binary_type import BinaryType
 from .catalogue import directory
 from .diagram import PropertyDiagram, diagram
-from .fluid import _PHASE, Fluid, _again
+from .fluid import _CODES, _PHASE, Fluid, _again
 from .quantities import returns_quantities
 from .residue import ResidueMap, draw_triangle, in_triangle
 from .results import Table, colour_of, figure_axes
@@ -49,20 +49,23 @@ class MixtureState(_OfComponents):
 class FlashResult(_OfComponents):
     """Stable states: phases and their amounts, certified.
 
-    Attributes, of the broadcast shape of the arguments: T (K), p (Pa), rho (mol/m³, of the whole), h
-    (J/mol), s (J/(mol K)), phases (their number), tpd (lowest tangent-plane distance found, over RT),
-    x_error (bound of the error of the compositions, where known), status. With one axis more, for the
+    Attributes, of the broadcast shape of the arguments: T (K), p (Pa), rho (mol/m³, of the whole), h, u
+    (J/mol), s (J/(mol K)), phases (their number), status. The certificate: tpd (lowest tangent-plane
+    distance found, over RT), x_error, rho_error (bounds of the errors of mole fractions and, relative, of
+    the phases' densities; not-a-number where none are known, as of one phase), dmu, dp (largest difference
+    of potentials over RT and, relative, of pressures between the phases). With one axis more, for the
     phases in order of falling mass density (not-a-number where there are fewer): fraction,
     rho_phase (mol/m³); with two axes more: x (phase, component).
     """
 
-    columns: ClassVar[tuple[str, ...]] = ("T", "p", "rho", "h", "s", "phases", "tpd", "x_error")
+    columns: ClassVar[tuple[str, ...]] = ("T", "p", "rho", "h", "s", "u", "phases", "tpd", "x_error", "rho_error",
+                                          "dmu", "dp")  # fmt: skip
 
     def __init__(self, values: np.ndarray, status: np.ndarray, components: Sequence[str]):
         n = len(components)
         for k, name in enumerate(self.columns):
             setattr(self, name, values[..., k])
-        slots = values[..., 8:].reshape(*status.shape, n + 1, n + 2)
+        slots = values[..., len(self.columns):].reshape(*status.shape, n + 1, n + 2)
         self.fraction, self.rho_phase, self.x = slots[..., 0], slots[..., 1], slots[..., 2:]
         self.status, self._components = status, components
 
@@ -81,32 +84,37 @@ class SaturationPoints(_OfComponents):
 
     Attributes: T (K), p (Pa), rho, rho_incipient (mol/m³), y (composition of the incipient phase,
     components last), value_error (bound of the relative error of p, or of T where p was given), x_error
-    (bound of that of the compositions), status. The bounds are not-a-number where none are known.
+    (bound of that of the compositions), dmu, dp, tpd (as of :class:`FlashResult`), status. The bounds are
+    not-a-number where none are known.
     """
 
-    columns: ClassVar[tuple[str, ...]] = ("T", "p", "rho", "rho_incipient", "value_error", "x_error", "y")
+    columns: ClassVar[tuple[str, ...]] = ("T", "p", "rho", "rho_incipient", "value_error", "x_error", "dmu", "dp", "tpd",
+                                          "y")  # fmt: skip
 
     def __init__(self, values: np.ndarray, status: np.ndarray, components: Sequence[str]):
         for k, name in enumerate(self.columns[:-1]):
             setattr(self, name, values[..., k])
-        self.y, self.status, self._components = values[..., 6:], status, components
+        self.y, self.status, self._components = values[..., 9:], status, components
 
 
 class Envelope(_OfComponents):
     """A phase envelope, from the dew side at low pressure on.
 
     Attributes, one axis: T (K), p (Pa), rho, rho_incipient (mol/m³), bubble (the incipient phase is the
-    lighter one), unstable (a third phase is more stable), y (components last); critical, cricondentherm,
-    cricondenbar: lists of (T, p); closed: whether it came back to low pressure.
+    lighter one), unstable (a third phase is more stable), y (components last), value_error (bound of the
+    relative error of p and T), x_error (of that of the compositions; both not-a-number without
+    ``stability``, and where none is known); critical, cricondentherm, cricondenbar: lists of (T, p);
+    closed: whether it came back to low pressure.
     """
 
-    columns: ClassVar[tuple[str, ...]] = ("T", "p", "rho", "rho_incipient", "y")
+    columns: ClassVar[tuple[str, ...]] = ("T", "p", "rho", "rho_incipient", "value_error", "x_error", "y")
 
     def __init__(self, d: dict[str, Any], components: Sequence[str]):
         points = d["points"]
         self.T, self.p, self.rho, self.rho_incipient = (points[:, k] for k in range(4))
         self.bubble, self.unstable = points[:, 4] > 0, points[:, 5] > 0
-        self.y, self.status = points[:, 6:], np.zeros(len(points), dtype=np.int8)
+        self.value_error, self.x_error = points[:, 6], points[:, 7]
+        self.y, self.status = points[:, 8:], np.zeros(len(points), dtype=np.int8)
         for name in ("critical", "cricondentherm", "cricondenbar"):
             setattr(self, name, [tuple(row[:2]) for row in d[name]])
         self.closed, self._components = d["closed"], components
@@ -128,14 +136,16 @@ class Envelope(_OfComponents):
 
 class Branch(Table):
     """Tie lines of a binary, one axis: T (K), p (Pa), x and y (mole fraction of the first component in
-    both phases), rho_x, rho_y (mol/m³); kind, begin, end in words; azeotropes: rows (T, p, x)."""
+    both phases), rho_x, rho_y (mol/m³), value_error (bound of the relative error of p, or of T where p was
+    given), x_error (of x and y; not-a-number where none is known, as of pure components); kind, begin, end in
+    words; azeotropes: rows (T, p, x)."""
 
-    columns: ClassVar[tuple[str, ...]] = ("T", "p", "x", "y", "rho_x", "rho_y")
+    columns: ClassVar[tuple[str, ...]] = ("T", "p", "x", "y", "rho_x", "rho_y", "value_error", "x_error")
 
     def __init__(self, d: dict[str, Any]):
         points = d["points"]
-        for k, name in enumerate(self.columns):
-            setattr(self, name, points[:, k])
+        for name, column in zip(self.columns, (*range(6), 7, 8)):
+            setattr(self, name, points[:, column])
         self.status = np.zeros(len(points), dtype=np.int8)
         self.kind, self.begin, self.end = d["kind"], d["begin"], d["end"]
         self.azeotropes = d["azeotropes"][:, :3]
@@ -184,13 +194,15 @@ class Diagram:
 
 
 class CriticalPoints(_OfComponents):
-    """Critical points, one axis: T (K), p (Pa), rho (mol/m³), stable, x (components last)."""
+    """Critical points, one axis: T (K), p (Pa), rho (mol/m³), stable, x (components last), conditions (largest
+    residual of the critical conditions), tpd (lowest tangent-plane distance found, over RT)."""
 
-    columns: ClassVar[tuple[str, ...]] = ("T", "p", "rho", "x")
+    columns: ClassVar[tuple[str, ...]] = ("T", "p", "rho", "x", "conditions", "tpd")
 
     def __init__(self, rows: np.ndarray, components: Sequence[str]):
         self.T, self.p, self.rho, self.stable = rows[:, 0], rows[:, 1], rows[:, 2], rows[:, 3] > 0
-        self.x, self.status, self._components = rows[:, 4:], np.zeros(len(rows), dtype=np.int8), components
+        self.conditions, self.tpd = rows[:, 4], rows[:, 5]
+        self.x, self.status, self._components = rows[:, 6:], np.zeros(len(rows), dtype=np.int8), components
 
 
 class CriticalLine(CriticalPoints):
@@ -199,6 +211,35 @@ class CriticalLine(CriticalPoints):
     def __init__(self, d: dict[str, Any], components: Sequence[str]):
         super().__init__(d["points"], components)
         self.begin, self.end = d["begin"], d["end"]
+
+
+class ThreePhaseLine(Table):
+    """A line of three fluid phases of a binary, by rising T: T (K), p (Pa); x (mole fraction of the first component)
+    and rho (mol/m³) with an axis more, for the phases by falling mass density; dmu, dp, tpd (as of
+    :class:`FlashResult`); begin and end in words."""
+
+    columns: ClassVar[tuple[str, ...]] = ("T", "p", "x", "rho", "dmu", "dp", "tpd")
+
+    def __init__(self, d: dict[str, Any]):
+        points = d["points"]
+        self.T, self.p, self.x, self.rho = points[:, 0], points[:, 1], points[:, 2:5], points[:, 5:8]
+        self.dmu, self.dp, self.tpd = points[:, 8:].T
+        self.begin, self.end, self.status = d["begin"], d["end"], np.zeros(len(points), dtype=np.int8)
+
+    def _label(self, k: int) -> str:
+        return str(k + 1)
+
+
+class AzeotropicLine(Table):
+    """A line of azeotropes of a binary, one axis: T (K), p (Pa), x (mole fraction of the first component),
+    rho_liquid, rho_vapour (mol/m³), dmu, dp, tpd (as of :class:`FlashResult`); begin and end in words."""
+
+    columns: ClassVar[tuple[str, ...]] = ("T", "p", "x", "rho_liquid", "rho_vapour", "dmu", "dp", "tpd")
+
+    def __init__(self, d: dict[str, Any]):
+        for k, name in enumerate(self.columns):
+            setattr(self, name, d["points"][:, k])
+        self.begin, self.end, self.status = d["begin"], d["end"], np.zeros(len(self.T), dtype=np.int8)
 
 
 class TernaryRegion(_OfComponents):
@@ -302,10 +343,11 @@ class SolidPoints(_OfComponents):
 
 class Projection:
     """What a binary does in p and T: attributes ``vapour_pressures`` (name: :class:`corvane.Saturation`),
-    ``critical`` (:class:`CriticalLine`), ``three_phase`` and ``azeotropic`` (arrays of rows T/K, p/Pa, …)."""
+    ``critical`` (:class:`CriticalLine`), ``three_phase`` (:class:`ThreePhaseLine`) and ``azeotropic``
+    (:class:`AzeotropicLine`)."""
 
-    def __init__(self, vapour_pressures: dict[str, Any], critical: list[CriticalLine], three_phase: list[np.ndarray],
-                 azeotropic: list[np.ndarray]):  # fmt: skip
+    def __init__(self, vapour_pressures: dict[str, Any], critical: list[CriticalLine],
+                 three_phase: list[ThreePhaseLine], azeotropic: list[AzeotropicLine]):  # fmt: skip
         self.vapour_pressures, self.critical = vapour_pressures, critical
         self.three_phase, self.azeotropic = three_phase, azeotropic
 
@@ -320,8 +362,7 @@ class Projection:
                  (self.azeotropic, "azeotropes", "C2", "--")]  # fmt: skip
         for lines, what, usual, style in parts:
             for k, line in enumerate(lines):
-                T, p = (line.T, line.p) if isinstance(line, CriticalLine) else (line[:, 0], line[:, 1])
-                ax.plot(T, p / 1e6, style, color=colour or usual, label=what if k == 0 and label is None else None)
+                ax.plot(line.T, line.p / 1e6, style, color=colour or usual, label=what if k == 0 and label is None else None)
         ax.set(xlabel="T / K", ylabel="p / MPa")
         ax.legend()
         return ax
@@ -500,23 +541,28 @@ class Mixture:
         ----------
         z : array_like
             Mole fractions, components on the last axis.
-        T, p, h, s, rho, u, q : array_like
-            Exactly (p, T), (p, h), (p, s), (T, rho), (T, q), (p, q), (h, s), (rho, u), (rho, s) or (T, s); K, Pa, J/mol,
-            J/(mol K), mol/m³; q is the amount of the lightest phase.
+        T, p, rho, h, s, u, q : array_like
+            Two of them, but not (h, u), (s, u), nor q beside others than T and p; K, Pa, mol/m³, J/mol,
+            J/(mol K); q is the amount of the lightest phase. (T, h), (T, u), (p, rho), (p, u) and (rho, h) may
+            belong to several states: then the element has none, and :meth:`flashes` lists them.
         """
-        kinds = {("T", "p"): (0, "p", "T"), ("h", "p"): (1, "p", "h"), ("p", "s"): (2, "p", "s"),
-                 ("T", "rho"): (3, "T", "rho"), ("T", "q"): (4, "T", "q"), ("p", "q"): (5, "p", "q"),
-                 ("h", "s"): (6, "h", "s"), ("rho", "u"): (7, "rho", "u"), ("rho", "s"): (8, "rho", "s"),
-                 ("T", "s"): (9, "T", "s")}  # fmt: skip
-        key = tuple(sorted(given))
-        if key not in kinds:
-            raise TypeError("give (p, T), (p, h), (p, s), (T, rho), (T, q), (p, q), (h, s), (rho, u), (rho, s) or (T, s)")
-        kind, first, second = kinds[key]
+        first, second = _pair(given)
         shape, (a, b), x = flat_with_composition(z, len(self.components), **{first: given[first], second: given[second]})
-        values, status, words, done = self._native.flash(kind, a, b, x, threads)
+        values, status, words, done = self._native.flash(_CODES[first], a, _CODES[second], b, x, threads)
         status = status.reshape(shape)
         result = FlashResult(values.reshape(*shape, -1), status, self.components)
         return judge(result, status, words, done, errors)
+
+    @returns_quantities
+    def flashes(self, z: ArrayLike, **given: float) -> FlashResult:
+        """All states of composition z (one axis) with two given values, as :meth:`flash`, one axis, by rising
+        temperature (rising density where T is given). ``complete``: no part of the search was left open."""
+        first, second = _pair(given)
+        a, b = (float(magnitude(given[name], name)) for name in (first, second))
+        values, complete = self._native.flash_all(_CODES[first], a, _CODES[second], b, _one(z))
+        result = FlashResult(values, np.zeros(len(values), dtype=np.int8), self.components)
+        result.complete = complete
+        return result
 
     @returns_quantities
     def bubble(self, z: ArrayLike, *, T: ArrayLike | None = None, p: ArrayLike | None = None, branch: str = "any",
@@ -598,13 +644,15 @@ class Mixture:
         lines = self._native.critical_lines(float(magnitude(p_max, "p")))
         return [CriticalLine(d, self.components) for d in lines]
 
-    def three_phase_lines(self, *, p_max: float = 1e9) -> list[np.ndarray]:
-        """Lines of three fluid phases of a binary: rows (T/K, p/Pa, x of three phases, densities)."""
-        return self._native.three_phase_lines(float(magnitude(p_max, "p")))
+    @returns_quantities
+    def three_phase_lines(self, *, p_max: float = 1e9) -> list[ThreePhaseLine]:
+        """Lines of three fluid phases of a binary, certified."""
+        return [ThreePhaseLine(d) for d in self._native.three_phase_lines(float(magnitude(p_max, "p")))]
 
-    def azeotropic_lines(self, *, p_max: float = 1e9) -> list[np.ndarray]:
-        """Azeotropic lines of a binary: rows (T/K, p/Pa, x, densities of liquid and vapour)."""
-        return self._native.azeotropic_lines(float(magnitude(p_max, "p")))
+    @returns_quantities
+    def azeotropic_lines(self, *, p_max: float = 1e9) -> list[AzeotropicLine]:
+        """Azeotropic lines of a binary, certified."""
+        return [AzeotropicLine(d) for d in self._native.azeotropic_lines(float(magnitude(p_max, "p")))]
 
     @returns_quantities
     def projection(self, *, p_max: float = 1e8) -> Projection:
@@ -698,6 +746,15 @@ class Mixture:
     def _repr_html_(self) -> str:
         guess = ", ".join(f"{a} + {b}" for a, b in self.estimated)
         return f"<b>{' + '.join(self.components)}</b>, {self.model}" + (f"<br>estimated pairs: {guess}" if guess else "")
+
+
+def _pair(given: Mapping[str, Any]) -> tuple[str, str]:
+    """The two quantities of a flash, in the library's order."""
+    names = sorted(given, key=lambda name: _CODES.get(name, -1))
+    without = {("h", "u"), ("s", "u"), ("rho", "q"), ("h", "q"), ("s", "q"), ("u", "q")}
+    if len(names) != 2 or not set(names) <= set(_CODES) or tuple(names) in without:
+        raise TypeError("give two of T, p, rho, h, s, u, q; not (h, u) or (s, u), and q beside T or p alone")
+    return names[0], names[1]
 
 
 def _one(z: ArrayLike) -> np.ndarray:

@@ -31,9 +31,10 @@ class Line:
 
 
 def phases(lower, upper):
-    """Rows T, p, x, rho with the phases alike that are named."""
+    """A line of three phases with those alike at its ends that are named."""
     row = {"open": (0.1, 0.9, 0.5, 30, 20, 1), "liquids": (0.5, 0.5, 0.9, 20, 20, 1), "vapour": (0.1, 0.9, 0.9, 20, 5, 5)}
-    return np.array([[1, 1, *row[lower]], [2, 1, *row[upper]]], dtype=float)
+    points = np.array([[1, 1, *row[lower], 0, 0, 0], [2, 1, *row[upper], 0, 0, 0]], dtype=float)
+    return cv.ThreePhaseLine({"points": points, "begin": "", "end": ""})
 
 
 LIGHT, HEAVY = Line(PURE, END, (1, 1)), Line(PURE, END, (0, 0))

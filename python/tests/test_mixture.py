@@ -38,9 +38,17 @@ def test_flashes_balance_and_come_back(gas):
     assert list(r.phases) == [2, 2, 1] and r.x.shape == (3, 3, 2) and r.fraction.shape == (3, 3)
     assert np.allclose(np.nansum(r.fraction[..., None] * r.x, axis=1), z, atol=1e-12)
     for given in ({"p": p, "h": r.h}, {"p": p, "s": r.s}, {"T": T, "rho": r.rho}, {"h": r.h, "s": r.s},
-                  {"u": r.h - r.p / r.rho, "rho": r.rho}, {"s": r.s, "T": T}, {"s": r.s, "rho": r.rho}):  # fmt: skip
+                  {"u": r.u, "rho": r.rho}, {"s": r.s, "T": T}, {"s": r.s, "rho": r.rho}, {"p": p, "u": r.u},
+                  {"p": p, "rho": r.rho}, {"rho": r.rho, "h": r.h}):  # fmt: skip
         back = gas.flash(z, **given)
         assert np.allclose(back.T, T, rtol=1e-8) and np.allclose(back.p, p, rtol=1e-7)
+    assert (r.x_error[:2] < 1e-8).all() and (r.dmu < 1e-9).all() and (r.tpd > -1e-9).all()
+    # h at given T falls, then rises with the density: two states, told from one
+    two = gas.flashes(z, T=250.0, h=3000.0)
+    assert two.complete and len(two) == 2 and np.allclose(two.h, 3000.0) and two.p[1] > 10 * two.p[0]
+    assert np.allclose(gas.flash(z, T=two.T, rho=two.rho).h, 3000.0, rtol=1e-8)
+    q = gas.flash(z, T=[250.0, 350.0], u=[gas.flash(z, T=250.0, rho=two.rho[0]).u, r.u[2]])
+    assert list(q.status) == [cv.Status.SEVERAL, cv.Status.SEVERAL]
     one = gas.phase(350.0, r.rho[2], z)
     assert one.h == pytest.approx(r.h[2], rel=1e-9) and one.s == pytest.approx(r.s[2], rel=1e-9)
     assert gas.density(350.0, 2e6, z) == pytest.approx(r.rho[2], rel=1e-10)
@@ -56,7 +64,13 @@ def test_curves_of_a_binary(gas):
     ends = {name: cv.Fluid(name, "PR") for name in gas.components}
     assert line.T[0] == pytest.approx(ends["methane"].T_critical)
     assert line.p[-1] == pytest.approx(ends["propane"].p_critical)
+    # bounds of the errors, and evidence of lines
+    bounded = gas.envelope([0.5, 0.5], stability=True)
+    assert np.isnan(e.value_error).all() and np.nanmax(bounded.value_error) < 1e-7 and np.nanmax(bounded.x_error) < 1e-7
+    assert np.isfinite(bounded.value_error).mean() > 0.9
+    assert (np.abs(line.conditions) < 1e-8).all() and (line.tpd > -1e-9).all()
     d = gas.pxy(300.0)
+    assert np.nanmax(d.branches[0].value_error) < 1e-7 and np.isfinite(d.branches[0].x_error).mean() > 0.9
     assert d.complete and d.branches[0].begin == "pure" and d.branches[0].end == "critical"
     middle = d.branches[0]
     k = len(middle) // 2
@@ -68,11 +82,18 @@ def test_curves_of_a_binary(gas):
 
 def test_azeotropes_and_three_phases():
     m = cv.Mixture("PR+vdW1", ["carbon_dioxide", "ethane"])
-    rows = m.azeotropic_lines()[0]
-    T, x = rows[len(rows) // 2, 0], rows[len(rows) // 2, 2]
-    assert m.bubble([x, 1 - x], T=T).y[0] == pytest.approx(x, abs=1e-6)
+    line = m.azeotropic_lines()[0]
+    k = len(line) // 2
+    x = line.x[k]
+    assert m.bubble([x, 1 - x], T=line.T[k]).y[0] == pytest.approx(x, abs=1e-6)
+    assert (line.dmu < 1e-9).all() and "critical" in line.end + line.begin
     water = cv.Mixture("PR+vdW1", ["propane", "water"])
-    assert len(water.three_phase_lines()) >= 1
+    line = water.three_phase_lines()[0]
+    k = len(line) // 2
+    x = np.stack([line.x[k], 1 - line.x[k]], axis=-1)
+    f = ln_f(water, line.T[k], line.rho[k], x)
+    assert np.allclose(f[0], f[1], atol=1e-8) and np.allclose(f[0], f[2], atol=1e-8)
+    assert list(line.to_pandas().columns[2:8]) == ["x_1", "x_2", "x_3", "rho_1", "rho_2", "rho_3"]
 
 
 def test_ternary_is_that_of_flashes(gas):

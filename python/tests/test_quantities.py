@@ -59,7 +59,8 @@ MIXTURE = {
     "solubility": ({"solid": 0, "T": 88.0, "p": 1e6}, {"solid": 0, "T": Q(88, "K"), "p": Q(1, "MPa")},
                    {"rho": DENSITY, "rho_solid": DENSITY}),
     "solid_lines": ({"solid": 0, "p": 1e6}, {"solid": 0, "p": Q(1, "MPa")}, {"0.T": "K", "0.rho": DENSITY}),
-    # Rows of unlike numbers: SI in, whatever the arguments are.
+    "flashes": ({"z": Z, "T": 250.0, "h": 3000.0}, {"z": ZQ, "T": Q(250, "K"), "h": Q(3, "kJ/mol")},
+                {"u": ENERGY, "rho": DENSITY}),
     "three_phase_lines": ({"p_max": 1e8}, {"p_max": Q(100, "MPa")}, {}),
     "azeotropic_lines": ({"p_max": 1e8}, {"p_max": Q(100, "MPa")}, {}),
     "binary_type": ({"p_max": 1e8}, {"p_max": Q(100, "MPa")}, {}),

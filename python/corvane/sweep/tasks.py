@@ -26,8 +26,6 @@ _REASONS = [None, *(s.name.lower().replace("_", " ") for s in sorted(Status) if 
 _MISUSES = (TypeError, ValueError)
 _ARRAYS = ("state", "phase", "saturation", "flash", "bubble", "dew", "excess", "henry", "virial", "solubility")
 _CURVES = ("envelope", "pxy", "Txy", "critical_points", "critical_lines", "three_phase_lines", "azeotropic_lines")
-_PHASES = ("T", "p", "x_1", "x_2", "x_3", "rho_1", "rho_2", "rho_3")
-_AZEOTROPES = ("T", "p", "x", "rho_liquid", "rho_vapour")
 
 
 class Mismatch(RuntimeError):
@@ -188,11 +186,8 @@ def _tables(result: Any) -> list[Columns]:
         result = result.branches
     lines = []
     for line in result if isinstance(result, list) else [result]:
-        if isinstance(line, Table):
-            columns = {name: np.ravel(v) for name, v in line._flat()}
-            columns.update({name: np.asarray(getattr(line, name)) for name in ("stable", "bubble") if hasattr(line, name)})
-        else:
-            columns = dict(zip(_PHASES if line.shape[1] == len(_PHASES) else _AZEOTROPES, line.T))
+        columns = {name: np.ravel(v) for name, v in line._flat()}
+        columns.update({name: np.asarray(getattr(line, name)) for name in ("stable", "bubble") if hasattr(line, name)})
         lines.append(columns)
     return lines
 
