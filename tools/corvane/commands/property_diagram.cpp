@@ -294,7 +294,7 @@ int PropertyDiagramCommand::run() {
         how(k, Tc, fluid.model->pcrit(), fluid.model->vcrit(), stated > 0.3 * Tc && stated < 0.9 * Tc ? stated : 0.55 * Tc);
     o.progress = watch.progress();
     return draw(head, asking(fluid.name(), [&] { return corvane::property_diagram(*fluid.model, o); }),
-                fmt::format("{}, {}", written_name(fluid.substance), fluid.equation));
+                fmt::format("{}, {}", fluid.shown(), fluid.equation));
 }
 }  // namespace
 

@@ -133,7 +133,7 @@ int ResidueCommand::run() {
     write(head, all, options.style);
     Picture picture;
     picture.title = fmt::format("{}, {}", title(mixture), units.text(Quantity::pressure, at_p));
-    for (std::size_t i = 0; i < 3; ++i) picture.corners[i] = written_name(mixture.component(static_cast<int>(i)));
+    for (std::size_t i = 0; i < 3; ++i) picture.corners[i] = mixture.shown(static_cast<int>(i));
     draw(map, picture);
     for (SingularPoint const& s : map.singular) {
         const std::string boils = fmt::format("{:.4g} {}", T(s.T), units.name(Quantity::temperature));

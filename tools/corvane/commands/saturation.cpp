@@ -158,7 +158,7 @@ std::vector<SaturationColumn const*> SaturationCommand::choose(
 /// Deviations from published values, or the vapour pressure.
 Picture SaturationCommand::picture(Fluid const& fluid, Table const& table, std::string const& given) const {
     Picture result;
-    result.title = fmt::format("{}, {}", written_name(fluid.substance), fluid.equation);
+    result.title = fmt::format("{}, {}", fluid.shown(), fluid.equation);
     const auto points = [&](std::string const& x, std::string const& y) {
         const auto index = [&](std::string const& name) {
             return std::find_if(table.columns.begin(), table.columns.end(),

@@ -225,7 +225,7 @@ int TernaryCommand::run() {
     Picture picture;
     picture.title = fmt::format("{}, {}, {}", title(mixture), units.text(Quantity::temperature, at_T),
                                 units.text(Quantity::pressure, at_p));
-    for (int i = 0; i < 3; ++i) picture.corners[static_cast<std::size_t>(i)] = written_name(mixture.component(i));
+    for (int i = 0; i < 3; ++i) picture.corners[static_cast<std::size_t>(i)] = mixture.shown(i);
     draw(d, picture);
     if (plot && d.complete())
         label_fields(picture, [&](XY const& at) {

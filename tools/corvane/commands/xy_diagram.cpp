@@ -269,7 +269,7 @@ Drawn XyDiagram::with(MixtureRequest const& of) {
     const Solids solids(mixture, solid, solid_data, head, options.units);
     Picture picture;
     picture.title = title(mixture);
-    picture.x_axis = fmt::format("mole fraction of {}", written_name(mixture.component(0)));
+    picture.x_axis = fmt::format("mole fraction of {}", mixture.shown(0));
     picture.y_axis = axis(frame().sought(), units);
     picture.fraction = true;
     head.remarks.push_back("every stable two-phase state; x is the liquid, or the denser phase");

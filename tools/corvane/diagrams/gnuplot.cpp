@@ -262,9 +262,40 @@ std::string surroundings(Picture const& picture, Sheet const& sheet, Layout cons
     return text + range('x', axes[0]) + range('y', axes[1]);
 }
 
-std::string script(Picture const& picture, Sheet const& sheet) {
+/// The frame of an inset with its numbers, and lines to what it shows.
+std::string frame_of(Inset const& inset, std::array<Axis, 2> const& axes, Layout const& l) {
+    const auto at = [&](double x, double y) {
+        return fmt::format("{:.10g},{:.10g}", axes[0].value(x), axes[1].value(y));
+    };
+    const auto rectangle = [&](Box const& b, char const* how) {
+        return fmt::format("set object rectangle from {} to {} {}\n", at(b.left, b.low), at(b.right, b.high), how);
+    };
+    Box const& place = inset.place;
+    std::string text = rectangle(place, "back fillcolor 'white' fillstyle solid border lc '#808080'") +
+                       rectangle(inset.part, "front fillstyle empty border lc '#808080'");
+    for (double x : {place.left, place.right})
+        text += fmt::format("set arrow from {} to {} nohead back lc '#b0b0b0' lw 0.7\n",
+                            at(x, inset.part.high < place.low ? place.low : place.high),
+                            at(x == place.left ? inset.part.left : inset.part.right,
+                               inset.part.high < place.low ? inset.part.high : inset.part.low));
+    const double down = place.low - 0.7 * l.line, out = place.left - 0.4 * l.letter;
+    struct {
+        double x, y;
+        char const* how;
+    } const where[] = {{place.left, down, "center"}, {place.right, down, "right"}, {out, place.low, "right"},
+                       {out, place.high, "right"}};
+    for (std::size_t k = 0; k < 4; ++k)
+        text += fmt::format("set label {} at {} {} tc '#606060'\n", in_quotes(inset.numbers[k]),
+                            at(where[k].x, where[k].y), where[k].how);
+    return text;
+}
+
+std::string script(Picture picture, Sheet const& sheet) {
     const Layout layout(picture, sheet);
+    const auto axes = picture.axes();
     std::string text = surroundings(picture, sheet, layout);
+    if (sheet.insets) picture.enlarge(layout.letter, layout.line);
+    for (Inset const& inset : picture.insets) text += frame_of(inset, axes, layout);
     text += "set style textbox opaque fillcolor 'white' noborder margins 0.3,0.3\n";
     for (Label const& label : picture.placed(layout.letter, layout.line))
         text += fmt::format("set label {} at {:.8g},{:.8g} center front boxed tc '{}'\n",

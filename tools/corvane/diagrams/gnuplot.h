@@ -16,6 +16,7 @@ struct Sheet {
     std::string font;                  ///< letters, digits and blanks alone; empty: sans
     double points = 0.0;               ///< size of letters, 1/72 in; 0: 9 on paper
     bool mono = false;                 ///< dashes and marks in place of colours
+    bool insets = true;                ///< points next to each other are drawn larger in a corner
 };
 
 bool gnuplot_found();

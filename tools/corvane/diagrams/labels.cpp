@@ -1,5 +1,5 @@
-// Where labels have room. A raster of the picture knows which curve passes where.
-#include <tools/corvane/diagrams/picture.h>
+// Where labels have room.
+#include <tools/corvane/diagrams/raster.h>
 
 #include <algorithm>
 #include <cmath>
@@ -7,55 +7,6 @@
 
 namespace cli {
 namespace {
-constexpr int kNobody = -1, kSeveral = -2;
-
-struct Box {
-    double left, low, right, high;
-    bool inside() const { return left > 0.0 && low > 0.0 && right < 1.0 && high < 1.0; }
-    bool meets(Box const& other) const {
-        return left < other.right && other.left < right && low < other.high && other.low < high;
-    }
-};
-
-class Raster {
-  public:
-    void draw(std::vector<XY> const& points, int who) {
-        for (std::size_t k = 1; k < points.size(); ++k) {
-            XY const &a = points[k - 1], &b = points[k];
-            const double way = std::max(std::fabs(b[0] - a[0]), std::fabs(b[1] - a[1]));
-            if (!std::isfinite(way)) continue;
-            const int steps = std::min(4 * kSize, 1 + static_cast<int>(way * kSize));
-            for (int i = 0; i <= steps; ++i) {
-                const double t = static_cast<double>(i) / steps;
-                put(a[0] + t * (b[0] - a[0]), a[1] + t * (b[1] - a[1]), who);
-            }
-        }
-    }
-    /// How many cells in the box belong to others.
-    int others(Box const& box, int who) const {
-        int count = 0;
-        for (int i = cell(box.left); i <= cell(box.right); ++i)
-            for (int k = cell(box.low); k <= cell(box.high); ++k) {
-                const int owner = at(i, k);
-                count += owner != kNobody && owner != who ? 1 : 0;
-            }
-        return count;
-    }
-
-  private:
-    static constexpr int kSize = 300;
-    static int cell(double part) {
-        return std::clamp(static_cast<int>(part * kSize), 0, kSize - 1);
-    }
-    int at(int i, int k) const { return cells_[static_cast<std::size_t>(i * kSize + k)]; }
-    void put(double x, double y, int who) {
-        if (!(x >= 0.0 && x <= 1.0 && y >= 0.0 && y <= 1.0)) return;
-        int& owner = cells_[static_cast<std::size_t>(cell(x) * kSize + cell(y))];
-        owner = owner == kNobody || owner == who ? who : kSeveral;
-    }
-    std::vector<int> cells_ = std::vector<int>(static_cast<std::size_t>(kSize) * kSize, kNobody);
-};
-
 /// Points that divide what is seen of a curve into equal parts.
 std::vector<XY> divided(std::vector<XY> const& points, int parts) {
     std::vector<XY> seen;
@@ -96,7 +47,7 @@ std::vector<Label> Picture::placed(double letter, double line) const {
     const auto owner = [&](Label const& label) {
         for (std::size_t k = 0; k < curves.size() && !label.along.empty(); ++k)
             if (curves[k].points == label.along) return static_cast<int>(k);
-        return kNobody;
+        return Raster::kNobody;
     };
     for (std::size_t k = 0; k < curves.size(); ++k)
         raster.draw(in_parts(curves[k].points), static_cast<int>(k));
@@ -104,6 +55,7 @@ std::vector<Label> Picture::placed(double letter, double line) const {
     for (Marks const& m : marks)
         for (XY const& p : in_parts(m.points))
             taken.push_back({p[0] - letter, p[1] - 0.5 * line, p[0] + letter, p[1] + 0.5 * line});
+    for (Inset const& inset : insets) taken.push_back(inset.around);
     std::vector<Label> result;
     for (Label const& label : labels) {
         const double wide = 0.5 * letter * (static_cast<double>(letters(label.text)) + 0.6),

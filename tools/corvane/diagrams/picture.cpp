@@ -126,6 +126,7 @@ Axis rounded(double low, double high, bool log) {
 }  // namespace
 
 std::array<Axis, 2> Picture::axes() const {
+    if (!frame.empty()) return {frame[0], frame[1]};
     if (!corners[0].empty()) return {Axis{-0.12, 1.12, false}, Axis{-0.09, 0.93, false}};
     XY low{1e300, 1e300}, high{-1e300, -1e300};
     double top = y_top, rises = 1e300;

@@ -72,11 +72,30 @@ struct Pen {
 /// mono: dashes in place of colours.
 Pen pen(Ink ink, Stroke stroke, bool mono);
 
+/// A rectangle in parts of the axes.
+struct Box {
+    double left, low, right, high;
+    bool inside() const { return left > 0.0 && low > 0.0 && right < 1.0 && high < 1.0; }
+    bool meets(Box const& other) const {
+        return left < other.right && other.left < right && low < other.high && other.low < high;
+    }
+};
+
+/// A part of the picture drawn larger where nothing else is. Its curves and marks are among those of the
+/// picture, without titles.
+struct Inset {
+    Box part, place;
+    Box around;                          ///< the place with its numbers
+    std::array<std::string, 4> numbers;  ///< at its left, right, lower and upper end
+};
+
 struct Picture {
     std::string title = {}, x_axis = {}, y_axis = {};
     std::vector<Curve> curves = {};
     std::vector<Marks> marks = {};
     std::vector<Label> labels = {};
+    std::vector<Inset> insets = {};
+    std::vector<Axis> frame = {};  ///< not empty: the axes, whatever else is seen
     bool fraction = false;  ///< x is a mole fraction: 0 to 1
     bool log_x = false, log_y = false;
     double y_top = 0.0;  ///< above 0: where the picture ends, if points are higher
@@ -97,6 +116,9 @@ struct Picture {
     /// What is seen of x and y: all curves and marks, up to y_top; with that, x from where curves begin
     /// to rise visibly.
     std::array<Axis, 2> axes() const;
+    /// Adds an inset where marks of different points are next to each other, if it has room. letter, line:
+    /// as of placed.
+    void enlarge(double letter, double line);
     /// Where labels have room: each on its curve, or near its place, over no other curve if that can
     /// be, never over a mark or another label, the first ones first. letter, line: width and height of
     /// a text, in parts of the axes.

@@ -111,6 +111,7 @@ void PlotFile::draw(Picture picture, Heading const& heading, Table const& table,
     if (html_.empty()) return;
     Sheet screen = sheet_;
     screen.format = PictureFormat::svg;
+    screen.insets = false;  // the page can be zoomed
     screen.width = screen.height = screen.points = 0.0;
     Picture untitled = picture;  // the page has the title above
     untitled.title.clear();

@@ -65,7 +65,7 @@ void Projection::add_pure(std::vector<SaturationPoint> const& curve, int i) {
     std::vector<XY> points;
     for (SaturationPoint const& point : curve) points.push_back(at(point.T, point.p));
     show(curve.back().p);
-    picture.curves.push_back({fmt::format("pure {}", written_name(mixture_.component(i))),
+    picture.curves.push_back({fmt::format("pure {}", mixture_.shown(i)),
                               i == 0 ? Ink::liquid : Ink::vapour, Stroke::line, points});
     picture.mark("pure critical point", Symbol::critical, Ink::black, points.back());
 }

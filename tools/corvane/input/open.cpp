@@ -94,6 +94,7 @@ Fluid open_fluid(FluidRequest const& request) {
     Fluid fluid(corvane::open(request.eos, request.substance, {request.set, entered_home(),
                                                                   definitions(request.define)}));
     fluid.chosen = request.eos.empty();
+    fluid.asked = request.substance;
     fluid.pseudo = corvane::find(definitions(request.define), fluid.substance) != nullptr;
     Model1 const& model = *fluid.model;
     if (model.name() != fluid.substance || model.id() != fluid.set)

@@ -3,6 +3,7 @@
 
 #include <tools/corvane/output/table.h>
 #include <tools/corvane/program.h>
+#include <tools/corvane/text/text.h>
 #include <tools/corvane/text/units.h>
 
 #include <corvane/catalogue/open.h>
@@ -32,6 +33,8 @@ struct Fluid : corvane::Fluid {
     std::string name() const;  ///< "PR propane"
     bool chosen = false;       ///< the equation was not named
     bool pseudo = false;       ///< of --define
+    std::string asked;         ///< the substance as it was named
+    std::string shown() const { return name_in_picture(asked, substance); }
 };
 
 /// corvane::open from the data home that was entered; a file that says to hold another substance is

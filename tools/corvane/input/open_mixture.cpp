@@ -259,6 +259,7 @@ MixtureFluid open_mixture(MixtureRequest const& asked) {
     corvane::DataHome const& home = entered_home();
     const std::string equation = request.model.substr(0, plus);
     const auto defined = definitions(request.define);
+    const std::vector<std::string> asked_names = composition.names;
     for (std::string& name : composition.names) {
         if (!corvane::find(defined, name)) name = corvane::substance_name(home, equation, name);
         if (std::count(composition.names.begin(), composition.names.end(), name) > 1)
@@ -271,6 +272,7 @@ MixtureFluid open_mixture(MixtureRequest const& asked) {
          .home = home,
          .defined = defined}));
     mixture.defined = defined;
+    mixture.asked = asked_names;
     mixture.x = composition.x;
     mixture.composed = composition.composed;
     mixture.normalised = composition.normalised;

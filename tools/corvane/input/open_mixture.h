@@ -3,6 +3,7 @@
 
 #include <tools/corvane/output/table.h>
 #include <tools/corvane/program.h>
+#include <tools/corvane/text/text.h>
 #include <tools/corvane/text/units.h>
 
 #include <corvane/catalogue/open.h>
@@ -47,8 +48,13 @@ struct MixtureFluid : corvane::Mixture {
     bool normalised = false;                 ///< the fractions given did not sum to 1
     bool by_mass = false;                    ///< the fractions given were by mass
     bool composed = true;                    ///< fractions were given; else x is even
+    std::vector<std::string> asked;          ///< the names of the components as they were given
 
     char const* component(int i) const { return components[static_cast<unsigned>(i)].c_str(); }
+    /// Its name in a picture: the formula if it was given so.
+    std::string shown(int i) const {
+        return name_in_picture(asked[static_cast<unsigned>(i)], component(i));
+    }
     /// The number of the component that a person calls `text`, −1 if it is none of them.
     /// @throws corvane::OpenFailure no such substance
     int index(std::string const& text) const;

@@ -86,7 +86,7 @@ std::string title(MixtureFluid const& mixture) {
     for (int i = 0; i < mixture.size(); ++i) {
         text += i > 0 ? " + " : "";
         if (mixture.composed) text += fmt::format("{:.6g} ", mixture.x[i]);
-        text += written_name(mixture.component(i));
+        text += mixture.shown(i);
     }
     return text + ", " + title_of_model(mixture);
 }
@@ -94,12 +94,12 @@ std::string title(MixtureFluid const& mixture) {
 std::string title_of_model(MixtureFluid const& mixture) {
     std::string text = mixture.name();
     if (*mixture.theory == "GERG") return text + (mixture.estimated.empty() ? "" : ", estimated");
-    if (mixture.size() == 2) text += ", kij " + shortest(mixture.model->param(0, 0, 1));
+    if (mixture.size() == 2) text += ", k\u2081\u2082 " + shortest(mixture.model->param(0, 0, 1));
     const auto all = static_cast<std::size_t>(mixture.size() * (mixture.size() - 1) / 2);
     if (mixture.estimated.empty()) return text;
     return text + (mixture.size() == 2               ? " (estimated)"
-                   : mixture.estimated.size() == all ? ", kij estimated"
-                                                     : ", some kij estimated");
+                   : mixture.estimated.size() == all ? ", k\u1d62\u2c7c estimated"
+                                                     : ", some k\u1d62\u2c7c estimated");
 }
 
 std::string axis(Quantity quantity, Units const& units) {

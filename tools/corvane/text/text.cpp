@@ -1,7 +1,39 @@
 #include <tools/corvane/text/text.h>
 
+#include <corvane/catalogue/substances.h>
+
+#include <algorithm>
+#include <cctype>
+
 namespace cli {
 namespace {
+bool digit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+/// A sum formula, and no family (C3) or refrigerant (R12, HFC134) that looks like one.
+bool is_formula(std::string const& text) {
+    if (corvane::sum_formula(text).empty() || std::none_of(text.begin(), text.end(), digit)) return false;
+    for (char const* family : {"R", "FC", "CFC", "HFC", "HCFC", "HC"})
+        if (const std::string_view name = family; text.starts_with(name) && digit(text[name.size()])) return false;
+    // Of one element as a molecule: H2, N2, O2, F2, Cl2, D2, O3.
+    const auto elements = std::count_if(text.begin(), text.end(), [](unsigned char c) { return std::isupper(c); });
+    return elements > 1 || text.front() != 'C' || text.starts_with("Cl");
+}
+
+/// Digits and + as subscripts (Unicode, "Superscripts and Subscripts").
+std::string lowered(std::string const& text) {
+    std::string result;
+    for (char c : text)
+        if (digit(c))
+            result += std::string("\xe2\x82") + static_cast<char>(0x80 + (c - '0'));
+        else if (c == '+')
+            result += "\xe2\x82\x8a";
+        else
+            result += c;
+    return result;
+}
+
 /// Length of the UTF-8 sequence at the beginning, 0 for none; the code point into `code`. The table
 /// of well-formed sequences: The Unicode Standard 15.0, table 3-7.
 std::size_t sequence(std::string_view text, unsigned& code) {
@@ -23,6 +55,12 @@ std::size_t sequence(std::string_view text, unsigned& code) {
     return overlong || surrogate || code > 0x10ffff ? 0 : length;
 }
 }  // namespace
+
+std::string name_in_picture(std::string const& asked, std::string const& name) {
+    const bool fraction = name.size() > 1 && name.front() == 'C' &&
+                          name.find_first_not_of("0123456789+", 1) == std::string::npos;
+    return fraction ? lowered(name) : is_formula(asked) ? lowered(asked) : written_name(name);
+}
 
 std::string printable(std::string_view text) {
     std::string result;

@@ -21,4 +21,8 @@ using corvane::written_name;
 /// each byte of what is no UTF-8, becomes '?'.
 std::string printable(std::string_view text);
 
+/// A substance in a picture: a formula that it was asked for by, with subscripts (CO2 as CO₂, but no
+/// family such as C3), C7+ as C₇₊, else written_name(name).
+std::string name_in_picture(std::string const& asked, std::string const& name);
+
 }  // namespace cli
