@@ -18,7 +18,9 @@ UNITS = {
 
 
 def unit(name: str) -> str:
-    """The unit of a column, by the first part of its name ("rho_vapour"); "" for numbers."""
+    """The unit of a column, by the first part of its name ("rho_vapour"); "" for numbers and relative errors."""
+    if name.endswith("_error"):
+        return ""
     return UNITS.get(name) or UNITS.get(name.split("_")[0], "")
 
 

@@ -2,8 +2,7 @@
 
 from __future__ import annotations
 
-from dataclasses import dataclass
-from typing import TYPE_CHECKING, Any, Sequence
+from typing import TYPE_CHECKING, Any, NamedTuple, Sequence
 
 from ._numpy import np
 
@@ -13,8 +12,7 @@ if TYPE_CHECKING:
 _ALIKE = 1e-6  # ends of lines are exact: two phases are the same there
 
 
-@dataclass(frozen=True)
-class BinaryType:
+class BinaryType(NamedTuple):
     """What a binary does, by van Konynenburg and Scott (Phil. Trans. R. Soc. A 298 (1980) 495).
 
     ``type``: I one critical line from pure to pure component; II beside it one of two liquids, from an upper critical end

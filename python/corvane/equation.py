@@ -3,8 +3,6 @@
 from __future__ import annotations
 
 import math
-import pathlib
-import tempfile
 from typing import Any, Sequence
 
 from . import _native
@@ -112,6 +110,9 @@ class Equation:
 
     def _table_home(self) -> str:
         """A data home of heat capacities alone, which lives as long as this object."""
+        import pathlib
+        import tempfile
+
         self._folder = tempfile.TemporaryDirectory(prefix="corvane-")
         folder = pathlib.Path(self._folder.name, "CorvaneS", "ideal")
         folder.mkdir(parents=True)

@@ -2,7 +2,6 @@
 
 from __future__ import annotations
 
-import html
 from typing import Any, ClassVar, Iterator
 
 from ._numpy import np
@@ -63,6 +62,8 @@ class Table:
         return "\n".join(lines)
 
     def _repr_html_(self) -> str:
+        import html
+
         flat = [(n, np.ravel(v)) for n, v in self._flat() if not np.all(np.isnan(v))]
         rows = min(len(self), 20)
         cell = "".join(f"<th>{html.escape(name)}</th>" for name, _ in flat)
