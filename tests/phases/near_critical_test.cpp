@@ -5,6 +5,8 @@
 #include <benchmarks/judge/verdict.h>
 #include <corvane/corvane.h>
 
+#include <optional>
+
 using corvane::Saturated;
 
 namespace {
@@ -299,6 +301,34 @@ TEST(SplitLiquid, OfABinaryIsItsThreePhaseState) {
             EXPECT_LE(q.certificate.value_error, 1e-9);
         }
     }
+}
+
+// From a neighbour the same point without flashes, also where the neighbour splits and this does not.
+TEST(SplitLiquid, FollowsItsNeighbour) {
+    const Mixture m = loaded("PR", "vdW1", {"ethanol", "water", "hexane"});
+    std::optional<corvane::SaturationPoint> last;
+    long warm = 0, cold = 0;
+    int split = 0, single = 0;
+    for (double ethanol = 0.05; ethanol < 0.95; ethanol += 0.02) {
+        Vector<double> x(3);
+        x[0] = ethanol;
+        x[1] = x[2] = 0.5 * (1 - ethanol);
+        corvane::SaturationOptions o;
+        o.start = last ? &*last : nullptr;
+        const auto from = corvane::bubble_p(*m, 0.1, x, o), without = corvane::bubble_p(*m, 0.1, x);
+        EXPECT_NEAR(from.T / without.T, 1, 1e-9);
+        ASSERT_EQ(from.split.size(), without.split.size());
+        for (int i = 0; i < 3; ++i) EXPECT_NEAR(from.incipient.x[i], without.incipient.x[i], 1e-8);
+        if (last && last->split.size() == from.split.size() && !from.split.empty()) {
+            warm += from.certificate.evaluations;
+            cold += without.certificate.evaluations;
+        }
+        ++(from.split.empty() ? single : split);
+        last = from;
+    }
+    EXPECT_GT(split, 10);
+    EXPECT_GT(single, 10);
+    EXPECT_LT(4 * warm, cold) << warm;
 }
 
 // The vapour beside two liquids counts among the branches, too: that of the lowest p; a higher one is
