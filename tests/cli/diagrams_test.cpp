@@ -355,7 +355,7 @@ TEST(CliDiagrams, SeveralModelsShareATable) {
     const std::string home = " --home " + scratch.home().string();
     ASSERT_EQ(run_corvane("pxy " + pair + " --model PR+vdW1 --model PCSAFT+LB --plot a.svg" + home).code, 0);
     const std::string svg = Scratch::read("a.svg");
-    for (char const* word : {"<title>propane + butane, 323.15 K</title>", "PR+vdW1, kij 0.0033", "PCSAFT+LB, kij"})
+    for (char const* word : {"<title>propane + butane, 323.15 K</title>", "PR+vdW1, k\u2081\u2082 0.0033", "PCSAFT+LB, k\u2081\u2082"})
         EXPECT_NE(svg.find(word), std::string::npos) << word;
     // Deviations from measured and published values, in pictures.
     ASSERT_EQ(run_corvane("pxy PR+vdW1 " + pair + " --plot-deviations e.svg --data " CORVANE_SOURCE
@@ -506,12 +506,14 @@ TEST(CliDiagrams, Pictures) {
         std::vector<std::string> words;
     } const cases[] = {
         {"pxy PR+vdW1 methane propane --T 250 --unit-p bar",
-         {"methane + propane, PR+vdW1, kij 0.0119, 250 K", "mole fraction of methane", "p / bar", "liquid",
+         {"methane + propane, PR+vdW1, k\u2081\u2082 0.0119, 250 K", "mole fraction of methane", "p / bar", "liquid",
           "vapour", "critical point"}},
-        {"txy PR+vdW1 1_butene butane --p 1", {"1-butene + butane, PR+vdW1, kij 0.0007", "T / K"}},
+        {"txy PR+vdW1 1_butene butane --p 1", {"1-butene + butane, PR+vdW1, k\u2081\u2082 0.0007", "T / K"}},
         {"txy PR+vdW1 ethanol water --p 0.1", {"three phases", "second liquid"}},
+        {"pxy PR+vdW1 CH4 propane --T 250", {"CH\u2084 + propane", "mole fraction of CH\u2084"}},  // as it was named
+        {"bubble PR+vdW1 methane=0.5 C7+ --T 300 --define C7+ Tc=540 pc=2.7 omega=0.35", {"0.5 C\u2087\u208a"}},
         {"diagram PR+vdW1 CO2 ethane",
-         {"pure carbon dioxide", "critical line", "critical end point", "azeotropes"}},
+         {"pure CO\u2082", "critical line", "critical end point", "azeotropes"}},
         {"envelope PR+vdW1 methane=0.8 propane", {"T / K", "bubble points", "cricondenbar"}},
         {"property-diagram PR+vdW1 methane=0.7 propane --kind Ts",
          {"0.7 methane + 0.3 propane", "s / (J/(mol K))", "isobars", "dew points"}},

@@ -150,8 +150,8 @@ Table FitCommand::table_of_points(fit::Problem const& problem, fit::Result const
 Picture FitCommand::picture(fit::Problem const& problem, fit::Result const& result) const {
     Picture picture;
     picture.title = problem.systems[0]->name();
-    picture.x_axis = "T/K";
-    picture.y_axis = "deviation/%";
+    picture.x_axis = "T / K";
+    picture.y_axis = "deviation / %";
     constexpr Ink kInks[] = {Ink::liquid,    Ink::vapour, Ink::liquid2,
                              Ink::azeotrope, Ink::solid,  Ink::black};
     std::vector<fit::Observable> seen;

@@ -217,7 +217,8 @@ Picture PropertyDiagramCommand::picture(corvane::PropertyDiagram const& d, Kind 
         const bool first = line.what == What::q || (line.what == What::T && k.y[0] == 'p');
         const double of_line = u.from_library(quantity(of), line.value);
         result.labels.push_back({fmt::format("{:.4g}", of_line), {}, points, first ? 0.1 : 0.9, ink});
-        const std::string unit = line.what == What::q ? "" : u.name(quantity(of));
+        std::string unit = line.what == What::q ? "" : u.name(quantity(of));
+        if (line.what == What::T && (unit == "C" || unit == "F")) unit = "\u00b0" + unit;
         result.curves.push_back({unit.empty() ? key : fmt::format("{}, {}", key, unit), ink, Stroke::thin,
                                  std::move(points)});
     }

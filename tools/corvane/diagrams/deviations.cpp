@@ -28,7 +28,7 @@ Curve zero_line(std::vector<Marks> const& marks) {
     return {"", Ink::black, Stroke::thin, {ends[0], ends[1]}};
 }
 
-Picture deviations(Heading const& heading, std::string const& title) {
+Picture deviations(Heading const& heading, Table const& table, std::string const& title) {
     std::vector<std::map<std::string, double>> points;
     bool fractions = false;
     for (auto const& [name, entries] : heading.lists) {
@@ -43,6 +43,8 @@ Picture deviations(Heading const& heading, std::string const& title) {
     Picture picture;
     picture.title = title;
     picture.x_axis = fractions ? "mole fraction measured" : "T";
+    for (Column const& column : table.columns)
+        if (!fractions && column.name == "T") picture.x_axis = "T / " + column.unit;
     picture.y_axis = "deviation";
     const auto add = [&](std::string const& words, auto const& deviation, char const* over) {
         Marks marks = deviation_marks(picture.marks.size(), words);

@@ -38,9 +38,9 @@ std::size_t letters(std::string const& text) {  // of UTF-8
 }  // namespace
 
 std::vector<Label> Picture::placed(double letter, double line) const {
-    const auto frame = axes();
+    const auto axis = axes();
     const auto in_parts = [&](std::vector<XY> points) {
-        for (XY& point : points) point = {frame[0].part(point[0]), frame[1].part(point[1])};
+        for (XY& point : points) point = {axis[0].part(point[0]), axis[1].part(point[1])};
         return points;
     };
     Raster raster;
@@ -88,7 +88,7 @@ std::vector<Label> Picture::placed(double letter, double line) const {
         }
         if (!(least < 2.0)) continue;
         taken.push_back({best[0] - wide, best[1] - high, best[0] + wide, best[1] + high});
-        result.push_back({label.text, {frame[0].value(best[0]), frame[1].value(best[1])}, {}, 0.5, label.ink});
+        result.push_back({label.text, {axis[0].value(best[0]), axis[1].value(best[1])}, {}, 0.5, label.ink});
     }
     return result;
 }

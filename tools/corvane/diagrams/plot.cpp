@@ -106,7 +106,7 @@ void PlotFile::draw(Picture picture, Heading const& heading, Table const& table,
     if (!deviations_.empty()) {
         Sheet sheet = sheet_;
         sheet.format = format_of(deviations_);
-        write_whole(drawn(deviations(heading, picture.title), sheet), deviations_path_, "--plot-deviations");
+        write_whole(drawn(deviations(heading, table, picture.title), sheet), deviations_path_, "--plot-deviations");
     }
     if (html_.empty()) return;
     Sheet screen = sheet_;

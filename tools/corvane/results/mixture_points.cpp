@@ -104,7 +104,7 @@ std::string title_of_model(MixtureFluid const& mixture) {
 
 std::string axis(Quantity quantity, Units const& units) {
     const std::string unit = units.name(quantity);
-    return quantity == Quantity::temperature ? "T / " + (unit == "C" ? "\u00b0C" : unit)
+    return quantity == Quantity::temperature ? "T / " + (unit == "C" || unit == "F" ? "\u00b0" + unit : unit)
                                              : "p / " + unit;
 }
 
