@@ -392,6 +392,24 @@ TEST(CliDiagrams, PicturesShowWhatMatters) {
     }
 }
 
+// Two critical end points 0.3 K apart: an inset, whose numbers lie next to them on either side (those of the axis are
+// a hundred kelvins apart).
+TEST(CliDiagrams, PointsThatHideEachOtherHaveAnInset) {
+    if (no_gnuplot()) GTEST_SKIP() << "gnuplot is not installed";
+    const Scratch scratch;
+    ASSERT_EQ(run_corvane("diagram PR+vdW1 CO2 decane --kij 0.1 --plot a.svg --home " + scratch.home().string()).code, 0);
+    const std::string svg = Scratch::read("a.svg");
+    const std::regex number(">\\s*(\\d+\\.\\d+)\\s*<");
+    int below = 0, above = 0;
+    for (std::sregex_iterator n(svg.begin(), svg.end(), number), end; n != end; ++n) {
+        const double v = std::stod((*n)[1]);
+        below += v > 318 && v < 324.3;  // the end points: 324.3 and 324.6 K
+        above += v > 324.6 && v < 331;
+    }
+    EXPECT_EQ(below, 1);
+    EXPECT_EQ(above, 1);
+}
+
 TEST(CliDiagrams, IsolinesAreStates) {
     const Json d = json("property-diagram CO2 --kind ph --isotherms 0,50 --qualities 0.5 --isentropes 1.5 --isochores 50 "
                         "--units bar --reference IIR");

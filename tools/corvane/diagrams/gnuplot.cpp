@@ -282,7 +282,7 @@ std::string frame_of(Inset const& inset, std::array<Axis, 2> const& axes, Layout
     struct {
         double x, y;
         char const* how;
-    } const where[] = {{place.left, down, "center"}, {place.right, down, "right"}, {out, place.low, "right"},
+    } const where[] = {{place.left, down, "left"}, {place.right, down, "right"}, {out, place.low, "right"},
                        {out, place.high, "right"}};
     for (std::size_t k = 0; k < 4; ++k)
         text += fmt::format("set label {} at {} {} tc '#606060'\n", in_quotes(inset.numbers[k]),
