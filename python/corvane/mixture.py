@@ -355,16 +355,15 @@ class Projection:
         """Pressure over temperature; with a label in one colour: three phases dotted, azeotropes dashed."""
         ax = figure_axes(ax)
         colour = colour_of(ax, label)
-        for name, s in self.vapour_pressures.items():
-            ax.plot(s.T, s.p / 1e6, "-", color=colour or "k", lw=1)
-            ax.annotate(written_name(name), (s.T[-1], s.p[-1] / 1e6), fontsize="small")
+        for (name, s), shade in zip(self.vapour_pressures.items(), ("k", "0.55")):
+            ax.plot(s.T, s.p / 1e6, "-", color=colour or shade, lw=1, label=written_name(name) if label is None else None)
         parts = [(self.critical, "critical", "C3", "-"), (self.three_phase, "three phases", "C0", ":" if label else "-"),
                  (self.azeotropic, "azeotropes", "C2", "--")]  # fmt: skip
         for lines, what, usual, style in parts:
             for k, line in enumerate(lines):
                 ax.plot(line.T, line.p / 1e6, style, color=colour or usual, label=what if k == 0 and label is None else None)
         ax.set(xlabel="T / K", ylabel="p / MPa")
-        ax.legend()
+        ax.legend(fontsize="small")
         return ax
 
 
