@@ -47,6 +47,13 @@ TEST(AnchoredSolid, HangsOnTheLiquidAndObeysThermodynamics) {
                 EXPECT_NEAR((g(0, h) - g(0, -h)) / 2e-4, at.g_T, 3e-6 * std::fabs(at.g_T)) << T;
                 EXPECT_NEAR((g(1, 0) - g(-1, 0)) / 2 * R * T / at.v, 1, 1e-5) << T;
             }
+        if (s.sublimation_curve()) {  // no step at its end
+            auto const& x = m->solid.sg[m->solid.sg.size() - 1].x;
+            const double end = 1 / x[x.size() - 1];
+            const auto below = s.at(0, end * (1 - 1e-9)), above = s.at(0, end * (1 + 1e-9));
+            EXPECT_NEAR(below.g, above.g, 1e-6);
+            EXPECT_NEAR(below.g_T / above.g_T, 1, 1e-6);
+        }
         // Clausius and Clapeyron along the melting curve.
         const double T = s.melting(20), dT = s.melting(20.1) - s.melting(19.9);
         m->Ge(20, T, 1, liquid);

@@ -192,4 +192,18 @@ TEST(FlashTarget, Refusals) {
     EXPECT_EQ(q.phases.size(), 2u);
     EXPECT_TRUE(std::isnan(q.h));
 }
+
+// At given rho a split is that at its p, and the bounds of its errors, from another system of
+// equations, are of the same size away from critical points.
+TEST(FlashTarget, BoundsAreThoseAtGivenPressure) {
+    const Mixture m = peng_robinson("methane", "propane", 0.01);
+    for (auto [T, p] : {std::pair(250.0, 1.0), {250.0, 3.0}, {300.0, 3.0}}) {
+        const auto at_p = corvane::flash_pT(*m, p, T, mix(0.5));
+        const auto at_rho = corvane::flash_Trho(*m, T, at_p.rho, mix(0.5));
+        ASSERT_EQ(at_rho.phases.size(), 2u);
+        for (auto bound : {&corvane::Certificate::x_error, &corvane::Certificate::rho_error})
+            EXPECT_LT(std::fabs(std::log(at_rho.certificate.*bound / (at_p.certificate.*bound))),
+                      std::log(5)) << T << " " << p;
+    }
+}
 }  // namespace
