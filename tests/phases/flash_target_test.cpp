@@ -203,7 +203,8 @@ TEST(FlashTarget, BoundsAreThoseAtGivenPressure) {
         ASSERT_EQ(at_rho.phases.size(), 2u);
         for (auto bound : {&corvane::Certificate::x_error, &corvane::Certificate::rho_error})
             EXPECT_LT(std::fabs(std::log(at_rho.certificate.*bound / (at_p.certificate.*bound))),
-                      std::log(5)) << T << " " << p;
+                      std::log(5))
+                << T << " " << p;
     }
 }
 }  // namespace
