@@ -238,6 +238,12 @@ class PureChecks {
             exactly("exact derivatives: orders agree", e[2], d[3]);
         }
         if (exact->deriv(rho, T, 0, 1, e)) exactly("exact derivatives: orders agree", e[1], d[1]);
+        if (const std::unique_ptr<Isotherm1> kept = exact->isotherm(T))
+            for (int n = 0; n <= 3; ++n) {
+                kept->at(rho, n, e);
+                for (int i = 0; i <= n; ++i)
+                    exactly("an isotherm that is kept has its derivatives", e[i], c[i]);
+            }
         agree("exact derivatives: ∂²/∂rho²", d[6] + (Z - 1.0),
               along_rho([&](double r) { return m_.Z(r, T); }), rho, 1.0);
         agree("exact derivatives: ∂³/∂rho³", c[3] + 2.0 * c[2],

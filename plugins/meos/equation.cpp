@@ -1,7 +1,7 @@
 #include <corvane/core/number_text.h>
 #include <corvane/plugin/section.h>
+#include <plugins/common/vector_exp.h>
 #include <plugins/meos/equation.h>
-#include <plugins/meos/vector_exp.h>
 
 #include <algorithm>
 #include <array>
@@ -12,6 +12,8 @@
 
 namespace corvane::meos {
 namespace {
+
+using lanes::padded;
 
 enum Kind {
     kPower,

@@ -1,25 +1,12 @@
+#include <plugins/common/vector_exp.h>
 #include <plugins/meos/isotherm.h>
 #include <plugins/meos/special_terms.h>
-#include <plugins/meos/vector_exp.h>
 
 #include <cmath>
 
 namespace corvane::meos {
-namespace {
 
-V2 load(double const* x) {
-    V2 v;
-    std::memcpy(&v, x, sizeof v);
-    return v;
-}
-void store(double* x, V2 v) {
-    std::memcpy(x, &v, sizeof v);
-}
-double sum(V2 v) {
-    return v[0] + v[1];
-}
-
-}  // namespace
+using namespace lanes;
 
 template <bool Tau>
 Isotherm<Tau>::Isotherm(Equation const& equation, double T)
@@ -238,6 +225,7 @@ template class Isotherm<false>;
 template class Isotherm<true>;
 template Value Isotherm<false>::at<0>(double) const;
 template Value Isotherm<false>::at<1>(double) const;
+template Value Isotherm<false>::at<2>(double) const;
 template Value Isotherm<false>::at<3>(double) const;
 template Value Isotherm<true>::at<2>(double) const;
 

@@ -3,11 +3,31 @@
 #include <corvane/plugin/roots.h>
 #include <plugins/meos/density_solver.h>
 
+#include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace {
 
 using namespace corvane::meos;
+
+/// δ^i·∂^iα^r/∂δ^i, i = 0 … nrho.
+void density_derivatives(Isotherm<false> const& isotherm, double rho, int nrho, double* d) {
+    const Value v = nrho == 0   ? isotherm.at<0>(rho)
+                    : nrho == 1 ? isotherm.at<1>(rho)
+                    : nrho == 2 ? isotherm.at<2>(rho)
+                                : isotherm.at<3>(rho);
+    const double all[] = {v.a, v.d1, v.d2, v.d3};
+    std::copy(all, all + nrho + 1, d);
+}
+
+struct KeptIsotherm final : corvane::Isotherm1 {
+    KeptIsotherm(Equation const& equation, double T) : isotherm(equation, T) {}
+    void at(double rho, int nrho, double* d) const override {
+        density_derivatives(isotherm, rho, nrho, d);
+    }
+    const Isotherm<false> isotherm;
+};
 
 class Meos final : public Model1, public corvane::Deriv1 {
   public:
@@ -53,9 +73,7 @@ class Meos final : public Model1, public corvane::Deriv1 {
     int deriv(double rho, double T, int nrho, int nT, double* d) const override {
         if (nrho < 0 || nT < 0 || nT > 2) return 0;
         if (nT == 0 && nrho <= 3) {
-            const Value v = Isotherm<false>(equation_, T).at<3>(rho);
-            const double all[] = {v.a, v.d1, v.d2, v.d3};
-            for (int i = 0; i <= nrho; ++i) d[i] = all[i];
+            density_derivatives(Isotherm<false>(equation_, T), rho, nrho, d);
             return 1;
         }
         if (nrho > 2) return 0;
@@ -65,6 +83,9 @@ class Meos final : public Model1, public corvane::Deriv1 {
         for (int i = 0; i <= nrho; ++i)
             for (int j = 0; j <= nT && i + j <= 2; ++j) d[i * (nT + 1) + j] = all[i][j];
         return 1;
+    }
+    std::unique_ptr<corvane::Isotherm1> isotherm(double T) const override {
+        return std::make_unique<KeptIsotherm>(equation_, T);
     }
 
   private:

@@ -1,5 +1,5 @@
+#include <plugins/common/vector_exp.h>
 #include <plugins/meos/special_terms.h>
-#include <plugins/meos/vector_exp.h>
 
 #include <cmath>
 
@@ -16,7 +16,7 @@ void add_non_analytic(Equation::NonAnalytic const& term, double delta, double ta
 
     const double ln_x = 0.5 * std::log(s);
     double power[4] = {q * ln_x, a2 * ln_x, decay, 0.0};
-    exp_in_place(power, 4);
+    lanes::exp_in_place(power, 4);
     const double u = power[0], w = power[1], psi = power[2];
     const double theta = -y + A * u;
     const double Delta = theta * theta + B * w;

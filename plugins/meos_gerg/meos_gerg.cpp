@@ -9,12 +9,14 @@
 #include <corvane/plugin/plugin.h>
 #include <corvane/plugin/exact_slots.h>
 #include <corvane/plugin/pair_table.h>
+#include <plugins/common/vector_exp.h>
 #include <plugins/meos_gerg/density.h>
 #include <plugins/meos_gerg/departure.h>
 #include <plugins/meos_gerg/reducing.h>
 
 #include <cmath>
 #include <limits>
+#include <memory>
 #include <vector>
 
 namespace {
@@ -163,6 +165,10 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
             for (int k = 0; k < (nrho + 1) * (nT + 1); ++k)
                 d[k] = std::numeric_limits<double>::quiet_NaN();
         }
+        std::unique_ptr<corvane::Isotherm1> isotherm(int i, double T) const {
+            corvane::Deriv1 const* exact = m.mdl1[i]->derivatives();
+            return exact ? exact->isotherm(T * (Ts[i] / Tr)) : nullptr;
+        }
         /// The mixture to second order in rho and T.
         Sums second(double rho, double T) const {
             Sums sums;
@@ -172,13 +178,47 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
                 component(i, rho, T, 2, 2, s.d);
                 sums.add(x[i], s);
             }
-            for (unsigned k = 0; k < m.functions_.size(); ++k) {
-                if (w[static_cast<int>(k)] == 0.0) continue;
-                Sums s;
-                m.functions_[k].second(delta(rho), Tr / T, s);
-                sums.add(w[static_cast<int>(k)], s);
-            }
+            const int nf = static_cast<int>(m.functions_.size());
+            SmallArray<Sums> each(nf);
+            departures(rho, T, false, &each[0]);
+            for (int k = 0; k < nf; ++k)
+                if (w[k] != 0.0) sums.add(w[k], each[k]);
             return sums;
+        }
+        int departure_size() const {
+            int size = 0;
+            for (Departure const& f : m.functions_) size += f.size();
+            return size;
+        }
+        /// Every departure function to second order in rho and T; those without weight only if
+        /// `all` are wanted.
+        void departures(double rho, double T, bool all, Sums* each) const {
+            const double d = delta(rho), tau = Tr / T;
+            double powers[kMaxPower + 1];
+            powers_of(d, powers);
+            const int size = departure_size();
+            SmallArray<double, 512> factors(2 * size);
+            double *const shapes = &factors[0] + size, *f = &factors[0], *e = shapes;
+            const auto wanted = [&](int k) { return all || w[k] != 0.0; };
+            const int nf = static_cast<int>(m.functions_.size());
+            for (int k = 0; k < nf; ++k) {
+                Departure const& function = m.functions_[static_cast<unsigned>(k)];
+                if (!wanted(k)) continue;
+                function.temperature(tau, f);
+                function.exponents(d, powers, e);
+                f += function.size(), e += function.size();
+            }
+            const int used = static_cast<int>(e - shapes);
+            corvane::lanes::exp_in_place(&factors[0], used);
+            corvane::lanes::exp_in_place(shapes, used);
+            f = &factors[0], e = shapes;
+            for (int k = 0; k < nf; ++k) {
+                Departure const& function = m.functions_[static_cast<unsigned>(k)];
+                each[k] = Sums{};
+                if (!wanted(k)) continue;
+                function.add<2, true>(1.0, d, powers, tau, f, e, each[k]);
+                f += function.size(), e += function.size();
+            }
         }
 
         MeosGerg const& m;
@@ -191,29 +231,48 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
     class Isotherm {
       public:
         Isotherm(MeosGerg const& model, State const& state, double T)
-            : m_(model), s_(state), T_(T) {
-            for (unsigned k = 0; k < m_.functions_.size(); ++k)
-                if (s_.w[static_cast<int>(k)] != 0.0)
-                    m_.functions_[k].isotherm(s_.Tr / T, factors_);
+            : m_(model), s_(state), T_(T), factors_(state.departure_size()) {
+            for_departures([&](Departure const& f, double, int at) {
+                f.temperature(s_.Tr / T_, &factors_[at]);
+                used_ = at + f.size();
+            });
+            corvane::lanes::exp_in_place(&factors_[0], used_);
+        }
+        /// For many densities: what depends on T alone is kept.
+        Isotherm& keep() {
+            components_.resize(static_cast<unsigned>(s_.n));
+            for (int i = 0; i < s_.n; ++i)
+                if (s_.x[i] != 0.0) components_[static_cast<unsigned>(i)] = s_.isotherm(i, T_);
+            return *this;
         }
         Sums at(double rho, int order) const {
             Sums sums;
             for (int i = 0; i < s_.n; ++i) {
                 if (s_.x[i] == 0.0) continue;
                 double d[4];
-                s_.component(i, rho, T_, order, 0, d);
+                if (i < static_cast<int>(components_.size()) && components_[static_cast<unsigned>(i)])
+                    components_[static_cast<unsigned>(i)]->at(rho * (s_.vr / s_.vs[i]), order, d);
+                else
+                    s_.component(i, rho, T_, order, 0, d);
                 for (int k = 0; k <= order; ++k)
                     (k == 3 ? sums.third : sums.d[3 * k]) += s_.x[i] * d[k];
             }
-            double const* factors = factors_.data();
-            for (unsigned k = 0; k < m_.functions_.size(); ++k) {
-                const double w = s_.w[static_cast<int>(k)];
-                if (w == 0.0) continue;
-                Sums s;
-                m_.functions_[k].at(s_.delta(rho), factors, order, s);
-                factors += m_.functions_[k].terms();
-                sums.add(w, s);
-            }
+            if (used_ == 0) return sums;
+            const double delta = s_.delta(rho), tau = s_.Tr / T_;
+            double powers[kMaxPower + 1];
+            powers_of(delta, powers);
+            SmallArray<double, 256> shapes(used_);
+            for_departures([&](Departure const& f, double, int k) {
+                f.exponents(delta, powers, &shapes[k]);
+            });
+            corvane::lanes::exp_in_place(&shapes[0], used_);
+            for_departures([&](Departure const& f, double w, int k) {
+                const auto add = order == 0   ? &Departure::add<0, false>
+                                 : order == 1 ? &Departure::add<1, false>
+                                 : order == 2 ? &Departure::add<2, false>
+                                              : &Departure::add<3, false>;
+                (f.*add)(w, delta, powers, tau, &factors_[k], &shapes[k], sums);
+            });
             return sums;
         }
         corvane::IsothermPoint operator()(double rho) const {
@@ -232,10 +291,24 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
         }
 
       private:
+        /// f(function, weight, place of its first factor) for the functions that have a weight.
+        template <class F>
+        void for_departures(F const& f) const {
+            int place = 0;
+            for (unsigned k = 0; k < m_.functions_.size(); ++k) {
+                const double w = s_.w[static_cast<int>(k)];
+                if (w == 0.0) continue;
+                f(m_.functions_[k], w, place);
+                place += m_.functions_[k].size();
+            }
+        }
+
         MeosGerg const& m_;
         State const& s_;
         double T_;
-        std::vector<double> factors_;
+        SmallArray<double, 256> factors_;  // of the terms of the departure functions
+        int used_ = 0;
+        std::vector<std::unique_ptr<corvane::Isotherm1>> components_;  // null: not kept
     };
 
     std::vector<Pair> pairs_;
@@ -247,7 +320,7 @@ int MeosGerg::vcalc(double p, double T, Vector<double> const& x, int mode, doubl
     const double P = p / (R * T);
     if (!(T > 0.0) || !std::isfinite(T) || !std::isfinite(P)) return 0;
     const State s(*this, x);
-    return density(Isotherm(*this, s, T), P, T / s.Tr, 1.0 / s.vr, mode, rho_a, rho_b);
+    return density(Isotherm(*this, s, T).keep(), P, T / s.Tr, 1.0 / s.vr, mode, rho_a, rho_b);
 }
 
 /// With V = 1 and the amounts n_i = rho_i, F = n·a is a function of the amounts, of L = ln δ and U
@@ -298,10 +371,10 @@ void MeosGerg::potentials(Vector<double> const& rho_i, double T, double* mu, dou
         G[i] = Logarithmic(d);
         all.add(x[i], G[i]);
     }
+    SmallArray<Sums> departures(nf);
+    s.departures(rho, T, true, &departures[0]);
     for (int k = 0; k < nf; ++k) {
-        Sums sums;
-        functions_[static_cast<unsigned>(k)].second(s.delta(rho), s.Tr / T, sums);
-        f[k] = Logarithmic(sums.d);
+        f[k] = Logarithmic(departures[k].d);
         all.add(s.w[k], f[k]);
     }
     // G_i = α_i + Σ_f (w_fi − w_f)·α_f with w_fi = Σ_j x_j·F_ij.

@@ -2,7 +2,7 @@
 #include "central_difference.h"
 #include "model_text.h"
 
-#include <plugins/meos/vector_exp.h>
+#include <plugins/common/vector_exp.h>
 
 #include <gtest/gtest.h>
 
@@ -150,7 +150,7 @@ TEST(MeosTerms, LimitsAtTheCriticalPointOfANonAnalyticTerm) {
 }
 
 TEST(MeosTerms, ExponentialIsGoodToOneUnitAndTheSameAtEveryWidth) {
-    using namespace corvane::meos;
+    using namespace corvane::lanes;
     for (int i = -70000; i < 70000; i += 4) {
         double narrow[4], wide[4];
         for (int k = 0; k < 4; ++k) narrow[k] = wide[k] = (i + k) * 0.0101 + 1e-5 * k;

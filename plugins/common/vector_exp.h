@@ -1,4 +1,4 @@
-// The exponential function of an array, several numbers at a time in the compiler's portable vector
+// Numbers two at a time, and the exponential function of an array, in the compiler's portable vector
 // types. Lane by lane it is plain IEEE arithmetic without contraction, so every machine, and every
 // vector width, gives the same bits.
 #pragma once
@@ -7,10 +7,22 @@
 #include <cstring>
 #include <limits>
 
-namespace corvane::meos {
+namespace corvane::lanes {
 
 using V2 [[gnu::vector_size(16)]] = double;
 using I2 [[gnu::vector_size(16)]] = std::uint64_t;
+
+inline V2 load(double const* x) {
+    V2 v;
+    std::memcpy(&v, x, sizeof v);
+    return v;
+}
+inline void store(double* x, V2 v) {
+    std::memcpy(x, &v, sizeof v);
+}
+inline double sum(V2 v) {
+    return v[0] + v[1];
+}
 
 /// Array lengths are rounded up to whole vectors of four.
 constexpr int padded(int count) {
@@ -73,4 +85,4 @@ inline void (*const exp_in_place)(double* x, int count) = __builtin_cpu_supports
 inline constexpr auto exp_in_place = exp_narrow;
 #endif
 
-}  // namespace corvane::meos
+}  // namespace corvane::lanes
