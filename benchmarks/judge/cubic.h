@@ -77,6 +77,10 @@ struct Cubic {
                 }
         }
         int size() const { return n_; }
+        Real a(int i, int j) const { return a_[i][j]; }  ///< a_ij/(RT)
+        Real b(int i, int j) const { return b_[i][j]; }
+        Real d1() const { return d1_; }
+        Real d2() const { return d2_; }
         static constexpr Long kStep = 0.4L;  ///< of a first mesh in the logit of composition
 
         /// h_i = ln(f_i/(x_i·RT)) = ln rho + μ_i^r/(RT). Returns p/(RT).
