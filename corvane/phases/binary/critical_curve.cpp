@@ -253,7 +253,7 @@ bool CriticalTracer::end_point(CriticalNode stable, CriticalNode unstable, EndPo
         const double width = length(difference(unstable.y, stable.y));
         Variables y = q.y;
         if (!end_point_.solve(y, trial.rho, trial.w) || length(difference(y, q.y)) > 1.5 * width ||
-            !accept(q, found))
+            !accept(q, y, found))
             continue;
         found.beyond = dot(difference(y, from), direction) > 0.0;
         return true;
@@ -266,7 +266,7 @@ bool CriticalTracer::end_point(CriticalNode stable, CriticalNode unstable, EndPo
 }
 
 /// The solution of end_point_, if it holds: two phases that differ, and no third one.
-bool CriticalTracer::accept(CriticalNode const& near, EndPoint& found) {
+bool CriticalTracer::accept(CriticalNode const& near, Variables const& y, EndPoint& found) {
     const PhaseState critical = conditions.s;
     PhaseState const& other = end_point_.other;
     const double apart =
@@ -275,6 +275,8 @@ bool CriticalTracer::accept(CriticalNode const& near, EndPoint& found) {
     certifier_.test(critical, &other, true);
     if (!certifier_.result.stable) return false;
     CriticalPoint q = near.point;
+    q.certificate = {};
+    q.certificate.evaluations = near.point.certificate.evaluations;
     q.T = critical.T;
     q.p = critical.p;
     q.rho = critical.rho;
@@ -286,6 +288,7 @@ bool CriticalTracer::accept(CriticalNode const& near, EndPoint& found) {
     c.tpd = std::min(0.0, certifier_.result.tpd);
     c.flag(o_.validity, q.T, q.p, q.x);
     if (!c.holds()) return false;
+    end_point_.bound(y, c);
     found = {q, c.phases[1], false};
     return true;
 }

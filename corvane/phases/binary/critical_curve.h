@@ -105,7 +105,7 @@ class CriticalTracer {
     bool meets_pure(CriticalNode const& last, int c, double step, std::vector<CriticalNode>& nodes);
     bool across(CriticalNode const& a, CriticalNode const& b, double s, Variables& y);
     bool limit(CriticalNode const& a, CriticalNode& b, Limit const& l);
-    bool accept(CriticalNode const& near, EndPoint& found);
+    bool accept(CriticalNode const& near, Variables const& y, EndPoint& found);
 
     ModelN const& model_;
     const CriticalLineOptions o_;

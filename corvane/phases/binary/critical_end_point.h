@@ -2,6 +2,7 @@
 #pragma once
 
 #include <corvane/phases/critical/critical_conditions.h>
+#include <corvane/phases/report/certificate.h>
 
 #include <vector>
 
@@ -18,8 +19,13 @@ class CriticalEndPoint {
     /// y: start and solution; rho and w: start of the other phase. The critical phase is left in
     /// conditions.s, with phase_all.
     bool solve(CriticalConditions::Variables& y, double rho, std::vector<double> const& w);
+    /// Fills the bounds of the certificate at the solution y. False without exact derivatives, if the
+    /// Jacobian is singular, or where they exceed the limit.
+    bool bound(CriticalConditions::Variables const& y, Certificate& c);
 
   private:
+    bool assemble(CriticalConditions::Variables const& y, double* J);
+
     FluidModel const& fluid_;
     CriticalConditions& conditions_;
 };

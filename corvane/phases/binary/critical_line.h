@@ -42,7 +42,8 @@ struct CriticalLineOptions {
 /// Continuation by arc length in (ln rho, ln T, x_0) with Newton's method on the two conditions of
 /// critical_point; extrema of p, T and x and the cusps of unstable stretches are passed. Steps are
 /// at most `step` long in this metric and turn by at most 25 degrees. Every point has its
-/// certificate. Where the tangent-plane test changes its answer, the critical end point is solved
+/// certificate, with bounds of the distance, along ln T, ln p, ln rho and x_0, to the point of the
+/// true line in the plane across it. Where the tangent-plane test changes its answer, the critical end point is solved
 /// for (five equations, see CriticalEndPoint), and a stable line ends or begins there; its
 /// certificate has both phases (except where less than 1e-9 of the other component is dissolved in
 /// a pure one: then the pure critical point stands for it). The curve is followed beyond it, so

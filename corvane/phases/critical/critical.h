@@ -18,7 +18,9 @@ struct CriticalPoint {
     bool stable = true;
     /// `conditions`: the larger of |λ| and |C| (see critical_point), over the largest eigenvalue if
     /// that exceeds 1; at most 1e-9 with exact derivatives, 1e-6 without. `phases`: the critical
-    /// phase.
+    /// phase. `value_error`: bound of T and p at this composition, `rho_error` of the density; they are
+    /// unknown without exact derivatives, or where they would exceed 1e-6: next to a tricritical point
+    /// and where p along a line of dense liquids rises too steeply.
     Certificate certificate;
 };
 

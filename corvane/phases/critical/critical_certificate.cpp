@@ -79,6 +79,14 @@ void CriticalCertifier::test(PhaseState phase, PhaseState const* known, bool fir
     if (n == 2 && result.stable && !known) beside(phase);
 }
 
+void CriticalCertifier::state(CriticalConditions::Errors const& e, Certificate& c) {
+    if (!(e.value() <= Certificate::error_limit)) return;
+    c.value_error = e.value();
+    c.x_error = e.x;
+    c.rho_error = e.rho;
+    c.apart_error = 0.0;
+}
+
 bool CriticalCertifier::certify(CriticalConditions::Variables const& y, int m, bool first,
                                 Validity const* validity, CriticalPoint& q) {
     const PhaseState phase = conditions_.s;
@@ -94,6 +102,7 @@ bool CriticalCertifier::certify(CriticalConditions::Variables const& y, int m, b
     test(phase, nullptr, first);
     q.certificate.tpd = result.stable ? std::min(0.0, result.tpd) : result.tpd;
     q.stable = result.stable && D > kFourth;
+    if (const auto e = conditions_.errors(y, m)) state(*e, q.certificate);
     q.certificate.flag(validity, q.T, q.p, q.x);
     return true;
 }

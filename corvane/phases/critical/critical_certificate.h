@@ -14,13 +14,16 @@ class CriticalCertifier {
   public:
     CriticalCertifier(FluidModel const& fluid, CriticalConditions& conditions);
 
-    /// The solution y of conditions with its certificate (evaluations left out). False at p <= 0 or
-    /// where the model fails. first: end at the first negative tangent-plane distance.
+    /// The solution y of conditions, just found, with its certificate (evaluations left out). False at
+    /// p <= 0 or where the model fails. first: end at the first negative tangent-plane distance.
     bool certify(CriticalConditions::Variables const& y, int m, bool first,
                  Validity const* validity, CriticalPoint& point);
 
     /// The tangent-plane test alone, of a critical phase with phase_H and phase_p.
     void test(PhaseState phase, PhaseState const* known, bool first);
+
+    /// As bounds of a certificate, unless they exceed its limit.
+    static void state(CriticalConditions::Errors const& e, Certificate& c);
 
     StabilityResult result;  ///< of the last test
 

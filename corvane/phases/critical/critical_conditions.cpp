@@ -1,11 +1,15 @@
+#include <corvane/core/constants.h>
 #include <corvane/core/errors.h>
 #include <corvane/core/numelo.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/critical/critical_conditions.h>
+#include <corvane/phases/numerics/dense.h>
 #include <corvane/phases/numerics/newton.h>
+#include <corvane/phases/report/error_bound.h>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace corvane {
@@ -13,6 +17,8 @@ namespace {
 // Steps of C along u, of the gradients and of D; then the limit: with exact derivatives, without.
 constexpr double kAlong[] = {1e-5, 1e-3}, kGradient[] = {1e-5, 1e-3}, kQuartic[] = {1e-3, 2e-2},
                  kLimits[] = {1e-9, 1e-6};
+constexpr double kWide = 1e-3;  // first step of C where its error is bounded
+constexpr double kUnits = 128 * std::numeric_limits<double>::epsilon();  // of rounding in sums of H
 constexpr double kStep = 1e-6;  // last step of Newton's method, whose rate is 1e-5
 using Variables = CriticalConditions::Variables;
 }  // namespace
@@ -134,11 +140,64 @@ bool CriticalConditions::evaluate(Variables const& y, int m, int order) {
         h = std::min(h, 0.3 * root / std::max(std::fabs(u[i]), 1e-300));
         ideal -= u[i] * u[i] * u[i] / root;
     }
+    if (!third(h, C)) return false;
+    C += ideal;
+    return std::isfinite(C);
+}
+
+/// The residual part of C by a central difference.
+bool CriticalConditions::third(double h, double& difference) {
     if (!shifted(h)) return false;
     const double high = form(side_);
     if (!shifted(-h)) return false;
-    C = ideal + (high - form(side_)) / (2.0 * h);
-    return std::isfinite(C);
+    difference = (high - form(side_)) / (2.0 * h);
+    return true;
+}
+
+bool CriticalConditions::equations(Variables const& y, int m, double* e) {
+    if (!exact_ || !eigen(y, m, phase_all)) return false;
+    double h = kWide, ideal = 0.0, size = 0.0;
+    for (int i = 0; i < n_; ++i) {
+        const double root = std::sqrt(s.x[i]);
+        h = std::min(h, 0.05 * root / std::max(std::fabs(u[i]), 1e-300));
+        ideal -= u[i] * u[i] * u[i] / root;
+        for (int j = 0; j < n_; ++j)
+            size += s.rho * std::sqrt(s.x[i] * s.x[j]) * std::fabs(u[i] * u[j]) *
+                    (std::fabs(s.H[i * n_ + j]) + (i == j ? 1.0 / s.rho_i[i] : 0.0));
+    }
+    double c[3];
+    for (int k = 0; k < 3; ++k)
+        if (!third(h * (1 << k), c[k])) return false;
+    // Richardson's extrapolation; its last step bounds what is left.
+    const double once = (4.0 * c[0] - c[1]) / 3.0, again = (4.0 * c[1] - c[2]) / 3.0,
+                 twice = (16.0 * once - again) / 15.0;
+    e[0] = std::fabs(lambda) + kUnits * size;
+    e[1] = std::fabs(ideal + twice) + std::fabs(twice - once) + 2.0 * kUnits * size / h +
+           kUnits * std::fabs(ideal);
+    return std::isfinite(e[0] + e[1]);
+}
+
+std::optional<CriticalConditions::Errors> CriticalConditions::errors(Variables const& y, int m,
+                                                                     Kept kept) {
+    std::vector<double> e(static_cast<std::size_t>(m), 0.0);
+    if (!equations(y, m, e.data())) return {};
+    const double RT = R * s.T;
+    double ln_p[3] = {RT * s.S / s.p, 1.0 + RT * s.p_T / s.p,
+                      m == 3 ? RT * s.rho * (s.P[0] - s.P[1]) / s.p : 0.0};
+    std::array<double, 9> J = J_, inverse{};
+    if (m == 3) {
+        const Variables t = tangent();
+        for (int k = 0; k < 3; ++k)
+            J[6 + k] = kept == Kept::across ? t[k] : kept == Kept::p ? ln_p[k] : k == 1;
+    }
+    if (!invert(m, J.data(), inverse.data())) return {};
+    const ErrorBound bound(e);
+    std::array<double, 3> p{};
+    for (int k = 0; k < m; ++k)
+        for (int i = 0; i < m; ++i) p[k] += ln_p[i] * inverse[i * m + k];
+    const double rounding = rounding_of_P(fluid_, s) * RT / s.p;
+    return Errors{bound(&inverse[m]), bound(p.data()) + rounding, bound(&inverse[0]),
+                  m == 3 ? bound(&inverse[6]) : 0.0};
 }
 
 bool CriticalConditions::gradients(Variables const& y, int m, double* J) {

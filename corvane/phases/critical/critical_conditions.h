@@ -4,6 +4,7 @@
 #include <corvane/phases/phase/phase.h>
 
 #include <array>
+#include <optional>
 #include <vector>
 
 namespace corvane::inline detail {
@@ -47,6 +48,22 @@ class CriticalConditions {
     Variables tangent() const { return tangent(J_.data()); }
     static Variables tangent(double const* gradients);
     int iterations = 0;
+
+    /// Bounds of what λ and C of a solution are off by, residual and rounding: C from wider steps,
+    /// extrapolated twice to zero, where rounding is less. Leaves s with phase_all. False if the
+    /// model fails, or has no exact derivatives.
+    bool equations(Variables const& y, int m, double* e);
+    /// What the exact solution is compared at (m = 3): where it meets the plane across the line, or at
+    /// the same T or p.
+    enum class Kept { across, T, p };
+    /// Bounds of the errors of T, p and the density (relative) and of x_0.
+    struct Errors {
+        double T, p, rho, x;
+        double value() const { return T > p ? T : p; }
+    };
+    /// Of the solution that solve() has just found; s is left with phase_all.
+    std::optional<Errors> errors(Variables const& y, int m, Kept kept = Kept::across);
+
     /// The larger of |λ| and |C|, over the largest eigenvalue if that exceeds 1: the stiffness of a
     /// dense liquid, to which rounding and the slopes of C are proportional.
     double residual() const;
@@ -57,6 +74,7 @@ class CriticalConditions {
     void smallest();
     double form(PhaseState const& q) const;  // residual part of the quadratic form along u
     bool shifted(double h);
+    bool third(double h, double& C);
 
     FluidModel const& fluid_;
     const int n_;

@@ -68,11 +68,11 @@ struct CORVANE_API Certificate {
     /// near a critical point true results do so.
     bool near_trivial = false;
 
-    // Bounds of the errors of bubble and dew points and of flashes into two phases and more, against
-    // the exact solution of the model's equations: residuals and what rounding may add to them,
-    // times the inverse Jacobian, with a margin. Not-a-number where none were computed (one phase,
-    // diagrams and lines of a binary, solids, critical points).
-    double value_error = unknown;  ///< relative: of p where T was given, of T where p was; else 0
+    // Bounds of the errors of bubble and dew points, flashes into two phases and more and critical
+    // points against the exact solution of the model's equations: residuals and rounding, times the
+    // inverse Jacobian, with a margin. Not-a-number: none computed (one phase, lines of three phases
+    // and azeotropes, solids). The first, relative: of p at given T, of T at given p, else of both.
+    double value_error = unknown;  ///< see above; 0 where T and p were given
     double x_error = unknown;      ///< largest of all mole fractions of all phases
     double rho_error = unknown;    ///< relative, the largest of all phases
     /// Of the distance between the phases, the largest difference of ln rho_i, relative to it: no

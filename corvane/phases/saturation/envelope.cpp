@@ -264,6 +264,10 @@ class Tracer : EnvelopePair, PhaseCurve {
             found.T = conditions.s.T;
             found.p = conditions.s.p;
             found.rho = found.rho2 = conditions.s.rho;
+            if (const auto e = conditions.errors(y, 2)) {
+                found.value_error = e->value();
+                found.x_error = e->x;
+            }
         }
         found.y = fluid_.expand(fluid_.z());
         envelope_.critical.push_back(found);

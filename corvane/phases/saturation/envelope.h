@@ -19,8 +19,9 @@ struct EnvelopePoint {
     Vector<double> y;         ///< composition of the incipient phase
     bool unstable = false;    ///< with EnvelopeOptions::stability: a third phase is more stable
     bool bubble = false;      ///< the incipient phase has the lower mass density
-    /// With EnvelopeOptions::stability: bounds as in Certificate, of T and p (relative) and of the
-    /// mole fractions of a point that the true curve has; not-a-number where unknown.
+    /// With EnvelopeOptions::stability, and of critical points always: bounds as in Certificate, of T
+    /// and p (relative) and of the mole fractions of a point that the true curve has; not-a-number
+    /// where unknown.
     double value_error = Certificate::unknown, x_error = Certificate::unknown;
 };
 

@@ -186,7 +186,8 @@ void EnvelopeCommand::summarise(MixtureFluid const& mixture, Envelope const& env
                                        envelope.points.size(), envelope.unstable,
                                        state_of(envelope.end)));
     Bounds bounds;
-    for (EnvelopePoint const& point : envelope.points) bounds.add(point);
+    for (auto const* points : {&envelope.points, &envelope.critical})
+        for (EnvelopePoint const& point : *points) bounds.add(point);
     head.summary.push_back(fmt::format("{}certified: {}{}; {} evaluations", line,
                                        agreement(envelope.dmu, envelope.dp), bounds.text(),
                                        envelope.evaluations));

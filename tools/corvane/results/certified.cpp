@@ -23,7 +23,7 @@ void Evidence::add_columns(std::vector<Column>& columns) {
         {"dmu", "", "largest difference of a chemical potential between the phases, over RT"},
         {"dp", "", "largest difference of a phase's pressure to p, over p"},
         {"tpd", "", "smallest tangent-plane distance of all trial phases, over RT"},
-        {"error", "", "bound of the relative error of p (of T, where p was given)"},
+        {"error", "", "bound of the relative error of p (of T, where p was given; of both: critical points)"},
         {"x_error", "", "bound of the error of every mole fraction"},
         {"evaluations", "", "evaluations of the model"},
         {"flags", "", "near_trivial, estimated_pairs, extrapolated, below_triple"}};
