@@ -2,7 +2,9 @@
 #include <corvane/phases/binary/binary_diagram.h>
 #include <corvane/phases/binary/tie_lines.h>
 #include <corvane/phases/flash/flash.h>
+#include <corvane/phases/report/least_fraction.h>
 #include <corvane/phases/stability/hull.h>
+#include <corvane/phases/stability/test_phases.h>
 #include <corvane/pure/model1.h>
 
 #include <algorithm>
@@ -257,7 +259,9 @@ class Builder {
         for (int i = 0; i < 2; ++i)
             for (int k = 0; k < 2; ++k) {
                 PhaseState const &s = pair_.phase[k], &o = pair_.phase[1 - k];
-                if (s.x[i] < 1e-6) pair_.u[2 * k + i] += o.m[i] - s.m[i];
+                if (!(s.x[i] < 1e-6)) continue;
+                double& u = pair_.u[2 * k + i];
+                u = std::max(u + o.m[i] - s.m[i], pair_.u[2 * k + 1 - i] + ln_trace);
             }
         auto solved = [&](int limit) {
             return pair_.solve(limit) && !pair_.trivial() && pair_.a.S > 0.0 &&
@@ -266,13 +270,13 @@ class Builder {
         if (!solved(20) && !(flashed(p, T, 0.5 * (x[0] + x[1])) && solved(10))) return false;
         const TieLine q = tie_line(pair_);
         if (known(q) || covered(running(q), std::min(q.x, q.y), std::max(q.x, q.y))) return true;
-        if (!stability_.test(pair_.a, p, &pair_.b, true).stable) return false;
+        if (!test_pair(pair_, stability_, true).stable) return false;
         std::vector<double> u = pair_.u;
         if (mass(0) < mass(1)) {
             std::swap(u[0], u[2]);
             std::swap(u[1], u[3]);
         }
-        trace_both(u);
+        if (!trace_both(u)) return false;
         junctions();
         return true;
     }
@@ -292,15 +296,15 @@ class Builder {
             return false;
         }
     }
-    void trace_both(std::vector<double> const& u) {
+    bool trace_both(std::vector<double> const& u) {
         TieLineTracer down(fluid_, constant_, o_, true), up(fluid_, constant_, o_, true);
         if (!down.begin_at(u, false, DiagramEnd::interrupted) ||
             !up.begin_at(u, true, DiagramEnd::interrupted))
-            return;
+            return false;
         Diagram a = down.run(points_);
         const int low = static_cast<int>(a.points.size());
         add(down, std::move(a));
-        if (interrupted_) return;
+        if (interrupted_) return true;
         up.kind = down.kind;
         Diagram b = up.run(points_);
         a = std::move(d_.branches.back());
@@ -319,6 +323,7 @@ class Builder {
         b.evaluations += a.evaluations;
         if (a.kind == PhasePair::vapour_liquid) b.kind = a.kind;
         add(up, std::move(b));
+        return true;
     }
 
     /// A facet that led to no tie line: a gap of the diagram if its middle is unstable.
@@ -329,7 +334,8 @@ class Builder {
         bool stable = false;
         if (survives([&] {
                 if (!fluid_.evaluate_at(s, p, T, {x, 1 - x}, Root::stable, phase_H)) return false;
-                stable = stability_.test(s, p, nullptr, true).stable;
+                const StabilityResult r = stability_.test(s, p, nullptr, true, true);
+                stable = r.stable && r.unconverged == 0;
                 return true;
             }) &&
             stable)

@@ -14,16 +14,17 @@ struct TieLine {
     double x = 0.0, y = 0.0;          ///< mole fraction of component 0 in the phases a and b
     double rho_x = 0.0, rho_y = 0.0;  ///< mol/cm³; at the start a is the liquid
     bool stable = true;               ///< false: the tangent-plane test finds a third phase
-    /// With LineOptions::stability: bounds as in Certificate, of p or T (relative) and of x and y of
-    /// a tie line that the true curve has; not-a-number where unknown, as of pure components.
+    /// With LineOptions::stability, and of critical points always: bounds as in Certificate, of p or
+    /// T (relative) and of x and y of a tie line that the true curve has; not-a-number where unknown,
+    /// as of pure components.
     double value_error = Certificate::unknown, x_error = Certificate::unknown;
 };
 
 /// Where a branch begins or ends, and why: pure (its saturation point is the last point, x = y = 0
 /// or 1; a branch whose component's saturation is out of bounds begins on the bound); critical;
 /// three_phase (complete_*); pressure (p_max, or T above twice the higher critical temperature;
-/// exactly there); cold (T_min, exactly there; or a mole fraction falls below 1e-200); full;
-/// interrupted; stuck.
+/// exactly there); cold (T_min, exactly there); full; interrupted; stuck. A mole fraction below 1e-280
+/// is given as 0, or 1, and the branch goes on.
 using DiagramEnd = CurveEnd;
 
 /// What the two phases of a branch are. Fluids where no vapour can be told from a liquid: neither

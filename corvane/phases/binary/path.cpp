@@ -1,4 +1,5 @@
 #include <corvane/phases/binary/path.h>
+#include <corvane/phases/report/least_fraction.h>
 
 #include <algorithm>
 #include <cmath>
@@ -74,7 +75,7 @@ CurveEnd Path::lost() {
 }
 
 Trial Path::attempt(double& length, CurveEnd& end) {
-    const int c = most(now_);
+    const int c = most(now_, length);
     specify(c);
     const auto predict = [&] {
         if (cubic_serves(before_, now_, c, length, kReach)) {
@@ -93,6 +94,9 @@ Trial Path::attempt(double& length, CurveEnd& end) {
         predict();
     }
     s_.value = at(now_.u, c) + length * at(now_.t, c);
+    for (int i = 0; i < 2 * s_.count(); ++i)  // what is absent stays so; its tangent has a corner
+        s_.u[i] = absent_at(now_.u, i) ? s_.u[i ^ 1] + now_.u[i] - now_.u[i ^ 1]
+                                       : std::max(s_.u[i], s_.u[i ^ 1] + ln_trace);
     if (close(s_.u, alike_limit_, &now_.u)) {
         end = CurveEnd::critical;
         return Trial::ended;
@@ -103,11 +107,13 @@ Trial Path::attempt(double& length, CurveEnd& end) {
         return Trial::failed;  // the trivial solution: it was not foreseen
     // Against jumps to another branch: not backwards, not further than twice the step, nor round a
     // corner.
-    std::vector<double> way(next.u);
+    std::vector<double> way(next.u), from = now_.t, to = next.t;
     for (std::size_t i = 0; i < way.size(); ++i) way[i] -= now_.u[i];
-    if (!(dot(way, now_.t) > 0.3 * std::sqrt(dot(way, way) * dot(now_.t, now_.t))) ||
+    for (int i = 0; i < 2 * s_.count(); ++i)  // what is absent has no direction
+        if (absent_at(next.u, i) || absent_at(now_.u, i)) way[i] = from[i] = to[i] = 0.0;
+    if (!(dot(way, from) > 0.3 * std::sqrt(dot(way, way) * dot(from, from))) ||
         moves(now_.u, way, next.ln_p - now_.ln_p) > 2.0 * length + 1e-3 ||
-        !(dot(next.t, now_.t) > 0.5 * std::sqrt(dot(next.t, next.t) * dot(now_.t, now_.t))))
+        !(dot(to, from) > 0.5 * std::sqrt(dot(to, to) * dot(from, from))))
         return Trial::failed;
     specified_ = c;
     before_ = std::move(now_);

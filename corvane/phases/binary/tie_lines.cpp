@@ -4,6 +4,7 @@
 #include <corvane/phases/binary/pure_point.h>
 #include <corvane/phases/binary/tie_lines.h>
 #include <corvane/phases/critical/critical_conditions.h>
+#include <corvane/phases/report/least_fraction.h>
 #include <corvane/pure/model1.h>
 
 #include <algorithm>
@@ -18,7 +19,10 @@ constexpr double kCritical = 1e-3;  // in x, from the extrapolated critical poin
 
 TieLine detail::tie_line(CoexistenceSolver const& s) {
     PhaseState const &a = s.phase[0], &b = s.phase[1];
-    return {a.T, s.phase[s.softest()].p, a.x[0], b.x[0], a.rho, b.rho, true};
+    const auto fraction = [](PhaseState const& q) {
+        return absent(q.x[0]) ? 0.0 : absent(q.x[1]) ? 1.0 : q.x[0];
+    };
+    return {a.T, s.phase[s.softest()].p, fraction(a), fraction(b), a.rho, b.rho, true};
 }
 
 TieLineTracer::TieLineTracer(FluidModel const& fluid, Fixed constant, DiagramOptions const& o,
@@ -56,7 +60,7 @@ bool TieLineTracer::within(double ln_p, double ln_T) const {
 /// or is not stable there.
 bool TieLineTracer::enter() {
     for (int k = 0; k < o_.points; ++k) {
-        if (advance(path_, path_.step) || path_.at_trace()) return false;
+        if (advance(path_, path_.step)) return false;
         if (!within(path_.now().ln_p, path_.now().u.back())) continue;
         if (!path_.stop_at({!constant_.at_T, constant_.at_T ? o_.p_max : T_min_}))
             return false;
@@ -114,7 +118,7 @@ bool TieLineTracer::begin_at(std::vector<double> const& u, bool rising, DiagramE
 }
 
 bool TieLineTracer::test(PairSolver const& pair, bool first) {
-    result_ = stability_.test(pair.a, pair.pressure(), &pair.b, first);
+    result_ = test_pair(pair, stability_, first);
     return result_.stable;
 }
 
@@ -123,7 +127,9 @@ void TieLineTracer::push(PairSolver& pair, bool stable) {
     TieLine q = tie_line(pair);
     q.stable = stable;
     if (!stable) ++d_.unstable;
-    for (int k = 0; k < 2; ++k) d_.dmu = std::max(d_.dmu, std::fabs(a.m[k] - b.m[k]));
+    for (int k = 0; k < 2; ++k)
+        if (!absent(a.x[k]) && !absent(b.x[k]))
+            d_.dmu = std::max(d_.dmu, std::fabs(a.m[k] - b.m[k]));
     const double rounding = R * a.T * std::max(a.P_rounding(), b.P_rounding());
     d_.dp = std::max(d_.dp, std::max(0.0, std::fabs(a.p - b.p) - rounding) / q.p);
     if (Certificate c; o_.stability && pair.bound(c)) {
@@ -192,7 +198,13 @@ DiagramEnd TieLineTracer::critical() {
         const double off = constant_.at_T ? 0.0 : std::log(c.s.p / constant_.value);
         if (std::fabs(off) < 1e-10) {
             solved = std::fabs(y[2] - q.x) < (close ? kCritical : 30 * kCritical);
-            if (solved) q = {c.s.T, c.s.p, y[2], y[2], c.s.rho, c.s.rho, stable_};
+            if (!solved) break;
+            q = {c.s.T, c.s.p, y[2], y[2], c.s.rho, c.s.rho, stable_};
+            using Kept = CriticalConditions::Kept;
+            if (const auto e = c.errors(y, 3, constant_.at_T ? Kept::T : Kept::p)) {
+                q.value_error = (constant_.at_T ? e->p : e->T) + std::fabs(off);
+                q.x_error = e->x;
+            }
             break;
         }
         const double slope = it > 0 ? (off - last_p) / (lnT - last_T) : 7.0;
@@ -292,7 +304,6 @@ std::optional<CurveEnd> TieLineTracer::arrive() {
     azeotrope(from, path_.now().u);
     push(pair_, stable_);
     if (why) return why;
-    if (path_.at_trace()) return DiagramEnd::cold;
     if (at_pure()) return DiagramEnd::pure;
     return {};
 }

@@ -39,7 +39,8 @@ std::vector<double> CoexistenceSolver::amounts() const {
 }
 
 void CoexistenceSolver::start(int k, std::vector<double> const& x, double rho) {
-    for (int i = 0; i < n_; ++i) u[k * n_ + i] = std::log(x[i] * rho);
+    for (int i = 0; i < n_; ++i)
+        u[k * n_ + i] = std::log(rho) + (absent(x[i]) ? ln_trace : std::log(x[i]));
 }
 
 int CoexistenceSolver::softest() const {
@@ -73,9 +74,11 @@ void CoexistenceSolver::assemble() {
                 J[k * n + j] = b.rho_i[j] * b.H[i * n + j];
             }
             J[last] = b.m_T[i] - a.m_T[i];
-            if (!absent(b.x[i]) || !(r[-1] > 0.0)) continue;
+            const bool none = absent(b.x[i]) && r[-1] > 0.0,
+                       none_in_a = count_ == 2 && absent(a.x[i]) && r[-1] < 0.0;
+            if (!none && !none_in_a) continue;
             std::fill_n(J, m, 0.0);  // it would be fewer than the least: stays as it is
-            J[k * n + i] = 1.0;
+            J[none ? k * n + i : i] = 1.0;
             r[-1] = 0.0;
         }
         *r++ = (b.p - a.p) / RT * scale;

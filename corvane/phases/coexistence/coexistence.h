@@ -17,7 +17,7 @@ namespace corvane::inline detail {
 ///
 /// In these isochoric variables (Bell & Deiters, AIChE J. 64 (2018) 2745) no density root is
 /// searched, so that nothing jumps near a critical point. A component of which a phase other than the
-/// first would hold less than least_fraction keeps what it starts with there.
+/// first (of two phases: either) would hold less than least_fraction keeps what it starts with there.
 class CoexistenceSolver {
   public:
     CoexistenceSolver(FluidModel const& fluid, int phases);
@@ -46,7 +46,7 @@ class CoexistenceSolver {
     std::vector<double> amounts() const;
     void hold(Fixed at) { (at.at_T ? T : p) = at.value; }
     void release() { T = p = std::nullopt; }
-    /// Start values of phase k.
+    /// Start values of phase k; where a component is absent, of less than least_fraction.
     void start(int k, std::vector<double> const& x, double rho);
     /// False when it does not converge within `limit` iterations. On success all phases are
     /// evaluated with all derivatives at u, which meets the equations to `tolerance` of the

@@ -5,6 +5,7 @@
 namespace corvane {
 namespace {
 constexpr double kNear = 1.0;  // below it only ratios are specified
+constexpr double kTraces = 40.0;  // ratios and logits beyond it count by their relative change
 }  // namespace
 
 double detail::dot(std::vector<double> const& a, std::vector<double> const& b) {
@@ -38,10 +39,11 @@ void PhaseCurve::reverse() {
 
 double PhaseCurve::weight(std::vector<double> const& u, int c) const {
     Coordinate const& q = coordinates_[static_cast<std::size_t>(c)];
-    if (q.ratio) return measure_.ratio;
     if (q.j < 0) return measure_.ln_T;
+    const double trace = std::min(1.0, kTraces / std::fabs(at(u, c)));
+    if (q.ratio) return measure_.ratio * trace;
     const double x = 1.0 / (1.0 + std::exp(-at(u, c)));
-    return std::max(x * (1.0 - x), 0.03);
+    return std::max(x * (1.0 - x), 0.03 * trace);
 }
 
 double PhaseCurve::moves(std::vector<double> const& u, std::vector<double> const& d,
@@ -52,13 +54,20 @@ double PhaseCurve::moves(std::vector<double> const& u, std::vector<double> const
     return largest / step_;
 }
 
-int PhaseCurve::most(Node const& node) const {
+int PhaseCurve::most(Node const& node, double length) const {
     double nearest = 1e300, largest = 0.0;
+    const auto absent = [&](int i) {
+        if (i >= n_ * s_.count() || n_ != 2) return false;
+        const double step = length * (node.t[i] - node.t[i ^ 1]);
+        return node.u[i] - node.u[i ^ 1] + std::min(0.0, step) < kAbsent;
+    };
     for (int k = 1; k < s_.count(); ++k)
         for (int j = 0; j < k; ++j) nearest = std::min(nearest, apart(node.u, j, k));
     int best = first_ratio_;
     for (int c = 0; c <= last_coordinate(); ++c) {
         if (nearest < kNear && !is_ratio(c)) continue;
+        Coordinate const& q = coordinates_[static_cast<std::size_t>(c)];
+        if (absent(q.i) || (q.j >= 0 && absent(q.j))) continue;
         const double size = weight(node.u, c) * std::fabs(at(node.t, c));
         if (size > largest) largest = size, best = c;
     }

@@ -35,7 +35,8 @@ class PhaseCurve {
 
   protected:
     /// What a change of a coordinate counts: of ln p, of a ratio, of ln T. That of a mole fraction
-    /// counts by itself, but at least a thirtieth of its logit.
+    /// counts by itself, but at least a thirtieth of its logit. Of traces below 1e-17 the logarithms
+    /// count less.
     struct Measure {
         double ln_p, ratio, ln_T;
     };
@@ -49,8 +50,14 @@ class PhaseCurve {
     double weight(std::vector<double> const& u, int c) const;
     /// The largest change along d at u, in the longest steps.
     double moves(std::vector<double> const& u, std::vector<double> const& d, double ln_p) const;
-    /// The coordinate that changes most.
-    int most(Node const& node) const;
+    /// The coordinate that changes most, of those that do not depend on a component that is absent
+    /// from a phase or will be after a step of this length.
+    int most(Node const& node, double length = 0.0) const;
+    /// Binaries: is u[i] that of a component which is absent from its phase?
+    bool absent_at(std::vector<double> const& u, int i) const {
+        return n_ == 2 && u[i] - u[i ^ 1] < kAbsent;
+    }
+    static constexpr double kAbsent = -640.0;  // ln of a ratio of mole fractions
     bool is_ratio(int c) const { return coordinates_[static_cast<std::size_t>(c)].ratio; }
     /// The larger of the ratios between two phases, as a coordinate.
     int largest_ratio(std::vector<double> const& u, int j, int k) const;

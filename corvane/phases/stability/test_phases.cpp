@@ -1,3 +1,4 @@
+#include <corvane/phases/report/least_fraction.h>
 #include <corvane/phases/stability/test_phases.h>
 
 #include <algorithm>
@@ -11,6 +12,13 @@ StabilityResult detail::test_phases(CoexistenceSolver const& s, Stability& stabi
     // A phase that is no minimum needs no trial to be unstable.
     tpd = r.stable ? std::min(0.0, r.tpd) : std::min(r.tpd, -2 * Certificate::tpd_tolerance);
     return r;
+}
+
+StabilityResult detail::test_pair(CoexistenceSolver const& pair, Stability& stability, bool first) {
+    PhaseState plane = pair.phase[0];
+    for (int k = 0; k < plane.size(); ++k)  // what is absent has the potential of the other phase
+        if (absent(plane.x[k])) plane.m[k] = pair.phase[1].m[k];
+    return stability.test(plane, pair.pressure(), &pair.phase[1], first);
 }
 
 }  // namespace corvane

@@ -10,4 +10,7 @@ namespace corvane::inline detail {
 /// further one. tpd: as in Certificate.
 StabilityResult test_phases(CoexistenceSolver const& solver, Stability& stability, double& tpd);
 
+/// Of two phases of a binary: the tangent plane of both, from which one may lack what the other has.
+StabilityResult test_pair(CoexistenceSolver const& pair, Stability& stability, bool first);
+
 }  // namespace corvane::inline detail
