@@ -1,6 +1,7 @@
 #include <corvane/core/constants.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/critical/critical.h>
+#include <corvane/phases/report/least_fraction.h>
 #include <corvane/phases/report/words.h>
 #include <corvane/phases/saturation/pure_saturation.h>
 #include <corvane/phases/saturation/saturation_solver.h>
@@ -12,6 +13,7 @@
 namespace corvane {
 namespace {
 constexpr int kSubstitutions = 3;
+constexpr double kLeast = 1e-300;  // mole fraction in a start, whose logarithm is finite
 constexpr double kFactor = 3.0;  // largest change of p in a substitution
 constexpr double kFiner = 2.5;   // steps of the search that stands in for the trace
 constexpr double kBracket = 1e-3;  // of ln p: where the bracket of a solution is
@@ -133,7 +135,7 @@ bool SaturationSolver::warm(SaturationPoint const& start) {
     for (int i = 0; i < std::min(start.incipient.x.size(), all.size()); ++i)
         if (all[i] > 0.0) y.push_back(start.incipient.x[i]);
     if (static_cast<int>(y.size()) != n ||
-        !std::all_of(y.begin(), y.end(), [](double v) { return v > 0.0; }))
+        !std::all_of(y.begin(), y.end(), [](double v) { return v >= 0.0; }))
         return false;
     pair_.start(fluid_.z(), start.given.rho, y, start.incipient.rho, held_.T(start.T));
     return solve();
@@ -176,7 +178,7 @@ bool SaturationSolver::cold() {
     for (int it = 0; it < kSubstitutions; ++it) {
         double sum = 0.0;
         for (double v : y) sum += v;
-        for (double& v : y) v /= sum;
+        for (double& v : y) v = std::max(v / sum, kLeast);
         a_.T = t;  // where beside_liquids starts
         a_.p = q;
         b_.x = y;
@@ -248,7 +250,9 @@ bool SaturationSolver::accept() {
     const double pressure = pair_.pressure();
     if (!(pressure > 0.0) || !(pair_.a.S > 0.0) || !(pair_.b.S > 0.0)) return false;
     for (int k = 0; k < fluid_.size(); ++k)  // no certificate: another way may lead to one
-        if (!(std::fabs(pair_.a.m[k] - pair_.b.m[k]) <= Certificate::tolerance)) return false;
+        if (!absent(pair_.b.x[k]) &&
+            !(std::fabs(pair_.a.m[k] - pair_.b.m[k]) <= Certificate::tolerance))
+            return false;
     const bool wanted = bubble() == (kind_ == Saturated::bubble);
     if (!wanted && !collect_) return false;
     const StabilityResult r =
@@ -272,6 +276,8 @@ SaturationPoint SaturationSolver::result(SaturationOptions const& o) {
     q.certificate.evaluations = fluid_.evaluations;
     if (o.validity) q.certificate.flag(o.validity, q.T, q.p, fluid_.expand(fluid_.z()));
     q.given = q.certificate.phases[0];
+    for (int k = 0; k < fluid_.size(); ++k)
+        if (absent(pair_.b.x[k])) q.certificate.phases[1].x[fluid_.index(k)] = 0.0;
     q.incipient = q.certificate.phases[1];
     if (!q.certificate.holds())
         throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up, state(), name(),

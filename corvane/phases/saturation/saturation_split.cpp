@@ -24,6 +24,7 @@ constexpr double kLeast = 1e-4;   // bracket that ends the search
 constexpr int kDissolved = 30;
 constexpr double kDilute = 1e-3;  // of one component in a liquid beside the other one
 constexpr double kPure = 1e-30;   // of a mole fraction that is of no account to the other component
+constexpr double kScarce = 1e-4;  // of a liquid's amount in the whole
 constexpr double kJump = 0.2;     // of ln rho of the lightest phase, least
 constexpr double kTurn = 0.1;     // and of its mole fractions
 
@@ -68,15 +69,21 @@ std::optional<SaturationPoint> SaturationSolver::first_vapour(
             if (absent(xi)) xi *= 0.1;  // and stays so where the density changes
         all.start(k, x, rho);
     };
-    for (int k = 0; k < K; ++k)
-        start(k, present(fluid_, liquids[K - 1 - k].x), liquids[K - 1 - k].rho);
+    // Of a mere trace of a liquid: the largest first, whose fraction is what the others leave.
+    std::vector<int> order(static_cast<std::size_t>(K));
+    for (int k = 0; k < K; ++k) order[k] = K - 1 - k;
+    if (whole && *std::min_element(amounts.begin(), amounts.end()) < kScarce)
+        std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
+            return amounts[a] / liquids[a].rho > amounts[b] / liquids[b].rho;
+        });
+    for (int k = 0; k < K; ++k) start(k, present(fluid_, liquids[order[k]].x), liquids[order[k]].rho);
     start(K, y, rho_vapour);
     all.u.back() = std::log(t);
     if (whole) {
         double volume = 0.0;
         for (int k = 0; k < K; ++k) volume += amounts[k] / liquids[k].rho;
-        for (int k = K - 2; k >= 0; --k)
-            all.fraction.push_back(amounts[k] / liquids[k].rho / volume);
+        for (int k = 1; k < K; ++k)
+            all.fraction.push_back(amounts[order[k]] / liquids[order[k]].rho / volume);
     }
     if (!all.solve(kNewton)) return {};
     all.level();
