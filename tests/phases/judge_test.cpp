@@ -2,7 +2,9 @@
 // notices what is wrong.
 #include "support/mixtures.h"
 
+#include <benchmarks/judge/critical.h>
 #include <benchmarks/judge/cubic.h>
+#include <benchmarks/judge/enclosure.h>
 #include <benchmarks/judge/multifluid.h>
 #include <benchmarks/judge/pcsaft.h>
 #include <benchmarks/judge/verdict.h>
@@ -18,16 +20,22 @@ using judge::Long;
 using judge::Quad;
 using judge::Values;
 
-Mixture loaded(char const* eos, char const* a, char const* b, char const* mth = "vdW1",
+Mixture loaded(char const* eos, std::vector<char const*> const& names, char const* mth = "vdW1",
                int set = 1) {
     Mixture m(attachN(eos, mth));
-    m->alloc(2, eos);
-    m->mdl1[0]->name(a);
-    m->mdl1[1]->name(b);
-    for (int i : {0, 1}) m->mdl1[i]->id(set);
-    m->id(0, 1, 1);
+    const int n = static_cast<int>(names.size());
+    m->alloc(n, eos);
+    for (int i = 0; i < n; ++i) {
+        m->mdl1[i]->name(names[static_cast<unsigned>(i)]);
+        m->mdl1[i]->id(set);
+        for (int j = 0; j < i; ++j) m->id(j, i, 1);
+    }
     corvane::load_estimating(*m, eos, mth);
     return m;
+}
+Mixture loaded(char const* eos, char const* a, char const* b, char const* mth = "vdW1",
+               int set = 1) {
+    return loaded(eos, {a, b}, mth, set);
 }
 
 /// A symmetric regular solution with one density: ln f_i = A·(1 − w_i)². A second root of constant
@@ -179,9 +187,96 @@ TEST(JudgeCourt, KnowsStatesOfKnownStability) {
         SCOPED_TRACE(testing::Message() << row.a << " + " << row.b << ' ' << row.T);
         const Mixture m = loaded(row.eos, row.a, row.b);
         const Cubic cubic(*m);
-        const auto t = Court<Cubic>(cubic).stability(row.p, row.T, vec({row.x, 1 - row.x}));
+        const Court<Cubic> court(cubic);
+        const auto t = court.stability(row.p, row.T, vec({row.x, 1 - row.x}));
+        EXPECT_EQ(court.proven, row.tpd < 0 ? 0 : 1);
         EXPECT_NEAR(double(t.tpd), row.tpd, row.tolerance);
     }
+}
+
+// A tangent plane of two phases touches E at both: by the slack of 1e-8 it is proven to have nothing
+// below it, and raised by three times as much it cuts both off.
+TEST(JudgeEnclosure, ProvesPlanesThatTouchAndRefutesThoseThatCut) {
+    const struct {
+        char const* eos;
+        std::vector<char const*> names;
+        std::vector<double> z;
+        double T;
+    } rows[] = {{"PR", {"methane", "propane"}, {0.5, 0.5}, 250},
+                {"SRK", {"heptane", "pentane"}, {0.0367, 0.9633}, 473.4648},  // 1e-4 K below T_c
+                {"PR", {"carbon_dioxide", "water"}, {1e-3, 0.999}, 400},
+                {"SRK", {"hydrogen_sulfide", "water"}, {0.01, 0.99}, 400},
+                {"PR", {"methane", "butane", "decane"}, {0.4, 0.3, 0.3}, 350},
+                {"SRK", {"nitrogen", "methane", "propane"}, {1e-7, 0.5, 0.4999999}, 220}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(row.names[1]);
+        const Mixture m = loaded(row.eos, row.names);
+        const Cubic cubic(*m);
+        Vector<double> z(static_cast<int>(row.z.size()));
+        std::copy(row.z.begin(), row.z.end(), z.data);
+        const auto q = corvane::bubble_T(*m, row.T, z);
+        const Cubic::At<Long> at(cubic, row.T);
+        ASSERT_TRUE(judge::Enclosure::serves(at));
+        Values<Long> x{}, h{};
+        for (int i = 0; i < z.size(); ++i) x[i] = z[i];
+        const Long P = at.state(q.given.rho, x.data(), h.data());
+        for (const Long raised : {0.0L, 3e-8L}) {
+            Values<Long> mu{};
+            for (int i = 0; i < z.size(); ++i) mu[i] = h[i] + std::log(x[i]) + raised;
+            const judge::Enclosure e(at, P, mu.data(), 1e-8);
+            EXPECT_EQ(e.answer(), raised > 0 ? judge::Enclosure::Answer::below
+                                             : judge::Enclosure::Answer::above);
+        }
+    }
+}
+
+// Stated bounds of T, p and rho of critical points, against Newton's method with 113 bits on conditions
+// written a second time.
+template <class Equation>
+void critical_within(Mixture const& m, Vector<double> const& z) {
+    SCOPED_TRACE(testing::Message() << m->eos << ' ' << m->mdl1[0]->name() << ' ' << z[0]);
+    const Equation equation(*m);
+    const auto q = corvane::critical_point(*m, z);
+    judge::CriticalNewton<Equation> truth(equation, z);
+    ASSERT_TRUE(truth.solve(q.T, q.rho));
+    const auto& c = q.certificate;
+    ASSERT_TRUE(c.bounded());
+    EXPECT_LT(c.value_error, 1e-8);
+    EXPECT_LE(double(abs(q.T / truth.T() - 1)), c.value_error);
+    EXPECT_LE(double(abs(q.p / truth.p() - 1)), c.value_error);
+    EXPECT_LE(double(abs(q.rho / truth.rho() - 1)), c.rho_error);
+}
+TEST(JudgeCritical, TrueCriticalPointsLieWithinTheStatedBounds) {
+    for (auto const& [a, b] : {std::pair{"methane", "propane"}, {"carbon_dioxide", "ethane"},
+                               {"heptane", "pentane"}, {"nitrogen", "octane"}})
+        for (const double x : {1e-9, 0.0367, 0.3, 0.5, 0.9})
+            for (char const* eos : {"PR", "SRK"})
+                critical_within<Cubic>(loaded(eos, a, b), vec({x, 1 - x}));
+    critical_within<Cubic>(loaded("PR", {"methane", "butane", "decane"}), vec({0.5, 0.3, 0.2}));
+    critical_within<judge::PcSaft>(loaded("PCSAFT", "methane", "propane", "LB", -1), vec({0.4, 0.6}));
+    critical_within<judge::MultiFluid>(loaded("MEOS", "nitrogen", "methane", "GERG", 8),
+                                       vec({0.3, 0.7}));
+    // Along a line: the true point at the same x, as far as the line rises within the bound of x.
+    const Mixture m = loaded("PR", "carbon_dioxide", "decane");
+    const Cubic cubic(*m);
+    int bounded = 0, all = 0;
+    for (auto const& line : corvane::critical_lines(*m)) {
+        auto const& points = line.points;
+        for (std::size_t k = 1; k + 1 < points.size(); ++k) {
+            auto const &q = points[k], &a = points[k - 1], &b = points[k + 1];
+            if (q.x[0] * q.x[1] == 0) continue;
+            ++all;
+            judge::CriticalNewton<Cubic> truth(cubic, q.x);
+            if (!truth.solve(q.T, q.rho)) continue;
+            const auto& c = q.certificate;
+            bounded += c.bounded();
+            if (!c.bounded()) continue;
+            const double run = std::fabs(b.x[0] - a.x[0]) + 1e-12;
+            const double off = c.value_error + 3 * c.x_error * std::fabs(std::log(b.T / a.T)) / run;
+            EXPECT_LE(double(abs(q.T / truth.T() - 1)), off) << q.T << ' ' << q.x[0];
+        }
+    }
+    EXPECT_GT(bounded, 0.9 * all);
 }
 
 // Pressures of a march of the equations of coexistence to the critical point, in variables and with
@@ -342,5 +437,39 @@ TEST(JudgeCourt, SaturationOfTracesAndFarFromCriticalPointsIsFoundOrAbsent) {
     const auto v = Court<Cubic>(cubic).absent(Saturated::dew, true, 250, vec({0.5, 0.5}), 190, 370);
     EXPECT_EQ(v.fault, Fault::missed);
     EXPECT_NEAR(v.truth / corvane::dew_T(*m, 250, vec({0.5, 0.5})).p, 1, 1e-6);
+}
+
+// Nearly pure wholes: what a liquid of mercury holds of decane is below all doubles; a second liquid
+// that is 1e-12 of the whole; both asked at T and, with what that gives, at p.
+TEST(JudgeCourt, SaturationOfTernariesWithTracesIsFound) {
+    using corvane::Saturated;
+    const struct {
+        std::vector<char const*> names;
+        std::vector<double> z;
+        Saturated kind;
+        double T;
+        std::size_t liquids;
+    } rows[] = {{{"decane", "mercury", "methane"}, {1.7e-9, 0.0054}, Saturated::dew, 108.05, 0},
+                {{"decane", "mercury", "methane"}, {8.2e-6, 3.4e-4}, Saturated::dew, 185.4, 0},
+                {{"carbon_dioxide", "decane", "water"}, {7e-10, 1.1e-12}, Saturated::bubble, 463.8, 2},
+                {{"ethanol", "heptane", "carbon_dioxide"}, {0.9958, 5.9e-11}, Saturated::bubble,
+                 177.65, 2}};
+    for (auto const& row : rows)
+        for (char const* eos : {"PR", "SRK"}) {
+            SCOPED_TRACE(testing::Message() << eos << ' ' << row.names[0] << ' ' << row.T);
+            const Mixture m = loaded(eos, row.names);
+            const Vector<double> z = vec({row.z[0], row.z[1], 1 - row.z[0] - row.z[1]});
+            const Cubic cubic(*m);
+            const Court<Cubic> court(cubic);
+            const auto q = corvane::saturation_T(*m, row.kind, row.T, z);
+            EXPECT_EQ(court.saturation(row.kind, true, row.T, z, q).fault, Fault::none);
+            if (*eos == 'P') {
+                EXPECT_EQ(q.split.size(), row.liquids);
+            }
+            const auto back = corvane::saturation_p(*m, row.kind, q.p, z);
+            EXPECT_EQ(court.saturation(row.kind, false, q.p, z, back).fault, Fault::none);
+            EXPECT_NEAR(back.T / row.T, 1, 1e-9);
+            EXPECT_EQ(court.unproven, 0);
+        }
 }
 }  // namespace
