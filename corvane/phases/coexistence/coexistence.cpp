@@ -40,7 +40,7 @@ std::vector<double> CoexistenceSolver::amounts() const {
 
 void CoexistenceSolver::start(int k, std::vector<double> const& x, double rho) {
     for (int i = 0; i < n_; ++i)
-        u[k * n_ + i] = std::log(rho) + (absent(x[i]) ? ln_trace : std::log(x[i]));
+        u[k * n_ + i] = absent(x[i]) ? std::log(rho) + ln_trace : std::log(x[i] * rho);
 }
 
 int CoexistenceSolver::softest() const {
