@@ -306,20 +306,28 @@ TEST(SplitLiquid, OfABinaryIsItsThreePhaseState) {
 // From a neighbour the same point without flashes, also where the neighbour splits and this does not.
 TEST(SplitLiquid, FollowsItsNeighbour) {
     const Mixture m = loaded("PR", "vdW1", {"ethanol", "water", "hexane"});
+    std::vector<Vector<double>> way;
+    const auto add = [&](double ethanol, double water) {
+        way.emplace_back(3);
+        way.back()[0] = ethanol;
+        way.back()[1] = water;
+        way.back()[2] = 1 - ethanol - water;
+    };
+    for (double ethanol = 0.05; ethanol < 0.95; ethanol += 0.02) add(ethanol, 0.5 * (1 - ethanol));
+    const std::size_t counted = way.size();
+    for (double ethanol = 0.9; ethanol > 0.002; ethanol /= 1.15) add(ethanol, 0.05 * ethanol);
     std::optional<corvane::SaturationPoint> last;
     long warm = 0, cold = 0;
     int split = 0, single = 0;
-    for (double ethanol = 0.05; ethanol < 0.95; ethanol += 0.02) {
-        Vector<double> x(3);
-        x[0] = ethanol;
-        x[1] = x[2] = 0.5 * (1 - ethanol);
+    for (std::size_t k = 0; k < way.size(); ++k) {
+        Vector<double> const& x = way[k];
         corvane::SaturationOptions o;
         o.start = last ? &*last : nullptr;
         const auto from = corvane::bubble_p(*m, 0.1, x, o), without = corvane::bubble_p(*m, 0.1, x);
         EXPECT_NEAR(from.T / without.T, 1, 1e-9);
         ASSERT_EQ(from.split.size(), without.split.size());
         for (int i = 0; i < 3; ++i) EXPECT_NEAR(from.incipient.x[i], without.incipient.x[i], 1e-8);
-        if (last && last->split.size() == from.split.size() && !from.split.empty()) {
+        if (k < counted && last && last->split.size() == from.split.size()) {
             warm += from.certificate.evaluations;
             cold += without.certificate.evaluations;
         }
