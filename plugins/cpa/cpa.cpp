@@ -59,7 +59,10 @@ struct Cpa {
     Pair<T> pair(T const& temperature, Component<T> const& i, Component<T> const& j,
                  double const* given) const {
         using std::expm1;
-        const double beta = given[2] != 0.0 ? given[2] : std::sqrt(i.beta * j.beta);
+        // One site that bonds to its like is half a donor and half an acceptor, with twice the
+        // strength: the same equations where the partners' donors and acceptors are alike.
+        const double twice = i.donors == 0.5 || j.donors == 0.5 ? 2.0 : 1.0;
+        const double beta = twice * (given[2] != 0.0 ? given[2] : std::sqrt(i.beta * j.beta));
         const double epsilon = given[1] != 0.0 ? given[1] : 0.5 * (i.epsilon + j.epsilon);
         const bool bonds = i.donors * j.acceptors + i.acceptors * j.donors > 0.0 && beta > 0.0;
         return {i.root * j.root * (1.0 - given[0]),
