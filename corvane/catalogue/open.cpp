@@ -114,34 +114,89 @@ int number_in(std::string const& text, std::string const& label) {
     return at == std::string::npos ? 0 : std::atoi(text.c_str() + at + label.size() + 3);
 }
 
+/// Are all pairs published under a number? fits(a, b, text) may refuse the file of one, in which
+/// component a comes first. folder: equation/theory.
+template <class Fits>
+bool all_published(DataHome const& home, std::string const& folder,
+                   std::vector<std::string> const& names, int number, Fits const& fits) {
+    const auto published = [&](std::size_t i, std::size_t j) {
+        for (auto [a, b] : {std::pair(i, j), std::pair(j, i)}) {
+            const std::string text = file_contents(
+                home.file("CorvaneS/parameters/" + folder + '/' + names[a] + '+' + names[b] + ';' +
+                          std::to_string(number))
+                    .c_str());
+            if (!text.empty()) return fits(a, b, text);
+        }
+        return false;
+    };
+    for (std::size_t i = 0; i < names.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j)
+            if (!published(i, j)) return false;
+    return true;
+}
+
 /// The first number under which all pairs are published: 1, or another if they were made for the
 /// sets that the components have anyway. 1 if there is none.
 int choose_pair_set(Mixture const& mixture) {
     constexpr int kMost = 9;
     auto const& names = mixture.components;
-    const std::string folder =
-        "CorvaneS/parameters/" + *mixture.equation + '/' + *mixture.theory + '/';
     const auto own = [&](std::size_t i) {
         return choose_set(mixture.home, *mixture.equation, names[i], 0);
     };
     for (int number = 1; number <= kMost; ++number) {
-        const auto published = [&](std::size_t i, std::size_t j) {
-            for (auto [a, b] : {std::pair(i, j), std::pair(j, i)}) {
-                const std::string file =
-                    folder + names[a] + '+' + names[b] + ';' + std::to_string(number);
-                const std::string text = file_contents(mixture.home.file(file).c_str());
-                if (text.empty()) continue;
-                return number == 1 ||
-                       (number_in(text, "id1") == own(a) && number_in(text, "id2") == own(b));
-            }
-            return false;
+        const auto fits = [&](std::size_t a, std::size_t b, std::string const& text) {
+            return number == 1 ||
+                   (number_in(text, "id1") == own(a) && number_in(text, "id2") == own(b));
         };
-        bool all = true;
-        for (std::size_t i = 0; i < names.size(); ++i)
-            for (std::size_t j = 0; all && j < i; ++j) all = published(i, j);
-        if (all) return number;
+        if (all_published(mixture.home, *mixture.equation + '/' + *mixture.theory, names, number,
+                          fits))
+            return number;
     }
     return 1;
+}
+
+/// What open_mixture does where no model is named.
+Mixture open_best(std::vector<std::string> const& components, MixtureOptions options) {
+    if (!options.sets.empty() || options.pair_set > 0)
+        throw OpenFailure("numbers of parameter sets need the model that they are of, such as PCSAFT+LB");
+    struct Candidate {
+        char const *equation, *theory;
+        std::vector<int> pair_sets;
+    };
+    if (!options.home) options.home = DataHome::find();
+    DataHome const& home = *options.home;
+    const auto known = plugins(home).mixture;
+    const auto take = [&](std::string const& model, std::string const& why) {
+        Mixture mixture = open_mixture(model, components, options);
+        mixture.chosen = why;
+        return mixture;
+    };
+    std::vector<std::string> names;
+    for (std::string const& text : components)
+        if (!find(options.defined, text)) names.push_back(substance_name(home, "", text));
+    const bool listed = names.size() == components.size();
+    for (Candidate const& c :
+         {Candidate{"MEOS", "GERG", {1, 2}}, Candidate{"PCSAFT", "LB", {3, 1, 2, 4}}}) {
+        const std::string model = std::string(c.equation) + '+' + c.theory;
+        const auto has = [&](std::string const& name) {
+            return contains(equations_for(home, name), c.equation);
+        };
+        if (!listed || !contains(known, model) || !std::all_of(names.begin(), names.end(), has))
+            continue;
+        for (int number : c.pair_sets)
+            if (all_published(home, std::string(c.equation) + '/' + c.theory, names, number,
+                              [](auto...) { return true; })) {
+                options.pair_set = names.size() > 1 ? number : 0;
+                return take(model, "all pairs are published");
+            }
+    }
+    if (listed && contains(known, "SRK+PSRK"))
+        try {
+            return take("SRK+PSRK", "not all pairs are published for better ones, and the groups of "
+                                    "all components are");
+        } catch (OpenFailure const&) {  // a component or an interaction is not
+        }
+    return take("PR+vdW1", "no better one has published parameters for all pairs");
 }
 }  // namespace
 
@@ -216,6 +271,7 @@ Fluid open(std::string const& equation, std::string const& substance, FluidOptio
 
 Mixture open_mixture(std::string const& name, std::vector<std::string> const& components,
                      MixtureOptions const& options) {
+    if (name.empty()) return open_best(components, options);
     const std::size_t plus = name.find('+');
     if (plus == std::string::npos || !is_file_name(name))
         throw OpenFailure("'" + clipped(name) + "' is not an equation with a mixing theory, such as PR+vdW1");
@@ -228,7 +284,8 @@ Mixture open_mixture(std::string const& name, std::vector<std::string> const& co
                     {},
                     true,
                     {},
-                    options.home ? *options.home : DataHome::find()};
+                    options.home ? *options.home : DataHome::find(),
+                    ""};
     DataHome const& home = mixture.home;
     char const *const equation = mixture.equation->c_str(), *const theory = mixture.theory->c_str();
     if (components.empty()) throw OpenFailure("a mixture needs components");

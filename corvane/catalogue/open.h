@@ -73,6 +73,7 @@ struct Mixture {
     bool ideal = true;              ///< every component has an ideal-gas table
     std::vector<IdealNotes> gases;  ///< of the tables that there are, in the order of components
     DataHome home;
+    std::string chosen;  ///< why this model, where none was named; else ""
 
     int size() const { return static_cast<int>(components.size()); }
     std::string name() const { return *equation + "+" + *theory; }
@@ -90,7 +91,11 @@ struct MixtureOptions {
     std::vector<PseudoComponent> defined = {};  ///< go before what files hold
 };
 
-/// @param model       equation and mixing theory: "PR+vdW1", "PCSAFT+LB", "MEOS+GERG"
+/// @param model       equation and mixing theory: "PR+vdW1", "PCSAFT+LB", "MEOS+GERG"; or "" for
+///                    the first of MEOS+GERG and PCSAFT+LB (pairs 3, 1, 2, 4) under a number of
+///                    which all pairs are published, of SRK+PSRK where the groups of all components
+///                    and their interactions are, and of PR+vdW1. Options that name sets are
+///                    refused then.
 /// @param components  one or more substances, each once
 /// @throws OpenFailure
 CORVANE_API Mixture open_mixture(std::string const& model,

@@ -72,6 +72,31 @@ TEST(Open, MixturesOwnWhatTheyPointAt) {
     EXPECT_TRUE(rare.validity.estimated_pairs);
 }
 
+// GERG-2008, a multi-fluid pair, Rehner et al. (2023), groups, nothing; a pseudo-component has no pairs.
+TEST(Open, WithoutAModelTakesTheFirstWhosePairsArePublished) {
+    struct Row {
+        std::vector<std::string> names;
+        char const* model;
+        int pair_set;
+    };
+    for (Row const& row : {Row{{"methane", "ethane"}, "MEOS+GERG", 1},
+                           {{"hexane", "ethanol"}, "MEOS+GERG", 2},
+                           {{"methane", "hexane", "ethanol"}, "PCSAFT+LB", 3},
+                           {{"propane", "dodecane"}, "PCSAFT+LB", 3},
+                           {{"ethanol", "dodecane"}, "SRK+PSRK", 1},
+                           {{"mercury", "ethanol"}, "PR+vdW1", 1}}) {
+        const auto mixture = corvane::open_mixture("", row.names);
+        EXPECT_EQ(mixture.name(), row.model) << row.names[0];
+        EXPECT_EQ(mixture.model->id(0, 1), row.pair_set) << row.names[0];
+        EXPECT_NE(mixture.chosen, "");
+    }
+    EXPECT_EQ(corvane::open_mixture("", {"methane", "C7+"}, {.defined = {{"C7+", 600, 2.5, 0.4}}}).name(),
+              "PR+vdW1");
+    EXPECT_THROW(corvane::open_mixture("", {"methane", "ethane"}, {.pair_set = 2}),
+                 corvane::OpenFailure);
+    EXPECT_EQ(corvane::open_mixture("PR+vdW1", {"methane", "ethane"}).chosen, "");
+}
+
 TEST(Open, TwoHomesAtATime) {
     const Scratch scratch;
     const DataHome standard = DataHome::find();

@@ -249,6 +249,21 @@ TEST(CliDiagrams, MeasuredPointsTellTheirTemperatures) {
     EXPECT_EQ(run_corvane("pxy PR+vdW1 propane butane").code, 2);
 }
 
+// Between two liquids that a vapour stands beside no traced curve passes: the first vapour is that
+// beside both, at the temperature that `bubble` finds.
+TEST(CliDiagrams, MeasuredPointsInAGapOfThreePhases) {
+    const Scratch scratch;
+    scratch.write("gap.csv", "p/MPa,T/K,x_ethanol\n0.1013,350,0.02\n0.1013,350,0.1\n0.1013,350,0.3\n");
+    const Json gap = json("txy PR+vdW1 ethanol water --kij 0 --p 0.1013 --data gap.csv --home " +
+                          scratch.home().string())["measured"];
+    ASSERT_EQ(gap.size(), 3u);
+    for (Json const& m : gap) {
+        const Json point = json("bubble PR+vdW1 water ethanol=" + m["x"].dump() + " --kij 0 --p 0.1013")["rows"][0];
+        EXPECT_NEAR(value(m, "T_x") / value(point, "T"), 1, 1e-9);
+        EXPECT_NEAR(value(m, "T_x") / value(gap[0], "T_x"), 1, 1e-9);
+    }
+}
+
 TEST(CliDiagrams, MeasuredCriticalPointsAreCompared) {
     const std::string folder = " --data " CORVANE_SOURCE "/examples/measured/";
     for (char const* pair : {"ethane butane", "carbon_dioxide butane"}) {

@@ -294,6 +294,9 @@ TEST(Cli, MixturesNameTheirPairsAndRefuseBadCompositions) {
          {"mixture PR+vdW1 methane=0.5 CH4=0.5 --T 300 --p 5", 2, "", "methane is named twice"},
          {"mixture PR methane=1 --T 300 --p 5", 2, "",
           "PR is not an equation with a mixing theory"},
+         {"mixture methane=0.7 propane --T 300 --p 5", 0,
+          "no model was named: MEOS+GERG is taken, all pairs are published|cp ", ""},
+         {"mixture methane=0.7 propane --T 300 --p 5 --set 1", 2, "", "--set: name the model"},
          {"mixture PR+vdW methane=1 --T 300 --p 5", 1, "", "did you mean PR+vdW1?"},
          {"mixture PR+vdW1 methane=0.5 propane=0.4 --T 300 --p 5", 0, "divided by their sum", ""}});
 }

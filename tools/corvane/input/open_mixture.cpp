@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace cli {
 namespace {
@@ -251,13 +252,20 @@ double MixtureFluid::density(Units units, Vector<double> const& at, double rho) 
 MixtureFluid open_mixture(MixtureRequest const& asked) {
     MixtureRequest request = asked;
     if (!request.composition.empty()) read_file(request);
-    const std::size_t plus = request.model.find('+');
-    if (plus == std::string::npos)
-        throw Misuse(fmt::format("{} is not an equation with a mixing theory, such as PR+vdW1",
-                                 request.model));
-    Composition composition = read_composition(request);
     corvane::DataHome const& home = entered_home();
-    const std::string equation = request.model.substr(0, plus);
+    const std::size_t plus = request.model.find('+');
+    if (plus == std::string::npos) {  // no model is named: it is the first component
+        const auto pure = corvane::plugins(home).pure;
+        if (!request.composition.empty() ||
+            std::find(pure.begin(), pure.end(), request.model) != pure.end())
+            throw Misuse(fmt::format("{} is not an equation with a mixing theory, such as PR+vdW1",
+                                     request.model));
+        if (!request.sets.empty()) throw Misuse("--set: name the model that the sets are of");
+        request.components.insert(request.components.begin(), std::exchange(request.model, ""));
+    }
+    Composition composition = read_composition(request);
+    const std::string equation =
+        plus == std::string::npos ? "" : request.model.substr(0, plus);
     const auto defined = definitions(request.define);
     const std::vector<std::string> asked_names = composition.names;
     for (std::string& name : composition.names) {
@@ -267,7 +275,9 @@ MixtureFluid open_mixture(MixtureRequest const& asked) {
     }
     MixtureFluid mixture(corvane::open_mixture(
         request.model, composition.names,
-        {.sets = component_sets(request.sets, composition.names, defined, equation),
+        {.sets = request.sets.empty()
+                     ? std::vector<int>()
+                     : component_sets(request.sets, composition.names, defined, equation),
          .pair_set = request.pair_set,
          .home = home,
          .defined = defined}));
@@ -333,6 +343,9 @@ Heading heading(std::string const& command, MixtureFluid const& mixture) {
         else
             components += (i > 0 ? ", " : "") + std::string(mixture.component(i));
     if (!mixture.composed) head.fields.emplace_back("components", components);
+    if (!mixture.chosen.empty())
+        head.remarks.push_back("no model was named: " + mixture.name() + " is taken, " +
+                               mixture.chosen);
     for (int i = 0; i < mixture.size(); ++i)
         if (corvane::find(mixture.defined, mixture.component(i)))
             head.remarks.push_back("component " + defined_remark(*model.mdl1[i], Units()));
