@@ -3,7 +3,7 @@
 #include <corvane/core/errors.h>
 #include <corvane/mixture/isotherm.h>
 #include <corvane/mixture/modeln.h>
-#include <corvane/mixture/pair_parameters.h>
+#include <corvane/mixture/theory_parameters.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 
@@ -260,12 +260,21 @@ class MixtureChecks {
                 }
         }
     }
-    /// A mixture of components of this one, in any order, each as often as it is named; parameters
-    /// of pairs are copied.
+    /// What `write` puts into a file, given to `read`.
+    template <class Write, class Read>
+    static void handed_on(Write const& write, Read const& read) {
+        const std::unique_ptr<std::FILE, int (*)(std::FILE*)> f(std::tmpfile(), std::fclose);
+        if (!f) throw ThException(th_cannot_open);
+        write(f.get());
+        std::rewind(f.get());
+        read(f.get());
+    }
+    /// A mixture of components of this one, in any order, each as often as it is named. Parameters
+    /// of pairs go by their sections, which say who is who where a pair is not symmetric.
     Mixed made_of(std::vector<int> const& which) const {
         Mixed other(attachN(m_.eos, m_.mth));
         other->alloc(static_cast<int>(which.size()), m_.eos);
-        auto const* pairs = dynamic_cast<PairParameters const*>(&m_);
+        auto const* theory = dynamic_cast<TheoryParameters const*>(&m_);
         for (int a = 0; a < other->mdl1.size(); ++a) {
             Model1 const& from = *m_.mdl1[which[index(a)]];
             Model1& to = *other->mdl1[a];
@@ -273,10 +282,15 @@ class MixtureChecks {
             to.id(from.id());
             to.load(m_.eos);
             for (int k = 0; k < from.mpar(); ++k) to.param(k, from.param(k));
-            for (int b = 0; pairs && b < a; ++b)
+            if (theory)
+                handed_on([&](FILE* f) { theory->theory_out(f, which[index(a)]); },
+                          [&](FILE* f) {
+                              dynamic_cast<TheoryParameters&>(*other).theory_in(f, a);
+                          });
+            for (int b = 0; !theory && b < a; ++b)
                 if (which[index(a)] != which[index(b)])
-                    for (int k = 0; k < pairs->pair_parameters(); ++k)
-                        other->param(k, a, b, m_.param(k, which[index(a)], which[index(b)]));
+                    handed_on([&](FILE* f) { m_.par_out(f, which[index(a)], which[index(b)]); },
+                              [&](FILE* f) { other->par_in(f, a, b); });
         }
         return other;
     }
@@ -297,7 +311,6 @@ class MixtureChecks {
         }
         return other;
     }
-    /// A pair whose parameters are not the same from either side cannot be copied.
     void reordered() {
         std::vector<int> backwards(index(n_)), doubled(index(n_));
         std::iota(backwards.rbegin(), backwards.rend(), 0);

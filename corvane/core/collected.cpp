@@ -68,7 +68,7 @@ std::string detail::collected_text(std::string const& path) {
     if (row.empty() || file.empty()) return "";
     next_part(row, '\t');
     std::string text = beginning(next_part(titles, '\t'), file);
-    const std::string_view first = file.substr(0, file.find('+'));
+    const std::string_view first = file.substr(0, file.find_first_of("+;"));
     while (!titles.empty()) {
         const std::string_view title = next_part(titles, '\t');
         const std::size_t equals = title.find('=');

@@ -9,7 +9,7 @@
 // The first column is the name of the file, its title how the file begins: "name;id" with these two
 // lines, "name1+name2;id" with name1, id1 (a column), name2, id2 and id. Then every column is a
 // line with its title as label. Those that are empty are left out; one with its value in the title
-// has no cells. The value @1 is the first of the two names. A cell under the title @ is text as it
+// has no cells. The value @1 is the first of the two names, or the only one. A cell under the title @ is text as it
 // stands, with | for the ends of its lines; a first column without a title begins with nothing.
 // Rows are sorted by their bytes, up to the tab. A file of the same name goes before a row.
 #pragma once

@@ -1,7 +1,9 @@
 // Components, pair tables, files and reports of a mixture.
+#include <corvane/core/collected.h>
 #include <corvane/core/files.h>
 #include <corvane/mixture/loading.h>
 #include <corvane/mixture/modeln.h>
+#include <corvane/mixture/theory_parameters.h>
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 #include <corvane/pure/plugin_file.h>
@@ -111,9 +113,47 @@ void ModelN::param(int k, int i, int j, double value) {
 }
 
 namespace {
-/// Reads the file of a pair, in either order of its names; false if there is none.
+constexpr char root[] = "./CorvaneS/parameters";
+
+/// Reads what a mixing theory keeps of the components of a pair.
+void read_theory(ModelN& model, corvane::TheoryParameters& own, int a, int b, char const* equation,
+                 char const* theory) {
+    for (int k : {a, b}) {
+        Model1& component = *model.mdl1[k];
+        corvane::check_name(component.name());
+        const std::string path = corvane::path_of("%s/%s/%s/%s;%d", root, equation, theory,
+                                                  component.name(), model.id(a, b));
+        if (!corvane::has_data_file(corvane::reading_path(path)))
+            throw corvane::FileError(th_cannot_open, path,
+                                     std::string(theory) + " has no parameters of " +
+                                         component.name());
+        const corvane::File file = corvane::open_file(path);
+        FILE* f = file.get();
+        const Identity before(component);
+        try {
+            corvane::reading(path, f, [&] {
+                adopt(component, f);
+                char text[th_commlength] = {};
+                static_cast<void>(std::fscanf(f, "%*s"));
+                corvane::read_text(f, text, th_commlength, kCommentRead);
+                own.theory_in(f, k);
+                model.comment(a, b, text);
+            });
+        } catch (...) {
+            before.restore(component);
+            throw;
+        }
+    }
+    own.check_pair(a, b);
+}
+
+/// Reads the file of a pair, in either order of its names, or those that its theory has of the two
+/// components; false if there is none.
 bool read_pair(ModelN& model, int a, int b, char const* equation, char const* theory) {
-    constexpr char root[] = "./CorvaneS/parameters";
+    if (auto* own = dynamic_cast<corvane::TheoryParameters*>(&model)) {
+        read_theory(model, *own, a, b, equation, theory);
+        return true;
+    }
     Model1 *first = model.mdl1[a], *second = model.mdl1[b];
     corvane::File file;
     std::string path;

@@ -28,6 +28,8 @@
 //     DensityRange range(F const& fluid) const;
 //     IsothermPoint isotherm(F const& fluid, double density) const;   // optional: rho·Z and its
 //                                                // slope in closed form, for faster densities
+//     int densities(F const& fluid, double P, int phase, double& rho1, double& rho2) const;
+//                                                // optional: Model1::vcalc at P = p/(R·T)
 //
 // component and pair return plain structures of numbers. pair is called with i >= j, and with
 // zeroes for i = j. X is double or Gradient, Curvature; S is X, T, or a Jet where the fluid is a
@@ -37,6 +39,13 @@
 // For mixtures of many: `static constexpr int sums = 3;` says how many calls of x.sum, x.sum2 and
 // x[i] mix and alphar make, together; they are then the variables of all derivatives in the
 // amounts, whose cost hardly grows with the number of components.
+//
+// A mixing theory for the components of another equation has that one's name and its table of
+// parameters, in the order of ppar, and ends with CORVANE_MIXTURE. What it knows of each component
+// by itself (groups, say) it lists in a table `theory_parameters`; component then finds these after
+// the others. `static std::string refusal(double const* i, double const* j)` says, with these
+// alone, what keeps it from combining two components; "" if nothing. Their files:
+// corvane/mixture/theory_parameters.h.
 //
 // A^r must be zero at zero density and relatively accurate near it, not-a-number or infinite past a
 // pole, and must not throw: docs/plugins.md.
@@ -89,3 +98,6 @@ bool link_mixture(char const* name) {
     [[maybe_unused]] static const bool corvane_linked_mixture =                                          \
         corvane::link_mixture<Class>(CORVANE_STATIC_PLUGIN);
 #endif
+
+/// The same of a mixing theory for components of another equation.
+#define CORVANE_MIXTURE(Class) CORVANE_PLUGINN(corvane::MixtureEquation<Class>)

@@ -61,7 +61,10 @@ class ExactMixture : public ModelN, public DerivN {
 class PairTableMixture : public ExactMixture, public PairParameters {
   public:
     int pair_parameters() const override { return count_; }
-    double* ppar(int k, int i, int j) override { return pairs_.at(i, j) + k; }
+    /// Null where pairs have no parameters.
+    double* ppar(int k, int i, int j) override {
+        return count_ > 0 ? pairs_.at(i, j) + k : nullptr;
+    }
     void par_alloc() override { pairs_.resize(mdl1.size()); }
 
   protected:

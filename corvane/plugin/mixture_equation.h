@@ -5,7 +5,9 @@
 // the formula by Gradient and Curvature, in blocks of at most four components.
 #pragma once
 
+#include <corvane/core/file_error.h>
 #include <corvane/mixture/isotherm.h>
+#include <corvane/mixture/theory_parameters.h>
 #include <corvane/plugin/exact_slots.h>
 #include <corvane/plugin/plugin.h>
 #include <corvane/plugin/stages.h>
@@ -14,12 +16,51 @@
 #include <algorithm>
 #include <cstddef>
 #include <new>
+#include <string>
+#include <vector>
 
 namespace corvane {
 
+namespace mixture_detail {
+/// What a mixing theory knows of each component by itself.
+template <class Eq, int Count = theory_parameter_count<Eq>>
+class Theory : public TheoryParameters {
+    using Values = ParameterValues<static_cast<std::size_t>(Count)>;
+
+  public:
+    void theory_in(FILE* f, int i) override {
+        SectionReader section(f);
+        values_[static_cast<std::size_t>(i)] = read_parameters(section, Eq::theory_parameters);
+    }
+    void theory_out(FILE* f, int i) const override {
+        SectionWriter section(f);
+        write_parameters(section, Eq::theory_parameters, of(i));
+    }
+    void check_pair(int i, int j) const override {
+        if constexpr (requires(double const* p) { Eq::refusal(p, p); })
+            if (const std::string why = Eq::refusal(of(i), of(j)); !why.empty())
+                throw FileError(th_cannot_open, "", why);
+    }
+
+  protected:
+    void resize(int n) {
+        values_.assign(static_cast<std::size_t>(n), default_values(Eq::theory_parameters));
+    }
+    double const* of(int i) const { return values_[static_cast<std::size_t>(i)].data(); }
+
+  private:
+    std::vector<Values> values_;
+};
 template <class Eq>
-class MixtureEquation final : public PairTableMixture, public IsothermN {
+class Theory<Eq, 0> {};
+}  // namespace mixture_detail
+
+template <class Eq>
+class MixtureEquation final : public PairTableMixture,
+                              public IsothermN,
+                              public mixture_detail::Theory<Eq> {
     static constexpr int kCount = parameter_count<Eq>, kPair = pair_parameter_count<Eq>;
+    static constexpr int kTheory = theory_parameter_count<Eq>;
     template <class T>
     using At = AtTemperature<Eq, T>;
     using Slope = Jet<1>;  // in T
@@ -31,6 +72,7 @@ class MixtureEquation final : public PairTableMixture, public IsothermN {
 
     void par_alloc() override {
         PairTableMixture::par_alloc();
+        if constexpr (kTheory > 0) mixture_detail::Theory<Eq>::resize(mdl1.size());
         if constexpr (kPair > 0)
             for (int j = 0; j < mdl1.size(); ++j)
                 for (int i = 0; i < j; ++i)
@@ -180,10 +222,12 @@ class MixtureEquation final : public PairTableMixture, public IsothermN {
         for (int i = 0; i < n; ++i) {
             const int I = present ? present[i] : i;
             Model1 const& m = *mdl1[I];
-            std::array<double, kCount> copy;
+            std::array<double, kCount + kTheory> copy;
             double const* par = m.ppar(0);
-            if (m.ppar(kCount - 1) != par + (kCount - 1)) {  // not in one block
+            if (kTheory > 0 || m.ppar(kCount - 1) != par + (kCount - 1)) {  // not in one block
                 for (int k = 0; k < kCount; ++k) copy[k] = *m.ppar(k);
+                if constexpr (kTheory > 0)
+                    std::copy_n(mixture_detail::Theory<Eq>::of(I), kTheory, copy.begin() + kCount);
                 par = copy.data();
             }
             new (components + i) ComponentAt<Eq, T>(stages_detail::component<Eq>(temperature, par));
@@ -214,9 +258,7 @@ class MixtureEquation final : public PairTableMixture, public IsothermN {
     static int densities_at(At<double> const& at, double const* x, double p, int mode,
                             double& rho_a, double& rho_b) {
         const auto fluid = mixed<Eq>(at, Fractions<double>(x, at.n));
-        return all_densities(Curve<Eq, std::remove_const_t<decltype(fluid)>>{fluid},
-                             density_range<Eq>(fluid), p / (R * at.temperature), mode, rho_a,
-                             rho_b);
+        return fluid_densities<Eq>(fluid, p / (R * at.temperature), mode, rho_a, rho_b);
     }
 
     /// Total amount and mole fractions. An empty space gives equal traces, at which the limits of

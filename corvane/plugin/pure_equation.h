@@ -78,8 +78,7 @@ class PureEquation final : public Model1, public Deriv1 {
     int vcalc(double p, double T, int phase, double& rho1, double& rho2) const override {
         if (!(T > 0.0) || !std::isfinite(T)) return 0;
         const State s(par_.data(), T);
-        return all_densities(Curve<Eq, Fluid>{s.fluid}, density_range<Eq>(s.fluid), p / (R * T),
-                             phase, rho1, rho2);
+        return fluid_densities<Eq>(s.fluid, p / (R * T), phase, rho1, rho2);
     }
     double xinit(double p, double T, int phase) const override {
         const State s(par_.data(), T);

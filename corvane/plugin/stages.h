@@ -22,6 +22,14 @@ inline constexpr bool in_one_function = requires(Eq const& e, double t,
 
 template <class Eq>
 inline constexpr int parameter_count = static_cast<int>(std::size(Eq::parameters));
+/// Of what a mixing theory knows of each component by itself.
+template <class Eq>
+inline constexpr int theory_parameter_count = [] {
+    if constexpr (requires { Eq::theory_parameters; })
+        return static_cast<int>(std::size(Eq::theory_parameters));
+    else
+        return 0;
+}();
 template <class Eq>
 inline constexpr int pair_parameter_count = [] {
     if constexpr (requires { Eq::pair_parameters; })
@@ -165,6 +173,16 @@ struct Curve {
         return a(0) + a(1) + std::log(rho);
     }
 };
+
+/// Densities by the contract of Model1::vcalc at P = p/(R·T): the equation's own closed form, or the
+/// search.
+template <class Eq, class F>
+int fluid_densities(F const& fluid, double P, int phase, double& rho1, double& rho2) {
+    if constexpr (requires(Eq const& e) { e.densities(fluid, P, phase, rho1, rho2); })
+        return Eq{}.densities(fluid, P, phase, rho1, rho2);
+    else
+        return all_densities(Curve<Eq, F>{fluid}, density_range<Eq>(fluid), P, phase, rho1, rho2);
+}
 
 /// Derivatives of A^r by the contract of Deriv1::deriv. `at(T)` calls its second argument with the
 /// fluid at T, a number with derivatives or not.
