@@ -1,5 +1,6 @@
-// The slow and sure search for densities: an isotherm in 1500 equal steps, every rising crossing
-// bisected to the last digit.
+// The slow and sure search for densities: an isotherm in 1500 equal steps, the first of them halved
+// forty times towards zero (a heavy cold gas ends within it), every rising crossing bisected to the
+// last digit.
 #pragma once
 
 #include <corvane/check/survey.h>
@@ -15,7 +16,10 @@ class IsothermScan {
   public:
     /// @param P  rho·Z at a density
     IsothermScan(std::function<double(double)> P, double top) : P_(std::move(P)), top_(top) {
-        for (int k = 0; k <= kSteps; ++k) at_.push_back(k == 0 ? 0.0 : P_(k * top / kSteps));
+        rho_.push_back(0.0);
+        for (int k = 40; k > 0; --k) rho_.push_back(std::ldexp(top / kSteps, -k));
+        for (int k = 1; k <= kSteps; ++k) rho_.push_back(k * top / kSteps);
+        for (double rho : rho_) at_.push_back(rho == 0.0 ? 0.0 : P_(rho));
     }
     double top() const { return top_; }
     /// Parts in which the pressure falls.
@@ -36,8 +40,7 @@ class IsothermScan {
         std::vector<double> found;
         for (std::size_t k = 0; k + 1 < at_.size(); ++k) {
             if (!(at_[k] < P && P <= at_[k + 1]) || (k > first && k < last)) continue;
-            double low = static_cast<double>(k) * top_ / kSteps,
-                   high = static_cast<double>(k + 1) * top_ / kSteps;
+            double low = rho_[k], high = rho_[k + 1];
             for (int i = 0; i < 2000 && low < high; ++i) {
                 const double middle = 0.5 * (low + high);
                 if (middle == low || middle == high) break;
@@ -62,7 +65,7 @@ class IsothermScan {
     static constexpr int kSteps = 1500;
     std::function<double(double)> P_;
     double top_;
-    std::vector<double> at_;
+    std::vector<double> rho_, at_;
 };
 
 /// vcalc(phase, rho1, rho2) against the scan, by the contract of Model1::vcalc.

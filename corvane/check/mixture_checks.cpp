@@ -8,6 +8,7 @@
 #include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 
+#include <algorithm>
 #include <memory>
 #include <numeric>
 
@@ -214,7 +215,10 @@ class MixtureChecks {
     void densities(std::vector<double> const& fractions, double T) {
         const Vector<double> x = vector(fractions);
         auto isotherm = [&](double rho) { return rho * m_.Z(rho, T, x); };
-        const IsothermScan scan(isotherm, 1.15 * top_);
+        // Of this composition: the mean of all components may lie beyond the last density of a heavy one.
+        double vc = 0.0;
+        for (int i = 0; i < n_; ++i) vc += x[i] * m_.mdl1[i]->vcrit();
+        const IsothermScan scan(isotherm, std::min(1.15 * top_, 3.0 / vc));
         for (double p : {1e-9, 1e-3, 0.1, 1.0, 5.0, 20.0}) {
             const State at{.T = T, .p = p, .x = &fractions};
             check_roots(
