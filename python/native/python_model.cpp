@@ -95,7 +95,7 @@ int write_derivatives(Equation const& f, double rho, double T, double const* x, 
     return 1;
 }
 
-IsothermPoint isotherm(Equation const& f, double rho, double T, double const* x, int n) {
+IsothermPoint point_of(Equation const& f, double rho, double T, double const* x, int n) {
     double d[3];
     write_derivatives(f, rho, T, x, n, 2, 0, d);
     return {rho * (1 + d[1]), 1 + 2 * d[1] + d[2]};
@@ -122,7 +122,7 @@ double end_of_equation(F const& at, double start) {
 int roots(Equation const& f, double p, double T, double const* x, int n, double guess, double top, int phase,
           double& rho1, double& rho2) {
     if (!(T > 0.0) || !std::isfinite(T)) return 0;
-    const auto at = [&](double rho) { return isotherm(f, rho, T, x, n); };
+    const auto at = [&](double rho) { return point_of(f, rho, T, x, n); };
     for (int k = 0; k < 100; ++k, top *= 0.97) {  // the end of this isotherm
         const IsothermPoint q = at(top);
         if (std::isfinite(q.P) && q.P > 0 && q.dP > 0) break;
@@ -202,9 +202,9 @@ class PythonModel1 final : public Model1, public corvane::Deriv1 {
         par_[1] = T;
         par_[2] = 1 / rho;
         // above the critical temperature, where every density before the end has a rising pressure
-        top_ = end_of_equation([&](double r) { return isotherm(f_, r, 1.05 * T, x_.data(), size()); }, rho);
+        top_ = end_of_equation([&](double r) { return point_of(f_, r, 1.05 * T, x_.data(), size()); }, rho);
         corvane::fill_density_tables(
-            [&](double r, double t) { return isotherm(f_, r, t, x_.data(), size()); },
+            [&](double r, double t) { return point_of(f_, r, t, x_.data(), size()); },
             {T, rho, top_, 0.3 * T, 40}, Ttable_, dilute_, dense_);
         omega(0.1);  // start values are made of it, nothing else
     }
