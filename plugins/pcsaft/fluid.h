@@ -49,7 +49,7 @@ class Isotherm {
         if (par.dipole == 0.0 && par.quadrupole == 0.0) return;
         const Moments moments(par.vs, par.Ts, par.m, par.dipole, par.quadrupole);
         polar_.emplace(
-            &moments, 1, std::array{1.0}, [](int, int) { return 1.0; }, temperature,
+            &moments, 1, std::array{1.0}, [](int, int) { return Likeness{}; }, temperature,
             T(par.vs * packing_));
     }
 

@@ -34,9 +34,29 @@ inline Component component(Model1 const& model) {
             std::cbrt(par[2])};
 }
 
-/// Attraction between the molecules of a pair: m_i·m_j·σ_ij³·ε_ij and m_i·m_j·σ_ij³·ε_ij².
+/// Attraction between the molecules of a pair, m_i·m_j·σ_ij³·ε_ij and m_i·m_j·σ_ij³·ε_ij²: polynomials
+/// in 1/T, constants but where k_ij depends on temperature. Also sums of these.
 struct PairEnergy {
-    double first, second;
+    double first = 0.0, second = 0.0;
+    double first_1 = 0.0, second_1 = 0.0, second_2 = 0.0;
+
+    bool varies() const { return second_2 != 0.0; }  // sums of squares
+    void add(PairEnergy const& e, double weight) {
+        first += weight * e.first;
+        second += weight * e.second;
+        first_1 += weight * e.first_1;
+        second_1 += weight * e.second_1;
+        second_2 += weight * e.second_2;
+    }
+    /// What depends on temperature, of the first and of the second.
+    template <class T>
+    T first_more(T const& beta) const {
+        return first_1 * beta;
+    }
+    template <class T>
+    T second_more(T const& beta) const {
+        return beta * (second_1 + second_2 * beta);
+    }
 };
 
 /// All components of a mixture, read once per call.
@@ -57,20 +77,25 @@ class Components {
     bool associates(int i) const { return associates_[i] != 0; }
     bool polar() const { return polar_; }
 
-    /// 1 − k_ij.
-    double like(int i, int j) const { return i == j ? 1.0 : 1.0 - pairs_.at(i, j)[0]; }
+    Likeness like(int i, int j) const {
+        if (i == j) return {};
+        double const* pair = pairs_.at(i, j);
+        return {1.0 - pair[0], -pair[4]};
+    }
     /// Lorentz-Berthelot: σ_ij = (σ_i + σ_j)/2·(1 − l_ij), ε_ij = √(ε_i·ε_j)·(1 − k_ij).
     PairEnergy energy(int i, int j) const {
         Component const &a = c_[i], &b = c_[j];
-        double epsilon = a.Ts, volume = a.vs;
+        double epsilon = a.Ts, volume = a.vs, more = 0.0;
         if (i != j) {
             double const* pair = pairs_.at(i, j);
             epsilon = a.root * b.root * (1.0 - pair[0]);
+            more = a.root * b.root * -pair[4];
             const double sigma = 0.5 * (a.sigma + b.sigma) * (1.0 - pair[1]);
             volume = sigma * sigma * sigma;
         }
-        const double first = a.m * b.m * volume * epsilon;
-        return {first, first * epsilon};
+        const double room = a.m * b.m * volume, first = room * epsilon;
+        if (more == 0.0) return {first, first * epsilon};
+        return {first, first * epsilon, room * more, 2.0 * first * more, room * more * more};
     }
     /// Δ/g of a donor of i and an acceptor of j [cm³/mol]. Wolbach & Sandler, Ind. Eng. Chem. Res.
     /// 37 (1998) 2917: ε_ij = (ε_i + ε_j)/2 and κ_ij·σ_ij³ = √(κ_i·κ_j)·(σ_i·σ_j)^(3/2), with the

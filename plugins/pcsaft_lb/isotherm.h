@@ -36,7 +36,7 @@ class MixtureIsotherm {
             if (x[i] != 0.0) present[n++] = i;
         SmallArray<T> d(n);
         T z2 = 0.0;
-        double first = 0.0, second = 0.0;
+        PairEnergy sum;
         for (int a = 0; a < n; ++a) {
             const int i = present[a];
             const double xm = x[i] * c[i].m;
@@ -47,18 +47,20 @@ class MixtureIsotherm {
             z2 += (xm * c[i].sigma * c[i].sigma) * square;
             packing_ += (xm * c[i].vs) * (square * delta);
             for (int b = 0; b <= a; ++b) {
-                const PairEnergy e = c.energy(i, present[b]);
                 const double weight = (a == b ? 1.0 : 2.0) * x[i] * x[present[b]];
-                first += weight * e.first;
-                second += weight * e.second;
+                sum.add(c.energy(i, present[b]), weight);
             }
             if (c.associates(i)) sites_[found++] = a;
         }
         const T ratio = z2 / packing_, beta = 1.0 / temperature;  // ζ2/ζ3
         cross_ = 3.0 * z1_ * ratio;
         unequal_ = z2 * ratio * ratio;
-        first_ = (-12.0 * first) * beta / packing_;
-        second_ = (-6.0 * m_ * second) * (beta * beta) / packing_;
+        first_ = (-12.0 * sum.first) * beta / packing_;
+        second_ = (-6.0 * m_ * sum.second) * (beta * beta) / packing_;
+        if (sum.varies()) {
+            first_ += -12.0 * sum.first_more(beta) * beta / packing_;
+            second_ += -6.0 * m_ * sum.second_more(beta) * (beta * beta) / packing_;
+        }
         count_ = n;
         for (int a = 0; a < n; ++a) {
             const int i = present[a];

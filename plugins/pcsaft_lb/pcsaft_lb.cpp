@@ -20,25 +20,26 @@ using corvane::pcsaft::Potentials;
 
 class PcSaftLB final : public corvane::PairTableMixture {
   public:
-    PcSaftLB() : PairTableMixture("PCSAFT", "LB", 4) {}
+    PcSaftLB() : PairTableMixture("PCSAFT", "LB", kLabel.size()) {}
 
-    // ---- binary parameters: 0 = k_ij, 1 = l_ij, 2 = ε_AB/k [K], 3 = κ_AB of unlike sites
+    // ---- binary parameters: 0 = k_ij, 1 = l_ij, 2 = ε_AB/k [K], 3 = κ_AB of unlike sites,
+    // 4 = k_T,ij [K]: k_ij + k_T,ij/T
 
     void par_in(FILE* f, int i, int j) override {
         corvane::SectionReader section(f);
         corvane::pair_is_swapped(section, mdl1[i]->name(), mdl1[j]->name());  // both are symmetric
-        std::array<double, 4> read{};
-        for (int k = 0; k < 4; ++k) read[k] = section.number(kLabel[k], 0.0);
+        std::array<double, kLabel.size()> read{};
+        for (std::size_t k = 0; k < read.size(); ++k) read[k] = section.number(kLabel[k], 0.0);
         std::copy(read.begin(), read.end(), pairs_.at(i, j));
     }
     void par_out(FILE* f, int i, int j) const override {
         corvane::SectionWriter section(f);
         section.word("of", mdl1[i]->name());
-        for (int k = 0; k < 4; ++k)
+        for (std::size_t k = 0; k < kLabel.size(); ++k)
             if (k < 2 || pairs_.at(i, j)[k] != 0.0) section.number(kLabel[k], pairs_.at(i, j)[k]);
     }
     /// Mean number of segments; m²·ε·σ³ and m²·ε²·σ³ averaged over pairs, as ε/k [K] and π/6·NA·σ³
-    /// [cm³/mol].
+    /// [cm³/mol]; at 298.15 K where a k_ij depends on temperature.
     Vector<double> mixpar(Vector<double> const& x) const override {
         const Components c = components();
         Vector<double> p(3);
@@ -47,8 +48,8 @@ class PcSaftLB final : public corvane::PairTableMixture {
             p[0] += x[i] * c[i].m;
             for (int j = 0; j < c.size; ++j) {
                 const corvane::pcsaft::PairEnergy e = c.energy(i, j);
-                p[1] += x[i] * x[j] * e.first;
-                p[2] += x[i] * x[j] * e.second;
+                p[1] += x[i] * x[j] * (e.first + e.first_more(1.0 / 298.15));
+                p[2] += x[i] * x[j] * (e.second + e.second_more(1.0 / 298.15));
             }
         }
         return p;
@@ -145,7 +146,7 @@ class PcSaftLB final : public corvane::PairTableMixture {
         return 1;
     }
 
-    static constexpr std::array<char const*, 4> kLabel{"kij", "lij", "epsAB", "kappaAB"};
+    static constexpr std::array<char const*, 5> kLabel{"kij", "lij", "epsAB", "kappaAB", "kijT"};
 };
 
 }  // namespace

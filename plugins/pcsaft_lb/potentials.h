@@ -132,20 +132,21 @@ class Potentials {
             D1_[i] = D2_[i] = 0.0;
         }
         mean_ = value_of(z_[0]) / n_;
-        SmallArray<double> e1(N_), e2(N_);
-        for (int i = 0; i < N_; ++i) e1[i] = e2[i] = 0.0;
+        SmallArray<PairEnergy> sum(N_);
+        for (int i = 0; i < N_; ++i) sum[i] = {};
         for (int i = 0; i < N_; ++i)
             for (int j = 0; j <= i; ++j) {
                 const PairEnergy e = c_.energy(i, j);
-                e1[i] += rho_[j] * e.first;
-                e2[i] += rho_[j] * e.second;
-                if (i == j) continue;
-                e1[j] += rho_[i] * e.first;
-                e2[j] += rho_[i] * e.second;
+                sum[i].add(e, rho_[j]);
+                if (i != j) sum[j].add(e, rho_[i]);
             }
         for (int i = 0; i < N_; ++i) {
-            D1_[i] = 2.0 * e1[i] * beta;
-            D2_[i] = 2.0 * e2[i] * beta2;
+            D1_[i] = 2.0 * sum[i].first * beta;
+            D2_[i] = 2.0 * sum[i].second * beta2;
+            if (sum[i].varies()) {
+                D1_[i] += 2.0 * sum[i].first_more(beta) * beta;
+                D2_[i] += 2.0 * sum[i].second_more(beta) * beta2;
+            }
             D1sum_ += 0.5 * rho_[i] * D1_[i];
             D2sum_ += 0.5 * rho_[i] * D2_[i];
         }
@@ -248,8 +249,9 @@ class Potentials {
             return Dij * s.f + Di * (s.z * zj + s.m * mj) + Dj * (s.z * zi + s.m * mi) +
                    D * (s.zm * (zi * mj + zj * mi) + s.mm * mi * mj + s.m * mij);
         };
-        return -12.0 * term(surface1_, D1sum_, D1_[i], D1_[j], 2.0 * e.first * beta_) -
-               6.0 * term(surfaceG_, D2sum_, D2_[i], D2_[j], 2.0 * e.second * beta_ * beta_);
+        const double first = e.first + e.first_more(beta_), second = e.second + e.second_more(beta_);
+        return -12.0 * term(surface1_, D1sum_, D1_[i], D1_[j], 2.0 * first * beta_) -
+               6.0 * term(surfaceG_, D2sum_, D2_[i], D2_[j], 2.0 * second * beta_ * beta_);
     }
     /// How the bonds and the free sites follow a change of n_j.
     void add_site_response(double* H) const {

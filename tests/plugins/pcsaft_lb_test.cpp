@@ -24,18 +24,20 @@ TEST(PcSaftLB, TernariesAreThoseOfThePublishedForm) {
         int water_sites;
         std::vector<double> dipoles = {0, 0, 0}, quadrupoles = {0, 0, 0};  // D, D·Å
         double cross_energy = 0, cross_volume = 0;                         // of the first two
+        double k_T = 0;
     };
     const std::vector<Row> rows{
         {{"methane", "butane", "carbon_dioxide"}, {0.2, 0.5, 0.3}, 0},
         {{"ethanol", "hexane", "carbon_dioxide"}, {0.6, 0.3, 0.1}, 0},
-        {{"methane", "ethanol", "water"}, {0.1, 0.3, 0.6}, 2},
+        {{"methane", "ethanol", "water"}, {0.1, 0.3, 0.6}, 2, {0, 0, 0}, {0, 0, 0}, 0, 0, -25},
         {{"water", "methanol", "1_pentanol"}, {0.4, 1e-9, 0.6 - 1e-9}, 1},
         {{"butane", "ethane", "carbon_dioxide"}, {0.2, 0.5, 0.3}, 0, {3.1, 1.2, 0}, {0, 3.3, 4.4}},
         {{"ethanol", "butane", "ethane"}, {0.5, 0.1, 0.4}, 0, {0, 2.9, 0}, {0, 0, 1.9}, 1500, 0.04},
-        {{"hexane", "methane", "butane"}, {0.5, 1e-9, 0.5 - 1e-9}, 0, {0, 2.5, 0}, {0, 0, 4.1}}};
+        {{"hexane", "methane", "butane"}, {0.5, 1e-9, 0.5 - 1e-9}, 0, {0, 2.5, 0}, {0, 0, 4.1}},
+        {{"butane", "ethane", "methane"}, {0.2, 0.5, 0.3}, 0, {3.1, 1.2, 0}, {0, 3.3, 4.4}, 0, 0, 40}};
     for (Row const& row : rows) {
         const Mixture m = mixture_of("PCSAFT", "LB", row.names);
-        reference::PcSaftMixture exact{{}, 0.04, -0.01, row.cross_energy, row.cross_volume};
+        reference::PcSaftMixture exact{{}, 0.04, -0.01, row.cross_energy, row.cross_volume, row.k_T};
         m->param(2, 0, 1, row.cross_energy);
         m->param(3, 0, 1, row.cross_volume);
         if (row.cross_volume != 0) m->param(7, 1, 1, 2.0);  // acceptors without donors
@@ -50,6 +52,7 @@ TEST(PcSaftLB, TernariesAreThoseOfThePublishedForm) {
             for (int j = 0; j < i; ++j) {
                 m->param(0, i, j, exact.k);
                 m->param(1, j, i, exact.l);
+                m->param(4, i, j, row.k_T);
             }
         }
         for (auto [T, eta] :

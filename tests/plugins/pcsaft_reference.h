@@ -18,6 +18,7 @@ struct PcSaftMixture {
     std::vector<corvane::pcsaft::Parameters> par;
     double k, l;  // of every pair
     double cross_energy = 0, cross_volume = 0;  // of the sites of the first two, if not combined
+    double k_T = 0;                             // K: k + k_T/T
 
     /// Residual Helmholtz energy density over RT at partial densities [mol/cm³].
     Big density(std::vector<Big> const& molar, Big const& T) const {
@@ -47,7 +48,7 @@ struct PcSaftMixture {
             for (std::size_t j = 0; j < N; ++j) {  // A.12 to A.15
                 const Big off = i == j ? 0 : 1;
                 const Big s = (sigma[i] + sigma[j]) / 2 * (1 - off * l);
-                const Big e = sqrt(Big(par[i].Ts) * par[j].Ts) * (1 - off * k) / T;
+                const Big e = sqrt(Big(par[i].Ts) * par[j].Ts) * (1 - off * (k + k_T / T)) / T;
                 const Big term = xi * rho[j] / total * par[i].m * par[j].m * e * s * s * s;
                 first += term;
                 second += term * e;
@@ -112,7 +113,7 @@ struct PcSaftMixture {
                     const Big xx = rho[i] * rho[j] / (total * total), s = (sigma[i] + sigma[j]) / 2;
                     const auto f = factors(kind, sqrt(Big(par[i].m) * par[j].m));
                     const Big e =
-                        sqrt(Big(par[i].Ts) * par[j].Ts) * (1 - (i == j ? 0 : 1) * Big(k)) / T;
+                        sqrt(Big(par[i].Ts) * par[j].Ts) * (1 - (i == j ? 0 : 1) * (k + k_T / T)) / T;
                     Big J2 = 0;
                     for (int n = 0; n < 5; ++n)
                         for (int w = 0; w < 3; ++w)

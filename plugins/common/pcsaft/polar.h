@@ -19,20 +19,26 @@
 
 namespace corvane::pcsaft {
 
-/// α_n, β_n, γ_n of one interaction.
+/// α_n, β_n (times 1/T; `hotter` times 1/T²), γ_n of one interaction.
 struct PolarSeries {
     std::array<double, 5> first{};
-    std::array<double, 3> hot{};
+    std::array<double, 3> hot{}, hotter{};
     std::array<double, 4> third{};
 
     /// `pairs` times A2 and `triples` times A3 of another.
     void add(PolarSeries const& other, double pairs, double triples) {
         for (int n = 0; n < 5; ++n) first[n] += pairs * other.first[n];
         for (int n = 0; n < 3; ++n) hot[n] += pairs * other.hot[n];
+        for (int n = 0; n < 3; ++n) hotter[n] += pairs * other.hotter[n];
         for (int n = 0; n < 4; ++n) third[n] += triples * other.third[n];
     }
     /// Nobody takes part.
     bool empty() const { return first[0] == 0.0 && first[1] == 0.0; }
+};
+
+/// 1 − k_ij = constant + inverse/T.
+struct Likeness {
+    double constant = 1.0, inverse = 0.0;
 };
 
 /// What the interactions take from a molecule; lengths in units that make π/6·NA·σ³ = vs.
@@ -111,7 +117,7 @@ inline std::array<double, 3> chain_factors(PolarKind kind, double m) {
 /// Adds the pair (i, j), `weight` times, to A2. The depth ε_ij of its potential is `like` times the
 /// geometric mean: the mixture has one ε_ij, k_ij included, also here.
 inline void add_pair(PolarSeries& to, PolarKind kind, Moments const& i, Moments const& j,
-                     double like, double weight) {
+                     Likeness like, double weight) {
     const double sigma = 0.5 * (i.sigma + j.sigma), s2 = sigma * sigma, s3 = s2 * sigma;
     // With 6·rho for π times the number density.
     if (kind == dipole_dipole) weight *= -6.0 * (i.dipole * j.dipole) / s3;
@@ -122,11 +128,14 @@ inline void add_pair(PolarSeries& to, PolarKind kind, Moments const& i, Moments 
             -6.0 * 9.0 / 8.0 * (i.dipole * j.quadrupole + i.quadrupole * j.dipole) / (s2 * s3);
     if (weight == 0.0) return;
     const auto f = chain_factors(kind, std::sqrt(i.m * j.m));
-    const double epsilon = weight * like * std::sqrt(i.Ts * j.Ts);
+    const double mean = std::sqrt(i.Ts * j.Ts), epsilon = weight * like.constant * mean,
+                 more = weight * like.inverse * mean;
     for (int n = 0; n < 5; ++n)
         for (int k = 0; k < 3; ++k) to.first[n] += weight * f[k] * kPolar[kind].a[n][k];
     for (int n = 0; n < 3; ++n)
         for (int k = 0; k < 3; ++k) to.hot[n] += epsilon * f[k] * kPolar[kind].b[n][k];
+    for (int n = 0; more != 0.0 && n < 3; ++n)
+        for (int k = 0; k < 3; ++k) to.hotter[n] += more * f[k] * kPolar[kind].b[n][k];
 }
 
 /// Adds the triple (i, j, l), `weight` times, to A3.
@@ -183,6 +192,8 @@ struct PolarLine {
                 three = two * (beta / packing);
         for (int n = 0; n < 5; ++n)
             p[n] = two * (n < 3 ? s.first[n] + beta * s.hot[n] : T(s.first[n]));
+        for (int n = 0; n < 3; ++n)
+            if (s.hotter[n] != 0.0) p[n] += two * (beta * beta * s.hotter[n]);
         for (int n = 0; n < 4; ++n) q[n] = three * s.third[n];
     }
     /// a, and its slope in eta; not-a-number past the pole of the approximant.
