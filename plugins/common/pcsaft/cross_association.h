@@ -28,8 +28,12 @@ inline constexpr int order_of = 0;
 template <Differentiable S>
 inline constexpr int order_of<S> = S::order + order_of<std::decay_t<decltype(std::declval<S>().value())>>;
 
-/// LU decomposition without pivoting, which M-matrices do not need, in place.
-inline void factorize(int n, double* a) {
+/// Two kinds of molecules are the usual case: loops of a known length.
+using Two = std::integral_constant<int, 2>;
+
+/// LU decomposition without pivoting, which M-matrices do not need, in place. Count: int, or Two.
+template <class Count>
+void factorize(Count n, double* a) {
     for (int k = 0; k < n; ++k)
         for (int i = k + 1; i < n; ++i) {
             const double f = a[i * n + k] /= a[k * n + k];
@@ -37,8 +41,8 @@ inline void factorize(int n, double* a) {
         }
 }
 /// Solves with the factors; the right-hand side becomes the solution.
-template <class S>
-void substitute(int n, double const* lu, S* b) {
+template <class Count, class S>
+void substitute(Count n, double const* lu, S* b) {
     for (int i = 1; i < n; ++i)
         for (int j = 0; j < i; ++j) b[i] -= b[j] * lu[i * n + j];
     for (int i = n - 1; i >= 0; --i) {
@@ -63,7 +67,9 @@ class Sites {
           to_a(n),
           to_d(n),
           lu(n * n),
-          step_(n) {}
+          step_(n),
+          to_donors_(n * n),
+          to_acceptors_(n * n) {}
 
     int n;
     SmallArray<double, 4> nd, na;
@@ -78,44 +84,15 @@ class Sites {
         if (n == 1) {
             const FreeSites<S> x = free_sites(nd[0], na[0], S(rho[0] * strength[0]));
             free_a[0] = x.acceptors;
-            donors(*this);
+            to_a[0] = na[0] * (rho[0] * strength[0] * free_a[0]);
+            free_d[0] = 1.0 / (1.0 + to_a[0]);
             to_d[0] = nd[0] * (rho[0] * strength[0]) * free_d[0];
             return;
         }
-        if constexpr (order_of<S> == 0) {
-            start();
-            for (int k = 0; k < 100; ++k) {
-                defect();
-                jacobian();
-                substitute(n, &lu[0], &step_[0]);
-                double change = 0.0;
-                for (int i = 0; i < n; ++i) {
-                    free_a[i] += step_[i];
-                    change = std::max(change, std::abs(step_[i] / free_a[i]));
-                }
-                if (!(change > 1e-9)) break;  // quadratic convergence: the next step is rounding
-            }
-            defect();
-            jacobian();  // of the root, for its derivatives
-        } else {
-            // The root of the values; then each correction adds an order of derivatives.
-            Sites<double> base(n);
-            for (int k = 0; k < n; ++k) {
-                base.nd[k] = nd[k];
-                base.na[k] = na[k];
-                base.rho[k] = value_of(rho[k]);
-                for (int l = 0; l < n; ++l)
-                    base.strength[k * n + l] = value_of(strength[k * n + l]);
-            }
-            base.solve();
-            for (int k = 0; k < n; ++k) free_a[k] = base.free_a[k];
-            for (int order = 0; order < order_of<S>; ++order) {
-                defect();
-                substitute(n, &base.lu[0], &step_[0]);
-                for (int k = 0; k < n; ++k) free_a[k] += step_[k];
-            }
-            defect();
-        }
+        if (n == 2)
+            iterate(Two{});
+        else
+            iterate(n);
     }
 
     /// Residual Helmholtz energy over R·T [mol/cm³], Σ over sites of ln X − X/2 + 1/2. With
@@ -155,52 +132,95 @@ class Sites {
     }
 
   private:
-    /// Free donors next to the present free acceptors.
-    static void donors(Sites& s) {
-        for (int k = 0; k < s.n; ++k) {
-            s.to_a[k] = 0.0;
-            for (int j = 0; j < s.n; ++j)
-                s.to_a[k] += s.na[j] * (s.rho[j] * s.strength[k * s.n + j] * s.free_a[j]);
-            s.free_d[k] = 1.0 / (1.0 + s.to_a[k]);
+    template <class Count>
+    void iterate(Count count) {
+        for (int k = 0; k < count; ++k)
+            for (int l = 0; l < count; ++l) {
+                const S amount = rho[l] * strength[k * count + l];
+                to_donors_[k * count + l] = nd[l] * amount;
+                to_acceptors_[k * count + l] = na[l] * amount;
+            }
+        if constexpr (order_of<S> == 0) {
+            start(count);
+            for (int k = 0; k < 100; ++k) {
+                defect(count);
+                jacobian(count);
+                substitute(count, &lu[0], &step_[0]);
+                double change = 0.0;
+                for (int i = 0; i < count; ++i) {
+                    free_a[i] += step_[i];
+                    change = std::max(change, std::abs(step_[i] / free_a[i]));
+                }
+                if (!(change > 1e-9)) break;  // quadratic convergence: the next step is rounding
+            }
+            defect(count);
+            jacobian(count);  // of the root, for its derivatives
+        } else {
+            // The root of the values; then each correction adds an order of derivatives.
+            Sites<double> base(n);
+            for (int k = 0; k < count; ++k) {
+                base.nd[k] = nd[k];
+                base.na[k] = na[k];
+                base.rho[k] = value_of(rho[k]);
+                for (int l = 0; l < count; ++l)
+                    base.strength[k * count + l] = value_of(strength[k * count + l]);
+            }
+            base.solve();
+            for (int k = 0; k < count; ++k) free_a[k] = base.free_a[k];
+            for (int order = 0; order < order_of<S>; ++order) {
+                defect(count);
+                substitute(count, &base.lu[0], &step_[0]);
+                for (int k = 0; k < count; ++k) free_a[k] += step_[k];
+            }
+            defect(count);
         }
     }
-    /// T(X) − X.
-    void defect() {
-        donors(*this);
-        for (int k = 0; k < n; ++k) {
-            to_d[k] = 0.0;
-            for (int l = 0; l < n; ++l)
-                to_d[k] += nd[l] * (rho[l] * strength[k * n + l] * free_d[l]);
-            step_[k] = 1.0 / (1.0 + to_d[k]) - free_a[k];
+    /// T(X) − X, and the free donors next to the present free acceptors.
+    template <class Count>
+    void defect(Count count) {
+        for (int k = 0; k < count; ++k) {
+            S sum = to_acceptors_[k * count] * free_a[0];
+            for (int j = 1; j < count; ++j) sum += to_acceptors_[k * count + j] * free_a[j];
+            to_a[k] = sum;
+            free_d[k] = 1.0 / (1.0 + sum);
+        }
+        for (int k = 0; k < count; ++k) {
+            S sum = to_donors_[k * count] * free_d[0];
+            for (int l = 1; l < count; ++l) sum += to_donors_[k * count + l] * free_d[l];
+            to_d[k] = sum;
+            step_[k] = 1.0 / (1.0 + sum) - free_a[k];
         }
     }
     /// What a fluid of one kind of molecules with such bonds would have, or else 1.
-    void start() {
-        for (int k = 0; k < n; ++k) {
+    template <class Count>
+    void start(Count count) {
+        for (int k = 0; k < count; ++k) {
             double bonds = 0.0;
-            for (int l = 0; l < n; ++l) bonds += nd[l] * (rho[l] * strength[k * n + l]);
+            for (int l = 0; l < count; ++l) bonds += to_donors_[k * count + l];
             free_a[k] = bonds > 0.0 ? 2.0 / (1.0 + std::sqrt(1.0 + 4.0 * bonds)) : 1.0;
         }
-        defect();
-        if (std::any_of(&step_[0], &step_[0] + n, [](double d) { return d > 0.0; }))
-            std::fill_n(&free_a[0], n, 1.0);
+        defect(count);
+        if (std::any_of(&step_[0], &step_[0] + count, [](double d) { return d > 0.0; }))
+            std::fill_n(&free_a[0], count, 1.0);
     }
     /// Factors of I − T' with T' = T_k²·Σ_l c(k, l)·Y_l²·e(l, j).
-    void jacobian() {
-        for (int k = 0; k < n; ++k) {
+    template <class Count>
+    void jacobian(Count count) {
+        for (int k = 0; k < count; ++k) {
             const double T = 1.0 / (1.0 + to_d[k]);
-            for (int j = 0; j < n; ++j) {
+            for (int j = 0; j < count; ++j) {
                 double sum = 0.0;
-                for (int l = 0; l < n; ++l)
-                    sum += nd[l] * rho[l] * strength[k * n + l] * free_d[l] * free_d[l] *
-                           strength[l * n + j];
-                lu[k * n + j] = (k == j) - T * T * sum * na[j] * rho[j];
+                for (int l = 0; l < count; ++l)
+                    sum += to_donors_[k * count + l] * (free_d[l] * free_d[l]) *
+                           to_acceptors_[l * count + j];
+                lu[k * count + j] = (k == j) - T * T * sum;
             }
         }
-        factorize(n, &lu[0]);
+        factorize(count, &lu[0]);
     }
 
     SmallArray<S, 4> step_;
+    SmallArray<S, 16> to_donors_, to_acceptors_;  // c(k, l) and e(k, l): nd_l or na_l, times rho_l·Δ(k, l)
 };
 
 }  // namespace corvane::pcsaft
