@@ -42,6 +42,28 @@ def test_pairs_robust_losses_and_refusals(tmp_path):
         cv.fit("PR", "nosuch", {"T/K": [1.0]}, "Ts")
 
 
+# Sets of PC-SAFT that were published as optima (1: Gross & Sadowski, 2001, 2002; of carbon dioxide 2: Tang & Gross, 2010;
+# 3: Esper et al., 2023) lie in the joint confidence region of a fit to the reference equation, with as many deviations as are
+# independent; the last number is the 95 % quantile of F with those degrees of freedom. The set of ethanol of 2002 does not:
+# its densities are 0.7 % low from 200 to 420 K, and its pressures up to 9 % high; docs/fit.md.
+@pytest.mark.parametrize("substance, set, first, last, names, quantile", [
+    ("methane", 1, 97, 186, ["Ts", "vs"], 6.8), ("propane", 1, 200, 360, ["m", "Ts", "vs"], 5.4),
+    ("hexane", 1, 180, 500, ["m", "Ts", "vs"], 3.5), ("toluene", 1, 180, 585, ["m", "Ts", "vs"], 3.6),
+    ("carbon_dioxide", 2, 217, 303, ["m", "Ts", "vs"], 3.9),
+    ("ethanol", 3, 250, 505, ["m", "Ts", "vs", "kappaAB", "epsAB"], 3.2),
+])  # fmt: skip
+def test_published_optima_are_recovered(substance, set, first, last, names, quantile):
+    T = np.linspace(first, last, 56)
+    s = cv.Fluid(substance, "MEOS").saturation(T=T)
+    r = cv.fit("PCSAFT", substance, {"T/K": T, "p/Pa": s.p, "rhoL/(mol/m3)": s.rho_liquid}, names)
+    places = {"Ts": 1, "vs": 2, "m": 3, "kappaAB": 4, "epsAB": 5}
+    published = cv.Fluid(substance, "PCSAFT", set=set).parameters
+    found, error = (np.array([d[n] for n in names]) for d in (r.parameters, r.correlated_errors))
+    delta = published[[places[n] for n in names]] - found
+    F = delta @ np.linalg.solve(np.outer(error, error) * r.correlation, delta) / len(names)
+    assert 0.0 < F < quantile and np.abs(delta / error).max() < 2.0
+
+
 def test_an_interrupted_fit_has_the_best_so_far_and_writes_nothing(tmp_path):
     T = np.linspace(180.0, 350.0, 20)
     q = cv.Fluid("propane", "PCSAFT").saturation(T=T)
