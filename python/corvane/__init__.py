@@ -17,14 +17,14 @@ from .catalogue import data_home, equations, mixture_models, search
 from .diagram import Isoline, PropertyDiagram
 from .equation import Equation, check_equation
 from .fluid import Fluid, Saturation, State
-from .mixture import (
+from .mixture import Mixture
+from .mixture_results import (
     AzeotropicLine,
     CriticalLine,
     CriticalPoints,
     Diagram,
     Envelope,
     FlashResult,
-    Mixture,
     MixtureState,
     Projection,
     SaturationPoints,

@@ -2,7 +2,9 @@
 
 from __future__ import annotations
 
-from typing import Any
+import array
+import math
+from typing import Any, Callable
 
 from ._numpy import np
 
@@ -29,6 +31,65 @@ def magnitude(x: Any, name: str) -> Any:
     if hasattr(x, "magnitude") and hasattr(x, "to"):
         return x.to(UNITS[name]).magnitude if name in UNITS else x.to("").magnitude
     return x
+
+
+class Number(float):
+    """A value of a single state: a float that knows of arrays what is asked of results, and needs no NumPy."""
+
+    shape: tuple[int, ...] = ()
+    ndim = 0
+    size = 1
+
+    def round(self, digits: int = 0) -> Number:
+        """As of an array."""
+        return Number(round(float(self), digits))
+
+    def __reduce__(self) -> tuple[Any, ...]:
+        return Number, (float(self),)
+
+
+class Given:
+    """Arguments of one value each, for the extension module.
+
+    ``shape``: that of their broadcast; ``flat``: contiguous, one axis; ``single``: plain numbers were given, for which
+    NumPy is not loaded.
+    """
+
+    def __init__(self, **named: Any):
+        values = {name: magnitude(x, name) for name, x in named.items()}
+        self.single = all(isinstance(x, (int, float)) for x in values.values())
+        self.shape: tuple[int, ...] = ()
+        self.flat: list[Any] = [array.array("d", [x]) for x in values.values()] if self.single else []
+        if not self.single:
+            self.shape, self.flat = flat(**values)
+
+    def shaped(self, values: Any) -> Any:
+        """One of the arguments in its shape."""
+        return Number(values[0]) if self.single else values.reshape(self.shape)
+
+    def received(self, out: tuple[Any, ...]) -> tuple[Callable[[int], Any], Any, str, bool]:
+        """What the extension module returns: columns by their number, status, words, whether all was done."""
+        values, status, words, done = out
+        if self.single:
+            return (lambda k: Number(values[k])), status, words, done
+        rows = values.reshape(self.shape + values.shape[1:])
+        return (lambda k: rows[..., k] if values.ndim > 1 else rows), status.reshape(self.shape), words, done
+
+    def everywhere(self, value: float) -> Any:
+        """The value in every element."""
+        return Number(value) if self.single else np.broadcast_to(np.float64(value), self.shape)
+
+
+def alike(x: Any) -> Any:
+    """What single values gave, as a :class:`Number`; arrays as they are."""
+    return Number(x) if isinstance(x, float) else x
+
+
+def divided(a: Any, b: Any) -> Any:
+    """a/b of arrays or single numbers; division by zero as NumPy does it."""
+    if not isinstance(b, Number):
+        return a / b
+    return Number(a / b) if b else Number(math.copysign(math.inf, a) if a else math.nan)
 
 
 def flat(**named: Any) -> tuple[tuple[int, ...], list[np.ndarray]]:

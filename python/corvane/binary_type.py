@@ -7,7 +7,7 @@ from typing import TYPE_CHECKING, Any, NamedTuple, Sequence
 from ._numpy import np
 
 if TYPE_CHECKING:
-    from .mixture import AzeotropicLine, CriticalLine, ThreePhaseLine
+    from .mixture_results import AzeotropicLine, CriticalLine, ThreePhaseLine
 
 _ALIKE = 1e-6  # ends of lines are exact: two phases are the same there
 

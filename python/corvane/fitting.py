@@ -4,12 +4,13 @@ from __future__ import annotations
 
 import os
 import re
-from dataclasses import dataclass
+from dataclasses import asdict, dataclass
 from typing import Any, Mapping, Sequence
 
 from . import _native
 from ._numpy import np
 from .catalogue import directory
+from .results import draws
 from .status import Interrupted
 
 
@@ -41,6 +42,32 @@ class FitResult:
     converged: bool
     warnings: list[str]
     file: str
+
+    def to_dict(self) -> dict[str, Any]:
+        """All attributes by name; parameters in the units of the parameter file."""
+        return asdict(self)
+
+    def to_pandas(self) -> Any:
+        """``points`` as a ``pandas.DataFrame``, one row for every measured value; T in K."""
+        import pandas
+
+        return pandas.DataFrame(self.points)
+
+    @draws
+    def plot(self, ax: Any = None, *, label: str | None = None) -> Any:
+        """What is left of the deviations (relative, of mole fractions the difference) over T (K), a colour for every
+        table and quantity; outliers as crosses. label: goes before their names."""
+        for s in self.sets:
+            mine = [p for p in self.points if (p["data"], p["quantity"]) == (s["data"], s["quantity"])]
+            name = f"{s['data']} {s['quantity']}"
+            drawn = ax.scatter([p["T"] for p in mine], [p["deviation"] for p in mine], s=12,
+                               label=name if label is None else f"{label}, {name}")  # fmt: skip
+            far = [p for p in mine if p["outlier"]]
+            ax.scatter([p["T"] for p in far], [p["deviation"] for p in far], marker="x", color=drawn.get_facecolor())
+        ax.axhline(0.0, color="k", lw=0.6)
+        ax.set(xlabel="T / K", ylabel="deviation")
+        ax.legend()
+        return ax
 
     def __repr__(self) -> str:
         lines = ["FitResult" + ("" if self.converged else ", not converged")]

@@ -2,18 +2,19 @@
 
 from __future__ import annotations
 
+import math
 import os
-from typing import TYPE_CHECKING, Any, ClassVar
+from typing import TYPE_CHECKING, Any, ClassVar, Sequence
 
 from . import _native
 from ._numpy import np
-from .arrays import flat, magnitude
+from .arrays import Given, Number, alike, divided, magnitude
 from .catalogue import directory
 from .diagram import PropertyDiagram, diagram
 from .outputs import IdealCurve, ideal_curve
 from .quantities import registry_of, returns_quantities
-from .results import Table, figure_axes
-from .status import judge
+from .results import Table, draws
+from .status import code_of, judge
 
 if TYPE_CHECKING:
     from numpy.typing import ArrayLike
@@ -39,21 +40,23 @@ class State(Table):
     columns: ClassVar[tuple[str, ...]] = (*_STATE, "Z", "g", "a", "cv", "cp", "w", "mu_JT", "kappa_T",
                                           "alpha_p", "dp_dT", "dp_drho", "M", "rho_liquid",
                                           "rho_vapour")  # fmt: skip
+    further: ClassVar[tuple[str, ...]] = ("n_s",)
+    ordinates: ClassVar[tuple[str, ...]] = ("rho", "p")
 
     def __init__(self, values: dict[str, np.ndarray], status: np.ndarray):
-        for name in self.columns:
+        for name in (*self.columns, *self.further):
             setattr(self, name, values[name])
         self.status = status
 
     @property
     def v(self) -> np.ndarray:
         """Molar volume, m³/mol."""
-        return 1.0 / self.rho
+        return divided(1.0, self.rho)
 
     @property
     def rho_mass(self) -> np.ndarray:
         """Mass density, kg/m³."""
-        return self.rho * self.M
+        return alike(self.rho * self.M)
 
 
 class Saturation(Table):
@@ -64,16 +67,20 @@ class Saturation(Table):
     """
 
     columns: ClassVar[tuple[str, ...]] = ("T", "p", "rho_liquid", "rho_vapour", "h_vaporisation")
+    words: ClassVar[tuple[str, ...]] = ("liquid", "vapour")
 
-    def __init__(self, rows: np.ndarray, status: np.ndarray, liquid: State, vapour: State, name: str):
-        self.T, self.p, self.rho_liquid, self.rho_vapour = (rows[..., k] for k in range(4))
+    def __init__(self, columns: Sequence[np.ndarray], status: np.ndarray, liquid: State, vapour: State, name: str):
+        self.T, self.p, self.rho_liquid, self.rho_vapour = columns
         self.liquid, self.vapour, self.status = liquid, vapour, status
-        self.h_vaporisation = vapour.h - liquid.h
+        self.h_vaporisation = alike(vapour.h - liquid.h)
         self._name = name
 
-    def plot(self, ax: Any = None, *, label: str | None = None) -> Any:
-        """Vapour pressure over temperature, in ``ax`` or new axes of matplotlib. label: of the legend, else the name."""
-        ax = figure_axes(ax)
+    @draws
+    def plot(self, ax: Any = None, *, x: str | None = None, y: str | None = None, label: str | None = None) -> Any:
+        """Vapour pressure over temperature (K, MPa), or what ``x`` and ``y`` name, as :meth:`State.plot`. label: of the
+        legend, else the name."""
+        if x is not None or y is not None:
+            return super().plot(ax, x=x, y=y, label=label)
         order = np.argsort(np.ravel(self.T))
         ax.plot(np.ravel(self.T)[order], np.ravel(self.p)[order] / 1e6, label=label or self._name)
         ax.set(xlabel="T / K", ylabel="p / MPa", yscale="log")
@@ -102,7 +109,10 @@ class Fluid:
     corvane.OpenError
         Unknown substance, equation or set: one sentence with what there is.
 
-    Objects hold no state but their parameters: threads may share one while nobody changes these.
+    Notes
+    -----
+    K, Pa, mol/m³, J/mol, J/(mol K), m/s, kg/mol. Objects hold no state but their parameters: threads may share one
+    while nobody changes these.
     """
 
     def __init__(self, substance: str, eos: str = "", *, set: int = 0, home: str | os.PathLike[str] | None = None):
@@ -127,10 +137,12 @@ class Fluid:
 
     @property
     def eos(self) -> str:
+        """Name of the equation: ``"MEOS"``, ``"PR"`` …"""
         return self._native.equation
 
     @property
     def set(self) -> int:
+        """Number of the parameter set."""
         return self._native.set
 
     @property
@@ -170,7 +182,7 @@ class Fluid:
         return np.asarray(self._native.parameters)
 
     def set_parameter(self, index: int, value: float) -> None:
-        """Changes one parameter of this object."""
+        """Changes one parameter of this object; number and unit as in :attr:`parameters`."""
         self._native.set_parameter(index, value)
         self._changed[index] = float(value)
 
@@ -197,32 +209,33 @@ class Fluid:
         >>> corvane.Fluid("water").state(T=300.0, p=1e5).cp.round(2)
         75.31
         """
-        names, arrays, shape = self._given(given)
-        out = self._native.states(_CODES[names[0]], arrays[0], _CODES[names[1]], arrays[1], threads)
-        return self._states(out, shape, errors)
+        names, known = self._given(given)
+        (a, b), single = known.flat, known.single
+        out = self._native.states(_CODES[names[0]], a, _CODES[names[1]], b, threads, single)
+        return self._states(known.received(out), known, errors)
 
     @returns_quantities
     def states(self, **given: float) -> State:
-        """All stable states with two given values, as :meth:`state`: cold water has two temperatures of
-        one density. One axis."""
-        names, arrays, shape = self._given(given)
-        if shape:
+        """All stable states with two single values (K, Pa, mol/m³, J/mol, J/(mol K)), as :meth:`state`: cold water has
+        two temperatures of one density. One axis."""
+        names, known = self._given(given)
+        if known.shape:
             raise ValueError("states() takes single values; state() takes arrays")
-        a, b = (float(x[0]) for x in arrays)
-        out = self._native.all_states(_CODES[names[0]], a, _CODES[names[1]], b)
-        return self._states(out, (len(out[1]),), "nan")
+        a, b = (float(x[0]) for x in known.flat)
+        values, status, words, done = self._native.all_states(_CODES[names[0]], a, _CODES[names[1]], b)
+        found = Given(T=np.empty(len(status)))
+        return self._states(found.received((values, status, words, done)), found, "nan")
 
     @returns_quantities
     def phase(self, T: ArrayLike, rho: ArrayLike, *, threads: int = 1, errors: str | None = None) -> State:
-        """Properties of the homogeneous phase at T (K) and rho (mol/m³), stable or not: the fastest way
-        from T and rho to p, h, s, c_p, w."""
-        shape, (t, r) = flat(T=T, rho=rho)
-        values, status, words, done = self._native.properties(t, r, threads)
-        status = status.reshape(shape)
-        columns = {name: values[:, k].reshape(shape) for k, name in enumerate(_PHASE)}
-        missing = np.broadcast_to(np.nan, shape)
-        columns.update(T=t.reshape(shape), rho=r.reshape(shape), q=missing, rho_liquid=missing,
-                       rho_vapour=missing)  # fmt: skip
+        """Properties of the homogeneous phase at T (K) and rho (mol/m³), stable or not, in their broadcast
+        shape: the fastest way from T and rho to p, h, s, c_p, w."""
+        given = Given(T=T, rho=rho)
+        t, r = given.flat
+        column, status, words, done = given.received(self._native.properties(t, r, threads, given.single))
+        columns = {name: column(k) for k, name in enumerate(_PHASE)}
+        missing = given.everywhere(math.nan)
+        columns.update(T=given.shaped(t), rho=given.shaped(r), q=missing, rho_liquid=missing, rho_vapour=missing)
         return judge(State(columns, status), status, words, done, errors)
 
     @returns_quantities(unit="mol/m**3")
@@ -230,15 +243,15 @@ class Fluid:
                 errors: str | None = None) -> np.ndarray:  # fmt: skip
         """Density (mol/m³) of the densest (``"liquid"``) or thinnest (``"vapour"``) root at T (K) and
         p (Pa), metastable ones included; the stable one is ``state(T=T, p=p).rho``."""
-        code = {"liquid": 1, "vapour": 3}[phase]
-        shape, (t, q) = flat(T=T, p=p)
-        values, status, words, done = self._native.densities(t, q, code, threads)
-        return judge(values.reshape(shape), status.reshape(shape), words, done, errors)
+        code = code_of("phase", phase, {"liquid": 1, "vapour": 3})
+        given = Given(T=T, p=p)
+        column, status, words, done = given.received(self._native.densities(*given.flat, code, threads, given.single))
+        return judge(column(0), status, words, done, errors)
 
     @returns_quantities
     def saturation(self, *, T: ArrayLike | None = None, p: ArrayLike | None = None, threads: int = 1,
                    errors: str | None = None) -> Saturation:  # fmt: skip
-        """Vapour–liquid equilibrium at T (K) or p (Pa).
+        """Vapour–liquid equilibrium at T (K) or p (Pa), in the shape of these.
 
         From a thousand points on they come from a curve that is computed before (pieces of polynomials), where its
         errors are bounded by 1e-10; the rest one by one.
@@ -248,12 +261,13 @@ class Fluid:
         """
         if (T is None) == (p is None):
             raise TypeError("give T or p")
-        shape, (x,) = flat(T=T) if p is None else flat(p=p)
-        values, status, words, done = self._native.saturation(p is None, x, threads)
-        rows, status = values.reshape(*shape, 4), status.reshape(shape)
-        liquid, vapour = (self.phase(rows[..., 0], rows[..., k], errors="nan") for k in (2, 3))
+        given = Given(T=T) if p is None else Given(p=p)
+        out = self._native.saturation(p is None, given.flat[0], threads, given.single)
+        column, status, words, done = given.received(out)
+        columns = [column(k) for k in range(4)]
+        liquid, vapour = (self.phase(columns[0], columns[k], errors="nan") for k in (2, 3))
         name = f"{_native.written_name(self.name)} ({self.eos})"
-        return judge(Saturation(rows, status, liquid, vapour, name), status, words, done, errors)
+        return judge(Saturation(columns, status, liquid, vapour, name), status, words, done, errors)
 
     @returns_quantities
     def diagram(self, y: str = "p", x: str = "h", *, T: ArrayLike | None = None, p: ArrayLike | None = None,
@@ -278,11 +292,13 @@ class Fluid:
         return diagram(self._native.property_diagram, y, x, f"{_native.written_name(self.name)} ({self.eos})", self.T_critical,
                        self.p_critical, low, points, {"T": T, "p": p, "q": q, "s": s, "rho": rho})  # fmt: skip
 
-    def virial(self, T: ArrayLike, order: int = 2) -> np.ndarray:
-        """Virial coefficient of this order at T (K), (m³/mol)^(order − 1)."""
+    def virial(self, T: ArrayLike, order: int = 2, *, threads: int = 1, errors: str | None = None) -> np.ndarray:
+        """Virial coefficient of this order (2 to 9) at T (K), (m³/mol)^(order − 1), in the shape of T."""
         registry = registry_of(T)
-        T = np.asarray(magnitude(T, "T"), dtype=float)
-        B = np.vectorize(lambda t: self._native.virial(t, order), otypes=[float])(T)
+        given = Given(T=T)
+        out = self._native.virial(given.flat[0], order, threads, given.single)
+        column, status, words, done = given.received(out)
+        B = judge(column(0), status, words, done, errors)
         return registry.Quantity(B, f"(m**3/mol)**{order - 1}") if registry else B
 
     @returns_quantities
@@ -295,27 +311,24 @@ class Fluid:
 
     # ---- inside
 
-    def _given(self, given: dict[str, Any]) -> tuple[list[str], list[np.ndarray], tuple[int, ...]]:
+    def _given(self, given: dict[str, Any]) -> tuple[list[str], Given]:
         if "v" in given:
-            v = np.asarray(magnitude(given.pop("v"), "v"), dtype=float)
-            given = {**given, "rho": 1.0 / v}
+            v = magnitude(given.pop("v"), "v")
+            plain = isinstance(v, (int, float))
+            given = {**given, "rho": divided(1.0, Number(v) if plain else np.asarray(v, dtype=float))}
         names = [name for name in given if name in _CODES]
         if len(names) != 2 or len(given) != 2:
             raise TypeError("give two of T, p, rho (or v), h, s, u, q")
-        shape, arrays = flat(**given)
-        return names, arrays, shape
+        return names, Given(**given)
 
-    def _states(self, out: tuple[Any, ...], shape: tuple[int, ...], errors: str | None) -> State:
-        values, status, words, done = out
-        status = status.reshape(shape)
+    def _states(self, received: tuple[Any, ...], given: Given, errors: str | None) -> State:
+        column, status, words, done = received
         names = (*_PHASE, *_STATE)  # those of the whole hold where both have a name
         index = {name: len(_STATE) + k for k, name in enumerate(_PHASE)}
         index.update({name: k for k, name in enumerate(_STATE)})
-        columns = {name: values[:, index[name]].reshape(shape) for name in names}
-        columns["rho_liquid"], columns["rho_vapour"] = (
-            values[:, len(_STATE) + len(_PHASE) + k].reshape(shape) for k in (0, 1)
-        )
-        columns["M"] = np.where(np.isnan(columns["T"]), np.nan, self.M)
+        columns = {name: column(index[name]) for name in names}
+        columns["rho_liquid"], columns["rho_vapour"] = (column(len(_STATE) + len(_PHASE) + k) for k in (0, 1))
+        columns["M"] = given.everywhere(self.M) if given.single else np.where(np.isnan(columns["T"]), np.nan, self.M)
         return judge(State(columns, status), status, words, done, errors)
 
     def __reduce__(self) -> tuple[Any, ...]:

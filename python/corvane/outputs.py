@@ -7,8 +7,8 @@ from typing import TYPE_CHECKING, Any, ClassVar, Sequence
 from . import _native
 from ._numpy import np
 from .arrays import flat_with_composition, magnitude
-from .results import Table, figure_axes
-from .status import judge
+from .results import OfComponents, Table, draws
+from .status import code_of, judge
 
 if TYPE_CHECKING:
     from numpy.typing import ArrayLike
@@ -17,14 +17,7 @@ _ROOT = {"liquid": 1, "stable": 2, "vapour": 3}
 _KINDS = {"zeno": 0, "boyle": 1, "joule-thomson": 2, "joule": 3}
 
 
-class _OfComponents(Table):
-    _components: Sequence[str] = ()
-
-    def _label(self, k: int) -> str:
-        return self._components[k] if k < len(self._components) else str(k)
-
-
-class ExcessProperties(_OfComponents):
+class ExcessProperties(OfComponents):
     """A phase against its pure components at the same T and p.
 
     Attributes, of the broadcast shape of the arguments: T (K), p (Pa), rho (mol/m³), gE, hE (J/mol), sE, cpE
@@ -34,6 +27,7 @@ class ExcessProperties(_OfComponents):
 
     columns: ClassVar[tuple[str, ...]] = ("T", "p", "rho", "gE", "hE", "sE", "cpE", "vE", "x", "gamma", "phi",
                                           "rho_pure", "liquid")  # fmt: skip
+    ordinates: ClassVar[tuple[str, ...]] = ("gE",)
 
     def __init__(self, T: Any, p: Any, x: Any, values: np.ndarray, status: np.ndarray, components: Sequence[str]):
         n = len(components)
@@ -45,6 +39,12 @@ class ExcessProperties(_OfComponents):
         self.liquid = blocks[3] > 0
         self.status, self._components = status, components
 
+    def _axes(self, columns: dict[str, np.ndarray], x: str | None, y: str | None) -> tuple[str, str]:
+        at = columns[f"x_{self._label(0)}"]
+        if x is None and y != f"x_{self._label(0)}" and np.unique(at).size > 1:
+            x = f"x_{self._label(0)}"
+        return super()._axes(columns, x, y)
+
 
 class HenryConstants(Table):
     """A solute, infinitely dilute in a liquid.
@@ -55,6 +55,7 @@ class HenryConstants(Table):
     """
 
     columns: ClassVar[tuple[str, ...]] = ("T", "p", "H", "gamma", "phi", "v", "h_solution", "rho")
+    ordinates: ClassVar[tuple[str, ...]] = ("H",)
 
     def __init__(self, T: Any, values: np.ndarray, status: np.ndarray):
         self.T, self.status = T, status
@@ -62,11 +63,13 @@ class HenryConstants(Table):
             setattr(self, name, values[..., k])
 
 
-class VirialCoefficients(_OfComponents):
+class VirialCoefficients(OfComponents):
     """Attributes, of the broadcast shape of the arguments: T (K), B (m³/mol), C (m⁶/mol²), TdBdT (m³/mol), status;
     with two axes more B_ij (m³/mol), which sum to B with the mole fractions."""
 
     columns: ClassVar[tuple[str, ...]] = ("T", "B", "C", "TdBdT")
+    further: ClassVar[tuple[str, ...]] = ("B_ij",)
+    ordinates: ClassVar[tuple[str, ...]] = ("B",)
 
     def __init__(self, T: Any, values: np.ndarray, status: np.ndarray, components: Sequence[str]):
         n = len(components)
@@ -82,6 +85,7 @@ class IdealCurve(Table):
     ``"lost"``)."""
 
     columns: ClassVar[tuple[str, ...]] = ("T", "p", "rho")
+    words: ClassVar[tuple[str, ...]] = ("kind", "T_zero", "highest", "last", "end")
 
     def __init__(self, d: dict[str, Any], kind: str):
         self.T, self.p, self.rho = (d["points"][:, k] for k in range(3))
@@ -89,19 +93,16 @@ class IdealCurve(Table):
         self.kind, self.T_zero, self.highest = kind, d["T_zero"], d["highest"]
         self.last, self.end = d["last"], d["end"]
 
-    def plot(self, ax: Any = None, *, label: str | None = None) -> Any:
-        """Pressure over temperature. label: of the legend, else the kind."""
-        ax = figure_axes(ax)
-        ax.plot(self.T, self.p / 1e6, label=label or self.kind)
-        ax.set(xlabel="T / K", ylabel="p / MPa")
-        ax.legend()
-        return ax
+    @draws
+    def plot(self, ax: Any = None, *, x: str | None = None, y: str | None = None, label: str | None = None) -> Any:
+        """Pressure over temperature (MPa, K), or what ``x`` and ``y`` name. label: of the legend, else the kind."""
+        return super().plot(ax, x=x or "T", y=y or "p", label=label or self.kind)
 
 
 def excess(native: Any, components: Sequence[str], x: ArrayLike, T: ArrayLike, p: ArrayLike, phase: str, threads: int,
            errors: str | None) -> ExcessProperties:  # fmt: skip
     shape, (t, q), z = flat_with_composition(x, len(components), T=T, p=p)
-    values, status, words, done = _native.excess(native, t, q, z, _ROOT[phase], threads)
+    values, status, words, done = _native.excess(native, t, q, z, code_of("phase", phase, _ROOT), threads)
     status = status.reshape(shape)
     result = ExcessProperties(t.reshape(shape), q.reshape(shape), z.reshape(*shape, -1), values.reshape(*shape, -1),
                               status, components)  # fmt: skip
@@ -126,11 +127,10 @@ def virial(native: Any, components: Sequence[str], T: ArrayLike, x: ArrayLike, t
 
 
 def ideal_curve(native: Any, kind: str, T: ArrayLike | None, T_min: float, p_max: float, x: ArrayLike | None = None) -> IdealCurve:
-    if kind not in _KINDS:
-        raise ValueError("kind is one of " + ", ".join(_KINDS))
+    code = code_of("kind", kind, _KINDS)
     at = [] if T is None else np.atleast_1d(np.asarray(magnitude(T, "T"), dtype=float)).tolist()
     T_min, p_max = float(magnitude(T_min, "T")), float(magnitude(p_max, "p"))
     if x is None:
-        return IdealCurve(_native.ideal_curve(native, _KINDS[kind], at, T_min, p_max), kind)
+        return IdealCurve(_native.ideal_curve(native, code, at, T_min, p_max), kind)
     z = np.ascontiguousarray(magnitude(x, "x"), dtype=float)
-    return IdealCurve(_native.ideal_curve_of_mixture(native, z, _KINDS[kind], at, T_min, p_max), kind)
+    return IdealCurve(_native.ideal_curve_of_mixture(native, z, code, at, T_min, p_max), kind)

@@ -3,9 +3,11 @@
 from __future__ import annotations
 
 import functools
-from typing import Any, Callable
+from typing import Any, Callable, TypeVar, overload
 
 from .arrays import unit
+
+_Method = TypeVar("_Method", bound=Callable[..., Any])
 
 __all__ = ["Quantities", "registry_of", "returns_quantities"]
 
@@ -38,7 +40,9 @@ class Quantities:
             names = (name, "") if line else ("T", "p", "rho")
             return tuple(self._with_units(one, key) for one, key in zip(value, names))
         number = isinstance(value, float) or hasattr(value, "dtype")
-        if name in getattr(self.plain, "columns", ()) or (unit(name) and number):
+        columns = (*getattr(self.plain, "columns", ()), *getattr(self.plain, "further", ()))
+        flags = getattr(value, "dtype", None) == bool
+        if not flags and (name in columns or (unit(name) and number)):
             return self._registry.Quantity(value, unit(name))
         return value
 
@@ -57,8 +61,15 @@ def registry_of(*arguments: Any) -> Any:
     return next((x._REGISTRY for x in arguments if getattr(x, "_REGISTRY", None) is not None), None)
 
 
-def returns_quantities(method: Callable[..., Any] | None = None, *, unit: str | None = None) -> Callable[..., Any]:
-    """Wraps a method that returns results, lists of them, or an array in ``unit``."""
+@overload
+def returns_quantities(method: _Method) -> _Method: ...
+@overload
+def returns_quantities(*, unit: str) -> Callable[[_Method], _Method]: ...
+
+
+def returns_quantities(method: Any = None, *, unit: str | None = None) -> Any:
+    """Wraps a method that returns results, lists of them, or an array in ``unit``. To type checkers it is as before: with
+    quantities it returns what has the same attributes."""
     if method is None:
         return functools.partial(returns_quantities, unit=unit)
 

@@ -6,7 +6,7 @@ from typing import Any, ClassVar, Sequence
 
 from ._native import written_name
 from ._numpy import np
-from .results import Table, figure_axes
+from .results import Collection, Table, draws
 
 _MARKS = {"unstable node": "o", "saddle": "s", "stable node": "o", "unclear": "^"}
 
@@ -31,6 +31,8 @@ class ResidueCurve(Table):
     shape (n, 3)); begin, end (numbers of singular points, −1: open), boundary (it begins or ends at a saddle)."""
 
     columns: ClassVar[tuple[str, ...]] = ("T", "xi", "x", "y")
+    words: ClassVar[tuple[str, ...]] = ("begin", "end", "boundary")
+    ordinates: ClassVar[tuple[str, ...]] = ("xi",)
 
     def __init__(self, rows: np.ndarray, begin: int, end: int, boundary: bool):
         self.T, self.xi, self.x, self.y = rows[:, 0], rows[:, 1], rows[:, 2:5], rows[:, 5:8]
@@ -38,10 +40,13 @@ class ResidueCurve(Table):
         self.status = np.zeros(len(rows), dtype=np.int8)
 
 
-class ResidueMap:
+class ResidueMap(Collection):
     """Attributes: p (Pa), curves (list of :class:`ResidueCurve`), singular (compositions of pure components and
     azeotropes, shape (n, 3)), T_singular (K), kinds ("unstable node", "saddle", "stable node", "unclear"), consistent
     (nodes and saddles fulfil the condition of Doherty and Perkins, 1979), failures (bubble points not found)."""
+
+    parts: ClassVar[tuple[str, ...]] = ("curves",)
+    words: ClassVar[tuple[str, ...]] = ("p", "singular", "T_singular", "kinds", "consistent", "failures")
 
     def __init__(self, d: dict[str, Any], p: float, components: Sequence[str]):
         self.p, self._components = p, components
@@ -49,9 +54,12 @@ class ResidueMap:
         self.singular, self.T_singular, self.kinds = d["singular"][:, 1:], d["singular"][:, 0], d["kinds"]
         self.consistent, self.failures = d["consistent"], d["failures"]
 
+    def __repr__(self) -> str:
+        return f"ResidueMap at p = {self.p:g} Pa: {len(self.curves)} curves; {', '.join(self.kinds)}"
+
+    @draws
     def plot(self, ax: Any = None) -> Any:
         """The triangle: curves run to where it boils higher; filled circles are stable nodes, squares saddles."""
-        ax = figure_axes(ax)
         draw_triangle(ax, self._components)
         for c in self.curves:
             ends = [self.singular[[k]] if k >= 0 else np.empty((0, 3)) for k in (c.begin, c.end)]

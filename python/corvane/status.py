@@ -29,17 +29,25 @@ class Interrupted(KeyboardInterrupt):
         self.partial = partial
 
 
-def judge(result: Any, status: np.ndarray, words: str, finished: bool, errors: str | None) -> Any:
+def code_of(argument: str, given: str, codes: dict[str, int]) -> int:
+    """The library's code of a word that an argument takes."""
+    if given not in codes:
+        raise ValueError(f"{argument} is {', '.join(repr(word) for word in codes)}, not {given!r}")
+    return codes[given]
+
+
+def judge(result: Any, status: np.ndarray | int, words: str, finished: bool, errors: str | None) -> Any:
     """The result, or the exception that stands for it.
 
     errors: "raise", "nan", or None: raise for a single state, not-a-number within arrays.
     """
+    single = isinstance(status, int)
     if errors not in (None, "raise", "nan"):
         raise ValueError('errors is "raise", "nan" or None')
     if not finished:
         raise Interrupted(result)
-    if errors == "nan" or (errors is None and status.ndim > 0) or not np.any(status):
+    if errors == "nan" or (status == 0 if single else (errors is None and status.ndim > 0) or not np.any(status)):
         return result
-    worst = Status(int(status.ravel()[np.flatnonzero(status)[0]]))
+    worst = Status(status if single else int(status.ravel()[np.flatnonzero(status)[0]]))
     known = worst in (Status.NO_SOLUTION, Status.GAVE_UP)
     raise (EquilibriumError if known else ValueError)(words)

@@ -62,6 +62,7 @@ class Out {
     double* data() { return data_; }
     double* row(std::size_t i) { return data_ + i * width_; }
     void clear(std::size_t i) { std::fill_n(row(i), width_, kNaN); }
+    std::size_t width() const { return width_; }
     Array array() { return Array(data_, shape_.size(), shape_.data(), owner_); }
 
   private:
@@ -89,6 +90,7 @@ class Report {
         }
     }
     bool done(std::size_t i) const { return codes_[i] != interrupted; }
+    int code(std::size_t i) const { return codes_[i]; }
     Codes codes() { return Codes(codes_, 1, &n_, owner_); }
     std::string const& words() const { return words_; }
 
@@ -234,9 +236,13 @@ bool each(Out& out, Report& report, std::size_t n, int threads, F const& f) {
     return !stop;
 }
 
-/// (array, status, first failure in words, finished)
-inline nb::tuple result(Out& out, Report& report, bool finished) {
-    return nb::make_tuple(out.array(), report.codes(), report.words(), finished);
+/// (array, status, first failure in words, finished); of a single state its row as a list and its status as a
+/// number, so that NumPy need not be loaded.
+inline nb::tuple result(Out& out, Report& report, bool finished, bool single = false) {
+    if (!single) return nb::make_tuple(out.array(), report.codes(), report.words(), finished);
+    nb::list row;
+    for (std::size_t k = 0; k < out.width(); ++k) row.append(out.row(0)[k]);
+    return nb::make_tuple(row, report.code(0), report.words(), finished);
 }
 
 inline void same_length(std::size_t a, std::size_t b) {

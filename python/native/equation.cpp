@@ -85,21 +85,31 @@ void add_equation(nb::module_& m) {
         .def_prop_ro("value", &Jet::value, "Without the derivatives.")
         .def("__neg__", [](Jet const& a) { return -a; })
         .def("__pos__", [](Jet const& a) { return a; })
-        .def("__add__", with([](auto const& a, auto const& b) { return a + b; }))
-        .def("__radd__", with([](auto const& a, auto const& b) { return a + b; }))
-        .def("__sub__", with([](auto const& a, auto const& b) { return a + -b; }))
-        .def("__rsub__", with([](auto const& a, auto const& b) { return -a + b; }))
-        .def("__mul__", with([](auto const& a, auto const& b) { return a * b; }))
-        .def("__rmul__", with([](auto const& a, auto const& b) { return a * b; }))
-        .def("__truediv__", with([](auto const& a, auto const& b) { return a * inverse(b); }))
-        .def("__rtruediv__", with([](auto const& a, auto const& b) { return inverse(a) * b; }))
-        .def("__pow__", with([](auto const& a, auto const& b) { return a.pow(b); }))
+        .def("__add__", with([](auto const& a, auto const& b) { return a + b; }),
+             nb::sig("def __add__(self, arg: object, /) -> Jet"))
+        .def("__radd__", with([](auto const& a, auto const& b) { return a + b; }),
+             nb::sig("def __radd__(self, arg: object, /) -> Jet"))
+        .def("__sub__", with([](auto const& a, auto const& b) { return a + -b; }),
+             nb::sig("def __sub__(self, arg: object, /) -> Jet"))
+        .def("__rsub__", with([](auto const& a, auto const& b) { return -a + b; }),
+             nb::sig("def __rsub__(self, arg: object, /) -> Jet"))
+        .def("__mul__", with([](auto const& a, auto const& b) { return a * b; }),
+             nb::sig("def __mul__(self, arg: object, /) -> Jet"))
+        .def("__rmul__", with([](auto const& a, auto const& b) { return a * b; }),
+             nb::sig("def __rmul__(self, arg: object, /) -> Jet"))
+        .def("__truediv__", with([](auto const& a, auto const& b) { return a * inverse(b); }),
+             nb::sig("def __truediv__(self, arg: object, /) -> Jet"))
+        .def("__rtruediv__", with([](auto const& a, auto const& b) { return inverse(a) * b; }),
+             nb::sig("def __rtruediv__(self, arg: object, /) -> Jet"))
+        .def("__pow__", with([](auto const& a, auto const& b) { return a.pow(b); }),
+             nb::sig("def __pow__(self, arg: object, /) -> Jet"))
         .def("__rpow__", with([](Jet const& a, auto const& b) {
                  if constexpr (std::is_same_v<std::decay_t<decltype(b)>, double>)
                      return power(b, a);
                  else
                      return b.pow(a);
-             }))
+             }),
+             nb::sig("def __rpow__(self, arg: object, /) -> Jet"))
         .def("__abs__", [](Jet const& a) { return a.value() < 0 ? -a : a; })
         .def("__lt__", [](Jet const& a, double b) { return a.value() < b; }, nb::is_operator())
         .def("__le__", [](Jet const& a, double b) { return a.value() <= b; }, nb::is_operator())

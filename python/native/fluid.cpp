@@ -32,8 +32,8 @@ corvane::PureStateOptions range(Fluid const& f) {
     return options;
 }
 
-/// Elements where two quantities are given, as columns of a state.
-nb::tuple states(Fluid const& f, int first, Column a, int second, Column b, int threads) {
+/// Elements where two quantities are given, as columns of a state; single: there is one, see result().
+nb::tuple states(Fluid const& f, int first, Column a, int second, Column b, int threads, bool single) {
     same_length(a.shape(0), b.shape(0));
     const std::size_t n = a.shape(0);
     Out out({n, kBoth});
@@ -47,7 +47,7 @@ nb::tuple states(Fluid const& f, int first, Column a, int second, Column b, int 
         if (all.size() > 1) throw Several();
         write(row, all.front());
     });
-    return result(out, report, finished);
+    return result(out, report, finished, single);
 }
 
 /// Every state with two given values.
@@ -65,7 +65,7 @@ nb::tuple all_states(Fluid const& f, int first, double a, int second, double b) 
     return result(out, report, true);
 }
 
-nb::tuple properties(Fluid const& f, Column T, Column rho, int threads) {
+nb::tuple properties(Fluid const& f, Column T, Column rho, int threads, bool single) {
     same_length(T.shape(0), rho.shape(0));
     const std::size_t n = T.shape(0);
     Out out({n, kPhase});
@@ -73,11 +73,11 @@ nb::tuple properties(Fluid const& f, Column T, Column rho, int threads) {
     const bool finished = each<Rows_are::written_whole>(out, report, n, threads, [&](std::size_t i, double* row) {
         write_phase(row, corvane::phase_properties(*f.model, T(i), rho(i) / kMega));
     });
-    return result(out, report, finished);
+    return result(out, report, finished, single);
 }
 
 /// phase: 1 the densest root, 3 the thinnest
-nb::tuple densities(Fluid const& f, Column T, Column p, int phase, int threads) {
+nb::tuple densities(Fluid const& f, Column T, Column p, int phase, int threads, bool single) {
     same_length(T.shape(0), p.shape(0));
     const std::size_t n = T.shape(0);
     Out out({n});
@@ -90,7 +90,7 @@ nb::tuple densities(Fluid const& f, Column T, Column p, int phase, int threads) 
             throw ThException(th_no_density);
         *row = rho * kMega;
     });
-    return result(out, report, finished);
+    return result(out, report, finished, single);
 }
 
 /// From this many points on the curve is precomputed, which costs as much as some hundred of them,
@@ -110,7 +110,7 @@ std::optional<corvane::SaturationExpansion> precomputed(Model1 const& model, std
 }
 
 /// T, p, densities of liquid and vapour.
-nb::tuple saturation(Fluid const& f, bool at_T, Column x, int threads) {
+nb::tuple saturation(Fluid const& f, bool at_T, Column x, int threads, bool single) {
     const std::size_t n = x.shape(0);
     const auto curve = precomputed(*f.model, n);
     Out out({n, 4});
@@ -133,12 +133,19 @@ nb::tuple saturation(Fluid const& f, bool at_T, Column x, int threads) {
         row[2] = found.front().liquid->rho * kMega;
         row[3] = found.front().vapour->rho * kMega;
     });
-    return result(out, report, finished);
+    return result(out, report, finished, single);
 }
 
-double virial(Fluid const& f, double T, int order) {
+nb::tuple virial(Fluid const& f, Column T, int order, int threads, bool single) {
     if (order < 2 || order > 9) throw nb::value_error("virial coefficients from 2 to 9");
-    return f.model->B(T, order) * std::pow(1e-6, order - 1);
+    const std::size_t n = T.shape(0);
+    Out out({n});
+    Report report(n);
+    const bool finished = each(out, report, n, threads, [&](std::size_t i, double* row) {
+        if (!(T(i) > 0) || !std::isfinite(T(i))) throw ThException(th_out_of_range);
+        *row = f.model->B(T(i), order) * std::pow(1e-6, order - 1);
+    });
+    return result(out, report, finished, single);
 }
 }  // namespace
 
@@ -181,20 +188,20 @@ void add_fluid(nb::module_& m) {
                  f.model->param(i, x);
              },
              nb::arg("i"), nb::arg("value"), "Changes a parameter of the equation, in its own unit.")
-        .def("states", &states, nb::arg("first"), nb::arg("a"), nb::arg("second"), nb::arg("b"), nb::arg("threads"),
+        .def("states", &states, nb::arg("first"), nb::arg("a"), nb::arg("second"), nb::arg("b"), nb::arg("threads"), nb::arg("single"),
              "Stable states (n, 26) from two quantities (codes 0 T, 1 p, 2 rho, 3 h, 4 s, 5 u, 6 q), SI: T, p, rho, h, s, u, q, properties of the phase, densities of both; status, words.")
         .def("all_states", &all_states, nb::arg("first"), nb::arg("a"), nb::arg("second"), nb::arg("b"),
              "Every state with two given values, in the columns of states.")
-        .def("properties", &properties, nb::arg("T"), nb::arg("rho"), nb::arg("threads"),
+        .def("properties", &properties, nb::arg("T"), nb::arg("rho"), nb::arg("threads"), nb::arg("single"),
              "Properties (n, 17) of one phase at T (K) and rho (mol/m3): p, Z, u, h, s, g, a, cv, cp, w, mu_JT, kappa_T, alpha_p, dp_dT, dp_drho, M, n_s in SI.")
-        .def("densities", &densities, nb::arg("T"), nb::arg("p"), nb::arg("phase"), nb::arg("threads"),
+        .def("densities", &densities, nb::arg("T"), nb::arg("p"), nb::arg("phase"), nb::arg("threads"), nb::arg("single"),
              "Density roots (mol/m3) at T (K) and p (Pa); phase 1 the densest, 3 the thinnest.")
-        .def("saturation", &saturation, nb::arg("at_T"), nb::arg("values"), nb::arg("threads"),
+        .def("saturation", &saturation, nb::arg("at_T"), nb::arg("values"), nb::arg("threads"), nb::arg("single"),
              "T (K), p (Pa), densities of liquid and vapour (mol/m3) at temperatures, or at pressures.")
         .def("property_diagram", &property_diagram_of_fluid, nb::arg("values"), nb::arg("range"), nb::arg("points"),
              "Saturation and isolines (lists of T, p, q, s, rho; T_min, T_max, p_min, p_max; SI): rows T, p, rho, h, s, u, q.")
-        .def("virial", &virial, nb::arg("T"), nb::arg("order"),
-             "Virial coefficient of an order from 2 to 9 at T (K), (m3/mol)**(order - 1).");
+        .def("virial", &virial, nb::arg("T"), nb::arg("order"), nb::arg("threads"), nb::arg("single"),
+             "Virial coefficients of an order from 2 to 9 at T (K), (m3/mol)**(order - 1).");
 }
 
 }  // namespace py

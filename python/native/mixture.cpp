@@ -40,9 +40,10 @@ void add_data(MixtureClass& of) {
                         return corvane::open_mixture(model, components, options);
                     },
                     nb::arg("model"), nb::arg("components"), nb::arg("sets"), nb::arg("pair_set"),
-                    nb::arg("estimate"), nb::arg("home").none(), "Opens a mixture by names.")
+                    nb::arg("estimate"), nb::arg("home").none(), "Opens a mixture by names; without a model the best there is.")
         .def_prop_ro("model", [](Mixture const& x) { return x.name(); }, "equation+theory")
         .def_prop_ro("components", [](Mixture const& x) { return x.components; }, "Names in the data tree.")
+        .def_prop_ro("chosen", [](Mixture const& x) { return x.chosen; }, "Why this model, where none was named.")
         .def_prop_ro("estimated",
                      [](Mixture const& x) {
                          nb::list pairs;

@@ -148,9 +148,12 @@ nb::dict ternary(Mixture const& m, double T, double p, double step, int mesh) {
 }  // namespace
 
 void add_mixture_curves(MixtureClass& of) {
-    of.def("envelope", &envelope, "A phase envelope of composition z.")
-        .def("diagram", &diagram, "The complete diagram of a binary at T (K) or p (Pa).")
-        .def("ternary", &ternary, "The complete diagram of a ternary at T (K) and p (Pa).")
+    of.def("envelope", &envelope, nb::arg("z"), nb::arg("p_start"), nb::arg("p_max"), nb::arg("stability"),
+           "A phase envelope of composition z: rows T (K), p (Pa), rho, rho_incipient (mol/m3), bubble, unstable, bounds, y.")
+        .def("diagram", &diagram, nb::arg("at_T"), nb::arg("value"), nb::arg("limit"),
+             "The complete diagram of a binary at T (K) or p (Pa).")
+        .def("ternary", &ternary, nb::arg("T"), nb::arg("p"), nb::arg("step"), nb::arg("mesh"),
+             "The complete diagram of a ternary at T (K) and p (Pa).")
         .def("residue_map", &residue_map, nb::arg("p"), nb::arg("step"), nb::arg("tolerance"), nb::arg("mesh"),
              "Residue curves of a ternary at p (Pa): curves with rows T, xi, x, y; singular points.")
         .def_prop_ro("critical_constants",

@@ -6,6 +6,7 @@ import os
 import pathlib
 import pickle
 import signal
+import subprocess
 import sys
 import threading
 import types
@@ -63,13 +64,34 @@ def test_shapes_and_status():
     assert (s.status[:, :2] == cv.Status.OK).all() and np.isfinite(s.rho[:, :2]).all()
     assert f.state(T=300.0, p=1e5).rho.shape == ()
     assert f.state(T=[], p=1e5).rho.shape == (0,)
-    assert set(s.to_dict()) == set(cv.State.columns)
+    assert set(s.to_dict()) == {*cv.State.columns, *cv.State.further, "status"}
     assert len(s.to_pandas()) == 6
     assert "<table>" in s._repr_html_() and "kelvin" in repr(s)
     two = f.state(T=300.0, q=[0.0, 0.5, 1.0])
     assert np.allclose(two.rho_liquid, f.density(300.0, two.p, "liquid"))
     assert two.rho[0] == pytest.approx(two.rho_liquid[0]) and two.rho[2] == pytest.approx(two.rho_vapour[2])
     assert np.isnan(two.cp).all() and np.isnan(f.state(T=300.0, p=1e5).q)
+
+
+def test_single_states_need_no_numpy_and_are_those_of_arrays(water):
+    """Loading NumPy takes longer than the first number may."""
+    code = ("import sys, corvane as cv; f = cv.Fluid('water'); s = f.state(T=300.0, p=1e5); q = f.saturation(T=400); "
+            "x = [s.rho, s.v, s.rho_mass, q.p, q.h_vaporisation, f.density(300.0, 1e5), f.virial(400.0), f.phase(300, 10.0).cp, "
+            "f.state(T=300, q=0.5).h, f.states(p=1e5, T=300).p[0] if 'numpy' not in sys.modules else 'numpy']; "
+            "print(*(float(v).hex() for v in x))")  # fmt: skip
+    done = subprocess.run([sys.executable, "-c", code], capture_output=True, text=True, check=True)
+    s, q = water.state(T=[300.0], p=1e5), water.saturation(T=[400.0])
+    arrays = [s.rho, s.v, s.rho_mass, q.p, q.h_vaporisation, water.density([300.0], 1e5), water.virial([400.0]),
+              water.phase([300.0], 10.0).cp, water.state(T=[300.0], q=0.5).h, [1e5]]  # fmt: skip
+    assert [float.fromhex(v) for v in done.stdout.split()] == pytest.approx([a[0] for a in arrays], rel=1e-15)
+    one = water.state(T=300, p=1e5)
+    assert one.rho.shape == () == np.shape(one.status) and one.rho.round(1) == round(one.rho, 1) and np.isnan(one.q)
+    assert water.state(T=300.0, v=one.v).p == pytest.approx(1e5) and pickle.loads(pickle.dumps(one.rho)) == one.rho
+    assert water.saturation(T=700.0, errors="nan").status == cv.Status.NO_SOLUTION
+    with pytest.raises(cv.EquilibriumError):
+        water.saturation(T=700.0)
+    with pytest.raises(ValueError, match="phase is 'liquid', 'vapour'"):
+        water.density(300.0, 1e5, "gas")
 
 
 def test_scalar_loops_and_threads_give_the_same_bits():

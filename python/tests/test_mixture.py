@@ -106,7 +106,7 @@ def test_ternary_is_that_of_flashes(gas):
     k = len(region) // 2
     f = m.flash(0.5 * (region.x[k] + region.y[k]), T=300.0, p=7e6)
     assert f.phases == 2 and f.x[:2] == pytest.approx(np.stack([region.x[k], region.y[k]]), abs=1e-8)
-    assert len(d.to_pandas()) == sum(len(r) for r in d.regions) and "1 triangles" in repr(d)
+    assert len(d.to_pandas()) == sum(len(r) for r in d.regions) + len(d.plait) and "1 triangles" in repr(d)
     with pytest.raises(ValueError):
         gas.ternary(300.0, 7e6)
 

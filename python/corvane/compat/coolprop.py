@@ -117,7 +117,7 @@ def _state(name1: str, value1: Any, name2: str, value2: Any, fluid: Fluid, error
 
 def PropsSI(output: str, name1: str, value1: Any = None, name2: str | None = None, value2: Any = None,
             fluid: str | None = None) -> Any:  # fmt: skip
-    """One property from two others; floats for floats, arrays for arrays.
+    """One property from two others, in SI units by mass (by mole with ``…molar``); floats for floats, arrays for arrays.
 
     ``PropsSI("D", "T", 300, "P", 1e5, "CO2")``, or ``PropsSI("TCRIT", "CO2")``. In arrays, states that
     do not exist are ``inf``.
@@ -147,7 +147,7 @@ def PropsSI(output: str, name1: str, value1: Any = None, name2: str | None = Non
 
 
 def Props1SI(first: str, second: str) -> float:
-    """A constant of a fluid: ``Props1SI("CO2", "TCRIT")``, in either order."""
+    """A constant of a fluid (K, Pa, kg/m³, mol/m³, kg/mol): ``Props1SI("CO2", "TCRIT")``, in either order."""
     fluid, key = (second, first) if first.upper() in _TRIVIAL or first.upper().startswith("RHO") else (first, second)
     key = key.upper()
     f = _fluid(fluid)

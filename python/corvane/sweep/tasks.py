@@ -209,10 +209,10 @@ class Function:
         else:
             file, _, name = function.rpartition(":")
             if not file.endswith(".py"):
-                spec = importlib.util.find_spec(file) if file else None
-                if spec is None or not spec.origin:
+                found = importlib.util.find_spec(file) if file else None
+                if found is None or not found.origin:
                     raise ValueError(f'{function}: give "module:name" or "path/file.py:name"')
-                file = spec.origin
+                file = found.origin
         self.file, self.name, self.fixed = pathlib.Path(file), name, fixed
         self._call = _loaded(str(self.file), name)
 
@@ -237,12 +237,12 @@ class Function:
 @functools.lru_cache(maxsize=16)
 def _loaded(file: str, name: str) -> Callable[..., Any]:
     module_name = f"corvane_sweep_{hashlib.sha256(file.encode()).hexdigest()[:12]}"
-    spec = importlib.util.spec_from_file_location(module_name, file)
-    if spec is None or spec.loader is None:
+    found = importlib.util.spec_from_file_location(module_name, file)
+    if found is None or found.loader is None:
         raise ValueError(f"{file} is no Python file")
-    module = importlib.util.module_from_spec(spec)
+    module = importlib.util.module_from_spec(found)
     sys.modules[module_name] = module
-    spec.loader.exec_module(module)
+    found.loader.exec_module(module)
     function = getattr(module, name, None)
     if not callable(function):
         raise ValueError(f"no function {name} in {file}")

@@ -1,0 +1,162 @@
+"""What all results have in common: dictionaries, tables, pictures, copies; names, docstrings and types of what is public."""
+
+import copy
+import functools
+import inspect
+import pickle
+import re
+
+import numpy as np
+import pytest
+
+import corvane as cv
+from corvane import mixture_results, results
+from corvane.compat import coolprop
+
+pandas, matplotlib = pytest.importorskip("pandas"), pytest.importorskip("matplotlib")
+matplotlib.use("Agg")
+
+
+@functools.lru_cache
+def gas():
+    return cv.Mixture("PR+vdW1", ["methane", "propane"])
+
+
+@functools.lru_cache
+def fluid():
+    return cv.Fluid("propane", "PR")
+
+
+@functools.lru_cache
+def three():
+    return cv.Mixture("PR+vdW1", ["nitrogen", "methane", "ethane"])
+
+
+def fitted():
+    T = [240.0, 280.0, 320.0, 350.0]
+    return cv.fit("PCSAFT", "propane", {"T/K": T, "p/Pa": cv.Fluid("propane").saturation(T=T).p}, ["Ts"])
+
+
+Z, T = [0.5, 0.5], np.linspace(220.0, 260.0, 5)
+MAKE = {
+    "State": lambda: fluid().state(T=300.0, p=[1e5, 5e5, 2e6]),
+    "Saturation": lambda: fluid().saturation(T=T),
+    "MixtureState": lambda: gas().phase(300.0, [10.0, 100.0, 1000.0], Z),
+    "FlashResult": lambda: gas().flash(Z, T=[200.0, 230.0, 260.0, 330.0], p=2e6),
+    "SaturationPoints": lambda: gas().bubble([[0.2, 0.8], [0.5, 0.5]], T=250.0),
+    "Envelope": lambda: gas().envelope(Z),
+    "Diagram": lambda: gas().pxy(250.0),
+    "Branch": lambda: gas().Txy(2e6).branches[0],
+    "CriticalPoints": lambda: gas().critical_point([[0.3, 0.7], [0.5, 0.5], [0.7, 0.3]]),
+    "CriticalLine": lambda: gas().critical_lines()[0],
+    "ThreePhaseLine": lambda: cv.Mixture("PR+vdW1", ["propane", "water"]).three_phase_lines()[0],
+    "AzeotropicLine": lambda: cv.Mixture("PR+vdW1", ["carbon_dioxide", "ethane"]).azeotropic_lines()[0],
+    "TernaryDiagram": lambda: three().ternary(120.0, 3e6, step=0.1),
+    "TernaryRegion": lambda: three().ternary(120.0, 3e6, step=0.1).regions[0],
+    "SolidPoints": lambda: gas().solubility("methane", T=[80.0, 84.0, 88.0], p=1e6),
+    "Projection": lambda: gas().projection(),
+    "Isoline": lambda: fluid().diagram(T=[300.0], p=[], points=9).lines["T"][0][1],
+    "PropertyDiagram": lambda: fluid().diagram(T=[300.0, 400.0], p=[1e6], points=9),
+    "ExcessProperties": lambda: gas().excess([[0.2, 0.8], [0.5, 0.5]], T=200.0, p=5e6),
+    "HenryConstants": lambda: gas().henry(0, T=T),
+    "VirialCoefficients": lambda: gas().virial(Z, T=T),
+    "IdealCurve": lambda: fluid().ideal_curve("boyle"),
+    "ResidueMap": lambda: three().residue_curves(1e6, mesh=3),
+    "ResidueCurve": lambda: three().residue_curves(1e6, mesh=3).curves[0],
+    "FitResult": fitted,
+}  # fmt: skip
+SINGLE = {
+    "State": lambda: fluid().state(T=300.0, p=1e5),
+    "Saturation": lambda: fluid().saturation(T=300.0),
+    "FlashResult": lambda: gas().flash(Z, T=230.0, p=2e6),
+    "SaturationPoints": lambda: gas().dew(Z, T=230.0),
+}  # fmt: skip
+# The parts of FitResult and of a map's curves have their own words for what stands beside the columns.
+UNSAID = {"columns", "further", "words", "parts", "ordinates", "plain"}
+
+
+def test_nothing_is_left_out():
+    kinds = {n for n, c in vars(cv).items() if inspect.isclass(c) and issubclass(c, (results.Table, results.Collection))}
+    kinds |= {n for n, c in vars(mixture_results).items() if inspect.isclass(c) and issubclass(c, results.Table)}
+    assert kinds - {"Table", "OfComponents", "Collection"} <= set(MAKE) and "FitResult" in MAKE
+
+
+def same(a, b):
+    if isinstance(a, dict):
+        return a.keys() == b.keys() and all(same(a[k], b[k]) for k in a)
+    if isinstance(a, (list, tuple)):
+        return len(a) == len(b) and all(same(x, y) for x, y in zip(a, b))
+    return np.array_equal(a, b, equal_nan=np.asarray(a).dtype.kind == "f")
+
+
+@pytest.mark.parametrize("kind, make", [*MAKE.items(), *((f"{n} of one", f) for n, f in SINGLE.items())])
+def test_results_are_dictionaries_tables_pictures_and_copies(kind, make):
+    result = make()
+    assert type(result).__name__ == kind.split()[0]
+    attributes = {n for n in vars(result) if not n.startswith("_")} - {"complete"}
+    words = result.to_dict()
+    assert attributes <= set(words) | UNSAID  # every attribute is there
+    rows = result.to_pandas()
+    assert len(rows) > 0 and not rows.columns.duplicated().any()
+    if isinstance(result, results.Table):
+        assert len(rows) == len(result) == np.size(result.status) and "status" in rows
+        assert result._repr_html_().count("<tr>") == 1 + min(20, len(result))
+    for other in (pickle.loads(pickle.dumps(result)), copy.copy(result), copy.deepcopy(result)):
+        assert same(other.to_dict(), words) and repr(other) == repr(result) != object.__repr__(result)
+    ax = result.plot()
+    drawn = [line.get_ydata() for line in ax.lines] + [c.get_offsets().data[:, 1] for c in ax.collections]
+    assert any(np.isfinite(np.asarray(y, dtype=float)).any() for y in drawn)
+    assert ax.get_ylabel() or not ax.axison  # triangles have none
+    assert result.plot(ax) is ax
+    matplotlib.pyplot.close("all")
+
+
+def test_pictures_of_any_columns_with_the_defaults_of_a_publication():
+    before = matplotlib.rcParams["font.size"]
+    s = MAKE["State"]()
+    ax = s.plot(x="p", y="cp", label="300 K")
+    assert (ax.get_xlabel(), ax.get_ylabel()) == ("p / MPa", "cp / (J/(mol K))")
+    assert np.allclose(ax.lines[0].get_xdata(), s.p / 1e6) and np.allclose(ax.lines[0].get_ydata(), s.cp)
+    assert ax.figure.get_size_inches()[0] < 5 and ax.xaxis.label.get_fontsize() == 9
+    assert matplotlib.rcParams["font.size"] == before  # the user's own are not touched
+    with pytest.raises(ValueError, match="no column viscous"):
+        s.plot(y="viscous")
+    flash = MAKE["FlashResult"]()
+    table = flash.to_pandas()
+    assert np.allclose(table["x_2_methane"], flash.x[:, 1, 0], equal_nan=True)
+    assert len(flash.plot().lines) == 2 and np.allclose(flash.plot(y="rho").lines[0].get_ydata(), flash.rho)
+    points = MAKE["SaturationPoints"]()
+    liquid, vapour = points.plot().lines
+    assert np.allclose(liquid.get_xdata(), [0.2, 0.5]) and np.allclose(vapour.get_xdata(), points.y[:, 0])
+    matplotlib.pyplot.close("all")
+
+
+# ---- what is public has a docstring, and what has a dimension says its unit
+
+
+def public():
+    """(where, object) of everything that a user of the package can name without an underscore."""
+    modules = {"corvane": {n: getattr(cv, n) for n in cv.__all__},
+               "coolprop": {n: getattr(coolprop, n) for n in coolprop.__all__}}  # fmt: skip
+    for module, names in modules.items():
+        for name, thing in names.items():
+            yield f"{module}.{name}", thing
+            if inspect.isclass(thing) and thing.__module__.startswith("corvane"):
+                for member, value in vars(thing).items():
+                    documented = inspect.isfunction(value) or isinstance(value, (property, classmethod, staticmethod))
+                    if documented and not member.startswith("_"):
+                        yield f"{module}.{name}.{member}", value
+
+
+UNIT = re.compile(r"\bK\b|\bPa\b|mol|J/|m/s|m³|units? |\(–\)|quantit|fraction|Logarithm|relative|coefficient", re.I)
+# Those that neither take nor give a number with a dimension.
+WITHOUT = re.compile(r"(BinaryType|Error|Interrupted|Status|Jet(\.\w+)?|check_equation|data_home|equations|mixture_models|rounded"
+                     r"|name|eos|set|source|model|models|chosen|components|estimated|pair_parameter|set_pair_parameter"
+                     r"|set_parameter|mass_to_mole|fluid|mixture|plot|pairs|PhaseSI|set_reference_state|parameters)$")
+
+
+def test_everything_has_a_docstring_with_units():
+    bare = [where for where, thing in public() if not (inspect.getdoc(thing) or "").strip()]
+    assert bare == []
+    silent = [where for where, thing in public() if not WITHOUT.search(where) and not UNIT.search(inspect.getdoc(thing))]
+    assert silent == []
