@@ -135,6 +135,23 @@ TEST(Saturation, OfAPureFluid) {
     }
 }
 
+// Where no start is near, the way from the critical point comes before flashes towards a vapour beside
+// liquids: the same point as from a neighbour on the envelope, at a bounded cost.
+TEST(Saturation, NextToTheCriticalPointOfAGas) {
+    const Mixture m = mixture_of("MEOS", "GERG", {"methane", "ethane", "nitrogen", "carbon_dioxide"});
+    const Vector<double> z = vec({0.85, 0.08, 0.05, 0.02});
+    for (double T : {195.0, 203.0}) {
+        SCOPED_TRACE(T);
+        const auto q = corvane::bubble_T(*m, T, z);
+        corvane::SaturationOptions o;
+        const auto beside = corvane::bubble_T(*m, T - 5, z);
+        o.start = &beside;
+        EXPECT_NEAR(corvane::bubble_T(*m, T, z, o).p / q.p, 1, 1e-9);
+        EXPECT_NEAR(corvane::bubble_p(*m, q.p, z).T / T, 1, 1e-9);
+        EXPECT_LT(q.certificate.evaluations, 3000);
+    }
+}
+
 // Above the cricondentherm there is nothing; just below it there are two dew points. The critical
 // temperature of the mixture is below the cricondentherm.
 TEST(Saturation, RetrogradeAndRefusal) {

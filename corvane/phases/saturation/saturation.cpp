@@ -62,15 +62,24 @@ SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
         if (may_split && o.start && !o.start->split.empty())
             if (const auto found = warm_split(*o.start, o)) return *found;
         if (o.start && warm(*o.start) && accept()) return result(o);
-        const bool accepted = cold() && accept();
+        const bool converged = cold();
+        const bool accepted = converged && accept();
         if (accepted && !second_liquid()) return result(o);
+        std::optional<Found> first;
+        if (accepted) first = take();
+        // Where no start is near, the way from the critical point costs less than flashes on the way
+        // to a vapour beside liquids.
+        const bool sooner = !converged && may_split;
+        if (sooner && along_from_critical()) {
+            if (!second_liquid()) return result(o);
+            first = take();
+        }
         // Not stable, none, of the other kind, or the boundary of a second liquid: the vapour may come
         // beside others.
-        if (may_split) {
-            const Found first = take();
+        if (may_split)
             if (const auto found = beside_liquids(o)) return *found;
-            if (accepted && restore(first)) return result(o);
-        }
+        if (first && restore(*first)) return result(o);
+        if (fluid_.size() > 1 && !sooner && along_from_critical()) return result(o);
     } else if (fluid_.size() > 1) {
         if (cold() && accept()) direct = take();
         if (may_split) beside = beside_liquids(o);
@@ -84,13 +93,17 @@ SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
             complete_ ? "at or above the critical point"
                       : "too near the critical point, or out of the model's reach");
     }
-    if (any) try {
-            const CriticalPoint c = critical_point(fluid_.model(), fluid_.expand(fluid_.z()));
-            fluid_.evaluations += c.certificate.evaluations;
-            if (from_critical(c)) return result(o);
-        } catch (EquilibriumFailure const&) {
-        }
     return search(o, direct, beside);
+}
+
+bool SaturationSolver::along_from_critical() {
+    try {
+        const CriticalPoint c = critical_point(fluid_.model(), fluid_.expand(fluid_.z()));
+        fluid_.evaluations += c.certificate.evaluations;
+        return from_critical(c);
+    } catch (EquilibriumFailure const&) {
+        return false;
+    }
 }
 
 /// direct, beside: what is known of a branch.

@@ -51,8 +51,9 @@ struct SaturationOptions {
 ///    RegularPair, which has no trivial solution. Accepted when certified: stable, of the right
 ///    kind, farther apart than uncertain (Certificate::apart_error).
 ///    A bubble point that is not stable, or none: the first vapour beside liquids that it splits into
-///    (SaturationPoint::split). Then the pairs that begin at the critical point of z, as far as a half
-///    distance of 0.5 in ln rho, towards T and through extrema of T.
+///    (SaturationPoint::split). Then, or before that where Newton's method found nothing, the pairs
+///    that begin at the critical point of z, as far as a half distance of 0.5 in ln rho, towards T and
+///    through extrema of T.
 /// 2. Otherwise, and for Branch::lower and upper beside the first of these, a search over all
 ///    pressures from where the gas is ideal to 1000 MPa: a phase boundary is where the tangent-plane
 ///    test changes its answer. Each change is bracketed, then solved as above. Steps of a factor

@@ -74,6 +74,7 @@ class SaturationSolver {
     bool close();
     /// Along the pairs that begin at the critical point, as far as half a distance of 0.5.
     bool from_critical(CriticalPoint const& c);
+    bool along_from_critical();  ///< from the critical point of the whole, if there is one
     bool follow(double side);
     struct Step;
     bool step_to(double d, Step const& from, Step& to);
