@@ -20,6 +20,7 @@ for path in sorted(pathlib.Path(__file__).parent.glob("*.ipynb")):
         if cell["cell_type"] == "code":
             with contextlib.redirect_stdout(io.StringIO()):
                 exec(compile("".join(cell["source"]), path.name, "exec"), names)
-    plt.gcf().tight_layout()
-    plt.savefig(pathlib.Path(sys.argv[1]) / f"notebook_{path.stem}.png", dpi=80)
+    if not plt.gcf().get_constrained_layout():
+        plt.gcf().tight_layout()
+    plt.savefig(pathlib.Path(sys.argv[1]) / f"notebook_{path.stem}.png", dpi=120 if plt.gcf().get_figwidth() < 5 else 80)
     plt.close("all")

@@ -3,8 +3,12 @@
 import copy
 import functools
 import inspect
+import os
+import pathlib
 import pickle
 import re
+import subprocess
+import sys
 
 import numpy as np
 import pytest
@@ -160,3 +164,35 @@ def test_everything_has_a_docstring_with_units():
     assert bare == []
     silent = [where for where, thing in public() if not WITHOUT.search(where) and not UNIT.search(inspect.getdoc(thing))]
     assert silent == []
+
+
+USER = """
+import corvane as cv
+water = cv.Fluid("water")
+reveal_type(water.state(p=25e6, T=[600, 650]).h)
+reveal_type(water.saturation(T=300.0).liquid)
+reveal_type(water.density(300.0, 1e5))
+gas = cv.Mixture("PR+vdW1", ["methane", "propane"], kij=0.012)
+reveal_type(gas.flash([0.5, 0.5], p=2e6, h=1500.0))
+reveal_type(gas.critical_lines()[0])
+reveal_type(cv.fit("PR+vdW1", ["methane", "propane"], "a.csv", "kij").parameters)
+class Ideal(cv.Equation):
+    def alphar(self, T: cv.Jet, rho: cv.Jet, x: object) -> cv.Jet:
+        return 0.0 * (T + 1.0) ** 2 / rho - T
+gas.bubble([0.5, 0.5], T=300.0, brunch="upper")
+"""
+
+
+def test_types_are_known_to_checkers(tmp_path):
+    pytest.importorskip("mypy")
+    (tmp_path / "user.py").write_text(USER)
+    (tmp_path / "mypy.ini").write_text("[mypy]\n[mypy-corvane.*]\nfollow_imports = silent\n")
+    environment = {**os.environ, "MYPYPATH": str(pathlib.Path(cv.__file__).parents[1])}
+    command = [sys.executable, "-m", "mypy", "--strict", "--no-pretty", "--cache-dir", str(tmp_path / "cache"), "user.py"]
+    out = subprocess.run(command, cwd=tmp_path, env=environment, capture_output=True, text=True).stdout
+    said = re.findall(r"^user.py:\d+: (?:note: Revealed type is \"(.*)\"|error: (.*))$", out, re.M)
+    array = "numpy.ndarray[Any, Any]"
+    assert [a for a, _ in said[:-1]] == [array, "corvane.fluid.State", array, "corvane.mixture_results.FlashResult",
+                                         "corvane.mixture_results.CriticalLine",
+                                         "builtins.dict[builtins.str, builtins.float]"]  # fmt: skip
+    assert "brunch" in said[-1][1]

@@ -83,8 +83,14 @@ def _fluid(text: str) -> Fluid:
         raise ValueError(f"no backend {backend}: use one of {', '.join(_EQUATIONS)}")
     if "&" in name or "[" in name:
         raise ValueError(f"{text}: mixtures are not available here, see corvane.Mixture")
-    name = _names().get(_plain(name), name)
-    return Fluid(name, _EQUATIONS[backend] if backend else "")
+    equation = _EQUATIONS[backend] if backend else ""
+    try:
+        return Fluid(name, equation)
+    except _native.OpenError:  # in another spelling, perhaps
+        known = _names().get(_plain(name))
+        if known is None:
+            raise
+        return Fluid(known, equation)
 
 
 def _zero(fluid: Fluid, attribute: str, T: Any) -> Any:
@@ -106,7 +112,9 @@ def _state(name1: str, value1: Any, name2: str, value2: Any, fluid: Fluid, error
         if key not in _INPUTS:
             raise ValueError(f"{name} is no input; inputs are {', '.join(sorted(_INPUTS))}")
         attribute, mass = _OUTPUTS[key]
-        value = np.asarray(value.to(_unit(key)).magnitude if hasattr(value, "magnitude") else value, dtype=float)
+        value = value.to(_unit(key)).magnitude if hasattr(value, "magnitude") else value
+        if not isinstance(value, (int, float)):
+            value = np.asarray(value, dtype=float)
         if mass:
             value = value / fluid.M if mass > 0 else value * fluid.M
         if attribute in ("h", "s", "u"):
@@ -134,12 +142,13 @@ def PropsSI(output: str, name1: str, value1: Any = None, name2: str | None = Non
     if output.upper() not in _OUTPUTS:
         raise ValueError(f"no output {output}; there are {', '.join(sorted({*_OUTPUTS, *_TRIVIAL}))}")
     f, registry = _fluid(fluid), registry_of(value1, value2)
-    shape = np.broadcast_shapes(np.shape(value1), np.shape(value2))
+    single = isinstance(value1, (int, float)) and isinstance(value2, (int, float))  # needs no NumPy
+    shape = () if single else np.broadcast_shapes(np.shape(value1), np.shape(value2))
     s = _state(name1, value1, name2, value2, f, "nan" if shape else "raise")
     attribute, mass = _OUTPUTS[output.upper()]
     x = getattr(s, attribute) + _zero(f, attribute, s.T)
     if attribute == "q":
-        x = np.where(np.isnan(x), -1.0, x)  # what one phase has for a quality there
+        x = np.where(np.isnan(x), -1.0, x) if shape else -1.0 if x != x else x  # what one phase has for a quality there
     if mass:
         x = x * f.M if mass > 0 else x / f.M
     x = np.where(s.status == 0, x, np.inf) if shape else float(x)
@@ -168,7 +177,7 @@ def PhaseSI(name1: str, value1: float, name2: str, value2: float, fluid: str) ->
     critical temperature only) or ``"supercritical_liquid"`` (above the critical pressure only)."""
     f = _fluid(fluid)
     s = _state(name1, value1, name2, value2, f, "raise")
-    if not np.isnan(s.q):
+    if s.q == s.q:
         return "twophase"
     hot, high = s.T >= f.T_critical, s.p >= f.p_critical
     if hot or high:
