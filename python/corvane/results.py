@@ -89,7 +89,7 @@ class Table:
         if x is None:
             x = next((name for name in varying if name != y), next(iter(columns)))
         if y is None:
-            asked = [name for name in self.ordinates if name != x]
+            asked = [name for name in (*self.ordinates, *varying, *columns) if name != x and name in columns]
             y = next((name for name in asked if name in varying), asked[0])
         return x, y
 
