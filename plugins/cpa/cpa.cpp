@@ -107,23 +107,9 @@ struct Cpa {
     }
     template <class F, class S>
     static S association(F const& f, S const& density, S const& y) {
-        corvane::SmallArray<int, 8> of(f.at.size());
-        int n = 0;
-        for (int i = 0; i < f.at.size(); ++i)
-            if (f.at[i].donors + f.at[i].acceptors > 0.0) of[n++] = i;
-        if (n == 0) return S(0.0);
         const S g = density * contact(f.spheres, y);
-        corvane::pcsaft::Sites<S> sites(n);
-        for (int k = 0; k < n; ++k) {
-            auto const& component = f.at[of[k]];
-            sites.nd[k] = component.donors;
-            sites.na[k] = component.acceptors;
-            sites.rho[k] = f.x[of[k]];
-            for (int l = 0; l <= k; ++l)
-                sites.strength[k * n + l] = sites.strength[l * n + k] = g * f.at(of[k], of[l]).bond;
-        }
-        sites.solve();
-        return sites.energy();
+        return corvane::pcsaft::association_energy<S>(
+            f.at, f.x, [&](int i, int j) { return S(g * f.at(i, j).bond); });
     }
 };
 }  // namespace

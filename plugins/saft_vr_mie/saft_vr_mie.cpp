@@ -323,27 +323,13 @@ struct SaftVrMie {
     }
     template <class F, class S>
     static S association(F const& f, S const& density, State<S> const& s) {
-        corvane::SmallArray<int, 8> of(f.at.size());
-        int n = 0;
-        for (int i = 0; i < f.at.size(); ++i)
-            if (f.at[i].donors + f.at[i].acceptors > 0.0) of[n++] = i;
-        if (n == 0) return S(0.0);
         const S rho3 = 6.0 / std::numbers::pi * s.bar, g = 1.0 + s.F;
-        corvane::pcsaft::Sites<S> sites(n);
-        for (int k = 0; k < n; ++k) {
-            auto const& component = f.at[of[k]];
-            sites.nd[k] = component.donors;
-            sites.na[k] = component.acceptors;
-            sites.rho[k] = f.x[of[k]];
-            for (int l = 0; l <= k; ++l) {
-                auto const& pair = f.at(of[k], of[l]);
-                S sum = pair.hard ? S(g * pair.bond[0]) : S(pair.bond[10]);
-                for (int p = 9; p >= 0 && !pair.hard; --p) sum = sum * rho3 + pair.bond[p];
-                sites.strength[k * n + l] = sites.strength[l * n + k] = density * sum;
-            }
-        }
-        sites.solve();
-        return sites.energy();
+        return corvane::pcsaft::association_energy<S>(f.at, f.x, [&](int i, int j) {
+            auto const& pair = f.at(i, j);
+            S sum = pair.hard ? S(g * pair.bond[0]) : S(pair.bond[10]);
+            for (int p = 9; p >= 0 && !pair.hard; --p) sum = sum * rho3 + pair.bond[p];
+            return S(density * sum);
+        });
     }
 };
 }  // namespace

@@ -223,4 +223,25 @@ class Sites {
     SmallArray<S, 16> to_donors_, to_acceptors_;  // c(k, l) and e(k, l): nd_l or na_l, times rho_l·Δ(k, l)
 };
 
+/// A^r/(RT) of the association in a fluid of the authors' kit: at[i] has donors and acceptors, x[i]
+/// is the mole fraction, strength(i, j) gives rho·Δ of a pair with i >= j.
+template <class S, class At, class X, class Strength>
+S association_energy(At const& at, X const& x, Strength const& strength) {
+    SmallArray<int, 8> of(at.size());
+    int n = 0;
+    for (int i = 0; i < at.size(); ++i)
+        if (at[i].donors + at[i].acceptors > 0.0) of[n++] = i;
+    if (n == 0) return S(0.0);
+    Sites<S> sites(n);
+    for (int k = 0; k < n; ++k) {
+        sites.nd[k] = at[of[k]].donors;
+        sites.na[k] = at[of[k]].acceptors;
+        sites.rho[k] = x[of[k]];
+        for (int l = 0; l <= k; ++l)
+            sites.strength[k * n + l] = sites.strength[l * n + k] = strength(of[k], of[l]);
+    }
+    sites.solve();
+    return sites.energy();
+}
+
 }  // namespace corvane::pcsaft
