@@ -20,22 +20,13 @@ using judge::Long;
 using judge::Quad;
 using judge::Values;
 
-Mixture loaded(char const* eos, std::vector<char const*> const& names, char const* mth = "vdW1",
+Mixture loaded(char const* eos, std::vector<std::string> const& names, char const* mth = "vdW1",
                int set = 1) {
-    Mixture m(attachN(eos, mth));
-    const int n = static_cast<int>(names.size());
-    m->alloc(n, eos);
-    for (int i = 0; i < n; ++i) {
-        m->mdl1[i]->name(names[static_cast<unsigned>(i)]);
-        m->mdl1[i]->id(set);
-        for (int j = 0; j < i; ++j) m->id(j, i, 1);
-    }
-    corvane::load_estimating(*m, eos, mth);
-    return m;
+    return estimated_mixture(eos, mth, names, set);
 }
 Mixture loaded(char const* eos, char const* a, char const* b, char const* mth = "vdW1",
                int set = 1) {
-    return loaded(eos, {a, b}, mth, set);
+    return estimated_mixture(eos, mth, {a, b}, set);
 }
 
 /// A symmetric regular solution with one density: ln f_i = A·(1 − w_i)². A second root of constant
@@ -199,7 +190,7 @@ TEST(JudgeCourt, KnowsStatesOfKnownStability) {
 TEST(JudgeEnclosure, ProvesPlanesThatTouchAndRefutesThoseThatCut) {
     const struct {
         char const* eos;
-        std::vector<char const*> names;
+        std::vector<std::string> names;
         std::vector<double> z;
         double T;
     } rows[] = {{"PR", {"methane", "propane"}, {0.5, 0.5}, 250},
@@ -444,7 +435,7 @@ TEST(JudgeCourt, SaturationOfTracesAndFarFromCriticalPointsIsFoundOrAbsent) {
 TEST(JudgeCourt, SaturationOfTernariesWithTracesIsFound) {
     using corvane::Saturated;
     const struct {
-        std::vector<char const*> names;
+        std::vector<std::string> names;
         std::vector<double> z;
         Saturated kind;
         double T;

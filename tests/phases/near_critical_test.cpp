@@ -1,4 +1,4 @@
-// Bubble and dew points next to critical points, and beside liquids that split.
+// Bubble and dew points next to critical points.
 #include "equilibria/phases.h"
 
 #include <benchmarks/judge/cubic.h>
@@ -12,23 +12,10 @@ using corvane::Saturated;
 namespace {
 using Names = std::vector<std::string>;
 
-/// Pairs as shipped or estimated; set: of the components, −1 what the pairs name.
-Mixture loaded(char const* eos, char const* mth, Names const& names, int set = 1) {
-    Mixture m(attachN(eos, mth));
-    m->alloc(static_cast<int>(names.size()), eos);
-    for (int i = 0; i < m->mdl1.size(); ++i) {
-        m->mdl1[i]->name(names[static_cast<unsigned>(i)].c_str());
-        m->mdl1[i]->id(set);
-        for (int j = 0; j < i; ++j) m->id(j, i, 1);
-    }
-    corvane::load_estimating(*m, eos, mth);
-    return m;
-}
-
 // A march in T to the critical point in variables in which the trivial solution does not exist,
 // with central differences for a Jacobian: all digits as they came out.
 TEST(NearCritical, MeetsAMarchToTheCriticalPoint) {
-    const Mixture m = loaded("SRK", "vdW1", {"heptane", "pentane"});
+    const Mixture m = estimated_mixture("SRK", "vdW1", {"heptane", "pentane"});
     const Vector<double> z = mix(0.0367);
     const double Tc = 473.4649651;
     EXPECT_NEAR(corvane::critical_point(*m, z).T, Tc, 1e-7);
@@ -52,7 +39,7 @@ TEST(NearCritical, IsTrueWithinItsBounds) {
     for (char const* eos : {"PR", "SRK"})
         for (Names const& names : {Names{"heptane", "pentane"}, {"carbon_dioxide", "ethane"},
                                    {"methane", "propane"}, {"nitrogen", "octane"}}) {
-            const Mixture m = loaded(eos, "vdW1", names);
+            const Mixture m = estimated_mixture(eos, "vdW1", names);
             const judge::Cubic cubic(*m);
             const judge::Court<judge::Cubic> court(cubic);
             for (double x : {0.02, 0.3, 0.8}) {
@@ -116,7 +103,7 @@ TEST(NearCritical, IsTrueWithinItsBoundsWhereOneComponentChangesFast) {
         {{"methane", "helium"}, 0.30490740411284645, 0, Saturated::dew, 0, 601.10882755561613}};
     for (auto const& row : rows) {
         SCOPED_TRACE(testing::Message() << row.names[1] << ' ' << row.T << ' ' << row.p);
-        const Mixture m = loaded("PR", "vdW1", row.names);
+        const Mixture m = estimated_mixture("PR", "vdW1", row.names);
         const judge::Cubic cubic(*m);
         const Vector<double> z = row.names.size() == 2
                                      ? vec({row.z0, 1 - row.z0})
@@ -142,7 +129,7 @@ TEST(NearCritical, StabilityAndFlashChangeAtTheBubblePoint) {
                  {"SRK", "vdW1", {"methane", "hydrogen_sulfide"}, 0.47, 1},
                  {"PCSAFT", "LB", {"methane", "pentane"}, 0.508084, -1}};
     for (auto const& c : cases) {
-        const Mixture m = loaded(c.eos, c.mth, c.names, c.set);
+        const Mixture m = estimated_mixture(c.eos, c.mth, c.names, c.set);
         const Vector<double> z = mix(c.x);
         const double Tc = corvane::critical_point(*m, z).T;
         for (double off : {3e-6, 1e-4, 3e-3, 3e-2}) {
@@ -173,7 +160,7 @@ TEST(NearCritical, OnePhaseSBubblePointIsTheOtherSDewPoint) {
                   {"PCSAFT", "LB", {"methane", "propane"}},
                   {"MEOS", "GERG", {"methane", "ethane"}}};
     for (auto const& model : models) {
-        const Mixture m = loaded(model.eos, model.mth, model.names, -1);
+        const Mixture m = estimated_mixture(model.eos, model.mth, model.names, -1);
         const int n = m->mdl1.size();
         Vector<double> z(n);
         for (int i = 0; i < n; ++i) z[i] = 2.0 * (n - i) / (n * (n + 1));
@@ -224,7 +211,7 @@ TEST(NearCritical, NoSuchKindIsNoSolution) {
                  {"nitrogen", "water", 0.2}};
     for (auto const& c : cases) {
         SCOPED_TRACE(c.x);
-        const Mixture m = loaded("PR", "vdW1", {c.first, c.second});
+        const Mixture m = estimated_mixture("PR", "vdW1", {c.first, c.second});
         const double p = corvane::critical_point(*m, mix(c.x)).p * (1 - 3e-5);
         for (auto const& q : corvane::phase_envelope(*m, mix(c.x)).points)
             ASSERT_TRUE(!q.bubble || q.p > p) << q.T;
@@ -239,7 +226,7 @@ TEST(NearCritical, NoSuchKindIsNoSolution) {
 
 // Beside the boundary there is a pair of the other kind, which is not stable and no boundary.
 TEST(NearCritical, AnUnstablePairEndsNoSearch) {
-    const Mixture m = loaded("PR", "vdW1", {"decane", "mercury"});
+    const Mixture m = estimated_mixture("PR", "vdW1", {"decane", "mercury"});
     const Vector<double> z = mix(0.00129);
     const auto q = corvane::dew_p(*m, 147.546, z);
     const judge::Cubic cubic(*m);
@@ -256,7 +243,7 @@ TEST(NearCritical, OneComponentIsThePureFluid) {
         char const *eos, *mth, *name;
     } cases[] = {{"PR", "vdW1", "methane"}, {"MEOS", "GERG", "carbon_dioxide"}, {"PCSAFT", "LB", "decane"}};
     for (auto const& c : cases) {
-        const Mixture m = loaded(c.eos, c.mth, {c.name});
+        const Mixture m = estimated_mixture(c.eos, c.mth, {c.name});
         Vector<double> z(1);
         z.set(1.0);
         const double Tc = corvane::critical_point(*m, z).T;
@@ -269,271 +256,6 @@ TEST(NearCritical, OneComponentIsThePureFluid) {
             const auto at_p = corvane::dew_p(*m, pure.p, z);
             EXPECT_NEAR(at_p.T / (Tc * (1 - d)), 1, pure.value_error + at_p.certificate.value_error);
         }
-    }
-}
-
-// Where a liquid splits its first vapour appears beside two liquids: the state of three phases, for
-// a binary at any composition between them.
-TEST(SplitLiquid, OfABinaryIsItsThreePhaseState) {
-    const struct {
-        char const *first, *second;
-        double T;
-        // the last: a liquid without vapour to speak of, stiff and of fewest moles per volume
-    } cases[] = {{"carbon_dioxide", "water", 280}, {"water", "methane", 180}, {"hydrogen", "decane", 31.26}};
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.second);
-        const Mixture m = loaded("PR", "vdW1", {c.first, c.second});
-        const auto three = corvane::three_phase_T(*m, c.T);
-        for (double x : {0.3, 0.6}) {
-            const auto q = corvane::bubble_T(*m, c.T, mix(x));
-            EXPECT_NEAR(q.p / three.p, 1, 1e-9);
-            EXPECT_NEAR(corvane::bubble_p(*m, q.p, mix(x)).T / c.T, 1, 1e-9);
-            ASSERT_EQ(q.split.size(), 2u);
-            double whole = 0;
-            for (unsigned k : {0u, 1u}) {
-                EXPECT_NEAR(q.split[k].x[0], three.phases[k].x[0], 1e-8);
-                EXPECT_GT(q.fraction[k], 0);
-                whole += q.fraction[k] * q.split[k].x[0];
-            }
-            EXPECT_NEAR(whole, x, 1e-12);
-            EXPECT_NEAR(q.incipient.x[0], three.phases[2].x[0], 1e-8);
-            EXPECT_EQ(q.certificate.phases.size(), 3u);
-            EXPECT_LE(q.certificate.value_error, 1e-9);
-        }
-    }
-}
-
-// From a neighbour the same point without flashes, also where the neighbour splits and this does not.
-TEST(SplitLiquid, FollowsItsNeighbour) {
-    const Mixture m = loaded("PR", "vdW1", {"ethanol", "water", "hexane"});
-    std::vector<Vector<double>> way;
-    const auto add = [&](double ethanol, double water) {
-        way.emplace_back(3);
-        way.back()[0] = ethanol;
-        way.back()[1] = water;
-        way.back()[2] = 1 - ethanol - water;
-    };
-    for (double ethanol = 0.05; ethanol < 0.95; ethanol += 0.02) add(ethanol, 0.5 * (1 - ethanol));
-    const std::size_t counted = way.size();
-    for (double ethanol = 0.9; ethanol > 0.002; ethanol /= 1.15) add(ethanol, 0.05 * ethanol);
-    std::optional<corvane::SaturationPoint> last;
-    long warm = 0, cold = 0;
-    int split = 0, single = 0;
-    for (std::size_t k = 0; k < way.size(); ++k) {
-        Vector<double> const& x = way[k];
-        corvane::SaturationOptions o;
-        o.start = last ? &*last : nullptr;
-        const auto from = corvane::bubble_p(*m, 0.1, x, o), without = corvane::bubble_p(*m, 0.1, x);
-        EXPECT_NEAR(from.T / without.T, 1, 1e-9);
-        ASSERT_EQ(from.split.size(), without.split.size());
-        for (int i = 0; i < 3; ++i) EXPECT_NEAR(from.incipient.x[i], without.incipient.x[i], 1e-8);
-        if (k < counted && last && last->split.size() == from.split.size()) {
-            warm += from.certificate.evaluations;
-            cold += without.certificate.evaluations;
-        }
-        ++(from.split.empty() ? single : split);
-        last = from;
-    }
-    EXPECT_GT(split, 10);
-    EXPECT_GT(single, 10);
-    EXPECT_LT(4 * warm, cold) << warm;
-}
-
-// The vapour beside two liquids counts among the branches, too: that of the lowest p; a higher one is
-// where the lighter of the liquids vanishes.
-TEST(SplitLiquid, BelongsToTheBranches) {
-    const struct {
-        char const *first, *second;
-        double x, T;
-        bool two;
-    } cases[] = {{"carbon_dioxide", "water", 0.5, 290, false},
-                 {"water", "butane", 0.5, 320, false},
-                 {"methane", "decane", 0.6880896356, 135.3710183, true},
-                 {"ethane", "methanol", 0.2315563218, 281.9809472, true},
-                 {"carbon_dioxide", "decane", 0.8301280966, 293.4530231, true}};
-    for (auto const& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.first << ' ' << c.second);
-        const Mixture m = loaded("PR", "vdW1", {c.first, c.second});
-        const judge::Cubic cubic(*m);
-        const double p = corvane::three_phase_T(*m, c.T).p;
-        corvane::SaturationOptions o;
-        o.branch = corvane::Branch::lower;
-        const auto lower = corvane::bubble_T(*m, c.T, mix(c.x), o);
-        EXPECT_NEAR(lower.p / p, 1, 1e-9);
-        EXPECT_EQ(lower.split.size(), 2u);
-        o.branch = corvane::Branch::upper;
-        const auto upper = corvane::bubble_T(*m, c.T, mix(c.x), o);
-        EXPECT_EQ(upper.p > 1.01 * p, c.two) << upper.p;
-        EXPECT_EQ(judge::Court<judge::Cubic>(cubic)
-                      .saturation(Saturated::bubble, true, c.T, mix(c.x), upper)
-                      .fault,
-                  judge::Fault::none);
-        EXPECT_EQ(corvane::stability(*m, 1.001 * upper.p, c.T, mix(c.x)).stable, c.two);
-    }
-}
-
-// No vapour appears beside two liquids, or vanishes, where the lightest phase goes from gas to liquid
-// without a jump, or where no state of the search has a gas: all temperatures are asked.
-TEST(SplitLiquid, WithoutAVapourIsNoSolution) {
-    const struct {
-        char const *first, *second;
-        double x, p, coldest, hottest;
-    } cases[] = {{"hydrogen", "helium", 0.67, 23.4889, 3, 66}, {"helium", "decane", 0.2, 0.285, 3, 700}};
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.second);
-        const Mixture m = loaded("PR", "vdW1", {c.first, c.second});
-        double last = 0, T = c.coldest;
-        for (; T < c.hottest; T *= 1.02) {
-            const auto q = corvane::flash_pT(*m, c.p, T, mix(c.x));
-            const double rho = q.phases.back().rho;
-            if (last > 0 && q.phases.size() > 1) {
-                EXPECT_LT(std::fabs(std::log(rho / last)), 0.6) << T;
-            }
-            last = rho;
-        }
-        try {
-            corvane::bubble_p(*m, c.p, mix(c.x));
-            ADD_FAILURE();
-        } catch (corvane::EquilibriumFailure const& e) {
-            EXPECT_EQ(e.kind(), corvane::EquilibriumFailure::Kind::no_solution) << e.what();
-        }
-    }
-}
-
-// So cold that one liquid is pure helium (or hydrogen, 3e-11 of which decane dissolves), and its
-// vapour, too: the saturation of helium by itself.
-TEST(SplitLiquid, BesideOneThatIsPure) {
-    for (auto const& [light, p] : {std::pair("helium", 0.0113), {"helium", 0.0875}, {"helium", 0.19},
-                                   {"hydrogen", 0.0011}, {"hydrogen", 4.5e-4}}) {
-        const Mixture m = loaded("PR", "vdW1", {light, "decane"});
-        const judge::Cubic cubic(*m);
-        for (double x : {p < 0.01 ? 0.002 : 0.5, 0.2, 0.93}) {
-            SCOPED_TRACE(testing::Message() << light << ' ' << p << ' ' << x);
-            const auto q = corvane::bubble_p(*m, p, mix(x));
-            ASSERT_EQ(q.split.size(), 2u);
-            const auto pure = corvane::pure_saturation_p(*m->mdl1[0], p);
-            EXPECT_NEAR(q.T / pure.T, 1, q.certificate.value_error);
-            EXPECT_NEAR(q.incipient.rho / pure.rhoV, 1, q.certificate.rho_error);
-            EXPECT_NEAR(q.fraction[q.split[0].x[0] > 0.5 ? 0 : 1], x, 1e-10);
-            EXPECT_EQ(judge::Court<judge::Cubic>(cubic)
-                          .saturation(Saturated::bubble, false, p, mix(x), q)
-                          .fault,
-                      judge::Fault::none);
-            EXPECT_NEAR(corvane::bubble_T(*m, q.T, mix(x)).p / p, 1, 1e-9);
-        }
-    }
-}
-
-// Where the model's states on the way mislead the search to no pressure at all it is still a refusal.
-TEST(SplitLiquid, WithoutPressureIsARefusal) {
-    const Mixture m = loaded("MEOS", "GERG", {"hydrogen", "water"}, 8);
-    EXPECT_THROW(corvane::bubble_T(*m, 168.5416702, mix(0.7651253)), corvane::EquilibriumFailure);
-}
-
-// Three components: the first vapour beside three liquids has one p at given T, whatever the whole is,
-// and above it there are three liquids, below it two and a vapour.
-TEST(SplitLiquid, IntoAsManyAsComponents) {
-    const struct {
-        Names names;
-        double z0, z1, value;
-        bool at_T;
-    } cases[] = {
-        {{"carbon_dioxide", "methane", "water"}, 0.40934982, 0.35464269, 0.0127242, false},
-        {{"carbon_dioxide", "methane", "water"}, 0.5105328, 0.467617796, 177.482526, true},
-        {{"methane", "hydrogen_sulfide", "water"}, 0.036342173, 0.153244473, 0.03922374, false},
-        {{"benzene", "mercury", "water"}, 0.352588539, 0.380653206, 5.34823827, false},
-        {{"hydrogen", "nitrogen", "water"}, 0.99294678, 0.0070530931, 24.3598629, true},
-        // mercury holds no decane that doubles could say
-        {{"decane", "mercury", "methane"}, 0.032704159, 0.142048599, 0.05516079, false}};
-    for (auto const& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.names[0] << ' ' << c.names[2] << ' ' << c.value);
-        const Mixture m = loaded("PR", "vdW1", c.names);
-        const judge::Cubic cubic(*m);
-        const Vector<double> z = vec({c.z0, c.z1, 1 - c.z0 - c.z1});
-        const auto q = c.at_T ? corvane::bubble_T(*m, c.value, z) : corvane::bubble_p(*m, c.value, z);
-        ASSERT_EQ(q.split.size(), 3u);
-        EXPECT_EQ(judge::Court<judge::Cubic>(cubic)
-                      .saturation(Saturated::bubble, c.at_T, c.value, z, q)
-                      .fault,
-                  judge::Fault::none);
-        for (int i = 0; i < 3; ++i) {
-            double whole = 0;
-            for (unsigned k = 0; k < 3; ++k) whole += q.fraction[k] * q.split[k].x[i];
-            EXPECT_NEAR(whole, z[i], 1e-12);
-        }
-        for (double by : {1.001, 0.999}) {
-            const auto beside = corvane::flash_pT(*m, by * q.p, q.T, z);
-            EXPECT_EQ(beside.phases.size(), 3u);
-            EXPECT_EQ(beside.phases.back().rho > 0.5 * q.split.back().rho, by > 1);
-        }
-        EXPECT_LE(q.certificate.value_error, 1e-9);
-        EXPECT_TRUE(q.certificate.bounded());
-    }
-}
-
-// Four components beside three liquids: the amounts are among the equations, and both sides of p have
-// them all.
-TEST(SplitLiquid, IntoThreeOfFour) {
-    const struct {
-        Names names;
-        std::vector<double> z;
-        double T;
-    } cases[] = {{{"carbon_dioxide", "water", "methane", "decane"},
-                  {0.4408251253, 0.2805063789, 0.229521969},
-                  180.1783263},
-                 {{"decane", "water", "mercury", "methane"},
-                  {0.2735812011, 0.1229249848, 0.09618313428},
-                  262.4733534}};
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.T);
-        const Mixture m = loaded("PR", "vdW1", c.names);
-        const Vector<double> z = vec({c.z[0], c.z[1], c.z[2], 1 - c.z[0] - c.z[1] - c.z[2]});
-        const auto q = corvane::bubble_T(*m, c.T, z);
-        ASSERT_EQ(q.split.size(), 3u);
-        EXPECT_NEAR(corvane::bubble_p(*m, q.p, z).T / c.T, 1, 1e-9);
-        for (int i = 0; i < 4; ++i) {
-            double whole = 0;
-            for (unsigned k = 0; k < 3; ++k) {
-                whole += q.fraction[k] * q.split[k].x[i];
-                if (q.split[k].x[i] == 0) continue;  // less than doubles can say
-                EXPECT_NEAR(m->my(q.split[k].x * q.split[k].rho, q.T, i),
-                            m->my(q.incipient.x * q.incipient.rho, q.T, i), 1e-9);
-            }
-            EXPECT_NEAR(whole, z[i], 1e-12);
-        }
-        for (double by : {1.001, 0.999}) {
-            const auto beside = corvane::flash_pT(*m, by * q.p, q.T, z);
-            EXPECT_EQ(beside.phases.size(), by > 1 ? 3u : 4u);
-        }
-        EXPECT_LE(q.certificate.value_error, 1e-9);
-    }
-}
-
-TEST(SplitLiquid, OfAMixture) {
-    const Mixture m =
-        loaded("PR", "vdW1", {"nitrogen", "methane", "ethane", "butane", "pentane"});
-    const Vector<double> z = vec({0.3797, 0.3225, 0.278, 0.0014, 0.0184});
-    for (double given : {0.1, 0.4, 0.8, 1.2, 120.0}) {  // MPa; K
-        SCOPED_TRACE(given);
-        // At 120 K the second liquid appears at a higher pressure than the vapour.
-        const auto q =
-            given > 2 ? corvane::bubble_T(*m, given, z) : corvane::bubble_p(*m, given, z);
-        const double p = q.p;
-        ASSERT_EQ(q.split.size(), 2u);
-        const std::vector<corvane::PhaseRecord> phases{q.split[0], q.split[1], q.incipient};
-        for (int i = 0; i < 5; ++i) {
-            EXPECT_NEAR(q.fraction[0] * q.split[0].x[i] + q.fraction[1] * q.split[1].x[i], z[i],
-                        1e-12);
-            for (auto const& phase : phases)
-                EXPECT_NEAR(m->my(phase.x * phase.rho, q.T, i),
-                            m->my(phases[2].x * phases[2].rho, q.T, i), 1e-9);
-        }
-        // Two liquids on one side, vapour too on the other.
-        const auto above = corvane::flash_pT(*m, p * 1.001, q.T, z);
-        EXPECT_EQ(above.phases.size(), 2u);
-        EXPECT_GT(above.phases[1].rho, 0.5 * q.split[1].rho);
-        const auto below = corvane::flash_pT(*m, p * 0.999, q.T, z);
-        EXPECT_LT(below.phases.back().rho, 0.5 * q.split[1].rho);
     }
 }
 

@@ -1,8 +1,9 @@
-// Mixtures of shipped substances for tests: components are loaded, pairs are set by hand.
+// Mixtures of shipped substances for tests.
 #pragma once
 
 #include "support/shipped.h"
 
+#include <corvane/mixture/loading.h>
 #include <corvane/mixture/modeln.h>
 
 #include <initializer_list>
@@ -25,5 +26,19 @@ inline Mixture mixture_of(char const* eos, char const* mth, std::vector<std::str
         m->mdl1[i]->load(eos);
         m->mdl1[i]->ideal.load();
     }
+    return m;
+}
+
+/// Pairs as shipped (set 1) or estimated; set: of the components, −1 what the pairs name.
+inline Mixture estimated_mixture(char const* eos, char const* mth,
+                                 std::vector<std::string> const& names, int set = 1) {
+    Mixture m(attachN(eos, mth));
+    m->alloc(static_cast<int>(names.size()), eos);
+    for (int i = 0; i < m->mdl1.size(); ++i) {
+        m->mdl1[i]->name(names[static_cast<unsigned>(i)].c_str());
+        m->mdl1[i]->id(set);
+        for (int j = 0; j < i; ++j) m->id(j, i, 1);
+    }
+    corvane::load_estimating(*m, eos, mth);
     return m;
 }
