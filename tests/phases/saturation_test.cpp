@@ -301,8 +301,10 @@ TEST(Saturation, OfAModelWithHoles) {
     };
     const struct {
         double hole, low, high, T;
-    } rows[] = {
-        {60, -1, 2, 30}, {400, 0.31, 0.9, 200}, {400, 0.31, 2, 200}, {400, 0.85, 0.9, 200}};
+    } rows[] = {{60, -1, 2, 30},       {400, 0.31, 0.9, 200}, {400, 0.31, 2, 200},
+                {400, 0.85, 0.9, 200}, {400, 0.85, 0.9, 350},  // above all boundaries: whether
+                                                               // there are none is open
+                {400, 0.6, 0.8, 150}};                         // a vapour beside two liquids
     const auto expect_gave_up = [](auto const& call) {
         try {
             call();
