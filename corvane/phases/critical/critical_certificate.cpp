@@ -15,6 +15,7 @@ constexpr int kGolden = 12;
 
 CriticalCertifier::CriticalCertifier(FluidModel const& fluid, CriticalConditions& conditions)
     : fluid_(fluid), conditions_(conditions), stability_(fluid) {
+    stability_.critical = true;
     trial_.resize(fluid.size());
 }
 

@@ -69,7 +69,7 @@ void Stability::newton() {
     for (double shift : {0.0, 1e-3, 1e-2, 0.1, 1.0, 10.0}) {
         for (int i = 0; i < n; ++i) {
             step_[i] = -root_[i] * g_[i];
-            for (int j = 0; j < n; ++j)
+            for (int j = 0; j <= i; ++j)  // all that Cholesky's method reads
                 hess_[i * n + j] = way_[i] * way_[j] * (s_.m_n(i, j) + 1.0);
             hess_[i * n + i] += shift;
         }
@@ -97,18 +97,21 @@ void Stability::along(double part) {
     for (int i = 0; i < s_.size(); ++i) lnW_[i] = 2.0 * std::log(root_[i] + part * way_[i]);
 }
 
-/// Does a short step of Newton's method from s_ end at the phase, as meets() has it? Then it need not
-/// be evaluated.
-bool Stability::leads_to(PhaseState const& phase) const {
+/// Does a short step of Newton's method from s_, so many times as long, end at the phase, as
+/// meets() has it? Then it need not be evaluated.
+bool Stability::leads_to(PhaseState const& phase, double times) {
+    for (int k = 0; k < s_.size(); ++k)  // what spares most logarithms
+        if (!(times * std::fabs(way_[k]) < kShort * root_[k])) return false;
     double sum = 0.0, d = 0.0, volume = 1.0 / s_.rho;
     for (int k = 0; k < s_.size(); ++k) {
-        if (!(std::fabs(lnW_[k] - std::log(W_[k])) < kShort)) return false;
-        sum += std::exp(lnW_[k]);
+        const double end = times == 1.0 ? lnW_[k] : 2.0 * std::log(root_[k] + times * way_[k]);
+        if (!(std::fabs(end - std::log(W_[k])) < kShort)) return false;
+        sum += step_[k] = std::exp(end);
     }
     for (int k = 0; k < s_.size(); ++k) {
-        const double c = lnW_[k] - std::log(sum * phase.x[k]);
+        const double c = std::log(step_[k] / (sum * phase.x[k]));
         d += phase.x[k] * c * c;
-        volume += s_.v(k) * (std::exp(lnW_[k]) / sum - s_.x[k]);
+        volume += s_.v(k) * (step_[k] / sum - s_.x[k]);
     }
     const double off = std::fabs(volume * phase.rho - 1.0);
     return off < kSameRho && d + off * off < kMet;
@@ -175,7 +178,9 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
         last = tm;
         part = 1.0;
         newton();
-        if (convex_ && tpd >= limit && (leads_to(phase) || (known && leads_to(*known)))) {
+        if (convex_ && tpd >= limit &&
+            (leads_to(phase) || (known && leads_to(*known)) ||
+             (critical && leads_to(phase, 3.0)))) {
             tpd = std::min(0.0, tpd);
             return End::trivial;
         }

@@ -63,6 +63,10 @@ class CORVANE_API Stability {
 
     /// The kind of the tests that follow.
     StabilityTest kind;
+    /// The phases under test are critical. The distance is of fourth order about them, so that a
+    /// step of Newton's method covers a third of the way there: descents of three components and
+    /// more end where three times the step ends at the phase.
+    bool critical = false;
 
     /// phase: the phase to test, evaluated at (p, T) with phase_H.
     /// known: a phase in equilibrium with it, to which trials may converge; or null.
@@ -94,7 +98,7 @@ class CORVANE_API Stability {
     void low_start(PhaseState const& phase, PhaseState const* known, double p, int a, int b,
                    double part, double& least);
     double ratio(PhaseState const& phase, PhaseState const* known) const;
-    bool leads_to(PhaseState const& phase) const;
+    bool leads_to(PhaseState const& phase, double times = 1.0);
     void newton();
     bool traces();
     void along(double part);

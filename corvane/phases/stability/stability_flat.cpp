@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace corvane {
 namespace {
@@ -23,11 +24,7 @@ double curvature(PhaseState const& s) {
 class Stability::Flat {
   public:
     Flat(Stability& test, PhaseState const& whole, double p, StabilityResult& r)
-        : test_(test), whole_(whole), p_(p), r_(r), pair_(test.fluid_) {
-        pair_.T = whole.T;
-        pair_.p = p;
-        pair_.fixed_fraction = false;
-    }
+        : test_(test), whole_(whole), p_(p), r_(r) {}
     /// From the whole and a trial phase as good as beside it. True if that decides.
     bool from_trial() {
         double apart = 0.0;
@@ -36,8 +33,7 @@ class Stability::Flat {
             rho[i] = r_.trial.rho * r_.trial.w[i];
             apart = std::max(apart, 0.5 * std::fabs(std::log(rho[i] / whole_.rho_i[i])));
         }
-        pair_.start(whole_.rho_i, rho, whole_.T, 0.0);
-        return apart < RegularPair::kNearEach && decided();
+        return apart < RegularPair::kNearEach && decided(whole_.rho_i, rho, 0.0);
     }
     /// From the double tangent of t = s²·(A + B·s + C·s²), s the way from the whole, which the second
     /// derivatives at three compositions give to rounding. Where that is negative somewhere and leads
@@ -67,8 +63,7 @@ class Stability::Flat {
         if (rho[0].empty() || rho[1].empty()) return false;
         const double in_a = (half - middle) / (rho[0][0] + rho[0][1]),
                      in_b = (half + middle) / (rho[1][0] + rho[1][1]);
-        pair_.start(rho[0], rho[1], whole_.T, std::clamp(in_b / (in_a + in_b), 0.0, 1.0));
-        return decided();
+        return decided(rho[0], rho[1], std::clamp(in_b / (in_a + in_b), 0.0, 1.0));
     }
     /// The test's state at the way s from the whole, on its density root.
     bool at(double s, int order) {
@@ -79,18 +74,26 @@ class Stability::Flat {
                test_.fluid_.evaluate_at(test_.s_, p_, whole_.T, x, Root::stable, order) &&
                std::fabs(std::log(test_.s_.rho / whole_.rho)) < kOneRoot;
     }
-    /// Solves the pair from its start, and says where the whole lies.
-    bool decided() {
+    /// Solves the pair from partial densities and fraction, and says where the whole lies.
+    bool decided(std::vector<double> const& a, std::vector<double> const& b, double fraction) {
+        if (!solver_) {  // most tests of a whole need none
+            solver_.emplace(test_.fluid_);
+            solver_->T = whole_.T;
+            solver_->p = p_;
+            solver_->fixed_fraction = false;
+        }
+        RegularPair& pair = *solver_;
+        pair.start(a, b, whole_.T, fraction);
         Certificate c;
-        if (!pair_.solve(kPair) || !pair_.bound(c) || !c.holds() || !pair_.locally_stable())
+        if (!pair.solve(kPair) || !pair.bound(c) || !c.holds() || !pair.locally_stable())
             return false;
         double nearest = 1.0;
-        for (PhaseState const* s : {&pair_.a, &pair_.b})
+        for (PhaseState const* s : {&pair.a, &pair.b})
             nearest = std::min(nearest, std::fabs(s->x[0] - whole_.x[0]));
         if (!(nearest > c.x_error)) {
             r_.unconverged = 1;
-        } else if (pair_.y.back() > 0.0 && pair_.y.back() < 1.0) {
-            PhaseState const& far = pair_.y.back() > 0.5 ? pair_.a : pair_.b;
+        } else if (pair.y.back() > 0.0 && pair.y.back() < 1.0) {
+            PhaseState const& far = pair.y.back() > 0.5 ? pair.a : pair.b;
             r_.stable = false;
             r_.other = true;
             r_.trial = {std::min(0.0, distance(far, whole_)), far.rho, far.x};
@@ -103,7 +106,7 @@ class Stability::Flat {
     PhaseState const& whole_;
     const double p_;
     StabilityResult& r_;
-    RegularPair pair_;
+    std::optional<RegularPair> solver_;
 };
 
 void Stability::flat(PhaseState const& whole, double p, double tolerance, StabilityResult& r) {
