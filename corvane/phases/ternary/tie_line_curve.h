@@ -32,6 +32,15 @@ struct TieNode {
 
 /// Mole fractions of component i in phase k of the variables.
 double fraction_of(std::vector<double> const& u, int k, int i);
+/// The variables of two phases.
+std::vector<double> tie_variables(PhaseRecord const& a, PhaseRecord const& b, double T);
+/// Mole fractions half-way between both phases.
+std::vector<double> tie_middle(std::vector<double> const& u);
+/// Product of two directions at u in the measure of the arc length.
+double tie_product(std::vector<double> const& u, std::vector<double> const& a,
+                   std::vector<double> const& b);
+/// Three values.
+Vector<double> three_of(double const* x);
 
 /// Three phases of a triangle with their variables (10 values).
 struct Triangle {
