@@ -156,12 +156,11 @@ void TieLineTracer::azeotrope(std::vector<double> const& from, std::vector<doubl
 /// Beyond a bound of p or T: the last step is shortened to end there.
 std::optional<DiagramEnd> TieLineTracer::bound() {
     Path::Node const &a = path_.before(), &b = path_.now();
-    double from = a.ln_p, to = b.ln_p, limit = std::log(o_.p_max);
+    double to = b.ln_p, limit = std::log(o_.p_max);
     DiagramEnd why = DiagramEnd::limit;
     if (!constant_.at_T) {
-        from = a.u.back();
         to = b.u.back();
-        if (to < from) why = DiagramEnd::coldest;
+        if (to < a.u.back()) why = DiagramEnd::coldest;
         limit = std::log(why == DiagramEnd::coldest ? T_min_ : T_max_);
     }
     if (why == DiagramEnd::coldest ? to > limit : to < limit) return {};

@@ -8,6 +8,7 @@
 #include <corvane/phases/report/error_bound.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -179,6 +180,7 @@ bool CriticalConditions::equations(Variables const& y, int m, double* e) {
 
 std::optional<CriticalConditions::Errors> CriticalConditions::errors(Variables const& y, int m,
                                                                      Kept kept) {
+    assert(m == 2 || m == 3);
     std::vector<double> e(static_cast<std::size_t>(m), 0.0);
     if (!equations(y, m, e.data())) return {};
     const double RT = R * s.T;
@@ -266,6 +268,7 @@ CriticalConditions::Variables CriticalConditions::tangent(double const* J) {
 }
 
 bool CriticalConditions::solve(Variables& y, int m, Variables const* row, double value, int most) {
+    assert(m == 2 || m == 3);
     double r[3];
     std::array<double, 9> J;
     const auto converged = [&](double step) {
