@@ -135,6 +135,57 @@ def test_pictures_of_any_columns_with_the_defaults_of_a_publication():
     matplotlib.pyplot.close("all")
 
 
+# Every method that takes arrays, with arguments of shapes (2, 1) and (3,), compositions with an axis more.
+COLUMN, ROW = np.array([[250.0], [260.0]]), np.array([2e6, 2.5e6, 3e6])
+LIQUID, MANY = np.array([[0.2, 0.8], [0.3, 0.7], [0.4, 0.6]]), np.array([[[0.3, 0.7]], [[0.6, 0.4]]])
+ARRAYS = {
+    "state": (fluid, {"T": COLUMN, "p": ROW}), "phase": (fluid, {"T": COLUMN, "rho": ROW / 1e4}),
+    "density": (fluid, {"T": COLUMN, "p": ROW}), "saturation": (fluid, {"T": COLUMN + ROW / 1e6}),
+    "virial": (fluid, {"T": COLUMN + ROW / 1e6}), "mixture.phase": (gas, {"T": COLUMN, "rho": ROW / 1e4, "x": LIQUID}),
+    "mixture.density": (gas, {"T": COLUMN, "p": ROW, "x": Z}), "mixture.ln_phi": (gas, {"T": COLUMN, "rho": ROW / 1e4, "x": Z}),
+    "mixture.excess": (gas, {"T": COLUMN - 60, "p": ROW, "x": LIQUID}), "mixture.henry": (gas, {"solute": 0, "T": COLUMN, "p": ROW}),
+    "mixture.virial": (gas, {"T": COLUMN, "x": LIQUID}), "mixture.flash": (gas, {"T": COLUMN, "p": ROW, "z": MANY}),
+    "mixture.bubble": (gas, {"T": COLUMN, "z": LIQUID}), "mixture.dew": (gas, {"p": ROW, "z": MANY}),
+    "mixture.solubility": (gas, {"solid": 0, "T": COLUMN / 3, "p": ROW}),
+    "mixture.critical_point": (gas, {"z": MANY + 0.05 * np.array([[-1, 1], [0, 0], [1, -1]])}),
+}  # fmt: skip
+
+
+def numbers(result):
+    """The columns of a result, or the array that it is."""
+    return result.to_dict() if isinstance(result, results.Table) else {"": result}
+
+
+@pytest.mark.parametrize("name", ARRAYS)
+def test_arrays_of_any_shape_are_loops_over_single_states(name):
+    make, given = ARRAYS[name]
+    call = getattr(make(), name.rpartition(".")[2])
+    all_states = numbers(call(**given))
+    assert same(all_states, numbers(call(**given, threads=2)))
+
+    def one(argument, value, i, j):
+        if isinstance(value, (int, list)):
+            return value
+        last = 1 if argument in ("x", "z") else 0
+        return np.broadcast_to(value, (2, 3, *value.shape[value.ndim - last:]))[i, j]
+
+    for i, j in ((0, 0), (1, 2)):
+        single = numbers(call(**{k: one(k, v, i, j) for k, v in given.items()}))
+        for column, values in all_states.items():
+            if isinstance(values, np.ndarray):
+                assert values.shape[:2] == (2, 3)
+                np.testing.assert_array_equal(np.squeeze(single[column]), np.squeeze(values[i, j]), err_msg=column)
+    first = next(k for k in given if not isinstance(given[k], int))
+    wrong = {**given, first: np.where(np.arange(given[first].size).reshape(given[first].shape) == 0, np.nan, given[first])}
+    status = getattr(call(**wrong), "status", None)
+    assert status is None or (status.any() and not status.all())
+    with pytest.raises(ValueError):
+        call(**wrong, errors="raise")
+    call(**{k: one(k, v, 0, 0) for k, v in wrong.items()}, errors="nan")
+    with pytest.raises(ValueError, match="errors is"):
+        call(**given, errors="ignore")
+
+
 # ---- what is public has a docstring, and what has a dimension says its unit
 
 
