@@ -14,10 +14,7 @@ install(DIRECTORY CorvaneS DESTINATION lib/corvane COMPONENT data)
 if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/models)
   install(DIRECTORY models DESTINATION lib/corvane COMPONENT data)
 endif()
-get_property(plugins GLOBAL PROPERTY CORVANE_PLUGINS)
-if(plugins)
-  install(TARGETS ${plugins} LIBRARY DESTINATION lib/corvane/CorvaneS COMPONENT library)
-endif()
+corvane_install_plugins(lib/corvane/CorvaneS library)
 
 install(EXPORT corvaneTargets NAMESPACE corvane:: DESTINATION lib/cmake/corvane COMPONENT development)
 configure_package_config_file(cmake/corvaneConfig.cmake.in ${CMAKE_BINARY_DIR}/corvaneConfig.cmake

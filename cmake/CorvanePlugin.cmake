@@ -69,5 +69,27 @@ function(corvane_add_equation name)
       COMMAND ${CMAKE_COMMAND} -E copy "$<TARGET_FILE:corvane_plugin_${name}>"
               "$<TARGET_FILE_DIR:corvane_plugin_${name}>/libth${name}+${arg_MIXING}.dll"
       VERBATIM)
+    get_property(installed GLOBAL PROPERTY CORVANE_PLUGINS)
+    if(corvane_plugin_${name} IN_LIST installed)
+      set_property(GLOBAL APPEND PROPERTY CORVANE_MIXING "${name}+${arg_MIXING}")
+    endif()
   endif()
+endfunction()
+
+# corvane_install_plugins(<destination> <component>): all plug-ins of the data home.
+function(corvane_install_plugins destination component)
+  get_property(plugins GLOBAL PROPERTY CORVANE_PLUGINS)
+  if(NOT plugins)
+    return()
+  endif()
+  install(TARGETS ${plugins} LIBRARY DESTINATION ${destination} COMPONENT ${component})
+  # Equations that hold their mixtures: the installed library once more, with its new run path.
+  get_property(mixing GLOBAL PROPERTY CORVANE_MIXING)
+  foreach(name IN LISTS mixing)
+    string(REGEX REPLACE "\\+.*" "" pure "${name}")
+    install(CODE "set(folder \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${destination}\")
+file(COPY_FILE \"\${folder}/libth${pure}.dll\" \"\${folder}/libth${name}.dll\")
+list(APPEND CMAKE_INSTALL_MANIFEST_FILES \"\${CMAKE_INSTALL_PREFIX}/${destination}/libth${name}.dll\")"
+            COMPONENT ${component})
+  endforeach()
 endfunction()

@@ -52,6 +52,15 @@ endfunction()
 
 run(ignored ${SOURCE} ${CMAKE_COMMAND} --install ${BUILD} --prefix ${prefix})
 
+# Every plug-in of the build tree is there, mixtures that share a library with their equation, too.
+file(GLOB built RELATIVE ${BUILD}/home/CorvaneS ${BUILD}/home/CorvaneS/libth*.dll)
+file(GLOB installed RELATIVE ${home}/CorvaneS ${home}/CorvaneS/libth*.dll)
+if(NOT built OR NOT built STREQUAL installed)
+  message(FATAL_ERROR "plug-ins: built ${built}\ninstalled ${installed}")
+endif()
+run(table / ${prefix}/bin/corvane bubble CPA+vdW1 methanol=0.5 water=0.5 --T 330)
+expect("${table}" "CPA+vdW1")
+
 # The program finds its data home from where it lies, in whatever directory it is started.
 run(version / ${prefix}/bin/corvane --version)
 expect("${version}" "corvane ")
