@@ -171,7 +171,7 @@ class Call:
 
 
 def _columns(result: Table) -> Iterable[tuple[str, Any]]:
-    yield from result._flat()
+    yield from result._flat(result.columns)
     if isinstance(result, FlashResult):  # phases in columns: fraction_1, rho_1, x_1_methane …
         for k in range(result.fraction.shape[-1]):
             yield f"fraction_{k + 1}", result.fraction[..., k]
@@ -186,7 +186,7 @@ def _tables(result: Any) -> list[Columns]:
         result = result.branches
     lines = []
     for line in result if isinstance(result, list) else [result]:
-        columns = {name: np.ravel(v) for name, v in line._flat()}
+        columns = {name: np.ravel(v) for name, v in line._flat(line.columns)}
         columns.update({name: np.asarray(getattr(line, name)) for name in ("stable", "bubble") if hasattr(line, name)})
         lines.append(columns)
     return lines
