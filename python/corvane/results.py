@@ -52,8 +52,10 @@ class Table:
         def __getattr__(self, name: str) -> np.ndarray[Any, Any]: ...  # columns are set by their names
 
     def to_dict(self) -> dict[str, Any]:
-        """All columns by name, ``status``, and what belongs to the whole; units are those of the attributes."""
-        return {name: as_dict(getattr(self, name)) for name in (*self.columns, *self.further, "status", *self.words)}
+        """All attributes by name: columns, ``status``, and what belongs to the whole; units are those of the attributes."""
+        named = (*self.columns, *self.further, "status", *self.words)
+        others = (name for name in vars(self) if not name.startswith("_") and name not in named)
+        return {name: as_dict(getattr(self, name)) for name in (*named, *others)}
 
     def to_pandas(self) -> Any:
         """A ``pandas.DataFrame``, one row for every element; compositions in columns of their own. Units are those of
