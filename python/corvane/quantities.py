@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import copy
 import functools
 from typing import Any, Callable, TypeVar, overload
 
@@ -46,6 +47,16 @@ class Quantities:
             return self._registry.Quantity(value, unit(name))
         return value
 
+    def __copy__(self) -> Quantities:
+        return Quantities(copy.copy(self.plain), self._registry)
+
+    def __deepcopy__(self, memo: dict[int, Any]) -> Quantities:
+        return Quantities(copy.deepcopy(self.plain, memo), self._registry)
+
+    def __reduce__(self) -> tuple[Any, ...]:
+        """Registries cannot be pickled; as quantities themselves do, these come back with the application's."""
+        return _with_registry_of_application, (self.plain,)
+
     def __len__(self) -> int:
         return len(self.plain)
 
@@ -54,6 +65,12 @@ class Quantities:
 
     def _repr_html_(self) -> str:
         return self.plain._repr_html_() if hasattr(self.plain, "_repr_html_") else repr(self.plain)
+
+
+def _with_registry_of_application(plain: Any) -> Quantities:
+    import pint
+
+    return Quantities(plain, pint.get_application_registry())
 
 
 def registry_of(*arguments: Any) -> Any:

@@ -1,6 +1,8 @@
 """Quantities of pint through the whole public surface: what goes in with units comes out with units."""
 
+import copy
 import inspect
+import pickle
 
 import numpy as np
 import pytest
@@ -158,6 +160,13 @@ def test_units_in_units_out(kind, name):
 def test_nothing_is_left_out(kind, table):
     public = {n for n, _ in inspect.getmembers(kind, inspect.isfunction) if not n.startswith("_")}
     assert public - PLAIN == set(table)
+
+
+def test_copies_and_pickles_keep_their_units():
+    s = cv.Fluid("propane", "PR").state(T=Q([300.0, 350.0], "K"), p=2e5)
+    for other in (copy.copy(s), copy.deepcopy(s), pickle.loads(pickle.dumps(s))):
+        assert str(other.rho.units) == str(s.rho.units) and np.array_equal(other.rho.magnitude, s.rho.magnitude)
+        assert repr(other) == repr(s) and other.plain.to_dict().keys() == s.plain.to_dict().keys()
 
 
 def test_wrong_dimensions_are_refused():
