@@ -19,13 +19,13 @@ class FitResult:
     """What :func:`corvane.fit` found.
 
     ``parameters``, ``errors`` (standard errors), ``correlated_errors`` (with as many deviations as are ``independent``) and
-    ``start`` by name; ``correlation`` (matrix, in the order of ``parameters``); ``sets``: for every table and quantity
+    ``start`` by name; ``correlation`` (matrix, in the order of ``parameters``); ``sets``: for every system, table and quantity
     ``points``, ``excluded``, ``without_solution``, ``unstable`` (compared with states that are not stable) and the
     ``mean``, ``bias`` and ``largest`` deviation ``before`` and ``after`` (relative, of mole fractions the difference),
     with ``folds`` the mean deviation ``predicted``; ``points``: deviation, leverage, outlier … of every measured value;
     ``spread`` of the weighted deviations; ``condition`` of the Jacobian; ``iterations``; ``converged``; ``warnings``:
-    sentences on data that look wrong and parameters that the data do not determine; ``file``: the parameter file, if
-    one was written.
+    sentences on data that look wrong and parameters that the data do not determine; ``files``: the parameter files, if
+    they were written, one for every system.
     """
 
     parameters: dict[str, float]
@@ -41,7 +41,12 @@ class FitResult:
     iterations: int
     converged: bool
     warnings: list[str]
-    file: str
+    files: list[str]
+
+    @property
+    def file(self) -> str:
+        """The parameter file, of several the first; empty if none was written."""
+        return self.files[0] if self.files else ""
 
     def to_dict(self) -> dict[str, Any]:
         """All attributes by name; parameters in the units of the parameter file."""
@@ -57,9 +62,11 @@ class FitResult:
     def plot(self, ax: Any = None, *, label: str | None = None) -> Any:
         """What is left of the deviations (relative, of mole fractions the difference) over T (K), a colour for every
         table and quantity; outliers as crosses. label: goes before their names."""
+        several = len({s["system"] for s in self.sets}) > 1
         for s in self.sets:
-            mine = [p for p in self.points if (p["data"], p["quantity"]) == (s["data"], s["quantity"])]
-            name = f"{s['data']} {s['quantity']}"
+            where = ("system", "data", "quantity")
+            mine = [p for p in self.points if all(p[key] == s[key] for key in where)]
+            name = " ".join(s[key] for key in (where if several else where[1:]))
             drawn = ax.scatter([p["T"] for p in mine], [p["deviation"] for p in mine], s=12,
                                label=name if label is None else f"{label}, {name}")  # fmt: skip
             far = [p for p in mine if p["outlier"]]
@@ -108,7 +115,7 @@ def _table(data: Any, number: int) -> tuple[str, list[str], list[list[str]]]:
 
 def fit(
     model: str,
-    substances: str | Sequence[str],
+    substances: str | Sequence[str] | Sequence[Sequence[str]],
     data: Any,
     adjust: str | Sequence[str],
     *,
@@ -133,6 +140,8 @@ def fit(
 
     ``data`` is a CSV file, a mapping of columns or a data frame, or a list of these. Columns are called by quantity
     and unit, as ``"T/K"``, ``"p/Pa"``, ``"rhoL/(kg/m3)"``, ``"x_methane"``, ``"u_p/%"`` (docs/fit.md has all); quantities of pint are converted to the unit in the name.
+    Several systems share the parameters where ``substances`` is a list of lists, as ``[["methane", "propane"],
+    ["methane", "butane"]]``; then ``data`` is a list with the data of each.
     ``adjust`` names parameters as their files do: ``"m"``, ``"Ts"``, ``"kij"``. ``start``, ``bounds`` (lower, upper) and
     ``prior`` (value, standard deviation) are by name; ``relative`` and ``fraction`` are the deviations that count as 1 where
     a point has no uncertainty; ``loss`` is ``"squares"``, ``"huber"`` or ``"cauchy"``. With ``out`` a parameter file is
@@ -148,13 +157,16 @@ def fit(
     """
     if not hasattr(_native, "fit"):
         raise NotImplementedError("this package was built without Eigen, and without fits")
-    names = [substances] if isinstance(substances, str) else list(substances)
+    names: list[Any] = [substances] if isinstance(substances, str) else list(substances)
+    several = bool(names) and not isinstance(names[0], str)
+    systems = [list(one) for one in names] if several else [names]
     wanted = [adjust] if isinstance(adjust, str) else list(adjust)
-    given = data if isinstance(data, (list, tuple)) else [data]
+    given = list(data) if several else [data]
+    tables = [list(one) if isinstance(one, (list, tuple)) else [one] for one in given]
     found = _native.fit(
         model=model,
-        substances=names,
-        tables=[_table(one, k + 1) for k, one in enumerate(given)],
+        substances=systems,
+        tables=[[_table(one, k + 1) for k, one in enumerate(of)] for of in tables],
         adjust=wanted,
         start={name: float(value) for name, value in (start or {}).items()},
         bounds={name: (float(a), float(b)) for name, (a, b) in (bounds or {}).items()},

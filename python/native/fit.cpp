@@ -42,16 +42,20 @@ fit::DataSet data_of(Table const& table, corvane::DataHome const& home,
     return fit::read_data(name, csv, home, names, M);
 }
 
-fit::Problem problem_of(std::string const& model, std::vector<std::string> const& substances,
-                        std::vector<Table> const& tables, std::vector<std::string> const& adjust,
-                        FitSettings const& how, corvane::DataHome const& home) {
-    fit::Problem problem;
+/// A substance or a mixture with its data.
+struct System {
+    std::vector<std::string> substances;
+    std::vector<Table> tables;
+};
+
+void add_system(fit::Problem& problem, std::string const& model, System const& system, FitSettings const& how,
+                corvane::DataHome const& home) {
+    auto const& [substances, tables] = system;
     std::vector<fit::DataSet> data;
     const auto read = [&](std::vector<std::string> const& names, double M) {
         for (Table const& table : tables) data.push_back(data_of(table, home, names, M));
     };
-    const bool pure = substances.size() == 1;
-    if (pure) {
+    if (substances.size() == 1) {
         corvane::Fluid fluid = corvane::open(model, substances[0], {how.set, home});
         read({fluid.substance}, fluid.model->M());
         problem.add(std::move(fluid), std::move(data));
@@ -63,8 +67,22 @@ fit::Problem problem_of(std::string const& model, std::vector<std::string> const
         read(mixture.components, 0.0);
         problem.add(std::move(mixture), std::move(data));
     }
+}
+
+/// All systems share every parameter.
+fit::Problem problem_of(std::string const& model, std::vector<System> const& systems,
+                        std::vector<std::string> const& adjust, FitSettings const& how,
+                        corvane::DataHome const& home) {
+    fit::Problem problem;
+    for (System const& system : systems) add_system(problem, model, system, how, home);
+    const bool pure = systems.front().substances.size() == 1;
     for (std::string const& name : adjust) {
         fit::Parameter& p = pure ? problem.adjust(name) : problem.adjust_pair(name);
+        for (std::size_t k = 1; k < systems.size(); ++k) {
+            const int at = pure ? -1 : 0;
+            problem.share(p, name, static_cast<int>(k), at, pure ? -1 : 1);
+            *p.addresses.back() = p.start;
+        }
         if (const auto given = how.start.find(name); given != how.start.end()) {
             p.start = given->second;
             if (p.positive && p.start > 0.0) {
@@ -89,7 +107,21 @@ nb::dict spread_of(fit::Spread const& s) {
     return d;
 }
 
-nb::dict answer(fit::Problem const& problem, fit::Result const& r, std::string const& file) {
+/// What both reports have of a set: its system (by the names of its substances), file and quantity.
+template <class Report>
+nb::dict head(fit::Problem const& problem, Report const& report) {
+    auto const& system = *problem.systems[static_cast<std::size_t>(report.system)];
+    nb::dict one;
+    std::string names = system.fluid ? system.fluid->substance : "";
+    if (system.mixture)
+        for (std::string const& name : system.mixture->components) names += (names.empty() ? "" : " + ") + name;
+    one["system"] = names;
+    one["data"] = system.data[static_cast<std::size_t>(report.set)].name;
+    one["quantity"] = fit::name_of(report.what);
+    return one;
+}
+
+nb::dict answer(fit::Problem const& problem, fit::Result const& r, std::vector<std::string> const& files) {
     nb::dict d, start, value, error, correlated;
     for (fit::FittedParameter const& p : r.parameters) {
         nb::str name(p.name.c_str());
@@ -105,9 +137,7 @@ nb::dict answer(fit::Problem const& problem, fit::Result const& r, std::string c
     d["correlation"] = r.correlation;
     nb::list sets;
     for (fit::SetReport const& s : r.sets) {
-        nb::dict one;
-        one["data"] = problem.systems[0]->data[static_cast<std::size_t>(s.set)].name;
-        one["quantity"] = fit::name_of(s.what);
+        nb::dict one = head(problem, s);
         one["points"] = s.points;
         one["excluded"] = s.excluded;
         one["without_solution"] = s.without_solution;
@@ -120,12 +150,12 @@ nb::dict answer(fit::Problem const& problem, fit::Result const& r, std::string c
     d["sets"] = sets;
     nb::list points;
     for (fit::PointReport const& p : r.points) {
-        fit::DataSet const& set = problem.systems[0]->data[static_cast<std::size_t>(p.set)];
-        nb::dict one;
-        one["data"] = set.name;
-        one["row"] = set.points[static_cast<std::size_t>(p.point)].line;
-        one["quantity"] = fit::name_of(p.what);
-        one["T"] = set.points[static_cast<std::size_t>(p.point)].T;
+        fit::Point const& point = problem.systems[static_cast<std::size_t>(p.system)]
+                                      ->data[static_cast<std::size_t>(p.set)]
+                                      .points[static_cast<std::size_t>(p.point)];
+        nb::dict one = head(problem, p);
+        one["row"] = point.line;
+        one["T"] = point.T;
         one["deviation"] = p.deviation;
         one["leverage"] = p.leverage;
         one["used"] = p.used;
@@ -142,7 +172,7 @@ nb::dict answer(fit::Problem const& problem, fit::Result const& r, std::string c
     d["converged"] = r.converged;
     d["interrupted"] = r.interrupted;
     d["warnings"] = r.warnings;
-    d["file"] = file;
+    d["files"] = files;
     return d;
 }
 
@@ -153,18 +183,18 @@ fit::Loss loss_of(std::string const& name) {
     throw corvane::text::Failure("loss is squares, huber or cauchy, not " + name);
 }
 
-nb::dict run(std::string const& model, std::vector<std::string> const& substances,
-             std::vector<Table> const& tables, std::vector<std::string> const& adjust,
+nb::dict run(std::string const& model, std::vector<System> const& systems, std::vector<std::string> const& adjust,
              FitSettings const& how, std::optional<std::string> const& given) {
     std::optional<fit::Problem> problem;
     fit::Result result;
-    std::string file;
+    std::vector<std::string> files;
+    int to_write = static_cast<int>(systems.size());
     Tracing tracing;
     {
         nb::gil_scoped_release release;
         try {
             const corvane::DataHome home = home_of(given);
-            problem = problem_of(model, substances, tables, adjust, how, home);
+            problem = problem_of(model, systems, adjust, how, home);
             fit::Options options;
             options.loss = loss_of(how.loss);
             options.loss_width = how.loss_width;
@@ -175,29 +205,38 @@ nb::dict run(std::string const& model, std::vector<std::string> const& substance
             options.iterations = how.iterations;
             options.progress = tracing.progress;
             result = fit::solve(*problem, options);
-            if (!how.out.empty() && !result.interrupted)
-                file = fit::write_parameters(*problem, result, 0,
-                                             {how.out, how.new_set, how.comment, how.overwrite})
-                           .string();
+            if (how.out.empty() || result.interrupted) to_write = 0;
+            for (int k = 0; k < to_write; ++k)
+                files.push_back(fit::write_parameters(*problem, result, k,
+                                                      {how.out, how.new_set, how.comment, how.overwrite})
+                                    .string());
         } catch (corvane::text::Failure const& e) {
             throw nb::value_error(e.what());
         }
     }
-    return answer(*problem, result, file);
+    return answer(*problem, result, files);
 }
 }  // namespace
 
 void add_fit(nb::module_& m) {
     m.def(
         "fit",
-        [](std::string const& model, std::vector<std::string> const& substances,
-           std::vector<Table> const& tables, std::vector<std::string> const& adjust,
+        [](std::string const& model, std::vector<std::vector<std::string>> const& substances,
+           std::vector<std::vector<Table>> const& tables, std::vector<std::string> const& adjust,
            std::map<std::string, double> const& start, Numbers const& bounds, Numbers const& prior,
            std::string const& loss, double loss_width, double relative, double fraction, int starts,
            int folds, int iterations, std::string const& out, int new_set,
            std::string const& comment, bool overwrite, int set,
            std::optional<std::string> const& home) {
-            return run(model, substances, tables, adjust,
+            if (substances.empty() || substances.size() != tables.size())
+                throw nb::value_error("data for every system");
+            std::vector<System> systems;
+            for (std::size_t k = 0; k < tables.size(); ++k) {
+                if (substances[k].empty() || (substances[k].size() == 1) != (substances[0].size() == 1))
+                    throw nb::value_error("systems that share parameters are all pure or all mixtures");
+                systems.push_back({substances[k], tables[k]});
+            }
+            return run(model, systems, adjust,
                        {start, bounds, prior, loss, loss_width, relative, fraction, starts, folds,
                         iterations, out, comment, set, new_set, overwrite},
                        home);

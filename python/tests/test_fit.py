@@ -42,6 +42,24 @@ def test_pairs_robust_losses_and_refusals(tmp_path):
         cv.fit("PR", "nosuch", {"T/K": [1.0]}, "Ts")
 
 
+def test_pairs_share_a_parameter(tmp_path):
+    pairs, x = [["methane", "propane"], ["methane", "butane"]], np.linspace(0.1, 0.4, 7)
+    data = []
+    for pair in pairs:
+        p = cv.Mixture("PR+vdW1", pair, kij=0.0123).bubble(np.stack([x, 1 - x], axis=-1), T=260.0).p
+        data.append({"T/K": 260.0, "p/Pa": p, "x_methane": x})
+    r = cv.fit("PR+vdW1", pairs, data, "kij", out=tmp_path, new_set=9)
+    assert r.parameters["kij"] == pytest.approx(0.0123, abs=1e-7) and len(r.files) == 2 and r.file == r.files[0]
+    assert [s["system"] for s in r.sets] == ["methane + propane", "methane + butane"]
+    assert set(r.to_pandas()["system"]) == {"methane + propane", "methane + butane"}
+    for pair in pairs:
+        m = cv.Mixture("PR+vdW1", pair, pair_set=9, home=tmp_path)
+        assert m.pair_parameter(0, 1) == pytest.approx(0.0123, abs=1e-7)
+    for wrong in (([["methane", "propane"], ["methane"]], data), (pairs, data[:1])):
+        with pytest.raises(ValueError):
+            cv.fit("PR+vdW1", *wrong, "kij")
+
+
 # Sets of PC-SAFT that were published as optima (1: Gross & Sadowski, 2001, 2002; of carbon dioxide 2: Tang & Gross, 2010;
 # 3: Esper et al., 2023) lie in the joint confidence region of a fit to the reference equation, with as many deviations as are
 # independent; the last number is the 95 % quantile of F with those degrees of freedom. The set of ethanol of 2002 does not:

@@ -211,7 +211,7 @@ UNIT = re.compile(r"\bK\b|\bPa\b|mol|J/|m/s|m³|units? |\(–\)|quantit|fraction
 # Those that neither take nor give a number with a dimension.
 WITHOUT = re.compile(r"(BinaryType|Error|Interrupted|Status|Jet(\.\w+)?|check_equation|data_home|equations|mixture_models|rounded"
                      r"|name|eos|set|source|model|models|chosen|components|estimated|pair_parameter|set_pair_parameter"
-                     r"|set_parameter|mass_to_mole|fluid|mixture|plot|pairs|PhaseSI|set_reference_state|parameters)$")
+                     r"|set_parameter|mass_to_mole|fluid|mixture|plot|pairs|PhaseSI|file|set_reference_state|parameters)$")
 
 
 def test_everything_has_a_docstring_with_units():
