@@ -5,15 +5,25 @@
 #include <cerrno>
 #include <cstring>
 
+#include <poll.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace corvane::text {
 namespace {
-constexpr std::size_t kLongestLine = 1u << 20, kLargestFile = 64u << 20;  // bytes
-}
+constexpr std::size_t kBlock = 1u << 16, kLongestLine = 1u << 20, kLargestFile = 64u << 20;  // bytes
 
-CsvReader::CsvReader(std::string const& path)
-    : path_(path), file_(path == "-" ? stdin : std::fopen(path.c_str(), "re")) {
+/// Has what no text has: control characters other than tabs, ends of lines and pages, and escape.
+bool is_binary(std::string_view bytes) {
+    return std::any_of(bytes.begin(), bytes.end(), [](char c) {
+        const auto code = static_cast<unsigned char>(c);
+        return code < 9 || (code > 13 && code < 32 && code != 27);
+    });
+}
+}  // namespace
+
+CsvReader::CsvReader(std::string const& path, bool (*stop)())
+    : path_(path), stop_(stop), file_(path == "-" ? stdin : std::fopen(path.c_str(), "re")) {
     const auto fail = [&](char const* why) { throw Failure(path + ": " + why); };
     if (!file_) fail(errno == ENOENT ? "no such file" : std::strerror(errno));
     struct stat status {};
@@ -29,19 +39,49 @@ CsvReader::CsvReader(std::string const& path)
     }
 }
 
+/// The next block of the file; false at its end.
+bool CsvReader::fill() {
+    const int file = fileno(file_.get());
+    const bool first = block_.empty() && line_ == 0;
+    block_.resize(kBlock);
+    used_ = 0;
+    ssize_t n = -1;
+    while (n < 0) {
+        pollfd input{file, POLLIN, 0};
+        // Reading goes on after a signal, waiting does not.
+        if (poll(&input, 1, -1) < 0 && errno == EINTR && stop_ && stop_())
+            n = 0;
+        else if ((n = ::read(file, block_.data(), kBlock)) < 0 && errno != EINTR)
+            throw Failure(path_ + ": " + std::strerror(errno));
+    }
+    block_.resize(static_cast<std::size_t>(n));
+    if (first && is_binary(block_))
+        throw Failure(path_ + (block_.starts_with("\xff\xfe") || block_.starts_with("\xfe\xff")
+                                   ? ": a text in UTF-16; save it in UTF-8"
+                                   : ": not a text file"));
+    return n > 0;
+}
+
+bool CsvReader::waits() const {
+    if (block_.find('\n', used_) != std::string::npos) return false;
+    pollfd input{fileno(file_.get()), POLLIN, 0};
+    return poll(&input, 1, 0) == 0;
+}
+
 /// The next line that is no comment, trimmed, into text_.
 bool CsvReader::get_line() {
     while (true) {
         text_.clear();
-        int c;
-        while ((c = getc_unlocked(file_.get())) != EOF && c != '\n') {
-            if (text_.size() >= kLongestLine)
+        bool more = true, whole = false;
+        while (!whole && (more = used_ < block_.size() || fill())) {
+            const std::size_t end = std::min(block_.find('\n', used_), block_.size());
+            if (text_.size() + end - used_ > kLongestLine)
                 throw Failure(path_ + ": the file is too large: a line above 1 MiB");
-            text_ += static_cast<char>(c);
+            text_.append(block_, used_, end - used_);
+            whole = end < block_.size();
+            used_ = whole ? end + 1 : end;
         }
-        if (c == EOF && std::ferror(file_.get()))
-            throw Failure(path_ + ": " + std::strerror(errno));
-        if (c == EOF && text_.empty()) return false;
+        if (!more && text_.empty()) return false;
         if (++line_ == 1 && text_.starts_with("\xef\xbb\xbf")) text_.erase(0, 3);
         // A tab at the end or at the beginning bounds an empty field.
         const auto blank = [&](char x) { return x == ' ' || x == '\r' || (x == '\t' && separator_ != '\t'); };

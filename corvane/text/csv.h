@@ -19,8 +19,10 @@ namespace corvane::text {
 class CsvReader {
   public:
     /// @param path  a file, a pipe, or "-" for standard input
-    /// @throws Failure no such file, a folder, not readable, or no line with column names
-    explicit CsvReader(std::string const& path);
+    /// @param stop  asked when a signal comes while the file keeps us waiting (a pipe, a terminal): if true, it
+    ///              ends there
+    /// @throws Failure no such file, a folder, not readable, no text, or no line with column names
+    explicit CsvReader(std::string const& path, bool (*stop)() = nullptr);
 
     std::vector<std::string> const& header() const { return header_; }
     /// Those met so far, without the #.
@@ -30,6 +32,8 @@ class CsvReader {
     /// The next row: trimmed fields, as many as there are columns; false at the end of the file.
     /// @throws Failure with the line: more fields than columns, an open quotation, a line above 1 MiB
     bool next(std::vector<std::string>& fields);
+    /// Whether the next row may have to be waited for.
+    bool waits() const;
     /// Of the row that was read last, counted from 1.
     int line() const { return line_; }
 
@@ -44,10 +48,13 @@ class CsvReader {
             if (f != stdin) std::fclose(f);
         }
     };
+    bool fill();
     bool get_line();
     void split_line(std::vector<std::string>& fields);
 
-    std::string path_, text_;
+    std::string path_, text_, block_;
+    std::size_t used_ = 0;  ///< of the block
+    bool (*stop_)();
     std::unique_ptr<FILE, Closer> file_;
     std::vector<std::string> header_, comments_;
     char separator_ = ',';

@@ -260,11 +260,16 @@ TEST(CliSurroundings, FilesThatAreNoFilesAreRefusedOrRead) {
     const Scratch scratch;
     const std::string home = " --home " + scratch.home().string();
     scratch.write("points.csv", "T/K,p/MPa\n280,4.16\n");
+    // The first bytes of a picture, of which the first line has no control character; a spreadsheet's "Unicode text".
+    scratch.write("picture.png", std::string("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16));
+    scratch.write("wide.csv", std::string("\xff\xfeT\0/\0K\0\n\0", 10));
     scratch.write("name\x1b[31m.csv", "T/K,p/MPa\n\x1b[31m280,4.16\n");
     struct {
         char const *file, *message;
     } const cases[] = {{"/", "/: a folder, not a file"},
-                       {"/dev/zero", "/dev/zero: the file is too large"},
+                       {"/dev/zero", "/dev/zero: not a text file"},
+                       {"picture.png", "picture.png: not a text file"},
+                       {"wide.csv", "wide.csv: a text in UTF-16; save it in UTF-8"},
                        {"/dev/null", "/dev/null: the file is empty"},
                        {"points.csv/x", "points.csv/x: Not a directory"},
                        {"name*.csv", "name?[31m.csv:2: '?[31m280' is not a number"}};
@@ -276,6 +281,11 @@ TEST(CliSurroundings, FilesThatAreNoFilesAreRefusedOrRead) {
         EXPECT_NE(run.err.find(c.message), std::string::npos) << run.err;
         expect_one_sentence(run);
     }
+    const Outcome rows = run_corvane("state PR CO2 --input - <picture.png" + home);
+    EXPECT_EQ(rows.code, 1);
+    EXPECT_EQ(rows.err, "corvane: state: -: not a text file\n");
+    const Outcome endless = run_corvane("saturation PR CO2 --compare /dev/stdin" + home, "yes 1 | tr -d '\\n' |");
+    EXPECT_NE(endless.err.find("the file is too large"), std::string::npos) << endless.err;
     const Outcome pipe = run_corvane("saturation PR CO2 --compare /dev/stdin" + home,
                                      "cat points.csv |");
     EXPECT_EQ(pipe.code, 0) << pipe.err;

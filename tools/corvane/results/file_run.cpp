@@ -72,7 +72,7 @@ void FileRun::begin(bool json) {
 void FileRun::open(std::vector<Known> known, Units const& units,
                    MixtureFluid const* mixture) {
     mixture_ = mixture;
-    reader_.emplace(path_);
+    reader_.emplace(path_, Watch::interrupted);
     bool by_mole = false;
     for (std::size_t k = 0; k < reader_->header().size(); ++k) {
         std::string const& heading = reader_->header()[k];
@@ -187,12 +187,13 @@ struct FileRun::Shown {
 bool FileRun::read(std::vector<Chunk>& chunks) {
     constexpr std::size_t kRows = 64, kChunks = 32;
     chunks.clear();
-    bool more = true;
-    while (more && chunks.size() < kChunks) {
+    bool more = true, waits = false;
+    while (more && !waits && chunks.size() < kChunks) {
         Chunk& chunk = chunks.emplace_back();
         try {
             std::vector<std::string> fields;
-            while (chunk.rows.size() < kRows && (more = reader_->next(fields))) {
+            // Who writes into a pipe row by row gets his answers so.
+            for (; chunk.rows.size() < kRows && !waits && (more = reader_->next(fields)); waits = reader_->waits()) {
                 // Whether numbers have a decimal comma is seen here, and not by who comes first.
                 for (Source const& source : sources_) reader_->decimal(fields[source.column]);
                 for (Fraction const& fraction : fractions_) reader_->decimal(fields[fraction.column]);
