@@ -61,6 +61,13 @@ TEST(Cli, SaysWhatItIsAndWhatItCan) {
                 {"state PR propane --T 300 --p 1", 0, "reference state: u = 0 and s = 0", ""}});
 }
 
+TEST(Cli, UnitsAndMixturesAreUnderstoodAsTheyAreWritten) {
+    expect_all({{"state PR propane --T 26.85 --p 1 --unit-T °C --unit-rho kg/m³ --unit-v m^3/kg", 0, " C | kg/m3 | m3/kg ", ""},
+                {"viscosity propane --T 300 --p 0.1 --unit-eta µPa·s", 0, "eta/(uPa s)", ""},
+                {"state methane=0.6 propane --T 250 --p 2", 0, "no model was named: MEOS+GERG|liquid|vapour", ""},
+                {"flash C7+=0.3 methane --T 250 --p 2 --define C7+ Tc=540 pc=2.7 omega=0.35", 0, "no model was named", ""}});
+}
+
 TEST(Cli, WrongUseExitsWith2) {
     expect_all({{"", 2, "", "a command is required"},
                 {"sttae PR propane", 2, "", "sttae: did you mean state?"},
@@ -80,6 +87,7 @@ TEST(Cli, WrongUseExitsWith2) {
                 {"state PR propane --T nan --p 1", 2, "", "--T: 'nan' is not a number"},
                 {"state PR propane --T -5 --p 1", 2, "", "--T -5 K is not above zero"},
                 {"state PR propane --T 300 --p 1 --unit-p stone", 2, "", "stone"},
+                {"bubble PR+vdW1 methane=30% propane=70 --basis mass --T 250", 2, "", "in percent or in amounts, not both"},
                 {"saturation PR propane", 2, "", "one of --T, --p, --compare and --input"},
                 {"saturation PR propane --T 300:200:10", 2, "", "does not lead from 300 to 200"},
                 {"saturation PR propane --T 300:200", 2, "", "not a range first:last:step or first:last/steps"},
@@ -318,6 +326,7 @@ TEST(Cli, CertifiedEquilibriaAnswerAndRefuse) {
           "h = 1000000000 J/mol: no solution"},
          {"azeotrope PR+vdW1 methane propane --T 250", 1, "", "azeotrope: no solution"},
          {"three-phase PR+vdW1 methane=0.5 propane", 2, "", "without mole fractions"},
+         {"diagram PR+vdW1 propane butane --unit-p bar", 0, "from pure propane (T = 369.89 K, p = 42.512 bar)", ""},
          {"three-phase PR+vdW1 ethanol water --T 300 --plot a.svg", 2, "", "whole lines"},
          {"flash PR+vdW1 methane=0.5 propane=0.5 --T 400,280 --p 2", 0,
           "400    2      vapour  1.0|280    2      liquid  0.2", ""}});
@@ -334,6 +343,27 @@ TEST(Cli, AnInterruptedListKeepsItsPoints) {
     ASSERT_GT(lines.size(), 8u) << run.out;
     EXPECT_NE(lines.back().find("# interrupted: "), std::string::npos) << lines.back();
     EXPECT_NE(lines.back().find(" of 50001 points"), std::string::npos) << lines.back();
+}
+
+// timeout and some shells send it to the program and to its group: the second one once left nothing at all.
+TEST(Cli, AnInterruptionThatComesTwiceKeepsWhatThereIs) {
+    const Outcome run = run_corvane(
+        "residue-curves PR+vdW1 ethanol water hexane --p 0.1 --mesh 20 --csv & pid=$!; sleep 1; kill -INT $pid; "
+        "sleep 0.02; kill -INT $pid; wait $pid", "env --default-signal=INT");
+    EXPECT_EQ(run.code, 130);
+    expect_parts(run.out, "curve,T/K,xi|# interrupted: curves are missing");
+}
+
+// A writer that keeps the pipe open: the row is answered before another one comes, and waiting can be interrupted.
+TEST(Cli, RowsOfAPipeAreAnsweredAsTheyCome) {
+    const Scratch scratch;
+    const Outcome run = run_corvane(
+        "state PR propane --input rows --home " + scratch.home().string(),
+        "mkfifo rows; exec 3<>rows; printf 'T/K,p/MPa\\n300,0.5\\n' >&3; env --default-signal=INT timeout "
+        "--foreground --preserve-status -s INT 1");
+    EXPECT_EQ(run.code, 130);
+    expect_parts(run.out, "T/K,p/MPa,|\n300,0.5,");
+    expect_parts(run.err, "interrupted after 1 rows");
 }
 
 TEST(Cli, MixtureEquilibriaAnswerAndRefuse) {
