@@ -13,6 +13,7 @@
 #include <memory>
 #include <set>
 
+#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -171,8 +172,15 @@ struct Layout {
         };
         x_axis = wrapped(picture.x_axis, fits(axis_width + 5.0 * wide));
         y_axis = wrapped(picture.y_axis, fits(axis_height + 2.0 * font));
-        letter = 0.9 * wide / axis_width;
-        line = 1.15 * font / axis_height;
+        double across = axis_width, up = axis_height;
+        if (!picture.corners[0].empty()) {  // both axes have one scale
+            const auto axes = picture.axes();
+            const double ratio = (axes[0].high - axes[0].low) / (axes[1].high - axes[1].low);
+            across = std::min(across, ratio * up);
+            up = across / ratio;
+        }
+        letter = 0.9 * wide / across;
+        line = 1.15 * font / up;
     }
 };
 
@@ -212,7 +220,7 @@ std::string triangle(Picture const& picture) {
     std::string text =
         "set size ratio -1\nunset border\nunset xtics\nunset ytics\nunset grid\n"
         "unset xlabel\nunset ylabel\nset xrange [-0.12:1.12]\nset yrange [-0.09:0.93]\n"
-        "unset key\nset key at graph 1, graph 0.98 right top vertical Left reverse samplen 2 spacing 1.2\n";
+        "unset key\nset key at screen 0.985, graph 0.98 right top vertical Left reverse samplen 2 spacing 1.2\n";
     const auto line = [&](XY a, XY b, char const* how) {
         text += fmt::format("set arrow from {:.8g},{:.8g} to {:.8g},{:.8g} nohead {}\n", a[0], a[1],
                             b[0], b[1], how);
@@ -343,8 +351,17 @@ void run_gnuplot(std::string const& text, int output) {
     char name[] = "gnuplot", defaults[] = "-d";  // -d: no start-up files of a user
     char* arguments[] = {name, defaults, nullptr};
     pid_t child = 0;
+    // Ctrl-C reaches it, too, but what is finished shall still be drawn.
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    sigset_t held;
+    sigprocmask(SIG_SETMASK, nullptr, &held);
+    sigaddset(&held, SIGINT);
+    posix_spawnattr_setsigmask(&attributes, &held);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK);
     const int failed =
-        posix_spawn(&child, find_gnuplot().c_str(), &actions, nullptr, arguments, environ);
+        posix_spawn(&child, find_gnuplot().c_str(), &actions, &attributes, arguments, environ);
+    posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
     int status = 0;
     if (failed || waitpid(child, &status, 0) != child || status != 0) {

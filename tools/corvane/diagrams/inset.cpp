@@ -5,6 +5,7 @@
 
 #include <limits>
 #include <optional>
+#include <set>
 #include <utility>
 
 namespace cli {
@@ -74,6 +75,28 @@ std::array<std::string, 2> numbers(double low, double high) {
     return {fmt::format("{:.{}f}", low, digits), fmt::format("{:.{}f}", high, digits)};
 }
 
+/// At the left, right, lower and upper end.
+std::array<std::string, 4> ends_of(XY const& x, XY const& y) {
+    const auto a = numbers(x[0], x[1]), b = numbers(y[0], y[1]);
+    return {a[0], a[1], b[0], b[1]};
+}
+
+std::vector<XY> edges() {
+    const auto at = Picture::in_triangle;
+    return {at(1, 0), at(0, 1), at(0, 0), at(1, 0)};
+}
+
+/// The lines of equal mole fractions, a tenth apart, and the edges: between them is no room for an inset.
+std::vector<std::vector<XY>> grid() {
+    const auto at = Picture::in_triangle;
+    std::vector<std::vector<XY>> lines{edges()};
+    for (int k = 1; k < 10; ++k) {
+        const double x = 0.1 * k;
+        lines.push_back({at(x, 0.0), at(x, 1.0 - x), at(0.0, 1.0 - x), at(1.0 - x, 0.0)});
+    }
+    return lines;
+}
+
 /// Where a square of this size has room with its numbers, `wide` at its left and `line` high below: over no
 /// curve and no mark, nearest to what it enlarges.
 std::optional<Inset> room(Raster const& raster, std::vector<Box> const& taken, Box const& part, double size,
@@ -97,8 +120,41 @@ std::optional<Inset> room(Raster const& raster, std::vector<Box> const& taken, B
 }
 }  // namespace
 
+std::vector<Box> Picture::words_of_triangle(double letter, double line) const {
+    const auto axis = axes();
+    const auto at = [&](double top, double left) {
+        const XY p = Picture::in_triangle(top, left);
+        return XY{axis[0].part(p[0]), axis[1].part(p[1])};
+    };
+    std::vector<Box> boxes;
+    const auto centred = [&](std::size_t letters, XY p, double up) {
+        const double half = 0.5 * letter * static_cast<double>(letters);
+        boxes.push_back({p[0] - half, p[1] + (up - 1.0) * line, p[0] + half, p[1] + (up + 1.0) * line});
+    };
+    centred(corners[0].size(), at(1, 0), 1.0);
+    centred(corners[1].size(), at(0, 1), -2.0);
+    centred(corners[2].size(), at(0, 0), -2.0);
+    for (double x : {0.2, 0.4, 0.6, 0.8}) {
+        const XY right = at(x, 0.0), left = at(1.0 - x, x);
+        centred(6, {right[0] + 2.0 * letter, right[1]}, 0.2);
+        centred(6, {left[0] - 2.0 * letter, left[1]}, 0.2);
+    }
+    std::set<std::string> key;
+    std::size_t longest = 0;
+    const auto add = [&](std::string const& name) {
+        if (name.empty()) return;
+        key.insert(name);
+        longest = std::max(longest, name.size());
+    };
+    for (Curve const& c : curves) add(c.title);
+    for (Marks const& m : marks) add(m.title);
+    boxes.push_back({1.0 - letter * static_cast<double>(longest + 6),
+                     0.96 - 1.2 * line * static_cast<double>(key.size()), 1.0, 1.0});
+    return boxes;
+}
+
 void Picture::enlarge(double letter, double line) {
-    if (!corners[0].empty()) return;
+    const bool triangle = !corners[0].empty();
     const auto axis = axes();
     frame = {axis[0], axis[1]};
     const auto in_parts = [&](std::vector<XY> points) {
@@ -114,17 +170,24 @@ void Picture::enlarge(double letter, double line) {
             taken.push_back({p[0] - letter, p[1] - 0.5 * line, p[0] + letter, p[1] + 0.5 * line});
             if (m.symbol != Symbol::measured && m.symbol != Symbol::measured_open) known.push_back(p);
         }
+    if (triangle) {
+        for (auto const& way : grid()) raster.draw(in_parts(way), 0);
+        for (Box const& box : words_of_triangle(letter, line)) taken.push_back(box);
+    }
     const auto part = crowded(known);
     if (!part || !part->inside()) return;
-    const auto x = numbers(frame[0].value(part->left), frame[0].value(part->right)),
-               y = numbers(frame[1].value(part->low), frame[1].value(part->high));
-    const double wide = letter * (static_cast<double>(std::max(y[0].size(), y[1].size())) + 1.0);
+    std::array<std::string, 4> numbers;
+    if (!triangle)
+        numbers = ends_of({frame[0].value(part->left), frame[0].value(part->right)},
+                          {frame[1].value(part->low), frame[1].value(part->high)});
+    const double wide = letter * (static_cast<double>(std::max(numbers[2].size(), numbers[3].size())) + 1.0);
     std::optional<Inset> inset;
     for (double size : kSizes)
         if (!inset) inset = room(raster, taken, *part, size, wide, line);
     if (!inset) return;
-    inset->numbers = {x[0], x[1], y[0], y[1]};
     const double larger = (inset->place.right - inset->place.left) / (part->right - part->left);
+    if (triangle) numbers[0] = fmt::format("\u00d7{:.2g}", larger);  // there are no axes to take numbers from
+    inset->numbers = numbers;
     const auto moved = [&](std::vector<XY> points) {
         for (XY& p : points)
             p = {frame[0].value(inset->place.left + larger * (p[0] - part->left)),
@@ -139,6 +202,9 @@ void Picture::enlarge(double letter, double line) {
         std::erase_if(seen, [&](XY const& p) { return !Box{p[0], p[1], p[0], p[1]}.meets(*part); });
         if (!seen.empty()) marks.push_back({"", marks[k].symbol, marks[k].ink, moved(seen)});
     }
+    if (triangle)
+        if (const auto edge = clipped(in_parts(edges()), *part); !edge.empty())
+            curves.push_back({"", Ink::black, Stroke::thin, moved(edge)});
     insets.push_back(*inset);
 }
 

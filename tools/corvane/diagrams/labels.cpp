@@ -56,6 +56,8 @@ std::vector<Label> Picture::placed(double letter, double line) const {
         for (XY const& p : in_parts(m.points))
             taken.push_back({p[0] - letter, p[1] - 0.5 * line, p[0] + letter, p[1] + 0.5 * line});
     for (Inset const& inset : insets) taken.push_back(inset.around);
+    if (!corners[0].empty())
+        for (Box const& box : words_of_triangle(letter, line)) taken.push_back(box);
     std::vector<Label> result;
     for (Label const& label : labels) {
         const double wide = 0.5 * letter * (static_cast<double>(letters(label.text)) + 0.6),

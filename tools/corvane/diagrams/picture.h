@@ -119,6 +119,8 @@ struct Picture {
     /// Adds an inset where marks of different points are next to each other, if it has room. letter, line:
     /// as of placed.
     void enlarge(double letter, double line);
+    /// Where a triangle has the names of its corners, its numbers, and the key at the upper right.
+    std::vector<Box> words_of_triangle(double letter, double line) const;
     /// Where labels have room: each on its curve, or near its place, over no other curve if that can
     /// be, never over a mark or another label, the first ones first. letter, line: width and height of
     /// a text, in parts of the axes.
