@@ -81,12 +81,20 @@ constexpr Unit kUnits[] = {
     {Quantity::viscosity, "P", 1e5},
 };
 
-/// Spellings that mean the same: "°C" and "degC" are C, "kg/m³" and "kg/m^3" kg/m3, "µPa·s" and
-/// "uPa.s" uPa s.
-std::string canonical(std::string_view name) {
+Unit const* find(Quantity quantity, std::string_view name) {
+    for (Unit const& unit : kUnits)
+        if (unit.quantity == quantity && unit.name == name) return &unit;
+    return nullptr;
+}
+
+}  // namespace
+
+std::string unit_spelling(std::string given) {
+    std::string_view name = given;
     constexpr std::pair<std::string_view, std::string_view> kSame[] = {
         {"\u00b0", ""}, {"deg", ""},     {"^", ""},       {"\u00b2", "2"}, {"\u00b3", "3"},
-        {"\u00b5", "u"}, {"\u03bc", "u"}, {"\u00b7", " "}, {"*", " "},      {".", " "}};
+        {"\u00b5", "u"}, {"\u03bc", "u"}, {"\u00b7", " "}, {"*", " "},      {".", " "},
+        {"\xb0", ""}, {"\xb2", "2"},    {"\xb3", "3"},    {"\xb5", "u"},      {"\xb7", " "}};
     std::string text;
     while (!name.empty()) {
         bool found = false;
@@ -103,16 +111,8 @@ std::string canonical(std::string_view name) {
     return text;
 }
 
-Unit const* find(Quantity quantity, std::string_view name) {
-    for (Unit const& unit : kUnits)
-        if (unit.quantity == quantity && unit.name == name) return &unit;
-    return nullptr;
-}
-
-}  // namespace
-
 std::optional<Conversion> conversion(Quantity quantity, std::string_view given, double M) {
-    const std::string unit_name = canonical(given);
+    const std::string unit_name = unit_spelling(std::string(given));
     std::string_view name = unit_name;
     const auto of = [&](Quantity other, std::string_view unit) {
         const auto known = conversion(other, unit, M);

@@ -29,6 +29,7 @@ TEST(CliFiles, EveryDialectKeepsItsColumnsAndGetsTheSameResults) {
         {"\xef\xbb\xbfname;T [\xc2\xb0"
          "C];p [bar]\r\n\r\n# a remark\r\nfirst;20;1,5\r\n",
          ';'},
+        {"name;T [\xb0" "C];p [bar]\nfirst;20;1,5\n", ';'},  // Latin-1
         {"name\tT/F\tp/mmHg\nfirst\t68\t1125,092370\n", '\t'},
         {"name,T,p\n\"first\",293.15,1.5e-1\n", ','},
     };
@@ -141,7 +142,9 @@ TEST(CliFiles, CompositionsComeFromFilesToo) {
     const std::string flash = "flash PR+vdW1 --T 250 --p 2 --no-heading" + home;
     const Outcome words = run_corvane(flash + " --basis mass methane=30 propane=70");
     EXPECT_EQ(words.code, 0) << words.err;
-    EXPECT_EQ(run_corvane(flash + " --composition feed.csv").out, words.out);
+    scratch.write("percent.csv", "name;w\nCH4;30,0 %\npropane;70%\n");
+    for (std::string const file : {"feed.csv", "percent.csv"})
+        EXPECT_EQ(run_corvane(flash + " --composition " + file).out, words.out) << file;
     for (auto const& [file, why] : {std::pair("two.csv", "two columns with amounts, x and w"),
                                     {"none.csv", "no column with amounts"}, {"bad.csv", "bad.csv:3: "}})
         EXPECT_NE(run_corvane(flash + " --composition " + file).err.find(why), std::string::npos) << file;
@@ -174,7 +177,8 @@ TEST(CliFiles, RowsThatFailAreMarkedAndFilesThatCannotBeReadRefused) {
                {"state PR CO2", "T/K\n1\n", 2, "give two of"},
                {"state PR CO2 --T 300", "T,p\n1,1\n", 2, "--input brings the values"},
                {"state PR CO2 --json", "T,p\n1,1\n", 2, "writes CSV"},
-               {"saturation PR CO2", "x\n1\n", 1, "neither a column T nor a column p"},
+               {"saturation PR CO2", "x\n1\n", 1, "either a column T or a column p"},
+               {"saturation PR CO2", "T/K,p/MPa\n250,1\n", 1, "either a column T or a column p"},
                {"flash PR+vdW1 methane propane", "T,p\n1,1\n", 1, "no composition"},
                {"flash PR+vdW1 methane propane", "T,p,x_water\n1,1,1\n", 1, "not a component"},
                {"flash PR+vdW1 methane propane", "T,p,x_methane,w_propane\n1,1,1,1\n", 1,

@@ -21,6 +21,8 @@ struct Rule {
     bool required = false;
     std::vector<std::string> one_of = {};  ///< empty: anything
     char const* type = "VALUE";            ///< what help calls it
+    /// If there, words for which it gives the same are the same: "°C" and "C".
+    std::function<std::string(std::string)> spelling = {};
 };
 
 /// A command under construction. The variables must live as long as the program. Without an app, nothing

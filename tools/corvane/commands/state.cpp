@@ -54,6 +54,7 @@ struct StateCommand {
         double amount = 1.0;               // mole fraction of the whole, where there may be two
         std::optional<PureState> whole = {};  // then `state` is not of one phase
     };
+    bool names_mixture() const;
     int of_mixture();
     int of_file(Fluid& fluid);
     void choose();
@@ -230,6 +231,14 @@ Row StateCommand::row(Fluid const& fluid, Point const& point) const {
     return result;
 }
 
+/// A model with a mixing theory, or fractions: "methane=0.7 propane".
+bool StateCommand::names_mixture() const {
+    std::string const& first = options.words.front();
+    if (first.find('+') != std::string::npos && !corvane::find(definitions(options.define), first)) return true;
+    return std::any_of(options.words.begin(), options.words.end(),
+                       [](std::string const& word) { return word.find('=') != std::string::npos; });
+}
+
 /// By the certified flashes.
 int StateCommand::of_mixture() {
     request.model = options.words.front();
@@ -307,9 +316,7 @@ int StateCommand::run() {
     for (Input const& input : inputs)
         if (file && (!input.text.empty() || phase != "stable"))
             throw Misuse("--input brings the values, of stable states");
-    if (options.words.front().find('+') != std::string::npos &&
-        !corvane::find(definitions(options.define), options.words.front()))
-        return of_mixture();
+    if (names_mixture()) return of_mixture();
     if (!request.kij.empty() || !request.basis.empty() || request.pair_set > 0 || !request.composition.empty())
         throw Misuse("--kij, --basis, --pair-set and --composition are of mixtures: MODEL A=0.5 B");
     Fluid fluid = options.open();

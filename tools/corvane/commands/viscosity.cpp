@@ -66,7 +66,7 @@ int friction_set(Model1 const& model) {
                 model.name(), id, model.eos(), id, id, model.id()));
     throw Failure(
         fmt::format("no friction-theory set of {} for the equation {}: without --p the "
-                    "viscosity of the dilute gas is shown",
+                    "viscosity of the dilute gas is shown; corvane transport has models of more substances",
                     model.name(), model.eos()));
 }
 

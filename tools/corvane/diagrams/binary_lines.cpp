@@ -71,7 +71,8 @@ void BinaryLines::ends(std::string const& curve, std::size_t points, std::string
     add_note(last.note, "ends at " + end);
     const auto at = [&](Row const& row) {
         return fmt::format("T = {:.10g} {}, p = {:.10g} {}", std::get<double>(row.cells[2]),
-                           units_.temperature, std::get<double>(row.cells[3]), units_.pressure);
+                           units_.name(Quantity::temperature), std::get<double>(row.cells[3]),
+                           units_.name(Quantity::pressure));
     };
     summary_.push_back(fmt::format("line {}, {}: {} points, from {} ({}) to {} ({})", number_,
                                    curve, points, begin, at(first), end, at(last)));

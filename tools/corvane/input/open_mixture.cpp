@@ -53,10 +53,12 @@ void read_file(MixtureRequest& request) {
         throw Failure(path + ": no column with amounts: x or n (moles), w or m (mass)");
     for (std::size_t row = 0; row < csv.rows.size(); ++row) {
         std::string const& value = csv.rows[row][amount];
-        if (csv.rows[row][name].empty() || !to_number(value))
+        const bool percent = value.ends_with('%');
+        const std::string digits = trimmed(value.substr(0, value.size() - (percent ? 1 : 0)));
+        if (csv.rows[row][name].empty() || !to_number(digits))
             throw Failure(fmt::format("{}:{}: a component and its amount are needed", path,
                                       csv.lines[row]));
-        request.components.push_back(csv.rows[row][name] + '=' + value);
+        request.components.push_back(csv.rows[row][name] + '=' + digits + (percent ? "%" : ""));
     }
 }
 
@@ -76,7 +78,7 @@ Composition read_composition(MixtureRequest const& request) {
         x.set(1.0 / n);
         return result;
     }
-    int rest = -1;
+    int rest = -1, amounts = 0, percentages = 0;
     double sum = 0.0;
     for (int i = 0; i < n; ++i) {
         std::string const& word = request.components[static_cast<unsigned>(i)];
@@ -90,6 +92,7 @@ Composition read_composition(MixtureRequest const& request) {
             continue;
         }
         const bool percent = word.back() == '%';
+        ++(percent ? percentages : amounts);
         const std::string value = word.substr(mark + 1, word.size() - mark - 1 - percent);
         x[i] = number(value, word.c_str()) * (percent ? 0.01 : 1.0);
         if (!(x[i] >= 0.0) || (x[i] > 1.0 && (request.basis.empty() || percent)))
@@ -97,6 +100,8 @@ Composition read_composition(MixtureRequest const& request) {
                                      x[i] > 1.0 ? "; --basis takes amounts" : ""));
         sum += x[i];
     }
+    if (!request.basis.empty() && amounts > 0 && percentages > 0)
+        throw Misuse("a composition is in percent or in amounts, not both");
     if (rest >= 0) {
         if (sum > 1.0)
             throw Misuse(fmt::format("the other mole fractions leave {} for {}",
@@ -253,7 +258,8 @@ MixtureFluid open_mixture(MixtureRequest const& asked) {
     MixtureRequest request = asked;
     if (!request.composition.empty()) read_file(request);
     corvane::DataHome const& home = entered_home();
-    const std::size_t plus = request.model.find('+');
+    const bool fraction = request.model.find('=') != std::string::npos;  // "C7+=0.3"
+    const std::size_t plus = fraction ? std::string::npos : request.model.find('+');
     if (plus == std::string::npos) {  // no model is named: it is the first component
         const auto pure = corvane::plugins(home).pure;
         if (!request.composition.empty() ||
