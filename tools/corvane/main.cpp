@@ -19,9 +19,9 @@ corvane COMMAND --help tells the rest.)",
     cli::add_list(program);
     cli::add_state(program);
     cli::add_saturation(program);
-    cli::add_density(program);
     cli::add_critical(program);
 #ifndef CORVANE_FEW
+    cli::add_density(program);
     cli::add_solid(program);
     cli::add_viscosity(program);
     cli::add_transport(program);

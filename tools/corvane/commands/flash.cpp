@@ -272,7 +272,8 @@ int FlashCommand::run() {
         options.units.M = mixture.M();
         return of_file(mixture);
     }
-    const auto [first, second] = asked();
+    const auto two = asked();
+    Given *const first = two.first, *const second = two.second;  // bindings are not captured by older Clang
     options.begin();
     MixtureFluid mixture = open_mixture(request);
     Units& units = options.units;
