@@ -54,7 +54,9 @@ void read_file(MixtureRequest& request) {
     for (std::size_t row = 0; row < csv.rows.size(); ++row) {
         std::string const& value = csv.rows[row][amount];
         const bool percent = value.ends_with('%');
-        const std::string digits = trimmed(value.substr(0, value.size() - (percent ? 1 : 0)));
+        std::string digits = trimmed(value.substr(0, value.size() - (percent ? 1 : 0)));
+        if (const std::size_t comma = digits.find(','); percent && comma != std::string::npos)
+            digits[comma] = '.';  // of numbers alone the reader has done that
         if (csv.rows[row][name].empty() || !to_number(digits))
             throw Failure(fmt::format("{}:{}: a component and its amount are needed", path,
                                       csv.lines[row]));
