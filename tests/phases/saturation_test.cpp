@@ -318,6 +318,15 @@ TEST(Saturation, OfAModelWithHoles) {
         const Holes m(r.hole, r.low, r.high);
         expect_gave_up([&] { corvane::bubble_T(m, r.T, mix(0.3)); });
         if (r.T < 100) continue;
+        if (r.T > 300) expect_gave_up([&] { corvane::dew_T(m, r.T, mix(0.3)); });
+        if (r.T < 200) {  // from a neighbour without the hole, and no flash
+            const auto near = corvane::bubble_T(VdwTwins(0.3), r.T + 0.1, mix(0.3));
+            ASSERT_EQ(near.split.size(), 2u);
+            corvane::SaturationOptions o;
+            o.start = &near;
+            EXPECT_NO_THROW(corvane::bubble_T(VdwTwins(0.3), r.T, mix(0.3), o));
+            expect_gave_up([&] { corvane::bubble_T(m, r.T, mix(0.3), o); });
+        }
         // One phase, and two: whether there are others is open.
         ASSERT_EQ(corvane::flash_pT(VdwTwins(0.3), 5, 200, mix(0.3)).phases.size(), 1u);
         expect_gave_up([&] { corvane::flash_pT(m, 5, 200, mix(0.3)); });
