@@ -138,7 +138,7 @@ auto reading(std::string const& path, FILE* f, F reader) -> decltype(reader()) {
     } catch (ThException const& e) {
         FileError known(e.number, reading_path(path), "not what the equation expects", line_of(f));
         known.info = e.info;
-        throw known;
+        throw known;  // NOLINT(misc-throw-by-value-catch-by-reference): it carries more
     }
 }
 

@@ -352,6 +352,7 @@ Envelope without(ModelN const& model, Vector<double> const& z, EnvelopeOptions c
     start.trace = false;
     const SaturationPoint dew = dew_p(model, options.p_start, rest, start);
     std::vector<double> y;
+    y.reserve(fluid.z().size());
     for (int i = 0; i < fluid.size(); ++i)
         y.push_back(i == k ? 1e-8 : dew.incipient.x[fluid.index(i)]);
     return tracer.run_near(dew.T, dew.given.rho, y, dew.incipient.rho, k);

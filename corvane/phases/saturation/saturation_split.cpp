@@ -30,6 +30,7 @@ constexpr double kTurn = 0.1;     // and of its mole fractions
 
 std::vector<double> present(FluidModel const& fluid, Vector<double> const& all) {
     std::vector<double> x;
+    x.reserve(fluid.z().size());
     for (int k = 0; k < fluid.size(); ++k)
         x.push_back(std::max(all[fluid.index(k)], least_fraction));
     return x;
