@@ -11,7 +11,8 @@
 
 namespace corvane::text {
 namespace {
-constexpr std::size_t kBlock = 1u << 16, kLongestLine = 1u << 20, kLargestFile = 64u << 20;  // bytes
+constexpr std::size_t kBlock = 1u << 16, kLongestLine = 1u << 20,
+                      kLargestFile = 64u << 20;  // bytes
 
 /// Has what no text has: control characters other than tabs, ends of lines and pages, and escape.
 bool is_binary(std::string_view bytes) {

@@ -19,7 +19,8 @@ namespace corvane::text {
 class CsvReader {
   public:
     /// @param path  a file, a pipe, or "-" for standard input
-    /// @param stop  asked when a signal comes while the file keeps us waiting (a pipe, a terminal): if true, it
+    /// @param stop  asked when a signal comes while the file keeps us waiting (a pipe, a terminal):
+    /// if true, it
     ///              ends there
     /// @throws Failure no such file, a folder, not readable, no text, or no line with column names
     explicit CsvReader(std::string const& path, bool (*stop)() = nullptr);

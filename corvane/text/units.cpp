@@ -92,9 +92,9 @@ Unit const* find(Quantity quantity, std::string_view name) {
 std::string unit_spelling(std::string given) {
     std::string_view name = given;
     constexpr std::pair<std::string_view, std::string_view> kSame[] = {
-        {"\u00b0", ""}, {"deg", ""},     {"^", ""},       {"\u00b2", "2"}, {"\u00b3", "3"},
+        {"\u00b0", ""},  {"deg", ""},     {"^", ""},       {"\u00b2", "2"}, {"\u00b3", "3"},
         {"\u00b5", "u"}, {"\u03bc", "u"}, {"\u00b7", " "}, {"*", " "},      {".", " "},
-        {"\xb0", ""}, {"\xb2", "2"},    {"\xb3", "3"},    {"\xb5", "u"},      {"\xb7", " "}};
+        {"\xb0", ""},    {"\xb2", "2"},   {"\xb3", "3"},   {"\xb5", "u"},   {"\xb7", " "}};
     std::string text;
     while (!name.empty()) {
         bool found = false;

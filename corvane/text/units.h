@@ -30,8 +30,9 @@ struct Conversion {
     double from_library(double x) const { return (x - shift) / scale; }
 };
 
-/// The one spelling in unit_names of those that mean the same: "°C" and "degC" are C, "kg/m³" and "kg/m^3" kg/m3,
-/// "µPa·s" and "uPa.s" uPa s. Degrees, exponents and micro may stand in Latin-1, as spreadsheets save them.
+/// The one spelling in unit_names of those that mean the same: "°C" and "degC" are C, "kg/m³" and
+/// "kg/m^3" kg/m3, "µPa·s" and "uPa.s" uPa s. Degrees, exponents and micro may stand in Latin-1, as
+/// spreadsheets save them.
 std::string unit_spelling(std::string name);
 
 /// The conversion of a named unit of a quantity ("bar", "kg/m3"), or nothing if there is no such

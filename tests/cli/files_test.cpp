@@ -29,7 +29,9 @@ TEST(CliFiles, EveryDialectKeepsItsColumnsAndGetsTheSameResults) {
         {"\xef\xbb\xbfname;T [\xc2\xb0"
          "C];p [bar]\r\n\r\n# a remark\r\nfirst;20;1,5\r\n",
          ';'},
-        {"name;T [\xb0" "C];p [bar]\nfirst;20;1,5\n", ';'},  // Latin-1
+        {"name;T [\xb0"
+         "C];p [bar]\nfirst;20;1,5\n",
+         ';'},  // Latin-1
         {"name\tT/F\tp/mmHg\nfirst\t68\t1125,092370\n", '\t'},
         {"name,T,p\n\"first\",293.15,1.5e-1\n", ','},
     };

@@ -50,11 +50,14 @@ TEST(CliPictures, PointsThatHideEachOtherHaveAnInset) {
     }
     EXPECT_EQ(below, 1);
     EXPECT_EQ(above, 1);
-    // Two corners of triangles of three phases, 0.006 apart, at water; in the other triangle nothing is hidden.
+    // Two corners of triangles of three phases, 0.006 apart, at water; in the other triangle
+    // nothing is hidden.
     const std::regex larger(">\\s*\u00d7\\d+\\s*<");
     for (auto const& [arguments, inset] :
-         {std::pair("PR+vdW1 ethanol water hexane --T 332 --p 0.1", true), {"PCSAFT+LB CO2 methanol water --T 300 --p 7", false}}) {
-        run_corvane("ternary " + std::string(arguments) + " --plot b.svg --home " + scratch.home().string());
+         {std::pair("PR+vdW1 ethanol water hexane --T 332 --p 0.1", true),
+          {"PCSAFT+LB CO2 methanol water --T 300 --p 7", false}}) {
+        run_corvane("ternary " + std::string(arguments) + " --plot b.svg --home " +
+                    scratch.home().string());
         EXPECT_EQ(std::regex_search(Scratch::read("b.svg"), larger), inset) << arguments;
     }
 }

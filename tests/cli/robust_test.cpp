@@ -260,7 +260,8 @@ TEST(CliSurroundings, FilesThatAreNoFilesAreRefusedOrRead) {
     const Scratch scratch;
     const std::string home = " --home " + scratch.home().string();
     scratch.write("points.csv", "T/K,p/MPa\n280,4.16\n");
-    // The first bytes of a picture, of which the first line has no control character; a spreadsheet's "Unicode text".
+    // The first bytes of a picture, of which the first line has no control character; a
+    // spreadsheet's "Unicode text".
     scratch.write("picture.png", std::string("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16));
     scratch.write("wide.csv", std::string("\xff\xfeT\0/\0K\0\n\0", 10));
     scratch.write("name\x1b[31m.csv", "T/K,p/MPa\n\x1b[31m280,4.16\n");
@@ -284,7 +285,8 @@ TEST(CliSurroundings, FilesThatAreNoFilesAreRefusedOrRead) {
     const Outcome rows = run_corvane("state PR CO2 --input - <picture.png" + home);
     EXPECT_EQ(rows.code, 1);
     EXPECT_EQ(rows.err, "corvane: state: -: not a text file\n");
-    const Outcome endless = run_corvane("saturation PR CO2 --compare /dev/stdin" + home, "yes 1 | tr -d '\\n' |");
+    const Outcome endless =
+        run_corvane("saturation PR CO2 --compare /dev/stdin" + home, "yes 1 | tr -d '\\n' |");
     EXPECT_NE(endless.err.find("the file is too large"), std::string::npos) << endless.err;
     const Outcome pipe = run_corvane("saturation PR CO2 --compare /dev/stdin" + home,
                                      "cat points.csv |");

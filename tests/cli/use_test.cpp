@@ -62,10 +62,13 @@ TEST(Cli, SaysWhatItIsAndWhatItCan) {
 }
 
 TEST(Cli, UnitsAndMixturesAreUnderstoodAsTheyAreWritten) {
-    expect_all({{"state PR propane --T 26.85 --p 1 --unit-T °C --unit-rho kg/m³ --unit-v m^3/kg", 0, " C | kg/m3 | m3/kg ", ""},
+    expect_all({{"state PR propane --T 26.85 --p 1 --unit-T °C --unit-rho kg/m³ --unit-v m^3/kg", 0,
+                 " C | kg/m3 | m3/kg ", ""},
                 {"viscosity propane --T 300 --p 0.1 --unit-eta µPa·s", 0, "eta/(uPa s)", ""},
-                {"state methane=0.6 propane --T 250 --p 2", 0, "no model was named: MEOS+GERG|liquid|vapour", ""},
-                {"flash C7+=0.3 methane --T 250 --p 2 --define C7+ Tc=540 pc=2.7 omega=0.35", 0, "no model was named", ""}});
+                {"state methane=0.6 propane --T 250 --p 2", 0,
+                 "no model was named: MEOS+GERG|liquid|vapour", ""},
+                {"flash C7+=0.3 methane --T 250 --p 2 --define C7+ Tc=540 pc=2.7 omega=0.35", 0,
+                 "no model was named", ""}});
 }
 
 TEST(Cli, WrongUseExitsWith2) {
@@ -87,10 +90,12 @@ TEST(Cli, WrongUseExitsWith2) {
                 {"state PR propane --T nan --p 1", 2, "", "--T: 'nan' is not a number"},
                 {"state PR propane --T -5 --p 1", 2, "", "--T -5 K is not above zero"},
                 {"state PR propane --T 300 --p 1 --unit-p stone", 2, "", "stone"},
-                {"bubble PR+vdW1 methane=30% propane=70 --basis mass --T 250", 2, "", "in percent or in amounts, not both"},
+                {"bubble PR+vdW1 methane=30% propane=70 --basis mass --T 250", 2, "",
+                 "in percent or in amounts, not both"},
                 {"saturation PR propane", 2, "", "one of --T, --p, --compare and --input"},
                 {"saturation PR propane --T 300:200:10", 2, "", "does not lead from 300 to 200"},
-                {"saturation PR propane --T 300:200", 2, "", "not a range first:last:step or first:last/steps"},
+                {"saturation PR propane --T 300:200", 2, "",
+                 "not a range first:last:step or first:last/steps"},
                 {"saturation PR propane --T 1:2:1e-9", 2, "", "more than 100000 points"}});
 }
 
@@ -312,21 +317,25 @@ TEST(Cli, MixturesNameTheirPairsAndRefuseBadCompositions) {
 TEST(Cli, CertifiedEquilibriaAnswerAndRefuse) {
     expect_all(
         {{"bubble PR+vdW1 methane=0.3 propane --T 250:370:120 --csv", 1,
-          "370,,0.3,0.7,,,,,,,,,,,,,,\"failed: no solution: |(bubble_T, |critical point at T = 346.|"
+          "370,,0.3,0.7,,,,,,,,,,,,,,\"failed: no solution: |(bubble_T, |critical point at T = "
+          "346.|"
           "# certified: potentials agree to ",
           "propane(0.7) at T = 370 K: bubble point: no solution: "},
          {"dew PR+vdW1 methane=0.7 propane --T 310", 1, "", "dew point: no solution"},
          {"dew PR+vdW1 methane=0.7 propane --T 300 --p 1", 2, "", "either --T or --p"},
          {"bubble PR+vdW1 methane=0.7 propane --T 300 --branch left", 2, "", "left"},
          {"bubble PR+vdW1 CO2=0.5 r134a --T 280 --json", 0, "\"flags\": \"estimated_pairs\"", ""},
-         {"flash PR+vdW1 methane=0.2 propane --T 400 --h 14000", 0, "state 2 of 2 with these values", ""},
-         {"flash PR+vdW1 methane=0.5 propane=0.5 --T 280", 2, "", "give two of --T, --p, --rho or --v"},
+         {"flash PR+vdW1 methane=0.2 propane --T 400 --h 14000", 0,
+          "state 2 of 2 with these values", ""},
+         {"flash PR+vdW1 methane=0.5 propane=0.5 --T 280", 2, "",
+          "give two of --T, --p, --rho or --v"},
          {"flash PR+vdW1 methane=0.5 propane=0.5 --p 2 --h 1e9,4000 --csv", 1,
           ",2,,,,,,,,1000000000,,,,,,,,,|failed: no solution: ",
           "h = 1000000000 J/mol: no solution"},
          {"azeotrope PR+vdW1 methane propane --T 250", 1, "", "azeotrope: no solution"},
          {"three-phase PR+vdW1 methane=0.5 propane", 2, "", "without mole fractions"},
-         {"diagram PR+vdW1 propane butane --unit-p bar", 0, "from pure propane (T = 369.89 K, p = 42.512 bar)", ""},
+         {"diagram PR+vdW1 propane butane --unit-p bar", 0,
+          "from pure propane (T = 369.89 K, p = 42.512 bar)", ""},
          {"three-phase PR+vdW1 ethanol water --T 300 --plot a.svg", 2, "", "whole lines"},
          {"flash PR+vdW1 methane=0.5 propane=0.5 --T 400,280 --p 2", 0,
           "400    2      vapour  1.0|280    2      liquid  0.2", ""}});
@@ -345,22 +354,27 @@ TEST(Cli, AnInterruptedListKeepsItsPoints) {
     EXPECT_NE(lines.back().find(" of 50001 points"), std::string::npos) << lines.back();
 }
 
-// timeout and some shells send it to the program and to its group: the second one once left nothing at all.
+// timeout and some shells send it to the program and to its group: the second one once left nothing
+// at all.
 TEST(Cli, AnInterruptionThatComesTwiceKeepsWhatThereIs) {
     const Outcome run = run_corvane(
-        "residue-curves PR+vdW1 ethanol water hexane --p 0.1 --mesh 20 --csv & pid=$!; sleep 1; kill -INT $pid; "
-        "sleep 0.02; kill -INT $pid; wait $pid", "env --default-signal=INT");
+        "residue-curves PR+vdW1 ethanol water hexane --p 0.1 --mesh 20 --csv & pid=$!; sleep 1; "
+        "kill -INT $pid; "
+        "sleep 0.02; kill -INT $pid; wait $pid",
+        "env --default-signal=INT");
     EXPECT_EQ(run.code, 130);
     expect_parts(run.out, "curve,T/K,xi|# interrupted: curves are missing");
 }
 
-// A writer that keeps the pipe open: the row is answered before another one comes, and waiting can be interrupted.
+// A writer that keeps the pipe open: the row is answered before another one comes, and waiting can
+// be interrupted.
 TEST(Cli, RowsOfAPipeAreAnsweredAsTheyCome) {
     const Scratch scratch;
-    const Outcome run = run_corvane(
-        "state PR propane --input rows --home " + scratch.home().string(),
-        "mkfifo rows; exec 3<>rows; printf 'T/K,p/MPa\\n300,0.5\\n' >&3; env --default-signal=INT timeout "
-        "--foreground --preserve-status -s INT 1");
+    const Outcome run =
+        run_corvane("state PR propane --input rows --home " + scratch.home().string(),
+                    "mkfifo rows; exec 3<>rows; printf 'T/K,p/MPa\\n300,0.5\\n' >&3; env "
+                    "--default-signal=INT timeout "
+                    "--foreground --preserve-status -s INT 1");
     EXPECT_EQ(run.code, 130);
     expect_parts(run.out, "T/K,p/MPa,|\n300,0.5,");
     expect_parts(run.err, "interrupted after 1 rows");

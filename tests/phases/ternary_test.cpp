@@ -194,15 +194,19 @@ TEST(Ternary, IsAsSymmetricAsTheMixture) {
     for (PhaseRecord const& phase : d.three_phase[0].phases)
         for (int i = 0; i < 3; ++i)
             EXPECT_NEAR(phase.x[i], phase.x[i] > 0.5 ? 1 - 2 * lo : lo, 1e-9);
-    // At its density this is the strict regular solution, of which Meijering (Philips Res. Rep. 5, 1950, 333) has the
-    // three phases: ln[(1 - 2x)/x] = chi (1 - 3x); here RT chi = 2^-1/2 a kij/b ln[(1 + (1 + 2^1/2) y)/(1 + (1 - 2^1/2) y)].
+    // At its density this is the strict regular solution, of which Meijering (Philips Res. Rep. 5,
+    // 1950, 333) has the three phases: ln[(1 - 2x)/x] = chi (1 - 3x); here RT chi = 2^-1/2 a kij/b
+    // ln[(1 + (1 + 2^1/2) y)/(1 + (1 - 2^1/2) y)].
     Model1 const& one = *three->mdl1[0];
     const double RT = R * 300, RTc = R * one.Tcrit(), w = one.omega(), s2 = std::sqrt(2.0);
-    const double root = 1 + (0.37464 + w * (1.54226 - 0.26992 * w)) * (1 - std::sqrt(300 / one.Tcrit()));
-    const double ac = 0.45723552892138219 * RTc * RTc / one.pcrit(), b = 0.077796073903888456 * RTc / one.pcrit();
+    const double root =
+        1 + (0.37464 + w * (1.54226 - 0.26992 * w)) * (1 - std::sqrt(300 / one.Tcrit()));
+    const double ac = 0.45723552892138219 * RTc * RTc / one.pcrit(),
+                 b = 0.077796073903888456 * RTc / one.pcrit();
     for (PhaseRecord const& phase : d.three_phase[0].phases) {
         const double y = b * phase.rho, x = std::min({phase.x[0], phase.x[1], phase.x[2]});
-        const double chi = 0.3 * ac * root * root / (s2 * b * RT) * std::log((1 + (1 + s2) * y) / (1 + (1 - s2) * y));
+        const double chi = 0.3 * ac * root * root / (s2 * b * RT) *
+                           std::log((1 + (1 + s2) * y) / (1 + (1 - s2) * y));
         EXPECT_NEAR(std::log((1 - 2 * x) / x), chi * (1 - 3 * x), 1e-9);
     }
 

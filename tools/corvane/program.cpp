@@ -111,7 +111,9 @@ Command& Command::value(char const* name, std::string& value, char const* text, 
     option->check(CLI::Validator(empty, ""));
     // The name of the check is what completion offers: help has the values in the option's text.
     if (rule.one_of.empty()) return *this;
-    const auto one_of = [&](CLI::Validator member) { return member.description("").name(join(rule.one_of, "\n")); };
+    const auto one_of = [&](CLI::Validator member) {
+        return member.description("").name(join(rule.one_of, "\n"));
+    };
     if (rule.spelling)
         option->transform(one_of(CLI::IsMember(rule.one_of, rule.spelling)));
     else

@@ -273,7 +273,8 @@ int FlashCommand::run() {
         return of_file(mixture);
     }
     const auto two = asked();
-    Given *const first = two.first, *const second = two.second;  // bindings are not captured by older Clang
+    Given *const first = two.first, *const second =
+                                        two.second;  // bindings are not captured by older Clang
     options.begin();
     MixtureFluid mixture = open_mixture(request);
     Units& units = options.units;

@@ -236,7 +236,8 @@ int SaturationCommand::run() {
         return result;
     };
     if (file) {
-        if (file.has("T") == file.has("p")) throw Failure("--input: either a column T or a column p");
+        if (file.has("T") == file.has("p"))
+            throw Failure("--input: either a column T or a column p");
         const FileRun::Compute compute = [&](FileRow const& in, Row& result) {
             result = row(in[by_T ? "T" : "p"]);
         };

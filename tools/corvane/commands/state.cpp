@@ -234,7 +234,8 @@ Row StateCommand::row(Fluid const& fluid, Point const& point) const {
 /// A model with a mixing theory, or fractions: "methane=0.7 propane".
 bool StateCommand::names_mixture() const {
     std::string const& first = options.words.front();
-    if (first.find('+') != std::string::npos && !corvane::find(definitions(options.define), first)) return true;
+    if (first.find('+') != std::string::npos && !corvane::find(definitions(options.define), first))
+        return true;
     return std::any_of(options.words.begin(), options.words.end(),
                        [](std::string const& word) { return word.find('=') != std::string::npos; });
 }

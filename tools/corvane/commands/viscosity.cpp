@@ -64,10 +64,10 @@ int friction_set(Model1 const& model) {
                 "the friction-theory set of {} was made with set {} of {}: give --set {}, or "
                 "--friction-set {} to use it with set {} all the same",
                 model.name(), id, model.eos(), id, id, model.id()));
-    throw Failure(
-        fmt::format("no friction-theory set of {} for the equation {}: without --p the "
-                    "viscosity of the dilute gas is shown; corvane transport has models of more substances",
-                    model.name(), model.eos()));
+    throw Failure(fmt::format(
+        "no friction-theory set of {} for the equation {}: without --p the "
+        "viscosity of the dilute gas is shown; corvane transport has models of more substances",
+        model.name(), model.eos()));
 }
 
 Row ViscosityCommand::row(Fluid const& fluid, double T_, std::optional<double> p_) const {

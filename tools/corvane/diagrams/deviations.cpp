@@ -62,7 +62,8 @@ Picture deviations(Heading const& heading, Table const& table, std::string const
     for (auto const& [field, words, over] :
          {std::array{"d_p_x", "p at x, %", "x"}, {"d_p_y", "p at y, %", "y"}, {"d_p_T", "p at T, %", "x"},
           {"d_T_x", "T at x, K", "x"}, {"d_T_y", "T at y, K", "y"}})
-        add(words, [&, name = field](auto const& point) { return of(point, name); }, over);
+        add(
+            words, [&, name = field](auto const& point) { return of(point, name); }, over);
     for (std::string const name : {"x", "y"})
         add(name + " at T and p, mol-%", [&](auto const& point) { return 100.0 * (of(point, name + "_Tp") - of(point, name)); },
             name.c_str());

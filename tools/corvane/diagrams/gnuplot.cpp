@@ -220,7 +220,8 @@ std::string triangle(Picture const& picture) {
     std::string text =
         "set size ratio -1\nunset border\nunset xtics\nunset ytics\nunset grid\n"
         "unset xlabel\nunset ylabel\nset xrange [-0.12:1.12]\nset yrange [-0.09:0.93]\n"
-        "unset key\nset key at screen 0.985, graph 0.98 right top vertical Left reverse samplen 2 spacing 1.2\n";
+        "unset key\nset key at screen 0.985, graph 0.98 right top vertical Left reverse samplen 2 "
+        "spacing 1.2\n";
     const auto line = [&](XY a, XY b, char const* how) {
         text += fmt::format("set arrow from {:.8g},{:.8g} to {:.8g},{:.8g} nohead {}\n", a[0], a[1],
                             b[0], b[1], how);

@@ -86,7 +86,8 @@ std::vector<XY> edges() {
     return {at(1, 0), at(0, 1), at(0, 0), at(1, 0)};
 }
 
-/// The lines of equal mole fractions, a tenth apart, and the edges: between them is no room for an inset.
+/// The lines of equal mole fractions, a tenth apart, and the edges: between them is no room for an
+/// inset.
 std::vector<std::vector<XY>> grid() {
     const auto at = Picture::in_triangle;
     std::vector<std::vector<XY>> lines{edges()};
@@ -129,7 +130,8 @@ std::vector<Box> Picture::words_of_triangle(double letter, double line) const {
     std::vector<Box> boxes;
     const auto centred = [&](std::size_t letters, XY p, double up) {
         const double half = 0.5 * letter * static_cast<double>(letters);
-        boxes.push_back({p[0] - half, p[1] + (up - 1.0) * line, p[0] + half, p[1] + (up + 1.0) * line});
+        boxes.push_back(
+            {p[0] - half, p[1] + (up - 1.0) * line, p[0] + half, p[1] + (up + 1.0) * line});
     };
     centred(corners[0].size(), at(1, 0), 1.0);
     centred(corners[1].size(), at(0, 1), -2.0);
@@ -180,13 +182,15 @@ void Picture::enlarge(double letter, double line) {
     if (!triangle)
         numbers = ends_of({frame[0].value(part->left), frame[0].value(part->right)},
                           {frame[1].value(part->low), frame[1].value(part->high)});
-    const double wide = letter * (static_cast<double>(std::max(numbers[2].size(), numbers[3].size())) + 1.0);
+    const double wide =
+        letter * (static_cast<double>(std::max(numbers[2].size(), numbers[3].size())) + 1.0);
     std::optional<Inset> inset;
     for (double size : kSizes)
         if (!inset) inset = room(raster, taken, *part, size, wide, line);
     if (!inset) return;
     const double larger = (inset->place.right - inset->place.left) / (part->right - part->left);
-    if (triangle) numbers[0] = fmt::format("\u00d7{:.2g}", larger);  // there are no axes to take numbers from
+    if (triangle)
+        numbers[0] = fmt::format("\u00d7{:.2g}", larger);  // there are no axes to take numbers from
     inset->numbers = numbers;
     const auto moved = [&](std::vector<XY> points) {
         for (XY& p : points)

@@ -25,7 +25,8 @@ void Options::add_units(Command& command) {
     const auto unit = [&](char const* name, std::string& value, char const* what, Quantity q) {
         const auto names = unit_names(q);
         const std::string text = std::string(what) + " in and out: " + join(names, ", ");
-        command.value(name, value, text.c_str(), {.one_of = names, .type = "UNIT", .spelling = corvane::text::unit_spelling});
+        command.value(name, value, text.c_str(),
+                      {.one_of = names, .type = "UNIT", .spelling = corvane::text::unit_spelling});
     };
     unit("--unit-T", units.temperature, "of temperatures", Quantity::temperature);
     unit("--unit-p", units.pressure, "of pressures", Quantity::pressure);

@@ -28,8 +28,9 @@ long milliseconds() {
     return 1000 * now.tv_sec + now.tv_nsec / 1000000;
 }
 
-/// The first SIGINT is remembered. Who starts the program may send it twice at once, to the program and to its
-/// group (timeout does): only one that comes later than that ends the program, and with it what it has not written.
+/// The first SIGINT is remembered. Who starts the program may send it twice at once, to the program
+/// and to its group (timeout does): only one that comes later than that ends the program, and with
+/// it what it has not written.
 volatile sig_atomic_t interrupted_at_ = 0;  // ms, as far as it has room for them
 extern "C" void on_interrupt(int number) {
     const auto now = static_cast<sig_atomic_t>(milliseconds() & 0x3fffffff);

@@ -14,8 +14,8 @@ namespace cli {
 constexpr int kInterrupted = 130;
 
 /// While it lives, SIGINT does not end the program but the calculation, which keeps what it has; a
-/// second SIGINT, half a second later or more, ends the program. On a terminal, standard error shows
-/// one line that is rewritten, after the first third of a second. One at a time.
+/// second SIGINT, half a second later or more, ends the program. On a terminal, standard error
+/// shows one line that is rewritten, after the first third of a second. One at a time.
 class Watch {
   public:
     explicit Watch(std::string what);

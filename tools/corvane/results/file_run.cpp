@@ -193,7 +193,8 @@ bool FileRun::read(std::vector<Chunk>& chunks) {
         try {
             std::vector<std::string> fields;
             // Who writes into a pipe row by row gets his answers so.
-            for (; chunk.rows.size() < kRows && !waits && (more = reader_->next(fields)); waits = reader_->waits()) {
+            for (; chunk.rows.size() < kRows && !waits && (more = reader_->next(fields));
+                 waits = reader_->waits()) {
                 // Whether numbers have a decimal comma is seen here, and not by who comes first.
                 for (Source const& source : sources_) reader_->decimal(fields[source.column]);
                 for (Fraction const& fraction : fractions_) reader_->decimal(fields[fraction.column]);
