@@ -5,10 +5,12 @@ import itertools
 import json
 import os
 import pathlib
+import queue
 import signal
 import subprocess
 import sys
 import time
+import types
 
 import numpy as np
 import pytest
@@ -183,6 +185,21 @@ def test_processes_of_dask_and_a_worker_that_dies(tmp_path, reference):
     assert (tmp_path / "killed").exists()
     sweep.run(*own(tmp_path, "worker"), tmp_path / "again", rows=2, scheduler="threads:2")
     assert contents(tmp_path / "own") == contents(tmp_path / "again")
+
+
+def test_an_answer_that_cannot_be_fetched_any_more():
+    """The scheduler dies after an answer came: the client need not know of it yet."""
+    def gone():
+        raise ConnectionResetError
+
+    future = types.SimpleNamespace(status="finished", result=gone)
+    dask = object.__new__(runners._Dask)
+    dask._client, dask._futures, dask._lost, dask._done = types.SimpleNamespace(status="running"), {0: future}, None, queue.SimpleQueue()
+    dask._done.put((0, future))
+    assert dask.next(0.1) is None is dask.next(0.1)
+    dask._client.status = "closed"
+    with pytest.raises(sweep.Lost):
+        [dask.next(0.1) for _ in range(3)]
 
 
 def test_a_scheduler_that_dies(tmp_path, monkeypatch):

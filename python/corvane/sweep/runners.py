@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import asyncio
 import concurrent.futures
 import contextlib
 import errno
@@ -144,9 +145,17 @@ class _Dask:
             return None
         if future.status in ("cancelled", "lost") and self._client.status != "running":
             return None  # either it comes back, and with it the answer, or we give up above
-        del self._futures[k]
         if future.status == "finished":
-            return future.result()
+            try:
+                outcome = future.result()
+            except (OSError, concurrent.futures.CancelledError, asyncio.CancelledError):
+                # The scheduler died between the answer and its fetching, which the client will notice.
+                self._done.put((k, future))
+                time.sleep(0.05)
+                return None
+            del self._futures[k]
+            return outcome
+        del self._futures[k]
         if future.status == "error":  # its workers died: what it raises itself is in its outcome
             error = future.exception()
             return Outcome(k, None, f"{type(error).__name__}: {error}".split("\n")[0], False, "", 0.0)
