@@ -7,9 +7,11 @@
 #include <corvane/core/files.h>
 #include <corvane/phases/report/certificate.h>
 #include <corvane/phases/solid/anchored_solid.h>
+#include <corvane/transport/transport.h>
 
 #include <array>
 #include <limits>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <stdexcept>
@@ -28,7 +30,14 @@ struct CorvaneFluid final : CorvaneObject {
     explicit CorvaneFluid(corvane::Fluid f) : fluid(std::move(f)) {}
     std::string name() const override { return fluid.equation + " " + fluid.substance; }
 
+    /// Opened when it is first needed.
+    corvane::Transport const& transport() const;
+
     corvane::Fluid fluid;
+
+  private:
+    mutable std::once_flag opened_;
+    mutable std::unique_ptr<corvane::Transport const> transport_;
 };
 
 struct CorvaneMixture final : CorvaneObject {

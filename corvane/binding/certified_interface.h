@@ -135,6 +135,21 @@ CORVANE_API CorvaneResult* Corvane_pure_saturation_p(const CorvaneFluid* fluid, 
 CORVANE_API CorvaneResult* Corvane_pure_phase(const CorvaneFluid* fluid, double T, double rho,
                                               CorvaneError* error);
 
+enum CorvaneTransportProperty {
+    CORVANE_VISCOSITY,      /* Pa s */
+    CORVANE_CONDUCTIVITY,   /* thermal, W/(m K) */
+    CORVANE_SURFACE_TENSION /* of liquid and vapour, N/m; rho counts for nothing */
+};
+/* A transport property at T and density (0: the dilute gas), by the best model that the data home has
+ * for the substance; CORVANE_NOT_OPENED: it has none. evidence (two values, or null): 1 where T lies
+ * within what the source states, else 0; relative deviation of a second source, not-a-number without
+ * one. */
+CORVANE_API double Corvane_transport(const CorvaneFluid* fluid, int property, double T, double rho,
+                                     double* evidence, CorvaneError* error);
+/* What it is computed by there: the model and its publication. */
+CORVANE_API int Corvane_transport_model(const CorvaneFluid* fluid, int property, double T,
+                                        double rho, char* buffer, int size, CorvaneError* error);
+
 /* ---- Mixtures; z: n mole fractions ---- */
 
 /* All properties at T, density and composition, stable or not. */

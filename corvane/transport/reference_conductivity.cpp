@@ -1,7 +1,9 @@
+#include <corvane/core/errors.h>
 #include <corvane/pure/model1.h>
 #include <corvane/state/phase_properties.h>
 #include <corvane/transport/reference_conductivity.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace corvane::inline detail {
@@ -69,18 +71,55 @@ OfState water(Figures const& f, double M) {
     };
 }
 
-/// ∂rho/∂p at T in mol/(m³·Pa).
-double slope(Model1 const& model, double T, double rho) {
-    return 1.0 /
-           phase_properties(model, T, 1e-6 * rho).dp_drho;  // cm³/mol·MPa is J/mol·1: 1e6·1e-6
+/// ∂rho/∂p in mol/(m³·Pa); dp_drho in cm³/mol·MPa is J/mol.
+double slope_of(PhaseProperties const& s) {
+    return 1.0 / s.dp_drho;
+}
+double slope_at(Model1 const& model, double T, double rho) {
+    return slope_of(phase_properties(model, T, 1e-6 * rho));
 }
 
 }  // namespace
+
+ReferenceSlope::ReferenceSlope(Model1 const& model, double T) : model_(&model), T_(T) {
+    constexpr int n = 512, checked = 8;
+    step_ = 3.6e6 / model.vcrit() / n;
+    try {
+        for (int k = 0; k <= n; ++k)  // the first is as good as zero
+            dp_drho_.push_back(1.0 / slope_at(model, T, step_ * (k == 0 ? 1e-9 : k)));
+        for (int k = checked / 2; k < n; k += checked) {
+            const double rho = step_ * (k + 0.5);
+            if (!(std::abs(interpolated(rho) * slope_at(model, T, rho) - 1.0) <= 1e-9)) return;
+        }
+    } catch (ThException const&) {  // the equation does not go so far
+        return;
+    }
+    last_ = step_ * n;
+}
+
+double ReferenceSlope::interpolated(double rho) const {
+    constexpr int nodes = 6;
+    constexpr double weight[nodes] = {-1 / 120.0, 1 / 24.0, -1 / 12.0, 1 / 12.0, -1 / 24.0, 1 / 120.0};
+    const double u = rho / step_;
+    const int first = std::clamp(static_cast<int>(u) - 2, 0, static_cast<int>(dp_drho_.size()) - nodes);
+    const double t = u - first;
+    double before[nodes], after = 1.0, sum = 0.0;  // products of t − m
+    before[0] = 1.0;
+    for (int j = 1; j < nodes; ++j) before[j] = before[j - 1] * (t - (j - 1));
+    for (int j = nodes; j-- > 0; after *= t - j)
+        sum += weight[j] * before[j] * after * dp_drho_[static_cast<std::size_t>(first + j)];
+    return sum;
+}
+
+double ReferenceSlope::operator()(double rho) const {
+    return rho < last_ ? 1.0 / interpolated(rho) : slope_at(*model_, T_, rho);
+}
 
 ConductivityCorrelation::ConductivityCorrelation(Figures const& f, double M, OfT eta0) {
     if (f.text("form") == "iapws") {
         background_ = water(f, M);
         enhancement_ = Enhancement::water;
+        T_ref_ = water_reference_temperature;
         return;
     }
     if (f.text("form") != "general") f.fail("form", "unknown form");
@@ -104,19 +143,19 @@ ConductivityCorrelation::ConductivityCorrelation(Figures const& f, double M, OfT
     Tc_ = f.number("critical.Tc"), rho_c_ = f.number("critical.rho_c_mass") / (1e-3 * M);
 }
 
-double ConductivityCorrelation::critical(Model1 const& model, double T, double rho,
+double ConductivityCorrelation::critical(PhaseProperties const& s, ReferenceSlope const* slope,
                                          double eta) const {
+    const double T = s.T, rho = 1e6 * s.rho;
     if (enhancement_ == Enhancement::none || !(rho > 0.0)) return 0.0;
-    if (enhancement_ == Enhancement::water) return water_enhancement(model, T, rho, eta);
     if (enhancement_ == Enhancement::gaussian) {
         const double t = Tc_ / T - 1.0, d = rho / rho_c_ - 1.0;
         return figures_[0] * std::exp(figures_[1] * t * t * t * t + figures_[2] * d * d);
     }
+    if (std::isnan(s.cp)) throw ThException(th_no_ideal);
+    if (enhancement_ == Enhancement::water) return water_enhancement(s, *slope, eta);
     const double qD = figures_[0], xi0 = figures_[1], Gamma = figures_[2], RD = figures_[3],
                  nu = figures_[4], gamma = figures_[5];
-    const PhaseProperties s = phase_properties(model, T, 1e-6 * rho);
-    const double chi =
-        pc_ * rho / (rho_c_ * rho_c_) * (1.0 / s.dp_drho - T_ref_ / T * slope(model, T_ref_, rho));
+    const double chi = pc_ * rho / (rho_c_ * rho_c_) * (slope_of(s) - T_ref_ / T * (*slope)(rho));
     if (!(chi > 0.0) || !(s.cp > 0.0)) return 0.0;
     const double xi = xi0 * std::pow(chi / Gamma, nu / gamma), y = qD * xi;
     const double W = 2.0 / kPi * ((s.cp - s.cv) / s.cp * std::atan(y) + s.cv / s.cp * y);
@@ -125,25 +164,24 @@ double ConductivityCorrelation::critical(Model1 const& model, double T, double r
     return rho * s.cp * RD * kBoltzmann * T / (6.0 * kPi * eta * xi) * (W - W0);
 }
 
-double ConductivityCorrelation::water_enhancement(Model1 const& model, double T, double rho,
-                                                  double eta) const {
+double ConductivityCorrelation::water_enhancement(PhaseProperties const& s,
+                                                  ReferenceSlope const& slope, double eta) const {
     constexpr double Lambda = 177.8514, rho_red = 322.0, T_red = 647.096, R_mass = 461.51805;
-    const PhaseProperties s = phase_properties(model, T, 1e-6 * rho);
-    const double r = rho * 1e-3 * s.M / rho_red, y = water_correlation_length(model, T, rho) / 0.4;
+    const double r = 1e3 * s.rho * s.M / rho_red, y = water_correlation_length(s, slope) / 0.4;
     if (!(y > 1.2e-7) || !(s.cp > 0.0)) return 0.0;
     const double inverse = s.cv / s.cp;
     const double Z = 2.0 / (kPi * y) *
                      ((1.0 - inverse) * std::atan(y) + inverse * y +
                       std::expm1(-1.0 / (1.0 / y + y * y / (3.0 * r * r))));
     const double cp = s.cp / (1e-3 * s.M) / R_mass;
-    return 1e-3 * Lambda * r * cp * (T / T_red) / (1e6 * eta) * Z;
+    return 1e-3 * Lambda * r * cp * (s.T / T_red) / (1e6 * eta) * Z;
 }
 
-double water_correlation_length(Model1 const& model, double T, double rho) {
-    constexpr double rho_red = 322.0, p_red = 22.064e6, T_red = 647.096, T_ref = 1.5 * T_red;
-    const double mass = 1e-3 * phase_properties(model, T, 1e-6 * rho).M;
+double water_correlation_length(PhaseProperties const& s, ReferenceSlope const& slope) {
+    constexpr double rho_red = 322.0, p_red = 22.064e6;
+    const double mass = 1e-3 * s.M, rho = 1e6 * s.rho;
     const double chi = rho * mass / rho_red * (p_red / rho_red * mass) *
-                       (slope(model, T, rho) - slope(model, T_ref, rho) * T_ref / T);
+                       (slope_of(s) - slope(rho) * slope.T() / s.T);
     return chi > 0.0 ? 0.13 * std::pow(chi / 0.06, 0.63 / 1.239) : 0.0;
 }
 

@@ -6,10 +6,33 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 class Model1;
 
+namespace corvane {
+struct PhaseProperties;
+}
+
 namespace corvane::inline detail {
+
+/// ∂rho/∂p in mol/(m³·Pa) along an isotherm so far above the critical one that it is taken to have no
+/// critical part. Up to 3.6 critical densities it comes from a table by interpolation of fifth degree
+/// (Lagrange), if that meets the equation to 1e-9 between the nodes; else, and beyond, from the
+/// equation.
+class ReferenceSlope {
+  public:
+    ReferenceSlope(Model1 const& model, double T);
+    double operator()(double rho) const;  ///< mol/m³
+    double T() const { return T_; }
+
+  private:
+    double interpolated(double rho) const;
+
+    Model1 const* model_;
+    double T_, step_ = 0.0, last_ = 0.0;  ///< K; mol/m³; end of the table, 0: none
+    std::vector<double> dp_drho_;         ///< J/mol
+};
 
 /// λ(T, rho) in W/(m K); T in K, rho in mol/m³. The critical enhancement takes what it needs of the
 /// fluid from its equation of state.
@@ -24,11 +47,15 @@ class ConductivityCorrelation {
 
     double background(double T, double rho) const { return background_(T, rho); }
     bool enhanced() const { return enhancement_ != Enhancement::none; }
-    /// @param eta  viscosity of the state, Pa·s
-    double critical(Model1 const& model, double T, double rho, double eta) const;
+    /// Of the isotherm without critical part, K; 0 where the enhancement does without.
+    double reference_temperature() const { return T_ref_; }
+    /// @param slope  of that isotherm; may be null where there is none
+    /// @param eta    viscosity of the state, Pa·s
+    /// @throws ThException 3 no heat capacities in s
+    double critical(PhaseProperties const& s, ReferenceSlope const* slope, double eta) const;
 
   private:
-    double water_enhancement(Model1 const& model, double T, double rho, double eta) const;
+    double water_enhancement(PhaseProperties const& s, ReferenceSlope const& slope, double eta) const;
 
     std::function<double(double, double)> background_;
     enum class Enhancement {
@@ -41,7 +68,9 @@ class ConductivityCorrelation {
     double Tc_ = 0.0, pc_ = 0.0, rho_c_ = 0.0, T_ref_ = 0.0;  ///< K, Pa, mol/m³, K
 };
 
-/// Reduced susceptibility of IAPWS, from which the correlation length of water follows [nm].
-double water_correlation_length(Model1 const& model, double T, double rho);
+/// 1.5 critical temperatures of water, K.
+inline constexpr double water_reference_temperature = 1.5 * 647.096;
+/// Correlation length of water [nm] from the reduced susceptibility of IAPWS.
+double water_correlation_length(PhaseProperties const& s, ReferenceSlope const& slope);
 
 }  // namespace corvane::inline detail

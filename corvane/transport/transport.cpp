@@ -103,9 +103,19 @@ struct Transport::Parts {
     bool water = false;
     Joined joined_viscosity, joined_conductivity;
     std::vector<Correlation> tension;
+    std::optional<ReferenceSlope> slope;  // of the isotherm without critical part
 
     explicit Parts(Fluid const& f);
-    TransportValue viscosity_at(double T, double rho) const;
+    /// state: null where the model needs none, and of the dilute gas.
+    TransportValue viscosity_at(double T, double rho, PhaseProperties const* state) const;
+    TransportValue conductivity_at(double T, double rho, PhaseProperties const* state) const;
+    /// The properties of a state where a model asks for them.
+    std::optional<PhaseProperties> state(bool needed, double T, double rho) const {
+        if (!needed || !(rho > 0.0)) return {};
+        return phase_properties(*fluid.model, T, rho);
+    }
+    bool viscosity_needs_state() const { return viscosity && water; }
+    bool conductivity_needs_state() const { return conductivity && conductivity->enhanced(); }
 };
 
 Transport::Parts::Parts(Fluid const& f) : fluid(f), water(f.substance == "water") {
@@ -144,15 +154,32 @@ Transport::Parts::Parts(Fluid const& f) : fluid(f), water(f.substance == "water"
             {[c = ConductivityCorrelation(pattern("conductivity"), kPropaneMass, {})](
                  double T, double rho) { return c.background(T, rho); }}};
     tension = correlations(f.home, "surface_tension", f.substance);
+    const double T_ref = conductivity  ? conductivity->reference_temperature()
+                         : water       ? water_reference_temperature
+                                       : 0.0;
+    if (T_ref > 0.0) slope.emplace(*f.model, T_ref);
 }
 
-TransportValue Transport::Parts::viscosity_at(double T, double rho) const {
+TransportValue Transport::Parts::viscosity_at(double T, double rho,
+                                              PhaseProperties const* state) const {
     if (!viscosity) return joined_viscosity.at(fluid, T, rho);
-    const double molar = 1e6 * rho;
-    double eta = viscosity->background(T, molar);
-    if (water && rho > 0.0)
-        eta *= critical_viscosity_factor(water_correlation_length(*fluid.model, T, molar));
+    double eta = viscosity->background(T, 1e6 * rho);
+    if (water && state) eta *= critical_viscosity_factor(water_correlation_length(*state, *slope));
     return {eta, "reference correlation", viscosity_source, true, kNan};
+}
+
+TransportValue Transport::Parts::conductivity_at(double T, double rho,
+                                                 PhaseProperties const* state) const {
+    if (!conductivity) return joined_conductivity.at(fluid, T, rho);
+    TransportValue result{conductivity->background(T, 1e6 * rho), "reference correlation",
+                          conductivity_source, true, kNan};
+    if (!state) return result;
+    if (viscosity || !joined_viscosity.liquid.empty())
+        result.value += conductivity->critical(*state, slope ? &*slope : nullptr,
+                                               viscosity_at(T, rho, state).value);
+    else
+        result.model += " without its critical enhancement, for which there is no viscosity";
+    return result;
 }
 
 Transport::Transport(Fluid const& fluid) : parts_(std::make_unique<Parts>(fluid)) {}
@@ -160,23 +187,38 @@ Transport::~Transport() = default;
 
 TransportValue Transport::viscosity(double T, double rho) const {
     check_state(T, rho);
-    return parts_->viscosity_at(T, rho);
+    const auto s = parts_->state(parts_->viscosity_needs_state(), T, rho);
+    return parts_->viscosity_at(T, rho, s ? &*s : nullptr);
+}
+
+TransportValue Transport::viscosity(PhaseProperties const& state) const {
+    check_state(state.T, state.rho);
+    return parts_->viscosity_at(state.T, state.rho,
+                                parts_->viscosity_needs_state() ? &state : nullptr);
 }
 
 TransportValue Transport::thermal_conductivity(double T, double rho) const {
     check_state(T, rho);
-    Parts const& p = *parts_;
-    if (!p.conductivity) return p.joined_conductivity.at(p.fluid, T, rho);
-    const double molar = 1e6 * rho;
-    TransportValue result{p.conductivity->background(T, molar), "reference correlation",
-                          p.conductivity_source, true, kNan};
-    if (rho == 0.0 || !p.conductivity->enhanced()) return result;
-    if (p.viscosity || !p.joined_viscosity.liquid.empty())
-        result.value +=
-            p.conductivity->critical(*p.fluid.model, T, molar, p.viscosity_at(T, rho).value);
-    else
-        result.model += " without its critical enhancement, for which there is no viscosity";
-    return result;
+    const auto s = parts_->state(parts_->conductivity_needs_state(), T, rho);
+    return parts_->conductivity_at(T, rho, s ? &*s : nullptr);
+}
+
+TransportValue Transport::thermal_conductivity(PhaseProperties const& state) const {
+    check_state(state.T, state.rho);
+    return parts_->conductivity_at(state.T, state.rho,
+                                   parts_->conductivity_needs_state() ? &state : nullptr);
+}
+
+bool Transport::has_viscosity() const {
+    auto const& joined = parts_->joined_viscosity;
+    return parts_->viscosity || (!joined.gas.empty() && !joined.liquid.empty());
+}
+bool Transport::has_conductivity() const {
+    auto const& joined = parts_->joined_conductivity;
+    return parts_->conductivity || (!joined.gas.empty() && !joined.liquid.empty());
+}
+bool Transport::has_surface_tension() const {
+    return !parts_->tension.empty();
 }
 
 TransportValue Transport::surface_tension(double T) const {

@@ -12,6 +12,7 @@
 
 #include <corvane/catalogue/open.h>
 #include <corvane/core/api.h>
+#include <corvane/state/phase_properties.h>
 
 #include <memory>
 #include <string>
@@ -49,15 +50,25 @@ class CORVANE_API Transport {
     ///     positive, rho negative, not finite
     TransportValue viscosity(double T, double rho) const;
 
+    /// The same of a state whose properties are known, as of a flash: without an evaluation of the
+    /// equation of state, where there is a reference correlation.
+    TransportValue viscosity(PhaseProperties const& state) const;
+
     /// Thermal conductivity in W/(m K), likewise. Reference correlations with their critical
     /// enhancement, which needs the ideal-gas table and a viscosity; where there is none, `model`
     /// says so. The others have no enhancement.
     /// @throws OpenFailure as above; ThException 5; ThException 3 no ideal-gas table
     TransportValue thermal_conductivity(double T, double rho) const;
+    TransportValue thermal_conductivity(PhaseProperties const& state) const;
 
     /// Surface tension of liquid and vapour in N/m at T [K]; zero from the critical temperature of
     /// the correlation on. @throws OpenFailure no correlation; ThException 5
     TransportValue surface_tension(double T) const;
+
+    /// Is there any model of it for the substance, of the dense fluid too?
+    bool has_viscosity() const;
+    bool has_conductivity() const;
+    bool has_surface_tension() const;
 
   private:
     struct Parts;

@@ -28,6 +28,27 @@ namespace Corvane
         Q
     }
 
+    /// <summary>A transport property with what it comes from.</summary>
+    public sealed class TransportValue
+    {
+        internal TransportValue(double value, bool inRange, double secondSource, string model)
+        {
+            Value = value;
+            InRange = inRange;
+            SecondSource = secondSource;
+            Model = model;
+        }
+
+        /// <summary>Pa s, W/(m K) or N/m.</summary>
+        public double Value { get; }
+        /// <summary>Does the temperature lie within what the source states?</summary>
+        public bool InRange { get; }
+        /// <summary>Relative deviation of a second source; not-a-number without one.</summary>
+        public double SecondSource { get; }
+        /// <summary>The model and its publication.</summary>
+        public string Model { get; }
+    }
+
     /// <summary>
     /// A pure substance opened by name, from any directory: stable states by two quantities, saturation.
     /// Several threads may use one object. Units: K, MPa, mol/cm³, J/mol, J/(mol K).
@@ -185,6 +206,38 @@ namespace Corvane
                 handle, Tracing.Codes(what, values), values, values.Length, points, f, IntPtr.Zero,
                 out e))
                 .PropertyDiagram();
+
+        /// <summary>Viscosity by the best model that there is for the substance, Pa s.</summary>
+        /// <param name="T">K</param>
+        /// <param name="rho">mol/cm³; 0: the dilute gas</param>
+        /// <returns>the value with its model and range</returns>
+        /// <exception cref="ThermodynamicException">NotOpened: the data home has no model of it; code
+        /// OutOfRange</exception>
+        public TransportValue Viscosity(double T, double rho) => Transport(0, T, rho);
+
+        /// <summary>Thermal conductivity, W/(m K); otherwise as <see cref="Viscosity"/>.</summary>
+        /// <param name="T">K</param>
+        /// <param name="rho">mol/cm³; 0: the dilute gas</param>
+        /// <returns>the value with its model and range</returns>
+        /// <exception cref="ThermodynamicException">as <see cref="Viscosity"/></exception>
+        public TransportValue ThermalConductivity(double T, double rho) => Transport(1, T, rho);
+
+        /// <summary>Surface tension of liquid and vapour, N/m.</summary>
+        /// <param name="T">K</param>
+        /// <returns>the value with its model and range; zero from the critical temperature on</returns>
+        /// <exception cref="ThermodynamicException">as <see cref="Viscosity"/></exception>
+        public TransportValue SurfaceTension(double T) => Transport(2, T, 0.0);
+
+        private TransportValue Transport(int property, double T, double rho)
+        {
+            double[] evidence = new double[2];
+            double value = Check(
+                Corvane_transport(handle, property, T, rho, evidence, out CorvaneError e), ref e);
+            string model = Utf8.Read(
+                (buffer, size) => Check(
+                    Corvane_transport_model(handle, property, T, rho, buffer, size, out CorvaneError f), ref f));
+            return new TransportValue(value, evidence[0] == 1.0, evidence[1], model);
+        }
 
         /// <inheritdoc/>
         public override void Dispose()

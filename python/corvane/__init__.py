@@ -36,6 +36,7 @@ from .mixture_results import (
 from .outputs import ExcessProperties, HenryConstants, IdealCurve, VirialCoefficients
 from .residue import ResidueCurve, ResidueMap
 from .status import Interrupted, Status
+from .transport import Conductivity, SurfaceTension, Viscosity
 
 if _TYPE_CHECKING:
     from .fitting import FitResult, fit
@@ -57,6 +58,7 @@ def __dir__() -> list[str]:
 __all__ = [
     "AzeotropicLine",
     "BinaryType",
+    "Conductivity",
     "CriticalLine",
     "CriticalPoints",
     "Diagram",
@@ -84,10 +86,12 @@ __all__ = [
     "SolidPoints",
     "State",
     "Status",
+    "SurfaceTension",
     "TernaryDiagram",
     "TernaryRegion",
     "ThreePhaseLine",
     "VirialCoefficients",
+    "Viscosity",
     "check_equation",
     "data_home",
     "equations",

@@ -15,6 +15,7 @@ from .outputs import IdealCurve, ideal_curve
 from .quantities import registry_of, returns_quantities
 from .results import Table, draws
 from .status import code_of, judge
+from .transport import Conductivity, SurfaceTension, Viscosity
 
 if TYPE_CHECKING:
     from numpy.typing import ArrayLike
@@ -309,6 +310,44 @@ class Fluid:
         0.4 critical temperatures) or p_max (Pa; 0: 10 GPa)."""
         return ideal_curve(self._native, kind, T, T_min, p_max)
 
+    # ---- transport
+
+    @returns_quantities
+    def viscosity(self, *, threads: int = 1, errors: str | None = None, **given: ArrayLike) -> Viscosity:
+        """Viscosity (Pa s) at T and rho, or at two other quantities as in :meth:`state`.
+
+        By the best model that there is for the substance, which the result names with its publication: a reference
+        correlation, else correlations of the liquid and of the dilute gas, joined along the density. ``rho=0`` is the
+        dilute gas. ``in_range`` is false where T lies outside what the source states.
+
+        >>> eta = corvane.Fluid("water").viscosity(T=298.15, rho=55345.0)
+        >>> round(1e6 * float(eta.viscosity), 1), eta.models[0][0]
+        (890.1, 'reference correlation')
+        """
+        return self._transport(Viscosity, 0, given, threads, errors)
+
+    @returns_quantities
+    def thermal_conductivity(self, *, threads: int = 1, errors: str | None = None, **given: ArrayLike) -> Conductivity:
+        """Thermal conductivity (W/(m K)), likewise; reference correlations with their critical enhancement."""
+        return self._transport(Conductivity, 1, given, threads, errors)
+
+    @returns_quantities
+    def surface_tension(self, T: ArrayLike, *, threads: int = 1, errors: str | None = None) -> SurfaceTension:
+        """Surface tension (N/m) of liquid and vapour at T (K); zero from the critical temperature on."""
+        return self._transport(SurfaceTension, 2, {"T": T, "rho": 0.0}, threads, errors)
+
+    def _transport(self, kind: type, what: int, given: dict[str, Any], threads: int, errors: str | None) -> Any:
+        if given.keys() == {"T", "rho"}:
+            known = Given(**given)
+        else:
+            state = self.state(threads=threads, errors=errors, **given)
+            state = getattr(state, "plain", state)
+            known = Given(T=state.T, rho=_of_one_phase(state))
+        out, models = self._native.transport(what, *known.flat, threads, known.single)
+        column, status, words, done = known.received(out)
+        T, rho = (known.shaped(x) for x in known.flat)
+        return judge(kind(T, rho, [column(k) for k in range(3)], status, models), status, words, done, errors)
+
     # ---- inside
 
     def _given(self, given: dict[str, Any]) -> tuple[list[str], Given]:
@@ -342,6 +381,15 @@ class Fluid:
     def _repr_html_(self) -> str:
         return (f"<b>{self.name}</b>, {self.eos} set {self.set}<br>T<sub>c</sub> = {self.T_critical:.6g} K, "
                 f"p<sub>c</sub> = {self.p_critical / 1e6:.6g} MPa<br><small>{self.source}</small>")  # fmt: skip
+
+
+def _of_one_phase(state: State) -> Any:
+    """Densities; between liquid and vapour, where there are two, not-a-number."""
+    if isinstance(state.q, Number):
+        ends = {0.0: state.rho_liquid, 1.0: state.rho_vapour}
+        return state.rho if math.isnan(state.q) else ends.get(state.q, math.nan)
+    end = np.where(state.q == 0.0, state.rho_liquid, np.where(state.q == 1.0, state.rho_vapour, np.nan))
+    return np.where(np.isnan(state.q), state.rho, end)
 
 
 def _again(equation: Any, kind: str, home: str | os.PathLike[str] | None) -> Any:

@@ -267,3 +267,30 @@ def test_property_diagram():
     flash = m.flash(z, T=isobar.T[20], p=2e6)
     assert isobar.h[20] == pytest.approx(float(flash.h)) and np.allclose(isochore.rho, 4000.0)
     assert mixed.plot().get_title().startswith("0.7 methane + 0.3 propane")
+
+
+def test_transport_has_the_printed_values_and_names_its_models(water):
+    # IAPWS R12-08, table 4, and R15-11, table 4 (298.15 K, 998 kg/m³); R1-76 (2014), table 1: 72.75 mN/m at 20 °C.
+    rho = 998.0 / water.M
+    eta, conductivity = water.viscosity(T=298.15, rho=rho), water.thermal_conductivity(T=298.15, rho=rho)
+    assert eta.viscosity == pytest.approx(889.735100e-6, rel=2e-7)
+    assert conductivity.conductivity == pytest.approx(0.607712868, rel=2e-7)
+    assert [model for model, _ in eta.models] == ["reference correlation"]
+    tension = water.surface_tension([293.15, 2000.0])
+    assert tension.tension == pytest.approx([72.75e-3, 0.0], abs=2e-5)
+    # At T and p, at the ends of the two phases, and between them.
+    saturated = water.saturation(T=400.0)
+    ends = water.viscosity(T=400.0, q=[0.0, 0.5, 1.0])
+    assert ends.rho[[0, 2]] == pytest.approx([saturated.rho_liquid, saturated.rho_vapour])
+    assert np.isnan(ends.viscosity[1]) and ends.status[1] != 0
+    assert water.viscosity(T=300.0, p=1e5).viscosity == water.viscosity(T=300.0, rho=water.state(T=300.0, p=1e5).rho).viscosity
+
+
+def test_transport_says_what_is_extrapolated_and_what_is_missing():
+    acetone = cv.Fluid("acetone", "PR")
+    eta = acetone.viscosity(T=[300.0, 1900.0], rho=0.0)
+    assert eta.in_range.tolist() == [True, False] and eta.model.startswith("gas correlation (")
+    with pytest.raises(ValueError, match="no viscosity of 1_10_dichlorodecane in the data tree"):
+        cv.Fluid("1_10_dichlorodecane").viscosity(T=300.0, rho=0.0)
+    with pytest.raises(ValueError):
+        acetone.viscosity(T=-1.0, rho=0.0)

@@ -28,6 +28,10 @@ FLUID = {
     "diagram": ({"T": [300.0], "p": [], "points": 9}, {"T": Q([300.0], "K"), "p": [], "points": 9},
                 {"liquid.p": "bar", "lines.T.0.0": "K", "lines.T.0.1.h": ENERGY}),
     "ideal_curve": ({"T": [600.0]}, {"T": Q([600.0], "K")}, {"p": "bar", "T_zero": "K", "rho": DENSITY}),
+    "viscosity": ({"T": 300.0, "p": 1e6}, {"T": Q(300, "K"), "p": Q(1, "MPa")}, {"viscosity": "mPa*s", "rho": DENSITY}),
+    "thermal_conductivity": ({"T": 300.0, "rho": 50.0}, {"T": Q(300, "K"), "rho": Q(0.05, DENSITY)},
+                             {"conductivity": "mW/(m*K)", "T": "K"}),
+    "surface_tension": ({"T": 300.0}, {"T": Q(300, "K")}, {"tension": "mN/m"}),
 }  # fmt: skip
 Z, ZQ = [0.5, 0.5], Q([50.0, 50.0], "percent")
 MIXTURE = {

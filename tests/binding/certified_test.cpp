@@ -80,6 +80,21 @@ TEST(Certified, PureFluidsAsInCpp) {
     EXPECT_EQ(value(curve, 0, 0, CORVANE_WHOLE, CORVANE_T), s.T);
     EXPECT_EQ(value(curve, 0, 0, 1, CORVANE_RHO), s.rhoV);
     EXPECT_EQ(value(curve, 0, 0, CORVANE_WHOLE, CORVANE_VALUE_ERROR), s.value_error);
+    double evidence[2];
+    for (int what : {CORVANE_VISCOSITY, CORVANE_CONDUCTIVITY, CORVANE_SURFACE_TENSION}) {
+        const corvane::Transport transport(cpp);
+        const auto v = what == CORVANE_VISCOSITY      ? transport.viscosity(300, 1e-3)
+                       : what == CORVANE_CONDUCTIVITY ? transport.thermal_conductivity(300, 1e-3)
+                                                      : transport.surface_tension(300);
+        EXPECT_EQ(Corvane_transport(fluid.get(), what, 300, 1e-3, evidence, &e), v.value);
+        EXPECT_EQ(evidence[0], v.in_range);
+        EXPECT_EQ(text([&](char* to, int n) {
+                      return Corvane_transport_model(fluid.get(), what, 300, 1e-3, to, n, &e);
+                  }),
+                  v.model + ": " + v.source);
+    }
+    EXPECT_EQ(Corvane_transport(fluid.get(), 3, 300, 1e-3, nullptr, &e), 0.0);
+    EXPECT_EQ(e.kind, CORVANE_BAD_ARGUMENT);
     const Result phase(Corvane_pure_phase(fluid.get(), 300, 1e-3, &e));
     EXPECT_EQ(value(phase, 0, 0, 0, CORVANE_MU_JT),
               corvane::phase_properties(*cpp.model, 300, 1e-3).mu_JT);

@@ -64,6 +64,11 @@ Bits in_cpp() {
     show("flash.error", flash.certificate.x_error);
     show("dew.rho", corvane::dew_p(*gas.model, 2, x).incipient.rho);
     show("phase.w", corvane::phase_properties(*gas.model, 300, 1e-3, x).w);
+    const corvane::Fluid propane = corvane::open("PR", "propane");
+    const corvane::Transport transport(propane);
+    show("viscosity", transport.viscosity(300, 1e-3).value);
+    show("conductivity", transport.thermal_conductivity(300, 1e-3).value);
+    show("tension", transport.surface_tension(300).value);
     return b;
 }
 

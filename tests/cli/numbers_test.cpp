@@ -329,3 +329,24 @@ TEST(CliNumbers, UnitsAreThoseOfTheirDefinitions) {
                              "methane=16.0428 propane=132.287865 --basis mass"})
         expect_rel(row(fractions + same)["rho"], rho, 1e-6, same);
 }
+
+TEST(CliNumbers, StatesAndSaturationHaveTransportPropertiesWhereThereAreModels) {
+    // IAPWS R12-08, R15-11: 889.7 µPa s and 607.7 mW/(m K) at 298.15 K and 998 kg/m³.
+    const Json liquid = row("state water --T 298.15 --rho 998 --unit-rho kg/m3 --phase single");
+    expect_rel(liquid["eta"], 889.7351, 1e-6, "viscosity");
+    expect_rel(liquid["lambda"], 0.607712868, 1e-6, "conductivity");
+    const Json two = rows("state water --T 350 --q 0.5"), line = row("saturation MEOS water --T 350 --all");
+    struct Shown {
+        std::size_t phase;
+        char const *here, *there;
+    };
+    for (Shown const& c : {Shown{0, "eta", "etaL"}, Shown{1, "eta", "etaV"}, Shown{0, "lambda", "lambdaL"},
+                           Shown{1, "lambda", "lambdaV"}, Shown{2, "sigma", "sigma"}})
+        expect_rel(two[c.phase][c.here], line[c.there], 1e-9, c.there);
+    EXPECT_TRUE(two[2]["eta"].is_null() && two[0]["sigma"].is_null()) << two;
+    // Another source's range, and a substance without models.
+    const Json hot = row("state PR acetone --T 1900 --p 0.1");
+    EXPECT_NE(hot.value("note", "").find("viscosity extrapolated"), std::string::npos) << hot;
+    const Json none = row("state 1_10_dichlorodecane --T 400 --p 0.1");
+    EXPECT_FALSE(none.contains("eta") || none.contains("lambda")) << none;
+}

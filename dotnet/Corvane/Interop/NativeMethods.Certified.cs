@@ -68,6 +68,16 @@ namespace Corvane.Interop
             FluidHandle fluid, double T, double rho, out CorvaneError error);
 
         [DllImport(Library)]
+        internal static extern double Corvane_transport(
+            FluidHandle fluid, int property, double T, double rho, [Out] double[] evidence,
+            out CorvaneError error);
+
+        [DllImport(Library)]
+        internal static extern int Corvane_transport_model(
+            FluidHandle fluid, int property, double T, double rho, [Out] byte[] buffer, int size,
+            out CorvaneError error);
+
+        [DllImport(Library)]
         internal static extern ResultHandle Corvane_mixture_phase(
             MixtureHandle mixture, double T, double rho, double[] z, int n, out CorvaneError error);
 

@@ -15,7 +15,7 @@ Different: the zeros of h, s and u are those of Corvane's ideal-gas tables until
 :func:`set_reference_state` is called (differences do not depend on them); equations and constants are
 those of Corvane's data; a failure is ``ValueError`` with Corvane's words; ``CP0MASS`` comes from tables.
 
-Missing: mixtures (see :class:`corvane.Mixture`), transport properties, ``INCOMP::`` fluids, humid air,
+Missing: mixtures (see :class:`corvane.Mixture`), transport properties (see :meth:`corvane.Fluid.viscosity`), ``INCOMP::`` fluids, humid air,
 partial derivatives as keys.
 """
 

@@ -53,6 +53,12 @@ namespace Corvane.Tests
                 Show("dew.rho", m.DewP(2, new[] { 0.3, 0.7 }).Incipient.Rho);
                 Show("phase.w", m.Phase(300, 1e-3, 0.3, 0.7).Phases[0].SpeedOfSound);
             }
+            using (Fluid propane = Fluid.Open("PR", "propane"))
+            {
+                Show("viscosity", propane.Viscosity(300, 1e-3).Value);
+                Show("conductivity", propane.ThermalConductivity(300, 1e-3).Value);
+                Show("tension", propane.SurfaceTension(300).Value);
+            }
         }
 
         private static void Show(string name, double value)

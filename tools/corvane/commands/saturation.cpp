@@ -7,6 +7,7 @@
 #include <tools/corvane/results/file_run.h>
 #include <tools/corvane/results/mixture_points.h>
 #include <tools/corvane/results/compare.h>
+#include <tools/corvane/results/transport.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
 #include <tools/corvane/text/text.h>
@@ -195,6 +196,31 @@ Picture SaturationCommand::picture(Fluid const& fluid, Table const& table, std::
     return result;
 }
 
+/// Of both phases, and between them, as far as there are models.
+void add_columns(TransportCells const& transport, Table& table) {
+    auto const& models = transport.models();
+    auto& columns = table.columns;
+    if (models.has_viscosity()) {
+        columns.push_back(transport.viscosity_column("etaL", "viscosity of the liquid"));
+        columns.push_back(transport.viscosity_column("etaV", "viscosity of the vapour"));
+    }
+    if (models.has_conductivity()) {
+        columns.push_back(transport.conductivity_column("lambdaL", "thermal conductivity of the liquid"));
+        columns.push_back(transport.conductivity_column("lambdaV", "thermal conductivity of the vapour"));
+    }
+    if (models.has_surface_tension()) columns.push_back(transport.tension_column());
+}
+void add_cells(TransportCells& transport, Equilibrium const& e, Row& row) {
+    auto const& models = transport.models();
+    if (models.has_viscosity())
+        for (double rho : {e.rhoL, e.rhoV})
+            row.cells.push_back(transport.viscosity(e.T, rho, row, true).cell);
+    if (models.has_conductivity())
+        for (double rho : {e.rhoL, e.rhoV})
+            row.cells.push_back(transport.conductivity(e.T, rho, row, true).cell);
+    if (models.has_surface_tension()) row.cells.push_back(transport.tension(e.T, row).cell);
+}
+
 int SaturationCommand::run() {
     plot.begin();
     if (plot && file) throw Misuse("--plot and --html draw what --T, --p or --compare ask for");
@@ -226,6 +252,8 @@ int SaturationCommand::run() {
         table.columns.push_back({column->name, units.name(column->quantity), column->text,
                                  column->name == std::string(by_T ? "T" : "p")});
 
+    std::optional<TransportCells> transport;
+    if (all) add_columns(transport.emplace(fluid, units), table);
     const auto curve = precomputed(fluid, given.size());
     const auto row = [&](double x) {
         const Equilibrium e = equilibrium(fluid, units, by_T, x, curve);
@@ -233,6 +261,7 @@ int SaturationCommand::run() {
         for (SaturationColumn const* column : columns)
             result.cells.emplace_back(units.from_library(column->quantity, column->value(e)));
         result.note = extrapolated(fluid, e.T, e.p, all, units);
+        if (transport) add_cells(*transport, e, result);
         return result;
     };
     if (file) {
@@ -250,6 +279,7 @@ int SaturationCommand::run() {
                       [&] { return row(x); }))
             break;
     const int code = rows.finish(head);
+    if (transport) transport->tell(head);
     if (published)
         for (std::string const& line :
              published->lay_beside(table, by_T ? "T" : "p", quantities(), units))
@@ -272,7 +302,8 @@ void add_saturation(Program& program) {
         .value("--compare", saturation->compare,
                "published points: a CSV file with columns such as T/K, p/MPa, rhoL/(kg/m3)",
                {.type = "FILE"})
-        .flag("--all", saturation->all, "more columns: volumes, Z, phi, h, s, cp of both phases");
+        .flag("--all", saturation->all, "more columns: volumes, Z, phi, h, s, cp, viscosity, conductivity of both phases, "
+              "surface tension");
     saturation->file.add_to(command);
     saturation->plot.add_to(command);
     saturation->options.add_reference(command);

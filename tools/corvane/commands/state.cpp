@@ -4,6 +4,7 @@
 #include <tools/corvane/input/options.h>
 #include <tools/corvane/output/rows.h>
 #include <tools/corvane/results/properties.h>
+#include <tools/corvane/results/transport.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
 
@@ -68,7 +69,9 @@ struct StateCommand {
     std::vector<Property const*> shown(Fluid const& fluid) const;
     std::vector<Column> columns(Fluid const& fluid, bool several) const;
     Row row(Fluid const& fluid, Point const& point) const;
+    void add_transport(Row& row, Point const& point) const;
 
+    std::unique_ptr<TransportCells> transport_;
     Input *first_ = nullptr, *second_ = nullptr;  // in the order of `inputs`
 };
 
@@ -213,7 +216,28 @@ std::vector<Column> StateCommand::columns(Fluid const& fluid, bool several) cons
         result.back().given =
             several && (name == first_->symbol || name == second_->symbol) && name != "v";
     }
+    auto const& models = transport_->models();
+    if (models.has_viscosity())
+        result.push_back(transport_->viscosity_column("eta", "viscosity"));
+    if (models.has_conductivity())
+        result.push_back(transport_->conductivity_column("lambda", "thermal conductivity"));
+    if (models.has_surface_tension() && !by_Tp()) result.push_back(transport_->tension_column());
     return result;
+}
+
+/// Of phases the viscosity and conductivity, of two together the surface tension.
+void StateCommand::add_transport(Row& row, Point const& point) const {
+    auto const& models = transport_->models();
+    State const& s = point.state;
+    const auto put = [&](bool here, auto const& compute) {
+        row.cells.push_back(here ? compute().cell : Cell());
+    };
+    if (models.has_viscosity())
+        put(!point.whole, [&] { return transport_->viscosity(s.T, s.rho, row, true); });
+    if (models.has_conductivity())
+        put(!point.whole, [&] { return transport_->conductivity(s.T, s.rho, row, true); });
+    if (models.has_surface_tension() && !by_Tp())
+        put(point.whole.has_value(), [&] { return transport_->tension(s.T, row); });
 }
 
 Row StateCommand::row(Fluid const& fluid, Point const& point) const {
@@ -227,6 +251,7 @@ Row StateCommand::row(Fluid const& fluid, Point const& point) const {
         else
             result.cells.emplace_back();
     }
+    add_transport(result, point);
     add_note(result.note, extrapolated(fluid, point.state.T, point.state.p, true, options.units));
     return result;
 }
@@ -326,6 +351,7 @@ int StateCommand::run() {
     for (Input* input : {first_, second_}) read(*input);
     Heading head = heading("state", fluid, units);
     head.remarks.push_back(options.set_reference(fluid));
+    transport_ = std::make_unique<TransportCells>(fluid, units);
     const std::size_t asked = first_->values.size() * second_->values.size();
     Table table{columns(fluid, asked > 1), {}};
     const auto add = [&](Rows::Given& known, Input const& input, double value) {
@@ -352,6 +378,7 @@ int StateCommand::run() {
                                 return result;
                             });
     });
+    transport_->tell(head);
     return rows.write(head, upright_if(options.style, asked == 1));
 }
 }  // namespace

@@ -6,93 +6,53 @@
 #include <tools/corvane/output/rows.h>
 #include <tools/corvane/results/file_run.h>
 #include <tools/corvane/results/properties.h>
+#include <tools/corvane/results/transport.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
 
 #include <corvane/phases/saturation/pure_saturation.h>
 #include <corvane/state/phase_properties.h>
-#include <corvane/transport/transport.h>
 
 #include <fmt/format.h>
 
-#include <cmath>
-#include <functional>
 #include <memory>
-#include <set>
 
 namespace cli {
 namespace {
-
-/// A value, or what stands in its place: nothing, with a note.
-struct Shown {
-    Cell cell;
-    std::optional<double> value;
-};
-
-/// The values of one run, and the models that they came from, each told once.
-class Models {
-  public:
-    Shown show(char const* property, double unit, Row& row,
-               std::function<corvane::TransportValue()> const& compute) {
-        try {
-            const corvane::TransportValue v = compute();
-            told_.insert(fmt::format("{}: {}, {}", property, v.model, v.source));
-            if (!v.in_range) add_note(row.note, fmt::format("{} extrapolated", property));
-            constexpr double kTold = 0.05;
-            if (std::abs(v.second_source) > kTold)
-                add_note(row.note, fmt::format("{}: a second source differs by {:+.0f} %", property,
-                                               100.0 * v.second_source));
-            return {v.value / unit, v.value};
-        } catch (corvane::OpenFailure const& failure) {
-            add_note(row.note, failure.what());
-            return {std::monostate(), {}};
-        }
-    }
-    void tell(Heading& head) const {
-        for (std::string const& model : told_) head.remarks.push_back(model);
-    }
-
-  private:
-    std::set<std::string> told_;
-};
 
 struct TransportCommand {
     Options options;
     std::string T, p;
     FileRun file;
-    Models models;
 
     int run();
     int tension();
 
   private:
-    std::vector<Column> columns() const;
-    Row row(Fluid const& fluid, corvane::Transport const& transport, double T_, double p_,
-            char const* phase, double rho);
+    std::vector<Column> columns(TransportCells const& transport) const;
+    Row row(Fluid const& fluid, TransportCells& transport, double T_, double p_, char const* phase,
+            double rho);
 };
 
-std::vector<Column> TransportCommand::columns() const {
+std::vector<Column> TransportCommand::columns(TransportCells const& transport) const {
     Units const& u = options.units;
     return {{"T", u.name(Quantity::temperature), "temperature", true},
             {"p", u.name(Quantity::pressure), "pressure", true},
             {"phase", "", "stable phase"},
             {"rho", u.name(Quantity::density), "density"},
-            {"eta", u.name(Quantity::viscosity), "viscosity"},
-            {"lambda", "W/(m K)", "thermal conductivity"},
+            transport.viscosity_column("eta", "viscosity"),
+            transport.conductivity_column("lambda", "thermal conductivity"),
             {"Pr", "", "Prandtl number"}};
 }
 
-Row TransportCommand::row(Fluid const& fluid, corvane::Transport const& transport, double T_,
-                          double p_, char const* phase, double rho) {
+Row TransportCommand::row(Fluid const& fluid, TransportCells& transport, double T_, double p_,
+                          char const* phase, double rho) {
     Units const& u = options.units;
     Row result{{u.from_library(Quantity::temperature, T_), u.from_library(Quantity::pressure, p_),
                 std::string(phase), u.from_library(Quantity::density, rho)},
                extrapolated(fluid, T_, p_, false, u)};
-    // The library's unit of viscosity in tables is uPa s.
-    const Shown eta = models.show("viscosity", u.to_library(Quantity::viscosity, 1.0) * 1e-6,
-                                  result, [&] { return transport.viscosity(T_, rho); });
-    const Shown lambda = models.show("thermal conductivity", 1.0, result,
-                                     [&] { return transport.thermal_conductivity(T_, rho); });
+    const TransportCell eta = transport.viscosity(T_, rho, result),
+                        lambda = transport.conductivity(T_, rho, result);
     result.cells.insert(result.cells.end(), {eta.cell, lambda.cell, std::monostate()});
     if (eta.value && lambda.value && fluid.ideal) {
         const auto s = corvane::phase_properties(*fluid.model, T_, rho);
@@ -105,8 +65,8 @@ int TransportCommand::run() {
     file.begin(options.json());
     if (file ? !T.empty() || !p.empty() : T.empty()) throw Misuse("give --T, or --input");
     const Fluid fluid = options.open();
-    const corvane::Transport transport(fluid);
     Units const& u = options.units;
+    TransportCells transport(fluid, u);
     const auto at = [&](double T_, double p_) {
         const Roots roots = density_roots(*fluid.model, T_, p_);
         return row(fluid, transport, T_, p_, roots.stable_name, roots.stable);
@@ -117,11 +77,11 @@ int TransportCommand::run() {
         const FileRun::Compute compute = [&](FileRow const& in, Row& result) {
             result = at(in["T"], in["p"]);
         };
-        return file.run("transport", columns(), options.style, [&] { return compute; });
+        return file.run("transport", columns(transport), options.style, [&] { return compute; });
     }
     const auto temperatures = positive_points(T, "--T", Quantity::temperature, u);
     Heading head = heading("transport", fluid, u);
-    Table table{columns(), {}};
+    Table table{columns(transport), {}};
     const auto name = [&](double T_) {
         return fmt::format("{} at T = {}", fluid.name(), u.text(Quantity::temperature, T_));
     };
@@ -147,7 +107,7 @@ int TransportCommand::run() {
         });
     }
     const int code = rows.finish(head);
-    models.tell(head);
+    transport.tell(head);
     write(head, table, options.style);
     return code;
 }
@@ -155,27 +115,24 @@ int TransportCommand::run() {
 int TransportCommand::tension() {
     if (T.empty()) throw Misuse("give --T");
     const Fluid fluid = options.open();
-    const corvane::Transport transport(fluid);
     Units const& u = options.units;
+    TransportCells transport(fluid, u);
     const auto temperatures = positive_points(T, "--T", Quantity::temperature, u);
     Heading head = heading("surface-tension", fluid, u);
     Table table{{{"T", u.name(Quantity::temperature), "temperature", true},
-                 {"sigma", "mN/m", "surface tension of liquid and vapour"}},
+                 transport.tension_column()},
                 {}};
     Rows rows("surface-tension", table, temperatures.size());
     for (double T_ : temperatures)
         if (!rows.add(fmt::format("{} at T = {}", fluid.name(), u.text(Quantity::temperature, T_)),
                       {{0, u.from_library(Quantity::temperature, T_)}}, [&] {
                           Row result{{u.from_library(Quantity::temperature, T_)}, ""};
-                          const Shown sigma = models.show("surface tension", 1e-3, result, [&] {
-                              return transport.surface_tension(T_);
-                          });
-                          result.cells.push_back(sigma.cell);
+                          result.cells.push_back(transport.tension(T_, result).cell);
                           return result;
                       }))
             break;
     const int code = rows.finish(head);
-    models.tell(head);
+    transport.tell(head);
     write(head, table, options.style);
     return code;
 }

@@ -1,0 +1,69 @@
+#include <tools/corvane/results/transport.h>
+#include <tools/corvane/text/errors.h>
+
+#include <corvane/phases/report/certificate.h>
+
+#include <fmt/format.h>
+
+#include <cmath>
+
+namespace cli {
+
+Column TransportCells::viscosity_column(std::string const& name, char const* text) const {
+    return {name, units_.name(Quantity::viscosity), text};
+}
+Column TransportCells::conductivity_column(std::string const& name, char const* text) const {
+    return {name, "W/(m K)", text};
+}
+Column TransportCells::tension_column() const {
+    return {"sigma", "mN/m", "surface tension of liquid and vapour"};
+}
+
+TransportCell TransportCells::show(char const* property, double unit, Row& row, bool lenient,
+                                   std::function<corvane::TransportValue()> const& compute) {
+    const auto without = [&](std::string const& why) -> TransportCell {
+        add_note(row.note, why);
+        return {std::monostate(), {}};
+    };
+    try {
+        const corvane::TransportValue v = compute();
+        {
+            const std::lock_guard lock(mutex_);
+            told_.insert(fmt::format("{}: {}, {}", property, v.model, v.source));
+        }
+        if (!v.in_range) add_note(row.note, fmt::format("{} extrapolated", property));
+        constexpr double kTold = 0.05;
+        if (std::abs(v.second_source) > kTold)
+            add_note(row.note, fmt::format("{}: a second source differs by {:+.0f} %", property,
+                                           100.0 * v.second_source));
+        return {v.value / unit, v.value};
+    } catch (corvane::OpenFailure const& failure) {
+        return without(failure.what());
+    } catch (corvane::EquilibriumFailure const&) {
+        if (!lenient) throw;
+    } catch (ThException const&) {
+        if (!lenient) throw;
+    } catch (MthException const&) {
+        if (!lenient) throw;
+    }
+    return without(fmt::format("no {} of this state", property));
+}
+
+TransportCell TransportCells::viscosity(double T, double rho, Row& row, bool lenient) {
+    // The library's unit of viscosity in tables is uPa s.
+    return show("viscosity", units_.to_library(Quantity::viscosity, 1.0) * 1e-6, row, lenient,
+                [&] { return transport_.viscosity(T, rho); });
+}
+TransportCell TransportCells::conductivity(double T, double rho, Row& row, bool lenient) {
+    return show("thermal conductivity", 1.0, row, lenient,
+                [&] { return transport_.thermal_conductivity(T, rho); });
+}
+TransportCell TransportCells::tension(double T, Row& row) {
+    return show("surface tension", 1e-3, row, false, [&] { return transport_.surface_tension(T); });
+}
+
+void TransportCells::tell(Heading& head) const {
+    for (std::string const& model : told_) head.remarks.push_back(model);
+}
+
+}  // namespace cli
