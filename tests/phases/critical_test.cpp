@@ -67,8 +67,9 @@ TEST(CriticalPoint, AgreesWithTheNestedSearch) {
             start.rho *= 0.95;
             warm.start = &start;
             const CriticalPoint again = corvane::critical_point(*m, mix(x), warm);
-            EXPECT_NEAR(again.T / q.T, 1, 1e-9);
-            EXPECT_NEAR(again.rho / q.rho, 1, 1e-9);
+            // The last step leaves rounding alone, not a part of the way from the start.
+            EXPECT_NEAR(again.T / q.T, 1, 1e-12);
+            EXPECT_NEAR(again.rho / q.rho, 1, 1e-12);
         }
 }
 

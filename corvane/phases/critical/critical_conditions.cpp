@@ -135,14 +135,11 @@ bool CriticalConditions::shifted(double h) {
 
 bool CriticalConditions::evaluate(Variables const& y, int m, int order) {
     if (!eigen(y, m, order)) return false;
-    double h = kAlong[exact_ ? 0 : 1], ideal = 0.0;
-    for (int i = 0; i < n_; ++i) {
-        const double root = std::sqrt(s.x[i]);
-        h = std::min(h, 0.3 * root / std::max(std::fabs(u[i]), 1e-300));
-        ideal -= u[i] * u[i] * u[i] / root;
-    }
+    double h = kAlong[exact_ ? 0 : 1];
+    for (int i = 0; i < n_; ++i)
+        h = std::min(h, 0.3 * std::sqrt(s.x[i]) / std::max(std::fabs(u[i]), 1e-300));
     if (!third(h, C)) return false;
-    C += ideal;
+    C += ideal_third();
     return std::isfinite(C);
 }
 
@@ -155,25 +152,38 @@ bool CriticalConditions::third(double h, double& difference) {
     return true;
 }
 
+/// The residual part of C from wider steps, where rounding is less, extrapolated to zero
+/// (Richardson); the last step of that bounds what is left.
+bool CriticalConditions::extrapolated(Wide& w) {
+    w.h = kWide;
+    for (int i = 0; i < n_; ++i)
+        w.h = std::min(w.h, 0.05 * std::sqrt(s.x[i]) / std::max(std::fabs(u[i]), 1e-300));
+    double c[3];
+    for (int k = 0; k < 3; ++k)
+        if (!third(w.h * (1 << k), c[k])) return false;
+    const double once = (4.0 * c[0] - c[1]) / 3.0, again = (4.0 * c[1] - c[2]) / 3.0;
+    w.C = (16.0 * once - again) / 15.0;
+    w.left = std::fabs(w.C - once);
+    return std::isfinite(w.C + w.left);
+}
+
+double CriticalConditions::ideal_third() const {
+    double sum = 0.0;
+    for (int i = 0; i < n_; ++i) sum -= u[i] * u[i] * u[i] / std::sqrt(s.x[i]);
+    return sum;
+}
+
 bool CriticalConditions::equations(Variables const& y, int m, double* e) {
-    if (!exact_ || !eigen(y, m, phase_all)) return false;
-    double h = kWide, ideal = 0.0, size = 0.0;
-    for (int i = 0; i < n_; ++i) {
-        const double root = std::sqrt(s.x[i]);
-        h = std::min(h, 0.05 * root / std::max(std::fabs(u[i]), 1e-300));
-        ideal -= u[i] * u[i] * u[i] / root;
+    Wide wide;
+    if (!exact_ || !eigen(y, m, phase_all) || !extrapolated(wide)) return false;
+    double size = 0.0;
+    for (int i = 0; i < n_; ++i)
         for (int j = 0; j < n_; ++j)
             size += s.rho * std::sqrt(s.x[i] * s.x[j]) * std::fabs(u[i] * u[j]) *
                     (std::fabs(s.H[i * n_ + j]) + (i == j ? 1.0 / s.rho_i[i] : 0.0));
-    }
-    double c[3];
-    for (int k = 0; k < 3; ++k)
-        if (!third(h * (1 << k), c[k])) return false;
-    // Richardson's extrapolation; its last step bounds what is left.
-    const double once = (4.0 * c[0] - c[1]) / 3.0, again = (4.0 * c[1] - c[2]) / 3.0,
-                 twice = (16.0 * once - again) / 15.0;
+    const double ideal = ideal_third();
     e[0] = std::fabs(lambda) + kUnits * size;
-    e[1] = std::fabs(ideal + twice) + std::fabs(twice - once) + 2.0 * kUnits * size / h +
+    e[1] = std::fabs(ideal + wide.C) + wide.left + 2.0 * kUnits * size / wide.h +
            kUnits * std::fabs(ideal);
     return std::isfinite(e[0] + e[1]);
 }
@@ -267,6 +277,40 @@ CriticalConditions::Variables CriticalConditions::tangent(double const* J) {
     return t;
 }
 
+/// Newton's method ends where its C, whose narrow steps leave 1e-10 of rounding and truncation, and
+/// the rate of its differences allow: 1e-11 of T and p that depend on the start and on the last bits
+/// of exponentials and logarithms. One more step, with the extrapolated C.
+void CriticalConditions::polish(Variables& y, int m, Variables const* row, double value) {
+    Wide wide;
+    if (!exact_ || !extrapolated(wide)) return;
+    wide.C += ideal_third();
+    if (!(std::max(std::fabs(wide.C), wide.left) < limit * std::max(1.0, stiffness_))) return;
+    C = wide.C;
+    double r[3];
+    std::array<double, 9> J;
+    system(y, m, row, value, r, J.data());
+    for (int i = 0; i < m; ++i) r[i] = -r[i];
+    if (!lu_solve(m, J.data(), r)) return;
+    for (int i = 0; i < m; ++i)
+        if (!(std::fabs(r[i]) < (i < 2 ? kStep : kStep * std::min(y[2], y[3])))) return;
+    for (int k = 0; k < m; ++k) y[k] += r[k];
+    if (m == 3) y[3] -= r[2];
+}
+
+/// The equations of Newton's method, and J_ as their Jacobian.
+void CriticalConditions::system(Variables const& y, int m, Variables const* row, double value,
+                                double* r, double* J) const {
+    std::copy(J_.begin(), J_.end(), J);
+    r[0] = lambda;
+    r[1] = C;
+    if (m < 3) return;
+    r[2] = -value;
+    for (int k = 0; k < 3; ++k) {
+        J[6 + k] = (*row)[k];
+        r[2] += (*row)[k] * y[k];
+    }
+}
+
 bool CriticalConditions::solve(Variables& y, int m, Variables const* row, double value, int most) {
     assert(m == 2 || m == 3);
     double r[3];
@@ -276,16 +320,7 @@ bool CriticalConditions::solve(Variables& y, int m, Variables const* row, double
     };
     const auto assemble = [&] {
         if (!gradients(y, m, J_.data())) return false;
-        J = J_;
-        r[0] = lambda;
-        r[1] = C;
-        if (m == 3) {
-            r[2] = -value;
-            for (int k = 0; k < 3; ++k) {
-                J[6 + k] = (*row)[k];
-                r[2] += (*row)[k] * y[k];
-            }
-        }
+        system(y, m, row, value, r, J.data());
         return true;
     };
     const auto advance = [&](double) {
@@ -298,10 +333,12 @@ bool CriticalConditions::solve(Variables& y, int m, Variables const* row, double
         if (m == 3) y[3] -= bound.part() * r[2];
         return true;
     };
-    return damped_newton(
-               m, J.data(), r, most, iterations, [&] { return evaluate(y, m); }, converged,
-               assemble, advance) &&
-           eigen(y, m, phase_p);
+    if (!damped_newton(
+            m, J.data(), r, most, iterations, [&] { return evaluate(y, m); }, converged, assemble,
+            advance))
+        return false;
+    polish(y, m, row, value);
+    return eigen(y, m, phase_p);
 }
 
 }  // namespace corvane

@@ -41,7 +41,9 @@ class CriticalConditions {
     bool gradients(Variables const& y, int m, double* J);
     /// D, from the curvature of λ along u less the response of the other eigenvectors; about 1e-6.
     bool quartic(Variables const& y, int m, double& D);
-    /// Newton's method; row (m = 3 only) fixes row·y = value. Leaves s with phase_H and phase_p.
+    /// Newton's method; row (m = 3 only) fixes row·y = value. With exact derivatives its last step
+    /// takes C by extrapolation, so that the solution is one to rounding, whatever it started from; C is
+    /// then that before the step. Leaves s with phase_H and phase_p.
     bool solve(Variables& y, int m, Variables const* row, double value, int iterations);
     /// m = 3: direction of the critical line at the solution, of unit length, either sign. From the
     /// gradients of the last iteration (not evaluated again: about 1e-5).
@@ -75,6 +77,14 @@ class CriticalConditions {
     double form(PhaseState const& q) const;  // residual part of the quadratic form along u
     bool shifted(double h);
     bool third(double h, double& C);
+    double ideal_third() const;  // the ideal part of C
+    struct Wide {
+        double C, left, h;  // residual part, bound of its truncation, step
+    };
+    bool extrapolated(Wide& w);
+    void system(Variables const& y, int m, Variables const* row, double value, double* r,
+                double* J) const;
+    void polish(Variables& y, int m, Variables const* row, double value);
 
     FluidModel const& fluid_;
     const int n_;
