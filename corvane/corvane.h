@@ -66,5 +66,6 @@
 #include <corvane/state/pure_state.h>
 #include <corvane/state/reference.h>
 #include <corvane/state/virial.h>
+#include <corvane/transport/mixture_transport.h>
 #include <corvane/transport/transport.h>
 #include <corvane/viscosity/visco.h>

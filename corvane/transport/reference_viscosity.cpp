@@ -1,6 +1,7 @@
 #include <corvane/transport/reference_viscosity.h>
 
 #include <cmath>
+#include <limits>
 #include <functional>
 
 namespace corvane::inline detail {
@@ -97,6 +98,7 @@ OfState free_volume(Figures const& f, double T_red, double rho_red) {
             free += n[i] * std::pow(delta, d2[i]) * std::pow(tau, t2[i]);
         if (free == 0.0) return sum;
         const double delta0 = above(tau) / below(tau);
+        if (!(delta < delta0)) return std::numeric_limits<double>::quiet_NaN();  // behind the pole
         return sum + free * (1.0 / (delta0 - delta) - 1.0 / delta0);
     };
 }

@@ -93,6 +93,24 @@ TransportValue Joined::at(Fluid const& fluid, double T, double rho) const {
     return result;
 }
 
+/// The temperatures [K] for which a publication states its correlation ("valid:"), else all.
+struct Stated {
+    double Tmin = 0.0, Tmax = std::numeric_limits<double>::infinity();
+
+    void read(Figures const& figures) {
+        if (!figures.has("valid")) return;
+        const auto both = figures.numbers("valid", 2);
+        Tmin = both[0], Tmax = both[1];
+    }
+    bool covers(double T) const { return T >= Tmin && T <= Tmax; }
+};
+
+/// Correlations have values, too, where they mean nothing: behind a pole, far from their data.
+TransportValue meaningful(TransportValue v) {
+    if (!(v.value > 0.0) || !std::isfinite(v.value)) throw ThException(5);
+    return v;
+}
+
 }  // namespace
 
 struct Transport::Parts {
@@ -100,6 +118,7 @@ struct Transport::Parts {
     std::unique_ptr<ViscosityCorrelation> viscosity;
     std::optional<ConductivityCorrelation> conductivity;
     std::string viscosity_source, conductivity_source;
+    Stated viscosity_stated, conductivity_stated;
     bool water = false;
     Joined joined_viscosity, joined_conductivity;
     std::vector<Correlation> tension;
@@ -128,12 +147,14 @@ Transport::Parts::Parts(Fluid const& f) : fluid(f), water(f.substance == "water"
         const Figures figures(file.string());
         viscosity = viscosity_correlation(figures, M);
         viscosity_source = figures.text("source");
+        viscosity_stated.read(figures);
         eta0 = [this](double T) { return viscosity->dilute(T); };
     }
     if (const auto file = path("conductivity"); std::filesystem::exists(file)) {
         const Figures figures(file.string());
         conductivity.emplace(figures, M, eta0);
         conductivity_source = figures.text("source");
+        conductivity_stated.read(figures);
     }
     const auto pattern = [&](char const* property) {
         return Figures(
@@ -165,21 +186,21 @@ TransportValue Transport::Parts::viscosity_at(double T, double rho,
     if (!viscosity) return joined_viscosity.at(fluid, T, rho);
     double eta = viscosity->background(T, 1e6 * rho);
     if (water && state) eta *= critical_viscosity_factor(water_correlation_length(*state, *slope));
-    return {eta, "reference correlation", viscosity_source, true, kNan};
+    return meaningful({eta, "reference correlation", viscosity_source, viscosity_stated.covers(T), kNan});
 }
 
 TransportValue Transport::Parts::conductivity_at(double T, double rho,
                                                  PhaseProperties const* state) const {
     if (!conductivity) return joined_conductivity.at(fluid, T, rho);
     TransportValue result{conductivity->background(T, 1e6 * rho), "reference correlation",
-                          conductivity_source, true, kNan};
-    if (!state) return result;
+                          conductivity_source, conductivity_stated.covers(T), kNan};
+    if (!state) return meaningful(std::move(result));
     if (viscosity || !joined_viscosity.liquid.empty())
         result.value += conductivity->critical(*state, slope ? &*slope : nullptr,
                                                viscosity_at(T, rho, state).value);
     else
         result.model += " without its critical enhancement, for which there is no viscosity";
-    return result;
+    return meaningful(std::move(result));
 }
 
 Transport::Transport(Fluid const& fluid) : parts_(std::make_unique<Parts>(fluid)) {}
@@ -207,6 +228,15 @@ TransportValue Transport::thermal_conductivity(PhaseProperties const& state) con
     check_state(state.T, state.rho);
     return parts_->conductivity_at(state.T, state.rho,
                                    parts_->conductivity_needs_state() ? &state : nullptr);
+}
+
+TransportValue Transport::viscosity_background(double T, double rho) const {
+    check_state(T, rho);
+    return parts_->viscosity_at(T, rho, nullptr);
+}
+TransportValue Transport::conductivity_background(double T, double rho) const {
+    check_state(T, rho);
+    return parts_->conductivity_at(T, rho, nullptr);
 }
 
 bool Transport::has_viscosity() const {

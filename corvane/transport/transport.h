@@ -47,7 +47,8 @@ class CORVANE_API Transport {
     /// states), c gives the saturated liquid its own correlation's value; above 0.75 Tc, and beyond
     /// the correlation's range, c is that of the end. There is no step anywhere.
     /// @throws OpenFailure the data tree has no model of it for the substance; ThException 5 T not
-    ///     positive, rho negative, not finite
+    ///     positive, rho negative, not finite; a state where the correlation has no positive value, such
+    ///     as behind the pole of a free volume
     TransportValue viscosity(double T, double rho) const;
 
     /// The same of a state whose properties are known, as of a flash: without an evaluation of the
@@ -60,6 +61,11 @@ class CORVANE_API Transport {
     /// @throws OpenFailure as above; ThException 5; ThException 3 no ideal-gas table
     TransportValue thermal_conductivity(double T, double rho) const;
     TransportValue thermal_conductivity(PhaseProperties const& state) const;
+
+    /// Both without what a critical point adds, for states of a component in a mixture: it need not be
+    /// stable there. @throws as above
+    TransportValue viscosity_background(double T, double rho) const;
+    TransportValue conductivity_background(double T, double rho) const;
 
     /// Surface tension of liquid and vapour in N/m at T [K]; zero from the critical temperature of
     /// the correlation on. @throws OpenFailure no correlation; ThException 5

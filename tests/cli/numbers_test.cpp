@@ -349,4 +349,12 @@ TEST(CliNumbers, StatesAndSaturationHaveTransportPropertiesWhereThereAreModels) 
     EXPECT_NE(hot.value("note", "").find("viscosity extrapolated"), std::string::npos) << hot;
     const Json none = row("state 1_10_dichlorodecane --T 400 --p 0.1");
     EXPECT_FALSE(none.contains("eta") || none.contains("lambda")) << none;
+    // A flash has those of its phases on demand; the pure ends are those of the pure fluid.
+    const Json split = rows("flash PR+vdW1 methane=0.3 propane=0.7 --T 280 --p 3 --transport");
+    ASSERT_EQ(split.size(), 2u) << split;
+    EXPECT_GT(split[0]["eta"], 5.0 * double(split[1]["eta"]));
+    EXPECT_EQ(split[0]["sigma"], split[1]["sigma"]);
+    const Json end = row("flash PR+vdW1 methane=0 propane=1 --T 280 --p 3 --transport"),
+               pure = row("state PR propane --T 280 --p 3 --phase single");
+    expect_rel(end["eta"], pure["eta"], 1e-9, "viscosity of propane");
 }

@@ -212,6 +212,23 @@ TEST(Transport, WhatIsMissingOrMalformedIsSaid) {
     for (double T : {0.0, -1.0, std::nan("")})
         EXPECT_THROW(water.transport.viscosity(T, 0.01), ThException);
     EXPECT_THROW(water.transport.thermal_conductivity(300, -1e-9), ThException);
+    // The free volume of this correlation, made from 240 K on, ends in its cold liquid: behind that pole
+    // it is negative, before it twice what the handbook has (Perry's: 389 uPa s at 225 K).
+    auto const& r152a = opened("r152a");
+    const auto saturated = [&](double T) {
+        return r152a.transport.viscosity(T, corvane::pure_saturation_T(*r152a.fluid.model, T).rhoL);
+    };
+    EXPECT_TRUE(saturated(245).in_range);
+    EXPECT_FALSE(saturated(235).in_range);
+    EXPECT_THROW(saturated(215), ThException);
+    // An enhancement needs heat capacities: no value without it in its place.
+    corvane::Fluid bare = corvane::open("MEOS", "carbon_dioxide");
+    bare.model.reset(attach1("MEOS"));
+    bare.model->name("carbon_dioxide");
+    bare.model->id(1);
+    bare.model->load("MEOS");
+    EXPECT_GT(corvane::Transport(bare).thermal_conductivity(310, 0).value, 0);
+    EXPECT_THROW(corvane::Transport(bare).thermal_conductivity(310, 0.01), ThException);
     const auto without = corvane::open("MEOS", "r1336mzz_z");
     EXPECT_THROW(corvane::Transport(without).viscosity(300, 0.001), corvane::OpenFailure);
 

@@ -6,6 +6,7 @@
 #include <tools/corvane/results/file_run.h>
 #include <tools/corvane/results/certified.h>
 #include <tools/corvane/results/mixture_points.h>
+#include <tools/corvane/results/transport.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
 
@@ -49,6 +50,7 @@ struct FlashCommand {
         rho{"rho", "--rho", "rho_all", Quantity::density, What::rho};
     std::string v;  ///< in place of rho
     FileRun file;
+    bool transport = false;  ///< its columns are asked for
 
     std::vector<Given*> all() { return {&p, &T, &h, &s, &rho, &u, &q}; }
     int run();
@@ -66,6 +68,8 @@ struct FlashCommand {
                              Evidence& evidence) const;
     std::vector<Row> rows_of(MixtureFluid const& mixture, std::vector<FlashResult> const& all,
                              std::string const& note, Evidence& evidence) const;
+
+    std::unique_ptr<MixtureTransportCells> transport_;
 };
 
 /// The two quantities that were given: a pair that mixture_states knows.
@@ -142,6 +146,7 @@ std::vector<Column> FlashCommand::columns(MixtureFluid const& mixture) const {
     result.push_back({"u_all", units.name(Quantity::energy), "internal energy of the whole",
                       static_cast<bool>(u), 7, !u});
     result.push_back({"q", "", "amount of the lightest phase", static_cast<bool>(q), 7, !q});
+    if (transport_) transport_->add_columns(result);
     Evidence::add_columns(result);
     return result;
 }
@@ -154,6 +159,7 @@ std::vector<Row> FlashCommand::rows_of(MixtureFluid const& mixture, FlashResult 
     const auto names = phase_names(mixture, result.phases);
     Row certificate;
     evidence.add(certificate, result.certificate);
+    const bool between = names.size() == 2 && names[0] == "liquid" && names[1] == "vapour";
     std::vector<Row> rows;
     for (std::size_t k = 0; k < result.phases.size(); ++k) {
         corvane::PhaseRecord const& phase = result.phases[k];
@@ -176,8 +182,11 @@ std::vector<Row> FlashCommand::rows_of(MixtureFluid const& mixture, FlashResult 
         row.cells.emplace_back(units.from_library(Quantity::volume, 1.0 / result.rho));
         row.cells.emplace_back(units.from_library(Quantity::energy, result.h - result.p / result.rho));
         row.cells.emplace_back(result.phases.size() > 1 ? result.fraction.back() : std::nan(""));
-        row.cells.insert(row.cells.end(), certificate.cells.begin(), certificate.cells.end());
         row.note = certificate.note;
+        if (transport_)
+            transport_->add_cells(result.T, phase, between ? &result.phases[0] : nullptr,
+                                  between ? &result.phases[1] : nullptr, row);
+        row.cells.insert(row.cells.end(), certificate.cells.begin(), certificate.cells.end());
         add_note(row.note, ideal_extrapolated(mixture, result.T, units));
         rows.push_back(std::move(row));
     }
@@ -264,6 +273,7 @@ int FlashCommand::of_file(MixtureFluid& mixture) {
 int FlashCommand::run() {
     file.begin(options.json());
     if (file) {
+        if (transport) throw Misuse("--transport does not go with --input");
         for (Given const* one : all())
             if (*one || !v.empty()) throw Misuse("--input brings the values: no " + std::string(one->option));
         options.begin();
@@ -287,6 +297,7 @@ int FlashCommand::run() {
     if (mixture.ideal)
         head.remarks.emplace_back("h, s: of the phase; h_all, s_all: of the whole");
     head.remarks.push_back(options.set_reference(mixture));
+    if (transport) transport_ = std::make_unique<MixtureTransportCells>(mixture, units);
     Table table{columns(mixture), {}};
     Evidence evidence;
     FlashResult last;
@@ -311,6 +322,7 @@ int FlashCommand::run() {
     for (double a : first->values)
         for (double b : second->values)
             if (!Watch::interrupted()) point(a, b);
+    if (transport_) transport_->tell(head);
     evidence.report(head);
     return rows.write(head, options.style);
 }
@@ -347,7 +359,9 @@ void add_flash(Program& program) {
         .value("--u", flash->u.text, "internal energies of the whole, with --T, --p, --rho or --v", {.type = "VALUES"})
         .value("--q", flash->q.text, "amounts of the vapour, 0 to 1, with --T or --p", {.type = "VALUES"})
         .value("--rho", flash->rho.text, "densities of the whole", {.type = "VALUES"})
-        .value("--v", flash->v, "volumes of the whole, in place of --rho", {.type = "VALUES"});
+        .value("--v", flash->v, "volumes of the whole, in place of --rho", {.type = "VALUES"})
+        .flag("--transport", flash->transport,
+              "more columns: viscosity and thermal conductivity of each phase, surface tension");
     flash->file.add_to(command);
     flash->options.add_reference(command);
     flash->options.add_units(command);

@@ -9,17 +9,17 @@
 
 namespace cli {
 
-Column TransportCells::viscosity_column(std::string const& name, char const* text) const {
+Column TransportSources::viscosity_column(std::string const& name, char const* text) const {
     return {name, units_.name(Quantity::viscosity), text};
 }
-Column TransportCells::conductivity_column(std::string const& name, char const* text) const {
+Column TransportSources::conductivity_column(std::string const& name, char const* text) const {
     return {name, "W/(m K)", text};
 }
-Column TransportCells::tension_column() const {
+Column TransportSources::tension_column() const {
     return {"sigma", "mN/m", "surface tension of liquid and vapour"};
 }
 
-TransportCell TransportCells::show(char const* property, double unit, Row& row, bool lenient,
+TransportCell TransportSources::show(char const* property, double unit, Row& row, bool lenient,
                                    std::function<corvane::TransportValue()> const& compute) {
     const auto without = [&](std::string const& why) -> TransportCell {
         add_note(row.note, why);
@@ -49,21 +49,50 @@ TransportCell TransportCells::show(char const* property, double unit, Row& row, 
     return without(fmt::format("no {} of this state", property));
 }
 
-TransportCell TransportCells::viscosity(double T, double rho, Row& row, bool lenient) {
+TransportCell TransportSources::viscosity(Row& row, bool lenient, Compute const& compute) {
     // The library's unit of viscosity in tables is uPa s.
-    return show("viscosity", units_.to_library(Quantity::viscosity, 1.0) * 1e-6, row, lenient,
-                [&] { return transport_.viscosity(T, rho); });
+    return show("viscosity", units_.to_library(Quantity::viscosity, 1.0) * 1e-6, row, lenient, compute);
 }
-TransportCell TransportCells::conductivity(double T, double rho, Row& row, bool lenient) {
-    return show("thermal conductivity", 1.0, row, lenient,
-                [&] { return transport_.thermal_conductivity(T, rho); });
+TransportCell TransportSources::conductivity(Row& row, bool lenient, Compute const& compute) {
+    return show("thermal conductivity", 1.0, row, lenient, compute);
 }
-TransportCell TransportCells::tension(double T, Row& row) {
-    return show("surface tension", 1e-3, row, false, [&] { return transport_.surface_tension(T); });
+TransportCell TransportSources::tension(Row& row, bool lenient, Compute const& compute) {
+    return show("surface tension", 1e-3, row, lenient, compute);
 }
 
-void TransportCells::tell(Heading& head) const {
+void TransportSources::tell(Heading& head) const {
     for (std::string const& model : told_) head.remarks.push_back(model);
+}
+
+TransportCell TransportCells::viscosity(double T, double rho, Row& row, bool lenient) {
+    return TransportSources::viscosity(row, lenient, [&] { return transport_.viscosity(T, rho); });
+}
+TransportCell TransportCells::conductivity(double T, double rho, Row& row, bool lenient) {
+    return TransportSources::conductivity(
+        row, lenient, [&] { return transport_.thermal_conductivity(T, rho); });
+}
+TransportCell TransportCells::tension(double T, Row& row) {
+    return TransportSources::tension(row, false, [&] { return transport_.surface_tension(T); });
+}
+
+void MixtureTransportCells::add_columns(std::vector<Column>& columns) const {
+    columns.push_back(viscosity_column("eta", "viscosity of the phase"));
+    columns.push_back(conductivity_column("lambda", "thermal conductivity of the phase"));
+    columns.push_back(tension_column());
+}
+
+void MixtureTransportCells::add_cells(double T, corvane::PhaseRecord const& phase,
+                                      corvane::PhaseRecord const* liquid,
+                                      corvane::PhaseRecord const* vapour, Row& row) {
+    row.cells.push_back(
+        viscosity(row, true, [&] { return transport_.viscosity(T, phase.rho, phase.x); }).cell);
+    row.cells.push_back(
+        conductivity(row, true, [&] {
+            return transport_.thermal_conductivity(T, phase.rho, phase.x);
+        }).cell);
+    row.cells.push_back(liquid && vapour ? tension(row, true, [&] {
+        return transport_.surface_tension(T, liquid->rho, liquid->x, vapour->rho, vapour->x);
+    }).cell : Cell());
 }
 
 }  // namespace cli

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <tools/corvane/input/open.h>
+#include <tools/corvane/input/open_mixture.h>
 #include <tools/corvane/output/rows.h>
 
-#include <corvane/transport/transport.h>
+#include <corvane/phases/flash/flash.h>
+#include <corvane/transport/mixture_transport.h>
 
 #include <functional>
 #include <mutex>
@@ -20,31 +22,62 @@ struct TransportCell {
     std::optional<double> value;  ///< Pa·s, W/(m K), N/m
 };
 
-class TransportCells {
+/// Values as cells, and the models that they came from.
+class TransportSources {
   public:
-    TransportCells(Fluid const& fluid, Units const& units) : transport_(fluid), units_(units) {}
+    explicit TransportSources(Units const& units) : units_(units) {}
 
-    corvane::Transport const& models() const { return transport_; }
     Column viscosity_column(std::string const& name, char const* text) const;
     Column conductivity_column(std::string const& name, char const* text) const;
     Column tension_column() const;
-
-    /// Notes of the row say what is extrapolated, uncertain or not there. A failure of the model
-    /// leaves the cell empty where `lenient`, else it is thrown.
-    TransportCell viscosity(double T, double rho, Row& row, bool lenient = false);
-    TransportCell conductivity(double T, double rho, Row& row, bool lenient = false);
-    TransportCell tension(double T, Row& row);
     /// The models, each told once.
     void tell(Heading& head) const;
 
+  protected:
+    using Compute = std::function<corvane::TransportValue()>;
+    /// Notes of the row say what is extrapolated, uncertain or not there. A failure of the model
+    /// leaves the cell empty where `lenient`, else it is thrown.
+    TransportCell viscosity(Row& row, bool lenient, Compute const& compute);
+    TransportCell conductivity(Row& row, bool lenient, Compute const& compute);
+    TransportCell tension(Row& row, bool lenient, Compute const& compute);
+
   private:
     TransportCell show(char const* property, double unit, Row& row, bool lenient,
-                       std::function<corvane::TransportValue()> const& compute);
+                       Compute const& compute);
 
-    corvane::Transport transport_;
     Units const& units_;
     std::mutex mutex_;  // rows of files come from several threads
     std::set<std::string> told_;
+};
+
+/// Of a pure fluid.
+class TransportCells : public TransportSources {
+  public:
+    TransportCells(Fluid const& fluid, Units const& units)
+        : TransportSources(units), transport_(fluid) {}
+
+    corvane::Transport const& models() const { return transport_; }
+    TransportCell viscosity(double T, double rho, Row& row, bool lenient = false);
+    TransportCell conductivity(double T, double rho, Row& row, bool lenient = false);
+    TransportCell tension(double T, Row& row);
+
+  private:
+    corvane::Transport transport_;
+};
+
+/// Of the phases of a mixture: three columns.
+class MixtureTransportCells : public TransportSources {
+  public:
+    MixtureTransportCells(MixtureFluid const& mixture, Units const& units)
+        : TransportSources(units), transport_(mixture) {}
+
+    void add_columns(std::vector<Column>& columns) const;
+    /// liquid, vapour: those between which there is a surface; null: none.
+    void add_cells(double T, corvane::PhaseRecord const& phase, corvane::PhaseRecord const* liquid,
+                   corvane::PhaseRecord const* vapour, Row& row);
+
+  private:
+    corvane::MixtureTransport transport_;
 };
 
 }  // namespace cli

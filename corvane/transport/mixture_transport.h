@@ -1,0 +1,62 @@
+// Viscosity, thermal conductivity and surface tension of mixtures, from those of their components.
+//
+//     corvane::Mixture gas = corvane::open_mixture("PR+vdW1", {"methane", "propane"});
+//     corvane::MixtureTransport transport(gas);
+//     corvane::TransportValue eta = transport.viscosity(300.0, 0.0105, x);   // K, mol/cm³
+//
+// One formula serves gas, liquid and everything between: there is no step where phases are told
+// apart. A pure component is what Transport gives, without its critical enhancement.
+#pragma once
+
+#include <corvane/catalogue/open.h>
+#include <corvane/core/api.h>
+#include <corvane/core/containers.h>
+#include <corvane/transport/transport.h>
+
+#include <memory>
+
+namespace corvane {
+
+/// Not copied; const functions may be called by several threads.
+class CORVANE_API MixtureTransport {
+  public:
+    /// Opens every component with the mixture's equation (its first parameter set), in its data
+    /// home. @throws OpenFailure a component that the equation has not; a malformed data file
+    explicit MixtureTransport(Mixture const& mixture);
+    ~MixtureTransport();
+    MixtureTransport(MixtureTransport const&) = delete;
+    MixtureTransport& operator=(MixtureTransport const&) = delete;
+
+    // `model` names the rules, `source` those of the components, each once. in_range: all components
+    // are in the range of their sources at T. second_source is not-a-number.
+
+    /// Viscosity in Pa·s at T [K], rho [mol/cm³] and mole fractions x.
+    ///     ln η = ln η0 + Σ x_i·ln(η_i/η0_i)
+    /// η0: dilute gas by Wilke (J. Chem. Phys. 18 (1950) 517); η_i: component i at T and at the
+    /// mixture's reduced density, rho·Σ x_j·vc_j (corresponding states); η0_i: its dilute gas. The sum
+    /// is the rule of Grunberg and Nissan (Nature 164 (1949) 799) without its binary constants. rho = 0
+    /// is Wilke's mixture of gases exactly.
+    /// @throws OpenFailure a component has no viscosity in the data tree; ThException 5 T, rho, x
+    TransportValue viscosity(double T, double rho, Vector<double> const& x) const;
+
+    /// Thermal conductivity in W/(m K), likewise, without critical enhancement.
+    ///     λ = λ0 + Σ w_i·Δλ_i − 0.72·Σ_{i<j} w_i·w_j·|Δλ_i − Δλ_j|,   Δλ_i = λ_i − λ0_i
+    /// λ0: dilute gas by Wassiljewa's equation with the coefficients of Mason and Saxena (Phys. Fluids 1
+    /// (1958) 361); the rest: rule of Filippov (1955) in mass fractions w, for pairs.
+    /// @throws as above; a component has no viscosity of the dilute gas
+    TransportValue thermal_conductivity(double T, double rho, Vector<double> const& x) const;
+
+    /// Surface tension in N/m of a liquid beside a vapour: σ = (Σ P_i·(x_i·rhoL − y_i·rhoV))⁴
+    /// (Weinaug, Katz, Ind. Eng. Chem. 35 (1943) 239), zero where the sum is not positive. The parachor P_i is
+    /// that of the component's own surface tension and saturated densities at T, or at 0.9 of its
+    /// critical temperature above that.
+    /// @throws OpenFailure a component has no surface tension in the data tree; ThException 5
+    TransportValue surface_tension(double T, double rhoL, Vector<double> const& x, double rhoV,
+                                   Vector<double> const& y) const;
+
+  private:
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace corvane
