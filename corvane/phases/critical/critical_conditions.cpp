@@ -18,7 +18,8 @@ namespace {
 // Steps of C along u, of the gradients and of D; then the limit: with exact derivatives, without.
 constexpr double kAlong[] = {1e-5, 1e-3}, kGradient[] = {1e-5, 1e-3}, kQuartic[] = {1e-3, 2e-2},
                  kLimits[] = {1e-9, 1e-6};
-constexpr double kWide = 1e-3;  // first step of C where its error is bounded
+constexpr double kWide = 1e-3;      // first step of C where its error is bounded,
+constexpr double kPolishing = 3e-3;  // and where its rounding counts more than that bound
 constexpr double kUnits = 128 * std::numeric_limits<double>::epsilon();  // of rounding in sums of H
 constexpr double kStep = 1e-6;  // last step of Newton's method, whose rate is 1e-5
 using Variables = CriticalConditions::Variables;
@@ -154,8 +155,8 @@ bool CriticalConditions::third(double h, double& difference) {
 
 /// The residual part of C from wider steps, where rounding is less, extrapolated to zero
 /// (Richardson); the last step of that bounds what is left.
-bool CriticalConditions::extrapolated(Wide& w) {
-    w.h = kWide;
+bool CriticalConditions::extrapolated(double first, Wide& w) {
+    w.h = first;
     for (int i = 0; i < n_; ++i)
         w.h = std::min(w.h, 0.05 * std::sqrt(s.x[i]) / std::max(std::fabs(u[i]), 1e-300));
     double c[3];
@@ -175,7 +176,7 @@ double CriticalConditions::ideal_third() const {
 
 bool CriticalConditions::equations(Variables const& y, int m, double* e) {
     Wide wide;
-    if (!exact_ || !eigen(y, m, phase_all) || !extrapolated(wide)) return false;
+    if (!exact_ || !eigen(y, m, phase_all) || !extrapolated(kWide, wide)) return false;
     double size = 0.0;
     for (int i = 0; i < n_; ++i)
         for (int j = 0; j < n_; ++j)
@@ -281,11 +282,15 @@ CriticalConditions::Variables CriticalConditions::tangent(double const* J) {
 /// the rate of its differences allow: 1e-11 of T and p that depend on the start and on the last bits
 /// of exponentials and logarithms. One more step, with the extrapolated C.
 void CriticalConditions::polish(Variables& y, int m, Variables const* row, double value) {
+    if (!exact_) return;
     Wide wide;
-    if (!exact_ || !extrapolated(wide)) return;
-    wide.C += ideal_third();
-    if (!(std::max(std::fabs(wide.C), wide.left) < limit * std::max(1.0, stiffness_))) return;
-    C = wide.C;
+    const double ideal = ideal_third(), most = limit * std::max(1.0, stiffness_);
+    // The extrapolation errs by far less than its last step, if that is small.
+    const auto good = [&](double first) {
+        return extrapolated(first, wide) && std::fabs(ideal + wide.C) < most && wide.left < 10.0 * most;
+    };
+    if (!good(kPolishing) && !good(kWide)) return;
+    C = ideal + wide.C;
     double r[3];
     std::array<double, 9> J;
     system(y, m, row, value, r, J.data());

@@ -81,7 +81,7 @@ class CriticalConditions {
     struct Wide {
         double C, left, h;  // residual part, bound of its truncation, step
     };
-    bool extrapolated(Wide& w);
+    bool extrapolated(double first, Wide& w);
     void system(Variables const& y, int m, Variables const* row, double value, double* r,
                 double* J) const;
     void polish(Variables& y, int m, Variables const* row, double value);
