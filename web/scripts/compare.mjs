@@ -14,7 +14,23 @@ const report = (what, numbers, expected) =>
     console.log(`| ${what} | ${numbers.length} | ${apart(numbers, expected).toExponential(0)} |`);
 const of = (row, names) => names.split(' ').map((name) => row[name]);
 
+/** T, p, rho, h, s, u of all points of the isolines of a property diagram. */
+const isolines = (what, words, result, symbol, given, Tmin) => {
+    const rows = native(`property-diagram ${words} --kind ${symbol === 'T' ? 'ph --isotherms' : 'Ts --isobars'} ${given} --T-min ${Tmin}`);
+    const lines = result.lines.filter((line) => line.kind === (symbol === 'T' ? 'isotherm' : 'isobar'));
+    const names = ['T', 'p', 'rho', 'h', 's', 'u'];
+    report(`${what}: ${names.join(', ')}`, lines.flatMap((line) => names.flatMap((name) => [...line.whole[name].slice(0, line.points)])),
+        given.flatMap((value) => names.flatMap((name) => rows.filter((row) => row.line === symbol && row.value === value).map((row) => row[name]))));
+};
+
 const corvane = await load();
+for (const [equation, substance] of [['MEOS', 'carbon_dioxide'], ['PR', 'propane']]) {
+    const fluid = corvane.fluid(substance, equation), [{ T_critical: Tc }] = (await fluid.info()).components;
+    for (const [symbol, given, tab] of [['T', [260, 290, 400], 'p-h'], ['p', [0.5, 2, 8], 'T-s']]) {
+        const result = await fluid.diagram(given.map((value) => ({ [symbol]: value })), 120);
+        isolines(`isolines of ${tab}, ${equation} ${substance}`, `${equation} ${substance}`, result, symbol, given, 0.55 * Tc);
+    }
+}
 for (const [equation, substance, T] of [['MEOS', 'water', 450], ['PCSAFT', 'propane', 300], ['PR', 'benzene', 400]]) {
     const q = await corvane.fluid(substance, equation).saturation({ T });
     const [row] = native(`saturation ${equation} ${substance} --T ${T}`);
@@ -38,6 +54,11 @@ for (const [model, a, b, T, p] of [['PR+vdW1', 'methane', 'propane', 250, 2], ['
     if (critical) {
         const [row] = native(`critical-line ${words}`);
         report(`critical point, the same: T, p, density`, [critical.T, critical.p, critical.rho], of(row, 'T p rho'));
+    }
+    const { components } = await mixture.info(), Tc = z[0] * components[0].T_critical + z[1] * components[1].T_critical;
+    for (const [symbol, given, tab] of [['T', [T, Math.round(1.2 * Tc)], 'p-h'], ['p', [0.5, p, 8], 'T-s']]) {
+        const result = await mixture.diagram(z, given.map((value) => ({ [symbol]: value })), 120);
+        isolines(`isolines of ${tab}, the same`, words, result, symbol, given, 0.55 * Tc);
     }
     const pxy = await mixture.pxy(T), rows = native(`pxy ${model} ${a} ${b} --T ${T}`);
     const line = pxy.lines[0], p0 = line.whole.p;

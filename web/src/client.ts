@@ -4,7 +4,7 @@ import { Data, type Files, type Source } from './data.js';
 import type { Answer, Call, Worker } from './protocol.js';
 import {
     CorvaneFailure, pointOf,
-    type Branch, type FluidSpec, type Given, type MixtureSpec, type ModelInfo, type Point, type Result, type Substance,
+    type Branch, type FluidRequest, type Given, type MixtureRequest, type ModelInfo, type Point, type Result, type Substance,
 } from './types.js';
 
 export interface Parts {
@@ -86,29 +86,29 @@ export class Corvane {
 
     // ---- models
 
-    fluid(substance: string | FluidSpec, equation?: string): Fluid {
-        const spec = typeof substance === 'string' ? { substance, ...(equation ? { equation } : {}) } : substance;
-        return new Fluid(this, spec);
+    fluid(substance: string | FluidRequest, equation?: string): Fluid {
+        const request = typeof substance === 'string' ? { substance, ...(equation ? { equation } : {}) } : substance;
+        return new Fluid(this, request);
     }
-    mixture(model: string | MixtureSpec, components: string[] = []): Mixture {
+    mixture(model: string | MixtureRequest, components: string[] = []): Mixture {
         return new Mixture(this, typeof model === 'string' ? { model, components } : model);
     }
 
     /** @internal Loads what the components need and runs a call with their names resolved. */
-    async withFluid<T>(call: Call, spec: FluidSpec, values: unknown[], options: CallOptions): Promise<T> {
-        const substance = await this.name(spec.substance);
+    async withFluid<T>(call: Call, request: FluidRequest, values: unknown[], options: CallOptions): Promise<T> {
+        const substance = await this.name(request.substance);
         await this.load(substance);
-        return this.run(call, [{ ...spec, substance }, ...values], options);
+        return this.run(call, [{ ...request, substance }, ...values], options);
     }
     /** @internal */
-    async withMixture<T>(call: Call, spec: MixtureSpec, values: unknown[], options: CallOptions): Promise<T> {
+    async withMixture<T>(call: Call, request: MixtureRequest, values: unknown[], options: CallOptions): Promise<T> {
         const components: string[] = [];
-        for (const component of spec.components) {
+        for (const component of request.components) {
             const name = await this.name(component);
             components.push(name);
             await this.load(name);
         }
-        const result = await this.run<T>(call, [{ ...spec, components }, ...values], options);
+        const result = await this.run<T>(call, [{ ...request, components }, ...values], options);
         if (result && typeof result === 'object' && 'lines' in result) (result as unknown as Result).components = components;
         return result;
     }
@@ -209,10 +209,10 @@ function only(found: Point[]): Point {
 
 /** A pure fluid. */
 export class Fluid {
-    constructor(private readonly corvane: Corvane, readonly spec: FluidSpec) {}
+    constructor(private readonly corvane: Corvane, readonly request: FluidRequest) {}
 
     private call<T>(name: Call, values: unknown[], options: CallOptions): Promise<T> {
-        return this.corvane.withFluid<T>(name, this.spec, values, options);
+        return this.corvane.withFluid<T>(name, this.request, values, options);
     }
     info(options: CallOptions = {}): Promise<ModelInfo> {
         return this.call('fluidInfo', [], options);
@@ -241,18 +241,18 @@ export class Fluid {
 
 /** A mixture. */
 export class Mixture {
-    constructor(private readonly corvane: Corvane, readonly spec: MixtureSpec) {}
+    constructor(private readonly corvane: Corvane, readonly request: MixtureRequest) {}
 
     private call<T>(name: Call, values: unknown[], options: CallOptions): Promise<T> {
-        return this.corvane.withMixture<T>(name, this.spec, values, options);
+        return this.corvane.withMixture<T>(name, this.request, values, options);
     }
     private async point(name: Call, values: unknown[], options: CallOptions): Promise<Point> {
         return only(points(await this.call<Result>(name, values, options)));
     }
     /** The same with another binary parameter of the pair (i, j). */
     withPair(i: number, j: number, value: number, index = 0): Mixture {
-        const others = (this.spec.pairs ?? []).filter((p) => !(p.i === i && p.j === j && (p.index ?? 0) === index));
-        return new Mixture(this.corvane, { ...this.spec, pairs: [...others, { i, j, index, value }] });
+        const others = (this.request.pairs ?? []).filter((p) => !(p.i === i && p.j === j && (p.index ?? 0) === index));
+        return new Mixture(this.corvane, { ...this.request, pairs: [...others, { i, j, index, value }] });
     }
     info(options: CallOptions = {}): Promise<ModelInfo> {
         return this.call('mixtureInfo', [], options);

@@ -3,7 +3,7 @@ import { Frame, type CreateModule, type Module } from './module.js';
 import type { Files } from './data.js';
 import {
     CorvaneFailure, evidence, lineEnds, lineKinds, phaseProperties, wholeProperties,
-    type Branch, type FluidSpec, type Given, type Line, type MixtureSpec, type ModelInfo, type Result,
+    type Branch, type FluidRequest, type Given, type Line, type MixtureRequest, type ModelInfo, type Result,
 } from './types.js';
 
 const branches: Branch[] = ['any', 'lower', 'upper'];
@@ -60,8 +60,8 @@ export class Engine {
 
     // ---- pure fluids
 
-    fluidInfo(spec: FluidSpec): ModelInfo {
-        const { handle } = this.fluid(spec);
+    fluidInfo(request: FluidRequest): ModelInfo {
+        const { handle } = this.fluid(request);
         return Frame.with(this.m, (f) => {
             const value = (what: number) => f.call('Corvane_Fluid_number', handle, what);
             const told = (what: number) => f.textOf('Corvane_Fluid_text', handle, what);
@@ -78,37 +78,37 @@ export class Engine {
             };
         });
     }
-    states(spec: FluidSpec, given: Given): Result {
+    states(request: FluidRequest, given: Given): Result {
         const [[first, a], [second, b]] = two(given);
-        return this.ofFluid(spec, 'Corvane_pure_states', quantities.indexOf(first), a, quantities.indexOf(second), b);
+        return this.ofFluid(request, 'Corvane_pure_states', quantities.indexOf(first), a, quantities.indexOf(second), b);
     }
-    saturation(spec: FluidSpec, given: Given): Result {
+    saturation(request: FluidRequest, given: Given): Result {
         const [name, value] = one(given, 'T', 'p');
-        return this.ofFluid(spec, `Corvane_pure_saturation_${name}`, value);
+        return this.ofFluid(request, `Corvane_pure_saturation_${name}`, value);
     }
-    phase(spec: FluidSpec, T: number, rho: number): Result {
-        return this.ofFluid(spec, 'Corvane_pure_phase', T, rho);
+    phase(request: FluidRequest, T: number, rho: number): Result {
+        return this.ofFluid(request, 'Corvane_pure_phase', T, rho);
     }
-    diagram(spec: FluidSpec, lines: Given[], points = 0): Result {
-        const { handle } = this.fluid(spec);
+    diagram(request: FluidRequest, lines: Given[], points = 0): Result {
+        const { handle } = this.fluid(request);
         return Frame.with(this.m, (f) =>
             this.result(f, 'Corvane_pure_property_diagram', handle, ...isolines(f, lines), points, this.progress(), 0));
     }
 
     // ---- mixtures
 
-    mixtureInfo(spec: MixtureSpec): ModelInfo {
-        const { handle, stored } = this.mixture(spec);
+    mixtureInfo(request: MixtureRequest): ModelInfo {
+        const { handle, stored } = this.mixture(request);
         return Frame.with(this.m, (f) => {
             const value = (what: number, i: number) => f.call('Corvane_Mixture_number', handle, what, i);
             const told = (what: number, i: number) => f.textOf('Corvane_Mixture_text', handle, what, i);
-            const components = spec.components.map((_, i) => ({
+            const components = request.components.map((_, i) => ({
                 name: told(text.substance, i), M: value(number.M, i), T_critical: value(number.T_critical, i),
                 p_critical: value(number.p_critical, i), rho_critical: value(number.rho_critical, i),
                 set: value(number.set, i), source: told(text.source, i), idealSource: f.textOf('corvane_web_gas_source', handle, i),
                 file: '',
             }));
-            for (const component of components) component.file = this.file(f, spec.model.split('+')[0]!, component);
+            for (const component of components) component.file = this.file(f, request.model.split('+')[0]!, component);
             const pairs: ModelInfo['pairs'] = [];
             const count = f.call('corvane_web_pair_count', handle);
             for (let j = 1; j < components.length; ++j)
@@ -132,53 +132,53 @@ export class Engine {
     private file(f: Frame, equation: string, { name, set }: { name: string; set: number }): string {
         return f.textOf('corvane_web_set_file', f.text(equation), f.text(name), set);
     }
-    flash(spec: MixtureSpec, z: number[], given: Given): Result {
+    flash(request: MixtureRequest, z: number[], given: Given): Result {
         const known = new Map(two(given));
         for (const pair of [['p', 'T'], ['p', 'h'], ['p', 's'], ['T', 'rho']] as const)
             if (known.has(pair[0]) && known.has(pair[1]))
-                return this.ofMixture(spec, `Corvane_flash_${pair.join('')}`, [known.get(pair[0])!, known.get(pair[1])!], z);
+                return this.ofMixture(request, `Corvane_flash_${pair.join('')}`, [known.get(pair[0])!, known.get(pair[1])!], z);
         throw new CorvaneFailure('bad argument', 'a flash needs p and T, p and h, p and s, or T and rho');
     }
-    bubble(spec: MixtureSpec, z: number[], given: Given, branch: Branch = 'any'): Result {
+    bubble(request: MixtureRequest, z: number[], given: Given, branch: Branch = 'any'): Result {
         const [name, value] = one(given, 'T', 'p');
-        return this.ofMixture(spec, `Corvane_bubble_${name}`, [value], z, branches.indexOf(branch));
+        return this.ofMixture(request, `Corvane_bubble_${name}`, [value], z, branches.indexOf(branch));
     }
-    dew(spec: MixtureSpec, z: number[], given: Given, branch: Branch = 'any'): Result {
+    dew(request: MixtureRequest, z: number[], given: Given, branch: Branch = 'any'): Result {
         const [name, value] = one(given, 'T', 'p');
-        return this.ofMixture(spec, `Corvane_dew_${name}`, [value], z, branches.indexOf(branch));
+        return this.ofMixture(request, `Corvane_dew_${name}`, [value], z, branches.indexOf(branch));
     }
-    mixturePhase(spec: MixtureSpec, T: number, rho: number, z: number[]): Result {
-        return this.ofMixture(spec, 'Corvane_mixture_phase', [T, rho], z);
+    mixturePhase(request: MixtureRequest, T: number, rho: number, z: number[]): Result {
+        return this.ofMixture(request, 'Corvane_mixture_phase', [T, rho], z);
     }
-    envelope(spec: MixtureSpec, z: number[], p_start = 0, p_max = 0, all = false): Result {
-        return this.ofMixture(spec, 'Corvane_envelope', [], z, p_start, p_max, all ? 1 : 0, this.progress(), 0);
+    envelope(request: MixtureRequest, z: number[], p_start = 0, p_max = 0, all = false): Result {
+        return this.ofMixture(request, 'Corvane_envelope', [], z, p_start, p_max, all ? 1 : 0, this.progress(), 0);
     }
-    criticalPoint(spec: MixtureSpec, z: number[]): Result {
-        return this.ofMixture(spec, 'Corvane_critical_point', [], z);
+    criticalPoint(request: MixtureRequest, z: number[]): Result {
+        return this.ofMixture(request, 'Corvane_critical_point', [], z);
     }
-    criticalPoints(spec: MixtureSpec, z: number[]): Result {
-        return this.ofMixture(spec, 'Corvane_critical_points', [], z);
+    criticalPoints(request: MixtureRequest, z: number[]): Result {
+        return this.ofMixture(request, 'Corvane_critical_points', [], z);
     }
-    pxy(spec: MixtureSpec, T: number, p_max = 0): Result {
-        return this.ofBinary(spec, 'Corvane_diagram_pxy', T, p_max);
+    pxy(request: MixtureRequest, T: number, p_max = 0): Result {
+        return this.ofBinary(request, 'Corvane_diagram_pxy', T, p_max);
     }
-    Txy(spec: MixtureSpec, p: number, T_min = 0): Result {
-        return this.ofBinary(spec, 'Corvane_diagram_Txy', p, T_min);
+    Txy(request: MixtureRequest, p: number, T_min = 0): Result {
+        return this.ofBinary(request, 'Corvane_diagram_Txy', p, T_min);
     }
-    criticalLines(spec: MixtureSpec, p_max = 0): Result {
-        return this.ofBinary(spec, 'Corvane_critical_lines', p_max);
+    criticalLines(request: MixtureRequest, p_max = 0): Result {
+        return this.ofBinary(request, 'Corvane_critical_lines', p_max);
     }
-    threePhaseLines(spec: MixtureSpec, p_max = 0): Result {
-        return this.ofBinary(spec, 'Corvane_three_phase_lines', p_max);
+    threePhaseLines(request: MixtureRequest, p_max = 0): Result {
+        return this.ofBinary(request, 'Corvane_three_phase_lines', p_max);
     }
-    azeotropicLines(spec: MixtureSpec, p_max = 0): Result {
-        return this.ofBinary(spec, 'Corvane_azeotropic_lines', p_max);
+    azeotropicLines(request: MixtureRequest, p_max = 0): Result {
+        return this.ofBinary(request, 'Corvane_azeotropic_lines', p_max);
     }
-    ternary(spec: MixtureSpec, p: number, T: number, step = 0, mesh = 0): Result {
-        return this.ofBinary(spec, 'Corvane_ternary', p, T, step, mesh);
+    ternary(request: MixtureRequest, p: number, T: number, step = 0, mesh = 0): Result {
+        return this.ofBinary(request, 'Corvane_ternary', p, T, step, mesh);
     }
-    mixtureDiagram(spec: MixtureSpec, z: number[], lines: Given[], points = 0): Result {
-        const { handle } = this.mixture(spec);
+    mixtureDiagram(request: MixtureRequest, z: number[], lines: Given[], points = 0): Result {
+        const { handle } = this.mixture(request);
         return Frame.with(this.m, (f) =>
             this.result(f, 'Corvane_property_diagram', handle, f.doubles(z), z.length, ...isolines(f, lines), points,
                 this.progress(), 0));
@@ -199,8 +199,8 @@ export class Engine {
         return model;
     }
 
-    private fluid(spec: FluidSpec): Open {
-        const { equation = '', substance, set = 0 } = spec;
+    private fluid(request: FluidRequest): Open {
+        const { equation = '', substance, set = 0 } = request;
         return this.keep(JSON.stringify(['fluid', equation, substance, set]), () =>
             Frame.with(this.m, (f) => ({
                 handle: f.call('Corvane_open', f.text(equation), f.text(substance), set, f.text('/')),
@@ -208,9 +208,9 @@ export class Engine {
             })));
     }
 
-    /** The mixture with the binary parameters that the spec names, the others as they are stored. */
-    private mixture(spec: MixtureSpec): Open {
-        const { model, components, sets, pairSet = 0, estimate = true, pairs = [] } = spec;
+    /** The mixture with the binary parameters that the request names, the others as they are stored. */
+    private mixture(request: MixtureRequest): Open {
+        const { model, components, sets, pairSet = 0, estimate = true, pairs = [] } = request;
         const open = this.keep(JSON.stringify(['mixture', model, components, sets ?? [], pairSet, estimate]), () =>
             Frame.with(this.m, (f) => {
                 const names = f.integers(components.map((name) => f.text(name)));
@@ -241,16 +241,16 @@ export class Engine {
     private progress(): number {
         return this.m._corvane_web_progress!();
     }
-    private ofFluid(spec: FluidSpec, name: string, ...values: number[]): Result {
-        const { handle } = this.fluid(spec);
+    private ofFluid(request: FluidRequest, name: string, ...values: number[]): Result {
+        const { handle } = this.fluid(request);
         return Frame.with(this.m, (f) => this.result(f, name, handle, ...values));
     }
-    private ofMixture(spec: MixtureSpec, name: string, before: number[], z: number[], ...after: number[]): Result {
-        const { handle } = this.mixture(spec);
+    private ofMixture(request: MixtureRequest, name: string, before: number[], z: number[], ...after: number[]): Result {
+        const { handle } = this.mixture(request);
         return Frame.with(this.m, (f) => this.result(f, name, handle, ...before, f.doubles(z), z.length, ...after));
     }
-    private ofBinary(spec: MixtureSpec, name: string, ...values: number[]): Result {
-        const { handle } = this.mixture(spec);
+    private ofBinary(request: MixtureRequest, name: string, ...values: number[]): Result {
+        const { handle } = this.mixture(request);
         return Frame.with(this.m, (f) => this.result(f, name, handle, ...values, this.progress(), 0));
     }
 

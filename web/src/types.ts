@@ -2,7 +2,7 @@
 // fractions.
 
 /** A pure substance by name, synonym, CAS number or formula. */
-export interface FluidSpec {
+export interface FluidRequest {
     substance: string;
     /** "MEOS", "PCSAFT", "PR", "SRK"; left out: the best that the substance has. */
     equation?: string;
@@ -19,7 +19,7 @@ export interface PairValue {
     value: number;
 }
 
-export interface MixtureSpec {
+export interface MixtureRequest {
     /** Equation and mixing theory: "PR+vdW1", "SRK+vdW1", "PCSAFT+LB", "MEOS+GERG". */
     model: string;
     components: string[];

@@ -1,7 +1,7 @@
 // The package in Node against the native command, and its refusals.
 import { afterAll, beforeAll, describe, expect, it } from 'vitest';
 import { CorvaneFailure, load, type Corvane, type Point } from '../dist/index.js';
-import { apart, native, type Row } from './native.js';
+import { apart, isolines, native, type Row } from './native.js';
 
 let corvane: Corvane;
 beforeAll(async () => {
@@ -42,6 +42,44 @@ describe('numbers are those of the native command', () => {
         const row = native('saturation', equation, substance, '--T', String(T))[0]!;
         expect(apart([point.p!, point.phases[0]!.rho!, point.phases[1]!.rho!], numbers(row, 'p', 'rhoL', 'rhoV'))).toBeLessThan(close);
     });
+
+    it.each([
+        ['PR+vdW1', 'methane', 'propane'], ['SRK+vdW1', 'carbon_dioxide', 'butane'], ['PCSAFT+LB', 'ethanol', 'heptane'],
+        ['MEOS+GERG', 'methane', 'ethane'],
+    ])('critical points of %s, %s + %s', async (model, a, b) => {
+        for (const x of [0.1, 0.4, 0.7]) {
+            const point = await corvane.mixture(model, [a, b]).criticalPoint([x, 1 - x]).catch(() => undefined);
+            if (!point) continue; // a refusal, there too
+            const row = native('critical-line', model, `${a}=${x}`, `${b}=${1 - x}`)[0]!;
+            expect(apart([point.T!, point.p!, point.rho!], numbers(row, 'T', 'p', 'rho')), `x = ${x}`).toBeLessThan(close);
+        }
+    });
+
+    // The lines of the tabs p-h and T-s; and each state again from its temperature and density.
+    it.each([['MEOS', 'carbon_dioxide'], ['PR', 'propane'], ['PR+vdW1', 'methane', 'propane'], ['MEOS+GERG', 'methane', 'ethane']] as [string, string, string?][])(
+        'isotherms and isobars of %s, %s', async (model, a, b) => {
+            const z = [0.4, 0.6];
+            const fluid = b ? corvane.mixture(model, [a, b]) : corvane.fluid(a, model);
+            const { components } = await fluid.info();
+            const of = (name: 'T_critical' | 'p_critical') => (b ? z[0]! * components[0]![name] + z[1]! * components[1]![name] : components[0]![name]);
+            const T = [0.8, 0.95, 1.2].map((f) => Math.round(f * of('T_critical'))), p = [0.5, 2, 8];
+            for (const [symbol, given] of [['T', T], ['p', p]] as const) {
+                const lines = given.map((value) => ({ [symbol]: value }));
+                const result = 'flash' in fluid ? await fluid.diagram(z, lines, 120) : await fluid.diagram(lines, 120);
+                const [here, there] = isolines([model, ...(b ? [`${a}=0.4`, `${b}=0.6`] : [a])], result, symbol, given, 0.55 * of('T_critical'));
+                expect(here.length).toBeGreaterThan(6 * 3 * 60);
+                expect(apart(here, there), symbol).toBeLessThan(1e-11); // h, s, u: differences of large numbers
+                for (const { kind, whole, points } of result.lines)
+                    for (let k = 0; k < points && /^iso/.test(kind); k += 17) {
+                        if (!Number.isNaN(whole.q?.[k] ?? NaN)) continue; // two phases
+                        const at: [number, number] = [whole.T![k]!, whole.rho![k]!];
+                        const again = 'flash' in fluid ? await fluid.phase(...at, z) : await fluid.phase(...at);
+                        const { p: p_, h, s } = again.phases[0]!;
+                        expect(apart([p_!], [whole.p![k]!]), `${kind} ${at}`).toBeLessThan(1e-9); // a liquid's p from its density
+                        expect(apart([h!, s!], [whole.h![k]!, whole.s![k]!]), `${kind} ${at}`).toBeLessThan(1e-9);
+                    }
+            }
+        });
 
     it('p-x-y diagrams, also with another k_ij', async () => {
         for (const kij of [undefined, 0.05]) {
