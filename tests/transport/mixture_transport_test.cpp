@@ -93,7 +93,7 @@ TEST(MixtureTransport, PureComponentsDiluteGasesAndOrderAreExact) {
 }
 
 TEST(MixtureTransport, WhatIsMissingOrWrongIsSaid) {
-    const auto mixture = corvane::open_mixture("PR+vdW1", {"methane", "r1336mzz_z"});
+    const auto mixture = corvane::open_mixture("PR+vdW1", {"acetone", "r1336mzz_z"});
     const corvane::MixtureTransport transport(mixture);
     try {
         transport.viscosity(300, 0, vec({0.5, 0.5}));
@@ -102,7 +102,7 @@ TEST(MixtureTransport, WhatIsMissingOrWrongIsSaid) {
         EXPECT_NE(std::string(failure.what()).find("no viscosity of r1336mzz_z"), std::string::npos);
     }
     EXPECT_GT(transport.viscosity(300, 0, vec({1, 0})).value, 0);  // it is not there
-    EXPECT_FALSE(transport.viscosity(30, 0.02, vec({1, 0})).in_range);
+    EXPECT_FALSE(transport.viscosity(1900, 0, vec({1, 0})).in_range);
     for (auto const& x : {vec({0.5, 0.4}), vec({1.5, -0.5}), vec({1})})
         EXPECT_THROW(transport.viscosity(300, 0.001, x), ThException);
     EXPECT_THROW(transport.viscosity(-1, 0.001, vec({1, 0})), ThException);
