@@ -19,7 +19,7 @@ namespace {
 constexpr double kAlong[] = {1e-5, 1e-3}, kGradient[] = {1e-5, 1e-3}, kQuartic[] = {1e-3, 2e-2},
                  kLimits[] = {1e-9, 1e-6};
 constexpr double kWide = 1e-3;      // first step of C where its error is bounded,
-constexpr double kPolishing = 3e-3;  // and where its rounding counts more than that bound
+constexpr double kPolishing = 4e-3;  // and where its rounding counts more than that bound
 constexpr double kUnits = 128 * std::numeric_limits<double>::epsilon();  // of rounding in sums of H
 constexpr double kStep = 1e-6;  // last step of Newton's method, whose rate is 1e-5
 using Variables = CriticalConditions::Variables;
