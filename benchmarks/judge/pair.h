@@ -58,18 +58,6 @@ class PairNewton {
 
     /// Starts at the phases a and b; a must have the composition where that is given.
     bool solve(Phase<Quad> const& a, Phase<Quad> const& b) {
-        const Quad T = T_;
-        if (search(a, b)) return true;
-        // From inside a pair next to its critical point Newton's method runs into the trivial solution, from
-        // outside into the pair. What it finds there is compared with the result like any other.
-        T_ = T;
-        Phase<Quad> outside = b;
-        for (int i = 0; i < n_; ++i) outside.rho[i] = b.rho[i] * b.rho[i] / a.rho[i];
-        return search(a, outside);
-    }
-
-  private:
-    bool search(Phase<Quad> const& a, Phase<Quad> const& b) {
         using std::abs;
         using std::exp;
         using std::log;
@@ -123,6 +111,7 @@ class PairNewton {
         return false;
     }
 
+  private:
     int unknowns() const {
         return given_ == Given::T_and_x ? n_ + 1 : given_ == Given::p_and_x ? n_ + 2 : 2 * n_;
     }
