@@ -46,7 +46,7 @@ class Conductivity(TransportTable):
 
 
 class SurfaceTension(TransportTable):
-    """Surface tensions (N/m): see :class:`TransportTable`."""
+    """Surface tensions (N/m) at temperatures (K): see :class:`TransportTable`."""
 
     columns: ClassVar[tuple[str, ...]] = ("T", "tension", "second_source")
     ordinates: ClassVar[tuple[str, ...]] = ("tension",)
