@@ -254,7 +254,9 @@ def test_the_command_goes_on_where_it_was_killed(tmp_path, killed_by, code, sche
     file.write_text(TOML.format(tmp_path))
     process = subprocess.Popen([sys.executable, "-c", "import sys; from corvane.sweep.command import main; sys.exit(main())",
                                 str(file), "--scheduler", scheduler], stderr=subprocess.PIPE, text=True,
-                               start_new_session=True)  # fmt: skip
+                               start_new_session=True,
+                               # where the tests run in the background of a script it is ignored
+                               preexec_fn=lambda: signal.signal(signal.SIGINT, signal.SIG_DFL))  # fmt: skip
     data = tmp_path / "out" / "data"
     while not data.exists() or len(list(data.iterdir())) < 3:
         assert process.poll() is None
