@@ -66,6 +66,8 @@
 #include <corvane/state/pure_state.h>
 #include <corvane/state/reference.h>
 #include <corvane/state/virial.h>
+#include <corvane/table/property_table.h>
+#include <corvane/table/table_states.h>
 #include <corvane/transport/mixture_transport.h>
 #include <corvane/transport/transport.h>
 #include <corvane/viscosity/visco.h>

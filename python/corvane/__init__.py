@@ -34,6 +34,7 @@ from .mixture_results import (
     ThreePhaseLine,
 )
 from .outputs import ExcessProperties, HenryConstants, IdealCurve, VirialCoefficients
+from .property_table import PropertyTable, TabulatedStates
 from .residue import ResidueCurve, ResidueMap
 from .status import Interrupted, Status
 from .transport import Conductivity, SurfaceTension, Viscosity
@@ -78,6 +79,7 @@ __all__ = [
     "MixtureState",
     "OpenError",
     "Projection",
+    "PropertyTable",
     "PropertyDiagram",
     "ResidueCurve",
     "ResidueMap",
@@ -87,6 +89,7 @@ __all__ = [
     "State",
     "Status",
     "SurfaceTension",
+    "TabulatedStates",
     "TernaryDiagram",
     "TernaryRegion",
     "ThreePhaseLine",

@@ -19,6 +19,7 @@ class Status(enum.IntEnum):
     NO_IDEAL_GAS_DATA = 4  #: h, s, u … of a substance without heat capacities
     SEVERAL = 5  #: more than one state has these values
     INTERRUPTED = 6  #: not computed: Ctrl-C came first
+    NOT_TABULATED = 7  #: outside a table of properties, or in one of its gaps
 
 
 class Interrupted(KeyboardInterrupt):

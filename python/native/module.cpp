@@ -81,8 +81,10 @@ NB_MODULE(_native, m) {
     py::add_catalogue(m);
     py::add_fluid(m);
     py::add_mixture(m);
+    py::add_table(m);
     py::add_equation(m);
     py::add_outputs(m);
+    py::add_transport(m);
 #ifdef CORVANE_FIT
     py::add_fit(m);
 #endif

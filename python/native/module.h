@@ -67,9 +67,6 @@ auto traced(Tracing& tracing, F const& f) {
     return value;
 }
 
-/// what: 0 viscosity, 1 thermal conductivity, 2 surface tension. Rows are value, in range, deviation
-/// of a second source.
-nb::tuple transport_of_fluid(corvane::Fluid const& f, int what, Column T, Column rho, int threads, bool single);
 /// values: lists of T, p, q, s, rho of the isolines; range: T_min, T_max, p_min, p_max (SI). Rows are
 /// T, p, rho, h, s, u, q.
 nb::dict property_diagram_of_fluid(corvane::Fluid const& f, std::vector<std::vector<double>> const& values,
@@ -80,11 +77,13 @@ nb::dict property_diagram_of_mixture(corvane::Mixture const& m, Column z,
 
 nb::dict residue_map(corvane::Mixture const& m, double p, double step, double tolerance, int mesh);
 
+void add_table(nb::module_& m);
 void add_fluid(nb::module_& m);
 void add_mixture(nb::module_& m);
 void add_catalogue(nb::module_& m);
 void add_equation(nb::module_& m);
 void add_outputs(nb::module_& m);
+void add_transport(nb::module_& m);
 void add_fit(nb::module_& m);
 
 }  // namespace py
