@@ -62,7 +62,7 @@ endfunction()
 function(corvane_add_equation name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "MIXING" "")
   corvane_add_plugin(${name} ${arg_UNPARSED_ARGUMENTS})
-  if(arg_MIXING)
+  if(arg_MIXING AND NOT EMSCRIPTEN)
     add_custom_command(
       TARGET corvane_plugin_${name}
       POST_BUILD

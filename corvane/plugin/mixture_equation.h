@@ -75,8 +75,10 @@ class MixtureEquation final : public PairTableMixture,
         if constexpr (kTheory > 0) mixture_detail::Theory<Eq>::resize(mdl1.size());
         if constexpr (kPair > 0)
             for (int j = 0; j < mdl1.size(); ++j)
-                for (int i = 0; i < j; ++i)
-                    std::ranges::copy(default_values(Eq::pair_parameters), pairs_.at(i, j));
+                for (int i = 0; i < j; ++i) {
+                    const auto values = default_values(Eq::pair_parameters);
+                    std::copy(values.begin(), values.end(), pairs_.at(i, j));
+                }
     }
     void par_in(FILE* f, int i, int j) override {
         SectionReader section(f);

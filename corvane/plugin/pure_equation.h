@@ -39,7 +39,8 @@ class PureEquation final : public Model1, public Deriv1 {
         return Eq::parameters[k].label == label;
     }
     static constexpr int adjustable() {
-        return static_cast<int>(std::ranges::count_if(Eq::parameters, &Parameter::adjustable));
+        return static_cast<int>(std::count_if(std::begin(Eq::parameters), std::end(Eq::parameters),
+                                              [](Parameter const& p) { return p.adjustable; }));
     }
     static_assert(kCount >= 3 && labelled(0, "M") && labelled(1, "Ts") && labelled(2, "vs"),
                   "the first parameters are M, Ts (a temperature) and vs (a volume)");

@@ -33,8 +33,9 @@ constexpr Places kPlaces = [] {
 }();
 
 psrk::Subgroup const* subgroup(double number) {
-    const auto* found = std::ranges::find_if(
-        psrk::subgroups, [&](psrk::Subgroup const& s) { return s.number == number; });
+    const auto* found =
+        std::find_if(std::begin(psrk::subgroups), std::end(psrk::subgroups),
+                     [&](psrk::Subgroup const& s) { return s.number == number; });
     return found == std::end(psrk::subgroups) ? nullptr : found;
 }
 

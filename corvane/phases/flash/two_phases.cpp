@@ -127,8 +127,12 @@ void TwoPhases::K_factors() {
     ++iterations;
 }
 
-/// Two phases from lnK. `guess`: give up where the phases vanish or grow alike.
+/// Two phases from lnK. `guess`: give up where the phases vanish or grow alike, and where the energy
+/// has no minimum near: where Newton's matrix is not definite, or a third step along it does not
+/// lower the energy. Of 11,000 guesses that led to two phases 9 met that on their way, of those that
+/// led nowhere all that lasted.
 bool TwoPhases::solve(bool guess) {
+    guess_ = guess;
     // The trial's K-factors need not enclose a split: then a little of b beside the whole. Those
     // of a trial beside the whole enclose one of no amount, or none, as their sum is rounded.
     if ((!rachford_rice() || (!guess && beta < kNothing)) && (small_amount(), !fractions()))
@@ -141,6 +145,7 @@ bool TwoPhases::solve(bool guess) {
     for (int it = 0; it < kIterations && residual > kConverged; ++it) {
         ++iterations;
         if ((residual > kFar && descended()) || newton()) continue;
+        if (guess && residual > kRounding) return false;
         const double last = residual;
         if (!substitute(phase_H) || (residual < kRounding / 10 && residual > 0.5 * last)) break;
     }
@@ -171,6 +176,7 @@ bool TwoPhases::newton() {
     second_ = hess_;
     for (int i = 0; i < n_; ++i) down_[i] = a.m[i] - b.m[i];
     for (double shift : {0.0, 1e-6, 1e-5, 1e-4, 1e-3, 1e-2, 0.1, 1.0, 10.0}) {
+        if (shift > 0.0 && guess_) return false;
         hess_ = second_;
         step_ = down_;
         for (int i = 0; i < n_; ++i)
@@ -189,7 +195,7 @@ bool TwoPhases::line_search() {
         const double room = step_[i] > 0.0 ? l_[i] : v_[i];
         scale = std::min(scale, 0.9 * room / std::max(std::fabs(step_[i]), 1e-300));
     }
-    for (int k = 0; k < 12; ++k, scale *= 0.4) {
+    for (int k = 0; k < (guess_ ? 3 : 12); ++k, scale *= 0.4) {
         for (int i = 0; i < n_; ++i) {
             v_[i] = from_v_[i] + scale * step_[i];
             l_[i] = from_l_[i] - scale * step_[i];

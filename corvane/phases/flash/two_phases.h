@@ -22,8 +22,8 @@ class TwoPhases {
     double residual = 0.0;    ///< largest difference of potentials
     int iterations = 0;
 
-    /// From lnK. `guess`: give up where the phases vanish or grow alike. False if it does not
-    /// converge, or to phases that are alike.
+    /// From lnK. `guess`: give up where the phases vanish or grow alike, or no minimum of the energy
+    /// is near. False if it does not converge, or to phases that are alike.
     bool solve(bool guess = false);
     /// The same from Wilson's K-factors, as a guess.
     bool wilson();
@@ -50,6 +50,7 @@ class TwoPhases {
     std::vector<double> l_, v_, K_, x_, y_, step_, hess_;  ///< amounts in a and b; mole fractions
     std::vector<double> from_l_, from_v_, second_, down_;  ///< of newton and line_search
     double gibbs_ = 0.0;
+    bool guess_ = false;
 };
 
 }  // namespace corvane::inline detail
