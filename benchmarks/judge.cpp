@@ -5,7 +5,8 @@
 //     bench_judge [-v] [--seed N] [--states N] [--only REGION] [--limit SECONDS] [--strict]
 //         [--ternaries] [--flashes] [--absent] [EOS ...]
 //
-// EOS: PR, SRK (the default), PCSAFT, MEOS (GERG-2008). Binaries, or ternaries.
+// EOS: PR, SRK (the default), PCSAFT, MEOS (GERG-2008); PR+HV, SRK+PSRK, CPA+vdW1, SAFTVRMIE+LB, whose
+// equations are not written a second time (judge/of_model.h). Binaries, or ternaries.
 // REGION: critical (1e-6 … 5 % from a critical temperature), pure (mole fractions from 1e-12 on),
 // random. Every state is asked for bubble and dew points at its T and at its p, a flash and the
 // stability test; with --flashes for the last two only. The mixtures take turns; a region ends after SECONDS. -v prints every fault and
@@ -24,6 +25,7 @@
 // them by more than 1e-8 RT (cubic mixtures, judge/enclosure.h), and how many were only searched.
 #include "judge/cubic.h"
 #include "judge/multifluid.h"
+#include "judge/of_model.h"
 #include "judge/pcsaft.h"
 #include "judge/systems.h"
 #include "judge/tally.h"
@@ -282,11 +284,11 @@ class Dice {
         return s;
     }
     /// False if the composition has no critical point.
-    bool near_critical(State& s) {
+    bool near_critical(State& s, double nearest) {
         s.z = composition(uniform(0, 1) < 0.2);
         try {
             const auto c = corvane::critical_point(m_, s.z);
-            s.T = c.T * (1 - magnitude(1e-6, 0.05));
+            s.T = c.T * (1 - magnitude(nearest, 0.05));
             // The boundary's pressure falls at most about 8 times as fast as T.
             s.p = c.p * (1 - 4 * (1 - s.T / c.T) * uniform(0, 2));
             return s.p > 0;
@@ -307,7 +309,13 @@ struct Model {
     int set;  ///< of the components; −1: what the pair's file names
 };
 constexpr Model kModels[] = {
-    {"PR", "vdW1", 1}, {"SRK", "vdW1", 1}, {"PCSAFT", "LB", -1}, {"MEOS", "GERG", 8}};
+    {"PR", "vdW1", 1}, {"SRK", "vdW1", 1}, {"PCSAFT", "LB", -1}, {"MEOS", "GERG", 8},
+    {"PR", "HV", 1},   {"SRK", "PSRK", 5}, {"CPA", "vdW1", 1},   {"SAFTVRMIE", "LB", 1}};
+/// "PR", "SRK", or with the mixing theory where the judge has no equation of its own for it.
+std::string name_of(Model const& m) {
+    const bool own = &m - kModels < 4;
+    return own ? m.eos : std::string(m.eos) + '+' + m.mth;
+}
 constexpr char const* kRegions[] = {"critical", "pure", "random"};
 
 template <class Equation>
@@ -317,8 +325,10 @@ long examine(Model const& model, std::string const& region, Settings const& s) {
     long without = 0;
     std::vector<std::pair<Names, Mixture>> mixtures;
     for (Names const& names : s.ternaries ? judge::kTernaries : judge::kBinaries) try {
-            mixtures.emplace_back(names, mixture_of(names, model.eos, model.mth, model.set));
-        } catch (ThException const&) {  // no parameters
+            Mixture m = mixture_of(names, model.eos, model.mth, model.set);
+            const Equation readable(*m);
+            mixtures.emplace_back(names, std::move(m));
+        } catch (ThException const&) {  // no parameters, or some that the judge's equation does not know
         }
     struct Docket {
         Dice dice;
@@ -340,7 +350,7 @@ long examine(Model const& model, std::string const& region, Settings const& s) {
             ++states;
             State in{};
             if (region == "critical") {
-                if (!docket->dice.near_critical(in)) {
+                if (!docket->dice.near_critical(in, Equation::kPrecision.nearest)) {
                     ++without;
                     continue;
                 }
@@ -350,7 +360,7 @@ long examine(Model const& model, std::string const& region, Settings const& s) {
         }
     const std::size_t count = mixtures.size();
     dockets.clear();
-    const std::string title = std::string(model.eos) + (s.ternaries ? " 3 " : " ");
+    const std::string title = name_of(model) + (s.ternaries ? " 3 " : " ");
     Tally all;
     for (int c = 0; c < calls; ++c) {
         tally[c].print((title + region + ' ' + judge::kCalls[c]).c_str());
@@ -395,13 +405,15 @@ int main(int argc, char** argv) {
     Tally::header();
     long wrong = 0;
     for (Model const& model : kModels)
-        if (std::find(asked.begin(), asked.end(), model.eos) != asked.end())
+        if (std::find(asked.begin(), asked.end(), name_of(model)) != asked.end())
             for (char const* region : kRegions)
                 if (s.only.empty() || s.only == region) {
-                    const std::string eos = model.eos;
-                    wrong += eos == "PCSAFT" ? examine<judge::PcSaft>(model, region, s)
-                             : eos == "MEOS" ? examine<judge::MultiFluid>(model, region, s)
-                                             : examine<judge::Cubic>(model, region, s);
+                    const std::string name = name_of(model);
+                    wrong += name == "PCSAFT" ? examine<judge::PcSaft>(model, region, s)
+                             : name == "MEOS" ? examine<judge::MultiFluid>(model, region, s)
+                             : name == "PR" || name == "SRK"
+                                 ? examine<judge::Cubic>(model, region, s)
+                                 : examine<judge::OfModel>(model, region, s);
                 }
     return wrong ? 1 : 0;
 }

@@ -15,6 +15,7 @@ namespace judge {
 
 /// p/(RT) = 1/(v − B) − A/((v + d1·B)(v + d2·B)), A = a/(RT).
 struct Cubic {
+    static constexpr Precision kPrecision{};
     int n = 0;
     bool pr = false;
     Values<double> Tc{}, b{}, omega{}, M{};

@@ -15,6 +15,7 @@
 namespace judge {
 
 struct MultiFluid {
+    static constexpr Precision kPrecision{};
     /// n·δ^d·τ^t·exp(−δ^l − η(δ−ε)² − β(δ−γ)); without δ^l where l = 0.
     struct Term {
         double n, t, eta, epsilon, beta, gamma;

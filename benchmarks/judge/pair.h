@@ -78,7 +78,8 @@ class PairNewton {
             if (!(d > first / 1000)) return false;  // running into the trivial solution
             const Quad scale = d < 1 ? d : Quad(1);
             const bool close = d < Quad(1e-3);
-            const Quad h = close ? std::min(Quad(2e-11), Quad(1e-3) * scale) : Quad(1e-7) * scale;
+            const Quad h = close ? std::min(Quad(2e-11), Quad(1e-3) * scale)
+                                 : Quad(Equation::kPrecision.step) * scale;
             for (int j = 0; j < N; ++j) {
                 const Quad keep = y[j];
                 for (int side = close ? -1 : 1; side <= 1; side += 2) {
@@ -99,7 +100,8 @@ class PairNewton {
             for (int i = 0; i < N; ++i) y[i] += f * G[i];
             if (!equations(y, F)) return false;
             // A factor of 1e-7 a step, until rounding is reached.
-            if (size < Quad(1e-26) * scale || (size < Quad(1e-10) * scale && size > last / 4))
+            constexpr double stalled = Equation::kPrecision.stalled;
+            if (size < Quad(1e-26) * scale || (size < Quad(stalled) * scale && size > last / 4))
                 return true;
             // Phases nearer than 1e-4 leave steps of rounding: that is how well they are known.
             if (d < Quad(1e-4) && last < Quad(1e-4) * d && size > last / 4) {

@@ -13,8 +13,9 @@
 
 namespace judge {
 
-/// Lengths in units in which π/6·NA is 1.
+/// Without polar terms. Lengths in units in which π/6·NA is 1.
 struct PcSaft {
+    static constexpr Precision kPrecision{};
     int n = 0;
     Values<double> M{}, Ts{}, vs{}, m{}, kappa{}, epsilon{}, donors{}, acceptors{};
     double k[kMax][kMax] = {}, l[kMax][kMax] = {};
@@ -26,6 +27,7 @@ struct PcSaft {
             M[i] = c.M(), Ts[i] = c.param(1), vs[i] = c.param(2), m[i] = c.param(3);
             kappa[i] = c.param(4), epsilon[i] = c.param(5);
             donors[i] = c.param(6), acceptors[i] = c.param(7);
+            if (c.param(8) != 0 || c.param(9) != 0) throw ThException(th_no_option);  // polar terms
             for (int j = 0; j < i; ++j) {
                 k[i][j] = k[j][i] = model.param(0, i, j);
                 l[i][j] = l[j][i] = model.param(1, i, j);

@@ -12,6 +12,15 @@ namespace judge {
 using Long = long double;
 using Quad = boost::multiprecision::float128;
 
+/// What an equation of the judge is good for.
+struct Precision {
+    double noise = 1e-15;     ///< of a tangent-plane distance, over the largest |m_i|
+    double step = 1e-7;       ///< of differences, over the distance of the phases
+    double stalled = 1e-10;   ///< Newton step over that distance below which rounding may end the method
+    bool bounds = true;       ///< whether stated bounds can be judged
+    double nearest = 1e-6;    ///< distance from a critical temperature from which it serves
+};
+
 constexpr int kMax = 3;  ///< components at most
 template <class Real>
 using Values = std::array<Real, kMax>;

@@ -26,7 +26,7 @@ enum class Fault {
     bound,     ///< p, T, a mole fraction or density nearer, but beyond the bound that is stated
     kind,      ///< bubble for dew or the reverse
     unstable,  ///< another phase lowers the Gibbs energy by more than 1e-8 RT
-    slightly,  ///< by less than that, down to kNoise
+    slightly,  ///< by less than that, down to the noise of potentials (Precision)
     fraction,  ///< amounts of the phases
     stable,    ///< called unstable, but no trial phase lowers the energy
     missed     ///< refused for having no solution, but there is one
@@ -38,9 +38,6 @@ constexpr char const* kFaultNames[kFaults] = {"right",    "input",    "no pair",
 
 /// A relative error of p or T, or error of a mole fraction, that nobody would call right.
 constexpr double kFar = 1e-6;
-/// What parameters that were rounded once more or less leave of a tangent-plane distance, over the
-/// largest |m_i|.
-constexpr double kNoise = 1e-15;
 
 struct Verdict {
     Fault fault = Fault::none;
@@ -107,7 +104,9 @@ class Court {
         if (!pair.solve(phase(q.given), incipient)) {
             v.truth = boundary(at_T, q.p, q.T, z);
             v.error = std::fabs((at_T ? q.p : q.T) / v.truth - 1);
-            return v.fault = Fault::no_pair, v;
+            // In double two near phases are lost to rounding; the boundary is not.
+            const bool clear = Equation::kPrecision.bounds || !(v.error < 10 * kFar);
+            return v.fault = clear ? Fault::no_pair : Fault::none, v;
         }
         v.truth = double(at_T ? pair.p() : pair.T());
         v.error = double(abs(at_T ? Quad(q.p / pair.p() - 1) : Quad(q.T / pair.T() - 1)));
@@ -317,7 +316,7 @@ class Court {
                                                   (Quad(said[1]->rho) * said[1]->x[i])))));
         }
         apart = double(off / d);
-        const bool bounded = c.bounded();
+        const bool bounded = c.bounded() && Equation::kPrecision.bounds;
         if (!(value <= kFar))
             v.fault = Fault::far;
         else if (!bounded && !(v.x_error <= kFar))
@@ -328,7 +327,7 @@ class Court {
                                                    {rho, c.rho_error},
                                                    {apart, c.apart_error}};
         // Beside the bound, every number of a result is rounded once to a double.
-        const double eps = std::numeric_limits<double>::epsilon(), u = pair.uncertainty();
+        const double eps = std::numeric_limits<double>::epsilon(),  u = pair.uncertainty();
         for (auto const& [error, bound] : pairs) {
             const double rounding = &error == &pairs[3].first ? (4 * eps + u) / double(d) : eps + u;
             if (error > rounding) v.ratio = std::max(v.ratio, (error - rounding) / bound);
@@ -342,8 +341,9 @@ class Court {
         for (auto const& x : known) w.push_back(x[0]);
         Trial t = n_ == 3 ? TernarySearch<At>(at, P, mu.data(), known).lowest()
                           : BinaryScan<At>(at, P, mu.data(), w).lowest();
+        constexpr double noise = Equation::kPrecision.noise;
         for (int i = 0; i < n_; ++i)
-            t.noise = std::max({t.noise, Long(10 * kNoise), Long(kNoise) * std::fabs(mu[i])});
+            t.noise = std::max({t.noise, Long(10 * noise), Long(noise) * std::fabs(mu[i])});
         if (t.tpd < -t.noise && !given(t, P, T)) {
             ++other_roots;
             t.tpd = 0;
