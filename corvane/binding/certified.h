@@ -7,6 +7,7 @@
 #include <corvane/core/files.h>
 #include <corvane/phases/report/certificate.h>
 #include <corvane/phases/solid/anchored_solid.h>
+#include <corvane/transport/mixture_transport.h>
 #include <corvane/transport/transport.h>
 
 #include <array>
@@ -47,11 +48,14 @@ struct CorvaneMixture final : CorvaneObject {
     /// The anchored solids of the first two components, null where the sublimation curve counts.
     /// Loads the data of the home when they are first needed.
     std::array<corvane::AnchoredSolid const*, 2> solids() const;
+    /// Opened when it is first needed.
+    corvane::MixtureTransport const& transport() const;
 
     corvane::Mixture mixture;
 
   private:
-    mutable std::once_flag loaded_;
+    mutable std::once_flag loaded_, opened_;
+    mutable std::unique_ptr<corvane::MixtureTransport const> transport_;
     mutable std::array<std::optional<corvane::AnchoredSolid>, 2> anchored_;
 };
 

@@ -157,6 +157,22 @@ CORVANE_API CorvaneResult* Corvane_mixture_phase(const CorvaneMixture* mixture, 
                                                  double rho, const double* z, int n,
                                                  CorvaneError* error);
 
+/* CORVANE_VISCOSITY or CORVANE_CONDUCTIVITY of one phase at T, density (0: the mixture of dilute gases)
+ * and composition, from those of the components; CORVANE_NOT_OPENED: the data home has none of one of
+ * them. evidence (one value, or null): 1 where T lies within the ranges of all sources, else 0. */
+CORVANE_API double Corvane_mixture_transport(const CorvaneMixture* mixture, int property, double T,
+                                             double rho, const double* z, int n, double* evidence,
+                                             CorvaneError* error);
+/* What it is computed by there: the rules, and the publications of the components' values. */
+CORVANE_API int Corvane_mixture_transport_model(const CorvaneMixture* mixture, int property,
+                                                double T, double rho, const double* z, int n,
+                                                char* buffer, int size, CorvaneError* error);
+/* Surface tension, N/m, of a liquid x beside a vapour y; otherwise likewise. */
+CORVANE_API double Corvane_mixture_tension(const CorvaneMixture* mixture, double T,
+                                           double rho_liquid, const double* x, double rho_vapour,
+                                           const double* y, int n, double* evidence,
+                                           CorvaneError* error);
+
 /* The stable state; phases by falling mass density, all properties of each, CORVANE_FRACTION of the
  * whole. h and s of the whole where there are tables. */
 CORVANE_API CorvaneResult* Corvane_flash_pT(const CorvaneMixture* mixture, double p, double T,

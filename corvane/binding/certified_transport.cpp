@@ -1,10 +1,16 @@
-// The certified interface: transport properties of pure fluids.
+// The certified interface: transport properties.
 #include <corvane/binding/certified.h>
+#include <corvane/binding/certified_points.h>
 
 using namespace corvane::binding;
 
 corvane::Transport const& CorvaneFluid::transport() const {
     std::call_once(opened_, [this] { transport_ = std::make_unique<corvane::Transport>(fluid); });
+    return *transport_;
+}
+corvane::MixtureTransport const& CorvaneMixture::transport() const {
+    std::call_once(opened_,
+                   [this] { transport_ = std::make_unique<corvane::MixtureTransport>(mixture); });
     return *transport_;
 }
 
@@ -16,6 +22,16 @@ corvane::TransportValue value_of(CorvaneFluid const* fluid, int property, double
         case CORVANE_CONDUCTIVITY: return transport.thermal_conductivity(T, rho);
         case CORVANE_SURFACE_TENSION: return transport.surface_tension(T);
         default: throw BadArgument("no transport property " + std::to_string(property));
+    }
+}
+
+corvane::TransportValue value_of(CorvaneMixture const* mixture, int property, double T, double rho,
+                                 double const* z, int n) {
+    const Vector<double> x = composition(mixture, z, n);
+    switch (property) {
+        case CORVANE_VISCOSITY: return mixture->transport().viscosity(T, rho, x);
+        case CORVANE_CONDUCTIVITY: return mixture->transport().thermal_conductivity(T, rho, x);
+        default: throw BadArgument("no transport property of one phase: " + std::to_string(property));
     }
 }
 }  // namespace
@@ -34,5 +50,35 @@ EXPORT int Corvane_transport_model(const CorvaneFluid* fluid, int property, doub
     return certified(error, "transport", fluid, [&] {
         const auto v = value_of(fluid, property, T, rho);
         return write(v.model + ": " + v.source, buffer, size);
+    });
+}
+
+EXPORT double Corvane_mixture_transport(const CorvaneMixture* mixture, int property, double T,
+                                        double rho, const double* z, int n, double* evidence,
+                                        CorvaneError* error) {
+    return certified(error, "mixture_transport", mixture, [&] {
+        const auto v = value_of(mixture, property, T, rho, z, n);
+        if (evidence) evidence[0] = v.in_range ? 1.0 : 0.0;
+        return v.value;
+    });
+}
+
+EXPORT int Corvane_mixture_transport_model(const CorvaneMixture* mixture, int property, double T,
+                                           double rho, const double* z, int n, char* buffer,
+                                           int size, CorvaneError* error) {
+    return certified(error, "mixture_transport", mixture, [&] {
+        const auto v = value_of(mixture, property, T, rho, z, n);
+        return write(v.model + ": " + v.source, buffer, size);
+    });
+}
+
+EXPORT double Corvane_mixture_tension(const CorvaneMixture* mixture, double T, double rho_liquid,
+                                      const double* x, double rho_vapour, const double* y, int n,
+                                      double* evidence, CorvaneError* error) {
+    return certified(error, "mixture_tension", mixture, [&] {
+        const auto v = mixture->transport().surface_tension(
+            T, rho_liquid, composition(mixture, x, n), rho_vapour, composition(mixture, y, n));
+        if (evidence) evidence[0] = v.in_range ? 1.0 : 0.0;
+        return v.value;
     });
 }

@@ -130,8 +130,8 @@ TransportValue MixtureTransport::thermal_conductivity(double T, double rho,
                                                       Vector<double> const& x) const {
     Parts const& p = *parts_;
     p.check(T, rho, x);
-    Evidence known, of_viscosity;
-    const std::vector<double> eta0 = p.dilute_viscosities(T, x, of_viscosity);
+    Evidence known;
+    const std::vector<double> eta0 = p.dilute_viscosities(T, x, known);
     std::vector<double> lambda0, w, excess;
     double M = 0.0;
     for (int i = 0; i < p.size(); ++i) {

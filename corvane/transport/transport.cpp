@@ -1,3 +1,4 @@
+#include <corvane/catalogue/parameter_sets.h>
 #include <corvane/core/errors.h>
 #include <corvane/phases/report/certificate.h>
 #include <corvane/phases/saturation/pure_saturation.h>
@@ -34,6 +35,12 @@ Correlation const& widest(std::vector<Correlation> const& rows, double highest) 
     for (Correlation const& row : rows)
         if (end(row) > end(*best) + kEqual) best = &row;
     return *best;
+}
+
+/// Correlations have values, too, where they mean nothing: behind a pole, far from their data.
+TransportValue meaningful(TransportValue v) {
+    if (!(v.value > 0.0) || !std::isfinite(v.value)) throw ThException(5);
+    return v;
 }
 
 /// Of another source that covers T too, against the value of the first.
@@ -74,7 +81,7 @@ TransportValue Joined::at(Fluid const& fluid, double T, double rho) const {
     Correlation const& g = gas.front();
     TransportValue result{g(T), "gas correlation", g.source, g.covers(T),
                           second_opinion(gas, g, T)};
-    if (rho == 0.0) return result;
+    if (rho == 0.0) return meaningful(std::move(result));
     const double Tc = model.Tcrit(), vc = model.vcrit();
     Correlation const& l = widest(liquid, kHighest * Tc);
     double T1 = std::min(T, kHighest * Tc);  // where the liquid's correlation gives the scale
@@ -83,33 +90,31 @@ TransportValue Joined::at(Fluid const& fluid, double T, double rho) const {
     const double saturated = pure_saturation_T(model, T1).rhoL;
     const double scale = (l(T1) - g(T1)) / pattern(T1 / Tc, saturated * vc);
     result.value += scale * pattern(T / Tc, rho * vc);
-    if (!(result.value > 0.0)) throw ThException(5);  // denser than the pattern goes
     // What counts is the nearer of the two ends.
     const bool dense = 2.0 * rho > saturated;
     result.in_range = dense ? l.covers(std::min(T, kHighest * Tc)) : result.in_range;
     if (dense) result.second_source = second_opinion(liquid, l, T1);
     result.model = "liquid and gas correlations";
     result.source = l.source == g.source ? l.source : l.source + "; gas: " + g.source;
-    return result;
+    return meaningful(std::move(result));  // not denser than the pattern goes
 }
 
-/// The temperatures [K] for which a publication states its correlation ("valid:"), else all.
+/// The temperatures [K] for which a publication states its correlation ("valid:"), else those of the
+/// reference equation that it was made for; where neither says any, all.
 struct Stated {
-    double Tmin = 0.0, Tmax = std::numeric_limits<double>::infinity();
+    double Tmin = kNan, Tmax = kNan;
 
-    void read(Figures const& figures) {
-        if (!figures.has("valid")) return;
-        const auto both = figures.numbers("valid", 2);
-        Tmin = both[0], Tmax = both[1];
+    void read(Figures const& figures, Fluid const& fluid) {
+        if (figures.has("valid")) {
+            const auto both = figures.numbers("valid", 2);
+            Tmin = both[0], Tmax = both[1];
+            return;
+        }
+        const ParameterNotes notes = parameter_notes(fluid.home, "MEOS", fluid.substance, 1);
+        Tmin = notes.Tmin, Tmax = notes.Tmax;
     }
-    bool covers(double T) const { return T >= Tmin && T <= Tmax; }
+    bool covers(double T) const { return !(T < Tmin) && !(T > Tmax); }
 };
-
-/// Correlations have values, too, where they mean nothing: behind a pole, far from their data.
-TransportValue meaningful(TransportValue v) {
-    if (!(v.value > 0.0) || !std::isfinite(v.value)) throw ThException(5);
-    return v;
-}
 
 }  // namespace
 
@@ -147,14 +152,14 @@ Transport::Parts::Parts(Fluid const& f) : fluid(f), water(f.substance == "water"
         const Figures figures(file.string());
         viscosity = viscosity_correlation(figures, M);
         viscosity_source = figures.text("source");
-        viscosity_stated.read(figures);
+        viscosity_stated.read(figures, f);
         eta0 = [this](double T) { return viscosity->dilute(T); };
     }
     if (const auto file = path("conductivity"); std::filesystem::exists(file)) {
         const Figures figures(file.string());
         conductivity.emplace(figures, M, eta0);
         conductivity_source = figures.text("source");
-        conductivity_stated.read(figures);
+        conductivity_stated.read(figures, f);
     }
     const auto pattern = [&](char const* property) {
         return Figures(
@@ -256,8 +261,9 @@ TransportValue Transport::surface_tension(double T) const {
     if (parts_->tension.empty())
         throw OpenFailure("no surface tension of " + parts_->fluid.substance + " in the data tree");
     Correlation const& row = parts_->tension.front();
-    return {row(T), "correlation", row.source, row.covers(T),
-            second_opinion(parts_->tension, row, T)};
+    const double value = row(T);
+    if (!(value >= 0.0) || !std::isfinite(value)) throw ThException(5);  // a line beyond its end
+    return {value, "correlation", row.source, row.covers(T), second_opinion(parts_->tension, row, T)};
 }
 
 }  // namespace corvane

@@ -152,6 +152,54 @@ namespace Corvane
                       true)
                 .Single(v => new EquilibriumPoint(v)).First();
 
+        /// <summary>Viscosity of one phase from those of the components, Pa s.</summary>
+        /// <param name="T">K</param>
+        /// <param name="rho">mol/cm³; 0: the mixture of dilute gases</param>
+        /// <param name="z">mole fractions</param>
+        /// <returns>the value with the rules, the publications of the components and whether all are in
+        /// their ranges; no second source</returns>
+        /// <exception cref="ThermodynamicException">NotOpened: the data home has none of a component;
+        /// code OutOfRange; BadArgument: length of z</exception>
+        public TransportValue Viscosity(double T, double rho, params double[] z) => Transport(0, T, rho, z);
+
+        /// <summary>Thermal conductivity without critical enhancement, W/(m K); otherwise as
+        /// <see cref="Viscosity"/>.</summary>
+        /// <param name="T">K</param>
+        /// <param name="rho">mol/cm³; 0: the mixture of dilute gases</param>
+        /// <param name="z">mole fractions</param>
+        /// <returns>the value with its rules and range</returns>
+        /// <exception cref="ThermodynamicException">as <see cref="Viscosity"/></exception>
+        public TransportValue ThermalConductivity(double T, double rho, params double[] z) =>
+            Transport(1, T, rho, z);
+
+        /// <summary>Surface tension of a liquid beside a vapour, by Weinaug and Katz, N/m.</summary>
+        /// <param name="T">K</param>
+        /// <param name="rhoLiquid">mol/cm³</param>
+        /// <param name="x">mole fractions in the liquid</param>
+        /// <param name="rhoVapour">mol/cm³</param>
+        /// <param name="y">mole fractions in the vapour</param>
+        /// <returns>the tension, N/m; zero where the phases are alike</returns>
+        /// <exception cref="ThermodynamicException">as <see cref="Viscosity"/></exception>
+        /// <exception cref="ArgumentException">compositions of different lengths</exception>
+        public double SurfaceTension(double T, double rhoLiquid, double[] x, double rhoVapour, double[] y)
+        {
+            if (Length(x) != Length(y)) throw new ArgumentException("compositions of different lengths", nameof(y));
+            return Check(Corvane_mixture_tension(handle, T, rhoLiquid, x, rhoVapour, y, x.Length, new double[1],
+                                                 out CorvaneError e), ref e);
+        }
+
+        private TransportValue Transport(int property, double T, double rho, double[] z)
+        {
+            double[] evidence = new double[1];
+            double value = Check(Corvane_mixture_transport(handle, property, T, rho, z, Length(z), evidence,
+                                                           out CorvaneError e), ref e);
+            string model = Utf8.Read(
+                (buffer, size) => Check(
+                    Corvane_mixture_transport_model(handle, property, T, rho, z, z.Length, buffer, size,
+                                                    out CorvaneError f), ref f));
+            return new TransportValue(value, evidence[0] == 1.0, double.NaN, model);
+        }
+
         /// <summary>The stable state at pressure and temperature.</summary>
         /// <param name="p">MPa</param>
         /// <param name="T">K</param>

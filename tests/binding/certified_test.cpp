@@ -173,6 +173,27 @@ TEST(Certified, PointsOfMixturesAsInCpp) {
     }
     const Result critical(Corvane_critical_point(gas.get(), z, 2, &e));
     EXPECT_EQ(value(critical, 0, 0, 0, CORVANE_RHO), corvane::critical_point(m, x).rho);
+    const corvane::MixtureTransport transport(cpp);
+    double in_range = 0.0;
+    for (int what : {CORVANE_VISCOSITY, CORVANE_CONDUCTIVITY}) {
+        const auto v = what == CORVANE_VISCOSITY ? transport.viscosity(300, 1e-3, x)
+                                                 : transport.thermal_conductivity(300, 1e-3, x);
+        EXPECT_EQ(Corvane_mixture_transport(gas.get(), what, 300, 1e-3, z, 2, &in_range, &e), v.value);
+        EXPECT_EQ(in_range, v.in_range);
+        EXPECT_EQ(text([&](char* to, int n) {
+                      return Corvane_mixture_transport_model(gas.get(), what, 300, 1e-3, z, 2, to, n, &e);
+                  }),
+                  v.model + ": " + v.source);
+    }
+    const double y[] = {0.9, 0.1};
+    Vector<double> vapour(2);
+    vapour[0] = y[0], vapour[1] = y[1];
+    EXPECT_EQ(Corvane_mixture_tension(gas.get(), 250, 0.014, z, 1e-3, y, 2, nullptr, &e),
+              transport.surface_tension(250, 0.014, x, 1e-3, vapour).value);
+    EXPECT_EQ(Corvane_mixture_transport(gas.get(), 2, 300, 1e-3, z, 2, nullptr, &e), 0.0);
+    EXPECT_EQ(e.kind, CORVANE_BAD_ARGUMENT);
+    EXPECT_EQ(Corvane_mixture_tension(gas.get(), 250, 0.014, z, 1e-3, y, 1, nullptr, &e), 0.0);
+    EXPECT_EQ(e.kind, CORVANE_BAD_ARGUMENT);
     const Result phase(Corvane_mixture_phase(gas.get(), 300, 1e-3, z, 2, &e));
     EXPECT_EQ(value(phase, 0, 0, 0, CORVANE_W), corvane::phase_properties(m, 300, 1e-3, x).w);
 }

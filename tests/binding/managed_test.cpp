@@ -64,6 +64,11 @@ Bits in_cpp() {
     show("flash.error", flash.certificate.x_error);
     show("dew.rho", corvane::dew_p(*gas.model, 2, x).incipient.rho);
     show("phase.w", corvane::phase_properties(*gas.model, 300, 1e-3, x).w);
+    const corvane::MixtureTransport of_mixture(gas);
+    show("mixture.viscosity", of_mixture.viscosity(300, 1e-3, x).value);
+    show("mixture.conductivity", of_mixture.thermal_conductivity(300, 1e-3, x).value);
+    y[0] = 0.9, y[1] = 0.1;
+    show("mixture.tension", of_mixture.surface_tension(250, 0.014, x, 1e-3, y).value);
     const corvane::Fluid propane = corvane::open("PR", "propane");
     const corvane::Transport transport(propane);
     show("viscosity", transport.viscosity(300, 1e-3).value);

@@ -103,6 +103,10 @@ TEST(MixtureTransport, WhatIsMissingOrWrongIsSaid) {
     }
     EXPECT_GT(transport.viscosity(300, 0, vec({1, 0})).value, 0);  // it is not there
     EXPECT_FALSE(transport.viscosity(1900, 0, vec({1, 0})).in_range);
+    // Ethane's viscosity reaches to 675 K, its conductivity farther; a mixture's needs both.
+    const auto gas = corvane::open_mixture("PR+vdW1", {"ethane", "propane"});
+    EXPECT_TRUE(corvane::MixtureTransport(gas).thermal_conductivity(640, 0, vec({0.5, 0.5})).in_range);
+    EXPECT_FALSE(corvane::MixtureTransport(gas).thermal_conductivity(800, 0, vec({1, 0})).in_range);
     for (auto const& x : {vec({0.5, 0.4}), vec({1.5, -0.5}), vec({1})})
         EXPECT_THROW(transport.viscosity(300, 0.001, x), ThException);
     EXPECT_THROW(transport.viscosity(-1, 0.001, vec({1, 0})), ThException);

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <optional>
 #include <string>
 
 namespace {
@@ -204,11 +205,62 @@ TEST(Transport, ConductivityIsEnhancedNearTheCriticalPointOnly) {
     EXPECT_NEAR(lambda(1.6) / lambda(1.5), 1.05, 0.05);
 }
 
+// Correlations are asked far outside their data, too: what they give there is flagged, or refused.
+TEST(Transport, NoCorrelationGivesWhatCannotBe) {
+    std::map<std::string, bool> names;
+    for (char const* table : {"viscosity_gas", "conductivity_gas", "surface_tension"}) {
+        std::ifstream file(std::string("CorvaneS/transport/") + table + ".tsv");
+        for (std::string line; std::getline(file, line);)
+            if (line[0] != '#') names[line.substr(0, line.find('\t'))] = true;
+    }
+    int values = 0, refused = 0;
+    for (auto const& [name, _] : names) {
+        std::optional<Opened> one;
+        try {
+            one.emplace("PR", name);
+        } catch (corvane::OpenFailure const&) {
+            continue;
+        }
+        const double Tc = one->fluid.model->Tcrit();
+        auto expect = [&](double least, auto const& value) {
+            try {
+                const double v = value();
+                EXPECT_TRUE(v >= least && std::isfinite(v)) << name << ' ' << v;
+                ++values;
+            } catch (ThException const&) {
+                ++refused;
+            } catch (corvane::OpenFailure const&) {
+            }
+        };
+        for (double part : {0.1, 0.3, 0.5, 0.9, 0.999, 1.0, 1.5, 4.0, 12.0}) {
+            const double T = part * Tc;
+            expect(1e-12, [&] { return one->transport.viscosity(T, 0).value; });
+            expect(1e-9, [&] { return one->transport.thermal_conductivity(T, 0).value; });
+            expect(0, [&] { return one->transport.surface_tension(T).value; });
+        }
+    }
+    EXPECT_GT(values, 2000);
+    EXPECT_GT(refused, 0);
+    EXPECT_LT(refused, values / 10);
+}
+
 TEST(Transport, WhatIsMissingOrMalformedIsSaid) {
     Opened const& water = opened("water");
     EXPECT_EQ(water.transport.surface_tension(700).value, 0);
     EXPECT_TRUE(water.transport.surface_tension(300).in_range);
     EXPECT_FALSE(opened("acetone").transport.viscosity(150, 0.0155).in_range);
+    // The range of the reference equation, whichever equation the density comes from.
+    for (char const* equation : {"MEOS", "PR"}) {
+        auto const& r134a = opened("r134a", equation).transport;
+        for (double T : {170.0, 455.0}) {
+            EXPECT_TRUE(r134a.viscosity(T, 0).in_range);
+            EXPECT_TRUE(r134a.thermal_conductivity(T, 0).in_range);
+        }
+        for (double T : {169.0, 456.0}) {
+            EXPECT_FALSE(r134a.viscosity(T, 0).in_range);
+            EXPECT_FALSE(r134a.thermal_conductivity(T, 0).in_range);
+        }
+    }
     for (double T : {0.0, -1.0, std::nan("")})
         EXPECT_THROW(water.transport.viscosity(T, 0.01), ThException);
     EXPECT_THROW(water.transport.thermal_conductivity(300, -1e-9), ThException);

@@ -82,6 +82,21 @@ namespace Corvane.Interop
             MixtureHandle mixture, double T, double rho, double[] z, int n, out CorvaneError error);
 
         [DllImport(Library)]
+        internal static extern double Corvane_mixture_transport(
+            MixtureHandle mixture, int property, double T, double rho, double[] z, int n,
+            [Out] double[] evidence, out CorvaneError error);
+
+        [DllImport(Library)]
+        internal static extern int Corvane_mixture_transport_model(
+            MixtureHandle mixture, int property, double T, double rho, double[] z, int n,
+            [Out] byte[] buffer, int size, out CorvaneError error);
+
+        [DllImport(Library)]
+        internal static extern double Corvane_mixture_tension(
+            MixtureHandle mixture, double T, double rho_liquid, double[] x, double rho_vapour,
+            double[] y, int n, [Out] double[] evidence, out CorvaneError error);
+
+        [DllImport(Library)]
         internal static extern ResultHandle Corvane_flash_pT(
             MixtureHandle mixture, double p, double T, double[] z, int n, out CorvaneError error);
 

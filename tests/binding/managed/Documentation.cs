@@ -18,7 +18,7 @@ namespace Corvane.Tests
 
         // What a number is measured in, or why it needs no unit.
         private static readonly Regex Unit = new Regex(
-            @"\b(K|MPa|g/mol|kg/mol|cm³/mol|m/s|J/mol|Pa·s|µPa·s|nm)\b|mol/cm³|MPa⁻¹|K⁻¹|dimensionless|" +
+            @"\b(K|MPa|g/mol|kg/mol|cm³/mol|m/s|N/m|J/mol|Pa·s|µPa·s|nm)\b|mol/cm³|MPa⁻¹|K⁻¹|dimensionless|" +
             @"fraction|any unit|of the parameter|relative|unit");
 
         internal static void Complete(string folder)

@@ -52,6 +52,9 @@ namespace Corvane.Tests
                 Show("flash.error", f.Certificate.XError);
                 Show("dew.rho", m.DewP(2, new[] { 0.3, 0.7 }).Incipient.Rho);
                 Show("phase.w", m.Phase(300, 1e-3, 0.3, 0.7).Phases[0].SpeedOfSound);
+                Show("mixture.viscosity", m.Viscosity(300, 1e-3, 0.3, 0.7).Value);
+                Show("mixture.conductivity", m.ThermalConductivity(300, 1e-3, 0.3, 0.7).Value);
+                Show("mixture.tension", m.SurfaceTension(250, 0.014, new[] { 0.3, 0.7 }, 1e-3, new[] { 0.9, 0.1 }));
             }
             using (Fluid propane = Fluid.Open("PR", "propane"))
             {
