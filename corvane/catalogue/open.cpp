@@ -233,6 +233,11 @@ std::string substance_name(DataHome const& home, std::string const& equation,
                                     : near));
 }
 
+bool doubtful(Fluid const& fluid) {
+    const double ratio = fluid.model->Tcrit() / fluid.notes.Tc;
+    return ratio < 0.9 || ratio > 1.25;
+}
+
 Fluid open(std::string const& equation, std::string const& substance, FluidOptions const& options) {
     Fluid fluid{nullptr, equation, "", 1, {}, {}, options.home ? *options.home : DataHome::find()};
     DataHome const& home = fluid.home;
@@ -246,6 +251,14 @@ Fluid open(std::string const& equation, std::string const& substance, FluidOptio
         const auto all = equations_for(home, fluid.substance);
         if (all.empty()) throw OpenFailure("no equation has parameters for " + fluid.substance);
         fluid.equation = all.front();
+        if (all.size() > 1 && options.set == 0) {
+            Fluid first = open(all.front(), fluid.substance, options);
+            for (std::size_t k = 1; k < all.size() && doubtful(first); ++k) {
+                Fluid other = open(all[k], fluid.substance, options);
+                if (!doubtful(other)) return other;
+            }
+            return first;
+        }
     }
     fluid.model.reset(attached(home, fluid.equation, false,
                                [&] { return attach1(fluid.equation.c_str()); }));
