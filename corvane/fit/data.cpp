@@ -79,6 +79,12 @@ std::vector<Observable> compared(PointKind kind) {
     return {};
 }
 
+/// 0 (also as 0.0), no, false.
+bool says_no(std::string const& word) {
+    const auto number = to_number(word);
+    return number ? *number == 0.0 : lower(word).starts_with("n") || lower(word).starts_with("f");
+}
+
 /// A column of numbers: what it is, and where it goes.
 struct Column {
     std::size_t at;
@@ -372,9 +378,7 @@ Point Reader::point(std::size_t row) const {
         result.weight = *number;
     }
     std::string const *use = word("use", row), *out = word("exclude", row);
-    result.used =
-        !(use && (*use == "0" || lower(*use).starts_with("n") || lower(*use).starts_with("f"))) &&
-        !(out && *out != "0" && !lower(*out).starts_with("n") && !lower(*out).starts_with("f"));
+    result.used = !(use && says_no(*use)) && !(out && !says_no(*out));
     if (std::string const* reference = word("reference", row)) result.reference = *reference;
     observe(result, given, uncertain);
     if (result.kind == PointKind::dilute) {  // the solvent: the other of two, or x

@@ -371,8 +371,7 @@ bool Equilibrium::at_measured(Point const& point, States& s) const {
 }
 
 double Equilibrium::distance(Point const& point) const {
-    const bool saturation = point.kind == PointKind::bubble || point.kind == PointKind::dew,
-               liquids = point.kind == PointKind::liquid_liquid;
+    const bool saturation = point.kind == PointKind::bubble || point.kind == PointKind::dew;
     if (!whole(point)) return 0.0;
     const FluidModel fluid(model_, vector(middle(point)));
     Measured known = measured(point);
@@ -394,11 +393,11 @@ double Equilibrium::distance(Point const& point) const {
     for (std::size_t k = 1; k < s.size(); ++k)
         for (int i = 0; i < n_; ++i) {
             const double d = s[0].m[i] - s[k].m[i];
-            sum += saturation || liquids ? s[k].x[i] * std::exp(d) : d * d;
+            sum += saturation ? s[k].x[i] * std::exp(d) : d * d;
         }
     if (s.empty()) return 0.0;
-    return saturation || liquids ? std::log(sum)
-                                 : std::sqrt(sum / static_cast<double>((s.size() - 1) * n_));
+    return saturation ? std::log(sum)
+                      : std::sqrt(sum / static_cast<double>((s.size() - 1) * n_));
 }
 
 }  // namespace corvane::fit

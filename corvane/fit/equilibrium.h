@@ -68,8 +68,9 @@ class Equilibrium {
     /// The phases h·du further.
     Phases moved(Phases const& phases, Eigen::VectorXd const& du, double h) const;
     /// How far the measured state is from an equilibrium, without a unit: ln Σ K_i·z_i with K from
-    /// the fugacities of the measured (or Wilson's) second phase; of azeotropes and three phases
-    /// the root of the mean square of the differences of ln f_i.
+    /// the fugacities of the measured (or Wilson's) second phase; where all phases are measured
+    /// the root of the mean square of the differences of ln f_i (of two liquids the logarithm
+    /// passes zero where they are no equilibrium, too).
     double distance(Point const& point) const;
 
     static bool dew(Point const& point) { return point.kind == PointKind::dew; }

@@ -17,9 +17,11 @@
 
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace corvane::fit {
@@ -37,6 +39,17 @@ struct Parameter {
     double prior = 0.0, prior_width = 0.0;
     bool positive = false;  ///< a size: differences and bounds are relative to the start
     double unit = 0.1;      ///< of one that is not: what its differences are relative to
+};
+
+/// What is adjusted of a system, by names in parameter files, and what holds for these.
+struct Choice {
+    std::vector<std::string> names;
+    /// Those of the names that have one value in all systems that choose them so: the start of the
+    /// first.
+    std::vector<std::string> shared = {};
+    std::map<std::string, double> start = {};
+    std::map<std::string, std::pair<double, double>> bounds = {};  ///< lower, upper
+    std::map<std::string, std::pair<double, double>> prior = {};   ///< value, standard deviation
 };
 
 /// Models, their data, and what is adjusted.
@@ -59,6 +72,12 @@ class Problem {
     Parameter& adjust_pair(std::string const& name, int i = 0, int j = 1, int system = 0);
     /// Makes another pair or substance share the parameter.
     void share(Parameter& parameter, std::string const& name, int system, int i = -1, int j = -1);
+    /// All that is chosen of a substance, or of the first pair of a mixture. What the choice says
+    /// of other names than its own is passed over. @throws Failure as adjust
+    void choose(int system, Choice const& choice);
+
+    /// The name of a parameter; with its system, "kij (methane + propane)", where others have it.
+    std::string label(std::size_t parameter) const;
 
     /// Names of what can be adjusted.
     std::vector<std::string> adjustable(int system = 0) const;
@@ -81,6 +100,7 @@ struct Problem::System {
     std::vector<DataSet> data;
     std::unique_ptr<Evaluator> evaluator;
     std::string name() const;
+    std::string substances() const;  ///< "methane + propane"
 };
 
 /// Loss of a weighted deviation r, with the width k: r² where small.
@@ -105,7 +125,7 @@ struct Options {
 };
 
 struct FittedParameter {
-    std::string name;
+    std::string name;  ///< Problem::label
     double start, value;
     double error;  ///< standard error; NaN where the data do not determine it
     /// The same with the number of deviations that are independent (Result::independent): what

@@ -4,10 +4,12 @@
 #include <corvane/mixture/pair_parameters.h>
 #include <corvane/text/failure.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
+#include <tuple>
 
 namespace corvane::fit {
 namespace {
@@ -72,6 +74,13 @@ std::vector<std::pair<std::string, double*>> adjustable_of(ModelN& model, int i,
     return result;
 }
 
+void refuse_taken(double const* at, std::string const& name,
+                  std::vector<std::unique_ptr<Parameter>> const& parameters) {
+    for (auto const& other : parameters)
+        for (double const* taken : other->addresses)
+            if (taken == at) throw Failure("the parameter " + name + " is adjusted twice");
+}
+
 std::size_t count_of(std::vector<DataSet> const& data) {
     std::size_t count = 0;
     for (DataSet const& set : data) count += set.points.size();
@@ -92,8 +101,10 @@ Problem::System::System() = default;
 Problem::System::~System() = default;
 
 std::string Problem::System::name() const {
-    if (fluid) return fluid->equation + " " + fluid->substance;
-    return mixture->name() + " " + join(mixture->components, " + ");
+    return (fluid ? fluid->equation : mixture->name()) + " " + substances();
+}
+std::string Problem::System::substances() const {
+    return fluid ? fluid->substance : join(mixture->components, " + ");
 }
 
 int Problem::add(Fluid&& fluid, std::vector<DataSet> data) {
@@ -140,9 +151,7 @@ double* Problem::address(std::string const& name, int system, int i, int j) cons
 
 Parameter& Problem::adjust(std::string const& name, int system) {
     double* at = address(name, system, -1, -1);
-    for (auto const& other : parameters)
-        for (double const* taken : other->addresses)
-            if (taken == at) throw Failure("the parameter " + name + " is adjusted twice");
+    refuse_taken(at, name, parameters);
     auto p = std::make_unique<Parameter>();
     p->name = name;
     p->addresses = {at};
@@ -162,10 +171,7 @@ Parameter& Problem::adjust_pair(std::string const& name, int i, int j, int syste
     p->name = name;
     p->addresses = {address(name, system, i, j)};
     p->systems = {system};
-    for (auto const& other : parameters)
-        for (double const* taken : other->addresses)
-            if (taken == p->addresses[0])
-                throw Failure("the parameter " + name + " is adjusted twice");
+    refuse_taken(p->addresses[0], name, parameters);
     p->start = *p->addresses[0];
     if (name == "kij" || name == "lij") {
         p->lower = -1.0;
@@ -177,8 +183,45 @@ Parameter& Problem::adjust_pair(std::string const& name, int i, int j, int syste
 }
 
 void Problem::share(Parameter& parameter, std::string const& name, int system, int i, int j) {
-    parameter.addresses.push_back(address(name, system, i, j));
+    double* at = address(name, system, i, j);
+    refuse_taken(at, name, parameters);
+    parameter.addresses.push_back(at);
     parameter.systems.push_back(system);
+}
+
+void Problem::choose(int system, Choice const& choice) {
+    const bool pure = systems.at(static_cast<std::size_t>(system))->fluid.has_value();
+    for (std::string const& name : choice.names) {
+        const auto known = std::find_if(parameters.begin(), parameters.end(),
+                                        [&](auto const& p) { return p->name == name; });
+        const bool shared =
+            std::find(choice.shared.begin(), choice.shared.end(), name) != choice.shared.end();
+        if (shared && known != parameters.end()) {
+            share(**known, name, system, pure ? -1 : 0, pure ? -1 : 1);
+            *(*known)->addresses.back() = (*known)->start;
+            continue;
+        }
+        Parameter& p = pure ? adjust(name, system) : adjust_pair(name, 0, 1, system);
+        if (const auto at = choice.start.find(name); at != choice.start.end()) {
+            *p.addresses[0] = p.start = at->second;
+            if (p.positive && p.start > 0.0) {
+                p.lower = 0.1 * p.start;
+                p.upper = 10.0 * p.start;
+            }
+        }
+        if (const auto at = choice.bounds.find(name); at != choice.bounds.end())
+            std::tie(p.lower, p.upper) = at->second;
+        if (const auto at = choice.prior.find(name); at != choice.prior.end())
+            std::tie(p.prior, p.prior_width) = at->second;
+    }
+}
+
+std::string Problem::label(std::size_t parameter) const {
+    Parameter const& p = *parameters.at(parameter);
+    const auto alike = std::count_if(parameters.begin(), parameters.end(),
+                                     [&](auto const& other) { return other->name == p.name; });
+    if (alike < 2) return p.name;
+    return p.name + " (" + systems.at(static_cast<std::size_t>(p.systems[0]))->substances() + ")";
 }
 
 }  // namespace corvane::fit

@@ -34,9 +34,11 @@ class Solver {
             lower_[i] = p.lower;
             upper_[i] = p.upper;
             if (!(p.lower < p.upper))
-                throw text::Failure("the bounds of " + p.name + " leave no room");
+                throw text::Failure("the bounds of " + problem.label(static_cast<std::size_t>(i)) +
+                                    " leave no room");
             if (!(p.start >= p.lower && p.start <= p.upper))
-                throw text::Failure("the start of " + p.name + " is outside its bounds");
+                throw text::Failure("the start of " + problem.label(static_cast<std::size_t>(i)) +
+                                    " is outside its bounds");
         }
     }
     Result run();
@@ -176,8 +178,7 @@ void Solver::robust(Minimum& m) {
 void Solver::identify(Eigen::MatrixXd const& J, Uncertainty const& u,
                       std::vector<Eigen::Index> const& free, Result& result) const {
     const auto name = [&](Eigen::Index j) {
-        return problem_.parameters[static_cast<std::size_t>(free[static_cast<std::size_t>(j)])]
-            ->name;
+        return problem_.label(static_cast<std::size_t>(free[static_cast<std::size_t>(j)]));
     };
     bool none = false;
     for (Eigen::Index j = 0; j < J.cols(); ++j)
@@ -209,8 +210,8 @@ void Solver::statistics(Minimum const& m, Result& result) {
     for (Eigen::Index i = 0; i < n; ++i) {
         const double room = 1e-9 * (std::fabs(m.x[i]) + 1e-3);
         const bool at_bound = m.x[i] <= lower_[i] + room || m.x[i] >= upper_[i] - room;
-        result.parameters.push_back({problem_.parameters[static_cast<std::size_t>(i)]->name,
-                                     start_[i], m.x[i], kUnknown, kUnknown, at_bound});
+        result.parameters.push_back({problem_.label(static_cast<std::size_t>(i)), start_[i], m.x[i],
+                                     kUnknown, kUnknown, at_bound});
         if (at_bound)
             result.warnings.push_back(result.parameters.back().name + " ends at its bound");
         else

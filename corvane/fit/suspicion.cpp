@@ -8,10 +8,19 @@
 
 namespace corvane::fit {
 namespace {
+constexpr double kAlone = 0.95;  // leverage of a value that a fit hangs on
+
 std::string number(double x) {
     char text[32];
     std::snprintf(text, sizeof text, "%.3g", x);
     return text;
+}
+
+/// Name of a file, with its system where there are several.
+std::string file_of(Problem const& problem, int system, int set) {
+    auto const& s = *problem.systems[static_cast<std::size_t>(system)];
+    return (problem.systems.size() > 1 ? s.substances() + " " : "") +
+           s.data[static_cast<std::size_t>(set)].name;
 }
 
 double middle(std::vector<double>& values) {
@@ -41,44 +50,73 @@ std::string units_apart(text::Quantity quantity, double factor, double M) {
     return found;
 }
 
-void suspect_units(Problem const& problem, ResidualVector const& vector,
-                   std::vector<Answer> const& before, Result& result) {
-    std::map<std::tuple<int, int, Observable>, std::vector<double>> logarithms;
-    for (std::size_t e = 0; e < before.size(); ++e) {
-        Entry const& entry = vector.entries()[e];
-        const double ratio = before[e].calculated / entry.measured;
-        if (!is_fraction(result.points[e].what) && entry.scale > 0.0 && before[e].solved &&
-            ratio > 0.0)
-            logarithms[{entry.system, entry.set, result.points[e].what}].push_back(std::log(ratio));
-    }
-    for (auto& [key, all] : logarithms) {
-        if (all.size() < 3) continue;
-        const double centre = middle(all);
+/// Of one quantity of a file: ln(calculated/measured) at the start, and sizes of what the fit left,
+/// 1 where there is nothing stable to compare.
+struct Ratios {
+    std::vector<double> logarithms, left;
+};
+
+/// What the ratios of a quantity say of its column; "" for nothing. A constant factor is a unit;
+/// what no parameters bring near is another quantity, or at another temperature.
+std::string suspicion_of(Ratios& ratios, text::Quantity quantity, std::string const& name,
+                         double M) {
+    auto& all = ratios.logarithms;
+    if (all.size() > 2) {
+        const double centre = middle(all), factor = std::exp(centre);
         std::vector<double> off;
         for (double x : all) off.push_back(std::fabs(x - centre));
-        if (std::fabs(centre) < 0.4 || middle(off) > 0.25 * std::fabs(centre)) continue;
+        if (std::fabs(centre) >= 0.4 && middle(off) <= 0.25 * std::fabs(centre)) {
+            const std::string units = units_apart(quantity, factor, M);
+            return "the model at the start gives " + number(factor) + " times the measured " +
+                   name + " at all points" +
+                   (units.empty() ? ": a wrong unit, perhaps of T, or a wrong column?"
+                                  : ", as between " + units + ": a wrong unit?");
+        }
+    }
+    return ratios.left.size() > 2 && middle(ratios.left) > 0.5
+               ? "no parameters bring " + name +
+                     " near the measured values: a wrong unit, perhaps of T, a wrong column, or a "
+                     "model that cannot?"
+               : "";
+}
+
+void suspect_units(Problem const& problem, ResidualVector const& vector,
+                   std::vector<Answer> const& before, Result& result) {
+    std::map<std::tuple<int, int, Observable>, Ratios> all;
+    for (std::size_t e = 0; e < before.size(); ++e) {
+        Entry const& entry = vector.entries()[e];
+        PointReport const& p = result.points[e];
+        if (is_fraction(p.what) || !p.used) continue;
+        Ratios& ratios = all[{entry.system, entry.set, p.what}];
+        const double ratio = before[e].calculated / entry.measured;
+        if (before[e].solved && ratio > 0.0) ratios.logarithms.push_back(std::log(ratio));
+        ratios.left.push_back(p.solved && p.stable ? std::fabs(p.deviation) : 1.0);
+    }
+    for (auto& [key, ratios] : all) {
         auto const& [system, set, what] = key;
         auto const& s = *problem.systems[static_cast<std::size_t>(system)];
-        const double factor = std::exp(centre);
-        const std::string units =
-            units_apart(quantity_of(what), factor, s.fluid ? s.fluid->model->M() : 0.0);
-        result.warnings.push_back(
-            s.data[static_cast<std::size_t>(set)].name + ": the model at the start gives " +
-            number(factor) + " times the measured " + name_of(what) + " at all points" +
-            (units.empty() ? "" : ", as between " + units) + ": a wrong unit?");
+        const std::string found = suspicion_of(ratios, quantity_of(what), name_of(what),
+                                               s.fluid ? s.fluid->model->M() : 0.0);
+        if (!found.empty())
+            result.warnings.push_back(file_of(problem, system, set) + ": " + found);
     }
 }
 
 /// Mean absolute deviation of the answers to the points of a set that `change` has altered; points
-/// without an answer count as one. Of a problem of one system.
+/// without an answer count as one.
 template <class F>
-double with(Problem::System const& system, int set, ResidualVector const& vector, F change) {
+double with(Problem const& problem, int number, int set, ResidualVector const& vector, F change) {
+    auto const& system = *problem.systems[static_cast<std::size_t>(number)];
     double sum = 0.0;
     int count = 0;
     std::vector<Answer> answers;
     system.evaluator->forget();
     auto const& entries = vector.entries();
     for (std::size_t e = 0; e < entries.size();) {
+        if (entries[e].system != number) {
+            ++e;
+            continue;
+        }
         Point point = system.data[static_cast<std::size_t>(entries[e].set)]
                           .points[static_cast<std::size_t>(entries[e].point)];
         const std::size_t first = e;
@@ -96,11 +134,11 @@ double with(Problem::System const& system, int set, ResidualVector const& vector
     return count > 0 ? sum / count : 0.0;
 }
 
-double present(Result const& result, int set) {
+double present(Result const& result, int system, int set) {
     double sum = 0.0;
     int count = 0;
     for (PointReport const& p : result.points)
-        if (p.set == set && p.used) {
+        if (p.system == system && p.set == set && p.used) {
             sum += p.solved ? std::fmin(1.0, std::fabs(p.deviation)) : 1.0;
             ++count;
         }
@@ -125,14 +163,12 @@ void reverse(Point& p) {
     observe_again(p);
 }
 
-void suspect_columns(Problem const& problem, ResidualVector& vector, Result& result) {
-    if (problem.systems.size() > 1)
-        return;  // parameters that are shared may be those of other data
-    auto const& system = *problem.systems[0];
+void suspect_columns(Problem const& problem, int number, ResidualVector& vector, Result& result) {
+    auto const& system = *problem.systems[static_cast<std::size_t>(number)];
     if (!system.mixture || system.mixture->size() != 2) return;
     for (int set = 0; set < static_cast<int>(system.data.size()); ++set) {
         DataSet const& data = system.data[static_cast<std::size_t>(set)];
-        const double as_it_is = present(result, set);
+        const double as_it_is = present(result, number, set);
         if (!(as_it_is > 0.05)) continue;
         // A fit to wrong data may have gone anywhere: the start may know better.
         double x_with_y = 1e300, first_with_second = 1e300;
@@ -145,13 +181,15 @@ void suspect_columns(Problem const& problem, ResidualVector& vector, Result& res
             vector.set(at);
             const PointKind kind = data.points[0].kind;
             if (kind == PointKind::bubble || kind == PointKind::dew)
-                x_with_y = std::fmin(x_with_y, with(system, set, vector, exchange));
-            first_with_second = std::fmin(first_with_second, with(system, set, vector, reverse));
+                x_with_y = std::fmin(x_with_y, with(problem, number, set, vector, exchange));
+            first_with_second =
+                std::fmin(first_with_second, with(problem, number, set, vector, reverse));
         }
         if (x_with_y < std::fmin(as_it_is / 3.0, first_with_second))
-            result.warnings.push_back(data.name + ": x and y look exchanged");
+            result.warnings.push_back(file_of(problem, number, set) + ": x and y look exchanged");
         else if (first_with_second < as_it_is / 3.0)
-            result.warnings.push_back(data.name + ": the mole fractions look like those of " +
+            result.warnings.push_back(file_of(problem, number, set) +
+                                      ": the mole fractions look like those of " +
                                       system.mixture->components[1]);
     }
 }
@@ -166,7 +204,7 @@ std::string list_of(Problem const& problem, Result const& result, Wanted wanted)
         DataSet const& set = problem.systems[static_cast<std::size_t>(p.system)]
                                  ->data[static_cast<std::size_t>(p.set)];
         const int line = set.points[static_cast<std::size_t>(p.point)].line;
-        text += (text.empty() ? "" : ", ") + set.name +
+        text += (text.empty() ? "" : ", ") + file_of(problem, p.system, p.set) +
                 (line > 0 ? ":" + std::to_string(line) : "") + " (" + name_of(p.what) + ", " +
                 number(is_fraction(p.what) ? p.deviation : 100.0 * p.deviation) +
                 (is_fraction(p.what) ? ")" : " %)");
@@ -178,6 +216,18 @@ void suspect_points(Problem const& problem, Result& result) {
     const std::string outliers =
         list_of(problem, result, [](PointReport const& p) { return p.outlier; });
     if (!outliers.empty()) result.warnings.push_back("far from the others: " + outliers);
+    // Near the composition at which the model loses a solution its slope grows without bound, and a
+    // fit ends there, at that point alone.
+    const auto used = std::count_if(result.points.begin(), result.points.end(),
+                                    [](PointReport const& p) { return p.used; });
+    const std::string alone =
+        used < 4 * static_cast<long>(result.parameters.size())
+            ? ""
+            : list_of(problem, result, [](PointReport const& p) { return p.leverage > kAlone; });
+    if (!alone.empty())
+        result.warnings.push_back(
+            "the fit hangs on single values, and no standard error holds (the model may lose its "
+            "solution there: compare without them): " + alone);
     const std::string unstable = list_of(
         problem, result, [](PointReport const& p) { return p.used && p.solved && !p.stable; });
     if (!unstable.empty())
@@ -189,7 +239,8 @@ void suspect_points(Problem const& problem, Result& result) {
 void suspect(Problem& problem, ResidualVector& vector, std::vector<Answer> const& before,
              Result& result) {
     suspect_units(problem, vector, before, result);
-    suspect_columns(problem, vector, result);
+    for (std::size_t s = 0; s < problem.systems.size(); ++s)
+        suspect_columns(problem, static_cast<int>(s), vector, result);
     suspect_points(problem, result);
 }
 

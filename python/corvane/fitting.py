@@ -5,7 +5,7 @@ from __future__ import annotations
 import os
 import re
 from dataclasses import asdict, dataclass
-from typing import Any, Mapping, Sequence
+from typing import Any, Iterable, Mapping, Sequence
 
 from . import _native
 from ._numpy import np
@@ -119,6 +119,7 @@ def fit(
     data: Any,
     adjust: str | Sequence[str],
     *,
+    share: str | Sequence[str] | None = None,
     start: Mapping[str, float] | None = None,
     bounds: Mapping[str, tuple[float, float]] | None = None,
     prior: Mapping[str, tuple[float, float]] | None = None,
@@ -134,17 +135,20 @@ def fit(
     comment: str = "",
     overwrite: bool = False,
     set: int = 0,
+    sets: Sequence[int] = (),
     home: str | os.PathLike[str] | None = None,
 ) -> FitResult:
     """Adjusts parameters to measured data.
 
     ``data`` is a CSV file, a mapping of columns or a data frame, or a list of these. Columns are called by quantity
     and unit, as ``"T/K"``, ``"p/Pa"``, ``"rhoL/(kg/m3)"``, ``"x_methane"``, ``"u_p/%"`` (docs/fit.md has all); quantities of pint are converted to the unit in the name.
-    Several systems share the parameters where ``substances`` is a list of lists, as ``[["methane", "propane"],
-    ["methane", "butane"]]``; then ``data`` is a list with the data of each.
+    Several systems are fitted at once where ``substances`` is a list of lists, as ``[["methane", "propane"],
+    ["methane", "butane"]]``; then ``data`` is a list with the data of each. They have one value of the parameters that
+    ``share`` names (all that are adjusted, if it is left out), and of others each its own, ``"lij (methane + butane)"``.
     ``adjust`` names parameters as their files do: ``"m"``, ``"Ts"``, ``"kij"``. ``start``, ``bounds`` (lower, upper) and
     ``prior`` (value, standard deviation) are by name; ``relative`` and ``fraction`` are the deviations that count as 1 where
-    a point has no uncertainty; ``loss`` is ``"squares"``, ``"huber"`` or ``"cauchy"``. With ``out`` a parameter file is
+    a point has no uncertainty; ``set`` is the parameter set of the substance or pair to begin with, ``sets`` those of the
+    components of a mixture; ``loss`` is ``"squares"``, ``"huber"`` or ``"cauchy"``. With ``out`` a parameter file is
     written into that data home, as set ``new_set`` (0: the next that is free). Ctrl-C ends the fit after its next step
     and raises :class:`Interrupted`, whose ``partial`` is the result with the best parameters so far; no file is written.
 
@@ -161,6 +165,12 @@ def fit(
     several = bool(names) and not isinstance(names[0], str)
     systems = [list(one) for one in names] if several else [names]
     wanted = [adjust] if isinstance(adjust, str) else list(adjust)
+    shared = wanted if share is None else [share] if isinstance(share, str) else list(share)
+    given_for: dict[str, Iterable[str] | None] = {"share": shared, "start": start, "bounds": bounds, "prior": prior}
+    for option, those in given_for.items():
+        for name in those or ():
+            if name not in wanted:
+                raise ValueError(f"{option}: '{name}' is not adjusted")
     given = list(data) if several else [data]
     tables = [list(one) if isinstance(one, (list, tuple)) else [one] for one in given]
     found = _native.fit(
@@ -168,6 +178,7 @@ def fit(
         substances=systems,
         tables=[[_table(one, k + 1) for k, one in enumerate(of)] for of in tables],
         adjust=wanted,
+        share=shared if several else [],
         start={name: float(value) for name, value in (start or {}).items()},
         bounds={name: (float(a), float(b)) for name, (a, b) in (bounds or {}).items()},
         prior={name: (float(a), float(b)) for name, (a, b) in (prior or {}).items()},
@@ -183,6 +194,7 @@ def fit(
         comment=comment,
         overwrite=overwrite,
         set=set,
+        sets=list(sets),
         home=directory(home),
     )
     n = len(found["parameters"])

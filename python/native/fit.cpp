@@ -23,13 +23,13 @@ using Table =
 using Numbers = std::map<std::string, std::pair<double, double>>;
 
 struct FitSettings {
-    std::map<std::string, double> start;
-    Numbers bounds, prior;
     std::string loss;
     double loss_width, relative, fraction;
     int starts, folds, iterations;
     std::string out, comment;
-    int set, new_set;
+    int set;
+    std::vector<int> sets;  // of the components of mixtures
+    int new_set;
     bool overwrite;
 };
 
@@ -63,38 +63,20 @@ void add_system(fit::Problem& problem, std::string const& model, System const& s
         corvane::MixtureOptions options;
         options.home = home;
         if (how.set > 0) options.pair_set = how.set;
+        options.sets = how.sets;
         corvane::Mixture mixture = corvane::open_mixture(model, substances, options);
         read(mixture.components, 0.0);
         problem.add(std::move(mixture), std::move(data));
     }
 }
 
-/// All systems share every parameter.
 fit::Problem problem_of(std::string const& model, std::vector<System> const& systems,
-                        std::vector<std::string> const& adjust, FitSettings const& how,
+                        fit::Choice const& choice, FitSettings const& how,
                         corvane::DataHome const& home) {
     fit::Problem problem;
-    for (System const& system : systems) add_system(problem, model, system, how, home);
-    const bool pure = systems.front().substances.size() == 1;
-    for (std::string const& name : adjust) {
-        fit::Parameter& p = pure ? problem.adjust(name) : problem.adjust_pair(name);
-        for (std::size_t k = 1; k < systems.size(); ++k) {
-            const int at = pure ? -1 : 0;
-            problem.share(p, name, static_cast<int>(k), at, pure ? -1 : 1);
-            *p.addresses.back() = p.start;
-        }
-        if (const auto given = how.start.find(name); given != how.start.end()) {
-            p.start = given->second;
-            if (p.positive && p.start > 0.0) {
-                p.lower = 0.1 * p.start;
-                p.upper = 10.0 * p.start;
-            }
-            for (double* address : p.addresses) *address = p.start;
-        }
-        if (const auto given = how.bounds.find(name); given != how.bounds.end())
-            std::tie(p.lower, p.upper) = given->second;
-        if (const auto given = how.prior.find(name); given != how.prior.end())
-            std::tie(p.prior, p.prior_width) = given->second;
+    for (System const& system : systems) {
+        add_system(problem, model, system, how, home);
+        problem.choose(static_cast<int>(problem.systems.size()) - 1, choice);
     }
     return problem;
 }
@@ -112,10 +94,7 @@ template <class Report>
 nb::dict head(fit::Problem const& problem, Report const& report) {
     auto const& system = *problem.systems[static_cast<std::size_t>(report.system)];
     nb::dict one;
-    std::string names = system.fluid ? system.fluid->substance : "";
-    if (system.mixture)
-        for (std::string const& name : system.mixture->components) names += (names.empty() ? "" : " + ") + name;
-    one["system"] = names;
+    one["system"] = system.substances();
     one["data"] = system.data[static_cast<std::size_t>(report.set)].name;
     one["quantity"] = fit::name_of(report.what);
     return one;
@@ -183,7 +162,7 @@ fit::Loss loss_of(std::string const& name) {
     throw corvane::text::Failure("loss is squares, huber or cauchy, not " + name);
 }
 
-nb::dict run(std::string const& model, std::vector<System> const& systems, std::vector<std::string> const& adjust,
+nb::dict run(std::string const& model, std::vector<System> const& systems, fit::Choice const& choice,
              FitSettings const& how, std::optional<std::string> const& given) {
     std::optional<fit::Problem> problem;
     fit::Result result;
@@ -194,7 +173,7 @@ nb::dict run(std::string const& model, std::vector<System> const& systems, std::
         nb::gil_scoped_release release;
         try {
             const corvane::DataHome home = home_of(given);
-            problem = problem_of(model, systems, adjust, how, home);
+            problem = problem_of(model, systems, choice, how, home);
             fit::Options options;
             options.loss = loss_of(how.loss);
             options.loss_width = how.loss_width;
@@ -223,11 +202,11 @@ void add_fit(nb::module_& m) {
         "fit",
         [](std::string const& model, std::vector<std::vector<std::string>> const& substances,
            std::vector<std::vector<Table>> const& tables, std::vector<std::string> const& adjust,
-           std::map<std::string, double> const& start, Numbers const& bounds, Numbers const& prior,
-           std::string const& loss, double loss_width, double relative, double fraction, int starts,
+           std::vector<std::string> const& share, std::map<std::string, double> const& start,
+           Numbers const& bounds, Numbers const& prior, std::string const& loss, double loss_width, double relative, double fraction, int starts,
            int folds, int iterations, std::string const& out, int new_set,
            std::string const& comment, bool overwrite, int set,
-           std::optional<std::string> const& home) {
+           std::vector<int> const& sets, std::optional<std::string> const& home) {
             if (substances.empty() || substances.size() != tables.size())
                 throw nb::value_error("data for every system");
             std::vector<System> systems;
@@ -236,16 +215,16 @@ void add_fit(nb::module_& m) {
                     throw nb::value_error("systems that share parameters are all pure or all mixtures");
                 systems.push_back({substances[k], tables[k]});
             }
-            return run(model, systems, adjust,
-                       {start, bounds, prior, loss, loss_width, relative, fraction, starts, folds,
-                        iterations, out, comment, set, new_set, overwrite},
+            return run(model, systems, {adjust, share, start, bounds, prior},
+                       {loss, loss_width, relative, fraction, starts, folds,
+                        iterations, out, comment, set, sets, new_set, overwrite},
                        home);
         },
-        nb::arg("model"), nb::arg("substances"), nb::arg("tables"), nb::arg("adjust"),
+        nb::arg("model"), nb::arg("substances"), nb::arg("tables"), nb::arg("adjust"), nb::arg("share"),
         nb::arg("start"), nb::arg("bounds"), nb::arg("prior"), nb::arg("loss"),
         nb::arg("loss_width"), nb::arg("relative"), nb::arg("fraction"), nb::arg("starts"),
         nb::arg("folds"), nb::arg("iterations"), nb::arg("out"), nb::arg("new_set"),
-        nb::arg("comment"), nb::arg("overwrite"), nb::arg("set"), nb::arg("home").none(),
+        nb::arg("comment"), nb::arg("overwrite"), nb::arg("set"), nb::arg("sets"), nb::arg("home").none(),
         "corvane.fit is for people.");
 }
 

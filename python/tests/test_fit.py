@@ -1,6 +1,7 @@
 """Fits from Python: what is recovered, written and refused. The method is tested in C++."""
 
 import os
+import pathlib
 import signal
 import threading
 
@@ -34,6 +35,9 @@ def test_pairs_robust_losses_and_refusals(tmp_path):
     }
     assert abs(fitted["cauchy"].parameters["kij"] - 0.0119) < 0.3 * abs(fitted["squares"].parameters["kij"] - 0.0119)
     assert [o["row"] for o in fitted["cauchy"].points if o["outlier"]] == [5]
+    for mark in ({"use": np.arange(9) != 4}, {"exclude": np.where(np.arange(9) == 4, 1, 0)}):
+        r = cv.fit("PR+vdW1", ["methane", "propane"], {"T/K": 250.0, "p/MPa": wrong / 1e6, "x_methane": x, **mark}, "kij")
+        assert r.sets[0]["excluded"] == 1 and r.parameters["kij"] == pytest.approx(0.0119, abs=1e-7)
     for bad in ({"adjust": "nonsense"}, {"loss": "absolute"}, {"bounds": {"kij": (1.0, 0.0)}}):
         with pytest.raises(ValueError):
             cv.fit(**{"model": "PR+vdW1", "substances": ["methane", "propane"], "adjust": "kij",
@@ -55,9 +59,15 @@ def test_pairs_share_a_parameter(tmp_path):
     for pair in pairs:
         m = cv.Mixture("PR+vdW1", pair, pair_set=9, home=tmp_path)
         assert m.pair_parameter(0, 1) == pytest.approx(0.0123, abs=1e-7)
+    one = cv.fit("PR+vdW1", pairs, data, ["kij", "lij"], share="lij", start={"kij": 0.03})
+    assert list(one.parameters) == ["kij (methane + propane)", "lij", "kij (methane + butane)"]
+    assert one.parameters["kij (methane + butane)"] == pytest.approx(0.0123, abs=1e-6)
     for wrong in (([["methane", "propane"], ["methane"]], data), (pairs, data[:1])):
         with pytest.raises(ValueError):
             cv.fit("PR+vdW1", *wrong, "kij")
+    for unknown in ({"share": "lij"}, {"start": {"lij": 0.1}}):
+        with pytest.raises(ValueError, match="'lij' is not adjusted"):
+            cv.fit("PR+vdW1", pairs, data, "kij", **unknown)
 
 
 # Sets of PC-SAFT that were published as optima (1: Gross & Sadowski, 2001, 2002; of carbon dioxide 2: Tang & Gross, 2010;
@@ -80,6 +90,27 @@ def test_published_optima_are_recovered(substance, set, first, last, names, quan
     delta = published[[places[n] for n in names]] - found
     F = delta @ np.linalg.solve(np.outer(error, error) * r.correlation, delta) / len(names)
     assert 0.0 < F < quantile and np.abs(delta / error).max() < 2.0
+
+
+# k_ij fitted to the measured points of examples/measured, and published ones of other measurements: Knapp et al. (1982),
+# DECHEMA Chemistry Data Series VI (ethane + butane: of several data), Gross & Sadowski (2001), and of the sets of Esper et
+# al. (2023) Rehner, Bardow & Gross (2023). Within twice the error with the deviations that are independent.
+@pytest.mark.parametrize("model, pair, sets, published", [
+    ("PR+vdW1", ["propane", "butane"], [], 0.0033), ("SRK+vdW1", ["propane", "butane"], [], 0.0),
+    ("PCSAFT+LB", ["propane", "butane"], [], 0.003), ("PCSAFT+LB", ["2_propanol", "isooctane"], [2, 2], 0.0531),
+    ("PR+vdW1", ["carbon_dioxide", "butane"], [], 0.1352), ("SRK+vdW1", ["carbon_dioxide", "butane"], [], 0.1444),
+    ("PR+vdW1", ["ethane", "butane"], [], 0.0089), ("SRK+vdW1", ["ethane", "butane"], [], 0.0374),
+])  # fmt: skip
+def test_published_pair_parameters_are_recovered_from_measured_points(model, pair, sets, published):
+    pandas = pytest.importorskip("pandas")
+    folder = pathlib.Path(__file__).parents[2] / "examples" / "measured"
+    critical = folder / f"{pair[0]}_{pair[1]}_critical.csv"
+    data = critical if critical.exists() else folder / f"{pair[0]}_{pair[1]}.csv"
+    table = pandas.read_csv(data, comment="#")
+    if critical.exists():
+        table["kind"] = "critical"
+    r = cv.fit(model, pair, table, "kij", sets=sets, start={"kij": 0.06})
+    assert r.converged and abs(r.parameters["kij"] - published) < 2.0 * r.correlated_errors["kij"] < 0.03
 
 
 def test_an_interrupted_fit_has_the_best_so_far_and_writes_nothing(tmp_path):

@@ -72,6 +72,17 @@ TEST(FitData, RowsBecomePoints) {
     EXPECT_EQ(kinds.points[3].x, (std::vector<double>{1.0, 0.0}));
 }
 
+TEST(FitData, MarksExcludePoints) {
+    const Scratch scratch;
+    const corvane::DataHome home(scratch.home());
+    scratch.write("marks.csv",
+                  "T/K,p/MPa,use,exclude\n300,1,0,\n300,1,0.0,\n300,1,no,\n300,1,False,\n300,1,,x\n"
+                  "300,1,,1.0\n300,1,1,0\n300,1,1.0,0.0\n300,1,yes,no\n300,1,,false\n");
+    const DataSet set = read_data("marks.csv", home, {"propane"}, 44.1);
+    ASSERT_EQ(set.points.size(), 10u);
+    for (std::size_t k = 0; k < 10; ++k) EXPECT_EQ(set.points[k].used, k > 5) << k;
+}
+
 TEST(FitData, WhatMakesNoSenseIsRefusedWithItsLine) {
     const Scratch scratch;
     const corvane::DataHome home(scratch.home());

@@ -3,18 +3,20 @@
 
 #include <corvane/phases/flash/flash.h>
 #include <corvane/phases/saturation/saturation.h>
+#include <corvane/text/failure.h>
 
 using namespace corvane::fit;
 using corvane::Mixture;
 
 namespace {
-/// Bubble or dew points of a model at T.
-DataSet boundary(Mixture const& m, PointKind kind, double T, int count) {
+/// Bubble or dew points of a model at T, of mole fractions from `first` to `last`, both left out.
+DataSet boundary(Mixture const& m, PointKind kind, double T, int count, double first = 0.0,
+                 double last = 0.6) {  // below the critical line
     DataSet set;
     set.name = "boundary";
     for (int k = 1; k <= count; ++k) {
         Vector<double> z(2);
-        z[0] = 0.6 * k / (count + 1);  // below the critical line
+        z[0] = first + (last - first) * k / (count + 1);
         z[1] = 1.0 - z[0];
         const auto kind_of =
             kind == PointKind::bubble ? corvane::Saturated::bubble : corvane::Saturated::dew;
@@ -34,6 +36,46 @@ DataSet boundary(Mixture const& m, PointKind kind, double T, int count) {
     return set;
 }
 }  // namespace
+
+// A value that pairs of different k_ij share makes the sum of their own sums of squares least; what
+// is not shared stays each pair's own.
+TEST(FitMixture, ASharedValueMinimisesTheSumOfBoth) {
+    constexpr char const* kHeavy[] = {"propane", "butane"};
+    const auto pair = [&](int k) {
+        Mixture source = binary("PR+vdW1", "methane", kHeavy[k]);
+        *source.model->ppar(0, 0, 1) = k ? 0.05 : 0.01;
+        return boundary(source, PointKind::bubble, 240.0, 5);
+    };
+    const auto fitted = [&](std::vector<int> const& which, Choice const& choice) {
+        Problem problem;
+        for (int k : which)
+            problem.choose(problem.add(binary("PR+vdW1", "methane", kHeavy[k]), {pair(k)}), choice);
+        return solve(problem);
+    };
+    const Result r = fitted({0, 1}, {.names = {"kij"}, .shared = {"kij"}});
+    const double shared = r.parameters[0].value;
+    ASSERT_EQ(r.parameters.size(), 1u);
+    EXPECT_GT(shared, 0.02);
+    EXPECT_LT(shared, 0.04);
+    const auto sum = [&](double kij) {
+        double cost = 0.0;
+        for (int k : {0, 1})
+            cost += fitted({k}, {.names = {"kij"},
+                                 .start = {{"kij", kij}},
+                                 .bounds = {{"kij", {kij, kij + 1e-13}}}})
+                        .cost;
+        return cost;
+    };
+    EXPECT_NEAR(r.cost / sum(shared), 1.0, 1e-9);
+    EXPECT_LT(r.cost, std::fmin(sum(shared - 1e-4), sum(shared + 1e-4)));
+
+    const Result own = fitted({0, 1}, {.names = {"kij", "lij"}, .shared = {"lij"}});
+    ASSERT_EQ(own.parameters.size(), 3u);
+    EXPECT_EQ(own.parameters[2].name, "kij (methane + butane)");
+    EXPECT_NEAR(own.parameters[0].value, 0.01, 1e-7);
+    EXPECT_NEAR(own.parameters[1].value, 0.0, 1e-7);
+    EXPECT_NEAR(own.parameters[2].value, 0.05, 1e-7);
+}
 
 // Points of a model lead back to its k_ij; so do densities, second virial
 // coefficients and two liquids.
@@ -104,6 +146,37 @@ TEST(FitMixture, TwoLiquidsLeadBackAndOneIsAPenalty) {
         EXPECT_NEAR(r.parameters[0].value, kij, 1e-7) << start;
         EXPECT_EQ(r.sets[0].without_solution, 0);
     }
+    // Where there is one liquid the sum of squares is smooth: it bends over many steps alone.
+    const auto cost = [&](double at) {
+        Problem problem;
+        problem.choose(problem.add(binary("SRK+vdW1", "methanol", "hexane"), {set}),
+                       {.names = {"kij"},
+                        .start = {{"kij", at}},
+                        .bounds = {{"kij", {at, at + 1e-13}}}});
+        const Result r = solve(problem, {.first_stage = false});
+        EXPECT_EQ(r.sets[0].without_solution, 3) << at;
+        return r.cost;
+    };
+    constexpr double kStep = 1e-3;
+    for (double at : {-0.2, -0.15, -0.1}) {
+        const double up = cost(at + kStep), down = cost(at - kStep);
+        EXPECT_LT(up, down);  // towards two liquids
+        EXPECT_LT(std::fabs(up - 2.0 * cost(at) + down), 0.02 * (down - up)) << at;
+    }
+}
+
+// From a k_ij of 0.3 the deviations alone end at 0.26; one of four starts does not.
+TEST(FitMixture, SeveralStartsFindTheBestMinimum) {
+    const Mixture source = binary("PR+vdW1", "methane", "propane");
+    const double kij = *source.model->ppar(0, 0, 1);
+    const DataSet data = boundary(source, PointKind::bubble, 222.0, 3, 0.0, 0.4);
+    for (int starts : {1, 4}) {
+        Problem problem;
+        problem.choose(problem.add(binary("PR+vdW1", "methane", "propane"), {data}),
+                       {.names = {"kij"}, .start = {{"kij", 0.3}}});
+        const Result r = solve(problem, {.starts = starts, .first_stage = false});
+        EXPECT_EQ(std::fabs(r.parameters[0].value - kij) < 1e-8, starts > 1);
+    }
 }
 
 TEST(FitMixture, SeesExchangedColumns) {
@@ -130,6 +203,21 @@ TEST(FitMixture, SeesExchangedColumns) {
     EXPECT_TRUE(warned(fitted(reversed), "look like those of propane"));
 }
 
+// The best k_ij is where the model loses its bubble point at 235.65 K; that is told.
+TEST(FitMixture, SaysWhereItHangsOnOnePoint) {
+    const Mixture source = binary("MEOS+GERG", "carbon_dioxide", "methane");
+    for (bool close : {false, true}) {
+        DataSet data = boundary(source, PointKind::bubble, 199.82, 9, 0.0, 1.0);
+        if (close)
+            data.points.push_back(
+                boundary(source, PointKind::bubble, 235.65, 1, 0.3, 0.5).points[0]);
+        Problem problem;
+        problem.add(binary("PCSAFT+LB", "carbon_dioxide", "methane"), {data});
+        problem.adjust_pair("kij");
+        EXPECT_EQ(warned(solve(problem), "hangs on single values"), close);
+    }
+}
+
 TEST(FitMixture, PairsShareAParameterAndBatchesAreSingleFits) {
     constexpr double kij = 0.025;
     const auto pair = [](char const* heavy) {
@@ -145,6 +233,7 @@ TEST(FitMixture, PairsShareAParameterAndBatchesAreSingleFits) {
     const Result r = solve(both);
     EXPECT_NEAR(r.parameters[0].value, kij, 1e-8);
     EXPECT_EQ(*both.systems[1]->mixture->model->ppar(0, 0, 1), r.parameters[0].value);
+    EXPECT_THROW(both.choose(1, {.names = {"kij"}}), corvane::text::Failure);  // taken already
 
     const auto job = [&](char const* heavy, char const* parameter) {
         return Job{[&pair, heavy, parameter] {

@@ -164,6 +164,16 @@ TEST(FitPure, SeesWrongUnitsOutliersAndWhatDataLeaveOpen) {
     for (Point& p : bar.points) p.observed[0].value *= 10.0;
     EXPECT_TRUE(warned(fitted(bar), "wrong unit"));
     EXPECT_FALSE(warned(fitted(good), "wrong unit"));
+    DataSet swapped = good;  // kg/m³ under p, MPa under the density
+    for (Point& p : swapped.points) {
+        const double pressure = p.observed[0].value;
+        p.observed[0].value = p.p = 44.1e3 * p.observed[1].value;
+        p.observed[1].value = pressure / 44.1e3;
+    }
+    EXPECT_TRUE(warned(fitted(swapped), "a wrong column"));
+    DataSet celsius = saturation(*source.model, 290.0, 350.0, 12);
+    for (Point& p : celsius.points) p.T -= 273.15;
+    EXPECT_TRUE(warned(fitted(celsius), "a wrong unit, perhaps of T"));
 
     DataSet one = good;  // 30 % off, beside noise of 0.1 %
     for (std::size_t k = 0; k < one.points.size(); ++k)

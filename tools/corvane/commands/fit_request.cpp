@@ -2,6 +2,7 @@
 #include <tools/corvane/input/home.h>
 #include <tools/corvane/input/open.h>
 #include <tools/corvane/input/open_mixture.h>
+#include <tools/corvane/text/csv.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
 #include <tools/corvane/text/text.h>
@@ -10,10 +11,18 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 
 namespace cli {
 namespace fit = corvane::fit;
 namespace {
+std::vector<std::string> names(std::string const& text) {
+    std::vector<std::string> result;
+    if (text.empty()) return result;
+    for (std::string const& name : split(text, ',')) result.push_back(trimmed(name));
+    return result;
+}
+
 /// "name=rest" of a list.
 std::vector<std::pair<std::string, std::string>> pairs(std::string const& text,
                                                        char const* option) {
@@ -51,6 +60,9 @@ void FitRequest::add_to(Command& command) {
                {.type = "X"})
         .value("--relative", relative,
                "deviation in % that counts as 1 for points without uncertainty (default 1)",
+               {.type = "X"})
+        .value("--fraction", fraction,
+               "difference of mole fractions that counts as 1, likewise (default 0.01)",
                {.type = "X"})
         .count("--starts", starts, "number of starts, spread over the bounds (default 1)")
         .count("--folds", folds, "cross-validation with so many parts of the data")
@@ -124,50 +136,88 @@ void FitRequest::open(fit::Problem& problem) const {
     }
 }
 
-fit::Parameter& FitRequest::parameter(fit::Problem& problem, std::string const& name,
-                                      char const* option) const {
-    for (auto const& each : problem.parameters)
-        if (each->name == name) return *each;
-    throw Misuse(fmt::format("{}: '{}' is not adjusted", option, clipped(name)));
-}
-
-void FitRequest::choose(fit::Problem& problem) const {
-    const auto known = mixture() ? problem.adjustable_pair() : problem.adjustable();
-    if (adjust.empty())
-        throw Misuse(fmt::format("--adjust: give parameters, of {}", join(known, ", ")));
-    for (std::string const& name : split(adjust, ','))
-        mixture() ? problem.adjust_pair(trimmed(name)) : problem.adjust(trimmed(name));
+/// What --adjust, --share, --start, --bounds and --prior say.
+fit::Choice FitRequest::choice() const {
+    fit::Choice c;
+    c.names = names(adjust);
+    c.shared = names(share);
+    const auto check = [&](std::string const& name, char const* option) {
+        if (std::find(c.names.begin(), c.names.end(), name) == c.names.end() &&
+            std::find(c.shared.begin(), c.shared.end(), name) == c.shared.end())
+            throw Misuse(fmt::format("{}: '{}' is not adjusted", option, clipped(name)));
+    };
+    const auto two = [](std::string const& value, char const* option, char const* form) {
+        const auto parts = split(value, ':');
+        if (parts.size() != 2) throw Misuse(fmt::format("{}: write {}", option, form));
+        return std::pair(number(parts[0], option), number(parts[1], option));
+    };
     for (auto const& [name, value] : pairs(start, "--start")) {
-        fit::Parameter& p = parameter(problem, name, "--start");
-        p.start = number(value, "--start");
-        if (p.positive && p.start > 0.0) {
-            p.lower = 0.1 * p.start;
-            p.upper = 10.0 * p.start;
-        }
-        for (double* address : p.addresses) *address = p.start;
+        check(name, "--start");
+        c.start[name] = number(value, "--start");
     }
     for (auto const& [name, value] : pairs(bounds, "--bounds")) {
-        const auto ends = split(value, ':');
-        if (ends.size() != 2) throw Misuse("--bounds: write NAME=LOWER:UPPER");
-        fit::Parameter& p = parameter(problem, name, "--bounds");
-        p.lower = number(ends[0], "--bounds");
-        p.upper = number(ends[1], "--bounds");
+        check(name, "--bounds");
+        c.bounds[name] = two(value, "--bounds", "NAME=LOWER:UPPER");
     }
     for (auto const& [name, value] : pairs(prior, "--prior")) {
-        const auto parts = split(value, ':');
-        if (parts.size() != 2) throw Misuse("--prior: write NAME=VALUE:WIDTH");
-        fit::Parameter& p = parameter(problem, name, "--prior");
-        p.prior = number(parts[0], "--prior");
-        p.prior_width = number(parts[1], "--prior");
-        if (!(p.prior_width > 0.0)) throw Misuse("--prior: the width must be above zero");
+        check(name, "--prior");
+        c.prior[name] = two(value, "--prior", "NAME=VALUE:WIDTH");
+        if (!(c.prior[name].second > 0.0)) throw Misuse("--prior: the width must be above zero");
     }
+    return c;
 }
 
-fit::Problem FitRequest::problem() const {
-    fit::Problem result;
-    open(result);
-    choose(result);
-    return result;
+void FitRequest::add_to(fit::Problem& problem) const {
+    open(problem);
+    const int system = static_cast<int>(problem.systems.size()) - 1;
+    if (adjust.empty())
+        throw Misuse(fmt::format(
+            "--adjust: give parameters, of {}",
+            join(mixture() ? problem.adjustable_pair(system) : problem.adjustable(system), ", ")));
+    problem.choose(system, choice());
+}
+
+fit::Problem fit_problem(std::vector<FitRequest> const& requests) {
+    fit::Problem problem;
+    for (FitRequest const& each : requests) each.add_to(problem);
+    for (std::string const& name : names(requests[0].share))
+        if (std::none_of(problem.parameters.begin(), problem.parameters.end(),
+                         [&](auto const& p) { return p->name == name; }))
+            throw Misuse(fmt::format("--share: '{}' is not adjusted", clipped(name)));
+    return problem;
+}
+
+std::vector<FitRequest> fit_requests(FitRequest const& common, std::string const& list) {
+    const CsvFile csv = read_csv(list);
+    std::map<std::string, std::size_t> column;
+    for (std::size_t k = 0; k < csv.header.size(); ++k) column[csv.header[k]] = k;
+    for (char const* needed : {"model", "first", "data"})
+        if (!column.count(needed)) throw Failure(fmt::format("{}: no column {}", list, needed));
+    if (!column.count("adjust") && common.adjust.empty())
+        throw Failure(list + ": no column adjust, and no --adjust");
+    std::vector<FitRequest> all;
+    for (std::size_t row = 0; row < csv.rows.size(); ++row) {
+        const auto field = [&](char const* name) {
+            const auto at = column.find(name);
+            return at == column.end() ? std::string() : csv.rows[row][at->second];
+        };
+        FitRequest one = common;
+        one.words = {field("model"), field("first")};
+        if (!field("second").empty()) one.words.push_back(field("second"));
+        for (std::string const& file : split(field("data"), ' '))
+            if (!file.empty())
+                one.data.push_back((std::filesystem::path(list).parent_path() / file).string());
+        if (!field("adjust").empty()) one.adjust = join(split(field("adjust"), ' '), ",");
+        if (!field("set").empty()) one.from_set = field("set");
+        try {
+            one.begin();
+        } catch (Misuse const& e) {
+            throw Failure(fmt::format("{}:{}: {}", list, csv.lines[row], e.what()));
+        }
+        all.push_back(std::move(one));
+    }
+    if (all.empty()) throw Failure(list + ": nothing to fit");
+    return all;
 }
 
 fit::Options FitRequest::options() const {
@@ -177,8 +227,9 @@ fit::Options FitRequest::options() const {
                                 : fit::Loss::squares;
     if (!loss_width.empty()) o.loss_width = number(loss_width, "--loss-width");
     if (!relative.empty()) o.relative = 0.01 * number(relative, "--relative");
-    if (!(o.loss_width > 0.0) || !(o.relative > 0.0))
-        throw Misuse("--loss-width and --relative must be above zero");
+    if (!fraction.empty()) o.fraction = number(fraction, "--fraction");
+    if (!(o.loss_width > 0.0) || !(o.relative > 0.0) || !(o.fraction > 0.0))
+        throw Misuse("--loss-width, --relative and --fraction must be above zero");
     o.starts = starts;
     o.folds = folds;
     o.iterations = iterations;
