@@ -141,6 +141,90 @@ TEST(CliPictures, PagesHaveThePictureAndTheNumbersOfTheTable) {
     }
 }
 
+namespace {
+struct Words {
+    std::string text;
+    double left, top, right, bottom;  // pixels
+};
+/// All texts of a picture with the room that they take, letters half as wide as high.
+std::vector<Words> words_of(std::string const& svg) {
+    static const std::regex form(
+        "translate\\(([\\d.-]+),([\\d.-]+)\\)\"[^>]*font-size=\"([\\d.]+)\"\\s+text-anchor=\"(\\w+)\">\\s*<text>([^<]*)<");
+    std::vector<Words> all;
+    for (std::sregex_iterator t(svg.begin(), svg.end(), form), end; t != end; ++t) {
+        const double x = std::stod((*t)[1]), y = std::stod((*t)[2]), size = std::stod((*t)[3]);
+        const std::string text = (*t)[5], anchor = (*t)[4];
+        const double wide = 0.5 * size * static_cast<double>(std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
+        const double left = anchor == "start" ? x : anchor == "end" ? x - wide : x - 0.5 * wide;
+        // gnuplot puts the base line a third of a letter below the middle.
+        all.push_back({text, left, y - 0.7 * size, left + wide, y + 0.1 * size});
+    }
+    return all;
+}
+}  // namespace
+
+// However small the sheet: no text is cut off, covers another one, or, of the key, lies in the triangle.
+TEST(CliPictures, TrianglesHaveRoomForTheirWords) {
+    if (no_gnuplot()) GTEST_SKIP() << "gnuplot is not installed";
+    const Scratch scratch;
+    for (std::string const what :
+         {"ternary PR+vdW1 ethanol water hexane --T 332 --p 0.1", "ternary PCSAFT+LB CO2 methanol water --T 300 --p 7",
+          "residue-curves PR+vdW1 ethanol water hexane --p 0.1"})
+        for (char const* size : {"60x60", "85x70", "110x85", "160x110"}) {
+            SCOPED_TRACE(what + " --size " + size);
+            ASSERT_EQ(run_corvane(what + " --plot a.svg --size " + size + " --home " + scratch.home().string()).code, 0);
+            const std::string svg = Scratch::read("a.svg");
+            std::smatch sheet;
+            ASSERT_TRUE(std::regex_search(svg, sheet, std::regex("viewBox=\"0 0 (\\d+) (\\d+)\"")));
+            const double width = std::stod(sheet[1]), height = std::stod(sheet[2]);
+            const auto all = words_of(svg);
+            ASSERT_GT(all.size(), 15u);
+            for (Words const& w : all) {
+                EXPECT_TRUE(w.left > 0 && w.top > 0 && w.right < width && w.bottom < height) << w.text;
+                for (Words const& other : all)
+                    EXPECT_TRUE((w.text == other.text && w.left == other.left) || w.left > other.right || w.right < other.left || w.top > other.bottom ||
+                                w.bottom < other.top)
+                        << w.text << " over " << other.text;
+            }
+        }
+}
+
+// Half a diagram is drawn and said to be one; while it is written or drawn nothing is lost.
+TEST(CliPictures, AnInterruptedDiagramIsAWholeFile) {
+    if (no_gnuplot()) GTEST_SKIP() << "gnuplot is not installed";
+    const Scratch scratch;
+    const std::string to = " --csv --plot a.svg --home " + scratch.home().string();
+    const std::string slow = "env --default-signal=INT timeout --foreground --preserve-status -s INT 1";
+    const auto whole = [] {
+        const std::string svg = Scratch::read("a.svg");
+        return svg.ends_with("</svg>\n") || svg.ends_with("</svg>\n\n");
+    };
+    struct {
+        char const *arguments, *words;
+    } const cases[] = {
+        {"envelope SAFTVRMIE+LB methane=0.5 ethane=0.2 propane=0.2 butane=0.1", "interrupted"},
+        {"txy PCSAFT+LB ethanol heptane --p 0.1:2:0.001", " of 1901 diagrams"},
+        {"txy SAFTVRMIE+LB methane propane --p 1 --step 0.0005", "interrupted: 0 of 1 diagrams, the last one in part"},
+        {"ternary PCSAFT+LB CO2 methanol water --T 300 --p 7 --step 0.0005", "interrupted: regions are missing"}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.arguments);
+        std::filesystem::remove("a.svg");
+        const Outcome run = run_corvane(c.arguments + to, slow);
+        EXPECT_EQ(run.code, 130);
+        EXPECT_GT(lines_of(run.out).size(), 5u) << run.err;
+        EXPECT_NE(run.out.find(c.words), std::string::npos) << lines_of(run.out).back();
+        EXPECT_TRUE(whole());
+    }
+    // All is computed, and waits for its reader.
+    std::filesystem::remove("a.svg");
+    const Outcome run = run_corvane("pxy PR+vdW1 ethanol water --T 350 --step 0.001" + to +
+                                        " & pid=$!; sleep 1; kill -INT $pid; wait $pid; echo code $?; } | { sleep 1.5; cat; }",
+                                    "{ env --default-signal=INT");
+    EXPECT_EQ(lines_of(run.out).back(), "code 0");
+    EXPECT_NE(run.out.find("# T = 350 K: complete"), std::string::npos);
+    EXPECT_TRUE(whole());
+}
+
 TEST(CliPictures, Pictures) {
     if (no_gnuplot()) GTEST_SKIP() << "gnuplot is not installed";
     const Scratch scratch;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -18,11 +19,13 @@ struct Outcome {
 };
 
 /// Runs "corvane <arguments>" through the shell, after the settings ("LC_ALL=C") or commands
-/// ("cd / &&") in `before`. CORVANE_DATA is unset first.
+/// ("cd / &&") in `before`. CORVANE_DATA is unset first. The variable CORVANE_TEST_PROGRAM names
+/// another program than the built one: an installed one, for example.
 inline Outcome run_corvane(std::string const& arguments, std::string const& before = "") {
     const std::string errors = testing::TempDir() + "corvane-stderr-" + std::to_string(getpid());
-    const std::string command =
-        "unset CORVANE_DATA; " + before + " " CORVANE_PROGRAM " " + arguments + " 2>" + errors;
+    char const* const other = std::getenv("CORVANE_TEST_PROGRAM");
+    const std::string command = "unset CORVANE_DATA; " + before + " " + (other ? other : CORVANE_PROGRAM) + " " +
+                                arguments + " 2>" + errors;
     Outcome run{-1, "", ""};
     FILE* pipe = popen(command.c_str(), "r");
     if (!pipe) return run;

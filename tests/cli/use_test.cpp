@@ -500,3 +500,31 @@ TEST(Cli, FitsRefuseWhatMakesNoSenseAndListsGiveTables) {
     EXPECT_EQ(kinds.code, 0) << kinds.err;
     expect_parts(kinds.out, "H_methane|gammainf_methane|hE");
 }
+
+// Bubble points of two pairs with k_ij = 0.0123, in one fit with one value, which both files hold.
+TEST(Cli, PairsOfAListShareParameters) {
+    const Scratch scratch;
+    const std::string home = " --home " + scratch.home().string(), list = "fit --batch list.csv" + home;
+    for (char const* heavy : {"propane", "butane"})
+        scratch.write(heavy + std::string(".csv"),
+                      run_corvane("bubble PR+vdW1 methane " + std::string(heavy) + " --kij 0.0123 --input -" + home,
+                                  "printf 'T/K,x_methane\\n260,0.1\\n260,0.2\\n260,0.3\\n' |")
+                          .out);
+    scratch.write("list.csv", "model,first,second,data,adjust\nPR+vdW1,methane,propane,propane.csv,kij\n"
+                              "PR+vdW1,methane,butane,butane.csv,lij kij\n");
+    const Outcome run = run_corvane(list + " --share kij --start kij=0.2 --out mine --new-set 9");
+    EXPECT_EQ(run.code, 0) << run.err;
+    expect_parts(run.out, "components methane + propane, methane + butane|kij          0.2000000  0.01230|"
+                          "methane + butane butane.csv y: 3 points|methane+propane;9|methane+butane;9");
+    for (char const* heavy : {"propane", "butane"})
+        expect_parts(Scratch::read("mine/CorvaneS/parameters/PR/vdW1/methane+" + std::string(heavy) + ";9"),
+                     "kij:\t0.0123|source:\tfitted to " + std::string(heavy) + ".csv");
+    EXPECT_EQ(run_corvane(list + " --share kij --plot left.svg").code, 0);
+    expect_parts(Scratch::read("left.svg"), "methane + propane p|methane + butane y, before|deviation / %");
+    expect_all({{list + " --share kij --points", 0, "system|methane + propane  propane.csv", ""},
+                {list + " --share kij --json", 0, "\"system\": \"methane + butane\"", ""},
+                {list + " --share m", 2, "", "'m' is not adjusted"},
+                {list + " --points", 2, "", "without --share"},
+                {"fit PR+vdW1 methane propane --data propane.csv --adjust kij --share kij" + home, 2, "",
+                 "goes with --batch"}});
+}

@@ -1,6 +1,7 @@
 // Gnuplot reads the script from a file without a name and writes the picture to its standard
 // output, so that no path and no text of a user is ever part of a command.
 #include <tools/corvane/diagrams/gnuplot.h>
+#include <tools/corvane/diagrams/layout.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/text.h>
 
@@ -100,89 +101,11 @@ std::string style(Pen const& pen) {
                        dashes.empty() ? "" : " dt (" + join(dashes, ",") + ")");
 }
 
-std::size_t letters(std::string_view text) {  // of UTF-8
-    return static_cast<std::size_t>(
-        std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
-}
-
-/// The text in lines of at most so many letters, which end at a blank if there is one.
-std::vector<std::string> wrapped(std::string const& text, std::size_t most) {
-    std::vector<std::string> lines(1);
-    for (std::string word : split(text, ' ')) {
-        std::string& line = lines.back();
-        if (!line.empty() && letters(line) + 1 + letters(word) > most) lines.emplace_back();
-        while (letters(word) > most) {
-            std::size_t end = 0;
-            for (std::size_t count = 0; end < word.size(); ++end)
-                if ((word[end] & 0xC0) != 0x80 && count++ == most) break;
-            lines.back() = word.substr(0, end);
-            lines.emplace_back();
-            word.erase(0, end);
-        }
-        lines.back() += (lines.back().empty() ? "" : " ") + word;
-    }
-    return lines;
-}
 std::string in_quotes(std::vector<std::string> const& lines) {
     std::vector<std::string> parts;
     for (std::string const& line : lines) parts.push_back(in_quotes(line));
     return join(parts, ".\"\\n\".");
 }
-
-/// Sizes of a sheet in the units of its terminal, and what has room on it.
-struct Layout {
-    double width, height;    ///< pixels; of PDF and EPS 1/72 in
-    double font;             ///< height of letters in them
-    double scale;            ///< of lines and symbols
-    double symbols = 1.0;    ///< of symbols alone
-    std::size_t title;       ///< letters in a line of the title
-    bool narrow;             ///< the key stands below
-    double letter, line;     ///< of a label, in parts of the axes
-    std::vector<std::string> title_lines, x_axis, y_axis;
-
-    Layout(Picture const& picture, Sheet const& sheet) {
-        const bool screen = !(sheet.width > 0.0);
-        const bool paper = sheet.format == PictureFormat::pdf || sheet.format == PictureFormat::eps;
-        // SVG has pixels of 1/96 in; a PNG of given size has 300 per inch.
-        const double dots = paper                                ? 72.0
-                            : sheet.format == PictureFormat::svg ? 96.0
-                            : screen                             ? 144.0
-                                                                 : 300.0;
-        const double mm[] = {screen ? 160.0 : sheet.width, screen ? 320.0 / 3.0 : sheet.height};
-        const bool pixels = screen && !paper;
-        scale = pixels ? (sheet.format == PictureFormat::svg ? 1.0 : 1.5) : 0.55 * dots / 72.0;
-        if (!pixels) symbols = sheet.format == PictureFormat::svg ? 0.55 : 1.0;
-        width = pixels ? 900.0 * scale : mm[0] / 25.4 * dots;
-        height = pixels ? 600.0 * scale : mm[1] / 25.4 * dots;
-        const double points = sheet.points > 0.0 ? sheet.points : pixels ? 11.25 : 8.0;
-        font = pixels ? points * 96.0 / 72.0 * scale : points / 72.0 * dots;
-        const double wide = 0.55 * font;  // of a letter, on an average
-        std::size_t key = 0;
-        for (Curve const& c : picture.curves) key = std::max(key, letters(c.title));
-        for (Marks const& m : picture.marks) key = std::max(key, letters(m.title));
-        narrow = picture.corners[0].empty() && width < wide * (static_cast<double>(key) + 55.0);
-        title = std::max<std::size_t>(8, static_cast<std::size_t>(width / wide) - 2);
-        if (!picture.title.empty()) title_lines = wrapped(picture.title, title);
-        const double key_width = narrow || !picture.corners[0].empty()
-                                     ? 0.0 : wide * (static_cast<double>(key) + 5.0);
-        const double axis_width = std::max(10.0 * wide, width - key_width - 11.0 * wide),
-                     axis_height = std::max(5.0 * font, height - font * (5.5 + 1.25 * static_cast<double>(title_lines.size())));
-        const auto fits = [&](double room) {
-            return std::max<std::size_t>(8, static_cast<std::size_t>(room / wide));
-        };
-        x_axis = wrapped(picture.x_axis, fits(axis_width + 5.0 * wide));
-        y_axis = wrapped(picture.y_axis, fits(axis_height + 2.0 * font));
-        double across = axis_width, up = axis_height;
-        if (!picture.corners[0].empty()) {  // both axes have one scale
-            const auto axes = picture.axes();
-            const double ratio = (axes[0].high - axes[0].low) / (axes[1].high - axes[1].low);
-            across = std::min(across, ratio * up);
-            up = across / ratio;
-        }
-        letter = 0.9 * wide / across;
-        line = 1.15 * font / up;
-    }
-};
 
 std::string terminal(Sheet const& sheet, Layout const& l) {
     const std::string name = sheet.font.empty() ? "sans" : sheet.font;
@@ -216,12 +139,17 @@ std::string range(char name, Axis const& axis) {
 }
 
 /// Frame, grid and names of a triangle in place of axes.
-std::string triangle(Picture const& picture) {
+std::string triangle(Picture const& picture, Layout const& l) {
     std::string text =
         "set size ratio -1\nunset border\nunset xtics\nunset ytics\nunset grid\n"
-        "unset xlabel\nunset ylabel\nset xrange [-0.12:1.12]\nset yrange [-0.09:0.93]\n"
-        "unset key\nset key at screen 0.985, graph 0.98 right top vertical Left reverse samplen 2 "
-        "spacing 1.2\n";
+        "unset xlabel\nunset ylabel\nset xrange [-0.12:1.12]\nset yrange [-0.09:0.93]\nunset key\n";
+    if (l.narrow)
+        text += fmt::format("set key at screen 0.5, screen 0.015 center bottom horizontal maxcols {} Left "
+                            "reverse samplen 1.5 spacing 1.1 width -2\n",
+                            l.key_columns);
+    else
+        text += "set key at screen 0.985, graph 0.98 right top vertical Left reverse samplen 2 spacing 1.2\n";
+    text += fmt::format("set lmargin 0\nset rmargin 0\nset bmargin {:.4g}\n", l.below);
     const auto line = [&](XY a, XY b, char const* how) {
         text += fmt::format("set arrow from {:.8g},{:.8g} to {:.8g},{:.8g} nohead {}\n", a[0], a[1],
                             b[0], b[1], how);
@@ -236,7 +164,7 @@ std::string triangle(Picture const& picture) {
         line(at(x, 0.0), at(x, 1.0 - x), thin);
         line(at(0.0, x), at(1.0 - x, x), thin);
         line(at(0.0, 1.0 - x), at(1.0 - x, 0.0), thin);
-        if (k % 2 != 0) continue;
+        if (k % 2 != 0 || (l.few_numbers && k % 4 != 0)) continue;
         const std::string number = fmt::format("{:.1f}", x);
         name(number, at(x, 0.0), "left offset 0.6,0.2 tc '#606060'");  // of the top, on the right
         name(number, at(1.0 - x, x), "right offset -0.6,0.2 tc '#606060'");  // of the left
@@ -247,8 +175,12 @@ std::string triangle(Picture const& picture) {
     line(at(0, 1), at(0, 0), frame);
     line(at(0, 0), at(1, 0), frame);
     name(picture.corners[0], at(1, 0), "center offset 0,0.8");
-    name(picture.corners[1], at(0, 1), "center offset 0,-2");
-    name(picture.corners[2], at(0, 0), "center offset 0,-2");
+    // Below its corner, within the sheet; the right one a line lower where it would meet the left one.
+    for (std::size_t k : {1, 2}) {
+        double const* const ends = l.lower_names[k - 1].data();
+        text += fmt::format("set label {} at screen {:.5g}, first 0 center offset 0,{}\n", in_quotes(picture.corners[k]),
+                            0.5 * (ends[0] + ends[1]), k == 2 && l.names_meet ? -3.2 : -2.0);
+    }
     return text;
 }
 
@@ -263,9 +195,14 @@ std::string surroundings(Picture const& picture, Sheet const& sheet, Layout cons
     }
     text += fmt::format("set xlabel {}\nset ylabel {}\n", in_quotes(l.x_axis), in_quotes(l.y_axis));
     text += "set grid lt 1 lc '#e4e4e4' lw 1\nset border 3\nset tics nomirror out\n";
-    text += l.narrow ? "set key outside center bottom horizontal Left reverse samplen 1.5 spacing 1.1 width -2\n"
-                     : "set key outside right top vertical Left reverse samplen 2 spacing 1.2\n";
-    if (!picture.corners[0].empty()) return text + triangle(picture);
+    if (l.narrow)
+        text += fmt::format("set key outside center bottom horizontal maxcols {} Left reverse samplen 1.5 spacing 1.1 width -2\n"
+                            "set xlabel offset 0,0.4\n",
+                            l.key_columns);
+    else
+        text += "set key outside right top vertical Left reverse samplen 2 spacing 1.2\n";
+    if (l.x_step > 0.0) text += fmt::format("set xtics {:.10g}\n", l.x_step);
+    if (!picture.corners[0].empty()) return text + triangle(picture, l);
     const auto axes = picture.axes();
     if (picture.fraction) text += l.narrow ? "set xtics 0.2\n" : "set xtics 0.1\n";
     return text + range('x', axes[0]) + range('y', axes[1]);
@@ -301,6 +238,7 @@ std::string frame_of(Inset const& inset, std::array<Axis, 2> const& axes, Layout
 
 std::string script(Picture picture, Sheet const& sheet) {
     const Layout layout(picture, sheet);
+    picture.key_below = layout.narrow;
     const auto axes = picture.axes();
     std::string text = surroundings(picture, sheet, layout);
     if (sheet.insets) picture.enlarge(layout.letter, layout.line);

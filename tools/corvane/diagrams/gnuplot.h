@@ -14,7 +14,7 @@ struct Sheet {
     PictureFormat format = PictureFormat::svg;
     double width = 0.0, height = 0.0;  ///< mm; 0: for screens, 900 by 600 pixels
     std::string font;                  ///< letters, digits and blanks alone; empty: sans
-    double points = 0.0;               ///< size of letters, 1/72 in; 0: 9 on paper
+    double points = 0.0;               ///< size of letters, 1/72 in; 0: 8 on paper, in narrow triangles 7
     bool mono = false;                 ///< dashes and marks in place of colours
     bool insets = true;                ///< points next to each other are drawn larger in a corner
 };

@@ -141,6 +141,7 @@ std::vector<Box> Picture::words_of_triangle(double letter, double line) const {
         centred(6, {right[0] + 2.0 * letter, right[1]}, 0.2);
         centred(6, {left[0] - 2.0 * letter, left[1]}, 0.2);
     }
+    if (key_below) return boxes;
     std::set<std::string> key;
     std::size_t longest = 0;
     const auto add = [&](std::string const& name) {

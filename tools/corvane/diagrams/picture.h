@@ -102,6 +102,7 @@ struct Picture {
     double y_bottom = -1e300;  ///< where it begins, if points are lower
     /// Not empty: an equilateral triangle, the names at its top, lower left and lower right corner.
     std::array<std::string, 3> corners = {};
+    bool key_below = false;  ///< of a triangle: not beside its upper corner
 
     /// Where a ternary composition is drawn, from the mole fractions at the top and at the left.
     static XY in_triangle(double top, double left);
@@ -119,7 +120,7 @@ struct Picture {
     /// Adds an inset where marks of different points are next to each other, if it has room. letter, line:
     /// as of placed.
     void enlarge(double letter, double line);
-    /// Where a triangle has the names of its corners, its numbers, and the key at the upper right.
+    /// Where a triangle has the names of its corners, its numbers, and the key if that is at the upper right.
     std::vector<Box> words_of_triangle(double letter, double line) const;
     /// Where labels have room: each on its curve, or near its place, over no other curve if that can
     /// be, never over a mark or another label, the first ones first. letter, line: width and height of

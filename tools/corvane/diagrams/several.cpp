@@ -1,4 +1,5 @@
 #include <tools/corvane/diagrams/several.h>
+#include <tools/corvane/output/watch.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/text.h>
 
@@ -70,6 +71,8 @@ void Models::add_to(Command& command) {
 }
 
 int Models::draw(MixtureRequest const& request, PlotFile const& plot, Style const& style, One const& one) const {
+    // What is finished is also written and drawn.
+    const Watch watch("");
     const Drawn found = each(request, one);
     write(found.head, found.table, style);
     plot.draw(found.picture, found.head, found.table, style);

@@ -126,6 +126,10 @@ Heading heading(std::string const& command, Fluid const& fluid, Units const& uni
         result.remarks.push_back(defined_remark(model, units));
     else
         result.remarks.push_back("stated range of the set:" + stated_range(fluid.notes, units));
+    if (!fluid.pseudo && corvane::doubtful(fluid))
+        result.remarks.push_back(fmt::format("doubtful parameters: the critical temperature is {}, {} was measured",
+                                             units.text(Quantity::temperature, model.Tcrit()),
+                                             units.text(Quantity::temperature, fluid.notes.Tc)));
     return result;
 }
 

@@ -33,9 +33,17 @@ bool Rows::add_all(std::string const& what, Given const& given,
     return watch_.go_on();
 }
 
+corvane::Progress Rows::progress() {
+    return [this](int) {
+        cut_ = !watch_.go_on();
+        return !cut_;
+    };
+}
+
 int Rows::finish(Heading& heading) const {
     if (Watch::interrupted()) {
-        heading.summary.push_back(fmt::format("interrupted: {} of {} {}", done_, asked_, things_));
+        heading.summary.push_back(fmt::format("interrupted: {} of {} {}{}", done_ - (cut_ ? 1 : 0), asked_, things_,
+                                              cut_ ? ", the last one in part" : ""));
         return kInterrupted;
     }
     return failures_ == 0 ? 0 : 1;

@@ -38,7 +38,7 @@ class Rows {
     }
 
     /// For a trace within f.
-    corvane::Progress progress() { return watch_.progress(); }
+    corvane::Progress progress();
 
     /// Tells in the heading if SIGINT ended the run; returns the exit code.
     int finish(Heading& heading) const;
@@ -50,6 +50,7 @@ class Rows {
     Table& table_;
     std::size_t asked_, done_ = 0;
     int failures_ = 0;
+    bool cut_ = false;  ///< the last one is there in part
     Watch watch_;
 };
 
