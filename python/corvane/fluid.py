@@ -121,12 +121,14 @@ class Fluid:
         self._native = _native.Fluid.open(eos, substance, set, self._home)
         self._changed: dict[int, float] = {}
         self._equation: Any = None
+        self._transport_model: Any = None
 
     @classmethod
     def _of_native(cls, native: Any, equation: Any, home: str | os.PathLike[str] | None) -> Fluid:
         """A fluid with an equation written in Python."""
         fluid = cls.__new__(cls)
         fluid._native, fluid._home, fluid._changed, fluid._equation = native, home, {}, equation
+        fluid._transport_model = None
         return fluid
 
     # ---- what it is
@@ -186,6 +188,7 @@ class Fluid:
         """Changes one parameter of this object; number and unit as in :attr:`parameters`."""
         self._native.set_parameter(index, value)
         self._changed[index] = float(value)
+        self._transport_model = None
 
     # ---- states
 
@@ -343,7 +346,9 @@ class Fluid:
             state = self.state(threads=threads, errors=errors, **given)
             state = getattr(state, "plain", state)
             known = Given(T=state.T, rho=_of_one_phase(state))
-        out, models = self._native.transport(what, *known.flat, threads, known.single)
+        if self._transport_model is None:  # reads tables
+            self._transport_model = _native.Transport(self._native)
+        out, models = self._transport_model.values(what, *known.flat, threads, known.single)
         column, status, words, done = known.received(out)
         T, rho = (known.shaped(x) for x in known.flat)
         return judge(kind(T, rho, [column(k) for k in range(3)], status, models), status, words, done, errors)

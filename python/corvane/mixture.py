@@ -30,6 +30,7 @@ from .mixture_results import (
 from .quantities import returns_quantities
 from .residue import ResidueMap
 from .status import code_of, judge
+from .transport import Conductivity, SurfaceTension, Viscosity
 
 if TYPE_CHECKING:
     from numpy.typing import ArrayLike
@@ -82,6 +83,7 @@ class Mixture:
         self._changed: dict[tuple[int, int, int], float] = {}
         self._changed_components: dict[tuple[int, int], float] = {}
         self._equation: Any = None
+        self._transport_model: Any = None
         if kij is not None:
             self._set_kij(kij)
 
@@ -91,6 +93,7 @@ class Mixture:
         mixture = cls.__new__(cls)
         mixture._native, mixture._changed, mixture._equation = native, {}, equation
         mixture._changed_components, mixture._options, mixture._asked = {}, ((), 1, True, home), ""
+        mixture._transport_model = None
         return mixture
 
     # ---- what it is
@@ -362,6 +365,49 @@ class Mixture:
         and azeotropes up to p_max (Pa). Splits below 0.3 of the lower critical temperature are not looked for: what is of
         type I there may be of type II below."""
         return binary_type.of(self, float(magnitude(p_max, "p")))
+
+    # ---- transport
+
+    @returns_quantities
+    def viscosity(self, T: ArrayLike, rho: ArrayLike, x: ArrayLike, *, threads: int = 1,
+                  errors: str | None = None) -> Viscosity:  # fmt: skip
+        """Viscosity (Pa s) of the homogeneous phase at T (K), rho (mol/m³) and mole fractions x (components last), in their
+        broadcast shape: by Wilke's rule of the dilute gas and Grunberg and Nissan's of what density adds, from the
+        components alone. Phases of a flash have their own: ``gas.viscosity(f.T, f.rho_phase[0], f.x[0])``."""
+        return self._of_phase(Viscosity, 0, T, rho, x, threads, errors)
+
+    @returns_quantities
+    def thermal_conductivity(self, T: ArrayLike, rho: ArrayLike, x: ArrayLike, *, threads: int = 1,
+                             errors: str | None = None) -> Conductivity:  # fmt: skip
+        """Thermal conductivity (W/(m K)) at T (K) and rho (mol/m³), likewise, by Wassiljewa's equation and Filippov's rule,
+        without critical enhancement."""
+        return self._of_phase(Conductivity, 1, T, rho, x, threads, errors)
+
+    @returns_quantities
+    def surface_tension(self, T: ArrayLike, rho_liquid: ArrayLike, x: ArrayLike, rho_vapour: ArrayLike, y: ArrayLike, *,
+                        threads: int = 1, errors: str | None = None) -> SurfaceTension:  # fmt: skip
+        """Surface tension (N/m) of a liquid x beside a vapour y (components last) at T (K), of densities in mol/m³, by
+        Weinaug and Katz with the parachors of the components."""
+        n, named = len(self.components), {"T": T, "rho": rho_liquid}
+        other = {**named, "rho": rho_vapour}
+        shape = np.broadcast_shapes(*(flat_with_composition(z, n, **given)[0] for z, given in ((x, named), (y, other))))
+        of = np.empty(shape)  # gives all of them the shape of the whole
+        _, (t, liquid, _), x = flat_with_composition(x, n, **named, of=of)
+        _, (t, vapour, _), y = flat_with_composition(y, n, **other, of=of)
+        return self._transport(SurfaceTension, shape, t, liquid, threads, errors, "tension", t, liquid, x, vapour, y)
+
+    def _of_phase(self, kind: Any, what: int, T: Any, rho: Any, x: Any, threads: int, errors: str | None) -> Any:
+        shape, (t, r), z = flat_with_composition(x, len(self.components), T=T, rho=rho)
+        return self._transport(kind, shape, t, r, threads, errors, "values", what, t, r, z)
+
+    def _transport(self, kind: Any, shape: Any, T: Any, rho: Any, threads: int, errors: str | None, call: str,
+                   *arguments: Any) -> Any:  # fmt: skip
+        if self._transport_model is None:  # opens every component
+            self._transport_model = _native.MixtureTransport(self._native)
+        (values, status, words, done), models = getattr(self._transport_model, call)(*arguments, threads)
+        columns, status = [values[:, k].reshape(shape) for k in range(3)], status.reshape(shape)
+        result = kind(T.reshape(shape), rho.reshape(shape), columns, status, models)
+        return judge(result, status, words, done, errors)
 
     # ---- solids
 

@@ -42,6 +42,7 @@ enum Status : std::int8_t {
     no_ideal = 4,      // h, s, cp … without ideal-gas data
     several = 5,       // more than one state has these values
     interrupted = 6,   // not computed
+    not_tabulated = 7,
 };
 
 /// A table of NumPy with a row for every element, which owns its memory. Rows are written once, by
@@ -108,6 +109,11 @@ struct Several : std::runtime_error {
     Several() : std::runtime_error("more than one state has these values; see states()") {}
 };
 
+/// Outside a table, or in one of its gaps.
+struct NotTabulated : std::runtime_error {
+    NotTabulated() : std::runtime_error("outside the table, or in one of its gaps: ask the equation") {}
+};
+
 /// Whether what is called writes every value of a row, or only some beside not-a-numbers.
 enum class Rows_are { written_whole, written_partly };
 
@@ -139,6 +145,8 @@ void attempt(Out& out, Report& report, std::size_t i, F const& f) {
         fail(e.number == mth_iterations ? gave_up : invalid, words(e));
     } catch (Several const& e) {
         fail(several, e.what());
+    } catch (NotTabulated const& e) {
+        fail(not_tabulated, e.what());
     } catch (std::exception const& e) {
         fail(invalid, e.what());
     }
@@ -154,7 +162,8 @@ class Between {
         const nb::gil_scoped_acquire held;
         try {
             if (!bar_.is_none()) bar_.attr("close")();
-        } catch (nb::python_error&) {
+        } catch (nb::python_error const& e) {
+            if (e.matches(PyExc_KeyboardInterrupt)) PyErr_SetInterrupt();  // heard after the call
         }
         bar_.reset();
     }

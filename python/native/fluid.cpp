@@ -200,8 +200,6 @@ void add_fluid(nb::module_& m) {
              "T (K), p (Pa), densities of liquid and vapour (mol/m3) at temperatures, or at pressures.")
         .def("property_diagram", &property_diagram_of_fluid, nb::arg("values"), nb::arg("range"), nb::arg("points"),
              "Saturation and isolines (lists of T, p, q, s, rho; T_min, T_max, p_min, p_max; SI): rows T, p, rho, h, s, u, q.")
-        .def("transport", &transport_of_fluid, nb::arg("what"), nb::arg("T"), nb::arg("rho"), nb::arg("threads"), nb::arg("single"),
-             "Viscosity (0, Pa s), thermal conductivity (1, W/(m K)), surface tension (2, N/m) at T (K) and rho (mol/m3): rows of value, within the range of the source, deviation of a second source, with what became of them; models with their sources.")
         .def("virial", &virial, nb::arg("T"), nb::arg("order"), nb::arg("threads"), nb::arg("single"),
              "Virial coefficients of an order from 2 to 9 at T (K), (m3/mol)**(order - 1).");
 }

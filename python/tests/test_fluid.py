@@ -206,6 +206,23 @@ def test_interruption_keeps_what_is_done_and_progress_is_shown(monkeypatch):
     assert shown[-1] == "closed" and 0 < sum(shown[:-1]) < n
 
 
+def test_an_interruption_while_the_bar_is_closed(monkeypatch):
+    class Bar:
+        def show(self, done):
+            pass
+
+        def close(self):
+            raise KeyboardInterrupt
+
+    monkeypatch.setattr("corvane.progress.bar", lambda n: Bar())
+    before = signal.signal(signal.SIGINT, signal.default_int_handler)
+    try:
+        with pytest.raises(KeyboardInterrupt):
+            cv.Mixture("PR+vdW1", ["methane", "propane"]).flash([0.5, 0.5], T=np.linspace(240, 300, 50_000), p=2e6)
+    finally:
+        signal.signal(signal.SIGINT, before)
+
+
 def test_numbers_are_those_of_the_library_to_the_bit(water):
     """By the C functions of the library that this process has loaded; only powers of ten differ. (The command has
     g, a, cp and w from other functions of the model, which round otherwise.)"""

@@ -69,6 +69,13 @@ MIXTURE = {
                 {"u": ENERGY, "rho": DENSITY}),
     "three_phase_lines": ({"p_max": 1e8}, {"p_max": Q(100, "MPa")}, {}),
     "azeotropic_lines": ({"p_max": 1e8}, {"p_max": Q(100, "MPa")}, {}),
+    "viscosity": ({"T": 300.0, "rho": 50.0, "x": Z}, {"T": Q(300, "K"), "rho": Q(0.05, DENSITY), "x": ZQ},
+                  {"viscosity": "mPa*s", "rho": DENSITY}),
+    "thermal_conductivity": ({"T": 300.0, "rho": 50.0, "x": Z}, {"T": Q(300, "K"), "rho": Q(0.05, DENSITY), "x": ZQ},
+                             {"conductivity": "mW/(m*K)", "T": "K"}),
+    "surface_tension": ({"T": 250.0, "rho_liquid": 14000.0, "x": Z, "rho_vapour": 1000.0, "y": [0.9, 0.1]},
+                        {"T": Q(250, "K"), "rho_liquid": Q(14, DENSITY), "x": ZQ, "rho_vapour": Q(1, DENSITY),
+                         "y": Q([90, 10], "percent")}, {"tension": "mN/m"}),
     "binary_type": ({"p_max": 1e8}, {"p_max": Q(100, "MPa")}, {}),
 }  # fmt: skip
 PLAIN = {"set_parameter", "parameters", "pair_parameter", "set_pair_parameter", "component_parameters",
@@ -106,6 +113,10 @@ FUNCTIONS = {
                       ("Dmolar", "P", Q(1, "bar"), "S", Q(2, "kJ/(kg*K)"), "Water"), "mol/l"),
     "PropsSI_number": (coolprop.PropsSI, ("Z", "T", 300.0, "D", 1.0, "CO2"),
                        ("Z", "T", Q(300, "K"), "D", Q(1, "g/l"), "CO2"), ""),
+    "PropsSI_slope": (coolprop.PropsSI, ("d(H)/d(T)|P", "T", 300.0, "P", 1e5, "Water"),
+                      ("d(H)/d(T)|P", "T", Q(300, "K"), "P", Q(1, "bar"), "Water"), "kJ/(kg*K)"),
+    "PropsSI_viscosity": (coolprop.PropsSI, ("V", "T", 300.0, "P", 1e5, "Water"),
+                          ("V", "T", Q(300, "K"), "P", Q(1, "bar"), "Water"), "mPa*s"),
     "fit": (fitted, (T_DATA, P_DATA), (Q(T_DATA, "K"), Q(np.array(P_DATA) / 1e5, "bar")), None),
 }  # fmt: skip
 

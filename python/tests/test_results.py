@@ -68,6 +68,8 @@ MAKE = {
     "ResidueMap": lambda: three().residue_curves(1e6, mesh=3),
     "ResidueCurve": lambda: three().residue_curves(1e6, mesh=3).curves[0],
     "FitResult": fitted,
+    "TabulatedStates": lambda: cv.PropertyTable.build(fluid(), "pT", p=(1e5, 1e6), T=(400, 500), halvings=3)(
+        p=[2e5, 5e5, 8e5], T=450.0),
 }  # fmt: skip
 if hasattr(cv, "Viscosity"):
     MAKE["Viscosity"] = lambda: cv.Fluid("water").viscosity(T=T + 60, rho=55000.0)
@@ -151,6 +153,9 @@ ARRAYS = {
     "mixture.virial": (gas, {"T": COLUMN, "x": LIQUID}), "mixture.flash": (gas, {"T": COLUMN, "p": ROW, "z": MANY}),
     "mixture.bubble": (gas, {"T": COLUMN, "z": LIQUID}), "mixture.dew": (gas, {"p": ROW, "z": MANY}),
     "mixture.solubility": (gas, {"solid": 0, "T": COLUMN / 3, "p": ROW}),
+    "mixture.viscosity": (gas, {"T": COLUMN, "rho": ROW / 1e4, "x": LIQUID}),
+    "mixture.thermal_conductivity": (gas, {"T": COLUMN, "rho": ROW / 1e4, "x": Z}),
+    "mixture.surface_tension": (gas, {"T": COLUMN, "rho_liquid": 14000.0 + ROW / 1e4, "x": Z, "rho_vapour": COLUMN, "y": MANY}),
     "mixture.critical_point": (gas, {"z": MANY + 0.05 * np.array([[-1, 1], [0, 0], [1, -1]])}),
 }  # fmt: skip
 
@@ -170,7 +175,7 @@ def test_arrays_of_any_shape_are_loops_over_single_states(name):
     def one(argument, value, i, j):
         if isinstance(value, (int, list)):
             return value
-        last = 1 if argument in ("x", "z") else 0
+        last = 1 if argument in ("x", "y", "z") else 0
         return np.broadcast_to(value, (2, 3, *value.shape[value.ndim - last:]))[i, j]
 
     for i, j in ((0, 0), (1, 2)):
@@ -211,7 +216,7 @@ UNIT = re.compile(r"\bK\b|\bPa\b|mol|J/|m/s|m³|units? |\(–\)|quantit|fraction
 # Those that neither take nor give a number with a dimension.
 WITHOUT = re.compile(r"(BinaryType|Error|Interrupted|Status|Jet(\.\w+)?|check_equation|data_home|equations|mixture_models|rounded"
                      r"|name|eos|set|source|model|models|chosen|components|estimated|pair_parameter|set_pair_parameter"
-                     r"|set_parameter|mass_to_mole|fluid|mixture|plot|pairs|PhaseSI|file|set_reference_state|parameters)$")
+                     r"|set_parameter|mass_to_mole|fluid|mixture|plot|pairs|PhaseSI|file|PropertyTable\.(read|write|inputs|tolerance|cells|coverage|note|check)|set_reference_state|parameters)$")
 
 
 def test_everything_has_a_docstring_with_units():

@@ -1,16 +1,20 @@
 """Sweeps: the same bits whoever computes them, and nothing lost or twice whatever happens to them."""
 
+import concurrent.futures
+import contextlib
 import errno
 import itertools
 import json
 import os
 import pathlib
 import queue
+import shutil
 import signal
 import subprocess
 import sys
 import time
 import types
+import weakref
 
 import numpy as np
 import pytest
@@ -263,12 +267,61 @@ def test_the_command_goes_on_where_it_was_killed(tmp_path, killed_by, code, sche
         time.sleep(0.02)
     os.killpg(process.pid, killed_by)  # as a terminal does: to all its processes
     words = process.communicate()[1]
-    assert process.returncode == code and ("the same command goes on" in words) == (code == 130)
-    assert "Traceback" not in words
+    assert process.returncode == code and ("the same command goes on" in words) == (code == 130), words
+    assert "Traceback" not in words, words
     assert command.main([str(file), "--status"]) == 0 and "of 20 partitions" in capsys.readouterr().out
     assert command.main([str(file), "--quiet"]) == 0
     sweep.run(*own(tmp_path), tmp_path / "again", rows=2)
     assert contents(tmp_path / "again") == contents(tmp_path / "out")
+
+
+class Dying:
+    """Ctrl-C comes while this is destroyed: Python prints what its handler raises, and goes on."""
+
+    def __del__(self):
+        signal.raise_signal(signal.SIGINT)
+
+
+def swallowed():
+    with contextlib.suppress(KeyboardInterrupt):
+        signal.raise_signal(signal.SIGINT)
+
+
+def made_another():
+    try:
+        signal.raise_signal(signal.SIGINT)
+    except KeyboardInterrupt:
+        raise RuntimeError("cancelled") from None
+
+
+@pytest.mark.filterwarnings("error::pytest.PytestUnraisableExceptionWarning")  # it is not told as a fault, either
+@pytest.mark.parametrize("happens", [
+    Dying, lambda: weakref.finalize(type("Thing", (), {})(), signal.raise_signal, signal.SIGINT), swallowed, made_another])
+@pytest.mark.parametrize("after", [2, 4])  # of 4 partitions: also while it ends
+def test_an_interruption_that_is_lost_on_its_way(tmp_path, happens, after, monkeypatch, capsys):
+    def go(handler):
+        """Exit code, and whether the handler is there afterwards."""
+        count = itertools.count(1)
+        monkeypatch.setattr(coordinate._Progress, "__call__", lambda self, rows: happens() if next(count) == after else None)
+        before = signal.signal(signal.SIGINT, handler)
+        try:
+            return command.main([str(tmp_path / "s.toml"), "--quiet"]), signal.getsignal(signal.SIGINT) is handler
+        finally:
+            signal.signal(signal.SIGINT, before)
+            capsys.readouterr()
+
+    own(tmp_path)
+    (tmp_path / "s.toml").write_text(TOML.format(tmp_path).replace("39, points = 40", "7, points = 8"))
+    assert go(signal.default_int_handler) == (130, True)
+    assert after <= sweep.status(tmp_path / "out").done <= 4
+    for handler in (signal.SIG_IGN, lambda *_: None):  # who ignores it, or takes it himself, is not interrupted
+        shutil.rmtree(tmp_path / "out")
+        assert go(handler) == (0, True)
+
+
+def test_a_sweep_in_another_thread(tmp_path):
+    with concurrent.futures.ThreadPoolExecutor(1) as pool:
+        assert pool.submit(sweep.run, *own(tmp_path), tmp_path / "out", rows=2).result().complete
 
 
 @pytest.mark.parametrize("text, code, words", [

@@ -47,6 +47,7 @@ def main(arguments: list[str] | None = None) -> int:
     parser.add_argument("--status", action="store_true", help="say how far it is, and compute nothing")
     parser.add_argument("--quiet", action="store_true", help="no progress")
     options = parser.parse_args(arguments)
+    folder = None
     try:
         folder, task, design, how = read_file(options.file, only_folder=options.status)
         if options.status:
@@ -56,7 +57,7 @@ def main(arguments: list[str] | None = None) -> int:
         print(report)
         return 0 if report.complete else 1
     except KeyboardInterrupt:
-        print(f"corvane-sweep: interrupted: {status(folder)}; the same command goes on", file=sys.stderr)
+        print(f"corvane-sweep: interrupted: {_how_far(folder)}; the same command goes on", file=sys.stderr)
         return 130
     except Misuse as e:
         print(f"corvane-sweep: {options.file}: {e}", file=sys.stderr)
@@ -64,6 +65,13 @@ def main(arguments: list[str] | None = None) -> int:
     except (OSError, ValueError, TypeError, ImportError, RuntimeError, OpenError, EquilibriumError, Damaged, Lost, Mismatch) as e:
         print(f"corvane-sweep: {e}", file=sys.stderr)
         return 1
+
+
+def _how_far(folder: pathlib.Path | None) -> str:
+    try:
+        return str(status(folder)) if folder else "not begun"
+    except (OSError, Damaged):
+        return "not begun"
 
 
 def read_file(name: str, only_folder: bool = False) -> tuple[pathlib.Path, Any, Any, dict[str, Any]]:

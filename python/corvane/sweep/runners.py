@@ -9,11 +9,10 @@ import errno
 import os
 import pathlib
 import queue
-import signal
-import threading
 import time
 from typing import Any, Callable, Iterator, NamedTuple
 
+from .interrupts import deaf
 from .plan import Plan
 from .tasks import Mismatch
 
@@ -182,7 +181,7 @@ def runner(plan: Plan, scheduler: Any) -> Iterator[_Threads | _Dask]:
             client = scheduler
             if kind == "local":
                 n = _count(count, scheduler) if count else os.cpu_count() or 1
-                with _deaf_to_ctrl_c():
+                with deaf():
                     cluster = stack.enter_context(LocalCluster(n_workers=n, threads_per_worker=1, dashboard_address=None))
                 client = stack.enter_context(Client(cluster))
             elif isinstance(scheduler, str):
@@ -193,19 +192,6 @@ def runner(plan: Plan, scheduler: Any) -> Iterator[_Threads | _Dask]:
             of = _Dask(plan, client)
         stack.callback(of.close)
         yield of
-
-
-@contextlib.contextmanager
-def _deaf_to_ctrl_c() -> Iterator[None]:
-    """Processes that begin meanwhile ignore Ctrl-C, which a terminal sends to all: they end with the one that hears it."""
-    if threading.current_thread() is not threading.main_thread():
-        yield
-        return
-    before = signal.signal(signal.SIGINT, signal.SIG_IGN)
-    try:
-        yield
-    finally:
-        signal.signal(signal.SIGINT, before)
 
 
 def _count(text: str, scheduler: str) -> int:
