@@ -7,12 +7,14 @@ import { parts } from './parts.js';
 import { draw, save } from './plot.js';
 import { matches, searchField } from './search.js';
 import { fromHash, tabNames, tabs, toHash, units, unitsOfN, unitsOfP, unitsOfT, type State, type Tab } from './state.js';
-import { compute, equationOf, fluidOf, mixtureOf, ownColumns, type View } from './views.js';
+import { compute, equationOf, fieldsOf, fluidOf, hasKij, mixtureOf, ownColumns, type View } from './views.js';
 import './style.css';
 
 const modelNames: Record<string, string> = {
     'PR+vdW1': 'Peng–Robinson', 'SRK+vdW1': 'Soave–Redlich–Kwong', 'PCSAFT+LB': 'PC-SAFT', 'MEOS+GERG': 'Multi-fluid',
+    'CPA+vdW1': 'Cubic plus association', 'SAFTVRMIE+LB': 'SAFT-VR Mie', 'SRK+PSRK': 'Predictive SRK (groups)',
 };
+const unlisted = ['PR+HV']; // nothing but k_ij without pairs of its own: PR+vdW1 again
 
 const get = <T extends HTMLElement = HTMLElement>(id: string) => document.getElementById(id) as T;
 const input = (id: string) => get<HTMLInputElement>(id);
@@ -21,6 +23,7 @@ let state = fromHash(location.hash);
 let corvane: Corvane;
 let substances: Substance[] = [];
 let view: View | undefined;
+let model: ModelInfo | undefined; // of the last view
 let stored = 0;
 
 // ---- what is shown
@@ -86,8 +89,14 @@ async function show(next: View): Promise<void> {
     if (!next.tableOnly) await draw(get('plot'), next, own());
 }
 
-/** A sentence of the source of each parameter set, with the set itself to unfold. */
-function showSources(info: ModelInfo): void {
+let shownSources = '';
+/** A sentence of the source of each parameter set, with the set itself to unfold; only where it can be seen. */
+function showSources(): void {
+    const info = model;
+    if (!info || !get<HTMLDetailsElement>('sources-part').open) return;
+    const now = JSON.stringify([info.model, info.components.map((c) => c.name), info.pairs.map((pair) => pair.values)]);
+    if (now === shownSources) return; // what is unfolded stays so
+    shownSources = now;
     const parts: Node[] = [];
     const tell = (sentence: string, file = '') => {
         parts.push(Object.assign(document.createElement('p'), { textContent: sentence }));
@@ -98,7 +107,9 @@ function showSources(info: ModelInfo): void {
     };
     for (const c of info.components) {
         const comment = /^text:\s*(.+)$/m.exec(c.file)?.[1] ?? '';
+        const groups = /^text:\s*(.+)$/m.exec(c.mixingFile)?.[1];
         tell(`${c.name}, set ${c.set}: ${c.source || comment || 'no source stated'}. Ideal gas: ${info.ideal ? c.idealSource || 'no source stated' : 'no table'}.`, c.file);
+        if (c.mixingFile) tell(`${c.name} in mixtures: ${c.mixingSource || groups || 'no source stated'}.`, c.mixingFile);
     }
     for (const pair of info.pairs) {
         if (pair.values.length === 0) continue;
@@ -112,6 +123,21 @@ function showSources(info: ModelInfo): void {
 
 // ---- calculations
 
+/** Asked once, for the parameter files are long; by model and substances. */
+const infos = new Map<string, ModelInfo>();
+/** What the model is made of, with the k_ij of the view. */
+async function infoOf(asked: State, signal: AbortSignal): Promise<ModelInfo> {
+    const key = JSON.stringify([asked.model, asked.a, asked.b]), binary = asked.b.trim() !== '';
+    let info = infos.get(key);
+    if (!info) {
+        info = await (binary ? mixtureOf(corvane, { ...asked, kij: null }) : fluidOf(corvane, asked)).info({ signal });
+        infos.set(key, info);
+    }
+    const [pair] = info.pairs;
+    if (asked.kij === null || !pair || !hasKij(asked)) return info;
+    return { ...info, pairs: [{ ...pair, values: [asked.kij, ...pair.values.slice(1)] }] };
+}
+
 let wished = 0;
 let busy: AbortController | undefined;
 
@@ -124,18 +150,15 @@ async function update(): Promise<void> {
         const asked = { ...state }, u = units(asked);
         busy = new AbortController();
         const slow = setTimeout(() => (get('cancel').hidden = false), 400);
-        get('z').closest<HTMLElement>('.field')!.hidden = !asked.b.trim();
         const begin = performance.now();
         const root = document.documentElement;
         get('status').textContent = 'Computing …';
         try {
             if (!asked.a.trim()) throw new CorvaneFailure('bad argument', 'Name a substance.');
-            const model = asked.b.trim() ? mixtureOf(corvane, asked) : fluidOf(corvane, asked);
-            const info = await model.info({ signal: busy.signal });
+            const info = (model = await infoOf(asked, busy.signal));
             if (info.pairs[0]) stored = info.pairs[0].stored[0] ?? 0;
             syncKij(info);
-            if (root.dataset.model !== JSON.stringify(info)) showSources(info);
-            root.dataset.model = JSON.stringify(info);
+            showSources();
             const next = await compute(corvane, asked, u, info, {
                 signal: busy.signal,
                 onProgress: (points) => (get('status').textContent = `Computing … ${points} points`),
@@ -161,15 +184,16 @@ function changed(): void {
     // Not at every step of a slider: browsers bound how often it may change.
     clearTimeout(linked);
     linked = setTimeout(() => history.replaceState(null, '', toHash(state)), 100);
+    for (const id of ['T', 'p', 'z']) get(id).closest<HTMLElement>('.field')!.hidden = !fieldsOf[state.tab].includes(id) || (id === 'z' && !state.b.trim());
     get('own-columns').textContent = ownColumns[state.tab];
-    get('fit').hidden = state.tab !== 'pxy';
+    get('fit').hidden = state.tab !== 'pxy' || !hasKij(state);
     void update();
 }
 
 // ---- fields
 
 function syncKij(info: ModelInfo): void {
-    get('kij-field').hidden = info.pairs.length === 0 || info.model === 'MEOS+GERG';
+    get('kij-field').hidden = info.pairs.length === 0 || !hasKij(state);
     const value = String(Number((state.kij ?? stored).toPrecision(6)));
     for (const id of ['kij', 'kij-slide']) if (document.activeElement !== input(id)) input(id).value = value;
 }
@@ -265,6 +289,7 @@ function listen(): void {
         else if ((format === 'svg' || format === 'png') && view) void save(get('plot'), format, view.title);
     });
     get('values-part').addEventListener('toggle', showValues);
+    get('sources-part').addEventListener('toggle', showSources);
     get('link').addEventListener('click', async () => {
         await navigator.clipboard?.writeText(location.href).catch(() => undefined);
         get('status').textContent = `The link is in the address line: ${location.href}`;
@@ -340,7 +365,7 @@ async function start(): Promise<void> {
     try {
         corvane = await Corvane.create(parts);
         substances = await corvane.substances();
-        for (const model of await corvane.models()) get('model').append(new Option(modelNames[model] ?? model, model));
+        for (const model of (await corvane.models()).filter((name) => !unlisted.includes(name))) get('model').append(new Option(modelNames[model] ?? model, model));
         syncFields();
         changed();
     } catch (error) {

@@ -36,6 +36,8 @@ export interface View {
     table: () => Table;
     certificate: string[];
     complete: boolean;
+    /** Highest y that is shown at first. */
+    top?: number;
     labelsAt?: 'top center';
     /** Nothing to draw. */
     tableOnly?: boolean;
@@ -49,15 +51,20 @@ export const ownColumns: Record<Tab, string> = {
     flash: 'nothing is drawn here',
 };
 
+/** The fields that a tab computes from. */
+export const fieldsOf: Record<Tab, string> = { pxy: 'T', Txy: 'p', projection: '', envelope: 'z', ph: 'z', Ts: 'z', flash: 'Tpz' };
+
 const pure = (state: State) => state.b.trim() === '';
 
 export const equationOf = (state: State) => state.model.split('+')[0]!;
 export function fluidOf(corvane: Corvane, state: State, substance = state.a) {
     return corvane.fluid(substance, equationOf(state));
 }
+/** Has the first number of a pair this meaning? */
+export const hasKij = (state: State) => !['MEOS+GERG', 'SRK+PSRK'].includes(state.model);
 export function mixtureOf(corvane: Corvane, state: State) {
     const mixture = corvane.mixture(state.model, [state.a, state.b]);
-    return state.kij === null ? mixture : mixture.withPair(0, 1, state.kij);
+    return state.kij === null || !hasKij(state) ? mixture : mixture.withPair(0, 1, state.kij);
 }
 const composition = (state: State) => {
     if (!(state.z >= 0 && state.z <= 1)) throw new CorvaneFailure('bad argument', 'A mole fraction is from 0 to 1.');
@@ -95,7 +102,7 @@ function evidenceOf(result: Result, all = 'every line is followed to an end that
         const flags = new Set([...line.flags].flatMap(flagsOf));
         flags.delete('bubble');
         if (flags.size) parts.push([...flags].join(', '));
-        told.push(`${parts.join('; ')}.`, ...new Set(line.certificates.filter(Boolean)));
+        told.push(`${parts.join('; ')}.`, ...(line.points === 1 ? line.certificates.filter(Boolean) : []));
     }
     const isolines = result.lines.filter(isoline);
     if (isolines.length) told.push(`Isolines: ${isolines.length}, ${isolines.reduce((sum, line) => sum + line.points, 0)} stable states.`);
@@ -127,6 +134,27 @@ function tableOf(result: Result, u: Units, M: number[], whole = NaN): Table {
 
 const phaseNames: Record<string, [string, string]> = {
     'vapour-liquid': ['liquid', 'vapour'], 'liquid-liquid': ['liquid 1', 'liquid 2'], 'fluid-fluid': ['fluid 1', 'fluid 2'],
+};
+
+const highest = 100; // MPa, of what is traced
+
+/**
+ * Where a diagram is cut off that some line leaves at the highest pressure: `room` times above all
+ * other lines and what such a line begins at, unless that is far away itself.
+ */
+function top(result: Result, room: number): number | undefined {
+    const leaves = (line: Line) => line.begin === 'the highest pressure' || line.end === 'the highest pressure';
+    if (!result.lines.some(leaves)) return undefined;
+    const most = (lines: Line[], of: (p: Float64Array) => number) => Math.max(0, ...lines.map((line) => of(values(line, 'p'))).filter(Number.isFinite));
+    const others = most(result.lines.filter((line) => !leaves(line)), (p) => Math.max(...p));
+    const begins = most(result.lines.filter(leaves), (p) => Math.min(...p));
+    const needed = others > 0 && begins > 10 * others ? others : Math.max(others, begins);
+    return needed > 0 ? Math.min(room * needed, highest) : undefined;
+}
+
+const cutAt = (result: Result, u: Units, room: number) => {
+    const p = top(result, room);
+    return p ? { top: u.showP(p) } : {};
 };
 
 /** A diagram of a binary at T or at p: what y is. */
@@ -229,7 +257,7 @@ async function property(corvane: Corvane, state: State, u: Units, info: ModelInf
         curves.push({ name: 'critical point', x: [x], y: [y], colour: colourOf('critical'), marks: true });
     }
     return {
-        title: `${ph ? 'Pressure and enthalpy' : 'Temperature and entropy'} of ${title(result.components, z)}`,
+        title: `${ph ? 'Pressure and enthalpy' : 'Temperature and entropy'} of ${title(info, z)}`,
         xTitle: ph ? `h [${u.h}]` : `s [${u.s}]`, yTitle: ph ? `p [${u.p}]` : `T [${u.T}]`, logY: ph,
         curves: [...curves, labels], labelsAt: 'top center', table: () => tableOf(result, u, masses, M),
         certificate: evidenceOf(result, 'no state of the isolines is missing'), complete: result.complete,
@@ -252,8 +280,8 @@ async function criticalState(model: Fluid | Mixture, z: number[], info: ModelInf
     }
 }
 
-function title(components: string[], z: number[]): string {
-    return components.length === 1 ? components[0]! : components.map((name, i) => `${name} (${Number(z[i]!.toPrecision(4))})`).join(' + ');
+function title({ components }: ModelInfo, z: number[]): string {
+    return components.length === 1 ? components[0]!.written : components.map(({ written }, i) => `${written} (${Number(z[i]!.toPrecision(4))})`).join(' + ');
 }
 
 /** As the command names them: by falling density, a single phase and a second dense one by the reduced density. */
@@ -276,7 +304,7 @@ async function flash(corvane: Corvane, state: State, u: Units, info: ModelInfo, 
     const shown = (name: string, key: 'rho' | 'h' | 's' | 'cp', show: Show, whole?: number) =>
         row(name, (phase) => (phase[key] === undefined ? undefined : show(phase[key], phase.M ?? NaN)), whole === undefined ? undefined : show(whole, M));
     return {
-        title: `Flash of ${title(names, z)} at ${Number(u.showT(state.T).toPrecision(6))} ${u.T} and ${Number(u.showP(state.p).toPrecision(6))} ${u.p}: ${point.phases.length} phase${point.phases.length === 1 ? '' : 's'}`,
+        title: `Flash of ${title(info, z)} at ${Number(u.showT(state.T).toPrecision(6))} ${u.T} and ${Number(u.showP(state.p).toPrecision(6))} ${u.p}: ${point.phases.length} phase${point.phases.length === 1 ? '' : 's'}`,
         xTitle: '', yTitle: '', curves: [], tableOnly: true, complete: true,
         table: () => ({
             header: ['', ...phases, 'whole'],
@@ -300,47 +328,50 @@ export async function compute(corvane: Corvane, state: State, u: Units, info: Mo
     if (state.tab === 'ph' || state.tab === 'Ts') return property(corvane, state, u, info, options);
     if (pure(state) && state.tab !== 'envelope')
         throw new CorvaneFailure('bad argument', 'This diagram is of two substances: name a second one.');
-    const masses = info.components.map((c) => c.M);
+    const masses = info.components.map((c) => c.M), written = info.components.map((c) => c.written);
     const pTtitles = { xTitle: `T [${u.T}]`, yTitle: `p [${u.p}]` };
     if (pure(state)) {
         const fluid = fluidOf(corvane, state);
         const result = await fluid.diagram([], 0, options);
         result.components = info.components.map((c) => c.name);
         const line = { ...result, lines: result.lines.filter((l) => l.kind === 'liquid') };
-        return { title: `Vapour pressure of ${result.components[0]}`, ...pTtitles, curves: pT(line, u, 'vapour pressure'), table: () => tableOf(result, u, masses), certificate: evidenceOf(result), complete: result.complete };
+        return { title: `Vapour pressure of ${written[0]}`, ...pTtitles, curves: pT(line, u, 'vapour pressure'), table: () => tableOf(result, u, masses), certificate: evidenceOf(result), complete: result.complete };
     }
     const mixture = mixtureOf(corvane, state);
-    if (state.tab === 'projection') return projection(corvane, state, u, masses, options);
+    if (state.tab === 'projection') return projection(corvane, state, u, masses, written, options);
     if (state.tab === 'envelope') {
         const result = await mixture.envelope(composition(state), { all: true }, options);
-        return { title: `Phase envelope of ${title(result.components, composition(state))}`, ...pTtitles, curves: pT(result, u), table: () => tableOf(result, u, masses), certificate: evidenceOf(result), complete: result.complete };
+        return { title: `Phase envelope of ${title(info, composition(state))}`, ...pTtitles, curves: pT(result, u), table: () => tableOf(result, u, masses), certificate: evidenceOf(result), complete: result.complete };
     }
     const atT = state.tab === 'pxy';
-    const result = atT ? await mixture.pxy(state.T, {}, options) : await mixture.Txy(state.p, {}, options);
+    const upTo = `${Number(u.showP(highest).toPrecision(4))} ${u.p}`;
+    const result = atT ? await mixture.pxy(state.T, { p_max: highest }, options) : await mixture.Txy(state.p, {}, options);
     return {
-        title: `${result.components.join(' + ')} at ${atT ? `${Number(u.showT(state.T).toPrecision(6))} ${u.T}` : `${Number(u.showP(state.p).toPrecision(6))} ${u.p}`}`,
-        xTitle: `x, y (${result.components[0]})`, fractions: true, yTitle: atT ? `p [${u.p}]` : `T [${u.T}]`,
-        curves: isopleth(result, u, atT ? 'p' : 'T'), table: () => tableOf(result, u, masses), certificate: evidenceOf(result), complete: result.complete,
+        title: `${written.join(' + ')} at ${atT ? `${Number(u.showT(state.T).toPrecision(6))} ${u.T}` : `${Number(u.showP(state.p).toPrecision(6))} ${u.p}`}`,
+        xTitle: `x, y (${written[0]})`, fractions: true, yTitle: atT ? `p [${u.p}]` : `T [${u.T}]`,
+        curves: isopleth(result, u, atT ? 'p' : 'T'), labelsAt: 'top center', ...(atT && cutAt(result, u, 1.5)),
+        table: () => tableOf(result, u, masses), complete: result.complete,
+        certificate: evidenceOf(result, `every line is followed to an end that is explained${atT ? `, up to ${upTo}` : ''}`),
     };
 }
 
-async function projection(corvane: Corvane, state: State, u: Units, masses: number[], options: CallOptions): Promise<View> {
+async function projection(corvane: Corvane, state: State, u: Units, masses: number[], written: string[], options: CallOptions): Promise<View> {
     const mixture = mixtureOf(corvane, state);
     const curves: Curve[] = [], all: Result = { components: [], lines: [], complete: true };
     for (const [k, substance] of [state.a, state.b].entries()) {
         const result = await fluidOf(corvane, state, substance).diagram([], 0, options);
         const lines = result.lines.filter((line) => line.kind === 'liquid');
-        curves.push(...pT({ ...result, lines }, u, `vapour pressure of ${substance}`, k).map((curve) => ({ ...curve, dashed: true })));
+        curves.push(...pT({ ...result, lines }, u, `vapour pressure of ${written[k]}`, k).map((curve) => ({ ...curve, dashed: true })));
     }
     for (const lines of ['criticalLines', 'threePhaseLines', 'azeotropicLines'] as const) {
-        const result = await mixture[lines]({ p_max: 100 }, options);
+        const result = await mixture[lines]({ p_max: highest }, options);
         all.components = result.components;
         all.lines.push(...result.lines);
         all.complete &&= result.complete;
     }
     curves.push(...pT(all, u));
     return {
-        title: `p-T projection of ${all.components.join(' + ')}`, xTitle: `T [${u.T}]`, yTitle: `p [${u.p}]`,
+        title: `p-T projection of ${written.join(' + ')}`, ...cutAt(all, u, 3), xTitle: `T [${u.T}]`, yTitle: `p [${u.p}]`,
         curves, table: () => tableOf(all, u, masses), certificate: evidenceOf(all), complete: all.complete,
     };
 }

@@ -3,24 +3,28 @@
 // usage: CORVANE_COMMAND=... node scripts/compare.mjs      after scripts/page
 import { execFileSync } from 'node:child_process';
 import { load } from '../dist/index.js';
+import { apart, apartOnLine, columns } from './apart.mjs';
 
 const native = (words) =>
     JSON.parse(execFileSync(process.env.CORVANE_COMMAND, [...words.split(' '), '--json'], { encoding: 'utf8', maxBuffer: 1 << 26 })).rows;
-const apart = (a, b) => {
-    if (a.length !== b.length || a.some((x) => typeof x !== 'number' || Number.isNaN(x))) return Infinity;
-    return Math.max(...a.map((x, k) => (x === b[k] ? 0 : Math.abs(x - b[k]) / Math.max(Math.abs(x), Math.abs(b[k])))));
-};
 const report = (what, numbers, expected) =>
     console.log(`| ${what} | ${numbers.length} | ${apart(numbers, expected).toExponential(0)} |`);
 const of = (row, names) => names.split(' ').map((name) => row[name]);
 
-/** T, p, rho, h, s, u of all points of the isolines of a property diagram. */
+/** T, p, rho, h, s, u of all points of the isolines of a property diagram, as apartOnLine and as they are. */
 const isolines = (what, words, result, symbol, given, Tmin) => {
     const rows = native(`property-diagram ${words} --kind ${symbol === 'T' ? 'ph --isotherms' : 'Ts --isobars'} ${given} --T-min ${Tmin}`);
     const lines = result.lines.filter((line) => line.kind === (symbol === 'T' ? 'isotherm' : 'isobar'));
-    const names = ['T', 'p', 'rho', 'h', 's', 'u'];
-    report(`${what}: ${names.join(', ')}`, lines.flatMap((line) => names.flatMap((name) => [...line.whole[name].slice(0, line.points)])),
-        given.flatMap((value) => names.flatMap((name) => rows.filter((row) => row.line === symbol && row.value === value).map((row) => row[name]))));
+    let numbers = 0, most = 0, plain = 0;
+    lines.forEach((line, k) => {
+        const there = rows.filter((row) => row.line === symbol && row.value === given[k]);
+        const of = (get) => Object.fromEntries([...columns, 'q'].map((name) => [name, get(name)]));
+        const a = of((name) => [...(line.whole[name] ?? [])].slice(0, line.points)), b = of((name) => there.map((row) => row[name] ?? NaN));
+        numbers += columns.length * line.points;
+        most = Math.max(most, apartOnLine(a, b, symbol === 'T' ? 'p' : 'T'));
+        plain = Math.max(plain, ...columns.map((name) => apart(a[name], b[name])));
+    });
+    console.log(`| ${what}: ${columns.join(', ')} | ${numbers} | ${most.toExponential(0)} (plain ${plain.toExponential(0)}) |`);
 };
 
 const corvane = await load();
@@ -41,7 +45,7 @@ for (const [equation, substance, T, p] of [['MEOS', 'carbon_dioxide', 320, 10], 
     const [row] = native(`state ${equation} ${substance} --T ${T} --p ${p}`);
     report(`state, ${equation} ${substance}, ${T} K, ${p} MPa: density, h, s, cp, w`, [q.rho, q.h, q.s, q.cp, q.w], of(row, 'rho h s cp w'));
 }
-for (const [model, a, b, T, p] of [['PR+vdW1', 'methane', 'propane', 250, 2], ['SRK+vdW1', 'carbon_dioxide', 'butane', 300, 3], ['PCSAFT+LB', 'ethanol', 'heptane', 360, 0.15], ['MEOS+GERG', 'methane', 'ethane', 220, 2]]) {
+for (const [model, a, b, T, p] of [['PR+vdW1', 'methane', 'propane', 250, 2], ['SRK+vdW1', 'carbon_dioxide', 'butane', 300, 3], ['PCSAFT+LB', 'ethanol', 'heptane', 360, 0.15], ['MEOS+GERG', 'methane', 'ethane', 220, 2], ['CPA+vdW1', 'methanol', 'propane', 300, 1], ['SAFTVRMIE+LB', 'methane', 'propane', 250, 2], ['SRK+PSRK', 'ethanol', 'hexane', 340, 0.1]]) {
     const mixture = corvane.mixture(model, [a, b]), z = [0.4, 0.6], words = `${model} ${a}=0.4 ${b}=0.6`;
     const flash = await mixture.flash(z, { p, T });
     const names = `rho x_${a} x_${b} h s`;

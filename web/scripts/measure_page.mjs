@@ -1,11 +1,11 @@
 // Times of the built page in Chromium, from its folder: the first p-x-y diagram, and one step of the
 // slider to the picture, on the clock (medians) and in processor time of the page's own thread, which
 // another load of the machine does not change.
-// usage: node scripts/measure_page.mjs      after scripts/page
+// usage: node scripts/measure_page.mjs [INDEX.HTML]      after scripts/page
 import { fileURLToPath, pathToFileURL } from 'node:url';
 import { chromium } from 'playwright-core';
 
-const built = pathToFileURL(fileURLToPath(new URL('../../build/page/index.html', import.meta.url))).href;
+const built = pathToFileURL(process.argv[2] ?? fileURLToPath(new URL('../../build/page/index.html', import.meta.url))).href;
 const browser = await chromium.launch({ executablePath: '/usr/bin/chromium', args: ['--no-sandbox'] });
 const page = await browser.newPage({ viewport: { width: 1280, height: 1000 } });
 const median = (list) => list.sort((x, y) => x - y)[Math.floor(list.length / 2)].toFixed(0);

@@ -8,8 +8,6 @@ import { fileURLToPath } from 'node:url';
 const root = fileURLToPath(new URL('..', import.meta.url));
 const tree = process.argv[2] ?? join(root, '../CorvaneS');
 const out = process.argv[3] ?? join(root, 'data');
-// Not linked in: one library for an equation and its mixtures cannot be; of the theories the files of components are not packed.
-const absent = ['CPA', 'SAFTVRMIE', 'SRK+PSRK', 'PR+HV'];
 const table = 'collected.tsv'; // its rows stand for further files of the folder
 
 const packs = {}; // substance → path → text
@@ -43,7 +41,7 @@ function take(path, ownerOf) {
 }
 
 const name = (entry) => entry.replace(/;\d+$/, '');
-for (const equation of folder('parameters').filter((name) => !absent.includes(name))) {
+for (const equation of folder('parameters')) {
     take(`parameters/${equation}`, (entry) => {
         const owner = name(entry), of = (equations[owner] ??= []);
         if (!of.includes(equation)) of.push(equation);
@@ -51,11 +49,12 @@ for (const equation of folder('parameters').filter((name) => !absent.includes(na
     });
     for (const theory of folder(`parameters/${equation}`)) {
         if (!isFolder(`parameters/${equation}/${theory}`)) continue;
-        if (absent.includes(`${equation}+${theory}`)) continue;
         models.push(`${equation}+${theory}`);
-        take(`parameters/${equation}/${theory}`, (entry) => entry.slice(0, entry.indexOf('+')));
+        // Of a pair its first substance; some theories have files of single ones.
+        take(`parameters/${equation}/${theory}`, (entry) => (entry.includes('+') ? entry.slice(0, entry.indexOf('+')) : name(entry)));
     }
 }
+models.push('PR+HV'); // no pairs of it are published here
 // What is of a substance without parameters is of no use. Tables of a further set are called <name>;<set>.
 const known = (entry) => (equations[name(entry)] ? name(entry) : '');
 for (const kind of ['ideal', 'solid']) {

@@ -69,8 +69,9 @@ export class Engine {
                 name: told(text.substance), M: value(number.M), T_critical: value(number.T_critical),
                 p_critical: value(number.p_critical), rho_critical: value(number.rho_critical),
                 set: value(number.set), source: told(text.source), idealSource: f.textOf('corvane_web_ideal_source', handle),
-                file: '',
+                written: '', file: '', mixingFile: '', mixingSource: '',
             };
+            component.written = f.textOf('corvane_web_written', f.text(component.name));
             component.file = this.file(f, told(text.model), component);
             return {
                 model: told(text.model), components: [component], pairs: [], T_min: value(number.T_min),
@@ -106,9 +107,12 @@ export class Engine {
                 name: told(text.substance, i), M: value(number.M, i), T_critical: value(number.T_critical, i),
                 p_critical: value(number.p_critical, i), rho_critical: value(number.rho_critical, i),
                 set: value(number.set, i), source: told(text.source, i), idealSource: f.textOf('corvane_web_gas_source', handle, i),
-                file: '',
+                written: '', file: '', mixingFile: f.textOf('corvane_web_mixing_file', handle, i), mixingSource: f.textOf('corvane_web_mixing_source', handle, i),
             }));
-            for (const component of components) component.file = this.file(f, request.model.split('+')[0]!, component);
+            for (const component of components) {
+                component.written = f.textOf('corvane_web_written', f.text(component.name));
+                component.file = this.file(f, request.model.split('+')[0]!, component);
+            }
             const pairs: ModelInfo['pairs'] = [];
             const count = f.call('corvane_web_pair_count', handle);
             for (let j = 1; j < components.length; ++j)

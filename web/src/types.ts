@@ -122,6 +122,8 @@ export function pointOf(line: Line, k: number): Point {
 /** What is known of an open model. */
 export interface ComponentInfo {
     name: string;
+    /** As chemists write it. */
+    written: string;
     M: number;
     T_critical: number;
     p_critical: number;
@@ -133,6 +135,9 @@ export interface ComponentInfo {
     idealSource: string;
     /** The parameters with their names, as the data tree has them. */
     file: string;
+    /** What the mixing theory knows of the component by itself (groups, for example), and its source; "" if nothing. */
+    mixingFile: string;
+    mixingSource: string;
 }
 export interface ModelInfo {
     model: string;

@@ -72,6 +72,17 @@ it('shows the numbers of the native command', async () => {
     expect(Number(shown)).toBe(Number(Number(row.rho).toPrecision(8)));
 });
 
+it('shows the splits with a vapour where liquids go on to high pressures', async () => {
+    // Saturation of carbon dioxide at 290 K is 5.3 MPa; two liquids go on to 100 MPa, in the table.
+    await open('tab=pxy&a=carbon_dioxide&b=water&T=290');
+    const shown = await page.evaluate(() => (document.getElementById('plot') as unknown as { _fullLayout: { yaxis: { range: number[] } } })._fullLayout.yaxis.range);
+    expect(shown[0]).toBe(0);
+    expect(shown[1]).toBeGreaterThan(5.3);
+    expect(shown[1]).toBeLessThan(2 * 5.3);
+    expect(await page.locator('#certificate').innerText()).toContain('up to 100 MPa');
+    expect(await page.locator('#p').isVisible()).toBe(false); // not of this diagram
+});
+
 it('follows the slider, and the link brings the view back', async () => {
     await page.setViewportSize({ width: 1280, height: 1000 });
     await open('tab=pxy');
@@ -84,7 +95,9 @@ it('follows the slider, and the link brings the view back', async () => {
     await open(new URL(page.url()).hash.slice(1));
     expect(Number(await page.locator('#kij').inputValue())).toBe(kij);
     await openPart('Sources');
-    expect(await page.locator('#sources').innerText()).toContain('changed here (stored: 0.0119');
+    await expect.poll(() => page.locator('#sources').innerText()).toContain('changed here (stored: 0.0119');
+    await page.locator('#kij-stored').click(); // while they are open
+    await expect.poll(() => page.locator('#sources').innerText()).not.toContain('changed here');
 });
 
 it('is used by keyboard and finds a substance by its number', async () => {
@@ -124,9 +137,15 @@ it('tells values under the pointer and the source of every parameter', async () 
     await expect.poll(() => hover.textContent()).toMatch(/liquid.*p [\d.]+ MPa.*beside it vapour [\d.]+/);
     expect(await hover.textContent()).toContain(`x ${Number(at.value.toPrecision(6))}`);
     await openPart('Sources');
-    expect(await page.locator('#sources').innerText()).toMatch(/methane, set 1: .*Setzmann.*Ideal gas: .+[\s\S]*propane[\s\S]*Pair methane \+ propane, 0.0119.*DECHEMA/);
+    await expect.poll(() => page.locator('#sources').innerText()).toMatch(/methane, set 1: .*Setzmann.*Ideal gas: .+[\s\S]*propane[\s\S]*Pair methane \+ propane, 0.0119.*DECHEMA/);
     await page.locator('#sources summary').first().click();
     expect(await page.locator('#sources pre').first().innerText()).toMatch(/Tc:\s+190\.5/);
+    // A theory of groups: no k_ij, but each component's groups.
+    await open('tab=pxy&model=SRK%2BPSRK&a=ethanol&b=hexane&T=340&kij=0.1');
+    expect(await status()).toContain('certified');
+    expect(await page.locator('#kij-field').isVisible()).toBe(false);
+    await openPart('Sources');
+    await expect.poll(() => page.locator('#sources').innerText()).toMatch(/hexane in mixtures: groups: Horstmann/);
 });
 
 it('saves pictures and values', async () => {

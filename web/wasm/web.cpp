@@ -1,6 +1,7 @@
 // What JavaScript needs beside the certified interface: names of substances, binary parameters, and
 // a progress function that reaches the page.
 #include <corvane/binding/certified.h>
+#include <corvane/catalogue/names.h>
 #include <corvane/catalogue/parameter_sets.h>
 #include <corvane/catalogue/substances.h>
 #include <corvane/core/collected.h>
@@ -37,17 +38,28 @@ double* pair_parameter(CorvaneMixture const* m, int i, int j, int k) {
     if (!pairs || k < 0 || k >= pairs->pair_parameters()) throw BadArgument("no such parameter");
     return model.ppar(k, i, j);
 }
-/// Path of the file that the parameters of a pair were read from; "" if there is none.
+/// Path of a file of the mixing theory; "" if there is none.
+std::string theory_file(corvane::Mixture const& m, std::string const& of, int set) {
+    const std::string file = "/CorvaneS/parameters/" + *m.equation + "/" + *m.theory + "/" + of +
+                             ";" + std::to_string(set);
+    return corvane::has_data_file(file) ? file : "";
+}
+/// Of the parameters of a pair.
 std::string pair_file(CorvaneMixture const* mixture, int i, int j) {
     pair_parameter(mixture, i, j, 0);
     auto const& m = mixture->mixture;
     const auto name = [&](int k) { return m.components[static_cast<unsigned>(k)]; };
     for (auto const& [a, b] : {std::pair(i, j), std::pair(j, i)}) {
-        const std::string file = "/CorvaneS/parameters/" + *m.equation + "/" + *m.theory + "/" +
-                                 name(a) + "+" + name(b) + ";" + std::to_string(m.model->id(i, j));
-        if (corvane::has_data_file(file)) return file;
+        const std::string file = theory_file(m, name(a) + "+" + name(b), m.model->id(i, j));
+        if (!file.empty()) return file;
     }
     return "";
+}
+/// Of what the theory knows of a component by itself, such as its groups; it has the pairs' number.
+std::string mixing_file(CorvaneMixture const* mixture, int i) {
+    auto const& m = mixture->mixture;
+    if (i < 0 || i >= m.size() || m.size() < 2) throw BadArgument("no such component");
+    return theory_file(m, m.components[static_cast<unsigned>(i)], m.model->id(i, i == 0 ? 1 : 0));
 }
 }  // namespace
 
@@ -57,6 +69,13 @@ extern "C" {
 int corvane_web_substance(char const* text, char* buffer, int size, CorvaneError* error) {
     return certified<CorvaneObject>(error, "substance", nullptr, [&] {
         return write(corvane::substance_name(home(), "", text), buffer, size);
+    });
+}
+
+/// A name of the data tree as chemists write it.
+int corvane_web_written(char const* name, char* buffer, int size, CorvaneError* error) {
+    return certified<CorvaneObject>(error, "substance", nullptr, [&] {
+        return write(corvane::written_name(name), buffer, size);
     });
 }
 
@@ -102,6 +121,22 @@ int corvane_web_pair_file(CorvaneMixture const* mixture, int i, int j, char* buf
                           CorvaneError* error) {
     return certified(error, "pair", mixture, [&] {
         const std::string file = pair_file(mixture, i, j);
+        return write(file.empty() ? "" : corvane::file_contents(file.c_str()), buffer, size);
+    });
+}
+
+/// The same of what the mixing theory knows of component i by itself; "" where there is no such file.
+int corvane_web_mixing_source(CorvaneMixture const* mixture, int i, char* buffer, int size,
+                              CorvaneError* error) {
+    return certified(error, "mixing", mixture, [&] {
+        const std::string file = mixing_file(mixture, i);
+        return write(file.empty() ? "" : corvane::parameter_notes(file).source, buffer, size);
+    });
+}
+int corvane_web_mixing_file(CorvaneMixture const* mixture, int i, char* buffer, int size,
+                            CorvaneError* error) {
+    return certified(error, "mixing", mixture, [&] {
+        const std::string file = mixing_file(mixture, i);
         return write(file.empty() ? "" : corvane::file_contents(file.c_str()), buffer, size);
     });
 }
