@@ -3,6 +3,7 @@
 #include <corvane/phases/numerics/newton.h>
 #include <corvane/phases/report/error_bound.h>
 #include <corvane/phases/report/least_fraction.h>
+#include <corvane/plugin/small_array.h>
 
 #include <algorithm>
 #include <cmath>
@@ -250,7 +251,8 @@ bool CoexistenceSolver::bound(Certificate& c) {
     constexpr double eps = std::numeric_limits<double>::epsilon();
     PhaseState const& light = phase[k_light];
     const double RT = R * light.T, p_rounding = rounding_of_P(fluid, light) * RT / light.p;
-    std::vector<double> e(static_cast<std::size_t>(m), 8 * eps);
+    std::vector<double>& e = equation_error_;
+    e.assign(static_cast<std::size_t>(m), 8 * eps);
     int at = 0;
     for (int k = 1; k < count_; ++k) {
         for (int i = 0; i < n; ++i)
@@ -262,28 +264,29 @@ bool CoexistenceSolver::bound(Certificate& c) {
         e[at++] = 4 * eps * (2.0 + std::fabs(u[i]) + std::fabs(u[0]));
     if (p) e[p_row_] = std::fabs(p_rounding);
     for (int k = 0; k < m; ++k) e[k] += std::fabs(r_[k]);
-    std::vector<double> inverse(static_cast<std::size_t>(m * m));
-    if (!invert(m, jacobian_.data(), inverse.data())) return false;
+    inverse_.resize(static_cast<std::size_t>(m * m));
+    if (!invert(m, jacobian_.data(), inverse_.data())) return false;
     const ErrorBound off(e);
-    const auto change = [&](int i) { return &inverse[static_cast<std::size_t>(i) * m]; };
+    const auto change = [&](int i) { return &inverse_[static_cast<std::size_t>(i) * m]; };
     c.x_error = c.rho_error = c.apart_error = 0.0;
-    std::vector<double> sum(static_cast<std::size_t>(m)), ln(static_cast<std::size_t>(n)),
-        rows(static_cast<std::size_t>(n * m));
+    SmallArray<double> sum(m);
+    ln_.resize(static_cast<std::size_t>(n));
+    rows_.resize(static_cast<std::size_t>(n * m));
     for (int k = 0; k < count_; ++k) {
         off.phase(phase[k], change(k * n), c.x_error, c.rho_error);
         if (k == 0) continue;
         for (int i = 0; i < n; ++i) {
-            ln[i] = u[i] - u[k * n + i];
-            for (int j = 0; j < m; ++j) rows[i * m + j] = change(i)[j] - change(k * n + i)[j];
+            ln_[i] = u[i] - u[k * n + i];
+            for (int j = 0; j < m; ++j) rows_[i * m + j] = change(i)[j] - change(k * n + i)[j];
         }
-        c.apart_error = std::max(c.apart_error, off.apart(ln, rows.data()));
+        c.apart_error = std::max(c.apart_error, off.apart(ln_, rows_.data()));
     }
     for (int j = 0; j < m; ++j) {
         sum[j] = (light.p_T + light.p / RT) * change(last)[j];
         for (int i = 0; i < n; ++i) sum[j] += light.rho_i[i] * light.P[i] * change(k_light * n + i)[j];
         sum[j] *= RT / light.p;
     }
-    const double of_p = off(sum.data()) + std::fabs(p_rounding), of_T = off(change(last));
+    const double of_p = off(&sum[0]) + std::fabs(p_rounding), of_T = off(change(last));
     c.value_error = T && p ? 0.0 : T ? of_p : p ? of_T : std::max(of_p, of_T);
     return c.bounded();
 }

@@ -77,6 +77,7 @@ class CoexistenceSolver {
 
     int n_, count_, p_row_ = 0;
     std::vector<double> jacobian_, r_;
+    std::vector<double> equation_error_, inverse_, ln_, rows_;  // of bound()
 };
 
 }  // namespace corvane::inline detail

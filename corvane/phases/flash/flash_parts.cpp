@@ -1,5 +1,4 @@
 #include <corvane/core/constants.h>
-#include <corvane/phases/coexistence/coexistence.h>
 #include <corvane/phases/coexistence/regular_pair.h>
 #include <corvane/phases/coexistence/split.h>
 #include <corvane/phases/flash/flash_parts.h>
@@ -49,6 +48,7 @@ bool is_root(FluidModel const& fluid, PhaseState const& s, double p) {
 void detail::flash_record(FluidModel const& fluid, std::vector<PhaseState const*> phases,
                   std::vector<double> const& amounts, FlashResult& q) {
     std::vector<std::pair<double, std::size_t>> order;
+    order.reserve(phases.size());
     for (std::size_t k = 0; k < phases.size(); ++k) {
         double mass = 0.0;
         for (int i = 0; i < fluid.size(); ++i) mass -= phases[k]->rho_i[i] * fluid.molar_mass(i);
@@ -58,6 +58,7 @@ void detail::flash_record(FluidModel const& fluid, std::vector<PhaseState const*
     const std::vector<PhaseState const*> given = phases;
     double volume = 0.0;
     q.fraction.clear();
+    q.fraction.reserve(phases.size());
     for (std::size_t k = 0; k < order.size(); ++k) {
         const std::size_t from = order[k].second;
         phases[k] = given[from];
@@ -92,11 +93,10 @@ double residual(double p, PhaseState const& a, PhaseState const& b) {
     return off;
 }
 
-bool bound_apart(FluidModel const& fluid, double T, double p, PhaseState& a, PhaseState& b,
+bool bound_apart(CoexistenceSolver& two, double T, double p, PhaseState& a, PhaseState& b,
                  double& beta, bool exact, Certificate& c) {
     const double volume_a = (1.0 - beta) / a.rho, volume_b = beta / b.rho;
-    CoexistenceSolver two(fluid, 2);
-    two.z = &fluid.z();
+    two.z = &two.fluid.z();
     two.T = T;
     two.p = p;
     two.fraction = {volume_b / (volume_a + volume_b)};
@@ -115,14 +115,15 @@ bool bound_apart(FluidModel const& fluid, double T, double p, PhaseState& a, Pha
             std::fill(s.m_T.begin(), s.m_T.end(), s.p_T = 0.0);
         }
     }
-    if (!(std::min(beta, 1.0 - beta) > kScarce) && !lowers(fluid, T, p, beta < 0.5 ? b : a))
+    if (!(std::min(beta, 1.0 - beta) > kScarce) && !lowers(two.fluid, T, p, beta < 0.5 ? b : a))
         return false;
     return two.bound(c) && c.apart_error < Certificate::apart_limit;
 }
 }  // namespace
 
-bool detail::flash_bound(FluidModel const& fluid, double T, double p, PhaseState& a, PhaseState& b,
+bool detail::flash_bound(CoexistenceSolver& two, double T, double p, PhaseState& a, PhaseState& b,
                  double& beta, Certificate& c) {
+    FluidModel const& fluid = two.fluid;
     double d = 0.0, most = 0.0;
     for (int i = 0; i < fluid.size(); ++i) {
         const double half = 0.5 * std::log(a.rho_i[i] / b.rho_i[i]);
@@ -132,7 +133,7 @@ bool detail::flash_bound(FluidModel const& fluid, double T, double p, PhaseState
     d = std::sqrt(d);
     if (!(d > 1e-9)) return false;
     if (d > RegularPair::kNear || most > RegularPair::kNearEach) {
-        return bound_apart(fluid, T, p, a, b, beta, !(residual(p, a, b) > kPolish), c);
+        return bound_apart(two, T, p, a, b, beta, !(residual(p, a, b) > kPolish), c);
     }
     const double volume_a = (1.0 - beta) / a.rho, volume_b = beta / b.rho;
     RegularPair pair(fluid);
@@ -149,7 +150,7 @@ bool detail::flash_bound(FluidModel const& fluid, double T, double p, PhaseState
     b = pair.b;
     beta = found * b.rho / ((1.0 - found) * a.rho + found * b.rho);
     // Its last steps may be slow where the phases are not that near.
-    return !(residual(p, a, b) > kPolish) || bound_apart(fluid, T, p, a, b, beta, false, c);
+    return !(residual(p, a, b) > kPolish) || bound_apart(two, T, p, a, b, beta, false, c);
 }
 
 bool detail::flash_certified(FluidModel const& fluid, Stability& stability,

@@ -2,6 +2,7 @@
 // and more phases. Internal to the library.
 #pragma once
 
+#include <corvane/phases/coexistence/coexistence.h>
 #include <corvane/phases/flash/flash.h>
 #include <corvane/phases/phase/phase.h>
 #include <corvane/phases/stability/stability.h>
@@ -22,8 +23,9 @@ void flash_record(FluidModel const& fluid, std::vector<PhaseState const*> phases
 
 /// Bounds of the errors of two phases at (p, T) into the certificate. Phases nearer than
 /// RegularPair::kNear are solved again by that class, with the amount beta of b. False where they
-/// cannot be told apart, or are locally unstable. The states keep phase_H and phase_p.
-bool flash_bound(FluidModel const& fluid, double T, double p, PhaseState& a, PhaseState& b,
+/// cannot be told apart, or are locally unstable. The states keep phase_H and phase_p. `two`: work
+/// space for two phases of the fluid.
+bool flash_bound(CoexistenceSolver& two, double T, double p, PhaseState& a, PhaseState& b,
                  double& beta, Certificate& c);
 
 /// As flash_record, and tpd. False if the certificate does not hold, target included, if two phases

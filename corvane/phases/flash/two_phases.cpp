@@ -13,12 +13,18 @@ constexpr double kNothing = 1e-14;    // amount of a phase that is no start
 constexpr double kRounding = 1e-9;    // what rounding may leave of the potentials, see Certificate
 }  // namespace
 
-TwoPhases::TwoPhases(FluidModel const& fluid, double p, double T)
-    : fluid_(fluid), p_(p), T_(T), n_(fluid.size()) {
+TwoPhases::TwoPhases(FluidModel const& fluid) : fluid_(fluid), n_(fluid.size()) {
     for (PhaseState* s : {&a, &b}) s->resize(n_);
     const auto n = static_cast<std::size_t>(n_);
     for (auto* v : {&l_, &v_, &lnK, &K_, &x_, &y_, &step_, &down_}) v->resize(n);
     hess_.resize(n * n);
+}
+void TwoPhases::begin(double p, double T) {
+    p_ = p;
+    T_ = T;
+    beta = 0.5;
+    residual = 0.0;
+    iterations = 0;
 }
 
 bool TwoPhases::wilson() {

@@ -14,7 +14,9 @@ namespace corvane::inline detail {
 /// shifted where the energy is not convex. What it finds is tested for nothing.
 class TwoPhases {
   public:
-    TwoPhases(FluidModel const& fluid, double p, double T);
+    explicit TwoPhases(FluidModel const& fluid);
+    /// Before all else, and for every further state.
+    void begin(double p, double T);
 
     PhaseState a, b;          ///< after solve(), with phase_H and phase_p
     std::vector<double> lnK;  ///< ln of the mole fractions in b over those in a: the start
@@ -45,8 +47,8 @@ class TwoPhases {
     void restore();
 
     FluidModel const& fluid_;
-    const double p_, T_;
     const int n_;
+    double p_ = 0.0, T_ = 0.0;
     std::vector<double> l_, v_, K_, x_, y_, step_, hess_;  ///< amounts in a and b; mole fractions
     std::vector<double> from_l_, from_v_, second_, down_;  ///< of newton and line_search
     double gibbs_ = 0.0;

@@ -29,10 +29,19 @@ double PhaseState::m_T_at_p(int i) const {
     return (m_T[i] - v(i) * slope) / T;
 }
 
-FluidModel::FluidModel(ModelN const& model, Vector<double> const& z)
-    : model_(model), isotherm_(dynamic_cast<IsothermN const*>(&model)), full_(z.size()) {
+FluidModel::FluidModel(ModelN const& model, Vector<double> const& z) {
+    assign(model, z);
+}
+void FluidModel::assign(ModelN const& model, Vector<double> const& z) {
     if (z.size() != model.mdl1.size() || z.size() < 1) throw MthException(mth_dimensions);
+    model_ = &model;
+    isotherm_ = dynamic_cast<IsothermN const*>(&model);
+    work_T_ = 0.0;
+    evaluations = 0;
+    if (full_.size() != z.size()) full_ = Vector<double>(z.size());
     double sum = 0.0;
+    present_.clear();
+    z_.clear();
     present_.reserve(static_cast<std::size_t>(z.size()));
     z_.reserve(static_cast<std::size_t>(z.size()));
     for (int i = 0; i < z.size(); ++i) {
@@ -63,10 +72,10 @@ double const* FluidModel::isotherm(double T, bool slopes) const {
     return work_.data();
 }
 bool FluidModel::exact() const {
-    return isotherm_ || model_.derivatives();
+    return isotherm_ || model_->derivatives();
 }
 Model1 const& FluidModel::pure(int k) const {
-    return *model_.mdl1[present_[k]];
+    return *model_->mdl1[present_[k]];
 }
 Vector<double> FluidModel::expand(std::vector<double> const& x) const {
     Vector<double> all(full_.size());
@@ -93,23 +102,23 @@ double FluidModel::wilson_slope(int k) const {
 // Without DerivN; for all components.
 void FluidModel::slots(PhaseState& s, double T, int order) const {
     const int all = full_.size();
-    for (int i = 0; i < all; ++i) mu_[i] = model_.myr(full_, T, i);
+    for (int i = 0; i < all; ++i) mu_[i] = model_->myr(full_, T, i);
     if (order & phase_T) {
         const double h = 1e-4;
         for (int i = 0; i < all; ++i)
             mu_T_[i] =
-                (model_.myr(full_, T * (1 + h), i) - model_.myr(full_, T * (1 - h), i)) / (2 * h);
+                (model_->myr(full_, T * (1 + h), i) - model_->myr(full_, T * (1 - h), i)) / (2 * h);
     }
     if (order & phase_H) {
-        const Matrix<double> H = model_.PsiH(full_, T);
+        const Matrix<double> H = model_->PsiH(full_, T);
         for (int i = 0; i < all; ++i)
             for (int j = 0; j < all; ++j)
                 mu_rho_[i * all + j] = H[i][j] - (i == j && full_[i] > 0 ? 1 / full_[i] : 0.0);
     }
     if (order & phase_p) {
-        const double Z = model_.Z(full_, T);
+        const double Z = model_->Z(full_, T);
         s.p = Z * R * T * s.rho;
-        if (order & phase_T) s.p_T = s.rho * (model_.betaV(full_, T) - Z);
+        if (order & phase_T) s.p_T = s.rho * (model_->betaV(full_, T) - Z);
     }
 }
 
@@ -128,7 +137,7 @@ void FluidModel::potentials(PhaseState& s, double T, int order) const {
     }
     full_.set(0.0);
     for (int k = 0; k < n; ++k) full_[present_[k]] = s.rho_i[k];
-    if (DerivN const* exact = model_.derivatives()) {
+    if (DerivN const* exact = model_->derivatives()) {
         exact->potentials(full_, T, mu_.data(), slopes ? mu_T_.data() : nullptr,
                           order & phase_H ? mu_rho_.data() : nullptr);
         if (order & phase_p) {
@@ -185,7 +194,7 @@ void FluidModel::fill(std::vector<double> const& x) const {
 // At a density root; work_ or full_ belong to T and x.
 double FluidModel::gibbs(double p, double T, std::vector<double> const& x, double rho) const {
     if (isotherm_) return isotherm_->gibbs(work_.data(), size(), x.data(), p, rho);
-    return model_.Ar(rho, T, full_) + p / (R * T * rho) - 1.0 + std::log(rho);
+    return model_->Ar(rho, T, full_) + p / (R * T * rho) - 1.0 + std::log(rho);
 }
 
 int FluidModel::densities(double p, double T, std::vector<double> const& x, double* rho,
@@ -197,7 +206,7 @@ int FluidModel::densities(double p, double T, std::vector<double> const& x, doub
     } else {
         fill(x);
         double a = 0.0, b = 0.0;
-        const int n = model_.vcalc(p, T, full_, 1, a, b);
+        const int n = model_->vcalc(p, T, full_, 1, a, b);
         if (n > 0 && a > 0.0) {
             rho[found++] = a;
             if (n > 1 && b > 0.0 && b != a) rho[found++] = b;
@@ -223,7 +232,7 @@ bool FluidModel::evaluate_at(PhaseState& s, double p, double T, std::vector<doub
         fill(x);
         double b = 0.0;
         const int mode = root == Root::stable ? -1 : root == Root::dense ? 1 : 3;
-        if (model_.vcalc(p, T, full_, mode, a, b) < 1 || !(a > 0.0)) return false;
+        if (model_->vcalc(p, T, full_, mode, a, b) < 1 || !(a > 0.0)) return false;
     }
     for (int k = 0; k < size(); ++k) s.rho_i[k] = x[k] * a;
     if (!evaluate(s, T, order)) return false;

@@ -65,8 +65,10 @@ class CORVANE_API FluidModel {
     /// @throws MthException 2 z of a wrong length; ThException 5 a mole fraction that is negative
     ///     or not finite, or a sum that differs from 1 by more than 1e-6. z is normalised.
     FluidModel(ModelN const& model, Vector<double> const& z);
+    /// As constructed anew, in the memory that it has. @throws as the constructor
+    void assign(ModelN const& model, Vector<double> const& z);
 
-    ModelN const& model() const { return model_; }
+    ModelN const& model() const { return *model_; }
     /// Derivatives to rounding; otherwise by differences.
     bool exact() const;
     int size() const { return static_cast<int>(present_.size()); }
@@ -103,8 +105,8 @@ class CORVANE_API FluidModel {
     double const* isotherm(double T, bool slopes) const;
     double gibbs(double p, double T, std::vector<double> const& x, double rho) const;
 
-    ModelN const& model_;
-    IsothermN const* isotherm_;  // null without the extension
+    ModelN const* model_ = nullptr;
+    IsothermN const* isotherm_ = nullptr;  // null without the extension
     std::vector<int> present_;
     std::vector<double> z_;
     mutable Vector<double> full_;  // partial densities or mole fractions of all components

@@ -1,5 +1,6 @@
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/report/error_bound.h>
+#include <corvane/plugin/small_array.h>
 
 #include <algorithm>
 #include <cmath>
@@ -32,14 +33,15 @@ double ErrorBound::operator()(double const* row) const {
 }
 
 void ErrorBound::phase(PhaseState const& s, double const* rows, double& x, double& rho) const {
-    const std::size_t m = e_.size();
-    std::vector<double> mean(m, 0.0), row(m);
+    const int m = static_cast<int>(e_.size());
+    SmallArray<double> mean(m), row(m);
+    std::fill_n(&mean[0], m, 0.0);
     for (int i = 0; i < s.size(); ++i)
-        for (std::size_t k = 0; k < m; ++k) mean[k] += s.x[i] * rows[i * m + k];
-    rho = std::max(rho, (*this)(mean.data()) + 2.0 * kEps);
+        for (int k = 0; k < m; ++k) mean[k] += s.x[i] * rows[i * m + k];
+    rho = std::max(rho, (*this)(&mean[0]) + 2.0 * kEps);
     for (int i = 0; i < s.size(); ++i) {
-        for (std::size_t k = 0; k < m; ++k) row[k] = s.x[i] * (rows[i * m + k] - mean[k]);
-        x = std::max(x, (*this)(row.data()) + 2.0 * kEps * s.x[i]);
+        for (int k = 0; k < m; ++k) row[k] = s.x[i] * (rows[i * m + k] - mean[k]);
+        x = std::max(x, (*this)(&row[0]) + 2.0 * kEps * s.x[i]);
     }
 }
 

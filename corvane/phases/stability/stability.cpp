@@ -55,6 +55,11 @@ Stability::Stability(FluidModel const& fluid, StabilityTest k) : kind(k), fluid_
     hess_.resize(n * n);
 }
 Stability::~Stability() = default;
+void Stability::forget() {
+    kind = StabilityTest::complete;
+    critical = false;
+    if (scan_) scan_->forget();
+}
 
 // Gradient √W_i·g_i and Hessian √(w_i·w_j)·(∂m_i/∂n_j + 1) in 2·√W, without the term in g. Where
 // that is not definite it is shifted, so that steps are long in the direction of least curvature.

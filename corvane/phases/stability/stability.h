@@ -60,6 +60,8 @@ class CORVANE_API Stability {
   public:
     explicit Stability(FluidModel const& fluid, StabilityTest kind = StabilityTest::complete);
     ~Stability();
+    /// For another fluid of as many components, by whose assignment this one went: as constructed.
+    void forget();
 
     /// The kind of the tests that follow.
     StabilityTest kind;

@@ -57,6 +57,8 @@ namespace corvane::inline detail {
 class BinaryScan {
   public:
     explicit BinaryScan(FluidModel const& fluid);
+    /// The nodes: the fluid is another one.
+    void forget() { nodes_.clear(); }
 
     /// What a test found: the lowest stationary point, or the first negative value.
     struct Result {

@@ -103,6 +103,7 @@ bool TieLineCurve::tangent(TieNode& node, std::vector<double> const* along) {
 TieLineCurve::Verdict TieLineCurve::certify(TieNode& node) {
     const std::vector<double> z = tie_middle(node.u);
     const FluidModel whole(model_, three_of(z.data()));
+    CoexistenceSolver two(whole, 2);
     Stability stability(whole);
     FlashResult q;
     q.T = T_;
@@ -112,7 +113,7 @@ TieLineCurve::Verdict TieLineCurve::certify(TieNode& node) {
     tolerated([&] {
         PhaseState a = pair_.a, b = pair_.b;
         double beta = 0.5;
-        if (!flash_bound(whole, T_, p_, a, b, beta, q.certificate)) return false;
+        if (!flash_bound(two, T_, p_, a, b, beta, q.certificate)) return false;
         if (flash_certified(whole, stability, {a, b}, {1.0 - beta, beta}, q)) {
             verdict = Verdict::certified;
             Certificate const& c = q.certificate;
