@@ -1,9 +1,6 @@
 """Fits from Python: what is recovered, written and refused. The method is tested in C++."""
 
-import os
 import pathlib
-import signal
-import threading
 
 import numpy as np
 import pytest
@@ -113,16 +110,10 @@ def test_published_pair_parameters_are_recovered_from_measured_points(model, pai
     assert r.converged and abs(r.parameters["kij"] - published) < 2.0 * r.correlated_errors["kij"] < 0.03
 
 
-def test_an_interrupted_fit_has_the_best_so_far_and_writes_nothing(tmp_path):
+def test_an_interrupted_fit_has_the_best_so_far_and_writes_nothing(tmp_path, interruption):
     T = np.linspace(180.0, 350.0, 20)
     q = cv.Fluid("propane", "PCSAFT").saturation(T=T)
-    before = signal.signal(signal.SIGINT, signal.default_int_handler)
-    timer = threading.Timer(1.0, os.kill, (os.getpid(), signal.SIGINT))
-    timer.start()
-    try:
-        with pytest.raises(cv.Interrupted) as caught:  # starts without end
-            cv.fit("PCSAFT", "propane", {"T/K": T, "p/Pa": q.p}, ["m", "Ts", "vs"], starts=10**6, out=tmp_path / "mine")
-    finally:
-        signal.signal(signal.SIGINT, before)
+    with interruption(1.0), pytest.raises(cv.Interrupted) as caught:  # starts without end
+        cv.fit("PCSAFT", "propane", {"T/K": T, "p/Pa": q.p}, ["m", "Ts", "vs"], starts=10**6, out=tmp_path / "mine")
     assert caught.value.partial.parameters["m"] == pytest.approx(2.002, rel=1e-3)  # of the first start
     assert not (tmp_path / "mine").exists()

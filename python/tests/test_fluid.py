@@ -2,7 +2,6 @@
 
 import copy
 import ctypes
-import os
 import pathlib
 import pickle
 import signal
@@ -173,7 +172,7 @@ def test_plot(water):
     assert list(ax.lines[0].get_xdata()) == [300, 400, 500]
 
 
-def test_interruption_keeps_what_is_done_and_progress_is_shown(monkeypatch):
+def test_interruption_keeps_what_is_done_and_progress_is_shown(monkeypatch, interruption):
     shown = []
 
     class Bar:
@@ -188,15 +187,8 @@ def test_interruption_keeps_what_is_done_and_progress_is_shown(monkeypatch):
 
     monkeypatch.setitem(sys.modules, "tqdm", types.SimpleNamespace(tqdm=Bar))
     gas, n = cv.Mixture("PR+vdW1", ["methane", "propane"]), 10**6
-    # A process that a shell started in the background ignores the signal.
-    before = signal.signal(signal.SIGINT, signal.default_int_handler)
-    timer = threading.Timer(1.5, os.kill, (os.getpid(), signal.SIGINT))
-    timer.start()
-    try:
-        with pytest.raises(cv.Interrupted) as caught:
-            gas.bubble([0.3, 0.7], T=np.linspace(200, 320, n), threads=2)
-    finally:
-        signal.signal(signal.SIGINT, before)
+    with interruption(1.5), pytest.raises(cv.Interrupted) as caught:
+        gas.bubble([0.3, 0.7], T=np.linspace(200, 320, n), threads=2)
     partial = caught.value.partial
     done = partial.status == cv.Status.OK
     assert partial.T.shape == (n,) and 0 < done.sum() < n

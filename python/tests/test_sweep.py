@@ -7,7 +7,6 @@ import itertools
 import json
 import os
 import pathlib
-import queue
 import shutil
 import signal
 import subprocess
@@ -26,7 +25,7 @@ import pyarrow.csv  # noqa: E402
 import pyarrow.parquet  # noqa: E402
 
 from corvane import sweep  # noqa: E402
-from corvane.sweep import command, coordinate, runners  # noqa: E402
+from corvane.sweep import command, coordinate, interrupts, runners  # noqa: E402
 
 T, P = np.linspace(180.0, 400.0, 30), np.array([1e5, 2e6, 5e6, np.nan])
 
@@ -149,13 +148,24 @@ def slow(i, folder, kill):
     if kill == "worker" and i == 5 and not marker.exists():
         marker.touch()
         os._exit(1)
-    time.sleep(0.05)
+    if kill == "held" and i == 6:  # until the test has seen it
+        pathlib.Path(folder, "begun").touch()
+        while not pathlib.Path(folder, "released").exists():
+            time.sleep(0.01)
     if i == 7:
         raise ValueError("seven")
     if kill == "always" and i == 9:
         return {"other": 1.0}
     return [{"y": i * k, "text": str(k)} for k in range(int(i) % 3)]
 """
+
+
+def until(true, process, seconds=300.0):
+    """Waits for it, however slow the machine, while the process lives."""
+    end = time.monotonic() + seconds
+    while not true():
+        assert process.poll() is None and time.monotonic() < end
+        time.sleep(0.01)
 
 
 def own(folder, kill=""):
@@ -191,24 +201,30 @@ def test_processes_of_dask_and_a_worker_that_dies(tmp_path, reference):
     assert contents(tmp_path / "own") == contents(tmp_path / "again")
 
 
-def test_an_answer_that_cannot_be_fetched_any_more():
-    """The scheduler dies after an answer came: the client need not know of it yet."""
-    def gone():
+def test_a_scheduler_that_died_unnoticed():
+    """The client need not know of it yet when an answer is fetched, workers are counted, or a partition is given away."""
+    def gone(*_, **__):
         raise ConnectionResetError
 
-    future = types.SimpleNamespace(status="finished", result=gone)
-    dask = object.__new__(runners._Dask)
-    dask._client, dask._futures, dask._lost, dask._done = types.SimpleNamespace(status="running"), {0: future}, None, queue.SimpleQueue()
+    future = types.SimpleNamespace(status="finished", result=gone, add_done_callback=lambda f: None)
+    client = types.SimpleNamespace(status="running", nthreads=lambda: {"a": 2, "b": 1}, submit=lambda *_, **__: future,
+                                   register_plugin=lambda plugin: None)  # fmt: skip
+    dask = runners._Dask(types.SimpleNamespace(identity="x", folder="x"), client)
+    assert dask.slots == 3
+    client.nthreads, dask._counted = gone, -1e9
+    assert dask.slots == 3
+    dask.submit(0, avoid="a")
     dask._done.put((0, future))
     assert dask.next(0.1) is None is dask.next(0.1)
-    dask._client.status = "closed"
+    client.status, client.submit = "closed", gone
     with pytest.raises(sweep.Lost):
         [dask.next(0.1) for _ in range(3)]
+    with pytest.raises(sweep.Lost):
+        dask.submit(1)
 
 
 def test_a_scheduler_that_dies(tmp_path, monkeypatch):
     pytest.importorskip("distributed")
-    monkeypatch.setattr(runners, "_PATIENCE", 2.0)
     scheduler_file = tmp_path / "scheduler.json"
     dask = [sys.executable, "-m", "distributed.cli.dask_"]
     start = lambda what, *more: subprocess.Popen(  # noqa: E731
@@ -217,14 +233,16 @@ def test_a_scheduler_that_dies(tmp_path, monkeypatch):
     scheduler = start("scheduler", "--port", "0", "--no-dashboard")
     worker = start("worker", "--nworkers", "1", "--nthreads", "1", "--no-dashboard")
     try:
-        for _ in range(100):
-            if scheduler_file.exists() and scheduler_file.read_text().endswith("}"):
-                break
-            time.sleep(0.1)
+        until(lambda: scheduler_file.exists() and scheduler_file.read_text().endswith("}"), scheduler)
         address = json.loads(scheduler_file.read_text())["address"]
-        data = tmp_path / "own" / "data"
-        monkeypatch.setattr(coordinate._Progress, "__call__",
-                            lambda self, rows: scheduler.kill() if len(list(data.iterdir())) >= 3 else None)  # fmt: skip
+        count = itertools.count(1)
+
+        def third(progress, rows):
+            if next(count) == 3:
+                scheduler.kill()
+                monkeypatch.setattr(runners, "_PATIENCE", 2.0)
+
+        monkeypatch.setattr(coordinate._Progress, "__call__", third)
         with pytest.raises(sweep.Lost):
             sweep.run(*own(tmp_path), tmp_path / "own", rows=2, scheduler=address, progress=False)
         monkeypatch.undo()
@@ -242,7 +260,7 @@ folder = "out"
 [function]
 name = "own.py:slow"
 folder = "{}"
-kill = ""
+kill = "{}"
 [grid]
 i = {{from = 0, to = 39, points = 40}}
 [partitions]
@@ -250,29 +268,92 @@ rows = 2
 """
 
 
+@contextlib.contextmanager
+def handling(handler):
+    before = signal.signal(signal.SIGINT, handler)
+    try:
+        yield
+    finally:
+        signal.signal(signal.SIGINT, before)
+
+
+def run_command(*arguments):
+    return subprocess.Popen([sys.executable, "-c", "import sys; from corvane.sweep.command import main; sys.exit(main())",
+                             *map(str, arguments)], stderr=subprocess.PIPE, text=True, start_new_session=True,
+                            # where the tests run in the background of a script it is ignored
+                            preexec_fn=lambda: signal.signal(signal.SIGINT, signal.SIG_DFL))  # fmt: skip
+
+
 @pytest.mark.parametrize("killed_by, code, scheduler", [
     (signal.SIGINT, 130, "threads:1"), (signal.SIGKILL, -9, "threads:1"), (signal.SIGINT, 130, "local:1")])  # fmt: skip
 def test_the_command_goes_on_where_it_was_killed(tmp_path, killed_by, code, scheduler, capsys):
     own(tmp_path)
     file = tmp_path / "s.toml"
-    file.write_text(TOML.format(tmp_path))
-    process = subprocess.Popen([sys.executable, "-c", "import sys; from corvane.sweep.command import main; sys.exit(main())",
-                                str(file), "--scheduler", scheduler], stderr=subprocess.PIPE, text=True,
-                               start_new_session=True,
-                               # where the tests run in the background of a script it is ignored
-                               preexec_fn=lambda: signal.signal(signal.SIGINT, signal.SIG_DFL))  # fmt: skip
-    data = tmp_path / "out" / "data"
-    while not data.exists() or len(list(data.iterdir())) < 3:
-        assert process.poll() is None
-        time.sleep(0.02)
+    file.write_text(TOML.format(tmp_path, "held"))
+    process = run_command(file, "--scheduler", scheduler)
+    until((tmp_path / "begun").exists, process)
     os.killpg(process.pid, killed_by)  # as a terminal does: to all its processes
+    (tmp_path / "released").touch()
     words = process.communicate()[1]
-    assert process.returncode == code and ("the same command goes on" in words) == (code == 130), words
-    assert "Traceback" not in words, words
-    assert command.main([str(file), "--status"]) == 0 and "of 20 partitions" in capsys.readouterr().out
-    assert command.main([str(file), "--quiet"]) == 0
-    sweep.run(*own(tmp_path), tmp_path / "again", rows=2)
+    assert process.returncode == code and words.count("\n") == (code == 130), words
+    assert "the same command goes on" in words or code != 130
+    assert command.main([str(file), "--status"]) == 0 and " of 20 partitions" in capsys.readouterr().out
+    assert 3 <= sweep.status(tmp_path / "out").done < 20
+    process = run_command(file, "--scheduler", scheduler.replace("1", "2"))
+    assert process.communicate()[1] == "" and process.returncode == 0  # an end of its own is as quiet
+    sweep.run(*own(tmp_path, "held"), tmp_path / "again", rows=2)
     assert contents(tmp_path / "again") == contents(tmp_path / "out")
+
+
+def test_processes_that_begin_do_not_hear_an_interruption():
+    masks = []
+    with handling(signal.default_int_handler), pytest.raises(KeyboardInterrupt), interrupts.deaf():
+        signal.raise_signal(signal.SIGINT)
+        masks.append(subprocess.check_output(["grep", "SigBlk", "/proc/self/status"], text=True).split()[1])
+    assert [int(mask, 16) >> (signal.SIGINT - 1) & 1 for mask in masks] == [1]
+    assert signal.SIGINT not in signal.pthread_sigmask(signal.SIG_BLOCK, [])
+
+
+LOUD = """
+import contextlib, logging, signal
+import distributed
+from corvane.sweep.interrupts import heard
+from corvane.sweep.local import processes
+
+def say(what):
+    for name in ("distributed.worker.state_machine", "distributed.scheduler", "asyncio"):
+        logging.getLogger(name).error(what)
+
+class Loud(distributed.WorkerPlugin):
+    def teardown(self, worker):
+        say("a worker ends")
+
+class LoudScheduler(distributed.SchedulerPlugin):
+    async def close(self):
+        say("the scheduler ends")
+
+if __name__ == "__main__":
+    signal.signal(signal.SIGINT, signal.default_int_handler)
+    for interrupted in (False, True):
+        with contextlib.suppress(KeyboardInterrupt), heard() as interruption, processes(1, interruption) as client:
+            client.register_plugin(Loud())
+            client.register_plugin(LoudScheduler())
+            client.run(say, "a worker warns")
+            say("the scheduler warns")
+            with contextlib.suppress(KeyboardInterrupt):
+                signal.raise_signal(signal.SIGINT) if interrupted else None
+            say("it is interrupted" if interrupted else "the scheduler lives")
+    say("all is over")
+"""
+
+
+def test_what_dask_logs_is_told_until_it_is_interrupted_or_closed(tmp_path):
+    pytest.importorskip("distributed")
+    (tmp_path / "loud.py").write_text(LOUD)
+    said = subprocess.run([sys.executable, tmp_path / "loud.py"], stderr=subprocess.PIPE, text=True).stderr
+    told = [line.rpartition(" - ")[2] for line in said.splitlines()]
+    warned = ["a worker warns"] * 3 + ["the scheduler warns"] * 3
+    assert told == [*warned, *["the scheduler lives"] * 3, *warned, *["all is over"] * 3], said
 
 
 class Dying:
@@ -303,15 +384,13 @@ def test_an_interruption_that_is_lost_on_its_way(tmp_path, happens, after, monke
         """Exit code, and whether the handler is there afterwards."""
         count = itertools.count(1)
         monkeypatch.setattr(coordinate._Progress, "__call__", lambda self, rows: happens() if next(count) == after else None)
-        before = signal.signal(signal.SIGINT, handler)
-        try:
-            return command.main([str(tmp_path / "s.toml"), "--quiet"]), signal.getsignal(signal.SIGINT) is handler
-        finally:
-            signal.signal(signal.SIGINT, before)
-            capsys.readouterr()
+        with handling(handler):
+            ended = command.main([str(tmp_path / "s.toml"), "--quiet"]), signal.getsignal(signal.SIGINT) is handler
+        capsys.readouterr()
+        return ended
 
     own(tmp_path)
-    (tmp_path / "s.toml").write_text(TOML.format(tmp_path).replace("39, points = 40", "7, points = 8"))
+    (tmp_path / "s.toml").write_text(TOML.format(tmp_path, "").replace("39, points = 40", "7, points = 8"))
     assert go(signal.default_int_handler) == (130, True)
     assert after <= sweep.status(tmp_path / "out").done <= 4
     for handler in (signal.SIG_IGN, lambda *_: None):  # who ignores it, or takes it himself, is not interrupted

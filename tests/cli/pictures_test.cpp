@@ -194,7 +194,6 @@ TEST(CliPictures, AnInterruptedDiagramIsAWholeFile) {
     if (no_gnuplot()) GTEST_SKIP() << "gnuplot is not installed";
     const Scratch scratch;
     const std::string to = " --csv --plot a.svg --home " + scratch.home().string();
-    const std::string slow = "env --default-signal=INT timeout --foreground --preserve-status -s INT 1";
     const auto whole = [] {
         const std::string svg = Scratch::read("a.svg");
         return svg.ends_with("</svg>\n") || svg.ends_with("</svg>\n\n");
@@ -209,17 +208,19 @@ TEST(CliPictures, AnInterruptedDiagramIsAWholeFile) {
     for (auto const& c : cases) {
         SCOPED_TRACE(c.arguments);
         std::filesystem::remove("a.svg");
-        const Outcome run = run_corvane(c.arguments + to, slow);
+        const Outcome run = interrupt_corvane(c.arguments + to);
         EXPECT_EQ(run.code, 130);
         EXPECT_GT(lines_of(run.out).size(), 5u) << run.err;
         EXPECT_NE(run.out.find(c.words), std::string::npos) << lines_of(run.out).back();
         EXPECT_TRUE(whole());
     }
-    // All is computed, and waits for its reader.
+    // All is computed, and waits for its reader, who has taken the first line.
     std::filesystem::remove("a.svg");
-    const Outcome run = run_corvane("pxy PR+vdW1 ethanol water --T 350 --step 0.001" + to +
-                                        " & pid=$!; sleep 1; kill -INT $pid; wait $pid; echo code $?; } | { sleep 1.5; cat; }",
-                                    "{ env --default-signal=INT");
+    const Outcome run = interrupt_corvane("pxy PR+vdW1 ethanol water --T 350 --step 0.001" + to,
+                                          "[ -e begun ]", "{",
+                                          "touch interrupted; wait $pid; echo code $?; } | { read "
+                                          "-r first; echo \"$first\"; touch begun; "
+                                          "until [ -e interrupted ]; do sleep 0.01; done; cat; }");
     EXPECT_EQ(lines_of(run.out).back(), "code 0");
     EXPECT_NE(run.out.find("# T = 350 K: complete"), std::string::npos);
     EXPECT_TRUE(whole());

@@ -345,8 +345,7 @@ TEST(Cli, AnInterruptedListKeepsItsPoints) {
     // A search of every branch takes so long per point that the list cannot end before.
     const std::string list =
         "bubble PR+vdW1 methane=0.3 propane=0.7 --T 200:300:0.002 --branch upper --csv";
-    const Outcome run = run_corvane(
-        list, "env --default-signal=INT timeout --foreground --preserve-status -s INT 1.5");
+    const Outcome run = interrupt_corvane(list);
     EXPECT_EQ(run.code, 130);
     const auto lines = lines_of(run.out);
     ASSERT_GT(lines.size(), 8u) << run.out;
@@ -357,11 +356,11 @@ TEST(Cli, AnInterruptedListKeepsItsPoints) {
 // timeout and some shells send it to the program and to its group: the second one once left nothing
 // at all.
 TEST(Cli, AnInterruptionThatComesTwiceKeepsWhatThereIs) {
-    const Outcome run = run_corvane(
-        "residue-curves PR+vdW1 ethanol water hexane --p 0.1 --mesh 20 --csv & pid=$!; sleep 1; "
-        "kill -INT $pid; "
-        "sleep 0.02; kill -INT $pid; wait $pid",
-        "env --default-signal=INT");
+    const Outcome run = interrupt_corvane(
+        "residue-curves PR+vdW1 ethanol water hexane --p 0.1 --mesh 20 --csv", kHasWorked, "",
+        // when the first one has been handled
+        "while read -r key mask; do [ $key = ShdPnd: ] && break; done </proc/$pid/status; kill "
+        "-INT $pid; wait $pid");
     EXPECT_EQ(run.code, 130);
     expect_parts(run.out, "curve,T/K,xi|# interrupted: curves are missing");
 }
@@ -370,13 +369,12 @@ TEST(Cli, AnInterruptionThatComesTwiceKeepsWhatThereIs) {
 // be interrupted.
 TEST(Cli, RowsOfAPipeAreAnsweredAsTheyCome) {
     const Scratch scratch;
-    const Outcome run =
-        run_corvane("state PR propane --input rows --home " + scratch.home().string(),
-                    "mkfifo rows; exec 3<>rows; printf 'T/K,p/MPa\\n300,0.5\\n' >&3; env "
-                    "--default-signal=INT timeout "
-                    "--foreground --preserve-status -s INT 1");
+    const Outcome run = interrupt_corvane(
+        "state PR propane --input rows --home " + scratch.home().string() + " >answers",
+        "grep -qs ^300,0.5, answers",
+        "mkfifo rows; exec 3<>rows; printf 'T/K,p/MPa\\n300,0.5\\n' >&3;");
     EXPECT_EQ(run.code, 130);
-    expect_parts(run.out, "T/K,p/MPa,|\n300,0.5,");
+    expect_parts(Scratch::read("answers"), "T/K,p/MPa,|\n300,0.5,");
     expect_parts(run.err, "interrupted after 1 rows");
 }
 

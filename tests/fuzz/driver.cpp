@@ -15,6 +15,7 @@
 #include <random>
 
 #include <fcntl.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 extern "C" [[gnu::weak]] void __sanitizer_set_death_callback(void (*)());
@@ -93,9 +94,11 @@ class Mutator {
 
 void run(std::string const& input) {
     running = &input;
-    alarm(10);
+    constexpr itimerval limit{{0, 0}, {10, 0}},
+        none{};  // seconds of the processor, beside whatever other work
+    setitimer(ITIMER_PROF, &limit, nullptr);
     LLVMFuzzerTestOneInput(reinterpret_cast<std::uint8_t const*>(input.data()), input.size());
-    alarm(0);
+    setitimer(ITIMER_PROF, &none, nullptr);
     running = nullptr;
 }
 
@@ -123,7 +126,7 @@ int main(int argc, char** argv) {
     }
     const std::string path = std::filesystem::absolute("fuzz-fault");
     path.copy(fault_path, sizeof fault_path - 1);
-    for (int signal : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGALRM})
+    for (int signal : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGPROF})
         std::signal(signal, on_signal);
     if (__sanitizer_set_death_callback) __sanitizer_set_death_callback(save);
 

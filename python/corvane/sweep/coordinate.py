@@ -6,10 +6,10 @@ import json
 import pathlib
 import time
 from collections import Counter
-from typing import Any, Callable
+from typing import Any
 
 from .designs import design_of
-from .interrupts import heard
+from .interrupts import Interruption, heard
 from .plan import MANIFEST, Damaged, Plan, PartInfo, locked, pyarrow, write_whole
 from .runners import Outcome, runner
 from .tasks import Call, Function
@@ -133,7 +133,7 @@ def run(task: Call | Function, design: Any, folder: str | pathlib.Path, *, sched
     folder.mkdir(parents=True, exist_ok=True)
     pyarrow()
     design = design_of(design)
-    with heard() as ask, locked(folder):
+    with heard() as interruption, locked(folder):
         if (folder / MANIFEST).exists():
             plan = Plan.read(folder)
             if not plan.is_of(task, design):
@@ -143,7 +143,7 @@ def run(task: Call | Function, design: Any, folder: str | pathlib.Path, *, sched
         else:
             plan = Plan.make(task, design, folder, rows, seconds)
             plan.write()
-        return _go_on(plan, scheduler, retries, progress, ask)
+        return _go_on(plan, scheduler, retries, progress, interruption)
 
 
 def status(folder: str | pathlib.Path) -> State:
@@ -161,13 +161,13 @@ def read(folder: str | pathlib.Path) -> Any:
     return dataset.dataset(files, format="parquet")
 
 
-def _go_on(plan: Plan, scheduler: Any, retries: int, progress: bool | None, ask: Callable[[], None]) -> Report:
+def _go_on(plan: Plan, scheduler: Any, retries: int, progress: bool | None, interruption: Interruption) -> Report:
     report, start = Report(plan.folder, plan), time.perf_counter()
     for torn in (plan.folder / "data").rglob(".*.part"):  # of runs that were killed
         torn.unlink(missing_ok=True)
     missing = []
     for k in range(len(plan)):
-        ask()
+        interruption.ask()
         try:
             info = plan.verify(k)
         except Damaged:
@@ -178,10 +178,10 @@ def _go_on(plan: Plan, scheduler: Any, retries: int, progress: bool | None, ask:
         else:
             report.add(info, new=False)
     if missing:
-        with runner(plan, scheduler) as workers, (plan.folder / "journal.jsonl").open("a") as journal:
+        with runner(plan, scheduler, interruption) as workers, (plan.folder / "journal.jsonl").open("a") as journal:
             _note(journal, begin=time.time(), missing=len(missing))
             with _Progress(plan, report, progress) as shown:
-                _work(workers, missing, retries, report, plan, journal, shown, ask)
+                _work(workers, missing, retries, report, plan, journal, shown, interruption)
     report.seconds = time.perf_counter() - start
     if report.complete:
         write_whole(plan.folder / "summary.json", json.dumps(report.summary(), indent=1, sort_keys=True).encode())
@@ -189,10 +189,10 @@ def _go_on(plan: Plan, scheduler: Any, retries: int, progress: bool | None, ask:
 
 
 def _work(workers: Any, missing: list[int], retries: int, report: Report, plan: Plan, journal: Any, shown: Any,
-          ask: Callable[[], None]) -> None:  # fmt: skip
+          interruption: Interruption) -> None:  # fmt: skip
     waiting, attempts, out = list(reversed(missing)), Counter(), 0
     while waiting or out:
-        ask()
+        interruption.ask()
         while waiting and out < _IN_LINE * workers.slots:
             workers.submit(waiting.pop())
             out += 1

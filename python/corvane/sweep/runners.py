@@ -12,7 +12,8 @@ import queue
 import time
 from typing import Any, Callable, Iterator, NamedTuple
 
-from .interrupts import deaf
+from .interrupts import Interruption
+from .local import processes
 from .plan import Plan
 from .tasks import Mismatch
 
@@ -20,6 +21,7 @@ __all__ = ["Lost", "Outcome", "runner"]
 
 _NO_ROOM = (errno.ENOSPC, errno.EDQUOT, errno.EROFS, errno.EACCES)
 _PATIENCE = 20.0  # seconds without the scheduler
+_GONE = "the scheduler does not answer"
 
 
 class Lost(RuntimeError):
@@ -116,16 +118,28 @@ class _Dask:
         """Workers come and go."""
         if time.monotonic() - self._counted > 5.0 and self._client.status == "running":
             self._counted = time.monotonic()
-            self._slots = max(1, sum(self._client.nthreads().values()))
+            self._slots = sum(self._threads().values()) or self._slots
         return self._slots
+
+    def _threads(self) -> dict[str, int]:
+        """Of each worker; none where the scheduler does not answer, which the client notices later."""
+        try:
+            return self._client.nthreads()
+        except OSError:
+            return {}
 
     def submit(self, k: int, avoid: str | None = None) -> None:
         self._attempt[k] = self._attempt.get(k, -1) + 1
-        elsewhere = [w for w in self._client.nthreads() if w != avoid] if avoid else None
-        future = self._client.submit(
-            _compute, str(self._plan.folder), self._plan.identity, k, pure=False, workers=elsewhere or None,
-            allow_other_workers=bool(elsewhere), key=f"sweep-{self._plan.identity}-{k}-{self._attempt[k]}",
-        )  # fmt: skip
+        elsewhere = [w for w in self._threads() if w != avoid] if avoid else None
+        try:
+            future = self._client.submit(
+                _compute, str(self._plan.folder), self._plan.identity, k, pure=False, workers=elsewhere or None,
+                allow_other_workers=bool(elsewhere), key=f"sweep-{self._plan.identity}-{k}-{self._attempt[k]}",
+            )  # fmt: skip
+        except Exception as e:
+            if self._client.status != "closed":
+                raise
+            raise Lost(_GONE) from e
         self._futures[k] = future
         future.add_done_callback(lambda f: self._done.put((k, f)))
 
@@ -139,7 +153,7 @@ class _Dask:
         elif self._lost is None:
             self._lost = time.monotonic()
         elif time.monotonic() - self._lost > _PATIENCE or self._client.status == "closed":
-            raise Lost("the scheduler does not answer")
+            raise Lost(_GONE)
         if k is None or self._futures.get(k) is not future:
             return None
         if future.status in ("cancelled", "lost") and self._client.status != "running":
@@ -166,7 +180,7 @@ class _Dask:
 
 
 @contextlib.contextmanager
-def runner(plan: Plan, scheduler: Any) -> Iterator[_Threads | _Dask]:
+def runner(plan: Plan, scheduler: Any, interruption: Interruption) -> Iterator[_Threads | _Dask]:
     """``"threads"``, ``"threads:N"``, ``"local:N"`` (N processes by Dask), the address of a Dask scheduler, or a
     ``distributed.Client``."""
     with contextlib.ExitStack() as stack:
@@ -175,15 +189,13 @@ def runner(plan: Plan, scheduler: Any) -> Iterator[_Threads | _Dask]:
             of: _Threads | _Dask = _Threads(plan, _count(count, scheduler) if count else os.cpu_count() or 1)
         else:
             try:
-                from distributed import Client, LocalCluster
+                from distributed import Client
             except ImportError as e:
                 raise ImportError(f"{scheduler}: that needs Dask (pip install 'corvane[dask]'); threads:N does without") from e
             client = scheduler
             if kind == "local":
                 n = _count(count, scheduler) if count else os.cpu_count() or 1
-                with deaf():
-                    cluster = stack.enter_context(LocalCluster(n_workers=n, threads_per_worker=1, dashboard_address=None))
-                client = stack.enter_context(Client(cluster))
+                client = stack.enter_context(processes(n, interruption))
             elif isinstance(scheduler, str):
                 try:
                     client = stack.enter_context(Client(scheduler, timeout=_PATIENCE))
