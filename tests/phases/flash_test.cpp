@@ -30,6 +30,8 @@ TEST(Flash, PhasesAreSaturatedAndAddUp) {
         if (c.p == 0) c.p = 0.98 * corvane::bubble_T(*m, c.T, c.z).p;
         const auto q = corvane::flash_pT(*m, c.p, c.T, c.z);
         ASSERT_EQ(q.phases.size(), 2u);
+        // Both T and p are given: no error of theirs is told.
+        EXPECT_EQ(q.certificate.line().find("in p or T"), std::string::npos);
         EXPECT_NEAR(q.fraction[0] + q.fraction[1], 1, 1e-14);
         const Vector<double> a = q.phases[0].x * q.phases[0].rho,
                              b = q.phases[1].x * q.phases[1].rho;

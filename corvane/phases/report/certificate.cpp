@@ -35,7 +35,8 @@ std::string Certificate::line() const {
     std::string s = "phases " + std::to_string(phases.size()) + ", dmu " + scientific(dmu) +
                     ", dp/p " + scientific(dp) + ", tangent-plane distance " + scientific(tpd);
     if (bounded())
-        s += ", errors below " + scientific(value_error) + " in p or T (relative), " +
+        s += ", errors below " +
+             (value_error > 0.0 ? scientific(value_error) + " in p or T (relative), " : "") +
              scientific(x_error) + " in x, " + scientific(rho_error) + " in rho (relative)";
     s += ", evaluations " + std::to_string(evaluations);
     if (test == StabilityTest::quick) s += ", quick stability test";

@@ -91,9 +91,10 @@ std::string agreement(double dmu, double dp) {
 }
 
 std::string Bounds::text() const {
-    return any() ? fmt::format(", errors below {:.1g} (relative, of p or T) and {:.1g} (of x)",
-                               error_, x_error_)
-                 : "";
+    if (!any()) return "";
+    const std::string of_x = fmt::format("{:.1g} (of x)", x_error_);
+    return error_ > 0.0 ? fmt::format(", errors below {:.1g} (relative, of p or T) and {}", error_, of_x)
+                        : ", errors below " + of_x;  // T and p were given
 }
 
 void Evidence::report(Heading& heading) const {
