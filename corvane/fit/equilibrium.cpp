@@ -1,10 +1,5 @@
 #include <corvane/core/constants.h>
-#include <corvane/core/errors.h>
 #include <corvane/fit/equilibrium.h>
-#include <corvane/phases/binary/azeotrope.h>
-#include <corvane/phases/binary/three_phase.h>
-#include <corvane/phases/flash/flash.h>
-#include <corvane/phases/saturation/saturation.h>
 #include <corvane/phases/stability/stability.h>
 
 #include <algorithm>
@@ -12,7 +7,6 @@
 
 namespace corvane::fit {
 namespace {
-constexpr int kNewton = 25;
 constexpr double kPressure = 0.1;  // MPa: scale of pressures where none is measured
 
 void fill(PhaseState& s, std::vector<double> const& rho_i) {
@@ -54,7 +48,7 @@ Vector<double> Equilibrium::vector(Numbers const& x) const {
 
 /// A composition in which every component is present that is in one of the measured ones.
 Equilibrium::Numbers Equilibrium::middle(Point const& point) const {
-    if (point.kind == PointKind::bubble || point.kind == PointKind::dew) return given(point);
+    if (saturation(point)) return given(point);
     const auto n = static_cast<std::size_t>(n_);
     Numbers z(n, 0.0);
     double count = 0.0;
@@ -103,11 +97,12 @@ Equilibrium::Numbers Equilibrium::second_phase(FluidModel const& fluid, Point co
     return w;
 }
 
-/// Rows of F and, if asked for, of J = ∂F/∂(ln rho_i of all phases; share).
+/// Rows of F and, if asked for, of J = ∂F/∂(ln rho_i of all phases; share) and F_T = ∂F/∂ln T.
 struct Equilibrium::Rows {
     States const& s;
     Eigen::VectorXd& F;
     Eigen::MatrixXd* J;
+    Eigen::VectorXd* F_T;
     double scale;  // of pressures, MPa
     int n, row = 0;
 
@@ -117,6 +112,7 @@ struct Equilibrium::Rows {
         const double unit = scale / (R * phase.T);
         for (int j = 0; J && j < n; ++j)
             (*J)(row, k * n + j) += sign * phase.P[j] * phase.rho_i[j] / unit;
+        if (F_T) (*F_T)[row] += sign * (phase.p / scale + phase.p_T / unit);
     }
     void at(double p) {
         pressure(0, 1.0);
@@ -127,6 +123,7 @@ struct Equilibrium::Rows {
         PhaseState const &a = s[0], &b = s[static_cast<std::size_t>(k)];
         for (int i = 0; i < n; ++i, ++row) {
             F[row] = a.m[i] - b.m[i];
+            if (F_T) (*F_T)[row] = a.m_T[i] - b.m_T[i];
             for (int j = 0; J && j < n; ++j) {
                 (*J)(row, j) = a.H[i * n + j] * a.rho_i[j];
                 (*J)(row, k * n + j) = -b.H[i * n + j] * b.rho_i[j];
@@ -134,6 +131,12 @@ struct Equilibrium::Rows {
         }
         pressure(0, 1.0);
         pressure(k, -1.0);
+        ++row;
+    }
+    /// Of two components there is one tie line, wherever the measured mean is.
+    void half(double share) {
+        F[row] = share - 0.5;
+        if (J) (*J)(row, 2 * n) = 1.0;
         ++row;
     }
     /// z is a mixture of the first two phases.
@@ -166,17 +169,21 @@ struct Equilibrium::Rows {
 };
 
 bool Equilibrium::system(Point const& point, Phases const& phases, States const& s,
-                         Eigen::MatrixXd* J, Eigen::VectorXd& F) const {
+                         Eigen::MatrixXd* J, Eigen::VectorXd& F, Eigen::VectorXd* F_T) const {
     const int count = static_cast<int>(s.size());
     const bool two_liquids = point.kind == PointKind::liquid_liquid;
     const int size = count * n_ + (two_liquids ? 1 : 0);
     F.setZero(size);
     if (J) J->setZero(size, size);
-    Rows rows{s, F, J, point.p > 0.0 ? point.p : kPressure, n_};
+    if (F_T) F_T->setZero(size);
+    Rows rows{s, F, J, F_T, point.p > 0.0 ? point.p : kPressure, n_};
     for (int k = 1; k < count; ++k) rows.equilibrium(k);
     if (two_liquids) {
         rows.at(point.p);
-        rows.lever(middle(point), phases.share);
+        if (n_ > 2)
+            rows.lever(middle(point), phases.share);
+        else
+            rows.half(phases.share);
     } else if (count == 3) {
         if (n_ == 3) rows.at(point.p);
     } else {
@@ -185,18 +192,47 @@ bool Equilibrium::system(Point const& point, Phases const& phases, States const&
     return F.allFinite() && (!J || J->allFinite());
 }
 
-bool Equilibrium::states(FluidModel const& fluid, Point const& point, States& s, int order) const {
-    return std::all_of(s.begin(), s.end(),
-                       [&](PhaseState& each) { return fluid.evaluate(each, point.T, order); });
+bool Equilibrium::states(FluidModel const& fluid, Point const& point, Phases const& phases,
+                         States& s, int order) const {
+    s.resize(phases.rho_i.size());
+    for (std::size_t k = 0; k < s.size(); ++k) {
+        fill(s[k], phases.rho_i[k]);
+        if (!fluid.evaluate(s[k], point.T, order)) return false;
+    }
+    return true;
 }
 
 bool Equilibrium::residuals(Point const& point, Phases const& phases, Eigen::MatrixXd* J,
-                            Eigen::VectorXd& F) const {
+                            Eigen::VectorXd& F, Eigen::VectorXd* F_T) const {
     const FluidModel fluid(model_, vector(middle(point)));  // anew: parameters have changed
-    States s(phases.rho_i.size());
-    for (std::size_t k = 0; k < s.size(); ++k) fill(s[k], phases.rho_i[k]);
-    return states(fluid, point, s, J ? phase_H | phase_p : phase_p) &&
-           system(point, phases, s, J, F);
+    States s;
+    const int order = phase_p | (J ? phase_H : 0) | (F_T ? phase_T : 0);
+    return states(fluid, point, phases, s, order) && system(point, phases, s, J, F, F_T);
+}
+
+double Equilibrium::wilson_dew(Point const& point) const {
+    const FluidModel fluid(model_, vector(given(point)));
+    double sum = 0.0;
+    for (int i = 0; i < n_; ++i)
+        sum += given(point)[static_cast<std::size_t>(i)] / std::exp(fluid.wilson(i, point.T));
+    return 1.0 / sum;
+}
+
+double Equilibrium::pressure(Point const& point, Numbers const& rho_i) const {
+    Vector<double> const rho = vector(rho_i);
+    return R * point.T * rho.sum() * model_.Z(rho, point.T);
+}
+
+double Equilibrium::pressure_slope(Point const& point, Phases const& phases,
+                                   Eigen::VectorXd const& du) const {
+    const FluidModel fluid(model_, vector(middle(point)));
+    const std::size_t k = phases.lightest();
+    PhaseState s;
+    fill(s, phases.rho_i[k]);
+    if (!fluid.evaluate(s, point.T, phase_all)) return kUnknown;
+    double slope = s.p / (R * s.T) + s.p_T;
+    for (int j = 0; j < n_; ++j) slope += s.P[j] * s.rho_i[j] * du[static_cast<int>(k) * n_ + j];
+    return slope * R * s.T / s.p;
 }
 
 Phases Equilibrium::moved(Phases const& phases, Eigen::VectorXd const& du, double h) const {
@@ -237,122 +273,11 @@ bool Equilibrium::in_order(Point const& point, Phases const& phases) const {
     return (a[0] / total(a) > b[0] / total(b)) == (point.x[0] > point.x2[0]);
 }
 
-bool Equilibrium::newton(FluidModel const& fluid, Point const& point, Phases& phases) const {
-    Phases at = phases;
-    States s(at.rho_i.size());
-    Eigen::MatrixXd J;
-    Eigen::VectorXd F;
-    for (int k = 0; k < kNewton; ++k) {
-        for (std::size_t j = 0; j < s.size(); ++j) fill(s[j], at.rho_i[j]);
-        if (!states(fluid, point, s, phase_H | phase_p) || !system(point, at, s, &J, F))
-            return false;
-        const Eigen::VectorXd du = J.partialPivLu().solve(-F);
-        if (!du.allFinite()) return false;
-        const double size =
-            du.head(static_cast<Eigen::Index>(s.size()) * n_).lpNorm<Eigen::Infinity>();
-        at = moved(at, du, std::fmin(1.0, 0.5 / size));
-        if (size < 1e-7) {
-            if (!acceptable(point, at, s)) return false;
-            phases = at;
-            return true;
-        }
-    }
-    return false;
-}
-
-/// Saturation with an unknown second phase: a few substitutions, then Newton's method.
-bool Equilibrium::substitute(FluidModel const& fluid, Point const& point, Phases& phases) const {
-    Numbers const& measured = dew(point) ? point.x : point.y;
-    PhaseState a, b;
-    a.resize(n_);
-    b.resize(n_);
-    const Root own = dew(point) ? Root::dilute : Root::dense,
-               other = dew(point) ? Root::dense : Root::dilute;
-    if (!fluid.evaluate_at(a, point.p, point.T, given(point), own, 0)) return false;
-    Numbers w = second_phase(fluid, point, measured);
-    for (int round = 0; round < 4; ++round) {
-        const double sum = total(w);
-        for (double& each : w) each /= sum;
-        if (!fluid.evaluate_at(b, point.p, point.T, w, other, 0)) return false;
-        for (std::size_t i = 0; i < w.size(); ++i) w[i] = b.x[i] * std::exp(a.m[i] - b.m[i]);
-    }
-    phases.rho_i = {a.rho_i, b.rho_i};
-    return newton(fluid, point, phases);
-}
-
-bool Equilibrium::near_measured(FluidModel const& fluid, Point const& point, Phases& phases) const {
-    if (point.kind == PointKind::bubble || point.kind == PointKind::dew)
-        return substitute(fluid, point, phases);
-    phases = {};
-    for (auto const& [x, root] : measured(point)) {
-        PhaseState s;
-        s.resize(n_);
-        if (!fluid.evaluate_at(s, point.p, point.T, *x, root, 0)) return false;
-        phases.rho_i.push_back(s.rho_i);
-    }
-    return !phases.empty() && newton(fluid, point, phases);
-}
-
-/// What the certified solvers find.
-Phases Equilibrium::found(Point const& point) const {
-    Phases result;
-    const auto add = [&](PhaseRecord const& phase) {
-        Numbers rho_i;
-        for (int i = 0; i < n_; ++i) rho_i.push_back(phase.rho * phase.x[i]);
-        result.rho_i.push_back(rho_i);
-    };
-    if (point.kind == PointKind::liquid_liquid) {
-        const FlashResult f = flash_pT(model_, point.p, point.T, vector(middle(point)));
-        if (f.phases.size() == 2)
-            for (auto const& phase : f.phases) add(phase);
-        if (!result.empty() && !in_order(point, result))
-            std::swap(result.rho_i[0], result.rho_i[1]);
-    } else if (point.kind == PointKind::azeotrope) {
-        const AzeotropePoint a = azeotrope_T(model_, point.T);
-        add(a.dense);
-        add(a.light);
-    } else if (point.kind == PointKind::three_phase) {
-        for (PhaseRecord const& phase : three_phase_T(model_, point.T).phases) add(phase);
-        std::swap(result.rho_i[result.lightest()], result.rho_i[2]);
-        if (!in_order(point, result)) std::swap(result.rho_i[0], result.rho_i[1]);
-    } else {
-        SaturationOptions options;
-        options.trace = false;
-        options.test = StabilityTest::quick;
-        const SaturationPoint s =
-            saturation_T(model_, dew(point) ? Saturated::dew : Saturated::bubble, point.T,
-                         vector(given(point)), options);
-        if (!s.split.empty()) return result;
-        add(s.given);
-        add(s.incipient);
-    }
-    return result;
-}
-
-bool Equilibrium::search(Point const& point, Phases& phases) const {
-    phases = {};
-    try {
-        phases = found(point);
-    } catch (EquilibriumFailure const&) {
-    } catch (ThException const&) {
-    } catch (MthException const&) {
-    }
-    return !phases.empty();
-}
-
-bool Equilibrium::solve(Point const& point, Phases& phases) const {
-    if (!whole(point)) return search(point, phases);
-    const FluidModel fluid(model_, vector(middle(point)));
-    return (!phases.empty() && newton(fluid, point, phases)) ||
-           near_measured(fluid, point, phases) || search(point, phases);
-}
-
 bool Equilibrium::stable(Point const& point, Phases const& phases) const {
     if (!whole(point)) return true;  // certified
     const FluidModel fluid(model_, vector(middle(point)));
-    States s(phases.rho_i.size());
-    for (std::size_t k = 0; k < s.size(); ++k) fill(s[k], phases.rho_i[k]);
-    if (!states(fluid, point, s, phase_all)) return false;
+    States s;
+    if (!states(fluid, point, phases, s, phase_all)) return false;
     const double p = s[phases.lightest()].p;
     Stability test(fluid);
     return test.test(s[0], p, &s[1], true).stable;
@@ -371,7 +296,7 @@ bool Equilibrium::at_measured(Point const& point, States& s) const {
 }
 
 double Equilibrium::distance(Point const& point) const {
-    const bool saturation = point.kind == PointKind::bubble || point.kind == PointKind::dew;
+    const bool saturation = Equilibrium::saturation(point);
     if (!whole(point)) return 0.0;
     const FluidModel fluid(model_, vector(middle(point)));
     Measured known = measured(point);
@@ -396,8 +321,7 @@ double Equilibrium::distance(Point const& point) const {
             sum += saturation ? s[k].x[i] * std::exp(d) : d * d;
         }
     if (s.empty()) return 0.0;
-    return saturation ? std::log(sum)
-                      : std::sqrt(sum / static_cast<double>((s.size() - 1) * n_));
+    return saturation ? std::log(sum) : std::sqrt(sum / static_cast<double>((s.size() - 1) * n_));
 }
 
 }  // namespace corvane::fit

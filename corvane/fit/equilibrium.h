@@ -27,9 +27,9 @@ double total(std::vector<double> const& v);
 
 /// Newton's method in ln rho_i of all phases at the measured T. Equations: equal potentials and
 /// pressures, and what the kind of the point adds: bubble and dew points the given composition,
-/// azeotropes equal compositions; two liquids the pressure, and that the mean of both measured
-/// compositions is a mixture of the two phases (so that of more than two components one of the many
-/// tie lines is meant); three phases of three components the pressure.
+/// azeotropes equal compositions; two liquids the pressure, and of more than two components, which
+/// have many tie lines, that the mean of both measured compositions is a mixture of the two phases;
+/// three phases of three components the pressure.
 class Equilibrium {
   public:
     using Numbers = std::vector<double>;
@@ -44,6 +44,9 @@ class Equilibrium {
     /// From `phases` if there are any, else near the measured state, else by the certified solvers.
     /// False, and no phases, without a solution.
     bool solve(Point const& point, Phases& phases) const;
+    /// The first two of these, which take no search. Not of points from which a component is
+    /// missing.
+    bool near(Point const& point, Phases& phases) const;
     /// Whether the phases are stable, by the complete test. They are a solution.
     bool stable(Point const& point, Phases const& phases) const;
     /// The phases with the compositions, T and p that were measured (potentials alone). False where
@@ -62,9 +65,16 @@ class Equilibrium {
         if (met) du = lu.solve((down - up) / (2.0 * h));
         return met && du.allFinite();
     }
-    /// F at these phases, and with J its derivatives.
-    bool residuals(Point const& point, Phases const& phases, Eigen::MatrixXd* J,
-                   Eigen::VectorXd& F) const;
+    /// F at these phases, and with J its derivatives, with F_T that by ln T.
+    bool residuals(Point const& point, Phases const& phases, Eigen::MatrixXd* J, Eigen::VectorXd& F,
+                   Eigen::VectorXd* F_T = nullptr) const;
+    /// Dew pressure by Raoult's law with Wilson's vapour pressures.
+    double wilson_dew(Point const& point) const;
+    /// Of a phase at the measured T, MPa.
+    double pressure(Point const& point, Numbers const& rho_i) const;
+    /// d ln p of the lightest phase by ln T where u = ln rho_i changes by du.
+    double pressure_slope(Point const& point, Phases const& phases,
+                          Eigen::VectorXd const& du) const;
     /// The phases h·du further.
     Phases moved(Phases const& phases, Eigen::VectorXd const& du, double h) const;
     /// How far the measured state is from an equilibrium, without a unit: ln Σ K_i·z_i with K from
@@ -73,6 +83,10 @@ class Equilibrium {
     /// passes zero where they are no equilibrium, too).
     double distance(Point const& point) const;
 
+    /// Bubble or dew point.
+    static bool saturation(Point const& point) {
+        return point.kind == PointKind::bubble || point.kind == PointKind::dew;
+    }
     static bool dew(Point const& point) { return point.kind == PointKind::dew; }
     /// The composition that is given.
     static Numbers const& given(Point const& point) { return dew(point) ? point.y : point.x; }
@@ -86,9 +100,10 @@ class Equilibrium {
     Vector<double> vector(Numbers const& x) const;
     Numbers middle(Point const& point) const;
     Measured measured(Point const& point) const;
-    bool states(FluidModel const& fluid, Point const& point, States& s, int order) const;
+    bool states(FluidModel const& fluid, Point const& point, Phases const& phases, States& s,
+                int order) const;
     bool system(Point const& point, Phases const& phases, States const& s, Eigen::MatrixXd* J,
-                Eigen::VectorXd& F) const;
+                Eigen::VectorXd& F, Eigen::VectorXd* F_T = nullptr) const;
     Numbers second_phase(FluidModel const& fluid, Point const& point,
                          Numbers const& measured) const;
     bool acceptable(Point const& point, Phases const& phases, States const& s) const;
@@ -96,6 +111,7 @@ class Equilibrium {
     bool newton(FluidModel const& fluid, Point const& point, Phases& phases) const;
     bool near_measured(FluidModel const& fluid, Point const& point, Phases& phases) const;
     bool substitute(FluidModel const& fluid, Point const& point, Phases& phases) const;
+    bool approach(Point const& point, Phases& phases) const;
     bool search(Point const& point, Phases& phases) const;
     Phases found(Point const& point) const;
 

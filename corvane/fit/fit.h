@@ -200,10 +200,11 @@ struct Result {
 /// They are not tested for stability on the way, where the penalty of leaving an equilibrium that
 /// is not stable would hide which way is better; at the end every one is (PointReport::stable).
 ///
-/// Points without a solution. Pure: from the critical point of the equation on, the saturation
-/// curve is continued along the critical isochore, which has its slope, and the deviation grows by
-/// ten times T/Tc − 1. Mixtures: √(0.2² + e²), e the logarithm of Σ K_i·x_i at the measured state.
-/// Both are smooth in the parameters.
+/// Points without a solution count what continues their deviation, with continuous first derivatives:
+/// bubble and dew points the boundary of their composition through its critical point and, from next to
+/// where T has an extremum, along its tangent; phases that become one a mean of their deviations and of
+/// that of one phase; pure fluids from next to the critical point of their equation the critical isochore
+/// and tangents. Where neither is known √(0.2² + e²), e the logarithm of Σ K_i·x_i at the measured state.
 ///
 /// @throws Failure nothing to adjust, fewer points than parameters
 Result solve(Problem& problem, Options const& options = {});

@@ -1,9 +1,11 @@
 // Answers of a mixture model.
 #include <corvane/core/constants.h>
 #include <corvane/core/errors.h>
+#include <corvane/fit/boundary.h>
 #include <corvane/fit/direct_values.h>
 #include <corvane/fit/equilibrium.h>
 #include <corvane/fit/evaluator.h>
+#include <corvane/fit/merging.h>
 #include <corvane/state/phase_properties.h>
 
 #include <Eigen/Dense>
@@ -13,7 +15,8 @@
 
 namespace corvane::fit {
 namespace {
-constexpr double kPenalty = 0.2;  // of a point without a solution, relative
+// Least penalty of a point without a solution where nothing says how far that is, relative.
+constexpr double kPenalty = 0.2;
 // Of the steps of other differences: the library's solvers leave more than rounding.
 constexpr double kDirectStep = 100.0;
 
@@ -23,6 +26,7 @@ class MixtureEvaluator final : public Evaluator {
         : model_(*mixture.model),
           n_(mixture.size()),
           equilibrium_(*mixture.model, mixture.size()),
+          boundary_(equilibrium_, mixture.size(), points),
           direct_(mixture),
           kept_(points) {}
 
@@ -34,6 +38,7 @@ class MixtureEvaluator final : public Evaluator {
     bool stable(std::size_t index, Point const& point) override;
     void forget() override {
         std::fill(kept_.begin(), kept_.end(), Phases{});
+        boundary_.forget();
         direct_.forget();
     }
 
@@ -42,19 +47,26 @@ class MixtureEvaluator final : public Evaluator {
 
     Vector<double> vector(Numbers const& x) const;
     void answer(Point const& point, Phases const& phases, double* values) const;
-    void slopes(Point const& point, Phases const& phases, std::vector<Knob> const& knobs,
-                std::vector<Answer>& answers) const;
+    Numbers slopes(Point const& point, Phases const& phases, std::vector<Knob> const& knobs,
+                   std::vector<Answer>& answers) const;
     void state(Point const& point, std::vector<Knob> const& knobs,
                std::vector<Answer>& answers) const;
     double state_value(Point const& point, std::size_t o, double rho) const;
     template <class Values>
     bool differences(Values values, std::vector<Knob> const& knobs, std::vector<Answer>& answers);
+    bool solve(std::size_t index, Point const& point, bool& ended);
+    void beyond(std::size_t index, Point const& point, std::vector<Knob> const& knobs,
+                std::vector<Answer>& answers);
     double distance(Point const& point);
+    Numbers penalties(Point const& point);
     void penalty(Point const& point, std::vector<Knob> const& knobs, std::vector<Answer>& answers);
+    void merge(Point const& point, double w, Numbers const& w_slope, std::vector<Knob> const& knobs,
+               std::vector<Answer>& answers);
 
     ModelN& model_;
     int n_;
     Equilibrium equilibrium_;
+    Boundary boundary_;
     DirectValues direct_;
     std::vector<Phases> kept_;
 };
@@ -76,8 +88,7 @@ void MixtureEvaluator::answer(Point const& point, Phases const& phases, double* 
     for (std::size_t o = 0; o < point.observed.size(); ++o) {
         Observation const& seen = point.observed[o];
         if (seen.what == Observable::p) {  // rounding of a liquid's density moves its pressure more
-            Vector<double> const rho_i = vector(phases.rho_i[phases.lightest()]);
-            values[o] = R * point.T * rho_i.sum() * model_.Z(rho_i, point.T);
+            values[o] = equilibrium_.pressure(point, phases.rho_i[phases.lightest()]);
         } else {
             Numbers const& rho_i = phases.rho_i[phase_of(point.kind, seen.what)];
             values[o] = rho_i[static_cast<std::size_t>(seen.component)] / total(rho_i);
@@ -86,26 +97,33 @@ void MixtureEvaluator::answer(Point const& point, Phases const& phases, double* 
 }
 
 /// The theorem of implicit functions at the solution; then the values are differenced along that
-/// direction.
-void MixtureEvaluator::slopes(Point const& point, Phases const& phases,
-                              std::vector<Knob> const& knobs, std::vector<Answer>& answers) const {
+/// direction. @return slopes of the weight of phases that become one
+std::vector<double> MixtureEvaluator::slopes(Point const& point, Phases const& phases,
+                                             std::vector<Knob> const& knobs,
+                                             std::vector<Answer>& answers) const {
+    Numbers w_slope(knobs.size(), 0.0);
     Eigen::MatrixXd J;
     Eigen::VectorXd F, du;
-    if (!equilibrium_.residuals(point, phases, &J, F)) return;
+    if (knobs.empty() || !equilibrium_.residuals(point, phases, &J, F)) return w_slope;
     const Eigen::PartialPivLU<Eigen::MatrixXd> lu(J);
     std::vector<double> high(answers.size()), low(answers.size());
     for (std::size_t k = 0; k < knobs.size(); ++k) {
         Knob const& knob = knobs[k];
         const auto set = [&](double h) { knob.set(knob.value + h); };
         if (!equilibrium_.slope(point, phases, set, knob.step, lu, du)) continue;
+        const Phases back = equilibrium_.moved(phases, du, -knob.step),
+                     forth = equilibrium_.moved(phases, du, knob.step);
         set(-knob.step);
-        answer(point, equilibrium_.moved(phases, du, -knob.step), low.data());
+        answer(point, back, low.data());
         set(knob.step);
-        answer(point, equilibrium_.moved(phases, du, knob.step), high.data());
+        answer(point, forth, high.data());
         set(0.0);
+        w_slope[k] =
+            (merging_weight(point, forth) - merging_weight(point, back)) / (2.0 * knob.step);
         for (std::size_t o = 0; o < answers.size(); ++o)
             answers[o].slope[k] = (high[o] - low[o]) / (2.0 * knob.step);
     }
+    return w_slope;
 }
 
 double MixtureEvaluator::state_value(Point const& point, std::size_t o, double rho) const {
@@ -185,24 +203,95 @@ double MixtureEvaluator::distance(Point const& point) {
     return Equilibrium::takes(point.kind) ? equilibrium_.distance(point) : direct_.distance(point);
 }
 
+/// False without a solution; `ended`: of a bubble or dew point that its boundary does not reach.
+bool MixtureEvaluator::solve(std::size_t index, Point const& point, bool& ended) {
+    Phases& phases = kept_[index];
+    ended = false;
+    if (!Equilibrium::saturation(point)) return equilibrium_.solve(point, phases);
+    Phases const last = phases;
+    const auto met = [&] {
+        return equilibrium_.near(point, phases) && !boundary_.steep(point, phases);
+    };
+    if (met()) return true;
+    Boundary::End end;
+    if (!boundary_.end(index, point, phases.empty() ? last : phases, end))
+        return equilibrium_.solve(point, phases);
+    phases = end.phases;
+    if (std::fabs(end.T / point.T - 1.0) < 1e-7 && met()) return true;
+    phases = {};
+    ended = true;
+    return false;
+}
+
+/// A bubble or dew point beyond the end of its boundary.
+void MixtureEvaluator::beyond(std::size_t index, Point const& point, std::vector<Knob> const& knobs,
+                              std::vector<Answer>& answers) {
+    const auto values = [&](double* to) {
+        Boundary::End end;
+        if (!boundary_.end(index, point, {}, end)) return false;
+        for (Observation const& seen : point.observed)
+            *to++ = seen.what == Observable::p
+                        ? end.p_at(point.T)
+                        : end.w_at(static_cast<std::size_t>(seen.component), point.T);
+        return true;
+    };
+    differences(values, knobs, answers);
+    for (Answer& answer : answers) answer.solved = false;
+}
+
+/// Of every observation. Where all phases are measured a deviation of the size of that of phases
+/// which have become one, which grows with the distance from there.
+std::vector<double> MixtureEvaluator::penalties(Point const& point) {
+    const double e = std::clamp(distance(point), -10.0, 10.0);
+    const bool merging =
+        Equilibrium::takes(point.kind) && !Equilibrium::saturation(point) && e != 0.0;
+    Numbers result;
+    for (Observation const& seen : point.observed)
+        result.push_back(!merging                 ? std::hypot(kPenalty, e)
+                         : is_fraction(seen.what) ? merged(point, seen) * std::hypot(1.0, e)
+                                                  : e);
+    return result;
+}
+
 void MixtureEvaluator::penalty(Point const& point, std::vector<Knob> const& knobs,
                                std::vector<Answer>& answers) {
-    const auto size = [&] {
-        return std::hypot(kPenalty, std::clamp(distance(point), -10.0, 10.0));
-    };
-    const double here = size();
-    for (Answer& answer : answers) {
-        answer.alone = true;
-        answer.penalty = here;
+    const Numbers here = penalties(point);
+    for (std::size_t o = 0; o < answers.size(); ++o) {
+        answers[o].alone = true;
+        answers[o].solved = false;
+        answers[o].penalty = here[o];
     }
     for (std::size_t k = 0; k < knobs.size(); ++k) {
-        knobs[k].set(knobs[k].value + knobs[k].step);
-        const double up = size();
-        knobs[k].set(knobs[k].value - knobs[k].step);
-        const double slope = (up - size()) / (2.0 * knobs[k].step);
+        const double h = knobs[k].step;
+        knobs[k].set(knobs[k].value + h);
+        const Numbers up = penalties(point);
+        knobs[k].set(knobs[k].value - h);
+        const Numbers down = penalties(point);
         knobs[k].set(knobs[k].value);
-        for (Answer& answer : answers) answer.slope[k] = slope;
+        for (std::size_t o = 0; o < answers.size(); ++o)
+            answers[o].slope[k] = (up[o] - down[o]) / (2.0 * h);
     }
+}
+
+/// From the deviations of a solution to the penalty of none, by the weight w of the first.
+void MixtureEvaluator::merge(Point const& point, double w, Numbers const& w_slope,
+                             std::vector<Knob> const& knobs, std::vector<Answer>& answers) {
+    std::vector<Answer> lost = answers;
+    penalty(point, knobs, lost);
+    for (std::size_t o = 0; o < answers.size(); ++o) {
+        Observation const& seen = point.observed[o];
+        const double size = is_fraction(seen.what) ? 1.0 : std::fabs(seen.value),
+                     d = (answers[o].calculated - seen.value) / size, P = lost[o].penalty,
+                     r = std::sqrt(w * d * d + (1.0 - w) * P * P);
+        for (std::size_t k = 0; k < knobs.size(); ++k)
+            lost[o].slope[k] =
+                (0.5 * w_slope[k] * (d * d - P * P) + w * d * answers[o].slope[k] / size +
+                 (1.0 - w) * P * lost[o].slope[k]) /
+                r;
+        lost[o].calculated = answers[o].calculated;
+        lost[o].penalty = r;
+    }
+    answers = lost;
 }
 
 void MixtureEvaluator::evaluate(std::size_t index, Point const& point,
@@ -227,14 +316,18 @@ void MixtureEvaluator::evaluate(std::size_t index, Point const& point,
         for (Answer& answer : answers) answer.alone = true;  // without influence
         return;
     }
-    if (!equilibrium_.solve(point, phases)) return penalty(point, knobs, answers);
+    bool ended = false;
+    if (!solve(index, point, ended))
+        return ended ? beyond(index, point, knobs, answers) : penalty(point, knobs, answers);
     Numbers values(answers.size());
     answer(point, phases, values.data());
     for (std::size_t o = 0; o < answers.size(); ++o) {
         answers[o].calculated = values[o];
         answers[o].solved = true;
     }
-    if (!knobs.empty()) slopes(point, phases, knobs, answers);
+    const Numbers w_slope = slopes(point, phases, knobs, answers);
+    const double w = merging_weight(point, phases);
+    if (w < 1.0) merge(point, w, w_slope, knobs, answers);
 }
 
 /// Equality of potentials at the measured state: with d_i = ln f_i of the first phase less that of

@@ -12,7 +12,8 @@
 namespace corvane::fit {
 namespace {
 constexpr double kNear = 5e-3;  // 1 − T/Tc below which the library's near-critical solver is asked
-constexpr double kGrowth = 10.0;  // of the deviation with T/Tc − 1, where there is no saturation
+constexpr double kEnd = 5e-4;  // 1 − T/Tc from which densities are continued along their tangents
+constexpr double kGrowth = 10.0, kOnset = 3e-3;  // of the deviation with T/Tc − 1 above Tc
 
 /// A density at T: Ar, Z, S = ∂(rho·Z)/∂rho and T·∂Ar/∂T.
 struct Density {
@@ -39,11 +40,13 @@ Conditions conditions(Model1 const& model, double T, double rho) {
 class PureEvaluator final : public Evaluator {
   public:
     PureEvaluator(Model1& model, std::size_t points)
-        : model_(model), first_{model.Tcrit(), model.vcrit(), model.Ts(), model.vs()}, last_(first_),
+        : model_(model),
+          first_{model.Tcrit(), model.vcrit(), model.Ts(), model.vs()},
+          last_(first_),
           kept_(points) {}
 
-    /// The critical point from the one solved last, or else from that of the beginning: parameters from
-    /// which none was found leave no trace.
+    /// The critical point from the one solved last, or else from that of the beginning: parameters
+    /// from which none was found leave no trace.
     void parameters_changed() override {
         const double Ts = model_.Ts(), vs = model_.vs();
         for (Sizes const& from : {last_, first_}) {
@@ -118,7 +121,7 @@ bool PureEvaluator::newton(double T, Pair& pair) const {
 }
 
 bool PureEvaluator::saturation(double T, Pair& pair) const {
-    if (!(T < Tc_)) return false;
+    if (!(T < (1.0 - kEnd) * Tc_)) return false;
     if (T < (1.0 - kNear) * Tc_ && pair.rhoL > 0.0 && newton(T, pair)) return true;
     try {
         const PureSaturation s = pure_saturation_T(model_, T);
@@ -222,19 +225,35 @@ void PureEvaluator::slopes(Point const& point, Pair const& pair, Knob const& kno
             point.observed[o].what == Observable::p ? R * T * dP : (up[o] - down[o]) / (2.0 * h);
 }
 
-/// Beyond the critical point: values on the critical isochore, and the growth of the deviation.
+/// From next to the critical point on: p on the critical isochore, which has its slope there;
+/// densities and the enthalpy of vaporisation, whose slopes grow without bound, along their
+/// tangents at kEnd, by the square root with which they approach it; and a growth of the deviation.
 PureEvaluator::Values PureEvaluator::continued(Point const& point, Values& penalty) const {
     double T = model_.Tcrit(), rho = 1.0 / model_.vcrit();
     solve_critical(model_, T, rho);
+    Point end = point;
+    end.T = (1.0 - kEnd) * T;
     Values result{};
-    const double beyond = kGrowth * std::fmax(0.0, point.T / T - 1.0);
+    bool known = true;
+    try {
+        const PureSaturation s = pure_saturation_T(model_, end.T);
+        result = values(end, {s.rhoL, s.rhoV});
+    } catch (EquilibriumFailure const&) {
+        known = false;
+    }
+    const double above = std::fmax(0.0, point.T / T - 1.0),
+                 beyond = kGrowth * (std::hypot(above, kOnset) - kOnset),
+                 part = std::fmin(2.0, 0.5 + (1.0 - point.T / T) / (2.0 * kEnd));
+    const auto isochore = [&](double t) { return R * t * rho * model_.Z(rho, t); };
     for (std::size_t k = 0; k < point.observed.size(); ++k) {
         const Observable what = point.observed[k].what;
         const bool high = what == Observable::p || what == Observable::rhoV;
+        const double limit = what == Observable::hvap ? 0.0 : rho;
         penalty[k] = high ? beyond : -beyond;
-        result[k] = what == Observable::p      ? R * point.T * rho * model_.Z(rho, point.T)
-                    : what == Observable::hvap ? 0.0
-                                               : rho;
+        if (what == Observable::p)
+            result[k] = isochore(point.T) + (known ? result[k] - isochore(end.T) : 0.0);
+        else
+            result[k] = known ? limit + part * (result[k] - limit) : limit;
     }
     return result;
 }

@@ -46,6 +46,7 @@ class Solver {
   private:
     LeastSquares how();
     bool far(Eigen::VectorXd const& x);
+    bool at_bound(Eigen::VectorXd const& x) const;
     Minimum once(Eigen::VectorXd const& from, bool first_stage);
     Minimum best();
     void robust(Minimum& m);
@@ -110,6 +111,10 @@ bool Solver::far(Eigen::VectorXd const& x) {
     return median(std::move(sizes)) > kFar;
 }
 
+bool Solver::at_bound(Eigen::VectorXd const& x) const {
+    return (x.array() <= lower_.array()).any() || (x.array() >= upper_.array()).any();
+}
+
 Minimum Solver::once(Eigen::VectorXd const& from, bool first_stage) {
     Eigen::VectorXd x = from;
     const Residuals last = [&](auto const& at, auto& r, auto* J) {
@@ -128,7 +133,10 @@ Minimum Solver::once(Eigen::VectorXd const& from, bool first_stage) {
             there.squaredNorm() < here.squaredNorm())
             x = m.x;
     }
-    return minimise(last, x, how());
+    Minimum m = minimise(last, x, how());
+    if (x == from || !at_bound(m.x)) return m;
+    Minimum other = minimise(last, from, how());  // led astray
+    return other.cost < m.cost ? other : m;
 }
 
 /// From the start, then from points spread over the bounds.

@@ -216,8 +216,7 @@ void suspect_points(Problem const& problem, Result& result) {
     const std::string outliers =
         list_of(problem, result, [](PointReport const& p) { return p.outlier; });
     if (!outliers.empty()) result.warnings.push_back("far from the others: " + outliers);
-    // Near the composition at which the model loses a solution its slope grows without bound, and a
-    // fit ends there, at that point alone.
+    // A slope far above all others: the fit ends where that point is met, whatever the others say.
     const auto used = std::count_if(result.points.begin(), result.points.end(),
                                     [](PointReport const& p) { return p.used; });
     const std::string alone =
