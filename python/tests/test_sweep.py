@@ -1,5 +1,6 @@
 """Sweeps: the same bits whoever computes them, and nothing lost or twice whatever happens to them."""
 
+import asyncio
 import concurrent.futures
 import contextlib
 import errno
@@ -25,7 +26,7 @@ import pyarrow.csv  # noqa: E402
 import pyarrow.parquet  # noqa: E402
 
 from corvane import sweep  # noqa: E402
-from corvane.sweep import command, coordinate, interrupts, runners  # noqa: E402
+from corvane.sweep import command, coordinate, interrupts, local, runners  # noqa: E402
 
 T, P = np.linspace(180.0, 400.0, 30), np.array([1e5, 2e6, 5e6, np.nan])
 
@@ -160,11 +161,11 @@ def slow(i, folder, kill):
 """
 
 
-def until(true, process, seconds=300.0):
+def until(true, process=None, seconds=300.0):
     """Waits for it, however slow the machine, while the process lives."""
     end = time.monotonic() + seconds
     while not true():
-        assert process.poll() is None and time.monotonic() < end
+        assert (process is None or process.poll() is None) and time.monotonic() < end
         time.sleep(0.01)
 
 
@@ -190,15 +191,26 @@ def test_functions_rows_and_a_partition_that_always_fails(tmp_path):
 
 
 def test_processes_of_dask_and_a_worker_that_dies(tmp_path, reference):
-    distributed = pytest.importorskip("distributed")
-    with distributed.LocalCluster(n_workers=2, threads_per_worker=1, dashboard_address=None) as cluster:
-        with distributed.Client(cluster) as client:
-            go(tmp_path / "flash", client)
-            assert contents(tmp_path / "flash") == reference
-            sweep.run(*own(tmp_path, "worker"), tmp_path / "own", rows=2, scheduler=client, progress=False)
+    pytest.importorskip("distributed")
+    with local.processes(2, interrupts.Interruption()) as client:
+        go(tmp_path / "flash", client)
+        assert contents(tmp_path / "flash") == reference
+        sweep.run(*own(tmp_path, "worker"), tmp_path / "own", rows=2, scheduler=client, progress=False)
     assert (tmp_path / "killed").exists()
     sweep.run(*own(tmp_path, "worker"), tmp_path / "again", rows=2, scheduler="threads:2")
     assert contents(tmp_path / "own") == contents(tmp_path / "again")
+
+
+def test_a_worker_that_takes_its_time_to_end(monkeypatch):
+    process = pytest.importorskip("distributed.process")
+
+    async def late(self, timeout=None):
+        raise asyncio.TimeoutError
+
+    with local.processes(1, interrupts.Interruption()) as client:
+        number, = client.run(os.getpid).values()
+        monkeypatch.setattr(process.AsyncProcess, "join", late)
+    until(lambda: not os.path.exists(f"/proc/{number}"))  # it was killed, and nothing was raised
 
 
 def test_a_scheduler_that_died_unnoticed():

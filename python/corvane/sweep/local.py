@@ -3,6 +3,7 @@ themselves, and nobody hears of what they meet while they are interrupted or clo
 
 from __future__ import annotations
 
+import asyncio
 import contextlib
 import logging
 from typing import Any, Callable, Iterator
@@ -23,7 +24,14 @@ _CLOSING = ("closing_gracefully", "closing", "closed")
 def processes(n: int, interruption: Interruption) -> Iterator[Any]:
     """A client of n processes with one thread each. They do not hear Ctrl-C: they end with this one."""
     import dask
-    from distributed import Client, LocalCluster
+    from distributed import Client, LocalCluster, Nanny
+
+    class Patient(Nanny):
+        """A worker that has been killed ends, even where that takes longer than its nanny waits: a busy machine."""
+
+        async def kill(self, *args: Any, **named: Any) -> None:
+            with contextlib.suppress(asyncio.TimeoutError):
+                await super().kill(*args, **named)
 
     preload = [*dask.config.get("distributed.worker.preload"), __name__]
     closing: list[bool] = []
@@ -32,7 +40,7 @@ def processes(n: int, interruption: Interruption) -> Iterator[Any]:
         try:
             with dask.config.set({**_FRUGAL, "distributed.worker.preload": preload}), deaf():
                 cluster = stack.enter_context(LocalCluster(
-                    n_workers=n, threads_per_worker=1, dashboard_address=None,
+                    n_workers=n, threads_per_worker=1, dashboard_address=None, worker_class=Patient,
                     # its HTTP server, which otherwise wants one certain port
                     scheduler_kwargs={"dashboard": False, "dashboard_address": "127.0.0.1:0"}))  # fmt: skip
             yield stack.enter_context(Client(cluster))
