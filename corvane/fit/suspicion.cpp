@@ -8,6 +8,9 @@
 
 namespace corvane::fit {
 namespace {
+// Mean deviations from which mass fractions, and exchanged columns, are thought of. Those move
+// compositions by little where molar masses are alike (7 % of propane in butane at most).
+constexpr double kSmall = 0.01, kLarge = 0.05;
 constexpr double kAlone = 0.95;  // leverage of a value that a fit hangs on
 
 std::string number(double x) {
@@ -97,8 +100,7 @@ void suspect_units(Problem const& problem, ResidualVector const& vector,
         auto const& s = *problem.systems[static_cast<std::size_t>(system)];
         const std::string found = suspicion_of(ratios, quantity_of(what), name_of(what),
                                                s.fluid ? s.fluid->model->M() : 0.0);
-        if (!found.empty())
-            result.warnings.push_back(file_of(problem, system, set) + ": " + found);
+        if (!found.empty()) result.warnings.push_back(file_of(problem, system, set) + ": " + found);
     }
 }
 
@@ -163,15 +165,28 @@ void reverse(Point& p) {
     observe_again(p);
 }
 
+/// Mole fractions of what were mass fractions.
+void from_mass(Point& p, double ratio) {
+    for (auto* x : {&p.x, &p.y, &p.x2}) {
+        if (x->size() != 2) continue;
+        const double first = (*x)[0], second = (*x)[1] * ratio;
+        *x = {first / (first + second), second / (first + second)};
+    }
+    observe_again(p);
+}
+
+/// What a binary's file would be with its columns otherwise: mean deviations at the start and at
+/// the end of the fit, the less of both, as a fit to wrong data may have gone anywhere.
 void suspect_columns(Problem const& problem, int number, ResidualVector& vector, Result& result) {
     auto const& system = *problem.systems[static_cast<std::size_t>(number)];
     if (!system.mixture || system.mixture->size() != 2) return;
+    auto const& pure = system.mixture->model->mdl1;
+    const double ratio = pure[0]->M() / pure[1]->M();
     for (int set = 0; set < static_cast<int>(system.data.size()); ++set) {
         DataSet const& data = system.data[static_cast<std::size_t>(set)];
         const double as_it_is = present(result, number, set);
-        if (!(as_it_is > 0.05)) continue;
-        // A fit to wrong data may have gone anywhere: the start may know better.
-        double x_with_y = 1e300, first_with_second = 1e300;
+        if (!(as_it_is > kSmall)) continue;
+        double x_with_y = 1e300, first_with_second = 1e300, mass = 1e300;
         for (bool start : {false, true}) {
             Eigen::VectorXd at(static_cast<Eigen::Index>(result.parameters.size()));
             for (Eigen::Index k = 0; k < at.size(); ++k) {
@@ -179,18 +194,23 @@ void suspect_columns(Problem const& problem, int number, ResidualVector& vector,
                 at[k] = start ? p.start : p.value;
             }
             vector.set(at);
+            const auto changed = [&](double& least, auto change) {
+                least = std::fmin(least, with(problem, number, set, vector, change));
+            };
+            changed(mass, [&](Point& p) { from_mass(p, ratio); });
+            if (!(as_it_is > kLarge)) continue;
             const PointKind kind = data.points[0].kind;
-            if (kind == PointKind::bubble || kind == PointKind::dew)
-                x_with_y = std::fmin(x_with_y, with(problem, number, set, vector, exchange));
-            first_with_second =
-                std::fmin(first_with_second, with(problem, number, set, vector, reverse));
+            if (kind == PointKind::bubble || kind == PointKind::dew) changed(x_with_y, exchange);
+            changed(first_with_second, reverse);
         }
-        if (x_with_y < std::fmin(as_it_is / 3.0, first_with_second))
-            result.warnings.push_back(file_of(problem, number, set) + ": x and y look exchanged");
+        std::string look;
+        if (x_with_y < std::fmin(as_it_is / 3.0, std::fmin(first_with_second, mass)))
+            look = "x and y look exchanged";
+        else if (mass < std::fmin(as_it_is / 3.0, first_with_second))
+            look = "the mole fractions look like mass fractions";
         else if (first_with_second < as_it_is / 3.0)
-            result.warnings.push_back(file_of(problem, number, set) +
-                                      ": the mole fractions look like those of " +
-                                      system.mixture->components[1]);
+            look = "the mole fractions look like those of " + system.mixture->components[1];
+        if (!look.empty()) result.warnings.push_back(file_of(problem, number, set) + ": " + look);
     }
 }
 
@@ -226,7 +246,8 @@ void suspect_points(Problem const& problem, Result& result) {
     if (!alone.empty())
         result.warnings.push_back(
             "the fit hangs on single values, and no standard error holds (the model may lose its "
-            "solution there: compare without them): " + alone);
+            "solution there: compare without them): " +
+            alone);
     const std::string unstable = list_of(
         problem, result, [](PointReport const& p) { return p.used && p.solved && !p.stable; });
     if (!unstable.empty())

@@ -198,8 +198,39 @@ TEST(FitMixture, SeesExchangedColumns) {
         return solve(problem);
     };
     EXPECT_TRUE(fitted(good).warnings.empty());
+    EXPECT_FALSE(warned(fitted(exchanged), "mass"));
     EXPECT_TRUE(warned(fitted(exchanged), "x and y look exchanged"));
     EXPECT_TRUE(warned(fitted(reversed), "look like those of propane"));
+}
+
+// Measured by another model, so that deviations are not zero with the right ones either.
+TEST(FitMixture, SeesMassFractions) {
+    constexpr struct {
+        char const *first, *second;
+        double T;
+    } pairs[] = {{"methane", "propane", 250.0}, {"ethane", "butane", 330.0}};
+    for (auto const& c : pairs) {
+        SCOPED_TRACE(c.first);
+        const Mixture source = binary("MEOS+GERG", c.first, c.second);
+        DataSet set = boundary(source, PointKind::bubble, c.T, 9);
+        const double ratio = source.model->mdl1[1]->M() / source.model->mdl1[0]->M();
+        for (bool mass : {false, true}) {
+            for (Point& p : set.points) {
+                if (!mass) break;
+                for (auto* x : {&p.x, &p.y}) {
+                    const double first = (*x)[0], second = ratio * (*x)[1];
+                    *x = {first / (first + second), second / (first + second)};
+                }
+                p.observed[1].value = p.y[0];
+            }
+            for (char const* model : {"PR+vdW1", "PCSAFT+LB"}) {
+                Problem problem;
+                problem.add(binary(model, c.first, c.second), {set});
+                problem.adjust_pair("kij");
+                EXPECT_EQ(warned(solve(problem), "look like mass fractions"), mass) << model;
+            }
+        }
+    }
 }
 
 // At 235.65 K the model has no bubble point with the k_ij that the other isotherm wants: its
