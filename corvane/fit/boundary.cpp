@@ -19,14 +19,6 @@ Point at(Point const& point, double T) {
 }
 }  // namespace
 
-bool Boundary::steep(Point const& point, Phases const& phases) const {
-    Eigen::MatrixXd J;
-    Eigen::VectorXd F, F_T;
-    if (!equilibrium_.residuals(point, phases, &J, F, &F_T)) return false;
-    const Eigen::VectorXd du = J.partialPivLu().solve(-F_T);
-    return !(std::fabs(equilibrium_.pressure_slope(point, phases, du)) <= kSteepest);
-}
-
 /// Newton's method in ln rho_i of both phases and ln T at a given ratio v.
 bool Boundary::solve(Point const& point, Spot& spot) const {
     const int size = 2 * n_ + 1;

@@ -3,6 +3,7 @@
 
 #include <corvane/fit/equilibrium.h>
 
+#include <cmath>
 #include <vector>
 
 namespace corvane::fit {
@@ -24,7 +25,7 @@ class Boundary {
         : equilibrium_(equilibrium), n_(n), kept_(points) {}
 
     /// Whether a solution at the measured T is as near to the end as to be no value of its own.
-    bool steep(Point const& point, Phases const& phases) const;
+    static bool steep(Equilibrium::Linear const& at) { return !(std::fabs(at.slope) <= kSteepest); }
     /// Where the boundary is continued from, and what it is there.
     struct End {
         Phases phases;

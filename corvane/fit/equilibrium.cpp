@@ -223,6 +223,12 @@ double Equilibrium::pressure(Point const& point, Numbers const& rho_i) const {
     return R * point.T * rho.sum() * model_.Z(rho, point.T);
 }
 
+double Equilibrium::slope_of(PhaseState const& s, double const* du) const {
+    double slope = s.p / (R * s.T) + s.p_T;
+    for (int j = 0; j < n_; ++j) slope += s.P[j] * s.rho_i[j] * du[j];
+    return slope * R * s.T / s.p;
+}
+
 double Equilibrium::pressure_slope(Point const& point, Phases const& phases,
                                    Eigen::VectorXd const& du) const {
     const FluidModel fluid(model_, vector(middle(point)));
@@ -230,9 +236,26 @@ double Equilibrium::pressure_slope(Point const& point, Phases const& phases,
     PhaseState s;
     fill(s, phases.rho_i[k]);
     if (!fluid.evaluate(s, point.T, phase_all)) return kUnknown;
-    double slope = s.p / (R * s.T) + s.p_T;
-    for (int j = 0; j < n_; ++j) slope += s.P[j] * s.rho_i[j] * du[static_cast<int>(k) * n_ + j];
-    return slope * R * s.T / s.p;
+    return slope_of(s, du.data() + static_cast<int>(k) * n_);
+}
+
+bool Equilibrium::linearise(Point const& point, Phases const& phases, Linear& linear) const {
+    const FluidModel fluid(model_, vector(middle(point)));
+    const bool by_T = saturation(point);
+    States s;
+    Eigen::MatrixXd J;
+    Eigen::VectorXd F, F_T;
+    if (!states(fluid, point, phases, s, by_T ? phase_all : phase_H | phase_p) ||
+        !system(point, phases, s, &J, F, by_T ? &F_T : nullptr))
+        return false;
+    linear.J.compute(J);
+    linear.slope = 0.0;
+    if (by_T) {
+        const Eigen::VectorXd du = linear.J.solve(-F_T);
+        const std::size_t k = phases.lightest();
+        linear.slope = slope_of(s[k], du.data() + static_cast<int>(k) * n_);
+    }
+    return true;
 }
 
 Phases Equilibrium::moved(Phases const& phases, Eigen::VectorXd const& du, double h) const {

@@ -75,6 +75,13 @@ class Equilibrium {
     /// d ln p of the lightest phase by ln T where u = ln rho_i changes by du.
     double pressure_slope(Point const& point, Phases const& phases,
                           Eigen::VectorXd const& du) const;
+    /// A solution's derivatives. Of bubble and dew points those by ln T, too, and d ln p/d ln T
+    /// along the boundary of the given composition; else slope is 0.
+    struct Linear {
+        Eigen::PartialPivLU<Eigen::MatrixXd> J;
+        double slope = 0.0;
+    };
+    bool linearise(Point const& point, Phases const& phases, Linear& linear) const;
     /// The phases h·du further.
     Phases moved(Phases const& phases, Eigen::VectorXd const& du, double h) const;
     /// How far the measured state is from an equilibrium, without a unit: ln Σ K_i·z_i with K from
@@ -106,6 +113,7 @@ class Equilibrium {
                 Eigen::VectorXd& F, Eigen::VectorXd* F_T = nullptr) const;
     Numbers second_phase(FluidModel const& fluid, Point const& point,
                          Numbers const& measured) const;
+    double slope_of(PhaseState const& s, double const* du) const;
     bool acceptable(Point const& point, Phases const& phases, States const& s) const;
     bool in_order(Point const& point, Phases const& phases) const;
     bool newton(FluidModel const& fluid, Point const& point, Phases& phases) const;

@@ -47,14 +47,14 @@ class MixtureEvaluator final : public Evaluator {
 
     Vector<double> vector(Numbers const& x) const;
     void answer(Point const& point, Phases const& phases, double* values) const;
-    Numbers slopes(Point const& point, Phases const& phases, std::vector<Knob> const& knobs,
-                   std::vector<Answer>& answers) const;
+    Numbers slopes(Point const& point, Phases const& phases, Equilibrium::Linear const& at,
+                   std::vector<Knob> const& knobs, std::vector<Answer>& answers) const;
     void state(Point const& point, std::vector<Knob> const& knobs,
                std::vector<Answer>& answers) const;
     double state_value(Point const& point, std::size_t o, double rho) const;
     template <class Values>
     bool differences(Values values, std::vector<Knob> const& knobs, std::vector<Answer>& answers);
-    bool solve(std::size_t index, Point const& point, bool& ended);
+    bool solve(std::size_t index, Point const& point, Equilibrium::Linear& at, bool& ended);
     void beyond(std::size_t index, Point const& point, std::vector<Knob> const& knobs,
                 std::vector<Answer>& answers);
     double distance(Point const& point);
@@ -99,18 +99,16 @@ void MixtureEvaluator::answer(Point const& point, Phases const& phases, double* 
 /// The theorem of implicit functions at the solution; then the values are differenced along that
 /// direction. @return slopes of the weight of phases that become one
 std::vector<double> MixtureEvaluator::slopes(Point const& point, Phases const& phases,
+                                             Equilibrium::Linear const& at,
                                              std::vector<Knob> const& knobs,
                                              std::vector<Answer>& answers) const {
     Numbers w_slope(knobs.size(), 0.0);
-    Eigen::MatrixXd J;
-    Eigen::VectorXd F, du;
-    if (knobs.empty() || !equilibrium_.residuals(point, phases, &J, F)) return w_slope;
-    const Eigen::PartialPivLU<Eigen::MatrixXd> lu(J);
+    Eigen::VectorXd du;
     std::vector<double> high(answers.size()), low(answers.size());
     for (std::size_t k = 0; k < knobs.size(); ++k) {
         Knob const& knob = knobs[k];
         const auto set = [&](double h) { knob.set(knob.value + h); };
-        if (!equilibrium_.slope(point, phases, set, knob.step, lu, du)) continue;
+        if (!equilibrium_.slope(point, phases, set, knob.step, at.J, du)) continue;
         const Phases back = equilibrium_.moved(phases, du, -knob.step),
                      forth = equilibrium_.moved(phases, du, knob.step);
         set(-knob.step);
@@ -204,18 +202,22 @@ double MixtureEvaluator::distance(Point const& point) {
 }
 
 /// False without a solution; `ended`: of a bubble or dew point that its boundary does not reach.
-bool MixtureEvaluator::solve(std::size_t index, Point const& point, bool& ended) {
+bool MixtureEvaluator::solve(std::size_t index, Point const& point, Equilibrium::Linear& at,
+                             bool& ended) {
     Phases& phases = kept_[index];
     ended = false;
-    if (!Equilibrium::saturation(point)) return equilibrium_.solve(point, phases);
+    const auto searched = [&] {
+        return equilibrium_.solve(point, phases) && equilibrium_.linearise(point, phases, at);
+    };
+    if (!Equilibrium::saturation(point)) return searched();
     Phases const last = phases;
     const auto met = [&] {
-        return equilibrium_.near(point, phases) && !boundary_.steep(point, phases);
+        return equilibrium_.near(point, phases) && equilibrium_.linearise(point, phases, at) &&
+               !Boundary::steep(at);
     };
     if (met()) return true;
     Boundary::End end;
-    if (!boundary_.end(index, point, phases.empty() ? last : phases, end))
-        return equilibrium_.solve(point, phases);
+    if (!boundary_.end(index, point, phases.empty() ? last : phases, end)) return searched();
     phases = end.phases;
     if (std::fabs(end.T / point.T - 1.0) < 1e-7 && met()) return true;
     phases = {};
@@ -317,7 +319,8 @@ void MixtureEvaluator::evaluate(std::size_t index, Point const& point,
         return;
     }
     bool ended = false;
-    if (!solve(index, point, ended))
+    Equilibrium::Linear at;
+    if (!solve(index, point, at, ended))
         return ended ? beyond(index, point, knobs, answers) : penalty(point, knobs, answers);
     Numbers values(answers.size());
     answer(point, phases, values.data());
@@ -325,7 +328,7 @@ void MixtureEvaluator::evaluate(std::size_t index, Point const& point,
         answers[o].calculated = values[o];
         answers[o].solved = true;
     }
-    const Numbers w_slope = slopes(point, phases, knobs, answers);
+    const Numbers w_slope = slopes(point, phases, at, knobs, answers);
     const double w = merging_weight(point, phases);
     if (w < 1.0) merge(point, w, w_slope, knobs, answers);
 }
