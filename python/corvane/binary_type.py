@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import itertools
 from typing import TYPE_CHECKING, Any, NamedTuple, Sequence
 
 from ._numpy import np
@@ -83,9 +84,22 @@ def _ends(line: CriticalLine) -> list[str]:
     return found
 
 
+def _phases(line: ThreePhaseLine) -> tuple[Any, Any]:
+    """x and rho of two liquids and the vapour at each point. The lightest phase comes last in a line: that is the vapour where it
+    is cold, but near its critical point a heavy fluid (krypton, xenon) sinks below a light liquid. So the phases are followed from
+    the coldest point on."""
+    points = np.stack([line.x, np.log(line.rho)], axis=1)
+    columns = np.tile(np.arange(3), (len(points), 1))
+    cold_first = range(len(points)) if line.T[0] <= line.T[-1] else range(len(points) - 1, -1, -1)
+    for before, n in itertools.pairwise(cold_first):
+        last = points[before][:, columns[before]]
+        columns[n] = min(itertools.permutations(range(3)), key=lambda p: float(np.abs(points[n][:, p] - last).sum()))
+    return np.take_along_axis(line.x, columns, axis=1), np.take_along_axis(line.rho, columns, axis=1)
+
+
 def _merging(line: ThreePhaseLine, k: int) -> str:
     """At an end of a line of three phases: "liquids" or "vapour" (and a liquid) are alike, or it is "open"."""
-    x, rho = line.x[k], line.rho[k]
+    x, rho = (v[k] for v in _phases(line))
 
     def alike(i: int, j: int) -> bool:
         return bool(abs(x[i] - x[j]) < _ALIKE and abs(rho[i] / rho[j] - 1.0) < _ALIKE)
@@ -96,7 +110,7 @@ def _merging(line: ThreePhaseLine, k: int) -> str:
 
 
 def _between(line: ThreePhaseLine) -> bool:
-    x, y, vapour = line.x.T
+    x, y, vapour = _phases(line)[0].T
     return bool(np.any((vapour > np.minimum(x, y) + _ALIKE) & (vapour < np.maximum(x, y) - _ALIKE)))
 
 

@@ -14,6 +14,8 @@ from corvane.binary_type import classify
     # measured: Rowlinson & Swinton, Liquids and Liquid Mixtures (1982), ch. 6
     (("methane", "propane"), None, "I"), (("CO2", "water"), None, "III"), (("CO2", "ethane"), None, "II-HA"),
     (("water", "propane"), None, "III-H"), (("helium", "methane"), None, "III"),
+    # near its critical point the lighter component is the heavier fluid
+    (("xenon", "water"), 0.0114, "III"), (("krypton", "decane"), 0.1575, "III"),
 ])  # fmt: skip
 def test_types(pair, kij, expected):
     kwargs = {} if kij is None else {"kij": kij}
