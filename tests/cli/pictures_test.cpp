@@ -189,43 +189,6 @@ TEST(CliPictures, TrianglesHaveRoomForTheirWords) {
         }
 }
 
-// Half a diagram is drawn and said to be one; while it is written or drawn nothing is lost.
-TEST(CliPictures, AnInterruptedDiagramIsAWholeFile) {
-    if (no_gnuplot()) GTEST_SKIP() << "gnuplot is not installed";
-    const Scratch scratch;
-    const std::string to = " --csv --plot a.svg --home " + scratch.home().string();
-    const auto whole = [] {
-        const std::string svg = Scratch::read("a.svg");
-        return svg.ends_with("</svg>\n") || svg.ends_with("</svg>\n\n");
-    };
-    struct {
-        char const *arguments, *words;
-    } const cases[] = {
-        {"envelope SAFTVRMIE+LB methane=0.5 ethane=0.2 propane=0.2 butane=0.1", "interrupted"},
-        {"txy PCSAFT+LB ethanol heptane --p 0.1:2:0.001", " of 1901 diagrams"},
-        {"txy SAFTVRMIE+LB methane propane --p 1 --step 0.0005", "interrupted: 0 of 1 diagrams, the last one in part"},
-        {"ternary PCSAFT+LB CO2 methanol water --T 300 --p 7 --step 0.0005", "interrupted: regions are missing"}};
-    for (auto const& c : cases) {
-        SCOPED_TRACE(c.arguments);
-        std::filesystem::remove("a.svg");
-        const Outcome run = interrupt_corvane(c.arguments + to);
-        EXPECT_EQ(run.code, 130);
-        EXPECT_GT(lines_of(run.out).size(), 5u) << run.err;
-        EXPECT_NE(run.out.find(c.words), std::string::npos) << lines_of(run.out).back();
-        EXPECT_TRUE(whole());
-    }
-    // All is computed, and waits for its reader, who has taken the first line.
-    std::filesystem::remove("a.svg");
-    const Outcome run = interrupt_corvane("pxy PR+vdW1 ethanol water --T 350 --step 0.001" + to,
-                                          "[ -e begun ]", "{",
-                                          "touch interrupted; wait $pid; echo code $?; } | { read "
-                                          "-r first; echo \"$first\"; touch begun; "
-                                          "until [ -e interrupted ]; do sleep 0.01; done; cat; }");
-    EXPECT_EQ(lines_of(run.out).back(), "code 0");
-    EXPECT_NE(run.out.find("# T = 350 K: complete"), std::string::npos);
-    EXPECT_TRUE(whole());
-}
-
 TEST(CliPictures, Pictures) {
     if (no_gnuplot()) GTEST_SKIP() << "gnuplot is not installed";
     const Scratch scratch;

@@ -19,16 +19,13 @@ struct Outcome {
 };
 
 /// Runs "corvane <arguments>" through the shell, after the settings ("LC_ALL=C") or commands
-/// ("cd / &&") in `before`, followed by what is in `then`. CORVANE_DATA is unset first. The
-/// variable CORVANE_TEST_PROGRAM names another program than the built one: an installed one, for
-/// example.
-inline Outcome run_corvane(std::string const& arguments, std::string const& before = "",
-                           std::string const& then = "") {
+/// ("cd / &&") in `before`. CORVANE_DATA is unset first. The variable CORVANE_TEST_PROGRAM names
+/// another program than the built one: an installed one, for example.
+inline Outcome run_corvane(std::string const& arguments, std::string const& before = "") {
     const std::string errors = testing::TempDir() + "corvane-stderr-" + std::to_string(getpid());
     char const* const other = std::getenv("CORVANE_TEST_PROGRAM");
-    const std::string command = "unset CORVANE_DATA; " + before + " " +
-                                (other ? other : CORVANE_PROGRAM) + " " + arguments + " 2>" +
-                                errors + then;
+    const std::string command = "unset CORVANE_DATA; " + before + " " + (other ? other : CORVANE_PROGRAM) + " " +
+                                arguments + " 2>" + errors;
     Outcome run{-1, "", ""};
     FILE* pipe = popen(command.c_str(), "r");
     if (!pipe) return run;
@@ -42,23 +39,6 @@ inline Outcome run_corvane(std::string const& arguments, std::string const& befo
     run.err = text.str();
     std::remove(errors.c_str());
     return run;
-}
-
-/// A condition of interrupt_corvane: the program has used half a second of the processor, however
-/// long that takes beside other work.
-inline constexpr char kHasWorked[] =
-    "{ read -r stat </proc/$pid/stat && set -- ${stat##*) } && [ $((${12} + ${13})) -ge "
-    "$(($(getconf CLK_TCK) / 2)) ]; }";
-
-/// The same, but SIGINT comes as soon as the command `when` succeeds; `then` follows it.
-inline Outcome interrupt_corvane(std::string const& arguments, std::string const& when = kHasWorked,
-                                 std::string const& before = "",
-                                 std::string const& then = "wait $pid") {
-    const std::string ended =
-        "read -r stat </proc/$pid/stat; case ${stat##*) } in Z*) break;; esac";
-    return run_corvane(arguments, before + " env --default-signal=INT",
-                       " & pid=$!; until " + when + "; do " + ended +
-                           "; sleep 0.01; done; kill -INT $pid; " + then);
 }
 
 inline std::vector<std::string> lines_of(std::string const& text) {
