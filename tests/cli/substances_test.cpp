@@ -85,6 +85,8 @@ TEST(Cli, SubstancesDefinedOnTheCommandLine) {
          {"mixture PR+vdW1 methane=0.5 propane --T 200 --p 2 --set argon=3", 2, "", "argon is not a comp"},
          {"state PR x --T 300 --p 1 --define x Tc=540 pc=2.7", 2, "", "--define x: Tc, pc and omega are needed"},
          {"state PR x --T 300 --p 1 --define x Tc=54o", 2, "", "'Tc=54o' is not a number with a unit"},
+         {"state PR propane --T 300 --p 1 " + c7, 2, "", "--define C7+: there is no component of this name"},
+         {"bubble PR+vdW1 methane=0.3 propane --T 300 " + c7, 2, "", "--define C7+: there is no component of this name"},
          {"state PR x --T 300 --p 1 --define Tc=540", 2, "", "begins with a name"},
          {"state PCSAFT x --T 300 --p 1 --define x Tc=540 pc=2.7 omega=0.3", 1, "", "for PR and SRK alone"}});
 }

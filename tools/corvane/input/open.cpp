@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace cli {
@@ -83,6 +84,15 @@ std::vector<corvane::PseudoComponent> definitions(std::vector<std::string> const
     return result;
 }
 
+std::vector<corvane::PseudoComponent> definitions(std::vector<std::string> const& words,
+                                                  std::vector<std::string> const& components) {
+    auto result = definitions(words);
+    for (auto const& s : result)
+        if (std::find(components.begin(), components.end(), s.name) == components.end())
+            throw Misuse(fmt::format("--define {}: there is no component of this name", s.name));
+    return result;
+}
+
 void add_define(Command& command, std::vector<std::string>& words) {
     command.words("--define", words,
                   "a substance that no file knows, for PR and SRK: C7+ Tc=540 pc=2.7 omega=0.35 "
@@ -91,11 +101,11 @@ void add_define(Command& command, std::vector<std::string>& words) {
 }
 
 Fluid open_fluid(FluidRequest const& request) {
-    Fluid fluid(corvane::open(request.eos, request.substance, {request.set, entered_home(),
-                                                                  definitions(request.define)}));
+    const auto defined = definitions(request.define, {request.substance});
+    Fluid fluid(corvane::open(request.eos, request.substance, {request.set, entered_home(), defined}));
     fluid.chosen = request.eos.empty();
     fluid.asked = request.substance;
-    fluid.pseudo = corvane::find(definitions(request.define), fluid.substance) != nullptr;
+    fluid.pseudo = corvane::find(defined, fluid.substance) != nullptr;
     Model1 const& model = *fluid.model;
     if (model.name() != fluid.substance || model.id() != fluid.set)
         tell(fmt::format("warning: the file of {} set {} says that it holds {};{}", fluid.name(),

@@ -26,6 +26,9 @@ struct FluidRequest {
 /// Substances from the words of --define: "C7+", "Tc=540", "pc=27bar", "omega=0.35", "M=96", a word
 /// without '=' beginning the next. @throws Misuse
 std::vector<corvane::PseudoComponent> definitions(std::vector<std::string> const& words);
+/// Those for the components of this name. @throws Misuse also for one that is none of them
+std::vector<corvane::PseudoComponent> definitions(std::vector<std::string> const& words,
+                                                  std::vector<std::string> const& components);
 void add_define(Command& command, std::vector<std::string>& words);
 
 struct Fluid : corvane::Fluid {

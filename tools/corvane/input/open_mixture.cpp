@@ -274,7 +274,7 @@ MixtureFluid open_mixture(MixtureRequest const& asked) {
     Composition composition = read_composition(request);
     const std::string equation =
         plus == std::string::npos ? "" : request.model.substr(0, plus);
-    const auto defined = definitions(request.define);
+    const auto defined = definitions(request.define, composition.names);
     const std::vector<std::string> asked_names = composition.names;
     for (std::string& name : composition.names) {
         if (!corvane::find(defined, name)) name = corvane::substance_name(home, equation, name);
