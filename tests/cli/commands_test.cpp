@@ -28,6 +28,8 @@ TEST(Cli, PureSubstanceCommandsAnswerAndRefuse) {
          {"viscosity MEOS octane --friction-set 2 --T 300 --p 0.1", 0,
           "# friction theory made with set 2 of the equation, not 1", ""},
          {"viscosity MEOS CO2 --T 300 --p 0.1,10", 0, "friction theory, set 1|pa/MPa", ""},
+         {"transport argon --T 300", 1, "", "no liquid and vapour above the critical temperature: give --p"},
+         {"transport propane --T 300,400 --csv", 1, "300,|300,|400,,,,,,,failed", "at T = 400 K: no liquid"},
          {"range PR propane --show rho,xyz", 2, "", "no property \"xyz\"; there are T p rho"}});
 }
 

@@ -59,9 +59,14 @@ TEST(CliFiles, EveryDialectKeepsItsColumnsAndGetsTheSameResults) {
     }
     // The same reader takes published points; the mark once hid the column T.
     scratch.write("published.csv", "\xef\xbb\xbfT/K;p/MPa\n280;4,1607\n");
-    const Outcome run = run_corvane("saturation MEOS CO2 --json --compare published.csv" + home);
-    ASSERT_EQ(run.code, 0) << run.err;
-    EXPECT_NEAR(Json::parse(run.out)["rows"][0]["d_p"].get<double>(), 0, 0.005);
+    scratch.write("bare.csv", "T,p\n6.85,41.607\n");  // without units those of --units
+    for (std::string const asked : {"published.csv", "bare.csv --units bar"}) {
+        const Outcome run = run_corvane("saturation MEOS CO2 --json --compare " + asked + home);
+        ASSERT_EQ(run.code, 0) << run.err;
+        EXPECT_NEAR(Json::parse(run.out)["rows"][0]["d_p"].get<double>(), 0, 0.005);
+    }
+    scratch.write("isotherm.csv", "T,p,x_propane\n323.15,1,0.4\n");
+    EXPECT_EQ(run_corvane("pxy PR+vdW1 propane butane --data isotherm.csv" + home).code, 0);
 }
 
 TEST(CliFiles, EveryCommandAnswersWithItsOwnNumbers) {

@@ -18,6 +18,7 @@ TEST(Cli, FitsRefuseWhatMakesNoSenseAndListsGiveTables) {
                 {good + " --weight a.csv=2", 2, "", "none of the files"},
                 {good + " --new-set 9", 2, "", "go with --out"},
                 {good + " --batch list.csv", 2, "", "takes models"},
+                {good + " --out /dev/full", 1, "omega  ", "Not a directory"},  // the result is shown all the same
                 {"fit PR hexane --adjust omega --data /nowhere.csv", 1, "", "no such file"}});
     const Scratch scratch;
     scratch.write("list.csv",

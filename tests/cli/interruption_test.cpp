@@ -67,6 +67,8 @@ TEST(CliInterruption, ADiagramIsAWholeFile) {
         {"envelope SAFTVRMIE+LB methane=0.5 ethane=0.2 propane=0.2 butane=0.1", 5, "interrupted"},
         {"txy PCSAFT+LB ethanol heptane --p 0.1:2:0.001", 50, " of 1901 diagrams"},
         {"txy SAFTVRMIE+LB methane propane --p 1 --step 0.0005", 10, "interrupted: 0 of 1 diagrams, the last one in part"},
+        {"critical-line SAFTVRMIE+LB methane propane --step 0.0005", 10, "interrupted: lines are missing"},
+        {"azeotrope SAFTVRMIE+LB CO2 ethane", 10, "interrupted: lines are missing"},
         {"ternary PCSAFT+LB CO2 methanol water --T 300 --p 7 --step 0.0005", 50, "interrupted: regions are missing"}};
     for (auto const& c : cases) {
         SCOPED_TRACE(c.arguments);

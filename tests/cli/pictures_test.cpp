@@ -6,6 +6,15 @@
 #include <cstring>
 #include <regex>
 
+namespace {
+/// What the script of a page draws.
+Json drawn(std::string const& page) {
+    const std::string mark = "id=\"data\">";
+    const std::size_t data = page.find(mark) + mark.size();
+    return Json::parse(page.substr(data, page.find("</script>", data) - data));
+}
+}  // namespace
+
 TEST(CliPictures, PicturesShowWhatMatters) {
     if (no_gnuplot()) GTEST_SKIP() << "gnuplot is not installed";
     const Scratch scratch;
@@ -21,10 +30,7 @@ TEST(CliPictures, PicturesShowWhatMatters) {
     for (auto const& c : cases) {
         SCOPED_TRACE(c.arguments);
         run_corvane(c.arguments + std::string(" --html a.html --home ") + scratch.home().string());
-        const std::string page = Scratch::read("a.html"), mark = "id=\"data\">";
-        const std::size_t data = page.find(mark) + mark.size();
-        const Json axis =
-            Json::parse(page.substr(data, page.find("</script>", data) - data))["axes"][1];
+        Json const axis = drawn(Scratch::read("a.html"))["axes"][1];
         EXPECT_GE(value(axis, "low"), c.low);
         EXPECT_GE(value(axis, "high"), c.least);
         EXPECT_LE(value(axis, "high"), c.most);
@@ -60,6 +66,29 @@ TEST(CliPictures, PointsThatHideEachOtherHaveAnInset) {
                     scratch.home().string());
         EXPECT_EQ(std::regex_search(Scratch::read("b.svg"), larger), inset) << arguments;
     }
+}
+
+// The same model twice, whose curves coincide: without colours the second one has marks along its curves, in colours
+// the first one is wider.
+TEST(CliPictures, ModelsThatCoincideCanBeToldApart) {
+    if (no_gnuplot()) GTEST_SKIP() << "gnuplot is not installed";
+    const Scratch scratch;
+    const std::string both = "pxy propane butane --T 320 --model PR+vdW1 --model PR+vdW1 --html a.html --plot a.svg --home " +
+                             scratch.home().string();
+    ASSERT_EQ(run_corvane(both + " --mono").code, 0);
+    Json const mono = drawn(Scratch::read("a.html"));
+    int along = 0, with = 0, without = 0;
+    for (Json const& m : mono["marks"])
+        if (m["symbol"] == "square-open") along += static_cast<int>(m["points"].size());
+    for (Json const& c : mono["curves"]) ++(c.contains("symbol") ? with : without);
+    EXPECT_GE(along, 6);
+    EXPECT_EQ(with, without);
+    const std::string svg = Scratch::read("a.svg");  // gnuplot's point 4 is its third definition
+    const std::regex square("xlink:href='#gpPt3'");
+    EXPECT_GE(std::distance(std::sregex_iterator(svg.begin(), svg.end(), square), std::sregex_iterator()), along);
+    ASSERT_EQ(run_corvane(both).code, 0);
+    Json const colours = drawn(Scratch::read("a.html"));
+    EXPECT_GT(value(colours["curves"].front(), "width"), value(colours["curves"].back(), "width") + 1);
 }
 
 namespace {
@@ -131,11 +160,9 @@ TEST(CliPictures, PagesHaveThePictureAndTheNumbersOfTheTable) {
         }
         EXPECT_NE(page.find("<svg"), std::string::npos);
         // What the script draws, one object; and nothing comes from elsewhere.
-        const std::string mark = "id=\"data\">";
-        const std::size_t data = page.find(mark) + mark.size();
-        const Json drawn = Json::parse(page.substr(data, page.find("</script>", data) - data));
-        EXPECT_FALSE(drawn["curves"].empty());
-        EXPECT_LT(value(drawn["axes"][1], "low"), value(drawn["axes"][1], "high"));
+        Json const picture = drawn(page);
+        EXPECT_FALSE(picture["curves"].empty());
+        EXPECT_LT(value(picture["axes"][1], "low"), value(picture["axes"][1], "high"));
         EXPECT_EQ(page.find("src="), std::string::npos);
         EXPECT_NE(page.find("default-src 'none'"), std::string::npos);
     }
@@ -214,6 +241,7 @@ TEST(CliPictures, Pictures) {
          {"0.7 methane + 0.3 propane", "s / (J/(mol K))", "isobars", "dew points"}},
         {"txy PR+vdW1 propane butane --p 1", {">L<", ">V<", ">L + V<"}},  // fields by their names
         {"pxy PR+vdW1 methane CO2 --T 250", {">F<", ">L + V<"}},
+        {"txy PCSAFT+LB benzene cyclohexane --p 0.1 --solid", {">L<", ">V<", ">benzene (s) + L<", ">cyclohexane (s) + L<"}},
         {"ternary PR+vdW1 nitrogen methane ethane --T 120 --p 3",
          {"120 K, 3 MPa", "plait point", "tie lines", ">L<"}}};
     for (auto const& c : cases) {

@@ -240,6 +240,12 @@ TEST(CliSurroundings, APictureIsWrittenWholeOrNotAtAll) {
         EXPECT_EQ(run_corvane(command + name).code, 0);
         EXPECT_GT(Scratch::read(name).size(), 5000u);
     }
+    // Nor does a reader who goes early cost it.
+    std::filesystem::remove("a.svg");
+    const Outcome early = run_corvane("property-diagram PR propane --plot a.svg --home " + scratch.home().string() +
+                                      " | head -n 1");
+    EXPECT_EQ(early.err, "");
+    EXPECT_GT(Scratch::read("a.svg").size(), 5000u);
     std::filesystem::create_directory("folder.svg");
     // A device that is full, a pipe that nobody reads on; a link stays one.
     std::filesystem::create_symlink("/dev/full", "full.pdf");

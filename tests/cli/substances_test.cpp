@@ -91,6 +91,25 @@ TEST(Cli, SubstancesDefinedOnTheCommandLine) {
          {"state PCSAFT x --T 300 --p 1 --define x Tc=540 pc=2.7 omega=0.3", 1, "", "for PR and SRK alone"}});
 }
 
+// What tells a liquid from a vapour is not the mass of those components alone whose molar mass is known: without
+// M everything molar is as with it, and what is per mass is refused.
+TEST(Cli, ASubstanceWithoutMolarMassChangesNothingButUnits) {
+    const std::string c7 = " --no-heading --define C7+ Tc=540 pc=2.7 omega=0.35";
+    for (std::string const asked : {"flash PR+vdW1 methane=0.5 C7+ --T 300 --p 5", "bubble PR+vdW1 methane=0.5 C7+ --T 300",
+                                    "dew PR+vdW1 methane=0.5 C7+ --T 400", "pxy PR+vdW1 methane C7+ --T 400",
+                                    "envelope PR+vdW1 methane=0.5 C7+", "ternary PR+vdW1 methane propane C7+ --T 300 --p 5"}) {
+        SCOPED_TRACE(asked);
+        const Outcome without = run_corvane(asked + c7), with = run_corvane(asked + c7 + " M=96");
+        EXPECT_EQ(with.code, 0) << with.err;
+        EXPECT_EQ(without.out, with.out);
+    }
+    expect_all({{"flash PR+vdW1 methane=0.5 C7+ --T 300 --p 5 --mass" + c7, 1, "", "needs the molar mass, which is not known"},
+                {"flash PR+vdW1 methane=50 C7+=50 --basis mass --T 300 --p 5" + c7, 1, "", "the molar mass of C7+ is not known"}});
+    const Outcome file = run_corvane("flash PR+vdW1 methane C7+ --input -" + c7, "printf 'T,p,w_methane\n300,5,0.5\n' |");
+    EXPECT_EQ(file.code, 1);
+    expect_parts(file.out, "the molar mass of C7+ is not known");
+}
+
 TEST(Cli, RangesThatFilesStateAreHeldAgainstTheState) {
     const Scratch scratch;
     std::string set = propane_set(scratch);

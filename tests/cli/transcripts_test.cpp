@@ -4,6 +4,7 @@
 // evaluations are not compared.
 #include <cli/program.h>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <regex>
@@ -82,8 +83,11 @@ TEST(CliTranscripts, AreWhatTheProgramPrints) {
         for (Transcript const& t : transcripts(page)) {
             SCOPED_TRACE(page.filename().string() + ": corvane " + t.command);
             const std::regex example(" examples/");
-            const auto printed = lines_of(
-                run_corvane(std::regex_replace(t.command, example, " " CORVANE_SOURCE "/examples/")).out);
+            const Outcome run = run_corvane(std::regex_replace(t.command, example, " " CORVANE_SOURCE "/examples/"));
+            // A terminal shows messages, too; below the rest, if any is shown.
+            const bool messages = std::any_of(t.lines.begin(), t.lines.end(),
+                                              [](std::string const& line) { return line.starts_with("corvane: "); });
+            const auto printed = lines_of(messages ? run.out + run.err : run.out);
             ++count;
             EXPECT_EQ(printed.size(), t.lines.size());
             for (std::size_t i = 0; i < std::min(printed.size(), t.lines.size()); ++i) {

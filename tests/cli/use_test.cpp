@@ -31,6 +31,11 @@ TEST(Cli, UnitsAndMixturesAreUnderstoodAsTheyAreWritten) {
                 {"viscosity propane --T 300 --p 0.1 --unit-eta µPa·s", 0, "eta/(uPa s)", ""},
                 {"state methane=0.6 propane --T 250 --p 2", 0,
                  "no model was named: MEOS+GERG|liquid|vapour", ""},
+                {"mixture PR+vdW1 methane water=500ppm --T 300 --p 5", 0, "water 0.0005000000", ""},
+                {"bubble PR+vdW1 methane=50% propane=5e5ppm --basis mass --T 250", 0, "mole fractions from those by mass", ""},
+                {"property-diagram CO2 --kind tRHO --isobars 5", 0, "bubble", ""},
+                {"state R134a --p 0.2 --h 25000", 0, "--reference IIR, ASHRAE, NBP, triple, formation takes another one", ""},
+                {"solid ice --T 260", 0, "substance water", ""},
                 {"flash C7+=0.3 methane --T 250 --p 2 --define C7+ Tc=540 pc=2.7 omega=0.35", 0,
                  "no model was named", ""}});
 }
@@ -55,7 +60,9 @@ TEST(Cli, WrongUseExitsWith2) {
                 {"state PR propane --T -5 --p 1", 2, "", "--T -5 K is not above zero"},
                 {"state PR propane --T 300 --p 1 --unit-p stone", 2, "", "stone"},
                 {"bubble PR+vdW1 methane=30% propane=70 --basis mass --T 250", 2, "",
-                 "in percent or in amounts, not both"},
+                 "in parts (percent, ppm) or in amounts, not both"},
+                {"bubble PR+vdW1 propane=40 butane=60 --T 250", 2, "", "write propane=40% or, of amounts, --basis"},
+                {"density PR+vdW1 propane=0.5 butane --T 300 --p 2", 2, "", "PR+vdW1 is a model of mixtures, for which there are"},
                 {"saturation PR propane", 2, "", "one of --T, --p, --compare and --input"},
                 {"saturation PR propane --T 300:200:10", 2, "", "does not lead from 300 to 200"},
                 {"saturation PR propane --T 300:200", 2, "",
@@ -119,5 +126,7 @@ TEST(Cli, NotesTellExtrapolatedMetastableAndUnstableStates) {
 
 TEST(Cli, WhereNothingIsFoundTheStatedRangeComesFirst) {
     expect_all({{"state MEOS water --T=-40 --unit-T C --p 0.1", 1, "",
-                 "outside the stated range of the set (below 0.01 C): "}});
+                 "outside the stated range of the set (below 0.01 C): |below the triple point (0.01 C) a solid may be "
+                 "stable: corvane solid water"},
+                {"state water --T=-1 --unit-T C --p 0.1", 0, "extrapolated: below 0.01 C|below the triple point (0.01 C) a solid may be stable", ""}});
 }

@@ -114,10 +114,8 @@ Command& Command::value(char const* name, std::string& value, char const* text, 
     const auto one_of = [&](CLI::Validator member) {
         return member.description("").name(join(rule.one_of, "\n"));
     };
-    if (rule.spelling)
-        option->transform(one_of(CLI::IsMember(rule.one_of, rule.spelling)));
-    else
-        option->check(one_of(CLI::IsMember(rule.one_of)));
+    const std::function<std::string(std::string)> as_written = [](std::string word) { return lower(word); };
+    option->transform(one_of(CLI::IsMember(rule.one_of, rule.spelling ? rule.spelling : as_written)));
     return *this;
 }
 

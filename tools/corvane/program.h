@@ -21,7 +21,7 @@ struct Rule {
     bool required = false;
     std::vector<std::string> one_of = {};  ///< empty: anything
     char const* type = "VALUE";            ///< what help calls it
-    /// If there, words for which it gives the same are the same: "°C" and "C".
+    /// Words for which it gives the same are the same: "°C" and "C". Without it capitals do not count.
     std::function<std::string(std::string)> spelling = {};
 };
 

@@ -173,7 +173,7 @@ int SaturationPoints::run() {
     Units& units = options.units;
     units.M = mixture.M();
     if (file) return of_file(mixture);
-    if (data) data.read(mixture, MeasuredKind::composition);
+    if (data) data.read(mixture, MeasuredKind::composition, units);
     const Quantity quantity = by_T() ? Quantity::temperature : Quantity::pressure;
     char const* const symbol = by_T() ? "T" : "p";
     const std::vector<Asked> all = asked(mixture);
@@ -216,8 +216,8 @@ int SaturationPoints::run() {
         if (row.cells.size() > plain) liquids = std::max(liquids, (row.cells.size() - plain) / each);
     }
     for (Column& column : split_columns(mixture, liquids)) table.columns.push_back(std::move(column));
-    const int code = rows.write(head, options.style);
-    plot.draw(picture, head, table, options.style);
+    const int code = rows.finish(head);
+    plot.show(picture, head, table, options.style);
     return code;
 }
 

@@ -3,6 +3,7 @@
 #include <tools/corvane/commands/commands.h>
 #include <tools/corvane/input/home.h>
 #include <tools/corvane/input/options.h>
+#include <tools/corvane/output/watch.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
 #include <tools/corvane/text/text.h>
@@ -12,6 +13,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 
@@ -35,7 +37,7 @@ struct CheckCommand {
     bool mixture() const { return plugin.find('+') != std::string::npos; }
     void add(std::vector<corvane::Check> const& checks, std::string const& of);
     void check_mixture(corvane::CheckRange const& range);
-    void check_pure(corvane::CheckRange range);
+    void check_pure(corvane::CheckRange range, Watch& watch);
     std::string command(Outcome const& worst) const;
 
     std::vector<Outcome> worst_;  // one for each check, in the order in which they came
@@ -66,7 +68,7 @@ void CheckCommand::check_mixture(corvane::CheckRange const& range) {
     add(corvane::check_mixture(*m.model, range), of);
 }
 
-void CheckCommand::check_pure(corvane::CheckRange range) {
+void CheckCommand::check_pure(corvane::CheckRange range, Watch& watch) {
     if (substances.empty())
         for (auto const& [name, sets] : corvane::parameter_sets(entered_home(), plugin))
             substances.push_back(name);
@@ -81,8 +83,12 @@ void CheckCommand::check_pure(corvane::CheckRange range) {
             add(corvane::check_equation(*fluid.model, here),
                 set == 1 ? name : fmt::format("{} --set {}", name, set));
             ++sets_;
+            if (!watch.go_on()) return;
         }
     }
+    const auto known = corvane::plugins(entered_home()).pure;
+    if (std::find(known.begin(), known.end(), plugin) == known.end())
+        throw Failure(fmt::format("no equation {}; there are {}", clipped(plugin), join(known, ", ")));
     if (sets_ == 0)
         throw Failure(fmt::format("{}: there are no parameter sets to check it with", plugin));
 }
@@ -117,10 +123,11 @@ int CheckCommand::run() {
     };
     range.T_low = temperature(low, "--T-low");
     range.T_high = temperature(high, "--T-high");
+    Watch watch("corvane: check-equation");
     if (mixture())
         check_mixture(range);
     else
-        check_pure(range);
+        check_pure(range, watch);
     Table table;
     table.columns = {{"check", "", "what was checked"},
                      {"states", "", "at how many states"},
@@ -147,8 +154,9 @@ int CheckCommand::run() {
                     Cell(mixture() ? static_cast<long>(substances.size()) : sets_)}};
     head.summary = {
         fmt::format("{} of {} checks failed, {} states", failed, worst_.size(), states_)};
+    if (Watch::interrupted()) head.summary.push_back(fmt::format("interrupted after {} sets", sets_));
     write(head, table, options.style);
-    return failed > 0 ? 1 : 0;
+    return Watch::interrupted() ? kInterrupted : failed > 0 ? 1 : 0;
 }
 }  // namespace
 

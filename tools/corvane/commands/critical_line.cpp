@@ -262,6 +262,7 @@ int CriticalLineCommand::lines(MixtureFluid const& mixture, Heading& head, Table
         data.compare(mixture, found, {.unstable = unstable}, options.units, head);
         data.draw(picture, options.units);
     }
+    if (Watch::interrupted()) head.summary.emplace_back("interrupted: lines are missing");
     return Watch::interrupted() ? kInterrupted : open ? 1 : 0;
 }
 
@@ -274,15 +275,14 @@ int CriticalLineCommand::run() {
     const MixtureFluid mixture = open_mixture(request);
     check(mixture);
     options.units.M = mixture.M();
-    if (data) data.read(mixture, MeasuredKind::critical);
+    if (data) data.read(mixture, MeasuredKind::critical, options.units);
     Heading head = heading("critical-line", mixture);
     Table table{columns(mixture), {}};
     Picture picture;
     const int code = of_compositions(mixture) ? points_at(mixture, head, table)
                      : from_values()          ? slope(mixture, head, table)
                                               : lines(mixture, head, table, picture);
-    write(head, table, options.style);
-    plot.draw(picture, head, table, options.style);
+    plot.show(picture, head, table, options.style);
     return code;
 }
 }  // namespace

@@ -236,7 +236,7 @@ Drawn EnvelopeCommand::with(MixtureRequest const& of) {
     const MixtureFluid mixture = open_mixture(of);
     Measured measured = data;
     options.units.M = mixture.M();
-    if (measured) measured.read(mixture, MeasuredKind::composition);
+    if (measured) measured.read(mixture, MeasuredKind::composition, options.units);
     Heading head = heading("envelope", mixture);
     head.remarks.emplace_back("y: the incipient phase, beside that of the given composition");
     corvane::EnvelopeOptions asked = how();

@@ -63,14 +63,16 @@ int FitCommand::run() {
     Heading heading;
     tell_of_fit(problem, result, heading);
     const fit::Target target{out, new_set.empty() ? 0 : set_number(new_set), comment, overwrite};
-    if (!out.empty() && !result.interrupted)
-        for (std::size_t k = 0; k < problem.systems.size(); ++k)
-            heading.summary.push_back(
-                "written: " +
-                fit::write_parameters(problem, result, static_cast<int>(k), target).string());
+    const auto unwritten = failure_of([&] {
+        if (!out.empty() && !result.interrupted)
+            for (std::size_t k = 0; k < problem.systems.size(); ++k)
+                heading.summary.push_back(
+                    "written: " +
+                    fit::write_parameters(problem, result, static_cast<int>(k), target).string());
+    });
     const Table table = points ? fitted_points(problem, result) : fitted_parameters(result);
-    if (plot) plot.draw(fit_picture(problem, result), heading, table, options.style);
-    write(heading, table, options.style);
+    plot.show(plot ? fit_picture(problem, result) : Picture(), heading, table, options.style);
+    if (unwritten) throw Failure(*unwritten);
     return Watch::interrupted() ? kInterrupted : result.converged ? 0 : 1;
 }
 }  // namespace

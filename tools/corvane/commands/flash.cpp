@@ -296,7 +296,7 @@ int FlashCommand::run() {
     head.remarks.emplace_back("a row for each phase, the densest (by mass) first");
     if (mixture.ideal)
         head.remarks.emplace_back("h, s: of the phase; h_all, s_all: of the whole");
-    head.remarks.push_back(options.set_reference(mixture));
+    head.remarks.push_back(options.set_reference(mixture) + (caloric() ? options.other_references() : ""));
     if (transport) transport_ = std::make_unique<MixtureTransportCells>(mixture, units);
     Table table{columns(mixture), {}};
     Evidence evidence;

@@ -43,7 +43,7 @@ struct IdealCurveCommand {
     using Curves = std::function<corvane::IdealCurveResult(corvane::IdealCurve,
                                                            corvane::IdealCurveOptions const&)>;
     using Note = std::function<std::string(double T, double p)>;
-    int table(Heading& head, std::string const& name, double least_T, Curves const& curves,
+    int table(Heading& head, std::string const& name, std::string const& title, double least_T, Curves const& curves,
               Note const& note);
     std::string summary(Kind const& one, corvane::IdealCurveResult const& q) const;
 };
@@ -66,7 +66,7 @@ std::string IdealCurveCommand::summary(Kind const& one, corvane::IdealCurveResul
                        end, at(q.last));
 }
 
-int IdealCurveCommand::table(Heading& head, std::string const& name, double least_T,
+int IdealCurveCommand::table(Heading& head, std::string const& name, std::string const& title, double least_T,
                              Curves const& curves, Note const& note) {
     Units const& u = options.units;
     corvane::IdealCurveOptions how;
@@ -79,7 +79,7 @@ int IdealCurveCommand::table(Heading& head, std::string const& name, double leas
                   {"rho", u.name(Quantity::density), "density"},
                   {"Z", "", "compressibility factor"}},
                  {}};
-    Picture picture{.title = name,
+    Picture picture{.title = title,
                     .x_axis = axis(Quantity::temperature, u),
                     .y_axis = axis(Quantity::pressure, u)};
     std::size_t asked = 0;
@@ -116,8 +116,8 @@ int IdealCurveCommand::table(Heading& head, std::string const& name, double leas
             });
         if (!go_on) break;
     }
-    const int code = rows.write(head, options.style);
-    plot.draw(picture, head, result, options.style);
+    const int code = rows.finish(head);
+    plot.show(picture, head, result, options.style);
     return code;
 }
 
@@ -137,7 +137,7 @@ int IdealCurveCommand::run() {
         head.remarks.emplace_back(
             "one homogeneous phase of this composition: whether it splits is not tested here");
         return table(
-            head, mixture.text(), 0.0,
+            head, mixture.text(), title(mixture), 0.0,
             [&](auto which, auto const& how) {
                 return corvane::ideal_curve(*mixture.model, mixture.x, which, how);
             },
@@ -148,7 +148,7 @@ int IdealCurveCommand::run() {
     const Fluid fluid = options.open();
     Heading head = heading("ideal-curve", fluid, options.units);
     return table(
-        head, fluid.name(), std::max(0.4 * fluid.model->Tcrit(), fluid.notes.Tmin),
+        head, fluid.name(), fmt::format("{}, {}", fluid.shown(), fluid.equation), std::max(0.4 * fluid.model->Tcrit(), fluid.notes.Tmin),
         [&](auto which, auto const& how) { return corvane::ideal_curve(*fluid.model, which, how); },
         [&](double T_, double p_) { return extrapolated(fluid, T_, p_, false, options.units); });
 }

@@ -188,8 +188,8 @@ Picture PropertyDiagramCommand::picture(corvane::PropertyDiagram const& d, Kind 
     Picture result;
     const auto name = [&](char const* symbol) {
         if (symbol[0] == 'T' || symbol[0] == 'p') return axis(quantity(symbol), u);
-        const std::string unit = u.name(quantity(symbol));
-        return fmt::format("{} / {}", symbol,
+        const std::string unit = unit_in_picture(u.name(quantity(symbol)));
+        return fmt::format("{} / {}", symbol == std::string_view("rho") ? "\u03c1" : symbol,
                            unit.find('/') == std::string::npos ? unit : "(" + unit + ")");
     };
     result.x_axis = name(k.x);
@@ -217,8 +217,7 @@ Picture PropertyDiagramCommand::picture(corvane::PropertyDiagram const& d, Kind 
         const bool first = line.what == What::q || (line.what == What::T && k.y[0] == 'p');
         const double of_line = u.from_library(quantity(of), line.value);
         result.labels.push_back({fmt::format("{:.4g}", of_line), {}, points, first ? 0.1 : 0.9, ink});
-        std::string unit = line.what == What::q ? "" : u.name(quantity(of));
-        if (line.what == What::T && (unit == "C" || unit == "F")) unit = "\u00b0" + unit;
+        const std::string unit = line.what == What::q ? "" : unit_in_picture(u.name(quantity(of)));
         result.curves.push_back({unit.empty() ? key : fmt::format("{}, {}", key, unit), ink, Stroke::thin,
                                  std::move(points)});
     }
@@ -248,10 +247,9 @@ int PropertyDiagramCommand::run() {
             head.summary.push_back(fmt::format("{} states of the lines were not found", d.failures));
         if (Watch::interrupted()) head.summary.emplace_back("interrupted: lines are missing");
         const Table all = table(d);
-        write(head, all, options.style);
         Picture drawn = picture(d, k);
         drawn.title = of;
-        plot.draw(drawn, head, all, options.style);
+        plot.show(drawn, head, all, options.style);
         return Watch::interrupted() ? kInterrupted : 0;
     };
     const bool energies = kind != "pv" && kind != "Trho";

@@ -130,7 +130,6 @@ int ResidueCommand::run() {
     report(mixture, map, head);
     if (Watch::interrupted()) head.summary.emplace_back("interrupted: curves are missing");
     const Table all = table(mixture, map);
-    write(head, all, options.style);
     Picture picture;
     picture.title = fmt::format("{}, {}", title(mixture), units.text(Quantity::pressure, at_p));
     for (std::size_t i = 0; i < 3; ++i) picture.corners[i] = mixture.shown(static_cast<int>(i));
@@ -142,7 +141,7 @@ int ResidueCommand::run() {
         for (std::size_t i = 0; i < 3; ++i)
             if (s.x[static_cast<int>(i)] == 1.0) picture.corners[i] += ", " + boils;
     }
-    plot.draw(picture, head, all, options.style);
+    plot.show(picture, head, all, options.style);
     return Watch::interrupted() ? kInterrupted : map.consistent() ? 0 : 1;
 }
 }  // namespace

@@ -185,6 +185,7 @@ Picture SaturationCommand::picture(Fluid const& fluid, Table const& table, std::
     }
     result.x_axis = axis(given == "T" ? Quantity::temperature : Quantity::pressure, options.units);
     result.y_axis = "deviation: calculated/published - 1, %";
+    result.data_alone = true;
     for (Column const& column : table.columns) {
         if (column.name.compare(0, 2, "d_") != 0) continue;
         const std::string name = column.name.substr(2);
@@ -233,7 +234,7 @@ int SaturationCommand::run() {
     if (compare.empty() && !file) given = read_points();
     std::optional<Published> published;
     if (!compare.empty()) {
-        published.emplace(compare, quantities(), units.M);
+        published.emplace(compare, quantities(), units);
         if (!published->has("T") && !published->has("p"))
             throw Failure(compare + ": neither a column T nor a column p");
         given = published->column(published->has("T") ? "T" : "p");
@@ -284,8 +285,7 @@ int SaturationCommand::run() {
         for (std::string const& line :
              published->lay_beside(table, by_T ? "T" : "p", quantities(), units))
             head.summary.push_back(line);
-    write(head, table, options.style);
-    if (plot) plot.draw(picture(fluid, table, by_T ? "T" : "p"), head, table, options.style);
+    plot.show(plot ? picture(fluid, table, by_T ? "T" : "p") : Picture(), head, table, options.style);
     return code;
 }
 }  // namespace

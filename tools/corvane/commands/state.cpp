@@ -1,6 +1,7 @@
 // corvane state: all properties of states, from any two quantities.
 #include <tools/corvane/commands/commands.h>
 #include <tools/corvane/commands/flash.h>
+#include <tools/corvane/input/home.h>
 #include <tools/corvane/input/options.h>
 #include <tools/corvane/output/rows.h>
 #include <tools/corvane/results/properties.h>
@@ -8,6 +9,7 @@
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
 
+#include <corvane/catalogue/substances.h>
 #include <corvane/state/pure_state.h>
 
 #include <fmt/format.h>
@@ -70,8 +72,10 @@ struct StateCommand {
     std::vector<Column> columns(Fluid const& fluid, bool several) const;
     Row row(Fluid const& fluid, Point const& point) const;
     void add_transport(Row& row, Point const& point) const;
+    std::string solid_note(Fluid const& fluid, double T) const;
 
     std::unique_ptr<TransportCells> transport_;
+    mutable std::optional<double> T_triple_;  // once it was asked for
     Input *first_ = nullptr, *second_ = nullptr;  // in the order of `inputs`
 };
 
@@ -181,18 +185,30 @@ std::vector<StateCommand::Point> StateCommand::stable(Fluid const& fluid, double
     return points;
 }
 
+/// Where the stable phase may be a solid, of which an equation of fluids knows nothing; "" elsewhere.
+std::string StateCommand::solid_note(Fluid const& fluid, double T) const {
+    if (!T_triple_) {
+        T_triple_ = 0.0;
+        const corvane::Substances index(entered_home());
+        for (auto const* s : index.find(fluid.substance)) T_triple_ = s->Ttriple;
+    }
+    if (!(T < *T_triple_)) return "";
+    return fmt::format("below the triple point ({}) a solid may be stable: corvane solid {}",
+                       options.units.text(Quantity::temperature, *T_triple_), fluid.asked);
+}
+
 /// Of a failure at T and p outside the stated range, that comes first: it is the likely reason.
 std::vector<StateCommand::Point> StateCommand::at(Fluid const& fluid, double a, double b) const {
     if (!by_Tp()) return phase == "single" ? single(fluid, a, b) : stable(fluid, a, b);
     const std::string range = beyond(fluid.notes, a, b, options.units);
     if (range.empty()) return at_pressure(fluid, a, b);
-    return asking("outside the stated range of the set (" + range + ")", [&] {
-        try {
-            return at_pressure(fluid, a, b);
-        } catch (Failure const& e) {
-            throw Failure(fmt::format("outside the stated range of the set ({}): {}", range, e.what()));
-        }
-    });
+    std::vector<Point> points;
+    if (const auto why = failure_of([&] { points = at_pressure(fluid, a, b); })) {
+        const std::string frozen = solid_note(fluid, a);
+        throw Failure(fmt::format("outside the stated range of the set ({}): {}{}{}", range, *why,
+                                  frozen.empty() ? "" : "; ", frozen));
+    }
+    return points;
 }
 
 std::vector<Property const*> StateCommand::shown(Fluid const& fluid) const {
@@ -252,7 +268,9 @@ Row StateCommand::row(Fluid const& fluid, Point const& point) const {
             result.cells.emplace_back();
     }
     add_transport(result, point);
-    add_note(result.note, extrapolated(fluid, point.state.T, point.state.p, true, options.units));
+    const std::string beyond = extrapolated(fluid, point.state.T, point.state.p, true, options.units);
+    add_note(result.note, beyond);
+    if (!beyond.empty()) add_note(result.note, solid_note(fluid, point.state.T));
     return result;
 }
 
@@ -350,7 +368,10 @@ int StateCommand::run() {
     Units const& units = options.units;
     for (Input* input : {first_, second_}) read(*input);
     Heading head = heading("state", fluid, units);
-    head.remarks.push_back(options.set_reference(fluid));
+    const auto caloric = [](Input const* input) {
+        return input->what == What::h || input->what == What::s || input->what == What::u;
+    };
+    head.remarks.push_back(options.set_reference(fluid) + (caloric(first_) || caloric(second_) ? options.other_references() : ""));
     transport_ = std::make_unique<TransportCells>(fluid, units);
     const std::size_t asked = first_->values.size() * second_->values.size();
     Table table{columns(fluid, asked > 1), {}};

@@ -221,7 +221,6 @@ int TernaryCommand::run() {
     report(mixture, d, head);
     if (Watch::interrupted()) head.summary.emplace_back("interrupted: regions are missing");
     const Table table{columns(mixture), rows_of(mixture, d)};
-    write(head, table, options.style);
     Picture picture;
     picture.title = fmt::format("{}, {}, {}", title(mixture), units.text(Quantity::temperature, at_T),
                                 units.text(Quantity::pressure, at_p));
@@ -235,7 +234,7 @@ int TernaryCommand::run() {
             x[2] = 1.0 - x[0] - x[1];
             return phase_letter(mixture, x, at_T, at_p);
         });
-    plot.draw(picture, head, table, options.style);
+    plot.show(picture, head, table, options.style);
     return Watch::interrupted() ? kInterrupted : d.complete() ? 0 : 1;
 }
 }  // namespace

@@ -61,7 +61,7 @@ struct SpecialStates {
 
   private:
     int points(MixtureFluid const& mixture, BinaryLines& result, Heading& head) const;
-    int lines(MixtureFluid const& mixture, BinaryLines& result) const;
+    int lines(MixtureFluid const& mixture, BinaryLines& result, Heading& head) const;
 };
 
 /// At the temperatures or pressures asked for, each from the last one, or else from nothing.
@@ -101,7 +101,7 @@ int SpecialStates<Kind>::points(MixtureFluid const& mixture, BinaryLines& result
 }
 
 template <class Kind>
-int SpecialStates<Kind>::lines(MixtureFluid const& mixture, BinaryLines& result) const {
+int SpecialStates<Kind>::lines(MixtureFluid const& mixture, BinaryLines& result, Heading& head) const {
     Watch watch(fmt::format("corvane: {}", Kind::name));
     const auto how =
         limits.apply<corvane::PhaseLineOptions>(mixture, options.units, watch, bool(plot));
@@ -110,7 +110,10 @@ int SpecialStates<Kind>::lines(MixtureFluid const& mixture, BinaryLines& result)
     if (plot)
         for (int i : {0, 1}) result.projection.add_pure(vapour_pressures(mixture, i), i);
     for (auto const& line : found) result.add(line);
-    if (found.empty()) throw Failure(what + ": no line found");
+    if (Watch::interrupted())
+        head.summary.emplace_back("interrupted: lines are missing");
+    else if (found.empty())
+        throw Failure(what + ": no line found");
     return Watch::interrupted() ? kInterrupted : result.open() ? 1 : 0;
 }
 
@@ -127,11 +130,10 @@ int SpecialStates<Kind>::run() {
     options.units.M = mixture.M();
     Heading head = heading(Kind::name, mixture);
     BinaryLines result(mixture, options.units);
-    const int code = whole ? lines(mixture, result) : points(mixture, result, head);
+    const int code = whole ? lines(mixture, result, head) : points(mixture, result, head);
     result.finish(head);
-    write(head, result.table, options.style);
     limits.frame(result.projection.picture);
-    plot.draw(result.projection.picture, head, result.table, options.style);
+    plot.show(result.projection.picture, head, result.table, options.style);
     return code;
 }
 

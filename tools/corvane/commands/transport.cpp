@@ -87,7 +87,7 @@ int TransportCommand::run() {
     };
     const auto pressures =
         p.empty() ? std::vector<double>() : positive_points(p, "--p", Quantity::pressure, u);
-    Rows rows("transport", table, temperatures.size() * std::max<std::size_t>(pressures.size(), 2));
+    Rows rows("transport", table, temperatures.size() * std::max<std::size_t>(pressures.size(), 1));
     if (!p.empty()) {
         rows.each(temperatures, pressures, [&](double T_, double p_) {
             return rows.add(name(T_) + ", p = " + u.text(Quantity::pressure, p_),
@@ -97,14 +97,15 @@ int TransportCommand::run() {
         });
     } else {
         head.remarks.emplace_back("no --p was given: liquid and vapour in equilibrium");
-        const std::vector<bool> sides = {true, false};
-        rows.each(temperatures, sides, [&](double T_, bool liquid) {
-            return rows.add(name(T_), {{0, u.from_library(Quantity::temperature, T_)}}, [&] {
-                const auto s = corvane::pure_saturation_T(*fluid.model, T_);
-                return liquid ? row(fluid, transport, T_, s.p, "liquid", s.rhoL)
-                              : row(fluid, transport, T_, s.p, "vapour", s.rhoV);
-            });
-        });
+        for (double T_ : temperatures)
+            if (!rows.add_all(name(T_), {{0, u.from_library(Quantity::temperature, T_)}}, [&] {
+                    if (T_ >= fluid.model->Tcrit())
+                        throw Failure("no liquid and vapour above the critical temperature: give --p");
+                    const auto s = corvane::pure_saturation_T(*fluid.model, T_);
+                    return std::vector{row(fluid, transport, T_, s.p, "liquid", s.rhoL),
+                                       row(fluid, transport, T_, s.p, "vapour", s.rhoV)};
+                }))
+                break;
     }
     const int code = rows.finish(head);
     transport.tell(head);

@@ -260,7 +260,7 @@ Drawn XyDiagram::with(MixtureRequest const& of) {
     Measured measured = data;
     Units& units = options.units;
     units.M = mixture.M();
-    if (measured) measured.read(mixture, isothermal ? MeasuredKind::isotherms : MeasuredKind::isobars);
+    if (measured) measured.read(mixture, isothermal ? MeasuredKind::isotherms : MeasuredKind::isobars, units);
     char const* const option = isothermal ? "--T" : "--p";
     const auto given = values.empty() ? measured.groups()
                                       : positive_points(values, option, frame().fixed(), units);
@@ -290,11 +290,13 @@ Drawn XyDiagram::with(MixtureRequest const& of) {
         measured.draw(picture, units);
     }
     frame_of(picture, given.size() == 1);
-    if (plot && given.size() == 1 && complete_ && !solid)
+    if (plot && given.size() == 1 && complete_)
         label_fields(picture, [&](XY const& at) {
-            const double sought = units.to_library(frame().sought(), at[1]);
-            return phase_letter(mixture, binary(at[0]), isothermal ? given[0] : sought,
-                                isothermal ? sought : given[0]);
+            const double sought = units.to_library(frame().sought(), at[1]), T = isothermal ? given[0] : sought,
+                         p = isothermal ? sought : given[0];
+            double rho = 0.0;
+            const std::string letter = phase_letter(mixture, binary(at[0]), T, p, &rho);
+            return solids.freeze(T, p, at[0], rho) ? std::string() : letter;
         });
     const int code = rows.finish(head);
     return {head, table, picture, title_of_model(mixture), code == 0 && !complete_ ? 1 : code};
@@ -302,7 +304,8 @@ Drawn XyDiagram::with(MixtureRequest const& of) {
 
 /// What is seen: with no bounds given the vapour, wherever liquids go on to without it.
 void XyDiagram::frame_of(Picture& picture, bool one) const {
-    if (one) picture.labels.clear();  // its value is in the title
+    // Of one its value is in the title; of several fields would not be clear.
+    std::erase_if(picture.labels, [&](Label const& label) { return label.along.empty() != one; });
     if (vapour_low_ < vapour_high_ && !solid) {
         if (isothermal && p_max.empty()) picture.y_top = 1.5 * vapour_high_;
         if (!isothermal && T_min.empty())
@@ -323,7 +326,8 @@ void XyDiagram::frame_of(Picture& picture, bool one) const {
                 std::fabs(tie[0] - tie[1]) > std::fabs(widest[0] - widest[1]))
                 widest = tie;
         if (widest[0] != widest[1])
-            picture.labels.push_back({field.name, {0.5 * (widest[0] + widest[1]), widest[2]}});
+            picture.labels.push_back(
+                {.text = field.name, .at = {0.5 * (widest[0] + widest[1]), widest[2]}, .field = true});
     }
 }
 

@@ -46,6 +46,7 @@ Picture deviations(Heading const& heading, Table const& table, std::string const
     for (Column const& column : table.columns)
         if (!fractions && column.name == "T") picture.x_axis = "T / " + column.unit;
     picture.y_axis = "deviation";
+    picture.data_alone = true;
     const auto add = [&](std::string const& words, auto const& deviation, char const* over) {
         Marks marks = deviation_marks(picture.marks.size(), words);
         for (auto const& point : points) {

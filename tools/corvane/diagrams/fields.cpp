@@ -94,15 +94,17 @@ void label_fields(Picture& picture, std::function<std::string(XY const& at)> con
             else if (there != name)
                 name = std::string(1, 'F');
         }
-        if (!name.empty()) picture.labels.push_back({name, grid.centre(middle)});
+        if (!name.empty()) picture.labels.push_back({.text = name, .at = grid.centre(middle), .field = true});
     }
 }
 
-std::string phase_letter(MixtureFluid const& mixture, Vector<double> const& x, double T, double p) {
+std::string phase_letter(MixtureFluid const& mixture, Vector<double> const& x, double T, double p, double* rho) {
     std::string letter;
     failure_of([&] {
         const auto flash = corvane::flash_pT(*mixture.model, p, T, x);
-        if (flash.phases.size() == 1) letter += phase_names(mixture, flash.phases)[0] == "vapour" ? 'V' : 'L';
+        if (flash.phases.size() != 1) return;
+        if (rho) *rho = flash.phases[0].rho;
+        letter += phase_names(mixture, flash.phases)[0] == "vapour" ? 'V' : 'L';
     });
     return letter;
 }

@@ -14,7 +14,8 @@ namespace cli {
 /// it says "" at one of them.
 void label_fields(Picture& picture, std::function<std::string(XY const& at)> const& phase);
 
-/// "L" or "V" of the one stable phase at T, p; "" where there are several, or no answer.
-std::string phase_letter(MixtureFluid const& mixture, Vector<double> const& x, double T, double p);
+/// "L" or "V" of the one stable phase at T, p, and its density; "" where there are several, or no answer.
+std::string phase_letter(MixtureFluid const& mixture, Vector<double> const& x, double T, double p,
+                         double* rho = nullptr);
 
 }  // namespace cli

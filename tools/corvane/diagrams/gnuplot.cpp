@@ -44,6 +44,16 @@ std::string style(Symbol symbol, double scale) {
             return of(5, 0.9);
         case Symbol::measured:
             return of(1, 0.9, " lw 1.5");
+        case Symbol::square_open:
+            return of(4, 0.9, " lw 1.5");
+        case Symbol::down_open:
+            return of(10, 1.0, " lw 1.5");
+        case Symbol::cross:
+            return of(2, 0.9, " lw 1.5");
+        case Symbol::pentagon_open:
+            return of(14, 1.0, " lw 1.5");
+        case Symbol::star:
+            return of(3, 0.9, " lw 1.5");
         case Symbol::measured_open:
             break;
     }
@@ -77,6 +87,11 @@ class Script {
         if (drawn > 0)
             elements_.push_back(fmt::format("$d{} using 1:2 {} {}", blocks_, how, key(title)));
         ++blocks_;
+    }
+    /// A line of the key for what is drawn without one.
+    void add_key(std::string const& title, std::string const& how) {
+        if (title.empty() || seen_.count(title) > 0) return;
+        elements_.push_back(fmt::format("keyentry {} {}", how, key(title)));
     }
     /// False: nothing to draw.
     bool finish(std::string& out) {
@@ -134,8 +149,16 @@ std::string terminal(Sheet const& sheet, Layout const& l) {
 
 std::string range(char name, Axis const& axis) {
     std::string text = fmt::format("set {}range [{:.10g}:{:.10g}]\n", name, axis.low, axis.high);
-    if (axis.log) text += fmt::format("set logscale {0}\nset format {0} '%g'\n", name);
-    return text;
+    if (!axis.log) return text;
+    text += fmt::format("set logscale {0}\nset format {0} '%g'\n", name);
+    // Of few decades 1, 2 and 5 are written.
+    if (axis.high / axis.low > 200.0) return text;
+    std::vector<std::string> ends;
+    for (double ten = std::pow(10.0, std::floor(std::log10(axis.low))); ten <= axis.high; ten *= 10.0)
+        for (double digit : {1.0, 2.0, 5.0})
+            if (digit * ten >= 0.999 * axis.low && digit * ten <= 1.001 * axis.high)
+                ends.push_back(fmt::format("{:.10g}", digit * ten));
+    return text + fmt::format("set {}tics ({})\n", name, join(ends, ", "));
 }
 
 /// Frame, grid and names of a triangle in place of axes.
@@ -197,7 +220,7 @@ std::string surroundings(Picture const& picture, Sheet const& sheet, Layout cons
     text += "set grid lt 1 lc '#e4e4e4' lw 1\nset border 3\nset tics nomirror out\n";
     if (l.narrow)
         text += fmt::format("set key outside center bottom horizontal maxcols {} Left reverse samplen 1.5 spacing 1.1 width -2\n"
-                            "set xlabel offset 0,0.4\n",
+                            "set xlabel offset 0,0.5\n",
                             l.key_columns);
     else
         text += "set key outside right top vertical Left reverse samplen 2 spacing 1.2\n";
@@ -242,6 +265,7 @@ std::string script(Picture picture, Sheet const& sheet) {
     const auto axes = picture.axes();
     std::string text = surroundings(picture, sheet, layout);
     if (sheet.insets) picture.enlarge(layout.letter, layout.line);
+    if (sheet.mono) picture.mark_models();
     for (Inset const& inset : picture.insets) text += frame_of(inset, axes, layout);
     text += "set style textbox opaque fillcolor 'white' noborder margins 0.3,0.3\n";
     for (Label const& label : picture.placed(layout.letter, layout.line))
@@ -249,8 +273,15 @@ std::string script(Picture picture, Sheet const& sheet) {
                             in_quotes(label.text), label.at[0], label.at[1],
                             pen(label.ink, Stroke::thin, sheet.mono).colour);
     Script body;
-    for (Curve const& c : picture.curves)
-        body.add(c.points, c.title, "with lines " + style(pen(c.ink, c.stroke, sheet.mono)));
+    for (Curve const& c : picture.curves) {
+        const auto symbol = sheet.mono && c.stroke == Stroke::line ? model_symbol(c.model) : std::nullopt;
+        const std::string how = style(pen(c, sheet.mono));
+        if (symbol) {
+            const std::string point = style(*symbol, layout.symbols);
+            body.add_key(c.title, "with linespoints " + how + ' ' + point.substr(0, point.find(" lw ")));
+        }
+        body.add(c.points, symbol ? "" : c.title, "with lines " + how);
+    }
     for (Marks const& m : picture.marks)
         body.add(m.points, m.title,
                  fmt::format("with points lc '{}' {}", pen(m.ink, Stroke::line, sheet.mono).colour,

@@ -160,6 +160,7 @@ void Picture::enlarge(double letter, double line) {
     const bool triangle = !corners[0].empty();
     const auto axis = axes();
     frame = {axis[0], axis[1]};
+    if (data_alone) return;
     const auto in_parts = [&](std::vector<XY> points) {
         for (XY& q : points) q = {frame[0].part(q[0]), frame[1].part(q[1])};
         return points;
@@ -200,8 +201,12 @@ void Picture::enlarge(double letter, double line) {
         return points;
     };
     for (std::size_t k = 0, count = curves.size(); k < count; ++k)
-        if (const auto seen = clipped(in_parts(curves[k].points), *part); !seen.empty())
-            curves.push_back({"", curves[k].ink, curves[k].stroke, moved(seen)});
+        if (const auto seen = clipped(in_parts(curves[k].points), *part); !seen.empty()) {
+            Curve larger_one = curves[k];
+            larger_one.title.clear();
+            larger_one.points = moved(seen);
+            curves.push_back(std::move(larger_one));
+        }
     for (std::size_t k = 0, count = marks.size(); k < count; ++k) {
         std::vector<XY> seen = in_parts(marks[k].points);
         std::erase_if(seen, [&](XY const& p) { return !Box{p[0], p[1], p[0], p[1]}.meets(*part); });

@@ -82,6 +82,7 @@ std::vector<Label> Picture::placed(double letter, double line) const {
                                     ? std::hypot(at[0] - places[12][0], at[1] - places[12][1])
                                     : std::fabs(static_cast<double>(k) / parts - label.where);
             if (label.along.empty() && others > 0) continue;
+            if (label.field && raster.between(places[12], at)) continue;
             const double cost = 0.05 * others + away;
             if (cost < least) {
                 least = cost;

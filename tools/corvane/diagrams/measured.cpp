@@ -45,7 +45,7 @@ void Measured::begin() {
     path_ = std::filesystem::absolute(path_).string();
 }
 
-void Measured::read(MixtureFluid const& mixture, MeasuredKind kind) {
+void Measured::read(MixtureFluid const& mixture, MeasuredKind kind, Units const& units) {
     kind_ = kind;
     const CsvFile csv = read_csv(path_);
     if (!csv.comments.empty()) source_ = csv.comments.front();
@@ -63,12 +63,8 @@ void Measured::read(MixtureFluid const& mixture, MeasuredKind kind) {
         if (!member || (fraction && mixture.size() != 2)) continue;
         Conversion convert;
         if (!fraction) {
-            const auto known = conversion(
-                column.name == "T" ? Quantity::temperature : Quantity::pressure, column.unit, 0.0);
-            if (!known)
-                throw Failure(fmt::format("{}: column {}: unknown unit '{}'", path_, csv.header[k],
-                                          column.unit));
-            convert = *known;
+            convert = units.of_column(column.name == "T" ? Quantity::temperature : Quantity::pressure,
+                                      column.unit, path_, csv.header[k]);
         } else if (of_second(column, mixture, path_)) {
             convert = {-1.0, 1.0};
         }

@@ -54,7 +54,7 @@ class Measured {
 
     /// Reads the file; T, p and the mole fractions must be there as the kind needs them.
     /// @throws Failure as Published; no such points
-    void read(MixtureFluid const& mixture, MeasuredKind kind);
+    void read(MixtureFluid const& mixture, MeasuredKind kind, Units const& units);
     /// Isotherms, isobars: the temperatures (pressures) of the points, ascending; those that follow
     /// one another within 0.1 K (0.5 %) of the first of them are one, their mean.
     std::vector<double> groups() const;

@@ -36,14 +36,20 @@ char const* name_of(Symbol symbol) {
         case Symbol::three_phase: return "square";
         case Symbol::eutectic: return "down";
         case Symbol::measured: return "plus";
+        case Symbol::square_open: return "square-open";
+        case Symbol::down_open: return "down-open";
+        case Symbol::cross: return "cross";
+        case Symbol::pentagon_open: return "pentagon-open";
+        case Symbol::star: return "star";
         case Symbol::measured_open: break;
     }
     return "ring";
 }
 
 /// What the script draws.
-std::string data(Picture const& picture, bool mono) {
+std::string data(Picture picture, bool mono) {
     Json json;
+    if (mono) picture.mark_models();
     const auto axes = picture.axes();
     json["title"] = picture.title;
     json["axes"] = Json::array();
@@ -54,9 +60,11 @@ std::string data(Picture const& picture, bool mono) {
     if (!picture.corners[0].empty()) json["corners"] = picture.corners;
     json["curves"] = Json::array();
     for (Curve const& c : picture.curves) {
-        const Pen p = pen(c.ink, c.stroke, mono);
+        const Pen p = pen(c, mono);
         json["curves"].push_back({{"name", c.title}, {"colour", p.colour}, {"width", p.width},
                                   {"dashes", p.dashes}, {"points", points_of(c.points)}});
+        if (const auto symbol = model_symbol(c.model); mono && symbol)
+            json["curves"].back()["symbol"] = name_of(*symbol);
     }
     json["marks"] = Json::array();
     for (Marks const& m : picture.marks)

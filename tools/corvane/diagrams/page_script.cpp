@@ -67,7 +67,12 @@ const shapes = {
   up: (x, y) => ['path', {d: `M${x},${y - 6}l6,10h-12z`}],
   'up-open': (x, y) => ['path', {d: `M${x},${y - 6}l6,10h-12z`, fill: 'none'}],
   down: (x, y) => ['path', {d: `M${x},${y + 6}l6,-10h-12z`}],
-  'diamond-open': (x, y) => ['path', {d: `M${x},${y - 6}l6,6l-6,6l-6,-6z`, fill: 'none'}]
+  'diamond-open': (x, y) => ['path', {d: `M${x},${y - 6}l6,6l-6,6l-6,-6z`, fill: 'none'}],
+  'square-open': (x, y) => ['rect', {x: x - 4, y: y - 4, width: 8, height: 8, fill: 'none'}],
+  'down-open': (x, y) => ['path', {d: `M${x},${y + 6}l6,-10h-12z`, fill: 'none'}],
+  cross: (x, y) => ['path', {d: `M${x - 4},${y - 4}l8,8m-8,0l8,-8`}],
+  'pentagon-open': (x, y) => ['path', {d: `M${x},${y - 5}l5,3.5l-2,6h-6l-2,-6z`, fill: 'none'}],
+  star: (x, y) => ['path', {d: `M${x - 5},${y}h10M${x},${y - 5}v10M${x - 4},${y - 4}l8,8m-8,0l8,-8`}]
 };
 const symbol = (parent, m, x, y) => {
   const [name, attributes] = shapes[m.symbol](x, y);
@@ -136,9 +141,12 @@ function draw() {
     names.add(c.name);
     make(key, 'path', {d: `M${x},${y}h26`, stroke: c.colour, 'stroke-width': c.width, 'stroke-dasharray': c.dashes.join(' ')});
     make(key, 'text', {x: x + 34, y: y + 5}, c.name);
+    if (c.symbol) symbol(key, c, x + 13, y);
     y += 22;
   }
   for (const m of data.marks) {
+    if (!m.name || names.has(m.name)) continue;
+    names.add(m.name);
     symbol(key, m, x + 13, y);
     make(key, 'text', {x: x + 34, y: y + 5}, m.name);
     y += 22;

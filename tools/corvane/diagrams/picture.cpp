@@ -52,10 +52,49 @@ std::vector<int> dashes(Ink ink) {
 
 Pen pen(Ink ink, Stroke stroke, bool mono) {
     Pen result{colour(mono && ink != Ink::grey ? Ink::black : ink), 2.0, {}};
-    if (mono) result.dashes = dashes(ink);
+    if (mono) {
+        result.dashes = dashes(ink);
+        result.width = ink == Ink::liquid ? 1.3 : 2.6;
+    }
     if (stroke == Stroke::dashed) return {result.colour, 1.2, {6, 5}};
     if (stroke == Stroke::thin) result.width = 1.0;
     return result;
+}
+
+Pen pen(Curve const& curve, bool mono) {
+    Pen result = pen(curve.ink, curve.stroke, mono);
+    if (!mono && curve.stroke == Stroke::line) result.width += 1.4 * (curve.models - 1 - curve.model);
+    return result;
+}
+
+std::optional<Symbol> model_symbol(int model) {
+    constexpr Symbol all[] = {Symbol::square_open, Symbol::down_open, Symbol::cross, Symbol::pentagon_open,
+                              Symbol::star};
+    if (model < 1 || model > static_cast<int>(std::size(all))) return {};
+    return all[model - 1];
+}
+
+void Picture::mark_models() {
+    constexpr double kApart = 0.15;  // of the marks of a model, in parts of the axes
+    const auto axis = axes();
+    for (std::size_t c = 0, count = curves.size(); c < count; ++c) {
+        Curve const& curve = curves[c];
+        const auto symbol = model_symbol(curve.model);
+        if (!symbol || curve.stroke == Stroke::dashed) continue;
+        Marks along{"", *symbol, curve.ink, {}};
+        double way = 0.0, next = kApart * (0.3 + curve.model / static_cast<double>(curve.models));
+        for (std::size_t k = 1; k < curve.points.size(); ++k) {
+            XY const &a = curve.points[k - 1], &b = curve.points[k];
+            const double step = std::hypot(axis[0].part(b[0]) - axis[0].part(a[0]), axis[1].part(b[1]) - axis[1].part(a[1]));
+            if (!std::isfinite(step)) continue;
+            for (int n = 0; next < way + step && n < 10; ++n, next += kApart) {
+                const double t = (next - way) / step;
+                along.points.push_back({a[0] + t * (b[0] - a[0]), a[1] + t * (b[1] - a[1])});
+            }
+            way += step;
+        }
+        if (!along.points.empty()) marks.push_back(std::move(along));
+    }
 }
 
 void Picture::add(std::string const& name, Ink ink, std::vector<XY> const& points,
@@ -99,6 +138,7 @@ double Axis::value(double part) const {
 namespace {
 /// The ends of a decade's 1, 2, 5 around the values, or of the steps of a tenth or so.
 Axis rounded(double low, double high, bool log) {
+    constexpr double kBeyond = 0.02;  // of a step, not seen
     if (!(low <= high)) return {log ? 0.1 : 0.0, 1.0, log};
     if (log) {
         const auto step = [](double v, bool up) {
@@ -121,7 +161,7 @@ Axis rounded(double low, double high, bool log) {
     }
     const double rough = (high - low) / 8.0, power = std::pow(10.0, std::floor(std::log10(rough)));
     const double part = rough / power, step = (part > 5 ? 10 : part > 2 ? 5 : part > 1 ? 2 : 1) * power;
-    return {step * std::floor(low / step + 1e-9), step * std::ceil(high / step - 1e-9), false};
+    return {step * std::floor(low / step + kBeyond), step * std::ceil(high / step - kBeyond), false};
 }
 }  // namespace
 

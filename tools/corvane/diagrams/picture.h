@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,7 +25,12 @@ enum class Symbol {
     three_phase,
     eutectic,
     measured,
-    measured_open
+    measured_open,
+    square_open,  ///< this and the next: of models, see Curve::model
+    down_open,
+    cross,
+    pentagon_open,
+    star
 };
 
 using XY = std::array<double, 2>;
@@ -36,6 +42,7 @@ struct Curve {
     Ink ink = Ink::black;
     Stroke stroke = Stroke::line;
     std::vector<XY> points;
+    int model = 0, models = 1;  ///< of several models in a picture: which, and how many
 };
 
 struct Marks {
@@ -53,6 +60,7 @@ struct Label {
     std::vector<XY> along = {};
     double where = 0.5;  ///< best place, as part of the visible way along the curve
     Ink ink = Ink::black;
+    bool field = false;  ///< the name of a field: not beyond a curve from `at`
 };
 
 /// The ends of an axis, at round values.
@@ -69,8 +77,12 @@ struct Pen {
     double width;
     std::vector<int> dashes;
 };
-/// mono: dashes in place of colours.
+/// mono: dashes in place of colours, thick ones that show on a thin full line.
 Pen pen(Ink ink, Stroke stroke, bool mono);
+/// That of the curve; of several models the earlier ones are wider, to show beneath the others.
+Pen pen(Curve const& curve, bool mono);
+/// Of a model's curves in mono, beside its dashes; none for the first.
+std::optional<Symbol> model_symbol(int model);
 
 /// A rectangle in parts of the axes.
 struct Box {
@@ -98,6 +110,7 @@ struct Picture {
     std::vector<Axis> frame = {};  ///< not empty: the axes, whatever else is seen
     bool fraction = false;  ///< x is a mole fraction: 0 to 1
     bool log_x = false, log_y = false;
+    bool data_alone = false;  ///< marks that are next to each other are no reason for an inset
     double y_top = 0.0;  ///< above 0: where the picture ends, if points are higher
     double y_bottom = -1e300;  ///< where it begins, if points are lower
     /// Not empty: an equilateral triangle, the names at its top, lower left and lower right corner.
@@ -120,6 +133,9 @@ struct Picture {
     /// Adds an inset where marks of different points are next to each other, if it has room. letter, line:
     /// as of placed.
     void enlarge(double letter, double line);
+    /// Marks along the curves of all models but the first, at other places for each, so that curves that
+    /// coincide can be told apart without colours. After enlarge.
+    void mark_models();
     /// Where a triangle has the names of its corners, its numbers, and the key if that is at the upper right.
     std::vector<Box> words_of_triangle(double letter, double line) const;
     /// Where labels have room: each on its curve, or near its place, over no other curve if that can

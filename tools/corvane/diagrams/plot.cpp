@@ -9,6 +9,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <exception>
+
+#include <signal.h>
 
 namespace cli {
 namespace {
@@ -98,6 +101,24 @@ void PlotFile::begin() {
     if (!plot_.empty()) plot_path_ = fs::absolute(plot_);
     if (!html_.empty()) html_path_ = fs::absolute(html_);
     if (!deviations_.empty()) deviations_path_ = fs::absolute(deviations_);
+}
+
+void PlotFile::show(Picture const& picture, Heading const& heading, Table const& table,
+                    Style const& style) const {
+    if (!*this) return write(heading, table, style);
+    const auto before = signal(SIGPIPE, SIG_IGN);
+    std::exception_ptr refused;
+    bool gone = false;
+    try {
+        write(heading, table, style);
+    } catch (OutputRefused const& e) {
+        refused = std::current_exception();
+        gone = e.nobody_reads;
+    }
+    signal(SIGPIPE, before);
+    draw(picture, heading, table, style);
+    if (gone) raise(SIGPIPE);  // the end that it would have had at once
+    if (refused) std::rethrow_exception(refused);
 }
 
 void PlotFile::draw(Picture picture, Heading const& heading, Table const& table, Style const& style) const {

@@ -21,10 +21,13 @@ class PlotFile {
     void begin();
     /// A picture is wanted.
     explicit operator bool() const { return !plot_.empty() || !html_.empty() || !deviations_.empty(); }
-    /// Writes the files: all of each, or nothing of it. @throws Failure
-    void draw(Picture picture, Heading const& heading, Table const& table, Style const& style) const;
+    /// Writes the table to standard output, and then the files: all of each, or nothing of it, also
+    /// where standard output takes no more (a pipe whose reader has gone). @throws Failure
+    void show(Picture const& picture, Heading const& heading, Table const& table, Style const& style) const;
 
   private:
+    void draw(Picture picture, Heading const& heading, Table const& table, Style const& style) const;
+
     std::string plot_, html_, deviations_, size_, title_ = kAsIs, font_;
     bool mono_ = false;
     std::filesystem::path plot_path_, html_path_, deviations_path_;

@@ -25,6 +25,14 @@ class Raster {
             }
         }
     }
+    /// Whether a curve lies on the straight way.
+    bool between(XY const& a, XY const& b) const {
+        for (int n = 0; n <= kSize; ++n) {
+            const double t = static_cast<double>(n) / kSize, x = a[0] + t * (b[0] - a[0]), y = a[1] + t * (b[1] - a[1]);
+            if (at(cell(x), cell(y)) != kNobody) return true;
+        }
+        return false;
+    }
     /// How many cells in the box belong to others.
     int others(Box const& box, int who) const {
         int count = 0;

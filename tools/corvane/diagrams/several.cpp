@@ -11,11 +11,14 @@ namespace {
 constexpr Ink kInks[] = {Ink::liquid, Ink::vapour, Ink::liquid2, Ink::azeotrope, Ink::solid, Ink::black};
 
 /// The curves of one model beside those of others; its labels stay out.
-void lay_beside(Picture& all, Picture const& one, std::string const& model, Ink ink) {
+void lay_beside(Picture& all, Picture const& one, std::string const& model, int k, int models) {
+    const Ink ink = kInks[k];
     for (Curve curve : one.curves) {
         if (curve.stroke != Stroke::dashed) {
             if (!curve.title.empty()) curve.title = model;
             curve.ink = ink;
+            curve.model = k;
+            curve.models = models;
         }
         all.curves.push_back(std::move(curve));
     }
@@ -54,7 +57,7 @@ Drawn joined(std::vector<Drawn> found, std::vector<std::string> const& models) {
             row.cells.insert(row.cells.begin(), models[k]);
             all.table.rows.push_back(std::move(row));
         }
-        lay_beside(all.picture, one.picture, one.model, kInks[k]);
+        lay_beside(all.picture, one.picture, one.model, static_cast<int>(k), static_cast<int>(found.size()));
         all.code = std::max(all.code, one.code);
     }
     // What the title says of the first model is in the key.
@@ -74,8 +77,7 @@ int Models::draw(MixtureRequest const& request, PlotFile const& plot, Style cons
     // What is finished is also written and drawn.
     const Watch watch("");
     const Drawn found = each(request, one);
-    write(found.head, found.table, style);
-    plot.draw(found.picture, found.head, found.table, style);
+    plot.show(found.picture, found.head, found.table, style);
     return found.code;
 }
 

@@ -29,7 +29,7 @@ Diagram denser_first(Diagram branch, MixtureFluid const& mixture) {
     double most = 0.0;
     for (TieLine const& tie : branch.points) {
         const double contrast =
-            std::log(tie.rho_x * mixture.M(binary(tie.x)) / (tie.rho_y * mixture.M(binary(tie.y))));
+            std::log(tie.rho_x * mixture.weight(binary(tie.x)) / (tie.rho_y * mixture.weight(binary(tie.y))));
         if (std::fabs(contrast) > std::fabs(most)) most = contrast;
     }
     if (most < 0.0)

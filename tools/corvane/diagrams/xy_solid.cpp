@@ -3,9 +3,10 @@
 #include <tools/corvane/results/certified.h>
 #include <tools/corvane/text/errors.h>
 
-#include <corvane/phases/solid/solid_fluid.h>
-
 #include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
 
 namespace cli {
 using corvane::SolidFluidEnd;
@@ -46,10 +47,50 @@ bool Solids::freeze(double T, double p, double x0, double rho) const {
     return false;
 }
 
+/// Once, though the line of each solid ends there.
+void Solids::report_eutectic(XyFrame const& frame, double given, SolidFluidPoint const& point,
+                             std::vector<double>& known, Heading& heading) const {
+    constexpr double kSame = 1e-6;
+    const double x = point.x[0];
+    if (std::any_of(known.begin(), known.end(), [&](double other) { return std::fabs(other - x) < kSame; }))
+        return;
+    known.push_back(x);
+    Units const& u = frame.units;
+    const std::string fraction = fmt::format("x_{}", mixture_.component(0));
+    heading.summary.push_back(fmt::format("{} = {}: eutectic at {} = {:.7g} {}, {} = {:.6g}", frame.symbol(),
+                                          u.text(frame.fixed(), given), frame.isothermal ? "p" : "T",
+                                          frame.value(point), u.name(frame.sought()), fraction, x));
+    list(heading, "eutectics")
+        .push_back({{"T", u.from_library(Quantity::temperature, point.T)},
+                    {"p", u.from_library(Quantity::pressure, point.p)},
+                    {fraction, x}});
+}
+
+/// "CO₂ (s) + L" between the middle of the line and the pure solid; below a eutectic both solids.
+void Solids::label(int i, SolidFluidLine const& line, XyFrame const& frame, Picture& picture) const {
+    constexpr double kRoom = 0.1;
+    const double pure = i == 0 ? 1.0 : 0.0, first = frame.value(line.points.front()), last = frame.value(line.points.back());
+    SolidFluidPoint const& middle = *std::min_element(
+        line.points.begin(), line.points.end(), [&](SolidFluidPoint const& a, SolidFluidPoint const& b) {
+            const double wanted = 0.5 * (first + last);
+            return std::fabs(frame.value(a) - wanted) < std::fabs(frame.value(b) - wanted);
+        });
+    const auto solid = [&](int k) { return mixture_.shown(k) + " (s)"; };
+    double reduced = 0.0;
+    for (int k : {0, 1}) reduced += middle.rho * middle.x[k] * mixture_.model->mdl1[k]->vcrit();
+    if (middle.stable && std::fabs(middle.x[0] - pure) > kRoom)
+        picture.labels.push_back({.text = solid(i) + (reduced > 1.0 ? " + L" : " + V"),
+                                  .at = {0.5 * (middle.x[0] + pure), frame.value(middle)},
+                                  .field = true});
+    if (line.end == SolidFluidEnd::eutectic && i == 0)
+        picture.labels.push_back({.text = solid(0) + " + " + solid(1), .at = {0.5, last + 0.1 * (last - first)}, .field = true});
+}
+
 std::vector<Row> Solids::trace(XyFrame const& frame, double given,
                                corvane::DiagramOptions const& asked, Heading& heading,
                                Picture& picture) const {
     std::vector<Row> rows;
+    std::vector<double> eutectics;  // mole fractions
     Units const& u = frame.units;
     const auto at = [&](SolidFluidPoint const& point) {
         return XY{point.x[0], frame.value(point)};
@@ -104,10 +145,12 @@ std::vector<Row> Solids::trace(XyFrame const& frame, double given,
             heading.summary.push_back(fmt::format("{} from {} to {}, {} points; certified: {}",
                                                   where, begin, end, line.points.size(), agreement(dmu, dp)));
             picture.add("saturated with a solid", Ink::solid, curve, stable);
+            label(i, line, frame, picture);
             // Three phases: two solids and a fluid, or a solid and two fluids.
             const double y = curve.back()[1];
             std::vector<XY> three = {{i == 0 ? 1.0 : 0.0, y}, curve.back()};
             if (line.end == SolidFluidEnd::eutectic) {
+                report_eutectic(frame, given, line.points.back(), eutectics, heading);
                 picture.mark("eutectic", Symbol::eutectic, Ink::black, curve.back());
                 three.push_back({i == 0 ? 0.0 : 1.0, y});
             } else if (line.end == SolidFluidEnd::split) {

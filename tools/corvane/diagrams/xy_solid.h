@@ -5,6 +5,7 @@
 #include <tools/corvane/input/solids.h>
 
 #include <corvane/phases/binary/diagram.h>
+#include <corvane/phases/solid/solid_fluid.h>
 
 #include <array>
 #include <optional>
@@ -28,6 +29,11 @@ class Solids {
                            Heading& heading, Picture& picture) const;
 
   private:
+    void report_eutectic(XyFrame const& frame, double given, corvane::SolidFluidPoint const& point,
+                         std::vector<double>& known, Heading& heading) const;
+
+    void label(int i, corvane::SolidFluidLine const& line, XyFrame const& frame, Picture& picture) const;
+
     MixtureFluid const& mixture_;
     std::array<std::optional<PureSolid>, 2> solid_;
 };

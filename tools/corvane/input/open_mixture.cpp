@@ -53,14 +53,14 @@ void read_file(MixtureRequest& request) {
         throw Failure(path + ": no column with amounts: x or n (moles), w or m (mass)");
     for (std::size_t row = 0; row < csv.rows.size(); ++row) {
         std::string const& value = csv.rows[row][amount];
-        const bool percent = value.ends_with('%');
-        std::string digits = trimmed(value.substr(0, value.size() - (percent ? 1 : 0)));
-        if (const std::size_t comma = digits.find(','); percent && comma != std::string::npos)
+        const std::string suffix = value.ends_with('%') ? "%" : value.ends_with("ppm") ? "ppm" : "";
+        std::string digits = trimmed(value.substr(0, value.size() - suffix.size()));
+        if (const std::size_t comma = digits.find(','); !suffix.empty() && comma != std::string::npos)
             digits[comma] = '.';  // of numbers alone the reader has done that
         if (csv.rows[row][name].empty() || !to_number(digits))
             throw Failure(fmt::format("{}:{}: a component and its amount are needed", path,
                                       csv.lines[row]));
-        request.components.push_back(csv.rows[row][name] + '=' + digits + (percent ? "%" : ""));
+        request.components.push_back(csv.rows[row][name] + '=' + digits + suffix);
     }
 }
 
@@ -93,17 +93,24 @@ Composition read_composition(MixtureRequest const& request) {
             rest = i;
             continue;
         }
-        const bool percent = word.back() == '%';
-        ++(percent ? percentages : amounts);
-        const std::string value = word.substr(mark + 1, word.size() - mark - 1 - percent);
-        x[i] = number(value, word.c_str()) * (percent ? 0.01 : 1.0);
-        if (!(x[i] >= 0.0) || (x[i] > 1.0 && (request.basis.empty() || percent)))
+        std::string value = word.substr(mark + 1);
+        double part = 0.0;  // of the whole, where it says so
+        for (auto const& [suffix, size] : {std::pair("%", 1e-2), {"ppm", 1e-6}})
+            if (value.ends_with(suffix)) {
+                value.resize(value.size() - std::string_view(suffix).size());
+                part = size;
+            }
+        ++(part > 0.0 ? percentages : amounts);
+        x[i] = number(value, word.c_str()) * (part > 0.0 ? part : 1.0);
+        if (!(x[i] >= 0.0) || (x[i] > 1.0 && (request.basis.empty() || part > 0.0)))
             throw Misuse(fmt::format("{}: a mole fraction lies between 0 and 1{}", word,
-                                     x[i] > 1.0 ? "; --basis takes amounts" : ""));
+                                     x[i] > 1.0 && part == 0.0
+                                         ? fmt::format("; write {}% or, of amounts, --basis mole or mass", word)
+                                         : ""));
         sum += x[i];
     }
     if (!request.basis.empty() && amounts > 0 && percentages > 0)
-        throw Misuse("a composition is in percent or in amounts, not both");
+        throw Misuse("a composition is in parts (percent, ppm) or in amounts, not both");
     if (rest >= 0) {
         if (sum > 1.0)
             throw Misuse(fmt::format("the other mole fractions leave {} for {}",
@@ -226,7 +233,26 @@ void MixtureRequest::add_pairs(Command& command) {
 
 double MixtureFluid::M(Vector<double> const& at) const {
     double sum = 0.0;
-    for (int i = 0; i < size(); ++i) sum += at[i] * model->mdl1[i]->M();
+    for (int i = 0; i < size(); ++i) {
+        const double M = model->mdl1[i]->M();
+        if (at[i] > 0.0 && !(M > 0.0)) return 0.0;
+        sum += at[i] * M;
+    }
+    return sum;
+}
+
+double MixtureFluid::molar_mass(int i) const {
+    const double M = model->mdl1[i]->M();
+    if (!(M > 0.0)) throw Failure(fmt::format("the molar mass of {} is not known", component(i)));
+    return M;
+}
+
+double MixtureFluid::weight(Vector<double> const& at) const {
+    bool known = true;
+    for (int i = 0; i < size(); ++i) known = known && model->mdl1[i]->M() > 0.0;
+    if (known) return M(at);
+    double sum = 0.0;
+    for (int i = 0; i < size(); ++i) sum += at[i] * model->mdl1[i]->vcrit();
     return sum;
 }
 
@@ -296,12 +322,7 @@ MixtureFluid open_mixture(MixtureRequest const& asked) {
     mixture.normalised = composition.normalised;
     if (request.basis == "mass" && mixture.composed) {
         double sum = 0.0;
-        for (int i = 0; i < mixture.size(); ++i) {
-            const double M = mixture.model->mdl1[i]->M();
-            if (!(M > 0.0))
-                throw Failure(fmt::format("the molar mass of {} is not known", mixture.component(i)));
-            sum += mixture.x[i] /= M;
-        }
+        for (int i = 0; i < mixture.size(); ++i) sum += mixture.x[i] /= mixture.molar_mass(i);
         for (int i = 0; i < mixture.size(); ++i) mixture.x[i] /= sum;
         mixture.by_mass = true;
     }

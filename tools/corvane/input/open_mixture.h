@@ -58,8 +58,11 @@ struct MixtureFluid : corvane::Mixture {
     /// The number of the component that a person calls `text`, −1 if it is none of them.
     /// @throws corvane::OpenFailure no such substance
     int index(std::string const& text) const;
-    double M() const { return M(x); }          ///< molar mass, g/mol
+    double M() const { return M(x); }          ///< molar mass, g/mol; 0: that of a component is not known
     double M(Vector<double> const& at) const;  ///< of another composition
+    double molar_mass(int i) const;            ///< of a component. @throws Failure it is not known
+    /// What tells the denser phase: M, or the mean critical volume if a component's M is not known.
+    double weight(Vector<double> const& at) const;
     std::string text() const;  ///< "PR+vdW1 methane(0.7) propane(0.3)"; fractions if composed
     std::string composition(Vector<double> const& at) const;  ///< " methane(0.7) propane(0.3)"
     /// Density of a phase of composition `at` in the chosen unit. @throws Failure as Units

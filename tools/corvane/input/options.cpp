@@ -137,6 +137,10 @@ std::string Options::set_reference(MixtureFluid& mixture) const {
            in_words(which);
 }
 
+std::string Options::other_references() const {
+    return reference_ == "table" ? "; --reference IIR, ASHRAE, NBP, triple, formation takes another one" : "";
+}
+
 void Options::begin() {
     style.format = json_ ? Format::json : csv_ ? Format::csv : Format::text;
     style.heading = !bare_;
@@ -147,8 +151,10 @@ void Options::begin() {
 Fluid Options::open() {
     begin();
     if (words.size() > 2)
-        throw Misuse("give an equation and a substance, or a substance alone; there are " +
-                     std::to_string(words.size()) + " words");
+        throw Misuse(words[0].find('+') != std::string::npos
+                         ? words[0] + " is a model of mixtures, for which there are corvane state, mixture and flash"
+                         : "give an equation and a substance, or a substance alone; there are " +
+                               std::to_string(words.size()) + " words");
     const std::string equation = words.size() == 2 ? words[0] : "";
     Fluid result =
         open_fluid({equation, words.back(), set.empty() ? 0 : set_number(set), define});

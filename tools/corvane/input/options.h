@@ -33,6 +33,8 @@ struct Options {
     /// Moves the reference state as asked; returns the remark on what holds. @throws Failure
     std::string set_reference(Fluid& fluid) const;
     std::string set_reference(MixtureFluid& mixture) const;
+    /// What to append where an enthalpy, entropy or inner energy was given: "" if the state was chosen.
+    std::string other_references() const;
 
   private:
     std::string data_, preset_, reference_ = "table";

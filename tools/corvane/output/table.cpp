@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 #include <cstdio>
 
@@ -177,8 +178,11 @@ void write(Heading const& heading, Table const& table, Style const& style) {
             for (std::string const& line : heading.summary)
                 text += "# " + printable(line) + '\n';
     }
-    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0)
-        throw Failure("standard output does not take the result");
+    if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0) return;
+    const bool nobody_reads = errno == EPIPE;
+    OutputRefused refused("standard output does not take the result");
+    refused.nobody_reads = nobody_reads;
+    throw refused;
 }
 
 }  // namespace cli

@@ -2,6 +2,8 @@
 // says where the numbers come from.
 #pragma once
 
+#include <tools/corvane/text/errors.h>
+
 #include <string>
 #include <utility>
 #include <variant>
@@ -58,7 +60,13 @@ struct Style {
     bool heading = true;   ///< text and CSV: the lines that begin with #
 };
 
-/// Writes to standard output. @throws Failure when that does not take it
+/// Standard output does not take the result.
+struct OutputRefused : Failure {
+    using Failure::Failure;
+    bool nobody_reads = false;  ///< it is a pipe whose reader has gone, and SIGPIPE is ignored
+};
+
+/// Writes to standard output. @throws OutputRefused
 void write(Heading const& heading, Table const& table, Style const& style);
 
 /// The lines of the text form before its table, without "# ".

@@ -44,19 +44,15 @@ std::string Deviations::text(std::string const& unit) const {
 }
 
 Published::Published(std::string const& path, std::map<std::string, Quantity> const& known,
-                     double M) {
+                     Units const& units) {
     const CsvFile csv = read_csv(path);
     if (!csv.comments.empty()) source_ = csv.comments.front();
     for (std::size_t k = 0; k < csv.header.size(); ++k) {
         const ColumnName column(csv.header[k]);
         const auto found = known.find(column.name);
         if (found == known.end()) continue;
-        const auto convert = conversion(found->second, column.unit, M);
-        if (!convert)
-            throw Failure(fmt::format("{}: column {}: unknown unit '{}'{}", path, csv.header[k],
-                                      column.unit,
-                                      M > 0.0 ? "" : ", or one that needs the molar mass"));
-        columns_[column.name] = read_column(csv, k, *convert, path);
+        const Conversion convert = units.of_column(found->second, column.unit, path, csv.header[k]);
+        columns_[column.name] = read_column(csv, k, convert, path);
     }
     if (columns_.empty() || csv.rows.empty())
         throw Failure(fmt::format("{}: no published values: name columns like T/K, p/MPa", path));

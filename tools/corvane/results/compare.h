@@ -37,9 +37,9 @@ class Deviations {
 
 class Published {
   public:
-    /// Reads the columns whose names are in `known`. M [g/mol] serves units with mass.
+    /// Reads the columns whose names are in `known`, those that name no unit in the units chosen.
     /// @throws Failure no file, no column, an unknown unit or a bad number, with its line
-    Published(std::string const& path, std::map<std::string, Quantity> const& known, double M);
+    Published(std::string const& path, std::map<std::string, Quantity> const& known, Units const& units);
 
     bool has(std::string const& name) const { return columns_.count(name) > 0; }
     /// Library units; NaN where a field is empty.

@@ -92,11 +92,7 @@ void FileRun::open(std::vector<Known> known, Units const& units,
         if (found == known.end()) continue;
         if (has(column.name))
             throw Failure(fmt::format("{}: two columns {}", path_, column.name));
-        const std::string unit = column.unit.empty() ? units.name(found->quantity) : column.unit;
-        const auto convert = conversion(found->quantity, unit, units.M);
-        if (!convert)
-            throw Failure(fmt::format("{}: column {}: unknown unit '{}'", path_, heading, unit));
-        sources_.push_back({k, column.name, *convert});
+        sources_.push_back({k, column.name, units.of_column(found->quantity, column.unit, path_, heading)});
     }
     if (by_mass_ && by_mole)
         throw Failure(path_ + ": mole and mass fractions do not go together");
@@ -161,7 +157,7 @@ Vector<double> FileRun::composition(FileRow const& row) const {
     double moles = 0.0;
     for (int i = 0; i < n; ++i) {
         z[i] /= sum;
-        if (by_mass_) z[i] /= mixture_->model->mdl1[i]->M();
+        if (by_mass_) z[i] /= mixture_->molar_mass(i);
         moles += z[i];
     }
     for (int i = 0; i < n; ++i) z[i] /= moles;

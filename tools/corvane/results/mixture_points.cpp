@@ -104,9 +104,7 @@ std::string title_of_model(MixtureFluid const& mixture) {
 }
 
 std::string axis(Quantity quantity, Units const& units) {
-    const std::string unit = units.name(quantity);
-    return quantity == Quantity::temperature ? "T / " + (unit == "C" || unit == "F" ? "\u00b0" + unit : unit)
-                                             : "p / " + unit;
+    return (quantity == Quantity::temperature ? "T / " : "p / ") + unit_in_picture(units.name(quantity));
 }
 
 std::vector<std::string> phase_names(MixtureFluid const& mixture,

@@ -81,4 +81,13 @@ std::string printable(std::string_view text) {
     return result;
 }
 
+std::string unit_in_picture(std::string unit) {
+    if (unit == "C" || unit == "F") return "\u00b0" + unit;
+    if (unit.starts_with("uPa")) unit.replace(0, 1, "\u00b5");
+    for (char const* length : {"m3", "ft3"})
+        if (const std::size_t at = unit.find(length); at != std::string::npos)
+            unit.replace(at + std::string_view(length).size() - 1, 1, "\u00b3");
+    return unit;
+}
+
 }  // namespace cli

@@ -25,4 +25,7 @@ std::string printable(std::string_view text);
 /// family such as C3), C7+ as C₇₊, else written_name(name).
 std::string name_in_picture(std::string const& asked, std::string const& name);
 
+/// A unit as it is written in a picture: °C, kg/m³, µPa s.
+std::string unit_in_picture(std::string unit);
+
 }  // namespace cli

@@ -85,6 +85,14 @@ Conversion Units::conversion(Quantity quantity) const {
     throw Failure(fmt::format("the unit {} needs the molar mass, which is not known", unit));
 }
 
+Conversion Units::of_column(Quantity quantity, std::string const& unit, std::string const& path,
+                            std::string const& heading) const {
+    if (unit.empty()) return conversion(quantity);
+    if (const auto known = cli::conversion(quantity, unit, M)) return *known;
+    throw Failure(fmt::format("{}: column {}: unknown unit '{}'{}", path, heading, unit,
+                              M > 0.0 ? "" : ", or one that needs the molar mass"));
+}
+
 std::string Units::text(Quantity quantity, double x) const {
     const std::string unit = name(quantity);
     // Ten digits: a converted 26.85 °C is shown as it was given.

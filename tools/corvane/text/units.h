@@ -29,6 +29,10 @@ class Units {
     bool needs_mass(Quantity quantity) const;
     /// @throws Failure a unit with mass, and no molar mass
     Conversion conversion(Quantity quantity) const;
+    /// Of a file's column: in the unit that it names, or else in the one chosen.
+    /// @throws Failure an unknown unit
+    Conversion of_column(Quantity quantity, std::string const& unit, std::string const& path,
+                         std::string const& heading) const;
     double to_library(Quantity q, double x) const { return conversion(q).to_library(x); }
     double from_library(Quantity q, double x) const { return conversion(q).from_library(x); }
     /// "300 K": a library value in the chosen unit, for messages.
