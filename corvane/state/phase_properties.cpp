@@ -28,6 +28,11 @@ struct IdealGas {
     double U, S, cv;
 };
 
+/// A molar mass that is not known is 0.
+double known(double M) {
+    return M > 0.0 ? M : kNaN;
+}
+
 PhaseProperties assemble(double T, double rho, double M, Residual const& r, IdealGas const& gas) {
     if (!std::isfinite(r.a) || !std::isfinite(r.P_rho)) throw ThException(th_out_of_range);
     const double RT = R * T, ln_rho = std::log(rho);
@@ -92,7 +97,7 @@ PhaseProperties phase_properties(Model1 const& model, double T, double rho) {
     }
     IdealGas gas{0, 0, 0};
     if (!add_ideal(model.ideal, T, 1.0, gas)) gas = {kNaN, kNaN, kNaN};
-    return assemble(T, rho, model.M(), r, gas);
+    return assemble(T, rho, known(model.M()), r, gas);
 }
 
 PhaseProperties phase_properties(ModelN const& model, double T, double rho,
@@ -113,7 +118,7 @@ PhaseProperties phase_properties(ModelN const& model, double T, double rho,
     double M = 0.0;
     for (int i = 0; i < x.size(); ++i) {
         if (x[i] == 0.0) continue;
-        M += x[i] * model.mdl1[i]->M();
+        M += x[i] * known(model.mdl1[i]->M());
         if (!add_ideal(model.mdl1[i]->ideal, T, x[i], gas)) gas = {kNaN, kNaN, kNaN};
         gas.S -= x[i] * std::log(x[i]);
     }

@@ -51,7 +51,7 @@ void detail::flash_record(FluidModel const& fluid, std::vector<PhaseState const*
     order.reserve(phases.size());
     for (std::size_t k = 0; k < phases.size(); ++k) {
         double mass = 0.0;
-        for (int i = 0; i < fluid.size(); ++i) mass -= phases[k]->rho_i[i] * fluid.molar_mass(i);
+        for (int i = 0; i < fluid.size(); ++i) mass -= phases[k]->rho_i[i] * fluid.weight(i);
         order.emplace_back(mass, k);
     }
     std::sort(order.begin(), order.end());

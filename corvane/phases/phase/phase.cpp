@@ -54,6 +54,10 @@ void FluidModel::assign(ModelN const& model, Vector<double> const& z) {
     }
     if (!(std::fabs(sum - 1.0) <= 1e-6)) throw ThException(th_out_of_range);
     for (double& zi : z_) zi /= sum;
+    weights_.clear();
+    bool by_mass = true;
+    for (int k = 0; k < size(); ++k) by_mass = by_mass && pure(k).M() > 0.0;
+    for (int k = 0; k < size(); ++k) weights_.push_back(by_mass ? pure(k).M() : pure(k).vcrit());
     const std::size_t n = static_cast<std::size_t>(z.size());
     if (isotherm_) {
         work_.resize(static_cast<std::size_t>(isotherm_->isotherm_size(size())));
@@ -83,12 +87,9 @@ Vector<double> FluidModel::expand(std::vector<double> const& x) const {
     for (int k = 0; k < size(); ++k) all[present_[k]] = x[k];
     return all;
 }
-double FluidModel::molar_mass(int k) const {
-    return pure(k).M();
-}
 double FluidModel::mass_density(PhaseState const& s) const {
     double sum = 0.0;
-    for (int k = 0; k < size(); ++k) sum += s.rho_i[k] * molar_mass(k);
+    for (int k = 0; k < size(); ++k) sum += s.rho_i[k] * weight(k);
     return sum;
 }
 double FluidModel::wilson(int k, double T) const {

@@ -93,8 +93,10 @@ class CORVANE_API FluidModel {
     /// g also Ar + Z − 1 + ln rho of each, which is Σ x_i·(m_i − ln x_i).
     int densities(double p, double T, std::vector<double> const& x, double* rho,
                   double* g = nullptr) const;
-    double molar_mass(int k) const;
-    double mass_density(PhaseState const& s) const;  ///< g/cm³, from s.rho_i
+    /// What tells the denser phase: molar masses, g/mol, or, if one is not known, the critical volumes
+    /// of all, cm³/mol.
+    double weight(int k) const { return weights_[static_cast<std::size_t>(k)]; }
+    double mass_density(PhaseState const& s) const;  ///< g/cm³, from s.rho_i and the weights
 
     mutable long evaluations = 0;  ///< calls of evaluate and density searches
 
@@ -108,7 +110,7 @@ class CORVANE_API FluidModel {
     ModelN const* model_ = nullptr;
     IsothermN const* isotherm_ = nullptr;  // null without the extension
     std::vector<int> present_;
-    std::vector<double> z_;
+    std::vector<double> z_, weights_;
     mutable Vector<double> full_;  // partial densities or mole fractions of all components
     mutable std::vector<double> mu_, mu_T_, mu_rho_;
     mutable std::vector<double> work_;  // of isotherm_ at work_T_, with slopes or without

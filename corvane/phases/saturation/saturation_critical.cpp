@@ -88,7 +88,7 @@ bool SaturationSolver::from_critical(CriticalPoint const& c) {
     regular_.start_critical(conditions.s.rho_i, conditions.u, c.T);
     double heavier = 0.0;  // by mass, towards phase a
     for (int i = 0; i < n; ++i)
-        heavier += fluid_.z()[i] * fluid_.molar_mass(i) * regular_.y[n + i];
+        heavier += fluid_.z()[i] * fluid_.weight(i) * regular_.y[n + i];
     const double side = (heavier > 0.0) == (kind_ == Saturated::bubble) ? 1.0 : -1.0;
     const std::vector<double> start = regular_.y;
     if (follow(side)) return true;

@@ -215,7 +215,7 @@ std::optional<SaturationPoint> SaturationSolver::beside_pure(int i, PhaseRecord 
     c.rho_error = std::max(q.rho_error, (2.0 * rounding_of_P(fluid_, rest) +
                                          q.value_error * p / (R * t)) / rest.S);
     c.apart_error = q.apart_error;
-    const bool heavier = pure.rho * fluid_.molar_mass(i) > rest.rho * fluid_.molar_mass(j);
+    const bool heavier = pure.rho * fluid_.weight(i) > rest.rho * fluid_.weight(j);
     certify(fluid_, p, {heavier ? &pure : &rest, heavier ? &rest : &pure, &vapour}, c);
     point.fraction = {heavier ? pure_part : 1.0 - pure_part, heavier ? 1.0 - pure_part : pure_part};
     for (PhaseRecord& record : c.phases)

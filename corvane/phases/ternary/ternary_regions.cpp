@@ -205,7 +205,7 @@ void TernaryRegions::finish(TernaryRegion&& region) {
 }
 double TernaryRegions::mass(PhaseRecord const& q) const {
     double sum = 0.0;
-    for (int i = 0; i < 3; ++i) sum += q.rho * q.x[i] * fluid_.molar_mass(i);
+    for (int i = 0; i < 3; ++i) sum += q.rho * q.x[i] * fluid_.weight(i);
     return sum;
 }
 /// Density over the mole-fraction average of the critical ones.
