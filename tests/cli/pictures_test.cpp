@@ -241,7 +241,7 @@ TEST(CliPictures, Pictures) {
          {"0.7 methane + 0.3 propane", "s / (J/(mol K))", "isobars", "dew points"}},
         {"txy PR+vdW1 propane butane --p 1", {">L<", ">V<", ">L + V<"}},  // fields by their names
         {"pxy PR+vdW1 methane CO2 --T 250", {">F<", ">L + V<"}},
-        {"txy PCSAFT+LB benzene cyclohexane --p 0.1 --solid", {">L<", ">V<", ">benzene (s) + L<", ">cyclohexane (s) + L<"}},
+        {"txy PCSAFT+LB benzene cyclohexane --p 0.1 --solid", {">L<", ">V<", ">benzene (s) + L<", ">benzene (s) + cyclohexane (s)<"}},
         {"ternary PR+vdW1 nitrogen methane ethane --T 120 --p 3",
          {"120 K, 3 MPa", "plait point", "tie lines", ">L<"}}};
     for (auto const& c : cases) {
