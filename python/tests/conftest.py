@@ -14,14 +14,16 @@ settings.load_profile("corvane")
 
 @pytest.fixture
 def interruption():
-    """Ctrl-C once this process has used so many seconds of the processor, however long that takes beside other work."""
+    """Ctrl-C once this process has used so many seconds of the processor, however long that takes beside other work, or
+    once what is given says so."""
 
     @contextlib.contextmanager
-    def after(seconds):
+    def after(when):
         over, start = threading.Event(), time.process_time()
+        due = when if callable(when) else lambda: time.process_time() >= start + when
 
         def wait():
-            while time.process_time() < start + seconds:
+            while not due():
                 if over.wait(0.01):
                     return
             os.kill(os.getpid(), signal.SIGINT)
