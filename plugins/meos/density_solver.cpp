@@ -52,10 +52,13 @@ double parabola(IsothermState const& spinodal, double P) {
     return std::sqrt(2.0 * (P - spinodal.P) * spinodal.rho / spinodal.C);
 }
 
-/// Makes true the ends of a row that was tabulated for other parameters; false where the dilute one
-/// is not near the tabulated one. A dense one that is not is one between two loops, which the table
-/// does not know well either: it stays, with its doubt.
-bool refresh(Isotherm<false> const& isotherm, LoopRow& row) {
+/// Makes a row true that was tabulated for other coefficients; false where its dilute end is not near
+/// the tabulated one, its liquid is none, or the isotherm falls again above that. A dense end that is
+/// not near is one between two loops, which the table does not know well either: it stays, with its
+/// doubt.
+bool refresh(Isotherm<false> const& isotherm, double rho_c, LoopRow& row) {
+    row.liquid = state_at(isotherm, row.liquid.rho);
+    if (!(row.liquid.S > 0.0) || loop_above(isotherm, row, rho_c)) return false;
     const auto renew = [&](IsothermState& end, double& doubt, double side, double near) {
         const IsothermState s =
             spinodal_near(isotherm, end.rho, (1.0 - near) * end.rho, (1.0 + near) * end.rho);
@@ -182,29 +185,30 @@ Roots density_roots(Equation const& equation, StartTables const& tables,
     const double T = isotherm.T();
     if (!is_pressure(P)) return {};
     const bool current = tables.matches(equation);
+    const double rho_c = tables.rho_c(equation);
     if (tables.known()) {
         LoopRow row;
-        if (T < tables.Tc()) row = tables.loop(T);
-        if (row.known && (current || refresh(isotherm, row))) {
+        if (T < tables.Tc(equation)) row = tables.loop(equation, T);
+        if (row.known && (current || refresh(isotherm, rho_c, row))) {
             Roots roots;
-            if (roots_of_row(isotherm, row, tables.rho_c(), P, roots)) return roots;
+            if (roots_of_row(isotherm, row, rho_c, P, roots)) return roots;
         }
-        const bool above = current ? T >= tables.Tc()
-                                   : T > 0.9 * tables.Tc() && rises_near(isotherm, tables.rho_c());
+        const bool above = current ? T >= tables.Tc(equation)
+                                   : T > 0.9 * tables.Tc(equation) && rises_near(isotherm, rho_c);
         if (above && !(P > 0.0)) return {};
-        if (const double start = above ? tables.supercritical(T, P) : 0.0; start > 0.0) {
+        if (const double start = above ? tables.supercritical(equation, T, P) : 0.0; start > 0.0) {
             const double root = climb(isotherm, P, start, {0.0, kInfinity, 0.0, false, true});
             if (root > 0.0) return {0.0, root};
         }
     }
-    return scanned_roots(isotherm, tables.rho_c() > 0.0 ? tables.rho_c() : 1.0 / equation.vs(), P);
+    return scanned_roots(isotherm, rho_c > 0.0 ? rho_c : 1.0 / equation.vs(), P);
 }
 
 double start_density(Equation const& equation, StartTables const& tables, double T, double P,
                      int phase) {
     if (tables.matches(equation) && T > 0.0) {
-        if (T >= tables.Tc()) return tables.supercritical(T, P);
-        if (const LoopRow row = tables.loop(T); row.known)
+        if (T >= tables.Tc(equation)) return tables.supercritical(equation, T, P);
+        if (const LoopRow row = tables.loop(equation, T); row.known)
             return phase == 1 ? dense_start(row, P) : dilute_start(row.dilute, P);
     }
     return phase == 1 ? kDense / equation.vs() : P;

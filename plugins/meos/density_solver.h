@@ -15,8 +15,9 @@ struct Roots {
 /// only root is `dense`, and `dilute` is 0. P <= 0 can have a dense root, a liquid under tension.
 ///
 /// The tables give start values and say which branches reach P; where they leave that in doubt, the
-/// spinodals of this temperature are worked out. If the parameters have changed since the tables
-/// were made, or below their lowest temperature, a scan of the isotherm takes their place.
+/// spinodals of this temperature are worked out. Where coefficients have changed since the tables were
+/// made, their row is made true and the isotherm above it looked through; where that fails, or below
+/// the lowest temperature of the tables, a scan of the isotherm takes their place.
 Roots density_roots(Equation const& equation, StartTables const& tables,
                     Isotherm<false> const& isotherm, double P);
 

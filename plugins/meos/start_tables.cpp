@@ -29,6 +29,8 @@ void StartTables::fill(Equation const& equation, double Tc, double rho_c, Vector
         Tc = own.T;
         rho_c = own.rho;
     }
+    Ts_ = equation.Ts();
+    vs_ = equation.vs();
     Tc_ = Tc;
     rho_c_ = rho_c;
     step_ = Tc * (1.0 - kLowest) / (kCount * kCount);
@@ -78,7 +80,8 @@ void StartTables::leave_out_inner_loops(Equation const& equation) {
         if (wrong(k)) rows_[k].known = false;
 }
 
-LoopRow StartTables::loop(double T) const {
+LoopRow StartTables::loop(Equation const& equation, double T) const {
+    T *= Ts_ / equation.Ts();
     const double position = std::sqrt((Tc_ - T) / step_);
     const int count = static_cast<int>(rows_.size());
     if (count < 3 || !(position < count - 1)) return {};
@@ -88,14 +91,19 @@ LoopRow StartTables::loop(double T) const {
     LoopRow row;
     row.known = a.known && b.known;
     if (!row.known) return row;
-    row.dilute = mix(a.dilute, b.dilute, w);
-    row.dense = mix(a.dense, b.dense, w);
-    row.liquid = mix(a.liquid, b.liquid, w);
+    const double scale = vs_ / equation.vs();
+    const auto between = [&](IsothermState LoopRow::*s) {
+        const IsothermState q = mix(a.*s, b.*s, w);
+        return IsothermState{q.rho * scale, q.P * scale, q.S, q.C};
+    };
+    row.dilute = between(&LoopRow::dilute);
+    row.dense = between(&LoopRow::dense);
+    row.liquid = between(&LoopRow::liquid);
     // Linear interpolation errs by an eighth of the second difference; twice that is doubted.
     LoopRow const& c = k + 2 < count ? rows_[k + 2] : rows_[k - 1];
     LoopRow const &middle = k + 2 < count ? b : a, &end = k + 2 < count ? a : b;
     const auto doubt = [&](IsothermState LoopRow::*s) {
-        return 0.25 * std::abs((c.*s).P - 2.0 * (middle.*s).P + (end.*s).P);
+        return 0.25 * scale * std::abs((c.*s).P - 2.0 * (middle.*s).P + (end.*s).P);
     };
     row.dilute_doubt = doubt(&LoopRow::dilute);
     row.dense_doubt = doubt(&LoopRow::dense);
@@ -118,8 +126,9 @@ void StartTables::fill_supercritical(Equation const& equation) {
     }
 }
 
-double StartTables::supercritical(double T, double P) const {
-    const double x = std::clamp(Tc_ / T, kLastInverse, kFirstInverse), f = P / rho_c_;
+double StartTables::supercritical(Equation const& equation, double T, double P) const {
+    const double rho_c = this->rho_c(equation), f = P / rho_c;
+    const double x = std::clamp(Tc(equation) / T, kLastInverse, kFirstInverse);
     const double position = (kFirstInverse - x) / (kFirstInverse - kLastInverse) * (kRows - 1);
     const int i = std::min(static_cast<int>(position), kRows - 2);
     const double w = position - i;
@@ -138,7 +147,7 @@ double StartTables::supercritical(double T, double P) const {
         b = node(j + 1);
     }
     if (!(b.S >= 0.0)) return 0.0;
-    if (!(b.F > f)) return 0.25 * kColumns * rho_c_;
+    if (!(b.F > f)) return 0.25 * kColumns * rho_c;
     const double h = 0.25, rise = b.F - a.F;
     const double c2 = 3.0 * rise - h * (2.0 * a.S + b.S), c3 = h * (a.S + b.S) - 2.0 * rise;
     double u = (f - a.F) / rise;
@@ -147,7 +156,7 @@ double StartTables::supercritical(double T, double P) const {
         if (!(slope > 0.1 * rise)) break;
         u = std::clamp(u - (a.F + u * (h * a.S + u * (c2 + u * c3)) - f) / slope, 0.0, 1.0);
     }
-    return rho_c_ * h * (j + u);
+    return rho_c * h * (j + u);
 }
 
 }  // namespace corvane::meos

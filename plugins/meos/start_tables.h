@@ -5,12 +5,14 @@
 #include <corvane/core/containers.h>
 #include <plugins/meos/trace.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace corvane::meos {
 
 /// Numbers that were true when `fill` ran; they are start values and decide nothing by themselves
-/// near a spinodal. `matches` says whether the equation still has the parameters it had then.
+/// near a spinodal. Temperatures and densities count in units of the equation's Ts and 1/vs, so that
+/// they stay true where these alone are changed; `matches` says whether all others are what they were.
 class StartTables {
   public:
     static constexpr int kCount = 200;      // temperatures below Tc
@@ -27,20 +29,27 @@ class StartTables {
     void fill(Equation const& equation, double Tc, double rho_c, Vector<double>& T,
               Vector<double>& dilute, Vector<double>& dense);
 
-    bool matches(Equation const& equation) const { return snapshot_ == equation.pool(); }
+    bool matches(Equation const& equation) const {
+        std::vector<double> const& now = equation.pool();
+        return now.size() == snapshot_.size() &&
+               std::equal(now.begin() + kScales, now.end(), snapshot_.begin() + kScales);
+    }
     bool known() const { return !snapshot_.empty(); }
-    double Tc() const { return Tc_; }
-    double rho_c() const { return rho_c_; }
+    double Tc(Equation const& equation) const { return Tc_ * (equation.Ts() / Ts_); }
+    double rho_c(Equation const& equation) const { return rho_c_ * (vs_ / equation.vs()); }
     /// Below Tc; not known below the last temperature.
-    LoopRow loop(double T) const;
+    LoopRow loop(Equation const& equation, double T) const;
     /// Density at P on an isotherm above Tc, a few per cent off at worst; 0 where those of the table
     /// do not rise all the way to it, far outside the range of some equations.
-    double supercritical(double T, double P) const;
+    double supercritical(Equation const& equation, double T, double P) const;
 
   private:
+    static constexpr int kScales = 3;  // M, Ts and vs lead the parameters
+
     void leave_out_inner_loops(Equation const& equation);
     void fill_supercritical(Equation const& equation);
 
+    double Ts_ = 1.0, vs_ = 1.0;                  // of the equation when it was read
     double Tc_ = 0.0, rho_c_ = 0.0, step_ = 0.0;  // T_k = Tc − step·k²
     std::vector<LoopRow> rows_;                   // k = 0 (critical point), 1, 2 …
     struct Node {
