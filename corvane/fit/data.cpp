@@ -1,4 +1,5 @@
 #include <corvane/catalogue/open.h>
+#include <corvane/catalogue/substances.h>
 #include <corvane/core/text.h>
 #include <corvane/fit/data.h>
 #include <corvane/text/csv.h>
@@ -40,6 +41,11 @@ constexpr Known kKnown[] = {
     {Observable::H, "H", Quantity::pressure},
     {Observable::solubility, "solubility", Quantity::ratio},
 };
+/// Mass fractions, by the mole fractions that they become.
+constexpr struct {
+    char const* name;
+    Observable what;
+} kMassFractions[] = {{"w", Observable::x}, {"wy", Observable::y}, {"w2", Observable::x2}};
 constexpr std::array kKinds{"saturation",  "state",  "virial",        "critical",
                             "bubble",      "dew",    "liquid_liquid", "azeotrope",
                             "three_phase", "excess", "dilute",        "solubility"};
@@ -93,6 +99,7 @@ struct Column {
     bool critical = false;  // Tc, pc, rhoc
     Conversion convert = {};
     bool percent = false;  // an uncertainty in % of the value
+    bool mass = false;     // a mass fraction
 };
 
 class Reader {
@@ -114,6 +121,7 @@ class Reader {
     void name_column(std::size_t k);
     bool name_numbers(std::size_t k, std::string heading);
     int component(std::string const& name) const;
+    void name_mass(Column& column, std::string& name, bool uncertain);
     std::string const* word(char const* column, std::size_t row) const;
     Values numbers(std::size_t row, std::vector<Column> const& columns, bool critical,
                    Values const* of) const;
@@ -131,6 +139,8 @@ class Reader {
     text::CsvFile csv_;
     std::vector<Column> values_, uncertainties_;
     std::map<std::string, std::size_t> words_;
+    std::vector<double> molar_masses_;  // of the components, where mass fractions are given
+    std::vector<Observable> by_mass_;   // phases with mass fractions
 };
 
 int Reader::component(std::string const& name) const {
@@ -143,6 +153,28 @@ int Reader::component(std::string const& name) const {
     } catch (OpenFailure const&) {  // not a substance: a column of another name
     }
     return -1;
+}
+
+/// Of mass fractions: they are read as mole fractions of their phase, and converted in `compose`.
+void Reader::name_mass(Column& column, std::string& name, bool uncertain) {
+    if (names_.size() < 2) return;  // w: the speed of sound
+    for (auto const& each : kMassFractions)
+        if (name == each.name && (name != "w" || csv_.header[column.at].starts_with("w_"))) {
+            if (uncertain)
+                fail("column " + csv_.header[column.at] + ": uncertainties are of mole fractions");
+            column.mass = true;
+            name = name_of(each.what);
+        }
+    if (!column.mass || !molar_masses_.empty()) return;
+    const Substances known(home_);
+    for (std::string const& component : names_) {
+        auto const& all = known.all();
+        const auto found = std::find_if(all.begin(), all.end(),
+                                        [&](auto const& each) { return each.name == component; });
+        molar_masses_.push_back(found == all.end() ? kUnknown : found->M);
+        if (!(molar_masses_.back() > 0.0))
+            fail("mass fractions: the molar mass of " + component + " is not known");
+    }
 }
 
 /// A column of a quantity, "rhoL/(kg/m3)", "x_methane", "Tc/K"; or of its uncertainty.
@@ -159,6 +191,7 @@ bool Reader::name_numbers(std::size_t k, std::string heading) {
     column.critical = name == "Tc" || name == "pc" || name == "rhoc";
     if (column.critical) name.pop_back();
     if (name == "x1" || name == "y1") name.pop_back();
+    name_mass(column, name, uncertain);
     const auto* found = std::find_if(std::begin(kKnown), std::end(kKnown),
                                      [&](Known const& each) { return name == each.name; });
     if (found == std::end(kKnown)) return false;
@@ -178,7 +211,7 @@ bool Reader::name_numbers(std::size_t k, std::string heading) {
     if (uncertain && unit == "%") {
         column.percent = true;
     } else if (found->quantity == Quantity::ratio) {
-        if (unit == "%" || unit == "mol%") column.convert.scale = 0.01;
+        if (unit == "%" || unit == (column.mass ? "wt%" : "mol%")) column.convert.scale = 0.01;
     } else {
         const auto convert = text::conversion(found->quantity, unit, M_);
         if (!convert)
@@ -193,6 +226,10 @@ bool Reader::name_numbers(std::size_t k, std::string heading) {
         if (other.what == column.what && other.component == column.component &&
             other.critical == column.critical)
             fail("two columns " + csv_.header[k]);
+        else if (other.what == column.what && other.mass != column.mass)
+            fail("columns " + csv_.header[other.at] + " and " + csv_.header[k] +
+                 ": mole and mass fractions of one phase");
+    if (column.mass) by_mass_.push_back(column.what);
     all.push_back(column);
     return true;
 }
@@ -288,6 +325,10 @@ void Reader::compose(std::size_t row, Values const& given, Observable what,
     } else {
         for (double& value : x) value /= sum;
     }
+    if (std::find(by_mass_.begin(), by_mass_.end(), what) == by_mass_.end()) return;
+    sum = 0.0;
+    for (std::size_t i = 0; i < x.size(); ++i) sum += x[i] /= molar_masses_[i];
+    for (double& value : x) value /= sum;
 }
 
 void Reader::observe(Point& point, Values const& given, Values const& uncertain) const {
@@ -399,6 +440,7 @@ DataSet Reader::read() {
     const std::size_t slash = path_.find_last_of('/');
     set.name = slash == std::string::npos ? path_ : path_.substr(slash + 1);
     if (!csv_.comments.empty()) set.source = csv_.comments.front();
+    set.by_mass = !by_mass_.empty();
     if (values_.empty())
         fail("no column that is known: name columns like T/K, p/MPa, rhoL/(kg/m3)");
     for (std::size_t row = 0; row < csv_.rows.size(); ++row) {

@@ -95,6 +95,7 @@ struct DataSet {
     std::string source;  ///< its first comment
     std::vector<Point> points;
     double weight = 1.0;
+    bool by_mass = false;  ///< compositions were given by mass (and are mole fractions here)
 };
 
 /// Reads measured points of one substance (a single component) or of a mixture.
@@ -104,6 +105,7 @@ struct DataSet {
 ///   Tc, pc, rhoc                                of the critical point
 ///   x_<component>, y_<component>, x2_<component>  mole fractions in liquid, vapour and second
 ///                                               liquid; x, y, x2 of the first component
+///   w_<component>, wy_<component>, w2_<component>  the same by mass; molar masses of the data home
 ///   hE, vE, gamma_<component>                   of a mixture x at T and p
 ///   gammainf_<component>, H_<component>         of a solute in the other component, or in x
 ///   solubility_<component>                      of a solid, at T and p

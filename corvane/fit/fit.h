@@ -33,6 +33,7 @@ struct Parameter {
     std::string name;                ///< "Ts", "kij"
     std::vector<double*> addresses;  ///< in the models; all get the same value
     std::vector<int> systems;        ///< that they belong to
+    std::string pair;  ///< "methane + propane" of a mixture of more components, else empty
     double start = 0.0;
     double lower = -1e300, upper = 1e300;
     /// Regularisation: (value − prior)/prior_width joins the weighted deviations. 0: none.
@@ -76,7 +77,8 @@ class Problem {
     /// of other names than its own is passed over. @throws Failure as adjust
     void choose(int system, Choice const& choice);
 
-    /// The name of a parameter; with its system, "kij (methane + propane)", where others have it.
+    /// The name of a parameter; with its system or pair, "kij (methane + propane)", where others
+    /// have it.
     std::string label(std::size_t parameter) const;
 
     /// Names of what can be adjusted.

@@ -172,6 +172,10 @@ Parameter& Problem::adjust_pair(std::string const& name, int i, int j, int syste
     p->addresses = {address(name, system, i, j)};
     p->systems = {system};
     refuse_taken(p->addresses[0], name, parameters);
+    Mixture const& mixture = *systems[static_cast<std::size_t>(system)]->mixture;
+    if (mixture.size() > 2)
+        p->pair = mixture.components[static_cast<std::size_t>(i)] + " + " +
+                  mixture.components[static_cast<std::size_t>(j)];
     p->start = *p->addresses[0];
     if (name == "kij" || name == "lij") {
         p->lower = -1.0;
@@ -221,7 +225,10 @@ std::string Problem::label(std::size_t parameter) const {
     const auto alike = std::count_if(parameters.begin(), parameters.end(),
                                      [&](auto const& other) { return other->name == p.name; });
     if (alike < 2) return p.name;
-    return p.name + " (" + systems.at(static_cast<std::size_t>(p.systems[0]))->substances() + ")";
+    return p.name + " (" +
+           (p.pair.empty() ? systems.at(static_cast<std::size_t>(p.systems[0]))->substances()
+                           : p.pair) +
+           ")";
 }
 
 }  // namespace corvane::fit

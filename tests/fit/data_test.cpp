@@ -49,6 +49,18 @@ TEST(FitData, RowsBecomePoints) {
     EXPECT_EQ(pair.points[2].kind, PointKind::liquid_liquid);
     EXPECT_DOUBLE_EQ(pair.points[2].x2[0], 0.4);
 
+    // By mass: 18.015268 g/mol of water, 60.05196 of acetic acid; half of each has 1/M parts.
+    scratch.write("mass.csv",
+                  "T/K,p/MPa,w_water/%,w_acetic_acid/%,x2_water\n300,1,50,50,0.9\n300,1,50,,0.9\n");
+    const DataSet mass = read_data("mass.csv", home, {"water", "acetic_acid"}, 0.0);
+    EXPECT_TRUE(mass.by_mass);
+    EXPECT_FALSE(pair.by_mass);
+    for (Point const& p : mass.points) {
+        EXPECT_NEAR(p.x[0], 60.05196 / (18.015268 + 60.05196), 1e-12);
+        EXPECT_EQ(p.observed[0].value, p.x[0]);
+        EXPECT_EQ(p.x2[0], 0.9);  // this phase by moles
+    }
+
     scratch.write(
         "kinds.csv",
         "T/K,p/bar,x_methane,y_methane,x2_methane,hE/(kJ/mol),H_methane/kPa,u_H_methane/%,"
@@ -115,6 +127,8 @@ TEST(FitData, WhatMakesNoSenseIsRefusedWithItsLine) {
          {"T/K,p/MPa,x_methane,x_propane\n300,1,0.3,0.8\n", "T/K,p/MPa,x_butane\n300,1,0.3\n",
           "T/K,H/MPa\n300,1\n", "T/K,hE/(J/mol),x_methane\n300,1,0.3\n",
           "T/K,p/MPa,kind\n300,1,bubble\n", "T/K,p/MPa,kind\n300,1,saturation\n",
+          "T/K,p/MPa,w_methane,x_propane\n300,1,0.3,0.7\n",
+          "T/K,p/MPa,w_methane,u_w_methane/%\n300,1,0.3,1\n",
           "T/K,p/MPa,solubility_propane\n80,1,1\n", "T/K,H_methane/MPa,H_propane/MPa\n300,1,1\n"}) {
         scratch.write("bad.csv", text);
         EXPECT_THROW(read_data("bad.csv", home, {"methane", "propane"}, 0.0),
