@@ -134,3 +134,74 @@ TEST(CliMeasured, MeasuredPointsOfACompositionAreCompared) {
         EXPECT_EQ(points[0]["not_compared"], "of another composition");
     }
 }
+
+// Two published ternaries. Both models know what the pictures show: one region with a plait point,
+// more acid in the water than in the solvent; of water and the ether alone what they dissolve of
+// each other, to half a per cent. The middle neither knows better than to some per cent.
+TEST(CliMeasured, TieLinesOfTernaries) {
+    const Scratch scratch;
+    const std::string folder = CORVANE_SOURCE "/examples/measured/";
+    const struct {
+        std::string model, solvent, at;
+        std::size_t lines;
+        double first, mean;  // of mass fractions: all of the first line, the mean of all
+    } cases[] = {
+        {"PCSAFT+LB --pair-set 3", "diisopropyl_ether", " --T 293.15 --p 0.101325", 9, 0.005, 0.05},
+        {"SRK+PSRK", "chloroform", " --T 291.15 --p 0.101325", 7, 0.05, 0.06}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.solvent);
+        const std::string file = folder + "water_acetic_acid_" + c.solvent + ".csv";
+        const std::string command = "ternary " + c.model + " water acetic_acid " + c.solvent + c.at;
+        const Json d =
+            json(command + " --plot tie.svg --data " + file + " --home " + scratch.home().string());
+        EXPECT_EQ(d["plait"].size(), 1u);
+        EXPECT_EQ(value(d["rows"].back(), "region"), 1.0);
+        ASSERT_EQ(d["measured"].size(), c.lines);
+        double sum = 0.0, most = 0.0;
+        for (Json const& m : d["measured"]) {
+            ASSERT_FALSE(m.contains("not_compared")) << m;
+            for (std::string const phase : {"w_", "w2_"}) {
+                double whole = 0.0;
+                for (std::string const& i :
+                     {std::string("water"), std::string("acetic_acid"), c.solvent}) {
+                    const double off =
+                        std::fabs(value(m, phase + i) - value(m, "measured_" + phase + i));
+                    whole += value(m, phase + i);
+                    sum += off;
+                    if (m == d["measured"][0]) most = std::fmax(most, off);
+                }
+                EXPECT_NEAR(whole, 1.0, 1e-12);
+            }
+            EXPECT_GE(value(m, "w_acetic_acid"), value(m, "w2_acetic_acid"));
+        }
+        EXPECT_LT(most, c.first);
+        EXPECT_LT(sum / static_cast<double>(6 * c.lines), c.mean);
+        const std::string svg = scratch.read("tie.svg");
+        EXPECT_NE(svg.find("measured tie lines"), std::string::npos);
+        // In another order of the components, and by mass, the same tie lines.
+        const Json other = json("ternary " + c.model + " " + c.solvent + " water acetic_acid" +
+                                c.at + " --basis mass --data " + file);
+        for (std::size_t k = 0; k < c.lines; ++k)
+            EXPECT_NEAR(value(other["measured"][k], "w2_water"),
+                        value(d["measured"][k], "w2_water"), 1e-8);
+        for (Json const& row : other["rows"])
+            EXPECT_NEAR(value(row, "wx_water") + value(row, "wx_acetic_acid") +
+                            value(row, "wx_" + c.solvent),
+                        1.0, 1e-12);
+        const double w = value(other["rows"][0], "wx_water"),
+                     M = c.solvent[0] == 'c' ? 119.369 : 102.177;
+        EXPECT_NEAR(w / 18.015268 / (w / 18.015268 + (1.0 - w) / M), value(d["rows"][0], "x_water"),
+                    1e-6);
+    }
+    const std::string file = folder + "water_acetic_acid_chloroform.csv";
+    EXPECT_NE(
+        run_corvane("ternary SRK+PSRK water acetic_acid chloroform --T 300 --p 0.1 --data " + file)
+            .err.find("no tie lines at 300 K"),
+        std::string::npos);
+    scratch.write("none.csv", "T/K,p/MPa,x_water,x_chloroform\n300,1,0.5,0.2\n");
+    EXPECT_NE(run_corvane("ternary SRK+PSRK water acetic_acid chloroform --T 300 --p 0.1 --data "
+                          "none.csv --home " +
+                          scratch.home().string())
+                  .err.find("no tie lines: name columns"),
+              std::string::npos);
+}

@@ -1,6 +1,7 @@
 // corvane ternary: the phase diagram of three components at T and p.
 #include <tools/corvane/commands/commands.h>
 #include <tools/corvane/diagrams/fields.h>
+#include <tools/corvane/diagrams/measured.h>
 #include <tools/corvane/diagrams/xy_branch.h>
 #include <tools/corvane/input/options.h>
 #include <tools/corvane/output/rows.h>
@@ -28,10 +29,6 @@ using corvane::TernaryDiagram;
 using corvane::TernaryEnd;
 using corvane::TernaryRegion;
 
-XY place(PhaseRecord const& phase) {
-    return Picture::in_triangle(phase.x[0], phase.x[1]);
-}
-
 /// A number, or nothing where it is not known.
 void add_finite(Row& row, double value) {
     row.cells.resize(row.cells.size() + 1);
@@ -44,10 +41,17 @@ struct TernaryCommand {
     std::string T, p, step;
     int mesh = 10;
     PlotFile plot;
+    Measured measured;
 
     int run();
 
   private:
+    bool by_mass() const { return request.basis == "mass"; }
+    /// Mole fractions as they are shown.
+    Vector<double> shown(MixtureFluid const& mixture, Vector<double> const& x) const {
+        return by_mass() ? mixture.mass_fractions(x) : x;
+    }
+    void draw(MixtureFluid const& mixture, TernaryDiagram const& d, Picture& picture) const;
     std::vector<Column> columns(MixtureFluid const& mixture) const;
     std::vector<Row> rows_of(MixtureFluid const& mixture, TernaryDiagram const& d) const;
     void report(MixtureFluid const& mixture, TernaryDiagram const& d, Heading& head) const;
@@ -56,8 +60,10 @@ struct TernaryCommand {
 std::vector<Column> TernaryCommand::columns(MixtureFluid const& mixture) const {
     std::vector<Column> result{{"region", "", "number of the region of two phases"},
                                {"phases", "", "what the two phases are"}};
-    add_fractions(result, mixture, "x", "mole fraction in the denser phase (by mass)");
-    add_fractions(result, mixture, "y", "mole fraction in the lighter phase");
+    const std::string fraction = by_mass() ? "mass fraction" : "mole fraction";
+    add_fractions(result, mixture, by_mass() ? "wx" : "x",
+                  fraction + " in the denser phase (by mass)");
+    add_fractions(result, mixture, by_mass() ? "wy" : "y", fraction + " in the lighter phase");
     const std::string rho = options.units.name(Quantity::density);
     result.push_back({"rho_x", rho, "density of the phase x"});
     result.push_back({"rho_y", rho, "density of the phase y"});
@@ -75,15 +81,17 @@ std::vector<Row> TernaryCommand::rows_of(MixtureFluid const& mixture,
             Row row;
             row.cells.emplace_back(static_cast<long>(r + 1));
             row.cells.emplace_back(std::string(in_words(region.kind)));
-            for (PhaseRecord const& phase : tie.phases) add_cells(row, phase.x);
+            for (PhaseRecord const& phase : tie.phases) add_cells(row, shown(mixture, phase.x));
             for (PhaseRecord const& phase : tie.phases)
                 row.cells.emplace_back(mixture.density(options.units, phase.x, phase.rho));
             for (double value : {tie.dmu, tie.dp, tie.tpd, tie.x_error}) add_finite(row, value);
             rows.push_back(std::move(row));
         }
         const std::size_t first = rows.size() - region.tie_lines.size();
-        add_note(rows[first].note, std::string("begins at ") + in_words(region.begin, CurveKind::ternary));
-        add_note(rows.back().note, std::string("ends at ") + in_words(region.end, CurveKind::ternary));
+        add_note(rows[first].note,
+                 std::string("begins at ") + in_words(region.begin, CurveKind::ternary));
+        add_note(rows.back().note,
+                 std::string("ends at ") + in_words(region.end, CurveKind::ternary));
     }
     return rows;
 }
@@ -91,8 +99,10 @@ std::vector<Row> TernaryCommand::rows_of(MixtureFluid const& mixture,
 void TernaryCommand::report(MixtureFluid const& mixture, TernaryDiagram const& d,
                             Heading& head) const {
     const auto phase_fields = [&](Fields& fields, PhaseRecord const& phase, std::string const& of) {
+        const Vector<double> x = shown(mixture, phase.x);
         for (int i = 0; i < 3; ++i)
-            fields.emplace_back(fmt::format("x{}_{}", of, mixture.component(i)), phase.x[i]);
+            fields.emplace_back(
+                fmt::format("{}{}_{}", by_mass() ? "w" : "x", of, mixture.component(i)), x[i]);
         fields.emplace_back("rho" + of, mixture.density(options.units, phase.x, phase.rho));
     };
     double dmu = 0.0, dp = 0.0, x_error = 0.0;
@@ -112,7 +122,7 @@ void TernaryCommand::report(MixtureFluid const& mixture, TernaryDiagram const& d
         std::string text = "three phases:";
         for (std::size_t k = 0; k < 3; ++k) {
             phase_fields(fields, t.phases[k], std::to_string(k + 1));
-            text += mixture.composition(t.phases[k].x);
+            text += mixture.composition(shown(mixture, t.phases[k].x));
             if (k < 2) text += " |";
         }
         append(fields, t.certificate);
@@ -124,22 +134,23 @@ void TernaryCommand::report(MixtureFluid const& mixture, TernaryDiagram const& d
         phase_fields(fields, {q.rho, q.x}, "");
         append(fields, q.certificate);
         list(head, "plait").push_back(std::move(fields));
-        head.summary.push_back("plait point:" + mixture.composition(q.x));
+        head.summary.push_back("plait point:" + mixture.composition(shown(mixture, q.x)));
     }
     for (Vector<double> const& z : d.open) {
         Fields fields;
         for (int i = 0; i < 3; ++i)
-            fields.emplace_back(fmt::format("z_{}", mixture.component(i)), z[i]);
+            fields.emplace_back(fmt::format("{}_{}", by_mass() ? "w" : "z", mixture.component(i)),
+                                shown(mixture, z)[i]);
         list(head, "open").push_back(std::move(fields));
-        head.summary.push_back("not resolved:" + mixture.composition(z));
+        head.summary.push_back("not resolved:" + mixture.composition(shown(mixture, z)));
     }
     if (d.regions.empty()) head.summary.emplace_back("one phase in all compositions searched");
-    head.summary.push_back(fmt::format(
-        "{}; certified: {}, {}; {} evaluations", d.complete() ? "complete" : "not complete",
-        agreement(dmu, dp),
-        std::isnan(x_error) ? "mole fractions without a bound"
-                            : fmt::format("mole fractions to {:.1g}", x_error),
-        d.evaluations));
+    head.summary.push_back(
+        fmt::format("{}; certified: {}, {}; {} evaluations",
+                    d.complete() ? "complete" : "not complete", agreement(dmu, dp),
+                    std::isnan(x_error) ? "mole fractions without a bound"
+                                        : fmt::format("mole fractions to {:.1g}", x_error),
+                    d.evaluations));
     list(head, "certificates")
         .push_back({{"T", options.units.from_library(Quantity::temperature, d.T)},
                     {"p", options.units.from_library(Quantity::pressure, d.p)},
@@ -155,10 +166,17 @@ void TernaryCommand::report(MixtureFluid const& mixture, TernaryDiagram const& d
 }
 
 /// The boundaries, tie lines a good distance apart, and what is marked.
-void draw(TernaryDiagram const& d, Picture& picture) {
+void TernaryCommand::draw(MixtureFluid const& mixture, TernaryDiagram const& d,
+                          Picture& picture) const {
+    const auto place_of = [&](Vector<double> const& x) {
+        const Vector<double> at = shown(mixture, x);
+        return Picture::in_triangle(at[0], at[1]);
+    };
+    const auto place = [&](PhaseRecord const& phase) { return place_of(phase.x); };
     constexpr double apart = 0.06;  // of tie lines, at both ends together
     for (TernaryRegion const& r : d.regions) {
-        const Ink inks[] = {Ink::liquid, r.kind == PhasePair::vapour_liquid ? Ink::vapour : Ink::liquid2};
+        const Ink inks[] = {Ink::liquid,
+                            r.kind == PhasePair::vapour_liquid ? Ink::vapour : Ink::liquid2};
         char const* const names[] = {
             "liquid", r.kind == PhasePair::vapour_liquid ? "vapour" : "second liquid"};
         for (std::size_t k : {0, 1}) {
@@ -189,14 +207,16 @@ void draw(TernaryDiagram const& d, Picture& picture) {
         picture.curves.push_back({"", Ink::black, Stroke::line, std::move(corners)});
     }
     for (corvane::CriticalPoint const& q : d.plait)
-        picture.mark("plait point", Symbol::critical, Ink::black,
-                     Picture::in_triangle(q.x[0], q.x[1]));
+        picture.mark("plait point", Symbol::critical, Ink::black, place_of(q.x));
+    if (measured) measured.draw_ties(picture, place_of);
 }
 
 int TernaryCommand::run() {
     plot.begin();
+    measured.begin();
     options.begin();
     const MixtureFluid mixture = open_ternary(request);
+    if (measured) measured.read_ties(mixture);
     Units& units = options.units;
     units.M = mixture.M();
     corvane::TernaryOptions how;
@@ -208,10 +228,11 @@ int TernaryCommand::run() {
     how.mesh = mesh;
     how.validity = &mixture.validity;
     Heading head = heading("ternary", mixture);
-    head.remarks.push_back(
-        fmt::format("T = {}, p = {}", units.text(Quantity::temperature, at_T),
-                    units.text(Quantity::pressure, at_p)));
-    head.remarks.emplace_back("tie lines of every stable region; x is the denser phase (by mass)");
+    head.remarks.push_back(fmt::format("T = {}, p = {}", units.text(Quantity::temperature, at_T),
+                                       units.text(Quantity::pressure, at_p)));
+    head.remarks.emplace_back(
+        by_mass() ? "tie lines of every stable region; mass fractions, wx in the denser phase"
+                  : "tie lines of every stable region; x is the denser phase (by mass)");
     Watch watch("corvane: ternary");
     how.progress = watch.progress();
     const TernaryDiagram d = asking(
@@ -219,20 +240,23 @@ int TernaryCommand::run() {
                     units.text(Quantity::pressure, at_p)),
         [&] { return corvane::ternary_diagram(*mixture.model, at_T, at_p, how); });
     report(mixture, d, head);
+    if (measured) measured.compare_ties(mixture, at_T, at_p, units, head);
     if (Watch::interrupted()) head.summary.emplace_back("interrupted: regions are missing");
     const Table table{columns(mixture), rows_of(mixture, d)};
     Picture picture;
-    picture.title = fmt::format("{}, {}, {}", title(mixture), units.text(Quantity::temperature, at_T),
-                                units.text(Quantity::pressure, at_p));
+    picture.title =
+        fmt::format("{}, {}, {}", title(mixture), units.text(Quantity::temperature, at_T),
+                    units.text(Quantity::pressure, at_p));
+    if (by_mass()) picture.title += ", mass fractions";
     for (int i = 0; i < 3; ++i) picture.corners[static_cast<std::size_t>(i)] = mixture.shown(i);
-    draw(d, picture);
+    draw(mixture, d, picture);
     if (plot && d.complete())
         label_fields(picture, [&](XY const& at) {
             Vector<double> x(3);
             x[0] = at[1] / (0.5 * std::sqrt(3.0));
             x[1] = 1.0 - at[0] - 0.5 * x[0];
             x[2] = 1.0 - x[0] - x[1];
-            return phase_letter(mixture, x, at_T, at_p);
+            return phase_letter(mixture, by_mass() ? mixture.mole_fractions(x) : x, at_T, at_p);
         });
     plot.show(picture, head, table, options.style);
     return Watch::interrupted() ? kInterrupted : d.complete() ? 0 : 1;
@@ -251,6 +275,7 @@ void add_ternary(Program& program) {
         .value("--step", ternary->step,
                "longest step in both compositions together (0.05; 0.02 with --plot)")
         .count("--mesh", ternary->mesh, "parts of an edge in the search for islands (10)");
+    ternary->measured.add_to(command);
     ternary->plot.add_to(command);
     ternary->options.add_units(command);
     ternary->options.add_output(command);

@@ -158,6 +158,12 @@ void Comparison::fraction(std::string const& symbol, double calculated, double m
     deviation(symbol + " at T and p", "", calculated - measured);
 }
 
+void Comparison::tie_end(std::string const& name, double calculated, double measured) {
+    put("measured_" + name, measured);
+    put(name, calculated);
+    deviation(name, "", calculated - measured);
+}
+
 void Comparison::finish(std::string const& source, Heading& heading) {
     list(heading, "measured") = std::move(list_);
     if (!source.empty()) heading.remarks.push_back("measured: " + source);

@@ -11,10 +11,12 @@
 #include <tools/corvane/results/compare.h>
 #include <tools/corvane/results/mixture_points.h>
 
+#include <corvane/fit/data.h>
 #include <corvane/phases/binary/binary_diagram.h>
 #include <corvane/phases/binary/critical_line.h>
 #include <corvane/phases/saturation/saturation.h>
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -77,10 +79,21 @@ class Measured {
     /// Lays the points that are used over a diagram.
     void draw(Picture& picture, Units const& units) const;
 
+    /// Ternaries: reads tie lines as `corvane fit` does. @throws Failure as there; no tie lines
+    void read_ties(MixtureFluid const& mixture);
+    /// Splits the mean composition of each tie line that was measured at T, to 0.1 K (and p, to
+    /// 0.5 %, beside a vapour), at its T and p; tells the deviations of the fractions in both
+    /// phases, by mass if the file has them so. @throws Failure none was measured there
+    void compare_ties(MixtureFluid const& mixture, double T, double p, Units const& units,
+                      Heading& heading);
+    /// Lays those over a triangle, whose places are place(mole fractions).
+    void draw_ties(Picture& picture, std::function<XY(Vector<double> const& x)> const& place) const;
+
   private:
     std::string path_, source_;
     MeasuredKind kind_ = MeasuredKind::isotherms;
     std::vector<MeasuredPoint> points_;
+    corvane::fit::DataSet ties_;
 };
 
 /// What is told of measured points: each with what was calculated, deviations, and how many were
@@ -97,6 +110,8 @@ class Comparison {
                double calculated, double measured);
     /// A mole fraction.
     void fraction(std::string const& symbol, double calculated, double measured);
+    /// One of many in a row: both are told, "w2_water" and "measured_w2_water".
+    void tie_end(std::string const& name, double calculated, double measured);
     /// Solves; a failure is the reason why the point is skipped.
     template <class F>
     void attempt(std::string const& what, F solve) {

@@ -231,6 +231,22 @@ void MixtureRequest::add_pairs(Command& command) {
                {.type = "KIJ"});
 }
 
+Vector<double> MixtureFluid::mass_fractions(Vector<double> const& at) const {
+    Vector<double> w(size());
+    double sum = 0.0;
+    for (int i = 0; i < size(); ++i) sum += w[i] = at[i] * molar_mass(i);
+    for (int i = 0; i < size(); ++i) w[i] /= sum;
+    return w;
+}
+
+Vector<double> MixtureFluid::mole_fractions(Vector<double> const& w) const {
+    Vector<double> moles(size());
+    double sum = 0.0;
+    for (int i = 0; i < size(); ++i) sum += moles[i] = w[i] / molar_mass(i);
+    for (int i = 0; i < size(); ++i) moles[i] /= sum;
+    return moles;
+}
+
 double MixtureFluid::M(Vector<double> const& at) const {
     double sum = 0.0;
     for (int i = 0; i < size(); ++i) {
@@ -321,9 +337,7 @@ MixtureFluid open_mixture(MixtureRequest const& asked) {
     mixture.composed = composition.composed;
     mixture.normalised = composition.normalised;
     if (request.basis == "mass" && mixture.composed) {
-        double sum = 0.0;
-        for (int i = 0; i < mixture.size(); ++i) sum += mixture.x[i] /= mixture.molar_mass(i);
-        for (int i = 0; i < mixture.size(); ++i) mixture.x[i] /= sum;
+        mixture.x = mixture.mole_fractions(mixture.x);
         mixture.by_mass = true;
     }
     if (request.kij.empty()) return mixture;

@@ -61,6 +61,9 @@ struct MixtureFluid : corvane::Mixture {
     double M() const { return M(x); }          ///< molar mass, g/mol; 0: that of a component is not known
     double M(Vector<double> const& at) const;  ///< of another composition
     double molar_mass(int i) const;            ///< of a component. @throws Failure it is not known
+    /// Mass fractions of mole fractions, and back. @throws Failure as molar_mass
+    Vector<double> mass_fractions(Vector<double> const& at) const;
+    Vector<double> mole_fractions(Vector<double> const& w) const;
     /// What tells the denser phase: M, or the mean critical volume if a component's M is not known.
     double weight(Vector<double> const& at) const;
     std::string text() const;  ///< "PR+vdW1 methane(0.7) propane(0.3)"; fractions if composed
