@@ -68,25 +68,27 @@ def test_pairs_share_a_parameter(tmp_path):
 
 
 # Sets of PC-SAFT that were published as optima (1: Gross & Sadowski, 2001, 2002; of carbon dioxide 2: Tang & Gross, 2010;
-# 3: Esper et al., 2023) lie in the joint confidence region of a fit to the reference equation, with as many deviations as are
-# independent; the last number is the 95 % quantile of F with those degrees of freedom. The set of ethanol of 2002 does not:
-# its densities are 0.7 % low from 200 to 420 K, and its pressures up to 9 % high; docs/fit.md.
+# 3: Esper et al., 2023) lie in the joint confidence region of a fit to the reference equation over their range, with as many
+# deviations as are independent; the last number is the 95 % quantile of F with those degrees of freedom. Pressures count by
+# 1 % and 20 Pa: propane at 90 K has a thousandth of a pascal, which nobody measured to 1 %, and counted so it decides on Ts.
+# Those of 2001 of carbon dioxide and of 2002 of ethanol do not lie there, by any covariance; docs/fit.md says by how much.
 @pytest.mark.parametrize("substance, set, first, last, names, quantile", [
-    ("methane", 1, 97, 186, ["Ts", "vs"], 6.8), ("propane", 1, 200, 360, ["m", "Ts", "vs"], 5.4),
-    ("hexane", 1, 180, 500, ["m", "Ts", "vs"], 3.5), ("toluene", 1, 180, 585, ["m", "Ts", "vs"], 3.6),
-    ("carbon_dioxide", 2, 217, 303, ["m", "Ts", "vs"], 3.9),
-    ("ethanol", 3, 250, 505, ["m", "Ts", "vs", "kappaAB", "epsAB"], 3.2),
+    ("methane", 1, 97, 186, ["Ts", "vs"], 6.8), ("propane", 1, 90, 365, ["m", "Ts", "vs"], 3.3),
+    ("hexane", 1, 180, 500, ["m", "Ts", "vs"], 3.7), ("toluene", 1, 180, 585, ["m", "Ts", "vs"], 3.7),
+    ("carbon_dioxide", 2, 217, 303, ["m", "Ts", "vs"], 3.4),
+    ("ethanol", 3, 230, 510, ["m", "Ts", "vs", "kappaAB", "epsAB"], 2.8),
 ])  # fmt: skip
 def test_published_optima_are_recovered(substance, set, first, last, names, quantile):
     T = np.linspace(first, last, 56)
     s = cv.Fluid(substance, "MEOS").saturation(T=T)
-    r = cv.fit("PCSAFT", substance, {"T/K": T, "p/Pa": s.p, "rhoL/(mol/m3)": s.rho_liquid}, names)
+    u = 100 * np.hypot(0.01, 20.0 / np.asarray(s.p))
+    r = cv.fit("PCSAFT", substance, {"T/K": T, "p/Pa": s.p, "u_p/%": u, "rhoL/(mol/m3)": s.rho_liquid, "u_rhoL/%": 1.0}, names)
     places = {"Ts": 1, "vs": 2, "m": 3, "kappaAB": 4, "epsAB": 5}
     published = cv.Fluid(substance, "PCSAFT", set=set).parameters
     found, error = (np.array([d[n] for n in names]) for d in (r.parameters, r.correlated_errors))
     delta = published[[places[n] for n in names]] - found
     F = delta @ np.linalg.solve(np.outer(error, error) * r.correlation, delta) / len(names)
-    assert 0.0 < F < quantile and np.abs(delta / error).max() < 2.0
+    assert 0.0 < F < quantile and np.abs(delta / error).max() < 2.5
 
 
 # k_ij fitted to the measured points of examples/measured, and published ones of other measurements: Knapp et al. (1982),
