@@ -25,8 +25,8 @@ std::vector<Numbers> measured(Point const& point) {
         return {};
     return result;
 }
-/// Infinite where not all is measured. Liquids by their compositions; a vapour may have that of a
-/// liquid and be none.
+/// Liquids by their compositions, over the measured difference or kUnmeasured; a vapour may have
+/// that of a liquid and be none.
 double nearness(Point const& point, Phases const& phases) {
     std::vector<Numbers> found = phases.rho_i;
     for (Numbers& x : found) {
@@ -34,11 +34,11 @@ double nearness(Point const& point, Phases const& phases) {
         for (double& each : x) each /= rho;
     }
     if (point.kind == PointKind::azeotrope)
-        return point.x.empty() ? INFINITY : to_pure(found[0]) / to_pure(point.x);
+        return to_pure(found[0]) / (point.x.empty() ? kUnmeasuredAzeotrope : to_pure(point.x));
     const auto known = measured(point);
-    if (known.empty()) return INFINITY;
-    double result = difference(found[0], found[1]) / difference(known[0], known[1]);
-    for (std::size_t liquid = 0; liquid < 2 && known.size() > 2; ++liquid) {
+    double result = difference(found[0], found[1]) /
+                    (known.empty() ? kUnmeasured : difference(known[0], known[1]));
+    for (std::size_t liquid = 0; liquid < 2 && found.size() > 2; ++liquid) {
         const double ratio = total(phases.rho_i[liquid]) / total(phases.rho_i[2]);
         result = std::fmin(
             result, std::fmax(std::fabs(std::log(ratio)), difference(found[liquid], found[2])));

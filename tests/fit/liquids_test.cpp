@@ -58,6 +58,42 @@ TEST(FitLiquids, OneParameterForBothMutualSolubilities) {
     }
 }
 
+// Carbon dioxide in water: a k_ij linear in 1/T follows Henry's constants from 280 to 480 K (IAPWS
+// G7-04) and with them the solubilities of Bamberger et al. (2000) at 323 K and up to 14 MPa, which
+// are compared without influence; a constant one follows neither.
+TEST(FitLiquids, TemperatureDependenceHoldsForWhatWasNotFitted) {
+    const std::vector<std::string> names{"carbon_dioxide", "water"};
+    const auto deviations = [&](std::vector<std::string> const& adjusted) {
+        Problem problem;
+        DataSet other = measured("carbon_dioxide_water", names);
+        for (Point& point : other.points) point.used = false;
+        problem.choose(
+            problem.add(open("PR+vdW1", names),
+                        {read_data(CORVANE_SOURCE "/examples/fit/carbon_dioxide_in_water.csv",
+                                   here(), names, 0.0),
+                         other}),
+            {.names = adjusted});
+        const Result r = solve(problem);
+        double sum[2] = {0.0, 0.0};
+        int count[2] = {0, 0};
+        for (PointReport const& p : r.points)
+            if (p.what != Observable::y) {
+                EXPECT_TRUE(p.solved);
+                sum[p.set] += std::fabs(p.deviation);
+                ++count[p.set];
+            }
+        EXPECT_EQ(count[0], 21);
+        EXPECT_EQ(count[1], 10);
+        return std::pair(sum[0] / count[0], sum[1] / count[1]);
+    };
+    const auto [constant, constant_p] = deviations({"kij"});
+    const auto [linear, linear_p] = deviations({"kij", "kijT"});
+    EXPECT_LT(linear, 0.05);
+    EXPECT_GT(constant, 5.0 * linear);
+    EXPECT_LT(linear_p, 0.25);
+    EXPECT_GT(constant_p, 2.0 * linear_p);
+}
+
 // Three pairs to the tie lines of a ternary, within what such models reach with them: one k_ij a
 // pair to a few per cent, two energies of the NRTL equation a pair to about one (of mole fractions;
 // the measured ones have two or three digits).
