@@ -1,11 +1,18 @@
 #include <corvane/core/errors.h>
+#include <corvane/phases/phase/phase.h>
 #include <corvane/phases/saturation/pure_saturation.h>
 #include <corvane/pure/model1.h>
+#include <corvane/transport/diffusion.h>
+#include <corvane/transport/dilute_gas.h>
+#include <corvane/transport/entropy_scaling.h>
 #include <corvane/transport/mixture_transport.h>
+#include <corvane/transport/rows.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <vector>
 
 namespace corvane {
@@ -15,13 +22,24 @@ struct Component {
     Fluid fluid;
     Transport transport;
     double M, vc, Tc;
+    double V;    ///< of the liquid at its boiling point, cm³/mol
+    double phi;  ///< association factor of Wilke and Chang
+    std::optional<std::vector<double>> volume;  ///< of diffusion (Fuller), cm³/mol
 
     explicit Component(Fluid f)
         : fluid(std::move(f)),
           transport(fluid),
           M(*fluid.model->ppar(0)),
           vc(fluid.model->vcrit()),
-          Tc(fluid.model->Tcrit()) {}
+          Tc(fluid.model->Tcrit()),
+          V(boiling_volume(fluid.notes.vc > 0.0 ? fluid.notes.vc : vc)),
+          phi(association(fluid.substance)),
+          volume(row_of(fluid.home, "diffusion_volume", fluid.substance, 3, 1)) {}
+
+  private:
+    static double association(std::string const& name) {
+        return name == "water" ? 2.6 : name == "methanol" ? 1.9 : name == "ethanol" ? 1.5 : 1.0;
+    }
 };
 
 /// What the components add to a value's evidence.
@@ -52,7 +70,9 @@ class Evidence {
 }  // namespace
 
 struct MixtureTransport::Parts {
+    ModelN const* model = nullptr;
     std::vector<std::unique_ptr<Component>> components;
+    std::optional<EntropyScaling> scaling;  ///< where all components have it
 
     int size() const { return static_cast<int>(components.size()); }
     Component const& operator[](int i) const { return *components[static_cast<std::size_t>(i)]; }
@@ -70,21 +90,23 @@ struct MixtureTransport::Parts {
     /// Σ_i x_i·a_i/Σ_j x_j·φ_ij with Wilke's φ of the dilute viscosities eta.
     double of_gases(Vector<double> const& x, std::vector<double> const& a,
                     std::vector<double> const& eta) const {
-        double sum = 0.0;
-        for (int i = 0; i < size(); ++i) {
-            if (!(x[i] > 0.0)) continue;
-            double below = 0.0;
-            for (int j = 0; j < size(); ++j) {
-                if (!(x[j] > 0.0)) continue;
-                const double m = (*this)[i].M / (*this)[j].M;
-                const double root = 1.0 + std::sqrt(eta[static_cast<std::size_t>(i)] /
-                                                    eta[static_cast<std::size_t>(j)]) /
-                                              std::sqrt(std::sqrt(m));
-                below += x[j] * root * root / std::sqrt(8.0 * (1.0 + m));
-            }
-            sum += x[i] * a[static_cast<std::size_t>(i)] / below;
-        }
-        return sum;
+        const auto at = [](std::vector<double> const& v) {
+            return [&v](int i) { return v[static_cast<std::size_t>(i)]; };
+        };
+        return corvane::of_gases(
+            size(), [&](int i) { return x[i]; }, at(a), at(eta), [&](int i) { return (*this)[i].M; });
+    }
+
+    /// rho·D of the dilute gas of two components, mol/(m·s).
+    double gas_diffusion(double T, std::array<double, 2> const& eta0) const {
+        Component const &a = (*this)[0], &b = (*this)[1];
+        const double M = 2.0 / (1.0 / a.M + 1.0 / b.M);
+        if (a.volume && b.volume) return fuller_diffusion(T, M, a.volume->front(), b.volume->front());
+        const double ea = energy_of(a.Tc), eb = energy_of(b.Tc);
+        return dilute_diffusion(T, {M,
+                                    0.5 * (collision_diameter(T, a.M, ea, eta0[0]) +
+                                           collision_diameter(T, b.M, eb, eta0[1])),
+                                    std::sqrt(ea * eb)});
     }
 
     /// The density of component i at the reduced density of the mixture.
@@ -103,11 +125,18 @@ struct MixtureTransport::Parts {
 };
 
 MixtureTransport::MixtureTransport(Mixture const& mixture) : parts_(std::make_unique<Parts>()) {
+    parts_->model = mixture.model.get();
     FluidOptions options;
     options.home = mixture.home;
     for (std::string const& name : mixture.components)
         parts_->components.push_back(
             std::make_unique<Component>(open(*mixture.equation, name, options)));
+    const auto has_row = [&](std::string const& name) {
+        return entropy_scaling_row(mixture.home, name).has_value();
+    };
+    if (!std::all_of(mixture.components.begin(), mixture.components.end(), has_row)) return;
+    parts_->scaling.emplace(mixture.home, mixture.components);
+    for (int i = 0; i < mixture.size(); ++i) parts_->scaling->translate(i, *(*parts_)[i].fluid.model);
 }
 MixtureTransport::~MixtureTransport() = default;
 
@@ -123,7 +152,22 @@ TransportValue MixtureTransport::viscosity(double T, double rho, Vector<double> 
             value *= std::pow(known(p[i].transport.viscosity_background(T, p.corresponding(i, rho, x))) /
                                   eta0[static_cast<std::size_t>(i)],
                               x[i]);
-    return known.result(value, "Wilke; Grunberg, Nissan at equal reduced densities");
+    TransportValue result = known.result(value, "Wilke; Grunberg, Nissan at equal reduced densities");
+    if (p.scaling) result.second_source = (*p.scaling)(T, rho, x) / value - 1.0;
+    return result;
+}
+
+TransportValue MixtureTransport::viscosity_by_entropy_scaling(double T, double rho,
+                                                              Vector<double> const& x) const {
+    Parts const& p = *parts_;
+    p.check(T, rho, x);
+    if (!p.scaling) throw OpenFailure("entropy scaling has not all components of the mixture");
+    bool in_range = true;
+    for (int i = 0; i < p.size(); ++i) in_range = in_range && !(x[i] > 0.0 && T < p[i].fluid.notes.Tmin);
+    TransportValue result{(*p.scaling)(T, rho, x), "entropy scaling", EntropyScaling::source, in_range,
+                          std::numeric_limits<double>::quiet_NaN()};
+    if (!(result.value > 0.0) || !std::isfinite(result.value)) throw ThException(5);
+    return result;
 }
 
 TransportValue MixtureTransport::thermal_conductivity(double T, double rho,
@@ -155,6 +199,37 @@ TransportValue MixtureTransport::thermal_conductivity(double T, double rho,
     if (!(value > 0.0)) throw ThException(5);
     return known.result(value, "Wassiljewa, Mason, Saxena; Filippov at equal reduced densities, "
                                "without critical enhancement");
+}
+
+MixtureDiffusion MixtureTransport::diffusion(double T, double rho, Vector<double> const& x) const {
+    constexpr double kUncertainty = 0.25;
+    Parts const& p = *parts_;
+    p.check(T, rho, x);
+    if (p.size() != 2 || !(rho > 0.0)) throw ThException(5);
+    Evidence known;
+    std::array<double, 2> eta0{};
+    for (int i : {0, 1}) eta0[static_cast<std::size_t>(i)] = known(p[i].transport.viscosity_background(T, 0.0));
+    const bool fuller = p[0].volume && p[1].volume;
+    const double gas = p.gas_diffusion(T, eta0);
+    const auto solute = [&](int i) { return wilke_chang(T, p[1 - i].M, p[1 - i].phi, p[i].V); };
+    const double liquid = std::pow(solute(0), x[1]) * std::pow(solute(1), x[0]);
+    const double dilute = p.of_gases(x, {eta0[0], eta0[1]}, {eta0[0], eta0[1]});
+    const TransportValue eta = viscosity(T, rho, x);
+    known(eta);
+    MixtureDiffusion result;
+    result.stefan = known.result(joined_diffusion(gas, liquid, rho, dilute, eta.value),
+                                 std::string(fuller ? "Fuller" : "Chapman, Enskog") +
+                                     "; Wilke, Chang; Leffler, Cullinan; viscosity: " + eta.model);
+    result.stefan.uncertainty = kUncertainty;
+    if (!(x[0] > 0.0) || !(x[1] > 0.0)) return result;
+    const FluidModel fluid(*p.model, x);
+    PhaseState s;
+    s.resize(2);
+    for (std::size_t i : {0U, 1U}) s.x[i] = x[static_cast<int>(i)], s.rho_i[i] = rho * s.x[i];
+    s.rho = rho;
+    if (!fluid.evaluate(s, T, phase_H)) throw ThException(5);
+    result.thermodynamic_factor = s.x[0] * (s.m_n(0, 0) - s.m_n(0, 1));
+    return result;
 }
 
 TransportValue MixtureTransport::surface_tension(double T, double rhoL, Vector<double> const& x,

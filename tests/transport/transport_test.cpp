@@ -205,6 +205,69 @@ TEST(Transport, ConductivityIsEnhancedNearTheCriticalPointOnly) {
     EXPECT_NEAR(lambda(1.6) / lambda(1.5), 1.05, 0.05);
 }
 
+// Where nothing is correlated: entropy scaling, then the estimate, each told by its name, one function of the density
+// down to the dilute gas. Viscosities at 298.15 K in mPa s: CRC Handbook of Chemistry and Physics. The equation of the
+// fluid is another than that of the coefficients.
+TEST(Transport, EntropyScalingAndEstimatesComeLast) {
+    for (auto const& [name, expected] : {std::pair("2_octanol", 6.49), {"2_pentanol", 3.470}, {"3_pentanol", 4.149},
+                                         {"2_hexanone", 0.583}, {"dipropylamine", 0.517}}) {
+        for (char const* equation : {"PCSAFT", "PR"}) {
+            Opened const& o = opened(name, equation);
+            const double rho = corvane::pure_saturation_T(*o.fluid.model, 298.15).rhoL;
+            const auto eta = o.transport.viscosity(298.15, rho);
+            EXPECT_EQ(eta.model, "entropy scaling");
+            EXPECT_TRUE(eta.in_range);
+            EXPECT_NEAR(1e3 * eta.value / expected, 1, 0.06) << name << ' ' << equation;
+            EXPECT_GE(eta.uncertainty, 0.06);
+            EXPECT_NEAR(o.transport.viscosity(330, 1e-12).value / o.transport.viscosity(330, 0).value, 1, 1e-6);
+        }
+    }
+
+    Opened const& estimated = opened("r1336mzz_z");
+    for (bool heat : {false, true}) {
+        const auto at = [&](double r) {
+            return heat ? estimated.transport.thermal_conductivity(350, r) : estimated.transport.viscosity(350, r);
+        };
+        EXPECT_EQ(at(0.006).model, "estimate");
+        EXPECT_GE(at(0.006).uncertainty, 0.3);
+        EXPECT_NEAR(at(1e-12).value / at(0).value, 1, 1e-6);
+    }
+}
+
+// A reference correlation gives nearly its own liquid with the densities of any equation; one per cent of the density
+// would be ten of the viscosity.
+TEST(Transport, ReferenceCorrelationsKnowTheDensitiesOfOtherEquations) {
+    for (char const* name : {"benzene", "toluene", "propane", "nitrogen"})
+        for (char const* equation : {"PR", "SRK", "PCSAFT"}) {
+            Opened const &reference = opened(name), &other = opened(name, equation);
+            const auto liquid = [](Opened const& o, double T) { return corvane::pure_saturation_T(*o.fluid.model, T).rhoL; };
+            for (double part : {0.5, 0.6, 0.75}) {
+                const double T = part * reference.fluid.model->Tcrit(), a = liquid(reference, T), b = liquid(other, T);
+                EXPECT_NEAR(other.transport.viscosity(T, b).value / reference.transport.viscosity(T, a).value, 1, 1e-3);
+                EXPECT_NEAR(other.transport.conductivity_background(T, b).value /
+                                reference.transport.conductivity_background(T, a).value, 1, 1e-3);
+                EXPECT_EQ(other.transport.viscosity(T, 0).value, reference.transport.viscosity(T, 0).value);
+            }
+        }
+}
+
+// Between the saturated densities a fluid is metastable or unstable, and the values say so.
+TEST(Transport, MetastableStatesAreFlagged) {
+    for (auto const& [name, equation] : {std::pair("water", "MEOS"), {"propane", "MEOS"}, {"acetone", "PR"}}) {
+        Opened const& o = opened(name, equation);
+        for (double part : {0.32, 0.45, 0.6, 0.8, 0.95, 0.999}) {
+            const double T = part * o.fluid.model->Tcrit();
+            if (std::string(name) == "water" && part < 0.43) continue;  // ice
+            const auto s = corvane::pure_saturation_T(*o.fluid.model, T);
+            const auto flagged = [&](double rho) { return o.transport.viscosity(T, rho).metastable; };
+            for (double rho : {s.rhoL, 1.001 * s.rhoL, s.rhoV, 0.9 * s.rhoV, 0.0}) EXPECT_FALSE(flagged(rho)) << name << T;
+            for (double rho : {0.9999 * s.rhoL, 1.0001 * s.rhoV, 0.5 * (s.rhoL + s.rhoV)})
+                EXPECT_TRUE(flagged(rho)) << name << T;
+        }
+        EXPECT_FALSE(o.transport.thermal_conductivity(1.001 * o.fluid.model->Tcrit(), 1 / o.fluid.model->vcrit()).metastable);
+    }
+}
+
 // Correlations are asked far outside their data, too: what they give there is flagged, or refused.
 TEST(Transport, NoCorrelationGivesWhatCannotBe) {
     std::map<std::string, bool> names;
@@ -281,7 +344,7 @@ TEST(Transport, WhatIsMissingOrMalformedIsSaid) {
     bare.model->load("MEOS");
     EXPECT_GT(corvane::Transport(bare).thermal_conductivity(310, 0).value, 0);
     EXPECT_THROW(corvane::Transport(bare).thermal_conductivity(310, 0.01), ThException);
-    const auto without = corvane::open("MEOS", "r1336mzz_z");
+    const auto without = corvane::open("PR", "1_2_pentanediol");
     EXPECT_THROW(corvane::Transport(without).viscosity(300, 0.001), corvane::OpenFailure);
 
     // An overlaid data home with damaged files: each is refused with its file and line.
