@@ -311,7 +311,7 @@ def test_transport_says_what_is_extrapolated_and_what_is_missing():
     acetone = cv.Fluid("acetone", "PR")
     eta = acetone.viscosity(T=[300.0, 1900.0], rho=0.0)
     assert eta.in_range.tolist() == [True, False] and eta.model.startswith("gas correlation (")
-    with pytest.raises(ValueError, match="no viscosity of 1_10_dichlorodecane in the data tree"):
-        cv.Fluid("1_10_dichlorodecane").viscosity(T=300.0, rho=0.0)
+    with pytest.raises(ValueError, match="no viscosity of 1_2_pentanediol in the data tree"):
+        cv.Fluid("1_2_pentanediol", "PR").viscosity(T=300.0, rho=0.0)
     with pytest.raises(ValueError):
         acetone.viscosity(T=-1.0, rho=0.0)
