@@ -41,6 +41,7 @@
 #include <corvane/phases/phase/phase.h>
 #include <corvane/phases/report/certificate.h>
 #include <corvane/phases/report/curve_end.h>
+#include <corvane/phases/report/line_options.h>
 #include <corvane/phases/report/progress.h>
 #include <corvane/phases/report/validity.h>
 #include <corvane/phases/saturation/envelope.h>

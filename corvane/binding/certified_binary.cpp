@@ -22,22 +22,18 @@ void add(CorvaneResult& r, corvane::BinaryDiagram const& d) {
     r.complete = d.complete();
 }
 
-corvane::PhaseLineOptions line_options(CorvaneMixture const* m, double p_max,
-                                       CorvaneProgress* progress, void* context) {
-    corvane::PhaseLineOptions options;
+template <class Options = corvane::PhaseLineOptions>
+Options line_options(CorvaneMixture const* m, double p_max, CorvaneProgress* progress, void* context) {
+    auto options = curve_options<Options>(m, progress, context);
     limit(options.p_max, p_max);
-    options.validity = &m->mixture.validity;
-    options.progress = progress_of(progress, context);
     return options;
 }
 
 corvane::SolidFluidOptions solid_options(CorvaneMixture const* m, CorvaneProgress* progress,
                                          void* context) {
     if (m->mixture.size() != 2) throw ThException(th_no_option);
-    corvane::SolidFluidOptions options;
+    auto options = curve_options<corvane::SolidFluidOptions>(m, progress, context);
     options.anchored = m->solids();
-    options.validity = &m->mixture.validity;
-    options.progress = progress_of(progress, context);
     return options;
 }
 
@@ -55,8 +51,9 @@ EXPORT CorvaneResult* Corvane_diagram_pxy(const CorvaneMixture* mixture, double 
                                           CorvaneError* error) {
     return certified(error, "diagram_pxy", mixture, [&] {
         auto r = std::make_unique<CorvaneResult>();
-        add(*r, corvane::complete_pxy(*mixture->mixture.model, T,
-                                      line_options(mixture, p_max, progress, context)));
+        add(*r, corvane::complete_pxy(
+                    *mixture->mixture.model, T,
+                    line_options<corvane::DiagramOptions>(mixture, p_max, progress, context)));
         return r.release();
     });
 }
@@ -65,7 +62,7 @@ EXPORT CorvaneResult* Corvane_diagram_Txy(const CorvaneMixture* mixture, double 
                                           CorvaneProgress* progress, void* context,
                                           CorvaneError* error) {
     return certified(error, "diagram_Txy", mixture, [&] {
-        corvane::DiagramOptions options = line_options(mixture, 0.0, progress, context);
+        auto options = curve_options<corvane::DiagramOptions>(mixture, progress, context);
         options.T_min = T_min;
         auto r = std::make_unique<CorvaneResult>();
         add(*r, corvane::complete_Txy(*mixture->mixture.model, p, options));
@@ -77,10 +74,8 @@ EXPORT CorvaneResult* Corvane_critical_lines(const CorvaneMixture* mixture, doub
                                              CorvaneProgress* progress, void* context,
                                              CorvaneError* error) {
     return certified(error, "critical_lines", mixture, [&] {
-        corvane::CriticalLineOptions options;
-        limit(options.p_max, p_max);
-        options.validity = &mixture->mixture.validity;
-        options.progress = progress_of(progress, context);
+        const auto options =
+            line_options<corvane::CriticalLineOptions>(mixture, p_max, progress, context);
         auto r = std::make_unique<CorvaneResult>();
         for (auto const& line : corvane::critical_lines(*mixture->mixture.model, options)) {
             add_curve(*r, CORVANE_LINE_CRITICAL, line);

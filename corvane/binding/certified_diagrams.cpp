@@ -107,11 +107,9 @@ EXPORT CorvaneResult* Corvane_ternary(const CorvaneMixture* mixture, double p, d
                                       int mesh, CorvaneProgress* progress, void* context,
                                       CorvaneError* error) {
     return certified(error, "ternary", mixture, [&] {
-        corvane::TernaryOptions options;
+        auto options = curve_options<corvane::TernaryOptions>(mixture, progress, context);
         limit(options.step, step);
         if (mesh != 0) options.mesh = mesh;
-        options.validity = &mixture->mixture.validity;
-        options.progress = progress_of(progress, context);
         return result_of(corvane::ternary_diagram(*mixture->mixture.model, T, p, options));
     });
 }

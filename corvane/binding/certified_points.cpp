@@ -194,6 +194,7 @@ CorvaneEnd end_of(CurveEnd end) {
             return CORVANE_END_FULL;
         case E::interrupted:
             return CORVANE_END_INTERRUPTED;
+        case E::saturation:  // of ideal curves, which have no lines here
         case E::stuck:
             break;
     }

@@ -72,6 +72,14 @@ Choice chosen(int i, Choice last) {
 /// @throws BadArgument not n components
 Vector<double> composition(CorvaneMixture const* m, double const* z, int n);
 Progress progress_of(CorvaneProgress* progress, void* context);
+/// What every curve is asked for.
+template <class Options>
+Options curve_options(CorvaneMixture const* m, CorvaneProgress* progress, void* context) {
+    Options options;
+    options.validity = &m->mixture.validity;
+    options.progress = progress_of(progress, context);
+    return options;
+}
 /// Sets a limit where one is given; 0 keeps the default.
 void limit(double& option, double value);
 

@@ -172,10 +172,9 @@ EXPORT CorvaneResult* Corvane_envelope(const CorvaneMixture* mixture, const doub
     return certified(error, "envelope", mixture, [&] {
         const Vector<double> x = composition(mixture, z, n);
         ModelN const& model = *mixture->mixture.model;
-        corvane::EnvelopeOptions options;
+        auto options = curve_options<corvane::EnvelopeOptions>(mixture, progress, context);
         limit(options.p_start, p_start);
         limit(options.p_max, p_max);
-        options.progress = progress_of(progress, context);
         auto r = std::make_unique<CorvaneResult>();
         if (all)
             for (auto const& e : corvane::phase_envelopes(model, x, options)) add(*r, e, x);

@@ -169,7 +169,7 @@ class Tracer {
     std::optional<IdealCurveEnd> beyond(Place at) const {
         const IdealCurvePoint q = point(at);
         if (!(q.p > 0.0) || !sheet_.stable(q.T, q.rho)) return IdealCurveEnd::saturation;
-        if (q.T < options_.T_min) return IdealCurveEnd::temperature;
+        if (q.T < options_.T_min) return IdealCurveEnd::cold;
         if (q.p > options_.p_max) return IdealCurveEnd::pressure;
         return std::nullopt;
     }

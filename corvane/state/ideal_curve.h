@@ -3,6 +3,7 @@
 
 #include <corvane/core/api.h>
 #include <corvane/core/containers.h>
+#include <corvane/phases/report/curve_end.h>
 
 #include <vector>
 
@@ -24,19 +25,15 @@ struct IdealCurvePoint {
     double T = 0.0, p = 0.0, rho = 0.0;  ///< K, MPa, mol/cm³
 };
 
-enum class IdealCurveEnd {
-    saturation,  ///< the saturated liquid; of a mixture, where it loses mechanical stability or p =
-                 ///< 0
-    temperature,  ///< T_min
-    pressure,     ///< p_max
-    lost          ///< the curve could not be followed
-};
+/// Why an ideal curve ends: saturation (the saturated liquid; of a mixture, where it loses mechanical
+/// stability or p = 0), cold (T_min), pressure (p_max), stuck.
+using IdealCurveEnd = CurveEnd;
 
 struct IdealCurveResult {
     std::vector<IdealCurvePoint> points;  ///< from zero density on, or at options.T, as they come
     double T_zero = 0.0;                  ///< temperature at zero density, K
     IdealCurvePoint highest;              ///< highest pressure
-    IdealCurveEnd end = IdealCurveEnd::lost;
+    IdealCurveEnd end = IdealCurveEnd::stuck;
     IdealCurvePoint last;
 };
 

@@ -22,11 +22,10 @@ Array points_of(std::vector<corvane::EnvelopePoint> const& points, int n) {
 
 nb::dict envelope(Mixture const& m, Column z, double p_start, double p_max, bool stability) {
     Tracing tracing;
-    corvane::EnvelopeOptions options;
+    auto options = tracing.options<corvane::EnvelopeOptions>(m);
     options.p_start = p_start / kMega;
     options.p_max = p_max / kMega;
     options.stability = stability;
-    options.progress = tracing.progress;
     const Vector<double> x = vector_of(z);
     const auto e = traced(tracing, [&] { return corvane::phase_envelope(*m.model, x, options); });
     nb::dict d;
@@ -68,8 +67,7 @@ char const* const kPairs[] = {"vapour_liquid", "liquid_liquid", "fluid_fluid"};
 
 nb::dict diagram(Mixture const& m, bool at_T, double value, double limit) {
     Tracing tracing;
-    corvane::DiagramOptions options;
-    options.progress = tracing.progress;
+    auto options = tracing.options<corvane::DiagramOptions>(m);
     if (limit > 0 && at_T) options.p_max = limit / kMega;
     if (limit > 0 && !at_T) options.T_min = limit;
     const auto d = traced(tracing, [&] {
@@ -112,11 +110,9 @@ Array tie_lines(std::vector<corvane::TernaryTieLine> const& lines) {
 nb::dict ternary(Mixture const& m, double T, double p, double step, int mesh) {
     if (m.size() != 3) throw nb::value_error("ternary diagrams are for three components");
     Tracing tracing;
-    corvane::TernaryOptions options;
+    auto options = tracing.options<corvane::TernaryOptions>(m);
     options.step = step;
     options.mesh = mesh;
-    options.validity = &m.validity;
-    options.progress = tracing.progress;
     const auto d = traced(
         tracing, [&] { return corvane::ternary_diagram(*m.model, T, p / kMega, options); });
     nb::list regions;

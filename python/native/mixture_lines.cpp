@@ -69,10 +69,8 @@ Array azeotropes(std::vector<corvane::AzeotropePoint> const& points) {
 template <class Options, class Trace, class Table>
 nb::list lines(Mixture const& m, double p_max, corvane::CurveKind kind, Trace const& trace, Table const& table) {
     Tracing tracing;
-    Options options;
+    auto options = tracing.options<Options>(m);
     options.p_max = p_max / kMega;
-    options.progress = tracing.progress;
-    options.validity = &m.validity;
     const auto found = traced(tracing, [&] { return trace(*m.model, options); });
     nb::list all;
     for (auto const& line : found) all.append(ended(table(line.points), line.begin, line.end, kind));

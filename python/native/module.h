@@ -52,6 +52,14 @@ struct Tracing {
         interrupted = true;
         return false;
     };
+    /// Of a curve that this follows.
+    template <class Options>
+    Options options(corvane::Mixture const& m) const {
+        Options o;
+        o.validity = &m.validity;
+        o.progress = progress;
+        return o;
+    }
 };
 
 template <class F>

@@ -94,13 +94,16 @@ nb::dict in_words(corvane::IdealCurveResult const& q) {
         row[2] = x.rho * kMega;
     };
     for (std::size_t k = 0; k < q.points.size(); ++k) write(points.row(k), q.points[k]);
-    char const* const ends[] = {"saturation", "temperature", "pressure", "lost"};
+    using E = corvane::IdealCurveEnd;
     nb::dict d;
     d["points"] = points.array();
     d["T_zero"] = q.T_zero;
     d["highest"] = nb::make_tuple(q.highest.T, q.highest.p * kMega, q.highest.rho * kMega);
     d["last"] = nb::make_tuple(q.last.T, q.last.p * kMega, q.last.rho * kMega);
-    d["end"] = ends[static_cast<int>(q.end)];
+    d["end"] = q.end == E::saturation ? "saturation"
+               : q.end == E::cold     ? "temperature"
+               : q.end == E::pressure ? "pressure"
+                                      : "lost";
     return d;
 }
 

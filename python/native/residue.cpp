@@ -9,12 +9,10 @@ namespace py {
 nb::dict residue_map(corvane::Mixture const& m, double p, double step, double tolerance, int mesh) {
     if (m.size() != 3) throw nb::value_error("residue curve maps are for three components");
     Tracing tracing;
-    corvane::ResidueOptions o;
+    auto o = tracing.options<corvane::ResidueOptions>(m);
     o.step = step;
     o.tolerance = tolerance;
     o.mesh = mesh;
-    o.validity = &m.validity;
-    o.progress = tracing.progress;
     const auto map = traced(tracing, [&] { return corvane::residue_map(*m.model, p / kMega, o); });
     nb::list curves, kinds;
     for (corvane::ResidueCurve const& c : map.curves) {

@@ -118,8 +118,9 @@ TEST(Ternary, AgreesWithFlashesBinariesAndCriticalPoints) {
                 binary->param(0, 0, 1, c.kij[static_cast<unsigned>(i + j - 1)]);
                 const double lo = std::min(tie.phases[0].x[i], tie.phases[1].x[i]),
                              hi = std::max(tie.phases[0].x[i], tie.phases[1].x[i]);
-                const corvane::BinaryDiagram all =
-                    corvane::complete_Txy(*binary, c.p, {.T_min = c.T, .progress = {}});
+                corvane::DiagramOptions how;
+                how.T_min = c.T;
+                const corvane::BinaryDiagram all = corvane::complete_Txy(*binary, c.p, how);
                 double nearest = 1.0;  // of the tie lines that end at T_min
                 for (auto const& branch : all.branches)
                     for (auto const& t : {branch.points.front(), branch.points.back()})
@@ -244,9 +245,12 @@ TEST(Ternary, RefusesAndIsInterrupted) {
     EXPECT_EQ(th_code([&] { corvane::ternary_diagram(*two, 230, 3); }), 4);
     EXPECT_EQ(th_code([&] { corvane::ternary_diagram(*m, -1, 3); }), 5);
     EXPECT_EQ(th_code([&] { corvane::ternary_diagram(*m, 230, std::nan("")); }), 5);
-    EXPECT_EQ(th_code([&] { corvane::ternary_diagram(*m, 230, 3, {.mesh = 1, .progress = {}}); }), 5);
-    const TernaryDiagram d =
-        corvane::ternary_diagram(*m, 230, 3, {.progress = [](int points) { return points < 6; }});
+    corvane::TernaryOptions how;
+    how.mesh = 1;
+    EXPECT_EQ(th_code([&] { corvane::ternary_diagram(*m, 230, 3, how); }), 5);
+    how = {};
+    how.progress = [](int points) { return points < 6; };
+    const TernaryDiagram d = corvane::ternary_diagram(*m, 230, 3, how);
     ASSERT_EQ(d.regions.size(), 1u);
     EXPECT_EQ(d.regions[0].end, TernaryEnd::interrupted);
     EXPECT_FALSE(d.complete());

@@ -44,7 +44,7 @@ TEST(IdealCurves, OfVanDerWaalsAreClosedForms) {
     };
     const Row rows[] = {
         {IdealCurve::zeno, 1, 0.5 * 27 / 8, 27.0 / 4, [](double y) { return 1 - y; },
-         IdealCurveEnd::temperature},
+         IdealCurveEnd::cold},
         {IdealCurve::boyle, 1, 9.0 / 16 * 27 / 8, 27.0 / 8,
          [](double y) { return (1 - y) * (1 - y); }, IdealCurveEnd::saturation},
         {IdealCurve::joule_thomson, 2, 3, 9, [](double y) { return 2 * (1 - y) * (1 - y); },
@@ -88,7 +88,7 @@ TEST(IdealCurves, MeetTheirConditions) {
             }
             const auto q = ideal_curve(m, which);
             EXPECT_GT(q.points.size(), 20u);
-            EXPECT_NE(q.end, IdealCurveEnd::lost);
+            EXPECT_NE(q.end, IdealCurveEnd::stuck);
             for (std::size_t k = 1; k < q.points.size(); k += 10) {
                 const auto& at = q.points[k];
                 const double Z = m.Z(at.rho, at.T);

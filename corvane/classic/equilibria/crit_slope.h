@@ -44,7 +44,8 @@ CORVANE_API void crit_slope_x(ModelN const* model, Vector<double>& x, double& s,
 
 namespace corvane {
 
-/// Why a critical line ended.
+/// Why a critical line of crit_slope_x ended, as far as its last row tells: the published march keeps no
+/// more. Lines traced by continuation have CurveEnd.
 enum class LineEnd {
     pure,       ///< at a pure component
     vanishing,  ///< a component's mole fraction fell below 1e-6

@@ -4,7 +4,7 @@
 #include <corvane/core/api.h>
 #include <corvane/phases/critical/critical.h>
 #include <corvane/phases/report/curve_end.h>
-#include <corvane/phases/report/progress.h>
+#include <corvane/phases/report/line_options.h>
 
 #include <vector>
 
@@ -23,17 +23,14 @@ struct CriticalLine {
     long evaluations = 0;  ///< of the curve that this line is a part of
 };
 
-struct CriticalLineOptions {
-    double p_max = 1000.0;  ///< MPa
-    double T_min = 0.0;     ///< K; 0: 50 K, or half of the lowest critical temperature if less
-    double step = 0.05;     ///< longest step, see critical_lines; at most 1
-    int points = 2000;      ///< bound of the number of points of all lines
+struct CriticalLineOptions : LineOptions {
+    /// T_min = 0: 50 K, or half of the lowest critical temperature if less. A step, see critical_lines,
+    /// is at most 1. `points` bounds the number of points of all lines.
+    CriticalLineOptions() { points = 2000; }
     bool detached = true;   ///< look for lines that no pure component lies on
     /// The unstable stretches, too, as lines of their own. One that was cut short by `points` or by
     /// the caller is always there.
     bool unstable = false;
-    Validity const* validity = nullptr;
-    Progress progress;
 };
 
 /// The critical lines of a binary: from the critical point of component 0, of component 1 (unless

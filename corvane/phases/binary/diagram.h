@@ -14,7 +14,7 @@ struct TieLine {
     double x = 0.0, y = 0.0;          ///< mole fraction of component 0 in the phases a and b
     double rho_x = 0.0, rho_y = 0.0;  ///< mol/cm³; at the start a is the liquid
     bool stable = true;               ///< false: the tangent-plane test finds a third phase
-    /// With LineOptions::stability, and of critical points always: bounds as in Certificate, of p or
+    /// With DiagramOptions::stability, and of critical points always: bounds as in Certificate, of p or
     /// T (relative) and of x and y of a tie line that the true curve has; not-a-number where unknown,
     /// as of pure components.
     double value_error = Certificate::unknown, x_error = Certificate::unknown;
@@ -41,7 +41,10 @@ struct Diagram {
     long evaluations = 0;
 };
 
-using DiagramOptions = LineOptions;
+/// A step is the longest in both mole fractions and in ln T or ln p, about.
+struct DiagramOptions : LineOptions {
+    bool stability = true;  ///< test every tie line, and bound its errors
+};
 
 /// Isothermal (p-x-y) diagram at T [K], from the saturation of a pure component on: of the one with
 /// the higher critical temperature where it is below that, else of the other.

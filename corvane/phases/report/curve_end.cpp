@@ -32,6 +32,10 @@ constexpr struct {
               {End::interrupted, CurveKind::ternary, "the interruption"},
               {End::stuck, CurveKind::ternary, "a failure"},
 
+              {End::cold, CurveKind::ideal, "the lowest temperature"},
+              {End::pressure, CurveKind::ideal, "the highest pressure"},
+              {End::stuck, CurveKind::ideal, "a point from where it was lost"},
+
               {End::closed, CurveKind::any, "its first point: a closed line"},
               {End::pure, CurveKind::any, "a pure component"},
               {End::critical, CurveKind::any, "a critical end point"},
@@ -46,6 +50,7 @@ constexpr struct {
                "a pressure that is no longer positive; it goes on under tension"},
               {End::cold, CurveKind::any, "the lowest temperature asked for"},
               {End::dilute, CurveKind::any, "a mere trace of a component"},
+              {End::saturation, CurveKind::any, "the edge of the liquid"},
               {End::solid_range, CurveKind::any, "the end of the solid's data"},
               {End::other_range, CurveKind::any,
                "the temperature where the data of the other solid begin, which is stable there"},

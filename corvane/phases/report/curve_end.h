@@ -20,6 +20,7 @@ enum class CurveEnd {
     tension,      ///< at 1e-3 MPa, beyond which the pressure becomes negative
     cold,         ///< at the lowest temperature asked for
     dilute,       ///< a mole fraction falls below a limit
+    saturation,   ///< at the edge of the liquid
     solid_range,  ///< at the end of the solid's data
     other_range,  ///< the other component freezes at once where the data of its solid begin
     uncertified,  ///< the next point misses its certificate
@@ -34,7 +35,7 @@ enum class CurveEnd {
 };
 
 /// Curves with words of their own for some ends.
-enum class CurveKind { any, branch, phase_line, azeotrope, solid, ternary };
+enum class CurveKind { any, branch, phase_line, azeotrope, solid, ternary, ideal };
 
 /// "ends at ..." without the verb: "a pure component".
 CORVANE_API char const* in_words(CurveEnd end, CurveKind kind = CurveKind::any);

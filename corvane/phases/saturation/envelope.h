@@ -4,7 +4,7 @@
 #include <corvane/core/api.h>
 #include <corvane/phases/report/certificate.h>
 #include <corvane/phases/report/curve_end.h>
-#include <corvane/phases/report/progress.h>
+#include <corvane/phases/report/line_options.h>
 
 #include <vector>
 
@@ -45,14 +45,15 @@ struct Envelope {
     long evaluations = 0;
 };
 
-struct EnvelopeOptions {
+struct EnvelopeOptions : LineOptions {
+    /// A step is of ln T four times, of ln p and every ln K.
+    EnvelopeOptions() {
+        step = 0.08;
+        points = 2000;
+        T_min = 50.0;
+    }
     double p_start = 0.05;   ///< MPa: of the first dew point
-    double p_max = 1000.0;   ///< MPa
-    double T_min = 50.0;     ///< K
-    double step = 0.08;      ///< wanted step: of ln T four times, of ln p and every ln K
-    int points = 2000;       ///< bound of their number
     bool stability = false;  ///< test every point, and bound its errors; else `unstable` stays 0
-    Progress progress;
 };
 
 /// Traces the envelope from the dew point at p_start.

@@ -4,7 +4,7 @@
 #include <corvane/core/api.h>
 #include <corvane/phases/report/certificate.h>
 #include <corvane/phases/report/curve_end.h>
-#include <corvane/phases/report/progress.h>
+#include <corvane/phases/report/line_options.h>
 
 #include <array>
 #include <vector>
@@ -45,15 +45,14 @@ struct SolidFluidLine {
     long evaluations = 0;
 };
 
-struct SolidFluidOptions {
+struct SolidFluidOptions : CurveOptions {
+    /// A step is a factor of the longest steps: 0.05 in x, 0.5 in ln x, 0.02 in ln T, … `points` bounds
+    /// the number of points of all lines.
+    SolidFluidOptions() { step = 1.0; }
     /// Solids anchored at the melting point, of components 0 and 1; must live as long as the call.
     std::array<AnchoredSolid const*, 2> anchored{};
     double x_min = 1e-12;   ///< least mole fraction in the fluid
     double p_max = 1000.0;  ///< MPa, of isotherms
-    double step = 1.0;  ///< factor of the longest steps: 0.05 in x, 0.5 in ln x, 0.02 in ln T, …
-    int points = 1000;  ///< bound of the number of points of all lines
-    Validity const* validity = nullptr;
-    Progress progress;
 };
 
 /// Solubility of component `solid` (0 or 1) at (p [MPa], T [K]): the stable fluid whose potential

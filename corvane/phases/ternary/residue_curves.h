@@ -3,8 +3,8 @@
 
 #include <corvane/core/api.h>
 #include <corvane/core/containers.h>
-#include <corvane/phases/report/progress.h>
 #include <corvane/phases/report/certificate.h>
+#include <corvane/phases/report/line_options.h>
 
 #include <array>
 #include <vector>
@@ -58,13 +58,11 @@ struct CORVANE_API ResidueMap {
     bool consistent() const;
 };
 
-struct ResidueOptions {
-    double step = 0.05;       ///< longest step in the mole fractions, 1e-3 to 0.5
+struct ResidueOptions : CurveOptions {
+    /// A step is the longest in the mole fractions, 1e-3 to 0.5. `points`: of every half of a curve.
+    ResidueOptions() { points = 300; }
     double tolerance = 1e-6;  ///< of a step in the mole fractions, 1e-10 to 1e-2
     int mesh = 6;             ///< curves begin at inner points of a triangle divided by this, 3 to 30
-    int points = 300;         ///< of every half of a curve
-    Validity const* validity = nullptr;
-    Progress progress;
 };
 
 /// The residue curve map at p [MPa]: what the liquid left in a still of one stage does, dx/dξ = x − y

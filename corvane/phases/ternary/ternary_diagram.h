@@ -6,7 +6,7 @@
 #include <corvane/phases/critical/critical.h>
 #include <corvane/phases/report/certificate.h>
 #include <corvane/phases/report/curve_end.h>
-#include <corvane/phases/report/progress.h>
+#include <corvane/phases/report/line_options.h>
 
 #include <array>
 #include <vector>
@@ -65,12 +65,9 @@ struct CORVANE_API TernaryDiagram {
     bool complete() const;
 };
 
-struct TernaryOptions {
-    double step = 0.05;  ///< longest step in the compositions of both phases together, about
-    int mesh = 10;       ///< parts of an edge in the search, 2 to 100
-    int points = 1000;   ///< bound of the tie lines of every region
-    Validity const* validity = nullptr;
-    Progress progress;
+/// A step is the longest in the compositions of both phases together, about.
+struct TernaryOptions : CurveOptions {
+    int mesh = 10;  ///< parts of an edge in the search, 2 to 100
 };
 
 /// The diagram of three components at p [MPa], T [K].

@@ -17,8 +17,6 @@
 
 namespace cli {
 namespace {
-using corvane::IdealCurveEnd;
-
 struct Kind {
     char const* name;
     corvane::IdealCurve which;
@@ -57,13 +55,9 @@ std::string IdealCurveCommand::summary(Kind const& one, corvane::IdealCurveResul
         return fmt::format("T = {}, p = {}", six(Quantity::temperature, x.T),
                            six(Quantity::pressure, x.p));
     };
-    char const* const end = q.end == IdealCurveEnd::saturation    ? "the edge of the liquid"
-                            : q.end == IdealCurveEnd::temperature ? "the lowest temperature"
-                            : q.end == IdealCurveEnd::pressure    ? "the highest pressure"
-                                                               : "a point from where it was lost";
     return fmt::format("{} ({}): from T = {} at zero density, highest pressure at {}, to {} at {}",
                        one.name, one.condition, six(Quantity::temperature, q.T_zero), at(q.highest),
-                       end, at(q.last));
+                       in_words(q.end, corvane::CurveKind::ideal), at(q.last));
 }
 
 int IdealCurveCommand::table(Heading& head, std::string const& name, std::string const& title, double least_T,
