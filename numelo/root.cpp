@@ -51,6 +51,12 @@ double off_the_ends(double x, double a, double b, double least) {
     return x;
 }
 
+/// By which the value kept at an end is reduced.
+double factor(double now, double before) {
+    const double m = 1.0 - now / before;
+    return m > 0.0 && m < 0.5 ? m : 0.5;
+}
+
 }  // namespace
 
 double eqn_regulafalsi(numelo_function f, void* ctx, double a, double b, double fa, double fb,
@@ -64,10 +70,6 @@ double eqn_regulafalsi(numelo_function f, void* ctx, double a, double b, double 
 
     double wa = fa, wb = fb;  // wa, wb: the reduced end values
     enum class End { none, low, high } moved = End::none;
-    auto factor = [](double now, double before) {
-        const double m = 1.0 - now / before;
-        return m > 0.0 && m < 0.5 ? m : 0.5;
-    };
     Guard guard(std::fabs(b - a));
     int polish = 0, approach = 0;
     bool converged = false;

@@ -282,6 +282,60 @@ Fluid open(std::string const& equation, std::string const& substance, FluidOptio
     return fluid;
 }
 
+namespace {
+void name_components(Mixture& mixture, std::vector<std::string> const& components,
+                     MixtureOptions const& options) {
+    for (std::string const& text : components) {
+        std::string found = find(options.defined, text)
+                                ? text
+                                : substance_name(mixture.home, *mixture.equation, text);
+        if (contains(mixture.components, found)) throw OpenFailure(found + " is named twice");
+        mixture.components.push_back(std::move(found));
+    }
+}
+
+/// Names and set numbers of components and pairs; what load_estimating is to do with each component.
+std::vector<ComponentPlan> planned(Mixture& mixture, MixtureOptions const& options) {
+    ModelN& model = *mixture.model;
+    const int n = mixture.size();
+    const int pair_set = options.pair_set > 0 ? options.pair_set
+                         : options.sets.empty() && options.defined.empty()
+                             ? choose_pair_set(mixture)
+                             : 1;
+    std::vector<ComponentPlan> plans(static_cast<unsigned>(n));
+    for (int i = 0; i < n; ++i) {
+        std::string const& component = mixture.components[static_cast<unsigned>(i)];
+        for (int j = 0; j < i; ++j) model.id(i, j, pair_set);
+        if (PseudoComponent const* const defined = find(options.defined, component)) {
+            define(*model.mdl1[i], *defined);
+            plans[static_cast<unsigned>(i)] = {1, true};
+            continue;
+        }
+        const int asked = options.sets.empty() ? 0 : options.sets[static_cast<unsigned>(i)];
+        const int set = choose_set(mixture.home, *mixture.equation, component, asked);
+        model.mdl1[i]->name(component.c_str());
+        model.mdl1[i]->id(asked > 0 || set > 1 ? set : -1);  // −1: what the pairs were made for
+        plans[static_cast<unsigned>(i)].set = asked;
+    }
+    return plans;
+}
+
+void load_gases(Mixture& mixture, std::vector<ComponentPlan> const& plans) {
+    DataHome const& home = mixture.home;
+    for (int i = 0; i < mixture.size(); ++i) {
+        Model1& component = *mixture.model->mdl1[i];
+        check_critical_point(component, parameter_file(home, *mixture.equation, component.name(),
+                                                       component.id()).string());
+        const auto notes = plans[static_cast<unsigned>(i)].ready ? std::optional<IdealNotes>()
+                                                                 : load_ideal_of(home, component);
+        if (notes)
+            mixture.gases.push_back(*notes);
+        else
+            mixture.ideal = false;
+    }
+}
+}  // namespace
+
 Mixture open_mixture(std::string const& name, std::vector<std::string> const& components,
                      MixtureOptions const& options) {
     if (name.empty()) return open_best(components, options);
@@ -304,40 +358,15 @@ Mixture open_mixture(std::string const& name, std::vector<std::string> const& co
     if (components.empty()) throw OpenFailure("a mixture needs components");
     if (!options.sets.empty() && options.sets.size() != components.size())
         throw OpenFailure("as many parameter sets as components, or none, can be named");
-    for (std::string const& text : components) {
-        std::string found = find(options.defined, text)
-                                ? text
-                                : substance_name(home, *mixture.equation, text);
-        if (contains(mixture.components, found)) throw OpenFailure(found + " is named twice");
-        mixture.components.push_back(std::move(found));
-    }
+    name_components(mixture, components, options);
     const ReadingFrom from(home.names());
     mixture.model.reset(
         attached(home, name, true, [&] { return attachN(equation, theory); }));
     ModelN& model = *mixture.model;
-    const int n = mixture.size();
     reading("components cannot be made", home.file("CorvaneS/libth" + *mixture.equation + ".dll").string(),
-            [&] { model.alloc(n, equation); });
+            [&] { model.alloc(mixture.size(), equation); });
     model.mth = theory;
-    const int pair_set = options.pair_set > 0 ? options.pair_set
-                         : options.sets.empty() && options.defined.empty()
-                             ? choose_pair_set(mixture)
-                             : 1;
-    std::vector<ComponentPlan> plans(static_cast<unsigned>(n));
-    for (int i = 0; i < n; ++i) {
-        std::string const& component = mixture.components[static_cast<unsigned>(i)];
-        for (int j = 0; j < i; ++j) model.id(i, j, pair_set);
-        if (PseudoComponent const* const defined = find(options.defined, component)) {
-            define(*model.mdl1[i], *defined);
-            plans[static_cast<unsigned>(i)] = {1, true};
-            continue;
-        }
-        const int asked = options.sets.empty() ? 0 : options.sets[static_cast<unsigned>(i)];
-        const int set = choose_set(home, *mixture.equation, component, asked);
-        model.mdl1[i]->name(component.c_str());
-        model.mdl1[i]->id(asked > 0 || set > 1 ? set : -1);  // −1: what the pairs were made for
-        plans[static_cast<unsigned>(i)].set = asked;
-    }
+    const std::vector<ComponentPlan> plans = planned(mixture, options);
     reading("the parameters cannot be read",
             home.file("CorvaneS/parameters/" + *mixture.equation).string(), [&] {
                 if (options.estimate)
@@ -346,17 +375,7 @@ Mixture open_mixture(std::string const& name, std::vector<std::string> const& co
                     model.load(equation, theory);
             });
     mixture.validity = validity(model, mixture.estimated);
-    for (int i = 0; i < n; ++i) {
-        Model1& component = *model.mdl1[i];
-        check_critical_point(component, parameter_file(home, *mixture.equation, component.name(),
-                                                       component.id()).string());
-        const auto notes = plans[static_cast<unsigned>(i)].ready ? std::optional<IdealNotes>()
-                                                                 : load_ideal_of(home, component);
-        if (notes)
-            mixture.gases.push_back(*notes);
-        else
-            mixture.ideal = false;
-    }
+    load_gases(mixture, plans);
     return mixture;
 }
 

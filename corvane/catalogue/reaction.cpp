@@ -89,6 +89,82 @@ bool of_ideal_gas(std::string const& file, double& H0, double& S0) {
 double entropy(Ideal const& gas, double T) {
     return gas.Sm(T) - std::log(pref / (R * T));
 }
+
+/// Every substance once, with its net number.
+std::vector<ReactionSpecies> species_of(DataHome const& home, std::string const& text) {
+    std::vector<ReactionSpecies> species;
+    const auto both = sides(text);
+    for (int side : {0, 1})
+        for (std::string const& part : split(both[static_cast<unsigned>(side)], '+')) {
+            const Term one = term(trimmed(part));
+            const std::string name = substance_name(home, "", one.name);
+            const double nu = side == 0 ? -one.nu : one.nu;
+            const auto there =
+                std::find_if(species.begin(), species.end(),
+                             [&](ReactionSpecies const& s) { return s.substance == name; });
+            if (there != species.end()) {
+                there->nu += nu;
+                continue;
+            }
+            if (species.size() >= kMostSpecies) throw OpenFailure("the reaction has too many substances");
+            species.push_back({name, "", nu, 0.0, 0.0, false, "", 0.0, 0.0});
+        }
+    std::erase_if(species, [](ReactionSpecies const& s) { return s.nu == 0.0; });
+    if (species.empty()) throw OpenFailure("both sides of the reaction are the same");
+    return species;
+}
+
+/// "1.5" of 1.500000.
+std::string shown(double x) {
+    std::string digits = std::to_string(x);
+    digits.erase(digits.find_last_not_of('0') + 1);
+    if (digits.back() == '.') digits.pop_back();
+    return digits;
+}
+
+void check_balance(std::vector<ReactionSpecies> const& species) {
+    std::map<std::string, std::array<double, 2>> elements;
+    for (ReactionSpecies const& s : species) {
+        const Atoms in = atoms(s.formula);
+        if (in.empty()) throw OpenFailure("the sum formula of " + s.substance + " is not known");
+        for (auto const& [element, count] : in)
+            elements[element][s.nu > 0.0 ? 1 : 0] += std::fabs(s.nu) * count;
+    }
+    std::string unbalanced;
+    for (auto const& [element, n] : elements)
+        if (std::fabs(n[0] - n[1]) > 1e-9 * (n[0] + n[1]))
+            unbalanced += (unbalanced.empty() ? "" : ", ") + element + ' ' + shown(n[0]) +
+                          " before and " + shown(n[1]) + " after";
+    if (!unbalanced.empty()) throw OpenFailure("the reaction is not balanced: " + unbalanced);
+}
+
+/// The ideal gas of s with its enthalpy and entropy, which s is told, too.
+Fluid gas_of(DataHome const& home, ReactionSpecies& s) {
+    Fluid fluid = open("", s.substance, {.home = home});
+    if (!fluid.ideal)
+        throw OpenFailure(s.substance + " has no ideal-gas heat capacities");
+    s.equation = fluid.equation;
+    s.T_min = std::fmax(fluid.ideal->first, fluid.ideal->Tmin);  // of a number and none: the number
+    s.T_max = std::fmin(fluid.ideal->last, fluid.ideal->Tmax);
+    const std::string file = home.file("CorvaneS/reaction/" + s.substance).string();
+    Ideal& gas = fluid.model->ideal;
+    if (!of_ideal_gas(file, s.H0, s.S0)) {
+        const ReadingFrom from(home.names());
+        try {
+            fluid.model->load_thchem();
+        } catch (FileError const& e) {
+            throw OpenFailure(s.substance + " has no enthalpy of formation: " + e.what(), file);
+        } catch (ThException const& e) {
+            throw OpenFailure(s.substance + " has no enthalpy of formation: " + trimmed(e.message()),
+                              file);
+        }
+        s.estimated = true;
+        s.H0 = R * kT0 * gas.Hm(kT0);
+        s.S0 = R * entropy(gas, kT0);
+    }
+    gas.offset(s.H0 / R - kT0 * gas.Hm(kT0), s.S0 / R - entropy(gas, kT0));
+    return fluid;
+}
 }  // namespace
 
 struct Reaction::Gases {
@@ -104,71 +180,12 @@ Reaction::Reaction(std::string const& text, std::optional<DataHome> const& given
     const DataHome home = given ? *given : DataHome::find();
     const Substances index(home);
     if (text.size() > kLongest) throw OpenFailure("the reaction is too long");
-    const auto both = sides(text);
-    for (int side : {0, 1})
-        for (std::string const& part : split(both[static_cast<unsigned>(side)], '+')) {
-            const Term one = term(trimmed(part));
-            const std::string name = substance_name(home, "", one.name);
-            const double nu = side == 0 ? -one.nu : one.nu;
-            const auto there =
-                std::find_if(species_.begin(), species_.end(),
-                             [&](ReactionSpecies const& s) { return s.substance == name; });
-            if (there != species_.end()) {
-                there->nu += nu;
-                continue;
-            }
-            if (species_.size() >= kMostSpecies) throw OpenFailure("the reaction has too many substances");
-            species_.push_back({name, "", nu, 0.0, 0.0, false, "", 0.0, 0.0});
-        }
-    std::erase_if(species_, [](ReactionSpecies const& s) { return s.nu == 0.0; });
-    if (species_.empty()) throw OpenFailure("both sides of the reaction are the same");
-    std::map<std::string, std::array<double, 2>> elements;
-    for (ReactionSpecies& s : species_) {
+    species_ = species_of(home, text);
+    for (ReactionSpecies& s : species_)
         for (Substance const& known : index.all())
             if (known.name == s.substance) s.formula = known.formula;
-        const Atoms in = atoms(s.formula);
-        if (in.empty()) throw OpenFailure("the sum formula of " + s.substance + " is not known");
-        for (auto const& [element, count] : in)
-            elements[element][s.nu > 0.0 ? 1 : 0] += std::fabs(s.nu) * count;
-    }
-    const auto shown = [](double x) {
-        std::string digits = std::to_string(x);
-        digits.erase(digits.find_last_not_of('0') + 1);
-        if (digits.back() == '.') digits.pop_back();
-        return digits;
-    };
-    std::string unbalanced;
-    for (auto const& [element, n] : elements)
-        if (std::fabs(n[0] - n[1]) > 1e-9 * (n[0] + n[1]))
-            unbalanced += (unbalanced.empty() ? "" : ", ") + element + ' ' + shown(n[0]) +
-                          " before and " + shown(n[1]) + " after";
-    if (!unbalanced.empty()) throw OpenFailure("the reaction is not balanced: " + unbalanced);
-    for (ReactionSpecies& s : species_) {
-        Fluid fluid = open("", s.substance, {.home = home});
-        if (!fluid.ideal)
-            throw OpenFailure(s.substance + " has no ideal-gas heat capacities");
-        s.equation = fluid.equation;
-        s.T_min = std::fmax(fluid.ideal->first, fluid.ideal->Tmin);  // of a number and none: the number
-        s.T_max = std::fmin(fluid.ideal->last, fluid.ideal->Tmax);
-        const std::string file = home.file("CorvaneS/reaction/" + s.substance).string();
-        Ideal& gas = fluid.model->ideal;
-        if (!of_ideal_gas(file, s.H0, s.S0)) {
-            const ReadingFrom from(home.names());
-            try {
-                fluid.model->load_thchem();
-            } catch (FileError const& e) {
-                throw OpenFailure(s.substance + " has no enthalpy of formation: " + e.what(), file);
-            } catch (ThException const& e) {
-                throw OpenFailure(s.substance + " has no enthalpy of formation: " + trimmed(e.message()),
-                                  file);
-            }
-            s.estimated = true;
-            s.H0 = R * kT0 * gas.Hm(kT0);
-            s.S0 = R * entropy(gas, kT0);
-        }
-        gas.offset(s.H0 / R - kT0 * gas.Hm(kT0), s.S0 / R - entropy(gas, kT0));
-        gases_->fluids.push_back(std::move(fluid));
-    }
+    check_balance(species_);
+    for (ReactionSpecies& s : species_) gases_->fluids.push_back(gas_of(home, s));
 }
 
 ReactionState Reaction::at(double T) const {

@@ -194,70 +194,85 @@ class PureChecks {
         }
     }
 
+    /// One state of the identities, and what rounding is measured by there.
+    struct Place {
+        State at;
+        double Ar, Z, size;
+    };
+    /// A value against x times a difference. `more`: what else is subject to rounding, for instance a
+    /// Z near 1.
+    void agree(char const* name, Place const& q, double value, Difference d, double x,
+               double more = 0.0) {
+        survey_.same(name, q.at, value, x * d.value,
+                     20.0 * x * d.error + kDifferenced * (q.size + std::abs(value) + more) + 1e-300);
+    }
+    template <class F>
+    static Difference along_rho(Place const& q, F const& f) {
+        return difference(f, q.at.rho, 0.02 * q.at.rho);
+    }
+    template <class F>
+    static Difference along_T(Place const& q, F const& f) {
+        return difference(f, q.at.T, 0.01 * q.at.T);
+    }
+
     void identities(double T, double rho) {
         if (rho > top_) return;
-        const State at{.T = T, .rho = rho};
         const double Ar = m_.Ar(rho, T), Z = m_.Z(rho, T);
         if (!std::isfinite(Ar) || !std::isfinite(Z) || !(m_.pV(rho, T) > 0.01)) return;
-        const double size = std::abs(Ar) + std::abs(Z - 1.0);
-        // `more`: what else is subject to rounding, for instance a Z near 1.
-        auto agree = [&](char const* name, double value, Difference d, double x,
-                         double more = 0.0) {
-            survey_.same(
-                name, at, value, x * d.value,
-                20.0 * x * d.error + kDifferenced * (size + std::abs(value) + more) + 1e-300);
-        };
-        auto along_rho = [&](auto const& f) { return difference(f, rho, 0.02 * rho); };
-        auto along_T = [&](auto const& f) { return difference(f, T, 0.01 * T); };
-        agree("Z is 1 + rho·∂Ar/∂rho", Z - 1.0, along_rho([&](double r) { return m_.Ar(r, T); }),
-              rho, 1e-3);
+        const Place q{{.T = T, .rho = rho}, Ar, Z, std::abs(Ar) + std::abs(Z - 1.0)};
+        agree("Z is 1 + rho·∂Ar/∂rho", q, Z - 1.0,
+              along_rho(q, [&](double r) { return m_.Ar(r, T); }), rho, 1e-3);
         const double S = m_.Sr(rho, T), PT = m_.betaV(rho, T), P = m_.pV(rho, T);
-        agree("Maxwell: rho·∂S/∂rho is −∂p/∂T/(rho·R)", 1.0 - PT,
-              along_rho([&](double r) { return m_.Sr(r, T); }), rho, 1e-3);
+        agree("Maxwell: rho·∂S/∂rho is −∂p/∂T/(rho·R)", q, 1.0 - PT,
+              along_rho(q, [&](double r) { return m_.Sr(r, T); }), rho, 1e-3);
         const double CV = m_.CVr(rho, T);
-        survey_.same("energies fit together", at, m_.Gr(rho, T), m_.Hr(rho, T) - S,
-                     40 * kRounding * (size + std::abs(S)) + kNearOne);
-        survey_.same("energies fit together", at, m_.Cpr(rho, T) - CV + 1.0, PT * PT / P,
+        survey_.same("energies fit together", q.at, m_.Gr(rho, T), m_.Hr(rho, T) - S,
+                     40 * kRounding * (q.size + std::abs(S)) + kNearOne);
+        survey_.same("energies fit together", q.at, m_.Cpr(rho, T) - CV + 1.0, PT * PT / P,
                      1e-11 * (1 + PT * PT / P + std::abs(CV)));
         if (rho > 1e-3 * rho_c_ && !outside(T, rho))
-            survey_.holds("heat capacity and compressibility are positive", at, CV + ideal_ > 0,
+            survey_.holds("heat capacity and compressibility are positive", q.at, CV + ideal_ > 0,
                           "c_v < 0");
-        Deriv1 const* exact = m_.derivatives();
-        double d[9], c[4];
-        if (!exact || !exact->deriv(rho, T, 2, 2, d) || !exact->deriv(rho, T, 3, 0, c)) return;
-        auto element = [&](double r, double t, int k) {
-            double e[9];
-            exact->deriv(r, t, 2, 2, e);
-            return e[k];
-        };
+        if (Deriv1 const* const exact = m_.derivatives()) exact_derivatives(*exact, q);
+    }
+
+    void exact_derivatives(Deriv1 const& exact, Place const& q) {
+        const double T = q.at.T, rho = q.at.rho, Z = q.Z;
+        double d[9], c[4], e[4];
+        if (!exact.deriv(rho, T, 2, 2, d) || !exact.deriv(rho, T, 3, 0, c)) return;
         auto exactly = [&](char const* name, double a, double b) {
-            survey_.same(name, at, a, b, 20 * kRounding * (size + std::abs(a)) + 1e-300);
+            survey_.same(name, q.at, a, b, 20 * kRounding * (q.size + std::abs(a)) + 1e-300);
         };
-        exactly("exact derivatives: value and Z", d[0], Ar);
-        survey_.same("exact derivatives: value and Z", at, d[3], Z - 1.0,
-                     20 * kRounding * size + kNearOne);
+        exactly("exact derivatives: value and Z", d[0], q.Ar);
+        survey_.same("exact derivatives: value and Z", q.at, d[3], Z - 1.0,
+                     20 * kRounding * q.size + kNearOne);
         for (int i = 0; i < 3; ++i) exactly("exact derivatives: orders agree", c[i], d[3 * i]);
-        double e[4];
-        if (exact->deriv(rho, T, 1, 1, e)) {
+        if (exact.deriv(rho, T, 1, 1, e)) {
             exactly("exact derivatives: orders agree", e[1], d[1]);
             exactly("exact derivatives: orders agree", e[2], d[3]);
         }
-        if (exact->deriv(rho, T, 0, 1, e)) exactly("exact derivatives: orders agree", e[1], d[1]);
-        if (const std::unique_ptr<Isotherm1> kept = exact->isotherm(T))
+        if (exact.deriv(rho, T, 0, 1, e)) exactly("exact derivatives: orders agree", e[1], d[1]);
+        if (const std::unique_ptr<Isotherm1> kept = exact.isotherm(T))
             for (int n = 0; n <= 3; ++n) {
                 kept->at(rho, n, e);
                 for (int i = 0; i <= n; ++i)
                     exactly("an isotherm that is kept has its derivatives", e[i], c[i]);
             }
-        agree("exact derivatives: ∂²/∂rho²", d[6] + (Z - 1.0),
-              along_rho([&](double r) { return m_.Z(r, T); }), rho, 1.0);
-        agree("exact derivatives: ∂³/∂rho³", c[3] + 2.0 * c[2],
-              along_rho([&](double r) { return element(r, T, 6); }), rho);
-        agree("exact derivatives: ∂/∂T", d[1], along_T([&](double t) { return m_.Ar(rho, t); }), T);
-        agree("exact derivatives: ∂²/∂rho∂T", d[4], along_T([&](double t) { return m_.Z(rho, t); }),
-              T, 1.0);
-        agree("exact derivatives: ∂²/∂T²", d[2] + d[1],
-              along_T([&](double t) { return element(rho, t, 1); }), T);
+        auto element = [&](double r, double t, int k) {
+            double all[9];
+            exact.deriv(r, t, 2, 2, all);
+            return all[k];
+        };
+        agree("exact derivatives: ∂²/∂rho²", q, d[6] + (Z - 1.0),
+              along_rho(q, [&](double r) { return m_.Z(r, T); }), rho, 1.0);
+        agree("exact derivatives: ∂³/∂rho³", q, c[3] + 2.0 * c[2],
+              along_rho(q, [&](double r) { return element(r, T, 6); }), rho);
+        agree("exact derivatives: ∂/∂T", q, d[1],
+              along_T(q, [&](double t) { return m_.Ar(rho, t); }), T);
+        agree("exact derivatives: ∂²/∂rho∂T", q, d[4],
+              along_T(q, [&](double t) { return m_.Z(rho, t); }), T, 1.0);
+        agree("exact derivatives: ∂²/∂T²", q, d[2] + d[1],
+              along_T(q, [&](double t) { return element(rho, t, 1); }), T);
     }
 
     /// Between the limits of the tables, where no fluid is.

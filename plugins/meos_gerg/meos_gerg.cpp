@@ -148,10 +148,9 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
             Tr = reducing(Reducing::Of::temperature).value(&x[0]);
             vr = reducing(Reducing::Of::volume).value(&x[0]);
             for (unsigned k = 0; k < m.functions_.size(); ++k) w[static_cast<int>(k)] = 0.0;
-            Pair const* p = m.pairs_.data();
-            for (int j = 1; j < n; ++j)
-                for (int i = 0; i < j; ++i, ++p)
-                    if (p->function >= 0) w[p->function] += x[i] * x[j] * p->value[4];
+            m.each_departure(n, [&](int i, int j, Pair const& p) {
+                w[p.function] += x[i] * x[j] * p.value[4];
+            });
         }
         Reducing reducing(Reducing::Of of) const {
             return {of, of == Reducing::Of::temperature ? &Ts[0] : &vs[0], n, m.pairs_.data()};
@@ -226,6 +225,42 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
         SmallArray<double> x, Ts, vs, w;  // w: Σ x_i·x_j·F_ij of each departure function
         double Tr, vr;
     };
+
+    /// A function α and its derivatives by L and U.
+    struct Logarithmic {
+        double a = 0.0, L = 0.0, U = 0.0, LL = 0.0, LU = 0.0, UU = 0.0;
+        Logarithmic() = default;
+        explicit Logarithmic(double const* d)
+            : a(d[0]), L(d[3]), U(-d[1]), LL(d[6] + d[3]), LU(-d[4]), UU(d[2] + d[1]) {}
+        void add(double w, Logarithmic const& f) {
+            if (w == 0.0) return;  // a component that is absent may be beyond its own range
+            a += w * f.a;
+            L += w * f.L;
+            U += w * f.U;
+            LL += w * f.LL;
+            LU += w * f.LU;
+            UU += w * f.UU;
+        }
+    };
+
+    /// What potentials are made of, see there.
+    struct Parts {
+        Parts(State const& s, double rho, double T);
+
+        SmallArray<Logarithmic> G, f;  // of every component; α of every departure function
+        Logarithmic all, shared;       // a; Σ_f w_f·α_f
+    };
+    void by_amounts(State const& s, Parts const& parts, double rho, double const* d, double const* t,
+                    double* mu_rho) const;
+
+    /// f(i, j, pair) of every pair i < j with a departure function.
+    template <class F>
+    void each_departure(int n, F const& f) const {
+        Pair const* p = pairs_.data();
+        for (int j = 1; j < n; ++j)
+            for (int i = 0; i < j; ++i, ++p)
+                if (p->function >= 0) f(i, j, *p);
+    }
 
     /// The mixture at one temperature.
     class Isotherm {
@@ -323,6 +358,30 @@ int MeosGerg::vcalc(double p, double T, Vector<double> const& x, int mode, doubl
     return density(Isotherm(*this, s, T).keep(), P, T / s.Tr, 1.0 / s.vr, mode, rho_a, rho_b);
 }
 
+MeosGerg::Parts::Parts(State const& s, double rho, double T)
+    : G(s.n), f(static_cast<int>(s.m.functions_.size())) {
+    const int n = s.n, nf = static_cast<int>(s.m.functions_.size());
+    for (int i = 0; i < n; ++i) {
+        double d[9] = {};
+        s.component(i, rho, T, 2, 2, d);
+        G[i] = Logarithmic(d);
+        all.add(s.x[i], G[i]);
+    }
+    SmallArray<Sums> departures(nf);
+    s.departures(rho, T, true, &departures[0]);
+    for (int k = 0; k < nf; ++k) {
+        f[k] = Logarithmic(departures[k].d);
+        all.add(s.w[k], f[k]);
+    }
+    // G_i = α_i + Σ_f (w_fi − w_f)·α_f with w_fi = Σ_j x_j·F_ij.
+    for (int k = 0; k < nf; ++k) shared.add(s.w[k], f[k]);
+    for (int i = 0; i < n; ++i) G[i].add(-1.0, shared);
+    s.m.each_departure(n, [&](int i, int j, Pair const& p) {
+        G[i].add(s.x[j] * p.value[4], f[p.function]);
+        G[j].add(s.x[i] * p.value[4], f[p.function]);
+    });
+}
+
 /// With V = 1 and the amounts n_i = rho_i, F = n·a is a function of the amounts, of L = ln δ and U
 /// = ln τ. With G_i = ∂F/∂n_i at constant L and U,
 ///
@@ -334,7 +393,7 @@ int MeosGerg::vcalc(double p, double T, Vector<double> const& x, int mode, doubl
 /// homogeneous functions of second degree in the amounts, n²·T_r and n²·v_r.
 void MeosGerg::potentials(Vector<double> const& rho_i, double T, double* mu, double* mu_T,
                           double* mu_rho) const {
-    const int n = rho_i.size(), nf = static_cast<int>(functions_.size());
+    const int n = rho_i.size();
     const double rho = rho_i.sum();
     if (rho == 0.0) {
         for (int i = 0; i < n; ++i) mu[i] = 0.0;
@@ -345,81 +404,40 @@ void MeosGerg::potentials(Vector<double> const& rho_i, double T, double* mu, dou
     Vector<double> x(n);
     for (int i = 0; i < n; ++i) x[i] = rho_i[i] / rho;
     const State s(*this, x);
-
-    // The functions α and their derivatives by L and U: value, L, U, LL, LU, UU.
-    struct Logarithmic {
-        double a = 0.0, L = 0.0, U = 0.0, LL = 0.0, LU = 0.0, UU = 0.0;
-        Logarithmic() = default;
-        explicit Logarithmic(double const* d)
-            : a(d[0]), L(d[3]), U(-d[1]), LL(d[6] + d[3]), LU(-d[4]), UU(d[2] + d[1]) {}
-        void add(double w, Logarithmic const& f) {
-            if (w == 0.0) return;  // a component that is absent may be beyond its own range
-            a += w * f.a;
-            L += w * f.L;
-            U += w * f.U;
-            LL += w * f.LL;
-            LU += w * f.LU;
-            UU += w * f.UU;
-        }
-    };
-    const bool second = mu_T || mu_rho;
-    SmallArray<Logarithmic> G(n), f(nf);
-    Logarithmic all;
-    for (int i = 0; i < n; ++i) {
-        double d[9] = {};
-        s.component(i, rho, T, 2, 2, d);
-        G[i] = Logarithmic(d);
-        all.add(x[i], G[i]);
-    }
-    SmallArray<Sums> departures(nf);
-    s.departures(rho, T, true, &departures[0]);
-    for (int k = 0; k < nf; ++k) {
-        f[k] = Logarithmic(departures[k].d);
-        all.add(s.w[k], f[k]);
-    }
-    // G_i = α_i + Σ_f (w_fi − w_f)·α_f with w_fi = Σ_j x_j·F_ij.
-    Logarithmic shared;
-    for (int k = 0; k < nf; ++k) shared.add(s.w[k], f[k]);
-    for (int i = 0; i < n; ++i) G[i].add(-1.0, shared);
-    for (int j = 1; j < n; ++j)
-        for (int i = 0; i < j; ++i) {
-            Pair const& p = pair(i, j);
-            if (p.function < 0) continue;
-            G[i].add(x[j] * p.value[4], f[p.function]);
-            G[j].add(x[i] * p.value[4], f[p.function]);
-        }
-
+    const Parts parts(s, rho, T);
     SmallArray<double> d(n), t(n);
-    const Reducing Tr = s.reducing(Reducing::Of::temperature),
-                   vr = s.reducing(Reducing::Of::volume);
-    Tr.gradient(&s.x[0], &t[0]);
-    vr.gradient(&s.x[0], &d[0]);
+    s.reducing(Reducing::Of::temperature).gradient(&s.x[0], &t[0]);
+    s.reducing(Reducing::Of::volume).gradient(&s.x[0], &d[0]);
     for (int i = 0; i < n; ++i) {
         t[i] = t[i] / s.Tr - 2.0;
         d[i] = d[i] / s.vr - 1.0;
-        mu[i] = G[i].a + all.L * d[i] + all.U * t[i];
-        if (mu_T) mu_T[i] = -(G[i].U + all.LU * d[i] + all.UU * t[i]);
+        mu[i] = parts.G[i].a + parts.all.L * d[i] + parts.all.U * t[i];
+        if (mu_T) mu_T[i] = -(parts.G[i].U + parts.all.LU * d[i] + parts.all.UU * t[i]);
     }
-    if (!second || !mu_rho) return;
+    if (mu_rho) by_amounts(s, parts, rho, &d[0], &t[0], mu_rho);
+}
 
+/// ∂μ_i/∂rho_j from d_i and t_i.
+void MeosGerg::by_amounts(State const& s, Parts const& parts, double rho, double const* d,
+                          double const* t, double* mu_rho) const {
+    const int n = s.n;
+    Logarithmic const& all = parts.all;
+    auto const &G = parts.G, &f = parts.f;
     // K_ij = Σ_f (F_ij − w_fi − w_fj + 2·w_f)·α_f, of which G_i holds α_i + Σ_f (w_fi − w_f)·α_f.
     SmallArray<double> own(n);
     for (int i = 0; i < n; ++i) own[i] = 0.0;
-    for (int j = 1; j < n; ++j)
-        for (int i = 0; i < j; ++i) {
-            Pair const& p = pair(i, j);
-            if (p.function < 0) continue;
-            own[i] += x[j] * p.value[4] * f[p.function].a;
-            own[j] += x[i] * p.value[4] * f[p.function].a;
-        }
+    each_departure(n, [&](int i, int j, Pair const& p) {
+        own[i] += s.x[j] * p.value[4] * f[p.function].a;
+        own[j] += s.x[i] * p.value[4] * f[p.function].a;
+    });
     SmallArray<double, 576> Tij(n * n), vij(n * n);
-    Tr.hessian(&s.x[0], &Tij[0]);
-    vr.hessian(&s.x[0], &vij[0]);
+    s.reducing(Reducing::Of::temperature).hessian(&s.x[0], &Tij[0]);
+    s.reducing(Reducing::Of::volume).hessian(&s.x[0], &vij[0]);
     for (int i = 0; i < n; ++i)
         for (int j = 0; j <= i; ++j) {
             const double t_ij = Tij[i * n + j] / s.Tr - (t[i] + 2.0) * (t[j] + 2.0) + 2.0;
             const double d_ij = vij[i * n + j] / s.vr - (d[i] + 1.0) * (d[j] + 1.0) + 1.0;
-            double K = 2.0 * shared.a - own[i] - own[j];
+            double K = 2.0 * parts.shared.a - own[i] - own[j];
             if (i != j)
                 if (Pair const& p = pair(i, j); p.function >= 0) K += p.value[4] * f[p.function].a;
             const double sum = K + G[i].L * d[j] + G[j].L * d[i] + G[i].U * t[j] + G[j].U * t[i] +

@@ -15,7 +15,7 @@ namespace corvane {
 namespace {
 constexpr double kPotential = 1e-11;  // residual of the potentials and of ln p
 constexpr double kGas = 3.0;  // of ∂(p/RT)/∂rho, 1 for an ideal gas: below it a fluid is a gas
-constexpr double kTrivial = 1e-4;
+constexpr double kTrivial = 1e-4;  // of ln rho_i: nearer phases are one
 constexpr double kStep = 1e-8;  // last step in u: the next one would be below rounding
 }  // namespace
 
@@ -60,36 +60,39 @@ bool CoexistenceSolver::evaluate() {
     return true;
 }
 
+/// Rows that make phase k equal to the first in potentials and pressure.
+void CoexistenceSolver::equal(int k, double scale, double* J, double* r) const {
+    const int n = n_, m = size(), last = count_ * n;
+    PhaseState const &a = phase[0], &b = phase[k];
+    for (int i = 0; i < n; ++i, J += m, ++r) {
+        *r = b.m[i] - a.m[i];
+        for (int j = 0; j < n; ++j) {
+            J[j] = -a.rho_i[j] * a.H[i * n + j];
+            J[k * n + j] = b.rho_i[j] * b.H[i * n + j];
+        }
+        J[last] = b.m_T[i] - a.m_T[i];
+        const bool none = absent(b.x[i]) && *r > 0.0,
+                   none_in_a = count_ == 2 && absent(a.x[i]) && *r < 0.0;
+        if (!none && !none_in_a) continue;
+        std::fill_n(J, m, 0.0);  // it would be fewer than the least: stays as it is
+        J[none ? k * n + i : i] = 1.0;
+        *r = 0.0;
+    }
+    *r = (b.p - a.p) / (R * a.T) * scale;
+    for (int j = 0; j < n; ++j) {
+        J[j] = -a.rho_i[j] * a.P[j] * scale;
+        J[k * n + j] = b.rho_i[j] * b.P[j] * scale;
+    }
+    J[last] = (b.p_T - a.p_T) * scale;
+}
+
 void CoexistenceSolver::assemble() {
     const int n = n_, m = size(), last = count_ * n;
     std::fill(jacobian_.begin(), jacobian_.end(), 0.0);
     double *J = jacobian_.data(), *r = r_.data();
-    PhaseState const &a = phase[0], &light = phase[softest()];
-    const double RT = R * a.T, scale = 1.0 / light.rho;
-    for (int k = 1; k < count_; ++k) {
-        PhaseState const& b = phase[k];
-        for (int i = 0; i < n; ++i, J += m) {
-            *r++ = b.m[i] - a.m[i];
-            for (int j = 0; j < n; ++j) {
-                J[j] = -a.rho_i[j] * a.H[i * n + j];
-                J[k * n + j] = b.rho_i[j] * b.H[i * n + j];
-            }
-            J[last] = b.m_T[i] - a.m_T[i];
-            const bool none = absent(b.x[i]) && r[-1] > 0.0,
-                       none_in_a = count_ == 2 && absent(a.x[i]) && r[-1] < 0.0;
-            if (!none && !none_in_a) continue;
-            std::fill_n(J, m, 0.0);  // it would be fewer than the least: stays as it is
-            J[none ? k * n + i : i] = 1.0;
-            r[-1] = 0.0;
-        }
-        *r++ = (b.p - a.p) / RT * scale;
-        for (int j = 0; j < n; ++j) {
-            J[j] = -a.rho_i[j] * a.P[j] * scale;
-            J[k * n + j] = b.rho_i[j] * b.P[j] * scale;
-        }
-        J[last] = (b.p_T - a.p_T) * scale;
-        J += m;
-    }
+    PhaseState const& light = phase[softest()];
+    const double RT = R * light.T;
+    for (int k = 1; k < count_; ++k, J += (n + 1) * m, r += n + 1) equal(k, 1.0 / light.rho, J, r);
     if (z) {
         compose(J, r);
         J += (n - 1) * m;

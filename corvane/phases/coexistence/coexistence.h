@@ -72,6 +72,7 @@ class CoexistenceSolver {
 
   private:
     void assemble();
+    void equal(int k, double scale, double* J, double* r) const;
     void compose(double* J, double* r) const;
     double first_fraction() const;
 

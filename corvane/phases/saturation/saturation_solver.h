@@ -17,6 +17,14 @@
 
 namespace corvane::inline detail {
 
+/// Of a mole fraction that is of no account to the other component of a binary.
+inline constexpr double no_account = 1e-30;
+
+/// Mole fractions of the components that are present, none below the least.
+std::vector<double> present(FluidModel const& fluid, Vector<double> const& all);
+/// Those at the least become 0.
+void without_absent(std::vector<PhaseRecord>& phases);
+
 /// One bubble or dew point; the steps are those of saturation_T.
 class SaturationSolver {
   public:

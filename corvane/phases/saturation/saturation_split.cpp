@@ -2,9 +2,7 @@
 #include <corvane/core/constants.h>
 #include <corvane/phases/flash/flash.h>
 #include <corvane/phases/numerics/dense.h>
-#include <corvane/phases/report/error_bound.h>
 #include <corvane/phases/report/least_fraction.h>
-#include <corvane/phases/saturation/pure_saturation.h>
 #include <corvane/phases/saturation/saturation_solver.h>
 #include <corvane/phases/stability/test_phases.h>
 #include <corvane/pure/model1.h>
@@ -21,21 +19,24 @@ constexpr double kStep = 0.7;     // change of ln p between flashes, the first o
 constexpr double kLowest = 1e-100;  // MPa
 constexpr double kNarrow = 0.05;  // bracket in ln p from which Newton's method starts
 constexpr double kLeast = 1e-4;   // bracket that ends the search
-constexpr int kDissolved = 30;
-constexpr double kDilute = 1e-3;  // of one component in a liquid beside the other one
-constexpr double kPure = 1e-30;   // of a mole fraction that is of no account to the other component
 constexpr double kScarce = 1e-4;  // of a liquid's amount in the whole
 constexpr double kJump = 0.2;     // of ln rho of the lightest phase, least
 constexpr double kTurn = 0.1;     // and of its mole fractions
+}  // namespace
 
-std::vector<double> present(FluidModel const& fluid, Vector<double> const& all) {
+std::vector<double> detail::present(FluidModel const& fluid, Vector<double> const& all) {
     std::vector<double> x;
     x.reserve(fluid.z().size());
     for (int k = 0; k < fluid.size(); ++k)
         x.push_back(std::max(all[fluid.index(k)], least_fraction));
     return x;
 }
-}  // namespace
+
+void detail::without_absent(std::vector<PhaseRecord>& phases) {
+    for (PhaseRecord& record : phases)
+        for (int i = 0; i < record.x.size(); ++i)
+            if (absent(record.x[i])) record.x[i] = 0.0;
+}
 
 /// Amounts of n phases that add up to the whole; false if they do not.
 bool SaturationSolver::amounts_of(CoexistenceSolver const& s, std::vector<double>& amount) const {
@@ -56,7 +57,7 @@ std::optional<SaturationPoint> SaturationSolver::first_vapour(
     const int n = fluid_.size(), K = static_cast<int>(liquids.size());
     for (int k = 0; n == 2 && k < 4; ++k) {  // liquid k / 2 without component k % 2, or its vapour
         const double x = present(fluid_, liquids[k / 2].x)[k % 2];
-        if (absent(x) || (x < kPure && absent(y[k % 2])))
+        if (absent(x) || (x < no_account && absent(y[k % 2])))
             return beside_pure(1 - k % 2, liquids[1 - k / 2], o);
     }
     if (K > n) return {};
@@ -144,9 +145,7 @@ void SaturationSolver::report_liquids(CoexistenceSolver const& all, std::vector<
     });
     const double whole = std::accumulate(parts.begin(), parts.end(), 0.0);
     std::vector<PhaseRecord> found = point.certificate.phases;
-    for (PhaseRecord& record : found)
-        for (int i = 0; i < record.x.size(); ++i)
-            if (absent(record.x[i])) record.x[i] = 0.0;
+    without_absent(found);
     double volume = 0.0;
     point.certificate.phases.clear();
     for (std::size_t k : order) {
@@ -158,77 +157,6 @@ void SaturationSolver::report_liquids(CoexistenceSolver const& all, std::vector<
     point.certificate.phases = point.split;
     point.certificate.phases.push_back(point.incipient);
     point.given = {1.0 / volume, fluid_.expand(fluid_.z())};
-}
-
-std::optional<SaturationPoint> SaturationSolver::beside_pure(int i, PhaseRecord const& other,
-                                                             SaturationOptions const& o) {
-    const int j = 1 - i;
-    PureSaturation q;
-    try {
-        q = held_.at_T ? pure_saturation_T(fluid_.pure(i), held_.value)
-                       : pure_saturation_p(fluid_.pure(i), held_.value);
-    } catch (EquilibriumFailure const&) {
-        return {};
-    }
-    SaturationPoint point;
-    const double t = point.T = held_.T(q.T), p = point.p = held_.p(q.p);
-    PhaseState vapour, pure, rest;
-    for (PhaseState* s : {&vapour, &pure, &rest}) s->resize(2);
-    for (PhaseState* s : {&vapour, &pure}) {
-        s->rho_i[i] = s == &pure ? q.rhoL : q.rhoV;
-        s->rho_i[j] = least_fraction * s->rho_i[i];
-        if (!fluid_.evaluate(*s, t, phase_all)) return {};
-    }
-    std::vector<double> x = present(fluid_, other.x);
-    for (int it = 0; it < kDissolved; ++it) {  // as good as Newton's method where that is dilute
-        if (!fluid_.evaluate_at(rest, p, t, x, Root::dense, phase_all)) return {};
-        const double off = pure.m[i] - rest.m[i];
-        if (!(std::fabs(off) > 1e-14)) break;
-        x[i] = std::max(x[i] * std::exp(off), least_fraction);
-        if (!(x[i] < kDilute)) return {};
-        x[j] = 1.0 - x[i];
-    }
-    constexpr double eps = std::numeric_limits<double>::epsilon();
-    const double pure_part = (fluid_.z()[i] - rest.x[i]) / (1.0 - rest.x[i]);
-    if (!(pure_part > 0.0)) {
-        open_ = false;  // the whole is not between the two liquids
-        return {};
-    }
-    for (PhaseState* s : {&vapour, &pure}) {  // traces that doubles can say
-        const double trace = least_fraction * std::exp(rest.m[j] - s->m[j]);
-        if (!(trace > least_fraction)) continue;
-        if (!(trace < kPure)) return {};
-        s->rho_i[j] = trace * s->rho_i[i];
-        if (!fluid_.evaluate(*s, t, phase_all)) return {};
-    }
-    PhaseState plane = pure;
-    plane.m[j] = rest.m[j];
-    const StabilityResult r = stability_.test(plane, p, &vapour, true);
-    if (!r.stable || r.unconverged) return {};
-    Certificate& c = point.certificate;
-    c.tpd = std::min(0.0, r.tpd);
-    c.test = stability_.kind;
-    c.value_error = q.value_error;
-    c.x_error = std::max(eps, 4.0 * rest.x[i] *
-                                  (std::fabs(pure.m[i] - rest.m[i]) + q.value_error +
-                                   rounding_of_m(fluid_, pure, i) + rounding_of_m(fluid_, rest, i)));
-    c.rho_error = std::max(q.rho_error, (2.0 * rounding_of_P(fluid_, rest) +
-                                         q.value_error * p / (R * t)) / rest.S);
-    c.apart_error = q.apart_error;
-    const bool heavier = pure.rho * fluid_.weight(i) > rest.rho * fluid_.weight(j);
-    certify(fluid_, p, {heavier ? &pure : &rest, heavier ? &rest : &pure, &vapour}, c);
-    point.fraction = {heavier ? pure_part : 1.0 - pure_part, heavier ? 1.0 - pure_part : pure_part};
-    for (PhaseRecord& record : c.phases)
-        for (int k = 0; k < record.x.size(); ++k)
-            if (absent(record.x[k])) record.x[k] = 0.0;
-    c.evaluations = fluid_.evaluations;
-    const Vector<double> z = fluid_.expand(fluid_.z());
-    if (o.validity) c.flag(o.validity, t, p, z);
-    if (!c.holds()) return {};
-    point.given = {1.0 / (pure_part / pure.rho + (1.0 - pure_part) / rest.rho), z};
-    point.split = {c.phases[0], c.phases[1]};
-    point.incipient = c.phases[2];
-    return point;
 }
 
 /// Flashes at (p, T) until they bracket where the vapour vanishes beside liquids, along s = ln(p/p0);

@@ -10,30 +10,19 @@
 
 namespace corvane {
 namespace {
-constexpr int kIterations = 120, kSubstitutions = 3, kHidden = 40;
+constexpr int kIterations = 120;
 constexpr double kConverged = 1e-10;  // of ln W
 constexpr double kLeast = -640.0;     // of ln W that is told from 0
 constexpr double kTrace = 1e-6, kFar = 2.0, kGrown = -7.0;  // see traces()
 constexpr double kLevel = 1e-13, kShortest = 1e-4, kFlat = 1e-7;  // of descents at rounding
 constexpr double kRounding = 5e-14;   // of a distance, over the size of its terms
-constexpr double kPurest = 1e-12;     // of the other components in one that is as good as pure
-constexpr double kAlike = 1e-3;       // Σ|Δx| of minima that are one
+
 constexpr double kSpinodal = 1e-9;    // what rounding may leave of w·(1 − w)·t″
-constexpr double kDilute = 0.05;      // of a component in a start
-constexpr double kSuspicious = 0.6;   // of a distance over that in an ideal mixture, see ratio()
+
 constexpr double kNear = 1e-6;        // of such a distance, nearer to a phase than that tells
 constexpr double kMet = 1e-6, kSameRho = 2e-3;  // of trials that have run into a phase
 constexpr double kShort = 0.1;        // step in ln W whose end is foreseen
 
-/// Adds x unless there is one like it.
-void add_apart(std::vector<std::vector<double>>& all, std::vector<double> const& x) {
-    for (auto const& other : all) {
-        double d = 0.0;
-        for (std::size_t k = 0; k < x.size(); ++k) d += std::fabs(x[k] - other[k]);
-        if (d < kAlike) return;
-    }
-    all.push_back(x);
-}
 }  // namespace
 
 /// The trial has run into a phase: squared distance in ln x, weighted, and in ln rho.
@@ -244,175 +233,6 @@ StabilityResult Stability::complete(PhaseState const& phase, double p, PhaseStat
     }
     if (whole && r.stable && found.resolved) flat(phase, p, tolerance, r);
     return r;
-}
-
-StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState const* known,
-                                bool first, bool whole) {
-    const int n = fluid_.size();
-    if (n == 2 && kind == StabilityTest::complete) return complete(phase, p, known, first, whole);
-    StabilityResult r;
-    double best = 1e300;
-    auto take = [&](double tpd) {
-        best = tpd;
-        r.other = true;
-        r.trial = {tpd, s_.rho, s_.x};
-    };
-    if (!locally_stable(phase)) {
-        r.stable = false;  // no trial needed, but one is looked for
-        if (first) return r;
-    }
-    // The phase itself at its other density root.
-    if (fluid_.evaluate_at(s_, p, phase.T, phase.x, Root::stable, 0) &&
-        std::fabs(s_.rho / phase.rho - 1) > 1e-3) {
-        const double d = distance(s_, phase);
-        if (d < -Certificate::tpd_tolerance) {
-            take(d);
-            r.stable = false;
-            r.tpd = d;
-            if (first) return r;
-        }
-        r.tpd = std::min(r.tpd, d);
-    }
-    double tpd = 0.0;  // of the last descent
-    /// True where the test may end.
-    auto record = [&](End end) {
-        if (end == End::failed) ++r.unconverged;
-        if (end == End::trivial) r.tpd = std::min(r.tpd, tpd);
-        if (end != End::stationary && end != End::negative) return false;
-        if (tpd < best) take(tpd);
-        if (end == End::negative) r.stable = false;
-        return end == End::negative && first;
-    };
-    if (n == 2) {
-        r.unconverged += scan_binary(phase, p);
-        for (Bracket const& b : brackets_)
-            if (record(descend(phase, p, known, b, first, tpd, r.iterations))) break;
-    } else if (n > 2) {
-        // Components as good as pure: one far below its solubility elsewhere (mercury in cold methane)
-        // may separate without taking any of the others along. From starts with two parts in a
-        // thousand of these no substitution leads there, as their potentials are out of all bounds.
-        for (int pure = 0; pure < n; ++pure) {
-            for (int k = 0; k < n; ++k)
-                step_[k] = k == pure ? 1.0 - kPurest * (1.0 - phase.x[k]) : kPurest * phase.x[k];
-            if (!fluid_.evaluate_at(s_, p, phase.T, step_, Root::stable, 0)) continue;
-            const double d = distance(s_, phase);
-            if (!(d < -Certificate::tpd_tolerance)) continue;
-            r.stable = false;
-            if (d < best) take(d);
-            r.tpd = best;
-            if (first) return r;
-        }
-        many_starts(phase, p);
-        std::vector<std::vector<double>> minima;
-        auto ends = [&](std::size_t at, int substitutions = kSubstitutions) {
-            const End end = descend(phase, p, known, &starts_[at], substitutions, first, tpd,
-                                    r.iterations);
-            if (end == End::stationary && kind == StabilityTest::complete) add_apart(minima, s_.x);
-            return record(end);
-        };
-        const std::size_t step = lnW_.size(), pure = step * step, half = 2 * pure;
-        double least = 1.0;
-        std::size_t at = 0;
-        for (; at < starts_.size(); at += step) {
-            if (ends(at)) break;
-            if (at < half) least = std::min(least, ratio_);
-        }
-        if (r.stable && kind == StabilityTest::complete) {
-            // Where the distance is low for an ideal mixture, once more without substitutions, which
-            // leap over narrow minima: a few per cent of a heavy component in a light one, say.
-            for (int k = 0; k < n; ++k) low_start(phase, known, p, k, k, kDilute, least);
-            if (least < kSuspicious) {
-                for (int a = 0; a < n; ++a)
-                    for (int b = 0; b < a; ++b) low_start(phase, known, p, a, b, 0.5 - kDilute, least);
-                for (std::size_t k = 0; k < pure && r.stable; k += step) ends(k, 0);
-            }
-            for (; at < starts_.size() && r.stable; at += step) ends(at, 0);
-        }
-        if (r.stable && !minima.empty()) {
-            minima.push_back(phase.x);
-            if (known) minima.push_back(known->x);
-            for (std::size_t a = 0; a < minima.size(); ++a)
-                for (std::size_t b = 0; b < a; ++b)
-                    for (int k = 0; k < n; ++k)
-                        starts_.push_back(std::log(0.5 * (minima[a][k] + minima[b][k])));
-            for (; at < starts_.size(); at += step)
-                if (ends(at)) break;
-        }
-    }
-    if (n > 2 && r.stable && hidden_root(phase, p, tpd)) {
-        take(tpd);
-        r.stable = false;
-    }
-    if (r.other) r.tpd = std::min(r.tpd == 0.0 ? best : r.tpd, best);
-    return r;
-}
-
-void Stability::many_starts(PhaseState const& phase, double p) {
-    const int n = fluid_.size();
-    starts_.clear();
-    for (int start = 0; start < 2 * n; ++start) {  // nearly pure; half pure
-        const double pure = start < n ? 0.998 : 0.5;
-        for (int k = 0; k < n; ++k)
-            starts_.push_back(
-                std::log((1.0 - pure) * phase.x[k] + (k == start % n ? pure : 0.0)));
-    }
-    for (double sign : {1.0, -1.0})
-        for (int k = 0; k < n; ++k)
-            starts_.push_back(std::log(phase.x[k]) +
-                              sign * (fluid_.wilson(k, phase.T) - std::log(p)));
-}
-
-/// Adds a start with `part` of components a and b beside the phase if the distance is low there.
-void Stability::low_start(PhaseState const& phase, PhaseState const* known, double p, int a, int b,
-                          double part, double& least) {
-    const double rest = 1.0 - (a == b ? part : 2.0 * part);
-    for (int k = 0; k < s_.size(); ++k)
-        way_[k] = rest * phase.x[k] + (k == a || k == b ? part : 0.0);
-    if (!fluid_.evaluate_at(s_, p, phase.T, way_, Root::stable, 0)) return;
-    const double low = ratio(phase, known);
-    least = std::min(least, low);
-    if (!(low < kSuspicious)) return;
-    for (double w : way_) starts_.push_back(std::log(w));
-}
-
-std::vector<TrialPhase> Stability::minima(PhaseState const& plane, double p) {
-    std::vector<TrialPhase> found;
-    many_starts(plane, p);
-    const std::vector<double> starts = starts_;
-    for (std::size_t at = 0; at < starts.size(); at += lnW_.size()) {
-        double tpd = 0.0;
-        int iterations = 0;
-        const End end = descend(plane, p, nullptr, &starts[at], kSubstitutions, false, tpd, iterations);
-        if (end == End::stationary || end == End::negative) found.push_back({tpd, s_.rho, s_.x});
-    }
-    double tpd = 0.0;
-    if (hidden_root(plane, p, tpd)) found.push_back({tpd, s_.rho, s_.x});
-    return found;
-}
-
-/// Nearly pure trials by substitution along the density root of higher Gibbs energy, which the
-/// other starts leave: there a liquid whose light component would be a gas when pure stays hidden,
-/// or a gas likewise. True with s_ and tpd of a trial below the tangent plane.
-bool Stability::hidden_root(PhaseState const& phase, double p, double& tpd) {
-    const int n = fluid_.size();
-    std::vector<double>& w = step_;
-    for (int pure = 0; pure < n; ++pure) {
-        for (int i = 0; i < n; ++i) w[i] = 0.002 * phase.x[i] + (i == pure ? 0.998 : 0.0);
-        double rho[2], gibbs[2], last = 1e300;
-        if (fluid_.densities(p, phase.T, w, rho, gibbs) < 2) continue;
-        const Root root = gibbs[0] > gibbs[1] ? Root::dense : Root::dilute;
-        for (int it = 0; it < kHidden; ++it) {
-            if (!fluid_.evaluate_at(s_, p, phase.T, w, root, 0)) break;
-            tpd = distance(s_, phase);
-            if (tpd < 10 * -Certificate::tpd_tolerance) return true;
-            if (std::fabs(tpd - last) < 1e-6) break;  // stationary, and not below
-            last = tpd;
-            double sum = 0.0;
-            for (int i = 0; i < n; ++i) sum += w[i] = std::exp(phase.m[i] - s_.m[i]) * s_.x[i];
-            for (double& wi : w) wi /= sum;
-        }
-    }
-    return false;
 }
 
 StabilityResult stability(ModelN const& model, double p, double T, Vector<double> const& z) {

@@ -85,6 +85,7 @@ class CORVANE_API Stability {
     bool locally_stable(PhaseState const& phase);
 
   private:
+    class Search;  // stability_search.cpp
     enum class End { stationary, trivial, negative, failed };
     /// Mole fractions of component 0 of a binary.
     struct Bracket {

@@ -264,6 +264,45 @@ void BinaryScan::refine(Bracket const& bracket) {
     take(q.t, rho, q.w0, q.w1);
 }
 
+/// The phase or the known one as a node, where t and its slope are zero.
+BinaryScan::Zero BinaryScan::zero_at(PhaseState const& s) {
+    Zero z;
+    z.rho = s.rho;
+    Point& q = z.at;
+    q.zero = true;
+    q.w0 = s.x[0];
+    q.w1 = s.x[1];
+    q.t2 = s.m_n(0, 0) - s.m_n(0, 1) - s.m_n(1, 0) + s.m_n(1, 1);
+    q.e = -ideal(q.w0, q.w1);
+    q.e1 = -std::log(q.w0 / q.w1);
+    q.e2 = q.t2 - 1.0 / (q.w0 * q.w1);
+    q.rho = s.rho;
+    q.stiff = s.S / s.rho;
+    return z;
+}
+
+/// The first intervals: from the middle, half of the angle on either side, to the ends.
+void BinaryScan::lay() {
+    nodes_.clear();
+    cells_.clear();
+    const double q = 0.5 - 0.25 * std::sqrt(2.0);
+    const int m = node(0.5, 0.5), a = node(q, 1.0 - q), b = node(1.0 - q, q);
+    low_ = node(kEnd, 1.0 - kEnd);
+    high_ = node(1.0 - kEnd, kEnd);
+    cells_ = {{low_, a}, {a, m}, {m, b}, {b, high_}};
+    while (nodes_[low_].roots > 0 && !dilute(nodes_[low_]) && nodes_[low_].w0 > kTiny) {
+        const int from = low_;
+        low_ = node(std::max(1e-4 * nodes_[from].w0, kTiny), 1.0);
+        cells_.push_back({low_, from});
+    }
+    while (nodes_[high_].roots > 0 && !dilute(nodes_[high_]) && nodes_[high_].w1 > kTiny) {
+        const int from = high_;
+        high_ = node(1.0, std::max(1e-4 * nodes_[from].w1, kTiny));
+        cells_.push_back({from, high_});
+    }
+    first_cells_ = static_cast<int>(cells_.size());
+}
+
 BinaryScan::Result BinaryScan::test(PhaseState const& phase, double p, PhaseState const* known,
                                     bool first, double tolerance) {
     result_ = Result();
@@ -274,44 +313,12 @@ BinaryScan::Result BinaryScan::test(PhaseState const& phase, double p, PhaseStat
     mu0_ = phase.m[0];
     mu1_ = phase.m[1];
     zeros_ = 0;
-    for (PhaseState const* s : {&phase, known}) {
-        if (!s) continue;
-        Zero& z = zero_[zeros_++];
-        z = Zero();
-        z.rho = s->rho;
-        Point& q = z.at;
-        q.zero = true;
-        q.w0 = s->x[0];
-        q.w1 = s->x[1];
-        q.t2 = s->m_n(0, 0) - s->m_n(0, 1) - s->m_n(1, 0) + s->m_n(1, 1);
-        q.e = -ideal(q.w0, q.w1);
-        q.e1 = -std::log(q.w0 / q.w1);
-        q.e2 = q.t2 - 1.0 / (q.w0 * q.w1);
-        q.rho = s->rho;
-        q.stiff = s->S / s->rho;
-    }
+    for (PhaseState const* s : {&phase, known})
+        if (s) zero_[zeros_++] = zero_at(*s);
     if (phase.T != T_ || p != p_ || nodes_.empty()) {
         T_ = phase.T;
         p_ = p;
-        nodes_.clear();
-        cells_.clear();
-        // At the middle and half of the angle on either side, then the ends.
-        const double q = 0.5 - 0.25 * std::sqrt(2.0);
-        const int m = node(0.5, 0.5), a = node(q, 1.0 - q), b = node(1.0 - q, q);
-        low_ = node(kEnd, 1.0 - kEnd);
-        high_ = node(1.0 - kEnd, kEnd);
-        cells_ = {{low_, a}, {a, m}, {m, b}, {b, high_}};
-        while (nodes_[low_].roots > 0 && !dilute(nodes_[low_]) && nodes_[low_].w0 > kTiny) {
-            const int from = low_;
-            low_ = node(std::max(1e-4 * nodes_[from].w0, kTiny), 1.0);
-            cells_.push_back({low_, from});
-        }
-        while (nodes_[high_].roots > 0 && !dilute(nodes_[high_]) && nodes_[high_].w1 > kTiny) {
-            const int from = high_;
-            high_ = node(1.0, std::max(1e-4 * nodes_[from].w1, kTiny));
-            cells_.push_back({from, high_});
-        }
-        first_cells_ = static_cast<int>(cells_.size());
+        lay();
     }
     brackets_.clear();
     for (int k = 0; k < first_cells_; ++k)

@@ -121,6 +121,8 @@ class BinaryScan {
         bool asked = false;
     };
 
+    static Zero zero_at(PhaseState const& s);
+    void lay();
     int node(double w0, double w1);
     int middle(Cell const& c);
     bool dilute(Node const& n) const;

@@ -57,6 +57,8 @@ struct FlashCommand {
 
   private:
     int of_file(MixtureFluid& mixture);
+    std::vector<Column> columns_of_file(MixtureFluid const& mixture) const;
+    Row row_of_file(MixtureFluid const& mixture, FlashResult const& state, Units const& units) const;
     void read(Given& given) const;
     std::pair<Given*, Given*> asked();
     bool caloric() const { return h || s || u; }
@@ -207,15 +209,7 @@ std::vector<Row> FlashCommand::rows_of(MixtureFluid const& mixture, std::vector<
     return rows;
 }
 
-/// One row for a state: of two phases, liquid and vapour; of one or more, how many there are.
-int FlashCommand::of_file(MixtureFluid& mixture) {
-    std::vector<FileRun::Known> known;
-    for (Given const* one : all()) known.push_back({one->symbol, one->quantity});
-    file.open(known, options.units, &mixture);
-    for (Given* one : all())
-        if (file.has(one->symbol)) one->text = one->symbol;
-    const auto [first, second] = asked();
-    options.set_reference(mixture);
+std::vector<Column> FlashCommand::columns_of_file(MixtureFluid const& mixture) const {
     Units const& unit = options.units;
     std::vector<Column> columns = {{"T", unit.name(Quantity::temperature), ""},
                                    {"p", unit.name(Quantity::pressure), ""},
@@ -229,41 +223,61 @@ int FlashCommand::of_file(MixtureFluid& mixture) {
     columns.push_back({"rhoL", unit.name(Quantity::density), ""});
     columns.push_back({"rhoV", unit.name(Quantity::density), ""});
     for (char const* prefix : {"xL", "yV"}) add_fractions(columns, mixture, prefix, "");
+    return columns;
+}
+
+/// One row for a state: of two phases, liquid and vapour; of one or more, how many there are.
+Row FlashCommand::row_of_file(MixtureFluid const& mixture, FlashResult const& state, Units const& units) const {
+    const auto names = phase_names(mixture, state.phases);
+    corvane::PhaseRecord const *liquid = nullptr, *vapour = nullptr;
+    double fraction = 0.0;
+    for (std::size_t k = 0; k < names.size(); ++k) {
+        (names[k] == "vapour" ? vapour : liquid) = &state.phases[k];
+        if (names[k] == "vapour") fraction = state.fraction[k];
+    }
+    Row row;
+    row.cells = {units.from_library(Quantity::temperature, state.T),
+                 units.from_library(Quantity::pressure, state.p),
+                 static_cast<long>(names.size()), fraction,
+                 units.from_library(Quantity::density, state.rho)};
+    if (mixture.ideal) {
+        row.cells.emplace_back(units.from_library(Quantity::energy, state.h));
+        row.cells.emplace_back(units.from_library(Quantity::entropy, state.s));
+    }
+    const bool plain = names.size() < 3 && (names.size() == 1 || vapour);
+    for (auto const* phase : {liquid, vapour})
+        row.cells.push_back(phase && plain ? Cell(mixture.density(units, phase->x, phase->rho))
+                                           : Cell());
+    for (auto const* phase : {liquid, vapour})
+        for (int i = 0; i < mixture.size(); ++i)
+            row.cells.push_back(phase && plain ? Cell(phase->x[i]) : Cell());
+    if (!plain) row.note = "no liquid beside a vapour: see corvane flash without --input";
+    return row;
+}
+
+int FlashCommand::of_file(MixtureFluid& mixture) {
+    std::vector<FileRun::Known> known;
+    for (Given const* one : all()) known.push_back({one->symbol, one->quantity});
+    file.open(known, options.units, &mixture);
+    for (Given* one : all())
+        if (file.has(one->symbol)) one->text = one->symbol;
+    const auto [first, second] = asked();
+    options.set_reference(mixture);
     const auto calculate = [&, a = first, b = second](FileRow const& in, FlashResult& last, Row& row) {
         Units units = options.units;
         units.M = mixture.M(in.x());
         std::string note;
         last = solve(mixture, in.x(), {a->what, in[a->symbol]}, {b->what, in[b->symbol]}, last, note)[0];
-        const auto names = phase_names(mixture, last.phases);
-        corvane::PhaseRecord const *liquid = nullptr, *vapour = nullptr;
-        double fraction = 0.0;
-        for (std::size_t k = 0; k < names.size(); ++k) {
-            (names[k] == "vapour" ? vapour : liquid) = &last.phases[k];
-            if (names[k] == "vapour") fraction = last.fraction[k];
-        }
-        row.cells = {units.from_library(Quantity::temperature, last.T),
-                     units.from_library(Quantity::pressure, last.p),
-                     static_cast<long>(names.size()), fraction,
-                     units.from_library(Quantity::density, last.rho)};
-        if (mixture.ideal) {
-            row.cells.emplace_back(units.from_library(Quantity::energy, last.h));
-            row.cells.emplace_back(units.from_library(Quantity::entropy, last.s));
-        }
-        const bool plain = names.size() < 3 && (names.size() == 1 || vapour);
-        for (auto const* phase : {liquid, vapour})
-            row.cells.push_back(phase && plain ? Cell(mixture.density(units, phase->x, phase->rho))
-                                               : Cell());
-        for (auto const* phase : {liquid, vapour})
-            for (int i = 0; i < mixture.size(); ++i)
-                row.cells.push_back(phase && plain ? Cell(phase->x[i]) : Cell());
         Row certificate;
         Evidence evidence;
         evidence.add(certificate, last.certificate);
+        Row found = row_of_file(mixture, last, units);
+        row.cells = std::move(found.cells);
         row.note = certificate.note;
         add_note(row.note, note);
-        if (!plain) add_note(row.note, "no liquid beside a vapour: see corvane flash without --input");
+        add_note(row.note, found.note);
     };
-    return file.run(name, columns, options.style, [&]() -> FileRun::Compute {
+    return file.run(name, columns_of_file(mixture), options.style, [&]() -> FileRun::Compute {
         return [&, last = FlashResult()](FileRow const& in, Row& row) mutable {
             calculate(in, last, row);
         };

@@ -20,6 +20,7 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -131,8 +132,11 @@ struct SaturationCommand {
     int run();
 
   private:
+    void check() const;
     Picture picture(Fluid const& fluid, Table const& table, std::string const& given) const;
     std::vector<double> read_points() const;
+    std::optional<Published> read_published() const;
+    int of_file(Table const& table, std::function<Row(double)> const& row);
     std::vector<SaturationColumn const*> choose(Fluid const& fluid,
                                                 std::optional<Published> const& published) const;
 };
@@ -222,23 +226,40 @@ void add_cells(TransportCells& transport, Equilibrium const& e, Row& row) {
     if (models.has_surface_tension()) row.cells.push_back(transport.tension(e.T, row).cell);
 }
 
-int SaturationCommand::run() {
-    plot.begin();
+/// What is asked for, each in one way.
+void SaturationCommand::check() const {
     if (plot && file) throw Misuse("--plot and --html draw what --T, --p or --compare ask for");
     if ((T.empty() ? 0 : 1) + (p.empty() ? 0 : 1) + (compare.empty() ? 0 : 1) + (file ? 1 : 0) != 1)
         throw Misuse("give one of --T, --p, --compare and --input");
+}
+
+/// The points of --compare.
+std::optional<Published> SaturationCommand::read_published() const {
+    if (compare.empty()) return {};
+    Published published(compare, quantities(), options.units);
+    if (!published.has("T") && !published.has("p"))
+        throw Failure(compare + ": neither a column T nor a column p");
+    return published;
+}
+
+int SaturationCommand::of_file(Table const& table, std::function<Row(double)> const& row) {
+    if (file.has("T") == file.has("p"))
+        throw Failure("--input: either a column T or a column p");
+    char const* const given = file.has("T") ? "T" : "p";
+    const FileRun::Compute compute = [&](FileRow const& in, Row& result) { result = row(in[given]); };
+    return file.run("saturation", table.columns, options.style, [&] { return compute; });
+}
+
+int SaturationCommand::run() {
+    plot.begin();
+    check();
     file.begin(options.json());
     Fluid fluid = options.open();
     Units const& units = options.units;
     std::vector<double> given;
     if (compare.empty() && !file) given = read_points();
-    std::optional<Published> published;
-    if (!compare.empty()) {
-        published.emplace(compare, quantities(), units);
-        if (!published->has("T") && !published->has("p"))
-            throw Failure(compare + ": neither a column T nor a column p");
-        given = published->column(published->has("T") ? "T" : "p");
-    }
+    const std::optional<Published> published = read_published();
+    if (published) given = published->column(published->has("T") ? "T" : "p");
     if (file) file.open({{"T", Quantity::temperature}, {"p", Quantity::pressure}}, units);
     const bool by_T = file ? file.has("T") : published ? published->has("T") : p.empty();
 
@@ -265,14 +286,7 @@ int SaturationCommand::run() {
         if (transport) add_cells(*transport, e, result);
         return result;
     };
-    if (file) {
-        if (file.has("T") == file.has("p"))
-            throw Failure("--input: either a column T or a column p");
-        const FileRun::Compute compute = [&](FileRow const& in, Row& result) {
-            result = row(in[by_T ? "T" : "p"]);
-        };
-        return file.run("saturation", table.columns, options.style, [&] { return compute; });
-    }
+    if (file) return of_file(table, row);
     Rows rows("saturation", table, given.size());
     const Quantity quantity = by_T ? Quantity::temperature : Quantity::pressure;
     for (double x : given)

@@ -55,6 +55,7 @@ struct TernaryCommand {
     std::vector<Column> columns(MixtureFluid const& mixture) const;
     std::vector<Row> rows_of(MixtureFluid const& mixture, TernaryDiagram const& d) const;
     void report(MixtureFluid const& mixture, TernaryDiagram const& d, Heading& head) const;
+    void report_points(MixtureFluid const& mixture, TernaryDiagram const& d, Heading& head) const;
 };
 
 std::vector<Column> TernaryCommand::columns(MixtureFluid const& mixture) const {
@@ -96,8 +97,9 @@ std::vector<Row> TernaryCommand::rows_of(MixtureFluid const& mixture,
     return rows;
 }
 
-void TernaryCommand::report(MixtureFluid const& mixture, TernaryDiagram const& d,
-                            Heading& head) const {
+/// Triangles, plait points, what is not resolved.
+void TernaryCommand::report_points(MixtureFluid const& mixture, TernaryDiagram const& d,
+                                   Heading& head) const {
     const auto phase_fields = [&](Fields& fields, PhaseRecord const& phase, std::string const& of) {
         const Vector<double> x = shown(mixture, phase.x);
         for (int i = 0; i < 3; ++i)
@@ -105,18 +107,6 @@ void TernaryCommand::report(MixtureFluid const& mixture, TernaryDiagram const& d
                 fmt::format("{}{}_{}", by_mass() ? "w" : "x", of, mixture.component(i)), x[i]);
         fields.emplace_back("rho" + of, mixture.density(options.units, phase.x, phase.rho));
     };
-    double dmu = 0.0, dp = 0.0, x_error = 0.0;
-    std::size_t lines = 0;
-    for (TernaryRegion const& r : d.regions) {
-        dmu = std::max(dmu, r.dmu);
-        dp = std::max(dp, r.dp);
-        if (!(r.x_error <= x_error) && !std::isnan(x_error)) x_error = r.x_error;
-        lines += r.tie_lines.size();
-        head.summary.push_back(
-            fmt::format("region {}: {} from {} to {}, {} tie lines", &r - d.regions.data() + 1,
-                        in_words(r.kind), in_words(r.begin, CurveKind::ternary),
-                        in_words(r.end, CurveKind::ternary), r.tie_lines.size()));
-    }
     for (corvane::TernaryTriangle const& t : d.three_phase) {
         Fields fields;
         std::string text = "three phases:";
@@ -144,6 +134,23 @@ void TernaryCommand::report(MixtureFluid const& mixture, TernaryDiagram const& d
         list(head, "open").push_back(std::move(fields));
         head.summary.push_back("not resolved:" + mixture.composition(shown(mixture, z)));
     }
+}
+
+void TernaryCommand::report(MixtureFluid const& mixture, TernaryDiagram const& d,
+                            Heading& head) const {
+    double dmu = 0.0, dp = 0.0, x_error = 0.0;
+    std::size_t lines = 0;
+    for (TernaryRegion const& r : d.regions) {
+        dmu = std::max(dmu, r.dmu);
+        dp = std::max(dp, r.dp);
+        if (!(r.x_error <= x_error) && !std::isnan(x_error)) x_error = r.x_error;
+        lines += r.tie_lines.size();
+        head.summary.push_back(
+            fmt::format("region {}: {} from {} to {}, {} tie lines", &r - d.regions.data() + 1,
+                        in_words(r.kind), in_words(r.begin, CurveKind::ternary),
+                        in_words(r.end, CurveKind::ternary), r.tie_lines.size()));
+    }
+    report_points(mixture, d, head);
     if (d.regions.empty()) head.summary.emplace_back("one phase in all compositions searched");
     head.summary.push_back(
         fmt::format("{}; certified: {}, {}; {} evaluations",

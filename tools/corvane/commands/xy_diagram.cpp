@@ -51,6 +51,16 @@ struct XyDiagram {
     std::vector<Row> rows_of(MixtureFluid const& mixture, Diagram const& branch) const;
     void report(MixtureFluid const& mixture, BinaryDiagram const& diagram, double given,
                 Heading& head);
+    void report(MixtureFluid const& mixture, Diagram const& branch, double given, Heading& head) const;
+    void report(MixtureFluid const& mixture, corvane::ThreePhasePoint const& three, double given,
+                Heading& head) const;
+    void say(Heading& head, double given, std::string const& text) const;
+    /// "p = 1 MPa", or the temperature.
+    template <class State>
+    std::string at(State const& state) const {
+        return fmt::format("{} = {}", isothermal ? "p" : "T",
+                           options.units.text(frame().sought(), isothermal ? state.p : state.T));
+    }
     corvane::DiagramOptions how(MixtureFluid const& mixture, Heading& head) const;
     std::vector<Row> trace(MixtureFluid const& mixture, Solids const& solids, double given,
                            corvane::DiagramOptions const& asked, Heading& head, Picture& picture);
@@ -104,18 +114,42 @@ std::vector<Row> XyDiagram::rows_of(MixtureFluid const& mixture, Diagram const& 
     return rows;
 }
 
+/// "T = 300 K: ", and what there is.
+void XyDiagram::say(Heading& head, double given, std::string const& text) const {
+    head.summary.push_back(
+        fmt::format("{} = {}: {}", frame().symbol(), options.units.text(frame().fixed(), given), text));
+}
+
+void XyDiagram::report(MixtureFluid const& mixture, Diagram const& b, double given, Heading& head) const {
+    TieLine const &first = b.points.front(), &last = b.points.back();
+    say(head, given,
+        fmt::format("{} from {} ({}) to {} ({}), {} points", in_words(b.kind),
+                    in_words(b.begin, first, mixture), at(first), in_words(b.end, last, mixture),
+                    at(last), b.points.size()));
+    for (TieLine const& tie : b.azeotropes)
+        say(head, given,
+            fmt::format("azeotrope at {}, x_{} = {:.6g}", at(tie), mixture.component(0), tie.x));
+}
+
+void XyDiagram::report(MixtureFluid const& mixture, corvane::ThreePhasePoint const& three, double given,
+                       Heading& head) const {
+    Fields fields = {{"T", options.units.from_library(Quantity::temperature, three.T)},
+                     {"p", options.units.from_library(Quantity::pressure, three.p)}};
+    std::string fractions;
+    for (std::size_t k = 0; k < three.phases.size(); ++k) {
+        const double x = three.phases[k].x[0];
+        fractions += fmt::format(" {:.6g}", x);
+        fields.emplace_back(fmt::format("x{}_{}", k + 1, mixture.component(0)), x);
+    }
+    append(fields, three.certificate);
+    list(head, "three_phase").push_back(std::move(fields));
+    say(head, given,
+        fmt::format("three phases at {}, mole fractions of {}{}", at(three), mixture.component(0),
+                    fractions));
+}
+
 void XyDiagram::report(MixtureFluid const& mixture, BinaryDiagram const& diagram, double given,
                        Heading& head) {
-    Units const& u = options.units;
-    char const* const name = isothermal ? "p" : "T";
-    const auto say = [&](std::string const& text) {
-        head.summary.push_back(
-            fmt::format("{} = {}: {}", frame().symbol(), u.text(frame().fixed(), given), text));
-    };
-    const auto at = [&](auto const& state) {
-        return fmt::format("{} = {}", name,
-                           u.text(frame().sought(), isothermal ? state.p : state.T));
-    };
     double dmu = 0.0, dp = 0.0;
     Bounds bounds;
     long points = 0, unstable = 0;
@@ -128,39 +162,21 @@ void XyDiagram::report(MixtureFluid const& mixture, BinaryDiagram const& diagram
             bounds.add(tie);
             cautions_.add(mixture.validity, tie.T, tie.p, binary(0.5));
         }
-        TieLine const &first = b.points.front(), &last = b.points.back();
-        say(fmt::format("{} from {} ({}) to {} ({}), {} points", in_words(b.kind),
-                        in_words(b.begin, first, mixture), at(first),
-                        in_words(b.end, last, mixture), at(last), b.points.size()));
-        for (TieLine const& tie : b.azeotropes)
-            say(fmt::format("azeotrope at {}, x_{} = {:.6g}", at(tie), mixture.component(0),
-                            tie.x));
+        report(mixture, b, given, head);
     }
-    for (corvane::ThreePhasePoint const& three : diagram.three_phase) {
-        Fields fields = {{"T", u.from_library(Quantity::temperature, three.T)},
-                         {"p", u.from_library(Quantity::pressure, three.p)}};
-        std::string fractions;
-        for (std::size_t k = 0; k < three.phases.size(); ++k) {
-            const double x = three.phases[k].x[0];
-            fractions += fmt::format(" {:.6g}", x);
-            fields.emplace_back(fmt::format("x{}_{}", k + 1, mixture.component(0)), x);
-        }
-        append(fields, three.certificate);
-        list(head, "three_phase").push_back(std::move(fields));
-        say(fmt::format("three phases at {}, mole fractions of {}{}", at(three),
-                        mixture.component(0), fractions));
-    }
+    for (corvane::ThreePhasePoint const& three : diagram.three_phase) report(mixture, three, given, head);
     for (TieLine const& tie : diagram.open)
-        say(fmt::format("not traced: a split near {}, {} from about {:.3g} to {:.3g}", at(tie),
+        say(head, given,
+            fmt::format("not traced: a split near {}, {} from about {:.3g} to {:.3g}", at(tie),
                         mixture.component(0), tie.x, tie.y));
-    say(fmt::format("{}; certified: {}{}{}; {} evaluations",
-                    diagram.complete() ? "complete" : "not complete", agreement(dmu, dp),
-                    bounds.text(),
+    say(head, given,
+        fmt::format("{}; certified: {}{}{}; {} evaluations",
+                    diagram.complete() ? "complete" : "not complete", agreement(dmu, dp), bounds.text(),
                     unstable > 0 ? fmt::format(", but {} of {} points not stable", unstable, points)
                                  : ", all points stable",
                     diagram.evaluations));
     list(head, "certificates")
-        .push_back({{frame().symbol(), u.from_library(frame().fixed(), given)},
+        .push_back({{frame().symbol(), options.units.from_library(frame().fixed(), given)},
                     {"complete", static_cast<long>(diagram.complete())},
                     {"points", points},
                     {"unstable", unstable},

@@ -119,6 +119,38 @@ std::optional<Inset> room(Raster const& raster, std::vector<Box> const& taken, B
         }
     return best;
 }
+
+/// In parts of the axes.
+std::vector<XY> in_parts(Picture const& of, std::vector<XY> points) {
+    for (XY& q : points) q = {of.frame[0].part(q[0]), of.frame[1].part(q[1])};
+    return points;
+}
+
+/// Curves and marks that lie in the part, once more at its place.
+void repeat(Picture& in, Box const& part, Box const& place) {
+    const double larger = (place.right - place.left) / (part.right - part.left);
+    const auto moved = [&](std::vector<XY> points) {
+        for (XY& p : points)
+            p = {in.frame[0].value(place.left + larger * (p[0] - part.left)),
+                 in.frame[1].value(place.low + larger * (p[1] - part.low))};
+        return points;
+    };
+    for (std::size_t k = 0, count = in.curves.size(); k < count; ++k)
+        if (const auto seen = clipped(in_parts(in, in.curves[k].points), part); !seen.empty()) {
+            Curve larger_one = in.curves[k];
+            larger_one.title.clear();
+            larger_one.points = moved(seen);
+            in.curves.push_back(std::move(larger_one));
+        }
+    for (std::size_t k = 0, count = in.marks.size(); k < count; ++k) {
+        std::vector<XY> seen = in_parts(in, in.marks[k].points);
+        std::erase_if(seen, [&](XY const& p) { return !Box{p[0], p[1], p[0], p[1]}.meets(part); });
+        if (!seen.empty()) in.marks.push_back({"", in.marks[k].symbol, in.marks[k].ink, moved(seen)});
+    }
+    if (!in.corners[0].empty())
+        if (const auto edge = clipped(in_parts(in, edges()), part); !edge.empty())
+            in.curves.push_back({"", Ink::black, Stroke::thin, moved(edge)});
+}
 }  // namespace
 
 std::vector<Box> Picture::words_of_triangle(double letter, double line) const {
@@ -161,21 +193,17 @@ void Picture::enlarge(double letter, double line) {
     const auto axis = axes();
     frame = {axis[0], axis[1]};
     if (data_alone) return;
-    const auto in_parts = [&](std::vector<XY> points) {
-        for (XY& q : points) q = {frame[0].part(q[0]), frame[1].part(q[1])};
-        return points;
-    };
     Raster raster;
-    for (Curve const& c : curves) raster.draw(in_parts(c.points), 0);
+    for (Curve const& c : curves) raster.draw(in_parts(*this, c.points), 0);
     std::vector<Box> taken;
     std::vector<XY> known;
     for (Marks const& m : marks)
-        for (XY const& p : in_parts(m.points)) {
+        for (XY const& p : in_parts(*this, m.points)) {
             taken.push_back({p[0] - letter, p[1] - 0.5 * line, p[0] + letter, p[1] + 0.5 * line});
             if (m.symbol != Symbol::measured && m.symbol != Symbol::measured_open) known.push_back(p);
         }
     if (triangle) {
-        for (auto const& way : grid()) raster.draw(in_parts(way), 0);
+        for (auto const& way : grid()) raster.draw(in_parts(*this, way), 0);
         for (Box const& box : words_of_triangle(letter, line)) taken.push_back(box);
     }
     const auto part = crowded(known);
@@ -190,31 +218,11 @@ void Picture::enlarge(double letter, double line) {
     for (double size : kSizes)
         if (!inset) inset = room(raster, taken, *part, size, wide, line);
     if (!inset) return;
-    const double larger = (inset->place.right - inset->place.left) / (part->right - part->left);
-    if (triangle)
-        numbers[0] = fmt::format("\u00d7{:.2g}", larger);  // there are no axes to take numbers from
+    Box const& place = inset->place;
+    if (triangle)  // there are no axes to take numbers from
+        numbers[0] = fmt::format("\u00d7{:.2g}", (place.right - place.left) / (part->right - part->left));
     inset->numbers = numbers;
-    const auto moved = [&](std::vector<XY> points) {
-        for (XY& p : points)
-            p = {frame[0].value(inset->place.left + larger * (p[0] - part->left)),
-                 frame[1].value(inset->place.low + larger * (p[1] - part->low))};
-        return points;
-    };
-    for (std::size_t k = 0, count = curves.size(); k < count; ++k)
-        if (const auto seen = clipped(in_parts(curves[k].points), *part); !seen.empty()) {
-            Curve larger_one = curves[k];
-            larger_one.title.clear();
-            larger_one.points = moved(seen);
-            curves.push_back(std::move(larger_one));
-        }
-    for (std::size_t k = 0, count = marks.size(); k < count; ++k) {
-        std::vector<XY> seen = in_parts(marks[k].points);
-        std::erase_if(seen, [&](XY const& p) { return !Box{p[0], p[1], p[0], p[1]}.meets(*part); });
-        if (!seen.empty()) marks.push_back({"", marks[k].symbol, marks[k].ink, moved(seen)});
-    }
-    if (triangle)
-        if (const auto edge = clipped(in_parts(edges()), *part); !edge.empty())
-            curves.push_back({"", Ink::black, Stroke::thin, moved(edge)});
+    repeat(*this, *part, place);
     insets.push_back(*inset);
 }
 

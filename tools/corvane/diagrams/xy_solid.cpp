@@ -86,79 +86,92 @@ void Solids::label(int i, SolidFluidLine const& line, XyFrame const& frame, Pict
         picture.labels.push_back({.text = solid(0) + " + " + solid(1), .at = {0.5, last + 0.1 * (last - first)}, .field = true});
 }
 
+std::vector<SolidFluidLine> Solids::lines(XyFrame const& frame, int i, double given,
+                                          corvane::DiagramOptions const& asked) const {
+    corvane::SolidFluidOptions how;
+    how.p_max = asked.p_max;
+    how.progress = asked.progress;
+    for (int k : {0, 1})
+        if (solid_[k]) how.anchored[k] = solid_[k]->pointer();
+    how.validity = &mixture_.validity;
+    how.x_min = 1e-6;
+    return frame.isothermal ? solid_fluid_isotherm(*mixture_.model, i, given, how)
+                            : solid_fluid_isobar(*mixture_.model, i, given, how);
+}
+
+/// Three phases: two solids and a fluid, or a solid and two fluids.
+void Solids::mark_end(int i, SolidFluidLine const& line, XyFrame const& frame, Picture& picture) const {
+    const double own = i == 0 ? 1.0 : 0.0, y = frame.value(line.points.back());
+    const XY end{line.points.back().x[0], y};
+    std::vector<XY> three = {{own, y}, end};
+    if (line.end == SolidFluidEnd::eutectic) {
+        picture.mark("eutectic", Symbol::eutectic, Ink::black, end);
+        three.push_back({1.0 - own, y});
+    } else if (line.end == SolidFluidEnd::split) {
+        three.push_back({line.end_phase.x[0], y});
+    } else {
+        return;
+    }
+    picture.curves.push_back({"", Ink::black, Stroke::thin, three});
+}
+
+/// Rows and the curve of a line; its evidence in the summary.
+std::vector<Row> Solids::rows_of(int i, SolidFluidLine const& line, XyFrame const& frame,
+                                 std::string const& where, Heading& heading, Picture& picture) const {
+    Units const& u = frame.units;
+    const Vector<double> pure = binary(i == 0 ? 1.0 : 0.0);
+    std::vector<Row> rows;
+    std::vector<XY> curve;
+    std::vector<bool> stable;
+    double dmu = 0.0, dp = 0.0;
+    for (SolidFluidPoint const& point : line.points) {
+        Row row;
+        row.cells = {u.from_library(Quantity::temperature, point.T),
+                     u.from_library(Quantity::pressure, point.p),
+                     name(i),
+                     point.x[0],
+                     pure[0],
+                     mixture_.density(u, point.x, point.rho),
+                     mixture_.density(u, pure, point.rho_solid)};
+        if (!point.stable) row.note = "not stable";
+        rows.push_back(std::move(row));
+        curve.push_back({point.x[0], frame.value(point)});
+        stable.push_back(point.stable);
+        dmu = std::max(dmu, point.certificate.dmu);
+        dp = std::max(dp, point.certificate.dp);
+    }
+    const std::string begin = in_words(line.begin, corvane::CurveKind::solid),
+                      end = in_words(line.end, corvane::CurveKind::solid);
+    add_note(rows.front().note, "begins at " + begin);
+    add_note(rows.back().note, "ends at " + end);
+    heading.summary.push_back(fmt::format("{} from {} to {}, {} points; certified: {}", where, begin, end,
+                                          line.points.size(), agreement(dmu, dp)));
+    picture.add("saturated with a solid", Ink::solid, curve, stable);
+    return rows;
+}
+
 std::vector<Row> Solids::trace(XyFrame const& frame, double given,
                                corvane::DiagramOptions const& asked, Heading& heading,
                                Picture& picture) const {
     std::vector<Row> rows;
     std::vector<double> eutectics;  // mole fractions
-    Units const& u = frame.units;
-    const auto at = [&](SolidFluidPoint const& point) {
-        return XY{point.x[0], frame.value(point)};
-    };
     for (int i : {0, 1}) {
         if (!solid_[i]) continue;
-        const std::string name = fmt::format("solid {}", mixture_.component(i));
-        const std::string where =
-            fmt::format("{} = {}: {}", frame.symbol(), u.text(frame.fixed(), given), name);
-        std::vector<SolidFluidLine> lines;
+        const std::string where = fmt::format("{} = {}: {}", frame.symbol(),
+                                              frame.units.text(frame.fixed(), given), name(i));
+        std::vector<SolidFluidLine> found;
         try {
-            corvane::SolidFluidOptions how;
-            how.p_max = asked.p_max;
-            for (int k : {0, 1})
-                if (solid_[k]) how.anchored[k] = solid_[k]->pointer();
-            how.validity = &mixture_.validity;
-            how.progress = asked.progress;
-            how.x_min = 1e-6;
-            lines = asking(where, [&] {
-                return frame.isothermal ? solid_fluid_isotherm(*mixture_.model, i, given, how)
-                                        : solid_fluid_isobar(*mixture_.model, i, given, how);
-            });
+            found = asking(where, [&] { return lines(frame, i, given, asked); });
         } catch (Failure const& failure) {
             heading.summary.emplace_back(failure.what());
         }
-        for (SolidFluidLine const& line : lines) {
-            const std::size_t first = rows.size();
-            std::vector<XY> curve;
-            std::vector<bool> stable;
-            double dmu = 0.0, dp = 0.0;
-            for (SolidFluidPoint const& point : line.points) {
-                Row row;
-                const Vector<double> pure = binary(i == 0 ? 1.0 : 0.0);
-                row.cells = {u.from_library(Quantity::temperature, point.T),
-                             u.from_library(Quantity::pressure, point.p),
-                             name,
-                             point.x[0],
-                             pure[0],
-                             mixture_.density(u, point.x, point.rho),
-                             mixture_.density(u, pure, point.rho_solid)};
-                if (!point.stable) row.note = "not stable";
-                rows.push_back(std::move(row));
-                curve.push_back(at(point));
-                stable.push_back(point.stable);
-                dmu = std::max(dmu, point.certificate.dmu);
-                dp = std::max(dp, point.certificate.dp);
-            }
-            const std::string begin = in_words(line.begin, corvane::CurveKind::solid),
-                              end = in_words(line.end, corvane::CurveKind::solid);
-            add_note(rows[first].note, "begins at " + begin);
-            add_note(rows.back().note, "ends at " + end);
-            heading.summary.push_back(fmt::format("{} from {} to {}, {} points; certified: {}",
-                                                  where, begin, end, line.points.size(), agreement(dmu, dp)));
-            picture.add("saturated with a solid", Ink::solid, curve, stable);
+        for (SolidFluidLine const& line : found) {
+            const auto more = rows_of(i, line, frame, where, heading, picture);
+            rows.insert(rows.end(), more.begin(), more.end());
             label(i, line, frame, picture);
-            // Three phases: two solids and a fluid, or a solid and two fluids.
-            const double y = curve.back()[1];
-            std::vector<XY> three = {{i == 0 ? 1.0 : 0.0, y}, curve.back()};
-            if (line.end == SolidFluidEnd::eutectic) {
+            if (line.end == SolidFluidEnd::eutectic)
                 report_eutectic(frame, given, line.points.back(), eutectics, heading);
-                picture.mark("eutectic", Symbol::eutectic, Ink::black, curve.back());
-                three.push_back({i == 0 ? 0.0 : 1.0, y});
-            } else if (line.end == SolidFluidEnd::split) {
-                three.push_back({line.end_phase.x[0], y});
-            } else {
-                continue;
-            }
-            picture.curves.push_back({"", Ink::black, Stroke::thin, three});
+            mark_end(i, line, frame, picture);
         }
     }
     return rows;

@@ -29,6 +29,12 @@ class Solids {
                            Heading& heading, Picture& picture) const;
 
   private:
+    std::string name(int i) const { return std::string("solid ") + mixture_.component(i); }
+    std::vector<corvane::SolidFluidLine> lines(XyFrame const& frame, int i, double given,
+                                               corvane::DiagramOptions const& asked) const;
+    std::vector<Row> rows_of(int i, corvane::SolidFluidLine const& line, XyFrame const& frame,
+                             std::string const& where, Heading& heading, Picture& picture) const;
+    void mark_end(int i, corvane::SolidFluidLine const& line, XyFrame const& frame, Picture& picture) const;
     void report_eutectic(XyFrame const& frame, double given, corvane::SolidFluidPoint const& point,
                          std::vector<double>& known, Heading& heading) const;
 

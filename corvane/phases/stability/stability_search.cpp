@@ -1,0 +1,257 @@
+// The tangent-plane test from its starts on; one descent is in stability.cpp.
+#include <corvane/phases/report/certificate.h>
+#include <corvane/phases/stability/stability.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane {
+namespace {
+constexpr int kSubstitutions = 3, kHidden = 40;
+constexpr double kPurest = 1e-12;     // of the other components in one that is as good as pure
+constexpr double kAlike = 1e-3;       // Σ|Δx| of minima that are one
+constexpr double kDilute = 0.05;      // of a component in a start
+constexpr double kSuspicious = 0.6;   // of a distance over that in an ideal mixture, see ratio()
+constexpr double kOther = 1e-3;       // of the density: another root
+
+/// Adds x unless there is one like it.
+void add_apart(std::vector<std::vector<double>>& all, std::vector<double> const& x) {
+    for (auto const& other : all) {
+        double d = 0.0;
+        for (std::size_t k = 0; k < x.size(); ++k) d += std::fabs(x[k] - other[k]);
+        if (d < kAlike) return;
+    }
+    all.push_back(x);
+}
+}  // namespace
+
+/// One test and what it has found so far. Parts of it are false where it may end.
+class Stability::Search {
+  public:
+    Search(Stability& of, PhaseState const& phase, double p, PhaseState const* known, bool first)
+        : of_(of), phase_(phase), known_(known), p_(p), first_(first) {}
+    StabilityResult run();
+
+  private:
+    bool itself();
+    void binary();
+    bool nearly_pure();
+    void from_starts();
+    void beside_the_phase(double least);
+    void between_minima();
+    bool ends(std::size_t start, int substitutions = kSubstitutions);
+    bool record(End end);
+    void take(double tpd);
+
+    Stability& of_;
+    PhaseState const &phase_, *known_;
+    double p_;
+    bool first_;
+    StabilityResult r_;
+    double best_ = 1e300;
+    double tpd_ = 0.0;    // of the last descent
+    std::size_t at_ = 0;  // in starts_: no descent began from there on
+    std::vector<std::vector<double>> minima_;
+};
+
+StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState const* known,
+                                bool first, bool whole) {
+    if (fluid_.size() == 2 && kind == StabilityTest::complete)
+        return complete(phase, p, known, first, whole);
+    return Search(*this, phase, p, known, first).run();
+}
+
+StabilityResult Stability::Search::run() {
+    const int n = of_.fluid_.size();
+    if (!itself()) return r_;
+    if (n == 2) binary();
+    if (n > 2) {
+        if (!nearly_pure()) return r_;
+        from_starts();
+        if (r_.stable && of_.hidden_root(phase_, p_, tpd_)) {
+            take(tpd_);
+            r_.stable = false;
+        }
+    }
+    if (r_.other) r_.tpd = std::min(r_.tpd == 0.0 ? best_ : r_.tpd, best_);
+    return r_;
+}
+
+void Stability::Search::take(double tpd) {
+    best_ = tpd;
+    r_.other = true;
+    r_.trial = {tpd, of_.s_.rho, of_.s_.x};
+}
+
+/// Whether the phase is a minimum in its surroundings, and its other density root.
+bool Stability::Search::itself() {
+    if (!of_.locally_stable(phase_)) {
+        r_.stable = false;  // no trial needed, but one is looked for
+        if (first_) return false;
+    }
+    if (of_.fluid_.evaluate_at(of_.s_, p_, phase_.T, phase_.x, Root::stable, 0) &&
+        std::fabs(of_.s_.rho / phase_.rho - 1) > kOther) {
+        const double d = distance(of_.s_, phase_);
+        if (d < -Certificate::tpd_tolerance) {
+            take(d);
+            r_.stable = false;
+            r_.tpd = d;
+            if (first_) return false;
+        }
+        r_.tpd = std::min(r_.tpd, d);
+    }
+    return true;
+}
+
+/// True where the test may end.
+bool Stability::Search::record(End end) {
+    if (end == End::failed) ++r_.unconverged;
+    if (end == End::trivial) r_.tpd = std::min(r_.tpd, tpd_);
+    if (end != End::stationary && end != End::negative) return false;
+    if (tpd_ < best_) take(tpd_);
+    if (end == End::negative) r_.stable = false;
+    return end == End::negative && first_;
+}
+
+/// The quick test.
+void Stability::Search::binary() {
+    r_.unconverged += of_.scan_binary(phase_, p_);
+    for (Bracket const& b : of_.brackets_)
+        if (record(of_.descend(phase_, p_, known_, b, first_, tpd_, r_.iterations))) break;
+}
+
+/// Components as good as pure: one far below its solubility elsewhere (mercury in cold methane)
+/// may separate without taking any of the others along. From starts with two parts in a
+/// thousand of these no substitution leads there, as their potentials are out of all bounds.
+bool Stability::Search::nearly_pure() {
+    const int n = of_.fluid_.size();
+    for (int pure = 0; pure < n; ++pure) {
+        for (int k = 0; k < n; ++k)
+            of_.step_[k] = k == pure ? 1.0 - kPurest * (1.0 - phase_.x[k]) : kPurest * phase_.x[k];
+        if (!of_.fluid_.evaluate_at(of_.s_, p_, phase_.T, of_.step_, Root::stable, 0)) continue;
+        const double d = distance(of_.s_, phase_);
+        if (!(d < -Certificate::tpd_tolerance)) continue;
+        r_.stable = false;
+        if (d < best_) take(d);
+        r_.tpd = best_;
+        if (first_) return false;
+    }
+    return true;
+}
+
+/// A descent; true where the test may end.
+bool Stability::Search::ends(std::size_t start, int substitutions) {
+    const End end = of_.descend(phase_, p_, known_, &of_.starts_[start], substitutions, first_, tpd_,
+                                r_.iterations);
+    if (end == End::stationary && of_.kind == StabilityTest::complete) add_apart(minima_, of_.s_.x);
+    return record(end);
+}
+
+void Stability::Search::from_starts() {
+    of_.many_starts(phase_, p_);
+    const std::size_t step = of_.lnW_.size(), half = 2 * step * step;
+    double least = 1.0;
+    for (; at_ < of_.starts_.size(); at_ += step) {
+        if (ends(at_)) break;
+        if (at_ < half) least = std::min(least, of_.ratio_);
+    }
+    if (r_.stable && of_.kind == StabilityTest::complete) beside_the_phase(least);
+    if (r_.stable && !minima_.empty()) between_minima();
+}
+
+/// Where the distance is low for an ideal mixture, once more without substitutions, which leap over
+/// narrow minima: a few per cent of a heavy component in a light one, say.
+void Stability::Search::beside_the_phase(double least) {
+    const int n = of_.fluid_.size();
+    const std::size_t step = of_.lnW_.size(), pure = step * step;
+    for (int k = 0; k < n; ++k) of_.low_start(phase_, known_, p_, k, k, kDilute, least);
+    if (least < kSuspicious) {
+        for (int a = 0; a < n; ++a)
+            for (int b = 0; b < a; ++b) of_.low_start(phase_, known_, p_, a, b, 0.5 - kDilute, least);
+        for (std::size_t k = 0; k < pure && r_.stable; k += step) ends(k, 0);
+    }
+    for (; at_ < of_.starts_.size() && r_.stable; at_ += step) ends(at_, 0);
+}
+
+/// From the middles between all minima, the phase and the known one.
+void Stability::Search::between_minima() {
+    const std::size_t step = of_.lnW_.size();
+    minima_.push_back(phase_.x);
+    if (known_) minima_.push_back(known_->x);
+    for (std::size_t a = 0; a < minima_.size(); ++a)
+        for (std::size_t b = 0; b < a; ++b)
+            for (std::size_t k = 0; k < step; ++k)
+                of_.starts_.push_back(std::log(0.5 * (minima_[a][k] + minima_[b][k])));
+    for (; at_ < of_.starts_.size(); at_ += step)
+        if (ends(at_)) break;
+}
+
+void Stability::many_starts(PhaseState const& phase, double p) {
+    const int n = fluid_.size();
+    starts_.clear();
+    for (int start = 0; start < 2 * n; ++start) {  // nearly pure; half pure
+        const double pure = start < n ? 0.998 : 0.5;
+        for (int k = 0; k < n; ++k)
+            starts_.push_back(
+                std::log((1.0 - pure) * phase.x[k] + (k == start % n ? pure : 0.0)));
+    }
+    for (double sign : {1.0, -1.0})
+        for (int k = 0; k < n; ++k)
+            starts_.push_back(std::log(phase.x[k]) +
+                              sign * (fluid_.wilson(k, phase.T) - std::log(p)));
+}
+
+/// Adds a start with `part` of components a and b beside the phase if the distance is low there.
+void Stability::low_start(PhaseState const& phase, PhaseState const* known, double p, int a, int b,
+                          double part, double& least) {
+    const double rest = 1.0 - (a == b ? part : 2.0 * part);
+    for (int k = 0; k < s_.size(); ++k)
+        way_[k] = rest * phase.x[k] + (k == a || k == b ? part : 0.0);
+    if (!fluid_.evaluate_at(s_, p, phase.T, way_, Root::stable, 0)) return;
+    const double low = ratio(phase, known);
+    least = std::min(least, low);
+    if (!(low < kSuspicious)) return;
+    for (double w : way_) starts_.push_back(std::log(w));
+}
+
+std::vector<TrialPhase> Stability::minima(PhaseState const& plane, double p) {
+    std::vector<TrialPhase> found;
+    many_starts(plane, p);
+    const std::vector<double> starts = starts_;
+    for (std::size_t at = 0; at < starts.size(); at += lnW_.size()) {
+        double tpd = 0.0;
+        int iterations = 0;
+        const End end = descend(plane, p, nullptr, &starts[at], kSubstitutions, false, tpd, iterations);
+        if (end == End::stationary || end == End::negative) found.push_back({tpd, s_.rho, s_.x});
+    }
+    double tpd = 0.0;
+    if (hidden_root(plane, p, tpd)) found.push_back({tpd, s_.rho, s_.x});
+    return found;
+}
+
+/// Nearly pure trials by substitution along the density root of higher Gibbs energy, which the
+/// other starts leave: there a liquid whose light component would be a gas when pure stays hidden,
+/// or a gas likewise. True with s_ and tpd of a trial below the tangent plane.
+bool Stability::hidden_root(PhaseState const& phase, double p, double& tpd) {
+    const int n = fluid_.size();
+    std::vector<double>& w = step_;
+    for (int pure = 0; pure < n; ++pure) {
+        for (int i = 0; i < n; ++i) w[i] = 0.002 * phase.x[i] + (i == pure ? 0.998 : 0.0);
+        double rho[2], gibbs[2], last = 1e300;
+        if (fluid_.densities(p, phase.T, w, rho, gibbs) < 2) continue;
+        const Root root = gibbs[0] > gibbs[1] ? Root::dense : Root::dilute;
+        for (int it = 0; it < kHidden; ++it) {
+            if (!fluid_.evaluate_at(s_, p, phase.T, w, root, 0)) break;
+            tpd = distance(s_, phase);
+            if (tpd < 10 * -Certificate::tpd_tolerance) return true;
+            if (std::fabs(tpd - last) < 1e-6) break;  // stationary, and not below
+            last = tpd;
+            double sum = 0.0;
+            for (int i = 0; i < n; ++i) sum += w[i] = std::exp(phase.m[i] - s_.m[i]) * s_.x[i];
+            for (double& wi : w) wi /= sum;
+        }
+    }
+    return false;
+}
+
+}  // namespace corvane
