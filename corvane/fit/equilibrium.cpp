@@ -8,6 +8,9 @@
 namespace corvane::fit {
 namespace {
 constexpr double kPressure = 0.1;  // MPa: scale of pressures where none is measured
+// Of ln rho_i: nearer phases are one. More than the 1e-4 of CoexistenceSolver, since no certificate
+// follows here: next to a critical point residuals vanish with the third power of the distance.
+constexpr double kTrivial = 1e-3;
 
 void fill(PhaseState& s, std::vector<double> const& rho_i) {
     s.resize(static_cast<int>(rho_i.size()));
@@ -275,7 +278,7 @@ bool Equilibrium::acceptable(Point const& point, Phases const& phases, States co
             double apart = 0.0;
             for (std::size_t i = 0; i < s[k].rho_i.size(); ++i)
                 apart = std::fmax(apart, std::fabs(std::log(s[k].rho_i[i] / s[l].rho_i[i])));
-            if (apart < 1e-3) return false;
+            if (apart < kTrivial) return false;
         }
     }
     switch (point.kind) {

@@ -12,7 +12,6 @@
 namespace {
 constexpr int kMaxIterations = 100;
 constexpr double kLargestSum = 1e-12;
-constexpr double kTrivial = 1e-3;
 constexpr double kPurest = 12.0;  // a pure end of ffinit becomes x = 6e-6; the fit may go further
 
 struct Split {
@@ -54,7 +53,7 @@ void equil2(ModelN const* m, double p, double T, Vector<double>& x, Vector<doubl
     Split context{m, p, T, {0.0, 0.0}};
     const double F = fit_marquardt(difference, z, 2, &context, kMaxIterations, 0);
     if (!(F < kLargestSum)) throw ThException(th_generic);
-    if (std::fabs(ztox(z[0]) - ztox(z[1])) < kTrivial) throw ThException(th_trivial);
+    if (std::fabs(ztox(z[0]) - ztox(z[1])) < corvane::trivial_distance) throw ThException(th_trivial);
     for (int k = 0; k < 2; ++k) {
         const Vector<double> phase = corvane::binary(ztox(z[k]));
         if (!corvane::is_density(m, 1, p, T, &phase, context.rho[k]))

@@ -8,7 +8,6 @@
 
 namespace {
 constexpr int kCycles = 20;
-constexpr double kTrivial = 1e-3;    // difference of compositions
 constexpr double kPotential = 1e-5;  // mole fraction times difference of potentials over RT
 
 struct Minimum {
@@ -73,7 +72,7 @@ void minimise(Minimum& s, Vector<double>& x) {
 /// Whether x are the compositions of an equilibrium. @throws what the model throws
 bool is_equilibrium(ModelN const& m, double p, double T, Vector<phdesc> const& ph,
                     Vector<double> const& x) {
-    if (!(p > 0) || !(std::fabs(x[0] - x[1]) > kTrivial)) return false;
+    if (!(p > 0) || !(std::fabs(x[0] - x[1]) > corvane::trivial_distance)) return false;
     for (int i = 0; i < 2; ++i) {
         double potential[2], fraction = 1.0;
         for (int k = 0; k < 2; ++k) {

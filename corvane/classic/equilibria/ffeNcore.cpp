@@ -8,7 +8,6 @@
 #include <cmath>
 
 namespace {
-constexpr double kTrivial = 0.001;   // of the larger density: closer phases are one
 constexpr double kPressure = 1e-4;   // of p, by which the thinner phase's may differ,
 constexpr double kRounding = 1e-11;  // or this part of rho·RT: what cancels in a cold liquid
 constexpr double kUnstable = -1e-8;  // ∂p/∂rho over RT below this is no rounding
@@ -58,7 +57,7 @@ class Equilibrium {
         for (int i = 0; i < x_.size(); ++i) rho2[i] = x_[i] > 0 ? u[k++] : 0.0;
         rho1 = u[k++];
         if (context_.mode) *T = u[k];
-        const double tolerance = kTrivial * std::max(rho1, rho2.sum());
+        const double tolerance = corvane::trivial_distance * std::max(rho1, rho2.sum());
         for (int i = 0; i < x_.size(); ++i)
             if (std::fabs(rho2[i] - x_[i] * rho1) > tolerance) return;
         throw ThException(th_trivial);

@@ -7,6 +7,9 @@
 
 namespace corvane::inline detail {
 
+/// Phases nearer than this are one (code 8): of mole fractions, of densities over the larger one.
+inline constexpr double trivial_distance = 1e-3;
+
 /// myr_i at the partial densities rho_i: in one pass where the model offers exact derivatives that
 /// are numbers for what is present, else component by component, which raises the error of the
 /// state.
