@@ -88,6 +88,7 @@ std::size_t count_of(std::vector<DataSet> const& data) {
 }
 std::vector<std::string> names_of(std::vector<std::pair<std::string, double*>> const& all) {
     std::vector<std::string> names;
+    names.reserve(all.size());
     for (auto const& each : all) names.push_back(each.first);
     return names;
 }

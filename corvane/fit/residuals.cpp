@@ -34,8 +34,7 @@ double size_of(Observation const& seen, double largest) {
 }
 }  // namespace
 
-ResidualVector::ResidualVector(Problem& problem, Options const& options)
-    : problem_(problem), options_(options) {
+ResidualVector::ResidualVector(Problem& problem, Options const& options) : problem_(problem) {
     for (std::size_t s = 0; s < problem.systems.size(); ++s) {
         auto const& system = *problem.systems[s];
         std::size_t index = 0;

@@ -54,7 +54,6 @@ class ResidualVector {
     void each_point(F f);
 
     Problem& problem_;
-    Options const& options_;
     std::vector<Entry> entries_;
     std::vector<std::vector<std::size_t>> adjusted_;  // parameters of every system
     std::vector<double> steps_;

@@ -67,6 +67,7 @@ std::string suspicion_of(Ratios& ratios, text::Quantity quantity, std::string co
     if (all.size() > 2) {
         const double centre = middle(all), factor = std::exp(centre);
         std::vector<double> off;
+        off.reserve(all.size());
         for (double x : all) off.push_back(std::fabs(x - centre));
         if (std::fabs(centre) >= 0.4 && middle(off) <= 0.25 * std::fabs(centre)) {
             const std::string units = units_apart(quantity, factor, M);

@@ -364,10 +364,9 @@ std::vector<PureState> pure_states(Model1 const& model, Given a, Given b,
                                      "it is at or above the critical point");
         return std::vector{solver.two(*s, q)};
     };
+    if (a.what == b.what) throw ThException(th_out_of_range);
     std::vector<PureState> found;
-    if (a.what == b.what) {
-        throw ThException(th_out_of_range);
-    } else if (a.what == Quantity::T && b.what == Quantity::p) {
+    if (a.what == Quantity::T && b.what == Quantity::p) {
         if (auto state = solver.at_p(b.value, a.value, 2)) found.push_back(*state);
     } else if (b.what == Quantity::q) {
         if (a.what == Quantity::T)

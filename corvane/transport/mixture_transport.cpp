@@ -118,6 +118,7 @@ struct MixtureTransport::Parts {
 
     std::vector<double> dilute_viscosities(double T, Vector<double> const& x, Evidence& known) const {
         std::vector<double> eta;
+        eta.reserve(static_cast<std::size_t>(size()));
         for (int i = 0; i < size(); ++i)
             eta.push_back(x[i] > 0.0 ? known((*this)[i].transport.viscosity_background(T, 0.0)) : 1.0);
         return eta;

@@ -115,7 +115,7 @@ double ReferenceSlope::operator()(double rho) const {
     return rho < last_ ? 1.0 / interpolated(rho) : slope_at(*model_, T_, rho);
 }
 
-ConductivityCorrelation::ConductivityCorrelation(Figures const& f, double M, OfT eta0) {
+ConductivityCorrelation::ConductivityCorrelation(Figures const& f, double M, OfT const& eta0) {
     if (f.text("form") == "iapws") {
         background_ = water(f, M);
         enhancement_ = Enhancement::water;
@@ -123,7 +123,9 @@ ConductivityCorrelation::ConductivityCorrelation(Figures const& f, double M, OfT
         return;
     }
     if (f.text("form") != "general") f.fail("form", "unknown form");
-    background_ = [zero = dilute_gas(f, eta0), rest = dense(f, M)](double T, double rho) {
+    const auto of_gas = dilute_gas(f, eta0);
+    const auto of_density = dense(f, M);
+    background_ = [zero = of_gas, rest = of_density](double T, double rho) {
         return zero(T) + (rho > 0.0 ? rest(T, rho) : 0.0);
     };
     std::string const& form = f.text("critical");

@@ -43,7 +43,8 @@ class ConductivityCorrelation {
     /// are
     ///              refused without
     /// @throws OpenFailure an unknown form, or figures that do not fit it
-    ConductivityCorrelation(Figures const& figures, double M, std::function<double(double)> eta0);
+    ConductivityCorrelation(Figures const& figures, double M,
+                            std::function<double(double)> const& eta0);
 
     double background(double T, double rho) const { return background_(T, rho); }
     bool enhanced() const { return enhancement_ != Enhancement::none; }

@@ -73,7 +73,8 @@ class Map {
         return b ? 1.0 - b->y[i] / x[i] : std::nan("");
     }
     void add(Fractions3 const& x, double T, int components, std::array<double, 2> const& e) {
-        map_.singular.push_back({vector_of(x), T, components, kind_of(e), e});
+        const Vector<double> at = vector_of(x);
+        map_.singular.push_back({at, T, components, kind_of(e), e});
     }
 
     void pure(std::size_t i) {
