@@ -100,6 +100,9 @@ class Trial {
         call(test, in, [&] {
             const auto q = corvane::stability(m_, in.p, in.T, in.z);
             took(test);
+            if (in.z.size() == 2 && q.stable && q.unconverged)  // says itself that it does not know
+                throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up, "", "stability",
+                                         q.iterations, q.tpd, "not known");
             tally_[test].two += !q.stable;
             return court_.tested(in.p, in.T, in.z, q);
         });
@@ -137,6 +140,13 @@ class Trial {
         }
         if (std::is_same_v<Equation, judge::Cubic>) return false;
         const int states = at_T || at_p ? 400 : 0;  // on the way of the search
+        // Below half of a component's critical temperature a model may have no liquid of it any more.
+        auto liquid_lost = [&](int i, double p, double T, double densest) {
+            Model1 const& pure = *m_.mdl1[i];
+            const double wilson = 5.373 * (1 + pure.omega()) * (1 - pure.Tcrit() / T);
+            return T < 0.5 * pure.Tcrit() && p > pure.pcrit() * std::exp(wilson) &&
+                   densest < 1.5 / pure.vcrit();
+        };
         for (int k = 0; k <= states; ++k) {
             const double part = k / 400.0, p = at_T ? std::pow(10.0, -3 + 6 * part) : in.p,
                          T = at_p ? coldest * std::pow(warmest / coldest, part) : in.T;
@@ -146,6 +156,7 @@ class Trial {
                     double r[2] = {0, 0};
                     for (int j = 0; j < n; ++j) x[j] = j == i ? w : (1 - w) / (n - 1);
                     if (m_.vcalc(p, T, x, 1, r[0], r[1]) == 0) return true;
+                    if (w > 0.999999 && liquid_lost(i, p, T, r[0])) return true;
                 }
         }
         return false;

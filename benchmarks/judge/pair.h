@@ -1,10 +1,11 @@
-// Two phases in equilibrium, by Newton's method with 113 bits from phases nearby.
+// Two phases in equilibrium, by Newton's method with 113 bits and more from phases nearby.
 #pragma once
 
 #include "real.h"
 
 #include <algorithm>
 #include <cmath>
+#include <type_traits>
 
 namespace judge {
 
@@ -31,38 +32,40 @@ enum class Given {
 ///     (m_i(a) − m_i(b))/d = 0,    [P(a) − P(b) − Σ u_i·(m_i(a) − m_i(b))]/(d³·Σ u_i) = 0,
 ///
 /// which the trivial solution does not satisfy, then p and where the composition z lies. 1/d³ costs
-/// 113 bits nothing that matters down to phases that differ by 1e-5. Variables ln a_i, ln b_i (where
-/// x is given the total density of a) and ln T; Jacobian by forward differences of 1e-7·d, or, where
-/// d < 1e-3, central ones. When both phases move together entries of 1/d cancel to d, so that these
-/// have to be right to d²: their step is where truncation and rounding are equal.
-template <class Equation>
+/// 113 bits nothing that matters down to phases that differ by 1e-5; nearer ones need Wide. Variables
+/// ln a_i, ln b_i (where x is given the total density of a) and ln T; Jacobian by forward differences
+/// of 1e-7·d, or, where d < 1e-3, central ones. When both phases move together entries of 1/d cancel
+/// to d, so that these have to be right to d²: their step is where truncation and rounding are equal,
+/// or, of Wide, as small as that.
+template <class Equation, class Real = Quad>
 class PairNewton {
   public:
     static constexpr int kEquations = 2 * kMax + 1;
 
     PairNewton(Equation const& equation, Given given, double p, double T, Values<Quad> const& z)
-        : eq_(equation), at_(equation, Quad(T)), given_(given), n_(equation.n), z_(z) {
-        T_ = T;
-        p_ = p;
-        for (int i = 0; i < n_; ++i) sum_ += z_[i];
-        for (int i = 0; i < n_; ++i) z_[i] /= sum_;
+        : eq_(equation), at_(equation, Real(T)), given_(given), n_(equation.n), p_(p), T_(T) {
+        Real sum = 0;
+        for (int i = 0; i < n_; ++i) sum += z_[i] = Real(z[i]);
+        for (int i = 0; i < n_; ++i) z_[i] /= sum;
     }
-    Quad T() const { return T_; }
-    Quad P() const { return P_; }                      ///< p/(RT)
-    Quad p() const { return P_ * Quad(R) * T_; }       ///< MPa
-    Phase<Quad> const& a() const { return a_; }
-    Phase<Quad> const& b() const { return b_; }
-    Values<Quad> const& mu() const { return mu_; }     ///< m_i of both
+    Quad T() const { return Quad(T_); }
+    Quad P() const { return Quad(P_); }                       ///< p/(RT)
+    Quad p() const { return Quad(P_ * Real(R) * T_); }        ///< MPa
+    Phase<Quad> a() const { return rounded(a_); }
+    Phase<Quad> b() const { return rounded(b_); }
+    Quad mu(int i) const { return Quad(mu_[i]); }             ///< m_i of both
     int iterations() const { return iterations_; }
     double uncertainty() const { return uncertainty_; }  ///< of ln rho_i; 0 beside a double's
 
     /// Starts at the phases a and b; a must have the composition where that is given.
-    bool solve(Phase<Quad> const& a, Phase<Quad> const& b) {
+    bool solve(Phase<Quad> const& from_a, Phase<Quad> const& from_b) {
         using std::abs;
         using std::exp;
         using std::log;
         const int N = unknowns();
-        Quad y[kEquations], F[kEquations], G[kEquations], J[kEquations][kEquations];
+        Phase<Real> a, b;
+        for (int i = 0; i < n_; ++i) a.rho[i] = Real(from_a.rho[i]), b.rho[i] = Real(from_b.rho[i]);
+        Real y[kEquations], F[kEquations], G[kEquations], J[kEquations][kEquations];
         int k = 0;
         if (given_ == Given::p_and_T)
             for (int i = 0; i < n_; ++i) y[k++] = log(a.rho[i]);
@@ -71,17 +74,18 @@ class PairNewton {
         for (int i = 0; i < n_; ++i) y[k++] = log(b.rho[i]);
         if (given_ == Given::p_and_x) y[k++] = log(T_);
         if (!equations(y, F)) return false;
-        const Quad first = distance();
-        Quad last = 1e30;
+        const Real first = distance();
+        Real last = 1e30;
         for (iterations_ = 1; iterations_ <= 60; ++iterations_) {
-            const Quad d = distance();
+            const Real d = distance();
             if (!(d > first / 1000)) return false;  // running into the trivial solution
-            const Quad scale = d < 1 ? d : Quad(1);
-            const bool close = d < Quad(1e-3);
-            const Quad h = close ? std::min(Quad(2e-11), Quad(1e-3) * scale)
-                                 : Quad(Equation::kPrecision.step) * scale;
+            const Real scale = d < 1 ? d : Real(1);
+            const bool close = d < Real(1e-3);
+            const Real h = !close   ? Real(Equation::kPrecision.step) * scale
+                           : kWider ? Real(1e-3) * d * d
+                                    : std::min(Real(2e-11), Real(1e-3) * scale);
             for (int j = 0; j < N; ++j) {
-                const Quad keep = y[j];
+                const Real keep = y[j];
                 for (int side = close ? -1 : 1; side <= 1; side += 2) {
                     y[j] = keep + side * h;
                     if (!equations(y, G)) return false;
@@ -93,18 +97,18 @@ class PairNewton {
             }
             for (int i = 0; i < N; ++i) G[i] = -F[i];
             if (!eliminate(J, G, N)) return false;
-            Quad size = 0;
-            for (int i = 0; i < N; ++i) size = std::max(size, Quad(abs(G[i])));
-            const Quad most = Quad(0.4) * scale;
-            const Quad f = size > most ? Quad(most / size) : Quad(1);
+            Real size = 0;
+            for (int i = 0; i < N; ++i) size = std::max(size, Real(abs(G[i])));
+            const Real most = Real(0.4) * scale;
+            const Real f = size > most ? Real(most / size) : Real(1);
             for (int i = 0; i < N; ++i) y[i] += f * G[i];
             if (!equations(y, F)) return false;
             // A factor of 1e-7 a step, until rounding is reached.
             constexpr double stalled = Equation::kPrecision.stalled;
-            if (size < Quad(1e-26) * scale || (size < Quad(stalled) * scale && size > last / 4))
+            if (size < Real(1e-26) * scale || (size < Real(stalled) * scale && size > last / 4))
                 return true;
             // Phases nearer than 1e-4 leave steps of rounding: that is how well they are known.
-            if (d < Quad(1e-4) && last < Quad(1e-4) * d && size > last / 4) {
+            if (!kWider && d < Real(1e-4) && last < Real(1e-4) * d && size > last / 4) {
                 uncertainty_ = 20 * double(std::max(size, last));
                 return true;
             }
@@ -114,20 +118,26 @@ class PairNewton {
     }
 
   private:
+    static constexpr bool kWider = !std::is_same_v<Real, Quad>;
+    Phase<Quad> rounded(Phase<Real> const& f) const {
+        Phase<Quad> q;
+        for (int i = 0; i < n_; ++i) q.rho[i] = Quad(f.rho[i]);
+        return q;
+    }
     int unknowns() const {
         return given_ == Given::T_and_x ? n_ + 1 : given_ == Given::p_and_x ? n_ + 2 : 2 * n_;
     }
-    Quad distance() const {
+    Real distance() const {
         using std::log;
         using std::sqrt;
-        Quad s = 0;
+        Real s = 0;
         for (int i = 0; i < n_; ++i) {
-            const Quad l = log(a_.rho[i] / b_.rho[i]);
+            const Real l = log(a_.rho[i] / b_.rho[i]);
             s += l * l;
         }
         return sqrt(s);
     }
-    bool equations(Quad const* y, Quad* F) {
+    bool equations(Real const* y, Real* F) {
         using std::abs;
         using std::exp;
         using std::isfinite;
@@ -136,30 +146,30 @@ class PairNewton {
         if (given_ == Given::p_and_T)
             for (int i = 0; i < n_; ++i) a_.rho[i] = exp(y[k++]);
         else {
-            const Quad rho = exp(y[k++]);
+            const Real rho = exp(y[k++]);
             for (int i = 0; i < n_; ++i) a_.rho[i] = z_[i] * rho;
         }
         for (int i = 0; i < n_; ++i) b_.rho[i] = exp(y[k++]);
         if (given_ == Given::p_and_x) {
             T_ = exp(y[k]);
-            at_ = typename Equation::template At<Quad>(eq_, T_);
+            at_ = typename Equation::template At<Real>(eq_, T_);
         }
-        Values<Quad> xa, xb, ha, hb;
-        const Quad ra = a_.total(n_), rb = b_.total(n_);
+        Values<Real> xa, xb, ha, hb;
+        const Real ra = a_.total(n_), rb = b_.total(n_);
         for (int i = 0; i < n_; ++i) xa[i] = a_.rho[i] / ra, xb[i] = b_.rho[i] / rb;
-        const Quad Pa = at_.state(ra, xa.data(), ha.data());
-        const Quad Pb = at_.state(rb, xb.data(), hb.data());
-        const Quad d = distance();
-        Quad dP = Pa - Pb;
+        const Real Pa = at_.state(ra, xa.data(), ha.data());
+        const Real Pb = at_.state(rb, xb.data(), hb.data());
+        const Real d = distance();
+        Real dP = Pa - Pb;
         for (int i = 0; i < n_; ++i) {
             mu_[i] = ha[i] + log(xa[i]);
-            const Quad dm = ha[i] - hb[i] + log(xa[i] / xb[i]);
+            const Real dm = ha[i] - hb[i] + log(xa[i] / xb[i]);
             dP -= (a_.rho[i] + b_.rho[i]) / 2 * dm;
             F[i] = dm / d;
         }
         P_ = ra < rb ? Pa : Pb;
         F[n_] = dP / (d * d * d * (ra + rb) / 2);
-        if (given_ != Given::T_and_x) F[n_ + 1] = P_ * Quad(R) * T_ / Quad(p_) - 1;
+        if (given_ != Given::T_and_x) F[n_ + 1] = P_ * Real(R) * T_ / Real(p_) - 1;
         if (given_ == Given::p_and_T) {  // z on the straight line between the phases
             int c = 0;
             for (int i = 1; i < n_; ++i)
@@ -178,17 +188,17 @@ class PairNewton {
     }
 
   public:
-    Quad beta() const { return beta_; }  ///< mole fraction of the whole in b (p and T given)
+    Quad beta() const { return Quad(beta_); }  ///< mole fraction of the whole in b (p and T given)
 
   private:
     Equation const& eq_;
-    typename Equation::template At<Quad> at_;
+    typename Equation::template At<Real> at_;
     Given given_;
     int n_;
-    Values<Quad> z_, mu_{};
+    Values<Real> z_{}, mu_{};
     double p_;
-    Quad T_, P_ = 0, sum_ = 0, beta_ = 0;
-    Phase<Quad> a_, b_;
+    Real T_, P_ = 0, beta_ = 0;
+    Phase<Real> a_, b_;
     int iterations_ = 0;
     double uncertainty_ = 0;
 };

@@ -1,7 +1,8 @@
 // Number types of the judge: 64 bits of mantissa where thousands of states are scanned, 113 bits
-// where a solution is refined.
+// where a solution is refined, 100 digits where its phases are nearly alike.
 #pragma once
 
+#include <boost/multiprecision/cpp_bin_float.hpp>
 #include <boost/multiprecision/float128.hpp>
 
 #include <array>
@@ -11,6 +12,8 @@ namespace judge {
 
 using Long = long double;
 using Quad = boost::multiprecision::float128;
+using Wide = boost::multiprecision::number<boost::multiprecision::cpp_bin_float<100>,
+                                           boost::multiprecision::et_off>;
 
 /// What an equation of the judge is good for.
 struct Precision {

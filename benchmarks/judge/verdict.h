@@ -98,25 +98,16 @@ class Court {
             all.push_back(q.incipient);
             return many(q.p, q.T, x, all);
         }
-        PairNewton<Equation> pair(eq_, at_T ? Given::T_and_x : Given::p_and_x, q.p, q.T, x);
         Phase<Quad> incipient = phase(q.incipient);
         complete(q.T, incipient, phase(q.given));
-        if (!pair.solve(phase(q.given), incipient)) {
-            v.truth = boundary(at_T, q.p, q.T, z);
-            v.error = std::fabs((at_T ? q.p : q.T) / v.truth - 1);
-            // In double two near phases are lost to rounding; the boundary is not.
-            const bool clear = Equation::kPrecision.bounds || !(v.error < 10 * kFar);
-            return v.fault = clear ? Fault::no_pair : Fault::none, v;
-        }
-        v.truth = double(at_T ? pair.p() : pair.T());
-        v.error = double(abs(at_T ? Quad(q.p / pair.p() - 1) : Quad(q.T / pair.T() - 1)));
-        near_enough(pair, v, q.certificate, {&q.given, &q.incipient}, v.error);
-        if (v.fault == Fault::far || v.fault == Fault::x_far) return v;
-        const Fault other = stable(pair, v);
-        if (other != Fault::none) return v.fault = other, v;
-        const bool bubble = mass(pair.b()) < mass(pair.a());
-        if (bubble != (kind == corvane::Saturated::bubble)) v.fault = Fault::kind;
-        return v;
+        const Given held = at_T ? Given::T_and_x : Given::p_and_x;
+        const auto judged = [&](auto const& pair) { of_pair(kind, at_T, q, pair, v); };
+        if (with_pair(held, q.p, q.T, x, phase(q.given), incipient, judged)) return v;
+        v.truth = boundary(at_T, q.p, q.T, z);
+        v.error = std::fabs((at_T ? q.p : q.T) / v.truth - 1);
+        // In double two near phases are lost to rounding; the boundary is not.
+        const bool clear = Equation::kPrecision.bounds || !(v.error < 10 * kFar);
+        return v.fault = clear ? Fault::no_pair : Fault::none, v;
     }
 
     /// Where the mixture becomes stable or unstable, next to (p, T) along p (at T) or along T: the
@@ -208,24 +199,11 @@ class Court {
             return v;
         }
         if (phases > 2) return many(p, T, x, q.phases);
-        PairNewton<Equation> pair(eq_, Given::p_and_T, p, T, x);
         Phase<Quad> a = phase(q.phases[0]), b = phase(q.phases[1]);
         complete(T, a, b);
         complete(T, b, a);
-        if (!pair.solve(a, b)) return v.fault = Fault::no_pair, v;
-        v.error = double(abs(q.fraction[1] - pair.beta()));
-        v.truth = double(pair.beta());
-        near_enough(pair, v, q.certificate, {&q.phases[0], &q.phases[1]}, 0);
-        if (v.fault == Fault::far || v.fault == Fault::x_far) return v;
-        const Fault other = stable(pair, v);
-        if (other != Fault::none) return v.fault = other, v;
-        // The lever rule divides by the distance between the phases.
-        Quad apart = 0;
-        for (int i = 0; i < n_; ++i)
-            apart = std::max(apart, Quad(abs(pair.a().x(i, n_) - pair.b().x(i, n_))));
-        if (v.error > kFar + 4 * v.x_error / double(apart) || pair.beta() < -kFar ||
-            pair.beta() > 1 + kFar)
-            v.fault = Fault::fraction;
+        const auto judged = [&](auto const& pair) { of_split(q, pair, v); };
+        if (!with_pair(Given::p_and_T, p, T, x, a, b, judged)) v.fault = Fault::no_pair;
         return v;
     }
 
@@ -236,7 +214,8 @@ class Court {
         v.tpd = static_cast<double>(t.tpd);
         if (q.stable)
             v.fault = depth(t);
-        else if (t.tpd > -t.noise / 20 && !(claimed(p, T, z, q.trial) < 0))  // between: both
+        else if (t.tpd > -t.noise / (Equation::kPrecision.bounds ? 500 : 20) &&
+                 !(claimed(p, T, z, q.trial) < 0))  // between what doubles and what the scan sees: both
             v.fault = Fault::stable;
         return v;
     }
@@ -251,6 +230,54 @@ class Court {
     }
 
   private:
+    /// Calls `use` with the pair next to a and b, of cubics with 100 digits where 113 bits do not find
+    /// it or know it less well than doubles could say; false where there is none.
+    template <class Use>
+    bool with_pair(Given held, double p, double T, Values<Quad> const& x, Phase<Quad> const& a,
+                   Phase<Quad> const& b, Use const& use) const {
+        PairNewton<Equation> pair(eq_, held, p, T, x);
+        const bool found = pair.solve(a, b);
+        if constexpr (std::is_same_v<Equation, Cubic>)
+            if (!found || pair.uncertainty() > 0) {
+                PairNewton<Equation, Wide> wide(eq_, held, p, T, x);
+                if (wide.solve(a, b)) return use(wide), true;
+            }
+        if (found) use(pair);
+        return found;
+    }
+    template <class Pair>
+    void of_pair(corvane::Saturated kind, bool at_T, corvane::SaturationPoint const& q,
+                 Pair const& pair, Verdict& v) const {
+        v.truth = double(at_T ? pair.p() : pair.T());
+        v.error = double(abs(at_T ? Quad(q.p / pair.p() - 1) : Quad(q.T / pair.T() - 1)));
+        near_enough(pair, v, q.certificate, {&q.given, &q.incipient}, v.error);
+        if (v.fault == Fault::far || v.fault == Fault::x_far) return;
+        const Fault other = stable(pair, v);
+        const bool bubble = mass(pair.b()) < mass(pair.a());
+        if (other != Fault::none)
+            v.fault = other;
+        else if (bubble != (kind == corvane::Saturated::bubble))
+            v.fault = Fault::kind;
+    }
+    template <class Pair>
+    void of_split(corvane::FlashResult const& q, Pair const& pair, Verdict& v) const {
+        v.error = double(abs(q.fraction[1] - pair.beta()));
+        v.truth = double(pair.beta());
+        near_enough(pair, v, q.certificate, {&q.phases[0], &q.phases[1]}, 0);
+        if (v.fault == Fault::far || v.fault == Fault::x_far) return;
+        const Fault other = stable(pair, v);
+        if (other != Fault::none) {
+            v.fault = other;
+            return;
+        }
+        // The lever rule divides by the distance between the phases.
+        const Phase<Quad> a = pair.a(), b = pair.b();
+        Quad apart = 0;
+        for (int i = 0; i < n_; ++i) apart = std::max(apart, Quad(abs(a.x(i, n_) - b.x(i, n_))));
+        if (v.error > kFar + 4 * v.x_error / double(apart) || pair.beta() < -kFar ||
+            pair.beta() > 1 + kFar)
+            v.fault = Fault::fraction;
+    }
     /// The tangent-plane distance of a trial phase at its density; 0 where that is no root.
     Long claimed(double p, double T, Vector<double> const& z, corvane::TrialPhase const& q) const {
         const typename Equation::template At<Long> at(eq_, Long(T));
@@ -298,10 +325,12 @@ class Court {
         return s;
     }
     /// Sets fault, x_error and ratio from the errors of a result of two phases.
-    void near_enough(PairNewton<Equation> const& pair, Verdict& v, corvane::Certificate const& c,
+    template <class Pair>
+    void near_enough(Pair const& pair, Verdict& v, corvane::Certificate const& c,
                      std::array<corvane::PhaseRecord const*, 2> const& said, double value) const {
         double rho = 0, apart = 0;  // errors: of a density; of the phases' distance, over it
-        Phase<Quad> const* const truth[] = {&pair.a(), &pair.b()};
+        Phase<Quad> const a = pair.a(), b = pair.b();
+        Phase<Quad> const* const truth[] = {&a, &b};
         Quad d = 0, off = 0;
         for (int f : {0, 1}) {
             rho = std::max(rho, double(abs(said[f]->rho / truth[f]->total(n_) - 1)));
@@ -309,7 +338,7 @@ class Court {
                 v.x_error = std::max(v.x_error, double(abs(said[f]->x[i] - truth[f]->x(i, n_))));
         }
         for (int i = 0; i < n_; ++i) {
-            const Quad is = log(pair.a().rho[i] / pair.b().rho[i]);
+            const Quad is = log(a.rho[i] / b.rho[i]);
             d = std::max(d, Quad(abs(is)));
             if (!(said[0]->x[i] > 0 && said[1]->x[i] > 0)) continue;
             off = std::max(off, Quad(abs(is - log(Quad(said[0]->rho) * said[0]->x[i] /
@@ -375,12 +404,14 @@ class Court {
             if (std::fabs(r[k] / static_cast<double>(t.rho) - 1) < 1e-5) return true;
         return false;
     }
-    Fault stable(PairNewton<Equation> const& pair, Verdict& v) const {
+    template <class Pair>
+    Fault stable(Pair const& pair, Verdict& v) const {
         Values<Long> mu{}, xa{}, xb{};
+        Phase<Quad> const a = pair.a(), b = pair.b();
         for (int i = 0; i < n_; ++i) {
-            mu[i] = static_cast<Long>(pair.mu()[i]);
-            xa[i] = static_cast<Long>(pair.a().x(i, n_));
-            xb[i] = static_cast<Long>(pair.b().x(i, n_));
+            mu[i] = static_cast<Long>(pair.mu(i));
+            xa[i] = static_cast<Long>(a.x(i, n_));
+            xb[i] = static_cast<Long>(b.x(i, n_));
         }
         const typename Equation::template At<Long> at(eq_, static_cast<Long>(pair.T()));
         const Trial t =

@@ -349,6 +349,20 @@ TEST(JudgeCourt, FindsPhasesNextToTheCriticalPointAndNoticesWhatIsWrong) {
     EXPECT_EQ(court.tested(1.01 * right.p, t, z, said).fault, Fault::stable);
 }
 
+// A dew point whose phases differ by 3e-8, which 113 bits do not tell from the trivial solution.
+TEST(JudgeCourt, FollowsPhasesThatAreNearlyAlike) {
+    const Mixture m = loaded("PR", "carbon_dioxide", "decane");
+    const Cubic cubic(*m);
+    const Court<Cubic> court(cubic);
+    const Vector<double> z = vec({0.11972256234790853, 1 - 0.11972256234790853});
+    const double p = 2.9725946732374724;
+    auto q = corvane::dew_p(*m, p, z);
+    ASSERT_LT(std::fabs(q.given.rho / q.incipient.rho - 1), 1e-7);
+    EXPECT_EQ(court.saturation(corvane::Saturated::dew, false, p, z, q).fault, Fault::none);
+    q.T *= 1 + 3e-13;
+    EXPECT_EQ(court.saturation(corvane::Saturated::dew, false, p, z, q).fault, Fault::bound);
+}
+
 // Among them traces, whose ln rho_i differs from phase to phase much more than those of the rest.
 TEST(JudgeCourt, FindsTheErrorsOfEveryComponentWithinTheStatedBounds) {
     const struct {

@@ -58,6 +58,28 @@ Potentials potentials(ModelN const& m, double T, double x, double rho) {
     return {m.my(rho_i, T, 0), m.my(rho_i, T, 1)};
 }
 
+// Phases that have less of a component than doubles can tell from one part of the other, in either
+// order of the components; most of the water's sites are bonded (1e-15 to 1e-9 are free).
+TEST(Stability, TracesBelowOneUlpOfTheOtherComponent) {
+    for (auto [T, p] : {std::pair(12.0, 78.9), {22.0, 0.5}, {40.0, 5.0}, {60.0, 78.9}}) {
+        corvane::FlashResult q[2];
+        for (int k : {0, 1}) {
+            const auto m = corvane::open_mixture(
+                "PCSAFT+LB", k == 0 ? std::vector<std::string>{"hydrogen", "water"}
+                                    : std::vector<std::string>{"water", "hydrogen"});
+            q[k] = corvane::flash_pT(*m.model, p, T, k == 0 ? vec({0.3, 0.7}) : vec({0.7, 0.3}));
+            ASSERT_EQ(q[k].phases.size(), 2u) << T;
+            EXPECT_TRUE(q[k].certificate.holds()) << T;
+        }
+        for (int f : {0, 1})
+            for (int i : {0, 1}) {
+                const double x = q[0].phases[f].x[i];
+                EXPECT_NEAR(q[1].phases[f].x[1 - i], x, 1e-9 * x) << T << " " << f << " " << i;
+            }
+        EXPECT_LT(q[0].phases[1].x[1], 1e-17);  // water in hydrogen
+    }
+}
+
 // Random states, half of them next to the critical point of a composition: of one phase no
 // composition lies below the tangent plane; between two phases every one is unstable.
 TEST(Stability, OnePhaseHasNothingBelowAndTwoHaveNothingBetween) {

@@ -25,6 +25,7 @@ TEST(PcSaftLB, TernariesAreThoseOfThePublishedForm) {
         std::vector<double> dipoles = {0, 0, 0}, quadrupoles = {0, 0, 0};  // D, D·Å
         double cross_energy = 0, cross_volume = 0;                         // of the first two
         double k_T = 0;
+        bool cold = false;
     };
     const std::vector<Row> rows{
         {{"methane", "butane", "carbon_dioxide"}, {0.2, 0.5, 0.3}, 0},
@@ -34,7 +35,9 @@ TEST(PcSaftLB, TernariesAreThoseOfThePublishedForm) {
         {{"butane", "ethane", "carbon_dioxide"}, {0.2, 0.5, 0.3}, 0, {3.1, 1.2, 0}, {0, 3.3, 4.4}},
         {{"ethanol", "butane", "ethane"}, {0.5, 0.1, 0.4}, 0, {0, 2.9, 0}, {0, 0, 1.9}, 1500, 0.04},
         {{"hexane", "methane", "butane"}, {0.5, 1e-9, 0.5 - 1e-9}, 0, {0, 2.5, 0}, {0, 0, 4.1}},
-        {{"butane", "ethane", "methane"}, {0.2, 0.5, 0.3}, 0, {3.1, 1.2, 0}, {0, 3.3, 4.4}, 0, 0, 40}};
+        {{"butane", "ethane", "methane"}, {0.2, 0.5, 0.3}, 0, {3.1, 1.2, 0}, {0, 3.3, 4.4}, 0, 0, 40},
+        {{"methane", "ethane", "water"}, {0.1, 0.3, 0.6}, 1, {0, 0, 0}, {0, 0, 0}, 0, 0, 0, true},
+        {{"methane", "ethane", "ethanol"}, {0.9, 0.099, 1e-3}, 0, {0, 0, 0}, {0, 0, 0}, 0, 0, 0, true}};
     for (Row const& row : rows) {
         const Mixture m = mixture_of("PCSAFT", "LB", row.names);
         reference::PcSaftMixture exact{{}, 0.04, -0.01, row.cross_energy, row.cross_volume, row.k_T};
@@ -55,8 +58,9 @@ TEST(PcSaftLB, TernariesAreThoseOfThePublishedForm) {
                 m->param(4, i, j, row.k_T);
             }
         }
-        for (auto [T, eta] :
-             {std::pair(280.0, 1e-7), std::pair(450.0, 0.12), std::pair(300.0, 0.45)}) {
+        std::vector<std::pair<double, double>> states{{280, 1e-7}, {450, 0.12}, {300, 0.45}};
+        if (row.cold) states = {{60, 0.5}, {30, 0.5}, {30, 1e-9}};  // 1e-12 to 1e-18 of the sites free
+        for (auto [T, eta] : states) {
             double packing = 0;
             const Vector<double> x = vec({row.x[0], row.x[1], row.x[2]});
             for (int i = 0; i < 3; ++i) packing += x[i] * m->param(2, i, i) * m->param(3, i, i);

@@ -24,7 +24,8 @@ struct TrialPhase {
 };
 
 struct StabilityResult {
-    bool stable = true;  ///< no trial with tpd < −1e-8 (binaries: see Stability)
+    /// No trial with tpd < −1e-8 (binaries: see Stability); of a binary with `unconverged` not known.
+    bool stable = true;
     double tpd = 0.0;    ///< smallest value found, 0 at most unless `other` is set
     bool other = false;  ///< a stationary point besides the phase itself (and the known one)
     TrialPhase trial;    ///< that of smallest tpd, if `other` or unstable

@@ -98,7 +98,7 @@ BinaryScan::Point const& BinaryScan::point(Node const& n, int r) const {
     q.stiff = n.stiff[r];
     for (int z = 0; z < zeros_; ++z) {
         Point const& at = zero_[z].at;
-        if (std::fabs(at.w0 - n.w0) < 1e-9 * n.w0 * n.w1 &&
+        if (std::fabs(length(n.w0, n.w1, at.w0, at.w1)) < 1e-9 * n.w0 * n.w1 &&
             std::fabs(zero_[z].rho / n.rho[r] - 1.0) < 1e-6) {
             q.t = q.t1 = 0.0;
             q.zero = true;

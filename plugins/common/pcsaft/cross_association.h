@@ -85,8 +85,9 @@ class Sites {
             const FreeSites<S> x = free_sites(nd[0], na[0], S(rho[0] * strength[0]));
             free_a[0] = x.acceptors;
             to_a[0] = na[0] * (rho[0] * strength[0] * free_a[0]);
-            free_d[0] = 1.0 / (1.0 + to_a[0]);
-            to_d[0] = nd[0] * (rho[0] * strength[0]) * free_d[0];
+            const bool alike = nd[0] == na[0];  // then to the last bit, for respond()
+            free_d[0] = alike ? free_a[0] : 1.0 / (1.0 + to_a[0]);
+            to_d[0] = alike ? to_a[0] : nd[0] * (rho[0] * strength[0]) * free_d[0];
             return;
         }
         if (n == 2)
@@ -111,6 +112,7 @@ class Sites {
     /// Response of the fractions to a change that makes to_a grow by `da` and to_d by `dd` at
     /// constant fractions: on return the changes of ln free_d and ln free_a.
     void respond(double* da, double* dd) const {
+        if (n == 1) return respond_alone(*da, *dd);
         SmallArray<double, 4> dX(n);
         for (int k = 0; k < n; ++k) {
             double sum = dd[k];
@@ -118,12 +120,7 @@ class Sites {
                 sum -= rho[l] * nd[l] * strength[k * n + l] * free_d[l] * free_d[l] * da[l];
             dX[k] = -free_a[k] * free_a[k] * sum;
         }
-        if (n > 1) {
-            substitute(n, &lu[0], &dX[0]);
-        } else {
-            const double Y = free_d[0], X = free_a[0], D = rho[0] * strength[0];
-            dX[0] /= 1.0 - nd[0] * na[0] * (D * X * Y) * (D * X * Y);
-        }
+        substitute(n, &lu[0], &dX[0]);
         for (int k = 0; k < n; ++k) {
             for (int j = 0; j < n; ++j) da[k] += rho[j] * na[j] * strength[k * n + j] * dX[j];
             da[k] *= -free_d[k];
@@ -132,6 +129,16 @@ class Sites {
     }
 
   private:
+    /// With the changes ξ of ln X and υ of ln Y the mass balance is
+    ///     ξ + (1 − X)·υ = −X·dd,   (1 − Y)·ξ + υ = −Y·da.
+    /// Its determinant is X + Y − X·Y, however few sites are free; of as many donors as acceptors
+    /// the differences below vanish exactly.
+    void respond_alone(double& da, double& dd) const {
+        const double X = free_a[0], Y = free_d[0], xd = X * dd, ya = Y * da;
+        const double determinant = X + Y - X * Y;
+        dd = ((ya - xd) - X * ya) / determinant;
+        da = ((xd - ya) - Y * xd) / determinant;
+    }
     template <class Count>
     void iterate(Count count) {
         for (int k = 0; k < count; ++k)

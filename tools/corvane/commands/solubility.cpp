@@ -82,8 +82,11 @@ Row SolubilityCommand::row(MixtureFluid const& mixture, double T_, double p_) co
     result.cells.emplace_back(mixture.density(u, x, rho[1]));
     result.cells.emplace_back(std::string(curve.id(form)));
     result.cells.emplace_back(mixture.density(u, pure, rho[0]));
-    if (!corvane::stability(m, p_, T_, x).stable)
+    const corvane::StabilityResult fluid = corvane::stability(m, p_, T_, x);
+    if (!fluid.stable)
         result.note = "metastable: the fluid splits into two";
+    else if (fluid.unconverged > 0)
+        result.note = "whether the fluid splits is not known";
     if (pure_[1 - s_] && T_ <= pure_[1 - s_]->T_max() &&
         m.my(x * rho[1], T_, 1 - s_) > pure_[1 - s_]->g(p_, T_) + kPotentials)
         add_note(result.note,
