@@ -189,7 +189,7 @@ class Diagram(Collection):
     """All stable two-phase states of a binary at one T or p.
 
     Attributes: branches (list of :class:`Branch`), three_phase (array of rows T/K, p/Pa, x of three
-    phases, their densities), complete (every branch is explained at both ends and nothing is open).
+    phases, their densities, dmu, dp, tpd, value_error, x_error), complete (every branch is explained at both ends and nothing is open).
     """
 
     parts: ClassVar[tuple[str, ...]] = ("branches",)
@@ -251,15 +251,16 @@ class CriticalLine(CriticalPoints):
 class ThreePhaseLine(Table):
     """A line of three fluid phases of a binary, by rising T: T (K), p (Pa); x (mole fraction of the first component)
     and rho (mol/m³) with an axis more, for the phases by falling mass density; dmu, dp, tpd (as of
-    :class:`FlashResult`); begin and end in words."""
+    :class:`FlashResult`), value_error (bound of the relative errors of T and p) and x_error (not-a-number at critical
+    ends); begin and end in words."""
 
-    columns: ClassVar[tuple[str, ...]] = ("T", "p", "x", "rho", "dmu", "dp", "tpd")
+    columns: ClassVar[tuple[str, ...]] = ("T", "p", "x", "rho", "dmu", "dp", "tpd", "value_error", "x_error")
     words: ClassVar[tuple[str, ...]] = ("begin", "end")
 
     def __init__(self, d: dict[str, Any]):
         points = d["points"]
         self.T, self.p, self.x, self.rho = points[:, 0], points[:, 1], points[:, 2:5], points[:, 5:8]
-        self.dmu, self.dp, self.tpd = points[:, 8:].T
+        self.dmu, self.dp, self.tpd, self.value_error, self.x_error = points[:, 8:].T
         self.begin, self.end, self.status = d["begin"], d["end"], np.zeros(len(points), dtype=np.int8)
 
     def _label(self, k: int) -> str:
@@ -268,9 +269,11 @@ class ThreePhaseLine(Table):
 
 class AzeotropicLine(Table):
     """A line of azeotropes of a binary, one axis: T (K), p (Pa), x (mole fraction of the first component),
-    rho_liquid, rho_vapour (mol/m³), dmu, dp, tpd (as of :class:`FlashResult`); begin and end in words."""
+    rho_liquid, rho_vapour (mol/m³), dmu, dp, tpd, value_error, x_error (as of :class:`ThreePhaseLine`); begin and end
+    in words."""
 
-    columns: ClassVar[tuple[str, ...]] = ("T", "p", "x", "rho_liquid", "rho_vapour", "dmu", "dp", "tpd")
+    columns: ClassVar[tuple[str, ...]] = ("T", "p", "x", "rho_liquid", "rho_vapour", "dmu", "dp", "tpd", "value_error",
+                                          "x_error")  # fmt: skip
     words: ClassVar[tuple[str, ...]] = ("begin", "end")
 
     def __init__(self, d: dict[str, Any]):

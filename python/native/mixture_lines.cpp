@@ -22,7 +22,7 @@ Array critical_points(std::vector<corvane::CriticalPoint> const& points, int n) 
     return out.array();
 }
 
-constexpr std::size_t kThreePhases = 11;
+constexpr std::size_t kThreePhases = 13;
 Array phases_of(std::vector<corvane::ThreePhasePoint> const& points) {
     Out out({points.size(), kThreePhases});
     double* row = out.data();
@@ -33,6 +33,8 @@ Array phases_of(std::vector<corvane::ThreePhasePoint> const& points) {
         row[8] = q.certificate.dmu;
         row[9] = q.certificate.dp;
         row[10] = q.certificate.tpd;
+        row[11] = q.certificate.value_error;
+        row[12] = q.certificate.x_error;
         for (std::size_t k = 0; k < 3 && k < q.phases.size(); ++k) {
             row[2 + k] = q.phases[k].x[0];
             row[5 + k] = q.phases[k].rho * kMega;
@@ -52,15 +54,16 @@ nb::dict ended(Array points, corvane::CurveEnd begin, corvane::CurveEnd end, cor
     return one;
 }
 
-/// Columns: T, p, x, both densities, dmu, dp, tpd.
+/// Columns: T, p, x, both densities, dmu, dp, tpd, value_error, x_error.
 Array azeotropes(std::vector<corvane::AzeotropePoint> const& points) {
-    Out out({points.size(), 8});
+    constexpr std::size_t columns = 10;
+    Out out({points.size(), columns});
     double* row = out.data();
     for (auto const& q : points) {
-        double const values[] = {q.T, q.p * kMega, q.x, q.dense.rho * kMega, q.light.rho * kMega,
-                                 q.certificate.dmu, q.certificate.dp, q.certificate.tpd};
-        std::copy(std::begin(values), std::end(values), row);
-        row += 8;
+        corvane::Certificate const& c = q.certificate;
+        double const values[columns] = {q.T, q.p * kMega, q.x, q.dense.rho * kMega, q.light.rho * kMega,
+                                        c.dmu, c.dp, c.tpd, c.value_error, c.x_error};
+        row = std::copy(std::begin(values), std::end(values), row);
     }
     return out.array();
 }

@@ -35,7 +35,7 @@ class Line:
 def phases(lower, upper):
     """A line of three phases with those alike at its ends that are named."""
     row = {"open": (0.1, 0.9, 0.5, 30, 20, 1), "liquids": (0.5, 0.5, 0.9, 20, 20, 1), "vapour": (0.1, 0.9, 0.9, 20, 5, 5)}
-    points = np.array([[1, 1, *row[lower], 0, 0, 0], [2, 1, *row[upper], 0, 0, 0]], dtype=float)
+    points = np.array([[1, 1, *row[lower], 0, 0, 0, 0, 0], [2, 1, *row[upper], 0, 0, 0, 0, 0]], dtype=float)
     return cv.ThreePhaseLine({"points": points, "begin": "", "end": ""})
 
 

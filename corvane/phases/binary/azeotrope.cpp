@@ -11,7 +11,7 @@ namespace corvane {
 namespace {
 const std::vector<double> kEqual{1, -1, -1, 1, 0};  // logits of both phases
 
-AzeotropePoint azeotrope_point(CoexistenceSolver const& s, double tpd, Validity const* validity) {
+AzeotropePoint azeotrope_point(CoexistenceSolver& s, double tpd, Validity const* validity) {
     AzeotropePoint q;
     PhaseState const *a = &s.phase[0], *b = &s.phase[1];
     if (a->rho < b->rho) std::swap(a, b);
@@ -21,6 +21,7 @@ AzeotropePoint azeotrope_point(CoexistenceSolver const& s, double tpd, Validity 
     certify(s.fluid, q.p, {a, b}, q.certificate);
     q.dense = q.certificate.phases[0];
     q.light = q.certificate.phases[1];
+    bound_apart(s, q.certificate);
     q.certificate.tpd = tpd;
     q.certificate.evaluations = s.fluid.evaluations;
     q.certificate.flag(validity, q.T, q.p, q.dense.x);
@@ -71,7 +72,7 @@ AzeotropePoint find(ModelN const& model, Fixed held, AzeotropeOptions const& o) 
     if (!start_at(solver, start)) throw ThException(th_out_of_range);
     AzeotropePoint q =
         point_from(solver, held, name, "the phases became one: give a nearer start, or none",
-                   "not stable: a third phase", [&](CoexistenceSolver const& s, double tpd) {
+                   "not stable: a third phase", [&](CoexistenceSolver& s, double tpd) {
                        return azeotrope_point(s, tpd, o.validity);
                    });
     q.certificate.evaluations += evaluations;

@@ -27,13 +27,13 @@ ThreePhasePoint find(ModelN const& model, Fixed held, ThreePhaseOptions const& o
     solver.hold(held);
     if (!start_three(solver, *o.start)) throw ThException(th_out_of_range);
     return point_from(solver, held, name, "two phases became one: give a nearer start, or none",
-                      "not stable: a fourth phase", [&](CoexistenceSolver const& s, double tpd) {
+                      "not stable: a fourth phase", [&](CoexistenceSolver& s, double tpd) {
                           return three_phase_point(s, tpd, o.validity);
                       });
 }
 }  // namespace
 
-ThreePhasePoint detail::three_phase_point(CoexistenceSolver const& s, double tpd,
+ThreePhasePoint detail::three_phase_point(CoexistenceSolver& s, double tpd,
                                   Validity const* validity) {
     ThreePhasePoint q;
     q.T = s.phase[0].T;
@@ -45,6 +45,7 @@ ThreePhasePoint detail::three_phase_point(CoexistenceSolver const& s, double tpd
     });
     certify(s.fluid, q.p, order, q.certificate);
     q.phases = q.certificate.phases;
+    bound_apart(s, q.certificate);
     q.certificate.tpd = tpd;
     q.certificate.evaluations = s.fluid.evaluations;
     q.certificate.flag(validity, q.T, q.p, q.phases[0].x);

@@ -8,8 +8,12 @@
 namespace corvane::inline detail {
 
 /// The converged state with its certificate.
-ThreePhasePoint three_phase_point(CoexistenceSolver const& solver, double tpd,
-                                  Validity const* validity);
+ThreePhasePoint three_phase_point(CoexistenceSolver& solver, double tpd, Validity const* validity);
+
+/// Bounds of the errors of the solution; none where two phases are one, at critical ends of lines.
+inline void bound_apart(CoexistenceSolver& solver, Certificate& c) {
+    if (!solver.trivial()) solver.bound(c);
+}
 
 /// Start values from three phases. False if they are not three of two components each.
 bool start_three(CoexistenceSolver& solver, ThreePhasePoint const& start);

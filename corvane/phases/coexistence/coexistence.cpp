@@ -266,6 +266,10 @@ bool CoexistenceSolver::bound(Certificate& c) {
     for (int i = 1; z && i < n; ++i)
         e[at++] = 4 * eps * (2.0 + std::fabs(u[i]) + std::fabs(u[0]));
     if (p) e[p_row_] = std::fabs(p_rounding);
+    if (!also.empty()) {
+        double& of_also = e[m - (row.empty() ? 1 : 2)];
+        for (int i = 0; i < m; ++i) of_also += 2 * eps * std::fabs(also[i] * u[i]);
+    }
     for (int k = 0; k < m; ++k) e[k] += std::fabs(r_[k]);
     inverse_.resize(static_cast<std::size_t>(m * m));
     if (!invert(m, jacobian_.data(), inverse_.data())) return false;
