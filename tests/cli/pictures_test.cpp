@@ -190,14 +190,23 @@ std::vector<Words> words_of(std::string const& svg) {
 }
 }  // namespace
 
-// However small the sheet: no text is cut off, covers another one, or, of the key, lies in the triangle.
-TEST(CliPictures, TrianglesHaveRoomForTheirWords) {
+// However small the sheet: no text is cut off or covers another one, the key below among them.
+TEST(CliPictures, SmallSheetsHaveRoomForTheirWords) {
     if (no_gnuplot()) GTEST_SKIP() << "gnuplot is not installed";
     const Scratch scratch;
-    for (std::string const what :
-         {"ternary PR+vdW1 ethanol water hexane --T 332 --p 0.1", "ternary PCSAFT+LB CO2 methanol water --T 300 --p 7",
-          "residue-curves PR+vdW1 ethanol water hexane --p 0.1"})
-        for (char const* size : {"60x60", "85x70", "110x85", "160x110"}) {
+    const struct {
+        std::string what;
+        std::vector<char const*> sizes;
+    } cases[] = {{"ternary PR+vdW1 ethanol water hexane --T 332 --p 0.1", {"60x60", "85x70", "110x85", "160x110"}},
+                 {"ternary PCSAFT+LB CO2 methanol water --T 300 --p 7", {"60x60", "85x70", "110x85", "160x110"}},
+                 {"residue-curves PR+vdW1 ethanol water hexane --p 0.1", {"60x60", "85x70", "110x85", "160x110"}},
+                 {"pxy PR+vdW1 propane butane --T 323.15 --data " CORVANE_SOURCE "/examples/measured/propane_butane.csv",
+                  {"60x45", "80x60", "100x75"}},
+                 {"diagram PR+vdW1 CO2 ethane", {"80x60", "100x75"}},
+                 {"property-diagram CO2 --kind ph", {"60x45", "80x60", "100x75"}},
+                 {"envelope PR+vdW1 methane=0.8 propane", {"60x45", "80x60", "100x75"}}};
+    for (auto const& [what, sizes] : cases)
+        for (char const* size : sizes) {
             SCOPED_TRACE(what + " --size " + size);
             ASSERT_EQ(run_corvane(what + " --plot a.svg --size " + size + " --home " + scratch.home().string()).code, 0);
             const std::string svg = Scratch::read("a.svg");
@@ -205,7 +214,7 @@ TEST(CliPictures, TrianglesHaveRoomForTheirWords) {
             ASSERT_TRUE(std::regex_search(svg, sheet, std::regex("viewBox=\"0 0 (\\d+) (\\d+)\"")));
             const double width = std::stod(sheet[1]), height = std::stod(sheet[2]);
             const auto all = words_of(svg);
-            ASSERT_GT(all.size(), 15u);
+            ASSERT_GT(all.size(), 10u);
             for (Words const& w : all) {
                 EXPECT_TRUE(w.left > 0 && w.top > 0 && w.right < width && w.bottom < height) << w.text;
                 for (Words const& other : all)

@@ -219,12 +219,13 @@ std::string surroundings(Picture const& picture, Sheet const& sheet, Layout cons
     text += fmt::format("set xlabel {}\nset ylabel {}\n", in_quotes(l.x_axis), in_quotes(l.y_axis));
     text += "set grid lt 1 lc '#e4e4e4' lw 1\nset border 3\nset tics nomirror out\n";
     if (l.narrow)
-        text += fmt::format("set key outside center bottom horizontal maxcols {} Left reverse samplen 1.5 spacing 1.1 width -2\n"
-                            "set xlabel offset 0,0.5\n",
-                            l.key_columns);
+        text += fmt::format("set key at screen 0.5, screen 0.01 center bottom horizontal maxcols {} Left reverse samplen 1.5 "
+                            "spacing 1.1 width -2\nset bmargin {:.4g}\nset xlabel offset 0,0.2\n",
+                            l.key_columns, l.below);
     else
         text += "set key outside right top vertical Left reverse samplen 2 spacing 1.2\n";
     if (l.x_step > 0.0) text += fmt::format("set xtics {:.10g}\n", l.x_step);
+    if (l.y_step > 0.0) text += fmt::format("set ytics {:.10g}\n", l.y_step);
     if (!picture.corners[0].empty()) return text + triangle(picture, l);
     const auto axes = picture.axes();
     if (picture.fraction) text += l.narrow ? "set xtics 0.2\n" : "set xtics 0.1\n";

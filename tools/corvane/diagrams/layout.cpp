@@ -56,6 +56,17 @@ std::vector<std::string> wrapped(std::string const& text, std::size_t most) {
     }
     return lines;
 }
+/// Of the round ones above a thirtieth of the range the first between two of which numbers fit, by
+/// fits(step); 0: none.
+template <class Fits>
+double round_step(Axis const& axis, Fits fits) {
+    const double range = axis.high - axis.low;
+    if (axis.log || !(range > 0.0) || !std::isfinite(range)) return 0.0;
+    for (double ten = std::pow(10.0, std::floor(std::log10(range)) - 1.0); ten <= range; ten *= 10.0)
+        for (double step : {1.0, 2.0, 5.0})
+            if (range / (step * ten) <= 8.0 && fits(step * ten)) return step * ten;
+    return 0.0;
+}
 }  // namespace
 
 Layout::Layout(Picture const& picture, Sheet const& sheet) {
@@ -73,36 +84,47 @@ Layout::Layout(Picture const& picture, Sheet const& sheet) {
     width = pixels ? 900.0 * scale : mm[0] / 25.4 * dots;
     height = pixels ? 600.0 * scale : mm[1] / 25.4 * dots;
     // In the width of a column a triangle has little room beside its words.
-    const double points = sheet.points > 0.0 ? sheet.points : pixels ? 11.25 : triangle && mm[0] < 100.0 ? 7.0 : 8.0;
-    font = pixels ? points * 96.0 / 72.0 * scale : points / 72.0 * dots;
-    const double wide = 0.55 * font;  // of a letter, on an average
+    double points = sheet.points > 0.0 ? sheet.points : pixels ? 11.25 : triangle && mm[0] < 100.0 ? 7.0 : 8.0;
     std::set<std::string> titles;
     for (Curve const& c : picture.curves) titles.insert(c.title);
     for (Marks const& m : picture.marks) titles.insert(m.title);
     titles.erase("");
     std::size_t key = 0;
     for (std::string const& title : titles) key = std::max(key, letters(title));
-    if (!picture.title.empty())
-        title_lines = wrapped(picture.title, std::max<std::size_t>(8, static_cast<std::size_t>(width / wide) - 2));
-    // In a triangle, whose margins are ours, gnuplot must have room for what it takes letters to be.
+    // Where the margins are ours gnuplot must have room for what it takes letters to be.
     double widest = 0.0;
     for (std::string const& name : titles) widest = std::max(widest, extent(name));
-    const double column = triangle ? 1.1 * (static_cast<double>(key) + 4.5) : widest + 2.2;
-    key_columns = std::max(1, static_cast<int>(width / (wide * column)));
+    const double column = triangle ? 1.1 * (static_cast<double>(key) + 4.5)
+                                   : (sheet.format == PictureFormat::svg ? 1.25 : 1.1) * (widest + 3.5);
+    double wide = 0.0;  // a letter, on an average
+    // Smaller letters where what is written leaves no half of the sheet to the axes.
+    for (;; points -= 0.5) {
+        font = pixels ? points * 96.0 / 72.0 * scale : points / 72.0 * dots;
+        wide = 0.55 * font;
+        if (!picture.title.empty())
+            title_lines = wrapped(picture.title, std::max<std::size_t>(8, static_cast<std::size_t>(width / wide) - 2));
+        // Samples of lines and points do not become smaller with the letters.
+        const double samples = triangle || pixels ? 0.0 : 8.0 / 72.0 * dots;
+        key_columns = std::max(1, static_cast<int>(width / (wide * column + samples)));
+        if (triangle) break;
+        narrow = width < wide * (static_cast<double>(key) + 55.0);
+        if (narrow) below = lines_below(picture, wide, titles.size());
+        const double words = 1.2 * font * (below + 1.2 + 1.25 * static_cast<double>(title_lines.size()));
+        if (!narrow || pixels || sheet.points > 0.0 || points <= 5.0 || words < 0.5 * height) break;
+    }
     if (triangle)
         place_triangle(picture, wide, key, titles.size());
-    else
-        narrow = width < wide * (static_cast<double>(key) + 55.0);
     const double key_width = narrow || triangle ? 0.0 : wide * (static_cast<double>(key) + 5.0);
     const double axis_width = std::max(10.0 * wide, width - key_width - 11.0 * wide),
-                 axis_height = std::max(5.0 * font, height - font * (5.5 + 1.25 * static_cast<double>(title_lines.size())));
+                 axis_height = std::max(5.0 * font, height - font * ((narrow && !triangle ? 1.2 * below + 1.5 : 5.5) +
+                                                                     1.25 * static_cast<double>(title_lines.size())));
     const auto fits = [&](double room) {
         return std::max<std::size_t>(8, static_cast<std::size_t>(room / wide));
     };
     x_axis = wrapped(picture.x_axis, fits(axis_width + 5.0 * wide));
     y_axis = wrapped(picture.y_axis, fits(axis_height + 2.0 * font));
     double across = axis_width, up = axis_height;
-    space_numbers(picture, wide, axis_width);
+    space_numbers(picture, wide, axis_width, axis_height);
     if (triangle) {  // both axes have one scale
         const auto axes = picture.axes();
         const double ratio = (axes[0].high - axes[0].low) / (axes[1].high - axes[1].low);
@@ -152,23 +174,26 @@ void Layout::place_triangle(Picture const& picture, double wide, std::size_t key
     few_numbers = 0.2 * unit < 4.0 * wide;
 }
 
+/// Numbers, the title of the x axis and the key, with half a line between these two.
+double Layout::lines_below(Picture const& picture, double wide, std::size_t entries) const {
+    const auto lines = wrapped(picture.x_axis, std::max<std::size_t>(8, static_cast<std::size_t>(width / wide) - 6));
+    return 2.1 + 1.1 * static_cast<double>(lines.size()) +
+           (entries > 0 ? 0.7 + 1.1 * std::ceil(static_cast<double>(entries) / key_columns) : 0.0);
+}
+
 /// Gnuplot chooses numbers by the length of the axis alone.
-void Layout::space_numbers(Picture const& picture, double wide, double axis_width) {
-    if (!narrow || picture.fraction || !picture.corners[0].empty()) return;
-    const Axis axis = picture.axes()[0];
-    if (axis.log) return;
-    const double range = axis.high - axis.low;
-    if (!(range > 0.0) || !std::isfinite(range)) return;
-    for (double ten = std::pow(10.0, std::floor(std::log10(range)) - 1.0); x_step == 0.0; ten *= 10.0)
-        for (double step : {1.0, 2.0, 5.0}) {
-            std::size_t most = 0;
-            for (double end : {axis.low, axis.high})
-                most = std::max(most, fmt::format("{:g}", std::round(end / (step * ten)) * step * ten).size());
-            // At least four numbers, and not closer than gnuplot would put them.
-            if (range / (step * ten) > 8.0 || step * ten / range * axis_width < wide * (static_cast<double>(most) + 2.0)) continue;
-            x_step = step * ten;
-            return;
-        }
+void Layout::space_numbers(Picture const& picture, double wide, double axis_width, double axis_height) {
+    if (!narrow || !picture.corners[0].empty()) return;
+    const auto [x, y] = picture.axes();
+    const double up = y.high - y.low;
+    y_step = round_step(y, [&](double step) { return step / up * axis_height >= 1.6 * font; });
+    if (picture.fraction) return;
+    // Not closer than gnuplot would put them.
+    x_step = round_step(x, [&](double step) {
+        std::size_t most = 0;
+        for (double end : {x.low, x.high}) most = std::max(most, fmt::format("{:g}", std::round(end / step) * step).size());
+        return step / (x.high - x.low) * axis_width >= wide * (static_cast<double>(most) + 2.0);
+    });
 }
 
 }  // namespace cli

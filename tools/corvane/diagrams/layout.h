@@ -21,10 +21,10 @@ struct Layout {
     std::vector<std::string> title_lines, x_axis, y_axis;
 
     int key_columns = 1;     ///< of a key below
-    double x_step = 0.0;     ///< between numbers of the x axis, where its own might meet; or 0
+    double x_step = 0.0, y_step = 0.0;  ///< between numbers, where an axis' own might meet; or 0
+    double below = 1.0;      ///< lines of text below the axes; of others than triangles if narrow
 
     // Of triangles.
-    double below = 1.0;      ///< lines of text below the axes
     std::array<std::array<double, 2>, 2> lower_names{};  ///< ends of the lower corners' names, in parts of the sheet
     bool names_meet = false;
     bool few_numbers = false;  ///< every second one
@@ -32,7 +32,8 @@ struct Layout {
     Layout(Picture const& picture, Sheet const& sheet);
 
   private:
-    void space_numbers(Picture const& picture, double wide, double axis_width);
+    void space_numbers(Picture const& picture, double wide, double axis_width, double axis_height);
+    double lines_below(Picture const& picture, double wide, std::size_t entries) const;
     void place_triangle(Picture const& picture, double wide, std::size_t key, std::size_t entries);
 };
 
