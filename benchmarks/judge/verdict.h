@@ -287,7 +287,12 @@ class Court {
         if (static_cast<int>(q.w.size()) != n_) return 0;
         for (int i = 0; i < n_; ++i) sum += w[i] = q.w[i];
         for (int i = 0; i < n_; ++i) w[i] /= sum;
-        if (!(std::fabs(at.state(q.rho, w.data(), g.data()) / P - 1) < 1e-6)) return 0;
+        Long own[2], rho = 0;  // the root that it means: a stiff liquid's pressure is mostly rounding
+        const int roots = at.roots(P, w.data(), own);
+        for (int k = 0; k < roots; ++k)
+            if (std::fabs(q.rho / own[k] - 1) < 1e-9L) rho = own[k];
+        if (!(rho > 0)) return 0;
+        at.state(rho, w.data(), g.data());
         Long lowest = 1;
         const int found = at.roots(P, x.data(), r);
         for (int k = 0; k < found; ++k) {
