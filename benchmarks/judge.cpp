@@ -150,7 +150,10 @@ class Trial {
         for (int k = 0; k <= states; ++k) {
             const double part = k / 400.0, p = at_T ? std::pow(10.0, -3 + 6 * part) : in.p,
                          T = at_p ? coldest * std::pow(warmest / coldest, part) : in.T;
-            for (double w : {1e-8, 1e-4, 0.1, 0.5, 0.9, 1 - 1e-4, 1 - 1e-8})
+            double own[2] = {0, 0};
+            if (m_.vcalc(p, T, in.z, 1, own[0], own[1]) == 0) return true;
+            for (double w : {1e-8, 1e-4, 0.02, 0.1, 0.2, 0.3, 0.4, 0.5, 0.6, 0.7, 0.8, 0.9, 0.98, 1 - 1e-4,
+                             1 - 1e-8})
                 for (int i = 0; i < n; ++i) {
                     Vector<double> x(n);
                     double r[2] = {0, 0};
