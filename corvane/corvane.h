@@ -69,6 +69,7 @@
 #include <corvane/state/virial.h>
 #include <corvane/table/property_table.h>
 #include <corvane/table/table_states.h>
+#include <corvane/transport/interface_profile.h>
 #include <corvane/transport/mixture_transport.h>
 #include <corvane/transport/transport.h>
 #include <corvane/viscosity/visco.h>

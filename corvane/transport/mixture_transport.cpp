@@ -116,6 +116,9 @@ struct MixtureTransport::Parts {
         return rho * v / (*this)[i].vc;
     }
 
+    InterfaceProfile profile(double T, double rhoL, Vector<double> const& x, double rhoV,
+                             Vector<double> const& y, Evidence& known) const;
+
     std::vector<double> dilute_viscosities(double T, Vector<double> const& x, Evidence& known) const {
         std::vector<double> eta;
         eta.reserve(static_cast<std::size_t>(size()));
@@ -233,8 +236,52 @@ MixtureDiffusion MixtureTransport::diffusion(double T, double rho, Vector<double
     return result;
 }
 
+InterfaceProfile MixtureTransport::Parts::profile(double T, double rhoL, Vector<double> const& x, double rhoV,
+                                                  Vector<double> const& y, Evidence& known) const {
+    constexpr double kHighest = 0.85;  // of Tc: nearer, influence parameters grow without bound
+    check(T, rhoL, x);
+    check(T, rhoV, y);
+    Vector<double> vapour(size()), liquid(size()), influence(size()), one(size());
+    for (int i = 0; i < size(); ++i) {
+        vapour[i] = rhoV * y[i], liquid[i] = rhoL * x[i];
+        if (!(x[i] > 0.0) && !(y[i] > 0.0)) continue;
+        Model1 const& pure = *model->mdl1[i];
+        const double T1 = std::min({T, kHighest * pure.Tcrit(), kHighest * (*this)[i].Tc});
+        const double sigma = known((*this)[i].transport.surface_tension(T1));
+        const PureSaturation s = pure_saturation_T(pure, T1);
+        Vector<double> thin(size()), dense(size());
+        thin[i] = s.rhoV, dense[i] = s.rhoL, one[i] = 1.0;
+        influence[i] = std::pow(sigma / corvane::interface_profile(*model, T1, thin, dense, one).tension, 2);
+    }
+    return corvane::interface_profile(*model, T, vapour, liquid, influence);
+}
+
+InterfaceProfile MixtureTransport::interface_profile(double T, double rhoL, Vector<double> const& x,
+                                                     double rhoV, Vector<double> const& y) const {
+    Evidence known;
+    return parts_->profile(T, rhoL, x, rhoV, y, known);
+}
+
 TransportValue MixtureTransport::surface_tension(double T, double rhoL, Vector<double> const& x,
                                                  double rhoV, Vector<double> const& y) const {
+    constexpr double kWorst = 1e-3;  // of the quadrature: a profile that is not smooth
+    try {
+        Evidence known;
+        const InterfaceProfile p = parts_->profile(T, rhoL, x, rhoV, y, known);
+        if (p.tension_error < kWorst) {
+            TransportValue result = known.result(p.tension, "density-gradient theory");
+            result.second_source = surface_tension_by_parachors(T, rhoL, x, rhoV, y).value / p.tension - 1.0;
+            return result;
+        }
+    } catch (EquilibriumFailure const&) {
+    } catch (ThException const&) {
+    }
+    return surface_tension_by_parachors(T, rhoL, x, rhoV, y);
+}
+
+TransportValue MixtureTransport::surface_tension_by_parachors(double T, double rhoL,
+                                                              Vector<double> const& x, double rhoV,
+                                                              Vector<double> const& y) const {
     constexpr double kHighest = 0.9;  // of Tc: nearer, parachors are quotients of small numbers
     Parts const& p = *parts_;
     p.check(T, rhoL, x);

@@ -11,6 +11,7 @@
 #include <corvane/catalogue/open.h>
 #include <corvane/core/api.h>
 #include <corvane/core/containers.h>
+#include <corvane/transport/interface_profile.h>
 #include <corvane/transport/transport.h>
 
 #include <memory>
@@ -68,13 +69,24 @@ class CORVANE_API MixtureTransport {
     /// @throws as viscosity; ThException 5 not two components, rho = 0
     MixtureDiffusion diffusion(double T, double rho, Vector<double> const& x) const;
 
-    /// Surface tension in N/m of a liquid beside a vapour: σ = (Σ P_i·(x_i·rhoL − y_i·rhoV))⁴
-    /// (Weinaug, Katz, Ind. Eng. Chem. 35 (1943) 239), zero where the sum is not positive. The parachor P_i is
-    /// that of the component's own surface tension and saturated densities at T, or at 0.9 of its
-    /// critical temperature above that.
+    /// Surface tension in N/m of a liquid beside a vapour in equilibrium with it: by density-gradient theory
+    /// (interface_profile), else, where the phases are not in equilibrium by the model or it has no smooth path
+    /// between them, by parachors. `model` says which.
     /// @throws OpenFailure a component has no surface tension in the data tree; ThException 5
     TransportValue surface_tension(double T, double rhoL, Vector<double> const& x, double rhoV,
                                    Vector<double> const& y) const;
+
+    /// The profile of the interface. The influence parameter of a component is the one that gives it its own
+    /// surface tension at T, or at 0.85 of its critical temperature above that.
+    /// @throws as surface_tension; EquilibriumFailure where there is no profile
+    InterfaceProfile interface_profile(double T, double rhoL, Vector<double> const& x, double rhoV,
+                                       Vector<double> const& y) const;
+
+    /// σ = (Σ P_i·(x_i·rhoL − y_i·rhoV))⁴ (Weinaug, Katz, Ind. Eng. Chem. 35 (1943) 239), zero where the sum is
+    /// not positive. The parachor P_i is that of the component's own surface tension and saturated
+    /// densities at T, or at 0.9 of its critical temperature above that.
+    TransportValue surface_tension_by_parachors(double T, double rhoL, Vector<double> const& x, double rhoV,
+                                                Vector<double> const& y) const;
 
   private:
     struct Parts;
