@@ -138,7 +138,9 @@ CORVANE_API CorvaneResult* Corvane_pure_phase(const CorvaneFluid* fluid, double 
 enum CorvaneTransportProperty {
     CORVANE_VISCOSITY,      /* Pa s */
     CORVANE_CONDUCTIVITY,   /* thermal, W/(m K) */
-    CORVANE_SURFACE_TENSION /* of liquid and vapour, N/m; rho counts for nothing */
+    CORVANE_SURFACE_TENSION, /* of liquid and vapour, N/m; rho counts for nothing */
+    CORVANE_DIFFUSION,      /* m²/s at rho > 0: of a fluid in itself; of two components, by Maxwell and Stefan */
+    CORVANE_FICK_DIFFUSION  /* of two components: times the thermodynamic factor */
 };
 /* A transport property at T and density (0: the dilute gas), by the best model that the data home has
  * for the substance; CORVANE_NOT_OPENED: it has none. evidence (two values, or null): 1 where T lies
@@ -146,7 +148,8 @@ enum CorvaneTransportProperty {
  * one. */
 CORVANE_API double Corvane_transport(const CorvaneFluid* fluid, int property, double T, double rho,
                                      double* evidence, CorvaneError* error);
-/* What it is computed by there: the model and its publication. */
+/* What it is computed by there: the model and its publication; ", metastable" where the state is between
+ * the densities of saturated vapour and liquid. */
 CORVANE_API int Corvane_transport_model(const CorvaneFluid* fluid, int property, double T,
                                         double rho, char* buffer, int size, CorvaneError* error);
 
@@ -157,7 +160,7 @@ CORVANE_API CorvaneResult* Corvane_mixture_phase(const CorvaneMixture* mixture, 
                                                  double rho, const double* z, int n,
                                                  CorvaneError* error);
 
-/* CORVANE_VISCOSITY or CORVANE_CONDUCTIVITY of one phase at T, density (0: the mixture of dilute gases)
+/* CORVANE_VISCOSITY, CORVANE_CONDUCTIVITY or a diffusion of one phase at T, density (0: the mixture of dilute gases)
  * and composition, from those of the components; CORVANE_NOT_OPENED: the data home has none of one of
  * them. evidence (one value, or null): 1 where T lies within the ranges of all sources, else 0. */
 CORVANE_API double Corvane_mixture_transport(const CorvaneMixture* mixture, int property, double T,
@@ -167,7 +170,8 @@ CORVANE_API double Corvane_mixture_transport(const CorvaneMixture* mixture, int 
 CORVANE_API int Corvane_mixture_transport_model(const CorvaneMixture* mixture, int property,
                                                 double T, double rho, const double* z, int n,
                                                 char* buffer, int size, CorvaneError* error);
-/* Surface tension, N/m, of a liquid x beside a vapour y; otherwise likewise. */
+/* Surface tension, N/m, of a liquid x beside a vapour y in equilibrium with it, by density-gradient theory, else by
+ * parachors; otherwise likewise. */
 CORVANE_API double Corvane_mixture_tension(const CorvaneMixture* mixture, double T,
                                            double rho_liquid, const double* x, double rho_vapour,
                                            const double* y, int n, double* evidence,

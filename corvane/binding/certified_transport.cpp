@@ -21,6 +21,7 @@ corvane::TransportValue value_of(CorvaneFluid const* fluid, int property, double
         case CORVANE_VISCOSITY: return transport.viscosity(T, rho);
         case CORVANE_CONDUCTIVITY: return transport.thermal_conductivity(T, rho);
         case CORVANE_SURFACE_TENSION: return transport.surface_tension(T);
+        case CORVANE_DIFFUSION: return transport.diffusion(T, rho);
         default: throw BadArgument("no transport property " + std::to_string(property));
     }
 }
@@ -31,6 +32,13 @@ corvane::TransportValue value_of(CorvaneMixture const* mixture, int property, do
     switch (property) {
         case CORVANE_VISCOSITY: return mixture->transport().viscosity(T, rho, x);
         case CORVANE_CONDUCTIVITY: return mixture->transport().thermal_conductivity(T, rho, x);
+        case CORVANE_DIFFUSION: return mixture->transport().diffusion(T, rho, x).stefan;
+        case CORVANE_FICK_DIFFUSION: {
+            const auto d = mixture->transport().diffusion(T, rho, x);
+            corvane::TransportValue fick = d.stefan;
+            fick.value = d.fick();
+            return fick;
+        }
         default: throw BadArgument("no transport property of one phase: " + std::to_string(property));
     }
 }
@@ -49,7 +57,7 @@ EXPORT int Corvane_transport_model(const CorvaneFluid* fluid, int property, doub
                                    char* buffer, int size, CorvaneError* error) {
     return certified(error, "transport", fluid, [&] {
         const auto v = value_of(fluid, property, T, rho);
-        return write(v.model + ": " + v.source, buffer, size);
+        return write(v.model + ": " + v.source + (v.metastable ? ", metastable" : ""), buffer, size);
     });
 }
 

@@ -222,6 +222,13 @@ namespace Corvane
         /// <exception cref="ThermodynamicException">as <see cref="Viscosity"/></exception>
         public TransportValue ThermalConductivity(double T, double rho) => Transport(1, T, rho);
 
+        /// <summary>Coefficient of self-diffusion, m²/s; otherwise as <see cref="Viscosity"/>.</summary>
+        /// <param name="T">K</param>
+        /// <param name="rho">mol/cm³, not 0</param>
+        /// <returns>the value with its model and range</returns>
+        /// <exception cref="ThermodynamicException">as <see cref="Viscosity"/></exception>
+        public TransportValue Diffusion(double T, double rho) => Transport(3, T, rho);
+
         /// <summary>Surface tension of liquid and vapour, N/m.</summary>
         /// <param name="T">K</param>
         /// <returns>the value with its model and range; zero from the critical temperature on</returns>

@@ -172,7 +172,23 @@ namespace Corvane
         public TransportValue ThermalConductivity(double T, double rho, params double[] z) =>
             Transport(1, T, rho, z);
 
-        /// <summary>Surface tension of a liquid beside a vapour, by Weinaug and Katz, N/m.</summary>
+        /// <summary>Diffusion of two components by Maxwell and Stefan, m²/s; otherwise as <see cref="Viscosity"/>.</summary>
+        /// <param name="T">K</param>
+        /// <param name="rho">mol/cm³, not 0</param>
+        /// <param name="z">mole fractions</param>
+        /// <returns>the coefficient with its model and range</returns>
+        /// <exception cref="ThermodynamicException">as <see cref="Viscosity"/>; not two components</exception>
+        public TransportValue Diffusion(double T, double rho, params double[] z) => Transport(3, T, rho, z);
+
+        /// <summary>Fick's coefficient, m²/s: <see cref="Diffusion"/> times the thermodynamic factor.</summary>
+        /// <param name="T">K</param>
+        /// <param name="rho">mol/cm³, not 0</param>
+        /// <param name="z">mole fractions</param>
+        /// <returns>the coefficient with its model and range</returns>
+        /// <exception cref="ThermodynamicException">as <see cref="Diffusion"/></exception>
+        public TransportValue FickDiffusion(double T, double rho, params double[] z) => Transport(4, T, rho, z);
+
+        /// <summary>Surface tension of a liquid beside a vapour by density-gradient theory, else by parachors, N/m.</summary>
         /// <param name="T">K</param>
         /// <param name="rhoLiquid">mol/cm³</param>
         /// <param name="x">mole fractions in the liquid</param>

@@ -37,7 +37,7 @@ from .outputs import ExcessProperties, HenryConstants, IdealCurve, VirialCoeffic
 from .property_table import PropertyTable, TabulatedStates
 from .residue import ResidueCurve, ResidueMap
 from .status import Interrupted, Status
-from .transport import Conductivity, SurfaceTension, Viscosity
+from .transport import Conductivity, Diffusion, Interface, SurfaceTension, Viscosity
 
 if _TYPE_CHECKING:
     from .fitting import FitResult, fit
@@ -72,6 +72,7 @@ __all__ = [
     "Fluid",
     "HenryConstants",
     "IdealCurve",
+    "Interface",
     "Interrupted",
     "Isoline",
     "Mixture",

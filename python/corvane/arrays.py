@@ -16,6 +16,7 @@ UNITS = {
     "M": "kg/mol", "v": "m**3/mol", "rho_mass": "kg/m**3", "gE": "J/mol", "hE": "J/mol", "sE": "J/(mol*K)",
     "cpE": "J/(mol*K)", "vE": "m**3/mol", "H": "pascal", "B": "m**3/mol", "C": "m**6/mol**2", "TdBdT": "m**3/mol",
     "three_phase_rho": "mol/m**3", "viscosity": "Pa*s", "conductivity": "W/(m*K)", "tension": "N/m",
+    "diffusion": "m**2/s", "distance": "m", "potential": "Pa",
 }  # fmt: skip
 
 

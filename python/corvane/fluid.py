@@ -15,7 +15,7 @@ from .outputs import IdealCurve, ideal_curve
 from .quantities import registry_of, returns_quantities
 from .results import Table, draws
 from .status import code_of, judge
-from .transport import Conductivity, SurfaceTension, Viscosity
+from .transport import Conductivity, Diffusion, SurfaceTension, Viscosity
 
 if TYPE_CHECKING:
     from numpy.typing import ArrayLike
@@ -335,6 +335,11 @@ class Fluid:
         return self._transport(Conductivity, 1, given, threads, errors)
 
     @returns_quantities
+    def diffusion(self, *, threads: int = 1, errors: str | None = None, **given: ArrayLike) -> Diffusion:
+        """Coefficient of self-diffusion (m²/s), likewise; ``rho`` above 0."""
+        return self._transport(Diffusion, 3, given, threads, errors)
+
+    @returns_quantities
     def surface_tension(self, T: ArrayLike, *, threads: int = 1, errors: str | None = None) -> SurfaceTension:
         """Surface tension (N/m) of liquid and vapour at T (K); zero from the critical temperature on."""
         return self._transport(SurfaceTension, 2, {"T": T, "rho": 0.0}, threads, errors)
@@ -351,7 +356,7 @@ class Fluid:
         out, models = self._transport_model.values(what, *known.flat, threads, known.single)
         column, status, words, done = known.received(out)
         T, rho = (known.shaped(x) for x in known.flat)
-        return judge(kind(T, rho, [column(k) for k in range(3)], status, models), status, words, done, errors)
+        return judge(kind(T, rho, [column(k) for k in range(5)], status, models), status, words, done, errors)
 
     # ---- inside
 

@@ -30,7 +30,7 @@ from .mixture_results import (
 from .quantities import returns_quantities
 from .residue import ResidueMap
 from .status import code_of, judge
-from .transport import Conductivity, SurfaceTension, Viscosity
+from .transport import Conductivity, Diffusion, Interface, SurfaceTension, Viscosity
 
 if TYPE_CHECKING:
     from numpy.typing import ArrayLike
@@ -384,10 +384,28 @@ class Mixture:
         return self._of_phase(Conductivity, 1, T, rho, x, threads, errors)
 
     @returns_quantities
+    def diffusion(self, T: ArrayLike, rho: ArrayLike, x: ArrayLike, *, fick: bool = False, threads: int = 1,
+                  errors: str | None = None) -> Diffusion:  # fmt: skip
+        """Diffusion (m²/s) of two components at T (K) and rho (mol/m³, above 0), likewise: the coefficient of Maxwell and Stefan, or
+        Fick's, which is that times the thermodynamic factor of the model."""
+        return self._of_phase(Diffusion, 3 if fick else 2, T, rho, x, threads, errors)
+
+    @returns_quantities
+    def interface(self, T: ArrayLike, rho_liquid: ArrayLike, x: ArrayLike, rho_vapour: ArrayLike, y: ArrayLike) -> Interface:
+        """The profile of the interface between a liquid x and a vapour y in equilibrium at T (K), of densities in mol/m³, by
+        density-gradient theory with the components' own surface tensions. Raises :class:`corvane.EquilibriumError` without one."""
+        n = len(self.components)
+        _, (t, liquid), x = flat_with_composition(x, n, T=T, rho=rho_liquid)
+        _, (_, vapour), y = flat_with_composition(y, n, T=T, rho=rho_vapour)
+        if self._transport_model is None:
+            self._transport_model = _native.MixtureTransport(self._native)
+        return Interface(*self._transport_model.profile(float(t[0]), float(liquid[0]), x, float(vapour[0]), y), self.components)
+
+    @returns_quantities
     def surface_tension(self, T: ArrayLike, rho_liquid: ArrayLike, x: ArrayLike, rho_vapour: ArrayLike, y: ArrayLike, *,
                         threads: int = 1, errors: str | None = None) -> SurfaceTension:  # fmt: skip
-        """Surface tension (N/m) of a liquid x beside a vapour y (components last) at T (K), of densities in mol/m³, by
-        Weinaug and Katz with the parachors of the components."""
+        """Surface tension (N/m) of a liquid x beside a vapour y (components last) at T (K), of densities in mol/m³:
+        by density-gradient theory where they are in equilibrium, else by parachors; ``models`` says which."""
         n, named = len(self.components), {"T": T, "rho": rho_liquid}
         other = {**named, "rho": rho_vapour}
         shape = np.broadcast_shapes(*(flat_with_composition(z, n, **given)[0] for z, given in ((x, named), (y, other))))
@@ -405,7 +423,7 @@ class Mixture:
         if self._transport_model is None:  # opens every component
             self._transport_model = _native.MixtureTransport(self._native)
         (values, status, words, done), models = getattr(self._transport_model, call)(*arguments, threads)
-        columns, status = [values[:, k].reshape(shape) for k in range(3)], status.reshape(shape)
+        columns, status = [values[:, k].reshape(shape) for k in range(5)], status.reshape(shape)
         result = kind(T.reshape(shape), rho.reshape(shape), columns, status, models)
         return judge(result, status, words, done, errors)
 

@@ -307,6 +307,25 @@ def test_transport_has_the_printed_values_and_names_its_models(water):
     assert water.viscosity(T=300.0, p=1e5).viscosity == water.viscosity(T=300.0, rho=water.state(T=300.0, p=1e5).rho).viscosity
 
 
+def test_diffusion_interfaces_and_what_values_say_of_themselves(water):
+    # Mills, J. Phys. Chem. 77 (1973) 685: 2.299e-9 m²/s; the relation of Li and Chang is some per cent off.
+    d = water.diffusion(T=298.15, p=1e5)
+    assert d.diffusion == pytest.approx(2.299e-9, rel=0.05) and d.uncertainty == 0.25
+    eta = water.viscosity(T=400.0, rho=[50.0, 30000.0, 53000.0])
+    assert eta.metastable.tolist() == [False, True, False] and np.isnan(eta.uncertainty).all()
+    liquid = cv.Mixture("PCSAFT+LB", ["hexane", "toluene"])
+    point = liquid.bubble([0.4, 0.6], T=330.0)
+    at = {"T": 330.0, "rho": float(point.rho), "x": [0.4, 0.6]}
+    assert 0.5 < liquid.diffusion(**at, fick=True).diffusion / liquid.diffusion(**at).diffusion < 1.0
+    both = (330.0, float(point.rho), [0.4, 0.6], float(point.rho_incipient), point.y)
+    profile, sigma = liquid.interface(*both), liquid.surface_tension(*both)
+    assert sigma.tension == pytest.approx(profile.tension, rel=1e-12) and sigma.models[0][0] == "density-gradient theory"
+    assert np.all(np.diff(profile.distance) > 0) and profile.rho[-1] == pytest.approx(point.rho * np.array([0.4, 0.6]), rel=0.01)
+    assert profile.plot().get_xlabel() == "z / nm"
+    with pytest.raises(cv.EquilibriumError):
+        liquid.interface(330.0, 1.1 * float(point.rho), *both[2:])
+
+
 def test_transport_says_what_is_extrapolated_and_what_is_missing():
     acetone = cv.Fluid("acetone", "PR")
     eta = acetone.viscosity(T=[300.0, 1900.0], rho=0.0)

@@ -31,9 +31,11 @@ FLUID = {
     "viscosity": ({"T": 300.0, "p": 1e6}, {"T": Q(300, "K"), "p": Q(1, "MPa")}, {"viscosity": "mPa*s", "rho": DENSITY}),
     "thermal_conductivity": ({"T": 300.0, "rho": 50.0}, {"T": Q(300, "K"), "rho": Q(0.05, DENSITY)},
                              {"conductivity": "mW/(m*K)", "T": "K"}),
+    "diffusion": ({"T": 300.0, "rho": 50.0}, {"T": Q(300, "K"), "rho": Q(0.05, DENSITY)}, {"diffusion": "cm**2/s", "T": "K"}),
     "surface_tension": ({"T": 300.0}, {"T": Q(300, "K")}, {"tension": "mN/m"}),
 }  # fmt: skip
 Z, ZQ = [0.5, 0.5], Q([50.0, 50.0], "percent")
+TIE = cv.Mixture("PR+vdW1", ["methane", "propane"]).bubble(Z, T=250.0)
 MIXTURE = {
     "phase": ({"T": 300.0, "rho": 50.0, "x": Z}, {"T": Q(300, "K"), "rho": Q(0.05, DENSITY), "x": ZQ}, {"p": "bar"}),
     "density": ({"T": 300.0, "p": 1e5, "x": Z}, {"T": Q(300, "K"), "p": Q(1, "bar"), "x": ZQ}, DENSITY),
@@ -73,6 +75,12 @@ MIXTURE = {
                   {"viscosity": "mPa*s", "rho": DENSITY}),
     "thermal_conductivity": ({"T": 300.0, "rho": 50.0, "x": Z}, {"T": Q(300, "K"), "rho": Q(0.05, DENSITY), "x": ZQ},
                              {"conductivity": "mW/(m*K)", "T": "K"}),
+    "interface": ({"T": 250.0, "rho_liquid": TIE.rho, "x": Z, "rho_vapour": TIE.rho_incipient, "y": TIE.y},
+                  {"T": Q(250, "K"), "rho_liquid": Q(float(TIE.rho) / 1e3, DENSITY), "x": ZQ,
+                   "rho_vapour": Q(float(TIE.rho_incipient) / 1e3, DENSITY), "y": Q(100 * TIE.y, "percent")},
+                  {"rho": DENSITY}),  # the potential at the ends is a difference of large numbers
+    "diffusion": ({"T": 300.0, "rho": 50.0, "x": Z}, {"T": Q(300, "K"), "rho": Q(0.05, DENSITY), "x": ZQ},
+                  {"diffusion": "cm**2/s", "T": "K"}),
     "surface_tension": ({"T": 250.0, "rho_liquid": 14000.0, "x": Z, "rho_vapour": 1000.0, "y": [0.9, 0.1]},
                         {"T": Q(250, "K"), "rho_liquid": Q(14, DENSITY), "x": ZQ, "rho_vapour": Q(1, DENSITY),
                          "y": Q([90, 10], "percent")}, {"tension": "mN/m"}),

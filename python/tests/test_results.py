@@ -74,13 +74,24 @@ MAKE = {
 if hasattr(cv, "Viscosity"):
     MAKE["Viscosity"] = lambda: cv.Fluid("water").viscosity(T=T + 60, rho=55000.0)
     MAKE["Conductivity"] = lambda: cv.Fluid("water").thermal_conductivity(T=T + 60, rho=55000.0)
+    MAKE["Diffusion"] = lambda: cv.Fluid("water").diffusion(T=T + 60, rho=55000.0)
+    MAKE["Interface"] = lambda: gas().interface(230.0, *_bubble())
     MAKE["SurfaceTension"] = lambda: cv.Fluid("water").surface_tension(T=T + 60)
+
+
+def _bubble():
+    point = gas().bubble(Z, T=230.0)
+    return float(point.rho), Z, float(point.rho_incipient), point.y
+
+
 SINGLE = {
     "State": lambda: fluid().state(T=300.0, p=1e5),
     "Saturation": lambda: fluid().saturation(T=300.0),
     "FlashResult": lambda: gas().flash(Z, T=230.0, p=2e6),
     "SaturationPoints": lambda: gas().dew(Z, T=230.0),
 }  # fmt: skip
+
+
 # The parts of FitResult and of a map's curves have their own words for what stands beside the columns.
 UNSAID = {"columns", "further", "words", "parts", "ordinates", "plain"}
 

@@ -81,19 +81,20 @@ TEST(Certified, PureFluidsAsInCpp) {
     EXPECT_EQ(value(curve, 0, 0, 1, CORVANE_RHO), s.rhoV);
     EXPECT_EQ(value(curve, 0, 0, CORVANE_WHOLE, CORVANE_VALUE_ERROR), s.value_error);
     double evidence[2];
-    for (int what : {CORVANE_VISCOSITY, CORVANE_CONDUCTIVITY, CORVANE_SURFACE_TENSION}) {
+    for (int what : {CORVANE_VISCOSITY, CORVANE_CONDUCTIVITY, CORVANE_SURFACE_TENSION, CORVANE_DIFFUSION}) {
         const corvane::Transport transport(cpp);
         const auto v = what == CORVANE_VISCOSITY      ? transport.viscosity(300, 1e-3)
                        : what == CORVANE_CONDUCTIVITY ? transport.thermal_conductivity(300, 1e-3)
+                       : what == CORVANE_DIFFUSION    ? transport.diffusion(300, 1e-3)
                                                       : transport.surface_tension(300);
         EXPECT_EQ(Corvane_transport(fluid.get(), what, 300, 1e-3, evidence, &e), v.value);
         EXPECT_EQ(evidence[0], v.in_range);
         EXPECT_EQ(text([&](char* to, int n) {
                       return Corvane_transport_model(fluid.get(), what, 300, 1e-3, to, n, &e);
                   }),
-                  v.model + ": " + v.source);
+                  v.model + ": " + v.source + (v.metastable ? ", metastable" : ""));
     }
-    EXPECT_EQ(Corvane_transport(fluid.get(), 3, 300, 1e-3, nullptr, &e), 0.0);
+    EXPECT_EQ(Corvane_transport(fluid.get(), CORVANE_FICK_DIFFUSION, 300, 1e-3, nullptr, &e), 0.0);
     EXPECT_EQ(e.kind, CORVANE_BAD_ARGUMENT);
     const Result phase(Corvane_pure_phase(fluid.get(), 300, 1e-3, &e));
     EXPECT_EQ(value(phase, 0, 0, 0, CORVANE_MU_JT),
@@ -175,9 +176,10 @@ TEST(Certified, PointsOfMixturesAsInCpp) {
     EXPECT_EQ(value(critical, 0, 0, 0, CORVANE_RHO), corvane::critical_point(m, x).rho);
     const corvane::MixtureTransport transport(cpp);
     double in_range = 0.0;
-    for (int what : {CORVANE_VISCOSITY, CORVANE_CONDUCTIVITY}) {
-        const auto v = what == CORVANE_VISCOSITY ? transport.viscosity(300, 1e-3, x)
-                                                 : transport.thermal_conductivity(300, 1e-3, x);
+    for (int what : {CORVANE_VISCOSITY, CORVANE_CONDUCTIVITY, CORVANE_DIFFUSION}) {
+        const auto v = what == CORVANE_VISCOSITY      ? transport.viscosity(300, 1e-3, x)
+                       : what == CORVANE_CONDUCTIVITY ? transport.thermal_conductivity(300, 1e-3, x)
+                                                      : transport.diffusion(300, 1e-3, x).stefan;
         EXPECT_EQ(Corvane_mixture_transport(gas.get(), what, 300, 1e-3, z, 2, &in_range, &e), v.value);
         EXPECT_EQ(in_range, v.in_range);
         EXPECT_EQ(text([&](char* to, int n) {
@@ -185,6 +187,8 @@ TEST(Certified, PointsOfMixturesAsInCpp) {
                   }),
                   v.model + ": " + v.source);
     }
+    EXPECT_EQ(Corvane_mixture_transport(gas.get(), CORVANE_FICK_DIFFUSION, 300, 1e-3, z, 2, &in_range, &e),
+              transport.diffusion(300, 1e-3, x).fick());
     const double y[] = {0.9, 0.1};
     Vector<double> vapour(2);
     vapour[0] = y[0], vapour[1] = y[1];
