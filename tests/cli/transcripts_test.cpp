@@ -3,6 +3,7 @@
 // agree, numbers within the last digit shown; what is rounding (below 1e-9) and counts of
 // evaluations are not compared.
 #include <cli/program.h>
+#include <support/scratch.h>
 
 #include <algorithm>
 #include <cmath>
@@ -96,4 +97,45 @@ TEST(CliTranscripts, AreWhatTheProgramPrints) {
             }
         }
     EXPECT_GE(count, 6u);
+}
+
+// Pictures say what they show: the commands that draw, and those that look into the files, of one page.
+TEST(CliTranscripts, PicturesShowWhatTheirPageSays) {
+    if (std::system("gnuplot --version > /dev/null 2>&1") != 0) GTEST_SKIP() << "gnuplot is not installed";
+    const Scratch scratch;
+    std::ifstream page(CORVANE_SOURCE "/docs/everyday_pictures.md");
+    std::string printed, shown, command;
+    int drawn = 0, looked = 0;
+    const auto compare = [&] {
+        EXPECT_EQ(shown, printed) << command;
+        shown.clear();
+        printed.clear();
+    };
+    bool fenced = false;
+    for (std::string line; std::getline(page, line);) {
+        if (line.starts_with("```")) {
+            fenced = !fenced;
+            compare();
+        } else if (fenced && line.starts_with("$ corvane ")) {
+            compare();
+            command = line.substr(10);
+            const std::string found = std::regex_replace(command, std::regex(" examples/"), " " CORVANE_SOURCE "/examples/");
+            EXPECT_EQ(run_corvane(found + " --home " + scratch.home().string()).code, 0) << command;
+            ++drawn;
+        } else if (fenced && line.starts_with("$ ")) {
+            compare();
+            command = line.substr(2);
+            ASSERT_TRUE(command.starts_with("grep ") || command.starts_with("head ")) << command;
+            std::FILE* pipe = popen(command.c_str(), "r");
+            ASSERT_NE(pipe, nullptr);
+            for (int c; (c = std::fgetc(pipe)) != EOF;) printed += static_cast<char>(c);
+            EXPECT_EQ(pclose(pipe), 0) << command;
+            if (!printed.empty() && printed.back() != '\n') printed += '\n';
+            ++looked;
+        } else if (fenced) {
+            shown += line + '\n';
+        }
+    }
+    EXPECT_GE(drawn, 9);
+    EXPECT_GE(looked, drawn);
 }
