@@ -36,7 +36,7 @@ bool alike(PhaseState const& a, PhaseState const& b) {
 
 /// Does the model's density solver know this density? The inner loops of multi-parameter equations
 /// have rising branches that are no phases.
-bool is_root(FluidModel const& fluid, PhaseState const& s, double p) {
+bool is_model_root(FluidModel const& fluid, PhaseState const& s, double p) {
     double rho[2];
     const int count = fluid.densities(p, s.T, s.x, rho);
     for (int k = 0; k < count; ++k)
@@ -168,7 +168,7 @@ bool detail::flash_certified(FluidModel const& fluid, Stability& stability,
     c.tpd = 0.0;
     if (!c.holds() || !(c.balance < 1e-12)) return false;
     for (PhaseState const& s : phases)
-        if (!is_root(fluid, s, q.p)) return false;
+        if (!is_model_root(fluid, s, q.p)) return false;
     PhaseState plane = phases[0];
     for (PhaseState const& s : phases)
         for (int i = 0; i < fluid.size(); ++i)
