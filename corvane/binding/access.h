@@ -11,7 +11,7 @@ struct ModelAccess {
     template <class Model>
     static void destroy(Model* model) {
         if (!model) return;
-        model->~Model();
+        model->Model::~Model();
         ::operator delete(model);  // unsized: the complete object is larger than Model
     }
 };

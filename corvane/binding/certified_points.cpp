@@ -15,9 +15,7 @@ ResultPhase phase_of(double rho, std::vector<double> x) {
 }
 
 std::vector<double> fractions(Vector<double> const& x) {
-    std::vector<double> v;
-    for (int i = 0; i < x.size(); ++i) v.push_back(x[i]);
-    return v;
+    return {x.data, x.data + x.size()};
 }
 
 ResultPhase phase_of(PhaseRecord const& q) {

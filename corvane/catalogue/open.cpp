@@ -221,6 +221,7 @@ std::string substance_name(DataHome const& home, std::string const& equation,
     if (found.size() == 1) return found.front()->name;
     if (found.size() > 1) {
         std::vector<std::string> names;
+        names.reserve(found.size());
         for (Substance const* s : found) names.push_back(s->name);
         throw OpenFailure("'" + clipped(text) + "' is not one substance: " + join(names, ", "));
     }
