@@ -19,7 +19,7 @@ using corvane::fit::Point;
 using corvane::fit::PointKind;
 using Ends = std::array<Vector<double>, 2>;
 
-Vector<double> vector(std::vector<double> const& x) {
+Vector<double> composition_of(std::vector<double> const& x) {
     Vector<double> v(static_cast<int>(x.size()));
     for (int i = 0; i < v.size(); ++i) v[i] = x[static_cast<std::size_t>(i)];
     return v;
@@ -33,13 +33,13 @@ bool of_vapour(Point const& point) {
     return point.kind == PointKind::bubble;
 }
 Ends ends(Point const& point) {
-    return {vector(point.x), vector(of_vapour(point) ? point.y : point.x2)};
+    return {composition_of(point.x), composition_of(of_vapour(point) ? point.y : point.x2)};
 }
 
 /// The two phases into which the mean composition splits, the one nearer to the first end first.
 /// @throws EquilibriumFailure; a message why there are none
-Ends split(MixtureFluid const& mixture, Point const& point, Ends const& measured,
-           std::string& why) {
+Ends phases_around(MixtureFluid const& mixture, Point const& point, Ends const& measured,
+                   std::string& why) {
     Vector<double> middle(mixture.size());
     for (int i = 0; i < middle.size(); ++i) middle[i] = 0.5 * (measured[0][i] + measured[1][i]);
     const auto phases = corvane::flash_pT(*mixture.model, point.p, point.T, middle).phases;
@@ -85,7 +85,7 @@ void Measured::compare_ties(MixtureFluid const& mixture, double T, double p, Uni
         comparison.attempt("split", [&] {
             const Ends measured = ends(tie);
             std::string why;
-            const Ends found = split(mixture, tie, measured, why);
+            const Ends found = phases_around(mixture, tie, measured, why);
             if (!why.empty()) return comparison.skip(why);
             const char* const names[] = {"x", of_vapour(tie) ? "y" : "x2"};
             const char* const by_mass[] = {"w", of_vapour(tie) ? "wy" : "w2"};
