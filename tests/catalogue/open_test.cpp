@@ -75,6 +75,8 @@ TEST(Open, MixturesOwnWhatTheyPointAt) {
     EXPECT_EQ(gas.components, (std::vector<std::string>{"methane", "propane"}));
     EXPECT_TRUE(gas.estimated.empty());
     EXPECT_TRUE(gas.ideal);
+    ASSERT_EQ(gas.gases.size(), 2u);
+    EXPECT_EQ(gas.gases[1].first, corvane::open("PR", "propane").ideal->first);
     EXPECT_GT(gas.validity.T_triple[1], 85.0);  // propane 85.5 K
     Vector<double> z(2);
     z[0] = 0.3;

@@ -1,4 +1,6 @@
 // Equilibrium constants against printed tables and identities.
+#include "support/scratch.h"
+
 #include <corvane/corvane.h>
 
 #include <gtest/gtest.h>
@@ -49,6 +51,20 @@ TEST(Reaction, VantHoffHessAndReversal) {
     EXPECT_EQ(same.species().size(), 4u);
     EXPECT_EQ(same.at(500.0).dG, shift.at(500.0).dG);
     EXPECT_TRUE(shift.at(5000.0).extrapolated);
+}
+
+// A file without values of the ideal gas: those of the liquid (CODATA, at 0.1 MPa) are taken to it by the
+// equation of state. CODATA's gas: -241.826 kJ/mol, 188.835 J/(mol K).
+TEST(Reaction, ALiquidIsTurnedIntoItsGas) {
+    const Scratch scratch;
+    scratch.write("mine/CorvaneS/reaction/water", "298.15 -285830 69.95\n\nphase:\tliquid\n");
+    const Reaction mine("2 H2 + O2 = 2 H2O",
+                        corvane::DataHome(scratch.dir() / "mine").over(corvane::DataHome::find()));
+    auto const& water = mine.species().back();
+    EXPECT_TRUE(water.estimated);
+    EXPECT_NEAR(water.H0 / 1000.0, -241.826, 0.1);
+    EXPECT_NEAR(water.S0, 188.835, 0.2);
+    EXPECT_FALSE(Reaction("2 H2 + O2 = 2 H2O").species().back().estimated);
 }
 
 TEST(Reaction, RefusesInOneSentence) {

@@ -132,7 +132,9 @@ TEST(MixtureState, WhatIsNoPairIsRefused) {
     const std::pair<Given, Given> refused[] = {
         {{What::s, 1}, {What::u, 0}},      {{What::T, 300}, {What::T, 300}},
         {{What::h, 1}, {What::u, 0}},      {{What::T, nan}, {What::q, 0.5}},
-        {{What::T, 300}, {What::q, 1.5}},  {{What::p, -1}, {What::q, 0.5}}};
+        {{What::T, 300}, {What::q, 1.5}},  {{What::p, -1}, {What::q, 0.5}},
+        {{What::T, -300}, {What::rho, 1}}, {{What::p, 1}, {What::h, nan}},
+        {{What::p, 1}, {What::T, HUGE_VAL}}};
     for (auto const& [a, b] : refused)
         EXPECT_EQ(th_code([&, a = a, b = b] { mixture_state(m, a, b, z); }), 5);
     EXPECT_THROW(mixture_state(m, {What::T, 500}, {What::q, 0.5}, z), corvane::EquilibriumFailure);

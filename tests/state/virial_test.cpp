@@ -11,7 +11,8 @@
 namespace {
 using corvane::virial_coefficients;
 
-// Peng–Robinson: B = b − a/RT, C = b² + 2·a·b/RT; with one-fluid mixing b_ij = (b_i + b_j)/2 and
+// Peng–Robinson: B = b − a/RT, C = b² + 2·a·b/RT, T·dB/dT = a/RT·(1 + m·√Tr/√α) with √α = 1 + m·(1 − √Tr), to
+// more digits than differences have; with one-fluid mixing b_ij = (b_i + b_j)/2 and
 // a_ij = √(a_i·a_j)·(1 − k_ij).
 TEST(Virial, CoefficientsOfTheCubicEquationAreClosedForms) {
     const auto mixture = corvane::open_mixture("PR+vdW1", {"methane", "butane", "nitrogen"});
@@ -26,6 +27,10 @@ TEST(Virial, CoefficientsOfTheCubicEquationAreClosedForms) {
         a[i] = RT * (b[i] - pure.B);
         EXPECT_NEAR(pure.C / (b[i] * b[i] + 2 * a[i] * b[i] / RT), 1.0, 1e-9);
         EXPECT_NEAR(pure.B / m.mdl1[i]->B(T, 2), 1.0, 1e-9);  // by differences
+        const double root = std::sqrt(T / m.mdl1[i]->Tcrit()), w = m.mdl1[i]->omega(),
+                     slope = 0.37464 + w * (1.54226 - w * 0.26992);
+        EXPECT_NEAR(pure.B_T, a[i] / RT * (1 + slope * root / (1 + slope * (1 - root))),
+                    1e-9 * pure.B_T);
         b_mix += x[i] * b[i];
     }
     for (int i = 0; i < 3; ++i)
