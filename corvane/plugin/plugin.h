@@ -24,6 +24,7 @@ extern "C" {
 ///
 /// With CORVANE_STATIC_PLUGIN defined as the plug-in's name ("PR"), nothing is exported: the plug-in
 /// registers itself in the program that it is linked into (corvane/pure/linked_plugins.h).
+// NOLINTBEGIN(bugprone-macro-parentheses): a type takes none
 #ifndef CORVANE_STATIC_PLUGIN
 #define CORVANE_PLUGIN1(Class)                                                \
     static_assert(std::is_base_of_v<Model1, Class> && std::is_final_v<Class>, \
@@ -63,3 +64,4 @@ extern "C" {
         CORVANE_STATIC_PLUGIN, +[]() -> ModelN* { return new Class; },                  \
         +[](ModelN* model) { delete static_cast<Class*>(model); });
 #endif
+// NOLINTEND(bugprone-macro-parentheses)

@@ -89,7 +89,7 @@ Unit const* find(Quantity quantity, std::string_view name) {
 
 }  // namespace
 
-std::string unit_spelling(std::string given) {
+std::string unit_spelling(std::string const& given) {
     std::string_view name = given;
     constexpr std::pair<std::string_view, std::string_view> kSame[] = {
         {"\u00b0", ""},  {"deg", ""},     {"^", ""},       {"\u00b2", "2"}, {"\u00b3", "3"},

@@ -33,7 +33,7 @@ struct Conversion {
 /// The one spelling in unit_names of those that mean the same: "°C" and "degC" are C, "kg/m³" and
 /// "kg/m^3" kg/m3, "µPa·s" and "uPa.s" uPa s. Degrees, exponents and micro may stand in Latin-1, as
 /// spreadsheets save them.
-std::string unit_spelling(std::string name);
+std::string unit_spelling(std::string const& name);
 
 /// The conversion of a named unit of a quantity ("bar", "kg/m3"), or nothing if there is no such
 /// unit. Units with mass need the molar mass M in g/mol; with M not above 0 they are unknown.

@@ -94,11 +94,11 @@ void Visco::load0() {
     FILE* f = file.get();
     // What cannot be read keeps its value (intended: read errors are not detected).
     int count = count_;
-    int items = std::fscanf(f, "%9d%9d", &form_, &count);
+    const bool both = std::fscanf(f, "%9d%9d", &form_, &count) == 2;
     if (count > kMaxCount)
         throw corvane::FileError(th_cannot_open, path, "too many coefficients", 1);
     count_ = count;
-    if (items == 2) items = std::fscanf(f, "%lf", &Tc_);
+    [[maybe_unused]] const int items = both ? std::fscanf(f, "%lf", &Tc_) : 0;
     dilute_.size(count_);
     dilute_.read(f, "%lf");
 }
