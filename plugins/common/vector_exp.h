@@ -59,6 +59,7 @@ template <class V, class I>
         const V zero = {}, infinity = zero + std::numeric_limits<double>::infinity();
         result = v < -708.0 ? zero : result;
         result = v > 709.0 ? infinity : result;
+        // NOLINTNEXTLINE(misc-redundant-expression): not-a-number differs from itself
         result = v == v ? result : v;
         std::memcpy(x + i, &result, sizeof result);
     }
