@@ -83,9 +83,9 @@ class MixtureChecks {
                 20.0 * scale * d.error + kDifferenced * (size + more + std::abs(value)) + 1e-300);
         };
         agree("Z is 1 + rho·∂Ar/∂rho", Z - 1.0,
-              difference([&](double r) { return m_.Ar(r, T, x); }, rho, 0.02 * rho), rho, 1e-3);
+              ridders([&](double r) { return m_.Ar(r, T, x); }, rho, 0.02 * rho), rho, 1e-3);
         agree("betaV is ∂(T·Z)/∂T", m_.betaV(rho, T, x),
-              difference([&](double t) { return t * m_.Z(rho, t, x); }, T, 0.01 * T), 1.0, 1.0);
+              ridders([&](double t) { return t * m_.Z(rho, t, x); }, T, 0.01 * T), 1.0, 1.0);
         if (!m_.derivatives()) return;
         derivatives(at, x, size);
         const Potentials q(m_, rho_i, T);
@@ -129,15 +129,15 @@ class MixtureChecks {
             return e[k];
         };
         agree("exact derivatives: ∂²/∂rho²", d[6] + d[3],
-              difference([&](double r) { return m_.Z(r, at.T, x); }, at.rho, 0.02 * at.rho), at.rho,
+              ridders([&](double r) { return m_.Z(r, at.T, x); }, at.rho, 0.02 * at.rho), at.rho,
               1.0);
         agree("exact derivatives: ∂³/∂rho³", c[3] + 2.0 * c[2],
-              difference([&](double r) { return element(r, at.T, 6); }, at.rho, 0.02 * at.rho),
+              ridders([&](double r) { return element(r, at.T, 6); }, at.rho, 0.02 * at.rho),
               at.rho);
         agree("exact derivatives: ∂/∂T", d[1],
-              difference([&](double t) { return m_.Ar(at.rho, t, x); }, at.T, 0.01 * at.T), at.T);
+              ridders([&](double t) { return m_.Ar(at.rho, t, x); }, at.T, 0.01 * at.T), at.T);
         agree("exact derivatives: ∂²/∂T²", d[2] + d[1],
-              difference([&](double t) { return element(at.rho, t, 1); }, at.T, 0.01 * at.T), at.T);
+              ridders([&](double t) { return element(at.rho, t, 1); }, at.T, 0.01 * at.T), at.T);
         for (int i = 0; i < 3; ++i)
             survey_.same("exact derivatives: orders agree", at, c[i], d[3 * i],
                          20 * kRounding * (size + std::abs(c[i])) + 1e-300);
@@ -155,7 +155,7 @@ class MixtureChecks {
                 survey_.same(name, at, value, d.value,
                              20.0 * d.error + 4 * kDifferenced * (scale + std::abs(value)));
             };
-            const Difference F = difference(
+            const Difference F = ridders(
                 [&](double r) {
                     const Vector<double> y = with(r);
                     return y.sum() * m_.Ar(y, at.T);
@@ -164,12 +164,12 @@ class MixtureChecks {
             agree("mu_i is ∂(rho·Ar)/∂rho_i", q.mu[index(i)], F, largest / rho_i[i] * at.rho);
             for (int j = 0; j < n_; ++j) {
                 const Difference d =
-                    difference([&](double r) { return Potentials(m_, with(r), at.T).mu[index(j)]; },
+                    ridders([&](double r) { return Potentials(m_, with(r), at.T).mu[index(j)]; },
                                rho_i[i], h);
                 agree("Hessian: ∂mu_i/∂rho_j", q.H[index(j, i)], d, largest / rho_i[i]);
             }
             const Difference t =
-                difference([&](double T) { return at.T * Potentials(m_, rho_i, T).mu[index(i)]; },
+                ridders([&](double T) { return at.T * Potentials(m_, rho_i, T).mu[index(i)]; },
                            at.T, 0.01 * at.T);
             agree("slope of mu_i in T", q.mu_T[index(i)], t, largest);
         }

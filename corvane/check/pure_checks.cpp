@@ -208,11 +208,11 @@ class PureChecks {
     }
     template <class F>
     static Difference along_rho(Place const& q, F const& f) {
-        return difference(f, q.at.rho, 0.02 * q.at.rho);
+        return ridders(f, q.at.rho, 0.02 * q.at.rho);
     }
     template <class F>
     static Difference along_T(Place const& q, F const& f) {
-        return difference(f, q.at.T, 0.01 * q.at.T);
+        return ridders(f, q.at.T, 0.01 * q.at.T);
     }
 
     void identities(double T, double rho) {
@@ -341,7 +341,7 @@ class PureChecks {
                                  (10 + std::abs(m_.pV(rho, T))) +
                              1e-9 * s.p);
         if (T > 0.995 * Tc_) return;
-        const Difference slope = difference(
+        const Difference slope = ridders(
             [&](double t) { return std::log(pure_saturation_T(m_, t).p); }, T, 0.002 * T);
         const double dS = m_.Sr(s.rhoV, T) - m_.Sr(s.rhoL, T) + std::log(s.rhoL / s.rhoV);
         survey_.same("saturation: Clausius–Clapeyron", at, R * dS / (1 / s.rhoV - 1 / s.rhoL) / s.p,

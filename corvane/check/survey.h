@@ -21,7 +21,7 @@ struct Difference {
 /// f'(x) by central differences of steps h, h/2, h/4 … extrapolated to zero (Ridders 1982). The
 /// error is the least change between neighbours of the scheme.
 template <class F>
-Difference difference(F const& f, double x, double h) {
+Difference ridders(F const& f, double x, double h) {
     constexpr int kLevels = 7;
     std::array<std::array<double, kLevels>, kLevels> a{};
     Difference best{std::numeric_limits<double>::quiet_NaN(),

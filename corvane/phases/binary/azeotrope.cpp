@@ -21,7 +21,7 @@ AzeotropePoint azeotrope_point(CoexistenceSolver& s, double tpd, Validity const*
     certify(s.fluid, q.p, {a, b}, q.certificate);
     q.dense = q.certificate.phases[0];
     q.light = q.certificate.phases[1];
-    bound_apart(s, q.certificate);
+    state_bounds(s, q.certificate);
     q.certificate.tpd = tpd;
     q.certificate.evaluations = s.fluid.evaluations;
     q.certificate.flag(validity, q.T, q.p, q.dense.x);

@@ -45,7 +45,7 @@ ThreePhasePoint detail::three_phase_point(CoexistenceSolver& s, double tpd,
     });
     certify(s.fluid, q.p, order, q.certificate);
     q.phases = q.certificate.phases;
-    bound_apart(s, q.certificate);
+    state_bounds(s, q.certificate);
     q.certificate.tpd = tpd;
     q.certificate.evaluations = s.fluid.evaluations;
     q.certificate.flag(validity, q.T, q.p, q.phases[0].x);

@@ -11,7 +11,7 @@ namespace corvane::inline detail {
 ThreePhasePoint three_phase_point(CoexistenceSolver& solver, double tpd, Validity const* validity);
 
 /// Bounds of the errors of the solution; none where two phases are one, at critical ends of lines.
-inline void bound_apart(CoexistenceSolver& solver, Certificate& c) {
+inline void state_bounds(CoexistenceSolver& solver, Certificate& c) {
     if (!solver.trivial()) solver.bound(c);
 }
 
