@@ -233,8 +233,8 @@ std::vector<Substance const*> Substances::search(std::string const& text) const 
 std::string Substances::suggestion(std::string const& asked,
                                    std::vector<std::string> const& others) const {
     constexpr std::size_t kShortest = 5;  // below it a slip of one letter is another abbreviation
-    constexpr std::size_t kLongest = 100;
-    if (asked.size() > kLongest || plain(asked).size() < kShortest) return "";
+    constexpr std::size_t kLongestAsked = 100;
+    if (asked.size() > kLongestAsked || plain(asked).size() < kShortest) return "";
     const Words words(asked);
     std::vector<std::string> near;
     const auto each = [&](std::function<void(std::string const&, Substance const*)> const& use) {

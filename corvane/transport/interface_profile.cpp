@@ -18,10 +18,10 @@ constexpr int kNodes = 64;  // intervals; even
 std::size_t index(int i) { return static_cast<std::size_t>(i); }
 
 /// The path of least grand potential through the densities.
-class Path {
+class InterfacePath {
   public:
-    Path(ModelN const& model, double T, Vector<double> const& vapour, Vector<double> const& liquid,
-         Vector<double> const& influence)
+    InterfacePath(ModelN const& model, double T, Vector<double> const& vapour,
+                  Vector<double> const& liquid, Vector<double> const& influence)
         : fluid_(model, mean(vapour, liquid)), T_(T), n_(fluid_.size()) {
         for (int k = 0; k < n_; ++k) {
             const int i = fluid_.index(k);
@@ -171,7 +171,7 @@ InterfaceProfile interface_profile(ModelN const& model, double T, Vector<double>
                                    Vector<double> const& liquid, Vector<double> const& influence) {
     if (influence.size() != model.mdl1.size() || vapour.size() != influence.size() || !(T > 0.0))
         throw ThException(th_out_of_range);
-    Path path(model, T, vapour, liquid, influence);
+    InterfacePath path(model, T, vapour, liquid, influence);
     const double half = 0.5 * (path.last() - path.first()), mid = 0.5 * (path.last() + path.first());
     const auto angle = [](int k) { return std::numbers::pi * k / kNodes; };
     InterfaceProfile result;
