@@ -17,24 +17,6 @@ namespace corvane::fit {
 namespace {
 // Least penalty of a point without a solution where nothing says how far that is, relative.
 constexpr double kPenalty = 0.2;
-// Deviations of p beyond the end of a boundary grow along its tangent, and have no limit. From
-// kStraight on they bend to kFarthest, which they have from kFlat on, and where no boundary is
-// found: a bubble side that goes on to dense states is lost many times its pressure away.
-constexpr double kStraight = 1.0, kFlat = 4.0, kFarthest = 2.0;
-
-/// d up to kStraight, ±kFarthest from kFlat on, Hermite's cubic between them (monotonic, as its
-/// slope falls from three times that of the secant to zero); and its slope.
-double bent(double d, double& slope) {
-    const double size = std::fabs(d), h = kFlat - kStraight;
-    slope = size <= kStraight ? 1.0 : 0.0;
-    if (size <= kStraight) return d;
-    if (size >= kFlat) return std::copysign(kFarthest, d);
-    const double t = (size - kStraight) / h, rise = kFarthest - kStraight;
-    slope = (1.0 - t) * (1.0 - 3.0 * t) + 6.0 * rise / h * t * (1.0 - t);
-    return std::copysign(kStraight + h * t * (1.0 - t) * (1.0 - t) + rise * t * t * (3.0 - 2.0 * t),
-                         d);
-}
-
 // Of the steps of other differences: the library's solvers leave more than rounding.
 constexpr double kDirectStep = 100.0;
 
@@ -256,34 +238,7 @@ void MixtureEvaluator::beyond(std::size_t index, Point const& point, std::vector
         return true;
     };
     differences(values, knobs, answers);
-    double w = 1.0, far = 0.0, at = 0.0;  // weight of the boundary's compositions, and its slope
-    std::vector<double> w_slope(knobs.size(), 0.0);
-    for (std::size_t o = 0; o < answers.size(); ++o) {
-        answers[o].solved = false;
-        Observation const& seen = point.observed[o];
-        if (seen.what != Observable::p) continue;
-        double slope = 0.0;
-        const double d = answers[o].calculated / seen.value - 1.0;
-        far = std::clamp((std::fabs(d) - kStraight) / (kFlat - kStraight), 0.0, 1.0);
-        w = 1.0 - far * far * (3.0 - 2.0 * far);
-        at = -6.0 * far * (1.0 - far) / (kFlat - kStraight) * (d > 0.0 ? 1.0 : -1.0);
-        answers[o].penalty = bent(d, slope) - d;
-        for (std::size_t k = 0; k < knobs.size(); ++k) {
-            w_slope[k] = at * answers[o].slope[k] / seen.value;
-            answers[o].slope[k] *= slope;
-        }
-    }
-    for (std::size_t o = 0; o < answers.size(); ++o) {
-        Observation const& seen = point.observed[o];
-        if (seen.what == Observable::p || !(w < 1.0)) continue;
-        const double d = answers[o].calculated - seen.value,
-                     r = std::sqrt(w * d * d + (1.0 - w) * kPenalty * kPenalty);
-        answers[o].penalty = r - d;
-        for (std::size_t k = 0; k < knobs.size(); ++k)
-            answers[o].slope[k] =
-                (w * d * answers[o].slope[k] + 0.5 * w_slope[k] * (d * d - kPenalty * kPenalty)) /
-                r;
-    }
+    for (Answer& answer : answers) answer.solved = false;
 }
 
 /// Of every observation. Where all phases are measured a deviation of the size of that of phases
@@ -294,9 +249,7 @@ std::vector<double> MixtureEvaluator::penalties(Point const& point) {
         Equilibrium::takes(point.kind) && !Equilibrium::saturation(point) && e != 0.0;
     Numbers result;
     for (Observation const& seen : point.observed)
-        result.push_back(Equilibrium::saturation(point) && seen.what == Observable::p
-                             ? std::hypot(kFarthest, e)
-                         : !merging               ? std::hypot(kPenalty, e)
+        result.push_back(!merging                 ? std::hypot(kPenalty, e)
                          : is_fraction(seen.what) ? merged(point, seen) * std::hypot(1.0, e)
                                                   : e);
     return result;

@@ -185,8 +185,6 @@ TEST(FitPenalty, IsContinuousWithItsSlopesThroughTheLossOfASolution) {
          [](auto const& m) { return azeotrope(m, 230.0); }},
         {"three phases", "SRK+vdW1", "methanol", "hexane", 0.02, -0.06, -0.04,
          [](auto const& m) { return three_phases(m, 280.0); }},
-        // To where the bubble side goes on to dense states, and there is no end to continue from.
-        {"bubble", "PCSAFT+LB", co2, methane, 0.05, 0.16, 0.21, at(PointKind::bubble, 235.0, 0.4)},
         {"azeotrope, p alone", "PR+vdW1", co2, "ethane", 0.13, -0.001, 0.004,
          [](auto const& m) { return p_alone(azeotrope(m, 230.0)); }},
         {"three phases, p alone", "SRK+vdW1", "methanol", "hexane", 0.02, -0.055, -0.045,
@@ -252,7 +250,16 @@ TEST(FitPenalty, FitsFindTheirWayBack) {
         {"dew", "PCSAFT+LB", "carbon_dioxide", "methane", -0.2, 0.1,
          [](auto const& m) { return std::vector<Point>{boundary(m, PointKind::dew, 275.0, 0.6)}; }},
         {"two liquids", "PCSAFT+LB", "methanol", "hexane", 0.03, 0.0,
-         [](auto const& m) { return std::vector<Point>{two_liquids(m, 280.0, 0.5, 0.5)}; }}};
+         [](auto const& m) { return std::vector<Point>{two_liquids(m, 280.0, 0.5, 0.5)}; }},
+        // From so far that most have no solution or one several hundred per cent off.
+        {"isotherms", "PR+vdW1", "methane", "propane", 0.015, 0.5,
+         [](auto const& m) {
+             std::vector<Point> points;
+             for (double T : {222.0, 240.0, 259.0, 277.0, 296.0})
+                 for (int k = 1; k <= 8; ++k)
+                     points.push_back(boundary(m, PointKind::bubble, T, 0.05 * k));
+             return points;
+         }}};
     for (auto const& c : cases)
         for (bool first : {false, true}) {
             SCOPED_TRACE(std::string(c.name) + (first ? ", first stage" : ""));
@@ -265,7 +272,9 @@ TEST(FitPenalty, FitsFindTheirWayBack) {
             problem.choose(problem.add(binary(c.model, c.first, c.second), {set}),
                            {.names = {"kij"}, .start = {{"kij", c.start}}});
             const Result r = solve(problem, {.first_stage = first});
-            EXPECT_EQ(r.sets[0].before.points, 0);
+            if (set.points.size() == 1) {
+                EXPECT_EQ(r.sets[0].before.points, 0);
+            }
             EXPECT_NEAR(r.parameters[0].value, c.kij, 1e-8);
             EXPECT_EQ(r.sets[0].without_solution, 0);
         }
