@@ -2,6 +2,7 @@
 #include <corvane/core/files.h>
 #include <corvane/core/text.h>
 #include <corvane/transport/correlation_table.h>
+#include <corvane/transport/rows.h>
 
 #include <array>
 #include <cmath>
@@ -107,13 +108,8 @@ double Correlation::operator()(double T) const {
 
 std::vector<Correlation> correlations(DataHome const& home, std::string const& table,
                                       std::string const& substance) {
-    const std::string path = home.file("CorvaneS/transport/" + table + ".tsv").string();
-    File file;
-    try {
-        file = open_file(path);
-    } catch (ThException const&) {
-        return {};
-    }
+    const auto [path, file] = open_table(home, table);
+    if (!file) return {};
     std::vector<Correlation> found;
     std::map<std::string, std::string> sources;  // lines "# key text"
     const std::string wanted = substance + '\t';

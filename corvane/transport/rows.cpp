@@ -1,25 +1,28 @@
 #include <corvane/core/errors.h>
-#include <corvane/core/files.h>
 #include <corvane/core/text.h>
 #include <corvane/transport/rows.h>
 
 namespace corvane::inline detail {
 
+TableFile open_table(DataHome const& home, std::string const& table) {
+    const std::string path = home.file("CorvaneS/transport/" + table + ".tsv").string();
+    try {
+        return {path, open_file(path)};
+    } catch (ThException const&) {
+        return {path, nullptr};
+    }
+}
+
 std::optional<std::vector<double>> row_of(DataHome const& home, std::string const& table,
                                           std::string const& substance, std::size_t columns,
                                           std::size_t numbers) {
-    const std::string path = home.file("CorvaneS/transport/" + table + ".tsv").string();
-    File file;
-    try {
-        file = open_file(path);
-    } catch (ThException const&) {
-        return {};
-    }
+    const auto [path, file] = open_table(home, table);
+    if (!file) return {};
     const std::string wanted = substance + '\t';
     char line[1024];
     for (int number = 1; std::fgets(line, sizeof line, file.get()); ++number) {
         if (std::string_view(line).rfind(wanted, 0) != 0) continue;
-        const auto fail = [&](std::string const& what) {
+        const auto fail = [&, &path = path](std::string const& what) {
             throw OpenFailure(path + ":" + std::to_string(number) + ": " + what, path, number);
         };
         const auto field = split(trimmed(line), '\t');

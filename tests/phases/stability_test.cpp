@@ -59,7 +59,7 @@ Potentials potentials(ModelN const& m, double T, double x, double rho) {
 }
 
 // Phases that have less of a component than doubles can tell from one part of the other, in either
-// order of the components; most of the water's sites are bonded (1e-15 to 1e-9 are free).
+// order of the components. Of the sites of cold water exp(−ε/2kT) are free, 1e-9 at 60 K.
 TEST(Stability, TracesBelowOneUlpOfTheOtherComponent) {
     for (auto [T, p] : {std::pair(12.0, 78.9), {22.0, 0.5}, {40.0, 5.0}, {60.0, 78.9}}) {
         corvane::FlashResult q[2];

@@ -59,7 +59,7 @@ TEST(PcSaftLB, TernariesAreThoseOfThePublishedForm) {
             }
         }
         std::vector<std::pair<double, double>> states{{280, 1e-7}, {450, 0.12}, {300, 0.45}};
-        if (row.cold) states = {{60, 0.5}, {30, 0.5}, {30, 1e-9}};  // 1e-12 to 1e-18 of the sites free
+        if (row.cold) states = {{60, 0.5}, {30, 0.5}, {30, 1e-9}};  // 1e-9 and 1e-18 of a liquid's sites free
         for (auto [T, eta] : states) {
             double packing = 0;
             const Vector<double> x = vec({row.x[0], row.x[1], row.x[2]});
