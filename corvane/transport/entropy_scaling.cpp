@@ -45,8 +45,8 @@ EntropyScaling::EntropyScaling(DataHome const& home, std::vector<std::string> co
 }
 
 void EntropyScaling::translate(int component, Model1 const& model) {
-    segments_[static_cast<std::size_t>(component)].shift =
-        VolumeShift(model, *mixture_.model->mdl1[component]);
+    segments_[static_cast<std::size_t>(component)].shift = std::make_shared<Lazy<VolumeShift> const>(
+        [&model, own = mixture_.model->mdl1[component]] { return VolumeShift(model, *own); });
 }
 
 double EntropyScaling::chapman_enskog(int i, double T) const {
@@ -61,7 +61,10 @@ double EntropyScaling::operator()(double T, double rho, Vector<double> const& x)
     const double reference = of_gases(
         n, [&](int i) { return x[i]; }, eta, eta, [&](int i) { return segment(i).M; });
     double m = 0.0, shift = 0.0;
-    for (int i = 0; i < n; ++i) m += x[i] * segment(i).m, shift += x[i] * segment(i).shift(T);
+    for (int i = 0; i < n; ++i) {
+        m += x[i] * segment(i).m;
+        if (rho > 0.0 && segment(i).shift) shift += x[i] * (**segment(i).shift)(T);
+    }
     double s = 0.0;
     if (rho > 0.0) {
         const double own = shifted_density(rho, shift);

@@ -3,9 +3,11 @@
 #pragma once
 
 #include <corvane/catalogue/open.h>
+#include <corvane/core/lazy.h>
 #include <corvane/transport/volume_shift.h>
 
 #include <array>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -33,7 +35,8 @@ class EntropyScaling {
     /// @throws OpenFailure a component without a row, or whose set is missing
     EntropyScaling(DataHome const& home, std::vector<std::string> const& components);
 
-    /// Densities are those of this other model from now on. The values hang on them: 1 % is 10 % of a liquid's.
+    /// Densities are those of this other model from now on, which must outlive this. The values hang on them: 1 % is
+    /// 10 % of a liquid's.
     void translate(int component, Model1 const& model);
 
     /// Pa·s at T [K], rho [mol/cm³] of the other model, mole fractions x.
@@ -52,7 +55,7 @@ class EntropyScaling {
     struct Segment {
         double M, m, sigma, epsilon;  // g/mol, –, nm, K
         std::array<double, 4> c;
-        VolumeShift shift = {};
+        std::shared_ptr<Lazy<VolumeShift> const> shift = {};  ///< null: none
     };
     Mixture mixture_;
     std::vector<Segment> segments_;

@@ -1,9 +1,11 @@
 #include <corvane/catalogue/parameter_sets.h>
 #include <corvane/core/errors.h>
+#include <corvane/core/lazy.h>
 #include <corvane/phases/report/certificate.h>
 #include <corvane/phases/saturation/pure_saturation.h>
 #include <corvane/state/phase_properties.h>
 #include <corvane/transport/chung.h>
+#include <corvane/transport/coexistence.h>
 #include <corvane/transport/correlation_table.h>
 #include <corvane/transport/diffusion.h>
 #include <corvane/transport/entropy_scaling.h>
@@ -13,12 +15,10 @@
 #include <corvane/transport/volume_shift.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <filesystem>
 #include <functional>
 #include <limits>
-#include <mutex>
 #include <optional>
 
 namespace corvane {
@@ -153,55 +153,6 @@ TransportValue Joined::at(Fluid const& fluid, double T, double rho) const {
     return meaningful(std::move(result));  // not denser than the pattern goes
 }
 
-/// Saturated densities of a fluid, from a table where that tells enough.
-class Coexistence {
-  public:
-    /// Is rho between the densities of saturated vapour and liquid at T? False where there is none.
-    bool parts(Model1 const& model, double T, double rho) const {
-        const double Tc = model.Tcrit();
-        if (!(T < Tc)) return false;
-        std::call_once(made_, [&] { make(model); });
-        const double place = (T / Tc - kFirst) / (1.0 - kFirst) * (kNodes - 1);
-        if (place >= 0.0) {
-            const auto i = std::min(static_cast<std::size_t>(place), kNodes - 2);
-            constexpr double kMargin = 1e-3;  // water is densest at 277 K
-            const auto [V0, V1] = std::minmax(vapour_[i], vapour_[i + 1]);
-            const auto [L0, L1] = std::minmax(liquid_[i], liquid_[i + 1]);
-            if (rho < V0 || rho > L1 * (1.0 + kMargin)) return false;
-            if (rho > V1 && rho < L0 * (1.0 - kMargin)) return true;
-        }
-        const auto s = saturation(model, T);
-        constexpr double kSame = 1e-7;  // densities that were solved elsewhere
-        return s && rho > s->rhoV * (1.0 + kSame) && rho < s->rhoL * (1.0 - kSame);
-    }
-
-  private:
-    static constexpr std::size_t kNodes = 48;
-    static constexpr double kFirst = 0.3;
-
-    static std::optional<PureSaturation> saturation(Model1 const& model, double T) {
-        try {
-            return pure_saturation_T(model, T);
-        } catch (EquilibriumFailure const&) {
-        } catch (ThException const&) {
-        } catch (MthException const&) {
-        }
-        return {};
-    }
-    void make(Model1 const& model) const {
-        for (std::size_t i = 0; i < kNodes; ++i) {
-            const double part = kFirst + (1.0 - kFirst) * static_cast<double>(i) / (kNodes - 1);
-            const auto s = saturation(model, part * model.Tcrit());
-            const double c = 1.0 / model.vcrit();
-            // What is not known decides nothing.
-            vapour_[i] = s ? s->rhoV : i + 1 == kNodes ? c : 0.0;
-            liquid_[i] = s ? s->rhoL : i + 1 == kNodes ? c : std::numeric_limits<double>::max();
-        }
-    }
-    mutable std::once_flag made_;
-    mutable std::array<double, kNodes> vapour_{}, liquid_{};
-};
-
 /// From the densities of a fluid to those of the reference equation, which reference correlations want.
 VolumeShift shift_to_reference(Fluid const& fluid) {
     if (fluid.equation == "MEOS") return {};
@@ -240,17 +191,18 @@ struct Transport::Parts {
     std::string viscosity_source, conductivity_source;
     Stated viscosity_stated, conductivity_stated;
     bool water = false;
-    VolumeShift shift;  // to the reference equation
+    Lazy<VolumeShift> shift;  // to the reference equation
     Joined joined_viscosity{"viscosity", &kViscosity, {}, {}, {}, {}, {}, {}},
         joined_conductivity{"thermal conductivity", &kConductivity, {}, {}, {}, {}, {}, {}};
     std::vector<Correlation> tension;
-    std::optional<ReferenceSlope> slope;  // of the isotherm without critical part
+    double T_slope = 0.0;        // K, of the isotherm without critical part; 0: not needed
+    Lazy<ReferenceSlope> slope;  // of that
     Coexistence coexistence;
 
     explicit Parts(Fluid const& f);
     /// mol/m³ of the reference equation where the model has rho.
     double reference_density(double T, double rho) const {
-        return 1e6 * shifted_density(rho, shift(T));
+        return 1e6 * shifted_density(rho, (*shift)(T));
     }
     void join_viscosity(Figures const& propane);
     void join_conductivity(Figures const& propane);
@@ -267,7 +219,12 @@ struct Transport::Parts {
     bool conductivity_needs_state() const { return conductivity && conductivity->enhanced(); }
 };
 
-Transport::Parts::Parts(Fluid const& f) : fluid(f), water(f.substance == "water") {
+Transport::Parts::Parts(Fluid const& f)
+    : fluid(f),
+      water(f.substance == "water"),
+      shift([&f] { return shift_to_reference(f); }),
+      slope([this] { return ReferenceSlope(*fluid.model, T_slope); }),
+      coexistence(*f.model) {
     const auto path = [&](char const* property) {
         return f.home.file(std::string("CorvaneS/transport/") + property + "/" + f.substance);
     };
@@ -286,7 +243,6 @@ Transport::Parts::Parts(Fluid const& f) : fluid(f), water(f.substance == "water"
         conductivity_source = figures.text("source");
         conductivity_stated.read(figures, f);
     }
-    if (viscosity || conductivity) shift = shift_to_reference(f);
     const auto pattern = [&](char const* property) {
         return Figures(
             f.home.file(std::string("CorvaneS/transport/") + property + "/propane").string());
@@ -294,10 +250,9 @@ Transport::Parts::Parts(Fluid const& f) : fluid(f), water(f.substance == "water"
     if (!viscosity) join_viscosity(pattern("viscosity"));
     if (!conductivity) join_conductivity(pattern("conductivity"));
     tension = correlations(f.home, "surface_tension", f.substance);
-    const double T_ref = conductivity  ? conductivity->reference_temperature()
-                         : water       ? water_reference_temperature
-                                       : 0.0;
-    if (T_ref > 0.0) slope.emplace(*f.model, T_ref);
+    T_slope = conductivity ? conductivity->reference_temperature()
+              : water      ? water_reference_temperature
+                           : 0.0;
 }
 
 void Transport::Parts::join_viscosity(Figures const& propane) {
@@ -361,7 +316,7 @@ TransportValue Transport::Parts::conductivity_at(double T, double rho,
                           conductivity_source, conductivity_stated.covers(T), kNan};
     if (!state) return meaningful(std::move(result));
     if (viscosity || joined_viscosity.complete())
-        result.value += conductivity->critical(*state, slope ? &*slope : nullptr,
+        result.value += conductivity->critical(*state, T_slope > 0.0 ? &*slope : nullptr,
                                                viscosity_at(T, rho, state).value);
     else
         result.model += " without its critical enhancement, for which there is no viscosity";
@@ -375,7 +330,7 @@ TransportValue Transport::viscosity(double T, double rho) const {
     check_state(T, rho);
     const auto s = parts_->state(parts_->viscosity_needs_state(), T, rho);
     TransportValue v = parts_->viscosity_at(T, rho, s ? &*s : nullptr);
-    v.metastable = parts_->coexistence.parts(*parts_->fluid.model, T, rho);
+    v.metastable = parts_->coexistence.parts(T, rho);
     return v;
 }
 
@@ -389,7 +344,7 @@ TransportValue Transport::thermal_conductivity(double T, double rho) const {
     check_state(T, rho);
     const auto s = parts_->state(parts_->conductivity_needs_state(), T, rho);
     TransportValue v = parts_->conductivity_at(T, rho, s ? &*s : nullptr);
-    v.metastable = parts_->coexistence.parts(*parts_->fluid.model, T, rho);
+    v.metastable = parts_->coexistence.parts(T, rho);
     return v;
 }
 
@@ -410,7 +365,7 @@ TransportValue Transport::diffusion(double T, double rho) const {
     result.value = joined_diffusion(gas, liquid_self_diffusion(T, rho), rho, eta0, eta);
     result.model = "Chapman, Enskog; Li, Chang; viscosity: " + result.model;
     result.uncertainty = kSelfDiffusion;
-    result.metastable = parts_->coexistence.parts(model, T, rho);
+    result.metastable = parts_->coexistence.parts(T, rho);
     return result;
 }
 

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/vdw_model.h"
+
 #include <cmath>
 #include <filesystem>
 #include <fstream>
@@ -266,6 +268,35 @@ TEST(Transport, MetastableStatesAreFlagged) {
         }
         EXPECT_FALSE(o.transport.thermal_conductivity(1.001 * o.fluid.model->Tcrit(), 1 / o.fluid.model->vcrit()).metastable);
     }
+}
+
+// A fluid of one's own, whose evaluations are counted: opening evaluates nothing, and states below the critical
+// temperature, which say whether they are metastable, nothing any more once their neighbours were seen.
+TEST(Transport, OpeningAndFlaggingTakeNoEvaluations) {
+    VdwModel model("argon", 150.0, 32.0);
+    corvane::Fluid fluid{std::unique_ptr<Model1, corvane::Detach>(&model), "vdw", "argon", 1, {}, {},
+                         corvane::DataHome::find()};
+    {
+        const corvane::Transport transport(fluid);
+        EXPECT_EQ(model.calls, 0);
+        const auto flagged = [&](double T, double reduced) { return transport.viscosity(T, reduced / model.vcrit()).metastable; };
+        const auto walk = [&](int n) {
+            for (int k = 0; k < n; ++k) {
+                const double T = 60 + 89.0 * k / n;
+                EXPECT_FALSE(flagged(T, 2.9 * (1 - 0.2 * T / 150)));   // denser than any liquid there
+                EXPECT_FALSE(flagged(T, 1e-6));
+                EXPECT_TRUE(flagged(T, 1.0));
+            }
+        };
+        walk(100);
+        const long solved = model.calls;
+        EXPECT_GT(solved, 0);
+        walk(1000);
+        EXPECT_EQ(model.calls, solved);
+        flagged(151, 1.0);
+        EXPECT_EQ(model.calls, solved);
+    }
+    fluid.model.release();
 }
 
 // Correlations are asked far outside their data, too: what they give there is flagged, or refused.
