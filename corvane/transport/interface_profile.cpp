@@ -165,6 +165,13 @@ class InterfacePath {
     PhaseState state_;
 };
 
+/// Where the path is at a part of q, linear in the angle between the nodes.
+double z_at(double part, std::vector<double> const& z) {
+    const double place = std::acos(1.0 - 2.0 * part) / std::numbers::pi * kNodes - 1.0;
+    const auto k = static_cast<std::size_t>(place);
+    return z[k] + (place - static_cast<double>(k)) * (z[k + 1] - z[k]);
+}
+
 }  // namespace
 
 InterfaceProfile interface_profile(ModelN const& model, double T, Vector<double> const& vapour,
@@ -201,6 +208,7 @@ InterfaceProfile interface_profile(ModelN const& model, double T, Vector<double>
                      b = force[k] > 0.0 ? sine[k] / force[k] : 0.0;
         result.z[k] = result.z[k - 1] + 1e9 * step * 0.5 * (a + b);
     }
+    result.thickness = z_at(0.9, result.z) - z_at(0.1, result.z);
     const double middle = result.z[index(kNodes / 2 - 1)];
     for (double& z : result.z) z -= middle;
     for (int i = 0; i < influence.size(); ++i) result.influence.push_back(influence[i]);

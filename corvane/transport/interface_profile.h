@@ -22,6 +22,7 @@ namespace corvane {
 struct InterfaceProfile {
     double tension = 0.0;        ///< N/m
     double tension_error = 0.0;  ///< relative, from half the nodes
+    double thickness = 0.0;      ///< nm, from 10 to 90 % of the way in q
     std::vector<double> z;       ///< nm, ascending into the denser phase, 0 half-way in q
     std::vector<std::vector<double>> rho_i;  ///< mol/cm³ at z, all components
     std::vector<double> excess;  ///< Ω + p at z, MPa

@@ -48,11 +48,12 @@ class Evidence {
     double operator()(TransportValue const& v) {
         if (!(v.value > 0.0)) throw ThException(5);  // beyond where its correlation means anything
         in_range_ = in_range_ && v.in_range;
+        uncertainty_ = std::fmax(uncertainty_, v.uncertainty);
         add(v.source);
         return v.value;
     }
     TransportValue result(double value, std::string const& model) const {
-        return {value, model, sources_, in_range_, std::numeric_limits<double>::quiet_NaN()};
+        return {value, model, sources_, in_range_, std::numeric_limits<double>::quiet_NaN(), uncertainty_};
     }
 
   private:
@@ -65,6 +66,7 @@ class Evidence {
     std::vector<std::string> told_;
     std::string sources_;
     bool in_range_ = true;
+    double uncertainty_ = std::numeric_limits<double>::quiet_NaN();  // the largest that is known
 };
 
 }  // namespace
@@ -218,13 +220,14 @@ MixtureDiffusion MixtureTransport::diffusion(double T, double rho, Vector<double
     const auto solute = [&](int i) { return wilke_chang(T, p[1 - i].M, p[1 - i].phi, p[i].V); };
     const double liquid = std::pow(solute(0), x[1]) * std::pow(solute(1), x[0]);
     const double dilute = p.of_gases(x, {eta0[0], eta0[1]}, {eta0[0], eta0[1]});
-    const TransportValue eta = viscosity(T, rho, x);
-    known(eta);
+    const TransportValue eta = viscosity(T, rho, x);  // rests on the dilute ones, too
+    Evidence all;
+    all(eta);
     MixtureDiffusion result;
-    result.stefan = known.result(joined_diffusion(gas, liquid, rho, dilute, eta.value),
+    result.stefan = all.result(joined_diffusion(gas, liquid, rho, dilute, eta.value),
                                  std::string(fuller ? "Fuller" : "Chapman, Enskog") +
                                      "; Wilke, Chang; Leffler, Cullinan; viscosity: " + eta.model);
-    result.stefan.uncertainty = kUncertainty;
+    result.stefan.uncertainty = std::fmax(kUncertainty, result.stefan.uncertainty);
     if (!(x[0] > 0.0) || !(x[1] > 0.0)) return result;
     const FluidModel fluid(*p.model, x);
     PhaseState s;

@@ -37,7 +37,7 @@ class CORVANE_API MixtureTransport {
     MixtureTransport& operator=(MixtureTransport const&) = delete;
 
     // `model` names the rules, `source` those of the components, each once. in_range: all components
-    // are in the range of their sources at T. second_source is not-a-number but for the viscosity of a dense
+    // are in the range of their sources at T; uncertainty: the largest of a component, to which that of the rule comes. second_source is not-a-number but for the viscosity of a dense
     // fluid whose components all have entropy scaling: the relative deviation of that.
 
     /// Viscosity in Pa·s at T [K], rho [mol/cm³] and mole fractions x.

@@ -364,7 +364,7 @@ TransportValue Transport::diffusion(double T, double rho) const {
     const double gas = dilute_diffusion(T, {M, collision_diameter(T, M, epsilon, eta0), epsilon});
     result.value = joined_diffusion(gas, liquid_self_diffusion(T, rho), rho, eta0, eta);
     result.model = "Chapman, Enskog; Li, Chang; viscosity: " + result.model;
-    result.uncertainty = kSelfDiffusion;
+    result.uncertainty = std::fmax(kSelfDiffusion, result.uncertainty);
     result.metastable = parts_->coexistence.parts(T, rho);
     return result;
 }

@@ -30,6 +30,21 @@ TEST(Cli, PureSubstanceCommandsAnswerAndRefuse) {
          {"viscosity MEOS CO2 --T 300 --p 0.1,10", 0, "friction theory, set 1|pa/MPa", ""},
          {"transport argon --T 300", 1, "", "no liquid and vapour above the critical temperature: give --p"},
          {"transport propane --T 300,400 --csv", 1, "300,|300,|400,,,,,,,failed", "at T = 400 K: no liquid"},
+         {"transport PR+vdW1 methane=0.3 propane --T 280", 2, "", "a mixture takes --T and --p"},
+         {"transport PR+vdW1 methane=0.3 propane --T 280 --p 3", 0, "transport  model PR+vdW1|eta/(uPa s)  lambda|second source", ""},
+         {"transport PR r1336mzz_z --T 300 --p 0.1", 0, "viscosity: an estimate, off by up to 80 %", ""},
+         {"diffusion water", 2, "", "give --T"},
+         {"diffusion water --T 700", 1, "", "above the critical temperature: give --p"},
+         {"diffusion water --T 300 --kij 0.1", 2, "", "are of mixtures"},
+         {"diffusion PR r1336mzz_z --T 300 --p 0.1", 0, "diffusion: an estimate, off by up to 80 %|extrapolated", ""},
+         {"diffusion 1_2_pentanediol --T 400 --p 0.1", 0, "no viscosity of 1_2_pentanediol", ""},
+         {"diffusion PR+vdW1 methane=0.5 propane=0.2 butane --T 300 --p 1", 1, "", "of two components, not of 3"},
+         {"diffusion PR+vdW1 methane=0.5 propane --T 300", 2, "", "a mixture takes --T and --p"},
+         {"interface PR+vdW1 methane=0.5 decane --T 311 --p 200", 1, "", "no liquid beside one vapour, but liquid"},
+         {"interface PR+vdW1 methane=0.5 decane --T 900", 1, "", "bubble point: no solution"},
+         {"interface PR+vdW1 methane decane --T 300", 2, "", "both lack a mole fraction"},
+         {"interface PR+vdW1 methane=0.3 1_2_pentanediol --T 400", 1, "", "no surface tension of 1_2_pentanediol"},
+         {"interface MEOS+GERG methane=0.3 propane --T 250", 1, "", "profile: gave up: the potential is below"},
          {"range PR propane --show rho,xyz", 2, "", "no property \"xyz\"; there are T p rho"}});
 }
 

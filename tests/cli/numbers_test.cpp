@@ -358,3 +358,27 @@ TEST(CliNumbers, StatesAndSaturationHaveTransportPropertiesWhereThereAreModels) 
                pure = row("state PR propane --T 280 --p 3");
     expect_rel(end["eta"], pure["eta"], 1e-9, "viscosity of propane");
 }
+
+// Interface: its tension is that of the flash, its densities end in those of the phases; a pure fluid has its own tension.
+// Diffusion: of Fick, that of Maxwell and Stefan times the factor, which is one at infinite dilution; water in itself
+// at 298.15 K 2.299e-9 m2/s (Mills, J. Phys. Chem. 77 (1973) 685), docs/transport.md says 25 %.
+TEST(Cli, InterfacesAndDiffusionAreThoseOfTheFlash) {
+    const Json both = rows("flash PR+vdW1 methane=0.3 propane=0.7 --T 280 --p 3 --transport");
+    const Json all = Json::parse(run_corvane("interface PR+vdW1 methane=0.3 propane --T 280 --p 3 --json").out);
+    auto const& sum = all["interface"][0];
+    expect_rel(1e3 * double(sum["sigma"]), both[0]["sigma"], 1e-9, "tension");
+    EXPECT_GT(double(sum["thickness"]), 1e-9);
+    auto const& profile = all["rows"];
+    for (auto const& [row, phase] : {std::pair(profile.front(), both[1]), {profile.back(), both[0]}})
+        for (char const* name : {"methane", "propane"})
+            expect_rel(row[std::string("rho_") + name],
+                       double(phase["rho"]) * double(phase[std::string("x_") + name]), 0.03, name);
+    const Json pure = Json::parse(run_corvane("interface PCSAFT+LB hexane --T 300 --json").out)["interface"][0];
+    expect_rel(1e3 * double(pure["sigma"]), row("surface-tension PCSAFT hexane --T 300")["sigma"], 1e-6, "hexane");
+
+    expect_rel(row("diffusion water --T 298.15 --p 0.1")["D"], 2.299e-9, 0.25, "water");
+    const Json two = row("diffusion PR+vdW1 methane=0.5 CO2 --T 300 --p 4");
+    expect_rel(two["D"], double(two["D_MS"]) * double(two["Gamma"]), 1e-12, "Fick");
+    EXPECT_LT(double(two["Gamma"]), 1.0);
+    expect_rel(row("diffusion PR+vdW1 methane=1e-9 CO2 --T 300 --p 4")["Gamma"], 1.0, 1e-6, "dilute");
+}

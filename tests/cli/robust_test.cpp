@@ -23,6 +23,8 @@ const std::map<std::string, Sample> kCommands = {
     {"viscosity", {"MEOS CO2", "--T 300 --p 1"}},
     {"transport", {"MEOS propane", "--T 300 --p 1"}},
     {"surface-tension", {"MEOS ethanol", "--T 300"}},
+    {"diffusion", {"MEOS propane", "--T 300 --p 1"}},
+    {"interface", {"PR+vdW1 methane=0.3 propane", "--T 280"}},
     {"range", {"PR propane", ""}},
     {"mixture", {"PR+vdW1 methane=0.6 propane", "--T 300 --p 1"}},
     {"bubble", {"PR+vdW1 methane=0.3 propane", "--T 280"}},

@@ -25,6 +25,8 @@ corvane COMMAND --help tells the rest.)",
     cli::add_solid(program);
     cli::add_viscosity(program);
     cli::add_transport(program);
+    cli::add_diffusion(program);
+    cli::add_interface(program);
     cli::add_range(program);
     cli::add_mixture(program);
     cli::add_bubble(program);

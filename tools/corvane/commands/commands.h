@@ -13,6 +13,8 @@ void add_critical(Program& program);
 void add_solid(Program& program);
 void add_viscosity(Program& program);
 void add_transport(Program& program);
+void add_diffusion(Program& program);
+void add_interface(Program& program);
 void add_range(Program& program);
 void add_reaction(Program& program);
 void add_mixture(Program& program);

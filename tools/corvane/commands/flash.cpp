@@ -343,8 +343,9 @@ int FlashCommand::run() {
 }  // namespace
 
 int flash(char const* command, Options const& options, MixtureRequest const& request,
-          std::map<std::string, std::string> const& given, FileRun file) {
+          std::map<std::string, std::string> const& given, FileRun file, bool transport) {
     FlashCommand flash;
+    flash.transport = transport;
     flash.file = std::move(file);
     flash.name = command;
     flash.options = options;

@@ -121,10 +121,7 @@ int IdealCurveCommand::run() {
     if (options.words.front().find('+') != std::string::npos &&
         !corvane::find(definitions(options.define), options.words.front())) {
         options.begin();
-        request.model = options.words.front();
-        request.components.assign(options.words.begin() + 1, options.words.end());
-        request.sets = options.set;
-        request.define = options.define;
+        options.to_mixture(request);
         const MixtureFluid mixture = open_mixture(request);
         options.units.M = mixture.M();
         Heading head = heading("ideal-curve", mixture);

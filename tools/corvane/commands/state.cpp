@@ -57,7 +57,6 @@ struct StateCommand {
         double amount = 1.0;               // mole fraction of the whole, where there may be two
         std::optional<PureState> whole = {};  // then `state` is not of one phase
     };
-    bool names_mixture() const;
     int of_mixture();
     int of_file(Fluid& fluid);
     void choose();
@@ -274,21 +273,9 @@ Row StateCommand::row(Fluid const& fluid, Point const& point) const {
     return result;
 }
 
-/// A model with a mixing theory, or fractions: "methane=0.7 propane".
-bool StateCommand::names_mixture() const {
-    std::string const& first = options.words.front();
-    if (first.find('+') != std::string::npos && !corvane::find(definitions(options.define), first))
-        return true;
-    return std::any_of(options.words.begin(), options.words.end(),
-                       [](std::string const& word) { return word.find('=') != std::string::npos; });
-}
-
 /// By the certified flashes.
 int StateCommand::of_mixture() {
-    request.model = options.words.front();
-    request.components.assign(options.words.begin() + 1, options.words.end());
-    request.sets = options.set;
-    request.define = options.define;
+    options.to_mixture(request);
     std::map<std::string, std::string> given;
     for (Input const& input : inputs) given[input.symbol] = input.text;
     return flash("state", options, request, given, std::move(file));
@@ -360,7 +347,7 @@ int StateCommand::run() {
     for (Input const& input : inputs)
         if (file && (!input.text.empty() || phase != "stable"))
             throw Misuse("--input brings the values, of stable states");
-    if (names_mixture()) return of_mixture();
+    if (options.names_mixture()) return of_mixture();
     if (!request.kij.empty() || !request.basis.empty() || request.pair_set > 0 || !request.composition.empty())
         throw Misuse("--kij, --basis, --pair-set and --composition are of mixtures: MODEL A=0.5 B");
     Fluid fluid = options.open();

@@ -1,6 +1,7 @@
 // corvane transport, corvane surface-tension: viscosity and thermal conductivity of fluid states,
 // surface tension.
 #include <tools/corvane/commands/commands.h>
+#include <tools/corvane/commands/flash.h>
 #include <tools/corvane/input/open.h>
 #include <tools/corvane/input/options.h>
 #include <tools/corvane/output/rows.h>
@@ -22,6 +23,7 @@ namespace {
 
 struct TransportCommand {
     Options options;
+    MixtureRequest request;
     std::string T, p;
     FileRun file;
 
@@ -64,6 +66,13 @@ Row TransportCommand::row(Fluid const& fluid, TransportCells& transport, double 
 int TransportCommand::run() {
     file.begin(options.json());
     if (file ? !T.empty() || !p.empty() : T.empty()) throw Misuse("give --T, or --input");
+    if (options.names_mixture()) {
+        if (file || p.empty()) throw Misuse("a mixture takes --T and --p");
+        options.to_mixture(request);
+        return flash("transport", options, request, {{"T", T}, {"p", p}}, {}, true);
+    }
+    if (!request.kij.empty() || !request.basis.empty() || request.pair_set > 0)
+        throw Misuse("--kij, --basis and --pair-set are of mixtures: MODEL A=0.5 B");
     const Fluid fluid = options.open();
     Units const& u = options.units;
     TransportCells transport(fluid, u);
@@ -141,17 +150,19 @@ int TransportCommand::tension() {
 
 void add_transport(Program& program) {
     auto transport = std::make_shared<TransportCommand>();
-    Command command = program.add("transport", "viscosity and thermal conductivity of a fluid",
+    Command command = program.add("transport", "viscosity and thermal conductivity of a fluid, or of the phases of a mixture",
                                   [transport] { return transport->run(); });
     transport->options.add_fluid(command);
     command.value("--T", transport->T, "temperatures", {.type = "VALUES"})
         .value("--p", transport->p, "pressures; without: saturated liquid and vapour",
                {.type = "VALUES"});
     transport->file.add_to(command);
+    transport->request.add_pairs(command);
     transport->options.add_units(command);
     transport->options.add_output(command);
     command.examples(R"(  corvane transport water --T 300,600 --p 10
-  corvane transport toluene --T 20:100:20 --unit-T C      saturated liquid and vapour)");
+  corvane transport toluene --T 20:100:20 --unit-T C      saturated liquid and vapour
+  corvane transport PR+vdW1 methane=0.5 propane=0.5 --T 280 --p 2      its phases)");
 
     auto tension = std::make_shared<TransportCommand>();
     Command second = program.add("surface-tension", "surface tension of a pure liquid",

@@ -68,10 +68,7 @@ int VirialCommand::table(Heading& head, std::string const& name, std::vector<Col
 
 /// Cross coefficients are molar; so are the others then.
 int VirialCommand::of_mixture() {
-    request.model = options.words.front();
-    request.components.assign(options.words.begin() + 1, options.words.end());
-    request.sets = options.set;
-    request.define = options.define;
+    options.to_mixture(request);
     request.fractions_optional = true;
     const MixtureFluid mixture = open_mixture(request);
     Units molar;

@@ -6,6 +6,7 @@
 #include <corvane/catalogue/substances.h>
 #include <corvane/state/reference.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace cli {
@@ -53,6 +54,20 @@ void Options::add_fluid(Command& command) {
                      "there is), then name, synonym, sum formula or CAS number")
         .value("--set", set, "number of the parameter set (default: 1 or the first)", {.type = "N"});
     add_define(command, define);
+}
+
+bool Options::names_mixture() const {
+    std::string const& first = words.front();
+    if (first.find('+') != std::string::npos && !corvane::find(definitions(define), first)) return true;
+    return std::any_of(words.begin(), words.end(),
+                       [](std::string const& word) { return word.find('=') != std::string::npos; });
+}
+
+void Options::to_mixture(MixtureRequest& request) const {
+    request.model = words.front();
+    request.components.assign(words.begin() + 1, words.end());
+    request.sets = set;
+    request.define = define;
 }
 
 namespace {

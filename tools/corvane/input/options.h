@@ -28,6 +28,10 @@ struct Options {
     /// To call first in an action: settles the output style and finds the data home.
     void begin();
     bool json() const { return json_; }
+    /// Are the words of a mixture, "PR+vdW1 methane=0.7 propane" or with fractions alone?
+    bool names_mixture() const;
+    /// The mixture that they name, with --set and --define.
+    void to_mixture(MixtureRequest& request) const;
     /// begin, then the fluid that was asked for; the units get its molar mass.
     Fluid open();
     /// Moves the reference state as asked; returns the remark on what holds. @throws Failure

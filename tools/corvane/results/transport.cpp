@@ -8,6 +8,9 @@
 #include <cmath>
 
 namespace cli {
+namespace {
+constexpr double kRough = 0.3;  // of the uncertainty
+}
 
 Column TransportSources::viscosity_column(std::string const& name, char const* text) const {
     return {name, units_.name(Quantity::viscosity), text};
@@ -31,6 +34,10 @@ TransportCell TransportSources::show(char const* property, double unit, Row& row
             const std::lock_guard lock(mutex_);
             told_.insert(fmt::format("{}: {}, {}", property, v.model, v.source));
         }
+        if (v.uncertainty > kRough)
+            add_note(row.note, fmt::format("{}: {}, off by up to {:.0f} %", property,
+                                           v.model.find("estimate") == std::string::npos ? "rough" : "an estimate",
+                                           100.0 * v.uncertainty));
         if (!v.in_range) add_note(row.note, fmt::format("{} extrapolated", property));
         constexpr double kTold = 0.05;
         if (std::abs(v.second_source) > kTold)
@@ -60,6 +67,10 @@ TransportCell TransportSources::tension(Row& row, bool lenient, Compute const& c
     return show("surface tension", 1e-3, row, lenient, compute);
 }
 
+TransportCell TransportSources::diffusion(Row& row, bool lenient, Compute const& compute) {
+    return show("diffusion", 1.0, row, lenient, compute);
+}
+
 void TransportSources::tell(Heading& head) const {
     for (std::string const& model : told_) head.remarks.push_back(model);
 }
@@ -73,6 +84,29 @@ TransportCell TransportCells::conductivity(double T, double rho, Row& row, bool 
 }
 TransportCell TransportCells::tension(double T, Row& row) {
     return TransportSources::tension(row, false, [&] { return transport_.surface_tension(T); });
+}
+
+TransportCell TransportCells::diffusion(double T, double rho, Row& row) {
+    return TransportSources::diffusion(row, false, [&] { return transport_.diffusion(T, rho); });
+}
+
+void MixtureTransportCells::add_diffusion_columns(std::vector<Column>& columns) const {
+    columns.push_back(diffusion_column("D_MS", "coefficient of Maxwell and Stefan"));
+    columns.push_back({"Gamma", "", "thermodynamic factor"});
+    columns.push_back(diffusion_column("D", "coefficient of Fick"));
+}
+
+void MixtureTransportCells::add_diffusion_cells(double T, corvane::PhaseRecord const& phase, Row& row) {
+    std::optional<corvane::MixtureDiffusion> found;
+    const TransportCell stefan = diffusion(row, false, [&] {
+        found = transport_.diffusion(T, phase.rho, phase.x);
+        return found->stefan;
+    });
+    row.cells.push_back(stefan.cell);
+    row.cells.resize(row.cells.size() + 2);
+    if (!found) return;
+    row.cells.end()[-2] = found->thermodynamic_factor;
+    row.cells.end()[-1] = found->fick();
 }
 
 void MixtureTransportCells::add_columns(std::vector<Column>& columns) const {

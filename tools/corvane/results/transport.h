@@ -19,7 +19,7 @@ namespace cli {
 /// A value, or what stands in its place: nothing, with a note.
 struct TransportCell {
     Cell cell;
-    std::optional<double> value;  ///< Pa·s, W/(m K), N/m
+    std::optional<double> value;  ///< Pa·s, W/(m K), N/m, m²/s
 };
 
 /// Values as cells, and the models that they came from.
@@ -30,6 +30,7 @@ class TransportSources {
     Column viscosity_column(std::string const& name, char const* text) const;
     Column conductivity_column(std::string const& name, char const* text) const;
     Column tension_column() const;
+    static Column diffusion_column(std::string const& name, char const* text) { return {name, "m2/s", text}; }
     /// The models, each told once.
     void tell(Heading& head) const;
 
@@ -40,6 +41,7 @@ class TransportSources {
     TransportCell viscosity(Row& row, bool lenient, Compute const& compute);
     TransportCell conductivity(Row& row, bool lenient, Compute const& compute);
     TransportCell tension(Row& row, bool lenient, Compute const& compute);
+    TransportCell diffusion(Row& row, bool lenient, Compute const& compute);
 
   private:
     TransportCell show(char const* property, double unit, Row& row, bool lenient,
@@ -60,21 +62,26 @@ class TransportCells : public TransportSources {
     TransportCell viscosity(double T, double rho, Row& row, bool lenient = false);
     TransportCell conductivity(double T, double rho, Row& row, bool lenient = false);
     TransportCell tension(double T, Row& row);
+    TransportCell diffusion(double T, double rho, Row& row);
 
   private:
     corvane::Transport transport_;
 };
 
-/// Of the phases of a mixture: three columns.
+/// Of the phases of a mixture.
 class MixtureTransportCells : public TransportSources {
   public:
     MixtureTransportCells(MixtureFluid const& mixture, Units const& units)
         : TransportSources(units), transport_(mixture) {}
 
+    /// Viscosity, conductivity, surface tension.
     void add_columns(std::vector<Column>& columns) const;
     /// liquid, vapour: those between which there is a surface; null: none.
     void add_cells(double T, corvane::PhaseRecord const& phase, corvane::PhaseRecord const* liquid,
                    corvane::PhaseRecord const* vapour, Row& row);
+    /// Of two components: coefficients of Maxwell and Stefan and of Fick, and what is between them.
+    void add_diffusion_columns(std::vector<Column>& columns) const;
+    void add_diffusion_cells(double T, corvane::PhaseRecord const& phase, Row& row);
 
   private:
     corvane::MixtureTransport transport_;
