@@ -167,16 +167,30 @@ class Court {
                 (m.stable ? a : b) = m;
             }
             // What appears is the trial phase, or the whole itself at another density.
-            Long whole = 0, other = 0;
+            Phase<Quad> whole, other;
             const bool jumps = std::fabs(std::log(b.rho / a.rho)) > 0.05L;
             for (int i = 0; i < n_; ++i) {
-                whole += Long(z[i]) * a.rho * eq_.M[i];
-                other += (jumps ? Long(z[i]) * b.rho : b.trial.w[i] * b.trial.rho) * eq_.M[i];
+                whole.rho[i] = Quad(z[i]) * Quad(a.rho);
+                other.rho[i] =
+                    jumps ? Quad(z[i]) * Quad(b.rho) : Quad(b.trial.w[i]) * Quad(b.trial.rho);
             }
-            if (!(std::fabs(other / whole - 1) > 1e-3L)) continue;
-            if ((other < whole) == (kind == corvane::Saturated::bubble)) {
+            const double T = at_T ? value : b.at, p = at_T ? b.at : value;
+            v.truth = b.at;
+            double apart = double(mass(other) / mass(whole) - 1);
+            // Next to a critical point the lowest trial phase may lie on either side of the whole:
+            // what counts is the pair.
+            const auto judged = [&](auto const& pair) {
+                const double at = double(at_T ? pair.p() : pair.T());
+                if (!(std::fabs(at / b.at - 1) < 1e-4)) return;
+                v.truth = at;
+                apart = double(mass(pair.b()) / mass(pair.a()) - 1);
+            };
+            const bool near =
+                std::fabs(apart) < 0.05 && with_pair(at_T ? Given::T_and_x : Given::p_and_x, p, T,
+                                                     normal<Quad>(z), whole, other, judged);
+            if (!near && !(std::fabs(apart) > 1e-3)) continue;
+            if ((apart < 0) == (kind == corvane::Saturated::bubble)) {
                 v.fault = Fault::missed;
-                v.truth = b.at;
                 return v;
             }
         }

@@ -79,8 +79,6 @@ TEST(NearCritical, IsTrueWithinItsBounds) {
         }
 }
 
-// One phase above a bubble point and two below, as near to it as its error allows, where rounding
-// hides the sign of the tangent-plane distance: by the test of the whole and by the flash.
 // A heavy component that changes fast from phase to phase, traces of which rounding is all the error,
 // and lines so steep that the phases at the given pressure differ by 1e-7.
 TEST(NearCritical, IsTrueWithinItsBoundsWhereOneComponentChangesFast) {
@@ -118,6 +116,134 @@ TEST(NearCritical, IsTrueWithinItsBoundsWhereOneComponentChangesFast) {
     }
 }
 
+// Where p or T hardly moves along the line, or runs back, beside a critical point: of both kinds
+// one is there, true within its bounds, and a scan over all pressures or temperatures misses no
+// other.
+TEST(NearCritical, FindsTheKindThatIsThereAndSaysThatTheOtherIsNot) {
+    const struct {
+        char const* eos;
+        Names names;
+        double x;
+        bool at_T;
+        double value;
+        Saturated there;
+    } rows[] = {
+        {"PR",
+         {"carbon_dioxide", "water"},
+         0.32947685794879344,
+         false,
+         197.57970252287939,
+         Saturated::bubble},
+        {"SRK",
+         {"carbon_dioxide", "water"},
+         0.3319783416104034,
+         true,
+         547.31384681312932,
+         Saturated::dew},
+        {"PR",
+         {"methanol", "hexane"},
+         0.87522625223720751,
+         false,
+         8.2837315377404703,
+         Saturated::dew},
+        {"PR", {"water", "butane"}, 0.968360239008730937, true, 658.12106957982769, Saturated::dew},
+        {"PR",
+         {"hydrogen", "carbon_monoxide"},
+         0.62519667296706916,
+         true,
+         79.109075965717679,
+         Saturated::dew},
+        {"SRK",
+         {"hydrogen", "helium"},
+         0.46615404305428998,
+         true,
+         16.889755542936271,
+         Saturated::dew},
+        {"SRK",
+         {"nitrogen", "ethane"},
+         0.68914819937306399,
+         false,
+         18.277432979184294,
+         Saturated::dew},
+        {"PR",
+         {"methane", "decane"},
+         0.917565712837337122,
+         false,
+         37.438627489225269,
+         Saturated::bubble},
+        {"SRK",
+         {"methane", "decane"},
+         0.916037416191667925,
+         false,
+         42.344549036270038,
+         Saturated::bubble}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.eos << ' ' << row.names[0] << ' ' << row.value);
+        const Mixture m = estimated_mixture(row.eos, "vdW1", row.names);
+        const judge::Cubic cubic(*m);
+        const judge::Court<judge::Cubic> court(cubic);
+        const Vector<double> z = mix(row.x);
+        const double Tc[] = {m->mdl1[0]->Tcrit(), m->mdl1[1]->Tcrit()};
+        for (Saturated kind : {Saturated::bubble, Saturated::dew}) {
+            judge::Verdict v;
+            bool found = true;
+            try {
+                const auto q = row.at_T ? corvane::saturation_T(*m, kind, row.value, z)
+                                        : corvane::saturation_p(*m, kind, row.value, z);
+                v = court.saturation(kind, row.at_T, row.value, z, q);
+            } catch (corvane::EquilibriumFailure const& f) {
+                found = false;
+                EXPECT_EQ(f.kind(), corvane::EquilibriumFailure::Kind::no_solution) << f.what();
+                v = court.absent(kind, row.at_T, row.value, z, std::min(Tc[0], Tc[1]),
+                                 std::max(Tc[0], Tc[1]));
+            }
+            EXPECT_TRUE(found || kind != row.there);
+            EXPECT_EQ(v.fault, judge::Fault::none) << judge::kFaultNames[static_cast<int>(v.fault)]
+                                                   << ' ' << static_cast<double>(v.truth);
+        }
+    }
+}
+
+// Flashes that miss by rounding alone: a whole above a critical azeotrope, whose phases differ in
+// density and hardly in composition, and a tie line whose phases are equally dense.
+TEST(NearCritical, FlashesOfPhasesAlikeInDensityOrInCompositionAlone) {
+    const struct {
+        char const* eos;
+        Names names;
+        double x, T, p;
+        std::size_t phases;
+    } rows[] = {{"PR",
+                 {"ethanol", "water"},
+                 0.54836437501741526,
+                 536.59058763627513,
+                 9.2212433447711586,
+                 1},
+                {"PR", {"ethanol", "water"}, 0.54836437501741526, 536.59058763627513, 9.2212413, 2},
+                {"SRK",
+                 {"ethanol", "water"},
+                 0.54836437501741526,
+                 537.55233988899681,
+                 9.2361926844085076,
+                 1},
+                {"SRK",
+                 {"carbon_dioxide", "hexadecane"},
+                 0.937511699320746468,
+                 445.39699708986757,
+                 22.951198250782319,
+                 2}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.eos << ' ' << row.names[0] << ' ' << row.p);
+        const Mixture m = estimated_mixture(row.eos, "vdW1", row.names);
+        const judge::Cubic cubic(*m);
+        const auto q = corvane::flash_pT(*m, row.p, row.T, mix(row.x));
+        const auto v = judge::Court<judge::Cubic>(cubic).flash(row.p, row.T, mix(row.x), q);
+        EXPECT_EQ(q.phases.size(), row.phases);
+        EXPECT_EQ(v.fault, judge::Fault::none) << judge::kFaultNames[static_cast<int>(v.fault)];
+    }
+}
+
+// One phase above a bubble point and two below, as near to it as its error allows, where rounding
+// hides the sign of the tangent-plane distance: by the test of the whole and by the flash.
 TEST(NearCritical, StabilityAndFlashChangeAtTheBubblePoint) {
     const struct {
         char const *eos, *mth;

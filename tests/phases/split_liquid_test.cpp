@@ -170,6 +170,35 @@ TEST(SplitLiquid, BesideOneThatIsPure) {
     }
 }
 
+// The same of three components, beside two more liquids: the vapour and one of them hold 1e-80 and
+// less of the others, and decane not even that.
+TEST(SplitLiquid, BesideThreeOfWhichOneIsPure) {
+    const struct {
+        char const* eos;
+        double helium, methane, p;
+    } rows[] = {{"PR", 0.0026836312564832011, 0.70722263493527833, 0.1140865966207486},
+                {"PR", 0.22164483254886533, 0.62279040453980, 0.19665524818823552},
+                {"PR", 0.0093891236017309074, 1 - 0.0093891239991532, 0.04951904964943761},
+                {"SRK", 0.68574261432036775, 0.30531576965128787, 0.03612920214780882},
+                {"SRK", 0.0080987921668093654, 6.3626454352356861e-07, 0.19186158864209885}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.eos << ' ' << row.p);
+        const Mixture m = estimated_mixture(row.eos, "vdW1", {"helium", "methane", "decane"});
+        const Vector<double> z = vec({row.helium, row.methane, 1 - row.helium - row.methane});
+        const auto q = corvane::bubble_p(*m, row.p, z);
+        const auto pure = corvane::pure_saturation_p(*m->mdl1[0], row.p);
+        EXPECT_NEAR(q.T / pure.T, 1, q.certificate.value_error + pure.value_error);
+        EXPECT_NEAR(q.incipient.rho / pure.rhoV, 1, q.certificate.rho_error + pure.rho_error);
+        ASSERT_EQ(q.split.size(), 3u);
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_NEAR(q.split[i].x[2 - i], 1, 1e-6);
+            double whole = 0.0;
+            for (int k = 0; k < 3; ++k) whole += q.fraction[k] * q.split[k].x[i];
+            EXPECT_NEAR(whole / z[i], 1, 1e-9);
+        }
+    }
+}
+
 // Where the model's states on the way mislead the search to no pressure at all it is still a
 // refusal.
 TEST(SplitLiquid, WithoutPressureIsARefusal) {

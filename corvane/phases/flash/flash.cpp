@@ -203,6 +203,15 @@ class Flash {
         two_.a = pair.a;
         two_.b = pair.b;
         two_.beta = fraction * two_.b.rho / (fraction * two_.b.rho + (1.0 - fraction) * two_.a.rho);
+        // By the lever if there is one: the pair's own fraction carries its residuals over its
+        // distance.
+        double along = 0.0, square = 0.0;
+        for (int i = 0; i < n_; ++i) {
+            const double way = two_.b.x[i] - two_.a.x[i];
+            along += way * (fluid_.z()[i] - two_.a.x[i]);
+            square += way * way;
+        }
+        if (along > 0.0 && along < square) two_.beta = along / square;
         if (!flash_bound(bound_, T_, p_, two_.a, two_.b, two_.beta, bounds_) || !bounds_.holds())
             return false;
         const StabilityResult r = stability_.test(two_.a, p_, &two_.b, true);

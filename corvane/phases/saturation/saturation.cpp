@@ -132,7 +132,7 @@ SaturationPoint SaturationSolver::search(SaturationOptions const& o,
         if (found && restore(best)) return result(o);
     }
     if (found || beside) complete_ = false;
-    const bool none = complete_ && !open_ && !bracketed_;
+    const bool none = complete_ && !open_ && !bracketed_ && !lost_;
     throw EquilibriumFailure(
         none ? EquilibriumFailure::Kind::no_solution : EquilibriumFailure::Kind::gave_up, state(),
         name(), pair_.iterations, none ? std::nan("") : pair_.residual,
@@ -246,10 +246,16 @@ bool SaturationSolver::by_pure_fluid() {
 }
 
 bool SaturationSolver::solve() {
+    loose_ = false;
     if (alike()) return near();
     if (!pair_.solve(kNewton) || !(pair_.pressure() > 0.0)) return false;
     if (alike()) return near();
-    return pair_.bound(bounds_) && bounds_.holds();
+    return within_bounds(pair_.bound(bounds_));
+}
+
+bool SaturationSolver::within_bounds(bool known) {
+    loose_ = !(known && bounds_.holds());
+    return !loose_;
 }
 
 bool SaturationSolver::restore(Found const& found) {
@@ -272,7 +278,7 @@ bool SaturationSolver::accept() {
         stability_.test(pair_.a, pressure, fluid_.size() > 1 ? &pair_.b : nullptr, true);
     tpd_ = r.stable ? std::min(0.0, r.tpd) : r.tpd;
     if (!wanted) {
-        if (r.stable) others_.push_back(found());
+        if (r.stable) others_.push_back(other());
         return false;
     }
     return r.stable && r.unconverged == 0;
@@ -302,6 +308,15 @@ SaturationPoint SaturationSolver::result(SaturationOptions const& o) {
 
 bool SaturationSolver::bubble() const {
     return fluid_.mass_density(pair_.b) < fluid_.mass_density(pair_.a);
+}
+
+// Of trial phase w at constant composition: d/ds Σ w_i·(ln f_i(w) − ln f_i(z)).
+SaturationSolver::Other SaturationSolver::other() const {
+    double slope = 0.0;
+    for (int k = 0; k < fluid_.size(); ++k)
+        slope += pair_.b.x[k] * (held_.at_T ? pair_.b.m_p(k) - pair_.a.m_p(k)
+                                            : pair_.b.m_T_at_p(k) - pair_.a.m_T_at_p(k));
+    return {found(), slope * std::exp(found()), pair_.a.rho};
 }
 
 bool SaturationSolver::second_liquid() const {

@@ -9,16 +9,19 @@ namespace corvane {
 namespace {
 constexpr double kFirst = 0.01, kLongest = 0.1, kShortest = 1e-3, kEnd = 0.5;  // half distances
 constexpr double kFar[] = {0.7, 0.2};  // of ln p, ln T to the critical point: not from there
+constexpr double kAlike = 1e-6;        // half distance at which pairs may be lost in rounding
 constexpr int kDistances = 25;
 }  // namespace
 
 /// A pair on the way, by its half distance.
 struct SaturationSolver::Step {
     double d = 0.0, off = 0.0, slope = 0.0;  // off: ln of T (or p) over the value asked for
+    double ln_p = 0.0;
     std::vector<double> y, t;
 };
 
 bool SaturationSolver::near() {
+    loose_ = false;
     if (!(apart() > 1e-9) || !pair_.evaluate()) return false;
     auto start = [&] { regular_.start(pair_.a.rho_i, pair_.b.rho_i, pair_.a.T); };
     start();
@@ -40,12 +43,13 @@ bool SaturationSolver::close() {
     // Phases that are not alike leave errors of the quadrature in the pressure.
     if (!alike()) {
         const std::vector<double> start = pair_.u;
-        if (pair_.solve(kNewton) && !alike())
-            return pair_.pressure() > 0.0 && pair_.bound(bounds_) && bounds_.holds();
+        if (pair_.solve(kNewton) && !alike() && pair_.pressure() > 0.0 &&
+            within_bounds(pair_.bound(bounds_)))
+            return true;
         pair_.u = start;
     }
-    return pair_.evaluate() && pair_.pressure() > 0.0 && regular_.bound(bounds_) &&
-           bounds_.holds() && regular_.locally_stable();
+    return pair_.evaluate() && pair_.pressure() > 0.0 && regular_.locally_stable() &&
+           within_bounds(regular_.bound(bounds_));
 }
 
 bool SaturationSolver::step_to(double d, Step const& from, Step& to) {
@@ -59,7 +63,8 @@ bool SaturationSolver::step_to(double d, Step const& from, Step& to) {
     if (!solved) return false;
     to.d = d;
     to.y = regular_.y;
-    to.off = (held_.at_T ? regular_.ln_T() : std::log(regular_.a.p)) - std::log(held_.value);
+    to.ln_p = std::log(regular_.a.p);
+    to.off = (held_.at_T ? regular_.ln_T() : to.ln_p) - std::log(held_.value);
     to.slope = held_.at_T ? to.t[2 * fluid_.size() + 1] : regular_.ln_p(to.t);
     return std::isfinite(to.off + to.slope);
 }
@@ -119,7 +124,9 @@ bool SaturationSolver::follow(double side) {
             (middle.off * from.off < 0.0 || middle.slope * from.slope < 0.0 ? to : from) = middle;
         }
         if (from.off * to.off <= 0.0) {
-            if (between(from, to) && accept()) return true;
+            const bool solved = between(from, to);
+            if (solved && accept()) return true;
+            if (!solved && (loose_ || (from.d == 0.0 && too_near(from, to)))) unresolved(from);
             if (to.d != next.d && between(to, next) && accept()) return true;
         }
         std::swap(last, next);
@@ -127,8 +134,35 @@ bool SaturationSolver::follow(double side) {
     return false;
 }
 
+bool SaturationSolver::too_near(Step const& critical, Step const& to) {
+    return std::fabs(critical.off * to.d) < kAlike * std::fabs(critical.off - to.off);
+}
+
+// Phases without bounds, or too near the critical point to be told apart: then the side says which
+// kind they are.
+void SaturationSolver::unresolved(Step const& from) {
+    if (loose_) {
+        note_loose();
+    } else if (collect_) {
+        double rho = 0.0;
+        for (int i = 0; i < fluid_.size(); ++i) rho += std::exp(from.y[i]);
+        others_.push_back({held_.at_T ? from.ln_p : from.y[2 * fluid_.size() + 1], 0.0, rho});
+    } else {
+        lost_ = true;
+    }
+}
+
+void SaturationSolver::note_loose() {
+    const std::size_t known = others_.size();
+    const bool collect = collect_;
+    collect_ = true;
+    if (accept() || others_.size() == known) lost_ = true;
+    collect_ = collect;
+}
+
 /// The pair between two of which one is above and one below the value.
 bool SaturationSolver::between(Step const& a, Step const& b) {
+    loose_ = false;
     const double h = b.d - a.d;
     // Where a parabola through both, with the slope at a, has the value.
     const double bend = (b.off - a.off - a.slope * h) / (h * h);

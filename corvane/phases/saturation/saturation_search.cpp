@@ -8,13 +8,19 @@
 #include <cmath>
 
 namespace corvane {
+namespace {
+/// Distance that the test of stability may overlook, of two components and of more: its tolerance,
+/// with what higher orders add.
+constexpr double kUnseen[] = {1e-10, 3e-8};
+}  // namespace
+
 SaturationSolver::Node SaturationSolver::node(double s) {
     Node q;
     q.s = s;
     a_.resize(fluid_.size());
     if (!fluid_.evaluate_at(a_, p(s), T(s), fluid_.z(), Root::stable, phase_H)) return q;
     q.rho = a_.rho;
-    q.r = stability_.test(a_, p(s), nullptr, false);
+    q.r = stability_.test(a_, p(s), nullptr, false, true);
     q.stable = q.r.stable;
     q.known = !q.stable || q.r.unconverged == 0;
     return q;
@@ -74,15 +80,26 @@ bool SaturationSolver::other_root(double rho, double jumped, double s) {
     return true;
 }
 
+bool SaturationSolver::of_other_kind(Node const& stable, Node const& unstable,
+                                     Node const& far) const {
+    return std::any_of(others_.begin(), others_.end(), [&](Other const& o) {
+        const double seen = stable.s - o.s, further = unstable.s - o.s;
+        if (seen * further <= 0.0) return true;
+        if (!(std::fabs(seen) < std::fabs(further)) || !(o.slope * seen <= 0.0)) return false;
+        const double part = seen / (far.s - o.s);
+        return o.slope * seen + far.r.tpd * part * part > -kUnseen[fluid_.size() > 2];
+    });
+}
+
 int SaturationSolver::boundary(Node stable, Node unstable) {
     const double wide = held_.at_T ? 0.02 : 0.004;
+    const Node far = unstable;
     int tries = 0;
     for (int k = 0; k < 45; ++k) {
         const double width = std::fabs(unstable.s - stable.s);
         if (width < wide * std::pow(0.1, tries)) {
             if (++tries > 6) return -1;
-            for (double s : others_)
-                if ((s - stable.s) * (s - unstable.s) <= 0.0) return 0;
+            if (of_other_kind(stable, unstable, far)) return 0;
             if (!unstable.r.other) continue;  // unstable by its curvature alone: no start
             const double at = 0.5 * (stable.s + unstable.s), margin = 0.55 * width + 1e-7;
             auto solved = [&] { return std::fabs(found() - at) < margin; };
@@ -90,13 +107,22 @@ int SaturationSolver::boundary(Node stable, Node unstable) {
                 pair_.start(fluid_.z(), stable.rho, unstable.r.trial.w, unstable.r.trial.rho,
                             T(at));
             };
+            bool loose = false;
+            auto tried = [&](bool converged) {
+                if (loose_ && solved()) {
+                    loose = true;
+                    note_loose();
+                }
+                return converged && solved();
+            };
             start();
-            bool here = solve() && solved();
-            if (!here && other_root(stable.rho, unstable.rho, at)) here = solve() && solved();
+            bool here = tried(solve());
+            if (!here && other_root(stable.rho, unstable.rho, at)) here = tried(solve());
             if (!here && tries > 1) {
                 start();
-                here = near() && solved();
+                here = tried(near());
             }
+            if (!here && loose) return of_other_kind(stable, unstable, far) ? 0 : -1;
             if (here) {
                 // A boundary of the other kind is one if it is stable; else another pair is near.
                 const std::size_t known = others_.size();

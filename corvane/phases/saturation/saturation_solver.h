@@ -53,6 +53,12 @@ class SaturationSolver {
         double s = 0.0;  // ln p or ln T
     };
 
+    /// A boundary of the other kind: ln p (or ln T), the slope of the tangent-plane distance of the
+    /// incipient phase in it, 0 at a critical point (see lost_), and the density of the whole.
+    struct Other {
+        double s = 0.0, slope = 0.0, rho = 0.0;
+    };
+
     // ---- the direct solution (saturation.cpp)
 
     bool warm(SaturationPoint const& start);
@@ -64,6 +70,7 @@ class SaturationSolver {
     bool by_pure_fluid();
     /// The pair at T (or p) from the start in pair_, with its bounds.
     bool solve();
+    bool within_bounds(bool known);
     /// Is the solution the answer? Leaves the tangent-plane distance in tpd_.
     bool accept();
     Found take() const { return {pair_.u, tpd_, bounds_, found()}; }
@@ -87,6 +94,10 @@ class SaturationSolver {
     struct Step;
     bool step_to(double d, Step const& from, Step& to);
     bool between(Step const& a, Step const& b);
+    static bool too_near(Step const& critical, Step const& to);
+    void unresolved(Step const& from);
+    /// A solution without bounds: notes it if it is of the other kind.
+    void note_loose();
 
     /// By mass density: a compressed light gas may have more moles per volume than a heavy liquid.
     bool bubble() const;
@@ -96,6 +107,7 @@ class SaturationSolver {
     bool alike() const;    ///< so near that RegularPair is the system to solve
     std::string name() const;
     std::string state() const;
+    Other other() const;  ///< the solution as one
     /// ln p (or ln T) of the solution, which is what was asked for.
     double found() const { return held_.at_T ? pair_.ln_p() : pair_.u.back(); }
     double T(double s) const { return held_.T(std::exp(s)); }
@@ -145,6 +157,10 @@ class SaturationSolver {
     /// Solves the boundary between a stable and an unstable state. 1 an answer, 0 a boundary that
     /// is none, −1 not resolved.
     int boundary(Node stable, Node unstable);
+    /// Is it a known one of the other kind? Beyond a boundary the distance may be so small that the
+    /// test of stability sees nothing yet: then what it is there, by its slope at the boundary and
+    /// a square through an unstable state further off, tells.
+    bool of_other_kind(Node const& stable, Node const& unstable, Node const& far) const;
     /// A start for it: the whole on either side, at its two densities. Where a trace is beyond its
     /// solubility the trial phase is rich in that, and not the one that appears here.
     bool other_root(double rho, double jumped, double s);
@@ -168,7 +184,9 @@ class SaturationSolver {
     PhaseState a_, b_;
     double tpd_ = 0.0;
     bool collect_ = false;        // accept() notes the boundaries of the other kind
-    std::vector<double> others_;  // they: ln p (or ln T)
+    std::vector<Other> others_;   // seen by accept()
+    bool loose_ = false;          // the last pair converged, but its errors are not bounded
+    bool lost_ = false;  // a solution that cannot be told from a critical point, or without bounds
     bool complete_ = true;  // the search and the trace left nothing open
     bool unknown_ = false;  // states of the search without density, or without a complete test
     bool open_ = false;     // whether a vapour appears beside two liquids

@@ -78,6 +78,12 @@ std::optional<SaturationPoint> SaturationSolver::first_vapour(
         std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
             return amounts[a] / liquids[a].rho > amounts[b] / liquids[b].rho;
         });
+    // The first one has to hold something of every component.
+    const auto holds_all = [&](int k) {
+        const std::vector<double> x = present(fluid_, liquids[k].x);
+        return std::none_of(x.begin(), x.end(), absent);
+    };
+    std::stable_partition(order.begin(), order.end(), holds_all);
     for (int k = 0; k < K; ++k) start(k, present(fluid_, liquids[order[k]].x), liquids[order[k]].rho);
     start(K, y, rho_vapour);
     all.u.back() = std::log(t);

@@ -6,6 +6,9 @@
 #include <cmath>
 
 namespace corvane {
+namespace {
+constexpr double kBack[] = {0.02, 0.1};  // of ln T, of ln p: beyond two neighbours of an envelope
+}  // namespace
 
 /// Does the curve end at this point of an envelope? Where the incipient phase becomes mechanically
 /// unstable, and where two liquids leave the positive pressures.
@@ -72,7 +75,12 @@ bool SaturationSolver::traced(bool upper, bool known, Found& best) {
         if (a.bubble == b.bubble && a.bubble != (kind_ == Saturated::bubble)) continue;
         const double lo = std::log(held_.at_T ? std::min(a.p, b.p) : std::min(a.T, b.T)) - 1e-7,
                      hi = std::log(held_.at_T ? std::max(a.p, b.p) : std::max(a.T, b.T)) + 1e-7;
-        if (std::any_of(others_.begin(), others_.end(), [&](double s) { return s > lo && s < hi; }))
+        // Through a critical point, where p or T may run back between the two.
+        const double back = a.bubble == b.bubble ? 0.0 : hi - lo + kBack[held_.at_T ? 1 : 0];
+        if (std::any_of(others_.begin(), others_.end(), [&](Other const& o) {
+                return o.s > lo - back && o.s < hi + back &&
+                       (back == 0.0 || (o.rho - a.rho) * (o.rho - b.rho) < 0.0);
+            }))
             continue;
         if (!crossing(a, b, fa / (fa - fb), lo, hi)) {
             missed_ = true;

@@ -10,6 +10,9 @@ namespace corvane {
 namespace {
 constexpr double kLevelled = 1e-3;  // of w·(1 − w)·t″: a pair whose distance is below rounding may be near
 constexpr double kLeastWay = 3e-4, kOneRoot = 0.5;  // steps: in logits, of ln rho
+constexpr double kHalves[] = {1e-3, 1e-2, 3e-4, 3e-2};  // half distances of pairs, of ln rho
+constexpr double kBeside = 1e-4;  // of p: from there the slope of a distance gives its sign,
+constexpr double kSlope = 1e-12;  // if it is above the rounding of its terms
 constexpr int kPair = 30;                           // iterations
 
 double curvature(PhaseState const& s) {
@@ -52,10 +55,59 @@ class Stability::Flat {
         if (!(C > 0.0) || !(square > 0.0)) return;
         for (double width : {1.0, 0.5, 2.0})
             if (from_either_side(middle, width * std::sqrt(square))) return;
-        if (B * B > 4.0 * A * C) r_.unconverged = 1;
+        if (B * B <= 4.0 * A * C || along_softest()) return;
+        r_.unconverged = 1;
     }
 
   private:
+    /// From phases on either side along the eigenvector of the smallest eigenvalue of
+    /// √(rho_i·rho_j)·∂m_i/∂rho_j: next to a critical azeotrope they differ in density, not in
+    /// composition.
+    bool along_softest() {
+        std::vector<double> const &rho = whole_.rho_i, &H = whole_.H;
+        const double aa = rho[0] * H[0], ab = std::sqrt(rho[0] * rho[1]) * H[1], bb = rho[1] * H[3];
+        const double least = 0.5 * (aa + bb) - std::hypot(0.5 * (aa - bb), ab);
+        double n[2] = {-ab, aa - least};
+        if (std::fabs(bb - least) > std::fabs(n[1])) n[0] = bb - least, n[1] = -ab;
+        const double length = std::hypot(n[0], n[1]);
+        for (double half : kHalves) {
+            std::vector<double> one(2), two(2);
+            for (int i = 0; i < 2; ++i) {
+                const double way = half * n[i] / length * std::sqrt(whole_.rho / rho[i]);
+                one[i] = rho[i] * std::exp(way);
+                two[i] = rho[i] * std::exp(-way);
+            }
+            if (decided(one, two, 0.5) || beside_boundary(one, two) || beside_boundary(two, one))
+                return true;
+        }
+        return false;
+    }
+    /// From the phase of this composition that is in equilibrium at T with another, and the slope
+    /// in p of the distance of that: where p is too high or too low for any pair.
+    bool beside_boundary(std::vector<double> const& a, std::vector<double> const& b) {
+        RegularPair pair(test_.fluid_);
+        pair.T = whole_.T;
+        pair.start(a, b, whole_.T);
+        Certificate c;
+        if (!pair.solve(kPair) || !pair.bound(c) || !c.holds() || !pair.locally_stable())
+            return false;
+        const double off = p_ / pair.a.p - 1.0;
+        double slope = 0.0, terms = 0.0;
+        for (int i = 0; i < 2; ++i) {
+            slope += pair.b.x[i] * (pair.b.m_p(i) - pair.a.m_p(i));
+            terms += pair.b.x[i] * (std::fabs(pair.b.m_p(i)) + std::fabs(pair.a.m_p(i)));
+        }
+        if (!(std::fabs(off) < kBeside) || !(std::fabs(off) > 10.0 * c.value_error) ||
+            !(std::fabs(slope) > kSlope * terms))
+            return false;
+        if (slope * off < 0.0) {
+            r_.stable = false;
+            r_.other = true;
+            r_.tpd = slope * off * p_;
+            r_.trial = {r_.tpd, pair.b.rho, pair.b.x};
+        }
+        return true;
+    }
     bool from_either_side(double middle, double half) {
         std::vector<double> rho[2];
         for (int k = 0; k < 2; ++k)
