@@ -69,6 +69,14 @@ class Evidence {
     double uncertainty_ = std::numeric_limits<double>::quiet_NaN();  // the largest that is known
 };
 
+/// What the rules of mixing come to, relative: nine of ten measured values are nearer (docs/transport.md). Water with
+/// anything else is told apart; `thin` is less than 0.3 critical densities.
+struct RuleUncertainty {
+    double thin, dense, with_water;
+};
+constexpr RuleUncertainty kViscosityRule = {0.12, 0.2, 0.65}, kConductivityRule = {0.15, 0.2, 0.2},
+                          kGradientTheoryRule = {0.2, 0.2, 0.25}, kParachorsRule = {0.15, 0.15, 0.95};
+
 }  // namespace
 
 struct MixtureTransport::Parts {
@@ -118,6 +126,20 @@ struct MixtureTransport::Parts {
         return rho * v / (*this)[i].vc;
     }
 
+    /// Of a rule in the phase; of a pure component nothing but its own.
+    double uncertainty(RuleUncertainty const& rule, double own, double rho, Vector<double> const& x) const {
+        double v = 0.0, most = 0.0;
+        bool wet = false;
+        for (int j = 0; j < size(); ++j) {
+            v += x[j] * (*this)[j].vc;
+            most = std::max(most, x[j]);
+            wet = wet || (x[j] > 0.0 && (*this)[j].fluid.substance == "water");
+        }
+        if (most == 1.0) return own;
+        constexpr double kThin = 0.3;
+        return std::fmax(own, rho * v < kThin ? rule.thin : wet ? rule.with_water : rule.dense);
+    }
+
     InterfaceProfile profile(double T, double rhoL, Vector<double> const& x, double rhoV,
                              Vector<double> const& y, Evidence& known) const;
 
@@ -134,9 +156,11 @@ MixtureTransport::MixtureTransport(Mixture const& mixture) : parts_(std::make_un
     parts_->model = mixture.model.get();
     FluidOptions options;
     options.home = mixture.home;
-    for (std::string const& name : mixture.components)
-        parts_->components.push_back(
-            std::make_unique<Component>(open(*mixture.equation, name, options)));
+    for (int i = 0; i < mixture.size(); ++i) {
+        options.set = mixture.model->mdl1[i]->id();  // densities are those of the mixture's sets
+        parts_->components.push_back(std::make_unique<Component>(
+            open(*mixture.equation, mixture.components[static_cast<std::size_t>(i)], options)));
+    }
     const auto has_row = [&](std::string const& name) {
         return entropy_scaling_row(mixture.home, name).has_value();
     };
@@ -152,13 +176,17 @@ TransportValue MixtureTransport::viscosity(double T, double rho, Vector<double> 
     Evidence known;
     const std::vector<double> eta0 = p.dilute_viscosities(T, x, known);
     double value = p.of_gases(x, eta0, eta0);
-    if (rho == 0.0) return known.result(value, "Wilke");
+    const auto with_rule = [&](TransportValue v) {
+        v.uncertainty = p.uncertainty(kViscosityRule, v.uncertainty, rho, x);
+        return v;
+    };
+    if (rho == 0.0) return with_rule(known.result(value, "Wilke"));
     for (int i = 0; i < p.size(); ++i)
         if (x[i] > 0.0)
             value *= std::pow(known(p[i].transport.viscosity_background(T, p.corresponding(i, rho, x))) /
                                   eta0[static_cast<std::size_t>(i)],
                               x[i]);
-    TransportValue result = known.result(value, "Wilke; Grunberg, Nissan at equal reduced densities");
+    TransportValue result = with_rule(known.result(value, "Wilke; Grunberg, Nissan at equal reduced densities"));
     if (p.scaling) result.second_source = (*p.scaling)(T, rho, x) / value - 1.0;
     return result;
 }
@@ -189,7 +217,11 @@ TransportValue MixtureTransport::thermal_conductivity(double T, double rho,
         M += x[i] * p[i].M;
     }
     double value = p.of_gases(x, lambda0, eta0);
-    if (rho == 0.0) return known.result(value, "Wassiljewa, Mason, Saxena");
+    const auto with_rule = [&](TransportValue v) {
+        v.uncertainty = p.uncertainty(kConductivityRule, v.uncertainty, rho, x);
+        return v;
+    };
+    if (rho == 0.0) return with_rule(known.result(value, "Wassiljewa, Mason, Saxena"));
     for (int i = 0; i < p.size(); ++i) {
         w.push_back(x[i] * p[i].M / M);
         excess.push_back(
@@ -203,8 +235,8 @@ TransportValue MixtureTransport::thermal_conductivity(double T, double rho,
             value -= 0.72 * w[i] * w[j] * std::fabs(excess[i] - excess[j]);
     }
     if (!(value > 0.0)) throw ThException(5);
-    return known.result(value, "Wassiljewa, Mason, Saxena; Filippov at equal reduced densities, "
-                               "without critical enhancement");
+    return with_rule(known.result(value, "Wassiljewa, Mason, Saxena; Filippov at equal reduced densities, "
+                                         "without critical enhancement"));
 }
 
 MixtureDiffusion MixtureTransport::diffusion(double T, double rho, Vector<double> const& x) const {
@@ -274,6 +306,7 @@ TransportValue MixtureTransport::surface_tension(double T, double rhoL, Vector<d
         if (p.tension_error < kWorst) {
             TransportValue result = known.result(p.tension, "density-gradient theory");
             result.second_source = surface_tension_by_parachors(T, rhoL, x, rhoV, y).value / p.tension - 1.0;
+            result.uncertainty = parts_->uncertainty(kGradientTheoryRule, result.uncertainty, rhoL, x);
             return result;
         }
     } catch (EquilibriumFailure const&) {
@@ -298,7 +331,9 @@ TransportValue MixtureTransport::surface_tension_by_parachors(double T, double r
         const PureSaturation s = pure_saturation_T(*p[i].fluid.model, T1);
         sum += std::pow(sigma, 0.25) / (s.rhoL - s.rhoV) * (x[i] * rhoL - y[i] * rhoV);
     }
-    return known.result(sum > 0.0 ? std::pow(sum, 4) : 0.0, "Weinaug, Katz: parachors");
+    TransportValue result = known.result(sum > 0.0 ? std::pow(sum, 4) : 0.0, "Weinaug, Katz: parachors");
+    result.uncertainty = p.uncertainty(kParachorsRule, result.uncertainty, rhoL, x);
+    return result;
 }
 
 }  // namespace corvane

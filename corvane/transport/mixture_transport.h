@@ -29,8 +29,7 @@ struct MixtureDiffusion {
 /// Not copied; const functions may be called by several threads.
 class CORVANE_API MixtureTransport {
   public:
-    /// Opens every component with the mixture's equation (its first parameter set), in its data
-    /// home. The mixture must outlive this. @throws OpenFailure a component that the equation has not; a malformed data file
+    /// Opens every component with the mixture's equation and parameter set, in its data home. The mixture must outlive this. @throws OpenFailure a component that the equation has not; a malformed data file
     explicit MixtureTransport(Mixture const& mixture);
     ~MixtureTransport();
     MixtureTransport(MixtureTransport const&) = delete;

@@ -155,7 +155,7 @@ TransportValue Joined::at(Fluid const& fluid, double T, double rho) const {
 
 /// From the densities of a fluid to those of the reference equation, which reference correlations want.
 VolumeShift shift_to_reference(Fluid const& fluid) {
-    if (fluid.equation == "MEOS") return {};
+    if (fluid.equation == "MEOS" && fluid.set == 1) return {};
     FluidOptions options;
     options.home = fluid.home;
     try {
