@@ -2,6 +2,9 @@
 #include <corvane/binding/certified.h>
 #include <corvane/binding/certified_points.h>
 
+#include <algorithm>
+#include <cstdio>
+
 using namespace corvane::binding;
 
 corvane::Transport const& CorvaneFluid::transport() const {
@@ -15,6 +18,13 @@ corvane::MixtureTransport const& CorvaneMixture::transport() const {
 }
 
 namespace {
+std::string in_words(corvane::TransportValue const& v) {
+    char within[64] = "";
+    if (v.uncertainty > 0.0)
+        std::snprintf(within, sizeof within, ", %.0f %% in nine cases of ten", 100.0 * v.uncertainty);
+    return v.model + ": " + v.source + within + (v.metastable ? ", metastable" : "");
+}
+
 corvane::TransportValue value_of(CorvaneFluid const* fluid, int property, double T, double rho) {
     corvane::Transport const& transport = fluid->transport();
     switch (property) {
@@ -57,7 +67,7 @@ EXPORT int Corvane_transport_model(const CorvaneFluid* fluid, int property, doub
                                    char* buffer, int size, CorvaneError* error) {
     return certified(error, "transport", fluid, [&] {
         const auto v = value_of(fluid, property, T, rho);
-        return write(v.model + ": " + v.source + (v.metastable ? ", metastable" : ""), buffer, size);
+        return write(in_words(v), buffer, size);
     });
 }
 
@@ -76,7 +86,7 @@ EXPORT int Corvane_mixture_transport_model(const CorvaneMixture* mixture, int pr
                                            int size, CorvaneError* error) {
     return certified(error, "mixture_transport", mixture, [&] {
         const auto v = value_of(mixture, property, T, rho, z, n);
-        return write(v.model + ": " + v.source, buffer, size);
+        return write(in_words(v), buffer, size);
     });
 }
 
@@ -88,5 +98,23 @@ EXPORT double Corvane_mixture_tension(const CorvaneMixture* mixture, double T, d
             T, rho_liquid, composition(mixture, x, n), rho_vapour, composition(mixture, y, n));
         if (evidence) evidence[0] = v.in_range ? 1.0 : 0.0;
         return v.value;
+    });
+}
+
+EXPORT int Corvane_mixture_interface(const CorvaneMixture* mixture, double T, double rho_liquid, const double* x,
+                                     double rho_vapour, const double* y, int n, double* values, int points,
+                                     double* summary, CorvaneError* error) {
+    return certified(error, "mixture_interface", mixture, [&] {
+        if (points < 0 || (points > 0 && !values)) throw BadArgument("no room for points");
+        const auto p = mixture->transport().interface_profile(T, rho_liquid, composition(mixture, x, n), rho_vapour,
+                                                              composition(mixture, y, n));
+        const std::size_t count = std::min(static_cast<std::size_t>(points), p.z.size());
+        for (std::size_t k = 0; k < count; ++k) {
+            *values++ = p.z[k];
+            *values++ = p.excess[k];
+            values = std::copy(p.rho_i[k].begin(), p.rho_i[k].end(), values);
+        }
+        if (summary) summary[0] = p.tension, summary[1] = p.tension_error, summary[2] = p.thickness;
+        return static_cast<int>(p.z.size());
     });
 }

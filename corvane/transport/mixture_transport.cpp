@@ -140,6 +140,26 @@ struct MixtureTransport::Parts {
         return std::fmax(own, rho * v < kThin ? rule.thin : wet ? rule.with_water : rule.dense);
     }
 
+    /// Is ∂μ_i/∂rho_j not positive definite? Then it is no phase. False where the model has no state.
+    bool unstable(double T, double rho, Vector<double> const& x) const {
+        if (!(rho > 0.0)) return false;
+        const FluidModel fluid(*model, x);
+        const int n = fluid.size();
+        PhaseState s;
+        s.resize(n);
+        const auto at = [](int i) { return static_cast<std::size_t>(i); };
+        for (int k = 0; k < n; ++k) s.rho_i[at(k)] = rho * x[fluid.index(k)];
+        if (!fluid.evaluate(s, T, phase_H)) return false;
+        for (int i = 0; i < n; ++i)  // Cholesky's factors, of relative changes, in place
+            for (int j = 0; j <= i; ++j) {
+                double sum = s.H[at(i * n + j)] * std::sqrt(s.rho_i[at(i)] * s.rho_i[at(j)]);
+                for (int k = 0; k < j; ++k) sum -= s.H[at(i * n + k)] * s.H[at(j * n + k)];
+                if (i == j && !(sum > 0.0)) return true;
+                s.H[at(i * n + j)] = i == j ? std::sqrt(sum) : sum / s.H[at(j * n + j)];
+            }
+        return false;
+    }
+
     InterfaceProfile profile(double T, double rhoL, Vector<double> const& x, double rhoV,
                              Vector<double> const& y, Evidence& known) const;
 
@@ -178,6 +198,7 @@ TransportValue MixtureTransport::viscosity(double T, double rho, Vector<double> 
     double value = p.of_gases(x, eta0, eta0);
     const auto with_rule = [&](TransportValue v) {
         v.uncertainty = p.uncertainty(kViscosityRule, v.uncertainty, rho, x);
+        v.metastable = p.unstable(T, rho, x);
         return v;
     };
     if (rho == 0.0) return with_rule(known.result(value, "Wilke"));
@@ -219,6 +240,7 @@ TransportValue MixtureTransport::thermal_conductivity(double T, double rho,
     double value = p.of_gases(x, lambda0, eta0);
     const auto with_rule = [&](TransportValue v) {
         v.uncertainty = p.uncertainty(kConductivityRule, v.uncertainty, rho, x);
+        v.metastable = p.unstable(T, rho, x);
         return v;
     };
     if (rho == 0.0) return with_rule(known.result(value, "Wassiljewa, Mason, Saxena"));
@@ -259,6 +281,7 @@ MixtureDiffusion MixtureTransport::diffusion(double T, double rho, Vector<double
     result.stefan = all.result(joined_diffusion(gas, liquid, rho, dilute, eta.value),
                                  std::string(fuller ? "Fuller" : "Chapman, Enskog") +
                                      "; Wilke, Chang; Leffler, Cullinan; viscosity: " + eta.model);
+    result.stefan.metastable = eta.metastable;
     result.stefan.uncertainty = std::fmax(kUncertainty, result.stefan.uncertainty);
     if (!(x[0] > 0.0) || !(x[1] > 0.0)) return result;
     const FluidModel fluid(*p.model, x);

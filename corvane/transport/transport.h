@@ -32,8 +32,9 @@ struct TransportValue {
     /// What nine of ten values of this model stay below, relative, as docs/transport.md measures it;
     /// not-a-number for reference correlations and surface tensions, whose publications state theirs.
     double uncertainty = std::numeric_limits<double>::quiet_NaN();
-    /// Between the densities of saturated vapour and liquid: a metastable state, or one that is none.
-    /// Told by the functions of T and rho of a pure fluid.
+    /// Between the densities of saturated vapour and liquid: a metastable state, or one that is none. Told by the
+    /// functions of T and rho of a pure fluid. Of a mixture: one that no phase can be in (∂μ_i/∂rho_j is not positive
+    /// definite); whether another phase would appear beside it a flash tells, and not these.
     bool metastable = false;
 };
 

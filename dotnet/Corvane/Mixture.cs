@@ -204,6 +204,26 @@ namespace Corvane
                                                  out CorvaneError e), ref e);
         }
 
+        /// <summary>The interface between a liquid and a vapour in equilibrium, by density-gradient theory.</summary>
+        /// <param name="T">K</param>
+        /// <param name="rhoLiquid">mol/cm³</param>
+        /// <param name="x">mole fractions in the liquid</param>
+        /// <param name="rhoVapour">mol/cm³</param>
+        /// <param name="y">mole fractions in the vapour</param>
+        /// <returns>the densities through it</returns>
+        /// <exception cref="ThermodynamicException">as <see cref="Viscosity"/>; NoSolution, GaveUp: no profile</exception>
+        /// <exception cref="ArgumentException">compositions of different lengths</exception>
+        public InterfaceProfile Interface(double T, double rhoLiquid, double[] x, double rhoVapour, double[] y)
+        {
+            if (Length(x) != Length(y)) throw new ArgumentException("compositions of different lengths", nameof(y));
+            double[] summary = new double[3];
+            const int most = 256;
+            double[] values = new double[most * (x.Length + 2)];
+            int points = Check(Corvane_mixture_interface(handle, T, rhoLiquid, x, rhoVapour, y, x.Length, values, most,
+                                                         summary, out CorvaneError e), ref e);
+            return new InterfaceProfile(values, Math.Min(points, most), x.Length, summary);
+        }
+
         private TransportValue Transport(int property, double T, double rho, double[] z)
         {
             double[] evidence = new double[1];

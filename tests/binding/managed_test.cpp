@@ -67,6 +67,12 @@ Bits in_cpp() {
     const corvane::MixtureTransport of_mixture(gas);
     show("mixture.viscosity", of_mixture.viscosity(300, 1e-3, x).value);
     show("mixture.conductivity", of_mixture.thermal_conductivity(300, 1e-3, x).value);
+    const auto bubble = corvane::bubble_T(*gas.model, 250, x);
+    const auto profile = of_mixture.interface_profile(250, bubble.given.rho, bubble.given.x, bubble.incipient.rho, bubble.incipient.x);
+    show("interface.tension", profile.tension);
+    show("interface.thickness", profile.thickness);
+    show("interface.z", profile.z.back());
+    show("interface.rho", profile.rho_i[5][1]);
     y[0] = 0.9, y[1] = 0.1;
     show("mixture.tension", of_mixture.surface_tension(250, 0.014, x, 1e-3, y).value);
     const corvane::Fluid propane = corvane::open("PR", "propane");

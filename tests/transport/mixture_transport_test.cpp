@@ -201,6 +201,24 @@ TEST(MixtureTransport, ComponentsHaveTheSetsOfTheMixture) {
     }
 }
 
+// Between the spinodals there is no phase: a mixture of one component, and one whose liquid splits.
+TEST(MixtureTransport, StatesThatNoPhaseCanBeInAreFlagged) {
+    const auto pure = corvane::open_mixture("PR+vdW1", {"propane"});
+    const corvane::MixtureTransport transport(pure);
+    const auto s = corvane::pure_saturation_T(*pure.model->mdl1[0], 300);
+    for (auto const& [rho, flagged] : {std::pair(0.0, false), {s.rhoV, false}, {s.rhoL, false}, {0.5 * (s.rhoL + s.rhoV), true}}) {
+        EXPECT_EQ(transport.viscosity(300, rho, vec({1})).metastable, flagged);
+        EXPECT_EQ(transport.thermal_conductivity(300, rho, vec({1})).metastable, flagged);
+    }
+    const auto split = corvane::open_mixture("PR+vdW1", {"hexane", "water"});
+    const corvane::MixtureTransport two(split);
+    const auto liquid = corvane::flash_pT(*split.model, 1, 300, vec({0.5, 0.5}));
+    for (auto const& phase : liquid.phases) EXPECT_FALSE(two.diffusion(300, phase.rho, phase.x).stefan.metastable);
+    const auto d = two.diffusion(300, 0.011, vec({0.5, 0.5}));
+    EXPECT_TRUE(d.stefan.metastable);
+    EXPECT_LT(d.thermodynamic_factor, 0);
+}
+
 TEST(MixtureTransport, WhatIsMissingOrWrongIsSaid) {
     const auto mixture = corvane::open_mixture("PR+vdW1", {"acetone", "1_2_pentanediol"});
     const corvane::MixtureTransport transport(mixture);

@@ -97,6 +97,12 @@ namespace Corvane.Interop
             double[] y, int n, [Out] double[] evidence, out CorvaneError error);
 
         [DllImport(Library)]
+        internal static extern int Corvane_mixture_interface(
+            MixtureHandle mixture, double T, double rho_liquid, double[] x, double rho_vapour,
+            double[] y, int n, [Out] double[] values, int points, [Out] double[] summary,
+            out CorvaneError error);
+
+        [DllImport(Library)]
         internal static extern ResultHandle Corvane_flash_pT(
             MixtureHandle mixture, double p, double T, double[] z, int n, out CorvaneError error);
 

@@ -1,5 +1,6 @@
 // Results with all their bits, one "name bits" a line; managed_test.cpp holds them against C++.
 using System;
+using System.Linq;
 using Corvane;
 
 namespace Corvane.Tests
@@ -54,6 +55,13 @@ namespace Corvane.Tests
                 Show("phase.w", m.Phase(300, 1e-3, 0.3, 0.7).Phases[0].SpeedOfSound);
                 Show("mixture.viscosity", m.Viscosity(300, 1e-3, 0.3, 0.7).Value);
                 Show("mixture.conductivity", m.ThermalConductivity(300, 1e-3, 0.3, 0.7).Value);
+                SaturationPoint bubble = m.BubbleT(250, new[] { 0.3, 0.7 });
+                InterfaceProfile profile = m.Interface(250, bubble.Phases[0].Rho, bubble.Phases[0].X.ToArray(),
+                                                       bubble.Phases[1].Rho, bubble.Phases[1].X.ToArray());
+                Show("interface.tension", profile.Tension);
+                Show("interface.thickness", profile.Thickness);
+                Show("interface.z", profile.Z[profile.Z.Count - 1]);
+                Show("interface.rho", profile.Densities[5][1]);
                 Show("mixture.tension", m.SurfaceTension(250, 0.014, new[] { 0.3, 0.7 }, 1e-3, new[] { 0.9, 0.1 }));
             }
             using (Fluid propane = Fluid.Open("PR", "propane"))
