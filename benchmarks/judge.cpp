@@ -124,19 +124,25 @@ class Trial {
     }
 
   private:
-    /// Refused out of what the documentation says can be done: pressures above 1000 MPa; mole
-    /// fractions below 1e-300, by Wilson's K-factors; states at which the model says itself that it
-    /// has no density for some composition, which the tangent-plane test would have to look at.
+    /// Refused out of what the documentation says can be done: pressures above 1000 MPa or below
+    /// 1e-288; mole fractions below 1e-300, by Wilson's K-factors, of bubble points at given p down
+    /// to 0.3 of the lowest critical temperature, to which they are looked for; states at which the
+    /// model says itself that it has no density for some composition, which the tangent-plane test
+    /// would have to look at.
     bool beyond(Call c, State const& in) const {
         const bool at_T = c == bubble_T || c == dew_T, at_p = c == bubble_p || c == dew_p;
         if (!at_T && in.p > 1000) return true;
         const int n = in.z.size();
         double coldest = 1e300, warmest = 0;
         for (int i = 0; i < n; ++i) {
+            coldest = std::min(coldest, 0.3 * m_.mdl1[i]->Tcrit());
+            warmest = std::max(warmest, 2 * m_.mdl1[i]->Tcrit());
+        }
+        for (int i = 0; i < n; ++i) {
             Model1 const& pure = *m_.mdl1[i];
-            if (5.373 * (1 + pure.omega()) * (1 - pure.Tcrit() / in.T) < -690) return true;
-            coldest = std::min(coldest, 0.3 * pure.Tcrit());
-            warmest = std::max(warmest, 2 * pure.Tcrit());
+            const double T = c == bubble_p ? std::min(in.T, coldest) : in.T;
+            if (5.373 * (1 + pure.omega()) * (1 - pure.Tcrit() / T) < (at_T ? -663 : -690))
+                return true;
         }
         if (std::is_same_v<Equation, judge::Cubic>) return false;
         const int states = at_T || at_p ? 400 : 0;  // on the way of the search

@@ -21,20 +21,32 @@ constexpr double kSpinodal = 1e-9;    // what rounding may leave of w·(1 − w)
 
 constexpr double kNear = 1e-6;        // of such a distance, nearer to a phase than that tells
 constexpr double kMet = 1e-6, kSameRho = 2e-3;  // of trials that have run into a phase
+constexpr double kAlike = 0.05,
+                 kBeside = 1.01;      // phases nearly alike; a way past both, over the direct one
 constexpr double kShort = 0.1;        // step in ln W whose end is foreseen
 
 }  // namespace
 
-/// The trial has run into a phase: squared distance in ln x, weighted, and in ln rho.
-bool Stability::meets(PhaseState const& s, PhaseState const& phase) {
-    if (!(std::fabs(s.rho / phase.rho - 1.0) < kSameRho)) return false;
+/// Squared distance in ln x, weighted, and in ln rho.
+double Stability::apart(PhaseState const& s, PhaseState const& phase) {
     double d = std::log(s.rho / phase.rho);
     d *= d;
     for (int k = 0; k < s.size(); ++k) {
         const double c = std::log(s.x[k] / phase.x[k]);
         d += s.x[k] * c * c;
     }
-    return d < kMet;
+    return d;
+}
+/// The trial has run into a phase.
+bool Stability::meets(PhaseState const& s, PhaseState const& phase) {
+    return std::fabs(s.rho / phase.rho - 1.0) < kSameRho && apart(s, phase) < kMet;
+}
+/// The trial is between two phases nearly alike, where the distance has its least barrier, so flat
+/// that no step leads away: either side is one of them.
+bool Stability::between(PhaseState const& s, PhaseState const& phase, PhaseState const& known) {
+    const double whole = std::sqrt(apart(phase, known));
+    return whole < kAlike &&
+           std::sqrt(apart(s, phase)) + std::sqrt(apart(s, known)) < kBeside * whole;
 }
 
 Stability::Stability(FluidModel const& fluid, StabilityTest k) : kind(k), fluid_(fluid) {
@@ -149,6 +161,10 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
         const double limit = -Certificate::tpd_tolerance;
         if (first && tpd < 10 * limit) return End::negative;
         if (tpd >= limit && (meets(s_, phase) || (known && meets(s_, *known)))) {
+            tpd = std::min(0.0, tpd);
+            return End::trivial;
+        }
+        if (known && !convex_ && worst < kFlat && tpd >= limit && between(s_, phase, *known)) {
             tpd = std::min(0.0, tpd);
             return End::trivial;
         }

@@ -113,7 +113,9 @@ class CORVANE_API Stability {
     /// A whole that passes, next to a critical point.
     void flat(PhaseState const& whole, double p, double tolerance, StabilityResult& r);
     static double distance(PhaseState const& s, PhaseState const& phase);
+    static double apart(PhaseState const& s, PhaseState const& phase);
     static bool meets(PhaseState const& s, PhaseState const& phase);
+    static bool between(PhaseState const& s, PhaseState const& phase, PhaseState const& known);
     /// Fills brackets_. Returns the number of compositions without a density.
     int scan_binary(PhaseState const& phase, double p);
     void scan_root(PhaseState const& phase, Root root, bool own, double const* d,
