@@ -16,6 +16,7 @@ namespace judge {
 /// as differences of doubles are, so that phases have to be 0.01 apart (ln rho).
 struct OfModel {
     static constexpr Precision kPrecision{2e-13, 1e-5, 1e-6, false, 1e-3};
+    static constexpr int kBranches = 6;  // SAFT-VR Mie has loops between gas and cold liquids
 
     explicit OfModel(ModelN const& model) : m(model), n(model.mdl1.size()) {
         for (int i = 0; i < n; ++i) {
@@ -55,10 +56,10 @@ struct OfModel {
         double T_;
     };
     template <class Real>
-    class At : public EnergyAt<Psi, OfModel, Real, 2> {
+    class At : public EnergyAt<Psi, OfModel, Real, kBranches> {
       public:
         At(OfModel const& e, Real T)
-            : EnergyAt<Psi, OfModel, Real, 2>(e, T), e_(&e), T_(static_cast<double>(T)) {}
+            : EnergyAt<Psi, OfModel, Real, kBranches>(e, T), e_(&e), T_(static_cast<double>(T)) {}
         Real state(Real rho, Real const* x, Real* h) const {
             Vector<double> r(e_->n);
             for (int i = 0; i < e_->n; ++i) r[i] = static_cast<double>(rho * x[i]);
