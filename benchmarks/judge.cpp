@@ -5,8 +5,9 @@
 //     bench_judge [-v] [--seed N] [--states N] [--only REGION] [--limit SECONDS] [--strict]
 //         [--ternaries] [--flashes] [--absent] [EOS ...]
 //
-// EOS: PR, SRK (the default), PCSAFT, MEOS (GERG-2008); PR+HV, SRK+PSRK, CPA+vdW1, SAFTVRMIE+LB, whose
-// equations are not written a second time (judge/of_model.h). Binaries, or ternaries.
+// EOS: PR, SRK (the default), PCSAFT, MEOS (GERG-2008), TwuPR, TwuSRK (sets 2); tcPR, tcSRK (translated, sets 3),
+// PR+HV, SRK+PSRK, CPA+vdW1, SAFTVRMIE+LB, whose equations are not written a second time
+// (judge/of_model.h). Binaries, or ternaries.
 // REGION: critical (1e-6 … 5 % from a critical temperature), pure (mole fractions from 1e-12 on),
 // random. Every state is asked for bubble and dew points at its T and at its p, a flash and the
 // stability test; with --flashes for the last two only. The mixtures take turns; a region ends after SECONDS. -v prints every fault and
@@ -325,17 +326,22 @@ class Dice {
 };
 
 struct Model {
-    char const *eos, *mth;
+    char const *name, *eos, *mth;
     int set;  ///< of the components; −1: what the pair's file names
+    bool alone = false;  ///< the judge has no equation of its own for it
 };
-constexpr Model kModels[] = {
-    {"PR", "vdW1", 1}, {"SRK", "vdW1", 1}, {"PCSAFT", "LB", -1}, {"MEOS", "GERG", 8},
-    {"PR", "HV", 1},   {"SRK", "PSRK", 5}, {"CPA", "vdW1", 1},   {"SAFTVRMIE", "LB", 1}};
-/// "PR", "SRK", or with the mixing theory where the judge has no equation of its own for it.
-std::string name_of(Model const& m) {
-    const bool own = &m - kModels < 4;
-    return own ? m.eos : std::string(m.eos) + '+' + m.mth;
-}
+constexpr Model kModels[] = {{"PR", "PR", "vdW1", 1},
+                             {"SRK", "SRK", "vdW1", 1},
+                             {"PCSAFT", "PCSAFT", "LB", -1},
+                             {"MEOS", "MEOS", "GERG", 8},
+                             {"TwuPR", "PR", "vdW1", 2},
+                             {"TwuSRK", "SRK", "vdW1", 2},
+                             {"tcPR", "PR", "vdW1", 3, true},
+                             {"tcSRK", "SRK", "vdW1", 3, true},
+                             {"PR+HV", "PR", "HV", 1, true},
+                             {"SRK+PSRK", "SRK", "PSRK", 5, true},
+                             {"CPA+vdW1", "CPA", "vdW1", 1, true},
+                             {"SAFTVRMIE+LB", "SAFTVRMIE", "LB", 1, true}};
 constexpr char const* kRegions[] = {"critical", "pure", "random"};
 
 template <class Equation>
@@ -380,7 +386,7 @@ long examine(Model const& model, std::string const& region, Settings const& s) {
         }
     const std::size_t count = mixtures.size();
     dockets.clear();
-    const std::string title = name_of(model) + (s.ternaries ? " 3 " : " ");
+    const std::string title = std::string(model.name) + (s.ternaries ? " 3 " : " ");
     Tally all;
     for (int c = 0; c < calls; ++c) {
         tally[c].print((title + region + ' ' + judge::kCalls[c]).c_str());
@@ -425,15 +431,14 @@ int main(int argc, char** argv) {
     Tally::header();
     long wrong = 0;
     for (Model const& model : kModels)
-        if (std::find(asked.begin(), asked.end(), name_of(model)) != asked.end())
+        if (std::find(asked.begin(), asked.end(), model.name) != asked.end())
             for (char const* region : kRegions)
                 if (s.only.empty() || s.only == region) {
-                    const std::string name = name_of(model);
-                    wrong += name == "PCSAFT" ? examine<judge::PcSaft>(model, region, s)
-                             : name == "MEOS" ? examine<judge::MultiFluid>(model, region, s)
-                             : name == "PR" || name == "SRK"
-                                 ? examine<judge::Cubic>(model, region, s)
-                                 : examine<judge::OfModel>(model, region, s);
+                    const std::string name = model.name;
+                    wrong += model.alone        ? examine<judge::OfModel>(model, region, s)
+                             : name == "PCSAFT" ? examine<judge::PcSaft>(model, region, s)
+                             : name == "MEOS"   ? examine<judge::MultiFluid>(model, region, s)
+                                                : examine<judge::Cubic>(model, region, s);
                 }
     return wrong ? 1 : 0;
 }

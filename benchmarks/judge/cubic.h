@@ -1,6 +1,6 @@
 // Cubic equations of state with van der Waals one-fluid mixing, written from the papers (Peng &
-// Robinson, Ind. Eng. Chem. Fundam. 15 (1976) 59; Soave, Chem. Eng. Sci. 27 (1972) 1197) in p of v
-// and x and in any number type. Only the parameters come from the library's model.
+// Robinson, Ind. Eng. Chem. Fundam. 15 (1976) 59; Soave, Chem. Eng. Sci. 27 (1972) 1197; alpha of Twu et
+// al., Fluid Phase Equilib. 69 (1991) 33) in p of v and x and in any number type. Only the parameters come from the library's model.
 #pragma once
 
 #include "real.h"
@@ -19,6 +19,10 @@ struct Cubic {
     int n = 0;
     bool pr = false;
     Values<double> Tc{}, b{}, omega{}, M{};
+    struct {
+        bool used = false;
+        double L = 0, M = 0, N = 0;
+    } twu[kMax];
     double k[kMax][kMax] = {}, l[kMax][kMax] = {};
 
     Cubic() = default;
@@ -31,8 +35,9 @@ struct Cubic {
             Tc[i] = c.param(1);
             b[i] = c.param(2);
             omega[i] = c.param(3);
-            if (c.param(4) != 0 || c.param(8) != 0)
-                throw std::runtime_error("not the standard alpha");
+            if (!(c.param(4) == 0 || c.param(4) == 1) || c.param(8) != 0)
+                throw std::runtime_error("neither the standard alpha nor Twu's");
+            twu[i] = {c.param(4) == 1, c.param(5), c.param(6), c.param(7)};
             for (int j = 0; j < i; ++j) {
                 k[i][j] = k[j][i] = m.param(0, i, j);
                 l[i][j] = l[j][i] = m.param(1, i, j);
@@ -45,6 +50,7 @@ struct Cubic {
     class At {
       public:
         At(Cubic const& c, Real T) : n_(c.n) {
+            using std::exp;
             using std::pow;
             using std::sqrt;
             const Real s2 = sqrt(Real(2));
@@ -68,7 +74,12 @@ struct Cubic {
                         : 0.379642 + o * (1.48503 + o * (-0.164423 + 0.016666 * o));
                 // √α: of both signs, but α beyond its zero rises again
                 root[i] = (1 + slope * (1 - sqrt(Tr)));
-                root[i] = (root[i] < 0 ? -root[i] : root[i]) * sqrt(q * c.b[i] / Tr);
+                root[i] = root[i] < 0 ? -root[i] : root[i];
+                // α = Tr^(N(M−1))·exp(L(1 − Tr^(NM)))
+                if (auto const& t = c.twu[i]; t.used)
+                    root[i] = pow(Tr, Real(t.N) * (Real(t.M) - 1) / 2) *
+                              exp(Real(t.L) * (1 - pow(Tr, Real(t.N) * t.M)) / 2);
+                root[i] *= sqrt(q * c.b[i] / Tr);
             }
             for (int i = 0; i < n_; ++i)
                 for (int j = 0; j < n_; ++j) {
