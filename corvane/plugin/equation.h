@@ -51,6 +51,7 @@
 // pole, and must not throw: docs/plugins.md.
 #pragma once
 
+#include <corvane/plugin/line.h>
 #include <corvane/plugin/mixture_equation.h>
 #include <corvane/plugin/pure_equation.h>
 

@@ -211,25 +211,4 @@ P& operator/=(P& a, auto const& b) {
     return a = a / b;
 }
 
-/// f(x) for a formula of one variable alone: evaluated with a series in that variable, which costs
-/// far less than with all the derivatives that x carries.
-template <class S, class F>
-S of_one(S const& x, F const& f) {
-    if constexpr (!Differentiable<S>) {
-        return f(x);
-    } else if constexpr (std::same_as<std::decay_t<decltype(x.value())>, double>) {
-        const auto r = f(Jet<S::order>::variable(x.value()));
-        std::array<double, S::order + 1> c;
-#pragma GCC unroll 8
-        for (int n = 0; n <= S::order; ++n) c[static_cast<std::size_t>(n)] = r(n);
-        return x.compose(c);
-    } else {
-        using B = typename S::Base;
-        Gradient<1, B> one(x.v);
-        one.g[0] = 1.0;
-        const Gradient<1, B> r = f(one);
-        return x.compose({r.v, r.g[0]});
-    }
-}
-
 }  // namespace corvane

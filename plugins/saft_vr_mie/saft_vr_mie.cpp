@@ -1,11 +1,12 @@
-// SAFT-VR Mie: chains of segments with Mie potentials of variable range, T. Lafitte, A. Apostolakou,
-// C. Avendaño, A. Galindo, C. S. Adjiman, E. A. Müller, G. Jackson, J. Chem. Phys. 139 (2013) 154504.
-// Numbers in brackets are those of its equations. See README.md.
+// SAFT-VR Mie: chains of segments with Mie potentials of variable range, T. Lafitte, A.
+// Apostolakou, C. Avendaño, A. Galindo, C. S. Adjiman, E. A. Müller, G. Jackson, J. Chem. Phys. 139
+// (2013) 154504. Numbers in brackets are those of its equations. See README.md.
 //
 // Lengths are in units that make π/6·NA one: a diameter cubed is a volume in cm³/mol. What the
 // article takes from sums of nearly equal terms at low density is written without the terms that
 // cancel, so that A^r is relatively accurate there.
 #include <corvane/plugin/equation.h>
+#include <corvane/plugin/small_array.h>
 #include <plugins/common/pcsaft/cross_association.h>
 #include <plugins/common/pcsaft/density.h>
 #include <plugins/saft_vr_mie/constants.h>
@@ -15,17 +16,17 @@
 
 namespace {
 using corvane::above_zero;
-using corvane::power;
 
 /// (1 − η/2)/(1 − η)³ − 1, and η times its slope, for packing fractions of which `slope` is the
-/// logarithmic one.
+/// logarithmic one; from 1/(1 − η).
 template <class S>
-S carnahan(S const& eta) {
-    return eta * (2.5 + eta * (eta - 3.0)) / power(S(1.0 - eta), 3);
+S carnahan(S const& eta, S const& r) {
+    return eta * (2.5 + eta * (eta - 3.0)) * (r * r * r);
 }
 template <class S>
-S carnahan_slope(S const& eta, S const& slope) {
-    return slope * (2.5 - eta) / power(S(1.0 - eta), 4);
+S carnahan_slope(S const& eta, S const& slope, S const& r) {
+    const S r2 = r * r;
+    return slope * (2.5 - eta) * (r2 * r2);
 }
 
 /// A power λ of the distance: its sums a1S + B over 2π·rho·ε·d³, of (26), (33) to (35).
@@ -78,30 +79,37 @@ struct SaftVrMie {
     template <class T>
     struct Component {
         double Ts, m, sigma, lambda_r, lambda_a, epsilon, K, donors, acceptors;
-        bool hard;   // bonds by the contact value of hard spheres, K from rc
-        T d, K_rc;   // diameter; K of such bonds, cm³/mol
+        bool hard;  // bonds by the contact value of hard spheres, K from rc
+        T d, K_rc;  // diameter; K of such bonds, cm³/mol
     };
     template <class T>
     Component<T> component(T const& temperature, double const* p) const {
         const double sigma = std::cbrt(p[vs]);
         const T delta = diameter(T(p[Ts] / temperature), p[lambdaR], p[lambdaA]);
         const bool hard = p[rc] > 0.0;
-        return {p[Ts], p[m], sigma, p[lambdaR], p[lambdaA], p[epsAB], p[KAB], p[donors],
-                p[acceptors], hard, sigma * delta,
+        return {p[Ts],
+                p[m],
+                sigma,
+                p[lambdaR],
+                p[lambdaA],
+                p[epsAB],
+                p[KAB],
+                p[donors],
+                p[acceptors],
+                hard,
+                sigma * delta,
                 hard ? (6.0 / std::numbers::pi * p[vs]) * bonding_volume(delta, p[rc]) : T(0.0)};
     }
     template <class T>
     struct Pair {
-        T theta, x0, d3;    // ε/kT, σ/d, diameter cubed
+        T theta, x0, d3;  // ε/kT, σ/d, diameter cubed
         double C, lambda_a, lambda_r, sigma3, f[6];
         Power<T> a, r, aa, ar, rr;
-        T gamma_theta;      // φ70·(1 − tanh …)·(exp(ε/kT) − 1)
-        T bond[11];         // Δ over the density: coefficients of (rho·σ³)^p, or of the contact value
+        T gamma_theta;  // φ70·(1 − tanh …)·(exp(ε/kT) − 1)
+        T bond[11];  // Δ over the density: coefficients of (rho·σ³)^p, or of the contact value
         bool hard;
         /// Of the second order at zero density.
-        T second_zero() const {
-            return aa.w * aa.zero - 2.0 * (ar.w * ar.zero) + rr.w * rr.zero;
-        }
+        T second_zero() const { return aa.w * aa.zero - 2.0 * (ar.w * ar.zero) + rr.w * rr.zero; }
     };
     template <class T>
     Pair<T> pair(T const& temperature, Component<T> const& i, Component<T> const& j,
@@ -113,8 +121,8 @@ struct SaftVrMie {
         };
         const double lr = given[1] > 0.0 ? given[1] : combined(i.lambda_r, j.lambda_r);
         const double la = combined(i.lambda_a, j.lambda_a);
-        const double eps = (1.0 - given[0]) * std::sqrt(i.Ts * j.Ts) *
-                           std::pow(i.sigma * j.sigma, 1.5) / sigma3;
+        const double eps =
+            (1.0 - given[0]) * std::sqrt(i.Ts * j.Ts) * std::pow(i.sigma * j.sigma, 1.5) / sigma3;
         Pair<T> of;
         of.theta = eps / temperature;
         const T d = 0.5 * (i.d + j.d), x0 = sigma / d;
@@ -163,17 +171,31 @@ struct SaftVrMie {
     }
     template <class F, class S>
     S alphar(F const& f, S const& density) const {
-        const State<S> s(S(f.packing * density), S(f.sigma3 * density));
+        using Axis = corvane::Line<S>;
+        const Axis zeta(S(f.packing * density)), bar(S(f.sigma3 * density));
+        const State<typename Axis::Number> s(zeta.variable());
+        const Bar<S> b(bar);
+        const S each = 1.0 / S(f.m) * b.bar;
+        const int n = f.x.size();
+        corvane::SmallArray<S, 10> pairs(n * (n + 1) / 2);
+        corvane::SmallArray<S> chains(n);
+        for (int i = 0, at = 0; i < n; ++i)
+            for (int j = 0; j <= i; ++j, ++at) {
+                auto const& p = f.at(i, j);
+                const auto sums = s.sums(p, i == j && f.at[i].m != 1.0);
+                pairs[at] =
+                    (f.at[i].m * f.at[j].m) * attraction(density, each, zeta, s, b, p, sums);
+                if (i == j)
+                    chains[i] = f.at[i].m == 1.0 ? S(0.0)
+                                                 : (f.at[i].m - 1.0) * contact(zeta, s, b, p, sums);
+            }
         S a = spheres(f, density);
         a += f.x.sum([&](int i) -> S {
             return f.x.sum([&](int j) -> S {
-                return (f.at[i].m * f.at[j].m) * attraction(f, density, s, f.at(i, j));
-            });
+                return pairs[i > j ? i * (i + 1) / 2 + j : j * (j + 1) / 2 + i];
+            }) - chains[i];
         });
-        a -= f.x.sum([&](int i) -> S {
-            return f.at[i].m == 1.0 ? S(0.0) : (f.at[i].m - 1.0) * contact(s, f.at(i, i));
-        });
-        return a + association(f, density, s);
+        return a + association(f, density, zeta, s, b);
     }
     template <class F>
     corvane::DensityRange range(F const& f) const {
@@ -188,8 +210,9 @@ struct SaftVrMie {
     static double prefactor(double lr, double la) {
         return lr / (lr - la) * std::pow(lr / la, la / (lr - la));
     }
-    /// d/σ of (7), in two panels from where the Boltzmann factor is exp(−36) on. That point is found by
-    /// Newton's method in ln(σ/r), from below, where it is monotonic: the equation is concave there.
+    /// d/σ of (7), in two panels from where the Boltzmann factor is exp(−36) on. That point is
+    /// found by Newton's method in ln(σ/r), from below, where it is monotonic: the equation is
+    /// concave there.
     template <class T>
     static T diameter(T const& theta, double lr, double la) {
         using std::exp;
@@ -197,8 +220,8 @@ struct SaftVrMie {
         double s = std::log1p(rise) / lr;
         for (int k = 0; k < 10; ++k) {
             const double rest = -std::expm1((la - lr) * s);
-            s -= (lr * s + std::log(rest) - std::log(rise)) /
-                 (lr + (lr - la) * (1.0 - rest) / rest);
+            s -=
+                (lr * s + std::log(rest) - std::log(rise)) / (lr + (lr - la) * (1.0 - rest) / rest);
         }
         const double low = std::exp(-s), half = 0.25 * (1.0 - low);
         T sum = 0.0;
@@ -247,29 +270,55 @@ struct SaftVrMie {
         }
     }
 
+    /// The five sums of a pair; of the second order those that occur together.
+    template <class U>
+    struct Five {
+        Sum<U> a, r, aa, ar, rr;
+    };
     /// Functions of the packing alone.
-    template <class S>
+    template <class U>
     struct State {
-        S zeta, bar;                    // ζ_x with diameters and with σ
-        S free, F, dF, H, dH, K, dK;    // 1 − ζ; dF … are ζ times slopes; F without its 1
-        S bar5, bar8;
-        State(S const& z, S const& b) : zeta(z), bar(b), free(1.0 - z), F(carnahan(z)), dF(carnahan_slope(z, z)) {
-            const S free2 = free * free, free4 = free2 * free2;
-            H = 4.5 * z * (1.0 + z) / (free2 * free);
-            dH = 4.5 * z * (1.0 + z * (4.0 + z)) / free4;
-            const S D = 1.0 + z * (4.0 + z * (4.0 + z * (z - 4.0)));
+        U zeta;                       // ζ_x with diameters
+        U free, F, dF, H, dH, K, dK;  // 1 − ζ; dF … are ζ times slopes; F without its 1
+        explicit State(U const& z) : zeta(z), free(1.0 - z) {
+            const U free2 = free * free, free4 = free2 * free2, r = 1.0 / free, r3 = r * r * r;
+            F = carnahan(z, r);
+            dF = carnahan_slope(z, z, r);
+            H = 4.5 * z * (1.0 + z) * r3;
+            dH = 4.5 * z * (1.0 + z * (4.0 + z)) * (r3 * r);
+            const U D = 1.0 + z * (4.0 + z * (4.0 + z * (z - 4.0)));
             K = free4 / D;
             dK = K * z * (-4.0 / free - (4.0 + z * (8.0 + z * (4.0 * z - 12.0))) / D);
-            const S bar2 = b * b;
-            bar5 = bar2 * bar2 * b;
-            bar8 = bar5 * bar2 * b;
         }
         template <class T>
-        [[gnu::noinline]] Sum<S> sum(Power<T> const& p) const {  // ten times in A^r
-            const S eff = zeta * (p.c[0] + zeta * (p.c[1] + zeta * (p.c[2] + zeta * p.c[3])));
-            const S slope = zeta * (p.c[0] + zeta * (2.0 * p.c[1] + zeta * (3.0 * p.c[2] + zeta * (4.0 * p.c[3]))));
-            return {p.w * (F * p.I - H * p.J - p.inverse * carnahan(eff)),
-                    p.w * (dF * p.I - dH * p.J - p.inverse * carnahan_slope(eff, slope))};
+        [[gnu::noinline]] Sum<U> sum(Power<T> const& p, bool slopes) const {  // five times a pair
+            const U eff = zeta * (p.c[0] + zeta * (p.c[1] + zeta * (p.c[2] + zeta * p.c[3])));
+            const U inverse = 1.0 / (1.0 - eff);
+            Sum<U> r{p.w * (F * p.I - H * p.J - p.inverse * carnahan(eff, inverse)), U(0.0)};
+            if (!slopes) return r;
+            const U slope =
+                zeta *
+                (p.c[0] + zeta * (2.0 * p.c[1] + zeta * (3.0 * p.c[2] + zeta * (4.0 * p.c[3]))));
+            r.slope = p.w * (dF * p.I - dH * p.J - p.inverse * carnahan_slope(eff, slope, inverse));
+            return r;
+        }
+        template <class P>
+        Five<U> sums(P const& p, bool slopes) const {
+            return {sum(p.a, slopes), sum(p.r, slopes), sum(p.aa, slopes), sum(p.ar, slopes),
+                    sum(p.rr, slopes)};
+        }
+    };
+    /// The packing with σ, as the line of functions of it alone and as a number.
+    template <class S>
+    struct Bar {
+        using U = typename corvane::Line<S>::Number;
+        corvane::Line<S> line;
+        U one;
+        S bar, bar5, bar8;
+        explicit Bar(corvane::Line<S> const& l) : line(l), one(l.variable()), bar(l.at()) {
+            const S bar2 = bar * bar;
+            bar5 = bar2 * bar2 * bar;
+            bar8 = bar5 * bar2 * bar;
         }
     };
     /// Hard spheres of (13), times the number of segments.
@@ -282,53 +331,57 @@ struct SaftVrMie {
         return (unequal - f.m) * log1p(-zeta3) +
                zeta3 * inverse * (3.0 * f.z1 * ratio + unequal * inverse);
     }
-    /// First to third order of the attraction of a pair over m_i·m_j, (14) to (43).
-    template <class F, class S, class P>
-    static S attraction(F const& f, S const& density, State<S> const& s, P const& p) {
+    /// First to third order of the attraction of a pair over m_i·m_j, (14) to (43). each: the
+    /// packing with σ over the number of segments.
+    template <class S, class U, class P>
+    static S attraction(S const& density, S const& each, corvane::Line<S> const& zeta,
+                        State<U> const& s, Bar<S> const& b, P const& p, Five<U> const& of) {
         using std::exp;
-        const S a = p.a.w * p.a.zero + s.sum(p.a).more, r = p.r.w * p.r.zero + s.sum(p.r).more;
-        const S second = p.second_zero() + s.sum(p.aa).more - 2.0 * s.sum(p.ar).more + s.sum(p.rr).more;
-        const S chi = p.f[0] * s.bar + p.f[1] * s.bar5 + p.f[2] * s.bar8;
         const auto first = 12.0 * p.C * p.theta * p.d3;
+        const U one = first * (p.a.w * p.a.zero - p.r.w * p.r.zero + (of.a.more - of.r.more));
+        const U two = 0.5 * p.C * first * p.theta *
+                      (s.K * (p.second_zero() + (of.aa.more - 2.0 * of.ar.more + of.rr.more)));
+        const S chi = p.f[0] * b.bar + p.f[1] * b.bar5 + p.f[2] * b.bar8;
         const auto third = p.theta * p.theta * p.theta * p.f[3];
-        return density * (first * (a - r) +
-                          0.5 * p.C * first * p.theta * (s.K * (1.0 + chi) * second)) -
-               third * (s.bar / f.m) * exp(S(s.bar * (p.f[4] + p.f[5] * s.bar)));
+        return density * (zeta.lift(U(one + two)) + chi * zeta.lift(two)) -
+               each * b.line.lift(U(third * exp(U(b.one * (p.f[4] + p.f[5] * b.one)))));
     }
     /// ln of the contact value of segments in a chain, (47) to (64).
-    template <class S, class P>
-    static S contact(State<S> const& s, P const& p) {
+    template <class S, class U, class P>
+    static S contact(corvane::Line<S> const& zeta, State<U> const& s, Bar<S> const& b, P const& p,
+                     Five<U> const& of) {
         using std::exp;
         using std::log1p;
-        const S &z = s.zeta, free3 = s.free * s.free * s.free;
-        const S k0 = z * (42.0 + z * (-39.0 + z * (9.0 - 2.0 * z))) / (6.0 * free3) - log1p(S(-z));
-        const S k1 = z * (z * (z * z + 6.0) - 12.0) / (2.0 * free3);
-        const S k2 = -0.375 * z * z / (s.free * s.free);
-        const S k3 = z * (3.0 + z * (3.0 - z * z)) / (6.0 * free3);
-        const S hard = k0 + p.x0 * (k1 + p.x0 * (k2 + p.x0 * k3));
+        const U &z = s.zeta, free3 = s.free * s.free * s.free;
+        const U k0 = z * (42.0 + z * (-39.0 + z * (9.0 - 2.0 * z))) / (6.0 * free3) - log1p(U(-z));
+        const U k1 = z * (z * (z * z + 6.0) - 12.0) / (2.0 * free3);
+        const U k2 = -0.375 * z * z / (s.free * s.free);
+        const U k3 = z * (3.0 + z * (3.0 - z * z)) / (6.0 * free3);
+        const U hard = k0 + p.x0 * (k1 + p.x0 * (k2 + p.x0 * k3));
         // Both corrections vanish at zero density; what is left of their sums there cancels.
-        const Sum<S> a = s.sum(p.a), r = s.sum(p.r), aa = s.sum(p.aa), ar = s.sum(p.ar),
-                     rr = s.sum(p.rr);
-        const S first = p.C * ((3.0 - p.lambda_a) * a.more + 3.0 * a.slope -
-                               (3.0 - p.lambda_r) * r.more - 3.0 * r.slope);
-        const S second =
-            p.C * p.C *
-            (1.5 * ((s.K + s.dK) * (aa.more - 2.0 * ar.more + rr.more) + s.dK * p.second_zero() +
-                    s.K * (aa.slope - 2.0 * ar.slope + rr.slope)) +
-             s.K * ((p.lambda_a + p.lambda_r) * ar.more - p.lambda_r * rr.more -
-                    p.lambda_a * aa.more));
-        const S gamma = p.gamma_theta * s.bar *
-                        exp(S(s.bar * (corvane::mie::phi_7[3] + corvane::mie::phi_7[4] * s.bar)));
-        return hard + p.theta * exp(S(-hard)) * (first + p.theta * (1.0 + gamma) * second);
+        const U first = p.C * ((3.0 - p.lambda_a) * of.a.more + 3.0 * of.a.slope -
+                               (3.0 - p.lambda_r) * of.r.more - 3.0 * of.r.slope);
+        const U second = p.C * p.C *
+                         (1.5 * ((s.K + s.dK) * (of.aa.more - 2.0 * of.ar.more + of.rr.more) +
+                                 s.dK * p.second_zero() +
+                                 s.K * (of.aa.slope - 2.0 * of.ar.slope + of.rr.slope)) +
+                          s.K * ((p.lambda_a + p.lambda_r) * of.ar.more - p.lambda_r * of.rr.more -
+                                 p.lambda_a * of.aa.more));
+        const U less = p.theta * exp(U(-hard)), two = p.theta * less * second;
+        const U gamma = p.gamma_theta * b.one *
+                        exp(U(b.one * (corvane::mie::phi_7[3] + corvane::mie::phi_7[4] * b.one)));
+        return zeta.lift(U(hard + less * first + two)) + b.line.lift(gamma) * zeta.lift(two);
     }
-    template <class F, class S>
-    static S association(F const& f, S const& density, State<S> const& s) {
-        const S rho3 = 6.0 / std::numbers::pi * s.bar, g = 1.0 + s.F;
+    template <class F, class S, class U>
+    static S association(F const& f, S const& density, corvane::Line<S> const& zeta,
+                         State<U> const& s, Bar<S> const& b) {
+        const U rho3 = 6.0 / std::numbers::pi * b.one, g = 1.0 + s.F;
         return corvane::pcsaft::association_energy<S>(f.at, f.x, [&](int i, int j) {
             auto const& pair = f.at(i, j);
-            S sum = pair.hard ? S(g * pair.bond[0]) : S(pair.bond[10]);
-            for (int p = 9; p >= 0 && !pair.hard; --p) sum = sum * rho3 + pair.bond[p];
-            return S(density * sum);
+            if (pair.hard) return S(density * zeta.lift(U(g * pair.bond[0])));
+            U sum = U(pair.bond[10]);
+            for (int p = 9; p >= 0; --p) sum = sum * rho3 + pair.bond[p];
+            return S(density * b.line.lift(sum));
         });
     }
 };
