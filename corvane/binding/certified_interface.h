@@ -58,7 +58,7 @@ CORVANE_API CorvaneFluid* Corvane_open(const char* equation, const char* substan
 /* A mixture. model: equation and mixing theory, "PR+vdW1", "PCSAFT+LB", "MEOS+GERG". sets: of the
  * components, or null for those that the pairs were made for. pair_set: 0 is the first number under
  * which all pairs are published for these sets, else 1. estimate: 0 refuses pairs without published
- * parameters. */
+ * parameters, 1 estimates them, of MEOS+GERG by a predictive model, 2 takes 1 for all reducing parameters there. */
 CORVANE_API CorvaneMixture* Corvane_open_mixture(const char* model, int count,
                                                  const char* const* components, const int* sets,
                                                  int pair_set, int estimate, const char* home,

@@ -160,6 +160,7 @@ EXPORT CorvaneMixture* Corvane_open_mixture(const char* model, int count,
         if (sets) options.sets.assign(sets, sets + count);
         if (pair_set > 0) options.pair_set = pair_set;
         options.estimate = estimate != 0;
+        options.predict = estimate != 2;
         if (home) options.home = corvane::DataHome(home);
         return new CorvaneMixture(corvane::open_mixture(model, names, options));
     });

@@ -1,4 +1,5 @@
 #include <corvane/catalogue/open.h>
+#include <corvane/catalogue/pair_estimate.h>
 #include <corvane/catalogue/substances.h>
 #include <corvane/catalogue/suggest.h>
 #include <corvane/core/collected.h>
@@ -350,6 +351,7 @@ Mixture open_mixture(std::string const& name, std::vector<std::string> const& co
                     {},
                     {},
                     {},
+                    {},
                     true,
                     {},
                     options.home ? *options.home : DataHome::find(),
@@ -376,6 +378,9 @@ Mixture open_mixture(std::string const& name, std::vector<std::string> const& co
                     model.load(equation, theory);
             });
     mixture.validity = validity(model, mixture.estimated);
+    if (options.predict && name == "MEOS+GERG")
+        for (auto const& [i, j] : mixture.estimated)
+            if (auto pair = estimate_reducing(home, model, i, j)) mixture.predicted.push_back(*pair);
     load_gases(mixture, plans);
     return mixture;
 }

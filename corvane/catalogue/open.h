@@ -66,6 +66,14 @@ CORVANE_API std::vector<std::string> equations_for(DataHome const& home,
 CORVANE_API std::string substance_name(DataHome const& home, std::string const& equation,
                                        std::string const& text);
 
+/// A pair of a multi-fluid mixture whose reducing parameters come from a predictive model.
+struct PairEstimate {
+    int i, j;
+    std::string model;  ///< "PCSAFT+LB", "SRK+PSRK", "PR+vdW1"
+    int pair_set;       ///< of that model
+    double expected;    ///< mean deviation of bubble pressures, over published pairs so estimated
+};
+
 /// A mixture with its components and pairs.
 struct Mixture {
     std::unique_ptr<std::string const> equation, theory;  ///< "PR", "vdW1"; the model points at them
@@ -73,6 +81,8 @@ struct Mixture {
     std::vector<std::string> components;  ///< names in the data tree
     /// Pairs (i < j) without published parameters: the mixing theory's own estimate stands in.
     std::vector<std::pair<int, int>> estimated;
+    /// Those of them, of MEOS+GERG, that have their parameters from a predictive model.
+    std::vector<PairEstimate> predicted;
     /// Pairs with parameters that were published for other sets of the components than were asked for.
     std::vector<std::pair<int, int>> other_sets;
     Validity validity;  ///< for the options of the equilibrium solvers
@@ -93,6 +103,9 @@ struct MixtureOptions {
     /// all pairs are published, for the sets that the components have anyway; else 1.
     int pair_set = 0;
     bool estimate = true;  ///< false: a pair without a file is refused
+    /// Of estimated pairs of MEOS+GERG: reducing parameters from a model that predicts the pair
+    /// (Mixture::predicted); false: all of them 1.
+    bool predict = true;
     std::optional<DataHome> home = {};
     std::vector<PseudoComponent> defined = {};  ///< go before what files hold
 };

@@ -1,13 +1,10 @@
+#include <corvane/catalogue/cache_files.h>
 #include <corvane/catalogue/saturation_cache.h>
 #include <corvane/core/files.h>
 
 #include <cmath>
-#include <cstdlib>
 #include <optional>
 #include <string>
-#include <system_error>
-
-#include <unistd.h>
 
 namespace corvane {
 namespace {
@@ -37,32 +34,10 @@ std::optional<SaturationExpansion> read(fs::path const& file, Model1 const& mode
 } catch (EquilibriumFailure const&) {
     return {};
 }
-
-bool write(fs::path const& file, std::string const& bytes) try {
-    std::error_code error;
-    fs::create_directories(file.parent_path(), error);
-    NewFile made(file.string());
-    std::fwrite(bytes.data(), 1, bytes.size(), made.stream());
-    if (std::fflush(made.stream()) != 0 || fsync(fileno(made.stream())) != 0) return false;
-    made.commit(static_cast<long>(bytes.size()));
-    return true;
-} catch (ThException const&) {
-    return false;
-}
-
-fs::path variable(char const* name) {
-    char const* value = std::getenv(name);
-    return value && *value == '/' ? fs::path(value) : fs::path();
-}
 }  // namespace
 
 std::vector<fs::path> saturation_folders(DataHome const& home) {
-    std::vector<fs::path> folders{home.directory() / "cache" / "saturation"};
-    fs::path user = variable("XDG_CACHE_HOME");
-    if (user.empty())
-        if (user = variable("HOME"); !user.empty()) user /= ".cache";
-    if (!user.empty()) folders.push_back(user / "corvane" / "saturation");
-    return folders;
+    return cache_folders(home, "saturation");
 }
 
 KeptSaturation kept_saturation(Fluid const& fluid, std::vector<fs::path> folders) {
@@ -76,11 +51,7 @@ KeptSaturation kept_saturation(Fluid const& fluid, std::vector<fs::path> folders
             return {std::move(*curve), folder / name, true};
     KeptSaturation kept{SaturationExpansion(*fluid.model), {}, false};
     const std::string bytes = kept.curve.bytes();
-    for (fs::path const& folder : folders)
-        if (write(folder / name, bytes)) {
-            kept.file = folder / name;
-            break;
-        }
+    kept.file = write_cached(folders, name, bytes);
     return kept;
 }
 

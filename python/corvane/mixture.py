@@ -58,7 +58,10 @@ class Mixture:
         Parameter set of the pairs. Default: the first under which all pairs are published.
     estimate : bool
         False: a pair without published parameters is refused. True: the mixing theory's own estimate
-        stands in, see ``estimated``.
+        stands in, see ``estimated``; for the multi-fluid model the reducing parameters with which it agrees with a
+        predictive model, see ``predicted``.
+    predict : bool
+        False: of the multi-fluid model such pairs have reducing parameters of 1.
     home : path, optional
         As for :class:`corvane.Fluid`.
 
@@ -71,15 +74,16 @@ class Mixture:
 
     def __init__(self, model: str | Sequence[str], components: Sequence[str] | None = None, *,
                  kij: float | Mapping[tuple[str, str], float] | None = None, sets: Sequence[int] = (),
-                 pair_set: int = 0, estimate: bool = True, home: str | os.PathLike[str] | None = None):  # fmt: skip
-        self._options = (tuple(sets), pair_set, estimate, directory(home))
+                 pair_set: int = 0, estimate: bool = True, predict: bool = True,
+                 home: str | os.PathLike[str] | None = None):  # fmt: skip
+        self._options = (tuple(sets), pair_set, estimate, predict, directory(home))
         if components is None:
             if isinstance(model, str):
                 raise TypeError("a mixture needs components")
             model, components = "", model
         self._asked = str(model)
         self._native = _native.Mixture.open(self._asked, [str(c) for c in components], list(sets), pair_set, estimate,
-                                            self._options[3])  # fmt: skip
+                                            predict, self._options[4])  # fmt: skip
         self._changed: dict[tuple[int, int, int], float] = {}
         self._changed_components: dict[tuple[int, int], float] = {}
         self._equation: Any = None
@@ -92,7 +96,7 @@ class Mixture:
         """A mixture with an equation written in Python."""
         mixture = cls.__new__(cls)
         mixture._native, mixture._changed, mixture._equation = native, {}, equation
-        mixture._changed_components, mixture._options, mixture._asked = {}, ((), 1, True, home), ""
+        mixture._changed_components, mixture._options, mixture._asked = {}, ((), 1, True, True, home), ""
         mixture._transport_model = None
         return mixture
 
@@ -119,6 +123,13 @@ class Mixture:
         names = self.components
         given = {frozenset((i, j)) for k, i, j in self._changed if k == 0}
         return [(names[i], names[j]) for i, j in self._native.estimated if frozenset((i, j)) not in given]
+
+    @property
+    def predicted(self) -> dict[tuple[str, str], tuple[str, float]]:
+        """Multi-fluid pairs whose reducing parameters come from a predictive model: its name, and the mean relative
+        error of bubble pressures to expect."""
+        names = self.components
+        return {(names[i], names[j]): (model, error) for i, j, model, error in self._native.predicted}
 
     @property
     def M(self) -> np.ndarray:
@@ -353,7 +364,7 @@ class Mixture:
         and azeotropic lines."""
         pure, p_max = {}, float(magnitude(p_max, "p"))
         for k, name in enumerate(self.components):
-            fluid = Fluid(name, self.model.split("+")[0], set=self._native.sets[k], home=self._options[3])
+            fluid = Fluid(name, self.model.split("+")[0], set=self._native.sets[k], home=self._options[4])
             T = np.linspace(0.5, 1.0, 60)[:-1] * fluid.T_critical
             s = fluid.saturation(T=T)
             pure[name] = s
@@ -473,7 +484,7 @@ class Mixture:
 
     def _index(self, component: str | int) -> int:
         if isinstance(component, str):
-            name = _native.substance_name(component, self._options[3])
+            name = _native.substance_name(component, self._options[4])
             if name not in self.components:
                 raise KeyError(f"{component} is not a component of {self!r}")
             return self.components.index(name)
@@ -489,11 +500,11 @@ class Mixture:
             raise ValueError("name the pairs: kij={('methane', 'propane'): 0.01}")
 
     def __reduce__(self) -> tuple[Any, ...]:
-        sets, pair_set, estimate, home = self._options
+        sets, pair_set, estimate, predict, home = self._options
         if self._equation is not None:
             return _again, (self._equation, "mixture", home)
         changed = self._changed, self._changed_components
-        arguments = (self._asked, self.components, sets, pair_set, estimate, home, *changed)
+        arguments = (self._asked, self.components, sets, pair_set, estimate, predict, home, *changed)
         return _reopen, arguments
 
     def __repr__(self) -> str:
@@ -521,10 +532,10 @@ def _one(z: ArrayLike) -> np.ndarray:
 
 
 def _reopen(model: str, components: list[str], sets: Sequence[int], pair_set: int, estimate: bool,
-            home: str | os.PathLike[str] | None, changed: dict[tuple[int, int, int], float],
+            predict: bool, home: str | os.PathLike[str] | None, changed: dict[tuple[int, int, int], float],
             changed_components: dict[tuple[int, int], float]) -> Mixture:  # fmt: skip
     asked: Any = (model, components) if model else (components,)
-    mixture = Mixture(*asked, sets=sets, pair_set=pair_set, estimate=estimate, home=home)
+    mixture = Mixture(*asked, sets=sets, pair_set=pair_set, estimate=estimate, predict=predict, home=home)
     for (index, i, j), value in changed.items():
         mixture.set_pair_parameter(i, j, value, index)
     for (i, index), value in changed_components.items():

@@ -30,17 +30,18 @@ Model1& component(Mixture const& m, int i) {
 void add_data(MixtureClass& of) {
     of.def_static("open",
                     [](std::string const& model, std::vector<std::string> const& components,
-                       std::vector<int> const& sets, int pair_set, bool estimate,
+                       std::vector<int> const& sets, int pair_set, bool estimate, bool predict,
                        std::optional<std::string> const& home) {
                         corvane::MixtureOptions options;
                         options.sets = sets;
                         options.pair_set = pair_set;
                         options.estimate = estimate;
+                        options.predict = predict;
                         options.home = home_of(home);
                         return corvane::open_mixture(model, components, options);
                     },
                     nb::arg("model"), nb::arg("components"), nb::arg("sets"), nb::arg("pair_set"),
-                    nb::arg("estimate"), nb::arg("home").none(), "Opens a mixture by names; without a model the best there is.")
+                    nb::arg("estimate"), nb::arg("predict"), nb::arg("home").none(), "Opens a mixture by names; without a model the best there is.")
         .def_prop_ro("model", [](Mixture const& x) { return x.name(); }, "equation+theory")
         .def_prop_ro("components", [](Mixture const& x) { return x.components; }, "Names in the data tree.")
         .def_prop_ro("chosen", [](Mixture const& x) { return x.chosen; }, "Why this model, where none was named.")
@@ -51,6 +52,14 @@ void add_data(MixtureClass& of) {
                          return pairs;
                      },
                      "Pairs without published parameters.")
+        .def_prop_ro("predicted",
+                     [](Mixture const& x) {
+                         nb::list pairs;
+                         for (corvane::PairEstimate const& p : x.predicted)
+                             pairs.append(nb::make_tuple(p.i, p.j, p.model, p.expected));
+                         return pairs;
+                     },
+                     "Those of them whose reducing parameters a predictive model gave: i, j, model, expected error.")
         .def_prop_ro("has_ideal", [](Mixture const& x) { return x.ideal; }, "Has every component an ideal-gas table?")
         .def_prop_ro("home", [](Mixture const& x) { return x.home.directory().string(); },
                      "Directory that data are read from first.")

@@ -152,6 +152,10 @@ def test_parameters_copies_and_choice(gas):
     assert cv.Mixture(["nitrogen", "oxygen"]).model == "MEOS+GERG"
     guess = cv.Mixture("PR+vdW1", ["mercury", "aniline"])
     assert guess.estimated == [("mercury", "aniline")]
+    fluids = "MEOS+GERG", ["propane", "dodecane"]
+    assert cv.Mixture(*fluids).predicted[("propane", "dodecane")][0] == "PCSAFT+LB"
+    plain = pickle.loads(pickle.dumps(cv.Mixture(*fluids, predict=False)))
+    assert plain.predicted == {} and plain.pair_parameter(0, 1, 1) == 1.0
     # 1 g of each: more moles of the lighter one
     assert gas.mass_to_mole([0.5, 0.5])[0] == pytest.approx(gas.M[1] / gas.M.sum())
 

@@ -1,4 +1,5 @@
 #include <corvane/core/constants.h>
+#include <corvane/core/hash.h>
 #include <corvane/phases/saturation/pure_saturation_solver.h>
 #include <corvane/phases/saturation/saturation_builder.h>
 #include <corvane/phases/saturation/saturation_expansion.h>
@@ -17,20 +18,6 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kEps = std::numeric_limits<double>::epsilon();
 constexpr int kCells = 256;
 constexpr int kNewton = 6;  // steps of T(p); two are usual
-
-/// Fowler, Noll & Vo's hash of 64 bits (FNV-1a; RFC 9923).
-class Hash {
-  public:
-    void add(void const* data, std::size_t size) {
-        for (auto const* b = static_cast<unsigned char const*>(data); size > 0; --size)
-            value_ = (value_ ^ *b++) * 0x100000001b3u;
-    }
-    void add(double x) { add(&x, sizeof x); }
-    std::uint64_t value() const { return value_; }
-
-  private:
-    std::uint64_t value_ = 0xcbf29ce484222325u;
-};
 }  // namespace
 
 SaturationExpansion::SaturationExpansion(Model1 const& model) : key_(key_of(model)) {

@@ -228,7 +228,10 @@ void MixtureRequest::add_pairs(Command& command) {
         .value("--kij", kij,
                "interaction parameter in place of the stored one: 0.01 for a binary, or "
                "methane+propane=0.01,...",
-               {.type = "KIJ"});
+               {.type = "KIJ"})
+        .flag("--no-prediction", no_prediction,
+              "reducing parameters 1 for pairs of MEOS+GERG without published ones, in place of those that a "
+              "predictive model gives");
 }
 
 Vector<double> MixtureFluid::mass_fractions(Vector<double> const& at) const {
@@ -329,6 +332,7 @@ MixtureFluid open_mixture(MixtureRequest const& asked) {
                      ? std::vector<int>()
                      : component_sets(request.sets, composition.names, defined, equation),
          .pair_set = request.pair_set,
+         .predict = !request.no_prediction,
          .home = home,
          .defined = defined}));
     mixture.defined = defined;
@@ -374,6 +378,19 @@ MixtureFluid open_ternary(MixtureRequest const& request) {
     return open_bare(request, 3, "three");
 }
 
+namespace {
+/// Where the parameters of a pair come from that has no published ones.
+std::string estimate_of(MixtureFluid const& mixture, int i, int j) {
+    for (corvane::PairEstimate const& p : mixture.predicted)
+        if (p.i == i && p.j == j)
+            return fmt::format("reducing parameters from {}{}, bubble pressures off by some {:.0f} %", p.model,
+                               p.model == "PCSAFT+LB" ? fmt::format(" (pair set {})", p.pair_set) : "",
+                               100.0 * p.expected);
+    if (*mixture.theory == "GERG") return "all reducing parameters 1: may be off by factors";
+    return "kij estimated: " + shortest(mixture.model->param(0, i, j));
+}
+}  // namespace
+
 Heading heading(std::string const& command, MixtureFluid const& mixture) {
     ModelN const& model = *mixture.model;
     Heading head;
@@ -406,11 +423,7 @@ Heading heading(std::string const& command, MixtureFluid const& mixture) {
             if (among(mixture.given))
                 head.remarks.push_back(names + "kij given: " + kij());
             else if (among(mixture.estimated))
-                // Parameter 0 is k_ij, but for multi-fluid mixtures, where the estimate has every
-                // reducing parameter 1 and no departure function.
-                head.remarks.push_back(names + "no published parameters, " +
-                                       (*mixture.theory == "GERG" ? "estimated by the mixing theory"
-                                                              : "kij estimated: " + kij()));
+                head.remarks.push_back(names + "no published parameters, " + estimate_of(mixture, i, j));
             else
                 head.remarks.push_back(fmt::format(
                     "{}set {} {{{}}}{}", names, model.id(i, j), model.comment(i, j),

@@ -21,6 +21,7 @@ struct MixtureRequest {
     std::string model;                    ///< "PR+vdW1"
     std::vector<std::string> components;  ///< "methane=0.7"; one may lack its fraction: the rest
     int pair_set = 0;                     ///< 0: the first with all pairs, else 1
+    bool no_prediction = false;           ///< of MEOS+GERG: unknown reducing parameters are 1
     std::string kij;                      ///< "0.01", or "methane+propane=0.01,..."; may be empty
     bool fractions_optional = false;      ///< no component need have a fraction
     bool binary = false;                  ///< two components without: for open_binary
@@ -35,7 +36,7 @@ struct MixtureRequest {
 
     /// MODEL COMPONENT=FRACTION…, --composition, add_pairs, --set and --define
     void add_to(Command& command);
-    void add_pairs(Command& command);  ///< --pair-set --kij --basis
+    void add_pairs(Command& command);  ///< --pair-set --kij --no-prediction --basis
 };
 
 /// A mixture with its composition.
