@@ -1,10 +1,12 @@
 #include <corvane/core/errors.h>
 #include <corvane/pure/model1.h>
 #include <corvane/state/phase_properties.h>
+#include <corvane/transport/free_volume_gas.h>
 #include <corvane/transport/reference_conductivity.h>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace corvane::inline detail {
 namespace {
@@ -13,7 +15,7 @@ using OfT = std::function<double(double)>;
 using OfState = std::function<double(double, double)>;
 constexpr double kBoltzmann = 1.380649e-23, kPi = 3.14159265358979323846;
 
-OfT dilute_gas(Figures const& f, OfT const& eta0) {
+OfT dilute_gas(Figures const& f, OfT const& eta0, OfT const& cv0) {
     std::string const& form = f.text("dilute");
     const double T_red = f.number("dilute.T_red");
     if (form == "ratio")
@@ -34,7 +36,53 @@ OfT dilute_gas(Figures const& f, OfT const& eta0) {
             const double tau = T_red / T;
             return 1e-3 / (std::sqrt(tau) * (l[0] + tau * (l[1] + tau * (l[2] + tau * l[3]))));
         };
+    if (form == "friend") {  // C·η0·(15/4 + f·(cv0/R − 3/2)), f = f0 + f1·T_red/T
+        if (!eta0 || !cv0) f.fail("dilute", "needs the viscosity and the heat capacity of the dilute gas");
+        return [=, C = f.number("dilute.C"), F = f.numbers("dilute.f", 2)](double T) {
+            return C * 1e6 * eta0(T) * (3.75 + (F[0] + F[1] * T_red / T) * (cv0(T) - 1.5));
+        };
+    }
     f.fail("dilute", "unknown form");
+}
+
+/// Heavy water, IAPWS (2007): with what the critical point adds.
+OfState heavy_water(Figures const& f, double M) {
+    return [T_red = f.number("T_red"), rho_red = f.number("rho_red_mass") / (1e-3 * M), A = f.numbers("l0", 6), B = f.numbers("l1", 5),
+            Be = f.number("Be"), C = f.numbers("lc", 2), D = f.number("lL")](double T, double rho) {
+        const double t = T / T_red, r = rho / rho_red;
+        double zero = 0.0, dense = 0.0;
+        for (std::size_t i = A.size(); i-- > 0;) zero = zero * t + A[i];
+        for (std::size_t j = B.size(); j-- > 1;) dense = (dense + B[j]) * r;
+        dense += B[0] * -std::expm1(Be * r);
+        const double f1 = std::exp(t * (0.144847 - 5.64493 * t)),
+                     f2 = std::exp(-2.8 * (r - 1.0) * (r - 1.0)) -
+                          0.080738543 * std::exp(-17.9430 * (r - 0.125698) * (r - 0.125698)),
+                     tau = t / (std::fabs(t - 1.1) + 1.1), f3 = 1.0 + std::exp(60.0 * (tau - 1.0) + 20.0),
+                     f4 = 1.0 + std::exp(100.0 * (tau - 1.0) + 15.0);
+        const double critical = C[0] * f1 * f2 * (1.0 + f2 * f2 * (C[1] * f1 * f1 * f1 * f1 / f3 + 3.5 * f2 / f4));
+        const double liquid = D * std::pow(f1, 1.2) * -std::expm1(-std::pow(r / 2.5, 10));
+        return 0.742128e-3 * (zero + dense + critical + liquid);
+    };
+}
+
+constexpr double kSuperfluid = 2.0;  // K, about: of helium
+
+/// Hands, Arp, without what the critical point adds.
+OfState helium(Figures const& f, double M) {
+    return [M, C = f.number("gas.C"), n = f.number("gas.n"), g = f.numbers("gas.c", 4), c = f.numbers("dense.c", 11)](double T, double rho) {
+        if (T < kSuperfluid) return std::numeric_limits<double>::quiet_NaN();
+        const double zero = C * std::pow(T, n) * std::exp((g[0] + (g[1] + (g[2] + g[3] / T) / T) / T) / T);
+        if (!(rho > 0.0)) return zero;
+        const double r = 1e-3 * M * rho, third = std::cbrt(T), two = third * third;
+        return zero + r * (c[0] + c[1] * T + c[2] * third + c[3] * two) + r * r * r * (c[4] + c[5] * third + c[6] * two) +
+               r * r * std::log(r / 68.0) * (c[7] + c[8] * third + c[9] * two + c[10] / T);
+    };
+}
+
+OfState trifluoromethane(Figures const& f) {
+    return [joined = FreeVolumeGas(f), B = f.numbers("gas", 2)](double T, double rho) {
+        return 1e-3 * joined(T, 1e-3 * rho, B[0] + B[1] * T);
+    };
 }
 
 OfState dense(Figures const& f, double M) {
@@ -115,15 +163,27 @@ double ReferenceSlope::operator()(double rho) const {
     return rho < last_ ? 1.0 / interpolated(rho) : slope_at(*model_, T_, rho);
 }
 
-ConductivityCorrelation::ConductivityCorrelation(Figures const& f, double M, OfT const& eta0) {
+ConductivityCorrelation::ConductivityCorrelation(Figures const& f, double M, OfT const& eta0, OfT const& cv0) {
     if (f.text("form") == "iapws") {
         background_ = water(f, M);
         enhancement_ = Enhancement::water;
         T_ref_ = water_reference_temperature;
         return;
     }
+    if (f.text("form") == "heavy_water") {
+        background_ = heavy_water(f, M);
+        return;
+    }
+    if (f.text("form") == "helium") {
+        background_ = helium(f, M);
+        return;
+    }
+    if (f.text("form") == "trifluoromethane") {
+        background_ = trifluoromethane(f);
+        return;
+    }
     if (f.text("form") != "general") f.fail("form", "unknown form");
-    const auto of_gas = dilute_gas(f, eta0);
+    const auto of_gas = dilute_gas(f, eta0, cv0);
     const auto of_density = dense(f, M);
     background_ = [zero = of_gas, rest = of_density](double T, double rho) {
         return zero(T) + (rho > 0.0 ? rest(T, rho) : 0.0);

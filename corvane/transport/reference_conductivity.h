@@ -42,9 +42,11 @@ class ConductivityCorrelation {
     /// @param eta0  viscosity of the dilute gas [Pa·s] of the fluid, or null; forms that need it
     /// are
     ///              refused without
+    /// @param cv0   heat capacity of the ideal gas at constant volume over R, likewise
     /// @throws OpenFailure an unknown form, or figures that do not fit it
     ConductivityCorrelation(Figures const& figures, double M,
-                            std::function<double(double)> const& eta0);
+                            std::function<double(double)> const& eta0,
+                            std::function<double(double)> const& cv0 = {});
 
     double background(double T, double rho) const { return background_(T, rho); }
     bool enhanced() const { return enhancement_ != Enhancement::none; }

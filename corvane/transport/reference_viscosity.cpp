@@ -1,4 +1,5 @@
 #include <corvane/transport/reference_viscosity.h>
+#include <corvane/transport/special_viscosity.h>
 
 #include <cmath>
 #include <limits>
@@ -159,6 +160,20 @@ OfState residual(Figures const& f, double M) {
             return unit * (c[0] * t * r * r * r + (r * r + std::pow(r, c[2])) / (t - c[1]));
         };
     }
+    if (form == "xylene")  // Cao, Meng, Wu, Vesovic: meta and ortho
+        return [=, D = f.numbers("residual.D", 5), E = f.numbers("residual.E", 5), n = f.numbers("residual.n", 5),
+                k = f.numbers("residual.k", 3)](double T, double rho) {
+            const double r = rho / rho_red, t = T / T_red;
+            return 1e-6 * std::cbrt(r * r) * std::sqrt(t) *
+                   ((D[0] + E[0] * std::pow(t, -k[0])) * std::pow(r, n[0]) + D[1] * std::pow(r, n[1]) +
+                    E[2] * std::pow(r, n[2]) * std::pow(t, -k[2]) + (D[3] * r + E[3] * t) * std::pow(r, n[3]) +
+                    D[4] * std::pow(r, n[4]));
+        };
+    if (form == "p_xylene")  // Balogun, Riesco, Vesovic
+        return [=, cold = Powers(f, "residual.b", "residual.m"), a = Powers(f, "residual.a", "residual.n")](double T, double rho) {
+            const double r = rho / rho_red;
+            return 1e-6 * std::cbrt(r * r) * (a(r) + cold(r) / std::sqrt(T / T_red));
+        };
     if (form == "friend")  // nine terms over one plus two: Friend, Ely, Ingham
         return [=, C = f.number("residual.C"), g = f.numbers("residual.g", 11),
                 d = f.numbers("residual.d", 11),
@@ -222,6 +237,7 @@ class Water final : public ViscosityCorrelation {
 std::unique_ptr<ViscosityCorrelation> viscosity_correlation(Figures const& figures, double M) {
     if (figures.text("form") == "iapws") return std::make_unique<Water>(figures, M);
     if (figures.text("form") == "general") return std::make_unique<General>(figures, M);
+    if (auto found = special_viscosity(figures, figures.text("form"), M)) return found;
     figures.fail("form", "unknown form");
 }
 

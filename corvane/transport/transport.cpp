@@ -123,6 +123,7 @@ void Joined::anchor(Model1 const& model, double T, double rho, TransportValue& r
     const double saturated = pure_saturation_T(model, T1).rhoL;
     const double gas1 = gas.empty() ? estimate(T1, 0.0) : gas.front()(T1);
     const double scale = (l(T1) - gas1) / pattern(T1, saturated);
+    if (!(scale > 0.0)) throw ThException(5);  // a liquid less than its gas: no correlation of it there
     result.value += scale * pattern(T, rho);
     // What counts is the nearer of the two ends.
     if (2.0 * rho > saturated) {
@@ -239,7 +240,7 @@ Transport::Parts::Parts(Fluid const& f)
     }
     if (const auto file = path("conductivity"); std::filesystem::exists(file)) {
         const Figures figures(file.string());
-        conductivity.emplace(figures, M, eta0);
+        conductivity.emplace(figures, M, eta0, [this](double T) { return fluid.model->ideal.CVm(T); });
         conductivity_source = figures.text("source");
         conductivity_stated.read(figures, f);
     }

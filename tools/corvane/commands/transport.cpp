@@ -53,8 +53,8 @@ Row TransportCommand::row(Fluid const& fluid, TransportCells& transport, double 
     Row result{{u.from_library(Quantity::temperature, T_), u.from_library(Quantity::pressure, p_),
                 std::string(phase), u.from_library(Quantity::density, rho)},
                extrapolated(fluid, T_, p_, false, u)};
-    const TransportCell eta = transport.viscosity(T_, rho, result),
-                        lambda = transport.conductivity(T_, rho, result);
+    const TransportCell eta = transport.viscosity(T_, rho, result, true),
+                        lambda = transport.conductivity(T_, rho, result, true);
     result.cells.insert(result.cells.end(), {eta.cell, lambda.cell, std::monostate()});
     if (eta.value && lambda.value && fluid.ideal) {
         const auto s = corvane::phase_properties(*fluid.model, T_, rho);
