@@ -29,9 +29,9 @@ Mixture open_sets(DataHome const& home, std::vector<std::string> const& componen
 
 std::optional<EntropyScalingRow> entropy_scaling_row(DataHome const& home,
                                                      std::string const& substance) {
-    const auto v = row_of(home, "entropy_scaling", substance, 6, 5);
+    const auto v = row_of(home, "entropy_scaling", substance, 7, 6);
     if (!v) return {};
-    return EntropyScalingRow{static_cast<int>((*v)[0]), {(*v)[1], (*v)[2], (*v)[3], (*v)[4]}};
+    return EntropyScalingRow{static_cast<int>((*v)[0]), {(*v)[1], (*v)[2], (*v)[3], (*v)[4]}, (*v)[5]};
 }
 
 EntropyScaling::EntropyScaling(DataHome const& home, std::vector<std::string> const& components)

@@ -18,6 +18,7 @@ namespace corvane::inline detail {
 struct EntropyScalingRow {
     int set = 0;
     std::array<double, 4> c{};  ///< A, B, C, D
+    double uncertainty = 0.0;   ///< relative, nine of ten deviations stay below
 };
 
 /// The row of "<home>/CorvaneS/transport/entropy_scaling.tsv"; nothing where there is none.

@@ -127,6 +127,29 @@ double slope_at(Model1 const& model, double T, double rho) {
     return slope_of(phase_properties(model, T, 1e-6 * rho));
 }
 
+/// What is infinite at a critical point, ∂rho/∂p and with it cp, at most as large as at 1e-5 of T/Tc − 1 on the
+/// critical isochore by the scaling law: nearer, gravity and thermometers say nothing, and the state is not told from the point.
+struct Held {
+    double slope;  ///< mol/(m³·Pa)
+    double cp;     ///< J/(mol K)
+};
+Held held(PhaseProperties const& s, double most) {
+    if (std::fabs(s.dp_drho) * most >= 1.0) return {slope_of(s), s.cp};
+    return {most, s.cv + s.T * s.dp_dT * s.dp_dT / (s.rho * s.rho) * most};
+}
+double largest_susceptibility(double Gamma, double gamma) { return Gamma * std::pow(1e5, gamma); }
+
+/// Of water: from ∂rho/∂p to the reduced susceptibility, and the largest ∂rho/∂p.
+double water_reduction(PhaseProperties const& s) {
+    constexpr double rho_red = 322.0, p_red = 22.064e6;
+    const double mass = 1e-3 * s.M;
+    return 1e6 * s.rho * mass / rho_red * (p_red / rho_red * mass);
+}
+double largest_slope(PhaseProperties const& s) {
+    static const double most = largest_susceptibility(0.06, 1.239);
+    return most / water_reduction(s);
+}
+
 }  // namespace
 
 ReferenceSlope::ReferenceSlope(Model1 const& model, double T) : model_(&model), T_(T) {
@@ -197,6 +220,7 @@ ConductivityCorrelation::ConductivityCorrelation(Figures const& f, double M, OfT
         Tc_ = f.number("critical.Tc"), pc_ = 1e6 * f.number("critical.pc");
         rho_c_ = f.number("critical.rho_c");
         T_ref_ = f.number("critical.T_ref", 1.5 * Tc_);
+        most_ = largest_susceptibility(figures_[2], figures_[5]);
         return;
     }
     if (form != "gaussian") f.fail("critical", "unknown form");
@@ -213,37 +237,38 @@ double ConductivityCorrelation::critical(PhaseProperties const& s, ReferenceSlop
         const double t = Tc_ / T - 1.0, d = rho / rho_c_ - 1.0;
         return figures_[0] * std::exp(figures_[1] * t * t * t * t + figures_[2] * d * d);
     }
-    if (std::isnan(s.cp)) throw ThException(th_no_ideal);
+    if (std::isnan(s.h)) throw ThException(th_no_ideal);
+    if (std::isnan(s.cv)) throw ThException(th_out_of_range);  // at a critical point where the equation is singular
     if (enhancement_ == Enhancement::water) return water_enhancement(s, *slope, eta);
     const double qD = figures_[0], xi0 = figures_[1], Gamma = figures_[2], RD = figures_[3],
                  nu = figures_[4], gamma = figures_[5];
-    const double chi = pc_ * rho / (rho_c_ * rho_c_) * (slope_of(s) - T_ref_ / T * (*slope)(rho));
-    if (!(chi > 0.0) || !(s.cp > 0.0)) return 0.0;
+    const double reduce = pc_ * rho / (rho_c_ * rho_c_);
+    const auto [here, cp] = held(s, most_ / reduce);
+    const double chi = reduce * (here - T_ref_ / T * (*slope)(rho));
+    if (!(chi > 0.0) || !(cp > 0.0)) return 0.0;
     const double xi = xi0 * std::pow(chi / Gamma, nu / gamma), y = qD * xi;
-    const double W = 2.0 / kPi * ((s.cp - s.cv) / s.cp * std::atan(y) + s.cv / s.cp * y);
+    const double W = 2.0 / kPi * ((cp - s.cv) / cp * std::atan(y) + s.cv / cp * y);
     const double crossover = 1.0 / y + y * y * rho_c_ * rho_c_ / (3.0 * rho * rho);
     const double W0 = -2.0 / kPi * std::expm1(-1.0 / crossover);
-    return rho * s.cp * RD * kBoltzmann * T / (6.0 * kPi * eta * xi) * (W - W0);
+    return rho * cp * RD * kBoltzmann * T / (6.0 * kPi * eta * xi) * (W - W0);
 }
 
 double ConductivityCorrelation::water_enhancement(PhaseProperties const& s,
                                                   ReferenceSlope const& slope, double eta) const {
     constexpr double Lambda = 177.8514, rho_red = 322.0, T_red = 647.096, R_mass = 461.51805;
     const double r = 1e3 * s.rho * s.M / rho_red, y = water_correlation_length(s, slope) / 0.4;
-    if (!(y > 1.2e-7) || !(s.cp > 0.0)) return 0.0;
-    const double inverse = s.cv / s.cp;
+    const double own_cp = held(s, largest_slope(s)).cp;
+    if (!(y > 1.2e-7) || !(own_cp > 0.0)) return 0.0;
+    const double inverse = s.cv / own_cp;
     const double Z = 2.0 / (kPi * y) *
                      ((1.0 - inverse) * std::atan(y) + inverse * y +
                       std::expm1(-1.0 / (1.0 / y + y * y / (3.0 * r * r))));
-    const double cp = s.cp / (1e-3 * s.M) / R_mass;
+    const double cp = own_cp / (1e-3 * s.M) / R_mass;
     return 1e-3 * Lambda * r * cp * (s.T / T_red) / (1e6 * eta) * Z;
 }
 
 double water_correlation_length(PhaseProperties const& s, ReferenceSlope const& slope) {
-    constexpr double rho_red = 322.0, p_red = 22.064e6;
-    const double mass = 1e-3 * s.M, rho = 1e6 * s.rho;
-    const double chi = rho * mass / rho_red * (p_red / rho_red * mass) *
-                       (slope_of(s) - slope(rho) * slope.T() / s.T);
+    const double chi = water_reduction(s) * (held(s, largest_slope(s)).slope - slope(1e6 * s.rho) * slope.T() / s.T);
     return chi > 0.0 ? 0.13 * std::pow(chi / 0.06, 0.63 / 1.239) : 0.0;
 }
 

@@ -68,6 +68,7 @@ class ConductivityCorrelation {
         gaussian
     } enhancement_ = Enhancement::none;
     std::vector<double> figures_;                             ///< of the enhancement
+    double most_ = 0.0;                                       ///< largest reduced susceptibility
     double Tc_ = 0.0, pc_ = 0.0, rho_c_ = 0.0, T_ref_ = 0.0;  ///< K, Pa, mol/m³, K
 };
 

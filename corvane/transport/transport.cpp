@@ -9,6 +9,7 @@
 #include <corvane/transport/correlation_table.h>
 #include <corvane/transport/diffusion.h>
 #include <corvane/transport/entropy_scaling.h>
+#include <corvane/transport/friction_theory.h>
 #include <corvane/transport/reference_conductivity.h>
 #include <corvane/transport/reference_viscosity.h>
 #include <corvane/transport/transport.h>
@@ -70,12 +71,12 @@ OfState like_propane(Model1 const& model, OfState property) {
 
 /// Nine of ten deviations stay below, as docs/transport.md has them.
 struct Uncertainties {
-    double joined_liquid, joined_gas, own, estimated_gas, estimated_dense;
+    double joined_liquid, joined_gas, estimated_gas, estimated_dense;
 };
-constexpr Uncertainties kViscosity = {0.18, 0.08, 0.15, 0.15, 0.8},
-                        kConductivity = {0.11, 0.12, kNan, 0.2, 0.7};
+constexpr Uncertainties kViscosity = {0.18, 0.08, 0.15, 0.8},
+                        kConductivity = {0.11, 0.12, 0.2, 0.7};
 
-constexpr double kSelfDiffusion = 0.25;
+constexpr double kSelfDiffusion = 0.25, kFriction = 0.1;
 
 /// One property of the dilute gas, and of the dense fluid beside it; what joins the two.
 struct Joined {
@@ -84,6 +85,7 @@ struct Joined {
     std::vector<Correlation> liquid, gas;
     OfState pattern;                     ///< what the dense fluid adds, up to a factor
     OfState own;                         ///< entropy scaling; then nothing is joined
+    double own_uncertainty;
     std::optional<ChungEstimate> chung;  ///< where it is needed
     OfState estimate;                    ///< by chung
 
@@ -138,7 +140,7 @@ void Joined::anchor(Model1 const& model, double T, double rho, TransportValue& r
 TransportValue Joined::at(Fluid const& fluid, double T, double rho) const {
     if (own)
         return meaningful({own(T, rho), "entropy scaling", EntropyScaling::source,
-                           !(T < fluid.notes.Tmin), kNan, within->own});
+                           !(T < fluid.notes.Tmin), kNan, own_uncertainty});
     TransportValue result = dilute(fluid, T);
     if (rho == 0.0) return meaningful(std::move(result));
     if (!liquid.empty()) {
@@ -188,13 +190,15 @@ struct Stated {
 struct Transport::Parts {
     Fluid const& fluid;
     std::unique_ptr<ViscosityCorrelation> viscosity;
+    FrictionTheory const* friction = nullptr;  // what viscosity is, if it is that
     std::optional<ConductivityCorrelation> conductivity;
     std::string viscosity_source, conductivity_source;
     Stated viscosity_stated, conductivity_stated;
     bool water = false;
-    Lazy<VolumeShift> shift;  // to the reference equation
-    Joined joined_viscosity{"viscosity", &kViscosity, {}, {}, {}, {}, {}, {}},
-        joined_conductivity{"thermal conductivity", &kConductivity, {}, {}, {}, {}, {}, {}};
+    Lazy<VolumeShift> shift;           // to the reference equation
+    Lazy<VolumeShift> friction_shift;  // to that of the friction-theory set
+    Joined joined_viscosity{"viscosity", &kViscosity, {}, {}, {}, {}, 0.0, {}, {}},
+        joined_conductivity{"thermal conductivity", &kConductivity, {}, {}, {}, {}, 0.0, {}, {}};
     std::vector<Correlation> tension;
     double T_slope = 0.0;        // K, of the isotherm without critical part; 0: not needed
     Lazy<ReferenceSlope> slope;  // of that
@@ -224,6 +228,7 @@ Transport::Parts::Parts(Fluid const& f)
     : fluid(f),
       water(f.substance == "water"),
       shift([&f] { return shift_to_reference(f); }),
+      friction_shift([this] { return VolumeShift(*fluid.model, *friction->fluid().model); }),
       slope([this] { return ReferenceSlope(*fluid.model, T_slope); }),
       coexistence(*f.model) {
     const auto path = [&](char const* property) {
@@ -237,6 +242,15 @@ Transport::Parts::Parts(Fluid const& f)
         viscosity_source = figures.text("source");
         viscosity_stated.read(figures, f);
         eta0 = [this](double T) { return viscosity->dilute(T); };
+    }
+    if (!viscosity) {
+        if (auto found = FrictionTheory::find(f.home, f.substance)) {
+            friction = found.get();
+            viscosity_source = found->source();
+            viscosity_stated = {found->notes().Tmin, found->notes().Tmax};
+            viscosity = std::move(found);
+            eta0 = [this](double T) { return viscosity->dilute(T); };
+        }
     }
     if (const auto file = path("conductivity"); std::filesystem::exists(file)) {
         const Figures figures(file.string());
@@ -260,7 +274,8 @@ void Transport::Parts::join_viscosity(Figures const& propane) {
     Joined& j = joined_viscosity;
     j.liquid = correlations(fluid.home, "viscosity_liquid", fluid.substance);
     j.gas = correlations(fluid.home, "viscosity_gas", fluid.substance);
-    if (j.liquid.empty() && entropy_scaling_row(fluid.home, fluid.substance)) {
+    if (const auto row = j.liquid.empty() ? entropy_scaling_row(fluid.home, fluid.substance) : std::nullopt) {
+        j.own_uncertainty = row->uncertainty;
         auto scaling = std::make_shared<EntropyScaling>(fluid.home, std::vector{fluid.substance});
         scaling->translate(0, *fluid.model);
         Vector<double> pure(1);
@@ -305,6 +320,9 @@ std::optional<ChungEstimate> Transport::Parts::estimate(bool needed) const {
 TransportValue Transport::Parts::viscosity_at(double T, double rho,
                                               PhaseProperties const* state) const {
     if (!viscosity) return joined_viscosity.at(fluid, T, rho);
+    if (friction)
+        return meaningful({viscosity->background(T, 1e6 * shifted_density(rho, (*friction_shift)(T))), "friction theory",
+                           viscosity_source, viscosity_stated.covers(T), kNan, kFriction});
     double eta = viscosity->background(T, reference_density(T, rho));
     if (water && state) eta *= critical_viscosity_factor(water_correlation_length(*state, *slope));
     return meaningful({eta, "reference correlation", viscosity_source, viscosity_stated.covers(T), kNan});

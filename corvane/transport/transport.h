@@ -5,7 +5,7 @@
 //     corvane::Transport transport(water);
 //     corvane::TransportValue eta = transport.viscosity(300.0, 0.0554);   // K, mol/cm³
 //
-// Models, best first: a published reference correlation; else correlations of the saturated liquid
+// Models, best first: a published reference correlation; friction theory (viscosity); correlations of the saturated liquid
 // and of the dilute gas, joined along the density; entropy scaling (viscosity); an estimate. The result names what it is from and says when it lies outside the range of
 // the source.
 #pragma once
@@ -51,6 +51,7 @@ class CORVANE_API Transport {
 
     /// Viscosity in Pa·s at T [K] and rho [mol/cm³]; rho = 0 is the dilute gas.
     /// Reference correlations with all their parts (for water with the critical factor).
+    /// Friction theory where a set for the reference equation is there, with the densities of that.
     /// Elsewhere η = η0(T) + c·Δη(T/Tc, rho/rho_c): Δη is what the dense fluid adds in propane (corresponding
     /// states), c gives the saturated liquid its own correlation's value; above 0.75 Tc, and beyond
     /// the correlation's range, c is that of the end. There is no step anywhere. Where no liquid is
