@@ -14,7 +14,6 @@
 namespace corvane {
 namespace {
 constexpr double kPotential = 1e-11;  // residual of the potentials and of ln p
-constexpr double kAtRounding = 9.5e-10;  // the same where rounding allows no more: as certified
 constexpr double kGas = 3.0;  // of ∂(p/RT)/∂rho, 1 for an ideal gas: below it a fluid is a gas
 constexpr double kTrivial = 1e-4;  // of ln rho_i: nearer phases are one
 constexpr double kStep = 1e-8;  // last step in u: the next one would be below rounding
@@ -182,7 +181,8 @@ bool CoexistenceSolver::solve(int limit) {
         }
         dp /= std::max(std::fabs(light.p) / (R * light.T * light.rho), 1e-300);
         residual = std::max(residual, dp);
-        return (residual < kPotential && step < 1e-4) || (residual < kAtRounding && step < kStep);
+        return (residual < kPotential && step < 1e-4) ||
+               (residual < 50 * kPotential && step < kStep);  // at rounding
     };
     const auto advance = [&](double) {
         // Bounds: a factor of e in a partial density, 15 % in the total of all phases but the
