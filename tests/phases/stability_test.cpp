@@ -242,7 +242,9 @@ TEST(Stability, NarrowMinimaBetweenStarts) {
         {{"nitrogen", "ethane", "octane", "methane"}, vec({.22128938, 2.292449e-4, 7.935008e-4, 0}),
          vec({.83, 1e-8, .168, 0}), 72.426739, .024815},
         {{"helium", "octane", "methane", "nitrogen"}, vec({.00149953, 4.396637e-4, 1.786e-11, 0}),
-         vec({1e-6, .0573, 1e-12, 0}), 121.097910, 4.028791}};
+         vec({1e-6, .0573, 1e-12, 0}), 121.097910, 4.028791},
+        {{"nitrogen", "methane", "octane"}, vec({.294366782419551, .705143890373755, 0}),
+         vec({.853025, .0281498, 0}), 74.8224591, .0377609163}};
     for (auto const& c : cases) {
         SCOPED_TRACE(testing::Message() << c.names[0] << " " << c.names[1] << " " << c.T);
         const auto open = corvane::open_mixture("PR+vdW1", c.names);
@@ -381,6 +383,14 @@ TEST(Stability, DescendsFromEveryStart) {
         Vector<double> w = z * 0.1;
         for (int k : {0, 1, 2}) w[k] += k == i ? 0 : 0.45;
         EXPECT_TRUE(found(w, 0.01)) << i;
+    }
+    // Beside the phase, near enough for a trial to end there but for the slope: a wall stands between.
+    m.wells.clear();
+    for (int i : {0, 1, 2}) {
+        const Vector<double> w = toward(i, 0.12), off = w + z * -1.0;
+        const double away = std::hypot(off[0], off[1], off[2]);
+        m.wells = {{w, 1.8 * ideal(w), 0.25 * away}};
+        EXPECT_FALSE(stable()) << i;
     }
     // And where substitution leads from the pure components along the root of higher Gibbs energy.
     m.wells.clear();

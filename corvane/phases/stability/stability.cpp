@@ -19,11 +19,13 @@ constexpr double kRounding = 5e-14;   // of a distance, over the size of its ter
 
 constexpr double kSpinodal = 1e-9;    // what rounding may leave of w·(1 − w)·t″
 
-constexpr double kNear = 1e-6;        // of such a distance, nearer to a phase than that tells
 constexpr double kMet = 1e-6, kSameRho = 2e-3;  // of trials that have run into a phase
 constexpr double kAlike = 0.05,
                  kBeside = 1.01;      // phases nearly alike; a way past both, over the direct one
 constexpr double kShort = 0.1;        // step in ln W whose end is foreseen
+// A bowl about a phase, see in_bowl(): its radius squared, its relative height and how far it may be from
+// a parabola; least eigenvalue of the phase's own Hessian (1 in an ideal mixture).
+constexpr double kBowl = 0.04, kParabola = 0.15, kSteep = 0.2;
 
 }  // namespace
 
@@ -122,19 +124,38 @@ bool Stability::leads_to(PhaseState const& phase, double times) {
     const double off = std::fabs(volume * phase.rho - 1.0);
     return off < kSameRho && d + off * off < kMet;
 }
-/// The distance of s_ over that from the nearest of both phases in an ideal mixture, Σ w·ln(w/x).
-/// Between phases that are neighbours of no others it is about 1.
-double Stability::ratio(PhaseState const& phase, PhaseState const* known) const {
-    double ideal = 1e300;
-    for (PhaseState const* from : {&phase, known}) {
-        if (!from) continue;
-        double sum = 0.0;
-        for (int k = 0; k < s_.size(); ++k) sum += s_.x[k] * std::log(s_.x[k] / from->x[k]);
-        ideal = std::min(ideal, sum);
+/// Does the distance from the plane of a minimum rise as a parabola does on the way to s_? Value and
+/// slope at s_ are known, both vanish at the minimum; if that is distinct and near, so that all of this
+/// holds sideways, too, a descent from s_ ends there.
+bool Stability::in_bowl(PhaseState const& phase) const {
+    double square = 0.0, slope = 0.0, height = 0.0;
+    if (!(std::fabs(s_.rho / phase.rho - 1.0) < kBowl)) return false;
+    for (int k = 0; k < s_.size(); ++k) {
+        const double off = s_.x[k] - phase.x[k], g = s_.m[k] - phase.m[k];
+        square += off * off / phase.x[k];
+        slope += off * g;
+        height += s_.x[k] * g;
     }
-    return ideal > kNear ? distance(s_, phase) / ideal : 1.0;
+    return square < kBowl && slope > kSteep * square &&
+           std::fabs(2.0 * height / slope - 1.0) < kParabola;
 }
-
+/// Of the phase, the known one or a minimum that another descent has found?
+bool Stability::in_bowl(PhaseState const& phase, PhaseState const* known) const {
+    return in_bowl(phase) || (known && in_bowl(*known)) ||
+           std::any_of(bowls_.begin(), bowls_.end(), [&](PhaseState const& s) { return in_bowl(s); });
+}
+/// Are all eigenvalues of the Hessian in 2·√W at the phase above kSteep?
+bool Stability::is_steep(PhaseState const& phase) {
+    const int n = phase.size();
+    for (int i = 0; i < n; ++i) {
+        root_[i] = std::sqrt(phase.x[i]);
+        step_[i] = 0.0;
+        for (int j = 0; j <= i; ++j)
+            hess_[i * n + j] = root_[i] * root_[j] * (phase.m_n(i, j) + 1.0);
+        hess_[i * n + i] -= kSteep;
+    }
+    return cholesky_solve(n, hess_.data(), step_.data());
+}
 Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState const* known,
                                   double const* lnW, int substitutions, bool first, double& tpd,
                                   int& iterations) {
@@ -157,7 +178,7 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
             worst = std::max(worst, std::fabs(g_[k]));
         }
         tpd = distance(s_, phase);  // per mole of the trial phase
-        if (it == 0) ratio_ = ratio(phase, known);
+        if (it == 0) start_ = tpd;
         const double limit = -Certificate::tpd_tolerance;
         if (first && tpd < 10 * limit) return End::negative;
         if (tpd >= limit && (meets(s_, phase) || (known && meets(s_, *known)))) {
@@ -168,7 +189,15 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
             tpd = std::min(0.0, tpd);
             return End::trivial;
         }
-        if (worst < kConverged) return tpd < limit ? End::negative : End::stationary;
+        if (steep_ && tpd >= 0.0 && in_bowl(phase, known)) {
+            tpd = 0.0;
+            return End::trivial;
+        }
+        if (worst < kConverged) {
+            if (tpd < limit) return End::negative;
+            if (steep_ && order == phase_H && is_steep(s_)) bowls_.push_back(s_);
+            return End::stationary;
+        }
         if (substitutions-- > 0) {
             for (int k = 0; k < n; ++k) lnW_[k] -= g_[k];
             continue;

@@ -49,11 +49,14 @@ struct StabilityResult {
 /// phase, at the density of lower Gibbs energy; from there three successive substitutions, then
 /// Newton in 2·√W, its matrix shifted until it is definite and each step shortened until the
 /// modified distance falls; then substitution from every component nearly pure at its other density
-/// root. The complete test of three and more components looks at 5 % of every component beside the
-/// phase, too, and descends from there by Newton's method alone where the distance is below 0.6 of
-/// that in an ideal mixture. If it is so low at any start, the middles between every two components
-/// are looked at likewise, and the descents from the components nearly pure repeated without
-/// substitutions, which leap over narrow minima. Then it descends from the middles between all
+/// root. Descents end early where they enter the bowl of a phase or of a minimum that is known: near
+/// it, where the distance rises as a parabola. The complete test of three and more components looks
+/// at 5 % of every component beside the phase, too, and descends from there by Newton's method alone
+/// where the distance is below 0.6 of that in an ideal mixture. If it is so low at any start, the
+/// middles between every two components are looked at likewise, and the descents from the nearly
+/// pure components repeated without substitutions, which leap over narrow minima: of those with a
+/// mixture among these whose distance is below 0.6 or above 1.1 of that. Then it descends from the
+/// middles between all
 /// minima that were found, the phase and the known one; the quick one ends before. No number of
 /// starts proves that none is missed: see docs/phases_measured.md for how often that was. At most 120
 /// iterations per start.
@@ -99,10 +102,10 @@ class CORVANE_API Stability {
                 bool first, double& tpd, int& iterations);
     /// Fills starts_.
     void many_starts(PhaseState const& phase, double p);
-    void low_start(PhaseState const& phase, PhaseState const* known, double p, int a, int b,
-                   double part, double& least);
-    double ratio(PhaseState const& phase, PhaseState const* known) const;
     bool leads_to(PhaseState const& phase, double times = 1.0);
+    bool in_bowl(PhaseState const& phase) const;
+    bool in_bowl(PhaseState const& phase, PhaseState const* known) const;
+    bool is_steep(PhaseState const& phase);
     void newton();
     bool traces();
     void along(double part);
@@ -124,9 +127,11 @@ class CORVANE_API Stability {
     FluidModel const& fluid_;
     PhaseState s_;
     bool convex_ = false;   // at the last step of newton()
-    double ratio_ = 1.0;    // at the start of the last descent
+    bool steep_ = false;    // the phase under test is a distinct minimum, see in_bowl()
+    double start_ = 0.0;    // the distance at the start of the last descent
     std::vector<double> lnW_, W_, g_, step_, hess_, root_, way_;
     std::vector<double> starts_;  // n values ln W of each
+    std::vector<PhaseState> bowls_;  // of minima that descents have found
     std::vector<Bracket> brackets_;
     std::unique_ptr<BinaryScan> scan_;
 };

@@ -10,8 +10,9 @@ namespace {
 constexpr int kSubstitutions = 3, kHidden = 40;
 constexpr double kPurest = 1e-12;     // of the other components in one that is as good as pure
 constexpr double kAlike = 1e-3;       // Σ|Δx| of minima that are one
-constexpr double kDilute = 0.05;      // of a component in a start
-constexpr double kSuspicious = 0.6;   // of a distance over that in an ideal mixture, see ratio()
+constexpr double kPure = 0.998, kHalf = 0.5, kDilute = 0.05;  // of a component in a start
+constexpr double kLow = 0.6, kHigh = 1.1;  // of a distance over that in an ideal mixture, see note()
+constexpr double kNear = 1e-6;        // of such a distance, nearer to a phase than that tells
 constexpr double kOther = 1e-3;       // of the density: another root
 
 /// Adds x unless there is one like it.
@@ -37,7 +38,10 @@ class Stability::Search {
     void binary();
     bool nearly_pure();
     void from_starts();
-    void beside_the_phase(double least);
+    void beside_the_phase();
+    void toward(int a, int b, double part);
+    double note(int a, int b, double distance);
+    void low_start(int a, int b, double part);
     void between_minima();
     bool ends(std::size_t start, int substitutions = kSubstitutions);
     bool record(End end);
@@ -51,6 +55,8 @@ class Stability::Search {
     double best_ = 1e300;
     double tpd_ = 0.0;    // of the last descent
     std::size_t at_ = 0;  // in starts_: no descent began from there on
+    std::vector<double> at_start_;    // distances there
+    std::vector<double> low_, high_;  // of each component: least and largest note() of mixtures with it
     std::vector<std::vector<double>> minima_;
 };
 
@@ -63,6 +69,8 @@ StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState co
 
 StabilityResult Stability::Search::run() {
     const int n = of_.fluid_.size();
+    of_.steep_ = n > 2 && of_.is_steep(phase_);
+    of_.bowls_.clear();
     if (!itself()) return r_;
     if (n == 2) binary();
     if (n > 2) {
@@ -149,28 +157,66 @@ bool Stability::Search::ends(std::size_t start, int substitutions) {
 
 void Stability::Search::from_starts() {
     of_.many_starts(phase_, p_);
-    const std::size_t step = of_.lnW_.size(), half = 2 * step * step;
-    double least = 1.0;
-    for (; at_ < of_.starts_.size(); at_ += step) {
-        if (ends(at_)) break;
-        if (at_ < half) least = std::min(least, of_.ratio_);
-    }
-    if (r_.stable && of_.kind == StabilityTest::complete) beside_the_phase(least);
+    const std::size_t step = of_.lnW_.size();
+    for (; at_ < of_.starts_.size() && !ends(at_); at_ += step) at_start_.push_back(of_.start_);
+    if (r_.stable && of_.kind == StabilityTest::complete) beside_the_phase();
     if (r_.stable && !minima_.empty()) between_minima();
 }
 
 /// Where the distance is low for an ideal mixture, once more without substitutions, which leap over
 /// narrow minima: a few per cent of a heavy component in a light one, say.
-void Stability::Search::beside_the_phase(double least) {
+void Stability::Search::beside_the_phase() {
     const int n = of_.fluid_.size();
-    const std::size_t step = of_.lnW_.size(), pure = step * step;
-    for (int k = 0; k < n; ++k) of_.low_start(phase_, known_, p_, k, k, kDilute, least);
-    if (least < kSuspicious) {
+    const std::size_t step = of_.lnW_.size();
+    low_.assign(step, 1.0);
+    high_.assign(step, 1.0);
+    for (std::size_t k = 0; k < 2 * step; ++k) {
+        toward(k % step, k % step, k < step ? kPure : kHalf);
+        note(k % step, k % step, at_start_[k]);
+    }
+    for (int k = 0; k < n; ++k) low_start(k, k, kDilute);
+    if (*std::min_element(low_.begin(), low_.end()) < kLow) {
         for (int a = 0; a < n; ++a)
-            for (int b = 0; b < a; ++b) of_.low_start(phase_, known_, p_, a, b, 0.5 - kDilute, least);
-        for (std::size_t k = 0; k < pure && r_.stable; k += step) ends(k, 0);
+            for (int b = 0; b < a; ++b) low_start(a, b, kHalf - kDilute);
+        for (int k = 0; k < n && r_.stable; ++k)
+            if (low_[k] < kLow || high_[k] > kHigh) ends(k * step, 0);
     }
     for (; at_ < of_.starts_.size() && r_.stable; at_ += step) ends(at_, 0);
+}
+
+/// Sets way_ to `part` of components a and b, which may be one, beside the phase.
+void Stability::Search::toward(int a, int b, double part) {
+    const double rest = 1.0 - (a == b ? part : 2.0 * part);
+    for (int k = 0; k < phase_.size(); ++k)
+        of_.way_[k] = rest * phase_.x[k] + (k == a || k == b ? part : 0.0);
+}
+
+/// The distance at way_, a mixture of components a and b, over that in an ideal mixture from the nearest
+/// of both phases, Σ w·ln(w/x). Between phases that are neighbours of no others it is about 1.
+double Stability::Search::note(int a, int b, double distance) {
+    double ideal = 1e300;
+    const auto from = [&](std::vector<double> const& x) {
+        double sum = 0.0;
+        for (std::size_t k = 0; k < x.size(); ++k)
+            if (of_.way_[k] > 0.0) sum += of_.way_[k] * std::log(of_.way_[k] / x[k]);
+        ideal = std::min(ideal, sum);
+    };
+    from(phase_.x);
+    if (known_) from(known_->x);
+    const double part = ideal > kNear ? distance / ideal : 1.0;
+    for (int k : {a, b}) {
+        low_[k] = std::min(low_[k], part);
+        high_[k] = std::max(high_[k], part);
+    }
+    return part;
+}
+
+/// Adds a start with `part` of components a and b beside the phase if the distance is low there.
+void Stability::Search::low_start(int a, int b, double part) {
+    toward(a, b, part);
+    if (!of_.fluid_.evaluate_at(of_.s_, p_, phase_.T, of_.way_, Root::stable, 0)) return;
+    if (!(note(a, b, distance(of_.s_, phase_)) < kLow)) return;
+    for (double w : of_.way_) of_.starts_.push_back(std::log(w));
 }
 
 /// From the middles between all minima, the phase and the known one.
@@ -190,7 +236,7 @@ void Stability::many_starts(PhaseState const& phase, double p) {
     const int n = fluid_.size();
     starts_.clear();
     for (int start = 0; start < 2 * n; ++start) {  // nearly pure; half pure
-        const double pure = start < n ? 0.998 : 0.5;
+        const double pure = start < n ? kPure : kHalf;
         for (int k = 0; k < n; ++k)
             starts_.push_back(
                 std::log((1.0 - pure) * phase.x[k] + (k == start % n ? pure : 0.0)));
@@ -201,21 +247,9 @@ void Stability::many_starts(PhaseState const& phase, double p) {
                               sign * (fluid_.wilson(k, phase.T) - std::log(p)));
 }
 
-/// Adds a start with `part` of components a and b beside the phase if the distance is low there.
-void Stability::low_start(PhaseState const& phase, PhaseState const* known, double p, int a, int b,
-                          double part, double& least) {
-    const double rest = 1.0 - (a == b ? part : 2.0 * part);
-    for (int k = 0; k < s_.size(); ++k)
-        way_[k] = rest * phase.x[k] + (k == a || k == b ? part : 0.0);
-    if (!fluid_.evaluate_at(s_, p, phase.T, way_, Root::stable, 0)) return;
-    const double low = ratio(phase, known);
-    least = std::min(least, low);
-    if (!(low < kSuspicious)) return;
-    for (double w : way_) starts_.push_back(std::log(w));
-}
-
 std::vector<TrialPhase> Stability::minima(PhaseState const& plane, double p) {
     std::vector<TrialPhase> found;
+    steep_ = false;
     many_starts(plane, p);
     const std::vector<double> starts = starts_;
     for (std::size_t at = 0; at < starts.size(); at += lnW_.size()) {
