@@ -5,12 +5,13 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 using Mixture = std::unique_ptr<ModelN, corvane::Detach>;
 
 /// With ideal-gas tables. Pairs without a file are estimated. eos and mth must outlive the mixture.
-/// @param set  parameter set of the components; −1: what the pairs' files name
+/// @param set  parameter set of the components, also where the pairs were made for others; −1: what the pairs' files name
 inline Mixture mixture_of(std::vector<std::string> const& names, char const* eos = "PR",
                           char const* mth = "vdW1", int set = 1) {
     Mixture m(attachN(eos, mth));
@@ -21,7 +22,9 @@ inline Mixture mixture_of(std::vector<std::string> const& names, char const* eos
         m->mdl1[i]->id(set);
         for (int j = 0; j < i; ++j) m->id(i, j, 1);
     }
-    corvane::load_estimating(*m, eos, mth);
+    std::vector<std::pair<int, int>> others;
+    corvane::load_estimating(*m, eos, mth,
+                             std::vector<corvane::ComponentPlan>(names.size(), {set > 1 ? set : 0, false}), others);
     for (int i = 0; i < n; ++i) m->mdl1[i]->ideal.load();
     return m;
 }

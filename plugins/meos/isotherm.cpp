@@ -1,3 +1,4 @@
+#include <plugins/common/power_sum.h>
 #include <plugins/common/vector_exp.h>
 #include <plugins/meos/isotherm.h>
 #include <plugins/meos/special_terms.h>
@@ -74,15 +75,11 @@ template <bool Tau>
 template <int order>
 void Isotherm<Tau>::add_powers(double const* powers, double const* damping, Value& v) const {
     for (Equation::Group const& group : equation_.groups) {
-        double p0 = 0.0, p1 = 0.0, p2 = 0.0, p3 = 0.0;  // δ^k ∂^k P
-        double q0 = 0.0, q1 = 0.0, r0 = 0.0;            // the same for the τ-derivatives
+        Polynomial p;
+        double q0 = 0.0, q1 = 0.0, r0 = 0.0;  // the same for the τ-derivatives
         for (int s = group.first; s < group.last; ++s) {
             const int d = equation_.slots[s].d;
-            const double c = slot_[s] * powers[d];
-            p0 += c;
-            if constexpr (order >= 1) p1 += d * c;
-            if constexpr (order >= 2) p2 += d * (d - 1) * c;
-            if constexpr (order >= 3) p3 += d * (d - 1) * (d - 2) * c;
+            p.add<order>(d, slot_[s] * powers[d]);
             if constexpr (Tau) {
                 const double c1 = slot1_[s] * powers[d];
                 q0 += c1;
@@ -90,17 +87,10 @@ void Isotherm<Tau>::add_powers(double const* powers, double const* damping, Valu
                 r0 += slot2_[s] * powers[d];
             }
         }
-        const double E = *damping++;
-        const double l = group.l, u = l == 0 ? 0.0 : l * powers[group.l];  // −δ ∂ln E/∂δ
-        v.a += p0 * E;
-        if constexpr (order >= 1) v.d1 += (p1 - u * p0) * E;
-        const double u2 = u * (u - (l - 1.0));  // δ² ∂²E/E
-        if constexpr (order >= 2) v.d2 += (p2 - 2.0 * u * p1 + u2 * p0) * E;
-        if constexpr (order >= 3) {
-            const double u3 = -u * (u * u - 3.0 * (l - 1.0) * u + (l - 1.0) * (l - 2.0));
-            v.d3 += (p3 - 3.0 * u * p2 + 3.0 * u2 * p1 + u3 * p0) * E;
-        }
+        const double E = *damping++, power = powers[group.l];
+        p.add_damped<order>(group.l, power, E, v.a, v.d1, v.d2, v.d3);
         if constexpr (Tau) {
+            const double u = group.l == 0 ? 0.0 : group.l * power;
             v.t1 += q0 * E;
             v.t2 += r0 * E;
             v.dt += (q1 - u * q0) * E;

@@ -33,6 +33,8 @@ class Isotherm {
     Value at(double rho) const;
 
     double T() const { return T_; }
+    /// Sums of the factors over the slots.
+    double const* slots() const { return slot_; }
     int evaluations() const { return evaluations_; }  ///< calls of `at` so far
 
   private:

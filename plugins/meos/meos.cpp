@@ -1,11 +1,13 @@
 // The plug-in MEOS: multiparameter reference equations, read entirely from the parameter file.
 #include <corvane/plugin/plugin.h>
 #include <corvane/plugin/roots.h>
+#include <corvane/pure/power_series.h>
 #include <plugins/meos/density_solver.h>
 
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -29,7 +31,7 @@ struct KeptIsotherm final : corvane::Isotherm1 {
     const Isotherm<false> isotherm;
 };
 
-class Meos final : public Model1, public corvane::Deriv1 {
+class Meos final : public Model1, public corvane::Deriv1, public corvane::PowerSeries1 {
   public:
     Meos() {
         eos_ = "MEOS";
@@ -43,6 +45,7 @@ class Meos final : public Model1, public corvane::Deriv1 {
         mpar_ = equation_.parameters();
         madj_ = 2 + equation_.terms();  // Ts, vs and the factors of the terms
         omega(equation_.omega());
+        list_powers();
         tables_.fill(equation_, Tcrit(), 1.0 / vcrit(), Ttable_, dilute_, dense_);
     }
     void par_out(FILE* f) const override { equation_.write(f); }
@@ -88,9 +91,25 @@ class Meos final : public Model1, public corvane::Deriv1 {
         return std::make_unique<KeptIsotherm>(equation_, T);
     }
 
+    std::vector<Power> const& powers() const override { return powers_; }
+    void factors(double T, double* c) const override {
+        const Isotherm<false> isotherm(equation_, T);
+        std::copy_n(isotherm.slots(), powers_.size(), c);
+    }
+
   private:
+    void list_powers() {
+        powers_.clear();
+        Equation const& e = equation_;
+        if (e.factored > e.shaped0 || !e.nonanalytic.empty() || !e.association.empty()) return;
+        for (Equation::Group const& group : e.groups)
+            for (int s = group.first; s < group.last; ++s)
+                powers_.push_back({group.l, e.slots[static_cast<unsigned>(s)].d});
+    }
+
     Equation equation_;
     StartTables tables_;
+    std::vector<Power> powers_;
 };
 
 }  // namespace

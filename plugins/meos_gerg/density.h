@@ -19,6 +19,7 @@ struct Slope {
 /// several loops, all densities are scanned.
 template <class Isotherm>
 double falling(Isotherm const& isotherm, double Tr, double rho_r, double top) {
+    if (Tr < 0.85 && isotherm(rho_r).dP <= 0.0) return rho_r;
     double x = rho_r, x0 = 0.0, C0 = 0.0;
     for (int k = 0; k < 10; ++k) {
         const auto [S, C] = isotherm.slope(x);

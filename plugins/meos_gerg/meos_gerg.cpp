@@ -12,6 +12,7 @@
 #include <plugins/common/vector_exp.h>
 #include <plugins/meos_gerg/density.h>
 #include <plugins/meos_gerg/departure.h>
+#include <plugins/meos_gerg/powers.h>
 #include <plugins/meos_gerg/reducing.h>
 
 #include <cmath>
@@ -266,49 +267,31 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
     class Isotherm {
       public:
         Isotherm(MeosGerg const& model, State const& state, double T)
-            : m_(model), s_(state), T_(T), factors_(state.departure_size()) {
+            : m_(model), s_(state), T_(T), factors_(state.departure_size()), merged_(state.n) {
+            for (int i = 0; i < s_.n; ++i) merged_[i] = 0;
             for_departures([&](Departure const& f, double, int at) {
                 f.temperature(s_.Tr / T_, &factors_[at]);
                 used_ = at + f.size();
             });
             corvane::lanes::exp_in_place(&factors_[0], used_);
         }
-        /// For many densities: what depends on T alone is kept.
+        /// For many densities: what depends on T alone is kept, and components that are sums of powers
+        /// become one.
         Isotherm& keep() {
-            components_.resize(static_cast<unsigned>(s_.n));
-            for (int i = 0; i < s_.n; ++i)
-                if (s_.x[i] != 0.0) components_[static_cast<unsigned>(i)] = s_.isotherm(i, T_);
+            for (int i = 0; i < s_.n; ++i) {
+                if (s_.x[i] == 0.0) continue;
+                merged_[i] = powers_.add(*m_.mdl1[i], T_ * (s_.Ts[i] / s_.Tr), s_.x[i]);
+                if (merged_[i]) continue;
+                components_.resize(static_cast<unsigned>(s_.n));
+                components_[static_cast<unsigned>(i)] = s_.isotherm(i, T_);
+            }
             return *this;
         }
         Sums at(double rho, int order) const {
-            Sums sums;
-            for (int i = 0; i < s_.n; ++i) {
-                if (s_.x[i] == 0.0) continue;
-                double d[4];
-                if (i < static_cast<int>(components_.size()) && components_[static_cast<unsigned>(i)])
-                    components_[static_cast<unsigned>(i)]->at(rho * (s_.vr / s_.vs[i]), order, d);
-                else
-                    s_.component(i, rho, T_, order, 0, d);
-                for (int k = 0; k <= order; ++k)
-                    (k == 3 ? sums.third : sums.d[3 * k]) += s_.x[i] * d[k];
-            }
-            if (used_ == 0) return sums;
-            const double delta = s_.delta(rho), tau = s_.Tr / T_;
-            double powers[kMaxPower + 1];
-            powers_of(delta, powers);
-            SmallArray<double, 256> shapes(used_);
-            for_departures([&](Departure const& f, double, int k) {
-                f.exponents(delta, powers, &shapes[k]);
-            });
-            corvane::lanes::exp_in_place(&shapes[0], used_);
-            for_departures([&](Departure const& f, double w, int k) {
-                const auto add = order == 0   ? &Departure::add<0, false>
-                                 : order == 1 ? &Departure::add<1, false>
-                                 : order == 2 ? &Departure::add<2, false>
-                                              : &Departure::add<3, false>;
-                (f.*add)(w, delta, powers, tau, &factors_[k], &shapes[k], sums);
-            });
-            return sums;
+            return order == 0   ? at<0>(rho)
+                   : order == 1 ? at<1>(rho)
+                   : order == 2 ? at<2>(rho)
+                                : at<3>(rho);
         }
         corvane::IsothermPoint operator()(double rho) const {
             const Sums s = at(rho, 2);
@@ -326,6 +309,39 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
         }
 
       private:
+        template <int order>
+        Sums at(double rho) const {
+            Sums sums;
+            for (int i = 0; i < s_.n; ++i) {
+                if (s_.x[i] == 0.0 || merged_[i]) continue;
+                corvane::Isotherm1 const* const kept =
+                    components_.empty() ? nullptr : components_[static_cast<unsigned>(i)].get();
+                double d[4];
+                if (kept)
+                    kept->at(rho * (s_.vr / s_.vs[i]), order, d);
+                else
+                    s_.component(i, rho, T_, order, 0, d);
+                for (int k = 0; k <= order; ++k)
+                    (k == 3 ? sums.third : sums.d[3 * k]) += s_.x[i] * d[k];
+            }
+            const int size = used_ + powers_.size();
+            if (size == 0) return sums;
+            const double delta = s_.delta(rho), tau = s_.Tr / T_;
+            double powers[kMaxPower + 1];
+            powers_of(delta, powers);
+            SmallArray<double, 320> exponential(size);
+            double* const damping = &exponential[0] + used_;
+            for_departures([&](Departure const& f, double, int k) {
+                f.exponents(delta, powers, &exponential[k]);
+            });
+            powers_.exponents(powers, damping);
+            corvane::lanes::exp_in_place(&exponential[0], size);
+            powers_.add_to<order>(powers, damping, sums);
+            for_departures([&](Departure const& f, double w, int k) {
+                f.add<order, false>(w, delta, powers, tau, &factors_[k], &exponential[k], sums);
+            });
+            return sums;
+        }
         /// f(function, weight, place of its first factor) for the functions that have a weight.
         template <class F>
         void for_departures(F const& f) const {
@@ -344,6 +360,8 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
         SmallArray<double, 256> factors_;  // of the terms of the departure functions
         int used_ = 0;
         std::vector<std::unique_ptr<corvane::Isotherm1>> components_;  // null: not kept
+        SmallArray<char> merged_;  // whether a component is in powers_
+        Powers powers_;
     };
 
     std::vector<Pair> pairs_;

@@ -4,6 +4,7 @@
 #include "support/shipped.h"
 
 #include <corvane/classic/equilibria/ffe1core.h>
+#include <corvane/pure/power_series.h>
 #include <plugins/meos/density_solver.h>
 
 #include <gtest/gtest.h>
@@ -359,6 +360,32 @@ TEST(Meos, DensityRootsScaleWithTsAndVs) {
                     scaled->vcalc(p * T_factor / v_factor, T * T_factor, 1, other[0], other[1]), n);
                 for (int k = 0; k < (n + 1) / 2; ++k)
                     EXPECT_NEAR(other[k] * v_factor / rho[k], 1, 1e-12 * (1 + 1 / m->pV(rho[k], T)));
+            }
+    }
+}
+
+// The short equations of GERG-2008 are sums of powers; their sum is the equation. Those with other terms are none.
+TEST(Meos, SumsOfPowersSayWhatTheyAre) {
+    for (char const* name : {"methane", "water", "helium", "carbon_dioxide", "decane"}) {
+        SCOPED_TRACE(name);
+        const Model model = load_set("MEOS", name, 8), full = load_set("MEOS", "water");
+        auto const* const series = dynamic_cast<corvane::PowerSeries1 const*>(model.get());
+        ASSERT_TRUE(series);
+        EXPECT_TRUE(dynamic_cast<corvane::PowerSeries1 const&>(*full).powers().empty());
+        auto const& powers = series->powers();
+        ASSERT_GT(powers.size(), 5u);
+        std::vector<double> c(powers.size());
+        for (double T : {90.0, 300.0, 900.0})
+            for (double delta : {0.01, 1.0, 2.6}) {
+                series->factors(T, c.data());
+                double a = 0, sum = 0;
+                for (std::size_t k = 0; k < c.size(); ++k) {
+                    const auto [l, d] = powers[k];
+                    const double term = c[k] * std::pow(delta, d) * (l > 0 ? std::exp(-std::pow(delta, l)) : 1.0);
+                    a += term;
+                    sum += std::fabs(term);
+                }
+                EXPECT_NEAR(model->Ar(delta / model->param(2), T), a, 4e-15 * sum);
             }
     }
 }
