@@ -26,7 +26,7 @@ constexpr double kSpread[kParameters] = {0.03, 0.3, 0.03, 0.1};
 constexpr double kMostPressure = 60.0;  // MPa
 
 /// A bubble point that the mixture shall have.
-struct Target {
+struct PairTarget {
     double T, p, v;  // K, MPa, cm³/mol of the liquid
     double x[2], y[2];
 };
@@ -48,9 +48,9 @@ Pure pure(Model1 const& own, Model1 const& predicted, double T) {
     }
 }
 
-Target target(double T, double p, PhaseRecord const& liquid, PhaseRecord const& vapour,
+PairTarget target(double T, double p, PhaseRecord const& liquid, PhaseRecord const& vapour,
               Pure const (&of)[2]) {
-    Target t{T, p, 1.0 / liquid.rho, {liquid.x[0], liquid.x[1]}, {vapour.x[0], vapour.x[1]}};
+    PairTarget t{T, p, 1.0 / liquid.rho, {liquid.x[0], liquid.x[1]}, {vapour.x[0], vapour.x[1]}};
     double own = 0.0, predicted = 0.0, sum = 0.0;
     for (int k : {0, 1}) {
         own += t.x[k] * of[k].own;
@@ -65,7 +65,7 @@ Target target(double T, double p, PhaseRecord const& liquid, PhaseRecord const& 
 }
 
 /// The bubble points of one composition; none above its critical point.
-void add_targets(std::vector<Target>& found, ModelN const& predictive, double T, double x,
+void add_targets(std::vector<PairTarget>& found, ModelN const& predictive, double T, double x,
                  Pure const (&of)[2]) try {
     Vector<double> z(2);
     z[0] = x;
@@ -84,14 +84,14 @@ void add_targets(std::vector<Target>& found, ModelN const& predictive, double T,
 } catch (MthException const&) {
 }
 
-std::vector<Target> targets(ModelN const& model, int i, int j, ModelN const& predictive,
+std::vector<PairTarget> targets(ModelN const& model, int i, int j, ModelN const& predictive,
                             Vector<double> const& T_triple) {
     Model1 const* own[] = {model.mdl1[i], model.mdl1[j]};
     const double Tc[] = {own[0]->Tcrit(), own[1]->Tcrit()};
     const bool light = Tc[0] < Tc[1];  // the first
     const double low = std::max(
         {0.5 * std::max(Tc[0], Tc[1]), 0.62 * std::sqrt(Tc[0] * Tc[1]), T_triple[i], T_triple[j]});
-    std::vector<Target> found;
+    std::vector<PairTarget> found;
     for (double T : {low, std::min(1.25 * low, 0.9 * std::max(Tc[0], Tc[1]))}) {
         const std::size_t before = found.size();
         const Pure of[] = {pure(*own[0], *predictive.mdl1[0], T),
@@ -107,7 +107,7 @@ std::vector<Target> targets(ModelN const& model, int i, int j, ModelN const& pre
 /// The pair in the mixture, all other components absent.
 class Fit {
   public:
-    Fit(ModelN& model, int i, int j, std::vector<Target> targets)
+    Fit(ModelN& model, int i, int j, std::vector<PairTarget> targets)
         : model_(model), i_(i), j_(j), targets_(std::move(targets)) {}
 
     std::size_t targets() const { return targets_.size(); }
@@ -120,7 +120,7 @@ class Fit {
         set(ln);
         Vector<double> r(residuals());
         int at = 0;
-        for (Target const& t : targets_) {
+        for (PairTarget const& t : targets_) {
             const double rho_x = density(t, t.x, 1), rho_y = density(t, t.y, 3);
             double d[2];
             for (int k : {0, 1})
@@ -152,7 +152,7 @@ class Fit {
         x[j_] = two[1];
         return x;
     }
-    double density(Target const& t, double const (&two)[2], int phase) const {
+    double density(PairTarget const& t, double const (&two)[2], int phase) const {
         double a = 1.0 / t.v, b = 0.0;
         if (model_.vcalc(t.p, t.T, fractions(two), phase, a, b) < 1)
             throw ThException(th_no_density);
@@ -161,7 +161,7 @@ class Fit {
 
     ModelN& model_;
     int i_, j_;
-    std::vector<Target> targets_;
+    std::vector<PairTarget> targets_;
 };
 
 /// The first model that predicts the two, and its mean error (docs/models.md).

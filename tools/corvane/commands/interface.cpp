@@ -103,8 +103,8 @@ void InterfaceCommand::tell(MixtureFluid const& mixture, Tie const& between, cor
                                        1e3 * profile.tension, sigma.in_range ? "" : ", extrapolated", profile.thickness));
     Fields fields = {{"sigma", profile.tension}, {"thickness", 1e-9 * profile.thickness},
                      {"quadrature", profile.tension_error}, {"T", between.T}, {"p", between.p}};
-    constexpr double kRough = 1e-3;
-    if (!(profile.tension_error < kRough))
+    constexpr double kUneven = 1e-3;
+    if (!(profile.tension_error < kUneven))
         head.summary.push_back(fmt::format("the profile is not smooth: half the nodes give {:.2g} % else",
                                            100.0 * profile.tension_error));
     if (mixture.size() > 1 && sigma.model == "density-gradient theory")
