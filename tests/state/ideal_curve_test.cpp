@@ -18,6 +18,7 @@ using corvane::IdealCurveEnd;
 struct ExactVdw : VdwModel, corvane::Deriv1 {
     ExactVdw() { derivatives(this); }
     int deriv(double rho, double T, int nrho, int nT, double* d) const override {
+        if (nrho > 2 || nT > 2) return 0;
         const double y = rho * par(2), a = 27.0 / 8.0 * Tcrit() / T * y;
         const double rows[3][3] = {{-std::log1p(-y) - a, a, -2 * a},
                                    {y / (1 - y) - a, a, -2 * a},
@@ -25,7 +26,7 @@ struct ExactVdw : VdwModel, corvane::Deriv1 {
         for (int i = 0; i <= nrho; ++i)
             for (int j = 0; j <= nT; ++j)
                 if (nT == 0 || i + j <= 2) d[i * (nT + 1) + j] = rows[i][j];
-        return nrho <= 2 && nT <= 2;
+        return 1;
     }
     double par(int i) const { return const_cast<ExactVdw*>(this)->ppar(i)[0]; }
 };
