@@ -181,13 +181,21 @@ class Court {
             // what counts is the pair.
             const auto judged = [&](auto const& pair) {
                 const double at = double(at_T ? pair.p() : pair.T());
-                if (!(std::fabs(at / b.at - 1) < 1e-4)) return;
+                if (!(std::fabs(at / b.at - 1) < 1e-4)) return false;
                 v.truth = at;
                 apart = double(mass(pair.b()) / mass(pair.a()) - 1);
+                return true;
             };
-            const bool near =
-                std::fabs(apart) < 0.05 && with_pair(at_T ? Given::T_and_x : Given::p_and_x, p, T,
-                                                     normal<Quad>(z), whole, other, judged);
+            bool near = false;
+            for (double part : {1.0, 0.3, -0.3, 0.1, -0.1, 0.03, -0.03, 0.01, -0.01}) {
+                if (near || !(std::fabs(apart) < 0.05)) break;
+                Phase<Quad> nearer;
+                for (int i = 0; i < n_; ++i)
+                    nearer.rho[i] =
+                        whole.rho[i] * pow(Quad(other.rho[i] / whole.rho[i]), Quad(part));
+                with_pair(at_T ? Given::T_and_x : Given::p_and_x, p, T, normal<Quad>(z), whole,
+                          nearer, [&](auto const& pair) { near = judged(pair); });
+            }
             if (!near && !(std::fabs(apart) > 1e-3)) continue;
             if ((apart < 0) == (kind == corvane::Saturated::bubble)) {
                 v.fault = Fault::missed;
