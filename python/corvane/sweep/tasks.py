@@ -42,11 +42,11 @@ def describe_model(model: Fluid | Mixture) -> dict[str, Any]:
     if isinstance(model, Fluid):
         changed = sorted(model._changed.items())
         return {"fluid": model.name, "eos": model.eos, "set": model.set, "home": model._home, "changed": changed}
-    sets, pair_set, estimate, home = model._options
+    sets, pair_set, estimate, predict, home = model._options
     pairs = sorted((*key, value) for key, value in model._changed.items())
     pure = sorted((*key, value) for key, value in model._changed_components.items())
     return {"mixture": model.model, "components": model.components, "sets": list(sets), "pair_set": pair_set,
-            "estimate": estimate, "home": home, "changed": pairs, "changed_components": pure}  # fmt: skip
+            "estimate": estimate, "predict": predict, "home": home, "changed": pairs, "changed_components": pure}  # fmt: skip
 
 
 def open_model(d: dict[str, Any]) -> Fluid | Mixture:
@@ -56,7 +56,7 @@ def open_model(d: dict[str, Any]) -> Fluid | Mixture:
             fluid.set_parameter(index, value)
         return fluid
     mixture = Mixture(d["mixture"], d["components"], sets=d["sets"], pair_set=d["pair_set"], estimate=d["estimate"],
-                      home=d["home"])  # fmt: skip
+                      predict=d["predict"], home=d["home"])  # fmt: skip
     for index, i, j, value in d["changed"]:
         mixture.set_pair_parameter(i, j, value, index)
     for i, index, value in d["changed_components"]:
