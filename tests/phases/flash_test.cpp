@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <random>
 
 using corvane::EquilibriumFailure;
@@ -153,6 +154,31 @@ TEST(Flash, ThreeAndFourPhases) {
 }
 
 // Up to a consolute point the two liquids come as near as one likes; no state is refused.
+// Three phases of three components have one composition at given (p, T), whatever the whole is:
+// here a liquid of 3e-4 to 4e-11 of it, which holds all of the octane. Substitution alone leaps
+// between all and none of it.
+TEST(Flash, AScarceThirdPhase) {
+    const Mixture m = estimated_mixture("PR", "vdW1", {"nitrogen", "carbon_dioxide", "octane"});
+    const double T = 77.925442902045972, carbon_dioxide = 0.0072110635251388241;
+    for (double p : {0.08, 0.1, 0.104}) {
+        std::optional<corvane::FlashResult> last;
+        for (double octane : {1e-3, 1.5e-5, 1e-8, 1e-12}) {
+            SCOPED_TRACE(testing::Message() << p << ' ' << octane);
+            const Vector<double> z = vec({1 - carbon_dioxide - octane, carbon_dioxide, octane});
+            const auto q = corvane::flash_pT(*m, p, T, z);
+            ASSERT_EQ(q.phases.size(), 3u);
+            EXPECT_NEAR(q.fraction[1] * q.phases[1].x[2] / octane, 1, 1e-9);
+            for (int k = 0; k < 3 && last; ++k) {
+                EXPECT_NEAR(q.phases[k].rho / last->phases[k].rho, 1, 1e-9);
+                for (int i = 0; i < 3; ++i)
+                    EXPECT_NEAR(q.phases[k].x[i], last->phases[k].x[i],
+                                1e-9 * last->phases[k].x[i]);
+            }
+            last = q;
+        }
+    }
+}
+
 TEST(Flash, NextToAConsolutePoint) {
     const Mixture m = peng_robinson("carbon_dioxide", "ethane", 0.13);
     double apart = 1;

@@ -47,14 +47,18 @@ class Columns {
     /// Compositions below the tangent plane into the columns. False if there are none.
     bool more() {
         bool below = false;
-        for (TrialPhase const& t : stability_.minima(plane_, p_))
+        std::vector<std::vector<double>>
+            used;  // a column of the right kind need not be the lowest of it
+        for (std::size_t k : basis_) used.push_back(pool_[k].w);
+        for (TrialPhase const& t : stability_.minima(plane_, p_, used))
             if (t.tpd < -kPriced && add(t.w)) below = true;
         return below && optimal();
     }
-    /// The columns in use, those that are one phase taken together.
-    std::vector<std::vector<double>> phases(double level) const {
+    /// The columns in use, those that are one phase taken together, and their amounts.
+    std::vector<std::vector<double>> phases(double level, std::vector<double>& amount) const {
         std::vector<std::vector<double>> sum;
-        std::vector<double> rho, amount;
+        std::vector<double> rho;
+        amount.clear();
         for (int k = 0; k < n_; ++k) {
             Column const& c = pool_[basis_[k]];
             std::size_t to = 0;
@@ -141,9 +145,12 @@ bool detail::flash_columns(FluidModel const& fluid, Stability& stability, FlashR
     for (int round = 0; round < kRounds; ++round) {
         const bool below = columns.more();
         std::size_t last = 0;
+        std::vector<double> amount;
         for (double level : kLevels) {
-            const auto x = columns.phases(level);
+            const auto x = columns.phases(level, amount);
             if (x.size() > 1 && x.size() != last && flash_many(fluid, stability, x, q)) return true;
+            // A scarce phase is lost by substitution: from the program's own amounts.
+            if (x.size() > 1 && !below && flash_many(fluid, stability, x, q, amount)) return true;
             last = x.size();
         }
         if (!below) return false;

@@ -244,8 +244,9 @@ int fractions(std::vector<double> const& z, std::vector<double> const& e,
 }
 }  // namespace
 
-bool detail::flash_many(FluidModel const& fluid, Stability& stability, std::vector<std::vector<double>> w,
-                FlashResult& q) {
+bool detail::flash_many(FluidModel const& fluid, Stability& stability,
+                        std::vector<std::vector<double>> w, FlashResult& q,
+                        std::vector<double> const& amounts) {
     const int n = fluid.size();
     std::vector<double> const& z = fluid.z();
     std::vector<double> e, E(z.size()), beta;
@@ -253,8 +254,12 @@ bool detail::flash_many(FluidModel const& fluid, Stability& stability, std::vect
     for (PhaseState& phase : s) phase.resize(n);
     for (int round = 0; round < 2 * n; ++round) {
         auto K = static_cast<int>(w.size());
-        beta.assign(w.size(), 1.0 / K);
-        for (int it = 0; it < kSubstitutions; ++it) {
+        const bool given = round == 0 && !amounts.empty();
+        if (given)
+            beta = amounts;
+        else
+            beta.assign(w.size(), 1.0 / K);
+        for (int it = 0; !given && it < kSubstitutions; ++it) {
             double change = 0.0;
             e.resize(static_cast<std::size_t>(K * n));
             for (int k = 0; k < K; ++k) {

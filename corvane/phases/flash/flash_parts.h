@@ -37,9 +37,10 @@ bool flash_certified(FluidModel const& fluid, Stability& stability,
 /// Three or more phases at (result.p, result.T) from compositions x, mole fractions over the
 /// present components. Substitution with the fractions of the phases by Michelsen, Comput. Chem.
 /// Eng. 18 (1994) 545, then Newton's method (SplitSolver). Phases that are not needed are left out;
-/// where the result is unstable the phase found is added. True if the result is certified.
+/// where the result is unstable the phase found is added. With amounts of the phases in the whole,
+/// Newton's method alone at first. True if the result is certified.
 bool flash_many(FluidModel const& fluid, Stability& stability, std::vector<std::vector<double>> x,
-                FlashResult& result);
+                FlashResult& result, std::vector<double> const& amounts = {});
 
 /// Two or more phases at (result.p, result.T) from nothing: the lower hull of the Gibbs energy by a
 /// linear program whose columns are trial phases, then flash_many. True if the result is certified.

@@ -82,8 +82,10 @@ class CORVANE_API Stability {
                          bool whole = false);
 
     /// Three and more components: the trials at which the starts of the test end, for any tangent
-    /// plane. plane: T, p and potentials m; x the composition that starts are mixed with.
-    std::vector<TrialPhase> minima(PhaseState const& plane, double p);
+    /// plane. plane: T, p and potentials m; x the composition that starts are mixed with. from:
+    /// further starts, of mole fractions above 0, for Newton's method alone.
+    std::vector<TrialPhase> minima(PhaseState const& plane, double p,
+                                   std::vector<std::vector<double>> const& from);
 
     /// Is the phase (with phase_H) a minimum of the tangent-plane distance in its surroundings?
     bool locally_stable(PhaseState const& phase);

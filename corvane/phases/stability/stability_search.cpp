@@ -247,15 +247,20 @@ void Stability::many_starts(PhaseState const& phase, double p) {
                               sign * (fluid_.wilson(k, phase.T) - std::log(p)));
 }
 
-std::vector<TrialPhase> Stability::minima(PhaseState const& plane, double p) {
+std::vector<TrialPhase> Stability::minima(PhaseState const& plane, double p,
+                                          std::vector<std::vector<double>> const& from) {
     std::vector<TrialPhase> found;
     steep_ = false;
     many_starts(plane, p);
-    const std::vector<double> starts = starts_;
+    std::vector<double> starts = starts_;
+    const std::size_t own = starts.size();
+    for (std::vector<double> const& x : from)
+        for (double xi : x) starts.push_back(std::log(xi));
     for (std::size_t at = 0; at < starts.size(); at += lnW_.size()) {
         double tpd = 0.0;
         int iterations = 0;
-        const End end = descend(plane, p, nullptr, &starts[at], kSubstitutions, false, tpd, iterations);
+        const End end = descend(plane, p, nullptr, &starts[at], at < own ? kSubstitutions : 0,
+                                false, tpd, iterations);
         if (end == End::stationary || end == End::negative) found.push_back({tpd, s_.rho, s_.x});
     }
     double tpd = 0.0;
