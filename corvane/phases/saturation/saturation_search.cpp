@@ -12,6 +12,7 @@ namespace {
 /// Distance that the test of stability may overlook, of two components and of more: its tolerance,
 /// with what higher orders add.
 constexpr double kUnseen[] = {1e-10, 3e-8};
+constexpr double kJump = 0.5;  // of ln rho: to another root
 }  // namespace
 
 SaturationSolver::Node SaturationSolver::node(double s) {
@@ -33,6 +34,18 @@ std::optional<SaturationSolver::Node> SaturationSolver::hidden(Node lo, Node hi)
         const Node mid = node(0.5 * (lo.s + hi.s));
         if (!mid.known) return {};
         if (!mid.stable) return mid;
+        (std::fabs(std::log(mid.rho / lo.rho)) > std::fabs(std::log(hi.rho / mid.rho)) ? hi : lo) =
+            mid;
+    }
+    return {};
+}
+
+// A liquid between one that splits and its vapour, say: where the whole jumps from root to root.
+std::optional<SaturationSolver::Node> SaturationSolver::window(Node lo, Node hi) {
+    for (int k = 0; k < 6 && std::fabs(std::log(hi.rho / lo.rho)) > kJump; ++k) {
+        const Node mid = node(0.5 * (lo.s + hi.s));
+        if (!mid.known) return {};
+        if (mid.stable) return mid;
         (std::fabs(std::log(mid.rho / lo.rho)) > std::fabs(std::log(hi.rho / mid.rho)) ? hi : lo) =
             mid;
     }
@@ -177,7 +190,13 @@ std::vector<SaturationSolver::Change> SaturationSolver::changes(std::vector<Node
             add(a, b);
             continue;
         }
-        if (!a.stable) continue;
+        if (!a.stable) {
+            if (const auto q = window(a, b)) {
+                add(a, *q);
+                add(*q, b);
+            }
+            continue;
+        }
         std::optional<Node> q = hidden(a, b);
         if (!q && k > 0 && nodes[k - 1].known && nodes[k - 1].stable) q = dip(nodes[k - 1], a, b);
         if (q && q->s > a.s) {

@@ -153,6 +153,8 @@ class SaturationSolver {
     Node node(double s);
     /// Between two stable states: an unstable one, if there are signs of it.
     std::optional<Node> hidden(Node lo, Node hi);
+    /// Between two unstable states: a stable one, if there are signs of it.
+    std::optional<Node> window(Node lo, Node hi);
     std::optional<Node> dip(Node const& a, Node const& b, Node const& c);
     /// Solves the boundary between a stable and an unstable state. 1 an answer, 0 a boundary that
     /// is none, −1 not resolved.
