@@ -165,6 +165,13 @@ TEST(NearCritical, FindsTheKindThatIsThereAndSaysThatTheOtherIsNot) {
         double value;
         Saturated there;
     } rows[] = {
+        // the liquid is stable from 454 to 465 K alone, between two steps of the search
+        {"PR",
+         {"ethanol", "heptane"},
+         0.71345380252075657,
+         false,
+         3.2388086688873403,
+         Saturated::bubble},
         {"PR",
          {"carbon_dioxide", "water"},
          0.32947685794879344,
