@@ -10,7 +10,6 @@
 #include <tools/corvane/text/numbers.h>
 
 #include <corvane/phases/flash/flash.h>
-#include <corvane/phases/saturation/pure_saturation.h>
 
 #include <fmt/format.h>
 
@@ -69,15 +68,7 @@ int DiffusionCommand::of_fluid() {
             });
         });
     } else {
-        head.remarks.emplace_back("no --p was given: liquid and vapour in equilibrium");
-        for (double T_ : temperatures)
-            if (!rows.add_all(name(T_), {{0, u.from_library(Quantity::temperature, T_)}}, [&] {
-                    if (T_ >= fluid.model->Tcrit())
-                        throw Failure("no liquid and vapour above the critical temperature: give --p");
-                    const auto s = corvane::pure_saturation_T(*fluid.model, T_);
-                    return std::vector{row(T_, s.p, "liquid", s.rhoL), row(T_, s.p, "vapour", s.rhoV)};
-                }))
-                break;
+        add_boiling(rows, head, fluid, temperatures, u, row);
     }
     transport.tell(head);
     return rows.write(head, options.style);

@@ -11,7 +11,6 @@
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
 
-#include <corvane/phases/saturation/pure_saturation.h>
 #include <corvane/state/phase_properties.h>
 
 #include <fmt/format.h>
@@ -105,16 +104,10 @@ int TransportCommand::run() {
                             [&] { return at(T_, p_); });
         });
     } else {
-        head.remarks.emplace_back("no --p was given: liquid and vapour in equilibrium");
-        for (double T_ : temperatures)
-            if (!rows.add_all(name(T_), {{0, u.from_library(Quantity::temperature, T_)}}, [&] {
-                    if (T_ >= fluid.model->Tcrit())
-                        throw Failure("no liquid and vapour above the critical temperature: give --p");
-                    const auto s = corvane::pure_saturation_T(*fluid.model, T_);
-                    return std::vector{row(fluid, transport, T_, s.p, "liquid", s.rhoL),
-                                       row(fluid, transport, T_, s.p, "vapour", s.rhoV)};
-                }))
-                break;
+        add_boiling(rows, head, fluid, temperatures, u,
+                    [&](double T_, double p_, char const* phase, double rho) {
+                        return row(fluid, transport, T_, p_, phase, rho);
+                    });
     }
     const int code = rows.finish(head);
     transport.tell(head);

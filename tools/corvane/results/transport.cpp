@@ -2,6 +2,7 @@
 #include <tools/corvane/text/errors.h>
 
 #include <corvane/phases/report/certificate.h>
+#include <corvane/phases/saturation/pure_saturation.h>
 
 #include <fmt/format.h>
 
@@ -127,6 +128,23 @@ void MixtureTransportCells::add_cells(double T, corvane::PhaseRecord const& phas
     row.cells.push_back(liquid && vapour ? tension(row, true, [&] {
         return transport_.surface_tension(T, liquid->rho, liquid->x, vapour->rho, vapour->x);
     }).cell : Cell());
+}
+
+void add_boiling(Rows& rows, Heading& head, Fluid const& fluid, std::vector<double> const& temperatures,
+                 Units const& units,
+                 std::function<Row(double, double, char const*, double)> const& row) {
+    head.remarks.emplace_back("no --p was given: liquid and vapour in equilibrium");
+    for (double T : temperatures) {
+        const std::string name =
+            fmt::format("{} at T = {}", fluid.name(), units.text(Quantity::temperature, T));
+        if (!rows.add_all(name, {{0, units.from_library(Quantity::temperature, T)}}, [&] {
+                if (T >= fluid.model->Tcrit())
+                    throw Failure("no liquid and vapour above the critical temperature: give --p");
+                const auto s = corvane::pure_saturation_T(*fluid.model, T);
+                return std::vector{row(T, s.p, "liquid", s.rhoL), row(T, s.p, "vapour", s.rhoV)};
+            }))
+            break;
+    }
 }
 
 }  // namespace cli

@@ -13,6 +13,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace cli {
 
@@ -86,5 +87,11 @@ class MixtureTransportCells : public TransportSources {
   private:
     corvane::MixtureTransport transport_;
 };
+
+/// Boiling liquid and its vapour at every temperature [K], where no pressure was given. row: of T [K],
+/// p [MPa], name of the phase, rho [mol/cm³].
+void add_boiling(Rows& rows, Heading& head, Fluid const& fluid, std::vector<double> const& temperatures,
+                 Units const& units,
+                 std::function<Row(double, double, char const*, double)> const& row);
 
 }  // namespace cli
