@@ -1,17 +1,11 @@
 // Density-gradient theory: pure limits, integrals that must agree, mean-field theory, measured tensions.
-#include <corvane/corvane.h>
+#include "opened.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 
 namespace {
-
-Vector<double> vec(std::vector<double> const& values) {
-    Vector<double> v(static_cast<int>(values.size()));
-    for (int i = 0; i < v.size(); ++i) v[i] = values[static_cast<std::size_t>(i)];
-    return v;
-}
 
 struct Binary {
     corvane::Mixture mixture;

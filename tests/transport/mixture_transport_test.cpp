@@ -1,6 +1,6 @@
 // Mixtures against reference correlations that were fitted to measurements of the mixture itself, and what
 // must hold exactly.
-#include <corvane/corvane.h>
+#include "opened.h"
 
 #include <gtest/gtest.h>
 
@@ -11,12 +11,6 @@
 #include <sstream>
 
 namespace {
-
-Vector<double> vec(std::vector<double> const& values) {
-    Vector<double> v(static_cast<int>(values.size()));
-    for (int i = 0; i < v.size(); ++i) v[i] = values[static_cast<std::size_t>(i)];
-    return v;
-}
 
 // Air: Lemmon, Jacobsen (2004). Blends: compositions by mass of their designation; viscosity and
 // conductivity by Geller and co-workers (2000, 2001), surface tension by Okada and co-workers (1999). Their own
