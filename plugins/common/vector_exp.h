@@ -1,6 +1,6 @@
-// Numbers two at a time, and the exponential function of an array, in the compiler's portable vector
-// types. Lane by lane it is plain IEEE arithmetic without contraction, so every machine, and every
-// vector width, gives the same bits.
+// Numbers two at a time, and the exponential function of an array, in the compiler's portable
+// vector types. Lane by lane it is plain IEEE arithmetic without contraction, so every machine, and
+// every vector width, gives the same bits.
 #pragma once
 
 #include <cstdint>
@@ -11,6 +11,8 @@ namespace corvane::lanes {
 
 using V2 [[gnu::vector_size(16)]] = double;
 using I2 [[gnu::vector_size(16)]] = std::uint64_t;
+using V4 [[gnu::vector_size(32)]] = double;  // by reference: no register of all machines
+using I4 [[gnu::vector_size(32)]] = std::uint64_t;
 
 inline V2 load(double const* x) {
     V2 v;
@@ -70,8 +72,8 @@ inline void exp_narrow(double* x, int count) {
 }
 
 #if defined(__x86_64__)
-using V4 [[gnu::vector_size(32)]] = double;
-using I4 [[gnu::vector_size(32)]] = std::uint64_t;
+/// Code that is inlined into both a function for every machine and one for those with AVX2.
+inline const bool wide = __builtin_cpu_supports("avx2");
 
 [[gnu::target("avx2")]] inline void exp_wide(double* x, int count) {
     exp_lanes<V4, I4>(x, count);
@@ -79,9 +81,7 @@ using I4 [[gnu::vector_size(32)]] = std::uint64_t;
 
 /// x[i] = exp(x[i]) for padded(count) elements, within 1 ulp (tested). Below −708 the result is 0,
 /// above 709 infinite; not-a-number stays.
-inline void (*const exp_in_place)(double* x, int count) = __builtin_cpu_supports("avx2")
-                                                              ? exp_wide
-                                                              : exp_narrow;
+inline void (*const exp_in_place)(double* x, int count) = wide ? exp_wide : exp_narrow;
 #else
 inline constexpr auto exp_in_place = exp_narrow;
 #endif

@@ -91,20 +91,22 @@ class Meos final : public Model1, public corvane::Deriv1, public corvane::PowerS
         return std::make_unique<KeptIsotherm>(equation_, T);
     }
 
-    std::vector<Power> const& powers() const override { return powers_; }
-    void factors(double T, double* c) const override {
-        const Isotherm<false> isotherm(equation_, T);
-        std::copy_n(isotherm.slots(), powers_.size(), c);
+    Terms terms() const override {
+        return {static_cast<int>(powers_.size()), powers_.data(), equation_.n, equation_.t};
     }
 
   private:
     void list_powers() {
         powers_.clear();
         Equation const& e = equation_;
-        if (e.factored > e.shaped0 || !e.nonanalytic.empty() || !e.association.empty()) return;
+        if (e.factored > e.shaped0 || !e.extras.empty() || !e.nonanalytic.empty() ||
+            !e.association.empty())
+            return;
         for (Equation::Group const& group : e.groups)
-            for (int s = group.first; s < group.last; ++s)
-                powers_.push_back({group.l, e.slots[static_cast<unsigned>(s)].d});
+            for (int s = group.first; s < group.last; ++s) {
+                Equation::Slot const& slot = e.slots[static_cast<unsigned>(s)];
+                for (int k = slot.first; k < slot.last; ++k) powers_.push_back({group.l, slot.d});
+            }
     }
 
     Equation equation_;

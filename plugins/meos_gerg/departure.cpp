@@ -1,22 +1,10 @@
-#include <plugins/common/vector_exp.h>
 #include <plugins/meos_gerg/departure.h>
 
-#include <algorithm>
 #include <cmath>
 
 namespace corvane::gerg {
 
-using namespace lanes;
-
 namespace {
-
-V2 of(std::vector<double> const& column, int k) {
-    return load(column.data() + k);
-}
-V2 gathered(double const* powers, std::vector<int> const& which, int k) {
-    int const* w = which.data() + k;
-    return V2{powers[w[0]], powers[w[1]]};
-}
 
 constexpr int kMaxTerms = 100;  // per block
 
@@ -63,25 +51,7 @@ void Departure::read(SectionReader& section) {
         }
     }
     if (blocks > 0) section.no_more_rows();
-    fresh.arrange();
     *this = std::move(fresh);
-}
-
-void Departure::arrange() {
-    std::vector<Term> order = terms_;
-    const auto level =
-        std::stable_partition(order.begin(), order.end(), [](Term const& t) { return t.d != 0.0; });
-    level_ = static_cast<int>(level - order.begin());
-    count_ = static_cast<int>(order.size());
-    order.resize(static_cast<unsigned>(padded(count_)), Term{});
-    for (Term const& t : order) {
-        n_.push_back(t.n), d_.push_back(t.d), t_.push_back(t.t), l_.push_back(t.l);
-        eta_.push_back(t.eta), epsilon_.push_back(t.epsilon), beta_.push_back(t.beta);
-        gamma_.push_back(t.gamma), b_.push_back(t.b), c_.push_back(t.c);
-        damped_.push_back(t.l > 0.0 ? 1.0 : 0.0);
-        own_.push_back(t.d == 0.0 ? 0.0 : 1.0);
-        dpower_.push_back(static_cast<int>(t.d)), lpower_.push_back(static_cast<int>(t.l));
-    }
 }
 
 void Departure::write(FILE* f) const {
@@ -97,89 +67,5 @@ void Departure::write(FILE* f) const {
                 std::fprintf(f, "%.17g%c", t->*k.column[c], c + 1 < k.count ? ' ' : '\n');
     }
 }
-
-void powers_of(double delta, double* powers) {
-    powers[0] = 1.0;
-    powers[1] = delta;
-    for (int k = 2; k <= kMaxPower; ++k) powers[k] = powers[k / 2] * powers[k - k / 2];
-}
-
-void Departure::temperature(double tau, double* logarithm) const {
-    const double ln_tau = std::log(tau);
-    for (int k = 0; k < size(); k += 2) {
-        const V2 offset = tau - of(c_, k);
-        store(logarithm + k, of(t_, k) * ln_tau - of(b_, k) * offset * offset);
-    }
-}
-
-void Departure::exponents(double delta, double const* powers, double* exponent) const {
-    for (int k = 0; k < size(); k += 2) {
-        const V2 off = delta - of(epsilon_, k);
-        store(exponent + k, -of(damped_, k) * gathered(powers, lpower_, k) -
-                                of(eta_, k) * off * off - of(beta_, k) * (delta - of(gamma_, k)));
-    }
-}
-
-/// With D = δ·∂/∂δ and φ = δ^d exp(…): D φ = e1 φ, D e1 = e2, D e2 = e3.
-template <int order, bool Tau>
-void Departure::add(double weight, double delta, double const* powers, double tau,
-                    double const* factors, double const* exponentials, Sums& s) const {
-    V2 a{}, d1{}, d2{}, d3{}, t1{}, t2{}, dt{};
-    for (int k = 0; k < size(); k += 2) {
-        const V2 f =
-            of(n_, k) * load(factors + k) * load(exponentials + k) * gathered(powers, dpower_, k);
-        const V2 own = f * of(own_, k);
-        a += own;
-        const V2 l = of(l_, k), pl = l * gathered(powers, lpower_, k);
-        const V2 q2 = -2.0 * delta * delta * of(eta_, k);
-        const V2 q1 = (2.0 * of(eta_, k) * of(epsilon_, k) - of(beta_, k)) * delta;
-        const V2 e1 = of(d_, k) + (q2 + q1 - pl), e2 = 2.0 * q2 + q1 - l * pl;
-        const V2 D2 = e1 * e1 + e2;
-        if constexpr (order >= 1) d1 += f * e1;
-        if constexpr (order >= 2) d2 += f * (D2 - e1);
-        if constexpr (order >= 3) {
-            const V2 e3 = 4.0 * q2 + q1 - l * l * pl;
-            d3 += f * (e1 * D2 + 2.0 * e1 * e2 + e3 - 3.0 * D2 + 2.0 * e1);
-        }
-        if constexpr (Tau) {  // τ·∂/∂τ; T·∂/∂T is its negative
-            const V2 f1 = of(t_, k) - 2.0 * of(b_, k) * tau * (tau - of(c_, k));
-            const V2 f2 = 2.0 * of(b_, k) * tau * (of(c_, k) - 2.0 * tau);
-            t1 += own * f1;
-            t2 += own * (f1 * f1 + f2 + f1);
-            dt += f * e1 * f1;
-        }
-    }
-    for (int k = level_; k < count_; ++k) {  // from their value at δ = 0
-        const unsigned i = static_cast<unsigned>(k);
-        const double at0 = beta_[i] * gamma_[i] - eta_[i] * epsilon_[i] * epsilon_[i];
-        const double rise = std::expm1(-damped_[i] * powers[lpower_[i]] -
-                                       delta * (eta_[i] * (delta - 2.0 * epsilon_[i]) + beta_[i]));
-        const double own = n_[i] * factors[k] * std::exp(at0) * rise;
-        const double f1 = t_[i] - 2.0 * b_[i] * tau * (tau - c_[i]);
-        a[0] += own;
-        t1[0] += own * f1;
-        t2[0] += own * (f1 * f1 + 2.0 * b_[i] * tau * (c_[i] - 2.0 * tau) + f1);
-    }
-    s.d[0] += weight * sum(a);
-    if constexpr (order >= 1) s.d[3] += weight * sum(d1);
-    if constexpr (order >= 2) s.d[6] += weight * sum(d2);
-    if constexpr (order >= 3) s.third += weight * sum(d3);
-    if constexpr (Tau) {
-        s.d[1] -= weight * sum(t1);
-        s.d[2] += weight * sum(t2);
-        s.d[4] -= weight * sum(dt);
-    }
-}
-
-template void Departure::add<0, false>(double, double, double const*, double, double const*,
-                                       double const*, Sums&) const;
-template void Departure::add<1, false>(double, double, double const*, double, double const*,
-                                       double const*, Sums&) const;
-template void Departure::add<2, false>(double, double, double const*, double, double const*,
-                                       double const*, Sums&) const;
-template void Departure::add<3, false>(double, double, double const*, double, double const*,
-                                       double const*, Sums&) const;
-template void Departure::add<2, true>(double, double, double const*, double, double const*,
-                                      double const*, Sums&) const;
 
 }  // namespace corvane::gerg

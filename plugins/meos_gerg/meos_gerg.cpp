@@ -6,18 +6,21 @@
 // A component is reached through Model1 alone: α_i(δ, τ) is its Ar at rho·v_r/vs_i and T·Ts_i/T_r.
 // Since these are proportional to rho and T, the scaled derivatives rho^i·T^j·∂^(i+j)/∂rho^i∂T^j of
 // the mixture are the same sums of those of the components.
-#include <corvane/plugin/plugin.h>
 #include <corvane/plugin/exact_slots.h>
 #include <corvane/plugin/pair_table.h>
-#include <plugins/common/vector_exp.h>
+#include <corvane/plugin/plugin.h>
 #include <plugins/meos_gerg/density.h>
 #include <plugins/meos_gerg/departure.h>
-#include <plugins/meos_gerg/powers.h>
 #include <plugins/meos_gerg/reducing.h>
+#include <plugins/meos_gerg/shared_terms.h>
 
+#include <array>
+#include <atomic>
 #include <cmath>
 #include <limits>
 #include <memory>
+#include <mutex>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -37,6 +40,7 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
         const int n = mdl1.size();
         pairs_.assign(static_cast<unsigned>(n > 1 ? n * (n - 1) / 2 : 0), Pair{});
         functions_.clear();
+        forget();
     }
     void par_in(FILE* f, int i, int j) override {
         corvane::SectionReader section(f);
@@ -57,6 +61,7 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
         function.read(section);
         if (!function.empty()) p.function = number(function);
         pair(i, j) = p;
+        forget();
     }
     void par_out(FILE* f, int i, int j) const override {
         Pair p = pair(i, j);
@@ -84,16 +89,16 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
     // ---- the mixture at constant composition
 
     double Ar(double rho, double T, Vector<double> const& x) const override {
-        return Isotherm(*this, State(*this, x), T).at(rho, 0).d[0];
+        return State(*this, x).second(rho, T).d[0];
     }
     double Z(double rho, double T, Vector<double> const& x) const override {
-        return 1.0 + Isotherm(*this, State(*this, x), T).at(rho, 1).d[3];
+        return 1.0 + State(*this, x).second(rho, T).d[3];
     }
     int deriv(double rho, double T, Vector<double> const& x, int nrho, int nT,
               double* d) const override {
         if (nrho < 0 || nT < 0 || nT > 2 || nrho > (nT == 0 ? 3 : 2)) return 0;
         const State s(*this, x);
-        const Sums sums = nT == 0 ? Isotherm(*this, s, T).at(rho, nrho) : s.second(rho, T);
+        const Sums sums = nrho == 3 ? Isotherm(s, T).at(rho, nrho) : s.second(rho, T);
         for (int i = 0; i <= nrho; ++i)
             for (int j = 0; j <= nT; ++j)
                 if (i == 3 || i + j <= 2)
@@ -132,15 +137,36 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
         return static_cast<int>(functions_.size()) - 1;
     }
 
+    /// The terms of components and departure functions, arranged anew where components have
+    /// changed.
+    SharedTerms const& shared() const {
+        SharedTerms const* const now = shared_.load(std::memory_order_acquire);
+        return now && now->matches(mdl1) ? *now : arranged();
+    }
+    /// Parameters are not read while others calculate. So nobody uses what was arranged before the
+    /// last change, and what is replaced now, others may still compare.
+    SharedTerms const& arranged() const {
+        const std::lock_guard<std::mutex> lock(arranging_);
+        SharedTerms const* const now = shared_.load(std::memory_order_acquire);
+        if (now && now->matches(mdl1)) return *now;
+        replaced_ = std::exchange(current_, std::make_unique<SharedTerms const>(mdl1, functions_));
+        shared_.store(current_.get(), std::memory_order_release);
+        return *current_;
+    }
+    void forget() { shared_.store(nullptr, std::memory_order_release); }
+
     /// What depends on the composition alone.
     struct State {
         State(MeosGerg const& model, Vector<double> const& composition)
             : m(model),
+              shared(model.shared()),
               n(composition.size()),
               x(n),
               Ts(n),
               vs(n),
-              w(static_cast<int>(m.functions_.size())) {
+              w(static_cast<int>(m.functions_.size()) + 1),
+              factors(shared.factors() + 1),
+              c(shared.weights() + 1) {
             for (int i = 0; i < n; ++i) {
                 x[i] = composition[i];
                 Ts[i] = *m.mdl1[i]->ppar(1);
@@ -149,14 +175,17 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
             Tr = reducing(Reducing::Of::temperature).value(&x[0]);
             vr = reducing(Reducing::Of::volume).value(&x[0]);
             for (unsigned k = 0; k < m.functions_.size(); ++k) w[static_cast<int>(k)] = 0.0;
-            m.each_departure(n, [&](int i, int j, Pair const& p) {
-                w[p.function] += x[i] * x[j] * p.value[4];
-            });
+            m.each_departure(
+                n, [&](int i, int j, Pair const& p) { w[p.function] += x[i] * x[j] * p.value[4]; });
+            shared.read(&factors[0]);
+            shared.weigh(&x[0], &w[0], &factors[0], &c[0]);
         }
         Reducing reducing(Reducing::Of of) const {
             return {of, of == Reducing::Of::temperature ? &Ts[0] : &vs[0], n, m.pairs_.data()};
         }
         double delta(double rho) const { return rho * vr; }
+        /// Is component i present, and not among the shared terms?
+        bool alone(int i) const { return x[i] != 0.0 && !shared.has(i); }
         /// Component i at the reduced state of the mixture; without a derivative extension (which
         /// MEOS has) not-a-number. The scale factors come first, so that a pure fluid is itself.
         void component(int i, double rho, double T, int nrho, int nT, double* d) const {
@@ -171,76 +200,32 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
         }
         /// The mixture to second order in rho and T.
         Sums second(double rho, double T) const {
-            Sums sums;
+            Sums sums = shared.second(&c[0], delta(rho), Tr / T);
             for (int i = 0; i < n; ++i) {
-                if (x[i] == 0.0) continue;
+                if (!alone(i)) continue;
                 Sums s;
                 component(i, rho, T, 2, 2, s.d);
                 sums.add(x[i], s);
             }
-            const int nf = static_cast<int>(m.functions_.size());
-            SmallArray<Sums> each(nf);
-            departures(rho, T, false, &each[0]);
-            for (int k = 0; k < nf; ++k)
-                if (w[k] != 0.0) sums.add(w[k], each[k]);
             return sums;
-        }
-        int departure_size() const {
-            int size = 0;
-            for (Departure const& f : m.functions_) size += f.size();
-            return size;
-        }
-        /// Every departure function to second order in rho and T; those without weight only if
-        /// `all` are wanted.
-        void departures(double rho, double T, bool all, Sums* each) const {
-            const double d = delta(rho), tau = Tr / T;
-            double powers[kMaxPower + 1];
-            powers_of(d, powers);
-            const int size = departure_size();
-            SmallArray<double, 512> factors(2 * size);
-            double *const shapes = &factors[0] + size, *f = &factors[0], *e = shapes;
-            const auto wanted = [&](int k) { return all || w[k] != 0.0; };
-            const int nf = static_cast<int>(m.functions_.size());
-            for (int k = 0; k < nf; ++k) {
-                Departure const& function = m.functions_[static_cast<unsigned>(k)];
-                if (!wanted(k)) continue;
-                function.temperature(tau, f);
-                function.exponents(d, powers, e);
-                f += function.size(), e += function.size();
-            }
-            const int used = static_cast<int>(e - shapes);
-            corvane::lanes::exp_in_place(&factors[0], used);
-            corvane::lanes::exp_in_place(shapes, used);
-            f = &factors[0], e = shapes;
-            for (int k = 0; k < nf; ++k) {
-                Departure const& function = m.functions_[static_cast<unsigned>(k)];
-                each[k] = Sums{};
-                if (!wanted(k)) continue;
-                function.add<2, true>(1.0, d, powers, tau, f, e, each[k]);
-                f += function.size(), e += function.size();
-            }
         }
 
         MeosGerg const& m;
+        SharedTerms const& shared;
         int n;
-        SmallArray<double> x, Ts, vs, w;  // w: Σ x_i·x_j·F_ij of each departure function
+        SmallArray<double> x, Ts, vs, w;     // w: Σ x_i·x_j·F_ij of each departure function
+        SmallArray<double, 400> factors, c;  // of the components; weights of the shared terms
         double Tr, vr;
     };
 
-    /// A function α and its derivatives by L and U.
-    struct Logarithmic {
-        double a = 0.0, L = 0.0, U = 0.0, LL = 0.0, LU = 0.0, UU = 0.0;
-        Logarithmic() = default;
-        explicit Logarithmic(double const* d)
-            : a(d[0]), L(d[3]), U(-d[1]), LL(d[6] + d[3]), LU(-d[4]), UU(d[2] + d[1]) {}
-        void add(double w, Logarithmic const& f) {
+    /// A function α and its first derivatives by L = ln δ and U = ln τ.
+    struct Slopes {
+        double a = 0.0, L = 0.0, U = 0.0;
+        void add(double w, Slopes const& f) {
             if (w == 0.0) return;  // a component that is absent may be beyond its own range
             a += w * f.a;
             L += w * f.L;
             U += w * f.U;
-            LL += w * f.LL;
-            LU += w * f.LU;
-            UU += w * f.UU;
         }
     };
 
@@ -248,11 +233,12 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
     struct Parts {
         Parts(State const& s, double rho, double T);
 
-        SmallArray<Logarithmic> G, f;  // of every component; α of every departure function
-        Logarithmic all, shared;       // a; Σ_f w_f·α_f
+        SmallArray<Slopes> G, f;  // of every component; α of every departure function
+        Slopes shared;            // Σ_f w_f·α_f
+        double L, U, LL, LU, UU;  // of a
     };
-    void by_amounts(State const& s, Parts const& parts, double rho, double const* d, double const* t,
-                    double* mu_rho) const;
+    void by_amounts(State const& s, Parts const& parts, double rho, double const* d,
+                    double const* t, double* mu_rho) const;
 
     /// f(i, j, pair) of every pair i < j with a departure function.
     template <class F>
@@ -266,22 +252,12 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
     /// The mixture at one temperature.
     class Isotherm {
       public:
-        Isotherm(MeosGerg const& model, State const& state, double T)
-            : m_(model), s_(state), T_(T), factors_(state.departure_size()), merged_(state.n) {
-            for (int i = 0; i < s_.n; ++i) merged_[i] = 0;
-            for_departures([&](Departure const& f, double, int at) {
-                f.temperature(s_.Tr / T_, &factors_[at]);
-                used_ = at + f.size();
-            });
-            corvane::lanes::exp_in_place(&factors_[0], used_);
-        }
-        /// For many densities: what depends on T alone is kept, and components that are sums of powers
-        /// become one.
+        Isotherm(State const& state, double T)
+            : s_(state), T_(T), terms_(s_.shared, &s_.c[0], s_.Tr / T) {}
+        /// For many densities: what depends on T alone is kept.
         Isotherm& keep() {
             for (int i = 0; i < s_.n; ++i) {
-                if (s_.x[i] == 0.0) continue;
-                merged_[i] = powers_.add(*m_.mdl1[i], T_ * (s_.Ts[i] / s_.Tr), s_.x[i]);
-                if (merged_[i]) continue;
+                if (!s_.alone(i)) continue;
                 components_.resize(static_cast<unsigned>(s_.n));
                 components_[static_cast<unsigned>(i)] = s_.isotherm(i, T_);
             }
@@ -313,7 +289,7 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
         Sums at(double rho) const {
             Sums sums;
             for (int i = 0; i < s_.n; ++i) {
-                if (s_.x[i] == 0.0 || merged_[i]) continue;
+                if (!s_.alone(i)) continue;
                 corvane::Isotherm1 const* const kept =
                     components_.empty() ? nullptr : components_[static_cast<unsigned>(i)].get();
                 double d[4];
@@ -324,48 +300,21 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
                 for (int k = 0; k <= order; ++k)
                     (k == 3 ? sums.third : sums.d[3 * k]) += s_.x[i] * d[k];
             }
-            const int size = used_ + powers_.size();
-            if (size == 0) return sums;
-            const double delta = s_.delta(rho), tau = s_.Tr / T_;
-            double powers[kMaxPower + 1];
-            powers_of(delta, powers);
-            SmallArray<double, 320> exponential(size);
-            double* const damping = &exponential[0] + used_;
-            for_departures([&](Departure const& f, double, int k) {
-                f.exponents(delta, powers, &exponential[k]);
-            });
-            powers_.exponents(powers, damping);
-            corvane::lanes::exp_in_place(&exponential[0], size);
-            powers_.add_to<order>(powers, damping, sums);
-            for_departures([&](Departure const& f, double w, int k) {
-                f.add<order, false>(w, delta, powers, tau, &factors_[k], &exponential[k], sums);
-            });
+            terms_.add<order>(s_.delta(rho), sums);
             return sums;
         }
-        /// f(function, weight, place of its first factor) for the functions that have a weight.
-        template <class F>
-        void for_departures(F const& f) const {
-            int place = 0;
-            for (unsigned k = 0; k < m_.functions_.size(); ++k) {
-                const double w = s_.w[static_cast<int>(k)];
-                if (w == 0.0) continue;
-                f(m_.functions_[k], w, place);
-                place += m_.functions_[k].size();
-            }
-        }
 
-        MeosGerg const& m_;
         State const& s_;
         double T_;
-        SmallArray<double, 256> factors_;  // of the terms of the departure functions
-        int used_ = 0;
+        SharedTerms::Isotherm terms_;
         std::vector<std::unique_ptr<corvane::Isotherm1>> components_;  // null: not kept
-        SmallArray<char> merged_;  // whether a component is in powers_
-        Powers powers_;
     };
 
     std::vector<Pair> pairs_;
     std::vector<Departure> functions_;
+    mutable std::atomic<SharedTerms const*> shared_{nullptr};
+    mutable std::mutex arranging_;
+    mutable std::unique_ptr<SharedTerms const> current_, replaced_;
 };
 
 int MeosGerg::vcalc(double p, double T, Vector<double> const& x, int mode, double& rho_a,
@@ -373,24 +322,27 @@ int MeosGerg::vcalc(double p, double T, Vector<double> const& x, int mode, doubl
     const double P = p / (R * T);
     if (!(T > 0.0) || !std::isfinite(T) || !std::isfinite(P)) return 0;
     const State s(*this, x);
-    return density(Isotherm(*this, s, T).keep(), P, T / s.Tr, 1.0 / s.vr, mode, rho_a, rho_b);
+    return density(Isotherm(s, T).keep(), P, T / s.Tr, 1.0 / s.vr, mode, rho_a, rho_b);
 }
 
 MeosGerg::Parts::Parts(State const& s, double rho, double T)
-    : G(s.n), f(static_cast<int>(s.m.functions_.size())) {
+    : G(s.n), f(static_cast<int>(s.m.functions_.size()) + 1) {
     const int n = s.n, nf = static_cast<int>(s.m.functions_.size());
+    SmallArray<std::array<double, 3>> of(n), function(nf + 1);
+    Sums sums = s.shared.each(&s.c[0], &s.factors[0], s.delta(rho), s.Tr / T, &of[0], &function[0]);
     for (int i = 0; i < n; ++i) {
-        double d[9] = {};
-        s.component(i, rho, T, 2, 2, d);
-        G[i] = Logarithmic(d);
-        all.add(s.x[i], G[i]);
+        if (s.shared.has(i)) {
+            G[i] = {of[i][0], of[i][1], of[i][2]};
+            continue;
+        }
+        Sums own;
+        s.component(i, rho, T, 2, 2, own.d);
+        G[i] = {own.d[0], own.d[3], -own.d[1]};
+        if (s.x[i] != 0.0) sums.add(s.x[i], own);
     }
-    SmallArray<Sums> departures(nf);
-    s.departures(rho, T, true, &departures[0]);
-    for (int k = 0; k < nf; ++k) {
-        f[k] = Logarithmic(departures[k].d);
-        all.add(s.w[k], f[k]);
-    }
+    for (int k = 0; k < nf; ++k) f[k] = {function[k][0], function[k][1], function[k][2]};
+    double const* const d = sums.d;
+    L = d[3], U = -d[1], LL = d[6] + d[3], LU = -d[4], UU = d[2] + d[1];
     // G_i = α_i + Σ_f (w_fi − w_f)·α_f with w_fi = Σ_j x_j·F_ij.
     for (int k = 0; k < nf; ++k) shared.add(s.w[k], f[k]);
     for (int i = 0; i < n; ++i) G[i].add(-1.0, shared);
@@ -429,8 +381,8 @@ void MeosGerg::potentials(Vector<double> const& rho_i, double T, double* mu, dou
     for (int i = 0; i < n; ++i) {
         t[i] = t[i] / s.Tr - 2.0;
         d[i] = d[i] / s.vr - 1.0;
-        mu[i] = parts.G[i].a + parts.all.L * d[i] + parts.all.U * t[i];
-        if (mu_T) mu_T[i] = -(parts.G[i].U + parts.all.LU * d[i] + parts.all.UU * t[i]);
+        mu[i] = parts.G[i].a + parts.L * d[i] + parts.U * t[i];
+        if (mu_T) mu_T[i] = -(parts.G[i].U + parts.LU * d[i] + parts.UU * t[i]);
     }
     if (mu_rho) by_amounts(s, parts, rho, &d[0], &t[0], mu_rho);
 }
@@ -439,7 +391,6 @@ void MeosGerg::potentials(Vector<double> const& rho_i, double T, double* mu, dou
 void MeosGerg::by_amounts(State const& s, Parts const& parts, double rho, double const* d,
                           double const* t, double* mu_rho) const {
     const int n = s.n;
-    Logarithmic const& all = parts.all;
     auto const &G = parts.G, &f = parts.f;
     // K_ij = Σ_f (F_ij − w_fi − w_fj + 2·w_f)·α_f, of which G_i holds α_i + Σ_f (w_fi − w_f)·α_f.
     SmallArray<double> own(n);
@@ -459,8 +410,8 @@ void MeosGerg::by_amounts(State const& s, Parts const& parts, double rho, double
             if (i != j)
                 if (Pair const& p = pair(i, j); p.function >= 0) K += p.value[4] * f[p.function].a;
             const double sum = K + G[i].L * d[j] + G[j].L * d[i] + G[i].U * t[j] + G[j].U * t[i] +
-                               all.LL * d[i] * d[j] + all.LU * (d[i] * t[j] + d[j] * t[i]) +
-                               all.UU * t[i] * t[j] + all.L * d_ij + all.U * t_ij;
+                               parts.LL * d[i] * d[j] + parts.LU * (d[i] * t[j] + d[j] * t[i]) +
+                               parts.UU * t[i] * t[j] + parts.L * d_ij + parts.U * t_ij;
             mu_rho[i * n + j] = mu_rho[j * n + i] = sum / rho;
         }
 }

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <random>
 
@@ -176,6 +177,74 @@ TEST(Gerg, DepartureFunctionsOfOtherKinds) {
         EXPECT_EQ(m->Ar(0, 300, x), 0);
         EXPECT_EQ(m->Z(0, 300, x), 1);
     }
+}
+
+/// Σ x_i·α_i from the components' own equations, and its derivatives d[3i + j] as Deriv1 has them.
+std::array<double, 9> linear(ModelN const& m, double rho, double T, Vector<double> const& x) {
+    const Vector<double> reduced = m.mixpar(x);
+    std::array<double, 9> sum{}, d{};
+    for (int i = 0; i < x.size(); ++i) {
+        Model1 const& c = *m.mdl1[i];
+        if (x[i] == 0) continue;
+        c.derivatives()->deriv(rho / reduced[1] / c.vs(), T / reduced[0] * c.Ts(), 2, 2, d.data());
+        for (int k = 0; k < 9; ++k) sum[static_cast<unsigned>(k)] += x[i] * d[static_cast<unsigned>(k)];
+    }
+    return sum;
+}
+
+// Components share their terms in the mixture. Without departure functions (F = 0) it is the linear
+// combination of what the components say one by one: also after factors and exponents of one of them were
+// written, after one was read again as an equation of another form, and with an absent one whose terms
+// overflow.
+TEST(Gerg, SharedTermsAreThoseOfTheComponents) {
+    const Names names{"methane", "carbon_dioxide", "ethane", "propane", "water", "butane", "nitrogen"};
+    const Mixture m = load_mixture(names);
+    const int n = m->mdl1.size();
+    for (int j = 0; j < n; ++j)
+        for (int i = 0; i < j; ++i) m->param(4, i, j, 0.0);
+    const auto agree = [&](char const* what, Vector<double> const& x) {
+        SCOPED_TRACE(what);
+        const Vector<double> reduced = m->mixpar(x);
+        for (auto [tau, delta] : {std::pair(0.8, 0.3), {1.1, 2.2}, {0.5, 1e-9}, {1.7, 2.6}, {1.0, 1.0}}) {
+            const double T = reduced[0] / tau, rho = delta * reduced[1];
+            const auto expected = linear(*m, rho, T, x);
+            double d[9], r[4];
+            ASSERT_EQ(m->derivatives()->deriv(rho, T, x, 2, 2, d), 1);
+            ASSERT_EQ(m->derivatives()->deriv(rho, T, x, 3, 0, r), 1);
+            // Terms alternate: of sums of up to 24 of them some 1e-14 are rounding.
+            for (unsigned k : {0u, 1u, 2u, 3u, 4u, 6u}) {
+                EXPECT_NEAR(d[k], expected[k], 3e-13 * std::fabs(expected[k]) + 1e-14 * delta) << k << ' ' << tau;
+                if (k % 3 == 0) {
+                    EXPECT_NEAR(r[k / 3], d[k], 3e-13 * std::fabs(d[k]) + 1e-14 * delta) << k;
+                }
+            }
+            EXPECT_NEAR(m->Ar(rho, T, x), d[0], 1e-15 * std::fabs(d[0]));
+            EXPECT_NEAR(m->Z(rho, T, x), 1 + d[3], 1e-15 * (1 + std::fabs(d[3])));
+            // The potentials' sum is the Gibbs energy, Ar + Z − 1.
+            double mu[7], sum = 0;
+            m->derivatives()->potentials(x * rho, T, mu, nullptr, nullptr);
+            for (int i = 0; i < n; ++i) sum += x[i] == 0 ? 0 : x[i] * mu[i];
+            EXPECT_NEAR(sum, d[0] + d[3], 1e-12 * (std::fabs(d[0]) + std::fabs(d[3])));
+        }
+    };
+    const Vector<double> x = vec({0.3, 0.2, 0.1, 0.15, 0.05, 0.1, 0.1});
+    agree("as published", x);
+    auto& ethane = *m->mdl1[2];  // parameters: M, Ts, vs, 24 factors, 24 exponents
+    ethane.param(3, 1.1 * ethane.param(3));
+    agree("another factor", x);
+    ethane.param(30, 1.5 * ethane.param(30));
+    agree("another exponent", x);
+    ethane.param(2, 1.02 * ethane.param(2));
+    agree("another reducing volume", x);
+    m->mdl1[3]->id(1);
+    m->mdl1[3]->load("MEOS");
+    agree("propane with terms that are no powers", x);
+    m->mdl1[3]->id(8);
+    m->mdl1[3]->load("MEOS");
+    agree("propane as before", x);
+    auto& water = *m->mdl1[4];
+    water.param(3 + 16, 1e6);  // the exponent of its first term
+    agree("an absent component that overflows", vec({0.35, 0.2, 0.1, 0.15, 0.0, 0.1, 0.1}));
 }
 
 /// The roots that a scan of the isotherm finds on its first and last rising branch.

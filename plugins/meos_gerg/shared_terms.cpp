@@ -1,0 +1,480 @@
+#include <corvane/pure/model1.h>
+#include <plugins/common/power_sum.h>
+#include <plugins/common/vector_exp.h>
+#include <plugins/meos_gerg/shared_terms.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <tuple>
+
+namespace corvane::gerg {
+
+using lanes::padded;
+using lanes::V4;
+
+namespace {
+
+[[gnu::always_inline]] inline void get(V4& v, double const* x) {
+    std::memcpy(&v, x, sizeof v);
+}
+[[gnu::always_inline]] inline void put(double* x, V4 const& v) {
+    std::memcpy(x, &v, sizeof v);
+}
+[[gnu::always_inline]] inline void gather(V4& v, double const* table, int const* which) {
+    v = V4{table[which[0]], table[which[1]], table[which[2]], table[which[3]]};
+}
+[[gnu::always_inline]] inline double total(V4 const& v) {
+    return (v[0] + v[1]) + (v[2] + v[3]);
+}
+/// Weight times value; terms without weight may be beyond their range.
+[[gnu::always_inline]] inline void weighted(V4& w, V4 const& f) {
+    const V4 zero{};
+    w = w == 0.0 ? zero : w * f;
+}
+
+/// powers[k] = δ^k, k = 0 … top.
+void powers_of(double delta, int top, double* powers) {
+    powers[0] = 1.0;
+    powers[1] = delta;
+    for (int k = 2; k <= top; ++k) powers[k] = powers[k / 2] * powers[k - k / 2];
+}
+
+PowerSeries1 const* series_of(Model1 const* model) {
+    if (!model) return nullptr;
+    // Somebody else's derivatives may stand in front of a component.
+    auto const* const own = dynamic_cast<Deriv1 const*>(model);
+    return own && own == model->derivatives() ? dynamic_cast<PowerSeries1 const*>(model) : nullptr;
+}
+
+}  // namespace
+
+// ---- construction
+
+void SharedTerms::append(Term const& term, double factor) {
+    n_.push_back(factor), t_.push_back(term.t), d_.push_back(term.d), l_.push_back(term.l);
+    eta_.push_back(term.eta), epsilon_.push_back(term.epsilon), beta_.push_back(term.beta);
+    gamma_.push_back(term.gamma), b_.push_back(term.b), c_.push_back(term.c);
+    powers_.push_back({static_cast<int>(term.l), static_cast<int>(term.d)});
+    dpower_.push_back(static_cast<int>(term.d)), lpower_.push_back(static_cast<int>(term.l));
+    top_ = std::max({top_, dpower_.back(), lpower_.back()});
+    top_l_ = std::max(top_l_, lpower_.back());
+    bells_in_tau_ = bells_in_tau_ || term.b != 0.0;
+}
+void SharedTerms::fill_up() {
+    while (terms() != padded(terms())) append(Term{}, 0.0);
+}
+
+bool SharedTerms::shares(Part const& part, PowerSeries1::Terms const& terms) const {
+    const auto same = [&](auto const& ours, auto const* theirs) {
+        return std::memcmp(ours.data() + part.first, theirs,
+                           static_cast<unsigned>(part.count) * sizeof *theirs) == 0;
+    };
+    return part.count == terms.count && same(t_, terms.t) && same(powers_, terms.powers);
+}
+
+void SharedTerms::add_component(Model1 const* model) {
+    Part part;
+    part.model = model;
+    part.derivatives = model ? model->derivatives() : nullptr;
+    part.series = series_of(model);
+    PowerSeries1::Terms own;
+    if (part.series) own = part.series->terms();
+    for (int k = 0; k < own.count; ++k)
+        if (own.powers[k].d > kMaxPower || own.powers[k].l > kMaxPower) own.count = 0;
+    if (own.count > 0) {
+        const auto family =
+            std::find_if(components_.begin(), components_.end(),
+                         [&](Part const& p) { return p.size > 0 && shares(p, own); });
+        part.count = own.count;
+        part.size = padded(own.count);
+        part.at = factors_;
+        factors_ += part.size;
+        part.first = family != components_.end() ? family->first : terms();
+        if (family == components_.end()) {
+            for (int k = 0; k < own.count; ++k) {
+                Term term{};
+                term.t = own.t[k], term.d = own.powers[k].d, term.l = own.powers[k].l;
+                append(term, 0.0);
+            }
+            fill_up();
+        }
+    }
+    components_.push_back(part);
+}
+
+SharedTerms::SharedTerms(Components const& components, std::vector<Departure> const& functions) {
+    for (int i = 0; i < components.size(); ++i) add_component(components[i]);
+    const auto level = [](Term const& t) { return t.d == 0.0; };
+    const auto shaped = [](Term const& t) { return t.eta != 0.0 || t.beta != 0.0 || t.b != 0.0; };
+    functions_.resize(functions.size());
+    for (unsigned f = 0; f < functions.size(); ++f) {
+        functions_[f].first = terms();
+        for (Term const& t : functions[f].terms())
+            if (level(t))
+                levels_.push_back({static_cast<int>(f), t});
+            else if (!shaped(t))
+                append(t, t.n);
+        fill_up();
+        functions_[f].size = terms() - functions_[f].first;
+    }
+    series_ = terms();
+    for (unsigned f = 0; f < functions.size(); ++f) {
+        functions_[f].shaped_first = terms();
+        for (Term const& t : functions[f].terms())
+            if (!level(t) && shaped(t)) append(t, t.n);
+        fill_up();
+        functions_[f].shaped_size = terms() - functions_[f].shaped_first;
+    }
+    for (Level const& t : levels_) top_ = std::max(top_, static_cast<int>(t.term.l));
+    make_slots();
+}
+
+void SharedTerms::make_slots() {
+    for (unsigned k = 0; k < static_cast<unsigned>(series_); ++k)
+        if (const Slot s{lpower_[k], dpower_[k]};
+            s.d > 0 && std::find(slots_.begin(), slots_.end(), s) == slots_.end())
+            slots_.push_back(s);
+    std::sort(slots_.begin(), slots_.end(),
+              [](Slot const& a, Slot const& b) { return std::tie(a.l, a.d) < std::tie(b.l, b.d); });
+    for (int s = 0; s < static_cast<int>(slots_.size()); ++s) {
+        const int l = slots_[static_cast<unsigned>(s)].l;
+        if (groups_.empty() || groups_.back().l != l) groups_.push_back({s, s, l});
+        groups_.back().last = s + 1;
+    }
+    for (unsigned k = 0; k < static_cast<unsigned>(series_);
+         ++k)  // what fills up has no slot, nor weight
+        slot_of_.push_back(
+            static_cast<int>(std::find(slots_.begin(), slots_.end(), Slot{lpower_[k], dpower_[k]}) -
+                             slots_.begin()));
+}
+
+bool SharedTerms::matches(Components const& components) const {
+    if (components.size() != static_cast<int>(components_.size())) return false;
+    for (int i = 0; i < components.size(); ++i) {
+        Part const& p = components_[static_cast<unsigned>(i)];
+        if (components[i] != p.model || (p.model && p.model->derivatives() != p.derivatives))
+            return false;
+        if (!p.series) continue;
+        const PowerSeries1::Terms now = p.series->terms();
+        if (p.size > 0 ? !shares(p, now) : now.count > 0) return false;
+    }
+    return true;
+}
+
+// ---- weights
+
+void SharedTerms::read(double* n) const {
+    std::fill_n(n, factors_, 0.0);
+    for (Part const& p : components_)
+        if (p.size > 0) std::copy_n(p.series->terms().n, p.count, n + p.at);
+}
+
+void SharedTerms::weigh(double const* x, double const* w, double const* n, double* c) const {
+    std::fill_n(c, terms(), 0.0);
+    for (unsigned i = 0; i < components_.size(); ++i) {
+        Part const& p = components_[i];
+        if (x[i] == 0.0) continue;
+        for (int k = 0; k < p.size; k += 2)
+            lanes::store(c + p.first + k,
+                         lanes::load(c + p.first + k) + x[i] * lanes::load(n + p.at + k));
+    }
+    for (unsigned f = 0; f < functions_.size(); ++f) {
+        if (w[f] == 0.0) continue;
+        Function const& own = functions_[f];
+        const auto part = [&](int first, int size) {
+            for (int k = first; k < first + size; k += 2)
+                lanes::store(c + k, w[f] * lanes::load(n_.data() + k));
+        };
+        part(own.first, own.size);
+        part(own.shaped_first, own.shaped_size);
+    }
+    for (unsigned k = 0; k < levels_.size(); ++k)
+        c[static_cast<unsigned>(terms()) + k] = w[levels_[k].function];
+}
+
+// ---- one state
+
+/// From its value at δ = 0. With h the exponent: δ·h' = h1, δ²·h'' = h2, δ³·h''' = h3.
+void SharedTerms::Level::add(double weight, double delta, double tau, int order, Sums& sums) const {
+    if (weight == 0.0) return;
+    Term const& t = term;
+    const double offset = tau - t.c, x = t.l > 0.0 ? std::pow(delta, t.l) : 0.0;
+    const double f = weight * t.n *
+                     std::exp(t.t * std::log(tau) - t.b * offset * offset + t.beta * t.gamma -
+                              t.eta * t.epsilon * t.epsilon);
+    const double rise = std::expm1(-x - delta * (t.eta * (delta - 2.0 * t.epsilon) + t.beta));
+    const double h1 = -2.0 * t.eta * delta * (delta - t.epsilon) - t.beta * delta - t.l * x;
+    const double h2 = -2.0 * t.eta * delta * delta - t.l * (t.l - 1.0) * x;
+    const double h3 = -t.l * (t.l - 1.0) * (t.l - 2.0) * x;
+    const double a = f * rise, whole = f * (1.0 + rise);
+    const double g1 = t.t - 2.0 * t.b * tau * offset, g2 = 2.0 * t.b * tau * (t.c - 2.0 * tau);
+    sums.d[0] += a;
+    sums.d[3] += whole * h1;
+    if (order < 2) return;
+    sums.d[6] += whole * (h1 * h1 + h2);
+    sums.d[1] -= a * g1;
+    sums.d[2] += a * (g1 * g1 + g2 + g1);
+    sums.d[4] -= whole * h1 * g1;
+    if (order > 2) sums.third += whole * (h1 * (h1 * h1 + 3.0 * h2) + h3);
+}
+
+/// δ^i·∂^i/∂δ^i of δ^d·exp(h) over itself is d + h1, d(d−1) + 2d·h1 + h1² + h2: for exp(−δ^l) h1 =
+/// −u, u = l·δ^l, h2 = −(l − 1)·u.
+template <bool Keep>
+[[gnu::always_inline]] inline Sums SharedTerms::sum_in_lanes(double const* weight, double delta,
+                                                             double tau, Kept* kept) const {
+    double powers[kMaxPower + 1];
+    powers_of(delta, top_, powers);
+    const double ln_tau = std::log(tau);
+    const int decays = padded(top_l_ + 1), size = terms();
+    SmallArray<double, 400> exponentials(decays + size);
+    double *const E = &exponentials[0], *const phi = E + decays;
+    E[0] = 0.0;
+    for (int l = 1; l < decays; ++l) E[l] = l <= top_l_ ? -powers[l] : 0.0;
+    V4 t{}, d{}, x{}, y{};
+    for (int k = 0; k < series_; k += 4) {
+        get(t, t_.data() + k);
+        put(phi + k, t * ln_tau);
+    }
+    for (int k = series_; k < size; k += 4) {
+        get(t, t_.data() + k), get(x, epsilon_.data() + k), get(y, eta_.data() + k);
+        V4 e = t * ln_tau - y * (delta - x) * (delta - x);
+        get(x, gamma_.data() + k), get(y, beta_.data() + k);
+        e -= y * (delta - x);
+        if (bells_in_tau_) {
+            get(x, c_.data() + k), get(y, b_.data() + k);
+            e -= y * (tau - x) * (tau - x);
+        }
+        put(phi + k, e);
+    }
+    lanes::exp_lanes<V4, lanes::I4>(E, decays + size);
+    V4 a{}, L{}, LL{}, U{}, UU{}, LU{};
+    for (int k = 0; k < series_; k += 4) {
+        V4 f{}, w{};
+        get(f, phi + k), gather(x, powers, dpower_.data() + k), gather(y, E, lpower_.data() + k);
+        f = f * x * y;
+        gather(x, powers, lpower_.data() + k), get(y, l_.data() + k);
+        const V4 u = y * x;
+        get(t, t_.data() + k), get(d, d_.data() + k), get(w, weight + k);
+        weighted(w, f);
+        const V4 e = d - u, wt = w * t;
+        a += w, L += w * e, LL += w * (d * (d - 1.0) - u * (2.0 * d + (y - 1.0) - u));
+        U += wt, UU += wt * (t + 1.0), LU += wt * e;
+        if constexpr (Keep) put(kept->a + k, f), put(kept->L + k, f * e), put(kept->U + k, f * t);
+    }
+    for (int k = series_; k < size; k += 4) {
+        V4 f{}, w{};
+        get(f, phi + k), gather(x, powers, dpower_.data() + k);
+        f = f * x;
+        get(x, eta_.data() + k), get(y, epsilon_.data() + k);
+        const V4 q2 = -2.0 * delta * delta * x;
+        V4 q = 2.0 * x * y;
+        get(y, beta_.data() + k), get(t, t_.data() + k), get(d, d_.data() + k), get(w, weight + k);
+        q = q2 + (q - y) * delta;
+        weighted(w, f);
+        const V4 e = d + q;
+        V4 g{};
+        if (bells_in_tau_) {
+            get(x, b_.data() + k), get(y, c_.data() + k);
+            g = 2.0 * x * tau * (y - 2.0 * tau);
+            t -= 2.0 * x * tau * (tau - y);
+        }
+        const V4 wt = w * t;
+        a += w, L += w * e, LL += w * (d * (d - 1.0) + q * (2.0 * d + q) + q2);
+        U += wt, UU += wt * (t + 1.0) + w * g, LU += wt * e;
+        if constexpr (Keep) put(kept->a + k, f), put(kept->L + k, f * e), put(kept->U + k, f * t);
+    }
+    Sums sums;
+    sums.d[0] = total(a), sums.d[3] = total(L), sums.d[6] = total(LL);
+    sums.d[1] = -total(U), sums.d[2] = total(UU), sums.d[4] = -total(LU);
+    return sums;
+}
+template <bool Keep>
+Sums SharedTerms::sum_narrow(double const* c, double delta, double tau, Kept* kept) const {
+    return sum_in_lanes<Keep>(c, delta, tau, kept);
+}
+#if defined(__x86_64__)
+template <bool Keep>
+[[gnu::target("avx2")]] Sums SharedTerms::sum_wide(double const* c, double delta, double tau,
+                                                   Kept* kept) const {
+    return sum_in_lanes<Keep>(c, delta, tau, kept);
+}
+#endif
+
+Sums SharedTerms::sum(double const* c, double delta, double tau, Kept* kept) const {
+#if defined(__x86_64__)
+    if (lanes::wide)
+        return kept ? sum_wide<true>(c, delta, tau, kept) : sum_wide<false>(c, delta, tau, kept);
+#endif
+    return kept ? sum_narrow<true>(c, delta, tau, kept) : sum_narrow<false>(c, delta, tau, kept);
+}
+
+Sums SharedTerms::second(double const* c, double delta, double tau) const {
+    Sums sums = sum(c, delta, tau, nullptr);
+    for (unsigned k = 0; k < levels_.size(); ++k)
+        levels_[k].add(c[static_cast<unsigned>(terms()) + k], delta, tau, 2, sums);
+    return sums;
+}
+
+Sums SharedTerms::each(double const* c, double const* n, double delta, double tau,
+                       std::array<double, 3>* component, std::array<double, 3>* function) const {
+    const int size = terms();
+    SmallArray<double, 900> values(3 * size);
+    Kept kept{&values[0], &values[0] + size, &values[0] + 2 * size};
+    Sums sums = sum(c, delta, tau, &kept);
+    const auto add = [&](double const* factor, int first, int count, double* to) {
+        lanes::V2 a{}, L{}, U{};
+        for (int k = 0; k < count; k += 2) {
+            const lanes::V2 f = lanes::load(factor + k);
+            a += f * lanes::load(kept.a + first + k);
+            L += f * lanes::load(kept.L + first + k);
+            U += f * lanes::load(kept.U + first + k);
+        }
+        to[0] += lanes::sum(a), to[1] += lanes::sum(L), to[2] += lanes::sum(U);
+    };
+    for (unsigned i = 0; i < components_.size(); ++i) {
+        Part const& p = components_[i];
+        if (p.size == 0) continue;
+        component[i][0] = component[i][1] = component[i][2] = 0.0;
+        add(n + p.at, p.first, p.size, component[i].data());
+    }
+    for (unsigned f = 0; f < functions_.size(); ++f) {
+        Function const& own = functions_[f];
+        function[f][0] = function[f][1] = function[f][2] = 0.0;
+        add(n_.data() + own.first, own.first, own.size, function[f].data());
+        add(n_.data() + own.shaped_first, own.shaped_first, own.shaped_size, function[f].data());
+    }
+    for (unsigned k = 0; k < levels_.size(); ++k) {
+        Sums s;
+        levels_[k].add(1.0, delta, tau, 2, s);
+        auto& to = function[levels_[k].function];
+        to[0] += s.d[0], to[1] += s.d[3], to[2] -= s.d[1];
+        sums.add(c[static_cast<unsigned>(size) + k], s);
+    }
+    return sums;
+}
+
+// ---- one temperature
+
+SharedTerms::Isotherm::Isotherm(SharedTerms const& terms, double const* c, double tau)
+    : s_(terms),
+      c_(c),
+      tau_(tau),
+      room_(s_.terms() - s_.series_ + 4),
+      slot_(static_cast<int>(s_.slots_.size()) + 1),
+      shape_(columns * room_),
+      power_(room_) {
+    const int size = s_.terms();
+    const double ln_tau = std::log(tau);
+    SmallArray<double, 400> factors(size + 4);
+    double* const E = &factors[0];
+    for (int k = 0; k < size; k += 2) {
+        const lanes::V2 offset = tau - lanes::load(s_.c_.data() + k);
+        lanes::store(E + k, lanes::load(s_.t_.data() + k) * ln_tau -
+                                lanes::load(s_.b_.data() + k) * offset * offset);
+    }
+    lanes::exp_in_place(E, size);
+    for (int s = 0; s <= static_cast<int>(s_.slots_.size()); ++s) slot_[s] = 0.0;
+    for (int k = 0; k < s_.series_; ++k)
+        if (c[k] != 0.0) slot_[s_.slot_of_[static_cast<unsigned>(k)]] += c[k] * E[k];
+    for (int k = s_.series_; k < size; ++k) {
+        if (c[k] == 0.0) continue;
+        const unsigned i = static_cast<unsigned>(k);
+        const int to = shaped_++;
+        column(factor)[to] = c[k] * E[k];
+        column(power)[to] = s_.d_[i], power_[to] = s_.dpower_[i];
+        column(eta)[to] = s_.eta_[i], column(epsilon)[to] = s_.epsilon_[i];
+        column(beta)[to] = s_.beta_[i], column(gamma)[to] = s_.gamma_[i];
+    }
+    for (; shaped_ != padded(shaped_); ++shaped_) {
+        for (int k = 0; k < columns; ++k) column(k)[shaped_] = 0.0;
+        power_[shaped_] = 0;
+    }
+}
+
+/// @param E  exp of the shaped terms
+template <int order>
+[[gnu::always_inline]] inline void SharedTerms::Isotherm::shapes_in_lanes(double delta,
+                                                                          double const* powers,
+                                                                          double* E,
+                                                                          Sums& sums) const {
+    V4 x{}, y{}, e{}, f{}, d{};
+    for (int k = 0; k < shaped_; k += 4) {
+        get(x, column(epsilon) + k), get(y, column(eta) + k);
+        e = -y * (delta - x) * (delta - x);
+        get(x, column(gamma) + k), get(y, column(beta) + k);
+        put(E + k, e - y * (delta - x));
+    }
+    lanes::exp_lanes<V4, lanes::I4>(E, shaped_);
+    V4 a{}, d1{}, d2{}, d3{};
+    for (int k = 0; k < shaped_; k += 4) {
+        get(f, column(factor) + k), get(e, E + k), gather(x, powers, &power_[k]);
+        f = f * e * x;
+        a += f;
+        if constexpr (order >= 1) {
+            get(d, column(power) + k), get(x, column(eta) + k), get(y, column(epsilon) + k);
+            const V4 h2 = -2.0 * delta * delta * x;
+            V4 h = 2.0 * x * y;
+            get(y, column(beta) + k);
+            h = h2 + (h - y) * delta;
+            d1 += f * (d + h);
+            const V4 dd = d * (d - 1.0), hh = h * h + h2;
+            if constexpr (order >= 2) d2 += f * (dd + 2.0 * d * h + hh);
+            if constexpr (order >= 3)
+                d3 += f * (dd * (d - 2.0) + 3.0 * (dd * h + d * hh) + h * (h * h + 3.0 * h2));
+        }
+    }
+    sums.d[0] += total(a), sums.d[3] += total(d1), sums.d[6] += total(d2), sums.third += total(d3);
+}
+template <int order>
+void SharedTerms::Isotherm::shapes_narrow(double delta, double const* powers, double* E,
+                                          Sums& sums) const {
+    shapes_in_lanes<order>(delta, powers, E, sums);
+}
+#if defined(__x86_64__)
+template <int order>
+[[gnu::target("avx2")]] void SharedTerms::Isotherm::shapes_wide(double delta, double const* powers,
+                                                                double* E, Sums& sums) const {
+    shapes_in_lanes<order>(delta, powers, E, sums);
+}
+#endif
+
+template <int order>
+void SharedTerms::Isotherm::add(double delta, Sums& sums) const {
+    double powers[kMaxPower + 1];
+    powers_of(delta, s_.top_, powers);
+    const int groups = static_cast<int>(s_.groups_.size());
+    double decay[padded(kMaxPower + 1)] = {};
+    for (int g = 0; g < groups; ++g)
+        if (const int l = s_.groups_[static_cast<unsigned>(g)].l; l > 0) decay[g] = -powers[l];
+    lanes::exp_in_place(decay, padded(groups));
+    for (int g = 0; g < groups; ++g) {
+        Group const& group = s_.groups_[static_cast<unsigned>(g)];
+        Polynomial p;
+        for (int s = group.first; s < group.last; ++s) {
+            const int d = s_.slots_[static_cast<unsigned>(s)].d;
+            p.add<order>(d, slot_[s] * powers[d]);
+        }
+        p.add_damped<order>(group.l, powers[group.l], decay[g], sums.d[0], sums.d[3], sums.d[6],
+                            sums.third);
+    }
+    if (shaped_ > 0) {
+        SmallArray<double, 128> E(shaped_);
+#if defined(__x86_64__)
+        if (lanes::wide)
+            shapes_wide<order>(delta, powers, &E[0], sums);
+        else
+#endif
+            shapes_narrow<order>(delta, powers, &E[0], sums);
+    }
+    for (unsigned k = 0; k < s_.levels_.size(); ++k)
+        s_.levels_[k].add(c_[static_cast<unsigned>(s_.terms()) + k], delta, tau_,
+                          std::max(order, 1), sums);
+}
+template void SharedTerms::Isotherm::add<0>(double, Sums&) const;
+template void SharedTerms::Isotherm::add<1>(double, Sums&) const;
+template void SharedTerms::Isotherm::add<2>(double, Sums&) const;
+template void SharedTerms::Isotherm::add<3>(double, Sums&) const;
+
+}  // namespace corvane::gerg
