@@ -14,6 +14,7 @@
 #include <plugins/meos_gerg/reducing.h>
 #include <plugins/meos_gerg/shared_terms.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cmath>
@@ -35,10 +36,11 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
     // ---- binary parameters: see Pair
 
     int pair_parameters() const override { return kPairParameters; }
-    double* ppar(int k, int i, int j) override { return pair(i, j).value + k; }
+    double* ppar(int k, int i, int j) override { return pairs_.at(k, i, j); }
     void par_alloc() override {
         const int n = mdl1.size();
-        pairs_.assign(static_cast<unsigned>(n > 1 ? n * (n - 1) / 2 : 0), Pair{});
+        pairs_.resize(n);
+        departures_.clear();
         functions_.clear();
         forget();
     }
@@ -59,12 +61,16 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
         p.value[4] = section.number("F");
         Departure function;
         function.read(section);
-        if (!function.empty()) p.function = number(function);
-        pair(i, j) = p;
+        pairs_.pair(i, j, p);
+        std::erase_if(departures_, [&](OfPair const& d) {
+            return d.i == std::min(i, j) && d.j == std::max(i, j);
+        });
+        if (!function.empty())
+            departures_.push_back({std::min(i, j), std::max(i, j), number(function)});
         forget();
     }
     void par_out(FILE* f, int i, int j) const override {
-        Pair p = pair(i, j);
+        Pair p = pairs_.pair(i, j);
         corvane::SectionWriter section(f);
         section.word("of", mdl1[i]->name());
         if (p.linear) {
@@ -75,7 +81,9 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
             for (int k = 0; k < 4; ++k) section.number(kLabels[k], p.value[k]);
         }
         section.number("F", p.value[4]);
-        if (p.function >= 0) functions_[static_cast<unsigned>(p.function)].write(f);
+        for (OfPair const& d : departures_)
+            if (d.i == std::min(i, j) && d.j == std::max(i, j))
+                functions_[static_cast<unsigned>(d.function)].write(f);
     }
     /// T_r [K] and rho_r [mol/cm³].
     Vector<double> mixpar(Vector<double> const& x) const override {
@@ -121,10 +129,6 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
   private:
     static constexpr char const* kLabels[4] = {"betaT", "gammaT", "betav", "gammav"};
 
-    Pair& pair(int i, int j) {
-        return pairs_[static_cast<unsigned>(i < j ? (j - 1) * j / 2 + i : (i - 1) * i / 2 + j)];
-    }
-    Pair const& pair(int i, int j) const { return const_cast<MeosGerg*>(this)->pair(i, j); }
     static void invert(Pair& p) {
         p.value[0] = 1.0 / p.value[0];
         p.value[2] = 1.0 / p.value[2];
@@ -155,33 +159,40 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
     }
     void forget() { shared_.store(nullptr, std::memory_order_release); }
 
-    /// What depends on the composition alone.
+    /// A pair with a departure function, i < j.
+    struct OfPair {
+        int i, j, function;
+    };
+    double factor(OfPair const& p) const { return pairs_.at(4, p.i, p.j); }
+
+    /// A parameter of all components.
+    struct Parameter {
+        Parameter(MeosGerg const& m, int k) : of(m.mdl1.size()) {
+            for (int i = 0; i < m.mdl1.size(); ++i) of[i] = *m.mdl1[i]->ppar(k);
+        }
+        SmallArray<double> of;
+    };
+    /// What depends on the composition alone, to which it refers.
     struct State {
-        State(MeosGerg const& model, Vector<double> const& composition)
+        /// order: of the derivatives of the reducing functions
+        State(MeosGerg const& model, Vector<double> const& composition, int order = 0)
             : m(model),
               shared(model.shared()),
               n(composition.size()),
-              x(n),
-              Ts(n),
-              vs(n),
+              x(composition.data),
+              Ts(m, 1),
+              vs(m, 2),
+              temperature(Reducing::Of::temperature, &Ts.of[0], x, n, m.pairs_, order),
+              volume(Reducing::Of::volume, &vs.of[0], x, n, m.pairs_, order),
+              Tr(temperature.value()),
+              vr(volume.value()),
               w(static_cast<int>(m.functions_.size()) + 1),
               factors(shared.factors() + 1),
               c(shared.weights() + 1) {
-            for (int i = 0; i < n; ++i) {
-                x[i] = composition[i];
-                Ts[i] = *m.mdl1[i]->ppar(1);
-                vs[i] = *m.mdl1[i]->ppar(2);
-            }
-            Tr = reducing(Reducing::Of::temperature).value(&x[0]);
-            vr = reducing(Reducing::Of::volume).value(&x[0]);
             for (unsigned k = 0; k < m.functions_.size(); ++k) w[static_cast<int>(k)] = 0.0;
-            m.each_departure(
-                n, [&](int i, int j, Pair const& p) { w[p.function] += x[i] * x[j] * p.value[4]; });
+            for (OfPair const& p : m.departures_) w[p.function] += x[p.i] * x[p.j] * m.factor(p);
             shared.read(&factors[0]);
-            shared.weigh(&x[0], &w[0], &factors[0], &c[0]);
-        }
-        Reducing reducing(Reducing::Of of) const {
-            return {of, of == Reducing::Of::temperature ? &Ts[0] : &vs[0], n, m.pairs_.data()};
+            shared.weigh(x, &w[0], &factors[0], &c[0]);
         }
         double delta(double rho) const { return rho * vr; }
         /// Is component i present, and not among the shared terms?
@@ -190,13 +201,14 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
         /// MEOS has) not-a-number. The scale factors come first, so that a pure fluid is itself.
         void component(int i, double rho, double T, int nrho, int nT, double* d) const {
             corvane::Deriv1 const* exact = m.mdl1[i]->derivatives();
-            if (exact && exact->deriv(rho * (vr / vs[i]), T * (Ts[i] / Tr), nrho, nT, d)) return;
+            if (exact && exact->deriv(rho * (vr / vs.of[i]), T * (Ts.of[i] / Tr), nrho, nT, d))
+                return;
             for (int k = 0; k < (nrho + 1) * (nT + 1); ++k)
                 d[k] = std::numeric_limits<double>::quiet_NaN();
         }
         std::unique_ptr<corvane::Isotherm1> isotherm(int i, double T) const {
             corvane::Deriv1 const* exact = m.mdl1[i]->derivatives();
-            return exact ? exact->isotherm(T * (Ts[i] / Tr)) : nullptr;
+            return exact ? exact->isotherm(T * (Ts.of[i] / Tr)) : nullptr;
         }
         /// The mixture to second order in rho and T.
         Sums second(double rho, double T) const {
@@ -213,9 +225,12 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
         MeosGerg const& m;
         SharedTerms const& shared;
         int n;
-        SmallArray<double> x, Ts, vs, w;     // w: Σ x_i·x_j·F_ij of each departure function
-        SmallArray<double, 400> factors, c;  // of the components; weights of the shared terms
+        double const* x;
+        Parameter Ts, vs;
+        Reducing temperature, volume;
         double Tr, vr;
+        SmallArray<double> w;                // Σ x_i·x_j·F_ij of each departure function
+        SmallArray<double, 400> factors, c;  // of the components; weights of the shared terms
     };
 
     /// A function α and its first derivatives by L = ln δ and U = ln τ.
@@ -239,15 +254,6 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
     };
     void by_amounts(State const& s, Parts const& parts, double rho, double const* d,
                     double const* t, double* mu_rho) const;
-
-    /// f(i, j, pair) of every pair i < j with a departure function.
-    template <class F>
-    void each_departure(int n, F const& f) const {
-        Pair const* p = pairs_.data();
-        for (int j = 1; j < n; ++j)
-            for (int i = 0; i < j; ++i, ++p)
-                if (p->function >= 0) f(i, j, *p);
-    }
 
     /// The mixture at one temperature.
     class Isotherm {
@@ -294,7 +300,7 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
                     components_.empty() ? nullptr : components_[static_cast<unsigned>(i)].get();
                 double d[4];
                 if (kept)
-                    kept->at(rho * (s_.vr / s_.vs[i]), order, d);
+                    kept->at(rho * (s_.vr / s_.vs.of[i]), order, d);
                 else
                     s_.component(i, rho, T_, order, 0, d);
                 for (int k = 0; k <= order; ++k)
@@ -310,7 +316,8 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
         std::vector<std::unique_ptr<corvane::Isotherm1>> components_;  // null: not kept
     };
 
-    std::vector<Pair> pairs_;
+    Pairs pairs_;
+    std::vector<OfPair> departures_;
     std::vector<Departure> functions_;
     mutable std::atomic<SharedTerms const*> shared_{nullptr};
     mutable std::mutex arranging_;
@@ -346,10 +353,10 @@ MeosGerg::Parts::Parts(State const& s, double rho, double T)
     // G_i = α_i + Σ_f (w_fi − w_f)·α_f with w_fi = Σ_j x_j·F_ij.
     for (int k = 0; k < nf; ++k) shared.add(s.w[k], f[k]);
     for (int i = 0; i < n; ++i) G[i].add(-1.0, shared);
-    s.m.each_departure(n, [&](int i, int j, Pair const& p) {
-        G[i].add(s.x[j] * p.value[4], f[p.function]);
-        G[j].add(s.x[i] * p.value[4], f[p.function]);
-    });
+    for (OfPair const& p : s.m.departures_) {
+        G[p.i].add(s.x[p.j] * s.m.factor(p), f[p.function]);
+        G[p.j].add(s.x[p.i] * s.m.factor(p), f[p.function]);
+    }
 }
 
 /// With V = 1 and the amounts n_i = rho_i, F = n·a is a function of the amounts, of L = ln δ and U
@@ -373,14 +380,12 @@ void MeosGerg::potentials(Vector<double> const& rho_i, double T, double* mu, dou
     }
     Vector<double> x(n);
     for (int i = 0; i < n; ++i) x[i] = rho_i[i] / rho;
-    const State s(*this, x);
+    const State s(*this, x, mu_rho ? 2 : 1);
     const Parts parts(s, rho, T);
     SmallArray<double> d(n), t(n);
-    s.reducing(Reducing::Of::temperature).gradient(&s.x[0], &t[0]);
-    s.reducing(Reducing::Of::volume).gradient(&s.x[0], &d[0]);
     for (int i = 0; i < n; ++i) {
-        t[i] = t[i] / s.Tr - 2.0;
-        d[i] = d[i] / s.vr - 1.0;
+        t[i] = s.temperature.gradient(i) / s.Tr - 2.0;
+        d[i] = s.volume.gradient(i) / s.vr - 1.0;
         mu[i] = parts.G[i].a + parts.L * d[i] + parts.U * t[i];
         if (mu_T) mu_T[i] = -(parts.G[i].U + parts.LU * d[i] + parts.UU * t[i]);
     }
@@ -393,27 +398,33 @@ void MeosGerg::by_amounts(State const& s, Parts const& parts, double rho, double
     const int n = s.n;
     auto const &G = parts.G, &f = parts.f;
     // K_ij = Σ_f (F_ij − w_fi − w_fj + 2·w_f)·α_f, of which G_i holds α_i + Σ_f (w_fi − w_f)·α_f.
-    SmallArray<double> own(n);
-    for (int i = 0; i < n; ++i) own[i] = 0.0;
-    each_departure(n, [&](int i, int j, Pair const& p) {
-        own[i] += s.x[j] * p.value[4] * f[p.function].a;
-        own[j] += s.x[i] * p.value[4] * f[p.function].a;
-    });
-    SmallArray<double, 576> Tij(n * n), vij(n * n);
-    s.reducing(Reducing::Of::temperature).hessian(&s.x[0], &Tij[0]);
-    s.reducing(Reducing::Of::volume).hessian(&s.x[0], &vij[0]);
-    for (int i = 0; i < n; ++i)
+    SmallArray<double> own(n), by_d(n), by_t(n);
+    for (int i = 0; i < n; ++i) {
+        own[i] = 0.0;
+        by_d[i] = G[i].L + parts.LL * d[i] + parts.LU * t[i];
+        by_t[i] = G[i].U + parts.UU * t[i] + parts.LU * d[i];
+    }
+    for (OfPair const& p : departures_) {
+        const double a = factor(p) * f[p.function].a;
+        own[p.i] += s.x[p.j] * a;
+        own[p.j] += s.x[p.i] * a;
+    }
+    for (int i = 0; i < n; ++i) {
+        double const *const Ti = s.temperature.hessian(i), *const vi = s.volume.hessian(i);
         for (int j = 0; j <= i; ++j) {
-            const double t_ij = Tij[i * n + j] / s.Tr - (t[i] + 2.0) * (t[j] + 2.0) + 2.0;
-            const double d_ij = vij[i * n + j] / s.vr - (d[i] + 1.0) * (d[j] + 1.0) + 1.0;
-            double K = 2.0 * parts.shared.a - own[i] - own[j];
-            if (i != j)
-                if (Pair const& p = pair(i, j); p.function >= 0) K += p.value[4] * f[p.function].a;
-            const double sum = K + G[i].L * d[j] + G[j].L * d[i] + G[i].U * t[j] + G[j].U * t[i] +
-                               parts.LL * d[i] * d[j] + parts.LU * (d[i] * t[j] + d[j] * t[i]) +
-                               parts.UU * t[i] * t[j] + parts.L * d_ij + parts.U * t_ij;
+            const double t_ij = Ti[j] / s.Tr - (t[i] + 2.0) * (t[j] + 2.0) + 2.0;
+            const double d_ij = vi[j] / s.vr - (d[i] + 1.0) * (d[j] + 1.0) + 1.0;
+            const double K = 2.0 * parts.shared.a - own[i] - own[j];
+            const double sum = K + d[i] * by_d[j] + t[i] * by_t[j] + G[i].L * d[j] + G[i].U * t[j] +
+                               parts.L * d_ij + parts.U * t_ij;
             mu_rho[i * n + j] = mu_rho[j * n + i] = sum / rho;
         }
+    }
+    for (OfPair const& p : departures_) {
+        const double a = factor(p) * f[p.function].a / rho;
+        mu_rho[p.i * n + p.j] += a;
+        mu_rho[p.j * n + p.i] += a;
+    }
 }
 
 }  // namespace

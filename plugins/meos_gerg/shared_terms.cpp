@@ -1,6 +1,6 @@
 #include <corvane/pure/model1.h>
 #include <plugins/common/power_sum.h>
-#include <plugins/common/vector_exp.h>
+#include <plugins/common/vector_four.h>
 #include <plugins/meos_gerg/shared_terms.h>
 
 #include <algorithm>
@@ -10,23 +10,12 @@
 
 namespace corvane::gerg {
 
+using lanes::gather, lanes::get, lanes::put, lanes::total;
 using lanes::padded;
 using lanes::V4;
 
 namespace {
 
-[[gnu::always_inline]] inline void get(V4& v, double const* x) {
-    std::memcpy(&v, x, sizeof v);
-}
-[[gnu::always_inline]] inline void put(double* x, V4 const& v) {
-    std::memcpy(x, &v, sizeof v);
-}
-[[gnu::always_inline]] inline void gather(V4& v, double const* table, int const* which) {
-    v = V4{table[which[0]], table[which[1]], table[which[2]], table[which[3]]};
-}
-[[gnu::always_inline]] inline double total(V4 const& v) {
-    return (v[0] + v[1]) + (v[2] + v[3]);
-}
 /// Weight times value; terms without weight may be beyond their range.
 [[gnu::always_inline]] inline void weighted(V4& w, V4 const& f) {
     const V4 zero{};
