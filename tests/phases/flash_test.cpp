@@ -220,10 +220,15 @@ TEST(Flash, OrdinaryStatesAreNotRefused) {
         std::vector<std::string> names;
         Vector<double> z;
         double T, p;
+        bool pairs = false;  ///< with their kij
     } cases[] = {
         {{"decane", "mercury", "methane"}, vec({.32719729, .03286669, 0}), 166.557107, .132968},
         {{"decane", "mercury", "methane"}, vec({8.463098e-5, 4.348415e-4, 0}), 78.713153, .198341},
         {{"decane", "mercury", "methane"}, vec({.00112201, 2.0320e-11, 0}), 123.832206, 44.480776},
+        {{"decane", "mercury", "methane"}, vec({1.7216139589636293e-7, 4.0181965847233017e-5, 0}),
+         160.23923745269568, 1.6198093984851423, true},
+        {{"decane", "water", "methane"}, vec({6.764065288053446e-12, 6.9280265085275156e-5, 0}),
+         106.97027953355538, 0.068140484145984434, true},
         {{"hydrogen", "water", "decane"}, vec({.99727866, .00232867, 0}), 30, .092412},
         {{"methane", "carbon_dioxide", "hydrogen_sulfide"}, vec({.14470627, .42788097, 0}),
          152.382768, .482145},
@@ -243,7 +248,8 @@ TEST(Flash, OrdinaryStatesAreNotRefused) {
          54.463909, .378396}};
     for (auto const& c : cases) {
         SCOPED_TRACE(testing::Message() << c.names[0] << " " << c.names[1] << " " << c.T);
-        const Mixture m = mixture_of("PR", "vdW1", c.names);
+        const Mixture m = c.pairs ? estimated_mixture("PR", "vdW1", c.names)
+                                  : mixture_of("PR", "vdW1", c.names);
         const int n = c.z.size();
         Vector<double> z = c.z, least(n);
         for (int i = 0; i + 1 < n; ++i) z[n - 1] = (i ? z[n - 1] : 1.0) - z[i];

@@ -16,6 +16,8 @@ constexpr double kApart = 1e-4;    // ln rho_i'/rho_i'' of two phases
 constexpr double kAbsent = 1e-12;  // amount of a phase that is not needed, of the rarest component
 constexpr double kPolish = 1e-10;  // of potentials and pressures, see residual()
 constexpr double kScarce = 1e-6;   // amount that the tolerances of the potentials might feign
+constexpr double kVanishing = 0.1;  // of a phase's amount, left after Newton's method failed
+constexpr int kTraces = 3;  // substitutions that set them at given amounts of the phases
 constexpr int kSubstitutions = 40, kFractions = 50, kNewton = 30;
 
 /// Does a trace of the phase lower the Gibbs energy of the whole?
@@ -259,7 +261,7 @@ bool detail::flash_many(FluidModel const& fluid, Stability& stability,
             beta = amounts;
         else
             beta.assign(w.size(), 1.0 / K);
-        for (int it = 0; !given && it < kSubstitutions; ++it) {
+        for (int it = 0; it < (given ? kTraces : kSubstitutions); ++it) {
             double change = 0.0;
             e.resize(static_cast<std::size_t>(K * n));
             for (int k = 0; k < K; ++k) {
@@ -270,7 +272,10 @@ bool detail::flash_many(FluidModel const& fluid, Stability& stability,
                 const double most = *std::max_element(&e[K * i], &e[K * i] + K);
                 for (int k = 0; k < K; ++k) e[K * i + k] = std::exp(e[K * i + k] - most);
             }
-            const int gone = fractions(z, e, beta, E);
+            if (given)
+                for (int i = 0; i < n; ++i)
+                    E[i] = std::inner_product(beta.begin(), beta.end(), &e[K * i], 0.0);
+            const int gone = given ? -1 : fractions(z, e, beta, E);
             if (gone >= 0) {
                 if (--K < 2) return false;
                 w.erase(w.begin() + gone);
@@ -294,7 +299,15 @@ bool detail::flash_many(FluidModel const& fluid, Stability& stability,
             records.push_back({s[k].rho, fluid.expand(w[k])});
         }
         SplitSolver solver(fluid, nullptr, Target::none);
-        if (!solver.start(q.T, q.p, records, beta) || !solver.solve(kNewton)) return false;
+        if (!solver.start(q.T, q.p, records, beta)) return false;
+        if (!solver.solve(kNewton)) {
+            int gone = 0;
+            for (int k = 1; k < K; ++k)
+                if (solver.amount[k] * beta[gone] < solver.amount[gone] * beta[k]) gone = k;
+            if (K < 3 || !(solver.amount[gone] < kVanishing * beta[gone])) return false;
+            w.erase(w.begin() + gone);
+            continue;
+        }
         if (solver.bound(q.certificate) &&
             flash_certified(fluid, stability, solver.phase, solver.amount, q))
             return true;
