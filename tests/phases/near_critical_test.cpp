@@ -172,6 +172,8 @@ TEST(NearCritical, FindsTheKindThatIsThereAndSaysThatTheOtherIsNot) {
          false,
          3.2388086688873403,
          Saturated::bubble},
+        // mixes, boils and has its dew point within one step
+        {"PR", {"ethanol", "heptane"}, 0.71345, false, 3.2, Saturated::bubble},
         {"PR",
          {"carbon_dioxide", "water"},
          0.32947685794879344,

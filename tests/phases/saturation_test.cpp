@@ -189,6 +189,46 @@ TEST(Saturation, RetrogradeAndRefusal) {
     EXPECT_EQ(mth_code([&] { corvane::bubble_T(*m, 200, vec({1})); }), 2);
 }
 
+// Wholes without a bubble point, of which the answer is that there is none: at every pressure (or
+// temperature) a phase rich in the first component is a good part of the flash. Below 1e-288 MPa, where
+// decane would be a vapour, densities are out of reach; at 345 K two phases that are alike become one.
+TEST(Saturation, ThereIsNoneWhereTheLightPhaseNeverVanishes) {
+    const struct {
+        std::vector<std::string> names;
+        Vector<double> z;
+        bool at_T;
+        double value, lo, hi;
+    } rows[] = {{{"helium", "decane"}, mix(0.99226), true, 7.40895520590, 1e-9, 1000},
+                {{"helium", "nitrogen", "methane"}, vec({0.80256, 0.11337, 0.08407}), true,
+                 24.85566, 1e-6, 1000},
+                {{"hydrogen", "nitrogen", "water"}, vec({0.65462, 0.33054, 0.01484}), true,
+                 45.99071, 1e-6, 1000},
+                {{"carbon_dioxide", "decane", "water"},
+                 vec({0.63183581896923424, 0.069517392575585618, 0.29864678756118013}), false,
+                 14.07456282377872, 300, 495}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.names[0] << ' ' << row.names[1]);
+        const Mixture m = estimated_mixture("PR", "vdW1", row.names);
+        try {
+            row.at_T ? corvane::saturation_T(*m, Saturated::bubble, row.value, row.z)
+                     : corvane::saturation_p(*m, Saturated::bubble, row.value, row.z);
+            ADD_FAILURE() << "a bubble point";
+        } catch (EquilibriumFailure const& f) {
+            EXPECT_EQ(f.kind(), EquilibriumFailure::Kind::no_solution) << f.what();
+        }
+        for (int k = 0; k <= 40; ++k) {
+            const double other = row.lo * std::pow(row.hi / row.lo, k / 40.0);
+            const auto q = row.at_T ? corvane::flash_pT(*m, other, row.value, row.z)
+                                    : corvane::flash_pT(*m, row.value, other, row.z);
+            std::size_t rich = 0;
+            for (std::size_t i = 1; i < q.phases.size(); ++i)
+                if (q.phases[i].x[0] > q.phases[rich].x[0]) rich = i;
+            EXPECT_GT(q.fraction[rich], 0.3) << other;
+            EXPECT_GT(q.phases.size(), 1u) << other;
+        }
+    }
+}
+
 // Where both dew points, or both bubble points, lie between two steps of the search, it finds what the
 // trace of the envelope does: by the jump of the density, or by the dip of the distance.
 TEST(Saturation, SearchAloneBetweenItsSteps) {

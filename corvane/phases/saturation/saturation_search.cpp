@@ -104,7 +104,7 @@ bool SaturationSolver::of_other_kind(Node const& stable, Node const& unstable,
     });
 }
 
-int SaturationSolver::boundary(Node stable, Node unstable) {
+int SaturationSolver::boundary(Node& stable, Node& unstable) {
     const double wide = held_.at_T ? 0.02 : 0.004;
     const Node far = unstable;
     int tries = 0;
@@ -146,7 +146,11 @@ int SaturationSolver::boundary(Node stable, Node unstable) {
                 if (others_.size() > known) return 0;
             }
         }
-        const Node mid = node(0.5 * (stable.s + unstable.s));
+        Node mid;  // elsewhere if a start of its stability test is lost
+        for (double part : {0.5, 0.4, 0.65}) {
+            mid = node(stable.s + part * (unstable.s - stable.s));
+            if (mid.known) break;
+        }
         if (!mid.known) return -1;
         (mid.stable ? stable : unstable) = mid;
     }
@@ -159,8 +163,9 @@ SaturationSolver::Range SaturationSolver::searched() {
         double sum = 0.0;
         for (int k = 0; k < fluid_.size(); ++k)
             sum += fluid_.z()[k] * std::exp(-fluid_.wilson(k, held_.value));
-        double lo = std::min(-std::log(sum) - 4.0, std::log(kHighest) - 10.0);
-        for (int k = 0; k < 8; ++k, lo -= 4.0)
+        const double least = std::log(kLowest);
+        double lo = std::max(least, std::min(-std::log(sum) - 4.0, std::log(kHighest) - 10.0));
+        for (int k = 0; k < 8 && lo > least; ++k, lo = std::max(least, lo - 4.0))
             if (const Node q = node(lo); q.known && q.stable) break;
         return {lo, std::log(kHighest), 0.4};
     }
@@ -172,8 +177,8 @@ SaturationSolver::Range SaturationSolver::searched() {
     return {std::log(0.3 * least), std::log(2.0 * most), 0.03};
 }
 
-// Unstable states between two stable ones that are no further apart than a step show by a jump of the
-// density (hidden) or a dip of the distance.
+// Unstable states between two stable ones that are no further apart than a step show by a jump of
+// the density (hidden) or a dip of the distance.
 std::vector<SaturationSolver::Change> SaturationSolver::changes(std::vector<Node> const& nodes) {
     std::vector<Change> all;
     auto add = [&](Node const& a, Node const& b) {
@@ -210,6 +215,24 @@ std::vector<SaturationSolver::Change> SaturationSolver::changes(std::vector<Node
     return all;
 }
 
+// A step with three boundaries: a liquid that mixes before it boils, say. Of them halving meets
+// one.
+std::vector<SaturationSolver::Change> SaturationSolver::also_in(Change const& step,
+                                                                Change const& met) {
+    std::vector<Change> more;
+    auto look = [&](Node const& a, Node const& b, bool stable) {
+        Node const &lo = a.s < b.s ? a : b, &hi = a.s < b.s ? b : a;
+        const auto q = stable ? hidden(lo, hi) : window(lo, hi);
+        if (!q) return;
+        for (Node const* end : {&lo, &hi})
+            more.push_back(stable ? Change{*end, *q} : Change{*q, *end});
+    };
+    const bool first = step.stable.s < step.unstable.s;
+    look(first ? step.stable : step.unstable, first ? met.stable : met.unstable, first);
+    look(first ? step.unstable : step.stable, first ? met.unstable : met.stable, !first);
+    return more;
+}
+
 bool SaturationSolver::global(bool upper, double finer) {
     complete_ = true;
     const auto [lo, hi, step] = searched();
@@ -222,13 +245,18 @@ bool SaturationSolver::global(bool upper, double finer) {
     for (int k = 0; k <= count; ++k) nodes.push_back(node(lo + (hi - lo) * k / count));
     std::vector<Change> found = changes(nodes);
     if (upper) std::reverse(found.begin(), found.end());
-    for (Change const& c : found) {
+    for (std::size_t k = 0; k < found.size(); ++k) {
+        Change c = found[k];
         const int r = boundary(c.stable, c.unstable);
         if (r > 0) return true;
         if (r < 0) {
             complete_ = false;
             missed_ = true;
         }
+        if (found.size() > nodes.size()) continue;  // a bound
+        std::vector<Change> more = also_in(found[k], c);
+        if (upper) std::reverse(more.begin(), more.end());
+        found.insert(found.begin() + static_cast<std::ptrdiff_t>(k) + 1, more.begin(), more.end());
     }
     return false;
 }

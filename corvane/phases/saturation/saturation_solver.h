@@ -35,6 +35,7 @@ class SaturationSolver {
   private:
     static constexpr int kNewton = 30;          // iterations
     static constexpr double kHighest = 1000.0;  // MPa, end of the search
+    static constexpr double kLowest = 1e-288;   // its begin: densities below it lose their digits
     SaturationPoint run(SaturationOptions const& o);
 
     /// One state on the search's way.
@@ -156,9 +157,11 @@ class SaturationSolver {
     /// Between two unstable states: a stable one, if there are signs of it.
     std::optional<Node> window(Node lo, Node hi);
     std::optional<Node> dip(Node const& a, Node const& b, Node const& c);
-    /// Solves the boundary between a stable and an unstable state. 1 an answer, 0 a boundary that
-    /// is none, −1 not resolved.
-    int boundary(Node stable, Node unstable);
+    /// Others between the ends of a step and the boundary that was met in it.
+    std::vector<Change> also_in(Change const& step, Change const& met);
+    /// Solves the boundary between a stable and an unstable state, which it moves together. 1 an
+    /// answer, 0 a boundary that is none, −1 not resolved.
+    int boundary(Node& stable, Node& unstable);
     /// Is it a known one of the other kind? Beyond a boundary the distance may be so small that the
     /// test of stability sees nothing yet: then what it is there, by its slope at the boundary and
     /// a square through an unstable state further off, tells.
@@ -171,7 +174,8 @@ class SaturationSolver {
 
     bool ends(EnvelopePoint const& q);
     bool envelope(Envelope& e);
-    bool crossing(EnvelopePoint const& a, EnvelopePoint const& b, double part, double lo, double hi);
+    bool crossing(EnvelopePoint const& a, EnvelopePoint const& b, double part, double lo, double hi,
+                  bool& unstable);
     /// Solves all crossings of the envelope; keeps the lowest or highest, also of the one that is
     /// known already.
     bool traced(bool upper, bool known, Found& best);

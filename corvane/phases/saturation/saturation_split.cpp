@@ -253,6 +253,7 @@ bool SaturationSolver::Vanishing::solved() {
 /// p and T of s; false out of reach.
 bool SaturationSolver::Vanishing::place() {
     if (own.held_.at_T) {
+        s = std::min(s, std::log(1.01 * kHighest / p0));
         p = p0 * std::exp(s);
     } else {
         s = std::max(s, latent * (1.0 / hottest - 1.0 / t0));
@@ -267,7 +268,7 @@ bool SaturationSolver::Vanishing::flash() {
         whole = flash_pT(own.fluid_.model(), p, t, own.fluid_.expand(own.fluid_.z()));
         own.fluid_.evaluations += whole.certificate.evaluations;
         return true;
-    } catch (EquilibriumFailure const&) {  // as next to three phases of a binary
+    } catch (EquilibriumFailure const& e) {  // as
         s += 0.03 * (1 + it);
     } catch (ThException const& e) {
         if (e.number != th_no_density) throw;

@@ -7,6 +7,7 @@
 
 namespace corvane {
 namespace {
+constexpr double kSolved = 1e-9;  // of the potentials
 constexpr double kBack[] = {0.02, 0.1};  // of ln T, of ln p: beyond two neighbours of an envelope
 }  // namespace
 
@@ -40,24 +41,31 @@ bool SaturationSolver::envelope(Envelope& e) {
 }
 
 /// Solves the crossing at `part` of the way from a to b, where ln p (or ln T) is within lo and hi:
-/// linear, or as next to an extremum at either end, then from the points themselves.
+/// linear, or as next to an extremum at either end, then from the points themselves. `unstable`: a
+/// phase of the solution is inside its spinodal, and there is no boundary here.
 bool SaturationSolver::crossing(EnvelopePoint const& a, EnvelopePoint const& b, double part,
-                                double lo, double hi) {
+                                double lo, double hi, bool& unstable) {
     const auto between = [&] { return found() > lo && found() < hi; };
+    const auto noted = [&](bool solved) {
+        if (!between()) return false;
+        if (!solved && pair_.residual < kSolved)
+            unstable |= !stability_.locally_stable(pair_.a) || !stability_.locally_stable(pair_.b);
+        return solved;
+    };
     for (double w : {part, std::sqrt(part), 1 - std::sqrt(1 - part)}) {
         auto mean = [w](double x, double y) { return std::pow(x, 1 - w) * std::pow(y, w); };
         std::vector<double> y;
         for (int i = 0; i < a.y.size(); ++i)
             if (a.y[i] > 0.0) y.push_back(mean(a.y[i], b.y[i]));
         pair_.start(fluid_.z(), mean(a.rho, b.rho), y, mean(a.rho2, b.rho2), mean(a.T, b.T));
-        if (solve() && between()) return true;
+        if (noted(solve())) return true;
     }
     for (EnvelopePoint const* q : {&a, &b}) {
         std::vector<double> y;
         for (int i = 0; i < q->y.size(); ++i)
             if (q->y[i] > 0.0) y.push_back(q->y[i]);
         pair_.start(fluid_.z(), q->rho, y, q->rho2, q->T);
-        if (near() && between()) return true;
+        if (noted(near())) return true;
     }
     return false;
 }
@@ -82,7 +90,9 @@ bool SaturationSolver::traced(bool upper, bool known, Found& best) {
                        (back == 0.0 || (o.rho - a.rho) * (o.rho - b.rho) < 0.0);
             }))
             continue;
-        if (!crossing(a, b, fa / (fa - fb), lo, hi)) {
+        bool unstable = false;
+        if (!crossing(a, b, fa / (fa - fb), lo, hi, unstable)) {
+            if (unstable) continue;
             missed_ = true;
             complete_ = false;
             continue;
