@@ -12,6 +12,7 @@ class Model1;
 class ModelN;
 
 namespace corvane {
+struct Fluid;
 
 /// One check over all its states, with the worst of them.
 struct Check {
@@ -33,13 +34,25 @@ struct CheckRange {
     double T_low = 0.0;   ///< K; 0.4·Tc
     double T_high = 0.0;  ///< K; 3·Tc
     double top = 0.0;     ///< densest state, mol/cm³; 2.9/vc
+    /// Where the set is stated to hold, K and MPa. Outside, nobody asks for the signs of heat
+    /// capacity and compressibility, nor whether the isotherm rises on.
+    struct Stated {
+        double T_min = 0.0, T_max = std::numeric_limits<double>::infinity(), p_max = T_max;
+    };
+    Stated stated = {};
 };
 
+/// That of an opened set: as stated with it, and not below its lowest temperature if that lies
+/// between 0.4·Tc and Tc.
+CORVANE_API CheckRange check_range(Fluid const& fluid);
+
 /// Checks a loaded pure model. Derivatives are compared with Ridders' extrapolated differences,
-/// which know their error (Ridders, Adv. Eng. Softw. 4 (1982) 75), densities with a scan of the
-/// isotherm, saturation with equal potentials and the Clausius–Clapeyron equation. Parameters are
-/// written during the call and put back; nobody else may use the model meanwhile. About 0.1 s. Does
-/// not throw: what the model throws is a failed check.
+/// which know their error (Ridders, Adv. Eng. Softw. 4 (1982) 75) and the rounding of what they
+/// difference, densities with a scan of the
+/// isotherm, saturation with equal potentials and the Clausius–Clapeyron equation. Heat capacities
+/// must be positive where the fluid is stable, the ideal-gas part included where it is loaded.
+/// Parameters are written during the call and put back; nobody else may use the model meanwhile.
+/// About 0.1 s. Does not throw: what the model throws is a failed check.
 CORVANE_API std::vector<Check> check_equation(Model1& model, CheckRange const& range = {});
 
 /// The same for a loaded mixture: potentials, their derivatives, Euler's and Gibbs–Duhem's

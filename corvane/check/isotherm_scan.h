@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <functional>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -15,19 +16,52 @@ namespace corvane::inline detail {
 class IsothermScan {
   public:
     /// @param P  rho·Z at a density
-    IsothermScan(std::function<double(double)> P, double top) : P_(std::move(P)), top_(top) {
+    /// @param P_high  highest of the stated range: an isotherm that falls at its dense end, from
+    ///                above it, ends there
+    IsothermScan(std::function<double(double)> P, double top,
+                 double P_high = std::numeric_limits<double>::infinity())
+        : P_(std::move(P)), top_(top) {
         rho_.push_back(0.0);
         for (int k = 40; k > 0; --k) rho_.push_back(std::ldexp(top / kSteps, -k));
         for (int k = 1; k <= kSteps; ++k) rho_.push_back(k * top / kSteps);
         for (double rho : rho_) at_.push_back(rho == 0.0 ? 0.0 : P_(rho));
+        std::size_t end = at_.size();
+        while (end > 1 && at_[end - 2] > at_[end - 1]) --end;
+        if (end < at_.size() && at_[end - 1] > P_high) {
+            rho_.resize(end);
+            at_.resize(end);
+            top_ = rho_.back();
+        }
     }
     double top() const { return top_; }
+    /// The fluid's branches end at two inflections, or one and a spinodal: what lies between them
+    /// is no fluid, though the isotherm may rise there.
+    void soft_ends(double dilute, double dense) {
+        dilute_ = dilute;
+        dense_ = dense;
+    }
+    /// Whether P is that of such an end, to a hundredth of its density.
+    bool at_soft_end(double P) const {
+        for (double rho : {dilute_, dense_})
+            if (dilute_ < dense_ && (P - P_(0.99 * rho)) * (P - P_(1.01 * rho)) < 0.0) return true;
+        return false;
+    }
     /// Parts in which the pressure falls.
     int loops() const {
         int n = 0;
         for (std::size_t k = 1; k + 1 < at_.size(); ++k)
             n += at_[k] >= at_[k - 1] && at_[k + 1] < at_[k];
         return n;
+    }
+    /// Where the pressure falls first, and where it rises for good; nothing to see: 0.
+    std::pair<double, double> spinodals() const {
+        double first = 0.0, last = 0.0;
+        for (std::size_t k = 1; k < at_.size(); ++k)
+            if (at_[k] < at_[k - 1]) {
+                if (first == 0.0) first = rho_[k - 1];
+                last = rho_[k];
+            }
+        return {first, last};
     }
     /// Densities at P on the first and on the last rising branch, ascending.
     std::vector<double> roots(double P) const {
@@ -46,7 +80,7 @@ class IsothermScan {
                 if (middle == low || middle == high) break;
                 (P_(middle) < P ? low : high) = middle;
             }
-            found.push_back(high);
+            if (!(dilute_ < high && high < dense_)) found.push_back(high);
         }
         return found;
     }
@@ -64,7 +98,7 @@ class IsothermScan {
   private:
     static constexpr int kSteps = 1500;
     std::function<double(double)> P_;
-    double top_;
+    double top_, dilute_ = 0.0, dense_ = 0.0;
     std::vector<double> rho_, at_;
 };
 
@@ -78,7 +112,7 @@ void check_roots(Survey& survey, IsothermScan const& scan,
     double dense = 0.0, dilute = 0.0, first = 0.0, second = 0.0;
     const int n = vcalc(1, dense, dilute);
     const std::vector<double> sure = scan.roots(P);
-    const bool clear = !scan.at_spinodal(P) && dense <= scan.top();
+    const bool clear = !scan.at_spinodal(P) && !scan.at_soft_end(P) && dense <= scan.top();
     if (n != 1 && n != 3)
         return survey.holds(count, at, false, "vcalc returns " + std::to_string(n));
     const bool all = sure.size() == 1 ? n == 1 : sure.size() > 1 && n == 3;

@@ -329,24 +329,30 @@ class MixtureChecks {
         doubled.push_back(0);
         const Mixed read = reversed(), copied = made_of(backwards), twice = made_of(doubled),
                     by_value = made_of(backwards, true);
-        for (std::vector<double> const& x : compositions())
-            for (double r : {0.1, 0.9}) {
-                const double T = 0.5 * (low_ + high_), rho = r * top_;
-                const double Ar = m_.Ar(rho, T, vector(x)),
-                             allowed = 40 * kRounding * (1 + std::abs(Ar));
-                const State at{.T = T, .rho = rho, .x = &x};
-                const Vector<double> y = vector({x.rbegin(), x.rend()});
-                if (!std::isfinite(Ar)) continue;
-                const bool symmetric = std::abs(by_value->Ar(rho, T, y) - Ar) <= allowed;
-                survey_.same("components in another order", at,
-                             (read ? read : copied)->Ar(rho, T, y), Ar, allowed);
-                std::vector<double> z = x;
-                z.push_back(0.4 * z[0]);
-                z[0] *= 0.6;
-                if (symmetric)
-                    survey_.same("a component split into two alike", at,
-                                 twice->Ar(rho, T, vector(z)), Ar, allowed);
-            }
+        const auto over_all = [&](auto const& look) {
+            for (std::vector<double> const& x : compositions())
+                for (double r : {0.1, 0.9}) {
+                    const State at{.T = 0.5 * (low_ + high_), .rho = r * top_, .x = &x};
+                    const double Ar = m_.Ar(at.rho, at.T, vector(x));
+                    if (std::isfinite(Ar)) look(at, Ar, 40 * kRounding * (1 + std::abs(Ar)));
+                }
+        };
+        const auto turned = [](State const& at) { return vector({at.x->rbegin(), at.x->rend()}); };
+        bool symmetric = true;  // of equal parts all are
+        over_all([&](State const& at, double Ar, double allowed) {
+            survey_.same("components in another order", at,
+                         (read ? read : copied)->Ar(at.rho, at.T, turned(at)), Ar, allowed);
+            symmetric =
+                symmetric && std::abs(by_value->Ar(at.rho, at.T, turned(at)) - Ar) <= allowed;
+        });
+        if (!symmetric) return;
+        over_all([&](State const& at, double Ar, double allowed) {
+            std::vector<double> z = *at.x;
+            z.push_back(0.4 * z[0]);
+            z[0] *= 0.6;
+            survey_.same("a component split into two alike", at, twice->Ar(at.rho, at.T, vector(z)),
+                         Ar, allowed);
+        });
     }
 
     static std::size_t index(int i) { return static_cast<std::size_t>(i); }

@@ -1,3 +1,4 @@
+#include <corvane/catalogue/open.h>
 #include <corvane/check/isotherm_scan.h>
 #include <corvane/check/survey.h>
 #include <corvane/core/errors.h>
@@ -15,6 +16,9 @@ using State = Survey::State;
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kReducedT[] = {0.0, 0.1, 0.2, 0.35, 0.55, 0.8, 1.0};  // between the limits
 // Not the critical density itself, where reference equations have terms that differences see badly.
+/// What rounding may scatter values by, relative to their size; second derivatives lose four digits
+/// more.
+constexpr double kScatter = 1e-11;
 constexpr double kReducedRho[] = {1e-8, 1e-4, 0.01, 0.2, 0.7, 1.1, 1.5, 2.2, 2.6, 2.9};
 
 class PureChecks {
@@ -25,17 +29,21 @@ class PureChecks {
           rho_c_(1.0 / model.vcrit()),
           low_(r.T_low > 0.0 ? r.T_low : 0.4 * Tc_),
           high_(r.T_high > 0.0 ? r.T_high : 3.0 * Tc_),
-          top_(r.top > 0.0 ? r.top : 2.9 * rho_c_) {}
+          top_(r.top > 0.0 ? r.top : 2.9 * rho_c_),
+          stated_(r.stated),
+          p_high_(std::isfinite(r.stated.p_max) ? r.stated.p_max : 10.0 * model.pcrit()) {}
 
     std::vector<Check> run() {
         survey_.guarded("contract", [&] { contract(); });
         survey_.guarded("parameters", [&] { parameters(); });
         survey_.guarded("odd arguments", [&] { odd_arguments(); });
         survey_.guarded("dilute gas", [&] { dilute(); });
-        for (double t : kReducedT)
+        for (double t : kReducedT) {
+            const double T = low_ + t * (high_ - low_);
             for (double r : kReducedRho)
-                survey_.guarded("identities",
-                                [&] { identities(low_ + t * (high_ - low_), r * rho_c_); });
+                survey_.guarded("identities", [&] { identities(T, r * rho_c_); });
+            survey_.guarded("signs", [&] { signs(T); });
+        }
         survey_.guarded("critical point", [&] { critical(); });
         for (double Tr : {0.5, 0.7, 0.85, 0.95, 0.99, 1.0, 1.01, 1.2, 2.0})
             survey_.guarded("densities", [&] { densities(std::max(Tr * Tc_, low_)); });
@@ -108,7 +116,8 @@ class PureChecks {
         survey_.holds("a set survives writing and reading", {},
                       read(section) && same_as(before) && alike(fingerprint(), first),
                       "other values after par_out and par_in");
-        // Cut after its first line, M: what is cut later may be whole, without the lines that may lack.
+        // Cut after its first line, M: what is cut later may be whole, without the lines that may
+        // lack.
         for (std::string const& broken :
              {std::string(), section.substr(0, section.find('\n') + 1), "M:\tone\n" + section})
             survey_.holds("a broken section changes nothing", {},
@@ -183,14 +192,16 @@ class PureChecks {
             survey_.same("nothing at zero density", at, m_.Ar(0.0, at.T), 0.0, 1e-300);
             survey_.same("nothing at zero density", at, m_.Z(0.0, at.T), 1.0, 1e-300);
             double rho = 1e-9 * rho_c_;
-            // A vapour that associates is not dilute there yet: C is some B², and rho·C shows.
+            // A vapour that associates is not dilute there yet: D is some B³.
             rho *= std::min(1.0, 1e-7 / std::abs(m_.Z(rho, at.T) - 1.0));
-            const double B = (m_.Z(rho, at.T) - 1.0) / rho;
-            survey_.same("second virial coefficient of Ar and Z", at, m_.Ar(rho, at.T) / rho, B,
-                         1e-6 * (std::abs(B) + m_.vcrit()));
-            const double minus = m_.Ar(-rho, at.T) / -rho;
-            survey_.same("Ar is smooth through zero density", at, minus, m_.Ar(rho, at.T) / rho,
-                         1e-6 * (std::abs(B) + m_.vcrit()));
+            // The third coefficient is even in the density and falls out of B; it is in both sums.
+            const double plus = m_.Ar(rho, at.T), minus = m_.Ar(-rho, at.T),
+                         Zp = m_.Z(rho, at.T) - 1.0, Zm = m_.Z(-rho, at.T) - 1.0,
+                         B = 0.5 * (Zp - Zm) / rho, allowed = 1e-6 * (std::abs(B) + m_.vcrit());
+            survey_.same("second virial coefficient of Ar and Z", at, 0.5 * (plus - minus) / rho, B,
+                         allowed);
+            survey_.same("Ar is smooth through zero density", at, (plus + minus) / rho,
+                         0.5 * (Zp + Zm) / rho, allowed);
         }
     }
 
@@ -199,12 +210,15 @@ class PureChecks {
         State at;
         double Ar, Z, size;
     };
-    /// A value against x times a difference. `more`: what else is subject to rounding, for instance a
-    /// Z near 1.
+    /// A value against x times a difference. `more`: what else is subject to rounding, for instance
+    /// a Z near 1.
     void agree(char const* name, Place const& q, double value, Difference d, double x,
                double more = 0.0) {
-        survey_.same(name, q.at, value, x * d.value,
-                     20.0 * x * d.error + kDifferenced * (q.size + std::abs(value) + more) + 1e-300);
+        survey_.see("values are smooth to rounding", q.at, d.scatter,
+                    kScatter * (q.size + std::abs(value) + 1.0));
+        survey_.same(
+            name, q.at, value, x * d.value,
+            20.0 * x * d.error + kDifferenced * (q.size + std::abs(value) + more) + 1e-300);
     }
     template <class F>
     static Difference along_rho(Place const& q, F const& f) {
@@ -230,9 +244,6 @@ class PureChecks {
                      40 * kRounding * (q.size + std::abs(S)) + kNearOne);
         survey_.same("energies fit together", q.at, m_.Cpr(rho, T) - CV + 1.0, PT * PT / P,
                      1e-11 * (1 + PT * PT / P + std::abs(CV)));
-        if (rho > 1e-3 * rho_c_ && !outside(T, rho))
-            survey_.holds("heat capacity and compressibility are positive", q.at, CV + ideal_ > 0,
-                          "c_v < 0");
         if (Deriv1 const* const exact = m_.derivatives()) exact_derivatives(*exact, q);
     }
 
@@ -275,12 +286,35 @@ class PureChecks {
               along_T(q, [&](double t) { return element(rho, t, 1); }), T);
     }
 
-    /// Between the limits of the tables, where no fluid is.
-    bool outside(double T, double rho) const {
+    /// What a stable fluid within the stated range cannot have. Between the saturated densities
+    /// nothing was fitted.
+    void signs(double T) {
+        if (T < stated_.T_min || T > stated_.T_max) return;
+        double vapour = HUGE_VAL, liquid = 0.0;
+        if (T < Tc_) {
+            const PureSaturation s = pure_saturation_T(m_, T);
+            vapour = s.rhoV;
+            liquid = s.rhoL;
+        }
+        for (double r : kReducedRho) {
+            const double rho = r * rho_c_;
+            if (rho > top_ || (rho > vapour && rho < liquid)) continue;
+            const double p = m_.Z(rho, T) * rho * R * T;
+            if (!std::isfinite(p) || p > stated_.p_max) continue;
+            const State at{.T = T, .rho = rho};
+            char const* name = "heat capacity and compressibility are positive";
+            survey_.holds(name, at, m_.CVr(rho, T) + ideal_heat_capacity(T) > 0, "c_v < 0");
+            survey_.holds(name, at, m_.pV(rho, T) > 0, "dp/drho < 0");
+        }
+    }
+    /// c_v/R of the ideal gas; without a table, or where it is left for too long, that of atoms.
+    double ideal_heat_capacity(double T) const {
+        constexpr double kAtoms = 1.5;
         try {
-            return m_.off(rho, T);
+            const double known = m_.ideal.CVm(T);
+            return known > kAtoms ? known : kAtoms;
         } catch (ThException const&) {
-            return false;
+            return kAtoms;
         }
     }
 
@@ -300,7 +334,8 @@ class PureChecks {
 
     void densities(double T) {
         auto isotherm = [&](double rho) { return rho * m_.Z(rho, T); };
-        const IsothermScan scan(isotherm, 3.0 * rho_c_);
+        IsothermScan scan(isotherm, 3.0 * rho_c_, p_high_ / (R * T));
+        density_limits(T, scan);
         for (double pr : {1e-12, 1e-6, 1e-3, 0.02, 0.2, 0.5, 0.9, 1.0, 1.5, 4.0}) {
             const double p = pr * m_.pcrit(), P = p / (R * T);
             check_roots(
@@ -310,18 +345,45 @@ class PureChecks {
         }
         survey_.see("one loop in the isotherm", {.T = T}, 0.0, 1.0,
                     scan.loops() > 1 ? "more loops than one" : "");
+    }
+    /// The tables against the spinodals; soft ends go to the scan.
+    void density_limits(double T, IsothermScan& scan) {
+        char const* name = "density tables are the spinodals";
         double low = 0, high = 0;
         try {
             low = m_.xrho(T, 3);
             high = m_.xrho(T, 1);
         } catch (ThException const&) {
-            survey_.holds("density tables are the spinodals", {.T = T}, false, "no tables");
-            return;
+            return survey_.holds(name, {.T = T}, false, "no tables");
         }
-        if (T < 0.995 * Tc_)
-            for (double rho : {low, high})
-                survey_.holds("density tables are the spinodals", {.T = T, .rho = rho},
-                              m_.pV(0.99 * rho, T) * m_.pV(1.01 * rho, T) < 0, "no spinodal there");
+        if (!(T < 0.995 * Tc_)) return;
+        bool soft = false;
+        for (double rho : {low, high}) {
+            const double before = m_.pV(0.99 * rho, T), after = m_.pV(1.01 * rho, T);
+            const bool end = before * after < 0.0, inflection = !end && inflects(T, rho);
+            soft = soft || inflection;
+            survey_.holds(name, {.T = T, .rho = rho}, end || inflection || spinodal_leaps(T, rho),
+                          "no spinodal there");
+        }
+        if (soft) scan.soft_ends(low, high);
+    }
+    /// Least slope of an isotherm that goes on rising: where an inner loop has swallowed the
+    /// spinodal.
+    bool inflects(double T, double rho) const {
+        const auto curvature = [&](double r) { return m_.pV(1.001 * r, T) - m_.pV(0.999 * r, T); };
+        return m_.pV(rho, T) > 0.0 && curvature(0.99 * rho) < 0.0 && curvature(1.01 * rho) > 0.0;
+    }
+    /// Whether a loop of the equation begins or ends there: a spinodal just below T and one just
+    /// above lie on either side of the density.
+    bool spinodal_leaps(double T, double rho) const {
+        const auto of = [this](double t) {
+            return IsothermScan([this, t](double r) { return r * m_.Z(r, t); }, 3.0 * rho_c_,
+                                p_high_ / (R * t))
+                .spinodals();
+        };
+        const auto [v1, l1] = of(0.995 * T);
+        const auto [v2, l2] = of(1.005 * T);
+        return (v1 - rho) * (v2 - rho) < 0.0 || (l1 - rho) * (l2 - rho) < 0.0;
     }
 
     void saturation(double T) {
@@ -341,8 +403,8 @@ class PureChecks {
                                  (10 + std::abs(m_.pV(rho, T))) +
                              1e-9 * s.p);
         if (T > 0.995 * Tc_) return;
-        const Difference slope = ridders(
-            [&](double t) { return std::log(pure_saturation_T(m_, t).p); }, T, 0.002 * T);
+        const Difference slope =
+            ridders([&](double t) { return std::log(pure_saturation_T(m_, t).p); }, T, 0.002 * T);
         const double dS = m_.Sr(s.rhoV, T) - m_.Sr(s.rhoL, T) + std::log(s.rhoL / s.rhoV);
         survey_.same("saturation: Clausius–Clapeyron", at, R * dS / (1 / s.rhoV - 1 / s.rhoL) / s.p,
                      slope.value, 10 * slope.error + 1e-8 * std::abs(slope.value));
@@ -368,10 +430,22 @@ class PureChecks {
 
     Model1& m_;
     double Tc_, rho_c_, low_, high_, top_;
-    double ideal_ = 1.5;  // least ideal-gas c_v/R of a molecule
+    CheckRange::Stated stated_;
+    double p_high_;  // the highest pressure that is stated, else a high one
     Survey survey_;
 };
 }  // namespace
+
+CheckRange check_range(Fluid const& fluid) {
+    CheckRange range;
+    const ParameterNotes& notes = fluid.notes;
+    const double Tc = fluid.model->Tcrit();
+    if (notes.Tmin > 0.4 * Tc && notes.Tmin < Tc) range.T_low = notes.Tmin;
+    if (notes.Tmin > 0.0) range.stated.T_min = notes.Tmin;
+    if (notes.Tmax > 0.0) range.stated.T_max = notes.Tmax;
+    if (notes.pmax > 0.0) range.stated.p_max = notes.pmax;
+    return range;
+}
 
 std::vector<Check> check_equation(Model1& model, CheckRange const& range) {
     return PureChecks(model, range).run();

@@ -15,17 +15,40 @@
 namespace corvane::inline detail {
 
 struct Difference {
-    double value, error;
+    double value, error, scatter;  // of the values that were differenced
 };
 
-/// f'(x) by central differences of steps h, h/2, h/4 … extrapolated to zero (Ridders 1982). The
-/// error is the least change between neighbours of the scheme.
+/// What rounding scatters f by at x, a standard deviation: from third differences of values so near
+/// that f itself has none.
+template <class F>
+double scatter(F const& f, double x) {
+    constexpr int kValues = 7;
+    std::array<double, kValues> d{};
+    for (int k = 0; k < kValues; ++k) d[k] = f(x * (1.0 + 1e-8 * (k - 3)));
+    for (int order = 1; order <= 3; ++order)
+        for (int k = 0; k + order < kValues; ++k) d[k] = d[k + 1] - d[k];
+    double sum = 0.0;
+    for (int k = 0; k + 3 < kValues; ++k) sum += d[k] * d[k];
+    return std::sqrt(sum / (20.0 * (kValues - 3)));  // 1 + 9 + 9 + 1
+}
+
+/// f'(x) by central differences of steps h, h/2, h/4 … extrapolated to zero (Ridders 1982), h short
+/// enough that f is a number at x ± h. The error is the least change between neighbours of the
+/// scheme, and what the scatter of f makes of the step there: neighbours may agree by chance.
 template <class F>
 Difference ridders(F const& f, double x, double h) {
     constexpr int kLevels = 7;
+    const auto known = [&f](double y) {
+        try {
+            return std::isfinite(f(y));
+        } catch (MthException const&) {
+            return false;
+        }
+    };
+    for (int k = 0; k < 20 && !(known(x + h) && known(x - h)); ++k) h *= 0.5;
     std::array<std::array<double, kLevels>, kLevels> a{};
     Difference best{std::numeric_limits<double>::quiet_NaN(),
-                    std::numeric_limits<double>::infinity()};
+                    std::numeric_limits<double>::infinity(), scatter(f, x)};
     for (int k = 0; k < kLevels; ++k, h *= 0.5) {
         a[k][0] = (f(x + h) - f(x - h)) / ((x + h) - (x - h));
         double four = 1.0;
@@ -33,8 +56,12 @@ Difference ridders(F const& f, double x, double h) {
             four *= 4.0;
             a[k][j] = a[k][j - 1] + (a[k][j - 1] - a[k - 1][j - 1]) / (four - 1.0);
             const double error =
-                std::max(std::abs(a[k][j] - a[k][j - 1]), std::abs(a[k][j] - a[k - 1][j - 1]));
-            if (error < best.error) best = {a[k][j], error};
+                std::max(std::abs(a[k][j] - a[k][j - 1]), std::abs(a[k][j] - a[k - 1][j - 1])) +
+                best.scatter / h;
+            if (error < best.error) {
+                best.value = a[k][j];
+                best.error = error;
+            }
         }
     }
     return best;

@@ -37,7 +37,7 @@ struct CheckCommand {
     bool mixture() const { return plugin.find('+') != std::string::npos; }
     void add(std::vector<corvane::Check> const& checks, std::string const& of);
     void check_mixture(corvane::CheckRange const& range);
-    void check_pure(corvane::CheckRange range, Watch& watch);
+    void check_pure(corvane::CheckRange const& range, Watch& watch);
     std::string command(Outcome const& worst) const;
 
     std::vector<Outcome> worst_;  // one for each check, in the order in which they came
@@ -68,7 +68,7 @@ void CheckCommand::check_mixture(corvane::CheckRange const& range) {
     add(corvane::check_mixture(*m.model, range), of);
 }
 
-void CheckCommand::check_pure(corvane::CheckRange range, Watch& watch) {
+void CheckCommand::check_pure(corvane::CheckRange const& range, Watch& watch) {
     if (substances.empty())
         for (auto const& [name, sets] : corvane::parameter_sets(entered_home(), plugin))
             substances.push_back(name);
@@ -77,9 +77,9 @@ void CheckCommand::check_pure(corvane::CheckRange range, Watch& watch) {
         for (int set : corvane::parameter_sets(entered_home(), plugin, name)) {
             const corvane::Fluid fluid =
                 corvane::open(plugin, name, {.set = set, .home = entered_home()});
-            corvane::CheckRange here = range;
-            const double Tmin = fluid.notes.Tmin, Tc = fluid.model->Tcrit();
-            if (!(here.T_low > 0.0) && Tmin > 0.4 * Tc && Tmin < Tc) here.T_low = Tmin;
+            corvane::CheckRange here = corvane::check_range(fluid);
+            if (range.T_low > 0.0) here.T_low = range.T_low;
+            here.T_high = range.T_high;
             add(corvane::check_equation(*fluid.model, here),
                 set == 1 ? name : fmt::format("{} --set {}", name, set));
             ++sets_;
@@ -88,7 +88,8 @@ void CheckCommand::check_pure(corvane::CheckRange range, Watch& watch) {
     }
     const auto known = corvane::plugins(entered_home()).pure;
     if (std::find(known.begin(), known.end(), plugin) == known.end())
-        throw Failure(fmt::format("no equation {}; there are {}", clipped(plugin), join(known, ", ")));
+        throw Failure(
+            fmt::format("no equation {}; there are {}", clipped(plugin), join(known, ", ")));
     if (sets_ == 0)
         throw Failure(fmt::format("{}: there are no parameter sets to check it with", plugin));
 }
@@ -154,7 +155,8 @@ int CheckCommand::run() {
                     Cell(mixture() ? static_cast<long>(substances.size()) : sets_)}};
     head.summary = {
         fmt::format("{} of {} checks failed, {} states", failed, worst_.size(), states_)};
-    if (Watch::interrupted()) head.summary.push_back(fmt::format("interrupted after {} sets", sets_));
+    if (Watch::interrupted())
+        head.summary.push_back(fmt::format("interrupted after {} sets", sets_));
     write(head, table, options.style);
     return Watch::interrupted() ? kInterrupted : failed > 0 ? 1 : 0;
 }
