@@ -1,0 +1,274 @@
+// The checks for authors of equations find what is wrong: right models with one fault each.
+#include "support/mixtures.h"
+
+#include <corvane/check/check.h>
+#include <corvane/mixture/isotherm.h>
+#include <corvane/mixture/pair_parameters.h>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <string>
+#include <vector>
+
+namespace {
+/// A right model with one fault.
+class Faulty final : public Model1, public corvane::Deriv1 {
+  public:
+    Faulty(Model1& right, int fault) : m_(right), fault_(fault), kept_(right.Ts()) {
+        eos_ = "PR";
+        mpar_ = right.mpar();
+        madj_ = right.madj();
+        Tcrit(right.Tcrit());
+        pcrit(right.pcrit() * (fault == 1 ? 1.001 : 1.0));
+        vcrit(right.vcrit());
+        derivatives(this);
+    }
+    using Model1::ppar;
+    double* ppar(int i) override { return m_.ppar(i); }
+    void par_in(FILE* f, int mode) override {
+        m_.par_in(f, mode);
+        kept_ = m_.Ts();
+    }
+    void par_out(FILE* f) const override {
+        if (fault_ != 2) return m_.par_out(f);
+        for (int i = 0; i < 4; ++i)
+            std::fprintf(f, "%s:\t%.6g\n", std::array{"M", "Ts", "vs", "omega"}[static_cast<unsigned>(i)], param(i));
+    }
+    double Ar(double rho, double T) const override {
+        if (fault_ == 3 && m_.Ts() != kept_) return 0.1;  // an old value
+        if (fault_ == 12)
+            return m_.Ar(rho, T) * (1 + 1e-10 * std::sin(1e15 * rho));  // as of a loose iteration
+        return m_.Ar(rho, T) + (fault_ == 4    ? 1e-9 * rho
+                                : fault_ == 13 ? 1e-3 * std::abs(rho)
+                                               : 0.0);
+    }
+    double Z(double rho, double T) const override {
+        return m_.Z(rho, T) + (fault_ == 13 ? 1e-3 * std::abs(rho) : 0.0);
+    }
+    int vcalc(double p, double T, int phase, double& rho1, double& rho2) const override {
+        const int n = m_.vcalc(p, T, phase, rho1, rho2);
+        if (fault_ == 5 && n == 3) return rho1 = std::max(rho1, rho2), 1;
+        if (fault_ == 6 && n == 3) rho1 *= 1 + 1e-9;
+        if (fault_ == 7 && n == 0) rho1 = 0.0;
+        return n;
+    }
+    double xinit(double p, double T, int phase) const override { return m_.xinit(p, T, phase); }
+    int deriv(double rho, double T, int nrho, int nT, double* d) const override {
+        const int known = m_.derivatives()->deriv(rho, T, nrho, nT, d);
+        if (known && nT == 2 && fault_ == 14 && rho > 2.5 / vcrit()) d[2] += 500.0;
+        if (known && nT == 2 && nrho == 2 && fault_ < 12)
+            d[fault_ == 8    ? 1
+              : fault_ == 9  ? 2
+              : fault_ == 10 ? 4
+                             : 6] *= fault_ >= 8 ? 1 + 1e-6 : 1;
+        return known;
+    }
+
+  private:
+    Model1& m_;
+    int fault_;
+    double kept_;
+};
+
+TEST(Checks, NameEveryFault) {
+    constexpr char const* names[] = {"",
+                                     "pc, Tc, vc are those of the equation",
+                                     "a set survives writing and reading",
+                                     "parameters count from the moment they are written",
+                                     "Z is 1 + rho·∂Ar/∂rho",
+                                     "densities: all that a scan finds",
+                                     "densities: those that a scan finds",
+                                     "impossible states have no density",
+                                     "exact derivatives: ∂/∂T",
+                                     "exact derivatives: ∂²/∂T²",
+                                     "exact derivatives: ∂²/∂rho∂T",
+                                     "exact derivatives: ∂²/∂rho²",
+                                     "values are smooth to rounding",
+                                     "Ar is smooth through zero density",
+                                     "heat capacity and compressibility are positive"};
+    const Model right = load_set("PR", "propane");
+    for (int fault = 0; fault < static_cast<int>(std::size(names)); ++fault) {
+        Faulty model(*right, fault);
+        bool named = false;
+        for (corvane::Check const& c : corvane::check_equation(model)) {
+            named = named || (!c.passed() && c.name == names[fault]);
+            // The tables are not those of the model: it has none.
+            EXPECT_TRUE(fault > 0 || c.passed() || c.name == "density tables are the spinodals") << c.name;
+        }
+        EXPECT_EQ(named, fault > 0) << names[fault];
+    }
+}
+
+/// A fault by the check that is to see it, and which of the numbers that the check looks at has it.
+struct Fault {
+    std::string check;
+    char in = 0;
+};
+
+/// A right mixture with one fault.
+class FaultyMixture final : public ModelN,
+                            public corvane::DerivN,
+                            public corvane::IsothermN,
+                            public corvane::PairParameters {
+  public:
+    FaultyMixture(ModelN& right, Fault const& fault)
+        : m_(right),
+          exact_(*right.derivatives()),
+          kept_(dynamic_cast<corvane::IsothermN const&>(right)),
+          fault_(fault) {
+        alloc(right.mdl1.size(), right.eos);
+        mth = right.mth;
+        for (int i = 0; i < mdl1.size(); ++i) {
+            mdl1[i]->name(right.mdl1[i]->name());
+            mdl1[i]->id(right.mdl1[i]->id());
+            mdl1[i]->load(right.eos);
+            for (int j = 0; j < i; ++j) id(j, i, right.id(j, i));
+        }
+        derivatives(this);
+    }
+    ~FaultyMixture() {
+        for (int i = 0; i < mdl1.size(); ++i) corvane::detach1(mdl1[i]);
+    }
+    double* ppar(int k, int i, int j) override { return m_.ppar(k, i, j); }
+    void par_alloc() override {}
+    void par_in(FILE*, int, int) override {}
+    void par_out(FILE* f, int i, int j) const override { m_.par_out(f, i, j); }
+    int pair_parameters() const override {
+        return dynamic_cast<corvane::PairParameters const&>(m_).pair_parameters();
+    }
+
+    double Ar(double rho, double T, Vector<double> const& x) const override {
+        double more = 0.0;
+        if (is("Z is 1 + rho·∂Ar/∂rho")) more = 1e-8 * rho;
+        if (is("components in another order")) more = 1e-9 * rho * x[0];
+        if (is("nothing at zero density") && rho == 0.0) more = 1e-12;
+        return m_.Ar(rho, T, x) + more;
+    }
+    double Z(double rho, double T, Vector<double> const& x) const override {
+        return m_.Z(rho, T, x) *
+               (is("a component alone is the pure fluid") && x[0] == 1.0 ? 1 + 1e-9 : 1.0);
+    }
+    double betaV(double rho, double T, Vector<double> const& x) const override {
+        return m_.betaV(rho, T, x) * (is("betaV is ∂(T·Z)/∂T") ? 1 + 1e-7 : 1.0);
+    }
+    double myr(Vector<double> const& rho_i, double T, int i) const override {
+        return m_.myr(rho_i, T, i) * (is("myr is a potential") && i == 1 ? 1 + 1e-9 : 1.0);
+    }
+    Vector<double> mixpar(Vector<double> const& x) const override { return m_.mixpar(x); }
+    int vcalc(double p, double T, Vector<double> const& x, int mode, double& a,
+              double& b) const override {
+        const int n = m_.vcalc(p, T, x, mode, a, b);
+        if (is("densities: all that a scan finds") && n == 3) return a = std::max(a, b), 1;
+        if (is("densities: those that a scan finds") && n == 3) a *= 1 + 1e-9;
+        if (is("impossible states have no density") && n == 0) a = 0.0;
+        return n;
+    }
+
+    int deriv(double rho, double T, Vector<double> const& x, int nrho, int nT,
+              double* d) const override {
+        if (is("orders of derivatives") && nrho == 3) return 0;
+        const int known = exact_.deriv(rho, T, x, nrho, nT, d);
+        const auto wrong = [&](char const* name, int orders, int k) {
+            if (is(name) && orders == nrho) d[k] *= 1 + 1e-6;
+        };
+        wrong("exact derivatives: ∂/∂T", 2, 1);
+        wrong("exact derivatives: ∂²/∂T²", 2, 2);
+        wrong("exact derivatives: ∂²/∂rho²", 2, 6);
+        wrong("exact derivatives: orders agree", 3, 1);
+        wrong("exact derivatives: ∂³/∂rho³", 3, 3);
+        return known;
+    }
+    void potentials(Vector<double> const& rho_i, double T, double* mu, double* mu_T,
+                    double* H) const override {
+        exact_.potentials(rho_i, T, mu, mu_T, H);
+        const int n = rho_i.size();
+        if (is("mu_i is ∂(rho·Ar)/∂rho_i")) mu[0] *= 1 + 1e-7;
+        if (is("Euler: Σ x_i·mu_i is Ar + Z − 1"))
+            for (int i = 0; i < n; ++i) mu[i] *= 1 + 1e-9;
+        if (mu_T && is("slope of mu_i in T")) mu_T[1] *= 1 + 1e-6;
+        if (!H) return;
+        if (is("Hessian is symmetric")) H[1] *= 1 + 1e-8;
+        if (is("Hessian: ∂mu_i/∂rho_j")) H[1] *= 1 + 1e-6, H[n] *= 1 + 1e-6;
+        if (is("Gibbs–Duhem: Σ Σ x_i·x_j·rho·∂mu_i/∂rho_j is ∂(rho·Z)/∂rho − 1")) H[0] *= 1 + 1e-8;
+    }
+
+    int isotherm_size(int n) const override { return kept_.isotherm_size(n); }
+    void isotherm(double T, int const* present, int n, bool slopes, double* work) const override {
+        kept_.isotherm(T, present, n, slopes, work);
+    }
+    int densities(double const* work, int n, double const* x, double p,
+                  double* rho) const override {
+        const int roots = kept_.densities(work, n, x, p, rho);
+        if (roots > 0 && is("isotherm: the same densities")) rho[0] *= 1 + 1e-8;
+        return roots;
+    }
+    double gibbs(double const* work, int n, double const* x, double p, double rho) const override {
+        return kept_.gibbs(work, n, x, p, rho) +
+               (is("isotherm: the same potentials", 'g') ? 1e-8 : 0.0);
+    }
+    void potentials(double const* work, int n, double const* rho_i, double* mu, double* mu_T,
+                    double* H, double* P, double* P_T) const override {
+        kept_.potentials(work, n, rho_i, mu, mu_T, H, P, P_T);
+        struct {
+            char which;
+            double* value;
+        } const outputs[] = {{'m', mu}, {'T', mu_T}, {'H', H}, {'p', P}, {'P', P_T}};
+        for (auto const& [which, value] : outputs)
+            if (value && is("isotherm: the same potentials", which)) *value *= 1 + 1e-7;
+    }
+
+  private:
+    bool is(char const* check, char in = 0) const {
+        return fault_.check == check && fault_.in == in;
+    }
+    ModelN& m_;
+    corvane::DerivN const& exact_;
+    corvane::IsothermN const& kept_;
+    Fault fault_;
+};
+
+// A fault of 1e-9 to 1e-6 in one place: the right check tells it, and none where there is no fault.
+TEST(Checks, NameEveryFaultOfAMixture) {
+    const Mixture right = mixture_of("PR", "vdW1", {"methane", "propane"});
+    for (Fault const& fault :
+         std::vector<Fault>{{""},
+                            {"Z is 1 + rho·∂Ar/∂rho"},
+                            {"betaV is ∂(T·Z)/∂T"},
+                            {"exact derivatives: ∂/∂T"},
+                            {"exact derivatives: ∂²/∂T²"},
+                            {"exact derivatives: ∂²/∂rho²"},
+                            {"exact derivatives: ∂³/∂rho³"},
+                            {"exact derivatives: orders agree"},
+                            {"orders of derivatives"},
+                            {"Euler: Σ x_i·mu_i is Ar + Z − 1"},
+                            {"myr is a potential"},
+                            {"Hessian is symmetric"},
+                            {"Hessian: ∂mu_i/∂rho_j"},
+                            {"Gibbs–Duhem: Σ Σ x_i·x_j·rho·∂mu_i/∂rho_j is ∂(rho·Z)/∂rho − 1"},
+                            {"mu_i is ∂(rho·Ar)/∂rho_i"},
+                            {"slope of mu_i in T"},
+                            {"isotherm: the same potentials", 'm'},
+                            {"isotherm: the same potentials", 'T'},
+                            {"isotherm: the same potentials", 'H'},
+                            {"isotherm: the same potentials", 'p'},
+                            {"isotherm: the same potentials", 'P'},
+                            {"isotherm: the same potentials", 'g'},
+                            {"isotherm: the same densities"},
+                            {"densities: all that a scan finds"},
+                            {"densities: those that a scan finds"},
+                            {"impossible states have no density"},
+                            {"nothing at zero density"},
+                            {"a component alone is the pure fluid"},
+                            {"components in another order"}}) {
+        FaultyMixture model(*right, fault);
+        bool named = false;
+        for (corvane::Check const& c : corvane::check_mixture(model)) {
+            named = named || (!c.passed() && c.name == fault.check);
+            EXPECT_TRUE(!fault.check.empty() || c.passed()) << c.name;
+        }
+        EXPECT_EQ(named, !fault.check.empty()) << fault.check << ' ' << fault.in;
+    }
+}
+}  // namespace
