@@ -202,6 +202,10 @@ TEST(PropertyTable, RefusesWhatItCannotBe) {
     EXPECT_EQ(code([](auto& d) { d.note = "two\nlines"; }), th_out_of_range);
     EXPECT_EQ(th_code([] { PropertyTable::build(of_steps(4), stepped, [](int n) { return n < 9; }); }),
               th_no_option);
+    for (char const* name : {"a", "z", "A", "Z", "0", "9", "_"})
+        EXPECT_LT(code([&](auto& d) { d.columns[0].name = name, d.halvings = 0; }), 0) << name;
+    for (char const* name : {"", "`", "{", "@", "[", "/", ":", "-", "a234567890123456789012345678901_"})
+        EXPECT_EQ(code([&](auto& d) { d.columns[0].name = name; }), th_out_of_range) << name;
     const auto none = PropertyTable::build(of_steps(0), stepped);
     EXPECT_EQ(none.coverage(), 0);
     EXPECT_EQ(th_code([&] { none.check(stepped, 0, 1); }), th_out_of_range);
