@@ -89,12 +89,61 @@ TEST(ResidueCurves, MapsAreConsistentAndBoilHigherAlongTheWay) {
     }
 }
 
+// Three components that are alike but for their k_ij. If these are equal, symmetry has azeotropes in the middles of the
+// edges and of the triangle; if not, the azeotropes of exchanged components are the exchanged ones.
+TEST(ResidueCurves, AzeotropesAreAsSymmetricAsTheMixture) {
+    const auto map = [](double k01, double k02, double k12) {
+        Mixture m = mixture_of("PR", "vdW1", std::vector<std::string>(3, "butane"));
+        m->param(0, 0, 1, k01);
+        m->param(0, 0, 2, k02);
+        m->param(0, 1, 2, k12);
+        corvane::ResidueOptions few;
+        few.mesh = 3;
+        few.tolerance = 1e-3;
+        return corvane::residue_map(*m, 0.3, few);
+    };
+    const ResidueMap alike = map(0.05, 0.05, 0.05);
+    EXPECT_TRUE(alike.consistent());
+    ASSERT_EQ(alike.singular.size(), 7u);
+    for (corvane::SingularPoint const& s : alike.singular) {
+        EXPECT_EQ(s.kind, s.components == 1   ? SingularKind::stable_node
+                          : s.components == 2 ? SingularKind::saddle
+                                              : SingularKind::unstable_node);
+        for (int i = 0; i < 3; ++i)
+            EXPECT_NEAR(s.x[i], s.x[i] > 0.0 ? 1.0 / s.components : 0.0, 1e-7);
+        EXPECT_NEAR(s.eigenvalues[0], s.components == 2 ? s.eigenvalues[0] : s.eigenvalues[1], 1e-4);
+    }
+    const ResidueMap given = map(0.05, 0.06, 0.045), first = map(0.05, 0.045, 0.06),
+                    ends = map(0.045, 0.06, 0.05);
+    for (auto const& [other, order] : {std::pair(&first, std::array{1, 0, 2}), {&ends, {2, 1, 0}}}) {
+        ASSERT_EQ(given.singular.size(), 7u);
+        ASSERT_EQ(other->singular.size(), 7u);
+        for (auto const& a : given.singular) {
+            double nearest = 1.0;
+            for (auto const& b : other->singular) {
+                double off = std::fabs(a.T / b.T - 1) + (a.kind != b.kind);
+                for (int i = 0; i < 3; ++i) off += std::fabs(a.x[i] - b.x[order[static_cast<unsigned>(i)]]);
+                nearest = std::min(nearest, off);
+            }
+            EXPECT_LT(nearest, 1e-7) << a.x[0] << ' ' << a.x[1];
+        }
+    }
+}
+
 TEST(ResidueCurves, RefuseWhatMakesNoSense) {
     Mixture m = mixture_of("PR", "vdW1", {"propane", "butane", "pentane"});
     EXPECT_EQ(th_code([&] { corvane::residue_map(*m, -1.0); }), 5);
-    corvane::ResidueOptions wrong;
-    wrong.step = 2.0;
-    EXPECT_EQ(th_code([&] { corvane::residue_map(*m, 1.0, wrong); }), 5);
+    const auto refused = [&](auto change) {
+        corvane::ResidueOptions wrong;
+        change(wrong);
+        EXPECT_EQ(th_code([&] { corvane::residue_map(*m, 1.0, wrong); }), 5);
+    };
+    for (double step : {9e-4, 0.51, std::nan("")}) refused([&](auto& o) { o.step = step; });
+    for (double tolerance : {9e-11, 0.011}) refused([&](auto& o) { o.tolerance = tolerance; });
+    for (int mesh : {2, 31}) refused([&](auto& o) { o.mesh = mesh; });
+    refused([&](auto& o) { o.points = 1; });
+    for (double p : {0.0, std::nan(""), HUGE_VAL})
+        EXPECT_EQ(th_code([&] { corvane::residue_map(*m, p); }), 5);
     EXPECT_THROW(corvane::residue_map(*m, 20.0), corvane::EquilibriumFailure);
     Mixture two = mixture_of("PR", "vdW1", {"propane", "butane"});
     EXPECT_EQ(th_code([&] { corvane::residue_map(*two, 1.0); }), 4);

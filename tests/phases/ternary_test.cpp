@@ -239,6 +239,25 @@ TEST(Ternary, IsAsSymmetricAsTheMixture) {
     EXPECT_NEAR(std::fabs(turned), 2 * M_PI, 1e-9);
 }
 
+// What reaches an edge is found from the binary there, not by luck of the mesh: splits that lie between its points, and,
+// with components that are alike, one for each edge.
+TEST(Ternary, RegionsAtAnEdgeDoNotHangOnTheMesh) {
+    const std::vector<std::string> butane(3, "butane");
+    for (auto const& [names, kij, T, p, regions] :
+         {std::tuple(std::vector<std::string>{"methane", "carbon_dioxide", "decane"}, std::array{0.1, 0.04, 0.11}, 240.0, 6.0, 2u),
+          {butane, std::array{0.02, 0.02, 0.02}, 300.0, 0.27, 3u},
+          {butane, std::array{0.05, 0.05, 0.05}, 300.0, 0.28, 3u}}) {
+        const Mixture m = ternary("PR", "vdW1", names, kij);
+        for (int mesh : {2, 3, 10}) {
+            corvane::TernaryOptions how;
+            how.mesh = mesh;
+            const TernaryDiagram d = corvane::ternary_diagram(*m, T, p, how);
+            EXPECT_TRUE(d.complete());
+            EXPECT_EQ(d.regions.size(), regions) << names[1] << ' ' << mesh;
+        }
+    }
+}
+
 TEST(Ternary, RefusesAndIsInterrupted) {
     const Mixture m = ternary("PR", "vdW1", {"methane", "ethane", "propane"}, {0, 0, 0});
     const Mixture two = mixture_of("PR", "vdW1", {"methane", "ethane"});

@@ -102,7 +102,9 @@ class Map {
         for (int n = 1; n <= kParts; ++n) {
             const double here = n < kParts ? static_cast<double>(n) / kParts : 1.0 - kTrace;
             const double g = excess(here);
-            if (f * g < 0.0) {
+            if (g == 0.0) {  // of alike components, in the middle
+                binary(on(here), i, k);
+            } else if (f * g < 0.0) {
                 IllinoisBracket root{before, f, here, g};
                 for (int it = 0; it < kIterations && std::fabs(root.b - root.a) > 1e-12; ++it) {
                     const double at = root.b - root.fb * (root.b - root.a) / (root.fb - root.fa);
