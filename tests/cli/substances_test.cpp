@@ -81,6 +81,8 @@ TEST(Cli, SubstancesDefinedOnTheCommandLine) {
          {"flash PR+vdW1 methane=50% C7+ --h 300 --p 2 " + c7, 1, "", "ideal"},
          {"mixture PR+vdW1 methane=0.5 propane --T 200 --p 2 --set methane=3", 0,
           "component methane: set 3|component propane: set 1|made for other sets", ""},
+         {"bubble PR+HV ethanol=0.4 water --T 350", 0,
+          "kij estimated: 0, as PR+vdW1; the rule wants alpha, C12 and C21 of the pair: corvane fit PR+HV", ""},
          {"bubble MEOS+GERG propane=0.3 dodecane --T 400", 0,
           "no published parameters, reducing parameters from PCSAFT+LB (pair set 3), bubble pressures off by some", ""},
          {"bubble MEOS+GERG propane=0.3 dodecane --T 400 --no-prediction", 0, "all reducing parameters 1", ""},

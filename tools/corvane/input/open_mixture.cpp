@@ -387,7 +387,12 @@ std::string estimate_of(MixtureFluid const& mixture, int i, int j) {
                                p.model == "PCSAFT+LB" ? fmt::format(" (pair set {})", p.pair_set) : "",
                                100.0 * p.expected);
     if (*mixture.theory == "GERG") return "all reducing parameters 1: may be off by factors";
-    return "kij estimated: " + shortest(mixture.model->param(0, i, j));
+    const std::string kij = "kij estimated: " + shortest(mixture.model->param(0, i, j));
+    if (*mixture.theory != "HV") return kij;
+    return kij + fmt::format(
+                     ", as {0}+vdW1; the rule wants alpha, C12 and C21 of the pair: corvane fit {0}+HV, from "
+                     "measured points or those that SRK+PSRK predicts",
+                     *mixture.equation);
 }
 }  // namespace
 
