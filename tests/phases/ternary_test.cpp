@@ -258,6 +258,22 @@ TEST(Ternary, RegionsAtAnEdgeDoNotHangOnTheMesh) {
     }
 }
 
+// A vapour at 8 K without one molecule of eicosane: flashes say so, but a triangle, whose variables are logarithms, has no
+// such phase. What flashes find there is open, not one phase.
+TEST(Ternary, WhatCannotBeSolvedIsOpen) {
+    const Mixture m = mixture_of("PR", "vdW1", {"helium", "hydrogen", "eicosane"});
+    corvane::TernaryOptions how;
+    how.mesh = 4;
+    const TernaryDiagram d = corvane::ternary_diagram(*m, 8, 0.01, how);
+    EXPECT_FALSE(d.complete());
+    for (auto const& z : {vec({0.25, 0.25, 0.5}), vec({0.25, 0.5, 0.25}), vec({0.5, 0.25, 0.25})}) {
+        ASSERT_EQ(corvane::flash_pT(*m, 0.01, 8, z).phases.size(), 3u);
+        bool open = false;
+        for (Vector<double> const& known : d.open) open = open || off(known, z) < 1e-12;
+        EXPECT_TRUE(open) << z[0] << ' ' << z[1];
+    }
+}
+
 TEST(Ternary, RefusesAndIsInterrupted) {
     const Mixture m = ternary("PR", "vdW1", {"methane", "ethane", "propane"}, {0, 0, 0});
     const Mixture two = mixture_of("PR", "vdW1", {"methane", "ethane"});
