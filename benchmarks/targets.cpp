@@ -163,6 +163,70 @@ void multi_fluid() {
     }
 }
 
+/// T and rho or p of n states, evenly spread.
+struct Grid {
+    std::vector<double> T, y;
+    Grid(int n, double T0, double dT, double y0, double dy) {
+        double a = 0.0, b = 0.0;
+        for (int i = 0; i < n; ++i) {
+            a = std::fmod(a + 0.6180339887498949, 1.0), b = std::fmod(b + 0.4142135623730951, 1.0);
+            T.push_back(T0 + dT * a), y.push_back(y0 + dy * b);
+        }
+    }
+};
+
+/// Many states: per state, one by one and together.
+void batches(bool long_ones) {
+    struct Case {
+        char const *equation, *substance;
+        double rho;
+    };
+    for (Case const& c : {Case{"PR", "propane", 0.01}, Case{"MEOS", "water", 0.05}}) {
+        const std::string of = std::string(" ") + c.equation + ' ' + c.substance;
+        if (!wanted("batch" + of)) continue;
+        const auto fluid = corvane::open(c.equation, c.substance);
+        for (int n : {1000, 10000, 100000, 1000000, 10000000}) {
+            if (n > 10000 && !long_ones) continue;
+            const Grid g(n, 300, 600, 1e-6, c.rho);
+            std::vector<double> p(g.T.size()), h(p), s(p), cp(p);
+            corvane::PropertyColumns out;
+            out.p = p.data(), out.h = h.data(), out.s = s.data(), out.cp = cp.data();
+            const auto per_state = [&](std::function<void()> const& f) {
+                double least = 1e300;
+                for (int k = 0; k < (n > 100000 ? 3 : 15); ++k) {
+                    const double begin = now();
+                    f();
+                    least = std::min(least, (now() - begin) / n);
+                }
+                return least;
+            };
+            const double alone = per_state([&] {
+                for (std::size_t i = 0; i < p.size(); ++i) {
+                    const auto q = corvane::phase_properties(*fluid.model, g.T[i], g.y[i]);
+                    p[i] = q.p, h[i] = q.h, s[i] = q.s, cp[i] = q.cp;
+                }
+            });
+            const double many = per_state([&] {
+                corvane::phase_properties(*fluid.model, p.size(), g.T.data(), g.y.data(), out);
+            });
+            sum += p[0];
+            line("batch" + of + ", " + std::to_string(n) + " states, of one (a third)", many,
+                 alone / 3, "us");
+        }
+    }
+    if (wanted("batch 10^6 (p, T)")) {
+        const auto water = corvane::open("MEOS", "water");
+        const Grid g(20000, 280, 700, 0.05, 60);
+        const double begin = now();
+        for (std::size_t i = 0; i < g.T.size(); ++i) {
+            double a = 0.0, b = 0.0;
+            water.model->vcalc(g.y[i], g.T[i], 1, a, b);
+            sum += corvane::phase_properties(*water.model, g.T[i], a).h;
+        }
+        line("batch 10^6 (p, T) of water, two cores, by a loop", (now() - begin) * 25e-6, 0.4, "s");
+    }
+}
+
 void others() {
     if (wanted("PC-SAFT")) {
         const Mixture m = mixture_of({"methane", "butane"}, "PCSAFT", "LB");
@@ -273,6 +337,7 @@ int main(int argc, char** argv) {
                 "evaluations");
     saturation();
     multi_fluid();
+    batches(all);
     others();
     if (all) {
         if (wanted("GERG 4, 10^4")) random_gases();

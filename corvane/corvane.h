@@ -62,6 +62,7 @@
 #include <corvane/state/excess.h>
 #include <corvane/state/ideal_curve.h>
 #include <corvane/state/mixture_state.h>
+#include <corvane/state/phase_columns.h>
 #include <corvane/state/phase_properties.h>
 #include <corvane/state/property_diagram.h>
 #include <corvane/state/pure_state.h>

@@ -4,7 +4,9 @@
 #include <corvane/plugin/plugin.h>
 #include <corvane/plugin/section.h>
 #include <corvane/plugin/tables.h>
+#include <corvane/pure/many_states.h>
 #include <plugins/common/cubic_fluid.h>
+#include <plugins/common/cubic_lanes.h>
 
 #include <array>
 #include <cmath>
@@ -15,7 +17,7 @@ namespace corvane {
 ///
 /// Every call reads the parameters anew: nothing derived from them is kept but the density tables.
 template <class Form>
-class CubicModel final : public Model1, public Deriv1 {
+class CubicModel final : public Model1, public Deriv1, public ManyStates1 {
   public:
     CubicModel() {
         eos_ = Form::name;
@@ -71,6 +73,9 @@ class CubicModel final : public Model1, public Deriv1 {
 
     int deriv(double rho, double T, int nrho, int nT, double* d) const override {
         return fluid(T).deriv(rho, nrho, nT, d);
+    }
+    void second(int count, double const* rho, double const* T, double* const* d) const override {
+        cubic_second<Form>(par_.data(), count, rho, T, d);
     }
 
   private:

@@ -1,6 +1,6 @@
 #include <corvane/core/number_text.h>
 #include <corvane/plugin/section.h>
-#include <plugins/common/vector_exp.h>
+#include <corvane/core/lanes.h>
 #include <plugins/meos/equation.h>
 
 #include <algorithm>

@@ -1,8 +1,10 @@
 // The plug-in MEOS: multiparameter reference equations, read entirely from the parameter file.
 #include <corvane/plugin/plugin.h>
 #include <corvane/plugin/roots.h>
+#include <corvane/pure/many_states.h>
 #include <corvane/pure/power_series.h>
 #include <plugins/meos/density_solver.h>
+#include <plugins/meos/states.h>
 
 #include <algorithm>
 #include <cmath>
@@ -31,7 +33,10 @@ struct KeptIsotherm final : corvane::Isotherm1 {
     const Isotherm<false> isotherm;
 };
 
-class Meos final : public Model1, public corvane::Deriv1, public corvane::PowerSeries1 {
+class Meos final : public Model1,
+                   public corvane::Deriv1,
+                   public corvane::PowerSeries1,
+                   public corvane::ManyStates1 {
   public:
     Meos() {
         eos_ = "MEOS";
@@ -89,6 +94,16 @@ class Meos final : public Model1, public corvane::Deriv1, public corvane::PowerS
     }
     std::unique_ptr<corvane::Isotherm1> isotherm(double T) const override {
         return std::make_unique<KeptIsotherm>(equation_, T);
+    }
+
+    void second(int count, double const* rho, double const* T, double* const* d) const override {
+        if (in_lanes(equation_)) return corvane::meos::second(equation_, count, rho, T, d);
+        for (int i = 0; i < count; ++i) {
+            double all[9];
+            deriv(rho[i], T[i], 2, 2, all);
+            d[0][i] = all[0], d[1][i] = all[1], d[2][i] = all[2];
+            d[3][i] = all[3], d[4][i] = all[4], d[5][i] = all[6];
+        }
     }
 
     Terms terms() const override {

@@ -1,4 +1,4 @@
-#include <plugins/common/vector_exp.h>
+#include <corvane/core/lanes.h>
 #include <plugins/meos/special_terms.h>
 
 #include <cmath>

@@ -1,4 +1,4 @@
-#include <plugins/common/vector_four.h>
+#include <corvane/core/lanes.h>
 #include <plugins/meos_gerg/reducing.h>
 
 #include <algorithm>

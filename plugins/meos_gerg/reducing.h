@@ -2,7 +2,7 @@
 #pragma once
 
 #include <corvane/plugin/small_array.h>
-#include <plugins/common/vector_exp.h>
+#include <corvane/core/lanes.h>
 
 #include <array>
 #include <vector>

@@ -1,6 +1,6 @@
 #include <corvane/pure/model1.h>
 #include <plugins/common/power_sum.h>
-#include <plugins/common/vector_four.h>
+#include <corvane/core/lanes.h>
 #include <plugins/meos_gerg/shared_terms.h>
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 #include "central_difference.h"
 #include "model_text.h"
 
-#include <plugins/common/vector_exp.h>
+#include <corvane/core/lanes.h>
 
 #include <gtest/gtest.h>
 

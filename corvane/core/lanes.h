@@ -11,7 +11,9 @@ namespace corvane::lanes {
 
 using V2 [[gnu::vector_size(16)]] = double;
 using I2 [[gnu::vector_size(16)]] = std::uint64_t;
-using V4 [[gnu::vector_size(32)]] = double;  // by reference: no register of all machines
+/// Passed by reference alone, as not every machine has such registers. What works on them is
+/// inlined into a function for every machine and into one for those with AVX2.
+using V4 [[gnu::vector_size(32)]] = double;
 using I4 [[gnu::vector_size(32)]] = std::uint64_t;
 
 inline V2 load(double const* x) {
@@ -24,6 +26,19 @@ inline void store(double* x, V2 v) {
 }
 inline double sum(V2 v) {
     return v[0] + v[1];
+}
+
+[[gnu::always_inline]] inline void get(V4& v, double const* x) {
+    std::memcpy(&v, x, sizeof v);
+}
+[[gnu::always_inline]] inline void put(double* x, V4 const& v) {
+    std::memcpy(x, &v, sizeof v);
+}
+[[gnu::always_inline]] inline void gather(V4& v, double const* table, int const* which) {
+    v = V4{table[which[0]], table[which[1]], table[which[2]], table[which[3]]};
+}
+[[gnu::always_inline]] inline double total(V4 const& v) {
+    return (v[0] + v[1]) + (v[2] + v[3]);
 }
 
 /// Array lengths are rounded up to whole vectors of four.
@@ -65,6 +80,44 @@ template <class V, class I>
         result = v == v ? result : v;
         std::memcpy(x + i, &result, sizeof result);
     }
+}
+
+/// log(1 + x), and log(x) if `plain`, within 1 ulp (tested); not-a-number below its range, −∞ at
+/// its end. 1 + x = 2^k·(1 + f) with 1 + f between √½ and √2, log(1 + f) = 2·artanh(s), s = f/(2 +
+/// f), by the minimax polynomial of fdlibm (Sun Microsystems 1993); what rounding takes from 1 + x
+/// comes back as its quotient. Subnormal arguments of log(x) are none of its own.
+template <bool plain>
+[[gnu::always_inline]] inline void log_lanes(V4& x) {
+    constexpr std::uint64_t one_bits = 0x3ff0000000000000, root_half = 0x3fe6a09e00000000;
+    const V4 zero{}, one = zero + 1.0;
+    const V4 u = plain ? x : 1.0 + x;
+    I4 bits;
+    std::memcpy(&bits, &u, sizeof bits);
+    bits += one_bits - root_half;
+    I4 k_bits = (bits >> 52) + 0x4330000000000000;  // 2^52 + k + 1023
+    bits = (bits & 0x000fffffffffffff) + root_half;
+    V4 k, m;
+    std::memcpy(&k, &k_bits, sizeof k);
+    std::memcpy(&m, &bits, sizeof m);
+    k -= 0x1p52 + 1023.0;
+    const V4 f = m - 1.0, half = 0.5 * f * f, s = f / (2.0 + f), z = s * s, w = z * z;
+    const V4 odd =
+        z * (0.6666666666666735130 +
+             w * (0.2857142874366239149 + w * (0.1818357216161805012 + w * 0.1479819860511658591)));
+    const V4 even =
+        w * (0.3999999999940941908 + w * (0.2222219843214978396 + w * 0.1531383769920937332));
+    V4 lost = zero;
+    if constexpr (!plain) {
+        const V4 back = u - 1.0;
+        lost = ((one - (u - back)) + (x - back)) / u;
+    }
+    V4 y = s * (half + odd + even) + (k * 1.90821492927058770002e-10 + lost) - half + f +
+           k * 0.693147180369123816490;
+    const V4 infinity = zero + std::numeric_limits<double>::infinity();
+    y = u > 0.0 ? y : u == 0.0 ? -infinity : zero + std::numeric_limits<double>::quiet_NaN();
+    y = u == infinity ? infinity : y;
+    if constexpr (!plain) y = x == 0.0 ? x : y;
+    x = y;
 }
 
 inline void exp_narrow(double* x, int count) {
