@@ -1,12 +1,11 @@
+#include <corvane/core/lanes.h>
 #include <corvane/pure/model1.h>
 #include <plugins/common/power_sum.h>
-#include <corvane/core/lanes.h>
 #include <plugins/meos_gerg/shared_terms.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <tuple>
 
 namespace corvane::gerg {
 
@@ -116,26 +115,27 @@ SharedTerms::SharedTerms(Components const& components, std::vector<Departure> co
         functions_[f].shaped_size = terms() - functions_[f].shaped_first;
     }
     for (Level const& t : levels_) top_ = std::max(top_, static_cast<int>(t.term.l));
-    make_slots();
+    make_groups();
 }
 
-void SharedTerms::make_slots() {
-    for (unsigned k = 0; k < static_cast<unsigned>(series_); ++k)
-        if (const Slot s{lpower_[k], dpower_[k]};
-            s.d > 0 && std::find(slots_.begin(), slots_.end(), s) == slots_.end())
-            slots_.push_back(s);
-    std::sort(slots_.begin(), slots_.end(),
-              [](Slot const& a, Slot const& b) { return std::tie(a.l, a.d) < std::tie(b.l, b.d); });
-    for (int s = 0; s < static_cast<int>(slots_.size()); ++s) {
-        const int l = slots_[static_cast<unsigned>(s)].l;
-        if (groups_.empty() || groups_.back().l != l) groups_.push_back({s, s, l});
-        groups_.back().last = s + 1;
+void SharedTerms::make_groups() {
+    for (unsigned k = 0; k < static_cast<unsigned>(series_); ++k) {
+        const int l = lpower_[k], size = padded(dpower_[k]);
+        auto group = std::lower_bound(groups_.begin(), groups_.end(), l,
+                                      [](Group const& g, int value) { return g.l < value; });
+        if (group == groups_.end() || group->l != l) group = groups_.insert(group, {l, 0, 0});
+        group->size = std::max(group->size, size);
     }
-    for (unsigned k = 0; k < static_cast<unsigned>(series_);
-         ++k)  // what fills up has no slot, nor weight
-        slot_of_.push_back(
-            static_cast<int>(std::find(slots_.begin(), slots_.end(), Slot{lpower_[k], dpower_[k]}) -
-                             slots_.begin()));
+    for (Group& g : groups_) {
+        g.first = slots_;
+        slots_ += g.size;
+        top_ = std::max(top_, g.size);
+    }
+    for (unsigned k = 0; k < static_cast<unsigned>(series_); ++k) {  // what fills up has no weight
+        auto const group = std::find_if(groups_.begin(), groups_.end(),
+                                        [&](Group const& g) { return g.l == lpower_[k]; });
+        slot_of_.push_back(group->first + std::max(dpower_[k], 1) - 1);
+    }
 }
 
 bool SharedTerms::matches(Components const& components) const {
@@ -159,27 +159,47 @@ void SharedTerms::read(double* n) const {
         if (p.size > 0) std::copy_n(p.series->terms().n, p.count, n + p.at);
 }
 
-void SharedTerms::weigh(double const* x, double const* w, double const* n, double* c) const {
-    std::fill_n(c, terms(), 0.0);
+[[gnu::always_inline]] inline void SharedTerms::weigh_in_lanes(double const* x, double const* w,
+                                                               double const* n, double* c) const {
+    V4 f{}, y{};
+    double const* const own = n_.data();
+    for (int k = 0; k < series_; k += 4) put(c + k, V4{});
     for (unsigned i = 0; i < components_.size(); ++i) {
         Part const& p = components_[i];
-        if (x[i] == 0.0) continue;
-        for (int k = 0; k < p.size; k += 2)
-            lanes::store(c + p.first + k,
-                         lanes::load(c + p.first + k) + x[i] * lanes::load(n + p.at + k));
+        const double xi = x[i];
+        if (xi == 0.0) continue;
+        double const* const from = n + p.at;
+        double* const to = c + p.first;
+        for (int k = 0, size = p.size; k < size; k += 4) {
+            get(y, to + k), get(f, from + k);
+            put(to + k, y + xi * f);
+        }
     }
-    for (unsigned f = 0; f < functions_.size(); ++f) {
-        if (w[f] == 0.0) continue;
-        Function const& own = functions_[f];
-        const auto part = [&](int first, int size) {
-            for (int k = first; k < first + size; k += 2)
-                lanes::store(c + k, w[f] * lanes::load(n_.data() + k));
-        };
-        part(own.first, own.size);
-        part(own.shaped_first, own.shaped_size);
+    for (unsigned i = 0; i < functions_.size(); ++i) {
+        Function const& p = functions_[i];
+        const double wi = w[i];
+        for (int k = p.first, end = k + p.size; k < end; k += 4)
+            get(f, own + k), put(c + k, wi * f);
+        for (int k = p.shaped_first, end = k + p.shaped_size; k < end; k += 4)
+            get(f, own + k), put(c + k, wi * f);
     }
     for (unsigned k = 0; k < levels_.size(); ++k)
         c[static_cast<unsigned>(terms()) + k] = w[levels_[k].function];
+}
+void SharedTerms::weigh_narrow(double const* x, double const* w, double const* n, double* c) const {
+    weigh_in_lanes(x, w, n, c);
+}
+#if defined(__x86_64__)
+[[gnu::target("avx2")]] void SharedTerms::weigh_wide(double const* x, double const* w,
+                                                     double const* n, double* c) const {
+    weigh_in_lanes(x, w, n, c);
+}
+#endif
+void SharedTerms::weigh(double const* x, double const* w, double const* n, double* c) const {
+#if defined(__x86_64__)
+    if (lanes::wide) return weigh_wide(x, w, n, c);
+#endif
+    weigh_narrow(x, w, n, c);
 }
 
 // ---- one state
@@ -351,7 +371,7 @@ SharedTerms::Isotherm::Isotherm(SharedTerms const& terms, double const* c, doubl
       c_(c),
       tau_(tau),
       room_(s_.terms() - s_.series_ + 4),
-      slot_(static_cast<int>(s_.slots_.size()) + 1),
+      slot_(s_.slots_),
       shape_(columns * room_),
       power_(room_) {
     const int size = s_.terms();
@@ -364,7 +384,7 @@ SharedTerms::Isotherm::Isotherm(SharedTerms const& terms, double const* c, doubl
                                 lanes::load(s_.b_.data() + k) * offset * offset);
     }
     lanes::exp_in_place(E, size);
-    for (int s = 0; s <= static_cast<int>(s_.slots_.size()); ++s) slot_[s] = 0.0;
+    for (int s = 0; s < s_.slots_; ++s) slot_[s] = 0.0;
     for (int k = 0; k < s_.series_; ++k)
         if (c[k] != 0.0) slot_[s_.slot_of_[static_cast<unsigned>(k)]] += c[k] * E[k];
     for (int k = s_.series_; k < size; ++k) {
@@ -382,20 +402,35 @@ SharedTerms::Isotherm::Isotherm(SharedTerms const& terms, double const* c, doubl
     }
 }
 
+/// Polynomials of δ by degrees, four of them at once.
+template <int order>
+[[gnu::always_inline]] inline void SharedTerms::Isotherm::powers_in_lanes(double const* powers,
+                                                                          double const* decay,
+                                                                          Sums& sums) const {
+    for (Group const& group : s_.groups_) {
+        V4 p0{}, p1{}, p2{}, p3{}, c{}, x{}, d{1.0, 2.0, 3.0, 4.0};
+        double const* const factors = &slot_[group.first];
+        for (int k = 0; k < group.size; k += 4, d += 4.0) {
+            get(c, factors + k), get(x, powers + 1 + k);
+            c *= x;
+            p0 += c;
+            if constexpr (order >= 1) c *= d, p1 += c;
+            if constexpr (order >= 2) c *= d - 1.0, p2 += c;
+            if constexpr (order >= 3) c *= d - 2.0, p3 += c;
+        }
+        Polynomial p;
+        p.p0 = total(p0), p.p1 = total(p1), p.p2 = total(p2), p.p3 = total(p3);
+        p.add_damped<order>(group.l, powers[group.l], *decay++, sums.d[0], sums.d[3], sums.d[6],
+                            sums.third);
+    }
+}
 /// @param E  exp of the shaped terms
 template <int order>
 [[gnu::always_inline]] inline void SharedTerms::Isotherm::shapes_in_lanes(double delta,
                                                                           double const* powers,
-                                                                          double* E,
+                                                                          double const* E,
                                                                           Sums& sums) const {
     V4 x{}, y{}, e{}, f{}, d{};
-    for (int k = 0; k < shaped_; k += 4) {
-        get(x, column(epsilon) + k), get(y, column(eta) + k);
-        e = -y * (delta - x) * (delta - x);
-        get(x, column(gamma) + k), get(y, column(beta) + k);
-        put(E + k, e - y * (delta - x));
-    }
-    lanes::exp_lanes<V4, lanes::I4>(E, shaped_);
     V4 a{}, d1{}, d2{}, d3{};
     for (int k = 0; k < shaped_; k += 4) {
         get(f, column(factor) + k), get(e, E + k), gather(x, powers, &power_[k]);
@@ -416,47 +451,49 @@ template <int order>
     }
     sums.d[0] += total(a), sums.d[3] += total(d1), sums.d[6] += total(d2), sums.third += total(d3);
 }
+/// All exponentials of the density together.
 template <int order>
-void SharedTerms::Isotherm::shapes_narrow(double delta, double const* powers, double* E,
-                                          Sums& sums) const {
-    shapes_in_lanes<order>(delta, powers, E, sums);
+[[gnu::always_inline]] inline void SharedTerms::Isotherm::add_in_lanes(double delta,
+                                                                       Sums& sums) const {
+    double powers[kMaxPower + 1];
+    powers_of(delta, s_.top_, powers);
+    const int groups = static_cast<int>(s_.groups_.size());
+    SmallArray<double, 192> E(padded(groups) + shaped_);
+    for (int g = 0; g < padded(groups); ++g) {
+        const int l = g < groups ? s_.groups_[static_cast<unsigned>(g)].l : 0;
+        E[g] = l > 0 ? -powers[l] : 0.0;
+    }
+    V4 x{}, y{}, e{};
+    double* const shapes = &E[0] + padded(groups);
+    for (int k = 0; k < shaped_; k += 4) {
+        get(x, column(epsilon) + k), get(y, column(eta) + k);
+        e = -y * (delta - x) * (delta - x);
+        get(x, column(gamma) + k), get(y, column(beta) + k);
+        put(shapes + k, e - y * (delta - x));
+    }
+    lanes::exp_lanes<V4, lanes::I4>(&E[0], padded(groups) + shaped_);
+    powers_in_lanes<order>(powers, &E[0], sums);
+    if (shaped_ > 0) shapes_in_lanes<order>(delta, powers, shapes, sums);
+}
+template <int order>
+void SharedTerms::Isotherm::add_narrow(double delta, Sums& sums) const {
+    add_in_lanes<order>(delta, sums);
 }
 #if defined(__x86_64__)
 template <int order>
-[[gnu::target("avx2")]] void SharedTerms::Isotherm::shapes_wide(double delta, double const* powers,
-                                                                double* E, Sums& sums) const {
-    shapes_in_lanes<order>(delta, powers, E, sums);
+[[gnu::target("avx2")]] void SharedTerms::Isotherm::add_wide(double delta, Sums& sums) const {
+    add_in_lanes<order>(delta, sums);
 }
 #endif
 
 template <int order>
 void SharedTerms::Isotherm::add(double delta, Sums& sums) const {
-    double powers[kMaxPower + 1];
-    powers_of(delta, s_.top_, powers);
-    const int groups = static_cast<int>(s_.groups_.size());
-    double decay[padded(kMaxPower + 1)] = {};
-    for (int g = 0; g < groups; ++g)
-        if (const int l = s_.groups_[static_cast<unsigned>(g)].l; l > 0) decay[g] = -powers[l];
-    lanes::exp_in_place(decay, padded(groups));
-    for (int g = 0; g < groups; ++g) {
-        Group const& group = s_.groups_[static_cast<unsigned>(g)];
-        Polynomial p;
-        for (int s = group.first; s < group.last; ++s) {
-            const int d = s_.slots_[static_cast<unsigned>(s)].d;
-            p.add<order>(d, slot_[s] * powers[d]);
-        }
-        p.add_damped<order>(group.l, powers[group.l], decay[g], sums.d[0], sums.d[3], sums.d[6],
-                            sums.third);
-    }
-    if (shaped_ > 0) {
-        SmallArray<double, 128> E(shaped_);
 #if defined(__x86_64__)
-        if (lanes::wide)
-            shapes_wide<order>(delta, powers, &E[0], sums);
-        else
+    if (lanes::wide)
+        add_wide<order>(delta, sums);
+    else
 #endif
-            shapes_narrow<order>(delta, powers, &E[0], sums);
-    }
+        add_narrow<order>(delta, sums);
     for (unsigned k = 0; k < s_.levels_.size(); ++k)
         s_.levels_[k].add(c_[static_cast<unsigned>(s_.terms()) + k], delta, tau_,
                           std::max(order, 1), sums);

@@ -67,11 +67,15 @@ class SharedTerms {
         friend class SharedTerms;
         enum Column { factor, power, eta, epsilon, beta, gamma, columns };
         template <int order>
-        void shapes_in_lanes(double delta, double const* powers, double* E, Sums& sums) const;
+        void add_in_lanes(double delta, Sums& sums) const;
         template <int order>
-        void shapes_narrow(double delta, double const* powers, double* E, Sums& sums) const;
+        void add_narrow(double delta, Sums& sums) const;
         template <int order>
-        void shapes_wide(double delta, double const* powers, double* E, Sums& sums) const;
+        void add_wide(double delta, Sums& sums) const;
+        template <int order>
+        void powers_in_lanes(double const* powers, double const* decay, Sums& sums) const;
+        template <int order>
+        void shapes_in_lanes(double delta, double const* powers, double const* E, Sums& sums) const;
         double* column(int which) { return &shape_[which * room_]; }
         double const* column(int which) const { return &shape_[which * room_]; }
 
@@ -95,12 +99,8 @@ class SharedTerms {
     struct Function {
         int first = 0, size = 0, shaped_first = 0, shaped_size = 0;
     };
-    struct Slot {
-        int l, d;
-        bool operator==(Slot const&) const = default;
-    };
-    struct Group {
-        int first, last, l;
+    struct Group {  // powers of δ from the first to `size`, a multiple of four, with one exp(−δ^l)
+        int l, size, first;
     };
     struct Level {
         int function;
@@ -116,7 +116,10 @@ class SharedTerms {
     void fill_up();
     bool shares(Part const& part, PowerSeries1::Terms const& terms) const;
     void add_component(Model1 const* model);
-    void make_slots();
+    void make_groups();
+    void weigh_in_lanes(double const* x, double const* w, double const* n, double* c) const;
+    void weigh_narrow(double const* x, double const* w, double const* n, double* c) const;
+    void weigh_wide(double const* x, double const* w, double const* n, double* c) const;
     Sums sum(double const* c, double delta, double tau, Kept* kept) const;
     template <bool Keep>
     Sums sum_in_lanes(double const* c, double delta, double tau, Kept* kept) const;
@@ -134,10 +137,10 @@ class SharedTerms {
     std::vector<double> n_, t_, d_, l_, eta_, epsilon_, beta_, gamma_, b_, c_;
     std::vector<int> dpower_, lpower_;
     std::vector<PowerSeries1::Power> powers_;  // the same two
-    std::vector<int> slot_of_;                 // of the powers
-    std::vector<Slot> slots_;                  // their different powers of δ, by l and d
-    std::vector<Group> groups_;                // of slots of the same l
-    int top_ = 1, top_l_ = 0;                  // highest exponent of δ, and in exp(−δ^l)
+    std::vector<int> slot_of_;                 // of the powers, in the groups one after the other
+    std::vector<Group> groups_;                // by l
+    int slots_ = 0;
+    int top_ = 1, top_l_ = 0;  // highest exponent of δ, and in exp(−δ^l)
     bool bells_in_tau_ = false;
 };
 
