@@ -35,6 +35,8 @@ CriticalConditions::CriticalConditions(FluidModel const& fluid)
     side_.resize(n_);
     kept_.resize(n_);
     u.resize(n);
+    last_u_.resize(n);
+    root_.resize(n);
     B_.resize(n * n);
     values_.resize(n);
     vectors_.resize(n * n);
@@ -65,11 +67,13 @@ bool CriticalConditions::state(PhaseState& q, Variables const& y, int m, int ord
 /// λ and u of s.H.
 void CriticalConditions::smallest() {
     const int n = n_;
-    for (int i = 0; i < n; ++i)
-        for (int j = 0; j < n; ++j)
-            B_[i * n + j] = std::sqrt(s.rho_i[i]) * std::sqrt(s.rho_i[j]) * 0.5 *
-                            (s.H[i * n + j] + s.H[j * n + i]);
-    last_u_ = u;
+    for (int i = 0; i < n; ++i) {
+        root_[i] = std::sqrt(s.rho_i[i]);
+        for (int j = 0; j <= i; ++j)
+            B_[i * n + j] = B_[j * n + i] =
+                root_[i] * root_[j] * 0.5 * (s.H[i * n + j] + s.H[j * n + i]);
+        last_u_[i] = u[i];
+    }
     if (n == 1) {
         values_[0] = B_[0];
         vectors_[0] = 1.0;

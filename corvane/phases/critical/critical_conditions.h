@@ -90,7 +90,7 @@ class CriticalConditions {
     const int n_;
     const bool exact_;
     PhaseState side_, kept_;
-    std::vector<double> last_u_, B_, values_, vectors_;
+    std::vector<double> last_u_, root_, B_, values_, vectors_;
     std::array<double, 9> J_{};
     double stiffness_ = 1.0;
 };
