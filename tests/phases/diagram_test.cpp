@@ -33,6 +33,10 @@ TEST(Diagram, FromPureToPureAndToTheCriticalPoint) {
             EXPECT_LT(q.value_error + q.x_error, 1e-6);
             EXPECT_LT(std::fabs(d.points[k + 1].x - q.x), 1.3 * 0.05);
         }
+        auto const& pure = d.points.front();
+        const auto boils = corvane::pure_saturation_T(*m->mdl1[pure.x > 0.5 ? 0 : 1], c.T);
+        EXPECT_NEAR(pure.p / boils.p, 1, pure.value_error + boils.value_error);
+        EXPECT_LT(pure.value_error, 1e-9);
         if (c.end == DiagramEnd::critical) {
             Vector<double> x = mix(d.points.back().x);
             Matrix<double> line(1, 4);

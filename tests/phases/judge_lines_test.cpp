@@ -141,4 +141,121 @@ TEST(JudgeLines, ThreePhasesLieWithinTheirBounds) {
     const auto q = corvane::three_phase_T(*m, 190);
     within(judge::PcSaft(*m), q);
 }
+
+/// The fluid beside the pure solid of a component at (p, T), by Newton's method in ln rho_i: the Gibbs
+/// energy of the solid less that of the pure fluid is the library's, everything else is not.
+struct Dissolved {
+    Dissolved(ModelN const& model, int solid, double p, double T, corvane::SolidFluidPoint const& from)
+        : at(Cubic(model), Quad(T)), P(Quad(p) / (Quad(R) * Quad(T))) {
+        level = gap(model, solid, p, T);
+        y[0] = log(Quad(from.rho) * Quad(from.x[0]));
+        y[1] = log(Quad(from.rho) * Quad(from.x[1]));
+        for (int it = 0; it < 12; ++it) {
+            Quad f[2], g[2], J[2][2];
+            equations(solid, f);
+            for (int j : {0, 1}) {
+                const Quad keep = y[j], step = 1e-15;
+                y[j] += step;
+                equations(solid, g);
+                y[j] = keep;
+                for (int i : {0, 1}) J[i][j] = (g[i] - f[i]) / step;
+            }
+            for (int i : {0, 1}) g[i] = -f[i];
+            if (!judge::eliminate(J, g, 2)) return;
+            for (int i : {0, 1}) y[i] += g[i];
+            solved = abs(g[0]) < 1e-22 && abs(g[1]) < 1e-22;
+        }
+    }
+    /// Potential of the pure solid.
+    Quad gap(ModelN const& model, int i, double p, double T) {
+        int form = 0;
+        double rho = 0.0;
+        Model1 const& c = *model.mdl1[i];
+        const Quad solid = c.solid.Ge(p, T, form, rho), fluid = c.Ge(p, T, 2, rho);
+        Quad pure = log(Quad(rho)), x[2] = {i == 0, i == 1}, m[2], step = 1e-15;
+        for (int it = 0; it < 8; ++it) {
+            const Quad here = at.state(exp(pure), x, m);
+            pure -= (here / P - 1) * step / (at.state(exp(pure + step), x, m) / P - here / P);
+        }
+        at.state(exp(pure), x, m);
+        return m[i] + solid - fluid;
+    }
+    Quad potential(int i) {
+        const Quad rho = exp(y[0]) + exp(y[1]);
+        Quad x[2] = {exp(y[0]) / rho, exp(y[1]) / rho}, m[2];
+        at.state(rho, x, m);
+        return m[i] + log(x[i]);
+    }
+    void equations(int solid, Quad* f) {
+        const Quad rho = exp(y[0]) + exp(y[1]);
+        Quad x[2] = {exp(y[0]) / rho, exp(y[1]) / rho}, m[2];
+        f[1] = at.state(rho, x, m) / P - 1;
+        f[0] = m[solid] + log(x[solid]) - level;
+    }
+    double rho() const { return double(exp(y[0]) + exp(y[1])); }
+    double x(int i) const { return double(exp(y[i])) / rho(); }
+
+    Cubic::At<Quad> at;
+    Quad P, level, y[2];
+    bool solved = false;
+};
+
+TEST(JudgeLines, SolubilitiesLieWithinTheirBounds) {
+    int points = 0;
+    for (auto const& [a, b, kij] :
+         {std::tuple{"methane", "carbon_dioxide", 0.1},
+                                    {"carbon_dioxide", "methane", 0.09},
+                                    {"hydrogen_sulfide", "carbon_dioxide", 0.1}}) {
+        const Mixture m = estimated_mixture("PR", "vdW1", {a, b});
+        m->param(0, 0, 1, kij);
+        for (int i : {0, 1}) m->mdl1[i]->solid.load();
+        for (double p : {0.05, 1.0, 20.0})
+            for (int solid : {0, 1})
+                for (auto const& line : corvane::solid_fluid_isobar(*m, solid, p))
+                    for (std::size_t k = 1; k + 1 < line.points.size(); k += 4) {
+                        const double T = line.points[k].T;
+                        const auto q = corvane::solubility(*m, solid, p, T);
+                        SCOPED_TRACE(testing::Message() << a << ' ' << b << ' ' << p << ' ' << T);
+                        Dissolved truth(*m, solid, p, T, q);
+                        ASSERT_TRUE(truth.solved);
+                        corvane::Certificate const& c = q.certificate;
+                        ASSERT_TRUE(c.bounded());
+                        EXPECT_EQ(c.value_error, 0);
+                        EXPECT_LT(c.x_error, 1e-9);
+                        EXPECT_LE(std::fabs(q.rho / truth.rho() - 1), c.rho_error);
+                        for (int i : {0, 1})
+                            EXPECT_LE(std::fabs(q.x[i] - truth.x(i)), c.x_error);
+                        ++points;
+                    }
+        // On either side of the melting point, by its bound, the pure solid melts or freezes.
+        for (auto const& line : corvane::solid_fluid_isobar(*m, 0, 1.0)) {
+            auto const& q = line.points.front();
+            if (line.begin != corvane::SolidFluidEnd::pure) continue;
+            const double off = q.certificate.value_error;
+            ASSERT_TRUE(off < 1e-11);
+            double excess[2];
+            for (int k : {0, 1}) {
+                int form = 0;
+                double rho = 0;
+                const double T = q.T * (1 + (k ? off : -off));
+                excess[k] = m->mdl1[0]->solid.Ge(1.0, T, form, rho) - m->mdl1[0]->Ge(1.0, T, 2, rho);
+                EXPECT_NEAR(rho / q.rho, 1, q.certificate.rho_error + 1e-2 * off);
+            }
+            EXPECT_LT(excess[0] * excess[1], 0) << a;
+        }
+        // On either side of the eutectic, by its bound, the other component melts or freezes.
+        const auto e = corvane::eutectic(*m, 1.0);
+        const double off = e.certificate.value_error;
+        ASSERT_TRUE(off < 1e-10);
+        double excess[2];
+        for (int k : {0, 1}) {
+            const double T = e.T * (1 + (k ? off : -off));
+            Dissolved fluid(*m, 0, 1.0, T, e);
+            ASSERT_TRUE(fluid.solved);
+            excess[k] = double(fluid.potential(1) - fluid.gap(*m, 1, 1.0, T));
+        }
+        EXPECT_LT(excess[0] * excess[1], 0) << a << ' ' << b;
+    }
+    EXPECT_GT(points, 50);
+}
 }  // namespace

@@ -14,9 +14,9 @@ struct TieLine {
     double x = 0.0, y = 0.0;          ///< mole fraction of component 0 in the phases a and b
     double rho_x = 0.0, rho_y = 0.0;  ///< mol/cm³; at the start a is the liquid
     bool stable = true;               ///< false: the tangent-plane test finds a third phase
-    /// With DiagramOptions::stability, and of critical points always: bounds as in Certificate, of p or
-    /// T (relative) and of x and y of a tie line that the true curve has; not-a-number where unknown,
-    /// as of pure components.
+    /// With DiagramOptions::stability, and of critical points and pure components always: bounds as in
+    /// Certificate, of p or T (relative) and of x and y of a tie line that the true curve has;
+    /// not-a-number where unknown.
     double value_error = Certificate::unknown, x_error = Certificate::unknown;
 };
 

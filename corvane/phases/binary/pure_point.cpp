@@ -19,6 +19,11 @@ Vector<double> only(int component) {
     return z;
 }
 
+void bounded(Certificate const& c, TieLine& q) {
+    q.value_error = c.value_error;
+    q.x_error = 0.0;
+}
+
 /// Newton from densities and T of a start.
 bool solve(FluidModel const& fluid, Vector<double> const& z, Fixed constant, double liquid,
            double vapour, double T, TieLine& q) {
@@ -28,8 +33,10 @@ bool solve(FluidModel const& fluid, Vector<double> const& z, Fixed constant, dou
     pair.start({1.0}, liquid, {1.0}, vapour, T);
     const bool solved = pair.solve(40) && pair.u[0] - pair.u[1] > kApart && pair.pressure() > 0.0;
     fluid.evaluations += pure.evaluations;
-    if (solved) q = {pair.a.T, pair.pressure(), z[0], z[0], pair.a.rho, pair.b.rho, true};
-    return solved;
+    if (!solved) return false;
+    q = {pair.a.T, pair.pressure(), z[0], z[0], pair.a.rho, pair.b.rho, true};
+    if (Certificate c; pair.bound(c) && c.holds()) bounded(c, q);
+    return true;
 }
 
 bool near_critical(FluidModel const& fluid, Vector<double> const& z, Fixed constant,
@@ -63,6 +70,7 @@ bool detail::pure_point(FluidModel const& fluid, int component, Fixed constant, 
                                                     : bubble_p(fluid.model(), constant.value, z, o);
             fluid.evaluations += s.certificate.evaluations;
             q = {s.T, s.p, z[0], z[0], s.given.rho, s.incipient.rho, true};
+            bounded(s.certificate, q);
             return true;
         } catch (EquilibriumFailure const&) {
             return near_critical(fluid, z, constant, q);

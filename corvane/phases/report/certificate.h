@@ -68,10 +68,10 @@ struct CORVANE_API Certificate {
     /// near a critical point true results do so.
     bool near_trivial = false;
 
-    // Bounds of the errors of bubble and dew points, flashes into two phases and more, three phases and
-    // azeotropes of binaries and critical points against the exact solution of the model's equations:
-    // residuals and rounding, times the inverse Jacobian, with a margin. Not-a-number: none computed
-    // (one phase, critical ends of lines, solids). The first, relative: of p at given T, of T at given p, else of both.
+    // Bounds of the errors against the exact solution of the model's equations (with a solid's Gibbs
+    // energy as computed): residuals and rounding, times the inverse Jacobian, with a margin. Of one
+    // phase there are none: not-a-number. The first, relative: of p at given T, of T at given p, of both
+    // at critical points, azeotropes, three phases.
     double value_error = unknown;  ///< see above; 0 where T and p were given
     double x_error = unknown;      ///< largest of all mole fractions of all phases
     double rho_error = unknown;    ///< relative, the largest of all phases

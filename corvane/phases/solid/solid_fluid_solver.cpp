@@ -1,15 +1,20 @@
 #include <corvane/core/constants.h>
 #include <corvane/core/errors.h>
+#include <corvane/phases/numerics/dense.h>
 #include <corvane/phases/numerics/newton.h>
+#include <corvane/phases/report/error_bound.h>
 #include <corvane/phases/solid/solid_fluid_solver.h>
 #include <corvane/pure/model1.h>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace corvane {
 namespace {
 constexpr double kPotential = 1e-10, kStep = 1e-6;
+constexpr double kEps = std::numeric_limits<double>::epsilon();
+constexpr double kSolid = 64 * kEps;  // rounding of a solid's Gibbs energy, of its terms
 }  // namespace
 
 bool SolidState::evaluate(Model1 const& component, AnchoredSolid const* anchored, double p,
@@ -35,6 +40,10 @@ bool SolidState::evaluate(Model1 const& component, AnchoredSolid const* anchored
         return false;
     }
     return std::isfinite(g);
+}
+
+double SolidState::rounding(double p, double T) const {
+    return kSolid * (1.0 + std::fabs(g) + std::fabs(g_T) + p * v / (R * T));
 }
 
 SolidFluidSolver::SolidFluidSolver(FluidModel const& fluid, AnchoredSolids const& anchored,
@@ -148,6 +157,39 @@ bool SolidFluidSolver::solve(int limit) {
         m, jacobian_.data(), r_.data(), limit, iterations,
         [&] { return evaluate() && (assemble(), true); }, converged,
         [&] { return std::isfinite(residual); }, advance);
+}
+
+bool SolidFluidSolver::bound(Certificate& c) {
+    const int m = size(), fluids = two ? 2 : 1;
+    assemble();
+    std::vector<double> e(static_cast<std::size_t>(m), 8 * kEps);
+    if (!row.empty()) r_[m - 1] = 0.0;  // it says which point of a line this is
+    int k = 0;
+    for (std::size_t j = 0; j < solids.size(); ++j, ++k)
+        e[k] = rounding_of_m(fluid_, a, solids[j]) + solid[j].rounding(p, T);
+    for (int f = 0; f < fluids; ++f, ++k) {
+        PhaseState const& s = f ? b : a;
+        e[k] = rounding_of_P(fluid_, s) / s.rho + 2 * kEps * p / (R * T * s.rho);
+    }
+    for (int i = 0; two && i < 2; ++i, ++k)
+        e[k] = rounding_of_m(fluid_, a, i) + rounding_of_m(fluid_, b, i);
+    for (std::size_t i = 0; i < row.size(); ++i) e[k] += 2 * kEps * std::fabs(row[i] * u[i]);
+    for (int i = 0; i < m; ++i) e[i] += std::fabs(r_[i]);
+    std::vector<double> inverse(jacobian_.size());
+    if (!invert(m, jacobian_.data(), inverse.data())) return false;
+    const ErrorBound off(e);
+    const auto change = [&](int i) { return &inverse[static_cast<std::size_t>(i) * m]; };
+    c.x_error = c.rho_error = c.apart_error = 0.0;
+    for (int f = 0; f < fluids; ++f) off.phase(f ? b : a, change(2 * f), c.x_error, c.rho_error);
+    if (two) {
+        std::vector<double> rows(static_cast<std::size_t>(2 * m));
+        for (int i = 0; i < 2; ++i)
+            for (int j = 0; j < m; ++j) rows[i * m + j] = change(i)[j] - change(2 + i)[j];
+        c.apart_error = off.apart({u[0] - u[2], u[1] - u[3]}, rows.data());
+    }
+    const bool given = m == 3 && !row.empty() && row[0] == 0.0 && row[1] == 0.0;  // p and T
+    c.value_error = given ? 0.0 : off(change(m - 1)) + 2 * kEps;
+    return std::isfinite(c.x_error + c.rho_error + c.apart_error + c.value_error);
 }
 
 bool SolidFluidSolver::tangent(std::vector<double>& t) {

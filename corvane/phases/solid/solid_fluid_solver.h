@@ -3,6 +3,7 @@
 
 #include <corvane/phases/phase/fixed.h>
 #include <corvane/phases/phase/phase.h>
+#include <corvane/phases/report/certificate.h>
 #include <corvane/phases/solid/anchored_solid.h>
 
 #include <array>
@@ -21,6 +22,8 @@ struct SolidState {
     /// From `anchored` if it is not null, else from component.solid.
     bool evaluate(Model1 const& component, AnchoredSolid const* anchored, double p, double T,
                   bool slope);
+    /// What rounding may add to g.
+    double rounding(double p, double T) const;
 };
 
 /// The solids of both components: null where Solid's own data count.
@@ -51,6 +54,9 @@ class SolidFluidSolver {
     bool solve(int limit);
     /// ∂u/∂value at the solution (needs row).
     bool tangent(std::vector<double>& t);
+    /// Bounds of the errors of the solution (see Certificate), the solids' Gibbs energies at (p, T)
+    /// taken as given but for their rounding. Of a point of a line: at its value of row·u.
+    bool bound(Certificate& c);
 
   private:
     bool evaluate();

@@ -1,6 +1,8 @@
+#include <corvane/core/constants.h>
 #include <corvane/core/errors.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/numerics/illinois.h>
+#include <corvane/phases/report/error_bound.h>
 #include <corvane/phases/report/words.h>
 #include <corvane/phases/solid/solid_fluid_states.h>
 #include <corvane/pure/model1.h>
@@ -146,13 +148,31 @@ bool SolidFluidStates::pure_point(double a, double fa, double b, double fb, Pure
     q.point.form = solid_.form;
     certify(pure_, q.point.p, {&at_pure_}, q.point.certificate);
     q.point.certificate.dmu = std::fabs(r.fb);
+    bound_pure(r.fb, q.point.certificate);
     q.point.certificate.phases.push_back({solid_.rho, q.point.x});
     q.point.certificate.flag(o_.validity, q.point.T, q.point.p, q.point.x);
     return q.point.certificate.holds();
 }
+/// Of at_pure_ and solid_, whose potentials differ by `gap`: by its slope in ln T (or ln p).
+void SolidFluidStates::bound_pure(double gap, Certificate& c) {
+    PhaseState& s = at_pure_;
+    SolidState solid;
+    const double T = s.T, pressure = s.p, P = pressure / (R * T);
+    if (!solid.evaluate(pure_.pure(0), o_.anchored[s_], pressure, T, !held_.at_T) ||
+        !pure_.evaluate(s, T, phase_all))
+        return;
+    const double slope =
+        held_.at_T ? pressure * s.m_p(0) - P * solid.v : T * s.m_T_at_p(0) - solid.g_T;
+    const double expansion = held_.at_T ? P / s.S : -(P + s.p_T) / s.S;
+    const double off = std::fabs(gap) + rounding_of_m(pure_, s, 0) + solid.rounding(pressure, T);
+    c.value_error = ErrorBound::kMargin * off / std::fabs(slope);
+    c.rho_error = std::fabs(expansion) * c.value_error +
+                  ErrorBound::kMargin * (rounding_of_P(pure_, s) + c.dp * P) / s.S;
+    c.x_error = c.apart_error = 0.0;
+}
 /// The solution of `solver` as a point, with its certificate; second: a fluid that is known to
 /// coexist.
-void SolidFluidStates::certify_point(SolidFluidSolver const& solver, PhaseState const* second,
+void SolidFluidStates::certify_point(SolidFluidSolver& solver, PhaseState const* second,
                                      SolidFluidNode& q) {
     PhaseState const& a = solver.a;
     SolidFluidPoint& r = q.point;
@@ -171,6 +191,8 @@ void SolidFluidStates::certify_point(SolidFluidSolver const& solver, PhaseState 
         c.dmu = std::max(c.dmu, std::fabs(a.m[solver.solids[k]] - solver.solid[k].g));
         c.phases.push_back({solver.solid[k].rho, pure_composition(solver.solids[k])});
     }
+    if (!solver.bound(c))
+        c.value_error = c.x_error = c.rho_error = c.apart_error = Certificate::unknown;
     const StabilityResult result = stability_.test(a, r.p, second, true);
     c.tpd = result.stable ? std::min(0.0, result.tpd) : result.tpd;
     q.freezing = false;

@@ -38,7 +38,7 @@ class SolidFluidStates {
     bool missed() const { return missed_; }
     /// The solution of `solver` as a point, with its certificate; second: a fluid that is known to
     /// coexist.
-    void certify_point(SolidFluidSolver const& solver, PhaseState const* second,
+    void certify_point(SolidFluidSolver& solver, PhaseState const* second,
                        SolidFluidNode& node);
     [[noreturn]] void fail(double T, std::string const& advice,
                            EquilibriumFailure::Kind kind = EquilibriumFailure::Kind::no_solution) const;
@@ -63,6 +63,7 @@ class SolidFluidStates {
   private:
     bool gap(double variable, double& value);
     bool pure_point(double a, double fa, double b, double fb, PureSolidPoint& q);
+    void bound_pure(double gap, Certificate& c);
     /// A fluid of z = ln(x/(1 − x)) on the way of the search.
     struct Sample {
         double z = 0.0, rho = 0.0;

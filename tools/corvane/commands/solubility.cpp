@@ -4,6 +4,7 @@
 #include <tools/corvane/input/options.h>
 #include <tools/corvane/input/solids.h>
 #include <tools/corvane/output/rows.h>
+#include <tools/corvane/results/certified.h>
 #include <tools/corvane/results/mixture_points.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
@@ -27,13 +28,15 @@ struct SolubilityCommand {
 
   private:
     std::vector<Column> columns(MixtureFluid const& mixture) const;
-    Row row(MixtureFluid const& mixture, double T_, double p_) const;
-    Row point(MixtureFluid const& mixture, double T_, double p_) const;
+    Row row(MixtureFluid const& mixture, double T_, double p_);
+    Row any_root(MixtureFluid const& mixture, double T_, double p_) const;
+    Row point(MixtureFluid const& mixture, double T_, double p_);
     std::string reason(ModelN const& m, double T_, double p_) const;
-    Row stable_row(MixtureFluid const& mixture, double T_, double p_) const;
+    Row stable_row(MixtureFluid const& mixture, double T_, double p_);
     void add_amount(MixtureFluid const& mixture, double x, Row& result) const;
     int s_ = 0;  // index of the component that forms the solid
     std::optional<PureSolid> pure_[2];
+    Evidence evidence_;  // of the stable fluids
 };
 
 /// Bound of |Δμ/(RT)| of the solid's component between both phases: the search stops at 1e-9 in
@@ -51,11 +54,16 @@ std::vector<Column> SolubilityCommand::columns(MixtureFluid const& mixture) cons
     result.push_back({"solid", "", "phase of the solid"});
     result.push_back({"rhoS", u.name(Quantity::density), "density of the solid"});
     if (mixture.composed) result.push_back({"amountS", "", "mole fraction of all that is solid"});
+    if (phase == "stable") Evidence::add_columns(result);
     return result;
 }
 
-Row SolubilityCommand::row(MixtureFluid const& mixture, double T_, double p_) const {
-    if (phase == "stable") return stable_row(mixture, T_, p_);
+Row SolubilityCommand::row(MixtureFluid const& mixture, double T_, double p_) {
+    return phase == "stable" ? stable_row(mixture, T_, p_) : any_root(mixture, T_, p_);
+}
+
+/// The root asked for, by the published function: not certified.
+Row SolubilityCommand::any_root(MixtureFluid const& mixture, double T_, double p_) const {
     ModelN const& m = *mixture.model;
     Solid const& curve = m.mdl1[s_]->solid;
     Units const& u = options.units;
@@ -105,10 +113,13 @@ void SolubilityCommand::add_amount(MixtureFluid const& mixture, double x, Row& r
 }
 
 /// The stable fluid, by the certified search.
-Row SolubilityCommand::stable_row(MixtureFluid const& mixture, double T_, double p_) const {
+Row SolubilityCommand::stable_row(MixtureFluid const& mixture, double T_, double p_) {
     Units const& u = options.units;
     corvane::SolidFluidOptions how;
-    how.validity = &mixture.validity;
+    corvane::Validity validity = mixture.validity;  // ranges begin at triple points: here is below
+    validity.T_min = 0.0;
+    validity.T_triple = {};
+    how.validity = &validity;
     for (int i : {0, 1})
         if (pure_[i]) how.anchored[i] = pure_[i]->pointer();
     const corvane::SolidFluidPoint q = corvane::solubility(*mixture.model, s_, p_, T_, how);
@@ -125,6 +136,7 @@ Row SolubilityCommand::stable_row(MixtureFluid const& mixture, double T_, double
     if (!q.certificate.holds()) add_note(result.note, "not certified");
     if (T_ < pure_[s_]->T_min())
         add_note(result.note, "extrapolated: below the transition or the end of the solid's data");
+    evidence_.add(result, q.certificate);
     return result;
 }
 
@@ -143,7 +155,7 @@ std::string SolubilityCommand::reason(ModelN const& m, double T_, double p_) con
 }
 
 /// The row, or a failure with its reason. @throws Failure
-Row SolubilityCommand::point(MixtureFluid const& mixture, double T_, double p_) const {
+Row SolubilityCommand::point(MixtureFluid const& mixture, double T_, double p_) {
     try {
         return asking(fmt::format("no fluid in equilibrium with solid {}", mixture.component(s_)),
                       [&] { return row(mixture, T_, p_); });
@@ -187,6 +199,7 @@ int SolubilityCommand::run() {
             return point(mixture, T_, p_);
         });
     });
+    evidence_.report(head);
     return rows.write(head, options.style);
 }
 }  // namespace
