@@ -110,13 +110,23 @@ class Jet {
     static constexpr int order = N;
 
     /// Σ f[n]·v^n with v = *this − value: a function of this series from its own Taylor
-    /// coefficients.
+    /// coefficients. Horner's scheme, without the products with the value of v, which is zero.
     [[gnu::always_inline]] constexpr Jet compose(std::array<double, N + 1> const& f) const {
-        Jet v(*this);
-        v.c_[0] = 0.0;
-        Jet r(f[N]);
+        Jet r(f[0]);
+        if constexpr (N > 0) {
+            r = *this * f[N];
+            r.c_[0] = f[N - 1];
 #pragma GCC unroll 8
-        for (int n = N - 1; n >= 0; --n) r = r * v + f[n];
+            for (int n = N - 2; n >= 0; --n) {
+                Jet next(f[n]);
+#pragma GCC unroll 8
+                for (int j = 0; j <= M; ++j)
+#pragma GCC unroll 8
+                    for (int i = j == 0 ? 1 : 0; i <= N - j; ++i)
+                        next.c_[index(i, j)] = product(r, *this, i, j, 0, true);
+                r = next;
+            }
+        }
         return r;
     }
 
@@ -126,12 +136,15 @@ class Jet {
         r.c_[n] = value;
         return r;
     }
-    /// Coefficient (i, j) of a·b.
-    [[gnu::always_inline]] static constexpr double product(Jet const& a, Jet const& b, int i, int j, double sum) {
+    /// Coefficient (i, j) of a·b added to a sum; or without the value of b.
+    [[gnu::always_inline]] static constexpr double product(Jet const& a, Jet const& b, int i, int j,
+                                                           double sum, bool valueless = false) {
 #pragma GCC unroll 8
         for (int l = 0; l <= j; ++l)
 #pragma GCC unroll 8
-            for (int k = 0; k <= i; ++k) sum += a.c_[index(k, l)] * b.c_[index(i - k, j - l)];
+            for (int k = 0; k <= i; ++k)
+                if (!(valueless && k == i && l == j))
+                    sum += a.c_[index(k, l)] * b.c_[index(i - k, j - l)];
         return sum;
     }
 

@@ -143,7 +143,8 @@ inline constexpr bool closed_isotherm = requires(Eq const& e, F const& f) {
 template <class Eq, class F>
 double compressibility(F const& fluid, double rho) {
     if constexpr (closed_isotherm<Eq, F>) {
-        if (rho != 0.0 && std::isfinite(residual<Eq>(fluid, rho)))
+        const bool before_poles = rho > 0.0 && rho <= density_range<Eq>(fluid).top;
+        if (before_poles || (rho != 0.0 && std::isfinite(residual<Eq>(fluid, rho))))
             return Eq{}.isotherm(fluid, rho).P / rho;
     }
     const auto a = residual<Eq>(fluid, Jet<1>::along_h(rho));
