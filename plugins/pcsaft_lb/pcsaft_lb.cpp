@@ -1,6 +1,6 @@
 // PC-SAFT mixtures with Lorentz-Berthelot combining rules. See README.md.
-#include <corvane/plugin/plugin.h>
 #include <corvane/plugin/exact_slots.h>
+#include <corvane/plugin/plugin.h>
 #include <plugins/common/pcsaft/density.h>
 #include <plugins/pcsaft_lb/potentials.h>
 
@@ -78,6 +78,8 @@ class PcSaftLB final : public corvane::PairTableMixture {
     int deriv(double rho, double T, Vector<double> const& x, int nrho, int nT,
               double* d) const override {
         if (nrho < 0 || nT < 0) return 0;
+        if (nrho == 1 && nT == 0) return first_in_rho<double>(rho, T, x, d);
+        if (nrho == 1 && nT == 1) return first_in_rho<Jet<1>>(rho, Jet<1>::along_h(T), x, d);
         if (nT == 0 && nrho <= 3) return derivatives_at<3, 0>(rho, T, x, nrho, nT, d);
         if (nrho == 0 && nT == 1) return derivatives_at<1, 1>(rho, T, x, nrho, nT, d);
         if (nrho <= 2 && nT <= 2) return derivatives_at<2, 2>(rho, T, x, nrho, nT, d);
@@ -130,6 +132,17 @@ class PcSaftLB final : public corvane::PairTableMixture {
 
     Components components() const { return {mdl1, pairs_}; }
 
+    /// Ar and rho·Ar_rho, with a series in T beside each T·∂/∂T of it.
+    template <class X>
+    int first_in_rho(double rho, X const& T, Vector<double> const& x, double* d) const {
+        const MixtureIsotherm<X> fluid(components(), x, T);
+        const X eta = fluid.packing() * rho, a = fluid.ar(eta), slope = eta * fluid.slope(eta);
+        if constexpr (std::is_same_v<X, double>)
+            d[0] = a, d[1] = slope;
+        else
+            d[0] = a(0), d[1] = a(1), d[2] = slope(0), d[3] = slope(1);
+        return 1;
+    }
     /// Derivatives of total order N at most from truncated series in rho and, where M > 0, in T.
     template <int N, int M>
     int derivatives_at(double rho, double T, Vector<double> const& x, int nrho, int nT,

@@ -94,6 +94,15 @@ TEST(PcSaftLB, TernariesAreThoseOfThePublishedForm) {
             EXPECT_NEAR(d[2], F_TT, tolerance);
             EXPECT_NEAR(d[4], F_rT - F_T, tolerance);
             EXPECT_NEAR(d[6], F_rr - 2 * (F_r - F), 4 * tolerance);
+            for (int nT : {0, 1}) {  // the first derivative in rho has a way of its own
+                double first[4];
+                ASSERT_EQ(m->derivatives()->deriv(rho, T, x, 1, nT, first), 1);
+                EXPECT_NEAR(first[0], F, tolerance);
+                EXPECT_NEAR(first[1 + nT], F_r - F, tolerance + 4e-16);
+                if (nT == 0) continue;
+                EXPECT_NEAR(first[1], F_T, tolerance);
+                EXPECT_NEAR(first[3], F_rT - F_T, tolerance + 4e-16);
+            }
             ASSERT_EQ(m->derivatives()->deriv(rho, T, x, 3, 0, third), 1);
             const double F_rrr = want({all, all, all}) / rho;
             EXPECT_NEAR(third[3], F_rrr - 3 * third[2], 10 * tolerance + 4e-14 * std::fabs(F_rrr));
