@@ -26,7 +26,19 @@ const std::vector<std::string> kSeeds = {
     "critical-line PR+vdW1 methane=0.7 ethane=0.2 propane",
     "critical-line PR+vdW1 methane propane --at 0.1:0.9:0.4", "critical-line PR+vdW1 CO2=1",
     "three-phase PR+vdW1 ethane methanol --T 290", "azeotrope PR+vdW1 CO2 ethane --T 220",
-    "solubility PR+vdW1 methane CO2 --solid CO2 --T 120 --p 5"};
+    "solubility PR+vdW1 methane CO2 --solid CO2 --T 120 --p 5",
+    "state CO2 --input points.csv", "flash PR+vdW1 methane=0.5 propane --input points.csv --csv",
+    "transport propane --T 300 --p 0.1", "transport PR+vdW1 methane=0.3 propane --T 280 --p 3",
+    "diffusion water --T 300", "surface-tension CO2 --T 250,300 --mass",
+    "interface PR+vdW1 methane=0.5 decane --T 311", "excess PR+vdW1 methane=0.3 propane --T 250 --p 5",
+    "activity PR+vdW1 methane propane --scan methane=0:1:0.5 --T 250 --p 5",
+    "henry PR+vdW1 methane propane --T 250", "virial PR+vdW1 methane=0.5 propane --T 300",
+    "ideal-curve PR nitrogen --kind boyle", "reaction N2+3H2=2NH3 --T 700",
+    "property-diagram PR propane --kind ph --csv", "diagram PR+vdW1 methane propane",
+    "ternary PR+vdW1 methane ethane propane --T 230 --p 3 --mesh 4",
+    "residue-curves PR+vdW1 propane butane pentane --p 0.5 --mesh 3",
+    "fit PCSAFT propane --data points.csv --adjust m",
+    "new-equation mine"};
 const std::vector<std::string> kWords = {
     "0", "-1", "nan", "inf", "1e308", "1e-308", "4.9e-324", "1e999", "0x10", "1:2:3", "3:1:1",
     "1:1:0", "1,,2", ":", "=", "+", "PR", "PR+vdW1", "MEOS+GERG", "water=1", "water=0", "=1",
