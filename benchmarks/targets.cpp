@@ -52,6 +52,11 @@ bool wanted(std::string const& name) {
                return name.find(w) != std::string::npos;
            });
 }
+/// Of rows whose names begin so.
+bool group_wanted(std::string const& begin) {
+    return wanted(begin) || std::any_of(words.begin(), words.end(),
+                                        [&](std::string const& w) { return w.starts_with(begin); });
+}
 void line(std::string const& name, double time, double target, char const* unit,
           long evaluations = -1) {
     std::printf("%-52s %12.4g %10.4g %-6s %s %s\n", name.c_str(), time, target, unit,
@@ -96,7 +101,7 @@ void saturation() {
     for (Case const& c : {Case{"PR", "propane", 0.14, 1.5}, Case{"PCSAFT", "propane", 0.14, 0.0},
                           Case{"MEOS", "propane", 0.25, 0.0}, Case{"MEOS", "water", 0.25, 0.0}}) {
         const std::string of = std::string(" ") + c.equation + ' ' + c.substance;
-        if (!wanted("saturation" + of)) continue;
+        if (!group_wanted("saturation")) continue;
         const auto fluid = corvane::open(c.equation, c.substance);
         const corvane::SaturationExpansion curve(*fluid.model);
         const double Tc = curve.T_critical();
@@ -119,7 +124,7 @@ void saturation() {
 }
 
 void multi_fluid() {
-    if (!wanted("GERG")) return;
+    if (!group_wanted("GERG")) return;
     const Mixture m =
         mixture_of({"methane", "ethane", "nitrogen", "carbon_dioxide"}, "MEOS", "GERG", -1);
     const auto z = fractions({0.85, 0.08, 0.05, 0.02});
@@ -144,7 +149,7 @@ void multi_fluid() {
         row("GERG 4, bubble point cold, " + std::to_string(static_cast<int>(T)) + " K",
             T < 190 ? 400 : 5000,
             [&] { return corvane::bubble_T(*m, T, z).certificate.evaluations; });
-    if (wanted("GERG 21")) {
+    if (group_wanted("GERG 21")) {
         const Mixture all = mixture_of(
             {"methane", "nitrogen",        "carbon_dioxide", "ethane",           "propane",
              "butane",  "isobutane",       "pentane",        "isopentane",       "hexane",
@@ -183,7 +188,7 @@ void batches(bool long_ones) {
     };
     for (Case const& c : {Case{"PR", "propane", 0.01}, Case{"MEOS", "water", 0.05}}) {
         const std::string of = std::string(" ") + c.equation + ' ' + c.substance;
-        if (!wanted("batch" + of)) continue;
+        if (!group_wanted("batch" + of)) continue;
         const auto fluid = corvane::open(c.equation, c.substance);
         for (int n : {1000, 10000, 100000, 1000000, 10000000}) {
             if (n > 10000 && !long_ones) continue;
@@ -214,7 +219,7 @@ void batches(bool long_ones) {
                  alone / 3, "us");
         }
     }
-    if (wanted("batch 10^6 (p, T)")) {
+    if (group_wanted("batch 10^6 (p, T)")) {
         const auto water = corvane::open("MEOS", "water");
         const Grid g(20000, 280, 700, 0.05, 60);
         const double begin = now();
@@ -228,7 +233,7 @@ void batches(bool long_ones) {
 }
 
 void others() {
-    if (wanted("PC-SAFT")) {
+    if (group_wanted("PC-SAFT")) {
         const Mixture m = mixture_of({"methane", "butane"}, "PCSAFT", "LB");
         const auto z = equal_parts(2);
         const auto near = corvane::bubble_T(*m, 311, z);
@@ -239,7 +244,7 @@ void others() {
         row("PC-SAFT binary, bubble point, warm", 40,
             [&] { return corvane::bubble_T(*m, 310, z, o).certificate.evaluations; });
     }
-    if (wanted("critical point")) {
+    if (group_wanted("critical point")) {
         const Mixture six =
             mixture_of({"methane", "nitrogen", "ethane", "propane", "butane", "decane"});
         auto z = fractions({0.5, 0.1, 0.1, 0.1, 0.1, 0.1});
