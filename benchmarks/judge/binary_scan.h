@@ -22,7 +22,7 @@ struct Trial {
 /// s rises through zero. Nodes At::kStep apart, up to five times that beyond 12, and the compositions
 /// `near_w`; an interval is halved, 30 times at most, as long as its roots differ in number, the
 /// density jumps, the slope at its middle misses the straight line by more than what keeps it from
-/// zero (down to 1e-16), or a single root is about to become three. Every value counts, so that a negative one is a proof; that a positive one is not
+/// zero (down to At::kFlat, what rounding may make of a slope), or a single root is about to become three. Every value counts, so that a negative one is a proof; that a positive one is not
 /// undercut rests on the halving.
 template <class At>
 class BinaryScan {
@@ -92,7 +92,7 @@ class BinaryScan {
         const Node m = node((a.L + b.L) / 2);
         bool split = a.n != b.n || a.n != m.n, flat = !split;
         for (int r = 0; r < a.n && flat; ++r)  // to rounding
-            for (Node const* q : {&a, &m, &b}) flat = flat && std::fabs(q->b[r].s) < 1e-16L;
+            for (Node const* q : {&a, &m, &b}) flat = flat && std::fabs(q->b[r].s) < At::kFlat;
         if (flat) return;
         for (int r = 0; r < a.n && !split; ++r) {
             const Long sa = a.b[r].s, sm = m.b[r].s, sb = b.b[r].s;

@@ -94,6 +94,7 @@ struct Cubic {
         Real d1() const { return d1_; }
         Real d2() const { return d2_; }
         static constexpr Long kStep = 0.4L;  ///< of a first mesh in the logit of composition
+        static constexpr Long kFlat = 1e-16L;
 
         /// h_i = ln(f_i/(x_i·RT)) = ln rho + μ_i^r/(RT). Returns p/(RT).
         Real state(Real rho, Real const* x, Real* h) const {

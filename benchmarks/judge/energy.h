@@ -24,7 +24,7 @@ class EnergyAt {
     EnergyAt(Parameters const& parameters, Real T)
         : psi_(parameters, T), fast_(parameters, static_cast<double>(T)) {}
     int size() const { return psi_.size(); }
-    static constexpr Long kStep = 0.8L;
+    static constexpr Long kStep = 0.8L, kFlat = 1e-16L;
 
     Real state(Real rho, Real const* x, Real* h) const {
         using std::log;

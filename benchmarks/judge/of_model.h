@@ -58,6 +58,9 @@ struct OfModel {
     template <class Real>
     class At : public EnergyAt<Psi, OfModel, Real, kBranches> {
       public:
+        /// Slopes are differences of potentials in double: below, every halving finds other signs.
+        static constexpr Long kFlat = kPrecision.noise;
+
         At(OfModel const& e, Real T)
             : EnergyAt<Psi, OfModel, Real, kBranches>(e, T), e_(&e), T_(static_cast<double>(T)) {}
         Real state(Real rho, Real const* x, Real* h) const {
