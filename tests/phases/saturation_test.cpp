@@ -229,6 +229,25 @@ TEST(Saturation, ThereIsNoneWhereTheLightPhaseNeverVanishes) {
     }
 }
 
+// The light phase that appears beside two liquids is denser than its own critical point, and the
+// envelope of the whole turns in T within a step: on either side of the answer flashes have three phases
+// and two.
+TEST(Saturation, ADenseVapourBesideTwoLiquids) {
+    const Mixture m = estimated_mixture("PR", "vdW1", {"carbon_dioxide", "decane", "water"});
+    const Vector<double> z = vec({0.7278750829431332, 0.22743351107941748, 0.044691405949452721});
+    const double p = 16.975752454906758;
+    const auto q = corvane::bubble_p(*m, p, z);
+    EXPECT_EQ(q.split.size(), 2u);
+    EXPECT_TRUE(q.certificate.holds());
+    const auto below = corvane::flash_pT(*m, p, q.T * (1 - 1e-7), z),
+               above = corvane::flash_pT(*m, p, q.T * (1 + 1e-7), z);
+    EXPECT_EQ(below.phases.size(), 2u);
+    ASSERT_EQ(above.phases.size(), 3u);
+    EXPECT_LT(above.fraction[2], 1e-4);
+    EXPECT_NEAR(above.phases[2].rho / q.incipient.rho, 1, 1e-4);
+    for (int i = 0; i < 3; ++i) EXPECT_NEAR(above.phases[2].x[i], q.incipient.x[i], 1e-4);
+}
+
 // Where both dew points, or both bubble points, lie between two steps of the search, it finds what the
 // trace of the envelope does: by the jump of the density, or by the dip of the distance.
 TEST(Saturation, SearchAloneBetweenItsSteps) {

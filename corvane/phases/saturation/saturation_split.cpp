@@ -183,7 +183,8 @@ struct SaturationSolver::Vanishing {
         std::size_t count = 0;
         std::vector<double> x = {};
         double part = 0.0;  // of the whole, in moles
-        bool like(Side const& other) const;
+        double unlike(Side const& other) const;  ///< 1 and more: no continuation of it
+        bool like(Side const& other) const { return unlike(other) < 1.0; }
     };
     bool gas(double rho, std::vector<double> const& x) const;
     bool place();
@@ -192,10 +193,8 @@ struct SaturationSolver::Vanishing {
     bool follow();
     bool narrowed();
     void advance();
-    void none() {
-        own.open_ = false;
-        over = true;
-    }
+    void none();
+    bool turn();
 
     SaturationSolver& own;
     SaturationOptions const& o;
@@ -203,6 +202,9 @@ struct SaturationSolver::Vanishing {
     double t0, p0, t, p, latent = 0.0, coldest = 1e300, hottest = 0.0;
     double s = 0.0, low = -1e300, high = 1e300, reached = 1e300;
     Side below, beyond;
+    std::vector<std::pair<double, Side>> fluids;  // s and the lightest phase, where that is no gas
+    std::size_t pair = 0;                         // the next two of them to compare
+    bool turned = false;                          // between two of them
     FlashResult whole;
     bool above = false, tried = false;
     int begin = 0;          // of the strides
@@ -230,11 +232,11 @@ SaturationSolver::Vanishing::Vanishing(SaturationSolver& solver, SaturationOptio
     }
 }
 
-bool SaturationSolver::Vanishing::Side::like(Side const& other) const {
+double SaturationSolver::Vanishing::Side::unlike(Side const& other) const {
     double off = std::fabs(std::log(rho / other.rho)) / kJump;
     for (std::size_t i = 0; i < x.size(); ++i)
         off = std::max(off, std::fabs(x[i] - other.x[i]) / kTurn);
-    return off < 1.0;
+    return off;
 }
 
 /// Below its pseudocritical density.
@@ -282,10 +284,14 @@ void SaturationSolver::Vanishing::note() {
     const std::size_t count = whole.phases.size();
     const double rho = whole.phases.back().rho;
     const std::vector<double> lightest = present(own.fluid_, whole.phases.back().x);
-    above = dense > 0 ? count < dense : !gas(rho, lightest);
+    const Side here = {rho, count, lightest, whole.fraction.back()};
+    above = turned       ? here.unlike(beyond) < here.unlike(below)
+            : dense > 0 ? count < dense
+                        : !gas(rho, lightest);
+    if (above && !turned) fluids.emplace_back(s, here);
     if (above ? s < high : s > low) {
         (above ? high : low) = s;
-        (above ? beyond : below) = {rho, count, lightest, whole.fraction.back()};
+        (above ? beyond : below) = here;
     }
     if (!above) {
         y = lightest;
@@ -331,6 +337,38 @@ bool SaturationSolver::Vanishing::follow() {
     if (!(std::fabs(reached - s) < kNarrow)) return false;
     if (solved()) return true;
     reached = 1e300;  // led astray, as next to a critical point of vapour and liquid
+    return false;
+}
+
+void SaturationSolver::Vanishing::none() {
+    if (turn()) return;
+    own.open_ = false;
+    over = true;
+}
+
+/// A light fluid as dense as a liquid vanishes beside others where the lightest phases of two flashes
+/// are no continuation of each other: looks between them.
+bool SaturationSolver::Vanishing::turn() {
+    if (!turned)
+        std::sort(fluids.begin(), fluids.end(),
+                  [](auto const& a, auto const& b) { return a.first < b.first; });
+    while (pair + 1 < fluids.size()) {
+        auto const &[from, light] = fluids[pair];
+        auto const &[to, next] = fluids[++pair];
+        if (light.count < 2 || next.count < 2 || light.like(next)) continue;
+        turned = true;
+        tried = false;
+        dense = 0;
+        low = from;
+        high = to;
+        below = light;
+        beyond = next;
+        liquids.clear();
+        s = 0.5 * (low + high);
+        reached = 1e300;
+        it = std::min(it, kFlashes / 2);
+        return true;
+    }
     return false;
 }
 
