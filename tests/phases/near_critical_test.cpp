@@ -134,6 +134,13 @@ TEST(NearCritical, IsTrueWithinItsBoundsWhereOneComponentChangesFast) {
          Saturated::dew,
          0,
          902.7781754179498},
+        // two cold liquids, whose potentials bend more than the quadrature between them knows
+        {{"methane", "butane", "decane"},
+         0.0027720334975216187,
+         1 - 0.0027720334975216187 - 0.17731270700415597,
+         Saturated::bubble,
+         0,
+         12.318566384053213},
         {{"hydrogen", "methane"}, 0.65998728937149348, 0, Saturated::bubble, 100.38223954258741, 0},
         {{"methane", "helium"}, 0.30490740411284645, 0, Saturated::dew, 0, 601.10882755561613}};
     for (auto const& row : rows) {

@@ -1,5 +1,6 @@
 // Bubble and dew points next to a critical point.
 #include <corvane/phases/critical/critical_conditions.h>
+#include <corvane/phases/report/least_fraction.h>
 #include <corvane/phases/saturation/saturation_solver.h>
 
 #include <algorithm>
@@ -30,6 +31,15 @@ bool SaturationSolver::near() {
     return by_distance() && close();
 }
 
+bool SaturationSolver::equal_potentials() {
+    if (!pair_.evaluate()) return false;
+    for (int i = 0; i < fluid_.size(); ++i)
+        if (!absent(pair_.b.x[i]) &&
+            !(std::fabs(pair_.a.m[i] - pair_.b.m[i]) <= 0.5 * Certificate::tolerance))
+            return false;
+    return true;
+}
+
 bool SaturationSolver::close() {
     pair_.iterations += regular_.iterations;
     regular_.iterations = 0;
@@ -40,10 +50,12 @@ bool SaturationSolver::close() {
         pair_.u[n + i] = regular_.y[i] - half;
     }
     pair_.u.back() = held_.at_T ? std::log(held_.value) : regular_.ln_T();
-    // Phases that are not alike leave errors of the quadrature in the pressure.
-    if (!alike()) {
+    // Phases that are not alike leave errors of the quadrature in the pressure, and cold liquids, whose
+    // potentials bend, in those.
+    if (!alike() || !equal_potentials()) {
         const std::vector<double> start = pair_.u;
-        if (pair_.solve(kNewton) && !alike() && pair_.pressure() > 0.0 &&
+        const double distance = apart();
+        if (pair_.solve(kNewton) && apart() > 0.5 * distance && pair_.pressure() > 0.0 &&
             within_bounds(pair_.bound(bounds_)))
             return true;
         pair_.u = start;

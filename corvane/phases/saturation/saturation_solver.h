@@ -88,6 +88,7 @@ class SaturationSolver {
     bool by_distance();
     /// The solution of regular_ into pair_. False without bounds, or if it is locally unstable.
     bool close();
+    bool equal_potentials();  ///< of pair_, as the certificate asks for
     /// Along the pairs that begin at the critical point, as far as half a distance of 0.5.
     bool from_critical(CriticalPoint const& c);
     bool along_from_critical();  ///< from the critical point of the whole, if there is one

@@ -8,6 +8,7 @@
 namespace corvane {
 namespace {
 constexpr double kSolved = 1e-9;  // of the potentials
+constexpr double kBend[] = {1e-3, 1e-2};  // of ln T, of ln p
 constexpr double kBack[] = {0.02, 0.1};  // of ln T, of ln p: beyond two neighbours of an envelope
 }  // namespace
 
@@ -45,7 +46,14 @@ bool SaturationSolver::envelope(Envelope& e) {
 /// phase of the solution is inside its spinodal, and there is no boundary here.
 bool SaturationSolver::crossing(EnvelopePoint const& a, EnvelopePoint const& b, double part,
                                 double lo, double hi, bool& unstable) {
-    const auto between = [&] { return found() > lo && found() < hi; };
+    // Next to an extremum of p (or T) the solution may lie beyond both.
+    const double bend = kBend[held_.at_T ? 1 : 0];
+    const auto between = [&] {
+        return (found() > lo && found() < hi) ||
+               (found() > lo - bend && found() < hi + bend &&
+                (pair_.a.rho - a.rho) * (pair_.a.rho - b.rho) < 0.0 &&
+                (pair_.b.rho - a.rho2) * (pair_.b.rho - b.rho2) < 0.0);
+    };
     const auto noted = [&](bool solved) {
         if (!between()) return false;
         if (!solved && pair_.residual < kSolved)
