@@ -112,23 +112,26 @@ std::string unit_spelling(std::string const& given) {
 }
 
 std::optional<Conversion> conversion(Quantity quantity, std::string_view given, double M) {
-    const std::string unit_name = unit_spelling(std::string(given));
-    std::string_view name = unit_name;
-    const auto of = [&](Quantity other, std::string_view unit) {
-        const auto known = conversion(other, unit, M);
-        return known ? known->scale : std::numeric_limits<double>::quiet_NaN();
-    };
-    double scale = 0.0;
-    if (quantity == Quantity::compressibility && name.starts_with("1/"))
-        scale = 1.0 / of(Quantity::pressure, name.substr(2));
-    else if (quantity == Quantity::expansivity && name.starts_with("1/"))
-        scale = 1.0 / of(Quantity::temperature, name.substr(2));
-    else if (quantity == Quantity::joule_thomson && name.substr(1, 1) == "/")
-        scale = of(Quantity::temperature, name.substr(0, 1)) / of(Quantity::pressure, name.substr(2));
-    if (scale != 0.0) return std::isfinite(scale) ? std::optional(Conversion{scale}) : std::nullopt;
-    Unit const* unit = find(quantity, name);
+    Unit const* unit = find(quantity, given);
+    if (!unit) {  // a compound, or spelled otherwise
+        const std::string unit_name = unit_spelling(std::string(given));
+        std::string_view name = unit_name;
+        const auto of = [&](Quantity other, std::string_view part) {
+            const auto known = conversion(other, part, M);
+            return known ? known->scale : std::numeric_limits<double>::quiet_NaN();
+        };
+        double scale = 0.0;
+        if (quantity == Quantity::compressibility && name.starts_with("1/"))
+            scale = 1.0 / of(Quantity::pressure, name.substr(2));
+        else if (quantity == Quantity::expansivity && name.starts_with("1/"))
+            scale = 1.0 / of(Quantity::temperature, name.substr(2));
+        else if (quantity == Quantity::joule_thomson && name.substr(1, 1) == "/")
+            scale = of(Quantity::temperature, name.substr(0, 1)) / of(Quantity::pressure, name.substr(2));
+        if (scale != 0.0) return std::isfinite(scale) ? std::optional(Conversion{scale}) : std::nullopt;
+        unit = find(quantity, name);
+    }
     if (!unit || (unit->mass != 0 && !(M > 0.0))) return std::nullopt;
-    scale = unit->mass == 0 ? unit->scale : unit->mass > 0 ? unit->scale * M : unit->scale / M;
+    const double scale = unit->mass == 0 ? unit->scale : unit->mass > 0 ? unit->scale * M : unit->scale / M;
     return Conversion{scale, unit->shift};
 }
 
