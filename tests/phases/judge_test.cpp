@@ -33,7 +33,7 @@ Mixture loaded(char const* eos, char const* a, char const* b, char const* mth = 
 /// potentials stands for a phase of its own, present between two compositions only.
 struct RegularSolution {
     double A, from = 2, to = 2, level = 0;
-    static constexpr Long kStep = 0.4L;
+    static constexpr Long kStep = 0.4L, kFlat = 1e-16L;
     int roots(Long, Long const* w, Long* rho, Long* = nullptr) const {
         rho[0] = 1;
         rho[1] = 0.1L;
@@ -81,7 +81,7 @@ TEST(JudgeScan, SeesAPhaseOnTheOtherRootThatExistsInANarrowRange) {
 // the mixed state is undercut from A = 4·ln 2 on, at w = (2/3, 1/6, 1/6).
 struct Potts {
     double A;
-    static constexpr Long kStep = 0.4L;
+    static constexpr Long kStep = 0.4L, kFlat = 1e-16L;
     int roots(Long, Long const*, Long* rho) const {
         rho[0] = 1;
         return 1;
