@@ -15,13 +15,13 @@
 namespace corvane {
 namespace {
 constexpr int kFlashes = 40;
-constexpr double kStep = 0.7;     // change of ln p between flashes, the first ones
+constexpr double kStep = 0.7;       // change of ln p between flashes, the first ones
 constexpr double kLowest = 1e-100;  // MPa
-constexpr double kNarrow = 0.05;  // bracket in ln p from which Newton's method starts
-constexpr double kLeast = 1e-4;   // bracket that ends the search
-constexpr double kScarce = 1e-4;  // of a liquid's amount in the whole
-constexpr double kJump = 0.2;     // of ln rho of the lightest phase, least
-constexpr double kTurn = 0.1;     // and of its mole fractions
+constexpr double kNarrow = 0.05;    // bracket in ln p from which Newton's method starts
+constexpr double kLeast = 1e-4;     // bracket that ends the search
+constexpr double kScarce = 1e-4;    // of a liquid's amount in the whole
+constexpr double kJump = 0.2;       // of ln rho of the lightest phase, least
+constexpr double kTurn = 0.1;       // and of its mole fractions
 }  // namespace
 
 std::vector<double> detail::present(FluidModel const& fluid, Vector<double> const& all) {
@@ -49,8 +49,8 @@ bool SaturationSolver::amounts_of(CoexistenceSolver const& s, std::vector<double
            *std::min_element(amount.begin(), amount.end()) > 0.0;
 }
 
-/// Newton's method for all phases, from liquids and a vapour at T = t. As many liquids as components
-/// depend on T (or p) alone, and the amounts follow; fewer make up the whole with it.
+/// Newton's method for all phases, from liquids and a vapour at T = t. As many liquids as
+/// components depend on T (or p) alone, and the amounts follow; fewer make up the whole with it.
 std::optional<SaturationPoint> SaturationSolver::first_vapour(
     std::vector<PhaseRecord> const& liquids, std::vector<double> const& amounts,
     std::vector<double> const& y, double rho_vapour, double t, SaturationOptions const& o) {
@@ -84,7 +84,8 @@ std::optional<SaturationPoint> SaturationSolver::first_vapour(
         return std::none_of(x.begin(), x.end(), absent);
     };
     std::stable_partition(order.begin(), order.end(), holds_all);
-    for (int k = 0; k < K; ++k) start(k, present(fluid_, liquids[order[k]].x), liquids[order[k]].rho);
+    for (int k = 0; k < K; ++k)
+        start(k, present(fluid_, liquids[order[k]].x), liquids[order[k]].rho);
     start(K, y, rho_vapour);
     all.u.back() = std::log(t);
     if (whole) {
@@ -136,13 +137,13 @@ bool SaturationSolver::certified_beside(CoexistenceSolver const& all, Saturation
     certify(fluid_, point.p, phases, point.certificate);
     point.certificate.test = stability_.kind;
     point.certificate.evaluations = fluid_.evaluations;
-    if (o.validity)
-        point.certificate.flag(o.validity, point.T, point.p, fluid_.expand(fluid_.z()));
+    if (o.validity) point.certificate.flag(o.validity, point.T, point.p, fluid_.expand(fluid_.z()));
     return point.certificate.holds();
 }
 
 /// The liquids by falling mass density, with their parts of the whole in moles (of any sum).
-void SaturationSolver::report_liquids(CoexistenceSolver const& all, std::vector<double> const& parts,
+void SaturationSolver::report_liquids(CoexistenceSolver const& all,
+                                      std::vector<double> const& parts,
                                       SaturationPoint& point) const {
     std::vector<std::size_t> order(parts.size());
     std::iota(order.begin(), order.end(), 0u);
@@ -165,8 +166,8 @@ void SaturationSolver::report_liquids(CoexistenceSolver const& all, std::vector<
     point.given = {1.0 / volume, fluid_.expand(fluid_.z())};
 }
 
-/// Flashes at (p, T) until they bracket where the vapour vanishes beside liquids, along s = ln(p/p0);
-/// at given p in T, by the same ln(p/p_sat) of Wilson's enthalpies.
+/// Flashes at (p, T) until they bracket where the vapour vanishes beside liquids, along s =
+/// ln(p/p0); at given p in T, by the same ln(p/p_sat) of Wilson's enthalpies.
 struct SaturationSolver::Vanishing {
     Vanishing(SaturationSolver& solver, SaturationOptions const& options);
     void step();
@@ -182,13 +183,15 @@ struct SaturationSolver::Vanishing {
         double rho = 0.0;
         std::size_t count = 0;
         std::vector<double> x = {};
-        double part = 0.0;  // of the whole, in moles
+        double part = 0.0;                       // of the whole, in moles
         double unlike(Side const& other) const;  ///< 1 and more: no continuation of it
         bool like(Side const& other) const { return unlike(other) < 1.0; }
     };
     bool gas(double rho, std::vector<double> const& x) const;
     bool place();
     bool flash();
+    std::vector<Side> sides() const;
+    static Side const& nearest(std::vector<Side> const& phases, Side const& to);
     void note();
     bool follow();
     bool narrowed();
@@ -202,9 +205,13 @@ struct SaturationSolver::Vanishing {
     double t0, p0, t, p, latent = 0.0, coldest = 1e300, hottest = 0.0;
     double s = 0.0, low = -1e300, high = 1e300, reached = 1e300;
     Side below, beyond;
-    std::vector<std::pair<double, Side>> fluids;  // s and the lightest phase, where that is no gas
-    std::size_t pair = 0;                         // the next two of them to compare
-    bool turned = false;                          // between two of them
+    struct Seen {
+        double s;
+        std::vector<Side> phases;  // the lightest last
+    };
+    std::vector<Seen> fluids;  // flashes without a gas
+    std::size_t pair = 0;      // the next two of them to compare
+    bool turned = false;       // between two of them, with the light phase of the first
     FlashResult whole;
     bool above = false, tried = false;
     int begin = 0;          // of the strides
@@ -279,23 +286,35 @@ bool SaturationSolver::Vanishing::flash() {
     return false;
 }
 
+std::vector<SaturationSolver::Vanishing::Side> SaturationSolver::Vanishing::sides() const {
+    std::vector<Side> all;
+    for (std::size_t k = 0; k < whole.phases.size(); ++k)
+        all.push_back({whole.phases[k].rho, whole.phases.size(),
+                       present(own.fluid_, whole.phases[k].x), whole.fraction[k]});
+    return all;
+}
+
+SaturationSolver::Vanishing::Side const& SaturationSolver::Vanishing::nearest(
+    std::vector<Side> const& phases, Side const& to) {
+    return *std::min_element(phases.begin(), phases.end(), [&](Side const& a, Side const& b) {
+        return a.unlike(to) < b.unlike(to);
+    });
+}
+
 /// On which side of the bracket is the flash? Its liquids, and its vapour.
 void SaturationSolver::Vanishing::note() {
     const std::size_t count = whole.phases.size();
-    const double rho = whole.phases.back().rho;
-    const std::vector<double> lightest = present(own.fluid_, whole.phases.back().x);
-    const Side here = {rho, count, lightest, whole.fraction.back()};
-    above = turned       ? here.unlike(beyond) < here.unlike(below)
-            : dense > 0 ? count < dense
-                        : !gas(rho, lightest);
-    if (above && !turned) fluids.emplace_back(s, here);
+    const std::vector<Side> phases = sides();
+    const Side here = turned ? nearest(phases, below) : phases.back();
+    above = turned ? !here.like(below) : dense > 0 ? count < dense : !gas(here.rho, here.x);
+    if (above && !turned) fluids.push_back({s, phases});
     if (above ? s < high : s > low) {
         (above ? high : low) = s;
         (above ? beyond : below) = here;
     }
     if (!above) {
-        y = lightest;
-        rho_vapour = rho;
+        y = here.x;
+        rho_vapour = here.rho;
     }
     if (above ? count > 1 : count > 2 && high > 1e299) {
         const auto last = static_cast<std::ptrdiff_t>(count) - (above ? 0 : 1);
@@ -346,21 +365,21 @@ void SaturationSolver::Vanishing::none() {
     over = true;
 }
 
-/// A light fluid as dense as a liquid vanishes beside others where the lightest phases of two flashes
-/// are no continuation of each other: looks between them.
+/// A light fluid as dense as a liquid vanishes beside others where no phase of the next flash
+/// continues it: looks between them.
 bool SaturationSolver::Vanishing::turn() {
     if (!turned)
         std::sort(fluids.begin(), fluids.end(),
-                  [](auto const& a, auto const& b) { return a.first < b.first; });
+                  [](Seen const& a, Seen const& b) { return a.s < b.s; });
     while (pair + 1 < fluids.size()) {
-        auto const &[from, light] = fluids[pair];
-        auto const &[to, next] = fluids[++pair];
-        if (light.count < 2 || next.count < 2 || light.like(next)) continue;
+        Seen const &from = fluids[pair], &to = fluids[++pair];
+        Side const &light = from.phases.back(), &next = nearest(to.phases, light);
+        if (light.count < 2 || next.count < 2 || next.like(light)) continue;
         turned = true;
         tried = false;
         dense = 0;
-        low = from;
-        high = to;
+        low = from.s;
+        high = to.s;
         below = light;
         beyond = next;
         liquids.clear();
@@ -376,7 +395,7 @@ bool SaturationSolver::Vanishing::turn() {
 bool SaturationSolver::Vanishing::narrowed() {
     // From gas to liquid without a jump, or of dense fluids another one vanishes. Of three the
     // lightest may do so later, where the whole itself shows nothing.
-    const bool smooth = (dense > 0 || below.count == beyond.count) && below.like(beyond);
+    const bool smooth = (turned || dense > 0 || below.count == beyond.count) && below.like(beyond);
     if (smooth && beyond.count > 2) {
         dense = beyond.count;
         low = high;
@@ -385,8 +404,8 @@ bool SaturationSolver::Vanishing::narrowed() {
         begin = it + 1;
         return false;
     }
-    // One of two phases vanishes: the vapour, of a liquid that does not split; or the denser one, where
-    // the whole happens to have its pseudocritical density.
+    // One of two phases vanishes: the vapour, of a liquid that does not split; or the denser one,
+    // where the whole happens to have its pseudocritical density.
     const bool two = high - low < kLeast && below.count == 2 && beyond.count == 1;
     if (smooth || two || (below.count == 1 && beyond.count == 1)) {
         if (two && !(below.part > 0.5 && below.like(beyond)))
