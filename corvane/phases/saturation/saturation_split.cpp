@@ -360,7 +360,7 @@ bool SaturationSolver::Vanishing::follow() {
 }
 
 void SaturationSolver::Vanishing::none() {
-    if (turn()) return;
+    if (n > 2 && turn()) return;  // of a binary at one p (or T) alone
     own.open_ = false;
     over = true;
 }
