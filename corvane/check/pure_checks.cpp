@@ -3,6 +3,7 @@
 #include <corvane/check/survey.h>
 #include <corvane/core/errors.h>
 #include <corvane/phases/saturation/pure_saturation.h>
+#include <corvane/pure/many_states.h>
 #include <corvane/pure/model1.h>
 
 #include <algorithm>
@@ -263,6 +264,7 @@ class PureChecks {
             exactly("exact derivatives: orders agree", e[2], d[3]);
         }
         if (exact.deriv(rho, T, 0, 1, e)) exactly("exact derivatives: orders agree", e[1], d[1]);
+        if (auto const* many = dynamic_cast<ManyStates1 const*>(&m_)) four_states(exact, *many, q);
         if (const std::unique_ptr<Isotherm1> kept = exact.isotherm(T))
             for (int n = 0; n <= 3; ++n) {
                 kept->at(rho, n, e);
@@ -284,6 +286,24 @@ class PureChecks {
               along_T(q, [&](double t) { return m_.Z(rho, t); }), T, 1.0);
         agree("exact derivatives: ∂²/∂T²", q, d[2] + d[1],
               along_T(q, [&](double t) { return element(rho, t, 1); }), T);
+    }
+
+    /// Four different states at once against each alone.
+    void four_states(Deriv1 const& exact, ManyStates1 const& many, Place const& q) {
+        const double rho = q.at.rho, T = q.at.T;
+        const double r[4] = {rho, 0.9 * rho, rho, 0.8 * rho}, t[4] = {T, T, 1.1 * T, 1.2 * T};
+        double columns[6][4], *out[6], d[9];
+        for (int k = 0; k < 6; ++k) out[k] = columns[k];
+        many.second(4, r, t, out);
+        constexpr int element[6] = {0, 1, 2, 3, 4, 6};
+        for (int i = 0; i < 4; ++i) {
+            exact.deriv(r[i], t[i], 2, 2, d);
+            const double size = std::abs(d[0]) + std::abs(d[3]);
+            for (int k = 0; k < 6; ++k)
+                survey_.same("many states at once are those alone", {.T = t[i], .rho = r[i]},
+                             columns[k][i], d[element[k]],
+                             20 * kRounding * (size + std::abs(d[element[k]])) + 1e-300);
+        }
     }
 
     /// What a stable fluid within the stated range cannot have. Between the saturated densities
