@@ -34,6 +34,15 @@ PowerSeries1 const* series_of(Model1 const* model) {
     auto const* const own = dynamic_cast<Deriv1 const*>(model);
     return own && own == model->derivatives() ? dynamic_cast<PowerSeries1 const*>(model) : nullptr;
 }
+/// None if there are powers that powers_of does not make, or of no density.
+PowerSeries1::Terms usable(PowerSeries1 const& series) {
+    const PowerSeries1::Terms own = series.terms();
+    for (int k = 0; k < own.count; ++k) {
+        const auto [l, d] = own.powers[k];
+        if (d < 1 || d > kMaxPower || l < 0 || l > kMaxPower) return {};
+    }
+    return own;
+}
 
 }  // namespace
 
@@ -67,9 +76,7 @@ void SharedTerms::add_component(Model1 const* model) {
     part.derivatives = model ? model->derivatives() : nullptr;
     part.series = series_of(model);
     PowerSeries1::Terms own;
-    if (part.series) own = part.series->terms();
-    for (int k = 0; k < own.count; ++k)
-        if (own.powers[k].d > kMaxPower || own.powers[k].l > kMaxPower) own.count = 0;
+    if (part.series) own = usable(*part.series);
     if (own.count > 0) {
         const auto family =
             std::find_if(components_.begin(), components_.end(),
@@ -145,8 +152,7 @@ bool SharedTerms::matches(Components const& components) const {
         if (components[i] != p.model || (p.model && p.model->derivatives() != p.derivatives))
             return false;
         if (!p.series) continue;
-        const PowerSeries1::Terms now = p.series->terms();
-        if (p.size > 0 ? !shares(p, now) : now.count > 0) return false;
+        if (p.size > 0 ? !shares(p, p.series->terms()) : usable(*p.series).count > 0) return false;
     }
     return true;
 }

@@ -1,9 +1,11 @@
 // Multi-fluid mixtures of reference equations against published figures and against themselves.
 #include "support/errors.h"
 #include "support/mixtures.h"
+#include "support/vdw_model.h"
 
 #include <corvane/core/files.h>
 #include <corvane/ideal/load_ideal.h>
+#include <corvane/pure/power_series.h>
 
 #include <gtest/gtest.h>
 
@@ -245,6 +247,59 @@ TEST(Gerg, SharedTermsAreThoseOfTheComponents) {
     auto& water = *m->mdl1[4];
     water.param(3 + 16, 1e6);  // the exponent of its first term
     agree("an absent component that overflows", vec({0.35, 0.2, 0.1, 0.15, 0.0, 0.1, 0.1}));
+}
+
+/// A component Ar = 0.3·τ·δ^d, as somebody else might write one.
+class OnePower final : public VdwModel, public corvane::Deriv1, public corvane::PowerSeries1 {
+  public:
+    explicit OnePower(int d) : power_{0, d} { derivatives(this); }
+    int deriv(double rho, double T, int nrho, int nT, double* out) const override {
+        const int d = power_.d;
+        const double a = factor_ * Ts() / T * std::pow(rho * vs(), d);
+        const double by_rho[] = {1.0, 1.0 * d, 1.0 * d * (d - 1), 1.0 * d * (d - 1) * (d - 2)},
+                     by_T[] = {1, -1, 2};
+        for (int i = 0; i <= nrho; ++i)
+            for (int j = 0; j <= nT; ++j) out[i * (nT + 1) + j] = a * by_rho[i] * by_T[j];
+        return 1;
+    }
+    Terms terms() const override {
+        ++asked;
+        return {1, &power_, &factor_, &exponent_};
+    }
+    mutable int asked = 0;
+
+  private:
+    Power power_;
+    double factor_ = 0.3, exponent_ = 1.0;
+};
+
+// Powers that the mixture has no place for, 0 and those beyond 32, are evaluated by their
+// component, and the terms are not arranged anew for it at every state.
+TEST(Gerg, ComponentsWithOtherPowersStandAlone) {
+    const Mixture m = load_mixture({"methane", "ethane"});
+    m->param(4, 0, 1, 0.0);
+    Model1* const ethane = m->mdl1[1];
+    for (int power : {-1, 0, 1, 32, 33, 40}) {
+        SCOPED_TRACE(power);
+        OnePower component(power);
+        m->mdl1[1] = &component;
+        const Vector<double> x = vec({0.6, 0.4}), reduced = m->mixpar(x);
+        for (double delta : {0.7, 1.1}) {
+            const double T = 0.9 * reduced[0], rho = delta * reduced[1];
+            const auto expected = linear(*m, rho, T, x);
+            double d[9], r[4];
+            EXPECT_EQ(m->derivatives()->deriv(rho, T, x, 2, 2, d), 1);
+            EXPECT_EQ(m->derivatives()->deriv(rho, T, x, 3, 0, r), 1);
+            for (unsigned k : {0u, 1u, 2u, 3u, 4u, 6u})
+                EXPECT_NEAR(d[k], expected[k], 1e-13 * (1 + std::fabs(d[k])));
+            for (unsigned k : {0u, 1u, 2u})
+                EXPECT_NEAR(r[k], d[3 * k], 1e-13 * (1 + std::fabs(d[3 * k])));
+        }
+        component.asked = 0;
+        m->Ar(0.5 * reduced[1], reduced[0], x);
+        EXPECT_LE(component.asked, 2);  // compared with before, and its factor read
+    }
+    m->mdl1[1] = ethane;
 }
 
 /// The roots that a scan of the isotherm finds on its first and last rising branch.
