@@ -1,13 +1,13 @@
-// Numbers two at a time, and the exponential function of an array, in the compiler's portable
-// vector types. Lane by lane it is plain IEEE arithmetic without contraction, so every machine, and
-// every vector width, gives the same bits.
+// Numbers two and four at a time, exponentials of an array and logarithms, in the compiler's
+// portable vector types. Lane by lane it is plain IEEE arithmetic without contraction, so every
+// machine, and every vector width, gives the same bits.
 #pragma once
 
 #include <cstdint>
 #include <cstring>
 #include <limits>
 
-namespace corvane::lanes {
+namespace corvane::inline detail::lanes {
 
 using V2 [[gnu::vector_size(16)]] = double;
 using I2 [[gnu::vector_size(16)]] = std::uint64_t;
@@ -139,4 +139,4 @@ inline void (*const exp_in_place)(double* x, int count) = wide ? exp_wide : exp_
 inline constexpr auto exp_in_place = exp_narrow;
 #endif
 
-}  // namespace corvane::lanes
+}  // namespace corvane::inline detail::lanes

@@ -1,6 +1,6 @@
+#include <corvane/core/lanes.h>
 #include <corvane/core/number_text.h>
 #include <corvane/plugin/section.h>
-#include <corvane/core/lanes.h>
 #include <plugins/meos/equation.h>
 
 #include <algorithm>

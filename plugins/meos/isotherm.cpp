@@ -1,5 +1,5 @@
-#include <plugins/common/power_sum.h>
 #include <corvane/core/lanes.h>
+#include <plugins/common/power_sum.h>
 #include <plugins/meos/isotherm.h>
 #include <plugins/meos/special_terms.h>
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <corvane/plugin/small_array.h>
-#include <corvane/core/lanes.h>
 
 #include <array>
 #include <vector>

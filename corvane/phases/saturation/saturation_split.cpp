@@ -277,7 +277,7 @@ bool SaturationSolver::Vanishing::flash() {
         whole = flash_pT(own.fluid_.model(), p, t, own.fluid_.expand(own.fluid_.z()));
         own.fluid_.evaluations += whole.certificate.evaluations;
         return true;
-    } catch (EquilibriumFailure const& e) {  // as
+    } catch (EquilibriumFailure const&) {  // as next to three phases of a binary
         s += 0.03 * (1 + it);
     } catch (ThException const& e) {
         if (e.number != th_no_density) throw;
