@@ -396,7 +396,7 @@ bool SaturationSolver::Vanishing::narrowed() {
     // From gas to liquid without a jump, or of dense fluids another one vanishes. Of three the
     // lightest may do so later, where the whole itself shows nothing.
     const bool smooth = (turned || dense > 0 || below.count == beyond.count) && below.like(beyond);
-    if (smooth && beyond.count > 2) {
+    if (smooth && !turned && beyond.count > 2) {
         dense = beyond.count;
         low = high;
         below = beyond;
