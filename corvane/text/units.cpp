@@ -126,12 +126,16 @@ std::optional<Conversion> conversion(Quantity quantity, std::string_view given, 
         else if (quantity == Quantity::expansivity && name.starts_with("1/"))
             scale = 1.0 / of(Quantity::temperature, name.substr(2));
         else if (quantity == Quantity::joule_thomson && name.substr(1, 1) == "/")
-            scale = of(Quantity::temperature, name.substr(0, 1)) / of(Quantity::pressure, name.substr(2));
-        if (scale != 0.0) return std::isfinite(scale) ? std::optional(Conversion{scale}) : std::nullopt;
+            scale = of(Quantity::temperature, name.substr(0, 1)) /
+                    of(Quantity::pressure, name.substr(2));
+        if (scale != 0.0)
+            return std::isfinite(scale) ? std::optional(Conversion{scale}) : std::nullopt;
         unit = find(quantity, name);
     }
     if (!unit || (unit->mass != 0 && !(M > 0.0))) return std::nullopt;
-    const double scale = unit->mass == 0 ? unit->scale : unit->mass > 0 ? unit->scale * M : unit->scale / M;
+    const double scale = unit->mass == 0  ? unit->scale
+                         : unit->mass > 0 ? unit->scale * M
+                                          : unit->scale / M;
     return Conversion{scale, unit->shift};
 }
 

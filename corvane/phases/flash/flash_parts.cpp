@@ -17,7 +17,7 @@ constexpr double kAbsent = 1e-12;  // amount of a phase that is not needed, of t
 constexpr double kPolish = 1e-10;  // of potentials and pressures, see residual()
 constexpr double kScarce = 1e-6;   // amount that the tolerances of the potentials might feign
 constexpr double kVanishing = 0.1;  // of a phase's amount, left after Newton's method failed
-constexpr int kTraces = 3;  // substitutions that set them at given amounts of the phases
+constexpr int kTraces = 3;          // substitutions that set them at given amounts of the phases
 constexpr int kSubstitutions = 40, kFractions = 50, kNewton = 30;
 
 /// Does a trace of the phase lower the Gibbs energy of the whole?

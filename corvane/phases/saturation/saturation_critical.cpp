@@ -50,8 +50,8 @@ bool SaturationSolver::close() {
         pair_.u[n + i] = regular_.y[i] - half;
     }
     pair_.u.back() = held_.at_T ? std::log(held_.value) : regular_.ln_T();
-    // Phases that are not alike leave errors of the quadrature in the pressure, and cold liquids, whose
-    // potentials bend, in those.
+    // Phases that are not alike leave errors of the quadrature in the pressure, and cold liquids,
+    // whose potentials bend, in those.
     if (!alike() || !equal_potentials()) {
         const std::vector<double> start = pair_.u;
         const double distance = apart();

@@ -7,7 +7,7 @@
 
 namespace corvane {
 namespace {
-constexpr double kSolved = 1e-9;  // of the potentials
+constexpr double kSolved = 1e-9;          // of the potentials
 constexpr double kBend[] = {1e-3, 1e-2};  // of ln T, of ln p
 constexpr double kBack[] = {0.02, 0.1};  // of ln T, of ln p: beyond two neighbours of an envelope
 }  // namespace

@@ -390,7 +390,8 @@ std::string estimate_of(MixtureFluid const& mixture, int i, int j) {
     const std::string kij = "kij estimated: " + shortest(mixture.model->param(0, i, j));
     if (*mixture.theory != "HV") return kij;
     return kij + fmt::format(
-                     ", as {0}+vdW1; the rule wants alpha, C12 and C21 of the pair: corvane fit {0}+HV, from "
+                     ", as {0}+vdW1; the rule wants alpha, C12 and C21 of the pair: corvane fit "
+                     "{0}+HV, from "
                      "measured points or those that SRK+PSRK predicts",
                      *mixture.equation);
 }

@@ -94,7 +94,8 @@ std::string title(MixtureFluid const& mixture) {
 std::string title_of_model(MixtureFluid const& mixture) {
     std::string text = mixture.name();
     if (*mixture.theory == "GERG") return text + (mixture.estimated.empty() ? "" : ", estimated");
-    if (*mixture.theory == "HV" && mixture.size() == 2 && mixture.estimated.empty() && mixture.given.empty())
+    if (*mixture.theory == "HV" && mixture.size() == 2 && mixture.estimated.empty() &&
+        mixture.given.empty())
         return text + fmt::format(", pair set {}", mixture.model->id(0, 1));
     if (mixture.size() == 2 && mixture.model->ppar(0, 0, 1))
         text += ", k\u2081\u2082 " + shortest(mixture.model->param(0, 0, 1));
