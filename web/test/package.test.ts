@@ -56,7 +56,10 @@ describe('numbers are those of the native command', () => {
             const point = await corvane.mixture(model, [a, b]).criticalPoint([x, 1 - x]).catch(() => undefined);
             if (!point) continue; // a refusal, there too
             const row = native('critical-line', model, `${a}=${x}`, `${b}=${1 - x}`)[0]!;
-            expect(apart([point.T!, point.p!, point.rho!], numbers(row, 'T', 'p', 'rho')), `x = ${x}`).toBeLessThan(close);
+            // Both are that near the true point; the multi-fluid sums round differently, four terms at a time or one by one.
+            const near = Math.max(close, 2 * Number(row['error']));
+            expect(near).toBeLessThan(1e-10);
+            expect(apart([point.T!, point.p!, point.rho!], numbers(row, 'T', 'p', 'rho')), `x = ${x}`).toBeLessThan(near);
         }
     });
 
