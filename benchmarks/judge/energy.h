@@ -61,7 +61,7 @@ class EnergyAt {
             if (up && !rising && ++branch > kBranches) break;
             rising = up;
             const double flat = (p[k] - p[k - 1]) / (target * std::log(r[k] / r[k - 1]));
-            const bool turn = (k > 1 && (p[k - 1] - p[k - 2] > 0) != up) ||
+            const bool turn = std::fabs(flat) < 0.1 || (k > 1 && (p[k - 1] - p[k - 2] > 0) != up) ||
                               (k + 1 < r.size() && (p[k + 1] - p[k] > 0) != up);
             const bool crossing = (p[k - 1] < target) != (p[k] < target);
             const double close = std::min(std::fabs(p[k] - target), std::fabs(p[k - 1] - target));

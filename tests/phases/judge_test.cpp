@@ -46,6 +46,20 @@ struct RegularSolution {
     }
 };
 
+// A loop narrower than the mesh of the search, next to a critical point.
+TEST(JudgeRoots, OfANarrowLoopAreThoseOfTheModel) {
+    const Mixture m = loaded("PCSAFT", "heptane", "pentane", "LB", -1);
+    const double T = 552.0231334442966, p = 3.2458659084298103, trace = 3.0501993399361436e-05;
+    double rho[2];
+    ASSERT_EQ(m->vcalc(p, T, vec({1 - trace, trace}), 1, rho[0], rho[1]), 3);
+    const judge::PcSaft equation(*m);
+    const Long x[] = {1 - trace, trace};
+    Long found[2];
+    const judge::PcSaft::At<Long> at(equation, T);
+    ASSERT_EQ(at.roots(Long(p) / (Long(R) * T), x, found), 2);
+    for (int k : {0, 1}) EXPECT_NEAR(rho[k] / static_cast<double>(found[k]), 1, 1e-9);
+}
+
 TEST(JudgeScan, FindsTheBinodalOfTheRegularSolution) {
     for (const double A : {2.0001, 2.1, 3.0, 20.0, 40.0}) {
         SCOPED_TRACE(A);
