@@ -250,6 +250,28 @@ TEST(Saturation, ADenseVapourBesideTwoLiquids) {
     for (int i = 0; i < 3; ++i) EXPECT_NEAR(above.phases[2].x[i], q.incipient.x[i], 1e-4);
 }
 
+// A liquid rich in methane, which is a gas when pure, beside its own vapour: a bubble point was certified
+// 0.0117 RT above it. Nothing on a mesh of compositions, along both roots, is below the plane.
+TEST(Saturation, ALiquidRichInWhatIsAGas) {
+    const Mixture m = estimated_mixture("SRK", "vdW1", {"carbon_dioxide", "hydrogen_sulfide", "methane"});
+    const double T = 196.12687291069335;
+    const auto q = corvane::bubble_T(*m, T, vec({0.073001731717822441, 0.76817469259658162, 0.15882357568459593}));
+    double mu[3], lowest = 0;
+    for (int i = 0; i < 3; ++i) mu[i] = m->my(q.incipient.x * q.incipient.rho, T, i);
+    for (int a = 1; a < 100; ++a)
+        for (int b = 1; a + b < 100; ++b) {
+            const Vector<double> w = vec({a / 100.0, b / 100.0, 1 - (a + b) / 100.0});
+            double rho[2] = {0, 0};
+            m->vcalc(q.p, T, w, 1, rho[0], rho[1]);
+            for (double r : rho) {
+                double d = 0;
+                for (int i = 0; r > 0 && i < 3; ++i) d += w[i] * (m->my(w * r, T, i) - mu[i]);
+                lowest = std::min(lowest, d);
+            }
+        }
+    EXPECT_GT(lowest, -1e-8);
+}
+
 // Where both dew points, or both bubble points, lie between two steps of the search, it finds what the
 // trace of the envelope does: by the jump of the density, or by the dip of the distance.
 TEST(Saturation, SearchAloneBetweenItsSteps) {

@@ -14,6 +14,7 @@ constexpr double kPure = 0.998, kHalf = 0.5, kDilute = 0.05;  // of a component 
 constexpr double kLow = 0.6, kHigh = 1.1;  // of a distance over that in an ideal mixture, see note()
 constexpr double kNear = 1e-6;        // of such a distance, nearer to a phase than that tells
 constexpr double kOther = 1e-3;       // of the density: another root
+constexpr double kBetween[] = {0.06, 0.13, 0.25, 0.5, 0.75, 0.9};  // of one phase in the other
 
 /// Adds x unless there is one like it.
 void add_apart(std::vector<std::vector<double>>& all, std::vector<double> const& x) {
@@ -43,6 +44,7 @@ class Stability::Search {
     double note(int a, int b, double distance);
     void low_start(int a, int b, double part);
     void between_minima();
+    void between_phases();
     bool ends(std::size_t start, int substitutions = kSubstitutions);
     bool record(End end);
     void take(double tpd);
@@ -161,6 +163,22 @@ void Stability::Search::from_starts() {
     for (; at_ < of_.starts_.size() && !ends(at_); at_ += step) at_start_.push_back(of_.start_);
     if (r_.stable && of_.kind == StabilityTest::complete) beside_the_phase();
     if (r_.stable && !minima_.empty()) between_minima();
+    if (r_.stable && known_ && of_.kind == StabilityTest::complete) between_phases();
+}
+
+/// A liquid rich in what is a gas when pure, beside its vapour: no start is on its density root, but
+/// mixtures of the two phases are, and a negative distance is proof enough.
+void Stability::Search::between_phases() {
+    for (double part : kBetween) {
+        for (int k = 0; k < phase_.size(); ++k)
+            of_.way_[k] = part * phase_.x[k] + (1.0 - part) * known_->x[k];
+        if (!of_.fluid_.evaluate_at(of_.s_, p_, phase_.T, of_.way_, Root::stable, 0)) continue;
+        const double d = distance(of_.s_, phase_);
+        if (!(d < 10 * -Certificate::tpd_tolerance)) continue;
+        r_.stable = false;
+        if (d < best_) take(d);
+        if (first_) return;
+    }
 }
 
 /// Where the distance is low for an ideal mixture, once more without substitutions, which leap over
