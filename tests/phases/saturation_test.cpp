@@ -251,25 +251,38 @@ TEST(Saturation, ADenseVapourBesideTwoLiquids) {
 }
 
 // A liquid rich in methane, which is a gas when pure, beside its own vapour: a bubble point was certified
-// 0.0117 RT above it. Nothing on a mesh of compositions, along both roots, is below the plane.
+// 0.0117 RT above it, and just above that pressure the liquid was said to be the whole. On a mesh of
+// compositions, along both roots, nothing is below the plane of the bubble point, and something below those
+// of the others.
 TEST(Saturation, ALiquidRichInWhatIsAGas) {
     const Mixture m = estimated_mixture("SRK", "vdW1", {"carbon_dioxide", "hydrogen_sulfide", "methane"});
     const double T = 196.12687291069335;
-    const auto q = corvane::bubble_T(*m, T, vec({0.073001731717822441, 0.76817469259658162, 0.15882357568459593}));
-    double mu[3], lowest = 0;
-    for (int i = 0; i < 3; ++i) mu[i] = m->my(q.incipient.x * q.incipient.rho, T, i);
-    for (int a = 1; a < 100; ++a)
-        for (int b = 1; a + b < 100; ++b) {
-            const Vector<double> w = vec({a / 100.0, b / 100.0, 1 - (a + b) / 100.0});
-            double rho[2] = {0, 0};
-            m->vcalc(q.p, T, w, 1, rho[0], rho[1]);
-            for (double r : rho) {
-                double d = 0;
-                for (int i = 0; r > 0 && i < 3; ++i) d += w[i] * (m->my(w * r, T, i) - mu[i]);
-                lowest = std::min(lowest, d);
+    const Vector<double> z = vec({0.073001731717822441, 0.76817469259658162, 0.15882357568459593});
+    const auto lowest = [&](double p, Vector<double> const& x, double rho) {
+        double mu[3], least = 0;
+        for (int i = 0; i < 3; ++i) mu[i] = m->my(x * rho, T, i);
+        for (int a = 1; a < 100; ++a)
+            for (int b = 1; a + b < 100; ++b) {
+                const Vector<double> w = vec({a / 100.0, b / 100.0, 1 - (a + b) / 100.0});
+                double roots[2] = {0, 0};
+                m->vcalc(p, T, w, 1, roots[0], roots[1]);
+                for (double r : roots) {
+                    double d = 0;
+                    for (int i = 0; r > 0 && i < 3; ++i) d += w[i] * (m->my(w * r, T, i) - mu[i]);
+                    least = std::min(least, d);
+                }
             }
-        }
-    EXPECT_GT(lowest, -1e-8);
+        return least;
+    };
+    const auto q = corvane::bubble_T(*m, T, z);
+    EXPECT_GT(lowest(q.p, q.incipient.x, q.incipient.rho), -1e-8);
+    for (double p : {4.57, 4.6, 4.65}) {
+        double liquid = 0, other = 0;
+        m->vcalc(p, T, z, 1, liquid, other);
+        ASSERT_LT(lowest(p, z, liquid), -0.01) << p;
+        EXPECT_FALSE(corvane::stability(*m, p, T, z).stable) << p;
+        EXPECT_EQ(corvane::flash_pT(*m, p, T, z).phases.size(), 2u) << p;
+    }
 }
 
 // Where both dew points, or both bubble points, lie between two steps of the search, it finds what the

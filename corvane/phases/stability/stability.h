@@ -56,9 +56,9 @@ struct StabilityResult {
 /// middles between every two components are looked at likewise, and the descents from the nearly
 /// pure components repeated without substitutions, which leap over narrow minima: of those with a
 /// mixture among these whose distance is below 0.6 or above 1.1 of that. Then it descends from the
-/// middles between all
-/// minima that were found, the phase and the known one; the quick one ends before. No number of
-/// starts proves that none is missed: see docs/phases_measured.md for how often that was. At most 120
+/// middles between all minima that were found, the phase and the known one, and from where the distance has
+/// a minimum on the ways between the phases and from them to pure components of low distances; the quick
+/// one ends before. None of this proves that none is missed: docs/phases_measured.md, how often. At most 120
 /// iterations per start.
 class CORVANE_API Stability {
   public:

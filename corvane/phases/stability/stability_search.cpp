@@ -14,7 +14,7 @@ constexpr double kPure = 0.998, kHalf = 0.5, kDilute = 0.05;  // of a component 
 constexpr double kLow = 0.6, kHigh = 1.1;  // of a distance over that in an ideal mixture, see note()
 constexpr double kNear = 1e-6;        // of such a distance, nearer to a phase than that tells
 constexpr double kOther = 1e-3;       // of the density: another root
-constexpr double kBetween[] = {0.06, 0.13, 0.25, 0.5, 0.75, 0.9};  // of one phase in the other
+constexpr double kOnLine[] = {0.1, 0.25, 0.4, 0.55, 0.7, 0.82, 0.92, 0.98};  // of the way
 
 /// Adds x unless there is one like it.
 void add_apart(std::vector<std::vector<double>>& all, std::vector<double> const& x) {
@@ -44,7 +44,8 @@ class Stability::Search {
     double note(int a, int b, double distance);
     void low_start(int a, int b, double part);
     void between_minima();
-    void between_phases();
+    void along_lines();
+    void line(std::vector<double> const& from, double const* to, int pure);
     bool ends(std::size_t start, int substitutions = kSubstitutions);
     bool record(End end);
     void take(double tpd);
@@ -163,21 +164,52 @@ void Stability::Search::from_starts() {
     for (; at_ < of_.starts_.size() && !ends(at_); at_ += step) at_start_.push_back(of_.start_);
     if (r_.stable && of_.kind == StabilityTest::complete) beside_the_phase();
     if (r_.stable && !minima_.empty()) between_minima();
-    if (r_.stable && known_ && of_.kind == StabilityTest::complete) between_phases();
+    if (r_.stable && of_.kind == StabilityTest::complete) along_lines();
 }
 
-/// A liquid rich in what is a gas when pure, beside its vapour: no start is on its density root, but
-/// mixtures of the two phases are, and a negative distance is proof enough.
-void Stability::Search::between_phases() {
-    for (double part : kBetween) {
-        for (int k = 0; k < phase_.size(); ++k)
-            of_.way_[k] = part * phase_.x[k] + (1.0 - part) * known_->x[k];
-        if (!of_.fluid_.evaluate_at(of_.s_, p_, phase_.T, of_.way_, Root::stable, 0)) continue;
+/// A liquid rich in what is a gas when pure, say: a narrow minimum between a start that leads to the
+/// phase and one that leads to its vapour. It shows on the straight ways between the phases and from
+/// them to the pure components of low distances.
+void Stability::Search::along_lines() {
+    if (known_) line(phase_.x, known_->x.data(), -1);
+    for (int k = 0; k < phase_.size() && r_.stable; ++k) {
+        if (!(low_[k] < kLow)) continue;
+        line(phase_.x, nullptr, k);
+        if (known_ && r_.stable) line(known_->x, nullptr, k);
+    }
+}
+/// The way from one composition to another, or to a pure component: a negative distance is proof
+/// enough; where its slope rises through zero, a descent.
+void Stability::Search::line(std::vector<double> const& from, double const* to, int pure) {
+    const int n = phase_.size();
+    std::vector<double> start(from.size());
+    double before = 0.0, last = 0.0;  // slope at the last node, and where that is
+    for (double part : kOnLine) {
+        const auto mix = [&](double at, int k) {
+            return (1.0 - at) * from[k] + at * (to ? to[k] : k == pure ? 1.0 : 0.0);
+        };
+        for (int k = 0; k < n; ++k) of_.way_[k] = mix(part, k);
+        if (!of_.fluid_.evaluate_at(of_.s_, p_, phase_.T, of_.way_, Root::stable, 0)) {
+            before = 0.0;
+            continue;
+        }
         const double d = distance(of_.s_, phase_);
-        if (!(d < 10 * -Certificate::tpd_tolerance)) continue;
-        r_.stable = false;
-        if (d < best_) take(d);
-        if (first_) return;
+        if (d < 10 * -Certificate::tpd_tolerance) {
+            r_.stable = false;
+            if (d < best_) take(d);
+            return;
+        }
+        double slope = 0.0;
+        for (int k = 0; k < n; ++k)
+            slope += (mix(1.0, k) - from[k]) * (of_.s_.m[k] - phase_.m[k]);
+        if (before < 0.0 && slope > 0.0) {
+            const double at = last + (part - last) * before / (before - slope);
+            for (int k = 0; k < n; ++k) start[k] = std::log(mix(at, k));
+            const End end = of_.descend(phase_, p_, known_, start.data(), 0, first_, tpd_, r_.iterations);
+            if (record(end) || !r_.stable) return;
+        }
+        before = slope;
+        last = part;
     }
 }
 
