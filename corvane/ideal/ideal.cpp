@@ -161,3 +161,7 @@ double Ideal::Gm(double T) const {
     const Value v = at(T);
     return v.U / T + 1 - v.S;
 }
+Ideal::Parts Ideal::parts(double T) const {
+    const Value v = at(T);
+    return {v.U / T, v.S, v.cv};
+}

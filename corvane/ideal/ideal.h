@@ -34,7 +34,8 @@ class CORVANE_API Ideal {
     /// Forgets the temperatures (and nothing else, intended), so that there are no data.
     void reset();
 
-    Model1* model() const { return model_; }  ///< gives the file name; not owned; kept by assignment
+    /// Gives the file name; not owned; kept by assignment.
+    Model1* model() const { return model_; }
     void model(Model1* owner) { model_.set(owner); }
 
     // Properties at T [K]; below the table cp continues linearly, above it with the last cubic.
@@ -47,11 +48,22 @@ class CORVANE_API Ideal {
     double Gm(double T) const;   ///< U°/(RT) + 1 − S°/R
     double Um(double T) const;   ///< U°/(RT)
 
+    /// Um, Sm and CVm of one temperature, from one search of the table.
+    struct Parts {
+        double U, S, cv;
+    };
+    Parts parts(double T) const;  ///< bit by bit Um, Sm and CVm
+    /// The same of many temperatures, as columns. Within the table U and cv are bit by bit those of
+    /// Um and CVm, S differs from Sm by rounding: at most 2 ulp of the largest of its terms. The
+    /// results depend on T alone, neither on count nor on the order of the temperatures.
+    void parts(int count, double const* T, double* U, double* S, double* cv) const;
+
   private:
     friend std::string corvane::load_ideal(Model1& model);
     void read(std::string const& path);
 
-    struct Value;  // cv, U and S at a temperature
+    struct Value;    // cv, U and S at a temperature
+    struct Columns;  // many temperatures at once
     Value at(double T) const;
     int segment(double T) const;
 

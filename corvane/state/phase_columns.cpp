@@ -113,10 +113,7 @@ class ColumnWork {
             double* const d[] = {k.d[0], k.d[1], k.d[2], k.d[3], k.d[4], k.d[5]};
             many_->second(count, k.rho, k.T, d);
             try {
-                Ideal const& table = model_.ideal;
-                for (int i = 0; i < count; ++i)
-                    k.U[i] = table.Um(k.T[i]), k.S[i] = table.Sm(k.T[i]),
-                    k.cv[i] = table.CVm(k.T[i]);
+                model_.ideal.parts(count, k.T, k.U, k.S, k.cv);
             } catch (ThException const&) {  // no table
                 for (double* column : {k.U, k.S, k.cv}) std::fill_n(column, count, kNoValue);
             }

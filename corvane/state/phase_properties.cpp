@@ -50,9 +50,10 @@ void check(double T, double rho) {
 /// False without a table.
 bool add_ideal(Ideal const& table, double T, double x, IdealPart<double>& sum) {
     try {
-        sum.U += x * table.Um(T);
-        sum.S += x * table.Sm(T);
-        sum.cv += x * table.CVm(T);
+        const Ideal::Parts of = table.parts(T);
+        sum.U += x * of.U;
+        sum.S += x * of.S;
+        sum.cv += x * of.cv;
         return true;
     } catch (ThException const&) {
         return false;

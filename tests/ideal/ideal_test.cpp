@@ -123,6 +123,58 @@ TEST_F(CubicTable, IntervalOffsetAndReset) {
     EXPECT_EQ(th_code([&] { gas.offset(1, 1); }), th_no_ideal);
 }
 
+// Columns of temperatures against one by one, on shipped tables and on such as no substance has
+// (one point, two, points closer than the index tells apart, a range of 10^9): at and around every
+// point, between, below and above.
+TEST(Ideal, ColumnsAreTheTemperaturesOneByOne) {
+    Scratch scratch;
+    scratch.write("CorvaneS/ideal/one", "1\n300 20\n");
+    scratch.write("CorvaneS/ideal/two", "2\n300 20\n400 33\n");
+    scratch.write("CorvaneS/ideal/close",  // on a straight line: a spline through others swings
+                  "8\n300 30\n300.1 30.01\n300.2 30.02\n300.3 30.03\n300.4 30.04\n300.5 30.05\n"
+                  "300.6 30.06\n900 90\n");
+    scratch.write("CorvaneS/ideal/wide", "4\n1e-3 20\n1 25\n1e3 40\n1e6 60\n");
+    for (char const* name : {"water", "propane"}) {  // shipped
+        const std::string file = std::string("CorvaneS/ideal/") + name;
+        scratch.write(file, Scratch::read(scratch.home() / file));
+    }
+    for (char const* name : {"water", "propane", "one", "two", "close", "wide"}) {
+        SCOPED_TRACE(name);
+        VdwModel model(name);
+        model.ideal.load();
+        Ideal const& gas = model.ideal;
+        std::vector<double> T{1e-4, 10, 299.999, 5000, 2e6};
+        for (int k = 0; k < 2000; ++k) T.push_back(20 * std::pow(200, k / 2000.0));
+        for (double at :
+             {42.77, 50.0, 51.9, 300.0, 300.1, 300.5, 300.6, 400.0, 900.0, 1000.0, 2000.0})
+            for (double x : {std::nextafter(at, 0), at, std::nextafter(at, 1e9)}) T.push_back(x);
+        const int n = static_cast<int>(T.size());
+        std::vector<double> U(T), S(T), cv(T);
+        gas.parts(n, T.data(), U.data(), S.data(), cv.data());
+        for (unsigned i = 0; i < T.size(); ++i) {
+            SCOPED_TRACE(T[i]);
+            const Ideal::Parts of = gas.parts(T[i]);
+            EXPECT_EQ(of.U, gas.Um(T[i]));
+            EXPECT_EQ(of.S, gas.Sm(T[i]));
+            EXPECT_EQ(of.cv, gas.CVm(T[i]));
+            EXPECT_EQ(U[i], of.U);
+            EXPECT_EQ(cv[i], of.cv);
+            // Beyond a table the terms of the entropy grow past their sum.
+            const double terms =
+                std::fabs(of.S) + std::fabs(of.cv) * (1 + std::fabs(std::log(T[i])));
+            EXPECT_NEAR(S[i], of.S, 0x1p-51 * terms);
+            double alone[3];
+            gas.parts(1, &T[i], &alone[0], &alone[1], &alone[2]);
+            EXPECT_EQ(alone[0], U[i]);
+            EXPECT_EQ(alone[1], S[i]);
+            EXPECT_EQ(alone[2], cv[i]);
+        }
+    }
+    EXPECT_EQ(th_code([] { Ideal().parts(300); }), th_no_ideal);
+    double T = 300, a, b, c;
+    EXPECT_EQ(th_code([&] { Ideal().parts(1, &T, &a, &b, &c); }), th_no_ideal);
+}
+
 TEST(Ideal, KeepsOneHandleOfEachFile) {
     const auto handles = [] {
         return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
