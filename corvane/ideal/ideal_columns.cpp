@@ -13,7 +13,7 @@ struct Ideal::Columns {
     static constexpr int kBlock = 256;         // temperatures whose segments are kept
     static constexpr int kWorthIndexing = 24;  // fewer are searched for one by one
     static constexpr int kMostBins = 512, kMostSteps = 4;
-    static constexpr int kShift = 46;  // bins of 1/64 of a power of two
+    static constexpr int kShift = 47;  // bins of 1/32 of a power of two
 
     explicit Columns(Ideal const& table)
         : gas(table),

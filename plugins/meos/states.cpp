@@ -20,43 +20,75 @@ struct Group {
     V4 p0{}, p1{}, p2{}, q0{}, q1{}, r0{};
 };
 
-/// Room for the functions of τ of all terms and of δ of groups and shaped terms.
-struct Work {
-    alignas(32) double tau[4 * kFactored], delta[8 * kFactored], powers[4 * (kMaxPower + 1)];
+/// What the states have in common. Terms with the same exponent share one power of τ: half of
+/// water's do.
+struct Plan {
+    int exponents = 0;  // different ones of the power terms
+    double exponent[kMaxTerms];
+    int power[kMaxTerms];  // of a power term: where its power of τ stands in Work
+    double tt[kFactored];  // t·(t − 1)
+    struct Slot {          // as the equation's, with the place of δ^d in Work
+        int last, power;
+        double d, dd;  // d·(d − 1)
+    };
+    Slot slots[kMaxTerms];
+    int shaped = 0;  // shaped terms, without those of n = 0 that fill up
+    short term[kFactored];
+
+    explicit Plan(Equation const& e) {
+        for (unsigned s = 0; s < e.slots.size(); ++s) {
+            const int d = e.slots[s].d;
+            slots[s] = {e.slots[s].last, 4 * d, static_cast<double>(d),
+                        static_cast<double>(d * (d - 1))};
+            for (int k = e.slots[s].first; k < e.slots[s].last; ++k) {
+                int j = 0;
+                while (j < exponents && exponent[j] != e.t[k]) ++j;
+                if (j == exponents) exponent[exponents++] = e.t[k];
+                power[k] = 4 * j;
+            }
+        }
+        for (int k = 0; k < e.factored; ++k) tt[k] = e.t[k] * (e.t[k] - 1.0);
+        for (int k = e.shaped0; k < e.level0; ++k)
+            if (e.n[k] != 0.0) term[shaped++] = static_cast<short>(k - e.shaped0);
+    }
 };
 
-[[gnu::always_inline]] inline void functions_of_tau(Equation const& e, V4 const& tau,
-                                                    V4 const& ln_tau, double* f) {
-    for (int k = 0; k < e.shaped0; ++k) put(f + 4 * k, e.t[k] * ln_tau);
-    for (int k = e.shaped0; k < e.factored; ++k) {
-        const V4 offset = tau - e.gamma[k - e.shaped0];
-        put(f + 4 * k, e.t[k] * ln_tau - e.beta[k - e.shaped0] * offset * offset);
+/// Room for the powers of τ, the functions of τ of shaped terms and of δ of groups and shaped
+/// terms.
+struct Work {
+    alignas(32) double tau[4 * kFactored], shaped[4 * kFactored], delta[8 * kFactored],
+        powers[4 * (kMaxPower + 1)];
+};
+
+[[gnu::always_inline]] inline void functions_of_tau(Equation const& e, Plan const& plan,
+                                                    V4 const& tau, V4 const& ln_tau, Work& w) {
+    for (int k = 0; k < plan.exponents; ++k) put(w.tau + 4 * k, plan.exponent[k] * ln_tau);
+    lanes::exp_lanes<V4, lanes::I4>(w.tau, 4 * plan.exponents);
+    for (int i = 0; i < plan.shaped; ++i) {
+        const int s = plan.term[i];
+        const V4 offset = tau - e.gamma[s];
+        put(w.shaped + 4 * i, e.t[e.shaped0 + s] * ln_tau - e.beta[s] * offset * offset);
     }
-    lanes::exp_lanes<V4, lanes::I4>(f, 4 * e.factored);
-    for (int k = 0; k < e.factored; ++k) {
-        V4 c{};
-        get(c, f + 4 * k);
-        put(f + 4 * k, c * e.n[k]);
-    }
+    lanes::exp_lanes<V4, lanes::I4>(w.shaped, 4 * plan.shaped);
 }
 
-[[gnu::always_inline]] inline void add_powers(Equation const& e, Work const& w,
+[[gnu::always_inline]] inline void add_powers(Equation const& e, Plan const& plan, Work const& w,
                                               double const* damping, Four& v) {
+    int k = 0;  // the slots have the power terms in their order
     for (Equation::Group const& group : e.groups) {
         Group g;
         for (int s = group.first; s < group.last; ++s) {
-            Equation::Slot const& slot = e.slots[static_cast<unsigned>(s)];
+            Plan::Slot const& slot = plan.slots[s];
             V4 c{}, c1{}, c2{}, f{};
-            for (int k = slot.first; k < slot.last; ++k) {
-                get(f, w.tau + 4 * k);
-                const double t = e.t[k];
-                c += f, c1 += f * t, c2 += f * (t * (t - 1.0));
+            for (; k < slot.last; ++k) {
+                get(f, w.tau + plan.power[k]);
+                f *= e.n[k];
+                c += f, c1 += f * e.t[k], c2 += f * plan.tt[k];
             }
-            get(f, w.powers + 4 * slot.d);
-            const double d = slot.d;
+            get(f, w.powers + slot.power);
             c *= f, c1 *= f, c2 *= f;
-            g.p0 += c, g.p1 += d * c, g.p2 += d * (d - 1) * c;
-            g.q0 += c1, g.q1 += d * c1, g.r0 += c2;
+            g.p0 += c, g.p1 += slot.d * c, g.p2 += slot.dd * c;
+            g.q0 += c1, g.q1 += slot.d * c1, g.r0 += c2;
         }
         V4 E{}, u{};
         get(E, damping), damping += 4;
@@ -75,14 +107,15 @@ struct Work {
     }
 }
 
-[[gnu::always_inline]] inline void add_shaped(Equation const& e, Work const& w, V4 const& tau,
-                                              V4 const& delta, double const* bells, Four& v) {
+[[gnu::always_inline]] inline void add_shaped(Equation const& e, Plan const& plan, Work const& w,
+                                              V4 const& tau, V4 const& delta, double const* bells,
+                                              Four& v) {
     Four sum[2];  // even and odd terms, as Isotherm adds them up
-    for (int s = 0; s < e.level0 - e.shaped0; ++s) {
-        const int k = e.shaped0 + s;
+    for (int i = 0; i < plan.shaped; ++i) {
+        const int s = plan.term[i], k = e.shaped0 + s;
         V4 f{}, x{}, y{};
-        get(f, w.tau + 4 * k), get(x, bells + 4 * s), get(y, w.powers + 4 * e.dpower[s]);
-        f = f * x * y;
+        get(f, w.shaped + 4 * i), get(x, bells + 4 * i), get(y, w.powers + 4 * e.dpower[s]);
+        f = f * e.n[k] * x * y;
         const V4 twice = 2.0 * delta * e.sign[s] * e.eta[s];
         V4 h1 = twice * (delta - e.epsilon[s]), h2 = twice * delta;
         if (e.damping) {
@@ -108,9 +141,107 @@ struct Work {
     v.t1 += sum[0].t1 + sum[1].t1, v.t2 += sum[0].t2 + sum[1].t2, v.dt += sum[0].dt + sum[1].dt;
 }
 
-[[gnu::always_inline]] inline void four_states(Equation const& e, V4 const& tau, V4 const& ln_tau,
-                                               V4 const& delta, Work& w, Four& v) {
-    functions_of_tau(e, tau, ln_tau, w.tau);
+/// A state at the critical density or at a singularity of a term: one by one.
+[[gnu::noinline]] void add_non_analytic_each(Equation::NonAnalytic const& term, V4 const& delta,
+                                             V4 const& tau, Four& v) {
+    for (int i = 0; i < 4; ++i) {
+        Value one{v.a[i], v.d1[i], v.d2[i], 0.0, v.t1[i], v.t2[i], v.dt[i]};
+        add_non_analytic(term, delta[i], tau[i], 2, true, one);
+        v.a[i] = one.a, v.d1[i] = one.d1, v.d2[i] = one.d2;
+        v.t1[i] = one.t1, v.t2[i] = one.t2, v.dt[i] = one.dt;
+    }
+}
+
+/// Δ of a non-analytic term and its derivatives, which terms that differ in b, C and D share.
+struct Distance {
+    double a = 0.0, beta = 0.0, A = 0.0, B = 0.0;
+    V4 ln{}, r1{}, r2{}, rt{}, rtt{}, mixed{};  // ln Δ, and derivatives over Δ
+    int known = 0;                              // bit i: of state i
+    bool regular = true;
+
+    bool is_of(Equation::NonAnalytic const& term) const {
+        return a == *term.a && beta == *term.beta && A == *term.A && B == *term.B;
+    }
+    [[gnu::always_inline]] inline void calculate(Equation::NonAnalytic const& term, int states,
+                                                 V4 const& ln_x, V4 const& rx, V4 const& y) {
+        a = *term.a, beta = *term.beta, A = *term.A, B = *term.B, known = states, regular = true;
+        const double q = 1.0 / beta, a2 = 2.0 * a;
+        alignas(32) double power[8];
+        put(power, q * ln_x), put(power + 4, a2 * ln_x);
+        lanes::exp_lanes<V4, lanes::I4>(power, 8);
+        V4 u{}, w{};
+        get(u, power), get(w, power + 4);
+        const V4 theta = -y + A * u, Delta = theta * theta + B * w;
+        for (int i = 0; i < 4; ++i)
+            if (states >> i & 1) regular = regular && Delta[i] > 0.0, ln[i] = std::log(Delta[i]);
+        const V4 u1 = q * u * rx, w1 = a2 * w * rx;
+        const V4 D1 = 2.0 * theta * A * u1 + B * w1, rDelta = 1.0 / Delta;
+        const V4 u2 = (q - 1.0) * u1 * rx, w2 = (a2 - 1.0) * w1 * rx;
+        const V4 D2 = 2.0 * A * (A * u1 * u1 + theta * u2) + B * w2;
+        r1 = D1 * rDelta;
+        r2 = D2 * rDelta;
+        rt = -2.0 * theta * rDelta;
+        rtt = 2.0 * rDelta;
+        mixed = -2.0 * A * u1 * rDelta;
+    }
+};
+
+/// As add_non_analytic; most states are too far from the critical point.
+[[gnu::always_inline]] inline void add_non_analytic_terms(Equation const& e, V4 const& delta,
+                                                          V4 const& tau, Four& v) {
+    const V4 x = delta - 1.0, s = x * x, y = tau - 1.0, yy = y * y;
+    V4 ln_x{};
+    int known = 0;
+    Distance distance;
+    for (Equation::NonAnalytic const& term : e.nonanalytic) {
+        const double C = *term.C, D = *term.D, b = *term.b;
+        const V4 decay = -C * s - D * yy;
+        int near = 0;
+        for (int i = 0; i < 4; ++i) near |= (decay[i] < -80.0 ? 0 : 1) << i;
+        if (near == 0) continue;
+        for (int i = 0; i < 4; ++i)
+            if (near >> i & ~known >> i & 1) ln_x[i] = 0.5 * std::log(s[i]);
+        known |= near;
+        if (!distance.is_of(term) || (near & ~distance.known) != 0)
+            distance.calculate(term, near, ln_x, 1.0 / x, y);
+        bool regular = distance.regular;
+        for (int i = 0; i < 4; ++i) regular = regular && !((near >> i & 1) && x[i] == 0.0);
+        if (!regular) {
+            add_non_analytic_each(term, delta, tau, v);
+            continue;
+        }
+        V4 psi{}, F{};
+        alignas(32) double power[4];
+        put(power, decay);
+        lanes::exp_lanes<V4, lanes::I4>(power, 4);
+        get(psi, power);
+        for (int i = 0; i < 4; ++i)
+            if (near >> i & 1) F[i] = std::exp(b * distance.ln[i]);
+        V4 const &r1 = distance.r1, &rt = distance.rt;
+        const V4 weight = *term.n * F * psi * delta;
+        const V4 f1 = b * r1 - 2.0 * C * x;
+        const V4 f2 = b * (distance.r2 - r1 * r1) - 2.0 * C, E2 = f2 + f1 * f1;
+        const V4 g1 = b * rt - 2.0 * D * y, g2 = b * (distance.rtt - rt * rt) - 2.0 * D;
+        const V4 mixed = b * (distance.mixed - r1 * rt);
+        Four one;
+        one.a = weight;
+        one.d1 = weight * (delta * f1 + 1.0);
+        one.d2 = weight * delta * (delta * E2 + 2.0 * f1);
+        one.t1 = weight * tau * g1;
+        one.t2 = weight * tau * tau * (g2 + g1 * g1);
+        one.dt = weight * tau * (delta * (mixed + f1 * g1) + g1);
+        V4* const to[] = {&v.a, &v.d1, &v.d2, &v.t1, &v.t2, &v.dt};
+        V4 const* const from[] = {&one.a, &one.d1, &one.d2, &one.t1, &one.t2, &one.dt};
+        const V4 taken{near & 1 ? 1.0 : 0.0, near & 2 ? 1.0 : 0.0, near & 4 ? 1.0 : 0.0,
+                       near & 8 ? 1.0 : 0.0};
+        for (int c = 0; c < 6; ++c) *to[c] = taken > 0.0 ? *to[c] + *from[c] : *to[c];
+    }
+}
+
+[[gnu::always_inline]] inline void four_states(Equation const& e, Plan const& plan, V4 const& tau,
+                                               V4 const& ln_tau, V4 const& delta, Work& w,
+                                               Four& v) {
+    functions_of_tau(e, plan, tau, ln_tau, w);
     put(w.powers, V4{} + 1.0);
     put(w.powers + 4, delta);
     for (int i = 2; i <= e.highest; ++i) {
@@ -118,47 +249,40 @@ struct Work {
         get(x, w.powers + 4 * (i / 2)), get(y, w.powers + 4 * (i - i / 2));
         put(w.powers + 4 * i, x * y);
     }
-    const int groups = static_cast<int>(e.groups.size()), shaped = e.level0 - e.shaped0;
+    // Groups are sorted: without an exponential the first, if any.
+    const int groups = static_cast<int>(e.groups.size()), plain = groups > 0 && e.groups[0].l == 0;
     double* const bells = w.delta + 4 * groups;
     V4 x{};
-    for (int i = 0; i < groups; ++i) {
-        const int l = e.groups[static_cast<unsigned>(i)].l;
-        get(x, w.powers + 4 * l);
-        put(w.delta + 4 * i, l == 0 ? V4{} : -x);
+    if (plain) put(w.delta, V4{} + 1.0);
+    for (int i = plain; i < groups; ++i) {
+        get(x, w.powers + 4 * e.groups[static_cast<unsigned>(i)].l);
+        put(w.delta + 4 * i, -x);
     }
-    for (int s = 0; s < shaped; ++s) {
+    for (int i = 0; i < plan.shaped; ++i) {
+        const int s = plan.term[i];
         const V4 offset = delta - e.epsilon[s];
         V4 h = e.sign[s] * e.eta[s] * (offset * offset);
         if (e.damping) {
             get(x, w.powers + 4 * e.lpower[s]);
             h -= e.g[s] * x;
         }
-        put(bells + 4 * s, h);
+        put(bells + 4 * i, h);
     }
-    lanes::exp_lanes<V4, lanes::I4>(w.delta, 4 * (groups + shaped));
-    add_powers(e, w, w.delta, v);
-    if (shaped > 0) add_shaped(e, w, tau, delta, bells, v);
+    lanes::exp_lanes<V4, lanes::I4>(w.delta + 4 * plain, 4 * (groups - plain + plan.shaped));
+    add_powers(e, plan, w, w.delta, v);
+    if (plan.shaped > 0) add_shaped(e, plan, w, tau, delta, bells, v);
+    if (!e.nonanalytic.empty()) add_non_analytic_terms(e, delta, tau, v);
 }
-void narrow(Equation const& e, V4 const& tau, V4 const& ln_tau, V4 const& delta, Work& w, Four& v) {
-    four_states(e, tau, ln_tau, delta, w, v);
+void narrow(Equation const& e, Plan const& plan, V4 const& tau, V4 const& ln_tau, V4 const& delta,
+            Work& w, Four& v) {
+    four_states(e, plan, tau, ln_tau, delta, w, v);
 }
 #if defined(__x86_64__)
-[[gnu::target("avx2")]] void wide(Equation const& e, V4 const& tau, V4 const& ln_tau,
-                                  V4 const& delta, Work& w, Four& v) {
-    four_states(e, tau, ln_tau, delta, w, v);
+[[gnu::target("avx2")]] void wide(Equation const& e, Plan const& plan, V4 const& tau,
+                                  V4 const& ln_tau, V4 const& delta, Work& w, Four& v) {
+    four_states(e, plan, tau, ln_tau, delta, w, v);
 }
 #endif
-
-/// Each state by itself: most are too far from the critical point.
-void add_non_analytic_each(Equation const& e, V4 const& delta, V4 const& tau, Four& v) {
-    for (int i = 0; i < 4; ++i) {
-        Value one{v.a[i], v.d1[i], v.d2[i], 0.0, v.t1[i], v.t2[i], v.dt[i]};
-        for (auto const& term : e.nonanalytic)
-            add_non_analytic(term, delta[i], tau[i], 2, true, one);
-        v.a[i] = one.a, v.d1[i] = one.d1, v.d2[i] = one.d2;
-        v.t1[i] = one.t1, v.t2[i] = one.t2, v.dt[i] = one.dt;
-    }
-}
 
 }  // namespace
 
@@ -168,6 +292,7 @@ bool in_lanes(Equation const& e) {
 
 void second(Equation const& e, int count, double const* rho, double const* T, double* const* d) {
     const double Ts = e.Ts(), vs = e.vs();
+    const Plan plan(e);
     Work w;
     for (int i = 0; i < count; i += 4) {
         V4 tau{}, ln_tau{}, delta{};
@@ -179,11 +304,10 @@ void second(Equation const& e, int count, double const* rho, double const* T, do
         Four v;
 #if defined(__x86_64__)
         if (lanes::wide)
-            wide(e, tau, ln_tau, delta, w, v);
+            wide(e, plan, tau, ln_tau, delta, w, v);
         else
 #endif
-            narrow(e, tau, ln_tau, delta, w, v);
-        if (!e.nonanalytic.empty()) add_non_analytic_each(e, delta, tau, v);
+            narrow(e, plan, tau, ln_tau, delta, w, v);
         put(d[0] + i, v.a);
         put(d[1] + i, -v.t1);
         put(d[2] + i, v.t2 + 2.0 * v.t1);
