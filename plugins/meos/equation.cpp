@@ -184,7 +184,7 @@ class Equation::Builder {
         e_.sign.assign(shapes, -1.0);
         e_.dpower.assign(shapes, 0);
         e_.lpower.assign(shapes, 0);
-        e_.slots.clear(), e_.groups.clear(), e_.extras.clear();
+        e_.slots.clear(), e_.falling.clear(), e_.groups.clear(), e_.extras.clear();
         e_.nonanalytic.clear(), e_.association.clear();
     }
 
@@ -263,7 +263,12 @@ class Equation::Builder {
             const bool new_group = e_.groups.empty() || e_.groups.back().l != term.l();
             const int slot = static_cast<int>(e_.slots.size());
             if (new_group) e_.groups.push_back({slot, slot, term.l()});
-            if (new_group || e_.slots.back().d != term.d()) e_.slots.push_back({k, k, term.d()});
+            if (new_group || e_.slots.back().d != term.d()) {
+                const int d = term.d();
+                e_.slots.push_back({k, k, d});
+                for (int factor : {1, d, d * (d - 1), d * (d - 1) * (d - 2)})
+                    e_.falling.push_back(factor);
+            }
             ++e_.slots.back().last;
             e_.groups.back().last = static_cast<int>(e_.slots.size());
         }
@@ -276,8 +281,7 @@ class Equation::Builder {
     int powers_ = 0;
     double* next_ = nullptr;  // what is free of the pool
     double *n_ = nullptr, *t_ = nullptr;
-    double *eta_ = nullptr, *epsilon_ = nullptr, *beta_ = nullptr, *gamma_ = nullptr,
-           *g_ = nullptr;
+    double *eta_ = nullptr, *epsilon_ = nullptr, *beta_ = nullptr, *gamma_ = nullptr, *g_ = nullptr;
 };
 
 void Equation::read(FILE* f) {
@@ -287,9 +291,9 @@ void Equation::read(FILE* f) {
 
 void Equation::write(FILE* f) const {
     std::fprintf(f, "M:\t%s\nTs:\t%s\nvs:\t%s\nR_eos:\t%s\nomega:\t%s\nblocks:\t%d\n",
-                 shortest_text(M()).c_str(), shortest_text(Ts()).c_str(), shortest_text(vs()).c_str(),
-                 shortest_text(R_eos_).c_str(), shortest_text(omega_).c_str(),
-                 static_cast<int>(blocks_.size()));
+                 shortest_text(M()).c_str(), shortest_text(Ts()).c_str(),
+                 shortest_text(vs()).c_str(), shortest_text(R_eos_).c_str(),
+                 shortest_text(omega_).c_str(), static_cast<int>(blocks_.size()));
     for (Block const& block : blocks_) {
         KindInfo const& info = kinds[block.kind];
         const int cells = static_cast<int>(block.cell.size());

@@ -83,6 +83,7 @@ class Equation {
     std::vector<double> d, l;
     std::vector<int> dpower, lpower;
     std::vector<Slot> slots;
+    std::vector<double> falling;  // of each slot 1, d, d(d − 1), d(d − 1)(d − 2)
     std::vector<Group> groups;
     std::vector<Extra> extras;
     std::vector<NonAnalytic> nonanalytic;

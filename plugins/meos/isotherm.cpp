@@ -75,18 +75,21 @@ template <bool Tau>
 template <int order>
 void Isotherm<Tau>::add_powers(double const* powers, double const* damping, Value& v) const {
     for (Equation::Group const& group : equation_.groups) {
-        Polynomial p;
-        double q0 = 0.0, q1 = 0.0, r0 = 0.0;  // the same for the τ-derivatives
-        for (int s = group.first; s < group.last; ++s) {
-            const int d = equation_.slots[s].d;
-            p.add<order>(d, slot_[s] * powers[d]);
+        V2 low{}, high{}, q{};  // values of Polynomial by pairs; the same for the τ-derivatives
+        double r0 = 0.0;
+        double const* factor = equation_.falling.data() + 4 * group.first;
+        for (int s = group.first; s < group.last; ++s, factor += 4) {
+            const double power = powers[equation_.slots[s].d], c = slot_[s] * power;
+            const V2 one_d = load(factor);
+            low += one_d * c;
+            if constexpr (order >= 2) high += load(factor + 2) * c;
             if constexpr (Tau) {
-                const double c1 = slot1_[s] * powers[d];
-                q0 += c1;
-                q1 += d * c1;
-                r0 += slot2_[s] * powers[d];
+                q += one_d * (slot1_[s] * power);
+                r0 += slot2_[s] * power;
             }
         }
+        const Polynomial p{low[0], low[1], high[0], high[1]};
+        const double q0 = q[0], q1 = q[1];
         const double E = *damping++, power = powers[group.l];
         p.add_damped<order>(group.l, power, E, v.a, v.d1, v.d2, v.d3);
         if constexpr (Tau) {

@@ -5,7 +5,7 @@
 #include <corvane/core/containers.h>
 #include <plugins/meos/trace.h>
 
-#include <algorithm>
+#include <cstring>
 #include <vector>
 
 namespace corvane::meos {
@@ -29,10 +29,12 @@ class StartTables {
     void fill(Equation const& equation, double Tc, double rho_c, Vector<double>& T,
               Vector<double>& dilute, Vector<double>& dense);
 
+    /// Bit by bit.
     bool matches(Equation const& equation) const {
         std::vector<double> const& now = equation.pool();
-        return now.size() == snapshot_.size() &&
-               std::equal(now.begin() + kScales, now.end(), snapshot_.begin() + kScales);
+        return now.size() == snapshot_.size() && now.size() > kScales &&
+               std::memcmp(now.data() + kScales, snapshot_.data() + kScales,
+                           (now.size() - kScales) * sizeof(double)) == 0;
     }
     bool known() const { return !snapshot_.empty(); }
     double Tc(Equation const& equation) const { return Tc_ * (equation.Ts() / Ts_); }
