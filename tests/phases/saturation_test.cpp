@@ -191,7 +191,7 @@ TEST(Saturation, RetrogradeAndRefusal) {
 
 // Wholes without a bubble point, of which the answer is that there is none: at every pressure (or
 // temperature) a phase rich in the first component is a good part of the flash. Below 1e-288 MPa, where
-// decane would be a vapour, densities are out of reach; at 345 K two phases that are alike become one.
+// decane would be a vapour, densities are out of reach; at 407 K a heavy liquid vanishes beside both others.
 TEST(Saturation, ThereIsNoneWhereTheLightPhaseNeverVanishes) {
     const struct {
         std::vector<std::string> names;
@@ -205,9 +205,9 @@ TEST(Saturation, ThereIsNoneWhereTheLightPhaseNeverVanishes) {
                  24.85566, 1e-6, 1000},
                 {{"hydrogen", "nitrogen", "water"}, vec({0.65462, 0.33054, 0.01484}), true,
                  45.99071, 1e-6, 1000},
-                {{"carbon_dioxide", "decane", "water"},
-                 vec({0.63183581896923424, 0.069517392575585618, 0.29864678756118013}), false,
-                 14.07456282377872, 300, 495}};
+                {{"methane", "decane", "water"},
+                 vec({0.72167118207566228, 0.075241920496466816, 0.2030868974278709}), false,
+                 33.432900705177538, 100, 500}};
     for (auto const& row : rows) {
         SCOPED_TRACE(testing::Message() << row.names[0] << ' ' << row.names[1]);
         const Mixture m = estimated_mixture("PR", "vdW1", row.names);
@@ -231,23 +231,49 @@ TEST(Saturation, ThereIsNoneWhereTheLightPhaseNeverVanishes) {
     }
 }
 
-// The light phase that appears beside two liquids is denser than its own critical point, and the
-// envelope of the whole turns in T within a step: on either side of the answer flashes have three phases
-// and two.
+// The light phase that appears beside two liquids is denser than its own critical point, and no phase of the
+// whole shows it: on either side of the answer flashes have three phases and two. In the first the envelope
+// of the whole turns within a step; in the others the search by strides passes both boundaries at once.
 TEST(Saturation, ADenseVapourBesideTwoLiquids) {
-    const Mixture m = estimated_mixture("PR", "vdW1", {"carbon_dioxide", "decane", "water"});
-    const Vector<double> z = vec({0.7278750829431332, 0.22743351107941748, 0.044691405949452721});
-    const double p = 16.975752454906758;
-    const auto q = corvane::bubble_p(*m, p, z);
-    EXPECT_EQ(q.split.size(), 2u);
-    EXPECT_TRUE(q.certificate.holds());
-    const auto below = corvane::flash_pT(*m, p, q.T * (1 - 1e-7), z),
-               above = corvane::flash_pT(*m, p, q.T * (1 + 1e-7), z);
-    EXPECT_EQ(below.phases.size(), 2u);
-    ASSERT_EQ(above.phases.size(), 3u);
-    EXPECT_LT(above.fraction[2], 1e-4);
-    EXPECT_NEAR(above.phases[2].rho / q.incipient.rho, 1, 1e-4);
-    for (int i = 0; i < 3; ++i) EXPECT_NEAR(above.phases[2].x[i], q.incipient.x[i], 1e-4);
+    const struct {
+        char const* eos;
+        std::vector<std::string> names;
+        Vector<double> z;
+        bool at_T;
+        double value;
+    } rows[] = {
+        {"PR", {"carbon_dioxide", "decane", "water"},
+         vec({0.7278750829431332, 0.22743351107941748, 0.044691405949452721}), false, 16.975752454906758},
+        {"PR", {"carbon_dioxide", "decane", "water"},
+         vec({0.63183581896923424, 0.069517392575585618, 0.29864678756118013}), false, 14.07456282377872},
+        {"SRK", {"hydrogen", "methane", "decane"},
+         vec({0.45152306172274959, 0.5401798664840000, 0.00829707079325041}), false, 17.433744478156388},
+        {"PR", {"hydrogen", "nitrogen", "water"},
+         vec({0.39084355037385415, 0.593584332678525685, 0.015572116947620165}), false, 8.5695040399713562},
+        {"PR", {"hydrogen_sulfide", "helium", "hexane"},
+         vec({0.61888629998222366, 0.036437575341096491, 0.344676124676679849}), false, 45.967434388810318},
+        {"PR", {"benzene", "mercury", "decane"}, vec({0.53532647, 0.38297843, 0.0816951}), false, 4.80961195},
+        {"PR", {"helium", "hexane", "methane"}, vec({0.18803815361854376, 0.026828365707733032, 0.785133480673723208}), true, 127.64136}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.names[0] << ' ' << row.names[1] << ' ' << row.value);
+        const Mixture m = estimated_mixture(row.eos, "vdW1", row.names);
+        const auto q = row.at_T ? corvane::bubble_T(*m, row.value, row.z)
+                                : corvane::bubble_p(*m, row.value, row.z);
+        EXPECT_EQ(q.split.size(), 2u);
+        EXPECT_TRUE(q.certificate.holds());
+        const auto beside = [&](double part) {
+            return row.at_T ? corvane::flash_pT(*m, q.p * part, q.T, row.z)
+                            : corvane::flash_pT(*m, q.p, q.T * part, row.z);
+        };
+        // Nearer than 2e-6 to the second, of phases alike, the third one is within the tolerance of the plane.
+        auto with = beside(1 - 1e-5), without = beside(1 + 1e-5);
+        if (with.phases.size() == 2) std::swap(with, without);
+        EXPECT_EQ(without.phases.size(), 2u);
+        ASSERT_EQ(with.phases.size(), 3u);
+        EXPECT_LT(with.fraction[2], 0.01);
+        EXPECT_NEAR(with.phases[2].rho / q.incipient.rho, 1, 2e-3);
+        for (int i = 0; i < 3; ++i) EXPECT_NEAR(with.phases[2].x[i], q.incipient.x[i], 2e-3);
+    }
 }
 
 // A liquid rich in methane, which is a gas when pure, beside its own vapour: a bubble point was certified

@@ -132,7 +132,11 @@ SaturationPoint SaturationSolver::search(SaturationOptions const& o,
         if (found && restore(best)) return result(o);
     }
     if (found || beside) complete_ = false;
-    const bool none = complete_ && !open_ && !bracketed_ && !lost_;
+    bool none = complete_ && !open_ && !bracketed_ && !lost_;
+    if (none && kind_ == Saturated::bubble && fluid_.size() > 2) {
+        if (const auto last = beside_liquids_at(nodes_, o)) return *last;
+        none = !open_;
+    }
     throw EquilibriumFailure(
         none ? EquilibriumFailure::Kind::no_solution : EquilibriumFailure::Kind::gave_up, state(),
         name(), pair_.iterations, none ? std::nan("") : pair_.residual,

@@ -243,6 +243,8 @@ bool SaturationSolver::global(bool upper, double finer) {
     const int count = static_cast<int>(std::ceil((hi - lo) / step * finer));
     std::vector<Node> nodes;
     for (int k = 0; k <= count; ++k) nodes.push_back(node(lo + (hi - lo) * k / count));
+    nodes_ = nodes;
+    if (upper) std::reverse(nodes_.begin(), nodes_.end());
     std::vector<Change> found = changes(nodes);
     if (upper) std::reverse(found.begin(), found.end());
     for (std::size_t k = 0; k < found.size(); ++k) {

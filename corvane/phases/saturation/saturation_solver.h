@@ -122,6 +122,10 @@ class SaturationSolver {
                                               SaturationOptions const& o);
     /// From a bubble point of the whole that is not stable.
     std::optional<SaturationPoint> beside_liquids(SaturationOptions const& o);
+    /// The same from flashes at all states of the search, where nothing else led to one: three
+    /// components and more.
+    std::optional<SaturationPoint> beside_liquids_at(std::vector<Node> const& nodes,
+                                                     SaturationOptions const& o);
     struct Vanishing;
     std::optional<SaturationPoint> first_vapour(std::vector<PhaseRecord> const& liquids,
                                                 std::vector<double> const& amounts,
@@ -201,6 +205,7 @@ class SaturationSolver {
     std::optional<double> bracketed_;
     bool stuck_ = false;    // the trace ended before its end
     bool missed_ = false;   // a boundary or a crossing of the envelope was not solved
+    std::vector<Node> nodes_;  // of global(), in the order in which answers are wanted
 };
 
 }  // namespace corvane::inline detail

@@ -170,15 +170,18 @@ void SaturationSolver::report_liquids(CoexistenceSolver const& all,
 /// ln(p/p0); at given p in T, by the same ln(p/p_sat) of Wilson's enthalpies.
 struct SaturationSolver::Vanishing {
     Vanishing(SaturationSolver& solver, SaturationOptions const& options);
-    void step();
+    void run();
     /// Newton's method from here. True where the search is over: an answer, or none to be had.
     bool solved();
+    /// In place of the steps from the start: flashes at all of these, in the order in which answers
+    /// are wanted.
+    void scan(std::vector<Node> const& nodes);
 
-    int it = 0;
     bool over = false;
     std::optional<SaturationPoint> point;
 
   private:
+    void step();
     struct Side {  // the lightest phase at low or high
         double rho = 0.0;
         std::size_t count = 0;
@@ -188,10 +191,12 @@ struct SaturationSolver::Vanishing {
         bool like(Side const& other) const { return unlike(other) < 1.0; }
     };
     bool gas(double rho, std::vector<double> const& x) const;
+    bool is_gas(Side const& side) const { return gas(side.rho, side.x); }
     bool place();
     bool flash();
     std::vector<Side> sides() const;
     static Side const& nearest(std::vector<Side> const& phases, Side const& to);
+    static bool lightest_alone(std::vector<Side> const& more, std::vector<Side> const& fewer);
     void note();
     bool follow();
     bool narrowed();
@@ -211,10 +216,14 @@ struct SaturationSolver::Vanishing {
     };
     std::vector<Seen> fluids;  // flashes without a gas
     std::size_t pair = 0;      // the next two of them to compare
-    bool turned = false;       // between two of them, with the light phase of the first
+    bool turned = false;       // between two of them: low has the light phase, high has not, in either order
+    std::size_t fewer = 0;     // so many phases at high, if there are more at low
+    bool unsure = false;       // whether something vanished between others
+    bool scanned = false;      // fluids are of scan(), with gases
+    std::vector<Side> at_low, at_high;
     FlashResult whole;
     bool above = false, tried = false;
-    int begin = 0;          // of the strides
+    int it = 0, begin = 0;  // begin: of the strides
     std::size_t dense = 0;  // so many phases, of which the lightest is no gas
     std::vector<PhaseRecord> liquids;
     std::vector<double> amounts, y;
@@ -278,7 +287,7 @@ bool SaturationSolver::Vanishing::flash() {
         own.fluid_.evaluations += whole.certificate.evaluations;
         return true;
     } catch (EquilibriumFailure const&) {  // as next to three phases of a binary
-        s += 0.03 * (1 + it);
+        s += 0.03 * (turned ? high - low : 1 + it);
     } catch (ThException const& e) {
         if (e.number != th_no_density) throw;
         over = true;
@@ -301,16 +310,38 @@ SaturationSolver::Vanishing::Side const& SaturationSolver::Vanishing::nearest(
     });
 }
 
+/// Is the last phase the one that none of the fewer phases continues? As the sums of unlike() have it.
+bool SaturationSolver::Vanishing::lightest_alone(std::vector<Side> const& more,
+                                                 std::vector<Side> const& fewer) {
+    std::vector<std::size_t> order(more.size());
+    std::iota(order.begin(), order.end(), 0u);
+    double least = 1e300;
+    bool alone = false;
+    do {  // at most as many phases as flashes give, five or so
+        double sum = 0.0;
+        for (std::size_t k = 0; k < fewer.size(); ++k) sum += more[order[k]].unlike(fewer[k]);
+        if (!(sum < least)) continue;
+        least = sum;
+        const auto rest = order.begin() + static_cast<std::ptrdiff_t>(fewer.size());
+        alone = std::find(rest, order.end(), more.size() - 1) != order.end();
+    } while (std::next_permutation(order.begin(), order.end()));
+    return alone;
+}
+
 /// On which side of the bracket is the flash? Its liquids, and its vapour.
 void SaturationSolver::Vanishing::note() {
     const std::size_t count = whole.phases.size();
     const std::vector<Side> phases = sides();
-    const Side here = turned ? nearest(phases, below) : phases.back();
-    above = turned ? !here.like(below) : dense > 0 ? count < dense : !gas(here.rho, here.x);
+    const Side here = turned && fewer == 0 ? nearest(phases, below) : phases.back();
+    if (turned)
+        above = fewer > 0 ? count <= fewer : !here.like(below);
+    else
+        above = dense > 0 ? count < dense : !gas(here.rho, here.x);
     if (above && !turned) fluids.push_back({s, phases});
-    if (above ? s < high : s > low) {
+    if (turned || (above ? s < high : s > low)) {
         (above ? high : low) = s;
         (above ? beyond : below) = here;
+        (above ? at_high : at_low) = phases;
     }
     if (!above) {
         y = here.x;
@@ -361,27 +392,30 @@ bool SaturationSolver::Vanishing::follow() {
 
 void SaturationSolver::Vanishing::none() {
     if (n > 2 && turn()) return;  // of a binary at one p (or T) alone
-    own.open_ = false;
+    own.open_ = unsure;
     over = true;
 }
 
-/// A light fluid as dense as a liquid vanishes beside others where no phase of the next flash
-/// continues it: looks between them.
+/// A light fluid as dense as a liquid vanishes beside others between two flashes: of which one has
+/// fewer phases, or none that continues it.
 bool SaturationSolver::Vanishing::turn() {
-    if (!turned)
-        std::sort(fluids.begin(), fluids.end(),
-                  [](Seen const& a, Seen const& b) { return a.s < b.s; });
+    if (!turned && !scanned)
+        std::sort(fluids.begin(), fluids.end(), [](Seen const& a, Seen const& b) { return a.s < b.s; });
     while (pair + 1 < fluids.size()) {
-        Seen const &from = fluids[pair], &to = fluids[++pair];
-        Side const &light = from.phases.back(), &next = nearest(to.phases, light);
-        if (light.count < 2 || next.count < 2 || next.like(light)) continue;
+        Seen const *with = &fluids[pair], *without = &fluids[++pair];
+        if (with->phases.size() < without->phases.size()) std::swap(with, without);
+        below = with->phases.back();
+        beyond = nearest(without->phases, below);
+        fewer = without->phases.size() < with->phases.size() ? with->phases.size() - 1 : 0;
+        if (fewer == 1 || beyond.count + fewer == 1) continue;  // a boundary of the whole, or none
+        if (fewer == 0 && (beyond.like(below) || (is_gas(below) && is_gas(beyond)))) continue;
         turned = true;
         tried = false;
         dense = 0;
-        low = from.s;
-        high = to.s;
-        below = light;
-        beyond = next;
+        low = with->s;
+        high = without->s;
+        at_low = with->phases;
+        at_high = without->phases;
         liquids.clear();
         s = 0.5 * (low + high);
         reached = 1e300;
@@ -391,11 +425,41 @@ bool SaturationSolver::Vanishing::turn() {
     return false;
 }
 
+void SaturationSolver::Vanishing::scan(std::vector<Node> const& nodes) {
+    scanned = true;
+    FlashOptions warm;
+    FlashResult last;
+    for (Node const& q : nodes) {
+        p = own.p(q.s);
+        t = own.T(q.s);
+        s = own.held_.at_T ? std::log(p / p0) : latent * (1.0 / t - 1.0 / t0);
+        if (q.stable) {
+            fluids.push_back({s, {{q.rho, 1, own.fluid_.z(), 1.0}}});
+            continue;
+        }
+        try {
+            whole = flash_pT(own.fluid_.model(), p, t, own.fluid_.expand(own.fluid_.z()), warm);
+        } catch (EquilibriumFailure const&) {
+            continue;
+        } catch (ThException const& e) {
+            if (e.number != th_no_density) throw;
+            continue;
+        }
+        own.fluid_.evaluations += whole.certificate.evaluations;
+        fluids.push_back({s, sides()});
+        last = whole;
+        warm.start = &last;
+    }
+    none();
+}
+
 /// A narrow bracket: does something vanish in it? True where the search is over.
 bool SaturationSolver::Vanishing::narrowed() {
+    const double width = std::fabs(high - low);
     // From gas to liquid without a jump, or of dense fluids another one vanishes. Of three the
     // lightest may do so later, where the whole itself shows nothing.
-    const bool smooth = (turned || dense > 0 || below.count == beyond.count) && below.like(beyond);
+    const bool smooth = turned ? fewer == 0 && nearest(at_high, below).like(below)
+                               : (dense > 0 || below.count == beyond.count) && below.like(beyond);
     if (smooth && !turned && beyond.count > 2) {
         dense = beyond.count;
         low = high;
@@ -406,14 +470,16 @@ bool SaturationSolver::Vanishing::narrowed() {
     }
     // One of two phases vanishes: the vapour, of a liquid that does not split; or the denser one,
     // where the whole happens to have its pseudocritical density.
-    const bool two = high - low < kLeast && below.count == 2 && beyond.count == 1;
-    if (smooth || two || (below.count == 1 && beyond.count == 1)) {
+    const bool two = !turned && width < kLeast && below.count == 2 && beyond.count == 1;
+    if (smooth || two || (!turned && below.count == 1 && beyond.count == 1)) {
         if (two && !(below.part > 0.5 && below.like(beyond)))
             own.bracketed_ = std::log(own.held_.at_T ? p : t);
         none();
-    } else if (high - low < kLeast) {
-        solved();
-        over = true;
+    } else if (width < kLeast) {
+        if (solved()) return true;
+        if (!turned) return over = true;
+        unsure = unsure || fewer == 0 || lightest_alone(at_low, at_high);
+        none();
     } else if (!tried) {
         tried = !liquids.empty() && rho_vapour > 0.0;
         solved();
@@ -425,7 +491,9 @@ void SaturationSolver::Vanishing::advance() {
     const auto grown = [&](int from) {
         return kStep * (1 << std::clamp(it - begin - from, 0, 12));
     };
-    if (reached > low && reached < high)
+    if (turned)
+        s = 0.5 * (low + high);
+    else if (reached > low && reached < high)
         s = reached;
     else
         s = high > 1e299 ? s + grown(0) : low < -1e299 ? s - grown(4) : 0.5 * (low + high);
@@ -442,20 +510,34 @@ void SaturationSolver::Vanishing::step() {
     const std::size_t count = whole.phases.size();
     if (!above && count > 2 && solved()) return;  // those liquids, if no others appear on the way
     if (above && count == 1 && low < -1e299 && s < -4 * kStep) return none();  // does not split
-    if (above && count > 1 && dense == 0 && follow()) return;
-    if (high - low < kNarrow && narrowed()) return;
+    if (above && count > 1 && dense == 0 && !turned && follow()) return;
+    if (std::fabs(high - low) < kNarrow && narrowed()) return;
+    if (turned) return advance();
     if ((high > 1e299 && (own.held_.at_T ? p > kHighest : t < coldest)) ||
         (low < -1e299 && !own.held_.at_T && t > 0.999 * hottest))
         return none();  // always a vapour, or never
     advance();
 }
 
+void SaturationSolver::Vanishing::run() {
+    for (; it < kFlashes && !over; ++it) step();
+}
+
 /// Leaves open_ where it does not know whether there is such a point.
 std::optional<SaturationPoint> SaturationSolver::beside_liquids(SaturationOptions const& o) {
     open_ = true;
     Vanishing search(*this, o);
-    for (; search.it < kFlashes && !search.over; ++search.it) search.step();
+    search.run();
     if (!search.over) search.solved();
+    return search.point;
+}
+
+std::optional<SaturationPoint> SaturationSolver::beside_liquids_at(std::vector<Node> const& nodes,
+                                                                   SaturationOptions const& o) {
+    open_ = true;
+    Vanishing search(*this, o);
+    search.scan(nodes);
+    search.run();
     return search.point;
 }
 
