@@ -59,6 +59,7 @@
 #include <corvane/solid/fusion.h>
 #include <corvane/solid/solid.h>
 #include <corvane/state/component_properties.h>
+#include <corvane/state/equilibrium_columns.h>
 #include <corvane/state/excess.h>
 #include <corvane/state/ideal_curve.h>
 #include <corvane/state/mixture_state.h>

@@ -1,4 +1,5 @@
 #include <corvane/core/errors.h>
+#include <corvane/core/tasks.h>
 #include <corvane/pure/many_states.h>
 #include <corvane/pure/model1.h>
 #include <corvane/state/phase_columns.h>
@@ -7,13 +8,8 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <cmath>
-#include <exception>
 #include <limits>
-#include <mutex>
-#include <thread>
-#include <vector>
 
 namespace corvane {
 namespace {
@@ -21,7 +17,6 @@ using lanes::V4;
 constexpr double kNoValue = std::numeric_limits<double>::quiet_NaN();
 constexpr int kStatesOfABlock = 256;  // states whose 27 columns, 55 kB, stay in a near cache
 constexpr std::size_t kStatesOfATask = 4096;  // states that a thread takes
-constexpr int kMostThreads = 64;
 
 /// The columns, in the order of PhaseValues.
 using ColumnList = std::array<double*, 16>;
@@ -164,32 +159,8 @@ class ColumnWork {
 std::size_t phase_properties(Model1 const& model, std::size_t n, double const* T, double const* rho,
                              PropertyColumns const& columns, int threads) {
     const ColumnWork work(model, T, rho, columns);
-    if (threads <= 0) threads = static_cast<int>(std::max(1u, std::thread::hardware_concurrency()));
-    const std::size_t tasks = (n + kStatesOfATask - 1) / kStatesOfATask;
-    threads = static_cast<int>(
-        std::min<std::size_t>({static_cast<std::size_t>(threads), kMostThreads, tasks}));
-    if (threads <= 1) return work.run(0, n);
-    std::atomic<std::size_t> next{0}, failed{0};
-    std::exception_ptr error;
-    std::mutex guard;
-    const auto take = [&] {
-        try {
-            for (std::size_t task; (task = next++) < tasks;)
-                failed += work.run(task * kStatesOfATask, std::min(n, (task + 1) * kStatesOfATask));
-        } catch (...) {
-            const std::lock_guard<std::mutex> lock(guard);
-            error = std::current_exception();
-        }
-    };
-    std::vector<std::thread> others;
-    try {
-        for (int k = 1; k < threads; ++k) others.emplace_back(take);
-    } catch (std::exception const&) {  // fewer threads do
-    }
-    take();
-    for (std::thread& t : others) t.join();
-    if (error) std::rethrow_exception(error);
-    return failed;
+    return over_threads(n, kStatesOfATask, threads,
+                        [&](std::size_t first, std::size_t last) { return work.run(first, last); });
 }
 
 }  // namespace corvane
