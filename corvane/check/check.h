@@ -59,4 +59,30 @@ CORVANE_API std::vector<Check> check_equation(Model1& model, CheckRange const& r
 /// relations, pure limits, components in another order, a component split into two alike.
 CORVANE_API std::vector<Check> check_mixture(ModelN& mixture, CheckRange const& range = {});
 
+/// A figure that was printed for an equation, with the state that it was printed for.
+struct PrintedValue {
+    enum class Of {
+        Ar,
+        Z,
+        pressure,             ///< MPa
+        saturation_pressure,  ///< MPa; of a mixture at its bubble point
+        liquid_density,       ///< mol/cm³; these two of pure saturated fluids
+        vapour_density
+    };
+    Of of = Of::Ar;
+    double T = 0.0, rho = 0.0;   ///< K; mol/cm³ where the state is not saturated
+    std::vector<double> x = {};  ///< mole fractions of a mixture
+    double value = 0.0;
+    double within = 0.0;        ///< what rounding of value and state may make of it
+    double gas_constant = 0.0;  ///< of the source, J/(mol K), for pressures; 0: the library's
+    std::string source;
+};
+
+/// Compares with printed figures, the only check that sees an error which is the same in every slot:
+/// a wrong constant of the formula. Does not throw: what the model throws is a failed check.
+CORVANE_API std::vector<Check> check_values(Model1 const& model,
+                                            std::vector<PrintedValue> const& values);
+CORVANE_API std::vector<Check> check_values(ModelN const& mixture,
+                                            std::vector<PrintedValue> const& values);
+
 }  // namespace corvane

@@ -9,6 +9,7 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <limits>
 #include <string>
 #include <utility>
 
@@ -135,5 +136,35 @@ class Survey {
 /// it, whose steps are 1e-3 of the variable or less; and rounding of a compressibility factor
 /// near 1.
 inline constexpr double kRounding = 2e-13, kDifferenced = 5e-12, kNearOne = 4e-15;
+
+/// deriv(nrho, nT, d) at one state: the promised orders are there, impossible ones are not, and what
+/// is answered is written, as far as the highest derivative of each variable, and one number
+/// whichever order asks for it.
+template <class Deriv>
+void orders_of_derivatives(Survey& survey, Survey::State const& at, Deriv const& deriv) {
+    constexpr double kUnwritten = std::numeric_limits<double>::quiet_NaN();
+    constexpr int kOrders = 5;
+    char const* name = "orders of derivatives";
+    double known[9], d[kOrders * kOrders];
+    std::fill_n(known, 9, kUnwritten);
+    const bool promised = deriv(2, 2, known) == 1 && deriv(3, 0, d) == 1;
+    survey.holds(name, at, promised, "an order is missing");
+    for (auto const& [nrho, nT] : {std::pair{-1, 0}, {0, -1}, {-1, 2}, {2, -1}, {9, 9}})
+        survey.holds(name, at, deriv(nrho, nT, d) == 0, "an impossible order is answered");
+    for (int nrho = 0; promised && nrho < kOrders; ++nrho)
+        for (int nT = 0; nT < kOrders; ++nT) {
+            std::fill_n(d, kOrders * kOrders, kUnwritten);
+            if (deriv(nrho, nT, d) == 0) continue;
+            const std::string order = "(" + std::to_string(nrho) + ", " + std::to_string(nT) + ")";
+            survey.holds(name, at, std::isfinite(d[nrho * (nT + 1)]) && std::isfinite(d[nT]),
+                         order + " is answered and not written");
+            for (int i = 0; i <= std::min(nrho, 2); ++i)
+                for (int j = 0; j <= nT && i + j <= 2; ++j)
+                    survey.holds(name, at,
+                                 std::abs(d[i * (nT + 1) + j] - known[3 * i + j]) <=
+                                     1e-10 * (1.0 + std::abs(known[3 * i + j])),
+                                 order + " has other numbers than (2, 2)");
+        }
+}
 
 }  // namespace corvane::inline detail

@@ -56,6 +56,7 @@ class Faulty final : public Model1, public corvane::Deriv1 {
     }
     double xinit(double p, double T, int phase) const override { return m_.xinit(p, T, phase); }
     int deriv(double rho, double T, int nrho, int nT, double* d) const override {
+        if (fault_ == 17 && nT == 3) return 1;  // and nothing is written
         const int known = m_.derivatives()->deriv(rho, T, nrho, nT, d);
         if (known && nT == 2 && fault_ == 14 && rho > 2.5 / vcrit()) d[2] += 500.0;
         if (known && nT == 2 && nrho == 2) {
@@ -91,7 +92,8 @@ TEST(Checks, NameEveryFault) {
                                      "Ar is smooth through zero density",
                                      "heat capacity and compressibility are positive",
                                      "exact derivatives: ∂²/∂rho²",
-                                     "odd arguments end without exceptions"};
+                                     "odd arguments end without exceptions",
+                                     "orders of derivatives"};
     const Model right = load_set("PR", "propane");
     for (int fault = 0; fault < static_cast<int>(std::size(names)); ++fault) {
         Faulty model(*right, fault);
@@ -135,9 +137,14 @@ class FaultyMixture final : public ModelN,
     ~FaultyMixture() {
         for (int i = 0; i < mdl1.size(); ++i) corvane::detach1(mdl1[i]);
     }
-    double* ppar(int k, int i, int j) override { return m_.ppar(k, i, j); }
+    double* ppar(int k, int i, int j) override {
+        return is("pairs: numbers and addresses") && i > j ? &other_ : m_.ppar(k, i, j);
+    }
     void par_alloc() override {}
-    void par_in(FILE*, int, int) override {}
+    void par_in(FILE* f, int i, int j) override {
+        m_.par_in(f, i, j);
+        if (is("a pair survives writing and reading")) m_.param(0, i, j, m_.param(0, i, j) + 1e-9);
+    }
     void par_out(FILE* f, int i, int j) const override { m_.par_out(f, i, j); }
     int pair_parameters() const override {
         return dynamic_cast<corvane::PairParameters const&>(m_).pair_parameters();
@@ -148,6 +155,10 @@ class FaultyMixture final : public ModelN,
         if (is("Z is 1 + rho·∂Ar/∂rho")) more = 1e-8 * rho;
         if (is("components in another order")) more = 1e-9 * rho * x[0];
         if (is("nothing at zero density") && rho == 0.0) more = 1e-12;
+        if (is("parameters of pairs count from the moment they are written")) {
+            latched_ = latched_ || m_.param(0, 0, 1) != kij_;
+            more = latched_ ? 1e-9 : 0.0;  // what was kept is never made anew
+        }
         return m_.Ar(rho, T, x) + more;
     }
     double Z(double rho, double T, Vector<double> const& x) const override {
@@ -155,6 +166,8 @@ class FaultyMixture final : public ModelN,
                (is("a component alone is the pure fluid") && x[0] == 1.0 ? 1 + 1e-9 : 1.0);
     }
     double betaV(double rho, double T, Vector<double> const& x) const override {
+        if (is("betaV is ∂(T·Z)/∂T", 'k'))  // a pair's third parameter, 0 as shipped, with a sign
+            return m_.betaV(rho, T, x) - 2e-2 * m_.param(2, 0, 1) / T;
         return m_.betaV(rho, T, x) * (is("betaV is ∂(T·Z)/∂T") ? 1 + 1e-7 : 1.0);
     }
     double myr(Vector<double> const& rho_i, double T, int i) const override {
@@ -189,6 +202,9 @@ class FaultyMixture final : public ModelN,
         exact_.potentials(rho_i, T, mu, mu_T, H);
         const int n = rho_i.size();
         if (is("mu_i is ∂(rho·Ar)/∂rho_i")) mu[0] *= 1 + 1e-7;
+        if (is("an absent component has the potential of a trace"))
+            for (int i = 0; i < n; ++i) mu[i] += rho_i[i] == 0.0 ? 1e-6 : 0.0;
+        if (is("potentials: whatever is asked for with them") && !H) mu[0] += 1e-8;
         if (is("Euler: Σ x_i·mu_i is Ar + Z − 1"))
             for (int i = 0; i < n; ++i) mu[i] *= 1 + 1e-9;
         if (mu_T && is("slope of mu_i in T")) mu_T[1] *= 1 + 1e-6;
@@ -200,7 +216,9 @@ class FaultyMixture final : public ModelN,
 
     int isotherm_size(int n) const override { return kept_.isotherm_size(n); }
     void isotherm(double T, int const* present, int n, bool slopes, double* work) const override {
-        kept_.isotherm(T, present, n, slopes, work);
+        constexpr int first = 0;
+        const bool wrong = is("isotherm: without an absent component") && n == 1;
+        kept_.isotherm(T, wrong ? &first : present, n, slopes, work);
     }
     int densities(double const* work, int n, double const* x, double p,
                   double* rho) const override {
@@ -231,6 +249,8 @@ class FaultyMixture final : public ModelN,
     corvane::DerivN const& exact_;
     corvane::IsothermN const& kept_;
     Fault fault_;
+    double kij_ = m_.param(0, 0, 1), other_ = 0.0;
+    mutable bool latched_ = false;
 };
 
 // A fault of 1e-9 to 1e-6 in one place: the right check tells it, and none where there is no fault.
@@ -240,6 +260,13 @@ TEST(Checks, NameEveryFaultOfAMixture) {
          std::vector<Fault>{{""},
                             {"Z is 1 + rho·∂Ar/∂rho"},
                             {"betaV is ∂(T·Z)/∂T"},
+                            {"betaV is ∂(T·Z)/∂T", 'k'},
+                            {"pairs: numbers and addresses"},
+                            {"a pair survives writing and reading"},
+                            {"parameters of pairs count from the moment they are written"},
+                            {"an absent component has the potential of a trace"},
+                            {"potentials: whatever is asked for with them"},
+                            {"isotherm: without an absent component"},
                             {"exact derivatives: ∂/∂T"},
                             {"exact derivatives: ∂²/∂T²"},
                             {"exact derivatives: ∂²/∂rho²"},
@@ -274,5 +301,40 @@ TEST(Checks, NameEveryFaultOfAMixture) {
         }
         EXPECT_EQ(named, !fault.check.empty()) << fault.check << ' ' << fault.in;
     }
+}
+
+// A wrong constant that is the same in every slot passes all identities and nothing but a printed
+// figure: 0.01 % of the energy scale in place of a fault of the formula.
+TEST(Checks, OnlyPrintedValuesSeeAnotherEquation) {
+    using corvane::PrintedValue;
+    using Of = PrintedValue::Of;
+    // IAPWS R6-95(2018), tables 6 and 8; the release's gas constant.
+    const std::vector<PrintedValue> water{
+        {Of::Ar, 500, 838.025e-3 / 18.015268, {}, -3.42693206, 5e-9, 0, "table 6"},
+        {Of::saturation_pressure, 450, 0, {}, 0.932203564, 5e-10, 8.314371357587, "table 8"},
+        {Of::liquid_density, 450, 0, {}, 890.341250e-3 / 18.015268, 5e-11, 0, "table 8"},
+        {Of::vapour_density, 450, 0, {}, 4.81200360e-3 / 18.015268, 5e-13, 0, "table 8"}};
+    // GERG-2008's authors, half a unit of the last digit and half of the density's.
+    const std::vector<PrintedValue> gas{
+        {Of::pressure, 275.74, 12.5e-3, {0.5, 0.5}, 7.8845752, 1e-7, 8.314472, "GERG"}};
+    const Model pure = load_set("MEOS", "water");
+    const Mixture mixture = estimated_mixture("MEOS", "GERG", {"methane", "propane"}, -1);
+    const double Ts = pure->param(1), methane = mixture->param(1, 0, 0);
+    for (bool wrong : {false, true}) {
+        pure->param(1, Ts * (wrong ? 1.0001 : 1.0));
+        mixture->param(1, 0, 0, methane * (wrong ? 1.0001 : 1.0));
+        for (auto const& checks : {corvane::check_values(*pure, water),
+                                   corvane::check_values(*mixture, gas)})
+            for (corvane::Check const& c : checks)
+                EXPECT_EQ(c.passed(), !wrong) << c.name << ": " << c.what << ' ' << c.worst;
+    }
+    // What there is no number for fails, and does not throw.
+    for (PrintedValue const& none :
+         {PrintedValue{Of::saturation_pressure, 1e4, 0, {}, 1, 1, 0, ""},
+          PrintedValue{Of::Z, 300, std::nan(""), {}, 1, 1, 0, ""}})
+        EXPECT_FALSE(corvane::check_values(*pure, {none}).back().passed());
+    EXPECT_FALSE(corvane::check_values(*mixture, {PrintedValue{Of::Z, 300, 1e-3, {1.0}, 1, 9, 0, ""}})
+                     .back()
+                     .passed());
 }
 }  // namespace

@@ -3,6 +3,7 @@
 #include <tools/corvane/commands/commands.h>
 #include <tools/corvane/input/home.h>
 #include <tools/corvane/input/options.h>
+#include <tools/corvane/input/printed_values.h>
 #include <tools/corvane/output/watch.h>
 #include <tools/corvane/text/errors.h>
 #include <tools/corvane/text/numbers.h>
@@ -15,6 +16,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <memory>
 
 namespace cli {
@@ -29,7 +31,7 @@ struct CheckCommand {
     Options options;
     std::string plugin;
     std::vector<std::string> substances;
-    std::string low, high;
+    std::string low, high, values;
 
     int run();
 
@@ -38,9 +40,12 @@ struct CheckCommand {
     void add(std::vector<corvane::Check> const& checks, std::string const& of);
     void check_mixture(corvane::CheckRange const& range);
     void check_pure(corvane::CheckRange const& range, Watch& watch);
+    void read_values();
+    void check_values(std::vector<std::string> components);
     std::string command(Outcome const& worst) const;
 
     std::vector<Outcome> worst_;  // one for each check, in the order in which they came
+    std::vector<PrintedRow> printed_;
     long states_ = 0, sets_ = 0;
 };
 
@@ -60,12 +65,36 @@ void CheckCommand::add(std::vector<corvane::Check> const& checks, std::string co
     }
 }
 
+/// Those that were asked for, or those of the data home.
+void CheckCommand::read_values() {
+    std::string path = values;
+    if (path.empty()) {
+        path = entered_home().file("CorvaneS/values/" + plugin + ".tsv").string();
+        if (!std::filesystem::exists(path)) return;
+    }
+    printed_ = read_printed_values(path);
+}
+
+/// Of these components, in the order and with the pairs that the figures were printed for.
+void CheckCommand::check_values(std::vector<std::string> components) {
+    std::sort(components.begin(), components.end());
+    for (PrintedRow const& row : printed_) {
+        std::vector<std::string> of = row.substances;
+        std::sort(of.begin(), of.end());
+        if (of != components) continue;
+        const corvane::Mixture m = corvane::open_mixture(
+            plugin, row.substances, {.pair_set = row.set, .home = entered_home()});
+        add(corvane::check_values(*m.model, {row.value}), join(row.substances, " "));
+    }
+}
+
 void CheckCommand::check_mixture(corvane::CheckRange const& range) {
     if (substances.empty()) throw Misuse("name the components of the mixture");
     const corvane::Mixture m = corvane::open_mixture(plugin, substances, {.home = entered_home()});
     std::string of;
     for (std::string const& name : m.components) of += (of.empty() ? "" : " ") + name;
     add(corvane::check_mixture(*m.model, range), of);
+    check_values(m.components);
 }
 
 void CheckCommand::check_pure(corvane::CheckRange const& range, Watch& watch) {
@@ -80,8 +109,13 @@ void CheckCommand::check_pure(corvane::CheckRange const& range, Watch& watch) {
             corvane::CheckRange here = corvane::check_range(fluid);
             if (range.T_low > 0.0) here.T_low = range.T_low;
             here.T_high = range.T_high;
-            add(corvane::check_equation(*fluid.model, here),
-                set == 1 ? name : fmt::format("{} --set {}", name, set));
+            const std::string of = set == 1 ? name : fmt::format("{} --set {}", name, set);
+            add(corvane::check_equation(*fluid.model, here), of);
+            std::vector<corvane::PrintedValue> printed;
+            for (PrintedRow const& row : printed_)
+                if (row.substances.size() == 1 && row.substances[0] == name && row.set == set)
+                    printed.push_back(row.value);
+            add(corvane::check_values(*fluid.model, printed), of);
             ++sets_;
             if (!watch.go_on()) return;
         }
@@ -124,6 +158,7 @@ int CheckCommand::run() {
     };
     range.T_low = temperature(low, "--T-low");
     range.T_high = temperature(high, "--T-high");
+    read_values();
     Watch watch("corvane: check-equation");
     if (mixture())
         check_mixture(range);
@@ -175,6 +210,9 @@ void add_check_equation(Program& program) {
     command.value("--T-low", check->low, "lowest temperature (default 0.4 Tc, or that of the set)",
                   {.type = "VALUE"});
     command.value("--T-high", check->high, "highest temperature (default 3 Tc)", {.type = "VALUE"});
+    command.value("--values", check->values,
+                  "printed values to compare with (default CorvaneS/values/PLUGIN.tsv, if there is one)",
+                  {.type = "FILE"});
     check->options.add_output(command);
     command.examples(
         "  corvane check-equation PR propane\n  corvane check-equation PCSAFT+LB ethanol water");

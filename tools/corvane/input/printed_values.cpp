@@ -1,0 +1,94 @@
+#include <tools/corvane/input/printed_values.h>
+#include <tools/corvane/text/errors.h>
+#include <tools/corvane/text/numbers.h>
+#include <tools/corvane/text/text.h>
+
+#include <corvane/text/csv.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace cli {
+namespace {
+using Of = corvane::PrintedValue::Of;
+
+constexpr std::array<std::pair<char const*, Of>, 6> kQuantities{
+    {{"Ar", Of::Ar},
+     {"Z", Of::Z},
+     {"p", Of::pressure},
+     {"ps", Of::saturation_pressure},
+     {"rhoL", Of::liquid_density},
+     {"rhoV", Of::vapour_density}}};
+
+std::vector<std::string> parts(std::string const& text, char separator) {
+    std::vector<std::string> all(1);
+    for (char c : text)
+        if (c == separator)
+            all.emplace_back();
+        else
+            all.back() += c;
+    return all;
+}
+
+/// The fields of a row by their titles.
+class Row {
+  public:
+    Row(std::vector<std::string> const& header, std::vector<std::string> const& fields)
+        : header_(header), fields_(fields) {}
+    std::string const& operator()(char const* title) const {
+        const auto at = std::find(header_.begin(), header_.end(), title);
+        if (at == header_.end()) throw Failure(fmt::format("no column {}", title));
+        return fields_[static_cast<std::size_t>(at - header_.begin())];
+    }
+    double operator()(char const* title, double otherwise) const {
+        std::string const& text = (*this)(title);
+        return text.empty() ? otherwise : number(text, title);
+    }
+
+  private:
+    std::vector<std::string> const &header_, &fields_;
+};
+
+PrintedRow read_row(Row const& row) {
+    PrintedRow read;
+    read.substances = parts(row("substances"), '+');
+    read.set = static_cast<int>(row("set", 1.0));
+    corvane::PrintedValue& v = read.value;
+    if (!row("x").empty())
+        for (std::string const& x : parts(row("x"), ',')) v.x.push_back(number(x, "x"));
+    if (v.x.size() != (read.substances.size() > 1 ? read.substances.size() : 0))
+        throw Failure("x must have a number for each substance of a mixture");
+    const auto quantity = std::find_if(kQuantities.begin(), kQuantities.end(),
+                                       [&](auto const& q) { return row("quantity") == q.first; });
+    if (quantity == kQuantities.end())
+        throw Failure(fmt::format("no quantity {}; there are Ar, Z, p, ps, rhoL, rhoV",
+                                  clipped(row("quantity"))));
+    v.of = quantity->second;
+    v.T = number(row("T"), "T");
+    v.rho = row("rho", 0.0);
+    v.value = number(row("value"), "value");
+    v.within = number(row("within"), "within");
+    v.gas_constant = row("R", 0.0);
+    v.source = row("source");
+    const bool saturated = v.of != Of::Ar && v.of != Of::Z && v.of != Of::pressure;
+    if (!(v.T > 0.0) || !(v.within > 0.0) || (!saturated && !(v.rho > 0.0)))
+        throw Failure("T and within must be positive, and rho where the state is not saturated");
+    return read;
+}
+}  // namespace
+
+std::vector<PrintedRow> read_printed_values(std::string const& path) {
+    const corvane::text::CsvFile file = corvane::text::read_csv(path);
+    std::vector<PrintedRow> all;
+    for (std::size_t k = 0; k < file.rows.size(); ++k) try {
+            all.push_back(read_row({file.header, file.rows[k]}));
+        } catch (std::runtime_error const& e) {
+            throw Failure(fmt::format("{}:{}: {}", path, file.lines[k], e.what()));
+        }
+    return all;
+}
+
+}  // namespace cli
