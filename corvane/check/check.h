@@ -78,8 +78,8 @@ struct PrintedValue {
     std::string source;
 };
 
-/// Compares with printed figures, the only check that sees an error which is the same in every slot:
-/// a wrong constant of the formula. Does not throw: what the model throws is a failed check.
+/// Compares with printed figures, the only check that sees an error which is the same in every
+/// slot: a wrong constant of the formula. Does not throw: what the model throws is a failed check.
 CORVANE_API std::vector<Check> check_values(Model1 const& model,
                                             std::vector<PrintedValue> const& values);
 CORVANE_API std::vector<Check> check_values(ModelN const& mixture,

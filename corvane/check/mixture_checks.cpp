@@ -222,8 +222,8 @@ class MixtureChecks {
                  20 + 20 * largest);
     }
 
-    /// Each component in turn without an amount: potentials are those of a trace of it, and the work
-    /// space of the others gives what the model gives.
+    /// Each component in turn without an amount: potentials are those of a trace of it, and the
+    /// work space of the others gives what the model gives.
     void absent() {
         if (!m_.derivatives() || n_ < 2) return;
         auto const* iso = dynamic_cast<IsothermN const*>(&m_);
@@ -363,8 +363,7 @@ class MixtureChecks {
         const std::vector<double> before = values(count, i, j);
         for (bool turned : {false, true}) {
             const int a = turned ? j : i, b = turned ? i : j;
-            handed_on([&](FILE* f) { m_.par_out(f, a, b); },
-                      [&](FILE* f) { m_.par_in(f, i, j); });
+            handed_on([&](FILE* f) { m_.par_out(f, a, b); }, [&](FILE* f) { m_.par_in(f, i, j); });
             for (int k = 0; k < count; ++k)
                 if (std::abs(m_.param(k, i, j) - before[index(k)]) >
                     1e-14 * std::abs(before[index(k)]))
@@ -386,8 +385,8 @@ class MixtureChecks {
             const double now = fingerprint();
             // One that does not count need not be written: another rule's.
             if (now != first && std::isfinite(now))
-                survey_.holds("a pair survives writing and reading", {},
-                              survives(count, i, j, now), which + " changed");
+                survey_.holds("a pair survives writing and reading", {}, survives(count, i, j, now),
+                              which + " changed");
             m_.param(k, i, j, value);
             survey_.holds("parameters of pairs count from the moment they are written", {},
                           alike(fingerprint(), first), which + " put back");
@@ -399,7 +398,8 @@ class MixtureChecks {
         const auto set = [&](auto const& of) {
             for (int j = 1, k = 0; j < n_; ++j)
                 for (int i = 0; i < j; ++i)
-                    for (int c = 0; c < count; ++c, ++k) m_.param(c, i, j, of(k, m_.param(c, i, j)));
+                    for (int c = 0; c < count; ++c, ++k)
+                        m_.param(c, i, j, of(k, m_.param(c, i, j)));
         };
         std::vector<double> before;
         set([&](int, double value) { return before.push_back(value), changed(value); });

@@ -12,20 +12,29 @@ using Of = PrintedValue::Of;
 
 char const* check_of(Of of) {
     switch (of) {
-    case Of::Ar: return "printed values: Ar";
-    case Of::Z: return "printed values: Z";
-    case Of::pressure: return "printed values: pressure";
-    case Of::saturation_pressure: return "printed values: saturation pressure";
-    default: return "printed values: saturated density";
+        case Of::Ar:
+            return "printed values: Ar";
+        case Of::Z:
+            return "printed values: Z";
+        case Of::pressure:
+            return "printed values: pressure";
+        case Of::saturation_pressure:
+            return "printed values: saturation pressure";
+        default:
+            return "printed values: saturated density";
     }
 }
 
 double found(Model1 const& m, PrintedValue const& printed) {
     switch (printed.of) {
-    case Of::Ar: return m.Ar(printed.rho, printed.T);
-    case Of::Z: return m.Z(printed.rho, printed.T);
-    case Of::pressure: return m.Z(printed.rho, printed.T) * printed.rho * R * printed.T;
-    default: break;
+        case Of::Ar:
+            return m.Ar(printed.rho, printed.T);
+        case Of::Z:
+            return m.Z(printed.rho, printed.T);
+        case Of::pressure:
+            return m.Z(printed.rho, printed.T) * printed.rho * R * printed.T;
+        default:
+            break;
     }
     const PureSaturation s = pure_saturation_T(m, printed.T);
     return printed.of == Of::saturation_pressure ? s.p
@@ -38,11 +47,16 @@ double found(ModelN const& m, PrintedValue const& printed) {
     Vector<double> x(m.mdl1.size());
     std::copy(printed.x.begin(), printed.x.end(), x.data);
     switch (printed.of) {
-    case Of::Ar: return m.Ar(printed.rho, printed.T, x);
-    case Of::Z: return m.Z(printed.rho, printed.T, x);
-    case Of::pressure: return m.Z(printed.rho, printed.T, x) * printed.rho * R * printed.T;
-    case Of::saturation_pressure: return bubble_T(m, printed.T, x).p;
-    default: throw ThException(th_out_of_range);
+        case Of::Ar:
+            return m.Ar(printed.rho, printed.T, x);
+        case Of::Z:
+            return m.Z(printed.rho, printed.T, x);
+        case Of::pressure:
+            return m.Z(printed.rho, printed.T, x) * printed.rho * R * printed.T;
+        case Of::saturation_pressure:
+            return bubble_T(m, printed.T, x).p;
+        default:
+            throw ThException(th_out_of_range);
     }
 }
 
@@ -53,7 +67,8 @@ std::vector<Check> compared(Model const& model, std::vector<PrintedValue> const&
         survey.guarded("printed values", [&] {
             const bool pressure =
                 printed.of == Of::pressure || printed.of == Of::saturation_pressure;
-            const double own = pressure && printed.gas_constant > 0.0 ? printed.gas_constant / R : 1.0;
+            const double own =
+                pressure && printed.gas_constant > 0.0 ? printed.gas_constant / R : 1.0;
             const double value = own * found(model, printed);
             char text[96];
             std::snprintf(text, sizeof text, "%.12g, printed %.12g (", value, printed.value);

@@ -137,8 +137,8 @@ class Survey {
 /// near 1.
 inline constexpr double kRounding = 2e-13, kDifferenced = 5e-12, kNearOne = 4e-15;
 
-/// deriv(nrho, nT, d) at one state: the promised orders are there, impossible ones are not, and what
-/// is answered is written, as far as the highest derivative of each variable, and one number
+/// deriv(nrho, nT, d) at one state: the promised orders are there, impossible ones are not, and
+/// what is answered is written, as far as the highest derivative of each variable, and one number
 /// whichever order asks for it.
 template <class Deriv>
 void orders_of_derivatives(Survey& survey, Survey::State const& at, Deriv const& deriv) {

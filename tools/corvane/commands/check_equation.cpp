@@ -210,9 +210,10 @@ void add_check_equation(Program& program) {
     command.value("--T-low", check->low, "lowest temperature (default 0.4 Tc, or that of the set)",
                   {.type = "VALUE"});
     command.value("--T-high", check->high, "highest temperature (default 3 Tc)", {.type = "VALUE"});
-    command.value("--values", check->values,
-                  "printed values to compare with (default CorvaneS/values/PLUGIN.tsv, if there is one)",
-                  {.type = "FILE"});
+    command.value(
+        "--values", check->values,
+        "printed values to compare with (default CorvaneS/values/PLUGIN.tsv, if there is one)",
+        {.type = "FILE"});
     check->options.add_output(command);
     command.examples(
         "  corvane check-equation PR propane\n  corvane check-equation PCSAFT+LB ethanol water");

@@ -15,13 +15,12 @@ namespace cli {
 namespace {
 using Of = corvane::PrintedValue::Of;
 
-constexpr std::array<std::pair<char const*, Of>, 6> kQuantities{
-    {{"Ar", Of::Ar},
-     {"Z", Of::Z},
-     {"p", Of::pressure},
-     {"ps", Of::saturation_pressure},
-     {"rhoL", Of::liquid_density},
-     {"rhoV", Of::vapour_density}}};
+constexpr std::array<std::pair<char const*, Of>, 6> kQuantities{{{"Ar", Of::Ar},
+                                                                 {"Z", Of::Z},
+                                                                 {"p", Of::pressure},
+                                                                 {"ps", Of::saturation_pressure},
+                                                                 {"rhoL", Of::liquid_density},
+                                                                 {"rhoV", Of::vapour_density}}};
 
 std::vector<std::string> parts(std::string const& text, char separator) {
     std::vector<std::string> all(1);
