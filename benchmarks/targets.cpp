@@ -222,13 +222,33 @@ void batches(bool long_ones) {
     if (group_wanted("batch 10^6 (p, T)")) {
         const auto water = corvane::open("MEOS", "water");
         const Grid g(20000, 280, 700, 0.05, 60);
-        const double begin = now();
-        for (std::size_t i = 0; i < g.T.size(); ++i) {
-            double a = 0.0, b = 0.0;
-            water.model->vcalc(g.y[i], g.T[i], 1, a, b);
-            sum += corvane::phase_properties(*water.model, g.T[i], a).h;
-        }
-        line("batch 10^6 (p, T) of water, two cores, by a loop", (now() - begin) * 25e-6, 0.4, "s");
+        std::vector<double> rho(g.T.size()), h(rho);
+        corvane::PropertyColumns out;
+        out.h = h.data();
+        const auto least = [&](std::function<void()> const& f) {
+            double best = 1e300;
+            for (int k = 0; k < 5; ++k) {
+                const double begin = now();
+                f();
+                best = std::min(best, now() - begin);
+            }
+            sum += h[0];
+            return best * 25e-6;
+        };
+        line("batch 10^6 (p, T) of water, two cores, by a loop", least([&] {
+                 for (std::size_t i = 0; i < g.T.size(); ++i) {
+                     double a = 0.0, b = 0.0;
+                     water.model->vcalc(g.y[i], g.T[i], 1, a, b);
+                     h[i] = corvane::phase_properties(*water.model, g.T[i], a).h;
+                 }
+             }),
+             0.4, "s");
+        line("batch 10^6 (p, T) of water, two cores", least([&] {
+                 corvane::densities(*water.model, g.T.size(), g.y.data(), g.T.data(), rho.data(),
+                                    corvane::Root::dense);
+                 corvane::phase_properties(*water.model, g.T.size(), g.T.data(), rho.data(), out);
+             }),
+             0.4, "s");
     }
 }
 

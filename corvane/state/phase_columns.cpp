@@ -163,4 +163,25 @@ std::size_t phase_properties(Model1 const& model, std::size_t n, double const* T
                         [&](std::size_t first, std::size_t last) { return work.run(first, last); });
 }
 
+std::size_t densities(Model1 const& model, std::size_t n, double const* p, double const* T,
+                      double* rho, Root root, int threads) {
+    const int phase = root == Root::dense ? 1 : root == Root::dilute ? 3 : -1;
+    const auto one = [&](std::size_t i) {
+        double first = 0.0, second = 0.0;  // without a start that of lower Gibbs energy
+        try {
+            if (T[i] > 0.0 && std::isfinite(T[i]) && std::isfinite(p[i]) &&
+                model.vcalc(p[i], T[i], phase, first, second) > 0)
+                return first;
+        } catch (ThException const&) {
+        } catch (MthException const&) {
+        }
+        return kNoValue;
+    };
+    return over_threads(n, kStatesOfATask, threads, [&](std::size_t i, std::size_t last) {
+        std::size_t failed = 0;
+        for (; i < last; ++i) failed += std::isnan(rho[i] = one(i)) ? 1 : 0;
+        return failed;
+    });
+}
+
 }  // namespace corvane

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <corvane/core/api.h>
+#include <corvane/phases/phase/phase.h>
 
 #include <cstddef>
 
@@ -30,5 +31,13 @@ struct PropertyColumns {
 CORVANE_API std::size_t phase_properties(Model1 const& model, std::size_t n, double const* T,
                                          double const* rho, PropertyColumns const& columns,
                                          int threads = 1);
+
+/// Densities at p [MPa] and T [K] of n states, mol/cm³, as Model1::vcalc has them: the densest
+/// root, the thinnest, or that of lower Gibbs energy. Not-a-number where there is none. Not
+/// certified: a density may be that of a metastable state, but for Root::stable.
+/// @return how many have none
+CORVANE_API std::size_t densities(Model1 const& model, std::size_t n, double const* p,
+                                  double const* T, double* rho, Root root = Root::stable,
+                                  int threads = 1);
 
 }  // namespace corvane

@@ -173,6 +173,43 @@ TEST(PhaseColumns, StatesThatAreNone) {
     EXPECT_EQ(corvane::phase_properties(*m, 4, T.data() + 1, rho.data() + 1, c), 4u);
 }
 
+// Both roots and the stable one, below and above the critical point, over threads; and the pressure
+// of what comes out.
+TEST(PhaseColumns, DensitiesAreThoseOfVcalc) {
+    using corvane::Root;
+    for (auto const& [eos, name] : {std::pair{"PR", "propane"}, {"MEOS", "water"}}) {
+        SCOPED_TRACE(eos);
+        const Model m = load_set(eos, name);
+        std::vector<double> T, p;
+        double a = 0, b = 0;
+        for (int i = 0; i < 9000; ++i) {
+            a = std::fmod(a + 0.6180339887498949, 1.0), b = std::fmod(b + 0.4142135623730951, 1.0);
+            T.push_back((0.6 + a) * m->Tcrit()), p.push_back(std::pow(10, 3 * b - 2));
+        }
+        const double nan = std::numeric_limits<double>::quiet_NaN();
+        for (auto const& [t, q] : {std::pair{-1.0, 1.0}, {nan, 1.0}, {300.0, nan}, {300.0, -1e9}})
+            T.push_back(t), p.push_back(q);
+        for (const Root root : {Root::dense, Root::dilute, Root::stable}) {
+            std::vector<double> rho(T.size()), again(T.size()), back(T.size());
+            EXPECT_EQ(corvane::densities(*m, T.size(), p.data(), T.data(), rho.data(), root), 4u);
+            EXPECT_EQ(corvane::densities(*m, T.size(), p.data(), T.data(), again.data(), root, 3),
+                      4u);
+            PropertyColumns c;
+            c.p = back.data();
+            EXPECT_EQ(corvane::phase_properties(*m, T.size(), T.data(), rho.data(), c), 4u);
+            for (std::size_t i = 0; i < 9000; ++i) {
+                double first = 0, second = 0;
+                const int phase = root == Root::dense ? 1 : root == Root::dilute ? 3 : -1;
+                ASSERT_GT(m->vcalc(p[i], T[i], phase, first, second), 0);
+                ASSERT_TRUE(rho[i] == first && again[i] == first) << T[i] << ' ' << p[i];
+                // Rounding of a dense liquid's pressure is that of its stiffness.
+                ASSERT_NEAR(back[i], p[i], 1e-10 * (p[i] + rho[i] * R * T[i] * 100));
+            }
+            for (std::size_t i = 9000; i < T.size(); ++i) EXPECT_TRUE(std::isnan(rho[i]));
+        }
+    }
+}
+
 // log(1 + x) and log(x) against the long ones, over all magnitudes, and where they end.
 TEST(PhaseColumns, LogarithmsAreGoodToOneUnit) {
     double worst[2] = {0, 0}, x = 0;
