@@ -17,4 +17,16 @@ struct CORVANE_API ManyStates1 {
     ~ManyStates1() = default;
 };
 
+/// For an equation that solves for several densities at once.
+struct CORVANE_API ManyDensities1 {
+    /// Writes the densities of `count` states, which Model1::vcalc would write to rho1, bit by bit;
+    /// not-a-number where there is none. T and p need not be numbers; it does not throw.
+    /// @param phase  1, 3 or −1, without a start value
+    virtual void densities(int count, double const* p, double const* T, int phase,
+                           double* rho) const = 0;
+
+  protected:
+    ~ManyDensities1() = default;
+};
+
 }  // namespace corvane

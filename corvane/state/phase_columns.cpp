@@ -177,10 +177,14 @@ std::size_t densities(Model1 const& model, std::size_t n, double const* p, doubl
         }
         return kNoValue;
     };
+    auto const* const many = dynamic_cast<ManyDensities1 const*>(&model);
     return over_threads(n, kStatesOfATask, threads, [&](std::size_t i, std::size_t last) {
-        std::size_t failed = 0;
-        for (; i < last; ++i) failed += std::isnan(rho[i] = one(i)) ? 1 : 0;
-        return failed;
+        if (many)
+            many->densities(static_cast<int>(last - i), p + i, T + i, phase, rho + i);
+        else
+            for (std::size_t k = i; k < last; ++k) rho[k] = one(k);
+        return static_cast<std::size_t>(
+            std::count_if(rho + i, rho + last, [](double x) { return std::isnan(x); }));
     });
 }
 

@@ -19,37 +19,47 @@ double room(double P, double x) {
 }
 }  // namespace
 
-double climb(Isotherm<false> const& isotherm, double P, double x, Bracket b) {
-    const bool gas = b.on == 0.0;
-    for (int k = 0; k < 120; ++k) {
-        if (!(x > b.low && x < b.high))
-            x = b.high < kInfinity ? 0.5 * (b.low + b.high) : 1.15 * std::max(b.low, b.on);
-        const IsothermState s = state_at(isotherm, x);
-        if (!(s.S > 0.0) || !std::isfinite(s.P) || !std::isfinite(s.C)) {
-            if (x < b.on)
-                b.low = x, b.low_open = true;
-            else
-                b.high = x, b.high_open = true;
-            x = 0.5 * (b.low + b.high);
-        } else {
-            const double q = (P - s.P) / (x * s.S), bend = s.C / s.S;
-            const double step = murnaghan_step(q, bend);
-            // The error after the step is of the order q³·(bend² + 1).
-            if (std::isfinite(step) && std::abs(q) * q * q * (bend * bend + 1.0) < 1e-17) {
-                // Far below a triple point some isotherms rise by 1e20 around the critical density:
-                // they cross P between two neighbouring densities, neither of which has it.
-                constexpr double eps = std::numeric_limits<double>::epsilon();
-                return 8.0 * x * s.S * eps <= room(P, x) ? x + x * step : 0.0;
-            }
-            if (q > 0.0)
-                b.low = x, b.low_open = false;
-            else
-                b.high = x, b.high_open = false;
-            x += x * std::clamp(std::isfinite(step) ? step : q, -0.7, gas ? 4.0 : 0.15);
+double Climb::next() {
+    if (!(x_ > b_.low && x_ < b_.high))
+        x_ = b_.high < kInfinity ? 0.5 * (b_.low + b_.high) : 1.15 * std::max(b_.low, b_.on);
+    return x_;
+}
+
+bool Climb::ends(IsothermState const& s) {
+    const double x = x_;
+    if (!(s.S > 0.0) || !std::isfinite(s.P) || !std::isfinite(s.C)) {
+        if (x < b_.on)
+            b_.low = x, b_.low_open = true;
+        else
+            b_.high = x, b_.high_open = true;
+        x_ = 0.5 * (b_.low + b_.high);
+    } else {
+        const double q = (P_ - s.P) / (x * s.S), bend = s.C / s.S;
+        const double step = murnaghan_step(q, bend);
+        // The error after the step is of the order q³·(bend² + 1).
+        if (std::isfinite(step) && std::abs(q) * q * q * (bend * bend + 1.0) < 1e-17) {
+            // Far below a triple point some isotherms rise by 1e20 around the critical density:
+            // they cross P between two neighbouring densities, neither of which has it.
+            constexpr double eps = std::numeric_limits<double>::epsilon();
+            found_ = true;
+            root_ = 8.0 * x * s.S * eps <= room(P_, x) ? x + x * step : 0.0;
+            return true;
         }
-        if (b.high < kInfinity && b.high - b.low <= 1e-15 * b.high) break;
+        if (q > 0.0)
+            b_.low = x, b_.low_open = false;
+        else
+            b_.high = x, b_.high_open = false;
+        x_ += x * std::clamp(std::isfinite(step) ? step : q, -0.7, gas_ ? 4.0 : 0.15);
     }
-    return !b.low_open && !b.high_open && is_root(isotherm, P, b.low) ? b.low : 0.0;
+    return ++count_ == 120 || (b_.high < kInfinity && b_.high - b_.low <= 1e-15 * b_.high);
+}
+
+double climb(Isotherm<false> const& isotherm, Climb c) {
+    while (!c.ends(state_at(isotherm, c.next()))) {
+    }
+    if (c.found()) return c.root();
+    Bracket const& b = c.bracket();
+    return !b.low_open && !b.high_open && is_root(isotherm, c.P(), b.low) ? b.low : 0.0;
 }
 
 double beyond_loops(Isotherm<false> const& isotherm, double rho_c) {

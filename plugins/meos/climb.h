@@ -31,11 +31,37 @@ struct Bracket {
     bool low_open, high_open;
 };
 
-/// Root at P on the rising branch, from x on; 0 if the branch ends before it reaches P. Steps of
-/// Murnaghan's form, or Newton's, or bisection where those leave the bracket; a density where the
-/// isotherm falls moves the end on its side in. Ends when the error after the next step is below
-/// rounding, three evaluations as a rule.
-double climb(Isotherm<false> const& isotherm, double P, double x, Bracket b);
+/// The search for the root at P on the rising branch, from x on, one density after the other:
+///
+///     do s = the state at c.next(); while (!c.ends(s));
+///     if (c.found()) … c.root() …
+///
+/// Steps of Murnaghan's form, or Newton's, or bisection where those leave the bracket; a density
+/// where the isotherm falls moves the end on its side in. Ends when the error after the next step
+/// is below rounding, three densities as a rule, at most 120.
+class Climb {
+  public:
+    Climb(double P, double x, Bracket b) : P_(P), x_(x), b_(b), gas_(b.on == 0.0) {}
+    double next();
+    bool ends(IsothermState const& s);  ///< s: at that density
+    bool found() const { return found_; }
+    double root() const { return root_; }  ///< 0: no density has the pressure
+    double P() const { return P_; }
+    Bracket const& bracket() const { return b_; }
+
+  private:
+    double P_, x_;
+    Bracket b_;
+    bool gas_, found_ = false;
+    double root_ = 0.0;
+    int count_ = 0;
+};
+
+/// The root that Climb finds; 0 if the branch ends before it reaches P.
+double climb(Isotherm<false> const& isotherm, Climb c);
+inline double climb(Isotherm<false> const& isotherm, double P, double x, Bracket b) {
+    return climb(isotherm, {P, x, b});
+}
 
 inline constexpr double kDense = 3.0;  // times the critical density: a liquid at low temperature
 

@@ -52,10 +52,10 @@ double parabola(IsothermState const& spinodal, double P) {
     return std::sqrt(2.0 * (P - spinodal.P) * spinodal.rho / spinodal.C);
 }
 
-/// Makes a row true that was tabulated for other coefficients; false where its dilute end is not near
-/// the tabulated one, its liquid is none, or the isotherm falls again above that. A dense end that is
-/// not near is one between two loops, which the table does not know well either: it stays, with its
-/// doubt.
+/// Makes a row true that was tabulated for other coefficients; false where its dilute end is not
+/// near the tabulated one, its liquid is none, or the isotherm falls again above that. A dense end
+/// that is not near is one between two loops, which the table does not know well either: it stays,
+/// with its doubt.
 bool refresh(Isotherm<false> const& isotherm, double rho_c, LoopRow& row) {
     row.liquid = state_at(isotherm, row.liquid.rho);
     if (!(row.liquid.S > 0.0) || loop_above(isotherm, row, rho_c)) return false;
@@ -73,14 +73,28 @@ bool refresh(Isotherm<false> const& isotherm, double rho_c, LoopRow& row) {
     return row.dilute_soft || renew(row.dilute, row.dilute_doubt, -1.0, 0.4);
 }
 
+Reach gas_at(LoopRow const& row, double P) {
+    return P > 0.0 ? reach(row.dilute.P - P, row.dilute_soft ? 0.0 : row.dilute_doubt) : Reach::no;
+}
+Reach liquid_at(LoopRow const& row, double P) {
+    return reach(P - row.dense.P, row.dense_soft ? 0.0 : row.dense_doubt);
+}
+Climb dilute_climb(LoopRow const& row, double P) {
+    return {P, dilute_start(row.dilute, P), {0.0, 1.1 * row.dilute.rho, 0.0, false, true}};
+}
+Climb dense_climb(LoopRow const& row, double P) {
+    return {P, dense_start(row, P), {0.9 * row.dense.rho, kInfinity, row.liquid.rho, true, true}};
+}
+Climb supercritical_climb(double start, double P) {
+    return {P, start, {0.0, kInfinity, 0.0, false, true}};
+}
+
 /// Roots below Tc from the row of the tables; false if the row proves wrong.
 bool roots_of_row(Isotherm<false> const& isotherm, LoopRow const& row, double rho_c, double P,
                   Roots& roots) {
-    const Reach gas =
-        P > 0.0 ? reach(row.dilute.P - P, row.dilute_soft ? 0.0 : row.dilute_doubt) : Reach::no;
+    const Reach gas = gas_at(row, P);
     if (gas == Reach::yes) {
-        roots.dilute = climb(isotherm, P, dilute_start(row.dilute, P),
-                             {0.0, 1.1 * row.dilute.rho, 0.0, false, true});
+        roots.dilute = climb(isotherm, dilute_climb(row, P));
         if (roots.dilute == 0.0) return false;
     } else if (gas == Reach::near) {
         const IsothermState end = spinodal_near(isotherm, row.dilute.rho, 0.0, 1.1 * rho_c);
@@ -89,10 +103,9 @@ bool roots_of_row(Isotherm<false> const& isotherm, LoopRow const& row, double rh
             roots.dilute =
                 climb(isotherm, P, end.rho - parabola(end, P), {0.0, end.rho, 0.0, false, false});
     }
-    const Reach liquid = reach(P - row.dense.P, row.dense_soft ? 0.0 : row.dense_doubt);
+    const Reach liquid = liquid_at(row, P);
     if (liquid == Reach::yes) {
-        roots.dense = climb(isotherm, P, dense_start(row, P),
-                            {0.9 * row.dense.rho, kInfinity, row.liquid.rho, true, true});
+        roots.dense = climb(isotherm, dense_climb(row, P));
         return roots.dense > 0.0 || P > row.liquid.P;
     }
     if (liquid == Reach::near) {
@@ -197,11 +210,27 @@ Roots density_roots(Equation const& equation, StartTables const& tables,
                                    : T > 0.9 * tables.Tc(equation) && rises_near(isotherm, rho_c);
         if (above && !(P > 0.0)) return {};
         if (const double start = above ? tables.supercritical(equation, T, P) : 0.0; start > 0.0) {
-            const double root = climb(isotherm, P, start, {0.0, kInfinity, 0.0, false, true});
+            const double root = climb(isotherm, supercritical_climb(start, P));
             if (root > 0.0) return {0.0, root};
         }
     }
     return scanned_roots(isotherm, rho_c > 0.0 ? rho_c : 1.0 / equation.vs(), P);
+}
+
+std::optional<Climb> search_by_tables(Equation const& equation, StartTables const& tables, double T,
+                                      double P) {
+    if (!is_pressure(P) || !tables.known()) return {};
+    if (T >= tables.Tc(equation)) {
+        const double start = P > 0.0 ? tables.supercritical(equation, T, P) : 0.0;
+        if (start > 0.0) return supercritical_climb(start, P);
+        return {};
+    }
+    const LoopRow row = tables.loop(equation, T);
+    if (!row.known) return {};
+    const Reach gas = gas_at(row, P), liquid = liquid_at(row, P);
+    if (gas == Reach::no && liquid == Reach::yes) return dense_climb(row, P);
+    if (gas == Reach::yes && liquid == Reach::no) return dilute_climb(row, P);
+    return {};
 }
 
 double start_density(Equation const& equation, StartTables const& tables, double T, double P,

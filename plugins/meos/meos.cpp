@@ -4,10 +4,12 @@
 #include <corvane/pure/many_states.h>
 #include <corvane/pure/power_series.h>
 #include <plugins/meos/density_solver.h>
+#include <plugins/meos/many_densities.h>
 #include <plugins/meos/states.h>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -36,7 +38,8 @@ struct KeptIsotherm final : corvane::Isotherm1 {
 class Meos final : public Model1,
                    public corvane::Deriv1,
                    public corvane::PowerSeries1,
-                   public corvane::ManyStates1 {
+                   public corvane::ManyStates1,
+                   public corvane::ManyDensities1 {
   public:
     Meos() {
         eos_ = "MEOS";
@@ -103,6 +106,20 @@ class Meos final : public Model1,
             deriv(rho[i], T[i], 2, 2, all);
             d[0][i] = all[0], d[1][i] = all[1], d[2][i] = all[2];
             d[3][i] = all[3], d[4][i] = all[4], d[5][i] = all[6];
+        }
+    }
+
+    void densities(int count, double const* p, double const* T, int phase,
+                   double* rho) const override {
+        std::fill_n(rho, count, 0.0);
+        if (in_lanes(equation_) && tables_.matches(equation_))
+            corvane::meos::densities(equation_, tables_, count, p, T, rho);
+        for (int i = 0; i < count; ++i) {
+            double first = 0.0, second = 0.0;
+            if (rho[i] == 0.0)
+                rho[i] = vcalc(p[i], T[i], phase, first, second) > 0
+                             ? first
+                             : std::numeric_limits<double>::quiet_NaN();
         }
     }
 

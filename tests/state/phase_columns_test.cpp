@@ -177,8 +177,12 @@ TEST(PhaseColumns, StatesThatAreNone) {
 // of what comes out.
 TEST(PhaseColumns, DensitiesAreThoseOfVcalc) {
     using corvane::Root;
-    for (auto const& [eos, name] : {std::pair{"PR", "propane"}, {"MEOS", "water"}}) {
-        SCOPED_TRACE(eos);
+    for (auto const& [eos, name] : {std::pair{"PR", "propane"},
+                                    {"MEOS", "water"},
+                                    {"MEOS", "carbon_dioxide"},
+                                    {"MEOS", "methane"},
+                                    {"MEOS", "methanol"}}) {
+        SCOPED_TRACE(std::string(eos) + name);
         const Model m = load_set(eos, name);
         std::vector<double> T, p;
         double a = 0, b = 0;
