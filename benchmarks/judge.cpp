@@ -15,7 +15,8 @@
 // that is exceeded included; one phase for two whose Gibbs energy differs by less than 1e-8 RT, the
 // tolerance of the certificate, counts only with --strict.
 //
-// --absent judges refusals of binaries for having no solution, too (slow).
+// --absent judges refusals for having no solution, too (slow): of binaries by changes of stability, of
+// ternaries by flashes along p or T (judge/vanishing.h).
 //
 // Columns: two: of two phases, or called unstable; no such: refused, since there is no solution
 // (judged: so many of them); beyond: refused out of the documented reach (Trial::beyond);
@@ -30,6 +31,7 @@
 #include "judge/pcsaft.h"
 #include "judge/systems.h"
 #include "judge/tally.h"
+#include "judge/vanishing.h"
 #include "judge/verdict.h"
 #include "mixtures.h"
 
@@ -200,20 +202,15 @@ class Trial {
                 return;
             }
             ++t.no_solution;
-            if (settings_.absent && in.z.size() == 2) {
-                const bool at_T = c == bubble_T || c == dew_T;
-                const double Tc[] = {m_.mdl1[0]->Tcrit(), m_.mdl1[1]->Tcrit()};
-                const Verdict v = court_.absent(
-                    c == bubble_T || c == bubble_p ? Saturated::bubble : Saturated::dew, at_T,
-                    at_T ? in.T : in.p, in.z, std::min(Tc[0], Tc[1]), std::max(Tc[0], Tc[1]));
+            if (settings_.absent) {
                 ++t.missed_of;
-                if (v.fault != Fault::none) {
+                if (const double at = missed(c, in); at > 0) {
                     --t.no_solution;
                     ++t.answers;
-                    ++t.fault[static_cast<int>(v.fault)];
+                    ++t.fault[static_cast<int>(Fault::missed)];
                     if (settings_.verbose) {
                         show(c, in, "missed");
-                        std::printf(" # true %.12g\n", v.truth);
+                        std::printf(" # true %.12g\n", at);
                     }
                 }
             }
@@ -224,6 +221,23 @@ class Trial {
             if (settings_.verbose)
                 refused(c, in, out ? "beyond" : "thrown", "code " + std::to_string(e.number));
         }
+    }
+    /// The boundary that was said not to be, in p or T; 0 if none is found.
+    double missed(Call c, State const& in) {
+        const bool at_T = c == bubble_T || c == dew_T;
+        const Saturated kind = c == bubble_T || c == bubble_p ? Saturated::bubble : Saturated::dew;
+        double lo = 1e300, hi = 0;
+        for (int i = 0; i < in.z.size(); ++i) {
+            lo = std::min(lo, m_.mdl1[i]->Tcrit());
+            hi = std::max(hi, m_.mdl1[i]->Tcrit());
+        }
+        const double value = at_T ? in.T : in.p;
+        if (in.z.size() > 2)
+            return judge::Vanishing(m_, at_T, value, in.z)
+                .look(kind, at_T ? 1e-3 : 0.3 * lo, at_T ? 1e3 : 2 * hi, 160)
+                .value_or(0);
+        const Verdict v = court_.absent(kind, at_T, value, in.z, lo, hi);
+        return v.fault == Fault::none ? 0 : v.truth;
     }
     void refused(Call c, State const& in, char const* what, std::string const& why) const {
         show(c, in, what);

@@ -21,7 +21,9 @@ constexpr double kNarrow = 0.05;    // bracket in ln p from which Newton's metho
 constexpr double kLeast = 1e-4;     // bracket that ends the search
 constexpr double kScarce = 1e-4;    // of a liquid's amount in the whole
 constexpr double kJump = 0.2;       // of ln rho of the lightest phase, least
+constexpr double kTrace = -640.0;   // of the logarithm of a vapour pressure, MPa
 constexpr double kTurn = 0.1;       // and of its mole fractions
+constexpr std::size_t kMatched = 7;  // phases whose orders are all tried
 }  // namespace
 
 std::vector<double> detail::present(FluidModel const& fluid, Vector<double> const& all) {
@@ -190,6 +192,7 @@ struct SaturationSolver::Vanishing {
         double unlike(Side const& other) const;  ///< 1 and more: no continuation of it
         bool like(Side const& other) const { return unlike(other) < 1.0; }
     };
+    bool out_of_reach() const;
     bool gas(double rho, std::vector<double> const& x) const;
     bool is_gas(Side const& side) const { return gas(side.rho, side.x); }
     bool place();
@@ -317,7 +320,8 @@ bool SaturationSolver::Vanishing::lightest_alone(std::vector<Side> const& more,
     std::iota(order.begin(), order.end(), 0u);
     double least = 1e300;
     bool alone = false;
-    do {  // at most as many phases as flashes give, five or so
+    if (more.size() > kMatched) return true;
+    do {
         double sum = 0.0;
         for (std::size_t k = 0; k < fewer.size(); ++k) sum += more[order[k]].unlike(fewer[k]);
         if (!(sum < least)) continue;
@@ -425,6 +429,13 @@ bool SaturationSolver::Vanishing::turn() {
     return false;
 }
 
+/// Are there traces here that no double says, by Wilson's K-factors?
+bool SaturationSolver::Vanishing::out_of_reach() const {
+    for (int k = 0; k < n; ++k)
+        if (own.fluid_.wilson(k, t) < kTrace) return true;
+    return false;
+}
+
 void SaturationSolver::Vanishing::scan(std::vector<Node> const& nodes) {
     scanned = true;
     FlashOptions warm;
@@ -440,9 +451,11 @@ void SaturationSolver::Vanishing::scan(std::vector<Node> const& nodes) {
         try {
             whole = flash_pT(own.fluid_.model(), p, t, own.fluid_.expand(own.fluid_.z()), warm);
         } catch (EquilibriumFailure const&) {
+            unsure = unsure || !out_of_reach();
             continue;
         } catch (ThException const& e) {
             if (e.number != th_no_density) throw;
+            unsure = unsure || !out_of_reach();
             continue;
         }
         own.fluid_.evaluations += whole.certificate.evaluations;
