@@ -76,13 +76,20 @@ struct PrintedValue {
     double within = 0.0;        ///< what rounding of value and state may make of it
     double gas_constant = 0.0;  ///< of the source, J/(mol K), for pressures; 0: the library's
     std::string source;
+    /// Parameters that it was printed for, where they are not those of the set: Model1::param(number),
+    /// ModelN::param(number, i, j).
+    struct Parameter {
+        int number = 0, i = 0, j = 0;
+        double value = 0.0;
+    };
+    std::vector<Parameter> parameters = {};
 };
 
 /// Compares with printed figures, the only check that sees an error which is the same in every
-/// slot: a wrong constant of the formula. Does not throw: what the model throws is a failed check.
-CORVANE_API std::vector<Check> check_values(Model1 const& model,
-                                            std::vector<PrintedValue> const& values);
-CORVANE_API std::vector<Check> check_values(ModelN const& mixture,
+/// slot: a wrong constant of the formula. Parameters are put back, nobody else may use the model
+/// meanwhile. Does not throw: what the model throws is a failed check.
+CORVANE_API std::vector<Check> check_values(Model1& model, std::vector<PrintedValue> const& values);
+CORVANE_API std::vector<Check> check_values(ModelN& mixture,
                                             std::vector<PrintedValue> const& values);
 
 }  // namespace corvane

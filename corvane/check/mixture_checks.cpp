@@ -50,7 +50,7 @@ class MixtureChecks {
         survey_.guarded("absent components", [&] { absent(); });
         survey_.guarded("odd arguments", [&] { odd_arguments(); });
         survey_.guarded("pure limits", [&] { pure_limits(); });
-        survey_.guarded("pairs", [&] { pairs(); });
+        survey_.guarded("parameters", [&] { parameters(); });
         survey_.guarded("components in another order", [&] { reordered(); });
         return survey_.take();
     }
@@ -332,9 +332,9 @@ class MixtureChecks {
                 }
         }
     }
-    // ---- parameters of pairs
+    // ---- parameters of pairs and components
 
-    /// A value of everything that depends on them; without a number where the state is none.
+    /// A value of everything that depends on those of pairs; without a number where the state is none.
     double fingerprint() const {
         const Vector<double> x = vector(compositions().back());
         const double T = 0.6 * low_ + 0.4 * high_;
@@ -345,13 +345,12 @@ class MixtureChecks {
     static bool alike(double a, double b) {
         return std::abs(a - b) <= 1e-11 * (1.0 + std::abs(b)) || (a != a && b != b);
     }
-    void pairs() {
+    void parameters() {
         auto const* extension = dynamic_cast<PairParameters const*>(&m_);
         const int count = extension ? extension->pair_parameters() : 0;
-        if (count == 0) return;
         for (int j = 1; j < n_; ++j)
-            for (int i = 0; i < j; ++i) pair(count, i, j);
-        with_all_pairs(count);
+            for (int i = 0; count > 0 && i < j; ++i) pair(count, i, j);
+        with_all_parameters(count);
     }
     std::vector<double> values(int count, int i, int j) const {
         std::vector<double> v;
@@ -393,23 +392,35 @@ class MixtureChecks {
         }
     }
     static double changed(double value) { return value == 0.0 ? 0.01 : 1.01 * value; }
-    /// The identities with every parameter of every pair at work.
-    void with_all_pairs(int count) {
-        const auto set = [&](auto const& of) {
-            for (int j = 1, k = 0; j < n_; ++j)
-                for (int i = 0; i < j; ++i)
-                    for (int c = 0; c < count; ++c, ++k)
-                        m_.param(c, i, j, of(k, m_.param(c, i, j)));
-        };
-        std::vector<double> before;
-        set([&](int, double value) { return before.push_back(value), changed(value); });
+    /// The identities with every parameter at work, of pairs and, where they are 0 and may be
+    /// something else, of components (a volume translation, for instance).
+    void with_all_parameters(int count) {
+        struct Before : std::vector<std::pair<double*, double>> {
+            ~Before() { put_back(0); }
+            void put_back(std::size_t from) {
+                for (; size() > from; pop_back()) *back().first = back().second;
+            }
+            void change(double* at) {
+                emplace_back(at, *at);
+                *at = changed(*at);
+            }
+        } before;
+        for (int j = 1; j < n_; ++j)
+            for (int i = 0; i < j; ++i)
+                for (int k = 0; k < count; ++k) before.change(m_.ppar(k, i, j));
+        for (int i = 0; i < n_; ++i)
+            for (int k = 3; k < m_.mdl1[i]->mpar(); ++k)  // after molar mass and scales
+                if (double* const at = m_.mdl1[i]->ppar(k); *at == 0.0) {
+                    before.change(at);
+                    if (!std::isfinite(fingerprint())) before.put_back(before.size() - 1);
+                }
         for (double t : {0.1, 0.6})
             for (double r : {0.02, 0.3, 1.0})
                 survey_.guarded("identities", [&] {
                     at_density(compositions().back(), low_ + t * (high_ - low_), r * top_);
                 });
-        set([&](int k, double) { return before[index(k)]; });
     }
+
     /// What `write` puts into a file, given to `read`.
     template <class Write, class Read>
     static void handed_on(Write const& write, Read const& read) {

@@ -1,5 +1,6 @@
 #include <corvane/check/survey.h>
 #include <corvane/mixture/modeln.h>
+#include <corvane/mixture/pair_parameters.h>
 #include <corvane/phases/saturation/pure_saturation.h>
 #include <corvane/phases/saturation/saturation.h>
 #include <corvane/pure/model1.h>
@@ -60,11 +61,46 @@ double found(ModelN const& m, PrintedValue const& printed) {
     }
 }
 
+double* address(Model1& m, PrintedValue::Parameter const& p) {
+    return p.number < 0 || p.number >= m.mpar() ? nullptr : m.ppar(p.number);
+}
+double* address(ModelN& m, PrintedValue::Parameter const& p) {
+    const int n = m.mdl1.size();
+    if (p.i < 0 || p.j < 0 || p.i >= n || p.j >= n || p.number < 0) return nullptr;
+    if (p.i == p.j) return address(*m.mdl1[p.i], p);
+    auto const* pairs = dynamic_cast<PairParameters const*>(&m);
+    return pairs && p.number >= pairs->pair_parameters() ? nullptr : m.ppar(p.number, p.i, p.j);
+}
+
+/// Parameters of a printed value, until the end of its life.
 template <class Model>
-std::vector<Check> compared(Model const& model, std::vector<PrintedValue> const& values) {
+class Changed {
+  public:
+    Changed(Model& model, std::vector<PrintedValue::Parameter> const& parameters) {
+        for (PrintedValue::Parameter const& p : parameters)
+            if (!address(model, p)) throw ThException(th_out_of_range);
+        for (PrintedValue::Parameter const& p : parameters) {
+            double* const at = address(model, p);
+            before_.emplace_back(at, *at);
+            *at = p.value;
+        }
+    }
+    Changed(Changed const&) = delete;
+    Changed& operator=(Changed const&) = delete;
+    ~Changed() {
+        for (auto k = before_.rbegin(); k != before_.rend(); ++k) *k->first = k->second;
+    }
+
+  private:
+    std::vector<std::pair<double*, double>> before_;
+};
+
+template <class Model>
+std::vector<Check> compared(Model& model, std::vector<PrintedValue> const& values) {
     Survey survey;
     for (PrintedValue const& printed : values)
         survey.guarded("printed values", [&] {
+            const Changed<Model> with(model, printed.parameters);
             const bool pressure =
                 printed.of == Of::pressure || printed.of == Of::saturation_pressure;
             const double own =
@@ -82,10 +118,10 @@ std::vector<Check> compared(Model const& model, std::vector<PrintedValue> const&
 }
 }  // namespace
 
-std::vector<Check> check_values(Model1 const& model, std::vector<PrintedValue> const& values) {
+std::vector<Check> check_values(Model1& model, std::vector<PrintedValue> const& values) {
     return compared(model, values);
 }
-std::vector<Check> check_values(ModelN const& mixture, std::vector<PrintedValue> const& values) {
+std::vector<Check> check_values(ModelN& mixture, std::vector<PrintedValue> const& values) {
     return compared(mixture, values);
 }
 

@@ -60,10 +60,15 @@ TEST(Cli, EquationsAreComparedWithPrintedValues) {
                titles + "methane+propane,1,0.5,296,0.0124,Ar,-2.7,1e-6,,\\n' |");
     expect_all({{"check-equation PR propane --values -", 1, "", "must be positive"}},
                titles + "propane,1,,296,,Ar,-2.7,1e-6,,\\n' |");
+    expect_all({{"check-equation PR propane --values -", 1, "", "not a parameter: 3@0.1=2"}},
+               "printf 'substances,set,x,T,rho,quantity,value,within,R,source,parameters\\n"
+               "propane,1,,296,0.0124,Ar,-2.7,1e-6,,,3@0.1=2\\n' |");
     expect_all({{"check-equation PR propane --values none.tsv", 1, "", "none.tsv"},
                 {"check-equation PR dodecane", 0, "printed values: Ar  ", ""},
                 {"check-equation SRK methanol", 0, "printed values: Ar  ", ""},
                 {"check-equation PR+vdW1 propane methane", 0, "printed values: Ar  ", ""},
+                {"check-equation PCSAFT hexane", 0, "printed values: Ar  ", ""},
+                {"check-equation PCSAFT+LB ethane butane", 0, "printed values: Ar  ", ""},
                 {"check-equation PCSAFT ethanol", 0, "printed values: saturation pressure  ", ""},
                 {"check-equation PCSAFT+LB acetone chloroform", 0, "printed values: saturation pressure  ", ""},
                 {"check-equation MEOS r152a", 0, "printed values: saturated density  ", ""},

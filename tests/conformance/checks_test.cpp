@@ -168,6 +168,8 @@ class FaultyMixture final : public ModelN,
     double betaV(double rho, double T, Vector<double> const& x) const override {
         if (is("betaV is ∂(T·Z)/∂T", 'k'))  // a pair's third parameter, 0 as shipped, with a sign
             return m_.betaV(rho, T, x) - 2e-2 * m_.param(2, 0, 1) / T;
+        if (is("betaV is ∂(T·Z)/∂T", 'c'))  // a component's translation, 0 as shipped
+            return m_.betaV(rho, T, x) - 2e-2 * mdl1[1]->param(8) / T;
         return m_.betaV(rho, T, x) * (is("betaV is ∂(T·Z)/∂T") ? 1 + 1e-7 : 1.0);
     }
     double myr(Vector<double> const& rho_i, double T, int i) const override {
@@ -261,6 +263,7 @@ TEST(Checks, NameEveryFaultOfAMixture) {
                             {"Z is 1 + rho·∂Ar/∂rho"},
                             {"betaV is ∂(T·Z)/∂T"},
                             {"betaV is ∂(T·Z)/∂T", 'k'},
+                            {"betaV is ∂(T·Z)/∂T", 'c'},
                             {"pairs: numbers and addresses"},
                             {"a pair survives writing and reading"},
                             {"parameters of pairs count from the moment they are written"},
@@ -327,6 +330,20 @@ TEST(Checks, OnlyPrintedValuesSeeAnotherEquation) {
                                    corvane::check_values(*mixture, gas)})
             for (corvane::Check const& c : checks)
                 EXPECT_EQ(c.passed(), !wrong) << c.name << ": " << c.what << ' ' << c.worst;
+    }
+    pure->param(1, Ts), mixture->param(1, 0, 0, methane);
+    // The same by the figure's own parameters, which are put back.
+    for (bool wrong : {true, false}) {
+        std::vector<PrintedValue> one{water[0]}, other{gas};
+        one[0].parameters = {{1, 0, 0, Ts * (wrong ? 1.0001 : 1.0)}};
+        other[0].parameters = {{4, 1, 0, 1.0}, {1, 0, 0, methane * (wrong ? 1.0001 : 1.0)}};
+        EXPECT_EQ(corvane::check_values(*pure, one).back().passed(), !wrong);
+        EXPECT_EQ(corvane::check_values(*mixture, other).back().passed(), !wrong);
+        EXPECT_EQ(pure->param(1), Ts);
+        EXPECT_EQ(mixture->param(1, 0, 0), methane);
+        one[0].parameters = {{99, 0, 0, 1.0}}, other[0].parameters = {{0, 0, 2, 1.0}};
+        EXPECT_FALSE(corvane::check_values(*pure, one).back().passed());
+        EXPECT_FALSE(corvane::check_values(*mixture, other).back().passed());
     }
     // What there is no number for fails, and does not throw.
     for (PrintedValue const& none :

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <utility>
 
 namespace cli {
@@ -37,6 +38,9 @@ class Row {
   public:
     Row(std::vector<std::string> const& header, std::vector<std::string> const& fields)
         : header_(header), fields_(fields) {}
+    bool has(char const* title) const {
+        return std::find(header_.begin(), header_.end(), title) != header_.end();
+    }
     std::string const& operator()(char const* title) const {
         const auto at = std::find(header_.begin(), header_.end(), title);
         if (at == header_.end()) throw Failure(fmt::format("no column {}", title));
@@ -50,6 +54,24 @@ class Row {
   private:
     std::vector<std::string> const &header_, &fields_;
 };
+
+/// "8=1.6 9=2.4", "8@0.0=1.6".
+std::vector<corvane::PrintedValue::Parameter> read_parameters(std::string const& text,
+                                                              bool mixture) {
+    std::vector<corvane::PrintedValue::Parameter> all;
+    for (std::string const& word : parts(text, ' ')) {
+        if (word.empty()) continue;
+        corvane::PrintedValue::Parameter p;
+        char more = 0;
+        const int read = mixture ? std::sscanf(word.c_str(), "%d@%d.%d=%c", &p.number, &p.i, &p.j, &more)
+                                 : std::sscanf(word.c_str(), "%d=%c", &p.number, &more);
+        if (read != (mixture ? 4 : 2))
+            throw Failure(fmt::format("not a parameter: {}", clipped(word)));
+        p.value = number(word.substr(word.find('=') + 1), "parameters");
+        all.push_back(p);
+    }
+    return all;
+}
 
 PrintedRow read_row(Row const& row) {
     PrintedRow read;
@@ -72,6 +94,8 @@ PrintedRow read_row(Row const& row) {
     v.within = number(row("within"), "within");
     v.gas_constant = row("R", 0.0);
     v.source = row("source");
+    if (row.has("parameters"))
+        v.parameters = read_parameters(row("parameters"), read.substances.size() > 1);
     const bool saturated = v.of != Of::Ar && v.of != Of::Z && v.of != Of::pressure;
     if (!(v.T > 0.0) || !(v.within > 0.0) || (!saturated && !(v.rho > 0.0)))
         throw Failure("T and within must be positive, and rho where the state is not saturated");

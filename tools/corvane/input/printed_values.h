@@ -22,6 +22,8 @@ struct PrintedRow {
 ///     T, rho      K and mol/cm³; no rho: at saturation
 ///     quantity    Ar, Z, p, ps, rhoL, rhoV (MPa, mol/cm³)
 ///     value, within, R, source
+///     parameters  (may lack) that are not those of the set: "8=1.6 9=2.4", of a mixture with the
+///                 components, "8@0.0=1.6 0@0.1=0.04"
 ///
 /// as in corvane::PrintedValue. @throws Failure with the line at fault
 std::vector<PrintedRow> read_printed_values(std::string const& path);
