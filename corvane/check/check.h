@@ -76,8 +76,8 @@ struct PrintedValue {
     double within = 0.0;        ///< what rounding of value and state may make of it
     double gas_constant = 0.0;  ///< of the source, J/(mol K), for pressures; 0: the library's
     std::string source;
-    /// Parameters that it was printed for, where they are not those of the set: Model1::param(number),
-    /// ModelN::param(number, i, j).
+    /// Parameters that it was printed for, where they are not those of the set:
+    /// Model1::param(number), ModelN::param(number, i, j).
     struct Parameter {
         int number = 0, i = 0, j = 0;
         double value = 0.0;

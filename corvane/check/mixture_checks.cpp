@@ -334,7 +334,8 @@ class MixtureChecks {
     }
     // ---- parameters of pairs and components
 
-    /// A value of everything that depends on those of pairs; without a number where the state is none.
+    /// A value of everything that depends on those of pairs; without a number where the state is
+    /// none.
     double fingerprint() const {
         const Vector<double> x = vector(compositions().back());
         const double T = 0.6 * low_ + 0.4 * high_;

@@ -63,8 +63,9 @@ std::vector<corvane::PrintedValue::Parameter> read_parameters(std::string const&
         if (word.empty()) continue;
         corvane::PrintedValue::Parameter p;
         char more = 0;
-        const int read = mixture ? std::sscanf(word.c_str(), "%d@%d.%d=%c", &p.number, &p.i, &p.j, &more)
-                                 : std::sscanf(word.c_str(), "%d=%c", &p.number, &more);
+        const int read =
+            mixture ? std::sscanf(word.c_str(), "%d@%d.%d=%c", &p.number, &p.i, &p.j, &more)
+                    : std::sscanf(word.c_str(), "%d=%c", &p.number, &more);
         if (read != (mixture ? 4 : 2))
             throw Failure(fmt::format("not a parameter: {}", clipped(word)));
         p.value = number(word.substr(word.find('=') + 1), "parameters");
