@@ -276,6 +276,32 @@ TEST(Saturation, ADenseVapourBesideTwoLiquids) {
     }
 }
 
+// The lowest of several bubble points beside liquids, where the search by strides ends at a higher one:
+// flashes have one phase less on one side of it, and as many as there all the way down.
+TEST(Saturation, TheLowestBesideLiquids) {
+    const struct {
+        std::vector<std::string> names;
+        Vector<double> z;
+        double p;
+    } rows[] = {{{"water", "ethane", "hydrogen_sulfide"},
+                 vec({0.21849927808073538, 0.1691363185160453, 0.61236440340321932}), 1.9827272162082281},
+                {{"helium", "water", "decane"},
+                 vec({0.012888667259515962, 0.69180958294646056, 0.295301749794023478}), 44.394778345216693}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(row.names[0]);
+        const Mixture m = estimated_mixture("PR", "vdW1", row.names);
+        corvane::SaturationOptions lower;
+        lower.branch = corvane::Branch::lower;
+        const auto q = corvane::saturation_p(*m, Saturated::bubble, row.p, row.z, lower);
+        const auto phases = [&](double part) {
+            return corvane::flash_pT(*m, row.p, q.T * part, row.z).phases.size();
+        };
+        EXPECT_NE(phases(1 + 1e-6), phases(1 - 1e-6));
+        for (double part : {0.98, 0.95, 0.9, 0.8, 0.7}) EXPECT_EQ(phases(part), phases(1 - 1e-6)) << part;
+        EXPECT_LT(q.T, 0.8 * corvane::bubble_p(*m, row.p, row.z).T);
+    }
+}
+
 // A liquid rich in methane, which is a gas when pure, beside its own vapour: a bubble point was certified
 // 0.0117 RT above it, and just above that pressure the liquid was said to be the whole. On a mesh of
 // compositions, along both roots, nothing is below the plane of the bubble point, and something below those

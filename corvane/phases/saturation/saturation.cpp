@@ -109,7 +109,7 @@ bool SaturationSolver::along_from_critical() {
 /// direct, beside: what is known of a branch.
 SaturationPoint SaturationSolver::search(SaturationOptions const& o,
                                          std::optional<Found> const& direct,
-                                         std::optional<SaturationPoint> const& beside) {
+                                         std::optional<SaturationPoint> beside) {
     const bool any = o.branch == Branch::any, upper = o.branch == Branch::upper;
     const auto outside = [&](double a, double b) { return upper ? a > b : a < b; };
     bool found = global(upper, 1.0);
@@ -123,17 +123,22 @@ SaturationPoint SaturationSolver::search(SaturationOptions const& o,
         found = global(upper, kFiner);
         best = take();
     }
+    const bool may_split = kind_ == Saturated::bubble && fluid_.size() > 2;
+    const auto ln = [&](SaturationPoint const& q) { return std::log(held_.at_T ? q.p : q.T); };
+    if (!any && may_split) {
+        const auto last = beside_liquids_at(nodes_, o);
+        if (last && !(beside && outside(ln(*beside), ln(*last)))) beside = last;
+    }
     // Of a branch an answer counts if none can lie beyond it.
     const bool beyond =
         bracketed_ && !(found && !outside(*bracketed_, best.s + (upper ? kBracket : -kBracket)));
     if (any || !(missed_ || beyond || (open_ && !beside))) {
-        const double s = beside ? std::log(held_.at_T ? beside->p : beside->T) : 0.0;
-        if (beside && !(found && outside(best.s, s))) return *beside;
+        if (beside && !(found && outside(best.s, ln(*beside)))) return *beside;
         if (found && restore(best)) return result(o);
     }
     if (found || beside) complete_ = false;
     bool none = complete_ && !open_ && !bracketed_ && !lost_;
-    if (none && kind_ == Saturated::bubble && fluid_.size() > 2) {
+    if (none && any && may_split) {
         if (const auto last = beside_liquids_at(nodes_, o)) return *last;
         none = !open_;
     }

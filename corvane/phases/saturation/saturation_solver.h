@@ -77,7 +77,7 @@ class SaturationSolver {
     Found take() const { return {pair_.u, tpd_, bounds_, found()}; }
     bool restore(Found const& found);
     SaturationPoint search(SaturationOptions const& o, std::optional<Found> const& direct,
-                           std::optional<SaturationPoint> const& beside);
+                           std::optional<SaturationPoint> beside);
     SaturationPoint result(SaturationOptions const& o);
 
     // ---- next to a critical point (saturation_critical.cpp)
