@@ -65,11 +65,17 @@ struct Subjects {
                    saft = corvane::open("PCSAFT", "propane");
     Mixture binary = mixture_of({"methane", "propane"});
     Mixture gas = mixture_of({"methane", "ethane", "nitrogen", "carbon_dioxide"}, "MEOS", "GERG", -1);
+    Mixture alkanes = mixture_of({"methane", "ethane", "propane", "butane", "pentane"});
+    Mixture light = mixture_of({"methane", "ethane", "propane", "nitrogen", "carbon_dioxide"});
     corvane::SaturationExpansion curve{*pr.model};
-    Vector<double> half;
+    Vector<double> half, heavy, some;  // 1 : 1; five components
     double sum = 0.0;  // keeps results from being optimised away
 
-    Subjects() : half(2) { half.set(0.5); }
+    Subjects() : half(2), heavy(5), some(5) {
+        half.set(0.5);
+        for (int i = 0; double x : {0.6, 0.15, 0.1, 0.1, 0.05}) heavy[i++] = x;
+        for (int i = 0; double x : {0.7, 0.1, 0.1, 0.05, 0.05}) some[i++] = x;
+    }
 
     void pure(std::vector<Row>& rows, char const* name, int calls, Model1& model,
               std::function<void(Model1 const&)> const& f) {
@@ -131,6 +137,18 @@ struct Subjects {
             {"flash_pT_PR_binary", 10,
              [this] { sum += corvane::flash_pT(*binary, 2, 250, half).p; },
              [this] { return corvane::flash_pT(*binary, 2, 250, half).certificate.evaluations; }});
+        r.push_back({"flash_gas_alkanes",
+                     10,
+                     [this] { sum += corvane::flash_pT(*alkanes, 1, 300, heavy).p; },
+                     {}});
+        r.push_back({"flash_liquid_light",
+                     10,
+                     [this] { sum += corvane::flash_pT(*light, 5, 150, some).p; },
+                     {}});
+        r.push_back({"envelope_PR_binary",
+                     2,
+                     [this] { sum += corvane::phase_envelope(*binary, half).points[0].p; },
+                     {}});
         return r;
     }
 };

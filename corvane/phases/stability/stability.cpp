@@ -7,12 +7,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <numeric>
 
 namespace corvane {
 namespace {
 constexpr int kIterations = 120;
 constexpr double kConverged = 1e-10;  // of ln W
-constexpr double kLeast = -640.0;     // of ln W that is told from 0
+constexpr double kLeast = 1e-278;     // of W that is told from 0
+constexpr double kFew = 0.01;  // of a component in a trial, up to which it may grow in a step
 constexpr double kTrace = 1e-6, kFar = 2.0, kGrown = -7.0;  // see traces()
 constexpr double kLevel = 1e-13, kShortest = 1e-4, kFlat = 1e-7;  // of descents at rounding
 constexpr double kRounding = 5e-14;   // of a distance, over the size of its terms
@@ -22,7 +25,7 @@ constexpr double kSpinodal = 1e-9;    // what rounding may leave of w·(1 − w)
 constexpr double kMet = 1e-6, kSameRho = 2e-3;  // of trials that have run into a phase
 constexpr double kAlike = 0.05,
                  kBeside = 1.01;      // phases nearly alike; a way past both, over the direct one
-constexpr double kShort = 0.1;        // step in ln W whose end is foreseen
+constexpr double kShort = 0.1;        // step over W whose end is foreseen
 // A bowl about a phase, see in_bowl(): its radius squared, its relative height and how far it may be from
 // a parabola; least eigenvalue of the phase's own Hessian (1 in an ideal mixture).
 constexpr double kBowl = 0.04, kParabola = 0.15, kSteep = 0.2;
@@ -54,7 +57,7 @@ bool Stability::between(PhaseState const& s, PhaseState const& phase, PhaseState
 Stability::Stability(FluidModel const& fluid, StabilityTest k) : kind(k), fluid_(fluid) {
     const auto n = static_cast<std::size_t>(fluid.size());
     s_.resize(fluid.size());
-    for (auto* v : {&lnW_, &W_, &g_, &step_, &root_, &way_}) v->resize(n);
+    for (auto* v : {&W_, &g_, &step_, &root_, &way_}) v->resize(n);
     hess_.resize(n * n);
 }
 Stability::~Stability() = default;
@@ -66,6 +69,8 @@ void Stability::forget() {
 
 // Gradient √W_i·g_i and Hessian √(w_i·w_j)·(∂m_i/∂n_j + 1) in 2·√W, without the term in g. Where
 // that is not definite it is shifted, so that steps are long in the direction of least curvature.
+// No W falls below 0.09 of itself or grows above 2.9 times that, but up to kFew of the trial in one
+// step: as little as that moves no minimum of the others.
 void Stability::newton() {
     const int n = s_.size();
     double scale = 1.0;
@@ -84,8 +89,11 @@ void Stability::newton() {
         if (cholesky_solve(n, hess_.data(), step_.data())) break;
         convex_ = false;
     }
+    const double few = std::sqrt(kFew * std::accumulate(W_.begin(), W_.end(), 0.0));
     for (int i = 0; i < n; ++i) {
-        scale = std::min(scale, 1.4 * root_[i] / std::max(std::fabs(step_[i]), 1e-300));
+        double limit = 1.4 * root_[i];
+        if (step_[i] > 0.0) limit = std::max(limit, 2.0 * (few - root_[i]));
+        scale = std::min(scale, limit / std::max(std::fabs(step_[i]), 1e-300));
     }
     for (int i = 0; i < n; ++i) way_[i] = 0.5 * scale * step_[i];
     along(1.0);
@@ -96,25 +104,27 @@ bool Stability::traces() {
     bool moved = false;
     for (int i = 0; i < s_.size(); ++i) {
         if (!(s_.x[i] < kTrace) || !(std::fabs(g_[i]) > kFar)) continue;
-        lnW_[i] = std::min(lnW_[i] - g_[i], std::max(lnW_[i] + 1.0, kGrown));
+        const double ln = std::log(W_[i]);
+        W_[i] = std::exp(std::min(ln - g_[i], std::max(ln + 1.0, kGrown)));
         moved = true;
     }
     return moved;
 }
 void Stability::along(double part) {
-    for (int i = 0; i < s_.size(); ++i) lnW_[i] = 2.0 * std::log(root_[i] + part * way_[i]);
+    for (int i = 0; i < s_.size(); ++i) {
+        const double root = root_[i] + part * way_[i];
+        W_[i] = root * root;
+    }
 }
 
 /// Does a short step of Newton's method from s_, so many times as long, end at the phase, as
 /// meets() has it? Then it need not be evaluated.
 bool Stability::leads_to(PhaseState const& phase, double times) {
-    for (int k = 0; k < s_.size(); ++k)  // what spares most logarithms
-        if (!(times * std::fabs(way_[k]) < kShort * root_[k])) return false;
     double sum = 0.0, d = 0.0, volume = 1.0 / s_.rho;
     for (int k = 0; k < s_.size(); ++k) {
-        const double end = times == 1.0 ? lnW_[k] : 2.0 * std::log(root_[k] + times * way_[k]);
-        if (!(std::fabs(end - std::log(W_[k])) < kShort)) return false;
-        sum += step_[k] = std::exp(end);
+        if (!(2.0 * times * std::fabs(way_[k]) < kShort * root_[k])) return false;
+        const double end = root_[k] + times * way_[k];
+        sum += step_[k] = end * end;
     }
     for (int k = 0; k < s_.size(); ++k) {
         const double c = std::log(step_[k] / (sum * phase.x[k]));
@@ -161,11 +171,11 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
                                   int& iterations) {
     const int n = fluid_.size();
     double last = 1e300, part = 1.0;
-    std::copy(lnW, lnW + n, lnW_.begin());
+    for (int k = 0; k < n; ++k) W_[k] = std::exp(lnW[k]);
     for (int it = 0; it < kIterations; ++it) {
         ++iterations;
         double sum = 0.0;
-        for (int k = 0; k < n; ++k) sum += W_[k] = std::exp(std::max(lnW_[k], kLeast));
+        for (double& W : W_) sum += W = std::max(W, kLeast);
         if (!std::isfinite(sum) || !(sum > 0.0)) return End::failed;
         for (int k = 0; k < n; ++k) step_[k] = W_[k] / sum;
         const int order = substitutions > 0 ? 0 : phase_H;
@@ -173,7 +183,7 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
         double tm = 1.0, worst = 0.0, ln_sum = std::log(sum);
         for (int k = 0; k < n; ++k) {
             g_[k] = s_.m[k] + ln_sum - phase.m[k];
-            if (lnW_[k] <= kLeast && g_[k] > 0.0) g_[k] = 0.0;
+            if (W_[k] <= kLeast && g_[k] > 0.0) g_[k] = 0.0;
             tm += W_[k] * (g_[k] - 1.0);
             worst = std::max(worst, std::fabs(g_[k]));
         }
@@ -199,7 +209,7 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
             return End::stationary;
         }
         if (substitutions-- > 0) {
-            for (int k = 0; k < n; ++k) lnW_[k] -= g_[k];
+            for (int k = 0; k < n; ++k) W_[k] *= std::exp(-g_[k]);
             continue;
         }
         if (traces()) {
@@ -247,6 +257,18 @@ bool Stability::locally_stable(PhaseState const& phase) {
 double Stability::distance(PhaseState const& s, PhaseState const& phase) {
     double d = 0.0;
     for (int k = 0; k < s.size(); ++k) d += s.x[k] * (s.m[k] - phase.m[k]);
+    return d;
+}
+
+/// The distance at x, on the density root of lower Gibbs energy; not a number without one. Of the
+/// potentials it needs their sum alone.
+double Stability::distance_at(std::vector<double> const& x, PhaseState const& phase, double p) {
+    double rho[2], gibbs[2];
+    const int found = fluid_.densities(p, phase.T, x, rho, gibbs);
+    if (found == 0) return std::numeric_limits<double>::quiet_NaN();
+    double d = found == 2 ? std::min(gibbs[0], gibbs[1]) : gibbs[0];
+    for (std::size_t k = 0; k < x.size(); ++k)
+        if (x[k] > 0.0) d += x[k] * (std::log(x[k]) - phase.m[k]);
     return d;
 }
 

@@ -118,6 +118,7 @@ class CORVANE_API Stability {
     /// A whole that passes, next to a critical point.
     void flat(PhaseState const& whole, double p, double tolerance, StabilityResult& r);
     static double distance(PhaseState const& s, PhaseState const& phase);
+    double distance_at(std::vector<double> const& x, PhaseState const& phase, double p);
     static double apart(PhaseState const& s, PhaseState const& phase);
     static bool meets(PhaseState const& s, PhaseState const& phase);
     static bool between(PhaseState const& s, PhaseState const& phase, PhaseState const& known);
@@ -131,7 +132,7 @@ class CORVANE_API Stability {
     bool convex_ = false;   // at the last step of newton()
     bool steep_ = false;    // the phase under test is a distinct minimum, see in_bowl()
     double start_ = 0.0;    // the distance at the start of the last descent
-    std::vector<double> lnW_, W_, g_, step_, hess_, root_, way_;
+    std::vector<double> W_, g_, step_, hess_, root_, way_;
     std::vector<double> starts_;  // n values ln W of each
     std::vector<PhaseState> bowls_;  // of minima that descents have found
     std::vector<Bracket> brackets_;

@@ -37,6 +37,7 @@ class Stability::Search {
   private:
     bool itself();
     void binary();
+    bool below(std::vector<double> const& x, double limit);
     bool nearly_pure();
     void from_starts();
     void beside_the_phase();
@@ -131,6 +132,13 @@ void Stability::Search::binary() {
         if (record(of_.descend(phase_, p_, known_, b, first_, tpd_, r_.iterations))) break;
 }
 
+/// Is the distance at x below the limit? Then s_ is there.
+bool Stability::Search::below(std::vector<double> const& x, double limit) {
+    return of_.distance_at(x, phase_, p_) < limit &&
+           of_.fluid_.evaluate_at(of_.s_, p_, phase_.T, x, Root::stable, 0) &&
+           distance(of_.s_, phase_) < limit;
+}
+
 /// Components as good as pure: one far below its solubility elsewhere (mercury in cold methane)
 /// may separate without taking any of the others along. From starts with two parts in a
 /// thousand of these no substitution leads there, as their potentials are out of all bounds.
@@ -139,9 +147,8 @@ bool Stability::Search::nearly_pure() {
     for (int pure = 0; pure < n; ++pure) {
         for (int k = 0; k < n; ++k)
             of_.step_[k] = k == pure ? 1.0 - kPurest * (1.0 - phase_.x[k]) : kPurest * phase_.x[k];
-        if (!of_.fluid_.evaluate_at(of_.s_, p_, phase_.T, of_.step_, Root::stable, 0)) continue;
+        if (!below(of_.step_, -Certificate::tpd_tolerance)) continue;
         const double d = distance(of_.s_, phase_);
-        if (!(d < -Certificate::tpd_tolerance)) continue;
         r_.stable = false;
         if (d < best_) take(d);
         r_.tpd = best_;
@@ -160,7 +167,7 @@ bool Stability::Search::ends(std::size_t start, int substitutions) {
 
 void Stability::Search::from_starts() {
     of_.many_starts(phase_, p_);
-    const std::size_t step = of_.lnW_.size();
+    const std::size_t step = of_.W_.size();
     for (; at_ < of_.starts_.size() && !ends(at_); at_ += step) at_start_.push_back(of_.start_);
     if (r_.stable && of_.kind == StabilityTest::complete) beside_the_phase();
     if (r_.stable && !minima_.empty()) between_minima();
@@ -217,7 +224,7 @@ void Stability::Search::line(std::vector<double> const& from, double const* to, 
 /// narrow minima: a few per cent of a heavy component in a light one, say.
 void Stability::Search::beside_the_phase() {
     const int n = of_.fluid_.size();
-    const std::size_t step = of_.lnW_.size();
+    const std::size_t step = of_.W_.size();
     low_.assign(step, 1.0);
     high_.assign(step, 1.0);
     for (std::size_t k = 0; k < 2 * step; ++k) {
@@ -264,14 +271,14 @@ double Stability::Search::note(int a, int b, double distance) {
 /// Adds a start with `part` of components a and b beside the phase if the distance is low there.
 void Stability::Search::low_start(int a, int b, double part) {
     toward(a, b, part);
-    if (!of_.fluid_.evaluate_at(of_.s_, p_, phase_.T, of_.way_, Root::stable, 0)) return;
-    if (!(note(a, b, distance(of_.s_, phase_)) < kLow)) return;
+    const double d = of_.distance_at(of_.way_, phase_, p_);
+    if (!std::isfinite(d) || !(note(a, b, d) < kLow)) return;
     for (double w : of_.way_) of_.starts_.push_back(std::log(w));
 }
 
 /// From the middles between all minima, the phase and the known one.
 void Stability::Search::between_minima() {
-    const std::size_t step = of_.lnW_.size();
+    const std::size_t step = of_.W_.size();
     minima_.push_back(phase_.x);
     if (known_) minima_.push_back(known_->x);
     for (std::size_t a = 0; a < minima_.size(); ++a)
@@ -306,7 +313,7 @@ std::vector<TrialPhase> Stability::minima(PhaseState const& plane, double p,
     const std::size_t own = starts.size();
     for (std::vector<double> const& x : from)
         for (double xi : x) starts.push_back(std::log(xi));
-    for (std::size_t at = 0; at < starts.size(); at += lnW_.size()) {
+    for (std::size_t at = 0; at < starts.size(); at += W_.size()) {
         double tpd = 0.0;
         int iterations = 0;
         const End end = descend(plane, p, nullptr, &starts[at], at < own ? kSubstitutions : 0,
@@ -328,9 +335,13 @@ bool Stability::hidden_root(PhaseState const& phase, double p, double& tpd) {
         for (int i = 0; i < n; ++i) w[i] = 0.002 * phase.x[i] + (i == pure ? 0.998 : 0.0);
         double rho[2], gibbs[2], last = 1e300;
         if (fluid_.densities(p, phase.T, w, rho, gibbs) < 2) continue;
-        const Root root = gibbs[0] > gibbs[1] ? Root::dense : Root::dilute;
+        const int other = gibbs[0] > gibbs[1] ? 0 : 1;
+        const Root root = other == 0 ? Root::dense : Root::dilute;
         for (int it = 0; it < kHidden; ++it) {
-            if (!fluid_.evaluate_at(s_, p, phase.T, w, root, 0)) break;
+            for (int i = 0; it == 0 && i < n; ++i) s_.rho_i[i] = w[i] * rho[other];
+            if (!(it == 0 ? fluid_.evaluate(s_, phase.T, 0)
+                          : fluid_.evaluate_at(s_, p, phase.T, w, root, 0)))
+                break;
             tpd = distance(s_, phase);
             if (tpd < 10 * -Certificate::tpd_tolerance) return true;
             if (std::fabs(tpd - last) < 1e-6) break;  // stationary, and not below
