@@ -27,6 +27,13 @@ struct Sums {
     }
 };
 
+/// powers[k] = δ^k, k = 0 … top; room for two at least.
+inline void powers_of(double delta, int top, double* powers) {
+    powers[0] = 1.0;
+    powers[1] = delta;
+    for (int k = 2; k <= top; ++k) powers[k] = powers[k / 2] * powers[k - k / 2];
+}
+
 /// The terms φ_k = δ^d·τ^t·exp(…) of the components that are sums of powers and of the departure
 /// functions, in columns. Components with the same exponents, as most of GERG-2008, share them: the
 /// mixture is Σ c_k·φ_k with weights c_k that depend on the composition, a component Σ n_k·φ_k over
