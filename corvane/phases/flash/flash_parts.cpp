@@ -244,68 +244,111 @@ int fractions(std::vector<double> const& z, std::vector<double> const& e,
     const auto least = std::min_element(beta.begin(), beta.end());
     return *least > 100 * absent ? -1 : static_cast<int>(least - beta.begin());
 }
+
+/// Phases that may be those of a flash, by their mole fractions, and their amounts.
+struct Phases {
+    FluidModel const& fluid;
+    double p, T;
+    std::vector<std::vector<double>> w;
+    std::vector<double> beta;
+    std::vector<PhaseState> s;  // as many at least
+    std::vector<double> e, E;   // as fractions() has them
+
+    int count() const { return static_cast<int>(w.size()); }
+    void add(std::vector<double> const& x) {
+        w.push_back(x);
+        s.resize(std::max(s.size(), w.size()));
+        s.back().resize(fluid.size());
+    }
+    void remove(int k) {
+        w.erase(w.begin() + k);
+        beta.erase(beta.begin() + k);
+    }
+    bool evaluate(int k) { return fluid.evaluate_at(s[k], p, T, w[k], Root::stable, 0); }
+    bool substitute(bool given, double& change);
+    bool settle(std::vector<double> const* amounts);
+    bool start(SplitSolver& solver);
+};
+
+/// A substitution, and how far it changes the logarithms of the mole fractions; without one where a
+/// phase is left out. given: the amounts are, and stay. False if that leaves no two phases.
+bool Phases::substitute(bool given, double& change) {
+    const int n = fluid.size(), K = count();
+    e.resize(static_cast<std::size_t>(K * n));
+    for (int k = 0; k < K; ++k) {
+        if (!evaluate(k)) return false;
+        for (int i = 0; i < n; ++i) e[K * i + k] = std::log(w[k][i]) - s[k].m[i];
+    }
+    for (int i = 0; i < n; ++i) {  // only their ratios count
+        const double most = *std::max_element(&e[K * i], &e[K * i] + K);
+        for (int k = 0; k < K; ++k) e[K * i + k] = std::exp(e[K * i + k] - most);
+    }
+    if (given)
+        for (int i = 0; i < n; ++i)
+            E[i] = std::inner_product(beta.begin(), beta.end(), &e[K * i], 0.0);
+    const int gone = given ? -1 : fractions(fluid.z(), e, beta, E);
+    if (gone >= 0) {
+        change = 1.0;
+        if (K < 3) return false;
+        remove(gone);
+        return true;
+    }
+    change = 0.0;
+    for (int k = 0; k < K; ++k) {
+        double sum = 0.0;
+        for (int i = 0; i < n; ++i) sum += fluid.z()[i] * e[K * i + k] / E[i];
+        for (int i = 0; i < n; ++i) {
+            const double next = std::max(fluid.z()[i] * e[K * i + k] / E[i] / sum, least_fraction);
+            change = std::max(change, std::fabs(std::log(next / w[k][i])));
+            w[k][i] = next;
+        }
+    }
+    return true;
+}
+
+/// Substitutions from equal amounts, or a few at given ones.
+bool Phases::settle(std::vector<double> const* amounts) {
+    if (amounts)
+        beta = *amounts;
+    else
+        beta.assign(w.size(), 1.0 / count());
+    double change = 0.0;
+    for (int it = 0; it < (amounts ? kTraces : kSubstitutions); ++it) {
+        if (!substitute(amounts != nullptr, change)) return false;
+        if (it > 2 && change < 1e-3) break;
+    }
+    return true;
+}
+
+/// Sets where Newton's method starts.
+bool Phases::start(SplitSolver& solver) {
+    std::vector<PhaseRecord> records;
+    for (int k = 0; k < count(); ++k) {
+        if (!evaluate(k)) return false;
+        records.push_back({s[k].rho, fluid.expand(w[k])});
+    }
+    return solver.start(T, p, records, beta);
+}
 }  // namespace
 
 bool detail::flash_many(FluidModel const& fluid, Stability& stability,
                         std::vector<std::vector<double>> w, FlashResult& q,
                         std::vector<double> const& amounts) {
     const int n = fluid.size();
-    std::vector<double> const& z = fluid.z();
-    std::vector<double> e, E(z.size()), beta;
-    std::vector<PhaseState> s(w.size() + 1);
-    for (PhaseState& phase : s) phase.resize(n);
+    Phases phases{fluid, q.p, q.T, {}, {}, {}, {}, std::vector<double>(fluid.z().size())};
+    for (std::vector<double> const& x : w) phases.add(x);
     for (int round = 0; round < 2 * n; ++round) {
-        auto K = static_cast<int>(w.size());
-        const bool given = round == 0 && !amounts.empty();
-        if (given)
-            beta = amounts;
-        else
-            beta.assign(w.size(), 1.0 / K);
-        for (int it = 0; it < (given ? kTraces : kSubstitutions); ++it) {
-            double change = 0.0;
-            e.resize(static_cast<std::size_t>(K * n));
-            for (int k = 0; k < K; ++k) {
-                if (!fluid.evaluate_at(s[k], q.p, q.T, w[k], Root::stable, 0)) return false;
-                for (int i = 0; i < n; ++i) e[K * i + k] = std::log(w[k][i]) - s[k].m[i];
-            }
-            for (int i = 0; i < n; ++i) {  // only their ratios count
-                const double most = *std::max_element(&e[K * i], &e[K * i] + K);
-                for (int k = 0; k < K; ++k) e[K * i + k] = std::exp(e[K * i + k] - most);
-            }
-            if (given)
-                for (int i = 0; i < n; ++i)
-                    E[i] = std::inner_product(beta.begin(), beta.end(), &e[K * i], 0.0);
-            const int gone = given ? -1 : fractions(z, e, beta, E);
-            if (gone >= 0) {
-                if (--K < 2) return false;
-                w.erase(w.begin() + gone);
-                beta.erase(beta.begin() + gone);
-                continue;
-            }
-            for (int k = 0; k < K; ++k) {
-                double sum = 0.0;
-                for (int i = 0; i < n; ++i) sum += z[i] * e[K * i + k] / E[i];
-                for (int i = 0; i < n; ++i) {
-                    const double next = std::max(z[i] * e[K * i + k] / E[i] / sum, least_fraction);
-                    change = std::max(change, std::fabs(std::log(next / w[k][i])));
-                    w[k][i] = next;
-                }
-            }
-            if (it > 2 && change < 1e-3) break;
-        }
-        std::vector<PhaseRecord> records;
-        for (int k = 0; k < K; ++k) {
-            if (!fluid.evaluate_at(s[k], q.p, q.T, w[k], Root::stable, 0)) return false;
-            records.push_back({s[k].rho, fluid.expand(w[k])});
-        }
+        if (!phases.settle(round == 0 && !amounts.empty() ? &amounts : nullptr)) return false;
+        const int K = phases.count();
         SplitSolver solver(fluid, nullptr, Target::none);
-        if (!solver.start(q.T, q.p, records, beta)) return false;
+        if (!phases.start(solver)) return false;
         if (!solver.solve(kNewton)) {
+            std::vector<double> const& beta = phases.beta;
             int gone = 0;
             for (int k = 1; k < K; ++k)
                 if (solver.amount[k] * beta[gone] < solver.amount[gone] * beta[k]) gone = k;
             if (K < 3 || !(solver.amount[gone] < kVanishing * beta[gone])) return false;
-            w.erase(w.begin() + gone);
+            phases.remove(gone);
             continue;
         }
         if (solver.bound(q.certificate) &&
@@ -313,10 +356,8 @@ bool detail::flash_many(FluidModel const& fluid, Stability& stability,
             return true;
         const StabilityResult r = stability.test(solver.phase[0], q.p, &solver.phase[1], false);
         if (r.stable || !r.other) return false;
-        for (int k = 0; k < K; ++k) w[k] = solver.phase[k].x;
-        w.push_back(r.trial.w);
-        s.resize(w.size());
-        s.back().resize(n);
+        for (int k = 0; k < K; ++k) phases.w[k] = solver.phase[k].x;
+        phases.add(r.trial.w);
     }
     return false;
 }

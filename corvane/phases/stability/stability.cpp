@@ -166,6 +166,28 @@ bool Stability::is_steep(PhaseState const& phase) {
     }
     return cholesky_solve(n, hess_.data(), step_.data());
 }
+/// What ends a descent at the trial s_: worst: the largest of its gradient; curved: with its
+/// Hessian.
+std::optional<Stability::End> Stability::met(PhaseState const& phase, PhaseState const* known,
+                                             bool first, double worst, bool curved, double& tpd) {
+    const double limit = -Certificate::tpd_tolerance;
+    if (first && tpd < 10 * limit) return End::negative;
+    const bool flat = known && !convex_ && worst < kFlat;
+    if (tpd >= limit && (meets(s_, phase) || (known && meets(s_, *known)) ||
+                         (flat && between(s_, phase, *known)))) {
+        tpd = std::min(0.0, tpd);
+        return End::trivial;
+    }
+    if (steep_ && tpd >= 0.0 && in_bowl(phase, known)) {
+        tpd = 0.0;
+        return End::trivial;
+    }
+    if (!(worst < kConverged)) return {};
+    if (tpd < limit) return End::negative;
+    if (steep_ && curved && is_steep(s_)) bowls_.push_back(s_);
+    return End::stationary;
+}
+
 Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState const* known,
                                   double const* lnW, int substitutions, bool first, double& tpd,
                                   int& iterations) {
@@ -189,25 +211,7 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
         }
         tpd = distance(s_, phase);  // per mole of the trial phase
         if (it == 0) start_ = tpd;
-        const double limit = -Certificate::tpd_tolerance;
-        if (first && tpd < 10 * limit) return End::negative;
-        if (tpd >= limit && (meets(s_, phase) || (known && meets(s_, *known)))) {
-            tpd = std::min(0.0, tpd);
-            return End::trivial;
-        }
-        if (known && !convex_ && worst < kFlat && tpd >= limit && between(s_, phase, *known)) {
-            tpd = std::min(0.0, tpd);
-            return End::trivial;
-        }
-        if (steep_ && tpd >= 0.0 && in_bowl(phase, known)) {
-            tpd = 0.0;
-            return End::trivial;
-        }
-        if (worst < kConverged) {
-            if (tpd < limit) return End::negative;
-            if (steep_ && order == phase_H && is_steep(s_)) bowls_.push_back(s_);
-            return End::stationary;
-        }
+        if (const auto end = met(phase, known, first, worst, order == phase_H, tpd)) return *end;
         if (substitutions-- > 0) {
             for (int k = 0; k < n; ++k) W_[k] *= std::exp(-g_[k]);
             continue;
@@ -223,11 +227,12 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
             continue;
         }
         // At rounding of the potentials: stationary as far as that can be said.
-        if (part <= kShortest && worst < kFlat) return tpd < limit ? End::negative : End::stationary;
+        if (part <= kShortest && worst < kFlat)
+            return tpd < -Certificate::tpd_tolerance ? End::negative : End::stationary;
         last = tm;
         part = 1.0;
         newton();
-        if (convex_ && tpd >= limit &&
+        if (convex_ && tpd >= -Certificate::tpd_tolerance &&
             (leads_to(phase) || (known && leads_to(*known)) ||
              (critical && leads_to(phase, 3.0)))) {
             tpd = std::min(0.0, tpd);

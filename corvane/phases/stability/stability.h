@@ -6,6 +6,7 @@
 #include <corvane/phases/report/certificate.h>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class ModelN;
@@ -102,6 +103,8 @@ class CORVANE_API Stability {
                 int substitutions, bool first, double& tpd, int& iterations);
     End descend(PhaseState const& phase, double p, PhaseState const* known, Bracket const& bracket,
                 bool first, double& tpd, int& iterations);
+    std::optional<End> met(PhaseState const& phase, PhaseState const* known, bool first,
+                           double worst, bool curved, double& tpd);
     /// Fills starts_.
     void many_starts(PhaseState const& phase, double p);
     bool leads_to(PhaseState const& phase, double times = 1.0);

@@ -100,31 +100,29 @@ void BinaryLines::add(CriticalLine const& line) {
     projection.add(line);
 }
 
-void BinaryLines::add(ThreePhaseLine const& line) {
+/// The rows of a line and how it ends; its points in the projection.
+template <class Line>
+std::vector<XY> BinaryLines::listed(Line const& line, char const* name, CurveKind kind) {
     ++number_;
     std::vector<XY> curve;
     for (auto const& one : line.points) {
         table.rows.push_back(row(one));
         curve.push_back(projection.at(one.T, one.p));
     }
-    ends("three phases", line.points.size(), in_words(line.begin, CurveKind::phase_line),
-         in_words(line.end, CurveKind::phase_line));
+    ends(name, line.points.size(), in_words(line.begin, kind), in_words(line.end, kind));
     open_ = open_ || line.begin == PhaseLineEnd::stuck || line.end == PhaseLineEnd::stuck;
+    return curve;
+}
+
+void BinaryLines::add(ThreePhaseLine const& line) {
+    const std::vector<XY> curve = listed(line, "three phases", CurveKind::phase_line);
     projection.picture.curves.push_back({"three phases", Ink::liquid2, Stroke::line, curve});
     for (auto const& [end, at] : {std::pair(line.begin, curve.front()), std::pair(line.end, curve.back())})
         if (end == PhaseLineEnd::critical) projection.mark("critical end point", Symbol::end_point, at);
 }
 
 void BinaryLines::add(AzeotropicLine const& line) {
-    ++number_;
-    std::vector<XY> curve;
-    for (auto const& one : line.points) {
-        table.rows.push_back(row(one));
-        curve.push_back(projection.at(one.T, one.p));
-    }
-    ends("azeotrope", line.points.size(), in_words(line.begin, CurveKind::azeotrope),
-         in_words(line.end, CurveKind::azeotrope));
-    open_ = open_ || line.begin == PhaseLineEnd::stuck || line.end == PhaseLineEnd::stuck;
+    const std::vector<XY> curve = listed(line, "azeotrope", CurveKind::azeotrope);
     projection.picture.curves.push_back({"azeotropes", Ink::azeotrope, Stroke::line, curve});
     for (auto const& [end, at] : {std::pair(line.begin, curve.front()), std::pair(line.end, curve.back())})
         if (end == PhaseLineEnd::critical)

@@ -64,6 +64,8 @@ class BinaryLines {
             corvane::Certificate const& certificate);
     void ends(std::string const& curve, std::size_t points, std::string const& begin,
               std::string const& end);
+    template <class Line>
+    std::vector<XY> listed(Line const& line, char const* name, corvane::CurveKind kind);
 
     MixtureFluid const& mixture_;
     Units const& units_;

@@ -67,24 +67,40 @@ double round_step(Axis const& axis, Fits fits) {
             if (range / (step * ten) <= 8.0 && fits(step * ten)) return step * ten;
     return 0.0;
 }
+bool is_paper(Sheet const& sheet) {
+    return sheet.format == PictureFormat::pdf || sheet.format == PictureFormat::eps;
+}
+/// Its size is in pixels: none is given, nor is it for paper.
+bool on_screen(Sheet const& sheet) {
+    return !(sheet.width > 0.0) && !is_paper(sheet);
+}
 }  // namespace
 
-Layout::Layout(Picture const& picture, Sheet const& sheet) {
-    const bool screen = !(sheet.width > 0.0), triangle = !picture.corners[0].empty();
-    const bool paper = sheet.format == PictureFormat::pdf || sheet.format == PictureFormat::eps;
+/// Sizes and scales of the sheet; dots per inch.
+double Layout::measure(Sheet const& sheet) {
+    const bool given = sheet.width > 0.0, pixels = on_screen(sheet);
     // SVG has pixels of 1/96 in; a PNG of given size has 300 per inch.
-    const double dots = paper                                ? 72.0
+    const double dots = is_paper(sheet)                      ? 72.0
                         : sheet.format == PictureFormat::svg ? 96.0
-                        : screen                             ? 144.0
-                                                             : 300.0;
-    const double mm[] = {screen ? 160.0 : sheet.width, screen ? 320.0 / 3.0 : sheet.height};
-    const bool pixels = screen && !paper;
+                        : given                              ? 300.0
+                                                             : 144.0;
+    const double mm[] = {given ? sheet.width : 160.0, given ? sheet.height : 320.0 / 3.0};
     scale = pixels ? (sheet.format == PictureFormat::svg ? 1.0 : 1.5) : 0.55 * dots / 72.0;
     if (!pixels) symbols = sheet.format == PictureFormat::svg ? 0.55 : 1.0;
     width = pixels ? 900.0 * scale : mm[0] / 25.4 * dots;
     height = pixels ? 600.0 * scale : mm[1] / 25.4 * dots;
+    return dots;
+}
+
+Layout::Layout(Picture const& picture, Sheet const& sheet) {
+    const bool triangle = !picture.corners[0].empty();
+    const double dots = measure(sheet);
+    const bool pixels = on_screen(sheet);
     // In the width of a column a triangle has little room beside its words.
-    double points = sheet.points > 0.0 ? sheet.points : pixels ? 11.25 : triangle && mm[0] < 100.0 ? 7.0 : 8.0;
+    double points = sheet.points > 0.0                                     ? sheet.points
+                    : pixels                                               ? 11.25
+                    : triangle && sheet.width > 0.0 && sheet.width < 100.0 ? 7.0
+                                                                           : 8.0;
     std::set<std::string> titles;
     for (Curve const& c : picture.curves) titles.insert(c.title);
     for (Marks const& m : picture.marks) titles.insert(m.title);

@@ -32,6 +32,7 @@ struct Layout {
     Layout(Picture const& picture, Sheet const& sheet);
 
   private:
+    double measure(Sheet const& sheet);
     void space_numbers(Picture const& picture, double wide, double axis_width, double axis_height);
     double lines_below(Picture const& picture, double wide, std::size_t entries) const;
     void place_triangle(Picture const& picture, double wide, std::size_t key, std::size_t entries);
