@@ -27,7 +27,7 @@ Path::Path(CoexistenceSolver& solver, double longest)
 
 bool Path::solve_node(int limit, Node& node, std::vector<double> const* along) {
     s_.iterations = 0;
-    return solve(limit) && finish(node, along);
+    return solve(limit, node, along);
 }
 
 bool Path::begin(int c) {

@@ -240,8 +240,8 @@ void CoexistenceSolver::level() {
         }
 }
 
-bool CoexistenceSolver::tangent(std::vector<double>& t) {
-    assemble();
+bool CoexistenceSolver::tangent(std::vector<double>& t, bool solved) {
+    if (!solved) assemble();
     t.assign(static_cast<std::size_t>(size()), 0.0);
     t.back() = 1.0;
     return lu_solve(size(), jacobian_.data(), t.data());

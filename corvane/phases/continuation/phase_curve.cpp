@@ -92,9 +92,9 @@ void PhaseCurve::specify(int c) {
     if (q.j >= 0) s_.row[q.j] = -1.0;
 }
 
-bool PhaseCurve::finish(Node& node, std::vector<double> const* along) {
+bool PhaseCurve::finish(Node& node, std::vector<double> const* along, bool solved) {
     node.u = s_.u;
-    if (!s_.tangent(node.t)) return false;
+    if (!s_.tangent(node.t, solved)) return false;
     node.ln_p = s_.ln_p();
     node.ln_p_t = s_.ln_p(node.t);
     const double sign = along && dot(*along, node.t) < 0.0 ? -1.0 : 1.0;

@@ -163,11 +163,11 @@ class Tracer : EnvelopePair, PhaseCurve {
         const double length = (to - at(now_.u, variable_)) / at(now_.t, variable_);
         if (cubic_serves(before_, now_, variable_, length, kReach)) {
             pair_.u = cubic(before_, now_, variable_, length);
-            if (solve(kNewton)) return finish(q, &now_.t);
+            if (solve(kNewton)) return finish(q, &now_.t, true);
         }
         for (std::size_t i = 0; i < pair_.u.size(); ++i)
             pair_.u[i] = now_.u[i] + length * now_.t[i];
-        return solve(kNewton) && finish(q, &now_.t);
+        return solve(kNewton, q, &now_.t);
     }
     /// Of the cubic through a and b, the point where coordinate c is `to`.
     std::vector<double> between(Node const& a, Node const& b, int c, double to) const {
@@ -177,7 +177,7 @@ class Tracer : EnvelopePair, PhaseCurve {
     bool solve_between(Node const& a, Node const& b, int c, double to, Node& q) {
         fix(c, to);
         pair_.u = between(a, b, c, to);
-        return solve(kNewton) && finish(q, &now_.t);
+        return solve(kNewton, q, &now_.t);
     }
 
     /// Against jumps to another branch: the direction must not turn by more than about 45 degrees.
