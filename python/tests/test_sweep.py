@@ -161,7 +161,7 @@ def slow(i, folder, kill):
 """
 
 
-def until(true, process=None, seconds=300.0):
+def until(true, process=None, seconds=3600.0):
     """Waits for it, however slow the machine, while the process lives."""
     end = time.monotonic() + seconds
     while not true():
