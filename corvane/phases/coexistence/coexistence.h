@@ -55,8 +55,8 @@ class CoexistenceSolver {
     /// Takes the densities of all phases but the softest to its pressure, for certificates at low
     /// pressure, where rounding of a liquid's density moves its pressure more than solve() sees.
     void level();
-    /// ∂u/∂value at the solution (needs row). False if singular. solved: solve() has just ended there,
-    /// under these conditions, and its Jacobian serves.
+    /// ∂u/∂value at the solution (needs row). False if singular. solved: solve() has just ended
+    /// there, under these conditions, and its Jacobian serves.
     bool tangent(std::vector<double>& t, bool solved = false);
     /// Fills the bounds of the certificate from the evaluated phases, all differences against the
     /// first one. False if the Jacobian is singular.

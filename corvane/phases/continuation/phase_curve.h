@@ -63,8 +63,8 @@ class PhaseCurve {
     int largest_ratio(std::vector<double> const& u, int j, int k) const;
 
     void specify(int c);
-    /// The solution in the solver as a node, in the direction of `along` if that is given. solved: as
-    /// CoexistenceSolver::tangent has it.
+    /// The solution in the solver as a node, in the direction of `along` if that is given. solved:
+    /// as CoexistenceSolver::tangent has it.
     bool finish(Node& node, std::vector<double> const* along, bool solved = false);
     /// Solves, and the node of the solution.
     bool solve(int limit, Node& node, std::vector<double> const* along) {
