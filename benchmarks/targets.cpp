@@ -84,9 +84,10 @@ Vector<double> equal_parts(int n) {
     x.set(1.0 / n);
     return x;
 }
-long refusal(ModelN const& m, bool bubble, double T, Vector<double> const& z) {
+long refusal(ModelN const& m, bool bubble, double T, Vector<double> const& z,
+             corvane::SaturationOptions const& o = {}) {
     try {
-        sum += (bubble ? corvane::bubble_T(m, T, z) : corvane::dew_T(m, T, z)).p;
+        sum += (bubble ? corvane::bubble_T(m, T, z, o) : corvane::dew_T(m, T, z, o)).p;
         return 0;
     } catch (corvane::EquilibriumFailure const& e) {
         return -1;
@@ -300,6 +301,11 @@ void others() {
         const auto z = r.names.size() == 4 ? fractions({0.85, 0.08, 0.05, 0.02}) : equal_parts(2);
         const double t = time_of([&] { refusal(*m, r.bubble, r.T, z); });
         row(name + ", ten solutions", 10 * t, [&] { return refusal(*m, r.bubble, r.beyond, z); });
+        const corvane::KeptEnvelope kept(*m, z);
+        corvane::SaturationOptions o;
+        o.envelope = &kept;
+        row(name + ", envelope kept", 10 * t,
+            [&] { return refusal(*m, r.bubble, r.beyond, z, o); });
     }
 }
 

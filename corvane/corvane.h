@@ -45,6 +45,7 @@
 #include <corvane/phases/report/progress.h>
 #include <corvane/phases/report/validity.h>
 #include <corvane/phases/saturation/envelope.h>
+#include <corvane/phases/saturation/kept_envelope.h>
 #include <corvane/phases/saturation/pure_saturation.h>
 #include <corvane/phases/saturation/saturation.h>
 #include <corvane/phases/saturation/saturation_curve.h>

@@ -160,7 +160,7 @@ std::size_t saturation_rows(ModelN const& model, bool at_T, Saturated kind, std:
         [&](std::size_t i, Vector<double> const& x, SaturationPoint const* before) {
             SaturationOptions one;
             one.branch = options.branch, one.validity = options.validity, one.test = options.test;
-            one.start = before;
+            one.start = before, one.envelope = options.envelope;
             return at_T ? saturation_T(model, kind, values[i], x, one)
                         : saturation_p(model, kind, values[i], x, one);
         },

@@ -49,7 +49,9 @@ struct BatchOptions {
     /// bounds of their errors, on the order of the rows, but not on the number of threads; where
     /// there are several solutions, the one near the neighbour's is the answer.
     bool neighbours = false;
-    Branch branch = Branch::any;         ///< of saturation
+    Branch branch = Branch::any;  ///< of saturation
+    /// Of saturation, where one composition holds for all: makes refusals cheaper.
+    KeptEnvelope const* envelope = nullptr;
     Validity const* validity = nullptr;  ///< for `flags`
     StabilityTest test = StabilityTest::complete;
 };

@@ -1,7 +1,10 @@
 // Phase evaluation, stability, bubble and dew points.
 #include "equilibria/phases.h"
 
+#include <benchmarks/counting_mixture.h>
 #include <corvane/corvane.h>
+
+#include <optional>
 
 using corvane::EquilibriumFailure;
 using corvane::FluidModel;
@@ -480,6 +483,69 @@ TEST(Saturation, OfAModelWithHoles) {
         expect_gave_up([&] { corvane::flash_pT(m, 5, 200, mix(0.3)); });
         ASSERT_EQ(corvane::flash_pT(VdwTwins(0.3), 5, 150, mix(0.3)).phases.size(), 2u);
         expect_gave_up([&] { corvane::flash_pT(m, 5, 150, mix(0.3)); });
+    }
+}
+
+// Refusals beyond the envelope, and points inside, with the curve kept: the same verdicts and, to
+// the bounds of their errors, the same points, for a part of the evaluations. Of another
+// composition or model it is not read.
+TEST(Saturation, KeptEnvelopes) {
+    struct Case {
+        char const *eos, *mth;
+        std::vector<std::string> names;
+        Vector<double> z;
+        std::vector<double> T;  // the first one has a bubble and a dew point
+    };
+    for (Case const& c :
+         {Case{"PR",
+               "vdW1",
+               {"methane", "propane"},
+               mix(0.5),
+               {250, 300, 312, 320, 325, 340, 400, 500}},
+          Case{"PR", "vdW1", {"carbon_dioxide", "water"}, mix(0.5), {300, 400, 600, 640, 700}},
+          Case{"PCSAFT", "LB", {"methane", "butane"}, mix(0.5), {310, 360, 380, 400, 500}},
+          Case{"SRK",
+               "vdW1",
+               {"methane", "ethane", "propane", "decane"},
+               vec({0.6, 0.2, 0.1, 0.1}),
+               {300, 450, 480, 500, 700}}}) {
+        SCOPED_TRACE(c.names[1]);
+        const Mixture m = mixture_of(c.eos, c.mth, c.names);
+        CountingMixture counted(*m, true);
+        const corvane::KeptEnvelope kept(counted, c.z);
+        ASSERT_TRUE(kept.whole());
+        EXPECT_TRUE(kept.of(counted, c.z) && !kept.of(*m, c.z) && !kept.of(counted, c.z * 0.999));
+        corvane::SaturationOptions with, stranger;
+        with.envelope = stranger.envelope = &kept;
+        for (const auto kind : {corvane::Saturated::bubble, corvane::Saturated::dew}) {
+            for (double T : c.T) {
+                SCOPED_TRACE(T);
+                std::optional<corvane::SaturationPoint> plain, quick;
+                std::optional<EquilibriumFailure::Kind> why, why_quick;
+                const auto solve = [&](corvane::SaturationOptions const& o, auto& point,
+                                       auto& failure) {
+                    const long before = counted.evaluations + counted.densities;
+                    try {
+                        point = corvane::saturation_T(counted, kind, T, c.z, o);
+                    } catch (EquilibriumFailure const& e) {
+                        failure = e.kind();
+                    }
+                    return counted.evaluations + counted.densities - before;
+                };
+                const long all = solve({}, plain, why), less = solve(with, quick, why_quick);
+                ASSERT_EQ(plain.has_value(), quick.has_value());
+                EXPECT_EQ(why, why_quick);
+                EXPECT_TRUE(plain || T != c.T[0]);
+                if (plain) {
+                    EXPECT_NEAR(quick->p / plain->p, 1,
+                                plain->certificate.value_error + quick->certificate.value_error);
+                } else if (kept.beyond(true, T)) {
+                    EXPECT_LE(4 * less, all);  // a sixth or a seventh
+                }
+            }
+        }
+        EXPECT_EQ(corvane::bubble_T(*m, c.T[0], c.z, stranger).p,
+                  corvane::bubble_T(*m, c.T[0], c.z).p);
     }
 }
 }  // namespace

@@ -23,6 +23,7 @@ constexpr double kLiquid = 1.4;  // over the pseudocritical density: no vapour
 SaturationSolver::SaturationSolver(ModelN const& model, Saturated kind, Fixed held,
                                    Vector<double> const& z)
     : fluid_(model, z),
+      asked_(z),
       kind_(kind),
       held_(held),
       pair_(fluid_),
@@ -54,6 +55,8 @@ SaturationPoint SaturationSolver::answer(SaturationOptions const& o) {
 
 SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
     stability_.kind = o.test;
+    if (o.envelope && o.envelope->of(fluid_.model(), asked_)) kept_ = o.envelope;
+    beyond_ = kept_ && kept_->beyond(held_.at_T, held_.value);
     const bool any = o.branch == Branch::any;
     const bool may_split = kind_ == Saturated::bubble && fluid_.size() > 1;
     std::optional<Found> direct;  // of a branch: candidates beside those of the search
@@ -97,6 +100,7 @@ SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
 }
 
 bool SaturationSolver::along_from_critical() {
+    if (beyond_) return false;
     try {
         const CriticalPoint c = critical_point(fluid_.model(), fluid_.expand(fluid_.z()));
         fluid_.evaluations += c.certificate.evaluations;
@@ -217,7 +221,7 @@ bool SaturationSolver::cold() {
             t = 1 / (1 / t + std::clamp(sign * std::log(sum) / slope, -0.1 / t, 0.1 / t));
     }
     pair_.start(z, a_.rho, b_.x, b_.rho, t);
-    return solve();
+    return solve(!beyond_);
 }
 
 bool SaturationSolver::pure() {
@@ -254,11 +258,11 @@ bool SaturationSolver::by_pure_fluid() {
     return pair_.evaluate();
 }
 
-bool SaturationSolver::solve() {
+bool SaturationSolver::solve(bool also_near) {
     loose_ = false;
-    if (alike()) return near();
+    if (alike()) return also_near && near();
     if (!pair_.solve(kNewton) || !(pair_.pressure() > 0.0)) return false;
-    if (alike()) return near();
+    if (alike()) return also_near && near();
     return within_bounds(pair_.bound(bounds_));
 }
 

@@ -10,6 +10,8 @@ class ModelN;
 
 namespace corvane {
 
+class KeptEnvelope;
+
 /// Lighter and denser by mass per volume.
 enum class Saturated {
     bubble,  ///< the incipient phase is the lighter one
@@ -42,6 +44,8 @@ struct SaturationOptions {
     Validity const* validity = nullptr;      ///< for the flags of the certificate
     bool trace = true;                       ///< step 3 below
     StabilityTest test = StabilityTest::complete;
+    /// Of this model and composition (else it is not read), for step 3; see kept_envelope.h.
+    KeptEnvelope const* envelope = nullptr;
 };
 
 /// Bubble or dew pressure at T [K] for mole fractions z (zeros allowed: absent components).

@@ -86,6 +86,7 @@ bool SaturationSolver::by_distance() {
     double d = regular_.distance();
     for (int k = 0; k < kDistances; ++k) {
         if (!(d < 2 * kEnd) || !step_to(d, now, now)) return false;
+        if (std::fabs(now.off) > kFar[held_.at_T ? 1 : 0]) return false;
         double next = d - now.off / now.slope;
         next = std::clamp(next, 0.4 * d, 2.5 * d);
         if (std::fabs(next - d) < 0.05 * d && regular_.solve(kNewton)) return true;

@@ -7,6 +7,7 @@
 #include <corvane/phases/critical/critical.h>
 #include <corvane/phases/phase/fixed.h>
 #include <corvane/phases/saturation/envelope.h>
+#include <corvane/phases/saturation/kept_envelope.h>
 #include <corvane/phases/saturation/saturation.h>
 #include <corvane/phases/stability/stability.h>
 
@@ -24,6 +25,10 @@ inline constexpr double no_account = 1e-30;
 std::vector<double> present(FluidModel const& fluid, Vector<double> const& all);
 /// Those at the least become 0.
 void without_absent(std::vector<PhaseRecord>& phases);
+
+/// The envelope, with shorter steps if it is lost before its end. False without one.
+/// @param stuck  set where it is lost all the same
+bool trace_envelope(FluidModel const& fluid, Envelope& curve, bool& stuck);
 
 /// One bubble or dew point; the steps are those of saturation_T.
 class SaturationSolver {
@@ -69,8 +74,9 @@ class SaturationSolver {
     /// A pure fluid as its component has it, with those bounds: equations that are not smooth at
     /// the critical point, where RegularPair loses its way.
     bool by_pure_fluid();
-    /// The pair at T (or p) from the start in pair_, with its bounds.
-    bool solve();
+    /// The pair at T (or p) from the start in pair_, with its bounds. also_near: phases that are nearly
+    /// alike, too.
+    bool solve(bool also_near = true);
     bool within_bounds(bool known);
     /// Is the solution the answer? Leaves the tangent-plane distance in tpd_.
     bool accept();
@@ -177,8 +183,6 @@ class SaturationSolver {
 
     // ---- trace of the envelope (saturation_trace.cpp)
 
-    bool ends(EnvelopePoint const& q);
-    bool envelope(Envelope& e);
     bool crossing(EnvelopePoint const& a, EnvelopePoint const& b, double part, double lo, double hi,
                   bool& unstable);
     /// Solves all crossings of the envelope; keeps the lowest or highest, also of the one that is
@@ -186,6 +190,7 @@ class SaturationSolver {
     bool traced(bool upper, bool known, Found& best);
 
     const FluidModel fluid_;
+    const Vector<double> asked_;
     const Saturated kind_;
     const Fixed held_;
     PairSolver pair_;
@@ -196,6 +201,8 @@ class SaturationSolver {
     double tpd_ = 0.0;
     bool collect_ = false;        // accept() notes the boundaries of the other kind
     std::vector<Other> others_;   // seen by accept()
+    KeptEnvelope const* kept_ = nullptr;
+    bool beyond_ = false;  // all of that envelope: nothing next to the critical point
     bool loose_ = false;          // the last pair converged, but its errors are not bounded
     bool lost_ = false;  // a solution that cannot be told from a critical point, or without bounds
     bool complete_ = true;  // the search and the trace left nothing open

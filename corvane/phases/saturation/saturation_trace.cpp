@@ -9,35 +9,64 @@ namespace corvane {
 namespace {
 constexpr double kSolved = 1e-9;          // of the potentials
 constexpr double kBend[] = {1e-3, 1e-2};  // of ln T, of ln p
-constexpr double kBack[] = {0.02, 0.1};  // of ln T, of ln p: beyond two neighbours of an envelope
-}  // namespace
+constexpr double kSamePoint = 1e-6;       // critical points, of ln T and ln p
+constexpr double kBack[] = {0.02, 0.1};   // of ln T, of ln p: beyond two neighbours of an envelope
 
 /// Does the curve end at this point of an envelope? Where the incipient phase becomes mechanically
 /// unstable, and where two liquids leave the positive pressures.
-bool SaturationSolver::ends(EnvelopePoint const& q) {
-    a_.resize(fluid_.size());
+bool ends(FluidModel const& fluid, EnvelopePoint const& q) {
+    PhaseState s;
+    s.resize(fluid.size());
     for (int i = 0, k = 0; i < q.y.size(); ++i)
-        if (q.y[i] > 0.0 && k < fluid_.size()) a_.rho_i[k++] = q.y[i] * q.rho2;
-    if (!fluid_.evaluate(a_, q.T, phase_H)) return false;
-    return a_.S < 1e-3 * a_.rho || q.p < 1e-4 * R * q.T * std::min(q.rho, q.rho2);
+        if (q.y[i] > 0.0 && k < fluid.size()) s.rho_i[k++] = q.y[i] * q.rho2;
+    if (!fluid.evaluate(s, q.T, phase_H)) return false;
+    return s.S < 1e-3 * s.rho || q.p < 1e-4 * R * q.T * std::min(q.rho, q.rho2);
 }
+}  // namespace
 
-/// The envelope, with shorter steps if it is lost before its end. False without one.
-bool SaturationSolver::envelope(Envelope& e) {
+bool detail::trace_envelope(FluidModel const& fluid, Envelope& curve, bool& stuck) {
     EnvelopeOptions options;
     try {
         for (int k = 0; k < 2; ++k, options.step *= 0.5) {
-            e = phase_envelope(fluid_.model(), fluid_.expand(fluid_.z()), options);
-            fluid_.evaluations += e.evaluations;
-            if (e.end != EnvelopeEnd::full &&
-                (e.end != EnvelopeEnd::stuck || ends(e.points.back())))
+            curve = phase_envelope(fluid.model(), fluid.expand(fluid.z()), options);
+            fluid.evaluations += curve.evaluations;
+            if (curve.end != EnvelopeEnd::full &&
+                (curve.end != EnvelopeEnd::stuck || ends(fluid, curve.points.back())))
                 return true;
         }
     } catch (EquilibriumFailure const&) {
-        stuck_ = true;
+        stuck = true;
         return false;
     }
-    stuck_ = true;
+    stuck = true;
+    return true;
+}
+
+KeptEnvelope::KeptEnvelope(ModelN const& model, Vector<double> const& z) : model_(&model), z_(z) {
+    const FluidModel fluid(model, z);
+    if (fluid.size() < 2) return;
+    found_ = trace_envelope(fluid, curve_, stuck_);
+    if (!whole()) return;
+    CriticalPoint c;
+    try {
+        c = critical_point(model, z);
+    } catch (EquilibriumFailure const&) {
+        return;
+    }
+    if (std::none_of(curve_.critical.begin(), curve_.critical.end(), [&](EnvelopePoint const& q) {
+            return std::fabs(std::log(q.T / c.T)) + std::fabs(std::log(q.p / c.p)) < kSamePoint;
+        }))
+        return;
+    T_end_ = p_end_ = 0.0;
+    for (EnvelopePoint const& q : curve_.points)
+        T_end_ = std::max(T_end_, q.T), p_end_ = std::max(p_end_, q.p);
+    T_end_ *= std::exp(kBack[0]), p_end_ *= std::exp(kBack[1]);
+}
+
+bool KeptEnvelope::of(ModelN const& model, Vector<double> const& z) const {
+    if (&model != model_ || z.size() != z_.size()) return false;
+    for (int i = 0; i < z.size(); ++i)
+        if (z[i] != z_[i]) return false;
     return true;
 }
 
@@ -79,8 +108,13 @@ bool SaturationSolver::crossing(EnvelopePoint const& a, EnvelopePoint const& b, 
 }
 
 bool SaturationSolver::traced(bool upper, bool known, Found& best) {
-    Envelope e;
-    if (!envelope(e)) return false;
+    Envelope own;
+    if (kept_ ? !kept_->found() : !trace_envelope(fluid_, own, stuck_)) {
+        stuck_ = true;
+        return false;
+    }
+    if (kept_) stuck_ = stuck_ || !kept_->whole();
+    Envelope const& e = kept_ ? kept_->curve() : own;
     const double target = std::log(held_.value);
     auto fixed = [&](EnvelopePoint const& q) { return std::log(held_.at_T ? q.T : q.p) - target; };
     bool any = known;
