@@ -141,11 +141,10 @@ SaturationPoint SaturationSolver::search(SaturationOptions const& o,
         if (found && restore(best)) return result(o);
     }
     if (found || beside) complete_ = false;
-    bool none = complete_ && !open_ && !bracketed_ && !lost_;
-    if (none && any && may_split) {
+    bool none = complete_ && !bracketed_ && !lost_;
+    if (none && any && may_split)
         if (const auto last = beside_liquids_at(nodes_, o)) return *last;
-        none = !open_;
-    }
+    none = none && !open_ && !unsolved_;
     throw EquilibriumFailure(
         none ? EquilibriumFailure::Kind::no_solution : EquilibriumFailure::Kind::gave_up, state(),
         name(), pair_.iterations, none ? std::nan("") : pair_.residual,

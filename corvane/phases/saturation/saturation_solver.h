@@ -208,6 +208,7 @@ class SaturationSolver {
     bool complete_ = true;  // the search and the trace left nothing open
     bool unknown_ = false;  // states of the search without density, or without a complete test
     bool open_ = false;     // whether a vapour appears beside two liquids
+    bool unsolved_ = false;  // one seems to, in a bracket where Newton's method fails
     /// ln p (or ln T) of a bubble point of two phases that was bracketed, not solved.
     std::optional<double> bracketed_;
     bool stuck_ = false;    // the trace ended before its end

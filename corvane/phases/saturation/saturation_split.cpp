@@ -22,6 +22,7 @@ constexpr double kLeast = 1e-4;     // bracket that ends the search
 constexpr double kScarce = 1e-4;    // of a liquid's amount in the whole
 constexpr double kJump = 0.2;       // of ln rho of the lightest phase, least
 constexpr double kTrace = -640.0;   // of the logarithm of a vapour pressure, MPa
+constexpr double kCold = 0.1;       // over twice the highest critical temperature
 constexpr double kTurn = 0.1;       // and of its mole fractions
 constexpr std::size_t kMatched = 7;  // phases whose orders are all tried
 }  // namespace
@@ -397,6 +398,7 @@ bool SaturationSolver::Vanishing::follow() {
 void SaturationSolver::Vanishing::none() {
     if (n > 2 && turn()) return;  // of a binary at one p (or T) alone
     own.open_ = unsure;
+    own.unsolved_ = own.unsolved_ || unsure;
     over = true;
 }
 
@@ -429,8 +431,10 @@ bool SaturationSolver::Vanishing::turn() {
     return false;
 }
 
-/// Are there traces here that no double says, by Wilson's K-factors?
+/// Are there traces here that no double says, by Wilson's K-factors? Or is it so cold that equations have
+/// phases of their own (PC-SAFT: Yelash, Müller, Paul & Binder, Phys. Chem. Chem. Phys. 7 (2005) 3728)?
 bool SaturationSolver::Vanishing::out_of_reach() const {
+    if (t < kCold * hottest) return true;
     for (int k = 0; k < n; ++k)
         if (own.fluid_.wilson(k, t) < kTrace) return true;
     return false;
