@@ -73,23 +73,82 @@ double loop_density(Curve const& f, DensityRange const& at) {
                      : falling_density(f, at.loop, end);
 }
 
+/// A density closer to the one of pressure P, and the slope at the start: inverse interpolation
+/// (Ostrowski, Solution of Equations and Systems of Equations (1966), ch. 13) from the start, with
+/// the slope there, and pressures alone after it, which cost less. Seven evaluations at most; the
+/// best density of them where the next one would lie outside what brackets the root.
+/// @param wall  as in stable_root; moved to a start that is past the spinodal
+template <class Curve>
+double approach(Curve const& f, double P, double start, double anchor, double& wall,
+                ToCurvature& known) {
+    auto inside = [&](double x) { return (x - anchor) * (wall - x) > 0.0; };
+    IsothermPoint first{};
+    for (int k = 0; k < 3 && known.rho == 0.0; ++k) {
+        if (!inside(start)) return start;
+        first = f(start);
+        if (!std::isfinite(first.P)) return start;
+        if (first.dP > 0.0) {
+            known.passed(start, first.dP);
+        } else {
+            wall = start;
+            start += (anchor - start) / 3.0;
+        }
+    }
+    if (known.rho == 0.0) return start;
+    double low = std::min(anchor, wall), high = std::max(anchor, wall);
+    // x(y) = start + c0·(y − y0) + (y − y0)²·[c1 + c2·(y − y1) + c3·(y − y1)·(y − y2) + …]
+    constexpr int most = 4;
+    double c[most + 1] = {1.0 / first.dP}, y[most + 1] = {first.P};
+    double rho = start, best = start, least = std::abs(P - first.P);
+    double weight = P - first.P, change = weight * c[0];
+    for (int k = 1; k <= most; ++k) {
+        (y[k - 1] < P ? low : high) = rho;
+        const double next = rho + change;
+        if (!(next > low && next < high)) break;
+        if (std::abs(change) <= 1e-7 * next) return next;
+        rho = next;
+        y[k] = f.pressure(rho);
+        if (!std::isfinite(y[k])) break;
+        if (std::abs(P - y[k]) < least) {
+            best = rho;
+            least = std::abs(P - y[k]);
+        }
+        const double d = y[k] - y[0];  // the interpolant of before at y[k], and what it misses
+        double sum = 0.0, product = d * d;
+        for (int j = 1; j < k; ++j) {
+            sum += c[j] * product;
+            product *= y[k] - y[j];
+        }
+        c[k] = (rho - start - c[0] * d - sum) / product;
+        weight *= P - y[k - 1];
+        change = c[k] * weight;
+    }
+    return best;
+}
+
 /// Model1::vcalc: the stable roots at P = p/(R·T) [mol/cm³], in the order that `phase` asks for.
-/// @param f  the isotherm: IsothermPoint(double rho), slope(rho) where the range is `single`, and
-///           gibbs(rho) = Ar + Z − 1 + ln rho
+/// @param f  the isotherm: IsothermPoint(double rho), pressure(rho), which is its P alone,
+///           slope(rho) where the range is `single`, and gibbs(rho) = Ar + Z − 1 + ln rho
 template <class Curve>
 int all_densities(Curve const& f, DensityRange const& at, double P, int phase, double& rho1,
                   double& rho2) {
     if (!(at.top > 0.0) || !std::isfinite(at.top) || !is_pressure(P)) return 0;
     const double loop = loop_density(f, at);
     double top = at.top, dilute = 0.0, dense = 0.0;
+    auto root = [&](RootSide branch, double start, double anchor, double wall, bool crossed) {
+        ToCurvature known;
+        if constexpr (!Curve::closed)
+            if (!crossed) start = approach(f, P, start, anchor, wall, known);
+        return stable_root(f, P, branch, start, anchor, wall, crossed, known);
+    };
     auto find_dense = [&] {
         if (loop > 0.0) {
             const double third = loop + (top - loop) / 3.0;
             const double start = at.liquid > loop && at.liquid < top ? at.liquid : third;
-            return stable_root(f, P, RootSide::dense, start, top, loop, false);
+            return root(RootSide::dense, start, top, loop, false);
         }
         if (!(P > 0.0)) return 0.0;
-        return stable_root(f, P, RootSide::dilute, P / (1.0 + P / top), 0.0, top, true);
+        return root(RootSide::dilute, P / (1.0 + P / top), 0.0, top, true);
     };
     dense = find_dense();
     if (at.clear > 0.0 && !(dense > 0.0 && dense < at.clear)) {
@@ -100,7 +159,7 @@ int all_densities(Curve const& f, DensityRange const& at, double P, int phase, d
             dense = find_dense();
         }
     }
-    if (loop > 0.0 && P > 0.0) dilute = stable_root(f, P, RootSide::dilute, P, 0.0, loop, false);
+    if (loop > 0.0 && P > 0.0) dilute = root(RootSide::dilute, P, 0.0, loop, false);
     // At the critical temperature rounding makes a loop that holds the root itself.
     if (dilute == 0.0 && dense == 0.0 && P > 0.0) dense = rising_crossing(f, P, top);
     return order_roots(

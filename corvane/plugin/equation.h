@@ -21,20 +21,29 @@
 //
 // Fast equations split the work, so that nothing is computed twice. In place of alphar and range:
 //
-//     auto component(T temperature, double const* par) const;   // of a component, T: double, Jet
+//     auto component(T temperature, double const* par) const;   // of a component
 //     auto pair(T temperature, C const& i, C const& j, double const* par) const;  // optional
 //     auto mix(At const& at, Fractions<X> const& x) const;       // at[i], at(i, j): those two
 //     S alphar(F const& fluid, S density) const;                 // fluid: what mix returned
 //     DensityRange range(F const& fluid) const;
 //     IsothermPoint isotherm(F const& fluid, double density) const;   // optional: rho·Z and its
 //                                                // slope in closed form, for faster densities
+//     StableRoots roots(F const& fluid, double P) const;              // optional: the densities at
+//                                                // P = p/(R·T) in closed form (cubic.h)
 //     int densities(F const& fluid, double P, int phase, double& rho1, double& rho2) const;
-//                                                // optional: Model1::vcalc at P = p/(R·T)
+//                                                // optional: Model1::vcalc at P
 //
 // component and pair return plain structures of numbers. pair is called with i >= j, and with
-// zeroes for i = j. X is double or Gradient, Curvature; S is X, T, or a Jet where the fluid is a
-// plain one. Functions come from corvane/plugin/elementary.h: `using std::log1p;` before log1p(y).
-// What depends on the composition is written with x.sum and x.sum2.
+// zeroes for i = j. T is double, or a series in the temperature alone; X is double or Gradient,
+// Curvature; S is X, a series in the density, or one in both variables, which a T is converted to:
+// what combines numbers of the fluid with the density is an S. Functions come from
+// corvane/plugin/elementary.h: `using std::log1p;` before log1p(y). What depends on the composition
+// is written with x.sum and x.sum2.
+//
+// `static constexpr bool separates = true;` for equations in which something depends on density and
+// composition alone, as y = b·rho in a cubic one: `S` is a series in the density alone then, which
+// costs half of one in both, and alphar is declared `auto`, since it returns what S and the
+// temperature make together.
 //
 // For mixtures of many: `static constexpr int sums = 3;` says how many calls of x.sum, x.sum2 and
 // x[i] mix and alphar make, together; they are then the variables of all derivatives in the

@@ -365,7 +365,16 @@ class MixtureEquation final : public PairTableMixture,
                                double* mu, double* mu_T, double* mu_rho, double* P, double* P_T) {
         const Amounts n(n_i, at.n);
         const int N = at.n;
-        const double alpha = mu_rho ? curvature(at, n, mu, mu_rho) : gradient(at, n, mu);
+        SmallArray<Slope> by(slopes ? N : 0);  // values and slopes in T, in one pass
+        Slope slope;
+        if (slopes) slope = gradient(*slopes, n, &by[0]);
+        double alpha = slope(0);
+        if (mu_rho)
+            alpha = curvature(at, n, mu, mu_rho);
+        else if (!slopes)
+            alpha = gradient(at, n, mu);
+        else
+            for (int i = 0; i < N; ++i) mu[i] = by[i](0);
         if (mu_rho)
             for (int i = 0; i < N; ++i)
                 for (int j = 0; j <= i; ++j)
@@ -378,8 +387,6 @@ class MixtureEquation final : public PairTableMixture,
         }
         if (P) *P = n.total * (1.0 + sum);  // n + Σ n_i·mu_i − F
         if (!slopes) return;
-        SmallArray<Slope> by(N);
-        const Slope slope = gradient(*slopes, n, &by[0]);
         sum = 0.0;
         for (int i = 0; i < N; ++i) {
             sum += n.x[i] * by[i](1);

@@ -26,7 +26,35 @@ struct Branches {
     bool loop;      ///< false: the isotherm rises from 0 to top; dilute and dense are not used
 };
 
+/// The densities of the fluid at a pressure; 0 where there is none.
+struct StableRoots {
+    double dilute, dense;
+};
+
 enum class RootSide { dilute, dense };
+
+/// When stable_root takes a step for the last: after one of 2 ulp.
+struct ToRounding {
+    bool last(double, double, double) const { return false; }
+    void passed(double, double) {}
+};
+/// Also after a step whose successor would be rounding, by the curvature between the slopes at this
+/// density and at the one before; `rho` and `dP` may be set to a density and its slope beforehand.
+struct ToCurvature {
+    double rho = 0.0, dP = 0.0;
+
+    bool last(double x, double slope, double step) const {
+        if (!(rho > 0.0) || rho == x) return false;
+        const double curvature = (slope - dP) / (x - rho);  // four times the next step, for safety
+        return 2.0 * std::abs(step * step * curvature) <=
+                   2 * std::numeric_limits<double>::epsilon() * x * slope &&
+               std::abs(step) <= 1e-6 * x;
+    }
+    void passed(double x, double slope) {
+        rho = x;
+        dP = slope;
+    }
+};
 
 /// Two roots closer than this, relative to the dense one, count as one: at the critical point p −
 /// pc goes as the cube of the density difference, so rounding (a few eps) splits the threefold root
@@ -53,9 +81,10 @@ inline bool is_pressure(double P) {
 /// @param crossed  true if a root between anchor and wall is certain; false if the wall lies at or
 ///                 past the spinodal
 /// @param start    first trial; the middle of the interval if it lies outside
-template <class F>
+/// @param stop     when it ends: ToRounding or ToCurvature
+template <class F, class Stop = ToRounding>
 double stable_root(F const& isotherm, double P, RootSide branch, double start, double anchor,
-                   double wall, bool crossed) {
+                   double wall, bool crossed, Stop stop = {}) {
     const double side = branch == RootSide::dilute ? 1.0 : -1.0;
     constexpr double two_ulp = 2 * std::numeric_limits<double>::epsilon();
     auto inside = [&](double x) { return (x - anchor) * side > 0 && (wall - x) * side > 0; };
@@ -88,7 +117,9 @@ double stable_root(F const& isotherm, double P, RootSide branch, double start, d
         } else if (std::abs(step) <= 1e-8 * x) {
             return root(best);  // rounding decides from here on
         }
+        if (stop.last(x, at.dP, step) && inside(x + step)) return x + step;
         if (std::abs(step) <= two_ulp * x) return root(x + step);
+        stop.passed(x, at.dP);
         if (missing * side > 0.0) {
             anchor = x;
             anchor_slope = at.dP;

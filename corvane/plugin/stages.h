@@ -116,9 +116,13 @@ auto mixed(AtTemperature<Eq, T> const& at, Fractions<X> const& x) {
         return Eq{}.mix(at, x);
     }
 }
+/// alphar returns what it returns: a series in the density alone where only that occurs.
+template <class Eq>
+inline constexpr bool separates = requires { requires Eq::separates; };
+
 /// A^r/(RT) of that fluid.
 template <class Eq, class F, class S>
-S residual(F const& fluid, S const& density) {
+auto residual(F const& fluid, S const& density) {
     if constexpr (in_one_function<Eq>)
         return Eq{}.alphar(S(fluid.temperature), density, fluid.x.template as<S>(fluid.raw));
     else
@@ -139,28 +143,22 @@ inline constexpr bool closed_isotherm = requires(Eq const& e, F const& f) {
     e.isotherm(f, 0.0);
 };
 
-/// Z: not-a-number wherever Ar is no number, past a pole.
-template <class Eq, class F>
-double compressibility(F const& fluid, double rho) {
-    if constexpr (closed_isotherm<Eq, F>) {
-        const bool before_poles = rho > 0.0 && rho <= density_range<Eq>(fluid).top;
-        if (before_poles || (rho != 0.0 && std::isfinite(residual<Eq>(fluid, rho))))
-            return Eq{}.isotherm(fluid, rho).P / rho;
-    }
-    const auto a = residual<Eq>(fluid, Jet<1>::along_h(rho));
-    return std::isfinite(a(0)) ? 1.0 + a(1) : std::numeric_limits<double>::quiet_NaN();
-}
-
 /// The isotherm P = rho·Z and its slope, from the first two derivatives of A^r.
 template <class Eq, class F>
 struct Curve {
+    static constexpr bool closed = closed_isotherm<Eq, F>;
     F const& fluid;
 
-    IsothermPoint operator()(double rho) const {
-        if constexpr (closed_isotherm<Eq, F>) return Eq{}.isotherm(fluid, rho);
+    /// Flat, so that logarithms whose slopes alone are needed are left out.
+    [[gnu::flatten]] IsothermPoint operator()(double rho) const {
+        if constexpr (closed) return Eq{}.isotherm(fluid, rho);
         const auto a = residual<Eq>(fluid, Jet<2>::along_h(rho));
         return {rho * (1.0 + a(1)), 1.0 + 2.0 * (a(1) + a(2))};
     }
+    [[gnu::flatten]] double Z(double rho) const {
+        return 1.0 + residual<Eq>(fluid, Jet<1>::along_h(rho))(1);
+    }
+    double pressure(double rho) const { return rho * Z(rho); }
     /// Slope of P, and rho and rho² times its first two derivatives.
     SlopePoint slope(double rho) const {
         const auto a = residual<Eq>(fluid, Jet<4>::along_h(rho));
@@ -175,13 +173,34 @@ struct Curve {
     }
 };
 
-/// Densities by the contract of Model1::vcalc at P = p/(R·T): the equation's own closed form, or the
-/// search.
+/// Z: not-a-number wherever Ar is no number, past a pole.
+template <class Eq, class F>
+double compressibility(F const& fluid, double rho) {
+    if constexpr (closed_isotherm<Eq, F>) {
+        const bool before_poles = rho > 0.0 && rho <= density_range<Eq>(fluid).top;
+        if (before_poles || (rho != 0.0 && std::isfinite(residual<Eq>(fluid, rho))))
+            return Eq{}.isotherm(fluid, rho).P / rho;
+    } else if (rho > 0.0 && rho <= density_range<Eq>(fluid).top) {
+        return Curve<Eq, F>{fluid}.Z(rho);
+    }
+    const auto a = residual<Eq>(fluid, Jet<1>::along_h(rho));
+    return std::isfinite(a(0)) ? 1.0 + a(1) : std::numeric_limits<double>::quiet_NaN();
+}
+
+/// Densities by the contract of Model1::vcalc at P = p/(R·T): the equation's own, its roots in
+/// closed form, or the search.
 template <class Eq, class F>
 int fluid_densities(F const& fluid, double P, int phase, double& rho1, double& rho2) {
     if constexpr (requires(Eq const& e) { e.densities(fluid, P, phase, rho1, rho2); })
         return Eq{}.densities(fluid, P, phase, rho1, rho2);
-    else
+    else if constexpr (requires(Eq const& e) { e.roots(fluid, P); }) {
+        if (!is_pressure(P)) return 0;
+        const Curve<Eq, F> f{fluid};
+        const StableRoots root = Eq{}.roots(fluid, P);
+        return order_roots(
+            root.dilute, root.dense, phase, [&](double start) { return f(start).P > P; },
+            [&](double rho) { return f.gibbs(rho); }, rho1, rho2);
+    } else
         return all_densities(Curve<Eq, F>{fluid}, density_range<Eq>(fluid), P, phase, rho1, rho2);
 }
 
@@ -190,22 +209,26 @@ int fluid_densities(F const& fluid, double P, int phase, double& rho1, double& r
 template <class Eq, class AtT>
 int residual_derivatives(AtT const& at, double rho, double T, int nrho, int nT, double* d) {
     if (nrho < 0 || nT < 0) return 0;
+    constexpr double factorial[] = {1, 1, 2, 6};
+    const bool possible = T > 0.0 && std::isfinite(T);
     auto write = [&](auto const& a, int order) {
-        constexpr double factorial[] = {1, 1, 2, 6};
-        const bool possible = T > 0.0 && std::isfinite(T);
         for (int i = 0; i <= nrho; ++i)
             for (int j = 0; j <= nT && i + j <= order; ++j)
                 d[i * (nT + 1) + j] = possible ? factorial[i] * factorial[j] * a(i, j)
                                                : std::numeric_limits<double>::quiet_NaN();
     };
+    auto both = [&]<int N>(std::integral_constant<int, N>) {
+        using Density = std::conditional_t<separates<Eq>, Jet<N>, Jet<N, N>>;
+        at(Jet<N, N, 0>::along_k(T), [&](auto const& fluid) {
+            write(Jet<N, N>(residual<Eq>(fluid, Density::along_h(rho))), N);
+        });
+    };
     if (nT == 0 && nrho <= 3)
         at(T, [&](auto const& fluid) { write(residual<Eq>(fluid, Jet<3>::along_h(rho)), 3); });
     else if (nrho <= 1 && nT <= 1 && nrho + nT < 2)
-        at(Jet<1, 1>::along_k(T),
-           [&](auto const& fluid) { write(residual<Eq>(fluid, Jet<1, 1>::along_h(rho)), 1); });
+        both(std::integral_constant<int, 1>());
     else if (nrho <= 2 && nT <= 2)
-        at(Jet<2, 2>::along_k(T),
-           [&](auto const& fluid) { write(residual<Eq>(fluid, Jet<2, 2>::along_h(rho)), 2); });
+        both(std::integral_constant<int, 2>());
     else
         return 0;
     return 1;

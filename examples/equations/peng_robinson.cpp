@@ -4,6 +4,7 @@
 //     A^r/(RT) = −ln(1 − y) − q/(2√2)·ln[(1 + (1+√2)y)/(1 + (1−√2)y)] − ln(1 + c·rho)
 //
 // with y = b·r, r = rho/(1 + c·rho) and q = a/(b·R·T).
+#include <corvane/plugin/cubic.h>
 #include <corvane/plugin/equation.h>
 
 #include <cmath>
@@ -23,6 +24,7 @@ struct PengRobinson {
     static constexpr corvane::Parameter pair_parameters[] = {{.label = "kij"},
                                                              {.label = "lij", .optional = true}};
     static constexpr int sums = 3;
+    static constexpr bool separates = true;
     enum { M, Ts, vs, omega, c };
 
     template <class T>
@@ -64,29 +66,38 @@ struct PengRobinson {
         return Fluid<decltype(a / b), std::remove_const_t<decltype(b)>>{b, shift, a / b};
     }
     template <class F, class S>
-    S alphar(F const& fluid, S const& density) const {
+    auto alphar(F const& fluid, S const& density) const {
         using std::log1p;
         constexpr double d1 = 1.0 + std::numbers::sqrt2, d2 = 1.0 - std::numbers::sqrt2;
         const S shift = fluid.c * density, y = fluid.b * density / (1.0 + shift);
         return -log1p(-y) - fluid.q * log1p((d1 - d2) * y / (1.0 + d2 * y)) / (d1 - d2) -
                log1p(shift);
     }
-    /// rho·Z and its slope: what A^r says, in closed form.
+    /// rho·Z and its slope, and the densities: what A^r says, in closed form.
     template <class F>
     corvane::IsothermPoint isotherm(F const& fluid, double density) const {
-        const double t = 1.0 / (1.0 + fluid.c * density), r = density * t, y = fluid.b * r;
-        const double free = 1.0 / (1.0 - y), D = 1.0 + y * (2.0 - y), qy = fluid.q * y / D;
-        return {r * (free - qy), (free * free - qy * (2.0 + 2.0 * y) / D) * t * t};
+        const double t = 1.0 / (1.0 + fluid.c * density);
+        const auto at = corvane::cubic_isotherm<corvane::PengRobinson>(fluid.b * density * t, fluid.q);
+        return {at.P / fluid.b, at.dP * t * t};
+    }
+    template <class F>
+    corvane::StableRoots roots(F const& fluid, double P) const {
+        const auto y = corvane::cubic_roots<corvane::PengRobinson>(P * fluid.b, fluid.q);
+        return {untranslated(fluid, y.dilute), untranslated(fluid, y.dense)};
     }
     template <class F>
     corvane::DensityRange range(F const& fluid) const {
-        constexpr double y_c = 0.25307658654159946, y_top = 1.0 - 1e-9;
-        // The root at zero pressure of (q − 1)·y² + (2 − q)·y + 1 = 0.
-        const double half = 0.5 * fluid.q - 1.0, D = half * half - fluid.q + 1.0;
-        const double liquid = D > 0.0 ? (half + std::sqrt(D)) / (fluid.q - 1.0) : 0.0;
-        auto density = [&](double y) { return y / (fluid.b - fluid.c * y); };
-        return {
-            .top = density(y_top), .loop = density(y_c), .liquid = density(liquid), .single = true};
+        return {.top = untranslated(fluid, corvane::kCubicTop),
+                .loop = untranslated(fluid, corvane::PengRobinson::y_c),
+                .single = true};
+    }
+
+  private:
+    /// The density of y = b·r; 0 where the translation leaves no volume.
+    template <class F>
+    static double untranslated(F const& fluid, double y) {
+        const double rest = fluid.b - fluid.c * y;
+        return rest > 0.0 ? y / rest : 0.0;
     }
 };
 }  // namespace

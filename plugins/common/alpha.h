@@ -1,7 +1,7 @@
 // Temperature functions of the cubic equations: q = a(T)/(b·R·T) = q_c·alpha(Tr)/Tr.
 #pragma once
 
-#include <plugins/common/cubic.h>
+#include <corvane/plugin/cubic.h>
 
 #include <cmath>
 #include <limits>

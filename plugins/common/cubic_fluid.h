@@ -3,7 +3,7 @@
 #pragma once
 
 #include <plugins/common/alpha.h>
-#include <plugins/common/cubic.h>
+#include <corvane/plugin/cubic.h>
 
 #include <array>
 #include <cmath>
@@ -51,7 +51,7 @@ struct CubicFluid {
     int density(double p, double T, int phase, double& rho1, double& rho2) const {
         const double P = p * b / (R * T);
         if (!(T > 0.0) || !std::isfinite(T) || !is_pressure(P)) return 0;
-        const ReducedRoots root = cubic_roots<Form>(P, a.q);
+        const StableRoots root = cubic_roots<Form>(P, a.q);
         return order_roots(
             translated(root.dilute), translated(root.dense), phase,
             [&](double start) { return cubic_isotherm<Form>(reduced(start), a.q).P > P; },

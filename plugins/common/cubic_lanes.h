@@ -3,7 +3,7 @@
 
 #include <corvane/core/lanes.h>
 #include <plugins/common/alpha.h>
-#include <plugins/common/cubic.h>
+#include <corvane/plugin/cubic.h>
 
 #include <cmath>
 

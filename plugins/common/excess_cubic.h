@@ -50,6 +50,7 @@ template <class Form, class Theory>
 struct ExcessCubic {
     static constexpr char const* name = Form::name;
     static constexpr auto& parameters = cubic_table;
+    static constexpr bool separates = true;
 
     /// The value of I at infinite pressure, y = 1: what a/(b·R·T) leaves there of the excess Gibbs
     /// energy.
@@ -74,7 +75,7 @@ struct ExcessCubic {
         return Fluid<std::remove_const_t<decltype(b)>, std::remove_const_t<decltype(q)>>{b, c, q};
     }
     template <class F, class S>
-    S alphar(F const& f, S const& density) const {
+    auto alphar(F const& f, S const& density) const {
         using std::log1p;
         const S y = f.b * density / (1.0 + f.c * density);
         const S integral =

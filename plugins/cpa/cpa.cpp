@@ -31,6 +31,7 @@ struct Cpa {
         {.label = "betaAB", .low = 0.0, .optional = true}};
     enum { M, Ts, vs, a0, c1, betaAB, epsAB, donors, acceptors, original };
     static constexpr int sums = 6;  // b, a, four associating components
+    static constexpr bool separates = true;
 
     template <class T>
     struct Component {
@@ -87,7 +88,7 @@ struct Cpa {
             at, x, b, a / b, spheres};
     }
     template <class F, class S>
-    S alphar(F const& f, S const& density) const {
+    auto alphar(F const& f, S const& density) const {
         using std::log1p;
         const S y = f.b * density;
         return -log1p(-y) - f.q * log1p(y) + association(f, density, y);
@@ -106,10 +107,11 @@ struct Cpa {
         return (1.0 - 0.125 * y) / (free * free * free);
     }
     template <class F, class S>
-    static S association(F const& f, S const& density, S const& y) {
+    static auto association(F const& f, S const& density, S const& y) {
         const S g = density * contact(f.spheres, y);
-        return corvane::pcsaft::association_energy<S>(
-            f.at, f.x, [&](int i, int j) { return S(g * f.at(i, j).bond); });
+        using Both = decltype(g * f.at(0, 0).bond);
+        return corvane::pcsaft::association_energy<Both>(
+            f.at, f.x, [&](int i, int j) { return Both(g * f.at(i, j).bond); });
     }
 };
 }  // namespace

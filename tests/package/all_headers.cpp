@@ -6,6 +6,7 @@
 #include <corvane/check/check.h>
 #include <corvane/mixture/isotherm.h>
 #include <corvane/mixture/pair_parameters.h>
+#include <corvane/plugin/cubic.h>
 #include <corvane/plugin/equation.h>
 #include <corvane/plugin/plugin.h>
 #include <corvane/plugin/roots.h>

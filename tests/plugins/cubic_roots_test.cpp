@@ -3,7 +3,7 @@
 #include "model_text.h"
 
 #include <plugins/common/alpha.h>
-#include <plugins/common/cubic.h>
+#include <corvane/plugin/cubic.h>
 
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@ void expect_exact(double P, double q) {
     SCOPED_TRACE(testing::Message() << Form::name << " P = " << P << " q = " << q);
     const auto exact = reference::reduced_roots(Form::u, Form::w, P, q);
     ASSERT_TRUE(exact.size() == 1 || exact.size() == 3);
-    const ReducedRoots root = cubic_roots<Form>(P, q);
+    const StableRoots root = cubic_roots<Form>(P, q);
     const bool loop = q > q_c<Form>, three = exact.size() == 3;
     const bool dilute = three || (loop && exact[0] < Form::y_c);
     EXPECT_EQ(root.dilute > 0.0, dilute);

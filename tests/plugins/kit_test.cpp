@@ -1,6 +1,7 @@
 // The kit for authors: roots of isotherms that are no cubics, and labelled sections.
 #include "model_text.h"
 
+#include <corvane/plugin/density.h>
 #include <corvane/plugin/section.h>
 #include <corvane/plugin/tables.h>
 #include <tests/support/errors.h>
@@ -44,6 +45,51 @@ TEST(PluginKit, FirstAndLastBranchCountInnerLoopsDoNot) {
         EXPECT_LT(other, 0.1);
         EXPECT_LE(calls, 45);  // of 200; about 10 away from the spinodals
     }
+}
+
+// The van der Waals isotherm in reduced form, b = 1, with what the kit's search asks for.
+struct VanDerWaals {
+    static constexpr bool closed = false;
+    double a;
+    mutable int slopes = 0, pressures = 0;
+
+    static double P(double x, double a) { return x / (1.0 - x) - a * x * x; }
+    IsothermPoint operator()(double x) const {
+        ++slopes;
+        return {P(x, a), 1.0 / ((1.0 - x) * (1.0 - x)) - 2.0 * a * x};
+    }
+    double pressure(double x) const { return ++pressures, P(x, a); }
+    SlopePoint slope(double x) const {
+        const double f = 1.0 / (1.0 - x);
+        return {f * f - 2.0 * a * x, x * (2.0 * f * f * f - 2.0 * a), 6.0 * x * x * f * f * f * f};
+    }
+    double gibbs(double) const { return 0.0; }
+};
+
+TEST(PluginKit, SearchNeedsFewEvaluationsAndEndsWhereNewtonsMethodDoes) {
+    int two = 0;
+    for (double Tr : {0.4, 0.6, 0.8, 0.95, 0.999, 1.001, 1.3})
+        for (double P : {-0.3, 1e-280, 1e-7, 1e-3, 0.03, 0.1, 0.12, 0.3, 5.0, 1e3})
+            for (double liquid : {0.0, 0.4, 0.7}) {
+                SCOPED_TRACE(testing::Message() << "Tr " << Tr << ", P " << P << ", liquid " << liquid);
+                const VanDerWaals f{27.0 / 8.0 / Tr};
+                const double top = 1.0 - 1e-9, third = 1.0 / 3.0;
+                double a[2] = {7, 7}, b[2] = {7, 7};
+                const int n = all_densities(
+                    f, {.top = top, .loop = third, .liquid = liquid, .single = true}, P, 1, a[0], a[1]);
+                const int spent = f.slopes + f.pressures;
+                ASSERT_EQ(n, density_roots(f, P, {third, third, top, Tr < 1.0}, 1,
+                                           [](double) { return 0.0; }, b[0], b[1]));
+                two += n == 3;
+                for (int i = 0; i < 2; ++i) {
+                    if (b[i] == 7) continue;
+                    // A root is worth the rounding of x/(1 − x) and a·x² over the slope there.
+                    const double x = b[i], size = x / (1.0 - x) * (1.0 + x / (1.0 - x)) + f.a * x * x;
+                    EXPECT_NEAR(a[i], x, 4e-16 * (x + size / f(x).dP));
+                }
+                EXPECT_LE(spent, 30);
+            }
+    EXPECT_GT(two, 20);
 }
 
 TEST(PluginKit, HopelessIsothermsEndWithoutARoot) {

@@ -24,8 +24,16 @@ struct KitEquation {
 inline std::vector<KitEquation> const& kit_equations() {
     static const std::vector<KitEquation> all{
         {"PR", "PR76", "vdW1", {0, 1, 2, 3, 8}},
+        {"SRK", "SRKkit", "vdW1", {0, 1, 2, 3}},
         {"PCSAFT", "PCSAFTkit", "LB", {0, 1, 2, 3, 4, 5, 6, 7}}};
     return all;
+}
+
+/// Whether the equation on the kit has what a set asks of the one by hand: cubic ones leave out
+/// other alpha functions, SRK the translation.
+inline bool on_kit(KitEquation const& e, Model1 const& by_hand) {
+    if (e.by_hand == std::string("PCSAFT")) return true;
+    return by_hand.param(4) == 0.0 && (e.parameter.size() > 4 || by_hand.param(8) == 0.0);
 }
 
 /// Changes to a folder in which the data home and the libraries of `plugins` are found.

@@ -51,6 +51,25 @@ void substitute(Count n, double const* lu, S* b) {
     }
 }
 
+/// The sites of molecules that are alone in associating, with D = rho·Δ: members as those of Sites.
+template <class S>
+struct OneKind {
+    OneKind(double nd, double na, S const& D)
+        : free_a(free_sites(nd, na, D).acceptors), to_a(na * (D * free_a)) {
+        const bool alike = nd == na;  // then to the last bit, for Sites::respond
+        free_d = alike ? free_a : 1.0 / (1.0 + to_a);
+        to_d = alike ? to_a : nd * D * free_d;
+    }
+    S free_a, to_a, free_d, to_d;
+};
+/// What molecules of one kind add to the residual Helmholtz energy. With ln X = −ln(1 + to) it is
+/// relatively accurate for few bonds and for many.
+template <class S>
+S site_energy(double nd, double na, S const& free_d, S const& to_a, S const& to_d) {
+    using std::log1p;
+    return nd * (free_d * to_a - log1p(to_a)) - na * log1p(to_d);
+}
+
 /// The sites of n associating molecules at one state. The caller fills the public arrays up to
 /// `strength`, then calls solve().
 template <class S>
@@ -82,12 +101,11 @@ class Sites {
     /// At most 100 steps, about five as a rule; the last iterate counts. What is not finite gives fractions that are not.
     void solve() {
         if (n == 1) {
-            const FreeSites<S> x = free_sites(nd[0], na[0], S(rho[0] * strength[0]));
-            free_a[0] = x.acceptors;
-            to_a[0] = na[0] * (rho[0] * strength[0] * free_a[0]);
-            const bool alike = nd[0] == na[0];  // then to the last bit, for respond()
-            free_d[0] = alike ? free_a[0] : 1.0 / (1.0 + to_a[0]);
-            to_d[0] = alike ? to_a[0] : nd[0] * (rho[0] * strength[0]) * free_d[0];
+            const OneKind<S> one(nd[0], na[0], S(rho[0] * strength[0]));
+            free_a[0] = one.free_a;
+            to_a[0] = one.to_a;
+            free_d[0] = one.free_d;
+            to_d[0] = one.to_d;
             return;
         }
         if (n == 2)
@@ -96,13 +114,11 @@ class Sites {
             iterate(n);
     }
 
-    /// Residual Helmholtz energy over R·T [mol/cm³], Σ over sites of ln X − X/2 + 1/2. With
-    /// ln X = −ln(1 + to) it is relatively accurate for few bonds and for many.
+    /// Residual Helmholtz energy over R·T [mol/cm³], Σ over sites of ln X − X/2 + 1/2.
     S energy() const {
-        using std::log1p;
         S a = 0.0;
         for (int k = 0; k < n; ++k)
-            a += rho[k] * (nd[k] * (free_d[k] * to_a[k] - log1p(to_a[k])) - na[k] * log1p(to_d[k]));
+            a += rho[k] * site_energy(nd[k], na[k], free_d[k], to_a[k], to_d[k]);
         return a;
     }
     /// Density of the bonds between donors of k and acceptors of l over rho_k and rho_l.
@@ -239,6 +255,13 @@ S association_energy(At const& at, X const& x, Strength const& strength) {
     for (int i = 0; i < at.size(); ++i)
         if (at[i].donors + at[i].acceptors > 0.0) of[n++] = i;
     if (n == 0) return S(0.0);
+    if (n == 1) {
+        const int i = of[0];
+        const auto amount = x[i];
+        const double nd = at[i].donors, na = at[i].acceptors;
+        const OneKind<S> one(nd, na, S(amount * strength(i, i)));
+        return amount * site_energy(nd, na, one.free_d, one.to_a, one.to_d);
+    }
     Sites<S> sites(n);
     for (int k = 0; k < n; ++k) {
         sites.nd[k] = at[of[k]].donors;

@@ -33,12 +33,20 @@ struct PcSaft {
     struct Component {
         double Ts, m, sigma, kappa, epsilon, donors, acceptors;
         T d;  // diameter of the segments, in units that make π/6·NA one
-        bool associates() const { return kappa != 0.0 && (donors != 0.0 || acceptors != 0.0); }
+        bool associates() const { return donors != 0.0 || acceptors != 0.0; }
     };
     template <class T>
     Component<T> component(T const& temperature, double const* p) const {
         const double sigma = std::cbrt(p[2]);
-        return {p[1], p[3], sigma, p[4], p[5], p[6], p[7], sigma * diameter(T(p[1] / temperature))};
+        const bool bonds = p[4] != 0.0;
+        return {p[1],
+                p[3],
+                sigma,
+                p[4],
+                p[5],
+                bonds ? p[6] : 0.0,
+                bonds ? p[7] : 0.0,
+                sigma * diameter(T(p[1] / temperature))};
     }
     template <class T>
     struct Pair {
@@ -149,26 +157,11 @@ struct PcSaft {
     }
     template <class F, class S>
     static S association(F const& f, S const& density, S const& eta) {
-        corvane::SmallArray<int, 8> of(f.at.size());
-        int n = 0;
-        for (int i = 0; i < f.at.size(); ++i)
-            if (f.at[i].associates()) of[n++] = i;
-        if (n == 0) return S(0.0);
-        Sites<S> sites(n);
-        for (int k = 0; k < n; ++k) {
-            auto const& a = f.at[of[k]];
-            sites.nd[k] = a.donors;
-            sites.na[k] = a.acceptors;
-            sites.rho[k] = f.x[of[k]];
-            for (int l = 0; l <= k; ++l) {
-                auto const& b = f.at[of[l]];
-                const ContactLine contact(2.0 * a.d * b.d / (a.d + b.d) * f.ratio);
-                sites.strength[k * n + l] = sites.strength[l * n + k] =
-                    density * f.at(of[k], of[l]).bond * contact.template g<S>(eta);
-            }
-        }
-        sites.solve();
-        return sites.energy();
+        return association_energy<S>(f.at, f.x, [&](int i, int j) {
+            auto const &a = f.at[i], &b = f.at[j];
+            const ContactLine contact(2.0 * a.d * b.d / (a.d + b.d) * f.ratio);
+            return S(density * f.at(i, j).bond * contact.template g<S>(eta));
+        });
     }
 };
 }  // namespace

@@ -5,7 +5,8 @@
 //     Z  = 1/(1 − y) − q·y/D
 //     Ar = −ln(1 − y) − q·I,   I = ln[(1 + d1·y)/(1 + d2·y)]/(d1 − d2)
 //
-// The critical point has y = y_c, a/(b·R·Tc) = q_c = Omega_a/Omega_b and Zc = Omega_b/y_c.
+// The critical point has y = y_c, a/(b·R·Tc) = q_c = Omega_a/Omega_b and Zc = Omega_b/y_c. `Form`
+// below is one of the structures here, or an author's own with the same members.
 #pragma once
 
 #include <corvane/plugin/roots.h>
@@ -78,11 +79,6 @@ CubicTerms cubic_terms(double y) noexcept {
              2.0 * k * kD1 * kD1 - 2.0 * Form::w * y * k * k}};
 }
 
-/// Stable roots of the reduced isotherm; 0 where there is none.
-struct ReducedRoots {
-    double dilute, dense;
-};
-
 namespace cubic_detail {
 
 /// First trial for the dense root: the root at zero pressure of (q + w)·y² + (u − q)·y + 1 = 0,
@@ -100,7 +96,7 @@ double dense_trial(double P, double q) noexcept {
 /// Z = P/y (Viète; Cardano), whose largest root is the dilute one. Good to about 1e-16/P. Equal
 /// values where there is one root.
 template <class Form>
-ReducedRoots closed_form(double P, double q) noexcept {
+StableRoots closed_form(double P, double q) noexcept {
     const double c2 = P * (Form::u - 1.0) - 1.0;
     const double c1 = -P * (Form::u - q - P * (Form::w - Form::u));
     const double c0 = -P * P * (Form::w + q + P * Form::w);
@@ -130,7 +126,7 @@ inline constexpr double kCubicTop = 1.0 - 1e-9;
 /// loses digits as P → 0, where the ideal gas and the liquid at zero pressure start Newton's
 /// method.
 template <class Form>
-ReducedRoots cubic_roots(double P, double q) noexcept {
+StableRoots cubic_roots(double P, double q) noexcept {
     auto f = [q](double y) { return cubic_isotherm<Form>(y, q); };
     auto dilute = [&](double start) {
         return P > 0.0 ? stable_root(f, P, RootSide::dilute, start, 0.0, Form::y_c, false) : 0.0;
@@ -144,9 +140,9 @@ ReducedRoots cubic_roots(double P, double q) noexcept {
         return {0.0, stable_root(f, P, RootSide::dilute, start, 0.0, kCubicTop, true)};
     }
     if (P < 1e-3) return {dilute(P), dense(cubic_detail::dense_trial<Form>(P, q))};
-    const ReducedRoots start = cubic_detail::closed_form<Form>(P, q);
+    const StableRoots start = cubic_detail::closed_form<Form>(P, q);
     if (start.dilute != start.dense) return {dilute(start.dilute), dense(start.dense)};
-    ReducedRoots root{0.0, 0.0};
+    StableRoots root{0.0, 0.0};
     (start.dilute < Form::y_c ? root.dilute : root.dense) =
         start.dilute < Form::y_c ? dilute(start.dilute) : dense(start.dense);
     if (root.dilute > 0.0 || root.dense > 0.0) return root;
