@@ -1,17 +1,45 @@
 // What equations on the authors' kit cost beside the same ones written by hand: nanoseconds of a
-// call and their ratio, alternating in one run.
+// call and their ratio, alternating in one run; under callgrind instructions of a call, which
+// `benchmarks/counts PROGRAM --ratios` prints as a table.
 #include <corvane/mixture/isotherm.h>
 #include <tests/support/beside.h>
 
+#if __has_include(<valgrind/callgrind.h>)
+#include <valgrind/callgrind.h>
+#else
+#define RUNNING_ON_VALGRIND 0
+#define CALLGRIND_ZERO_STATS
+#define CALLGRIND_DUMP_STATS_AT(row) static_cast<void>(row)
+#endif
+
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 
 namespace {
 double sink = 0.0;
+std::string subject;  // of the rows that follow
 
-/// Least time of a call in ns, of seven turns for each, taken alternately.
+/// One dump of callgrind, whose trigger bears the row without spaces and the number of calls.
+template <class F>
+void count(std::string row, F const& f) {
+    constexpr int calls = 16;
+    f(0);  // what is bound or made at the first call
+    CALLGRIND_ZERO_STATS;
+    for (int k = 0; k < calls; ++k) f(k);
+    std::ranges::replace(row, ' ', '_');
+    const std::string trigger = row + ' ' + std::to_string(calls);
+    CALLGRIND_DUMP_STATS_AT(trigger.c_str());
+}
+
+/// Least time of a call in ns, of nine turns for each, taken alternately.
 template <class F, class G>
 void compare(char const* what, F const& hand, G const& kit) {
+    if (RUNNING_ON_VALGRIND) {
+        count(subject + "; " + what + "; hand", hand);
+        count(subject + "; " + what + "; kit", kit);
+        return;
+    }
     auto time = [](auto const& f, int calls) {
         const auto start = std::chrono::steady_clock::now();
         for (int k = 0; k < calls; ++k) f(k);
@@ -29,6 +57,7 @@ void compare(char const* what, F const& hand, G const& kit) {
 }
 
 void pure(KitEquation const& e, char const* name) {
+    subject = std::string(e.by_hand) + ' ' + name;
     std::printf("%s, %s\n", e.by_hand, name);
     const PurePair m = pure_pair(e, name);
     Model1 const *h = m.hand.get(), *k = m.kit.get();
@@ -73,6 +102,7 @@ struct Isothermal {
 };
 
 void mixture(KitEquation const& e, std::vector<char const*> const& names) {
+    subject = std::string(e.by_hand) + '+' + e.mixing + ' ' + std::to_string(names.size()) + ' ' + names[0];
     std::printf("%s+%s, %zu components\n", e.by_hand, e.mixing, names.size());
     const MixturePair m = mixture_pair(e, names);
     const int n = static_cast<int>(names.size());
@@ -108,21 +138,21 @@ void mixture(KitEquation const& e, std::vector<char const*> const& names) {
         o.q->derivatives()->potentials(rho_i, T, mu.data(), nullptr, H.data());
     });
     // An equation without an isotherm pays for the whole call.
-    both("on an isotherm: potentials", [&](Isothermal const& o, int) {
+    both("isotherm, potentials", [&](Isothermal const& o, int) {
         if (o.iso)
             o.iso->potentials(o.work.data(), n, rho_i.data, mu.data(), nullptr, nullptr, &P,
                               nullptr);
         else
             o.q->derivatives()->potentials(rho_i, T, mu.data(), nullptr, nullptr);
     });
-    both("on an isotherm: potentials, slopes, Hessian", [&](Isothermal const& o, int) {
+    both("isotherm, potentials, slopes, Hessian", [&](Isothermal const& o, int) {
         if (o.iso)
             o.iso->potentials(o.work.data(), n, rho_i.data, mu.data(), mu_T.data(), H.data(), &P,
                               &P_T);
         else
             o.q->derivatives()->potentials(rho_i, T, mu.data(), mu_T.data(), H.data());
     });
-    both("on an isotherm: densities", [&](Isothermal const& o, int i) {
+    both("isotherm, densities", [&](Isothermal const& o, int i) {
         double a = 0, b = 0;
         if (o.iso)
             sink += o.iso->densities(o.work.data(), n, x.data, 10.0 + 1e-6 * i, r);
@@ -139,6 +169,7 @@ int main() {
     for (KitEquation const& e : kit_equations()) {
         pure(e, "propane");
         if (e.by_hand == std::string("PCSAFT")) pure(e, "water");
+        mixture(e, {"propane"});
         mixture(e, {"methane", "propane"});
         mixture(e, {"methane", "ethane", "propane", "butane", "carbon_dioxide"});
         mixture(e, {"methane", "ethane", "propane", "butane", "carbon_dioxide", "pentane", "hexane",
