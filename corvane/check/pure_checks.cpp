@@ -50,6 +50,8 @@ class PureChecks {
             survey_.guarded("densities", [&] { densities(std::max(Tr * Tc_, low_)); });
         for (double Tr : {0.45, 0.55, 0.7, 0.85, 0.95, 0.99, 0.9999})
             survey_.guarded("saturation", [&] { saturation(std::max(Tr * Tc_, low_)); });
+        if (auto const* many = dynamic_cast<ManyDensities1 const*>(&m_))
+            survey_.guarded("densities", [&] { many_densities(*many); });
         survey_.guarded("threads", [&] { threads(); });
         return survey_.take();
     }
@@ -359,6 +361,28 @@ class PureChecks {
         }
         survey_.see("one loop in the isotherm", {.T = T}, 0.0, 1.0,
                     scan.loops() > 1 ? "more loops than one" : "");
+    }
+    /// Densities of many states at once against each alone, impossible states among them; bit by
+    /// bit.
+    void many_densities(ManyDensities1 const& many) {
+        std::vector<double> p, T;
+        for (double Tr : {0.5, 0.8, 0.93, 0.99, 1.0, 1.05, 1.6, kNaN, 0.0})
+            for (double pr : {1e-9, 0.01, 0.3, 0.8, 1.2, 5.0, -0.1, kNaN, 0.0}) {
+                T.push_back(Tr > 0.0 ? std::max(Tr * Tc_, low_) : Tr * Tc_);
+                p.push_back(pr * m_.pcrit());
+            }
+        const int count = static_cast<int>(p.size());
+        std::vector<double> rho(p.size());
+        for (int phase : {1, 3, -1}) {
+            many.densities(count, p.data(), T.data(), phase, rho.data());
+            for (std::size_t k = 0; k < p.size(); ++k) {
+                double alone = 0.0, other = 0.0;
+                if (m_.vcalc(p[k], T[k], phase, alone, other) == 0) alone = kNaN;
+                survey_.holds("many densities at once are those alone", {.T = T[k], .p = p[k]},
+                              rho[k] == alone || (std::isnan(rho[k]) && std::isnan(alone)),
+                              "phase " + std::to_string(phase) + " differs");
+            }
+        }
     }
     /// The tables against the spinodals; soft ends go to the scan.
     void density_limits(double T, IsothermScan& scan) {

@@ -145,7 +145,8 @@ void orders_of_derivatives(Survey& survey, Survey::State const& at, Deriv const&
     constexpr double kUnwritten = std::numeric_limits<double>::quiet_NaN();
     constexpr int kOrders = 5;
     char const* name = "orders of derivatives";
-    double known[9], d[kOrders * kOrders];
+    constexpr int kRoom = kOrders * kOrders + 8;
+    double known[9], d[kRoom];
     std::fill_n(known, 9, kUnwritten);
     const bool promised = deriv(2, 2, known) == 1 && deriv(3, 0, d) == 1;
     survey.holds(name, at, promised, "an order is missing");
@@ -153,11 +154,15 @@ void orders_of_derivatives(Survey& survey, Survey::State const& at, Deriv const&
         survey.holds(name, at, deriv(nrho, nT, d) == 0, "an impossible order is answered");
     for (int nrho = 0; promised && nrho < kOrders; ++nrho)
         for (int nT = 0; nT < kOrders; ++nT) {
-            std::fill_n(d, kOrders * kOrders, kUnwritten);
+            std::fill_n(d, kRoom, kUnwritten);
             if (deriv(nrho, nT, d) == 0) continue;
             const std::string order = "(" + std::to_string(nrho) + ", " + std::to_string(nT) + ")";
             survey.holds(name, at, std::isfinite(d[nrho * (nT + 1)]) && std::isfinite(d[nT]),
                          order + " is answered and not written");
+            const int size = (nrho + 1) * (nT + 1);
+            survey.holds(name, at,
+                         std::all_of(d + size, d + kRoom, [](double e) { return std::isnan(e); }),
+                         order + " writes behind its numbers");
             for (int i = 0; i <= std::min(nrho, 2); ++i)
                 for (int j = 0; j <= nT && i + j <= 2; ++j)
                     survey.holds(name, at,

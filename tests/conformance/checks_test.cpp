@@ -4,6 +4,7 @@
 #include <corvane/check/check.h>
 #include <corvane/mixture/isotherm.h>
 #include <corvane/mixture/pair_parameters.h>
+#include <corvane/pure/many_states.h>
 
 #include <gtest/gtest.h>
 
@@ -14,7 +15,10 @@
 
 namespace {
 /// A right model with one fault.
-class Faulty final : public Model1, public corvane::Deriv1 {
+class Faulty final : public Model1,
+                     public corvane::Deriv1,
+                     public corvane::ManyStates1,
+                     public corvane::ManyDensities1 {
   public:
     Faulty(Model1& right, int fault) : m_(right), fault_(fault), kept_(right.Ts()) {
         eos_ = "PR";
@@ -55,8 +59,26 @@ class Faulty final : public Model1, public corvane::Deriv1 {
         return n;
     }
     double xinit(double p, double T, int phase) const override { return m_.xinit(p, T, phase); }
+    void densities(int count, double const* p, double const* T, int phase,
+                   double* rho) const override {
+        for (int k = 0; k < count; ++k) {
+            double other = rho[k] = 0.0;
+            if (vcalc(p[k], T[k], phase, rho[k], other) == 0 || (fault_ == 19 && k == 5))
+                rho[k] = std::nan("");
+        }
+    }
+    void second(int count, double const* rho, double const* T, double* const* d) const override {
+        constexpr int element[] = {0, 1, 2, 3, 4, 6};
+        for (int i = 0; i < count; ++i) {
+            double all[9];
+            deriv(rho[i], T[i], 2, 2, all);
+            for (int k = 0; k < 6; ++k) d[k][i] = all[element[k]];
+            if (fault_ == 20 && i == 3) d[4][i] *= 1 + 1e-9;
+        }
+    }
     int deriv(double rho, double T, int nrho, int nT, double* d) const override {
         if (fault_ == 17 && nT == 3) return 1;  // and nothing is written
+        if (fault_ == 18 && nrho == 1 && nT == 2) d[6] = 0.0;  // which only the check asks for
         const int known = m_.derivatives()->deriv(rho, T, nrho, nT, d);
         if (known && nT == 2 && fault_ == 14 && rho > 2.5 / vcrit()) d[2] += 500.0;
         if (known && nT == 2 && nrho == 2) {
@@ -93,7 +115,10 @@ TEST(Checks, NameEveryFault) {
                                      "heat capacity and compressibility are positive",
                                      "exact derivatives: ∂²/∂rho²",
                                      "odd arguments end without exceptions",
-                                     "orders of derivatives"};
+                                     "orders of derivatives",
+                                     "orders of derivatives",
+                                     "many densities at once are those alone",
+                                     "many states at once are those alone"};
     const Model right = load_set("PR", "propane");
     for (int fault = 0; fault < static_cast<int>(std::size(names)); ++fault) {
         Faulty model(*right, fault);
