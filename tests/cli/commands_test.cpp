@@ -64,6 +64,8 @@ TEST(Cli, EquationsAreComparedWithPrintedValues) {
                "printf 'substances,set,x,T,rho,quantity,value,within,R,source,parameters\\n"
                "propane,1,,296,0.0124,Ar,-2.7,1e-6,,,3@0.1=2\\n' |");
     expect_all({{"check-equation PR propane --values none.tsv", 1, "", "none.tsv"},
+                {"check-equation PR propane --pair-set 2", 2, "", "--pair-set is of mixtures"},
+                {"check-equation MEOS+GERG carbon_dioxide water --pair-set 2", 0, "0 of 29 checks failed", ""},
                 {"check-equation PR dodecane", 0, "printed values: Ar  ", ""},
                 {"check-equation SRK methanol", 0, "printed values: Ar  ", ""},
                 {"check-equation PR+vdW1 propane methane", 0, "printed values: Ar  ", ""},

@@ -32,6 +32,7 @@ struct CheckCommand {
     std::string plugin;
     std::vector<std::string> substances;
     std::string low, high, values;
+    int pair_set = 0;
 
     int run();
 
@@ -90,7 +91,8 @@ void CheckCommand::check_values(std::vector<std::string> components) {
 
 void CheckCommand::check_mixture(corvane::CheckRange const& range) {
     if (substances.empty()) throw Misuse("name the components of the mixture");
-    const corvane::Mixture m = corvane::open_mixture(plugin, substances, {.home = entered_home()});
+    const corvane::Mixture m = corvane::open_mixture(
+        plugin, substances, {.pair_set = pair_set, .home = entered_home()});
     std::string of;
     for (std::string const& name : m.components) of += (of.empty() ? "" : " ") + name;
     add(corvane::check_mixture(*m.model, range), of);
@@ -158,6 +160,7 @@ int CheckCommand::run() {
     };
     range.T_low = temperature(low, "--T-low");
     range.T_high = temperature(high, "--T-high");
+    if (pair_set > 0 && !mixture()) throw Misuse("--pair-set is of mixtures");
     read_values();
     Watch watch("corvane: check-equation");
     if (mixture())
@@ -210,6 +213,7 @@ void add_check_equation(Program& program) {
     command.value("--T-low", check->low, "lowest temperature (default 0.4 Tc, or that of the set)",
                   {.type = "VALUE"});
     command.value("--T-high", check->high, "highest temperature (default 3 Tc)", {.type = "VALUE"});
+    command.count("--pair-set", check->pair_set, "of a mixture: number of the pairs' parameter sets");
     command.value(
         "--values", check->values,
         "printed values to compare with (default CorvaneS/values/PLUGIN.tsv, if there is one)",
