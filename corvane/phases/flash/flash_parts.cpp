@@ -332,7 +332,7 @@ bool Phases::start(SplitSolver& solver) {
 }  // namespace
 
 bool detail::flash_many(FluidModel const& fluid, Stability& stability,
-                        std::vector<std::vector<double>> w, FlashResult& q,
+                        std::vector<std::vector<double>> const& w, FlashResult& q,
                         std::vector<double> const& amounts) {
     const int n = fluid.size();
     Phases phases{fluid, q.p, q.T, {}, {}, {}, {}, std::vector<double>(fluid.z().size())};

@@ -39,7 +39,8 @@ bool flash_certified(FluidModel const& fluid, Stability& stability,
 /// Eng. 18 (1994) 545, then Newton's method (SplitSolver). Phases that are not needed are left out;
 /// where the result is unstable the phase found is added. With amounts of the phases in the whole,
 /// Newton's method alone at first. True if the result is certified.
-bool flash_many(FluidModel const& fluid, Stability& stability, std::vector<std::vector<double>> x,
+bool flash_many(FluidModel const& fluid, Stability& stability,
+                std::vector<std::vector<double>> const& x,
                 FlashResult& result, std::vector<double> const& amounts = {});
 
 /// Two or more phases at (result.p, result.T) from nothing: the lower hull of the Gibbs energy by a
