@@ -200,7 +200,8 @@ double Layout::lines_below(Picture const& picture, double wide, std::size_t entr
 /// Gnuplot chooses numbers by the length of the axis alone.
 void Layout::space_numbers(Picture const& picture, double wide, double axis_width, double axis_height) {
     if (!narrow || !picture.corners[0].empty()) return;
-    const auto [x, y] = picture.axes();
+    const auto axes = picture.axes();
+    auto const &x = axes[0], &y = axes[1];
     const double up = y.high - y.low;
     y_step = round_step(y, [&](double step) { return step / up * axis_height >= 1.6 * font; });
     if (picture.fraction) return;
