@@ -14,10 +14,10 @@ namespace corvane {
 namespace {
 constexpr int kSubstitutions = 3;
 constexpr double kLeast = 1e-300;  // mole fraction in a start, whose logarithm is finite
-constexpr double kFactor = 3.0;  // largest change of p in a substitution
-constexpr double kFiner = 2.5;   // steps of the search that stands in for the trace
+constexpr double kFactor = 3.0;    // largest change of p in a substitution
+constexpr double kFiner = 2.5;     // steps of the search that stands in for the trace
 constexpr double kBracket = 1e-3;  // of ln p: where the bracket of a solution is
-constexpr double kLiquid = 1.4;  // over the pseudocritical density: no vapour
+constexpr double kLiquid = 1.4;    // over the pseudocritical density: no vapour
 }  // namespace
 
 SaturationSolver::SaturationSolver(ModelN const& model, Saturated kind, Fixed held,
@@ -70,15 +70,15 @@ SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
         if (accepted && !second_liquid()) return result(o);
         std::optional<Found> first;
         if (accepted) first = take();
-        // Where no start is near, the way from the critical point costs less than flashes on the way
-        // to a vapour beside liquids.
+        // Where no start is near, the way from the critical point costs less than flashes on the
+        // way to a vapour beside liquids.
         const bool sooner = !converged && may_split;
         if (sooner && along_from_critical()) {
             if (!second_liquid()) return result(o);
             first = take();
         }
-        // Not stable, none, of the other kind, or the boundary of a second liquid: the vapour may come
-        // beside others.
+        // Not stable, none, of the other kind, or the boundary of a second liquid: the vapour may
+        // come beside others.
         if (may_split)
             if (const auto found = beside_liquids(o)) return *found;
         if (first && restore(*first)) return result(o);

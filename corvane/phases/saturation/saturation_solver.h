@@ -74,8 +74,8 @@ class SaturationSolver {
     /// A pure fluid as its component has it, with those bounds: equations that are not smooth at
     /// the critical point, where RegularPair loses its way.
     bool by_pure_fluid();
-    /// The pair at T (or p) from the start in pair_, with its bounds. also_near: phases that are nearly
-    /// alike, too.
+    /// The pair at T (or p) from the start in pair_, with its bounds. also_near: phases that are
+    /// nearly alike, too.
     bool solve(bool also_near = true);
     bool within_bounds(bool known);
     /// Is the solution the answer? Leaves the tangent-plane distance in tpd_.
@@ -90,7 +90,8 @@ class SaturationSolver {
 
     /// The same by RegularPair, which admits no trivial solution, from the start in pair_.
     bool near();
-    /// From the start in regular_: the distance at which T (or p) has its value, at most 25 of them.
+    /// From the start in regular_: the distance at which T (or p) has its value, at most 25 of
+    /// them.
     bool by_distance();
     /// The solution of regular_ into pair_. False without bounds, or if it is locally unstable.
     bool close();
@@ -121,7 +122,7 @@ class SaturationSolver {
     double T(double s) const { return held_.T(std::exp(s)); }
     double p(double s) const { return held_.p(std::exp(s)); }
 
-    // ---- liquids that split (saturation_split.cpp)
+    // ---- liquids that split (saturation_split.cpp, saturation_vanishing.cpp)
 
     /// From a neighbouring point whose given composition is split.
     std::optional<SaturationPoint> warm_split(SaturationPoint const& start,
@@ -143,8 +144,8 @@ class SaturationSolver {
     void report_liquids(CoexistenceSolver const& all, std::vector<double> const& parts,
                         SaturationPoint& point) const;
 
-    /// The same of a binary where one liquid and the vapour are component i to 1e-30, and one of them
-    /// to 1e-280.
+    /// The same of a binary where one liquid and the vapour are component i to 1e-30, and one of
+    /// them to 1e-280.
     std::optional<SaturationPoint> beside_pure(int i, PhaseRecord const& other,
                                                SaturationOptions const& o);
 
@@ -199,20 +200,20 @@ class SaturationSolver {
     Stability stability_;
     PhaseState a_, b_;
     double tpd_ = 0.0;
-    bool collect_ = false;        // accept() notes the boundaries of the other kind
-    std::vector<Other> others_;   // seen by accept()
+    bool collect_ = false;       // accept() notes the boundaries of the other kind
+    std::vector<Other> others_;  // seen by accept()
     KeptEnvelope const* kept_ = nullptr;
     bool beyond_ = false;  // all of that envelope: nothing next to the critical point
-    bool loose_ = false;          // the last pair converged, but its errors are not bounded
+    bool loose_ = false;   // the last pair converged, but its errors are not bounded
     bool lost_ = false;  // a solution that cannot be told from a critical point, or without bounds
-    bool complete_ = true;  // the search and the trace left nothing open
-    bool unknown_ = false;  // states of the search without density, or without a complete test
-    bool open_ = false;     // whether a vapour appears beside two liquids
+    bool complete_ = true;   // the search and the trace left nothing open
+    bool unknown_ = false;   // states of the search without density, or without a complete test
+    bool open_ = false;      // whether a vapour appears beside two liquids
     bool unsolved_ = false;  // one seems to, in a bracket where Newton's method fails
     /// ln p (or ln T) of a bubble point of two phases that was bracketed, not solved.
     std::optional<double> bracketed_;
-    bool stuck_ = false;    // the trace ended before its end
-    bool missed_ = false;   // a boundary or a crossing of the envelope was not solved
+    bool stuck_ = false;       // the trace ended before its end
+    bool missed_ = false;      // a boundary or a crossing of the envelope was not solved
     std::vector<Node> nodes_;  // of global(), in the order in which answers are wanted
 };
 
