@@ -279,6 +279,25 @@ TEST(Saturation, ADenseVapourBesideTwoLiquids) {
     }
 }
 
+// A liquid that is stable in half a kelvin alone, between its two liquids and its vapour.
+TEST(Saturation, ALiquidThatSplitsAtOnce) {
+    const Mixture m = estimated_mixture("PR", "vdW1", {"methanol", "hexane", "carbon_dioxide"});
+    const Vector<double> z = vec({0.57252941374899682, 0.38733490738892901, 0.040135678862113174});
+    const double p = 4.2237154716207801;
+    const auto q = corvane::bubble_p(*m, p, z);
+    EXPECT_TRUE(q.split.empty());
+    EXPECT_EQ(corvane::flash_pT(*m, p, q.T * (1 - 1e-6), z).phases.size(), 1u);
+    for (double off : {-0.5, 1e-6 * q.T}) {
+        const auto f = corvane::flash_pT(*m, p, q.T + off, z);
+        ASSERT_EQ(f.phases.size(), 2u);
+        const bool vapour = f.phases[1].rho < 0.5 * f.phases[0].rho && f.phases[1].rho < 0.003;
+        EXPECT_EQ(vapour, off > 0);
+        if (vapour) {
+            EXPECT_NEAR(f.phases[1].x[0], q.incipient.x[0], 1e-4);
+        }
+    }
+}
+
 // The lowest of several bubble points beside liquids, where the search by strides ends at a higher one:
 // flashes have one phase less on one side of it, and as many as there all the way down.
 TEST(Saturation, TheLowestBesideLiquids) {

@@ -59,6 +59,7 @@ struct SaturationSolver::Vanishing {
     void note();
     bool follow();
     bool narrowed();
+    bool of_the_whole();
     void advance();
     void none();
     bool turn();
@@ -329,6 +330,14 @@ void SaturationSolver::Vanishing::scan(std::vector<Node> const& nodes) {
     none();
 }
 
+/// The bubble point of a liquid that splits a little further on, so that the search may pass it.
+bool SaturationSolver::Vanishing::of_the_whole() {
+    own.pair_.start(own.fluid_.z(), beyond.rho, y, rho_vapour, t);
+    if (!own.solve() || !own.accept()) return false;
+    point = own.result(o);
+    return over = true;
+}
+
 /// A narrow bracket: does something vanish in it? True where the search is over.
 bool SaturationSolver::Vanishing::narrowed() {
     const double width = std::fabs(high - low);
@@ -348,8 +357,9 @@ bool SaturationSolver::Vanishing::narrowed() {
     // where the whole happens to have its pseudocritical density.
     const bool two = !turned && width < kLeast && below.count == 2 && beyond.count == 1;
     if (smooth || two || (!turned && below.count == 1 && beyond.count == 1)) {
-        if (two && !(below.part > 0.5 && below.like(beyond)))
-            own.bracketed_ = std::log(own.held_.at_T ? p : t);
+        const bool vapour = two && !(below.part > 0.5 && below.like(beyond));
+        if (vapour && of_the_whole()) return true;
+        if (vapour) own.bracketed_ = std::log(own.held_.at_T ? p : t);
         none();
     } else if (width < kLeast) {
         if (solved()) return true;
