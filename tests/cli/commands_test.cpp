@@ -63,6 +63,11 @@ TEST(Cli, EquationsAreComparedWithPrintedValues) {
     expect_all({{"check-equation PR propane --values -", 1, "", "not a parameter: 3@0.1=2"}},
                "printf 'substances,set,x,T,rho,quantity,value,within,R,source,parameters\\n"
                "propane,1,,296,0.0124,Ar,-2.7,1e-6,,,3@0.1=2\\n' |");
+    expect_all({{"check-equation PR propane --values -", 1, "", "the number of a parameter must be a whole"}},
+               "printf 'substances,set,x,T,rho,quantity,value,within,R,source,parameters\\n"
+               "propane,1,,296,0.0124,Ar,-2.7,1e-6,,,99999999999=2\\n' |");
+    expect_all({{"check-equation PR propane --values -", 1, "", "set must be a whole number"}},
+               titles + "propane,1e300,,296,0.0124,Ar,-2.7,1e-6,,\\n' |");
     expect_all({{"check-equation PR propane --values none.tsv", 1, "", "none.tsv"},
                 {"check-equation PR propane --pair-set 2", 2, "", "--pair-set is of mixtures"},
                 {"check-equation MEOS+GERG carbon_dioxide water --pair-set 2", 0, "0 of 29 checks failed", ""},

@@ -9,7 +9,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <cmath>
 #include <utility>
 
 namespace cli {
@@ -55,20 +55,30 @@ class Row {
     std::vector<std::string> const &header_, &fields_;
 };
 
+int whole(double value, char const* what) {
+    if (!(value >= 0.0 && value < 1e6 && value == std::floor(value)))
+        throw Failure(fmt::format("{} must be a whole number", what));
+    return static_cast<int>(value);
+}
+
 /// "8=1.6 9=2.4", "8@0.0=1.6".
 std::vector<corvane::PrintedValue::Parameter> read_parameters(std::string const& text,
                                                               bool mixture) {
     std::vector<corvane::PrintedValue::Parameter> all;
     for (std::string const& word : parts(text, ' ')) {
         if (word.empty()) continue;
-        corvane::PrintedValue::Parameter p;
-        char more = 0;
-        const int read =
-            mixture ? std::sscanf(word.c_str(), "%d@%d.%d=%c", &p.number, &p.i, &p.j, &more)
-                    : std::sscanf(word.c_str(), "%d=%c", &p.number, &more);
-        if (read != (mixture ? 4 : 2))
+        const auto sides = parts(word, '='), left = parts(sides[0], '@');
+        const auto pair = left.size() == 2 ? parts(left[1], '.') : std::vector<std::string>();
+        if (sides.size() != 2 || pair.size() != (mixture ? 2 : 0) ||
+            left.size() != (mixture ? 2 : 1))
             throw Failure(fmt::format("not a parameter: {}", clipped(word)));
-        p.value = number(word.substr(word.find('=') + 1), "parameters");
+        corvane::PrintedValue::Parameter p;
+        p.number = whole(number(left[0], "parameters"), "the number of a parameter");
+        if (mixture) {
+            p.i = whole(number(pair[0], "parameters"), "the number of a component");
+            p.j = whole(number(pair[1], "parameters"), "the number of a component");
+        }
+        p.value = number(sides[1], "parameters");
         all.push_back(p);
     }
     return all;
@@ -77,7 +87,7 @@ std::vector<corvane::PrintedValue::Parameter> read_parameters(std::string const&
 PrintedRow read_row(Row const& row) {
     PrintedRow read;
     read.substances = parts(row("substances"), '+');
-    read.set = static_cast<int>(row("set", 1.0));
+    read.set = whole(row("set", 1.0), "set");
     corvane::PrintedValue& v = read.value;
     if (!row("x").empty())
         for (std::string const& x : parts(row("x"), ',')) v.x.push_back(number(x, "x"));
