@@ -241,7 +241,8 @@ template <bool Tau>
         const double C = *term.C, D = *term.D, b = *term.b;
         const V4 decay = -C * s - D * yy;
         int near = 0;
-        for (int i = 0; i < 4; ++i) near |= (decay[i] < -80.0 ? 0 : 1) << i;
+        for (int i = 0; i < 4; ++i)
+            if (!(decay[i] < -80.0)) near |= 1 << i;
         if (near == 0) continue;
         for (int i = 0; i < 4; ++i)
             if (near >> i & ~known >> i & 1) ln_x[i] = 0.5 * std::log(s[i]);
