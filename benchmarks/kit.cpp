@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 double sink = 0.0;
@@ -163,8 +164,11 @@ void mixture(KitEquation const& e, std::vector<char const*> const& names) {
 }  // namespace
 
 int main() {
-    enter_with_plugins(std::filesystem::temp_directory_path() / "corvane_bench_kit",
-                       std::filesystem::current_path(), EQUATIONS);
+    // A folder of its own: one that an earlier run left may point to a build that is gone.
+    namespace fs = std::filesystem;
+    std::string name = fs::temp_directory_path() / "corvane-bench-kit-XXXXXX";
+    const fs::path folder = ::mkdtemp(name.data()), home = fs::current_path();
+    enter_with_plugins(folder, home, EQUATIONS);
     std::printf("%-46s %8s %8s   ratio\n", "", "by hand", "kit, ns");
     for (KitEquation const& e : kit_equations()) {
         pure(e, "propane");
@@ -176,5 +180,7 @@ int main() {
                     "heptane", "octane", "nitrogen"});
         if (e.by_hand == std::string("PCSAFT")) mixture(e, {"ethanol", "water"});
     }
+    fs::current_path(home);
+    fs::remove_all(folder);
     return sink == 0.12345;
 }

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/scratch.h"
 #include "support/vdw_model.h"
 
 #include <algorithm>
@@ -292,14 +293,14 @@ TEST(Transport, WhatIsMissingOrMalformedIsSaid) {
     EXPECT_THROW(corvane::Transport(without).viscosity(300, 0.001), corvane::OpenFailure);
 
     // An overlaid data home with damaged files: each is refused with its file and line.
-    const auto home = std::filesystem::temp_directory_path() / "corvane_transport_test";
-    const auto folder = home / "CorvaneS" / "transport";
-    std::filesystem::remove_all(home);
+    const auto shipped = corvane::DataHome::find();
+    const Scratch scratch;
+    const auto folder = scratch.dir() / "CorvaneS" / "transport";
     std::filesystem::create_directories(folder / "viscosity");
     const auto refused = [&](char const* file, std::string const& text, char const* word) {
         std::ofstream(folder / file) << text;
         corvane::FluidOptions options;
-        options.home = corvane::DataHome(home).over(corvane::DataHome::find());
+        options.home = corvane::DataHome(scratch.dir()).over(shipped);
         const auto fluid = corvane::open("MEOS", "argon", options);
         try {
             corvane::Transport transport(fluid);
@@ -319,7 +320,6 @@ TEST(Transport, WhatIsMissingOrMalformedIsSaid) {
     refused("surface_tension.tsv", "argon\tpolynomial\t1\t2\t-\tx\t1 2 3 4 5 6\n",
             "number of figures");
     refused("surface_tension.tsv", "argon\tpolynomial\t1\n", "seven columns");
-    std::filesystem::remove_all(home);
 }
 
 }  // namespace
