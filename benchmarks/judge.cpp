@@ -24,7 +24,8 @@
 // flash, in a right answer; ratio: the largest of any error over its stated bound;
 // evals: of the model, per answer.
 // Below the table: how many tangent planes of certified answers were proven to have nothing below
-// them by more than 1e-8 RT (cubic mixtures, judge/enclosure.h), and how many were only searched.
+// them by more than 1e-8 RT (cubic mixtures, judge/enclosure.h), and how many were only searched; and
+// how many of three phases and more Newton's method of 113 bits did not follow.
 #include "judge/cubic.h"
 #include "judge/multifluid.h"
 #include "judge/of_model.h"
@@ -88,6 +89,7 @@ class Trial {
                         court_.other_roots);
         tally_[test].proven += court_.proven;
         tally_[test].unproven += court_.unproven;
+        tally_[test].unfollowed += court_.unfollowed;
     }
 
     void state(State const& in) {
@@ -408,8 +410,8 @@ long examine(Model const& model, std::string const& region, Settings const& s) {
     }
     all.print((title + region).c_str());
     std::printf("%zu mixtures, %d states, %ld of them without a critical point; stability proven %ld "
-                "times, not %ld\n",
-                count, states, without, all.proven, all.unproven);
+                "times, not %ld; %ld of three phases by their potentials alone\n",
+                count, states, without, all.proven, all.unproven, all.unfollowed);
     return all.wrong() - (s.strict ? 0 : all.fault[static_cast<int>(Fault::slightly)]);
 }
 }  // namespace

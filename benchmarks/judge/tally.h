@@ -14,7 +14,7 @@ inline constexpr char const* kCalls[] = {"bubble_T", "dew_T", "bubble_p",
 
 struct Tally {
     long answers = 0, two = 0, no_solution = 0, missed_of = 0, gave_up = 0, beyond = 0, thrown = 0,
-         evaluations = 0, proven = 0, unproven = 0;
+         evaluations = 0, proven = 0, unproven = 0, unfollowed = 0;
     long fault[kFaults] = {};
     double us = 0, worst = 0, ratio = 0;  ///< time; error of a right answer, and over its bound
     long asked() const { return answers + no_solution + gave_up + beyond + thrown; }
@@ -23,7 +23,7 @@ struct Tally {
         answers += t.answers, two += t.two, no_solution += t.no_solution, gave_up += t.gave_up;
         thrown += t.thrown, evaluations += t.evaluations, us += t.us;
         missed_of += t.missed_of, beyond += t.beyond;
-        proven += t.proven, unproven += t.unproven;
+        proven += t.proven, unproven += t.unproven, unfollowed += t.unfollowed;
         worst = std::max(worst, t.worst), ratio = std::max(ratio, t.ratio);
         for (int k = 0; k < kFaults; ++k) fault[k] += t.fault[k];
     }

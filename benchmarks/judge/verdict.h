@@ -5,6 +5,7 @@
 #include "binary_scan.h"
 #include "enclosure.h"
 #include "pair.h"
+#include "several.h"
 #include "ternary_search.h"
 
 #include <corvane/corvane.h>
@@ -38,6 +39,8 @@ constexpr char const* kFaultNames[kFaults] = {"right",    "input",    "no pair",
 
 /// A relative error of p or T, or error of a mole fraction, that nobody would call right.
 constexpr double kFar = 1e-6;
+constexpr double kBalance = 1e-9;  // of amounts times mole fractions against the whole
+constexpr double kEps = std::numeric_limits<double>::epsilon();
 
 struct Verdict {
     Fault fault = Fault::none;
@@ -59,6 +62,7 @@ class Court {
     /// Planes of cubic mixtures below which nothing lies by more than 1e-8: by a proof; of those that
     /// the search calls so, without one.
     mutable long proven = 0, unproven = 0;
+    mutable long unfollowed = 0;  ///< three phases and more, judged by their potentials alone
 
     /// Tangent-plane distance of the mixture z itself at (p, T); rho receives its stable density.
     Trial stability(double p, double T, Vector<double> const& z, Long* rho = nullptr) const {
@@ -96,7 +100,8 @@ class Court {
         if (!q.split.empty()) {  // the first vapour beside two liquids
             auto all = q.split;
             all.push_back(q.incipient);
-            return many(q.p, q.T, x, all);
+            SeveralNewton<Equation> solver(eq_, at_T, !at_T, true, q.p, q.T, x);
+            return many(q.p, q.T, all, q.fraction, q.certificate, solver);
         }
         Phase<Quad> incipient = phase(q.incipient);
         complete(q.T, incipient, phase(q.given));
@@ -220,7 +225,10 @@ class Court {
             if (v.fault == Fault::none && !(v.error <= kFar)) v.fault = Fault::far;
             return v;
         }
-        if (phases > 2) return many(p, T, x, q.phases);
+        if (phases > 2) {
+            SeveralNewton<Equation> solver(eq_, true, true, false, p, T, x);
+            return many(p, T, q.phases, q.fraction, q.certificate, solver);
+        }
         Phase<Quad> a = phase(q.phases[0]), b = phase(q.phases[1]);
         complete(T, a, b);
         complete(T, b, a);
@@ -351,19 +359,14 @@ class Court {
         for (int i = 0; i < n_; ++i) s += f.rho[i] * eq_.M[i];
         return s;
     }
+    using Said = std::vector<corvane::PhaseRecord const*>;
     /// Sets fault, x_error and ratio from the errors of a result of two phases.
     template <class Pair>
-    void near_enough(Pair const& pair, Verdict& v, corvane::Certificate const& c,
-                     std::array<corvane::PhaseRecord const*, 2> const& said, double value) const {
-        double rho = 0, apart = 0;  // errors: of a density; of the phases' distance, over it
-        Phase<Quad> const a = pair.a(), b = pair.b();
-        Phase<Quad> const* const truth[] = {&a, &b};
-        Quad d = 0, off = 0;
-        for (int f : {0, 1}) {
-            rho = std::max(rho, double(abs(said[f]->rho / truth[f]->total(n_) - 1)));
-            for (int i = 0; i < n_; ++i)
-                v.x_error = std::max(v.x_error, double(abs(said[f]->x[i] - truth[f]->x(i, n_))));
-        }
+    void near_enough(Pair const& pair, Verdict& v, corvane::Certificate const& c, Said const& said,
+                     double value) const {
+        const std::vector<Phase<Quad>> truth{pair.a(), pair.b()};
+        Phase<Quad> const &a = truth[0], &b = truth[1];
+        Quad d = 0, off = 0;  // the phases' distance, and by what it is wrong
         for (int i = 0; i < n_; ++i) {
             const Quad is = log(a.rho[i] / b.rho[i]);
             d = std::max(d, Quad(abs(is)));
@@ -371,23 +374,34 @@ class Court {
             off = std::max(off, Quad(abs(is - log(Quad(said[0]->rho) * said[0]->x[i] /
                                                   (Quad(said[1]->rho) * said[1]->x[i])))));
         }
-        apart = double(off / d);
+        const double u = pair.uncertainty();
+        compare(truth, v, c, said, value, u);
+        if (c.bounded() && Equation::kPrecision.bounds)
+            within(double(off / d), c.apart_error, (4 * kEps + u) / double(d), v);
+    }
+    /// The same of any phases but for their distances. uncertainty: of the truth.
+    void compare(std::vector<Phase<Quad>> const& truth, Verdict& v, corvane::Certificate const& c,
+                 Said const& said, double value, double uncertainty) const {
+        double rho = 0;
+        for (std::size_t f = 0; f < truth.size(); ++f) {
+            rho = std::max(rho, double(abs(said[f]->rho / truth[f].total(n_) - 1)));
+            for (int i = 0; i < n_; ++i)
+                v.x_error = std::max(v.x_error, double(abs(said[f]->x[i] - truth[f].x(i, n_))));
+        }
         const bool bounded = c.bounded() && Equation::kPrecision.bounds;
         if (!(value <= kFar))
             v.fault = Fault::far;
         else if (!bounded && !(v.x_error <= kFar))
             v.fault = Fault::x_far;
         if (!bounded) return;
-        const std::pair<double, double> pairs[] = {{value, c.value_error},
-                                                   {v.x_error, c.x_error},
-                                                   {rho, c.rho_error},
-                                                   {apart, c.apart_error}};
         // Beside the bound, every number of a result is rounded once to a double.
-        const double eps = std::numeric_limits<double>::epsilon(),  u = pair.uncertainty();
-        for (auto const& [error, bound] : pairs) {
-            const double rounding = &error == &pairs[3].first ? (4 * eps + u) / double(d) : eps + u;
-            if (error > rounding) v.ratio = std::max(v.ratio, (error - rounding) / bound);
-        }
+        const double rounding = kEps + uncertainty;
+        within(value, c.value_error, rounding, v);
+        within(v.x_error, c.x_error, rounding, v);
+        within(rho, c.rho_error, rounding, v);
+    }
+    static void within(double error, double bound, double rounding, Verdict& v) {
+        if (error > rounding) v.ratio = std::max(v.ratio, (error - rounding) / bound);
         if (v.fault == Fault::none && !(v.ratio <= 1)) v.fault = Fault::bound;
     }
     template <class At>
@@ -446,40 +460,78 @@ class Court {
         v.tpd = static_cast<double>(t.tpd);
         return depth(t);
     }
-    /// Three and more phases: potentials and pressures of the densities as given, with 113 bits.
-    Verdict many(double p, double T, Values<Quad> const& z,
-                 std::vector<corvane::PhaseRecord> const& phases) const {
+    /// Three and more phases: potentials and pressures of the densities as given, with 113 bits, then
+    /// the true ones next to them.
+    Verdict many(double p, double T, std::vector<corvane::PhaseRecord> const& phases,
+                 std::vector<double> const& amounts, corvane::Certificate const& c,
+                 SeveralNewton<Equation>& solver) const {
         Verdict v;
         const typename Equation::template At<Quad> at(eq_, Quad(T));
         Values<Quad> mu{}, h{}, x{};
         std::array<bool, kMax> set{};
         std::vector<Values<Long>> known;
-        for (std::size_t f = 0; f < phases.size(); ++f) {
+        std::vector<Phase<Quad>> from;
+        Said said;
+        double dmu = 0, dp = 0;
+        for (corvane::PhaseRecord const& f : phases) {
             Values<Long> w{};
-            for (int i = 0; i < n_; ++i) x[i] = w[i] = phases[f].x[i];
-            const Quad P = at.state(Quad(phases[f].rho), x.data(), h.data());
+            for (int i = 0; i < n_; ++i) x[i] = w[i] = f.x[i];
+            const Quad P = at.state(Quad(f.rho), x.data(), h.data());
             // rounding of a density by 1e-15 and what it does to the pressure of a liquid
-            const Quad K = at.state(Quad(phases[f].rho) * (1 + 1e-9), x.data(), h.data()) - P;
-            at.state(Quad(phases[f].rho), x.data(), h.data());
+            const Quad K = at.state(Quad(f.rho) * (1 + 1e-9), x.data(), h.data()) - P;
+            at.state(Quad(f.rho), x.data(), h.data());
             const double off = double(abs(P * Quad(R) * T / p - 1)) -
                                double(abs(K) * Quad(R) * T / p) * 1e-6;
-            v.error = std::max(v.error, off);
+            dp = std::max(dp, off);
             for (int i = 0; i < n_; ++i) {
                 w[i] = std::max(w[i], Long(1e-300));
                 if (x[i] == 0) continue;  // less than doubles can say
                 const Quad m = h[i] + log(x[i]);
                 if (!set[i]) mu[i] = m;
                 set[i] = true;
-                v.x_error = std::max(v.x_error, double(abs(m - mu[i])));
+                dmu = std::max(dmu, double(abs(m - mu[i])));
             }
             known.push_back(w);
+            from.push_back(phase(f));
+            said.push_back(&f);
         }
-        if (!(v.error <= 2e-9 && v.x_error <= 2e-9)) return v.fault = Fault::far, v;
+        v.error = dp;
+        v.x_error = dmu;
+        if (!(dp <= 2e-9 && dmu <= 2e-9)) return v.fault = Fault::far, v;
+        for (int i = 0; i < n_; ++i) {
+            Quad left = solver.z(i);
+            for (std::size_t f = 0; f < amounts.size(); ++f) left -= amounts[f] * phases[f].x[i];
+            if (!(abs(left) <= kBalance)) return v.fault = Fault::fraction, v;
+        }
+        for (auto& f : from)
+            for (auto const& other : from)
+                if (&f != &other) complete(T, f, other);
+        if (solver.solve(from, amounts)) {
+            const double value = std::max(double(abs(T / solver.T() - 1)),
+                                          solver.p_given() ? 0 : double(abs(p / solver.p() - 1)));
+            v.error = value;
+            v.x_error = 0;
+            compare(solver.phase, v, c, said, value, 0);
+            Quad apart = 1;
+            for (auto const& a : solver.phase)
+                for (auto const& b : solver.phase) {
+                    Quad d = &a == &b ? 1 : 0;
+                    for (int i = 0; i < n_; ++i) d = std::max(d, Quad(abs(a.x(i, n_) - b.x(i, n_))));
+                    apart = std::min(apart, d);
+                }
+            for (std::size_t f = 0; v.fault == Fault::none && f < amounts.size(); ++f)
+                if (!(solver.part[f] > -kFar) || double(abs(amounts[f] - solver.part[f])) >
+                                                     kFar + 4 * v.x_error / double(apart))
+                    v.fault = Fault::fraction;
+            if (v.fault != Fault::none) return v;
+        } else if (Equation::kPrecision.bounds) {
+            ++unfollowed;
+        }
         Values<Long> m{};
         for (int i = 0; i < n_; ++i) m[i] = static_cast<Long>(mu[i]);
         const typename Equation::template At<Long> fast(eq_, Long(T));
         v.tpd = static_cast<double>(lowest(fast, T, Long(p) / (Long(R) * T), m, known).tpd);
-        // the potentials themselves carry x_error
+        // the potentials themselves carry dmu
         if (v.tpd < -1e-8) v.fault = Fault::unstable;
         return v;
     }

@@ -60,12 +60,31 @@ double sinh_rest(double r) {
 
 RegularPair::RegularPair(FluidModel const& f) : fluid(f), n_(f.size()), m_(2 * n_ + 3) {
     for (PhaseState* s : {&a, &b, &node_, &other_, &wide_a_, &wide_b_}) s->resize(n_);
-    const auto n = static_cast<std::size_t>(n_), m = static_cast<std::size_t>(m_);
-    for (auto* v : {&E_, &E_d_, &e_, &q_, &q2_}) v->resize(n);
+    for (auto* v : {&E_, &E_d_, &q_, &q2_}) v->resize(static_cast<std::size_t>(n_));
+    resize();
+}
+
+void RegularPair::resize() {
+    const auto m = static_cast<std::size_t>(m_);
     e_.resize(m);
     y.resize(m);
     r_.resize(m);
     jacobian_.resize(m * m);
+}
+
+void RegularPair::add(std::vector<double> const& rho, double part) {
+    const int at = m_;
+    m_ += n_ + 1;
+    resize();
+    for (int i = 0; i < n_; ++i) y[at + i] = std::log(rho[i]);
+    y.back() = part;
+    beside.emplace_back().resize(n_);
+}
+
+double RegularPair::first_part() const {
+    double first = 1.0 - y[2 * n_ + 2];
+    for (int k = 0; k < static_cast<int>(beside.size()); ++k) first -= part(k);
+    return first;
 }
 
 void RegularPair::start(std::vector<double> const& rho_a, std::vector<double> const& rho_b, double t,
@@ -108,6 +127,10 @@ bool RegularPair::sides(PhaseState& first, PhaseState& second, double distance, 
 bool RegularPair::ends() {
     const double d = distance();
     if (!sides(a, b, d, phase_all)) return false;
+    for (int k = 0; k < static_cast<int>(beside.size()); ++k) {
+        for (int i = 0; i < n_; ++i) beside[k].rho_i[i] = std::exp(y[of_beside(k) + i]);
+        if (!fluid.evaluate(beside[k], a.T, phase_all)) return false;
+    }
     h_ = std::max(std::fabs(d), kWide);
     if (d == h_) {
         wide_a_ = a;
@@ -205,7 +228,8 @@ bool RegularPair::integrals(int points) {
     return std::isfinite(F_);
 }
 
-/// Rows: E, F, the length of n, the composition of the whole, then what is fixed. `tangent`: d is.
+/// Rows: E, F, the length of n, the phases beside, the composition of the whole, then what is
+/// fixed. `tangent`: d is.
 void RegularPair::assemble(bool tangent) {
     std::fill(jacobian_.begin(), jacobian_.end(), 0.0);
     double *J = jacobian_.data(), *r = r_.data();
@@ -217,10 +241,39 @@ void RegularPair::assemble(bool tangent) {
         norm += fluid.z()[i] * y[n_ + i] * y[n_ + i];
         J[n_ + i] = fluid.z()[i] * y[n_ + i];
     }
-    *r = 0.5 * norm;
-    if (free_composition) return fix(J + m_, r + 1, tangent);
-    compose(J + m_, r + 1);
-    fix(J + n_ * m_, r + n_, tangent);
+    *r++ = 0.5 * norm;
+    J += m_;
+    if (free_composition) return fix(J, r, tangent);
+    for (int k = 0; k < static_cast<int>(beside.size()); ++k, J += (n_ + 1) * m_, r += n_ + 1)
+        equal(k, J, r);
+    compose(J, r);
+    fix(J + (n_ - 1) * m_, r + n_ - 1, tangent);
+}
+
+/// Potentials and pressure of a phase beside them against a.
+void RegularPair::equal(int k, double* J, double* r) const {
+    const int n = n_, m = m_, at_d = 2 * n, at_T = at_d + 1, own = of_beside(k);
+    const double d = distance(), scale = 1.0 / a.rho;
+    PhaseState const& c = beside[k];
+    const auto row = [&](double off, double off_T, auto slope_c, auto slope_a) {
+        *r++ = off;
+        for (int j = 0; j < n; ++j) {
+            const double of_a = a.rho_i[j] * slope_a(j);
+            J[own + j] = c.rho_i[j] * slope_c(j);
+            J[j] = -of_a;
+            J[n + j] = -d * of_a;
+            J[at_d] -= y[n + j] * of_a;
+        }
+        J[at_T] = off_T;
+        J += m;
+    };
+    for (int i = 0; i < n; ++i)
+        row(
+            c.m[i] - a.m[i], c.m_T[i] - a.m_T[i], [&](int j) { return c.H[i * n + j]; },
+            [&](int j) { return a.H[i * n + j]; });
+    row(
+        (c.p - a.p) / (R * a.T) * scale, (c.p_T - a.p_T) * scale,
+        [&](int j) { return c.P[j] * scale; }, [&](int j) { return a.P[j] * scale; });
 }
 
 /// E and F, of which the derivatives are those of the wide states.
@@ -264,32 +317,35 @@ void RegularPair::equilibrium(double* J, double* r) const {
     J[at_T] = scale * F_T;
 }
 
-/// Composition of (1 − fraction)·a + fraction·b against the first component.
+/// Composition of the whole, of all phases by their volume fractions, against the first component.
 void RegularPair::compose(double* J, double* r) const {
     const int n = n_, m = m_, at_d = 2 * n, at_f = at_d + 2;
-    const double d = distance(), fraction = y[at_f];
-    double first = 0.0, first_off = 0.0, first_f = 0.0;
+    const int others = static_cast<int>(beside.size());
+    const double d = distance(), fraction = y[at_f], first = first_part();
+    double first_off = 0.0;  // ln of component 0 in the whole, over z
     for (int i = 0; i < n; ++i) {
-        const double whole = (1.0 - fraction) * a.rho_i[i] + fraction * b.rho_i[i];
-        const double off = ((1.0 - fraction) * a.rho_i[i] - fraction * b.rho_i[i]) / whole;
-        const double f = (b.rho_i[i] - a.rho_i[i]) / whole;
-        const double ln_ratio =
-            y[i] + d * y[n + i] + std::log1p(fraction * std::expm1(-2.0 * d * y[n + i])) -
-            std::log(fluid.z()[i]);
-        if (i == 0) {
-            first = ln_ratio;
-            first_off = off;
-            first_f = f;
-            continue;
+        double more = fraction * std::expm1(-2.0 * d * y[n + i]);
+        for (int k = 0; k < others; ++k)
+            more += part(k) * (beside[k].rho_i[i] / a.rho_i[i] - 1.0);
+        const double whole = a.rho_i[i] * (1.0 + more);
+        const double of_a = first * a.rho_i[i] / whole, of_b = fraction * b.rho_i[i] / whole;
+        const double off = y[i] + d * y[n + i] + std::log1p(more) - std::log(fluid.z()[i]);
+        if (i == 0) first_off = off;
+        for (int j = 1; j < n; ++j) {
+            if (i > 0 && j != i) continue;
+            const double sign = i == 0 ? -1.0 : 1.0;
+            double* const slope = J + (j - 1) * m;
+            slope[i] += sign * (of_a + of_b);
+            slope[n + i] += sign * d * (of_a - of_b);
+            slope[at_d] += sign * y[n + i] * (of_a - of_b);
+            slope[at_f] += sign * (b.rho_i[i] - a.rho_i[i]) / whole;
+            for (int k = 0; k < others; ++k) {
+                const double c = beside[k].rho_i[i];
+                slope[of_beside(k) + i] += sign * part(k) * c / whole;
+                slope[of_beside(k) + n] += sign * (c - a.rho_i[i]) / whole;
+            }
         }
-        *r++ = ln_ratio - first;
-        J[i] = 1.0;
-        J[0] = -1.0;
-        J[n + i] = d * off;
-        J[n] = -d * first_off;
-        J[at_d] = y[n + i] * off - y[n] * first_off;
-        J[at_f] = f - first_f;
-        J += m;
+        if (i > 0) r[i - 1] = off - first_off;
     }
 }
 
@@ -341,6 +397,17 @@ bool RegularPair::solve(int limit) {
             bound(turn, 0.3);
         }
         bound(r_[2 * n_ + 1], 0.05);
+        double shrinks = 0.0;  // a's part of the whole, which stays positive as the others
+        for (int k = 0; k < static_cast<int>(beside.size()); ++k) {
+            for (int i = 0; i < n_; ++i) {
+                step = std::max(step, std::fabs(r_[of_beside(k) + i]));
+                bound(r_[of_beside(k) + i], 0.2);
+            }
+            const double more = r_[of_beside(k) + n_];
+            shrinks += more;
+            if (more < 0.0) bound(more, 0.5 * part(k));
+        }
+        if (!beside.empty() && shrinks > 0.0) bound(shrinks, 0.5 * first_part());
         if (!fixed_distance && !free_composition)  // away from zero, or towards it, not through it
             bound(r_[2 * n_],
                   r_[2 * n_] * d > 0.0 ? 0.1 + std::fabs(d) : 0.6 * std::fabs(d));
@@ -381,8 +448,14 @@ bool RegularPair::bound(Certificate& c) {
     assemble(false);
     constexpr double eps = std::numeric_limits<double>::epsilon();
     for (int k = n + 1; k < m; ++k) e_[k] = 8 * eps;  // logarithms of compositions, of T
+    int at = n + 2;
+    for (PhaseState const& s : beside) {
+        for (int i = 0; i < n; ++i)
+            e_[at++] = rounding_of_m(fluid, a, i) + rounding_of_m(fluid, s, i);
+        e_[at++] = (rounding_of_P(fluid, a) + rounding_of_P(fluid, s)) / a.rho;
+    }
     for (int i = 1; i < n; ++i)
-        e_[n + 1 + i] = 4 * eps * (2.0 + std::fabs(y[i]) + std::fabs(y[0]));
+        e_[at++] = 4 * eps * (2.0 + std::fabs(y[i]) + std::fabs(y[0]));
     const double p_rounding = rounding_of_P(fluid, a) * R * a.T / a.p;
     if (p && !fixed_distance) e_[m - 1] = p_rounding;
     for (int k = 0; k < m; ++k) e_[k] += std::fabs(r_[k]);
@@ -407,6 +480,8 @@ bool RegularPair::bound(Certificate& c) {
             ln_p[k] *= R * a.T / a.p;
         }
     }
+    for (int k = 0; k < static_cast<int>(beside.size()); ++k)
+        off.phase(beside[k], row(of_beside(k)), c.x_error, c.rho_error);
     std::vector<double> ln(static_cast<std::size_t>(n));
     for (int i = 0; i < n; ++i) {
         ln[i] = 2.0 * d * y[n + i];

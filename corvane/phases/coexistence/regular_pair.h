@@ -45,7 +45,10 @@ class RegularPair {
 
     FluidModel const& fluid;
     PhaseState a, b;        ///< evaluated at y with all derivatives, after solve()
-    std::vector<double> y;  ///< c (n), n (n), d, ln T, volume fraction of b in the whole
+    /// c (n), n (n), d, ln T, volume fraction of b in the whole; for every phase beside them
+    /// ln rho_i (n) and its volume fraction.
+    std::vector<double> y;
+    std::vector<PhaseState> beside;  ///< see add()
 
     // Two of four are fixed: T, p, d (as it is in y), the fraction (as it is in y; at 0 phase
     // a has the composition z of the fluid).
@@ -59,6 +62,9 @@ class RegularPair {
     /// Start values from two phases (partial densities), whose order and distance stay.
     void start(std::vector<double> const& rho_a, std::vector<double> const& rho_b, double t,
                double fraction = 0.0);
+    /// One more phase of the same potentials and pressure, by its partial densities, and the part
+    /// that it has of the volume of the whole. After start().
+    void add(std::vector<double> const& rho, double part);
     /// At a critical phase; u as in CriticalConditions.
     void start_critical(std::vector<double> const& rho, std::vector<double> const& u, double t);
     /// Newton's method. False if it does not converge or d would change its sign.
@@ -75,6 +81,7 @@ class RegularPair {
     double distance() const { return y[2 * n_]; }
     double ln_T() const { return y[2 * n_ + 1]; }
     double ln_p(std::vector<double> const& t) const;  ///< slope of ln p along t
+    double part(int k) const { return y[of_beside(k) + n_]; }  ///< of beside[k], of the volume
 
   private:
     bool ends();
@@ -83,6 +90,10 @@ class RegularPair {
     int nodes() const;
     void assemble(bool tangent);
     void equilibrium(double* J, double* r) const;
+    void equal(int k, double* J, double* r) const;
+    int of_beside(int k) const { return 2 * n_ + 3 + k * (n_ + 1); }  ///< where it begins in y
+    double first_part() const;  ///< volume fraction of a
+    void resize();
     void compose(double* J, double* r) const;
     void fix(double* J, double* r, bool tangent) const;
     bool sides(PhaseState& first, PhaseState& second, double distance, int order);

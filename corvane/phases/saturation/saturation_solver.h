@@ -138,6 +138,11 @@ class SaturationSolver {
                                                 std::vector<double> const& amounts,
                                                 std::vector<double> const& y, double rho_vapour,
                                                 double t, SaturationOptions const& o);
+    /// The same where the vapour is nearly one of the liquids, next to a critical end point.
+    /// rho, volumes: partial densities of all phases, the vapour last, and their volumes.
+    std::optional<SaturationPoint> first_alike(std::vector<std::vector<double>> rho,
+                                               std::vector<double> volumes, double t,
+                                               SaturationOptions const& o);
     bool amounts_of(CoexistenceSolver const& s, std::vector<double>& amount) const;
     bool certified_beside(CoexistenceSolver const& all, SaturationPoint& point,
                           SaturationOptions const& o);

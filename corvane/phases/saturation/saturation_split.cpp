@@ -98,6 +98,52 @@ std::optional<SaturationPoint> SaturationSolver::first_vapour(
     return point;
 }
 
+/// RegularPair of the two that are alike, with the other liquids beside them.
+std::optional<SaturationPoint> SaturationSolver::first_alike(std::vector<std::vector<double>> rho,
+                                                             std::vector<double> volumes, double t,
+                                                             SaturationOptions const& o) {
+    const int n = fluid_.size();
+    const std::size_t count = rho.size();
+    if (count < 3 || count > static_cast<std::size_t>(n)) return {};
+    // The liquid that is most alike comes first.
+    const auto unlike = [&](std::size_t k) {
+        double most = 0.0;
+        for (int i = 0; i < n; ++i)
+            most = std::max(most, std::fabs(std::log(rho[k][i] / rho.back()[i])));
+        return most;
+    };
+    for (std::size_t k = 1; k + 1 < count; ++k)
+        if (unlike(k) < unlike(0)) {
+            std::swap(rho[0], rho[k]);
+            std::swap(volumes[0], volumes[k]);
+        }
+    if (!(unlike(0) < RegularPair::kNearEach)) return {};
+    RegularPair pair(fluid_);
+    (held_.at_T ? pair.T : pair.p) = held_.value;
+    pair.start(rho[0], rho.back(), t);
+    const double whole = std::accumulate(volumes.begin(), volumes.end(), 0.0);
+    for (std::size_t k = 1; k + 1 < count; ++k) pair.add(rho[k], volumes[k] / whole);
+    SaturationPoint point;
+    if (!pair.solve(kNewton) || !(pair.distance() > 0.0) || !pair.locally_stable() ||
+        !pair.bound(point.certificate))
+        return {};
+    CoexistenceSolver all(fluid_, static_cast<int>(count));
+    all.start(0, pair.a.x, pair.a.rho);
+    for (std::size_t k = 1; k + 1 < count; ++k) {
+        PhaseState const& liquid = pair.beside[k - 1];
+        all.start(static_cast<int>(k), liquid.x, liquid.rho);
+        all.fraction.push_back(pair.part(static_cast<int>(k) - 1));
+    }
+    all.start(static_cast<int>(count) - 1, pair.b.x, pair.b.rho);
+    all.u.back() = pair.ln_T();
+    if (!all.evaluate() || !(all.pressure() > 0.0)) return {};
+    const std::vector<double> parts = all.amounts();
+    if (!(*std::min_element(parts.begin(), parts.end()) > 0.0) || !certified_beside(all, point, o))
+        return {};
+    report_liquids(all, parts, point);
+    return point;
+}
+
 std::optional<SaturationPoint> SaturationSolver::warm_split(SaturationPoint const& start,
                                                             SaturationOptions const& o) {
     std::optional<SaturationPoint> found;

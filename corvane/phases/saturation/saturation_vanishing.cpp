@@ -17,6 +17,7 @@ constexpr double kStep = 0.7;        // change of ln p between flashes, the firs
 constexpr double kLowest = 1e-100;   // MPa
 constexpr double kNarrow = 0.05;     // bracket in ln p from which Newton's method starts
 constexpr double kLeast = 1e-4;      // bracket that ends the search
+constexpr double kFine = 0.02;       // between flashes where the lightest phase is lost
 constexpr double kJump = 0.2;        // of ln rho of the lightest phase, least
 constexpr double kTrace = -640.0;    // of the logarithm of a vapour pressure, MPa
 constexpr double kCold = 0.1;        // over twice the highest critical temperature
@@ -60,6 +61,7 @@ struct SaturationSolver::Vanishing {
     bool follow();
     bool narrowed();
     bool of_the_whole();
+    bool alike();
     void advance();
     void none();
     bool turn();
@@ -74,6 +76,10 @@ struct SaturationSolver::Vanishing {
         double s;
         std::vector<Side> phases;  // the lightest last
     };
+    std::optional<Seen> seen();  ///< a flash here, of scan() and refine()
+    void refine();
+    FlashOptions warm;
+    FlashResult latest;
     std::vector<Seen> fluids;  // flashes without a gas
     std::size_t pair = 0;      // the next two of them to compare
     bool turned =
@@ -300,34 +306,61 @@ bool SaturationSolver::Vanishing::out_of_reach() const {
     return false;
 }
 
+std::optional<SaturationSolver::Vanishing::Seen> SaturationSolver::Vanishing::seen() {
+    try {
+        whole = flash_pT(own.fluid_.model(), p, t, own.fluid_.expand(own.fluid_.z()), warm);
+    } catch (EquilibriumFailure const&) {
+        unsure = unsure || !out_of_reach();
+        return {};
+    } catch (ThException const& e) {
+        if (e.number != th_no_density) throw;
+        unsure = unsure || !out_of_reach();
+        return {};
+    }
+    own.fluid_.evaluations += whole.certificate.evaluations;
+    latest = whole;
+    warm.start = &latest;
+    return Seen{s, sides()};
+}
+
 void SaturationSolver::Vanishing::scan(std::vector<Node> const& nodes) {
     scanned = true;
-    FlashOptions warm;
-    FlashResult last;
     for (Node const& q : nodes) {
         p = own.p(q.s);
         t = own.T(q.s);
         s = own.held_.at_T ? std::log(p / p0) : latent * (1.0 / t - 1.0 / t0);
-        if (q.stable) {
+        if (q.stable)
             fluids.push_back({s, {{q.rho, 1, own.fluid_.z(), 1.0}}});
-            continue;
-        }
-        try {
-            whole = flash_pT(own.fluid_.model(), p, t, own.fluid_.expand(own.fluid_.z()), warm);
-        } catch (EquilibriumFailure const&) {
-            unsure = unsure || !out_of_reach();
-            continue;
-        } catch (ThException const& e) {
-            if (e.number != th_no_density) throw;
-            unsure = unsure || !out_of_reach();
-            continue;
-        }
-        own.fluid_.evaluations += whole.certificate.evaluations;
-        fluids.push_back({s, sides()});
-        last = whole;
-        warm.start = &last;
+        else if (auto const here = seen())
+            fluids.push_back(*here);
     }
+    refine();
     none();
+}
+
+/// Flashes between those of the scan where the lightest phase leaves no trace: it may have vanished
+/// beside others that the next one does not have any more.
+void SaturationSolver::Vanishing::refine() {
+    const auto lost = [&](Seen const& a, Seen const& b) {
+        auto const &with = a.phases.size() < b.phases.size() ? b : a, &without = &with == &a ? b : a;
+        Side const &light = with.phases.back(), &next = nearest(without.phases, light);
+        return with.phases.size() > 1 && !next.like(light) && !(is_gas(next) && is_gas(light));
+    };
+    int more = kFlashes;
+    for (std::size_t k = 0; k + 1 < fluids.size() && more > 0;) {
+        const double a = fluids[k].s, b = fluids[k + 1].s;
+        if (std::fabs(a - b) < kFine || !lost(fluids[k], fluids[k + 1])) {
+            ++k;
+            continue;
+        }
+        --more;
+        s = 0.5 * (a + b);
+        auto const between = place() ? seen() : std::nullopt;
+        if (between)
+            fluids.insert(fluids.begin() + static_cast<std::ptrdiff_t>(k) + 1, *between);
+        else
+            ++k;
+    }
 }
 
 /// The bubble point of a liquid that splits a little further on, so that the search may pass it.
@@ -336,6 +369,21 @@ bool SaturationSolver::Vanishing::of_the_whole() {
     if (!own.solve() || !own.accept()) return false;
     point = own.result(o);
     return over = true;
+}
+
+/// Next to a critical end point: where flashes see all phases for the last time the lightest is
+/// nearly another one.
+bool SaturationSolver::Vanishing::alike() {
+    std::vector<std::vector<double>> rho_i;
+    std::vector<double> volumes;
+    for (Side const& phase : at_low) {
+        rho_i.push_back(phase.x);
+        for (double& rho : rho_i.back()) rho *= phase.rho;
+        volumes.push_back(phase.part / phase.rho);
+    }
+    s = low;
+    if (place()) point = own.first_alike(rho_i, volumes, t, o);
+    return over = over || point;
 }
 
 /// A narrow bracket: does something vanish in it? True where the search is over.
@@ -364,6 +412,7 @@ bool SaturationSolver::Vanishing::narrowed() {
     } else if (width < kLeast) {
         if (solved()) return true;
         if (!turned) return over = true;
+        if (fewer > 1 && alike()) return true;
         unsure = unsure || fewer == 0 || lightest_alone(at_low, at_high);
         none();
     } else if (!tried) {
