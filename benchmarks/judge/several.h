@@ -10,8 +10,8 @@
 namespace judge {
 
 /// K phases of equal potentials and pressures, all of which (a flash) or all but the last (its
-/// first vapour) make up the whole z. Variables: the logarithms of all partial densities, ln T where
-/// p alone is given, and the volume fractions of all phases in the whole but the first one's.
+/// first vapour) make up the whole z. Variables: the logarithms of all partial densities, ln T
+/// where p alone is given, and the volume fractions of all phases in the whole but the first one's.
 /// Equations: ln f_i/(RT) and p/(RT), over the density, against the first phase, p, ln of the
 /// composition of the whole against z. Plain differences of potentials: phases that differ by d
 /// leave 10^-34/d^3, and the trivial solution is far from phases that are claimed to 1e-6·d.
@@ -54,7 +54,8 @@ class SeveralNewton {
         if (!equations(y, F)) return false;
         Quad last = 1e30;
         for (int it = 0; it < 40; ++it) {
-            const Quad h = Equation::kPrecision.bounds ? Quad(1e-17) : Quad(Equation::kPrecision.step);
+            const Quad h =
+                Equation::kPrecision.bounds ? Quad(1e-17) : Quad(Equation::kPrecision.step);
             for (int j = 0; j < N; ++j) {
                 const Quad keep = y[j];
                 y[j] = keep + h;

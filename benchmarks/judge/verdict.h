@@ -460,8 +460,8 @@ class Court {
         v.tpd = static_cast<double>(t.tpd);
         return depth(t);
     }
-    /// Three and more phases: potentials and pressures of the densities as given, with 113 bits, then
-    /// the true ones next to them.
+    /// Three and more phases: potentials and pressures of the densities as given, with 113 bits,
+    /// then the true ones next to them.
     Verdict many(double p, double T, std::vector<corvane::PhaseRecord> const& phases,
                  std::vector<double> const& amounts, corvane::Certificate const& c,
                  SeveralNewton<Equation>& solver) const {
@@ -516,12 +516,13 @@ class Court {
             for (auto const& a : solver.phase)
                 for (auto const& b : solver.phase) {
                     Quad d = &a == &b ? 1 : 0;
-                    for (int i = 0; i < n_; ++i) d = std::max(d, Quad(abs(a.x(i, n_) - b.x(i, n_))));
+                    for (int i = 0; i < n_; ++i)
+                        d = std::max(d, Quad(abs(a.x(i, n_) - b.x(i, n_))));
                     apart = std::min(apart, d);
                 }
             for (std::size_t f = 0; v.fault == Fault::none && f < amounts.size(); ++f)
-                if (!(solver.part[f] > -kFar) || double(abs(amounts[f] - solver.part[f])) >
-                                                     kFar + 4 * v.x_error / double(apart))
+                if (!(solver.part[f] > -kFar) ||
+                    double(abs(amounts[f] - solver.part[f])) > kFar + 4 * v.x_error / double(apart))
                     v.fault = Fault::fraction;
             if (v.fault != Fault::none) return v;
         } else if (Equation::kPrecision.bounds) {

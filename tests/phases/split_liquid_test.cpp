@@ -81,23 +81,31 @@ TEST(SplitLiquid, FollowsItsNeighbour) {
     EXPECT_LT(4 * warm, cold) << warm;
 }
 
-// Next to a critical end point, where the vapour is nearly one of the liquids when it vanishes (mole
-// fractions differ by 1e-4 to 2e-3) and flashes have lost sight of it: the judge solves all three phases with 113 bits.
+// Next to a critical end point, where the vapour is nearly one of the liquids when it vanishes
+// (mole fractions differ by 1e-4 to 2e-3) and flashes have lost sight of it: the judge solves all
+// three phases with 113 bits.
 TEST(SplitLiquid, OfWhichOneIsNearlyTheVapour) {
     const struct {
         char const* eos;
         Names names;
         Vector<double> z;
         double p;
-    } rows[] = {
-        {"PR", {"ethanol", "water", "benzene"},
-         vec({0.4931355287873797, 0.20982877190922541, 0.29703569929081058}), 45.769902401839119},
-        {"PR", {"hydrogen", "methane", "decane"},
-         vec({0.45423198104442875, 0.5407738947472158, 0.0049941242083555108}), 15.979287779645114},
-        {"SRK", {"benzene", "mercury", "water"},
-         vec({0.033503388118262492, 0.6495511270806641, 0.31694548480782397}), 18.228293278743028},
-        {"SRK", {"nitrogen", "methane", "carbon_dioxide"},
-         vec({0.25904829476246882, 0.50958395727686501, 0.231367747956661}), 8.0816180628768368}};
+    } rows[] = {{"PR",
+                 {"ethanol", "water", "benzene"},
+                 vec({0.4931355287873797, 0.20982877190922541, 0.29703569929081058}),
+                 45.769902401839119},
+                {"PR",
+                 {"hydrogen", "methane", "decane"},
+                 vec({0.45423198104442875, 0.5407738947472158, 0.0049941242083555108}),
+                 15.979287779645114},
+                {"SRK",
+                 {"benzene", "mercury", "water"},
+                 vec({0.033503388118262492, 0.6495511270806641, 0.31694548480782397}),
+                 18.228293278743028},
+                {"SRK",
+                 {"nitrogen", "methane", "carbon_dioxide"},
+                 vec({0.25904829476246882, 0.50958395727686501, 0.231367747956661}),
+                 8.0816180628768368}};
     for (auto const& row : rows) {
         SCOPED_TRACE(row.names[0]);
         const Mixture m = estimated_mixture(row.eos, "vdW1", row.names);
@@ -118,7 +126,8 @@ TEST(SplitLiquid, OfWhichOneIsNearlyTheVapour) {
         EXPECT_NEAR(double(truth.part[1]), q.fraction[1], 1e-6);
         EXPECT_GT(abs(truth.phase[1].x(0, 3) - truth.phase[2].x(0, 3)), 1e-5);
         if (&row != std::end(rows) - 1) continue;
-        // The court agrees, and sees a temperature or an amount that is off. At T it is the same point.
+        // The court agrees, and sees a temperature or an amount that is off. At T it is the same
+        // point.
         const auto judged = [&](corvane::SaturationPoint const& point) {
             return court.saturation(Saturated::bubble, false, row.p, row.z, point).fault;
         };

@@ -271,8 +271,7 @@ void RegularPair::equal(int k, double* J, double* r) const {
         row(
             c.m[i] - a.m[i], c.m_T[i] - a.m_T[i], [&](int j) { return c.H[i * n + j]; },
             [&](int j) { return a.H[i * n + j]; });
-    row(
-        (c.p - a.p) / (R * a.T) * scale, (c.p_T - a.p_T) * scale,
+    row((c.p - a.p) / (R * a.T) * scale, (c.p_T - a.p_T) * scale,
         [&](int j) { return c.P[j] * scale; }, [&](int j) { return a.P[j] * scale; });
 }
 
@@ -325,8 +324,7 @@ void RegularPair::compose(double* J, double* r) const {
     double first_off = 0.0;  // ln of component 0 in the whole, over z
     for (int i = 0; i < n; ++i) {
         double more = fraction * std::expm1(-2.0 * d * y[n + i]);
-        for (int k = 0; k < others; ++k)
-            more += part(k) * (beside[k].rho_i[i] / a.rho_i[i] - 1.0);
+        for (int k = 0; k < others; ++k) more += part(k) * (beside[k].rho_i[i] / a.rho_i[i] - 1.0);
         const double whole = a.rho_i[i] * (1.0 + more);
         const double of_a = first * a.rho_i[i] / whole, of_b = fraction * b.rho_i[i] / whole;
         const double off = y[i] + d * y[n + i] + std::log1p(more) - std::log(fluid.z()[i]);
@@ -454,8 +452,7 @@ bool RegularPair::bound(Certificate& c) {
             e_[at++] = rounding_of_m(fluid, a, i) + rounding_of_m(fluid, s, i);
         e_[at++] = (rounding_of_P(fluid, a) + rounding_of_P(fluid, s)) / a.rho;
     }
-    for (int i = 1; i < n; ++i)
-        e_[at++] = 4 * eps * (2.0 + std::fabs(y[i]) + std::fabs(y[0]));
+    for (int i = 1; i < n; ++i) e_[at++] = 4 * eps * (2.0 + std::fabs(y[i]) + std::fabs(y[0]));
     const double p_rounding = rounding_of_P(fluid, a) * R * a.T / a.p;
     if (p && !fixed_distance) e_[m - 1] = p_rounding;
     for (int k = 0; k < m; ++k) e_[k] += std::fabs(r_[k]);

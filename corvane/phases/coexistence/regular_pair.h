@@ -92,7 +92,7 @@ class RegularPair {
     void equilibrium(double* J, double* r) const;
     void equal(int k, double* J, double* r) const;
     int of_beside(int k) const { return 2 * n_ + 3 + k * (n_ + 1); }  ///< where it begins in y
-    double first_part() const;  ///< volume fraction of a
+    double first_part() const;                                        ///< volume fraction of a
     void resize();
     void compose(double* J, double* r) const;
     void fix(double* J, double* r, bool tangent) const;

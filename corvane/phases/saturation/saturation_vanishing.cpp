@@ -342,7 +342,8 @@ void SaturationSolver::Vanishing::scan(std::vector<Node> const& nodes) {
 /// beside others that the next one does not have any more.
 void SaturationSolver::Vanishing::refine() {
     const auto lost = [&](Seen const& a, Seen const& b) {
-        auto const &with = a.phases.size() < b.phases.size() ? b : a, &without = &with == &a ? b : a;
+        auto const &with = a.phases.size() < b.phases.size() ? b : a,
+                   &without = &with == &a ? b : a;
         Side const &light = with.phases.back(), &next = nearest(without.phases, light);
         return with.phases.size() > 1 && !next.like(light) && !(is_gas(next) && is_gas(light));
     };
