@@ -295,6 +295,47 @@ TEST(NearCritical, FlashesOfPhasesAlikeInDensityOrInCompositionAlone) {
     }
 }
 
+// Of three components so near to a spinodal that no trial phase is found, only the curvature tells
+// that the whole splits: the eigenvector leads to the phases.
+TEST(NearCritical, FlashesOnTheSpinodalOfThreeComponents) {
+    const struct {
+        Names names;
+        Vector<double> z;
+        double T, p;
+    } rows[] = {{{"carbon_dioxide", "hexadecane", "methane"},
+                 vec({0.84266547071572, 0.020748746916605703, 0.13658578236767438}),
+                 330.87748023334422,
+                 15.143422199880675},
+                {{"nitrogen", "oxygen", "argon"},
+                 vec({0.6435761582031836, 0.15059839183004661, 0.20582544996676982}),
+                 135.12341681081691,
+                 3.9482772804415855},
+                {{"nitrogen", "carbon_dioxide", "octane"},
+                 vec({0.30151495439118414, 0.6780148124138661, 0.020470233194949779}),
+                 290.09606045373221,
+                 13.643935080337515}};
+    for (auto const& row : rows) {
+        SCOPED_TRACE(row.names[1]);
+        const Mixture m = estimated_mixture("PR", "vdW1", row.names);
+        const judge::Cubic cubic(*m);
+        const auto q = corvane::flash_pT(*m, row.p, row.T, row.z);
+        ASSERT_EQ(q.phases.size(), 2u);
+        const auto z = judge::Court<judge::Cubic>(cubic).normal<judge::Quad>(row.z);
+        judge::PairNewton<judge::Cubic> truth(cubic, judge::Given::p_and_T, row.p, row.T, z);
+        judge::Phase<judge::Quad> a, b;
+        for (int i = 0; i < 3; ++i) {
+            a.rho[i] = judge::Quad(q.phases[0].rho) * q.phases[0].x[i];
+            b.rho[i] = judge::Quad(q.phases[1].rho) * q.phases[1].x[i];
+        }
+        ASSERT_TRUE(truth.solve(a, b));
+        EXPECT_TRUE(truth.beta() > 0 && truth.beta() < 1);
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_LE(abs(truth.a().x(i, 3) - q.phases[0].x[i]), q.certificate.x_error + 3e-16);
+            EXPECT_LE(abs(truth.b().x(i, 3) - q.phases[1].x[i]), q.certificate.x_error + 3e-16);
+        }
+    }
+}
+
 // One phase above a bubble point and two below, as near to it as its error allows, where rounding
 // hides the sign of the tangent-plane distance: by the test of the whole and by the flash.
 TEST(NearCritical, StabilityAndFlashChangeAtTheBubblePoint) {

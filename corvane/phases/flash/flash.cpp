@@ -2,6 +2,7 @@
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/coexistence/coexistence.h>
 #include <corvane/phases/coexistence/regular_pair.h>
+#include <corvane/phases/critical/critical_conditions.h>
 #include <corvane/phases/flash/flash_parts.h>
 #include <corvane/phases/flash/two_phases.h>
 #include <corvane/phases/report/words.h>
@@ -136,7 +137,7 @@ class Flash {
     /// lies between the two phases found, since the distance itself is of fourth order there.
     bool near() {
         const StabilityResult r = stability_.test(whole_, p_, nullptr, false, true);
-        if (!r.other) return n_ == 2 && on_spinodal();
+        if (!r.other) return on_spinodal();
         std::vector<double> const &z = fluid_.z(), &w = r.trial.w;
         if (n_ == 2 && fluid_.evaluate_at(two_.b, p_, T_, w, Root::stable, 0)) {
             two_.a = whole_;  // whose distance to the trial may be rounding
@@ -168,36 +169,33 @@ class Flash {
         const double in_b = -lo / two_.b.rho, in_a = hi / two_.a.rho;
         return between(in_b / (in_a + in_b));
     }
-    /// So close that no distance is above rounding: starts from the curvature alone.
+    /// So close that no distance is above rounding: starts from the curvature alone, along its
+    /// eigenvector.
     bool on_spinodal() {
-        std::vector<double> const& z = fluid_.z();
-        std::vector<double> x(z), y(z);
-        const double room = z[0] * z[1];
-        const double curvature = room * (whole_.m_n(0, 0) - whole_.m_n(0, 1) - whole_.m_n(1, 0) +
-                                         whole_.m_n(1, 1));
+        CriticalConditions spinodal(fluid_);
+        if (!spinodal.eigen({std::log(whole_.rho), std::log(T_)}, 2)) return false;
+        RegularPair pair(fluid_);
         for (double width : {1.0, 0.3, 3.0, 0.1, 10.0}) {
-            const double off = width * room * std::sqrt(std::fabs(curvature));
-            if (!(off < 0.5 * std::min(z[0], z[1]))) continue;
-            for (int i = 0; i < 2; ++i) {
-                x[i] = z[i] + (i == 0 ? off : -off);
-                y[i] = z[i] - (i == 0 ? off : -off);
-            }
-            if (fluid_.evaluate_at(two_.a, p_, T_, x, Root::stable, 0) &&
-                fluid_.evaluate_at(two_.b, p_, T_, y, Root::stable, 0) && between(0.5))
-                return true;
+            pair.start_critical(whole_.rho_i, spinodal.u, T_);
+            pair.y[2 * n_] = width * std::sqrt(std::fabs(spinodal.lambda));
+            pair.y.back() = 0.5;
+            if (pair.distance() < RegularPair::kNear && between(pair)) return true;
         }
         return false;
     }
     /// The pair that both phases lead to, and the whole between them; fraction: of the volume.
     bool between(double fraction) {
         RegularPair pair(fluid_);
+        pair.start(two_.a.rho_i, two_.b.rho_i, T_, fraction);
+        return between(pair);
+    }
+    bool between(RegularPair& pair) {
         pair.T = T_;
         pair.p = p_;
         pair.fixed_fraction = false;
-        pair.start(two_.a.rho_i, two_.b.rho_i, T_, fraction);
         const bool solved = pair.solve(kIterations);
         two_.iterations += pair.iterations;
-        fraction = pair.y.back();
+        const double fraction = pair.y.back();
         if (!solved || !(fraction > 0.0) || !(fraction < 1.0) || !pair.locally_stable())
             return false;
         two_.a = pair.a;
