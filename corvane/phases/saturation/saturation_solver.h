@@ -194,6 +194,7 @@ class SaturationSolver {
     /// Solves all crossings of the envelope; keeps the lowest or highest, also of the one that is
     /// known already.
     bool traced(bool upper, bool known, Found& best);
+    bool within_unstable(double lo, double hi);
 
     const FluidModel fluid_;
     const Vector<double> asked_;

@@ -10,6 +10,7 @@ namespace {
 constexpr double kSolved = 1e-9;          // of the potentials
 constexpr double kBend[] = {1e-3, 1e-2};  // of ln T, of ln p
 constexpr double kSamePoint = 1e-6;       // critical points, of ln T and ln p
+constexpr double kDeep = -1e-3;           // distance that is no sign of a boundary nearby
 constexpr double kBack[] = {0.02, 0.1};   // of ln T, of ln p: beyond two neighbours of an envelope
 
 /// Does the curve end at this point of an envelope? Where the incipient phase becomes mechanically
@@ -107,6 +108,14 @@ bool SaturationSolver::crossing(EnvelopePoint const& a, EnvelopePoint const& b, 
     return false;
 }
 
+/// Is the whole unstable from lo to hi, as far as the search looks? Then no boundary of it is an
+/// answer there.
+bool SaturationSolver::within_unstable(double lo, double hi) {
+    const Node a = node(lo), b = node(hi);
+    const auto deep = [](Node const& q) { return q.known && !q.stable && q.r.tpd < kDeep; };
+    return deep(a) && deep(b) && !window(a, b);
+}
+
 bool SaturationSolver::traced(bool upper, bool known, Found& best) {
     Envelope own;
     if (kept_ ? !kept_->found() : !trace_envelope(fluid_, own, stuck_)) {
@@ -134,7 +143,7 @@ bool SaturationSolver::traced(bool upper, bool known, Found& best) {
             continue;
         bool unstable = false;
         if (!crossing(a, b, fa / (fa - fb), lo, hi, unstable)) {
-            if (unstable) continue;
+            if (unstable || within_unstable(lo, hi)) continue;
             missed_ = true;
             complete_ = false;
             continue;

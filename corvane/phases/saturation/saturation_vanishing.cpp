@@ -216,7 +216,7 @@ void SaturationSolver::Vanishing::note() {
         y = here.x;
         rho_vapour = here.rho;
     }
-    if (above ? count > 1 : count > 2 && high > 1e299) {
+    if (above ? count > 1 : count > 2 && (high > 1e299 || liquids.empty())) {
         const auto last = static_cast<std::ptrdiff_t>(count) - (above ? 0 : 1);
         liquids.assign(whole.phases.begin(), whole.phases.begin() + last);
         amounts.assign(whole.fraction.begin(), whole.fraction.begin() + last);
