@@ -67,7 +67,8 @@ struct PrintedValue {
         pressure,             ///< MPa
         saturation_pressure,  ///< MPa; of a mixture at its bubble point
         liquid_density,       ///< mol/cm³; these two of pure saturated fluids
-        vapour_density
+        vapour_density,
+        mixture_parameter  ///< element `number` of ModelN::mixpar, at whatever T that is for
     };
     Of of = Of::Ar;
     double T = 0.0, rho = 0.0;   ///< K; mol/cm³ where the state is not saturated
@@ -83,6 +84,7 @@ struct PrintedValue {
         double value = 0.0;
     };
     std::vector<Parameter> parameters = {};
+    int number = 0;  ///< of a mixture parameter
 };
 
 /// Compares with printed figures, the only check that sees an error which is the same in every

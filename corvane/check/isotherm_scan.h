@@ -102,6 +102,14 @@ class IsothermScan {
     std::vector<double> rho_, at_;
 };
 
+/// Least slope of an isotherm that goes on rising: a soft end, where an inner loop has swallowed
+/// the spinodal.
+template <class Slope>
+bool inflects(Slope const& slope, double rho) {
+    const auto curvature = [&](double r) { return slope(1.001 * r) - slope(0.999 * r); };
+    return slope(rho) > 0.0 && curvature(0.99 * rho) < 0.0 && curvature(1.01 * rho) > 0.0;
+}
+
 /// vcalc(phase, rho1, rho2) against the scan, by the contract of Model1::vcalc.
 template <class Vcalc, class Slope>
 void check_roots(Survey& survey, IsothermScan const& scan,

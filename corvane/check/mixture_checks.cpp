@@ -1,21 +1,18 @@
 #include <corvane/check/isotherm_scan.h>
+#include <corvane/check/mixture_copies.h>
+#include <corvane/check/pair_checks.h>
 #include <corvane/check/survey.h>
 #include <corvane/core/errors.h>
 #include <corvane/mixture/isotherm.h>
 #include <corvane/mixture/modeln.h>
-#include <corvane/mixture/pair_parameters.h>
-#include <corvane/mixture/theory_parameters.h>
-#include <corvane/pure/attach.h>
 #include <corvane/pure/model1.h>
 
 #include <algorithm>
-#include <memory>
 #include <numeric>
 
 namespace corvane {
 namespace {
 using State = Survey::State;
-using Mixed = std::unique_ptr<ModelN, Detach>;
 
 /// All that DerivN::potentials writes.
 struct Potentials {
@@ -279,13 +276,17 @@ class MixtureChecks {
         }
     }
 
+    /// Of this composition: the mean of all components may lie beyond the last density of a heavy
+    /// one.
+    double scan_top(std::vector<double> const& x) const {
+        double vc = 0.0;
+        for (int i = 0; i < n_; ++i) vc += x[index(i)] * m_.mdl1[i]->vcrit();
+        return std::min(1.15 * top_, 3.0 / vc);
+    }
     void densities(std::vector<double> const& fractions, double T) {
         const Vector<double> x = vector(fractions);
         auto isotherm = [&](double rho) { return rho * m_.Z(rho, T, x); };
-        // Of this composition: the mean of all components may lie beyond the last density of a heavy one.
-        double vc = 0.0;
-        for (int i = 0; i < n_; ++i) vc += x[i] * m_.mdl1[i]->vcrit();
-        const IsothermScan scan(isotherm, std::min(1.15 * top_, 3.0 / vc));
+        const IsothermScan scan(isotherm, scan_top(fractions));
         for (double p : {1e-9, 1e-3, 0.1, 1.0, 5.0, 20.0}) {
             const State at{.T = T, .p = p, .x = &fractions};
             check_roots(
@@ -332,151 +333,20 @@ class MixtureChecks {
                 }
         }
     }
-    // ---- parameters of pairs and components
-
-    /// A value of everything that depends on those of pairs; without a number where the state is
-    /// none.
-    double fingerprint() const {
-        const Vector<double> x = vector(compositions().back());
-        const double T = 0.6 * low_ + 0.4 * high_;
-        double a = 0.0, b = 0.0;
-        m_.vcalc(1.0, T, x, 1, a, b);
-        return m_.Ar(0.6 * top_, T, x) + 2.0 * m_.Z(0.3 * top_, 1.3 * T, x) + a;
-    }
-    static bool alike(double a, double b) {
-        return std::abs(a - b) <= 1e-11 * (1.0 + std::abs(b)) || (a != a && b != b);
-    }
     void parameters() {
-        auto const* extension = dynamic_cast<PairParameters const*>(&m_);
-        const int count = extension ? extension->pair_parameters() : 0;
-        for (int j = 1; j < n_; ++j)
-            for (int i = 0; count > 0 && i < j; ++i) pair(count, i, j);
-        with_all_parameters(count);
-    }
-    std::vector<double> values(int count, int i, int j) const {
-        std::vector<double> v;
-        for (int k = 0; k < count; ++k) v.push_back(m_.param(k, i, j));
-        return v;
-    }
-    /// As the pair (i, j), and from its section as that of (j, i).
-    bool survives(int count, int i, int j, double now) {
-        const std::vector<double> before = values(count, i, j);
-        for (bool turned : {false, true}) {
-            const int a = turned ? j : i, b = turned ? i : j;
-            handed_on([&](FILE* f) { m_.par_out(f, a, b); }, [&](FILE* f) { m_.par_in(f, i, j); });
-            for (int k = 0; k < count; ++k)
-                if (std::abs(m_.param(k, i, j) - before[index(k)]) >
-                    1e-14 * std::abs(before[index(k)]))
-                    return false;
-        }
-        return alike(fingerprint(), now);
-    }
-    void pair(int count, int i, int j) {
-        const std::vector<double> before = values(count, i, j);
-        const std::string of = "pair " + std::to_string(i) + ", " + std::to_string(j);
-        const double first = fingerprint();
-        survey_.holds("a pair survives writing and reading", {}, survives(count, i, j, first), of);
-        for (int k = 0; k < count; ++k) {
-            const std::string which = of + ", parameter " + std::to_string(k);
-            survey_.holds("pairs: numbers and addresses", {},
-                          m_.ppar(k, i, j) && m_.ppar(k, i, j) == m_.ppar(k, j, i), which);
-            const double value = before[index(k)];
-            m_.param(k, i, j, changed(value));
-            const double now = fingerprint();
-            // One that does not count need not be written: another rule's.
-            if (now != first && std::isfinite(now))
-                survey_.holds("a pair survives writing and reading", {}, survives(count, i, j, now),
-                              which + " changed");
-            m_.param(k, i, j, value);
-            survey_.holds("parameters of pairs count from the moment they are written", {},
-                          alike(fingerprint(), first), which + " put back");
-        }
-    }
-    static double changed(double value) { return value == 0.0 ? 0.01 : 1.01 * value; }
-    /// The identities with every parameter at work, of pairs and, where they are 0 and may be
-    /// something else, of components (a volume translation, for instance).
-    void with_all_parameters(int count) {
-        struct Before : std::vector<std::pair<double*, double>> {
-            ~Before() { put_back(0); }
-            void put_back(std::size_t from) {
-                for (; size() > from; pop_back()) *back().first = back().second;
-            }
-            void change(double* at) {
-                emplace_back(at, *at);
-                *at = changed(*at);
-            }
-        } before;
-        for (int j = 1; j < n_; ++j)
-            for (int i = 0; i < j; ++i)
-                for (int k = 0; k < count; ++k) before.change(m_.ppar(k, i, j));
-        for (int i = 0; i < n_; ++i)
-            for (int k = 3; k < m_.mdl1[i]->mpar(); ++k)  // after molar mass and scales
-                if (double* const at = m_.mdl1[i]->ppar(k); *at == 0.0) {
-                    before.change(at);
-                    if (!std::isfinite(fingerprint())) before.put_back(before.size() - 1);
-                }
-        for (double t : {0.1, 0.6})
-            for (double r : {0.02, 0.3, 1.0})
-                survey_.guarded("identities", [&] {
-                    at_density(compositions().back(), low_ + t * (high_ - low_), r * top_);
-                });
+        const std::vector<double> x = compositions().back();
+        const DensityRange range{.T_low = low_, .T_high = high_, .top = top_};
+        check_pairs(survey_, m_, x, range, [&] {
+            for (double t : {0.1, 0.6})
+                for (double r : {0.02, 0.3, 1.0})
+                    survey_.guarded("identities",
+                                    [&] { at_density(x, low_ + t * (high_ - low_), r * top_); });
+        });
+        DensityRange scanned = range;
+        scanned.top = scan_top(x);
+        rewritten_densities(survey_, m_, x, scanned);
     }
 
-    /// What `write` puts into a file, given to `read`.
-    template <class Write, class Read>
-    static void handed_on(Write const& write, Read const& read) {
-        const std::unique_ptr<std::FILE, int (*)(std::FILE*)> f(std::tmpfile(), std::fclose);
-        if (!f) throw ThException(th_cannot_open);
-        write(f.get());
-        std::rewind(f.get());
-        read(f.get());
-    }
-    /// A mixture of components of this one, in any order, each as often as it is named. Parameters
-    /// of pairs go by their sections, which say who is who where a pair is not symmetric, or by value.
-    Mixed made_of(std::vector<int> const& which, bool by_value = false) const {
-        Mixed other(attachN(m_.eos, m_.mth));
-        other->alloc(static_cast<int>(which.size()), m_.eos);
-        auto const* theory = dynamic_cast<TheoryParameters const*>(&m_);
-        auto const* pairs = dynamic_cast<PairParameters const*>(&m_);
-        for (int a = 0; a < other->mdl1.size(); ++a) {
-            Model1 const& from = *m_.mdl1[which[index(a)]];
-            Model1& to = *other->mdl1[a];
-            to.name(from.name());
-            to.id(from.id());
-            to.load(m_.eos);
-            for (int k = 0; k < from.mpar(); ++k) to.param(k, from.param(k));
-            if (theory)
-                handed_on([&](FILE* f) { theory->theory_out(f, which[index(a)]); },
-                          [&](FILE* f) {
-                              dynamic_cast<TheoryParameters&>(*other).theory_in(f, a);
-                          });
-            for (int b = 0; !theory && b < a; ++b)
-                if (which[index(a)] != which[index(b)] && by_value)
-                    for (int k = 0; pairs && k < pairs->pair_parameters(); ++k)
-                        other->param(k, a, b, m_.param(k, which[index(a)], which[index(b)]));
-                else if (which[index(a)] != which[index(b)])
-                    handed_on([&](FILE* f) { m_.par_out(f, which[index(a)], which[index(b)]); },
-                              [&](FILE* f) { other->par_in(f, a, b); });
-        }
-        return other;
-    }
-    /// The components in reverse order, with the pairs as files have them; null where there are
-    /// none.
-    Mixed reversed() const {
-        Mixed other(attachN(m_.eos, m_.mth));
-        other->alloc(n_, m_.eos);
-        for (int i = 0; i < n_; ++i) {
-            other->mdl1[i]->name(m_.mdl1[n_ - 1 - i]->name());
-            other->mdl1[i]->id(m_.mdl1[n_ - 1 - i]->id());
-            for (int j = 0; j < i; ++j) other->id(j, i, m_.id(n_ - 1 - i, n_ - 1 - j));
-        }
-        try {
-            other->load(m_.eos, m_.mth);
-        } catch (ThException const&) {
-            return nullptr;
-        }
-        return other;
-    }
     /// Rules with pairs that are not symmetric may tell a component from its like (Michelsen &
     /// Kistenmacher, Fluid Phase Equilib. 58 (1990) 229): they are not asked to split one.
     void reordered() {
@@ -484,8 +354,9 @@ class MixtureChecks {
         std::iota(backwards.rbegin(), backwards.rend(), 0);
         std::iota(doubled.begin(), doubled.end(), 0);
         doubled.push_back(0);
-        const Mixed read = reversed(), copied = made_of(backwards), twice = made_of(doubled),
-                    by_value = made_of(backwards, true);
+        const Mixed read = reversed(m_), copied = made_of(m_, backwards),
+                    twice = made_of(m_, doubled),
+                    by_value = made_of(m_, backwards, Pairs::by_value);
         const auto over_all = [&](auto const& look) {
             for (std::vector<double> const& x : compositions())
                 for (double r : {0.1, 0.9}) {

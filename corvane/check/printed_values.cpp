@@ -1,3 +1,4 @@
+#include <corvane/check/rewritten.h>
 #include <corvane/check/survey.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/mixture/pair_parameters.h>
@@ -21,6 +22,8 @@ char const* check_of(Of of) {
             return "printed values: pressure";
         case Of::saturation_pressure:
             return "printed values: saturation pressure";
+        case Of::mixture_parameter:
+            return "printed values: mixture parameter";
         default:
             return "printed values: saturated density";
     }
@@ -34,6 +37,8 @@ double found(Model1 const& m, PrintedValue const& printed) {
             return m.Z(printed.rho, printed.T);
         case Of::pressure:
             return m.Z(printed.rho, printed.T) * printed.rho * R * printed.T;
+        case Of::mixture_parameter:
+            throw ThException(th_out_of_range);
         default:
             break;
     }
@@ -56,6 +61,11 @@ double found(ModelN const& m, PrintedValue const& printed) {
             return m.Z(printed.rho, printed.T, x) * printed.rho * R * printed.T;
         case Of::saturation_pressure:
             return bubble_T(m, printed.T, x).p;
+        case Of::mixture_parameter:
+            if (const Vector<double> p = m.mixpar(x);
+                printed.number >= 0 && printed.number < p.size())
+                return p[printed.number];
+            throw ThException(th_out_of_range);
         default:
             throw ThException(th_out_of_range);
     }
@@ -72,35 +82,21 @@ double* address(ModelN& m, PrintedValue::Parameter const& p) {
     return pairs && p.number >= pairs->pair_parameters() ? nullptr : m.ppar(p.number, p.i, p.j);
 }
 
-/// Parameters of a printed value, until the end of its life.
 template <class Model>
-class Changed {
-  public:
-    Changed(Model& model, std::vector<PrintedValue::Parameter> const& parameters) {
-        for (PrintedValue::Parameter const& p : parameters)
-            if (!address(model, p)) throw ThException(th_out_of_range);
-        for (PrintedValue::Parameter const& p : parameters) {
-            double* const at = address(model, p);
-            before_.emplace_back(at, *at);
-            *at = p.value;
-        }
-    }
-    Changed(Changed const&) = delete;
-    Changed& operator=(Changed const&) = delete;
-    ~Changed() {
-        for (auto k = before_.rbegin(); k != before_.rend(); ++k) *k->first = k->second;
-    }
-
-  private:
-    std::vector<std::pair<double*, double>> before_;
-};
+void write(Rewritten& parameters, Model& model, PrintedValue const& printed) {
+    for (PrintedValue::Parameter const& p : printed.parameters)
+        if (!address(model, p)) throw ThException(th_out_of_range);
+    for (PrintedValue::Parameter const& p : printed.parameters)
+        parameters.write(address(model, p), p.value);
+}
 
 template <class Model>
 std::vector<Check> compared(Model& model, std::vector<PrintedValue> const& values) {
     Survey survey;
     for (PrintedValue const& printed : values)
         survey.guarded("printed values", [&] {
-            const Changed<Model> with(model, printed.parameters);
+            Rewritten with;
+            write(with, model, printed);
             const bool pressure =
                 printed.of == Of::pressure || printed.of == Of::saturation_pressure;
             const double own =

@@ -1,5 +1,6 @@
 #include <corvane/catalogue/open.h>
 #include <corvane/check/isotherm_scan.h>
+#include <corvane/check/rewritten_densities.h>
 #include <corvane/check/survey.h>
 #include <corvane/core/errors.h>
 #include <corvane/phases/saturation/pure_saturation.h>
@@ -48,6 +49,9 @@ class PureChecks {
         survey_.guarded("critical point", [&] { critical(); });
         for (double Tr : {0.5, 0.7, 0.85, 0.95, 0.99, 1.0, 1.01, 1.2, 2.0})
             survey_.guarded("densities", [&] { densities(std::max(Tr * Tc_, low_)); });
+        survey_.guarded("rewritten parameters", [&] {
+            rewritten_densities(survey_, m_, {low_, high_, 3.0 * rho_c_, p_high_});
+        });
         for (double Tr : {0.45, 0.55, 0.7, 0.85, 0.95, 0.99, 0.9999})
             survey_.guarded("saturation", [&] { saturation(std::max(Tr * Tc_, low_)); });
         if (auto const* many = dynamic_cast<ManyDensities1 const*>(&m_))
@@ -398,18 +402,13 @@ class PureChecks {
         bool soft = false;
         for (double rho : {low, high}) {
             const double before = m_.pV(0.99 * rho, T), after = m_.pV(1.01 * rho, T);
-            const bool end = before * after < 0.0, inflection = !end && inflects(T, rho);
+            const bool end = before * after < 0.0,
+                       inflection = !end && inflects([&](double r) { return m_.pV(r, T); }, rho);
             soft = soft || inflection;
             survey_.holds(name, {.T = T, .rho = rho}, end || inflection || spinodal_leaps(T, rho),
                           "no spinodal there");
         }
         if (soft) scan.soft_ends(low, high);
-    }
-    /// Least slope of an isotherm that goes on rising: where an inner loop has swallowed the
-    /// spinodal.
-    bool inflects(double T, double rho) const {
-        const auto curvature = [&](double r) { return m_.pV(1.001 * r, T) - m_.pV(0.999 * r, T); };
-        return m_.pV(rho, T) > 0.0 && curvature(0.99 * rho) < 0.0 && curvature(1.01 * rho) > 0.0;
     }
     /// Whether a loop of the equation begins or ends there: a spinodal just below T and one just
     /// above lie on either side of the density.

@@ -95,10 +95,19 @@ class Survey {
         }
     }
     /// Two numbers that should be one; `size` is that of what rounding acts on.
-    void same(char const* name, State const& at, double a, double b, double allowed) {
+    void same(char const* name, State const& at, double a, double b, double allowed,
+              std::string const& of = "") {
         char text[96];
         std::snprintf(text, sizeof text, "%.12g and %.12g", a, b);
-        see(name, at, a == b ? 0.0 : a - b, allowed, text);
+        see(name, at, a == b ? 0.0 : a - b, allowed, of.empty() ? text : of + ": " + text);
+    }
+    /// All that another survey found, as one check, with what it was made of.
+    void take_over(char const* name, Survey& other, std::string const& of) {
+        for (Check const& c : other.take()) {
+            see(name, {.T = c.T, .rho = c.rho, .p = c.p, .x = c.x.empty() ? nullptr : &c.x},
+                c.worst, 1.0, of + ": " + c.name + ": " + c.what);
+            this->of(name).states += c.states - 1;
+        }
     }
     void holds(char const* name, State const& at, bool truth, std::string const& what) {
         see(name, at, truth ? 0.0 : 1.0, 1e-9, truth ? "" : what);

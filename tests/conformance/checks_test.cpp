@@ -42,6 +42,7 @@ class Faulty final : public Model1,
     }
     double Ar(double rho, double T) const override {
         if (fault_ == 3 && m_.Ts() != kept_) return 0.1;  // an old value
+        if (fault_ == 22 && m_.Ts() != kept_) return m_.Ar(rho, T) + 1e-9;
         if (fault_ == 12)
             return m_.Ar(rho, T) * (1 + 1e-10 * std::sin(1e15 * rho));  // as of a loose iteration
         return m_.Ar(rho, T) + (fault_ == 4    ? 1e-9 * rho
@@ -56,6 +57,7 @@ class Faulty final : public Model1,
         if (fault_ == 5 && n == 3) return rho1 = std::max(rho1, rho2), 1;
         if (fault_ == 6 && n == 3) rho1 *= 1 + 1e-9;
         if (fault_ == 7 && n == 0) rho1 = 0.0;
+        if (fault_ == 21 && n == 3 && m_.Ts() != kept_) return rho1 = std::max(rho1, rho2), 1;
         return n;
     }
     double xinit(double p, double T, int phase) const override { return m_.xinit(p, T, phase); }
@@ -118,7 +120,9 @@ TEST(Checks, NameEveryFault) {
                                      "orders of derivatives",
                                      "orders of derivatives",
                                      "many densities at once are those alone",
-                                     "many states at once are those alone"};
+                                     "many states at once are those alone",
+                                     "rewritten: densities that a scan finds",
+                                     "rewritten: as in a model that reads them"};
     const Model right = load_set("PR", "propane");
     for (int fault = 0; fault < static_cast<int>(std::size(names)); ++fault) {
         Faulty model(*right, fault);
@@ -184,6 +188,8 @@ class FaultyMixture final : public ModelN,
             latched_ = latched_ || m_.param(0, 0, 1) != kij_;
             more = latched_ ? 1e-9 : 0.0;  // what was kept is never made anew
         }
+        if (is("rewritten: as in a model that reads them"))
+            more = m_.param(0, 0, 1) == kij_ ? 0.0 : 1e-9;
         return m_.Ar(rho, T, x) + more;
     }
     double Z(double rho, double T, Vector<double> const& x) const override {
@@ -207,6 +213,8 @@ class FaultyMixture final : public ModelN,
         if (is("densities: all that a scan finds") && n == 3) return a = std::max(a, b), 1;
         if (is("densities: those that a scan finds") && n == 3) a *= 1 + 1e-9;
         if (is("impossible states have no density") && n == 0) a = 0.0;
+        if (is("rewritten: densities that a scan finds"))
+            a *= m_.param(0, 0, 1) == kij_ ? 1.0 : 1 + 1e-9;
         return n;
     }
 
@@ -317,6 +325,8 @@ TEST(Checks, NameEveryFaultOfAMixture) {
                             {"isotherm: the same densities"},
                             {"densities: all that a scan finds"},
                             {"densities: those that a scan finds"},
+                            {"rewritten: densities that a scan finds"},
+                            {"rewritten: as in a model that reads them"},
                             {"impossible states have no density"},
                             {"nothing at zero density"},
                             {"a component alone is the pure fluid"},

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <string_view>
 #include <utility>
 
 namespace cli {
@@ -84,6 +85,21 @@ std::vector<corvane::PrintedValue::Parameter> read_parameters(std::string const&
     return all;
 }
 
+void read_quantity(std::string const& text, corvane::PrintedValue& v) {
+    constexpr std::string_view kMixpar = "mixpar";
+    const auto quantity = std::find_if(kQuantities.begin(), kQuantities.end(),
+                                       [&](auto const& q) { return text == q.first; });
+    if (quantity != kQuantities.end()) {
+        v.of = quantity->second;
+    } else if (text.rfind(kMixpar, 0) == 0) {
+        v.of = Of::mixture_parameter;
+        v.number = whole(number(text.substr(kMixpar.size()), "quantity"), "the number of mixpar");
+    } else {
+        throw Failure(fmt::format("no quantity {}; there are Ar, Z, p, ps, rhoL, rhoV, mixpar0 …",
+                                  clipped(text)));
+    }
+}
+
 PrintedRow read_row(Row const& row) {
     PrintedRow read;
     read.substances = parts(row("substances"), '+');
@@ -93,13 +109,9 @@ PrintedRow read_row(Row const& row) {
         for (std::string const& x : parts(row("x"), ',')) v.x.push_back(number(x, "x"));
     if (v.x.size() != (read.substances.size() > 1 ? read.substances.size() : 0))
         throw Failure("x must have a number for each substance of a mixture");
-    const auto quantity = std::find_if(kQuantities.begin(), kQuantities.end(),
-                                       [&](auto const& q) { return row("quantity") == q.first; });
-    if (quantity == kQuantities.end())
-        throw Failure(fmt::format("no quantity {}; there are Ar, Z, p, ps, rhoL, rhoV",
-                                  clipped(row("quantity"))));
-    v.of = quantity->second;
-    v.T = number(row("T"), "T");
+    read_quantity(row("quantity"), v);
+    const bool state = v.of != Of::mixture_parameter;
+    v.T = state ? number(row("T"), "T") : row("T", 0.0);
     v.rho = row("rho", 0.0);
     v.value = number(row("value"), "value");
     v.within = number(row("within"), "within");
@@ -107,8 +119,8 @@ PrintedRow read_row(Row const& row) {
     v.source = row("source");
     if (row.has("parameters"))
         v.parameters = read_parameters(row("parameters"), read.substances.size() > 1);
-    const bool saturated = v.of != Of::Ar && v.of != Of::Z && v.of != Of::pressure;
-    if (!(v.T > 0.0) || !(v.within > 0.0) || (!saturated && !(v.rho > 0.0)))
+    const bool needs_rho = v.of == Of::Ar || v.of == Of::Z || v.of == Of::pressure;
+    if ((state && !(v.T > 0.0)) || !(v.within > 0.0) || (needs_rho && !(v.rho > 0.0)))
         throw Failure("T and within must be positive, and rho where the state is not saturated");
     return read;
 }

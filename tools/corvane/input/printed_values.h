@@ -19,8 +19,8 @@ struct PrintedRow {
 ///     substances  names joined by +
 ///     set         of the substance, or of the pairs
 ///     x           mole fractions with commas; of a substance empty
-///     T, rho      K and mol/cm³; no rho: at saturation
-///     quantity    Ar, Z, p, ps, rhoL, rhoV (MPa, mol/cm³)
+///     T, rho      K and mol/cm³; no rho: at saturation; neither of mixpar
+///     quantity    Ar, Z, p, ps, rhoL, rhoV (MPa, mol/cm³), mixpar0, mixpar1 … (ModelN::mixpar)
 ///     value, within, R, source
 ///     parameters  (may lack) that are not those of the set: "8=1.6 9=2.4", of a mixture with the
 ///                 components, "8@0.0=1.6 0@0.1=0.04"
