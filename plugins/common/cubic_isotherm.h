@@ -107,15 +107,16 @@ class CubicIsotherm {
             const double nff = n * free * free;
             const double cc = nff - D * f_VV, cB = nff + D * f_VB, BB = nff - D * f_BB;
             const double second = n == 0.0 ? 0.0 : (n * free - D * f_B) / n;
-            for (int i = 0; i < N; ++i)
-                for (int j = 0; j <= i; ++j) {
-                    const double ci = iso.c_[i], cj = iso.c_[j], Bi = B_i[i], Bj = B_i[j];
+            for (int i = 0; i < N; ++i) {  // linear in c_j, B_j and D_j, beside b_ij and a_ij
+                const double c = iso.c_[i], b = B_i[i], d = D_i[i];
+                const double of_c = cc * c - free - cB * b - f_V * d;
+                const double of_B = free - second - cB * c + BB * b - f_B * d;
+                const double of_D = -f_V * c - f_B * b, rest = free * (b - c) - second * b;
+                for (int j = 0; j <= i; ++j)
                     mu_rho[i * N + j] = mu_rho[j * N + i] =
-                        free * (Bi + Bj - ci - cj) + cc * ci * cj - cB * (ci * Bj + cj * Bi) +
-                        BB * Bi * Bj - f_V * (ci * D_i[j] + cj * D_i[i]) -
-                        f_B * (Bi * D_i[j] + Bj * D_i[i]) +
-                        second * (2.0 * iso.b_[i * N + j] - Bi - Bj) - 2.0 * f * iso.a_[i * N + j];
-                }
+                        rest + of_c * iso.c_[j] + of_B * B_i[j] + of_D * D_i[j] +
+                        2.0 * (second * iso.b_[i * N + j] - f * iso.a_[i * N + j]);
+            }
         }
 
       private:

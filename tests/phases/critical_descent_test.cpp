@@ -1,6 +1,6 @@
 // Descents of the tangent-plane test towards critical phases end where three times a step of
-// Newton's method does: the distance is of fourth order there, and a step covers a third of the
-// way.
+// Newton's method does, or in the valley about the phase: the distance is of fourth order there,
+// and a step covers a third of the way.
 #include "equilibria/phases.h"
 
 #include <corvane/corvane.h>
@@ -32,7 +32,7 @@ Tested tested(corvane::FluidModel const& fluid, corvane::CriticalPoint const& c,
 }  // namespace
 
 // What ends early has gone back to the phase: the answers are those of descents that go all the
-// way, stable or not, which take nearly twice as many evaluations.
+// way, stable or not, which take more than twice as many evaluations.
 TEST(CriticalDescent, EndsEarlyWithTheAnswersOfTheWholeWay) {
     long early = 0, whole = 0;
     int stable = 0, unstable = 0;
@@ -78,5 +78,5 @@ TEST(CriticalDescent, EndsEarlyWithTheAnswersOfTheWholeWay) {
         }
     EXPECT_GT(stable, 5);
     EXPECT_GE(unstable, 2);
-    EXPECT_LT(early, 0.65 * static_cast<double>(whole));
+    EXPECT_LT(early, 0.5 * static_cast<double>(whole));
 }

@@ -21,6 +21,8 @@ constexpr double kAlong[] = {1e-5, 1e-3}, kGradient[] = {1e-5, 1e-3}, kQuartic[]
 constexpr double kWide = 1e-3;      // first step of C where its error is bounded,
 constexpr double kPolishing = 4e-3;  // and where its rounding counts more than that bound
 constexpr double kUnits = 128 * std::numeric_limits<double>::epsilon();  // of rounding in sums of H
+constexpr double kNear = 0.1;   // step after which gradients are updated
+constexpr int kPower = 4;       // steps of the power method
 constexpr double kStep = 1e-6;  // last step of Newton's method, whose rate is 1e-5
 using Variables = CriticalConditions::Variables;
 }  // namespace
@@ -38,8 +40,6 @@ CriticalConditions::CriticalConditions(FluidModel const& fluid)
     last_u_.resize(n);
     root_.resize(n);
     B_.resize(n * n);
-    values_.resize(n);
-    vectors_.resize(n * n);
 }
 
 /// Searches pass through states that a model refuses, by an exception or by a value.
@@ -64,52 +64,59 @@ bool CriticalConditions::state(PhaseState& q, Variables const& y, int m, int ord
     return possible(q, std::exp(y[1]), order);
 }
 
+/// B_ and root_ of s.
+void CriticalConditions::form_B() {
+    for (int i = 0; i < n_; ++i) {
+        root_[i] = std::sqrt(s.rho_i[i]);
+        for (int j = 0; j <= i; ++j)
+            B_[i * n_ + j] = B_[j * n_ + i] =
+                root_[i] * root_[j] * 0.5 * (s.H[i * n_ + j] + s.H[j * n_ + i]);
+    }
+}
+
+bool CriticalConditions::definite(Variables const& y, int m, bool& positive) {
+    if (!state(s, y, m, phase_H)) return false;
+    form_B();
+    positive = smallest_.above(0.0, n_, B_.data());
+    return true;
+}
+
 /// λ and u of s.H.
 void CriticalConditions::smallest() {
     const int n = n_;
-    for (int i = 0; i < n; ++i) {
-        root_[i] = std::sqrt(s.rho_i[i]);
-        for (int j = 0; j <= i; ++j)
-            B_[i * n + j] = B_[j * n + i] =
-                root_[i] * root_[j] * 0.5 * (s.H[i * n + j] + s.H[j * n + i]);
-        last_u_[i] = u[i];
-    }
+    form_B();
+    std::copy(u.begin(), u.end(), last_u_.begin());
+    if (std::all_of(u.begin(), u.end(), [](double v) { return v == 0.0; })) u = root_;
     if (n == 1) {
-        values_[0] = B_[0];
-        vectors_[0] = 1.0;
+        lambda = B_[0];
+        u[0] = 1.0;
     } else if (n == 2) {
         // The smaller eigenvalue from the determinant, and its vector from the row where nothing
         // cancels: a trace has a tiny component that must keep its digits.
         const double a = B_[0], b = B_[1], d = B_[3];
         const double mean = 0.5 * (a + d), half = std::hypot(0.5 * (a - d), b);
-        values_[1] = mean + half;
-        values_[0] = mean > 0.0 ? (a * d - b * b) / values_[1] : mean - half;
-        double first = d - values_[0], second = -b;
+        lambda = mean > 0.0 ? (a * d - b * b) / (mean + half) : mean - half;
+        double first = d - lambda, second = -b;
         if (a > d) {
             first = -b;
-            second = a - values_[0];
+            second = a - lambda;
         }
         const double norm = std::hypot(first, second);
-        vectors_[0] = norm > 0.0 ? first / norm : 1.0;
-        vectors_[1] = norm > 0.0 ? second / norm : 0.0;
-        vectors_[2] = -vectors_[1];
-        vectors_[3] = vectors_[0];
+        u[0] = norm > 0.0 ? first / norm : 1.0;
+        u[1] = norm > 0.0 ? second / norm : 0.0;
+    } else if (smallest_.find(n, B_.data(), u)) {
+        lambda = smallest_.value;
     } else {
         Matrix<double> A(n, n), vectors;
         Vector<double> values;
         for (int i = 0; i < n; ++i)
             for (int j = 0; j < n; ++j) A[i][j] = B_[i * n + j];
         lin_jacobi(A, values, vectors);
-        for (int i = 0; i < n; ++i) {
-            values_[i] = values[i];
-            for (int j = 0; j < n; ++j) vectors_[i * n + j] = vectors[i][j];
-        }
+        lambda = values[0];
+        for (int i = 0; i < n; ++i) u[i] = vectors[0][i];
     }
-    lambda = values_[0];
-    stiffness_ = values_[n - 1];
     double dot = 0.0, sum = 0.0;
     for (int i = 0; i < n; ++i) {
-        u[i] = vectors_[i];
         dot += u[i] * last_u_[i];
         sum += u[i];
     }
@@ -125,11 +132,12 @@ bool CriticalConditions::eigen(Variables const& y, int m, int order) {
 
 double CriticalConditions::form(PhaseState const& q) const {
     double sum = 0.0;
-    for (int i = 0; i < n_; ++i)
-        for (int j = 0; j < n_; ++j)
-            sum += std::sqrt(s.x[i] * s.x[j]) * u[i] * u[j] *
-                   (q.H[i * n_ + j] - (i == j ? 1.0 / q.rho_i[i] : 0.0));
-    return s.rho * sum;
+    for (int i = 0; i < n_; ++i) {
+        double row = 0.0;
+        for (int j = 0; j < n_; ++j) row += root_[j] * u[j] * q.H[i * n_ + j];
+        sum += root_[i] * u[i] * (row - root_[i] * u[i] / q.rho_i[i]);
+    }
+    return sum;
 }
 
 /// side_ at the distance h along u.
@@ -243,7 +251,7 @@ bool CriticalConditions::gradients(Variables const& y, int m, double* J) {
 }
 
 bool CriticalConditions::quartic(Variables const& y, int m, double& D) {
-    if (!evaluate(y, m)) return false;
+    if (!eigen(y, m)) return false;
     double h = kQuartic[exact_ ? 0 : 1];
     for (int i = 0; i < n_; ++i)
         h = std::min(h, 0.1 * std::sqrt(s.x[i]) / std::max(std::fabs(u[i]), 1e-300));
@@ -261,16 +269,41 @@ bool CriticalConditions::quartic(Variables const& y, int m, double& D) {
         }
     }
     D = fourth / (h * h);
-    for (int k = 1; k < n_; ++k) {
-        double along = 0.0;
-        for (int i = 0; i < n_; ++i) along += vectors_[k * n_ + i] * third[i];
-        D -= 3.0 * along * along / values_[k];
-    }
+    // The response of the others, (B − λ)⁺ of what is perpendicular to u.
+    double along = 0.0;
+    for (int i = 0; i < n_; ++i) along += u[i] * third[i];
+    for (int i = 0; i < n_; ++i) third[i] -= along * u[i];
+    std::vector<double> A(B_), response(third);
+    for (int i = 0; i < n_; ++i)
+        for (int j = 0; j < n_; ++j) A[i * n_ + j] += u[i] * u[j];
+    if (!lu_solve(n_, A.data(), response.data())) return false;
+    for (int i = 0; i < n_; ++i) D -= 3.0 * third[i] * response[i];
     return std::isfinite(D);
 }
 
+/// The largest eigenvalue of B, if that exceeds 1: that of the compression of a dense liquid, next
+/// to whose vector √x_i a few steps of the power method find all but a few per cent of it. In a gas
+/// it is near 1.
+double CriticalConditions::stiffness() const {
+    double value = 0.0;
+    std::vector<double> v(root_), image(v);
+    for (int step = 0; step < kPower; ++step) {
+        double square = 0.0, length = 0.0;
+        for (int i = 0; i < n_; ++i) {
+            double sum = 0.0;
+            for (int j = 0; j < n_; ++j) sum += B_[i * n_ + j] * v[j];
+            square += v[i] * v[i];
+            length += sum * sum;
+            image[i] = sum;
+        }
+        value = std::sqrt(length / square);
+        std::swap(v, image);
+    }
+    return std::max(1.0, value);
+}
+
 double CriticalConditions::residual() const {
-    return std::max(std::fabs(lambda), std::fabs(C)) / std::max(1.0, stiffness_);
+    return std::max(std::fabs(lambda), std::fabs(C)) / stiffness();
 }
 
 CriticalConditions::Variables CriticalConditions::tangent(double const* J) {
@@ -288,7 +321,7 @@ CriticalConditions::Variables CriticalConditions::tangent(double const* J) {
 void CriticalConditions::polish(Variables& y, int m, Variables const* row, double value) {
     if (!exact_) return;
     Wide wide;
-    const double ideal = ideal_third(), most = limit * std::max(1.0, stiffness_);
+    const double ideal = ideal_third(), most = limit * stiffness();
     // The extrapolation errs by far less than its last step, if that is small.
     const auto good = [&](double first) {
         return extrapolated(first, wide) && std::fabs(ideal + wide.C) < most && wide.left < 10.0 * most;
@@ -320,6 +353,18 @@ void CriticalConditions::system(Variables const& y, int m, Variables const* row,
     }
 }
 
+/// J_ of two equations after a step from where they were `before`: Broyden, Math. Comp. 19 (1965)
+/// 577.
+void CriticalConditions::update(double const* moved, double const* before) {
+    const double square = moved[0] * moved[0] + moved[1] * moved[1];
+    const double now[] = {lambda, C};
+    for (int i = 0; i < 2; ++i) {
+        double* const row = J_.data() + 2 * i;
+        const double off = now[i] - before[i] - row[0] * moved[0] - row[1] * moved[1];
+        for (int k = 0; k < 2; ++k) row[k] += off * moved[k] / square;
+    }
+}
+
 bool CriticalConditions::solve(Variables& y, int m, Variables const* row, double value, int most) {
     assert(m == 2 || m == 3);
     double r[3];
@@ -327,8 +372,18 @@ bool CriticalConditions::solve(Variables& y, int m, Variables const* row, double
     const auto converged = [&](double step) {
         return residual() < limit && step < (exact_ ? kStep : 100 * kStep);
     };
+    double moved[3] = {kNear, kNear, kNear},
+           before[2] = {0.0, 0.0};  // by the last step, from where
+    bool updated = false;
+    // After a short step Broyden's update in place of six evaluations.
     const auto assemble = [&] {
-        if (!gradients(y, m, J_.data())) return false;
+        updated = updates && m == 2 && std::hypot(moved[0], moved[1]) < kNear;
+        if (updated)
+            update(moved, before);
+        else if (!gradients(y, m, J_.data()))
+            return false;
+        before[0] = lambda;
+        before[1] = C;
         system(y, m, row, value, r, J.data());
         return true;
     };
@@ -338,14 +393,15 @@ bool CriticalConditions::solve(Variables& y, int m, Variables const* row, double
         bound(r[0], 0.2);
         bound(r[1], 0.1);
         if (m == 3) bound(r[2], 0.5 * (r[2] < 0.0 ? y[2] : y[3]));
-        for (int k = 0; k < m; ++k) y[k] += bound.part() * r[k];
-        if (m == 3) y[3] -= bound.part() * r[2];
+        for (int k = 0; k < m; ++k) y[k] += moved[k] = bound.part() * r[k];
+        if (m == 3) y[3] -= moved[2];
         return true;
     };
     if (!damped_newton(
             m, J.data(), r, most, iterations, [&] { return evaluate(y, m); }, converged, assemble,
             advance))
         return false;
+    if (updated && !gradients(y, m, J_.data())) return false;
     polish(y, m, row, value);
     return eigen(y, m, phase_p);
 }

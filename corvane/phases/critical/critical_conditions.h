@@ -1,6 +1,7 @@
 // The two conditions of a critical point and their derivatives. Internal to the library.
 #pragma once
 
+#include <corvane/phases/numerics/smallest_eigenpair.h>
 #include <corvane/phases/phase/phase.h>
 
 #include <array>
@@ -36,6 +37,8 @@ class CriticalConditions {
     /// λ and u alone (one evaluation), or with C (three). False where the model fails.
     bool eigen(Variables const& y, int m, int order = 0);
     bool evaluate(Variables const& y, int m, int order = 0);
+    /// Is λ positive? λ and u remain as they were.
+    bool definite(Variables const& y, int m, bool& positive);
     /// Rows: gradients of λ and C at y, the last state, which stays; forward differences (about
     /// 1e-5 relative). Inward where y_2 is near 1.
     bool gradients(Variables const& y, int m, double* J);
@@ -50,6 +53,7 @@ class CriticalConditions {
     Variables tangent() const { return tangent(J_.data()); }
     static Variables tangent(double const* gradients);
     int iterations = 0;
+    bool updates = false;  ///< solve() with m = 2 updates the gradients after short steps (Broyden)
 
     /// Bounds of what λ and C of a solution are off by, residual and rounding: C from wider steps,
     /// extrapolated twice to zero, where rounding is less. Leaves s with phase_all. False if the
@@ -73,7 +77,9 @@ class CriticalConditions {
   private:
     bool possible(PhaseState& q, double T, int order);
     bool state(PhaseState& q, Variables const& y, int m, int order);
+    void form_B();
     void smallest();
+    double stiffness() const;
     double form(PhaseState const& q) const;  // residual part of the quadratic form along u
     bool shifted(double h);
     bool third(double h, double& C);
@@ -84,15 +90,16 @@ class CriticalConditions {
     bool extrapolated(double first, Wide& w);
     void system(Variables const& y, int m, Variables const* row, double value, double* r,
                 double* J) const;
+    void update(double const* moved, double const* before);
     void polish(Variables& y, int m, Variables const* row, double value);
 
     FluidModel const& fluid_;
     const int n_;
     const bool exact_;
     PhaseState side_, kept_;
-    std::vector<double> last_u_, root_, B_, values_, vectors_;
+    std::vector<double> last_u_, root_, B_;
+    SmallestEigenpair smallest_;
     std::array<double, 9> J_{};
-    double stiffness_ = 1.0;
 };
 
 }  // namespace corvane::inline detail

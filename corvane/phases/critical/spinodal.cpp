@@ -15,7 +15,7 @@ using Variables = CriticalConditions::Variables;
 constexpr double kFirst = 0.3, kRatio = 1.12, kDenseRatio = 1.05;
 constexpr int kLoose = 19;
 constexpr double kHot = 2.0, kCold = 0.2;
-constexpr double kAccuracy = 1e-3;  // of ln T
+constexpr double kAccuracy = 1e-3, kRough = 1e-2;  // of ln T; of a start
 const double kCooler = std::log(0.88);
 }  // namespace
 
@@ -49,32 +49,32 @@ bool Spinodal::lambda(Variables const& y, int m, double& value) {
 }
 
 /// λ changes its sign between ln T = a and b: Illinois method.
-double Spinodal::root(Variables y, int m, double a, double fa, double b, double fb) {
+double Spinodal::root(Variables y, int m, double a, double b, double accuracy) {
+    double fa = 0.0, fb = 0.0;
+    y[1] = b;
+    if (!lambda(y, m, fb)) return b;
+    y[1] = a;
+    if (!lambda(y, m, fa) || !(fa * fb < 0.0)) return std::fabs(fa) < std::fabs(fb) ? a : b;
     IllinoisBracket r{a, fa, b, fb};
-    for (int it = 0; it < 10 && std::fabs(r.a - r.b) > kAccuracy; ++it) {
+    for (int it = 0; it < 10 && std::fabs(r.a - r.b) > accuracy; ++it) {
         y[1] = r.a + (r.b - r.a) * r.fa / (r.fa - r.fb);
         double f = 0.0;
         if (!lambda(y, m, f)) break;
-        if (std::fabs(y[1] - r.b) < kAccuracy && f * r.fb > 0.0) return y[1];
+        if (std::fabs(y[1] - r.b) < accuracy && f * r.fb > 0.0) return y[1];
         r.take(y[1], f);
     }
     return r.b;
 }
 
 bool Spinodal::hottest(Variables& y, int m) {
-    double above = 0.0, below = 0.0;
-    bool known = false;
+    bool above = false, now = false;
     for (y[1] = hot_; y[1] > cold_; y[1] += kCooler) {
-        if (!lambda(y, m, below)) {
-            known = false;
-            continue;
-        }
-        if (known && above > 0.0 && below <= 0.0) {
-            y[1] = root(y, m, y[1] - kCooler, above, y[1], below);
+        const bool good = conditions_.definite(y, m, now);
+        if (good && above && !now) {
+            y[1] = root(y, m, y[1] - kCooler, y[1], kRough);
             return true;
         }
-        known = true;
-        above = below;
+        above = good && now;
     }
     return false;
 }
@@ -82,13 +82,12 @@ bool Spinodal::hottest(Variables& y, int m) {
 void Spinodal::column(Variables y, int m, std::vector<SpinodalState> const& before,
                       std::vector<SpinodalState>& states) {
     states.clear();
-    double last = 0.0, value = 0.0;
-    bool known = false;
+    bool last = false, now = false, known = false;
     for (y[1] = hot_; y[1] > cold_; y[1] += kCooler) {
-        const bool good = lambda(y, m, value);
-        if (good && known && last * value <= 0.0) {
+        const bool good = conditions_.definite(y, m, now);
+        if (good && known && last != now) {
             SpinodalState q{y, 0.0, {}};
-            q.y[1] = root(y, m, y[1] - kCooler, last, y[1], value);
+            q.y[1] = root(y, m, y[1] - kCooler, y[1], kAccuracy);
             if (states.size() < before.size()) conditions_.u = before[states.size()].u;
             if (conditions_.evaluate(q.y, m)) {
                 q.C = conditions_.C;
@@ -97,7 +96,7 @@ void Spinodal::column(Variables y, int m, std::vector<SpinodalState> const& befo
             }
         }
         known = good;
-        last = value;
+        last = now;
     }
 }
 

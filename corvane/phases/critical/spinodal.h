@@ -26,7 +26,8 @@ class Spinodal {
     double mean(std::vector<double> const& x) const;
     /// ln rho of search density k.
     double density(std::vector<double> const& x, int k) const;
-    /// Sets y[1] to the hottest one of the density and composition of y. False if there is none.
+    /// Sets y[1] to the hottest one of the density and composition of y, to 1e-2 in ln T. False if
+    /// there is none.
     bool hottest(CriticalConditions::Variables& y, int m);
     /// All of them, the hottest first, C oriented as the state of the same rank in `before`.
     void column(CriticalConditions::Variables y, int m, std::vector<SpinodalState> const& before,
@@ -34,7 +35,7 @@ class Spinodal {
 
   private:
     bool lambda(CriticalConditions::Variables const& y, int m, double& value);
-    double root(CriticalConditions::Variables y, int m, double a, double fa, double b, double fb);
+    double root(CriticalConditions::Variables y, int m, double a, double b, double accuracy);
 
     FluidModel const& fluid_;
     CriticalConditions& conditions_;

@@ -29,6 +29,10 @@ constexpr double kShort = 0.1;        // step over W whose end is foreseen
 // A bowl about a phase, see in_bowl(): its radius squared, its relative height and how far it may be from
 // a parabola; least eigenvalue of the phase's own Hessian (1 in an ideal mixture).
 constexpr double kBowl = 0.04, kParabola = 0.15, kSteep = 0.2;
+// The same of a critical phase, see in_valley(): its radius squared and in the density, least slope
+// over the fourth power, slope over the height.
+constexpr double kCloseBy = 0.05, kValley = 0.1, kValleyRho = 0.1, kFourth = 0.3,
+                 kLeastSlope = 1.85, kMostSlope = 5.6;
 
 }  // namespace
 
@@ -149,6 +153,21 @@ bool Stability::in_bowl(PhaseState const& phase) const {
     return square < kBowl && slope > kSteep * square &&
            std::fabs(2.0 * height / slope - 1.0) < kParabola;
 }
+/// Likewise about a critical phase, where the distance rises with the fourth power in one direction
+/// and as a parabola in all others: its slope is between two and four times the value, more by the
+/// terms of fifth order, and less where the fourth is small and another minimum is near.
+bool Stability::in_valley(PhaseState const& phase) const {
+    double square = 0.0, slope = 0.0, height = 0.0;
+    if (!(std::fabs(s_.rho / phase.rho - 1.0) < kValleyRho)) return false;
+    for (int k = 0; k < s_.size(); ++k) {
+        const double off = s_.x[k] - phase.x[k], g = s_.m[k] - phase.m[k];
+        square += off * off / phase.x[k];
+        slope += off * g;
+        height += s_.x[k] * g;
+    }
+    return square < kValley && slope > kFourth * square * square && slope > kLeastSlope * height &&
+           slope < kMostSlope * height;
+}
 /// Of the phase, the known one or a minimum that another descent has found?
 bool Stability::in_bowl(PhaseState const& phase, PhaseState const* known) const {
     return in_bowl(phase) || (known && in_bowl(*known)) ||
@@ -182,6 +201,10 @@ std::optional<Stability::End> Stability::met(PhaseState const& phase, PhaseState
         tpd = 0.0;
         return End::trivial;
     }
+    if (critical && tpd >= 0.0 && in_valley(phase)) {
+        tpd = 0.0;
+        return End::trivial;
+    }
     if (!(worst < kConverged)) return {};
     if (tpd < limit) return End::negative;
     if (steep_ && curved && is_steep(s_)) bowls_.push_back(s_);
@@ -212,6 +235,8 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
         tpd = distance(s_, phase);  // per mole of the trial phase
         if (it == 0) start_ = tpd;
         if (const auto end = met(phase, known, first, worst, order == phase_H, tpd)) return *end;
+        // Towards a critical phase substitutions go less far than Newton's method.
+        if (critical && it > 0 && tpd < kCloseBy) substitutions = 0;
         if (substitutions-- > 0) {
             for (int k = 0; k < n; ++k) W_[k] *= std::exp(-g_[k]);
             continue;

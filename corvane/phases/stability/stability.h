@@ -109,6 +109,7 @@ class CORVANE_API Stability {
     void many_starts(PhaseState const& phase, double p);
     bool leads_to(PhaseState const& phase, double times = 1.0);
     bool in_bowl(PhaseState const& phase) const;
+    bool in_valley(PhaseState const& phase) const;
     bool in_bowl(PhaseState const& phase, PhaseState const* known) const;
     bool is_steep(PhaseState const& phase);
     void newton();
