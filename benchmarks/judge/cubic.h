@@ -1,6 +1,8 @@
-// Cubic equations of state with van der Waals one-fluid mixing, written from the papers (Peng &
-// Robinson, Ind. Eng. Chem. Fundam. 15 (1976) 59; Soave, Chem. Eng. Sci. 27 (1972) 1197; alpha of Twu et
-// al., Fluid Phase Equilib. 69 (1991) 33) in p of v and x and in any number type. Only the parameters come from the library's model.
+// Cubic equations of state, written from the papers (Peng & Robinson, Ind. Eng. Chem. Fundam. 15
+// (1976) 59; Soave, Chem. Eng. Sci. 27 (1972) 1197; alpha of Twu et al., Fluid Phase Equilib. 69 (1991)
+// 33; volume translation of Péneloux et al., ibid. 8 (1982) 7) with van der Waals one-fluid mixing or
+// that of Huron & Vidal (ibid. 3 (1979) 255), in p of v and x and in any number type. Only the
+// parameters come from the library's model.
 #pragma once
 
 #include "real.h"
@@ -13,7 +15,7 @@
 
 namespace judge {
 
-/// p/(RT) = 1/(v − B) − A/((v + d1·B)(v + d2·B)), A = a/(RT).
+/// p/(RT) = 1/(v − B) − A/((v + d1·B)(v + d2·B)), A = a/(RT), at v + Σ x_i·c_i in place of v.
 struct Cubic {
     static constexpr Precision kPrecision{};
     int n = 0;
@@ -24,23 +26,39 @@ struct Cubic {
         double L = 0, M = 0, N = 0;
     } twu[kMax];
     double k[kMax][kMax] = {}, l[kMax][kMax] = {};
+    Values<double> shift{};  ///< of the volume
+    /// Of Huron & Vidal: τ_ij = C_ij/T + D_ij, C_ij of alpha = 0 is 0.
+    bool excess = false;
+    double alpha[kMax][kMax] = {}, C[kMax][kMax] = {}, D[kMax][kMax] = {};
 
     Cubic() = default;
-    /// @throws std::runtime_error where the model is none of these, or translated
+    /// @throws std::runtime_error where the model is none of these
     explicit Cubic(ModelN const& m) : n(m.mdl1.size()), pr(std::string(m.eos) == "PR") {
-        if (n > kMax || std::string(m.mth) != "vdW1") throw std::runtime_error("not a cubic");
+        const bool hv = std::string(m.mth) == "HV";
+        if (n > kMax || !(hv || std::string(m.mth) == "vdW1"))
+            throw std::runtime_error("not a cubic");
         for (int i = 0; i < n; ++i) {
             Model1 const& c = *m.mdl1[i];
             M[i] = c.M();
             Tc[i] = c.param(1);
             b[i] = c.param(2);
             omega[i] = c.param(3);
-            if (!(c.param(4) == 0 || c.param(4) == 1) || c.param(8) != 0)
+            if (!(c.param(4) == 0 || c.param(4) == 1))
                 throw std::runtime_error("neither the standard alpha nor Twu's");
             twu[i] = {c.param(4) == 1, c.param(5), c.param(6), c.param(7)};
+            shift[i] = c.param(8);
             for (int j = 0; j < i; ++j) {
                 k[i][j] = k[j][i] = m.param(0, i, j);
-                l[i][j] = l[j][i] = m.param(1, i, j);
+                if (!hv) {
+                    l[i][j] = l[j][i] = m.param(1, i, j);
+                    continue;
+                }
+                excess = excess || m.param(1, i, j) != 0;
+                alpha[i][j] = alpha[j][i] = m.param(1, i, j);
+                for (int other : {0, 1}) {  // of 1, 2 and of 2, 1; 1 is the first component
+                    C[other ? i : j][other ? j : i] = m.param(2 + other, i, j);
+                    D[other ? i : j][other ? j : i] = m.param(4 + other, i, j);
+                }
             }
         }
     }
@@ -49,8 +67,9 @@ struct Cubic {
     template <class Real>
     class At {
       public:
-        At(Cubic const& c, Real T) : n_(c.n) {
+        At(Cubic const& c, Real T) : n_(c.n), excess_(c.excess) {
             using std::exp;
+            using std::log;
             using std::pow;
             using std::sqrt;
             const Real s2 = sqrt(Real(2));
@@ -87,6 +106,23 @@ struct Cubic {
                     b_[i][j] =
                         (Real(c.b[i]) + c.b[j]) / 2 * (i == j ? Real(1) : 1 - Real(c.l[i][j]));
                 }
+            Lambda_ = log((1 + d1_) / (1 + d2_)) / (d1_ - d2_);
+            for (int i = 0; i < n_; ++i) c_[i] = c.shift[i];
+            for (int i = 0; i < n_ && excess_; ++i)
+                for (int j = 0; j < n_; ++j) {
+                    const Real t = Real(c.C[i][j]) / T + Real(c.D[i][j]);
+                    G_[i][j] = b_[i][i];
+                    Gt_[i][j] = 0;
+                    if (i == j) continue;
+                    if (c.alpha[i][j] != 0) {
+                        G_[i][j] *= exp(-Real(c.alpha[i][j]) * t);
+                        Gt_[i][j] = G_[i][j] * t;
+                    } else {  // the energies with which this is the van der Waals rule
+                        const Real b = (b_[i][i] + b_[j][j]) / 2;
+                        Gt_[i][j] = Lambda_ * b_[i][i] *
+                                    (a_[j][j] / b_[j][j] - a_[i][j] / b);
+                    }
+                }
         }
         int size() const { return n_; }
         Real a(int i, int j) const { return a_[i][j]; }  ///< a_ij/(RT)
@@ -101,11 +137,11 @@ struct Cubic {
             using std::log;
             Values<Real> a, b;  // ½·∂A/∂x_i, ∂(n·B)/∂n_i
             const auto [A, B] = mix(x, a, b);
-            const Real v = 1 / rho, V1 = v + d1_ * B, V2 = v + d2_ * B;
+            const Real v = 1 / rho + shift(x), V1 = v + d1_ * B, V2 = v + d2_ * B;
             const Real P = 1 / (v - B) - A / (V1 * V2), Z = P * v;
             const Real free = log(v - B), part = log(V1 / V2) / ((d1_ - d2_) * B);
             for (int i = 0; i < n_; ++i)
-                h[i] = b[i] / B * (Z - 1) - free - part * (2 * a[i] - A * b[i] / B);
+                h[i] = b[i] / B * (Z - 1) - free - part * (2 * a[i] - A * b[i] / B) - c_[i] * P;
             return P;
         }
         /// Rising density roots at P = p/(RT), the densest first. `gap`, where there is one root:
@@ -143,12 +179,21 @@ struct Cubic {
                 dilute = !dense;
             }
             int found = 0;
-            if (dense) rho[found++] = P / newton(B);
-            if (dilute) rho[found++] = P / newton(high);
+            const Real shifted = P * shift(x);
+            if (dense) rho[found++] = P / (newton(B) - shifted);
+            if (dilute) rho[found++] = P / (newton(high) - shifted);
             return found;
         }
 
+        Real c(int i) const { return c_[i]; }  ///< translation
+        bool quadratic() const { return !excess_; }
+
       private:
+        Real shift(Real const* x) const {
+            Real sum = 0;
+            for (int i = 0; i < n_; ++i) sum += x[i] * c_[i];
+            return sum;
+        }
         std::pair<Real, Real> mix(Real const* x, Values<Real>& a, Values<Real>& b) const {
             Real A = 0, B = 0;
             for (int i = 0; i < n_; ++i) {
@@ -161,10 +206,33 @@ struct Cubic {
                 B += x[i] * b[i];
             }
             for (int i = 0; i < n_; ++i) b[i] = 2 * b[i] - B;
+            if (excess_) A = B * huron_vidal(x, B, a, b);
             return {A, B};
         }
+        /// q = A/B = Σ x_i·a_ii/b_ii − gE/Λ; ½·∂(n²·A)/∂n_i/n into a.
+        Real huron_vidal(Real const* x, Real B, Values<Real>& a, Values<Real> const& b) const {
+            Values<Real> above{}, below{};
+            Real q = 0;
+            for (int i = 0; i < n_; ++i) {
+                for (int j = 0; j < n_; ++j) {
+                    above[i] += x[j] * Gt_[j][i];
+                    below[i] += x[j] * G_[j][i];
+                }
+                q += x[i] * (a_[i][i] / b_[i][i] - above[i] / below[i] / Lambda_);
+            }
+            for (int i = 0; i < n_; ++i) {
+                Real g = above[i] / below[i];  // ∂(n·gE)/∂n_i
+                for (int j = 0; j < n_; ++j)
+                    g += x[j] * (Gt_[i][j] - above[j] / below[j] * G_[i][j]) / below[j];
+                a[i] = (b[i] * q + B * (a_[i][i] / b_[i][i] - g / Lambda_)) / 2;
+            }
+            return q;
+        }
         int n_;
-        Real d1_, d2_, u_, w_, a_[kMax][kMax], b_[kMax][kMax];
+        bool excess_;
+        Values<Real> c_{};
+        Real d1_, d2_, u_, w_, Lambda_, a_[kMax][kMax], b_[kMax][kMax];
+        Real G_[kMax][kMax], Gt_[kMax][kMax];  ///< b_i·G_ij, b_i·G_ij·τ_ij
     };
 };
 

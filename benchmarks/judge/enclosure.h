@@ -49,14 +49,15 @@ class Enclosure {
         for (int i = 0; i < n_; ++i) {
             const Long b = at.b(i, i);
             beta_[i] = double(at.b(0, 0) / b);
-            c_[i] = double(std::log(b) + m[i]) - slack;
+            c_[i] = double(std::log(b) + m[i] + at.c(i) * P) - slack;  // without translation
             for (int j = 0; j < n_; ++j)
                 q_[i][j] = double(at.a(i, j) * at.b(0, 0) / (b * at.b(j, j)));
         }
         prove(most);
     }
-    /// Is the covolume linear in composition?
+    /// Is the covolume linear in composition, and the attraction quadratic?
     static bool serves(Cubic::At<Long> const& at) {
+        if (!at.quadratic()) return false;
         for (int i = 0; i < at.size(); ++i)
             for (int j = 0; j < i; ++j)
                 if (at.b(i, j) != (at.b(i, i) + at.b(j, j)) / 2) return false;

@@ -155,6 +155,14 @@ void agrees(ModelN const& m, double T, std::vector<double> const& densities) {
 TEST(JudgeEquations, AgreeWithTheModelsAndWithGibbsAndDuhem) {
     for (char const* eos : {"PR", "SRK"})
         agrees<Cubic>(*loaded(eos, "decane", "mercury"), 700, {1e-9, 1e-4, 2e-3, 6e-3, 1e-2});
+    for (char const* eos : {"PR", "SRK"})  // translated
+        agrees<Cubic>(*loaded(eos, "ethanol", "water", "vdW1", 3), 400, {1e-9, 1e-4, 2e-3, 1e-2});
+    for (double alpha : {0.0, 0.3}) {
+        const Mixture m = loaded("PR", "hexane", "ethanol", "HV");
+        const double values[] = {0.02, alpha, 450, 120, -0.2, 0.1};
+        for (int k = 0; k < 6; ++k) m->param(k, 1, 0, values[k]);
+        agrees<Cubic>(*m, 400, {1e-9, 1e-4, 2e-3, 6e-3});
+    }
     for (auto const& [a, b] :
          {std::pair{"methane", "propane"}, {"ethanol", "butane"}, {"methanol", "water"}})
         agrees<judge::PcSaft>(*loaded("PCSAFT", a, b, "LB", -1), 330, {1e-9, 1e-4, 2e-3, 0.011});
