@@ -296,7 +296,8 @@ class MixtureChecks {
         }
     }
     void odd_arguments() {
-        const Vector<double> x = vector(compositions()[0]);
+        const std::vector<double> all = compositions()[0];
+        const Vector<double> x = vector(all);
         for (double odd : {0.0, -300.0, std::nan(""), HUGE_VAL})
             for (int phase : {1, 3, -1}) {
                 double a = 5.0, b = 6.0;
@@ -309,6 +310,12 @@ class MixtureChecks {
         for (double T : {0.0, -1.0, 300.0, std::nan("")})
             for (double rho : {0.0, 1e3 * top_, 1e300, std::nan("")})
                 m_.Ar(rho, T, x);  // must not throw
+        for (double T : {0.7 * low_, low_, high_})
+            for (double r : {1.5, 2.0, 5.0, 1e3}) {
+                const double rho = r * top_;
+                numbers_end_together(survey_, {.T = T, .rho = rho, .x = &all}, m_.Z(rho, T, x),
+                                     [&] { return m_.betaV(rho, T, x); });
+            }
         survey_.same("nothing at zero density", {.T = low_}, m_.Ar(0.0, low_, x), 0.0, 1e-300);
         survey_.same("nothing at zero density", {.T = low_}, m_.Z(0.0, low_, x), 1.0, 1e-15);
     }

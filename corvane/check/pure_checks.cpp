@@ -160,6 +160,12 @@ class PureChecks {
                 m_.Z(rho, T);
                 if (m_.derivatives()) m_.derivatives()->deriv(rho, T, 2, 2, d);
             }
+        for (double T : {0.7 * low_, low_, high_})
+            for (double r : {1.5, 2.0, 5.0, 1e3}) {
+                const double rho = r * top_;
+                numbers_end_together(survey_, {.T = T, .rho = rho}, m_.Z(rho, T),
+                                     [&] { return m_.betaV(rho, T); });
+            }
         char const* name = "impossible states have no density";
         for (int phase : {1, 3, -1})
             for (double a : odd) {

@@ -146,6 +146,20 @@ class Survey {
 /// near 1.
 inline constexpr double kRounding = 2e-13, kDifferenced = 5e-12, kNearOne = 4e-15;
 
+/// Past a pole, and wherever else a state is none, betaV has no number where Z has none, and Z none
+/// where betaV has none. betaV() may throw as numerical differentiation does.
+template <class BetaV>
+void numbers_end_together(Survey& survey, Survey::State const& at, double Z, BetaV const& betaV) {
+    double slope = std::numeric_limits<double>::quiet_NaN();
+    try {
+        slope = betaV();
+    } catch (MthException const&) {
+    }
+    survey.holds("Z and betaV have numbers at the same densities", at,
+                 std::isfinite(Z) == std::isfinite(slope),
+                 std::isfinite(Z) ? "Z alone" : "betaV alone");
+}
+
 /// deriv(nrho, nT, d) at one state: the promised orders are there, impossible ones are not, and
 /// what is answered is written, as far as the highest derivative of each variable, and one number
 /// whichever order asks for it.

@@ -201,6 +201,8 @@ class FaultyMixture final : public ModelN,
             return m_.betaV(rho, T, x) - 2e-2 * m_.param(2, 0, 1) / T;
         if (is("betaV is ∂(T·Z)/∂T", 'c'))  // a component's translation, 0 as shipped
             return m_.betaV(rho, T, x) - 2e-2 * mdl1[1]->param(8) / T;
+        if (is("Z and betaV have numbers at the same densities") && rho > 1.0)
+            return 1.0;  // past the covolume
         return m_.betaV(rho, T, x) * (is("betaV is ∂(T·Z)/∂T") ? 1 + 1e-7 : 1.0);
     }
     double myr(Vector<double> const& rho_i, double T, int i) const override {
@@ -328,6 +330,7 @@ TEST(Checks, NameEveryFaultOfAMixture) {
                             {"rewritten: densities that a scan finds"},
                             {"rewritten: as in a model that reads them"},
                             {"impossible states have no density"},
+                            {"Z and betaV have numbers at the same densities"},
                             {"nothing at zero density"},
                             {"a component alone is the pure fluid"},
                             {"components in another order"}}) {
