@@ -255,6 +255,11 @@ TEST(Saturation, ADenseVapourBesideTwoLiquids) {
          vec({0.39084355037385415, 0.593584332678525685, 0.015572116947620165}), false, 8.5695040399713562},
         {"PR", {"hydrogen_sulfide", "helium", "hexane"},
          vec({0.61888629998222366, 0.036437575341096491, 0.344676124676679849}), false, 45.967434388810318},
+        // a flash of the search happens to see all three phases, or two, next to where one of them vanishes
+        {"SRK", {"hydrogen", "nitrogen", "water"},
+         vec({0.11248073068128771, 0.41804653799455377, 0.46947273132415852}), false, 9.5214578253715381},
+        {"SRK", {"carbon_dioxide", "methane", "decane"},
+         vec({0.23044676526688587, 0.20004515930303449, 0.56950807543007964}), false, 37.339241742853154},
         {"PR", {"benzene", "mercury", "decane"}, vec({0.53532647, 0.38297843, 0.0816951}), false, 4.80961195},
         {"PR", {"helium", "hexane", "methane"}, vec({0.18803815361854376, 0.026828365707733032, 0.785133480673723208}), true, 127.64136}};
     for (auto const& row : rows) {

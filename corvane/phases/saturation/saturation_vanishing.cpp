@@ -288,6 +288,8 @@ bool SaturationSolver::Vanishing::turn() {
         at_low = with->phases;
         at_high = without->phases;
         liquids.clear();
+        y = below.x;
+        rho_vapour = below.rho;
         s = 0.5 * (low + high);
         reached = 1e300;
         it = std::min(it, kFlashes / 2);
