@@ -5,7 +5,7 @@
 
 Processor time of one core (other programs do not count, but they slow caches and the shared core): so both are measured
 one right after the other, in either order by turns, and what counts is the median of the ratios of the pairs. The checksum
-of both must be equal, as both add the same numbers in the same order. The loops PR and MEOS drop what they have added;
+of both must be equal but for rounding (arrays are calculated many at a time). The loops PR and MEOS drop what they have added;
 PR_kept and MEOS_kept keep all properties of all states, as arrays do.
 """
 

@@ -63,15 +63,17 @@ class State(Table):
 class Saturation(Table):
     """Vapour–liquid equilibria of a pure fluid.
 
-    Attributes: T (K), p (Pa), rho_liquid, rho_vapour (mol/m³), h_vaporisation (J/mol), status; and
-    ``liquid``, ``vapour``: the saturated phases as :class:`State`.
+    Attributes: T (K), p (Pa), rho_liquid, rho_vapour (mol/m³), h_vaporisation (J/mol), status; value_error and rho_error,
+    bounds of the relative errors of what was not given of T and p, and of the densities; and ``liquid``, ``vapour``: the
+    saturated phases as :class:`State`.
     """
 
     columns: ClassVar[tuple[str, ...]] = ("T", "p", "rho_liquid", "rho_vapour", "h_vaporisation")
+    further: ClassVar[tuple[str, ...]] = ("value_error", "rho_error")
     words: ClassVar[tuple[str, ...]] = ("liquid", "vapour")
 
     def __init__(self, columns: Sequence[np.ndarray], status: np.ndarray, liquid: State, vapour: State, name: str):
-        self.T, self.p, self.rho_liquid, self.rho_vapour = columns
+        self.T, self.p, self.rho_liquid, self.rho_vapour, self.value_error, self.rho_error = columns
         self.liquid, self.vapour, self.status = liquid, vapour, status
         self.h_vaporisation = alike(vapour.h - liquid.h)
         self._name = name
@@ -268,8 +270,8 @@ class Fluid:
         given = Given(T=T) if p is None else Given(p=p)
         out = self._native.saturation(p is None, given.flat[0], threads, given.single)
         column, status, words, done = given.received(out)
-        columns = [column(k) for k in range(4)]
-        liquid, vapour = (self.phase(columns[0], columns[k], errors="nan") for k in (2, 3))
+        columns = [column(k) for k in range(6)]
+        liquid, vapour = (self.phase(columns[0], columns[k], threads=threads, errors="nan") for k in (2, 3))
         name = f"{_native.written_name(self.name)} ({self.eos})"
         return judge(Saturation(columns, status, liquid, vapour, name), status, words, done, errors)
 

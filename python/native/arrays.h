@@ -8,6 +8,7 @@
 #include <nanobind/ndarray.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <cmath>
@@ -45,33 +46,67 @@ enum Status : std::int8_t {
     not_tabulated = 7,
 };
 
+/// Memory of arrays, which NumPy frees.
+struct Memory {
+    explicit Memory(std::size_t numbers) {
+        const std::size_t bytes = numbers * sizeof(double);
+        // Whole large pages: a page fault for every 4 KB costs as much as a cubic equation.
+        const bool large = bytes > 2 * kLargePage;
+        const std::size_t page = large ? kLargePage : 64;
+        data = static_cast<double*>(std::aligned_alloc(page, (bytes + page) / page * page));
+        if (!data) throw std::bad_alloc();
+        if (large) madvise(data, bytes, MADV_HUGEPAGE);
+        owner = nb::capsule(data, [](void* p) noexcept { std::free(p); });
+    }
+    static constexpr std::size_t kLargePage = 2u << 20;
+    double* data;
+    nb::capsule owner;
+};
+
 /// A table of NumPy with a row for every element, which owns its memory. Rows are written once, by
 /// `each`; what nobody wrote is not-a-number.
 class Out {
   public:
-    explicit Out(std::vector<std::size_t> shape) : shape_(std::move(shape)) {
-        for (std::size_t k = 1; k < shape_.size(); ++k) width_ *= shape_[k];
-        const std::size_t bytes = shape_[0] * width_ * sizeof(double);
-        // Whole large pages: a page fault for every 4 KB costs as much as a cubic equation.
-        const bool large = bytes > 2 * kLargePage;
-        const std::size_t page = large ? kLargePage : 64;
-        data_ = static_cast<double*>(std::aligned_alloc(page, (bytes + page) / page * page));
-        if (!data_) throw std::bad_alloc();
-        if (large) madvise(data_, bytes, MADV_HUGEPAGE);
-        owner_ = nb::capsule(data_, [](void* p) noexcept { std::free(p); });
-    }
-    double* data() { return data_; }
-    double* row(std::size_t i) { return data_ + i * width_; }
+    explicit Out(std::vector<std::size_t> shape)
+        : shape_(std::move(shape)), width_(widths(shape_)), memory_(shape_[0] * width_) {}
+    double* data() { return memory_.data; }
+    double* row(std::size_t i) { return memory_.data + i * width_; }
     void clear(std::size_t i) { std::fill_n(row(i), width_, kNaN); }
     std::size_t width() const { return width_; }
-    Array array() { return Array(data_, shape_.size(), shape_.data(), owner_); }
+    Array array() { return Array(memory_.data, shape_.size(), shape_.data(), memory_.owner); }
 
   private:
-    static constexpr std::size_t kLargePage = 2u << 20;
+    static std::size_t widths(std::vector<std::size_t> const& shape) {
+        std::size_t width = 1;
+        for (std::size_t k = 1; k < shape.size(); ++k) width *= shape[k];
+        return width;
+    }
     std::vector<std::size_t> shape_;
-    std::size_t width_ = 1;
-    double* data_;
-    nb::capsule owner_;
+    std::size_t width_;
+    Memory memory_;
+};
+
+/// The same column after column: NumPy sees a table of n rows. Written by `each_block`.
+class OutColumns {
+  public:
+    OutColumns(std::size_t n, std::size_t width) : n_(n), width_(width), memory_(n * width) {}
+    double* column(std::size_t k) { return memory_.data + k * n_; }
+    void put(std::size_t i, double const* row) {
+        for (std::size_t k = 0; k < width_; ++k) column(k)[i] = row[k];
+    }
+    void clear(std::size_t i) {
+        for (std::size_t k = 0; k < width_; ++k) column(k)[i] = kNaN;
+    }
+    std::size_t width() const { return width_; }
+    Array array() {
+        const std::size_t shape[] = {n_, width_};
+        const std::int64_t strides[] = {1, static_cast<std::int64_t>(n_)};
+        return Array(memory_.data, 2, shape, memory_.owner, strides);
+    }
+
+  private:
+    std::size_t n_, width_;
+    Memory memory_;
 };
 
 /// The status of every element, and the first failure in words.
@@ -117,39 +152,50 @@ struct NotTabulated : std::runtime_error {
 /// Whether what is called writes every value of a row, or only some beside not-a-numbers.
 enum class Rows_are { written_whole, written_partly };
 
-/// Calls f(i, row), and notes what it throws; then the row is not-a-number.
-template <Rows_are how, class F>
-void attempt(Out& out, Report& report, std::size_t i, F const& f) {
-    const auto fail = [&](Status status, std::string const& text) {
-        out.clear(i);
-        report.fail(i, status, text);
-    };
-    const auto words = [](auto const& e) {
+/// What becomes of f(): ok, or why not, in words.
+template <class F>
+Status outcome(F const& f, std::string& words) {
+    const auto text_of = [](auto const& e) {
         std::string text = e.message();
         while (!text.empty() && text.back() == '\n') text.pop_back();
         return text;
     };
     try {
-        if constexpr (how == Rows_are::written_partly) out.clear(i);
-        f(i, out.row(i));
-        report.set(i, ok);
+        f();
+        return ok;
     } catch (corvane::EquilibriumFailure const& e) {
-        fail(e.kind() == corvane::EquilibriumFailure::Kind::no_solution ? no_solution : gave_up,
-                    e.what());
+        words = e.what();
+        return e.kind() == corvane::EquilibriumFailure::Kind::no_solution ? no_solution : gave_up;
     } catch (ThException const& e) {
         const bool none = e.number == th_generic || e.number == th_no_density ||
                           e.number == th_gas_only || e.number == th_liquid_only ||
                           e.number == th_trivial;
-        fail(e.number == th_no_ideal ? no_ideal : none ? no_solution : invalid, words(e));
+        words = text_of(e);
+        return e.number == th_no_ideal ? no_ideal : none ? no_solution : invalid;
     } catch (MthException const& e) {
-        fail(e.number == mth_iterations ? gave_up : invalid, words(e));
+        words = text_of(e);
+        return e.number == mth_iterations ? gave_up : invalid;
     } catch (Several const& e) {
-        fail(several, e.what());
+        words = e.what();
+        return several;
     } catch (NotTabulated const& e) {
-        fail(not_tabulated, e.what());
+        words = e.what();
+        return not_tabulated;
     } catch (std::exception const& e) {
-        fail(invalid, e.what());
+        words = e.what();
+        return invalid;
     }
+}
+
+/// Calls f(i, row), and notes what it throws; then the row is not-a-number.
+template <Rows_are how, class F>
+void attempt(Out& out, Report& report, std::size_t i, F const& f) {
+    std::string words;
+    if constexpr (how == Rows_are::written_partly) out.clear(i);
+    const Status status = outcome([&] { f(i, out.row(i)); }, words);
+    if (status == ok) return report.set(i, ok);
+    out.clear(i);
+    report.fail(i, status, words);
 }
 
 /// Between elements, in the thread that was called: looks for Ctrl-C, and shows progress once a
@@ -245,8 +291,64 @@ bool each(Out& out, Report& report, std::size_t n, int threads, F const& f) {
     return !stop;
 }
 
+/// many(from, to) for blocks of so many elements, on threads as `each`: calculates them together.
+/// Elements that failed(i) tells of then, or a whole block where `many` throws, are calculated by
+/// one(i, row), which says why.
+template <std::size_t width, class Many, class Failed, class One>
+bool each_block(OutColumns& out, Report& report, std::size_t n, int threads, std::size_t block,
+                Many const& many, Failed const& failed, One const& one) {
+    std::atomic<std::size_t> next{0}, done{0};
+    std::atomic<bool> stop{false};
+    unsigned count =
+        threads > 0 ? static_cast<unsigned>(threads) : std::thread::hardware_concurrency();
+    count =
+        static_cast<unsigned>(std::min<std::size_t>(std::max(1u, count), (n + block - 1) / block));
+    const auto alone = [&](std::size_t i) {
+        std::array<double, width> row;
+        row.fill(kNaN);
+        std::string words;
+        const Status status = outcome([&] { one(i, row.data()); }, words);
+        if (status == ok) {
+            out.put(i, row.data());
+            return report.set(i, ok);
+        }
+        out.clear(i);
+        report.fail(i, status, words);
+    };
+    const auto blocks = [&](auto&& between) {
+        for (std::size_t from; !stop && (from = next.fetch_add(block)) < n;) {
+            const std::size_t to = std::min(n, from + block);
+            std::string words;
+            const bool together = outcome([&] { many(from, to); }, words) == ok;
+            for (std::size_t i = from; i < to && !stop; ++i) {
+                if (together && !failed(i)) {
+                    report.set(i, ok);
+                    continue;
+                }
+                alone(i);
+                if (!between(done + i - from)) stop = true;
+            }
+            done += to - from;
+            if (!between(done)) stop = true;
+        }
+    };
+    const nb::gil_scoped_release released;
+    std::vector<std::thread> others;
+    for (unsigned k = 1; k < count; ++k)
+        others.emplace_back([&] { blocks([](std::size_t) { return true; }); });
+    blocks(Between(n));
+    for (std::thread& t : others) t.join();
+    if (stop)
+        for (std::size_t i = 0; i < n; ++i)
+            if (!report.done(i)) out.clear(i);
+    return !stop;
+}
+
 /// (array, status, first failure in words, finished); of a single state its row as a list and its status as a
 /// number, so that NumPy need not be loaded.
+inline nb::tuple result(OutColumns& out, Report& report, bool finished) {
+    return nb::make_tuple(out.array(), report.codes(), report.words(), finished);
+}
 inline nb::tuple result(Out& out, Report& report, bool finished, bool single = false) {
     if (!single) return nb::make_tuple(out.array(), report.codes(), report.words(), finished);
     nb::list row;
