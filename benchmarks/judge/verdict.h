@@ -317,11 +317,15 @@ class Court {
         if (static_cast<int>(q.w.size()) != n_) return 0;
         for (int i = 0; i < n_; ++i) sum += w[i] = q.w[i];
         for (int i = 0; i < n_; ++i) w[i] /= sum;
-        Long own[2], rho = 0;  // the root that it means: a stiff liquid's pressure is mostly rounding
-        const int roots = at.roots(P, w.data(), own);
-        for (int k = 0; k < roots; ++k)
-            if (std::fabs(q.rho / own[k] - 1) < 1e-9L) rho = own[k];
-        if (!(rho > 0)) return 0;
+        // The root that it means, by Newton's method: a stiff liquid's pressure is mostly rounding.
+        Long rho = q.rho, slope = 0;
+        for (int k = 0; k < 3; ++k) {
+            const Long here = at.state(rho, w.data(), g.data()), step = 1e-7L * rho;
+            slope = (at.state(rho + step, w.data(), g.data()) - here) / step;
+            rho -= (here - P) / slope;
+        }
+        if (!(slope > 0) || !(std::fabs(rho / q.rho - 1) < 1e-9L) || !given({0, rho, w}, P, T))
+            return 0;
         at.state(rho, w.data(), g.data());
         Long lowest = 1;
         const int found = at.roots(P, x.data(), r);
