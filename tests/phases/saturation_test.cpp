@@ -334,33 +334,59 @@ TEST(Saturation, TheLowestBesideLiquids) {
 // compositions, along both roots, nothing is below the plane of the bubble point, and something below those
 // of the others.
 TEST(Saturation, ALiquidRichInWhatIsAGas) {
-    const Mixture m = estimated_mixture("SRK", "vdW1", {"carbon_dioxide", "hydrogen_sulfide", "methane"});
-    const double T = 196.12687291069335;
-    const Vector<double> z = vec({0.073001731717822441, 0.76817469259658162, 0.15882357568459593});
-    const auto lowest = [&](double p, Vector<double> const& x, double rho) {
+    const std::vector<std::string> names{"carbon_dioxide", "hydrogen_sulfide", "methane"};
+    const auto of = [](double carbon_dioxide, double methane) {
+        return vec({carbon_dioxide, 1 - carbon_dioxide - methane, methane});
+    };
+    const auto lowest = [](ModelN const& m, double T, double p, Vector<double> const& x,
+                           double rho) {
         double mu[3], least = 0;
-        for (int i = 0; i < 3; ++i) mu[i] = m->my(x * rho, T, i);
+        for (int i = 0; i < 3; ++i) mu[i] = m.my(x * rho, T, i);
         for (int a = 1; a < 100; ++a)
             for (int b = 1; a + b < 100; ++b) {
                 const Vector<double> w = vec({a / 100.0, b / 100.0, 1 - (a + b) / 100.0});
                 double roots[2] = {0, 0};
-                m->vcalc(p, T, w, 1, roots[0], roots[1]);
+                m.vcalc(p, T, w, 1, roots[0], roots[1]);
                 for (double r : roots) {
                     double d = 0;
-                    for (int i = 0; r > 0 && i < 3; ++i) d += w[i] * (m->my(w * r, T, i) - mu[i]);
+                    for (int i = 0; r > 0 && i < 3; ++i) d += w[i] * (m.my(w * r, T, i) - mu[i]);
                     least = std::min(least, d);
                 }
             }
         return least;
     };
-    const auto q = corvane::bubble_T(*m, T, z);
-    EXPECT_GT(lowest(q.p, q.incipient.x, q.incipient.rho), -1e-8);
-    for (double p : {4.57, 4.6, 4.65}) {
-        double liquid = 0, other = 0;
-        m->vcalc(p, T, z, 1, liquid, other);
-        ASSERT_LT(lowest(p, z, liquid), -0.01) << p;
-        EXPECT_FALSE(corvane::stability(*m, p, T, z).stable) << p;
-        EXPECT_EQ(corvane::flash_pT(*m, p, T, z).phases.size(), 2u) << p;
+    // A liquid of 86 % methane beside one of a seventh that and its vapour.
+    const struct {
+        char const* eos;
+        double T;
+        Vector<double> z;
+        std::vector<double> split;
+    } cases[] = {
+        {"SRK", 196.12687291069335, of(.073001731717822441, .15882357568459593), {4.57, 4.6, 4.65}},
+        {"SRK",
+         197.59678195415998,
+         of(.075255574004487943, .1574593338975912),
+         {4.5561950518425309}},
+        {"SRK",
+         200.60300716527317,
+         of(.08325879846736392, .17039141684495429),
+         {4.8894921926420629}},
+        {"PR", 197.18115558345028, of(.073080277638304728, .13942071323547886), {}},
+        {"PR", 198.46682190079628, of(.065569538333329194, .13942305338382022), {}},
+        {"PR", 198.83827449097043, of(.071478859483247337, .14406003529421976), {}},
+        {"PR", 199.38957716547517, of(.07984370278261374, .14838325703585625), {}}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.eos << " " << c.T);
+        const Mixture m = estimated_mixture(c.eos, "vdW1", names);
+        const auto q = corvane::bubble_T(*m, c.T, c.z);
+        EXPECT_GT(lowest(*m, c.T, q.p, q.incipient.x, q.incipient.rho), -1e-8);
+        for (double p : c.split) {
+            double liquid = 0, other = 0;
+            m->vcalc(p, c.T, c.z, 1, liquid, other);
+            ASSERT_LT(lowest(*m, c.T, p, c.z, liquid), -1e-5) << p;
+            EXPECT_FALSE(corvane::stability(*m, p, c.T, c.z).stable) << p;
+            EXPECT_EQ(corvane::flash_pT(*m, p, c.T, c.z).phases.size(), 2u) << p;
+        }
     }
 }
 

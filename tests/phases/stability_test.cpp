@@ -230,24 +230,56 @@ TEST(Stability, NarrowMinimaBetweenStarts) {
         std::vector<std::string> names;
         Vector<double> z, witness;
         double T, p;
-    } cases[] = {
-        {{"carbon_dioxide", "octane", "nitrogen"}, vec({1.7145e-8, .00317508, 0}),
-         vec({2.2e-8, .0141, 0}), 106.663418, 1.206343},
-        {{"carbon_dioxide", "octane", "nitrogen"}, vec({4.02825e-11, 4.47231e-5, 0}),
-         vec({1.2e-10, .0416, 0}), 118.207695, 2.305077},
-        {{"carbon_dioxide", "octane", "nitrogen"}, vec({5.86205e-11, 3.86064e-4, 0}),
-         vec({1.4e-10, .0424, 0}), 114.713239, 1.918006},
-        {{"nitrogen", "octane", "methane"}, vec({.06416662, .00232356, 0}), vec({.49, .26, 0}),
-         109.562157, .219704},
-        {{"nitrogen", "ethane", "octane", "methane"}, vec({.22128938, 2.292449e-4, 7.935008e-4, 0}),
-         vec({.83, 1e-8, .168, 0}), 72.426739, .024815},
-        {{"helium", "octane", "methane", "nitrogen"}, vec({.00149953, 4.396637e-4, 1.786e-11, 0}),
-         vec({1e-6, .0573, 1e-12, 0}), 121.097910, 4.028791},
-        {{"nitrogen", "methane", "octane"}, vec({.294366782419551, .705143890373755, 0}),
-         vec({.853025, .0281498, 0}), 74.8224591, .0377609163}};
+        char const* eos = "PR+vdW1";
+    } cases[] = {{{"carbon_dioxide", "octane", "nitrogen"},
+                  vec({1.7145e-8, .00317508, 0}),
+                  vec({2.2e-8, .0141, 0}),
+                  106.663418,
+                  1.206343},
+                 {{"carbon_dioxide", "octane", "nitrogen"},
+                  vec({4.02825e-11, 4.47231e-5, 0}),
+                  vec({1.2e-10, .0416, 0}),
+                  118.207695,
+                  2.305077},
+                 {{"carbon_dioxide", "octane", "nitrogen"},
+                  vec({5.86205e-11, 3.86064e-4, 0}),
+                  vec({1.4e-10, .0424, 0}),
+                  114.713239,
+                  1.918006},
+                 {{"nitrogen", "octane", "methane"},
+                  vec({.06416662, .00232356, 0}),
+                  vec({.49, .26, 0}),
+                  109.562157,
+                  .219704},
+                 {{"nitrogen", "ethane", "octane", "methane"},
+                  vec({.22128938, 2.292449e-4, 7.935008e-4, 0}),
+                  vec({.83, 1e-8, .168, 0}),
+                  72.426739,
+                  .024815},
+                 {{"helium", "octane", "methane", "nitrogen"},
+                  vec({.00149953, 4.396637e-4, 1.786e-11, 0}),
+                  vec({1e-6, .0573, 1e-12, 0}),
+                  121.097910,
+                  4.028791},
+                 {{"nitrogen", "methane", "octane"},
+                  vec({.294366782419551, .705143890373755, 0}),
+                  vec({.853025, .0281498, 0}),
+                  74.8224591,
+                  .0377609163},
+                 {{"methane", "ammonia", "eicosane", "water"},
+                  vec({2.422064108e-5, .082411122014, .917405503623, 0}),
+                  vec({1e-10, .515, 1e-30, 0}),
+                  235.949346926,
+                  .024190141092},
+                 {{"nitrogen", "octane", "decane"},
+                  vec({.5102790567, .009291409005, 0}),
+                  vec({.87, .13, 0}),
+                  72.31639026597739,
+                  .01730261069929101,
+                  "SRK+vdW1"}};
     for (auto const& c : cases) {
         SCOPED_TRACE(testing::Message() << c.names[0] << " " << c.names[1] << " " << c.T);
-        const auto open = corvane::open_mixture("PR+vdW1", c.names);
+        const auto open = corvane::open_mixture(c.eos, c.names);
         auto const& m = open.model;
         const int n = c.z.size();
         Vector<double> z = c.z, w = c.witness;

@@ -61,7 +61,7 @@ bool Stability::between(PhaseState const& s, PhaseState const& phase, PhaseState
 Stability::Stability(FluidModel const& fluid, StabilityTest k) : kind(k), fluid_(fluid) {
     const auto n = static_cast<std::size_t>(fluid.size());
     s_.resize(fluid.size());
-    for (auto* v : {&W_, &g_, &step_, &root_, &way_}) v->resize(n);
+    for (auto* v : {&W_, &g_, &step_, &root_, &way_, &over_}) v->resize(n);
     hess_.resize(n * n);
 }
 Stability::~Stability() = default;
@@ -216,6 +216,7 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
                                   int& iterations) {
     const int n = fluid_.size();
     double last = 1e300, part = 1.0;
+    start_ = over_[0] = std::numeric_limits<double>::quiet_NaN();
     for (int k = 0; k < n; ++k) W_[k] = std::exp(lnW[k]);
     for (int it = 0; it < kIterations; ++it) {
         ++iterations;
@@ -233,7 +234,11 @@ Stability::End Stability::descend(PhaseState const& phase, double p, PhaseState 
             worst = std::max(worst, std::fabs(g_[k]));
         }
         tpd = distance(s_, phase);  // per mole of the trial phase
-        if (it == 0) start_ = tpd;
+        if (it == 0) {
+            start_ = tpd;
+            start_rho_ = s_.rho;
+            for (int k = 0; k < n; ++k) over_[k] = s_.m[k] - phase.m[k];
+        }
         if (const auto end = met(phase, known, first, worst, order == phase_H, tpd)) return *end;
         // Towards a critical phase substitutions go less far than Newton's method.
         if (critical && it > 0 && tpd < kCloseBy) substitutions = 0;

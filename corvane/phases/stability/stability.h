@@ -50,17 +50,18 @@ struct StabilityResult {
 /// phase, at the density of lower Gibbs energy; from there three successive substitutions, then
 /// Newton in 2·√W, its matrix shifted until it is definite and each step shortened until the
 /// modified distance falls; then substitution from every component nearly pure at its other density
-/// root. Descents end early where they enter the bowl of a phase or of a minimum that is known: near
-/// it, where the distance rises as a parabola. The complete test of three and more components looks
-/// at 5 % of every component beside the phase, too, and descends from there by Newton's method alone
-/// where the distance is below 0.6 of that in an ideal mixture. If it is so low at any start, the
-/// middles between every two components are looked at likewise, and the descents from the nearly
-/// pure components repeated without substitutions, which leap over narrow minima: of those with a
-/// mixture among these whose distance is below 0.6 or above 1.1 of that. Then it descends from the
-/// middles between all minima that were found, the phase and the known one, and from where the distance has
-/// a minimum on the ways between the phases and from them to pure components of low distances; the quick
-/// one ends before. None of this proves that none is missed: docs/phases_measured.md, how often. At most 120
-/// iterations per start.
+/// root. Descents end early where they enter the bowl of a phase or of a minimum that is known:
+/// near it, where the distance rises as a parabola. The complete test of three and more components
+/// looks at 5 % of every component beside the phase, too, and descends from there by Newton's
+/// method alone where the distance is below 0.6 of that in an ideal mixture. If it is so low at any
+/// start, the middles between every two components are looked at likewise, and two that attract
+/// each other alone; descents from nearly pure components whose distance is above 1.1 of that are
+/// repeated without substitutions, which leap over narrow minima. Then it descends from the middles
+/// between all minima that were found, the phase and the known one, and from where the distance has
+/// a minimum on the straight ways between the phases, from the phase to pure components of such
+/// distances, and from the known one to all (DistanceLine); the quick one ends before. None of this
+/// proves that none is missed: docs/phases_measured.md, how often. At most 120 iterations per
+/// start.
 class CORVANE_API Stability {
   public:
     explicit Stability(FluidModel const& fluid, StabilityTest kind = StabilityTest::complete);
@@ -135,7 +136,9 @@ class CORVANE_API Stability {
     PhaseState s_;
     bool convex_ = false;   // at the last step of newton()
     bool steep_ = false;    // the phase under test is a distinct minimum, see in_bowl()
-    double start_ = 0.0;    // the distance at the start of the last descent
+    // at the start of the last descent: distance, density, potentials over those of the phase
+    double start_ = 0.0, start_rho_ = 0.0;
+    std::vector<double> over_;
     std::vector<double> W_, g_, step_, hess_, root_, way_;
     std::vector<double> starts_;  // n values ln W of each
     std::vector<PhaseState> bowls_;  // of minima that descents have found

@@ -1,6 +1,7 @@
 // The tangent-plane test from its starts on; one descent is in stability.cpp.
 #include <corvane/phases/report/certificate.h>
 #include <corvane/phases/stability/stability.h>
+#include <corvane/phases/stability/stability_line.h>
 
 #include <algorithm>
 #include <cmath>
@@ -8,13 +9,15 @@
 namespace corvane {
 namespace {
 constexpr int kSubstitutions = 3, kHidden = 40;
-constexpr double kPurest = 1e-12;     // of the other components in one that is as good as pure
-constexpr double kAlike = 1e-3;       // Σ|Δx| of minima that are one
-constexpr double kPure = 0.998, kHalf = 0.5, kDilute = 0.05;  // of a component in a start
-constexpr double kLow = 0.6, kHigh = 1.1;  // of a distance over that in an ideal mixture, see note()
-constexpr double kNear = 1e-6;        // of such a distance, nearer to a phase than that tells
-constexpr double kOther = 1e-3;       // of the density: another root
-constexpr double kOnLine[] = {0.1, 0.25, 0.4, 0.55, 0.7, 0.82, 0.92, 0.98};  // of the way
+constexpr double kPurest = 1e-12;  // of the other components in one that is as good as pure
+constexpr double kAlike = 1e-3;    // Σ|Δx| of minima that are one
+// Of components in a start.
+constexpr double kPure = 0.998, kHalf = 0.5, kDilute = 0.05, kAlone = 0.499;
+constexpr double kLow = 0.6, kHigh = 1.1;  // of a distance over an ideal mixture's, see note()
+constexpr double kNear = 1e-6;             // of such a distance, nearer to a phase than that tells
+constexpr double kOther = 1e-3;            // of the density: another root
+constexpr double kLate = 0.9;              // of a way to a pure component that has no density
+constexpr double kAttracted = 0.05;        // of a pair's distance below that of its ideal mixture
 
 /// Adds x unless there is one like it.
 void add_apart(std::vector<std::vector<double>>& all, std::vector<double> const& x) {
@@ -31,7 +34,12 @@ void add_apart(std::vector<std::vector<double>>& all, std::vector<double> const&
 class Stability::Search {
   public:
     Search(Stability& of, PhaseState const& phase, double p, PhaseState const* known, bool first)
-        : of_(of), phase_(phase), known_(known), p_(p), first_(first) {}
+        : of_(of),
+          phase_(phase),
+          known_(known),
+          p_(p),
+          first_(first),
+          line_(of.fluid_, phase, p, of.s_, of.way_) {}
     StabilityResult run();
 
   private:
@@ -46,7 +54,10 @@ class Stability::Search {
     void low_start(int a, int b, double part);
     void between_minima();
     void along_lines();
-    void line(std::vector<double> const& from, double const* to, int pure);
+    void to_pure(PhaseState const& from, int pure);
+    void on_line(DistanceLine::Node const& a, DistanceLine::Node const& m,
+                 DistanceLine::Node const& b);
+    void pair_alone(int a, int b);
     bool ends(std::size_t start, int substitutions = kSubstitutions);
     bool record(End end);
     void take(double tpd);
@@ -57,11 +68,13 @@ class Stability::Search {
     bool first_;
     StabilityResult r_;
     double best_ = 1e300;
-    double tpd_ = 0.0;    // of the last descent
-    std::size_t at_ = 0;  // in starts_: no descent began from there on
+    double tpd_ = 0.0;                // of the last descent
+    std::size_t at_ = 0;              // in starts_: no descent began from there on
     std::vector<double> at_start_;    // distances there
-    std::vector<double> low_, high_;  // of each component: least and largest note() of mixtures with it
+    std::vector<double> rho_, over_;  // densities and potentials over those of the phase there
+    std::vector<double> low_, high_;  // of each component: range of note() of mixtures with it
     std::vector<std::vector<double>> minima_;
+    DistanceLine line_;
 };
 
 StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState const* known,
@@ -159,8 +172,8 @@ bool Stability::Search::nearly_pure() {
 
 /// A descent; true where the test may end.
 bool Stability::Search::ends(std::size_t start, int substitutions) {
-    const End end = of_.descend(phase_, p_, known_, &of_.starts_[start], substitutions, first_, tpd_,
-                                r_.iterations);
+    const End end = of_.descend(phase_, p_, known_, &of_.starts_[start], substitutions, first_,
+                                tpd_, r_.iterations);
     if (end == End::stationary && of_.kind == StabilityTest::complete) add_apart(minima_, of_.s_.x);
     return record(end);
 }
@@ -168,60 +181,70 @@ bool Stability::Search::ends(std::size_t start, int substitutions) {
 void Stability::Search::from_starts() {
     of_.many_starts(phase_, p_);
     const std::size_t step = of_.W_.size();
-    for (; at_ < of_.starts_.size() && !ends(at_); at_ += step) at_start_.push_back(of_.start_);
+    for (; at_ < of_.starts_.size() && !ends(at_); at_ += step) {
+        at_start_.push_back(of_.start_);
+        rho_.push_back(of_.start_rho_);
+        over_.insert(over_.end(), of_.over_.begin(), of_.over_.end());
+    }
     if (r_.stable && of_.kind == StabilityTest::complete) beside_the_phase();
     if (r_.stable && !minima_.empty()) between_minima();
     if (r_.stable && of_.kind == StabilityTest::complete) along_lines();
 }
 
-/// A liquid rich in what is a gas when pure, say: a narrow minimum between a start that leads to the
-/// phase and one that leads to its vapour. It shows on the straight ways between the phases and from
-/// them to the pure components of low distances.
+/// A liquid rich in what is a gas when pure, say: a narrow minimum between a start that leads to
+/// the phase and one that leads to its vapour. It shows on the straight ways between the phases,
+/// from the phase to pure components of distances that are not those of an ideal mixture, and from
+/// the known one to all.
 void Stability::Search::along_lines() {
-    if (known_) line(phase_.x, known_->x.data(), -1);
+    if (known_) {
+        line_.set(phase_.x, known_->x.data(), -1);
+        DistanceLine::Node m;
+        if (line_.evaluate(kHalf, m) || line_.negative)
+            on_line(line_.zero(0.0, phase_.rho), m, line_.zero(1.0, known_->rho));
+    }
     for (int k = 0; k < phase_.size() && r_.stable; ++k) {
-        if (!(low_[k] < kLow)) continue;
-        line(phase_.x, nullptr, k);
-        if (known_ && r_.stable) line(known_->x, nullptr, k);
+        if (low_[k] < kLow || high_[k] > kHigh) to_pure(phase_, k);
+        if (known_ && r_.stable) to_pure(*known_, k);
     }
 }
-/// The way from one composition to another, or to a pure component: a negative distance is proof
-/// enough; where its slope rises through zero, a descent.
-void Stability::Search::line(std::vector<double> const& from, double const* to, int pure) {
-    const int n = phase_.size();
-    std::vector<double> start(from.size());
-    double before = 0.0, last = 0.0;  // slope at the last node, and where that is
-    for (double part : kOnLine) {
-        const auto mix = [&](double at, int k) {
-            return (1.0 - at) * from[k] + at * (to ? to[k] : k == pure ? 1.0 : 0.0);
-        };
-        for (int k = 0; k < n; ++k) of_.way_[k] = mix(part, k);
-        if (!of_.fluid_.evaluate_at(of_.s_, p_, phase_.T, of_.way_, Root::stable, 0)) {
-            before = 0.0;
-            continue;
-        }
+/// From a phase to a pure component, near which and halfway starts have been.
+void Stability::Search::to_pure(PhaseState const& from, int pure) {
+    const std::size_t n = of_.W_.size(), nearly = pure, half = n + nearly;
+    const bool own = &from == &phase_;
+    line_.set(from.x, nullptr, pure);
+    std::vector<double>& over = of_.step_;
+    std::copy_n(&over_[nearly * n], n, over.begin());
+    for (std::size_t k = 0; !own && k < n; ++k)  // traces of another phase, by their ideal part
+        if (k != nearly) over[k] += std::log(from.x[k] / phase_.x[k]);
+    DistanceLine::Node m, b = line_.node(kPure, rho_[nearly], over.data());
+    if (own) m = line_.node(kHalf, rho_[half], &over_[half * n]);
+    const bool found = (std::isfinite(b.all.slope) || line_.evaluate(kLate, b)) &&
+                       ((own && std::isfinite(m.all.slope)) || line_.evaluate(kHalf, m));
+    if (found || line_.negative) on_line(line_.zero(0.0, from.rho), m, b);
+}
+/// A negative distance is proof enough; where there are minima, descents.
+void Stability::Search::on_line(DistanceLine::Node const& a, DistanceLine::Node const& m,
+                                DistanceLine::Node const& b) {
+    if (!line_.negative) line_.search(a, m, b);
+    if (line_.negative) {
+        r_.stable = false;
         const double d = distance(of_.s_, phase_);
-        if (d < 10 * -Certificate::tpd_tolerance) {
-            r_.stable = false;
-            if (d < best_) take(d);
-            return;
-        }
-        double slope = 0.0;
-        for (int k = 0; k < n; ++k)
-            slope += (mix(1.0, k) - from[k]) * (of_.s_.m[k] - phase_.m[k]);
-        if (before < 0.0 && slope > 0.0) {
-            const double at = last + (part - last) * before / (before - slope);
-            for (int k = 0; k < n; ++k) start[k] = std::log(mix(at, k));
-            const End end = of_.descend(phase_, p_, known_, start.data(), 0, first_, tpd_, r_.iterations);
-            if (record(end) || !r_.stable) return;
-        }
-        before = slope;
-        last = part;
+        if (d < best_) take(d);
+        return;
+    }
+    std::vector<double> start(phase_.x.size());
+    for (double s : line_.minima) {
+        for (int k = 0; k < phase_.size(); ++k) start[k] = std::log(line_.fraction(s, k));
+        const End end =
+            of_.descend(phase_, p_, known_, start.data(), 0, first_, tpd_, r_.iterations);
+        if (record(end) || !r_.stable) return;
     }
 }
 
-/// Where the distance is low for an ideal mixture, once more without substitutions, which leap over
-/// narrow minima: a few per cent of a heavy component in a light one, say.
+/// 5 % of every component beside the phase; where the distance is low for an ideal mixture
+/// somewhere, mixtures of two, too. From there without substitutions, which leap over narrow minima
+/// (a few per cent of a heavy component in a light one, say), and so once more from nearly pure
+/// components whose distances are too high.
 void Stability::Search::beside_the_phase() {
     const int n = of_.fluid_.size();
     const std::size_t step = of_.W_.size();
@@ -234,11 +257,23 @@ void Stability::Search::beside_the_phase() {
     for (int k = 0; k < n; ++k) low_start(k, k, kDilute);
     if (*std::min_element(low_.begin(), low_.end()) < kLow) {
         for (int a = 0; a < n; ++a)
-            for (int b = 0; b < a; ++b) low_start(a, b, kHalf - kDilute);
+            for (int b = 0; b < a; ++b) {
+                low_start(a, b, kHalf - kDilute);
+                if (low_[a] < kLow && low_[b] < kLow) pair_alone(a, b);
+            }
         for (int k = 0; k < n && r_.stable; ++k)
-            if (low_[k] < kLow || high_[k] > kHigh) ends(k * step, 0);
+            if (high_[k] > kHigh) ends(k * step, 0);
     }
     for (; at_ < of_.starts_.size() && r_.stable; at_ += step) ends(at_, 0);
+}
+
+/// Two components that attract each other and may separate without the others: ammonia and water
+/// from a wax.
+void Stability::Search::pair_alone(int a, int b) {
+    toward(a, b, kAlone);
+    const double ideal = 0.5 * (at_start_[a] + at_start_[b]) - std::log(2.0);
+    if (!(of_.distance_at(of_.way_, phase_, p_) < ideal - kAttracted)) return;
+    for (double w : of_.way_) of_.starts_.push_back(std::log(w));
 }
 
 /// Sets way_ to `part` of components a and b, which may be one, beside the phase.
@@ -248,8 +283,9 @@ void Stability::Search::toward(int a, int b, double part) {
         of_.way_[k] = rest * phase_.x[k] + (k == a || k == b ? part : 0.0);
 }
 
-/// The distance at way_, a mixture of components a and b, over that in an ideal mixture from the nearest
-/// of both phases, Σ w·ln(w/x). Between phases that are neighbours of no others it is about 1.
+/// The distance at way_, a mixture of components a and b, over that in an ideal mixture from the
+/// nearest of both phases, Σ w·ln(w/x). Between phases that are neighbours of no others it is
+/// about 1.
 double Stability::Search::note(int a, int b, double distance) {
     double ideal = 1e300;
     const auto from = [&](std::vector<double> const& x) {
@@ -260,7 +296,7 @@ double Stability::Search::note(int a, int b, double distance) {
     };
     from(phase_.x);
     if (known_) from(known_->x);
-    const double part = ideal > kNear ? distance / ideal : 1.0;
+    const double part = ideal > kNear && std::isfinite(distance) ? distance / ideal : 1.0;
     for (int k : {a, b}) {
         low_[k] = std::min(low_[k], part);
         high_[k] = std::max(high_[k], part);
@@ -295,8 +331,7 @@ void Stability::many_starts(PhaseState const& phase, double p) {
     for (int start = 0; start < 2 * n; ++start) {  // nearly pure; half pure
         const double pure = start < n ? kPure : kHalf;
         for (int k = 0; k < n; ++k)
-            starts_.push_back(
-                std::log((1.0 - pure) * phase.x[k] + (k == start % n ? pure : 0.0)));
+            starts_.push_back(std::log((1.0 - pure) * phase.x[k] + (k == start % n ? pure : 0.0)));
     }
     for (double sign : {1.0, -1.0})
         for (int k = 0; k < n; ++k)
@@ -344,6 +379,7 @@ bool Stability::hidden_root(PhaseState const& phase, double p, double& tpd) {
                 break;
             tpd = distance(s_, phase);
             if (tpd < 10 * -Certificate::tpd_tolerance) return true;
+            if (steep_ && tpd >= 0.0 && in_bowl(phase)) break;
             if (std::fabs(tpd - last) < 1e-6) break;  // stationary, and not below
             last = tpd;
             double sum = 0.0;
