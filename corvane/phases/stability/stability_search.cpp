@@ -17,6 +17,8 @@ constexpr double kLow = 0.6, kHigh = 1.1;  // of a distance over an ideal mixtur
 constexpr double kNear = 1e-6;             // of such a distance, nearer to a phase than that tells
 constexpr double kOther = 1e-3;            // of the density: another root
 constexpr double kLate = 0.9;              // of a way to a pure component that has no density
+constexpr double kLowDistance = 0.5, kDissolves = 3.0, kDissolved = 0.05;  // see dissolving()
+constexpr double kVeryLow = 0.3, kLateStart = 0.8;                          // see late()
 constexpr double kAttracted = 0.05;        // of a pair's distance below that of its ideal mixture
 
 /// Adds x unless there is one like it.
@@ -57,6 +59,8 @@ class Stability::Search {
     void to_pure(PhaseState const& from, int pure);
     void on_line(DistanceLine::Node const& a, DistanceLine::Node const& m,
                  DistanceLine::Node const& b);
+    void late(int k);
+    void dissolving(std::size_t start);
     void pair_alone(int a, int b);
     bool ends(std::size_t start, int substitutions = kSubstitutions);
     bool record(End end);
@@ -254,6 +258,8 @@ void Stability::Search::beside_the_phase() {
         toward(k % step, k % step, k < step ? kPure : kHalf);
         note(k % step, k % step, at_start_[k]);
     }
+    for (std::size_t k = 0; k < 2 * step; ++k) dissolving(k);
+    for (int k = 0; k < n && r_.stable; ++k) late(k);
     for (int k = 0; k < n; ++k) low_start(k, k, kDilute);
     if (*std::min_element(low_.begin(), low_.end()) < kLow) {
         for (int a = 0; a < n; ++a)
@@ -265,6 +271,38 @@ void Stability::Search::beside_the_phase() {
             if (high_[k] > kHigh) ends(k * step, 0);
     }
     for (; at_ < of_.starts_.size() && r_.stable; at_ += step) ends(at_, 0);
+}
+
+/// Between the starts half and nearly pure, which may lead to two phases past a third, where the distance is
+/// far below an ideal mixture's (a fluid of much methane between a liquid and its vapour).
+void Stability::Search::late(int k) {
+    if (!(low_[k] < kVeryLow)) return;
+    toward(k, k, kLateStart);
+    std::vector<double> start;
+    for (double w : of_.way_) start.push_back(std::log(w));
+    record(of_.descend(phase_, p_, known_, start.data(), 1, first_, tpd_, r_.iterations));
+}
+
+/// At a start of low distance a component would dissolve far better than in the phase, of which there is
+/// less than that takes: with more of it (octane in cold nitrogen, beside its liquid with methane).
+void Stability::Search::dissolving(std::size_t start) {
+    if (!(at_start_[start] < kLowDistance)) return;
+    const std::size_t n = of_.W_.size(), pure = start % n;
+    double const* over = &over_[start * n];
+    toward(pure, pure, start < n ? kPure : kHalf);
+    std::size_t best = n;
+    double least = -kDissolves;
+    for (std::size_t k = 0; k < n; ++k) {
+        const double excess = over[k] - std::log(of_.way_[k] / phase_.x[k]);
+        if (k == pure || !(excess < least)) continue;
+        least = excess;
+        best = k;
+    }
+    if (best == n || !(of_.way_[best] < kDissolved)) return;
+    of_.way_[best] = std::min(of_.way_[best] * std::exp(-over[best]), kDissolved);
+    double sum = 0.0;
+    for (double w : of_.way_) sum += w;
+    for (double w : of_.way_) of_.starts_.push_back(std::log(w / sum));
 }
 
 /// Two components that attract each other and may separate without the others: ammonia and water
