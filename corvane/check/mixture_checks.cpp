@@ -318,6 +318,24 @@ class MixtureChecks {
             }
         survey_.same("nothing at zero density", {.T = low_}, m_.Ar(0.0, low_, x), 0.0, 1e-300);
         survey_.same("nothing at zero density", {.T = low_}, m_.Z(0.0, low_, x), 1.0, 1e-15);
+        if (m_.derivatives())
+            for (double T : {low_, high_}) nothing(T);
+    }
+    /// Potentials without any molecules, and their slopes, which are those of equal traces: second
+    /// virial coefficients.
+    void nothing(double T) {
+        const std::vector<double> all = compositions()[0];
+        const Potentials none(m_, vector(all, 0.0), T), traces(m_, vector(all, 1e-14 * top_), T);
+        const State at{.T = T, .rho = 0.0, .x = &all};
+        double largest = 0.0;
+        for (double h : traces.H) largest = std::max(largest, std::abs(h));
+        for (std::size_t k = 0; k < none.mu.size(); ++k) {
+            survey_.same("potentials at zero density", at, none.mu[k], 0.0, 1e-300);
+            survey_.same("potentials at zero density", at, none.mu_T[k], 0.0, 1e-300);
+        }
+        for (std::size_t k = 0; k < none.H.size(); ++k)
+            survey_.same("potentials at zero density: ∂myr/∂rho", at, none.H[k], traces.H[k],
+                         1e-5 * largest);
     }
     void pure_limits() {
         for (int i = 0; i < n_; ++i) {

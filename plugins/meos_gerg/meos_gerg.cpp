@@ -372,10 +372,12 @@ void MeosGerg::potentials(Vector<double> const& rho_i, double T, double* mu, dou
                           double* mu_rho) const {
     const int n = rho_i.size();
     const double rho = rho_i.sum();
-    if (rho == 0.0) {
+    if (rho == 0.0) {  // the slopes depend on the composition: of equal traces
+        Vector<double> traces(n);
+        for (int i = 0; i < n; ++i) traces[i] = 1e-30;
+        if (mu_rho) potentials(traces, T, mu, nullptr, mu_rho);
         for (int i = 0; i < n; ++i) mu[i] = 0.0;
         for (int i = 0; mu_T && i < n; ++i) mu_T[i] = 0.0;
-        for (int i = 0; mu_rho && i < n * n; ++i) mu_rho[i] = 0.0;
         return;
     }
     Vector<double> x(n);

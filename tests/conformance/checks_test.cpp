@@ -245,7 +245,9 @@ class FaultyMixture final : public ModelN,
         if (is("Euler: Σ x_i·mu_i is Ar + Z − 1"))
             for (int i = 0; i < n; ++i) mu[i] *= 1 + 1e-9;
         if (mu_T && is("slope of mu_i in T")) mu_T[1] *= 1 + 1e-6;
+        if (is("potentials at zero density") && mu_T && rho_i.sum() == 0.0) mu_T[1] = 1e-12;
         if (!H) return;
+        if (is("potentials at zero density: ∂myr/∂rho") && rho_i.sum() == 0.0) H[1] *= 1 + 1e-4;
         if (is("Hessian is symmetric")) H[1] *= 1 + 1e-8;
         if (is("Hessian: ∂mu_i/∂rho_j")) H[1] *= 1 + 1e-6, H[n] *= 1 + 1e-6;
         if (is("Gibbs–Duhem: Σ Σ x_i·x_j·rho·∂mu_i/∂rho_j is ∂(rho·Z)/∂rho − 1")) H[0] *= 1 + 1e-8;
@@ -332,6 +334,8 @@ TEST(Checks, NameEveryFaultOfAMixture) {
                             {"impossible states have no density"},
                             {"Z and betaV have numbers at the same densities"},
                             {"nothing at zero density"},
+                            {"potentials at zero density"},
+                            {"potentials at zero density: ∂myr/∂rho"},
                             {"a component alone is the pure fluid"},
                             {"components in another order"}}) {
         FaultyMixture model(*right, fault);
