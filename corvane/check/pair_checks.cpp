@@ -56,6 +56,7 @@ class PairChecks {
     }
     std::vector<double> values(int i, int j) const {
         std::vector<double> v;
+        v.reserve(static_cast<std::size_t>(count_));
         for (int k = 0; k < count_; ++k) v.push_back(m_.param(k, i, j));
         return v;
     }
