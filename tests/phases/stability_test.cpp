@@ -316,6 +316,44 @@ TEST(Stability, NarrowMinimaBetweenStarts) {
     }
 }
 
+// The multi-fluid water has no liquid density here while it is nearly pure; mixtures with less of
+// it do, and separate. (A vapour alone was certified.)
+TEST(Stability, LiquidsOfComponentsThatHaveNoneWhenPure) {
+    const struct {
+        std::vector<std::string> names;
+        Vector<double> z, witness;
+        double T, p;
+    } cases[] = {{{"water", "butane", "propane"},
+                  vec({.0691, .0185, .9124}),
+                  vec({.9, .065, .035}),
+                  213.44,
+                  .0137},
+                 {{"methane", "water", "helium"},
+                  vec({.0579, .2703, .6718}),
+                  vec({.133, .867, 1e-9}),
+                  197.57,
+                  .012}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.names[0]);
+        const auto open = corvane::open_mixture("MEOS+GERG", c.names);
+        auto const& m = open.model;
+        double pure[2] = {0, 0}, rho[2] = {0, 0}, tpd = 0;
+        Vector<double> almost = c.z;
+        for (int i = 0; i < 3; ++i) almost[i] = c.names[i] == "water" ? 1 - 2e-12 : 1e-12;
+        m->vcalc(c.p, c.T, almost, 1, pure[0], pure[1]);
+        EXPECT_LT(std::max(pure[0], pure[1]), 1e-4) << "the case is none";
+        m->vcalc(c.p, c.T, c.witness, 1, rho[0], rho[1]);
+        for (int i = 0; i < 3; ++i) {
+            double whole = 0;
+            tpd += c.witness[i] * (m->my(c.witness * std::max(rho[0], rho[1]), c.T, i) -
+                                   m->my(c.p, c.T, c.z, i, 2, whole));
+        }
+        ASSERT_LT(tpd, -1) << "the case is none";
+        EXPECT_FALSE(corvane::stability(*m, c.p, c.T, c.z).stable);
+        EXPECT_THROW(corvane::flash_pT(*m, c.p, c.T, c.z), EquilibriumFailure);
+    }
+}
+
 /// An ideal gas of three components whose Gibbs energy (over RT) has narrow wells; or that and, a
 /// hundred times as dense, a liquid whose Gibbs energy is `lift` higher, but for the wells.
 struct Wells : ModelN {

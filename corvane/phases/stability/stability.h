@@ -59,7 +59,8 @@ struct StabilityResult {
 /// repeated without substitutions, which leap over narrow minima. Then it descends from the middles
 /// between all minima that were found, the phase and the known one, and from where the distance has
 /// a minimum on the straight ways between the phases, from the phase to pure components of such
-/// distances, and from the known one to all (DistanceLine); the quick one ends before. None of this
+/// distances, and from the known one to all (DistanceLine); the quick one ends before. Components
+/// that ought to be liquid when pure and have no such density are looked for in mixtures. None of this
 /// proves that none is missed: docs/phases_measured.md, how often. At most 120 iterations per
 /// start.
 class CORVANE_API Stability {

@@ -1,4 +1,5 @@
 // The tangent-plane test from its starts on; one descent is in stability.cpp.
+#include <corvane/core/constants.h>
 #include <corvane/phases/report/certificate.h>
 #include <corvane/phases/stability/stability.h>
 #include <corvane/phases/stability/stability_line.h>
@@ -19,6 +20,9 @@ constexpr double kOther = 1e-3;            // of the density: another root
 constexpr double kLate = 0.9;              // of a way to a pure component that has no density
 constexpr double kLowDistance = 0.5, kDissolves = 3.0, kDissolved = 0.05;  // see dissolving()
 constexpr double kVeryLow = 0.3, kLateStart = 0.8;                          // see late()
+constexpr double kCondensed = -2.0;        // of ln(psat/p), below which a gas is out of place
+constexpr double kGas = 0.5;               // of Z, least of a gas
+constexpr double kMixed[] = {0.95, 0.9, 0.8, 0.65, 0.4, 0.2};  // see without_liquid()
 constexpr double kAttracted = 0.05;        // of a pair's distance below that of its ideal mixture
 
 /// Adds x unless there is one like it.
@@ -60,6 +64,7 @@ class Stability::Search {
     void on_line(DistanceLine::Node const& a, DistanceLine::Node const& m,
                  DistanceLine::Node const& b);
     void late(int k);
+    void without_liquid(int k);
     void dissolving(std::size_t start);
     void pair_alone(int a, int b);
     bool ends(std::size_t start, int substitutions = kSubstitutions);
@@ -259,7 +264,10 @@ void Stability::Search::beside_the_phase() {
         note(k % step, k % step, at_start_[k]);
     }
     for (std::size_t k = 0; k < 2 * step; ++k) dissolving(k);
-    for (int k = 0; k < n && r_.stable; ++k) late(k);
+    for (int k = 0; k < n && r_.stable; ++k) {
+        without_liquid(k);
+        if (r_.stable) late(k);
+    }
     for (int k = 0; k < n; ++k) low_start(k, k, kDilute);
     if (*std::min_element(low_.begin(), low_.end()) < kLow) {
         for (int a = 0; a < n; ++a)
@@ -281,6 +289,25 @@ void Stability::Search::late(int k) {
     std::vector<double> start;
     for (double w : of_.way_) start.push_back(std::log(w));
     record(of_.descend(phase_, p_, known_, start.data(), 1, first_, tpd_, r_.iterations));
+}
+
+/// Far above its saturation pressure a component has the density of a gas alone: its equation, far below the
+/// range it was made for, has no liquid, while mixtures with less of it may have one (water in multi-fluid
+/// mixtures below 230 K).
+void Stability::Search::without_liquid(int k) {
+    if (!(of_.fluid_.wilson(k, phase_.T) - std::log(p_) < kCondensed) ||
+        !(p_ / (R * phase_.T * rho_[k]) > kGas))
+        return;
+    for (int with = 0; with < phase_.size(); ++with)  // k itself: with the phase
+        for (double part : kMixed) {
+            toward(k, k, part);
+            for (int i = 0; with != k && i < phase_.size(); ++i)
+                of_.way_[i] = i == k ? part : (1.0 - part) * (i == with ? 1.0 : kPurest);
+            if (!below(of_.way_, -Certificate::tpd_tolerance)) continue;
+            r_.stable = false;
+            take(distance(of_.s_, phase_));
+            return;
+        }
 }
 
 /// At a start of low distance a component would dissolve far better than in the phase, of which there is

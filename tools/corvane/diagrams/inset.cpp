@@ -33,7 +33,7 @@ std::optional<std::pair<double, double>> within(Box const& box, XY const& a, XY 
 }
 
 /// The stretches of a curve that lie within.
-std::vector<XY> clipped(std::vector<XY> const& points, Box const& box) {
+std::vector<XY> inside(std::vector<XY> const& points, Box const& box) {
     constexpr double nan = std::numeric_limits<double>::quiet_NaN();
     std::vector<XY> seen;
     for (std::size_t k = 1; k < points.size(); ++k) {
@@ -136,7 +136,7 @@ void repeat(Picture& in, Box const& part, Box const& place) {
         return points;
     };
     for (std::size_t k = 0, count = in.curves.size(); k < count; ++k)
-        if (const auto seen = clipped(in_parts(in, in.curves[k].points), part); !seen.empty()) {
+        if (const auto seen = inside(in_parts(in, in.curves[k].points), part); !seen.empty()) {
             Curve larger_one = in.curves[k];
             larger_one.title.clear();
             larger_one.points = moved(seen);
@@ -148,7 +148,7 @@ void repeat(Picture& in, Box const& part, Box const& place) {
         if (!seen.empty()) in.marks.push_back({"", in.marks[k].symbol, in.marks[k].ink, moved(seen)});
     }
     if (!in.corners[0].empty())
-        if (const auto edge = clipped(in_parts(in, edges()), part); !edge.empty())
+        if (const auto edge = inside(in_parts(in, edges()), part); !edge.empty())
             in.curves.push_back({"", Ink::black, Stroke::thin, moved(edge)});
 }
 }  // namespace
