@@ -56,35 +56,23 @@ class Flash {
         if (!fluid_.evaluate_at(whole_, p_, T_, fluid_.z(), Root::stable, phase_H | phase_p))
             throw ThException(th_no_density);
         if (n_ == 1) return one_phase(o, 0.0);  // a pure fluid does not split at (p, T)
-        // The first negative distance will do; where only the curvature told, a trial is looked
-        // for.
+        // The first negative distance will do. Where only the curvature told, a trial is looked
+        // for: the lowest of simple ones, mostly, and only then that of all descents.
+        FlashResult found;
+        bool unstable = false, regular = false;
         StabilityResult r = stability_.test(whole_, p_, nullptr, true, true);
-        if (!r.stable && !r.other) r = stability_.test(whole_, p_, nullptr, false, true);
+        if (!r.stable && !r.other) {
+            if (n_ > 2 && (r = stability_.lowest_start(whole_, p_)).tpd < -kNear &&
+                split_from(r.trial.w, 1, o, found, unstable))
+                return found;
+            r = stability_.test(whole_, p_, nullptr, false, true);
+        }
         if (r.stable) {
             if (r.unconverged) fail(kUntested);
             return one_phase(o, std::min(r.tpd, 0.0));
         }
-        bool unstable = false, regular = false;
         if (std::fabs(r.tpd) < kNear && (regular = near())) return two_phases(o);
-        pairs_.assign(1, {fluid_.z(), r.trial.w});
-        for (int k = 0; k < kRestarts && r.other && !pairs_.empty(); ++k) {
-            const Pair start = std::move(pairs_.back());
-            pairs_.pop_back();
-            for (int i = 0; i < n_; ++i) two_.lnK[i] = std::log(start.b[i] / start.a[i]);
-            two_.beta = 0.5;
-            // The whole's trial need not enclose a split, a pair of phases has to.
-            if ((k > 0 && !two_.rachford_rice()) || !two_.solve()) continue;
-            StabilityResult after;
-            if (certified(&after)) return two_phases(o);
-            if (after.stable && untested(after)) fail(kUntested);
-            unstable = true;
-            if (!after.other) continue;
-            if (n_ > 2 && flash_many(fluid_, stability_, {two_.a.x, two_.b.x, after.trial.w}, many))
-                return finish(many, o);
-            pairs_.insert(pairs_.begin(), {fluid_.z(), after.trial.w});
-            pairs_.push_back({two_.a.x, after.trial.w});
-            pairs_.push_back({two_.b.x, after.trial.w});
-        }
+        if (r.other && split_from(r.trial.w, kRestarts, o, found, unstable)) return found;
         if (!regular && near()) return two_phases(o);
         if (flash_columns(fluid_, stability_, many)) return finish(many, o);
         fail(unstable ? n_ > 2 ? "every split found is unstable: probably more phases"
@@ -220,11 +208,45 @@ class Flash {
     bool certified(StabilityResult* r) {
         if (!flash_bound(bound_, T_, p_, two_.a, two_.b, two_.beta, bounds_)) return false;
         StabilityResult found = stability_.test(two_.a, p_, &two_.b, true);
-        if (r && !found.stable) found = stability_.test(two_.a, p_, &two_.b, false);
+        if (r && !found.stable && n_ == 2) found = stability_.test(two_.a, p_, &two_.b, false);
         tpd_ = std::min(0.0, found.tpd);
         const bool stable = found.stable && !untested(found);
         if (r) *r = std::move(found);
         return stable && stability_.locally_stable(two_.b);
+    }
+    /// Certified phases from a trial below the plane of the whole; so many splits are tried.
+    bool split_from(std::vector<double> const& trial, int splits, FlashOptions const& o,
+                    FlashResult& q, bool& unstable) {
+        FlashResult many = result();
+        pairs_.assign(1, {fluid_.z(), trial});
+        for (int k = 0; k < splits && !pairs_.empty(); ++k) {
+            const Pair start = std::move(pairs_.back());
+            pairs_.pop_back();
+            for (int i = 0; i < n_; ++i) two_.lnK[i] = std::log(start.b[i] / start.a[i]);
+            two_.beta = 0.5;
+            // The whole's trial need not enclose a split, a pair of phases has to.
+            if ((k > 0 && !two_.rachford_rice()) || !two_.solve()) continue;
+            StabilityResult after;
+            if (certified(&after)) return q = two_phases(o), true;
+            if (after.stable && untested(after)) fail(kUntested);
+            unstable = true;
+            if (third_phase(after, many)) return q = finish(many, o), true;
+            if (n_ > 2 && !after.stable) {
+                // The first trial below does mostly; the lowest takes all descents to find.
+                after = stability_.test(two_.a, p_, &two_.b, false);
+                if (third_phase(after, many)) return q = finish(many, o), true;
+            }
+            if (!after.other) continue;
+            pairs_.insert(pairs_.begin(), {fluid_.z(), after.trial.w});
+            pairs_.push_back({two_.a.x, after.trial.w});
+            pairs_.push_back({two_.b.x, after.trial.w});
+        }
+        return false;
+    }
+    /// Three phases from the split found and a trial below its tangent plane.
+    bool third_phase(StabilityResult const& r, FlashResult& many) {
+        return n_ > 2 && r.other &&
+               flash_many(fluid_, stability_, {two_.a.x, two_.b.x, r.trial.w}, many);
     }
     /// The complete test of a binary saw no density somewhere. Of three components and more a start
     /// that is lost among traces is no sign of a further phase.

@@ -84,6 +84,10 @@ class CORVANE_API Stability {
     StabilityResult test(PhaseState const& phase, double p, PhaseState const* known, bool first,
                          bool whole = false);
 
+    /// Three and more components: the trial below the tangent plane to which the lowest of the
+    /// nearly pure and half pure compositions leads. No test: `stable` where none of them is below.
+    StabilityResult lowest_start(PhaseState const& phase, double p);
+
     /// Three and more components: the trials at which the starts of the test end, for any tangent
     /// plane. plane: T, p and potentials m; x the composition that starts are mixed with. from:
     /// further starts, of mole fractions above 0, for Newton's method alone.

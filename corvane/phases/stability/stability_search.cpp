@@ -425,6 +425,33 @@ std::vector<TrialPhase> Stability::minima(PhaseState const& plane, double p,
     return found;
 }
 
+StabilityResult Stability::lowest_start(PhaseState const& phase, double p) {
+    StabilityResult r;
+    many_starts(phase, p);
+    steep_ = false;
+    const std::size_t n = W_.size();
+    std::size_t lowest = 0;
+    std::vector<double> w(n);
+    double least = 0.0;
+    for (std::size_t at = 0; at < 2 * n * n; at += n) {
+        for (std::size_t k = 0; k < n; ++k) w[k] = std::exp(starts_[at + k]);
+        const double d = distance_at(w, phase, p);
+        if (!(d < least)) continue;
+        least = d;
+        lowest = at;
+    }
+    double tpd = 0.0;
+    if (least < -Certificate::tpd_tolerance &&
+        descend(phase, p, nullptr, &starts_[lowest], kSubstitutions, false, tpd, r.iterations) ==
+            End::negative) {
+        r.stable = false;
+        r.other = true;
+        r.tpd = tpd;
+        r.trial = {tpd, s_.rho, s_.x};
+    }
+    return r;
+}
+
 /// Nearly pure trials by substitution along the density root of higher Gibbs energy, which the
 /// other starts leave: there a liquid whose light component would be a gas when pure stays hidden,
 /// or a gas likewise. True with s_ and tpd of a trial below the tangent plane.
