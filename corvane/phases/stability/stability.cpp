@@ -34,6 +34,21 @@ constexpr double kBowl = 0.04, kParabola = 0.15, kSteep = 0.2;
 constexpr double kCloseBy = 0.05, kValley = 0.1, kValleyRho = 0.1, kFourth = 0.3,
                  kLeastSlope = 1.85, kMostSlope = 5.6;
 
+/// From a phase to a trial: the squared way, Σ Δx²/x, and the slope along it and the value of the
+/// distance from the plane of the phase there.
+struct Rise {
+    double square = 0.0, slope = 0.0, height = 0.0;
+};
+Rise rise(PhaseState const& s, PhaseState const& phase) {
+    Rise r;
+    for (int k = 0; k < s.size(); ++k) {
+        const double off = s.x[k] - phase.x[k], g = s.m[k] - phase.m[k];
+        r.square += off * off / phase.x[k];
+        r.slope += off * g;
+        r.height += s.x[k] * g;
+    }
+    return r;
+}
 }  // namespace
 
 /// Squared distance in ln x, weighted, and in ln rho.
@@ -142,14 +157,8 @@ bool Stability::leads_to(PhaseState const& phase, double times) {
 /// slope at s_ are known, both vanish at the minimum; if that is distinct and near, so that all of this
 /// holds sideways, too, a descent from s_ ends there.
 bool Stability::in_bowl(PhaseState const& phase) const {
-    double square = 0.0, slope = 0.0, height = 0.0;
     if (!(std::fabs(s_.rho / phase.rho - 1.0) < kBowl)) return false;
-    for (int k = 0; k < s_.size(); ++k) {
-        const double off = s_.x[k] - phase.x[k], g = s_.m[k] - phase.m[k];
-        square += off * off / phase.x[k];
-        slope += off * g;
-        height += s_.x[k] * g;
-    }
+    const auto [square, slope, height] = rise(s_, phase);
     return square < kBowl && slope > kSteep * square &&
            std::fabs(2.0 * height / slope - 1.0) < kParabola;
 }
@@ -157,14 +166,8 @@ bool Stability::in_bowl(PhaseState const& phase) const {
 /// and as a parabola in all others: its slope is between two and four times the value, more by the
 /// terms of fifth order, and less where the fourth is small and another minimum is near.
 bool Stability::in_valley(PhaseState const& phase) const {
-    double square = 0.0, slope = 0.0, height = 0.0;
     if (!(std::fabs(s_.rho / phase.rho - 1.0) < kValleyRho)) return false;
-    for (int k = 0; k < s_.size(); ++k) {
-        const double off = s_.x[k] - phase.x[k], g = s_.m[k] - phase.m[k];
-        square += off * off / phase.x[k];
-        slope += off * g;
-        height += s_.x[k] * g;
-    }
+    const auto [square, slope, height] = rise(s_, phase);
     return square < kValley && slope > kFourth * square * square && slope > kLeastSlope * height &&
            slope < kMostSlope * height;
 }
