@@ -35,9 +35,9 @@ std::vector<std::string> parts(std::string const& text, char separator) {
 }
 
 /// The fields of a row by their titles.
-class Row {
+class TitledRow {
   public:
-    Row(std::vector<std::string> const& header, std::vector<std::string> const& fields)
+    TitledRow(std::vector<std::string> const& header, std::vector<std::string> const& fields)
         : header_(header), fields_(fields) {}
     bool has(char const* title) const {
         return std::find(header_.begin(), header_.end(), title) != header_.end();
@@ -100,7 +100,7 @@ void read_quantity(std::string const& text, corvane::PrintedValue& v) {
     }
 }
 
-PrintedRow read_row(Row const& row) {
+PrintedRow read_row(TitledRow const& row) {
     PrintedRow read;
     read.substances = parts(row("substances"), '+');
     read.set = whole(row("set", 1.0), "set");
