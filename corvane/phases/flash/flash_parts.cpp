@@ -180,7 +180,7 @@ bool detail::flash_certified(FluidModel const& fluid, Stability& stability,
         stability.test(plane, q.p, phases.size() > 1 ? &phases[1] : nullptr, true);
     c.tpd = std::min(0.0, r.tpd);
     // Of three components and more a start that is lost among traces is no sign of a further phase.
-    return r.stable && ((fluid.size() > 2 && phases.size() > 1) || !r.unconverged);
+    return r.stable && (fluid.size() > 2 && phases.size() > 1 ? !r.unseen : !r.unconverged);
 }
 
 namespace {

@@ -166,7 +166,7 @@ bool SaturationSolver::certified_beside(CoexistenceSolver const& all, Saturation
     // Of three components and more as flash_certified: a start that is lost among traces of 1e-100
     // is no sign of a further phase.
     const StabilityResult r = test_phases(all, stability_, point.certificate.tpd);
-    if (!r.stable || (r.unconverged && fluid_.size() == 2)) return false;
+    if (!r.stable || r.unseen || (r.unconverged && fluid_.size() == 2)) return false;
     point.T = held_.T(vapour.T);
     point.p = held_.p(all.pressure());
     certify(fluid_, point.p, phases, point.certificate);

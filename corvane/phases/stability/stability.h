@@ -32,6 +32,9 @@ struct StabilityResult {
     TrialPhase trial;    ///< that of smallest tpd, if `other` or unstable
     int iterations = 0;
     int unconverged = 0;  ///< starts that used up their iterations or met no density
+    /// Of three components and more: components, too much of which is here for a vapour, whose equation
+    /// has no liquid; counted by `unconverged`, too.
+    int unseen = 0;
 };
 
 /// Tangent-plane test (Michelsen, Fluid Phase Equilib. 9 (1982) 1) with its work space.
@@ -60,7 +63,8 @@ struct StabilityResult {
 /// between all minima that were found, the phase and the known one, and from where the distance has
 /// a minimum on the straight ways between the phases, from the phase to pure components of such
 /// distances, and from the known one to all (DistanceLine); the quick one ends before. Components
-/// that ought to be liquid when pure and have no such density are looked for in mixtures. None of this
+/// that ought to be liquid when pure and have no such density are looked for in mixtures with the
+/// phase and with every other one, and descended from the lowest of each. None of this
 /// proves that none is missed: docs/phases_measured.md, how often. At most 120 iterations per
 /// start.
 class CORVANE_API Stability {

@@ -3,6 +3,7 @@
 #include <corvane/phases/report/certificate.h>
 #include <corvane/phases/stability/stability.h>
 #include <corvane/phases/stability/stability_line.h>
+#include <corvane/pure/model1.h>
 
 #include <algorithm>
 #include <cmath>
@@ -19,11 +20,13 @@ constexpr double kNear = 1e-6;             // of such a distance, nearer to a ph
 constexpr double kOther = 1e-3;            // of the density: another root
 constexpr double kLate = 0.9;              // of a way to a pure component that has no density
 constexpr double kLowDistance = 0.5, kDissolves = 3.0, kDissolved = 0.05;  // see dissolving()
-constexpr double kVeryLow = 0.3, kLateStart = 0.8;                          // see late()
-constexpr double kCondensed = -2.0;        // of ln(psat/p), below which a gas is out of place
-constexpr double kGas = 0.5;               // of Z, least of a gas
-constexpr double kMixed[] = {0.95, 0.9, 0.8, 0.65, 0.4, 0.2};  // see without_liquid()
-constexpr double kAttracted = 0.05;        // of a pair's distance below that of its ideal mixture
+constexpr double kVeryLow = 0.3, kLateStart = 0.8;                         // see late()
+constexpr double kCondensed = -2.0;   // of ln(psat/p), below which a gas is out of place
+constexpr double kSubcritical = 0.8;  // of the critical temperature, where liquids are dense
+constexpr double kGas = 1.0;          // of the critical density, above any vapour's there
+constexpr double kMixed[] = {0.95, 0.9, 0.85, 0.8,  0.75,
+                             0.7,  0.6, 0.5,  0.35, 0.2};  // see without_liquid()
+constexpr double kAttracted = 0.05;  // of a pair's distance below that of its ideal mixture
 
 /// Adds x unless there is one like it.
 void add_apart(std::vector<std::vector<double>>& all, std::vector<double> const& x) {
@@ -281,8 +284,9 @@ void Stability::Search::beside_the_phase() {
     for (; at_ < of_.starts_.size() && r_.stable; at_ += step) ends(at_, 0);
 }
 
-/// Between the starts half and nearly pure, which may lead to two phases past a third, where the distance is
-/// far below an ideal mixture's (a fluid of much methane between a liquid and its vapour).
+/// Between the starts half and nearly pure, which may lead to two phases past a third, where the
+/// distance is far below an ideal mixture's (a fluid of much methane between a liquid and its
+/// vapour).
 void Stability::Search::late(int k) {
     if (!(low_[k] < kVeryLow)) return;
     toward(k, k, kLateStart);
@@ -291,27 +295,50 @@ void Stability::Search::late(int k) {
     record(of_.descend(phase_, p_, known_, start.data(), 1, first_, tpd_, r_.iterations));
 }
 
-/// Far above its saturation pressure a component has the density of a gas alone: its equation, far below the
-/// range it was made for, has no liquid, while mixtures with less of it may have one (water in multi-fluid
-/// mixtures below 230 K).
+/// Below its critical temperature and far above its saturation pressure a component has no density,
+/// or that of a gas alone: its equation, far below the range it was made for, has no liquid, while
+/// mixtures with less of it may have one (water in multi-fluid mixtures below 230 K, a wax in cold
+/// nitrogen).
 void Stability::Search::without_liquid(int k) {
-    if (!(of_.fluid_.wilson(k, phase_.T) - std::log(p_) < kCondensed) ||
-        !(p_ / (R * phase_.T * rho_[k]) > kGas))
+    const double saturation = of_.fluid_.wilson(k, phase_.T);  // its logarithm
+    const bool seen = std::isfinite(at_start_[k]);
+    if (seen && (!(phase_.T < kSubcritical * of_.fluid_.pure(k).Tcrit()) ||
+                 !(saturation - std::log(p_) < kCondensed) ||
+                 !(rho_[k] * of_.fluid_.pure(k).vcrit() < kGas)))
         return;
-    for (int with = 0; with < phase_.size(); ++with)  // k itself: with the phase
+    const std::size_t n = of_.W_.size(), pure = k;
+    for (std::size_t with = 0; with < n; ++with) {  // k itself: with the phase
+        std::vector<double> lowest;
+        double least = 1e300;
         for (double part : kMixed) {
             toward(k, k, part);
-            for (int i = 0; with != k && i < phase_.size(); ++i)
-                of_.way_[i] = i == k ? part : (1.0 - part) * (i == with ? 1.0 : kPurest);
-            if (!below(of_.way_, -Certificate::tpd_tolerance)) continue;
+            for (std::size_t i = 0; with != pure && i < n; ++i)
+                of_.way_[i] = i == pure ? part : (1.0 - part) * (i == with ? 1.0 : kPurest);
+            const double d = of_.distance_at(of_.way_, phase_, p_);
+            if (!(d < least)) continue;
+            least = d;
+            lowest = of_.way_;
+        }
+        if (lowest.empty()) continue;
+        if (below(lowest, -Certificate::tpd_tolerance)) {  // a descent might leave for no density
             r_.stable = false;
             take(distance(of_.s_, phase_));
             return;
         }
+        for (double& w : lowest) w = std::log(w);
+        if (record(of_.descend(phase_, p_, known_, lowest.data(), 0, first_, tpd_, r_.iterations)))
+            return;
+        if (!r_.stable) return;
+    }
+    // What is known of its liquid is Wilson's estimate of the fugacity.
+    if (!seen || phase_.m[k] + std::log(R * phase_.T) < saturation + kCondensed) return;
+    ++r_.unconverged;
+    ++r_.unseen;
 }
 
-/// At a start of low distance a component would dissolve far better than in the phase, of which there is
-/// less than that takes: with more of it (octane in cold nitrogen, beside its liquid with methane).
+/// At a start of low distance a component would dissolve far better than in the phase, of which
+/// there is less than that takes: with more of it (octane in cold nitrogen, beside its liquid with
+/// methane).
 void Stability::Search::dissolving(std::size_t start) {
     if (!(at_start_[start] < kLowDistance)) return;
     const std::size_t n = of_.W_.size(), pure = start % n;
