@@ -5,6 +5,9 @@ include(CMakePackageConfigHelpers)
 install(TARGETS corvane numelo EXPORT corvaneTargets
         LIBRARY DESTINATION lib COMPONENT library NAMELINK_COMPONENT development
         FILE_SET HEADERS COMPONENT development)
+if(TARGET corvane_kit)
+  install(TARGETS corvane_kit EXPORT corvaneTargets ARCHIVE DESTINATION lib COMPONENT development)
+endif()
 if(TARGET corvane_fit)
   install(TARGETS corvane_fit corvane_text EXPORT corvaneTargets
           ARCHIVE DESTINATION lib COMPONENT development

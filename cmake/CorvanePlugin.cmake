@@ -46,7 +46,7 @@ endfunction()
 function(corvane_add_static_plugin name)
   string(REPLACE "+" "_" target "corvane_static_${name}")
   add_library(${target} OBJECT ${ARGN})
-  target_link_libraries(${target} PUBLIC corvane::corvane corvane::numelo)
+  target_link_libraries(${target} PUBLIC $<TARGET_NAME_IF_EXISTS:corvane::kit> corvane::corvane corvane::numelo)
   target_compile_features(${target} PRIVATE cxx_std_20)
   target_compile_definitions(${target} PRIVATE CORVANE_STATIC_PLUGIN="${name}")
   target_compile_options(${target} PRIVATE -ffp-contract=off -fno-math-errno)
@@ -57,11 +57,14 @@ function(corvane_add_static_plugin name)
 endfunction()
 
 # corvane_add_equation(<name> [MIXING <theory>] <sources>...): an equation on the authors' kit
-# (CORVANE_EQUATION). One library holds the pure fluid and its mixtures; with MIXING it is put beside
+# (CORVANE_EQUATION, CORVANE_FORMULA). One library holds the pure fluid and its mixtures; with MIXING it is put beside
 # itself as libth<name>+<theory>.dll, where attachN looks.
 function(corvane_add_equation name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "MIXING" "")
   corvane_add_plugin(${name} ${arg_UNPARSED_ARGUMENTS})
+  if(TARGET corvane::kit AND NOT EMSCRIPTEN)
+    target_link_libraries(corvane_plugin_${name} PRIVATE corvane::kit)
+  endif()
   if(arg_MIXING AND NOT EMSCRIPTEN)
     add_custom_command(
       TARGET corvane_plugin_${name}

@@ -1,27 +1,12 @@
 // All stable densities of any equation at a pressure, from its isotherm alone.
 #pragma once
 
-#include <corvane/plugin/jet.h>
 #include <corvane/plugin/roots.h>
 
 #include <cmath>
 #include <limits>
 
 namespace corvane {
-
-/// Where the densities of a fluid lie at one temperature and composition, mol/cm³. What an author
-/// knows makes the search short; only `top` is needed.
-struct DensityRange {
-    double top;           ///< the largest density that is looked at, short of any pole
-    double loop = 0.0;    ///< near the critical density: tried first for the falling part
-    double liquid = 0.0;  ///< first trial for the liquid; 0: a third of the way to the top
-    /// The pressure is concave in density, then convex: one loop at most, found or excluded in a
-    /// few evaluations. False: it is looked for in twelve steps.
-    bool single = false;
-    /// Beyond this density further loops are looked for, and the liquid ends where one begins; 0:
-    /// there are none.
-    double clear = 0.0;
-};
 
 /// Slope of the isotherm, with rho and rho² times its derivatives.
 struct SlopePoint {

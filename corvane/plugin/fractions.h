@@ -2,12 +2,14 @@
 #pragma once
 
 #include <corvane/plugin/partials.h>
-#include <corvane/plugin/sums.h>
 
 #include <array>
 #include <type_traits>
 
 namespace corvane {
+
+template <class V>
+class Sums;  // sums.h
 
 /// Parameters as they stand in the model, for equations that are written in one function.
 struct RawParameters {

@@ -1,16 +1,18 @@
 // A mixture plug-in from an equation: everything that ModelN, DerivN and IsothermN ask for, derived
 // from its residual Helmholtz energy and its tables of parameters.
 //
-// Composition derivatives are those of F = n·α(n/V, T, n_i/n) in the amounts n_i, carried through
-// the formula by Gradient and Curvature, in blocks of at most four components.
+// Composition derivatives (amounts.h) are carried through the formula by Gradient and Curvature, in
+// blocks of at most four components.
 #pragma once
 
 #include <corvane/core/file_error.h>
 #include <corvane/mixture/isotherm.h>
 #include <corvane/mixture/theory_parameters.h>
+#include <corvane/plugin/amounts.h>
 #include <corvane/plugin/exact_slots.h>
 #include <corvane/plugin/plugin.h>
 #include <corvane/plugin/stages.h>
+#include <corvane/plugin/sums.h>
 #include <corvane/pure/model1.h>
 
 #include <algorithm>
@@ -140,7 +142,7 @@ class MixtureEquation final : public PairTableMixture,
         if (rho_i.sum() == 0.0) return 0.0;
         const Store<double> s(*this, T);
         const Amounts n(rho_i.data, rho_i.size());
-        const auto a = along(s.at, n, Gradient<1>(), {i});
+        const auto a = Along<double>{s.at, n}(Gradient<1>(), {i});
         const double mu = a.v + a.g[0];
         return T > 0.0 && std::isfinite(mu) ? mu : ModelN::myr(rho_i, T, i);
     }
@@ -263,34 +265,18 @@ class MixtureEquation final : public PairTableMixture,
         return fluid_densities<Eq>(fluid, p / (R * at.temperature), mode, rho_a, rho_b);
     }
 
-    /// Total amount and mole fractions. An empty space gives equal traces, at which the limits of
-    /// the derivatives are taken.
-    struct Amounts {
-        Amounts(double const* n_i, int size) : x(size) {
-            for (int i = 0; i < size; ++i) total += n_i[i];
-            empty = total == 0.0;
-            if (empty) total = 1e-100;
-            for (int i = 0; i < size; ++i) x[i] = empty ? 1.0 / size : n_i[i] / total;
-        }
-        double total = 0.0;
-        bool empty;
-        SmallArray<double> x;
-    };
     /// α with its derivatives in the amounts of some components, over the total amount.
-    template <class T, class V>
-    static V along(At<T> const& at, Amounts const& n, V /*type*/,
-                   std::array<int, V::variables> const& direction) {
-        V density(n.total);
-        density.g.fill(n.total);
-        return residual<Eq>(mixed<Eq>(at, Fractions<V>(&n.x[0], at.n, direction)), density);
-    }
-    /// Directions first, first + 1 …, short of n; what is too many repeats the last.
-    template <int K>
-    static std::array<int, K> block(int first, int n) {
-        std::array<int, K> d;
-        for (int k = 0; k < K; ++k) d[k] = std::min(first + k, n - 1);
-        return d;
-    }
+    template <class T>
+    struct Along {
+        At<T> const& at;
+        Amounts const& n;
+        template <class V>
+        V operator()(V const& /*type*/, std::array<int, V::variables> const& direction) const {
+            V density(n.total);
+            density.g.fill(n.total);
+            return residual<Eq>(mixed<Eq>(at, Fractions<V>(&n.x[0], at.n, direction)), density);
+        }
+    };
     /// One more than the sums that the equation says it takes, or 0.
     static constexpr int kSums = [] {
         if constexpr (requires { Eq::sums; }) return Eq::sums + 1;
@@ -317,82 +303,26 @@ class MixtureEquation final : public PairTableMixture,
             using V = Gradient<kSums, B, Variables::sums>;
             if (at.n > 2 && by_sums<V>(at, n, alpha, by, nullptr)) return alpha;
         }
-        auto one_block = [&](int first, auto const& a) {
-            alpha = a.v;
-            for (std::size_t k = 0; k < a.g.size(); ++k)
-                by[std::min(first + static_cast<int>(k), at.n - 1)] = a.g[k];
-        };
-        if (at.n <= 2)
-            one_block(0, along(at, n, Gradient<2, B>(), block<2>(0, at.n)));
-        else
-            for (int i = 0; i < at.n; i += 4)
-                one_block(i, along(at, n, Gradient<4, B>(), block<4>(i, at.n)));
-        return alpha;
+        return gradient_in_blocks(at.n, Along<T>{at, n}, by);
     }
     /// The same with the second derivatives of pairs (i, j <= i), by blocks of two.
     static double curvature(At<double> const& at, Amounts const& n, double* by, double* by_two) {
-        const int N = at.n;
         double alpha = 0.0;
         if constexpr (kSums > 0) {
             using V = Curvature<kSums, Variables::sums>;
-            if (N > 2 && by_sums<V>(at, n, alpha, by, by_two)) return alpha;
+            if (at.n > 2 && by_sums<V>(at, n, alpha, by, by_two)) return alpha;
         }
-        auto write = [&](auto const& a, auto const& d) {
-            alpha = a.v;
-            for (std::size_t k = 0; k < d.size(); ++k) {
-                by[d[k]] = a.g[k];
-                for (std::size_t l = 0; l <= k; ++l)
-                    by_two[std::max(d[k], d[l]) * N + std::min(d[k], d[l])] =
-                        a.h[static_cast<std::size_t>(
-                            a.index(static_cast<int>(k), static_cast<int>(l)))];
-            }
-        };
-        if (N <= 2) {
-            const auto d = block<2>(0, N);
-            write(along(at, n, Curvature<2>(), d), d);
-            return alpha;
-        }
-        for (int i = 0; i < N; i += 2)
-            for (int j = i + 2; j < N; j += 2) {
-                const auto a = block<2>(i, N), b = block<2>(j, N);
-                const std::array<int, 4> d{a[0], a[1], b[0], b[1]};
-                write(along(at, n, Curvature<4>(), d), d);
-            }
-        return alpha;
+        return curvature_in_blocks(at.n, Along<double>{at, n}, by, by_two);
     }
 
     static void all_potentials(At<double> const& at, At<Slope> const* slopes, double const* n_i,
                                double* mu, double* mu_T, double* mu_rho, double* P, double* P_T) {
         const Amounts n(n_i, at.n);
-        const int N = at.n;
-        SmallArray<Slope> by(slopes ? N : 0);  // values and slopes in T, in one pass
-        Slope slope;
-        if (slopes) slope = gradient(*slopes, n, &by[0]);
-        double alpha = slope(0);
-        if (mu_rho)
-            alpha = curvature(at, n, mu, mu_rho);
-        else if (!slopes)
-            alpha = gradient(at, n, mu);
-        else
-            for (int i = 0; i < N; ++i) mu[i] = by[i](0);
-        if (mu_rho)
-            for (int i = 0; i < N; ++i)
-                for (int j = 0; j <= i; ++j)
-                    mu_rho[i * N + j] = mu_rho[j * N + i] =
-                        (mu_rho[i * N + j] + (mu[i] + mu[j])) / n.total;
-        double sum = 0.0;
-        for (int i = 0; i < N; ++i) {
-            sum += n.x[i] * mu[i];
-            mu[i] = n.empty ? 0.0 : mu[i] + alpha;
-        }
-        if (P) *P = n.total * (1.0 + sum);  // n + Σ n_i·mu_i − F
-        if (!slopes) return;
-        sum = 0.0;
-        for (int i = 0; i < N; ++i) {
-            sum += n.x[i] * by[i](1);
-            if (mu_T) mu_T[i] = n.empty ? 0.0 : slope(1) + by[i](1);
-        }
-        if (P_T) *P_T = n.total * sum;
+        write_potentials(
+            n, slopes != nullptr, [&](double* by) { return gradient(at, n, by); },
+            [&](Slope* by) { return gradient(*slopes, n, by); },
+            [&](double* by, double* by_two) { return curvature(at, n, by, by_two); }, mu, mu_T,
+            mu_rho, P, P_T);
     }
 };
 

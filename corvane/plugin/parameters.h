@@ -2,31 +2,16 @@
 // are read and written.
 #pragma once
 
+#include <corvane/plugin/parameter.h>
 #include <corvane/plugin/section.h>
+#include <corvane/plugin/small_array.h>
 
 #include <array>
 #include <cstdio>
-#include <limits>
 #include <string>
 #include <string_view>
 
 namespace corvane {
-
-/// The least positive number, as a lower limit: above zero.
-inline constexpr double above_zero = std::numeric_limits<double>::min();
-inline constexpr double no_limit = std::numeric_limits<double>::infinity();
-
-/// One parameter. In files it is a line of label, colon, tab and value.
-struct Parameter {
-    char const* label;       ///< at most 30 characters, no blank
-    char const* unit = "";   ///< for people; empty: a pure number
-    double value = 0.0;      ///< before anything is read, and where an optional line is missing
-    double low = -no_limit;  ///< least and greatest value that a file may give, themselves included
-    double high = no_limit;
-    bool adjustable = false;  ///< meant to be fitted; those of a substance stand next to each other
-    bool optional = false;    ///< the line may be missing; optional lines come last, in any order
-    int mirror = -1;  ///< of a pair (i, j): the parameter that this one is for (j, i); −1: itself
-};
 
 /// Values in the order of their table.
 template <std::size_t N>
@@ -65,30 +50,42 @@ inline double checked(SectionReader& section, Parameter const& p) {
 }  // namespace parameters_detail
 
 /// Reads the lines of a table: first those that must be there, in their order, then the others.
+/// @param[out] values  n of them, written as they are read
 /// @throws ThException 1 (FileError) for what cannot be read or lies outside its limits
-template <std::size_t N>
-ParameterValues<N> read_parameters(SectionReader& section, Parameter const (&table)[N]) {
-    ParameterValues<N> values = default_values(table);
-    for (std::size_t k = 0; k < N; ++k)
-        if (!table[k].optional) values[k] = parameters_detail::checked(section, table[k]);
-    std::array<bool, N> read{};
+inline void read_parameters(SectionReader& section, Parameter const* table, int n, double* values) {
+    SmallArray<bool, 64> missing(n);
+    for (int k = 0; k < n; ++k) {
+        missing[k] = table[k].optional;
+        values[k] =
+            table[k].optional ? table[k].value : parameters_detail::checked(section, table[k]);
+    }
     for (bool more = true; more;) {
         more = false;
-        for (std::size_t k = 0; k < N; ++k)
-            if (table[k].optional && !read[k] && section.at(table[k].label)) {
+        for (int k = 0; k < n; ++k)
+            if (missing[k] && section.at(table[k].label)) {
                 values[k] = parameters_detail::checked(section, table[k]);
-                more = read[k] = true;
+                missing[k] = false;
+                more = true;
             }
     }
+}
+template <std::size_t N>
+ParameterValues<N> read_parameters(SectionReader& section, Parameter const (&table)[N]) {
+    ParameterValues<N> values;
+    read_parameters(section, table, static_cast<int>(N), values.data());
     return values;
 }
 
 /// Writes them; optional lines only where the value is not the default.
-template <std::size_t N>
-void write_parameters(SectionWriter& section, Parameter const (&table)[N], double const* values) {
-    for (std::size_t k = 0; k < N; ++k)
+inline void write_parameters(SectionWriter& section, Parameter const* table, int n,
+                             double const* values) {
+    for (int k = 0; k < n; ++k)
         if (!table[k].optional || values[k] != table[k].value)
             section.number(table[k].label, values[k]);
+}
+template <std::size_t N>
+void write_parameters(SectionWriter& section, Parameter const (&table)[N], double const* values) {
+    write_parameters(section, table, static_cast<int>(N), values);
 }
 
 }  // namespace corvane

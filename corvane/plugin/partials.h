@@ -154,6 +154,12 @@ concept Partials = Differentiable<P> && requires {
     typename P::Base;
     P::variables;
 };
+template <class X>
+inline constexpr bool is_by_sums = [] {
+    if constexpr (Partials<X>) return X::of == Variables::sums;
+    return false;
+}();
+
 /// What a partial may be combined with besides its like: its base type, and numbers.
 template <class S, class P>
 concept ScalarOf = std::convertible_to<S, double> || std::same_as<S, typename P::Base>;

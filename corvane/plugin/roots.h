@@ -7,16 +7,13 @@
 // fluid.
 #pragma once
 
+#include <corvane/plugin/density_range.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
 namespace corvane {
-
-struct IsothermPoint {
-    double P;   ///< rho·Z, mol/cm³
-    double dP;  ///< ∂(rho·Z)/∂rho at constant T, dimensionless
-};
 
 /// The rising branches of an isotherm: [0, dilute] and [dense, top].
 struct Branches {

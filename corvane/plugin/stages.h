@@ -5,6 +5,7 @@
 
 #include <corvane/plugin/density.h>
 #include <corvane/plugin/fractions.h>
+#include <corvane/plugin/jet.h>
 #include <corvane/plugin/parameters.h>
 
 #include <array>

@@ -17,12 +17,6 @@
 
 namespace corvane {
 
-template <class X>
-inline constexpr bool is_by_sums = [] {
-    if constexpr (Partials<X>) return X::of == Variables::sums;
-    return false;
-}();
-
 /// The variables of one evaluation. V is Gradient or Curvature with Variables::sums; amounts are
 /// those of Fractions, with total 1 + Σ h.
 template <class V>

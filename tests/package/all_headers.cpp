@@ -8,6 +8,7 @@
 #include <corvane/mixture/pair_parameters.h>
 #include <corvane/plugin/cubic.h>
 #include <corvane/plugin/equation.h>
+#include <corvane/plugin/formula.h>
 #include <corvane/plugin/plugin.h>
 #include <corvane/plugin/roots.h>
 #include <corvane/plugin/section.h>

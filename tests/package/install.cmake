@@ -117,6 +117,14 @@ expect("${code} ${text}" "1 corvane: saturation: vdw argon at T = 151 K is not b
 
 # A project that the program writes builds as it is, passes its own tests and computes.
 run(ignored ${WORK} ${prefix}/bin/corvane new-equation ${WORK}/mine)
+# It compiles fast: it includes none of the models and no container.
+run(headers ${WORK} ${CXX} -std=c++20 -M -I${prefix}/include ${WORK}/mine/equation.cpp)
+expect("${headers}" "corvane/plugin/formula.h")
+foreach(slow IN ITEMS /model1.h /modeln.h /string /vector /memory /algorithm /functional)
+  if(headers MATCHES "${slow}[ \n]")
+    message(FATAL_ERROR "the source of a new equation includes ${slow}:\n${headers}")
+  endif()
+endforeach()
 build(mine/build ${WORK}/mine)
 run(ignored ${WORK} ctest --test-dir ${WORK}/mine/build --output-on-failure)
 run(table / ${prefix}/bin/corvane saturation mine argon --T 120 --home ${WORK}/mine/build)

@@ -22,6 +22,9 @@ class Kit : public testing::TestWithParam<KitEquation> {
 };
 INSTANTIATE_TEST_SUITE_P(Equations, Kit, testing::ValuesIn(kit_equations()),
                          [](auto const& e) { return std::string(e.param.by_hand); });
+INSTANTIATE_TEST_SUITE_P(InOneFunction, Kit,
+                         testing::Values(KitEquation{"SRK", "SRKformula", "vdW1", {0, 1, 2, 3}}),
+                         [](auto const& e) { return std::string(e.param.by_hand); });
 
 /// Equal to `ulps` roundings of numbers of this size, or both no numbers.
 void expect_same(char const* what, double a, double b, double size, double ulps = 40) {

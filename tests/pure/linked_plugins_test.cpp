@@ -1,4 +1,4 @@
-// PR, PR+vdW1 and PR76 are linked into this program; the data home is the source tree, which has no
+// PR, PR+vdW1, PR76 and SRKformula are linked into this program; the data home is the source tree, which has no
 // library of a plug-in.
 #include <corvane/catalogue/open.h>
 #include <corvane/catalogue/parameter_sets.h>
@@ -18,7 +18,7 @@ TEST(LinkedPlugins, AreAttachedWithoutFilesAndGoBack) {
     ASSERT_TRUE(one);
     EXPECT_TRUE(one->derivatives());
     corvane::detach1(one);
-    for (char const* equation : {"PR", "PR76"}) {
+    for (char const* equation : {"PR", "PR76", "SRKformula"}) {
         ModelN* const mixture = attachN(equation, "vdW1");
         ASSERT_TRUE(mixture) << equation;
         EXPECT_TRUE(mixture->derivatives()) << equation;
@@ -32,8 +32,8 @@ TEST(LinkedPlugins, AreAttachedWithoutFilesAndGoBack) {
 
 TEST(LinkedPlugins, StandBesideFilesInTheCatalogue) {
     const corvane::Plugins there = corvane::plugins(source);
-    EXPECT_EQ(there.pure, (std::vector<std::string>{"PR", "PR76"}));
-    EXPECT_EQ(there.mixture, (std::vector<std::string>{"PR+vdW1", "PR76+vdW1"}));
+    EXPECT_EQ(there.pure, (std::vector<std::string>{"PR", "PR76", "SRKformula"}));
+    EXPECT_EQ(there.mixture, (std::vector<std::string>{"PR+vdW1", "PR76+vdW1", "SRKformula+vdW1"}));
     EXPECT_THROW(corvane::open("SRK", "methane", {.home = source}), corvane::OpenFailure);
 }
 

@@ -23,7 +23,7 @@ constexpr char const* kSource =
     R"(// @NAME@: an equation of state. This is van der Waals' (1873); write yours in its place.
 //
 //     A^r/(RT) = -ln(1 - b rho) - a rho/(RT),   a = 27/8 R Ts b
-#include <corvane/plugin/equation.h>
+#include <corvane/plugin/formula.h>
 
 #include <cmath>
 
@@ -58,7 +58,7 @@ struct Equation {
 };
 }  // namespace
 
-CORVANE_EQUATION(Equation)
+CORVANE_FORMULA(Equation)
 )";
 
 constexpr char const* kProject =
