@@ -17,6 +17,7 @@ constexpr double kPotential = 1e-11;  // residual of the potentials and of ln p
 constexpr double kGas = 3.0;  // of ∂(p/RT)/∂rho, 1 for an ideal gas: below it a fluid is a gas
 constexpr double kTrivial = 1e-4;  // of ln rho_i: nearer phases are one
 constexpr double kStep = 1e-8;  // last step in u: the next one would be below rounding
+constexpr double kRough = 1e-5, kRoughStep = 3e-2;  // the same where a rough solution will do
 }  // namespace
 
 CoexistenceSolver::CoexistenceSolver(FluidModel const& f, int phases)
@@ -181,7 +182,8 @@ bool CoexistenceSolver::solve(int limit) {
         }
         dp /= std::max(std::fabs(light.p) / (R * light.T * light.rho), 1e-300);
         residual = std::max(residual, dp);
-        return (residual < kPotential && step < 1e-4) ||
+        return (rough && residual < kRough && step < kRoughStep) ||
+               (residual < kPotential && step < 1e-4) ||
                (residual < 50 * kPotential && step < kStep);  // at rounding
     };
     const auto advance = [&](double) {

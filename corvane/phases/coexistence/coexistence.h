@@ -39,6 +39,7 @@ class CoexistenceSolver {
     std::vector<double> also;    ///< not empty: also·u = 0
     std::vector<double> row;     ///< not empty: row·u = value
     double value = 0.0;
+    bool rough = false;  ///< a residual of 1e-5 will do, and no bounds
 
     int size() const { return count_ * n_ + 1 + static_cast<int>(fraction.size()); }
     int count() const { return count_; }

@@ -16,7 +16,6 @@ using Variables = CriticalConditions::Variables;
 
 constexpr int kNewton = 25;
 constexpr double kSame = 1e-6;  // in ln rho and ln T
-constexpr double kSlope = 2.5, kFall = 0.25, kFarthest = 0.45;  // see nearer()
 
 class Search {
   public:
@@ -38,7 +37,7 @@ class Search {
             y[1] = std::log(fluid_.pure(0).Tcrit());
             found = solve(y);
         } else if (spinodal_.hottest(y, 2)) {
-            nearer(y);
+            spinodal_.nearer(y);
             found = solve(y);
         }
         if (found && found->stable) return *found;
@@ -81,18 +80,6 @@ class Search {
     }
 
   private:
-    /// From a hottest spinodal state to where C along rising density should vanish: its slope in ln
-    /// rho is about kSlope in most mixtures, and ln T of the spinodal there falls as a parabola.
-    void nearer(Variables& y) {
-        if (!conditions_.evaluate(y, 2)) return;
-        double along = 0.0;
-        for (int i = 0; i < fluid_.size(); ++i)
-            along += conditions_.u[i] * std::sqrt(fluid_.z()[i]);
-        const double C = along > 0.0 ? conditions_.C : -conditions_.C;
-        const double step = std::clamp(-C / kSlope, -kFarthest, kFarthest);
-        y[0] += step;
-        y[1] -= kFall * step * step;
-    }
     /// The critical point near y with its certificate, at positive pressure.
     std::optional<CriticalPoint> solve(Variables y) {
         CriticalPoint q;

@@ -14,6 +14,7 @@ using Variables = CriticalConditions::Variables;
 // positive far up and mostly changes its sign once; two changes within a step of 12 % are not seen.
 constexpr double kFirst = 0.3, kRatio = 1.12, kDenseRatio = 1.05;
 constexpr int kLoose = 19;
+constexpr double kSlope = 2.5, kFall = 0.25, kFarthest = 0.45;  // see nearer()
 constexpr double kHot = 2.0, kCold = 0.2;
 constexpr double kAccuracy = 1e-3, kRough = 1e-2;  // of ln T; of a start
 const double kCooler = std::log(0.88);
@@ -77,6 +78,16 @@ bool Spinodal::hottest(Variables& y, int m) {
         above = good && now;
     }
     return false;
+}
+
+void Spinodal::nearer(Variables& y) {
+    if (!conditions_.evaluate(y, 2)) return;
+    double along = 0.0;
+    for (int i = 0; i < fluid_.size(); ++i) along += conditions_.u[i] * std::sqrt(fluid_.z()[i]);
+    const double C = along > 0.0 ? conditions_.C : -conditions_.C;
+    const double step = std::clamp(-C / kSlope, -kFarthest, kFarthest);
+    y[0] += step;
+    y[1] -= kFall * step * step;
 }
 
 void Spinodal::column(Variables y, int m, std::vector<SpinodalState> const& before,

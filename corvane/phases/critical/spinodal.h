@@ -29,6 +29,9 @@ class Spinodal {
     /// Sets y[1] to the hottest one of the density and composition of y, to 1e-2 in ln T. False if
     /// there is none.
     bool hottest(CriticalConditions::Variables& y, int m);
+    /// From there to where C along rising density should vanish: its slope in ln rho is about 2.5
+    /// in most mixtures, and ln T of the spinodal falls as a parabola.
+    void nearer(CriticalConditions::Variables& y);
     /// All of them, the hottest first, C oriented as the state of the same rank in `before`.
     void column(CriticalConditions::Variables y, int m, std::vector<SpinodalState> const& before,
                 std::vector<SpinodalState>& states);

@@ -7,7 +7,9 @@
 #include <corvane/phases/numerics/illinois.h>
 #include <corvane/phases/report/words.h>
 #include <corvane/phases/saturation/envelope.h>
+#include <corvane/phases/saturation/envelope_outline.h>
 #include <corvane/phases/saturation/saturation.h>
+#include <corvane/phases/saturation/saturation_solver.h>
 #include <corvane/phases/stability/stability.h>
 #include <corvane/pure/model1.h>
 
@@ -21,6 +23,7 @@ namespace {
 constexpr double kCross = 0.04;     // a ratio ln(rho_i''/rho_i') below this steps through zero
 constexpr double kPolish = 0.02;    // ratio of the two points that enclose the critical one
 constexpr double kShortest = 1e-5;  // step at which the curve counts as lost
+constexpr double kDistinct = 0.5;   // ratio of phases, rough solutions of which have a direction
 constexpr double kReach = 3.0;      // of a cubic, in the length of the last step
 constexpr double kSame = 1e-2;      // from the interpolated critical point to the solved one
 constexpr int kNewton = 8, kWanted = 3;
@@ -64,6 +67,13 @@ class Tracer : EnvelopePair, PhaseCurve {
         return follow();
     }
 
+    EnvelopeOutline outline(SaturationPoint const& first) {
+        outlined_ = true;
+        begin(first);
+        outline_.whole = follow().end == EnvelopeEnd::closed && crossings_ == 1;
+        return outline_;
+    }
+
     // For continuation().
     int count() const { return static_cast<int>(envelope_.points.size()); }
     double growth() const {
@@ -92,8 +102,13 @@ class Tracer : EnvelopePair, PhaseCurve {
             shorten(high);
             crossing_ = crossing_ && at(now_.u, variable_) * at(next_.u, variable_) < 0.0;
         }
-        if (crossing_) critical();
-        extrema();
+        if (outlined_) {
+            if (crossing_) cross();
+            reach_maxima();
+        } else {
+            if (crossing_) critical();
+            extrema();
+        }
         before_ = now_;
         now_ = std::move(next_);
         record(now_);
@@ -160,6 +175,7 @@ class Tracer : EnvelopePair, PhaseCurve {
     /// Solves with variable_ at `to`, from the cubic through the last two points or the tangent.
     bool reach(double to, Node& q) {
         fix(variable_, to);
+        pair_.rough = outlined_ && apart(now_.u, 0, 1) > kDistinct;
         const double length = (to - at(now_.u, variable_)) / at(now_.t, variable_);
         if (cubic_serves(before_, now_, variable_, length, kReach)) {
             pair_.u = cubic(before_, now_, variable_, length);
@@ -273,6 +289,34 @@ class Tracer : EnvelopePair, PhaseCurve {
         envelope_.critical.push_back(found);
     }
 
+    /// The same for the outline.
+    void cross() {
+        ++crossings_;
+        Node c;
+        c.u = between(now_, next_, variable_, 0.0);
+        for (int i = 0; i < n_; ++i) c.u[i] = c.u[n_ + i] = 0.5 * (c.u[i] + c.u[n_ + i]);
+        load(c);
+        outline_.T_critical = pair_.a.T;
+        outline_.p_critical = pair_.a.p;
+        outline_.rho_critical = pair_.a.rho;
+    }
+    /// How far T and p may rise between now_ and next_, against what was specified.
+    void reach_maxima() {
+        const double h = std::fabs(at(next_.u, variable_) - at(now_.u, variable_));
+        for (bool of_T : {true, false}) {
+            const auto value = [&](Node const& q) { return of_T ? q.u.back() : q.ln_p; };
+            const auto steep = [&](Node const& q) {
+                return slope(q, of_T) / std::fabs(at(q.t, variable_));
+            };
+            const double d0 = steep(now_), d1 = steep(next_), f0 = value(now_), f1 = value(next_);
+            double top = std::max(f0, f1);
+            if (d0 > 0.0 && d1 < 0.0)
+                top = std::max(top, f0 + d0 * std::clamp((f1 - f0 - d1 * h) / (d0 - d1), 0.0, h));
+            double& most = of_T ? outline_.T_max : outline_.p_max;
+            most = std::max(most, std::exp(top));
+        }
+    }
+
     static double slope(Node const& q, bool of_T) { return of_T ? q.t.back() : q.ln_p_t; }
     /// Local maxima of T and p between now_ and next_: the slope changes its sign.
     void extrema() {
@@ -327,8 +371,32 @@ class Tracer : EnvelopePair, PhaseCurve {
     bool crossing_ = false;  // and passes zero
     bool beyond_ = false;
     Envelope envelope_;
+    bool outlined_ = false;  // instead of that:
+    EnvelopeOutline outline_;
+    int crossings_ = 0;
 };
+constexpr double kOutline = 12.0;  // times the step
+constexpr double kLow = 0.5;       // of the mean critical pressure
+constexpr int kOutlinePoints = 300;
 }  // namespace
+
+EnvelopeOutline detail::envelope_outline(FluidModel const& fluid) {
+    EnvelopeOptions o;
+    o.step *= kOutline;
+    o.points = kOutlinePoints;
+    o.p_start = 0.0;
+    for (int k = 0; k < fluid.size(); ++k) o.p_start += kLow * fluid.z()[k] * fluid.pure(k).pcrit();
+    Vector<double> const z = fluid.expand(fluid.z());
+    SaturationSolver dew(fluid.model(), Saturated::dew, {false, o.p_start}, z);
+    SaturationPoint first;
+    const bool begun = dew.untested(first);
+    fluid.evaluations += first.certificate.evaluations;
+    if (!begun) return {};
+    Tracer tracer(fluid.model(), z, o);
+    const EnvelopeOutline found = tracer.outline(first);
+    fluid.evaluations += tracer.fluid().evaluations;
+    return found;
+}
 
 Envelope phase_envelope(ModelN const& model, Vector<double> const& z,
                         EnvelopeOptions const& options) {

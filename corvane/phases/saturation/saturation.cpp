@@ -58,6 +58,7 @@ SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
     if (o.envelope && o.envelope->of(fluid_.model(), asked_)) kept_ = o.envelope;
     beyond_ = kept_ && kept_->beyond(held_.at_T, held_.value);
     const bool any = o.branch == Branch::any;
+    may_outline_ = any && o.trace && !kept_ && fluid_.size() > 1;
     const bool may_split = kind_ == Saturated::bubble && fluid_.size() > 1;
     std::optional<Found> direct;  // of a branch: candidates beside those of the search
     std::optional<SaturationPoint> beside;
@@ -66,6 +67,7 @@ SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
             if (const auto found = warm_split(*o.start, o)) return *found;
         if (o.start && warm(*o.start) && accept()) return result(o);
         const bool converged = cold();
+        if (!converged && above() && quiet()) return search(o, {}, {});
         const bool accepted = converged && accept();
         if (accepted && !second_liquid()) return result(o);
         std::optional<Found> first;
@@ -99,6 +101,17 @@ SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
     return search(o, direct, beside);
 }
 
+bool SaturationSolver::untested(SaturationPoint& q) {
+    const bool found = cold() && bubble() == (kind_ == Saturated::bubble);
+    q.certificate.evaluations = fluid_.evaluations;
+    if (!found) return false;
+    q.T = pair_.a.T;
+    q.p = pair_.pressure();
+    q.given = {pair_.a.rho, fluid_.expand(pair_.a.x)};
+    q.incipient = {pair_.b.rho, fluid_.expand(pair_.b.x)};
+    return true;
+}
+
 bool SaturationSolver::along_from_critical() {
     if (beyond_) return false;
     try {
@@ -116,13 +129,13 @@ SaturationPoint SaturationSolver::search(SaturationOptions const& o,
                                          std::optional<SaturationPoint> beside) {
     const bool any = o.branch == Branch::any, upper = o.branch == Branch::upper;
     const auto outside = [&](double a, double b) { return upper ? a > b : a < b; };
-    bool found = global(upper, 1.0);
+    bool found = !quiet_.value_or(false) && global(upper, 1.0);
     Found best = take();
     if (direct && !(found && outside(best.s, direct->s))) {
         found = true;
         best = *direct;
     }
-    if (o.trace && (!found || !any) && traced(upper, found, best)) found = true;
+    if (o.trace && !by_outline_ && (!found || !any) && traced(upper, found, best)) found = true;
     if (!found && complete_ && stuck_) {
         found = global(upper, kFiner);
         best = take();
@@ -220,7 +233,7 @@ bool SaturationSolver::cold() {
             t = 1 / (1 / t + std::clamp(sign * std::log(sum) / slope, -0.1 / t, 0.1 / t));
     }
     pair_.start(z, a_.rho, b_.x, b_.rho, t);
-    return solve(!beyond_);
+    return solve(true, true);
 }
 
 bool SaturationSolver::pure() {
@@ -257,11 +270,12 @@ bool SaturationSolver::by_pure_fluid() {
     return pair_.evaluate();
 }
 
-bool SaturationSolver::solve(bool also_near) {
+bool SaturationSolver::solve(bool also_near, bool unless_above) {
     loose_ = false;
-    if (alike()) return also_near && near();
+    const auto closely = [&] { return also_near && !(unless_above && above()) && near(); };
+    if (alike()) return closely();
     if (!pair_.solve(kNewton) || !(pair_.pressure() > 0.0)) return false;
-    if (alike()) return also_near && near();
+    if (alike()) return closely();
     return within_bounds(pair_.bound(bounds_));
 }
 

@@ -54,14 +54,18 @@ struct SaturationOptions {
 ///    derivatives in ln rho_i of both phases (PairSolver); phases nearly alike are solved by
 ///    RegularPair, which has no trivial solution. Accepted when certified: stable, of the right
 ///    kind, farther apart than uncertain (Certificate::apart_error).
-///    A bubble point that is not stable, or none: the first vapour beside liquids that it splits into
-///    (SaturationPoint::split). Then, or before that where Newton's method found nothing, the pairs
-///    that begin at the critical point of z, as far as a half distance of 0.5 in ln rho, towards T and
-///    through extrema of T.
+///    A bubble point that is not stable, or none: the first vapour beside liquids that it splits
+///    into (SaturationPoint::split). Then, or before that where Newton's method found nothing, the
+///    pairs that begin at the critical point of z, as far as a half distance of 0.5 in ln rho,
+///    towards T and through extrema of T. Where that fails at a T well above the spinodal (a p
+///    likewise), the search of step 2 comes first. If it finds all stable, and T lies beyond a
+///    rough outline of a closed envelope on which the critical point of z is, there is no solution;
+///    where dense fluids part above 4000 MPa is not looked for then.
 /// 2. Otherwise, and for Branch::lower and upper beside the first of these, a search over all
-///    pressures from where the gas is ideal to 1000 MPa: a phase boundary is where the tangent-plane
-///    test changes its answer. Each change is bracketed, then solved as above. Steps of a factor
-///    1.5, refined where the density jumps or where the tangent-plane distance has a minimum.
+///    pressures from where the gas is nearly ideal to 1000 MPa: a phase boundary is where the
+///    tangent-plane test changes its answer. Each change is bracketed, then solved as above. Steps
+///    of a factor 1.5, refined where the density jumps or where the tangent-plane distance has a
+///    minimum.
 /// 3. Without an answer, and for Branch::lower and upper, the envelope is traced (phase_envelope)
 ///    and every crossing of T on it solved: this finds the narrow regions next to a critical point
 ///    or cricondentherm that step 2 may step over. The trace is complete where it closes, leaves

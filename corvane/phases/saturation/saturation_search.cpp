@@ -1,5 +1,6 @@
 // The search for phase boundaries over all pressures or temperatures: they are where the
 // tangent-plane test changes its answer.
+#include <corvane/core/constants.h>
 #include <corvane/mixture/modeln.h>
 #include <corvane/phases/saturation/saturation_solver.h>
 #include <corvane/pure/model1.h>
@@ -12,6 +13,9 @@ namespace {
 /// Distance that the test of stability may overlook, of two components and of more: its tolerance,
 /// with what higher orders add.
 constexpr double kUnseen[] = {1e-10, 3e-8};
+constexpr double kThin = 0.15, kThinEach = 0.4;  // of volumes, from those of an ideal gas
+constexpr double kThinGas = 0.25;                // of the pseudocritical density
+constexpr double kBeyond = 4.0;                  // times the highest pressure
 constexpr double kJump = 0.5;  // of ln rho: to another root
 }  // namespace
 
@@ -24,7 +28,19 @@ SaturationSolver::Node SaturationSolver::node(double s) {
     q.r = stability_.test(a_, p(s), nullptr, false, true);
     q.stable = q.r.stable;
     q.known = !q.stable || q.r.unconverged == 0;
+    q.thin = held_.at_T && q.known && q.stable && thin(q.s);
     return q;
+}
+
+bool SaturationSolver::thin(double s) const {
+    const double ideal = R * a_.T / p(s);
+    if (!(std::fabs(1.0 / (a_.rho * ideal) - 1.0) < kThin)) return false;
+    double volume = 0.0;  // a dense fluid may have an ideal gas's by chance
+    for (int k = 0; k < fluid_.size(); ++k) volume += fluid_.z()[k] * fluid_.pure(k).vcrit();
+    if (!(a_.rho * volume < kThinGas)) return false;
+    for (int k = 0; k < fluid_.size(); ++k)
+        if (!(std::fabs(a_.v(k) / ideal - 1.0) < kThinEach)) return false;
+    return true;
 }
 
 std::optional<SaturationSolver::Node> SaturationSolver::hidden(Node lo, Node hi) {
@@ -158,16 +174,14 @@ int SaturationSolver::boundary(Node& stable, Node& unstable) {
 }
 
 // Steps of a factor of 1.5 in p, or 3 % in T.
-SaturationSolver::Range SaturationSolver::searched() {
+SaturationSolver::Range SaturationSolver::searched() const {
     if (held_.at_T) {
         double sum = 0.0;
         for (int k = 0; k < fluid_.size(); ++k)
             sum += fluid_.z()[k] * std::exp(-fluid_.wilson(k, held_.value));
-        const double least = std::log(kLowest);
-        double lo = std::max(least, std::min(-std::log(sum) - 4.0, std::log(kHighest) - 10.0));
-        for (int k = 0; k < 8 && lo > least; ++k, lo = std::max(least, lo - 4.0))
-            if (const Node q = node(lo); q.known && q.stable) break;
-        return {lo, std::log(kHighest), 0.4};
+        return {
+            std::max(std::log(kLowest), std::min(-std::log(sum) - 4.0, std::log(kHighest) - 10.0)),
+            std::log(kHighest), 0.4};
     }
     double least = 1e300, most = 0.0;
     for (int k = 0; k < fluid_.size(); ++k) {
@@ -233,16 +247,64 @@ std::vector<SaturationSolver::Change> SaturationSolver::also_in(Change const& st
     return more;
 }
 
-bool SaturationSolver::global(bool upper, double finer) {
-    complete_ = true;
-    const auto [lo, hi, step] = searched();
-    if (!(hi - lo < 1e4)) {  // absurd temperatures: no pressure to begin with
-        complete_ = false;
-        return false;
+bool SaturationSolver::lay(double finer, std::vector<Node>& nodes, bool only_stable) {
+    const auto over = [&](Range const& r) {
+        if (!(r.hi - r.lo < 1e4)) return false;  // absurd temperatures: no pressure to begin with
+        const int count = static_cast<int>(std::ceil((r.hi - r.lo) / r.step * finer));
+        nodes.clear();
+        for (int i = 0; i <= count; ++i) {
+            const int k = held_.at_T ? count - i : i;
+            nodes.push_back(node(r.lo + (r.hi - r.lo) * k / count));
+            Node const& q = nodes.back();
+            if (only_stable && !(q.known && q.stable)) return false;
+            if (q.thin) break;
+        }
+        if (held_.at_T) std::reverse(nodes.begin(), nodes.end());
+        return true;
+    };
+    Range range = searched();
+    if (!over(range)) return false;
+    const bool begun = nodes.front().known && nodes.front().stable;
+    return begun || !lower(range) || over(range);
+}
+
+bool SaturationSolver::lower(Range& range) {
+    const double least = std::log(kLowest);
+    if (!held_.at_T || !(range.lo > least)) return false;
+    for (int k = 1; range.lo > least; ++k) {
+        range.lo = std::max(least, range.lo - 4.0);
+        if (k == 8 || !(range.lo > least)) break;
+        const Node q = node(range.lo);
+        if (q.known && q.stable) break;
     }
-    const int count = static_cast<int>(std::ceil((hi - lo) / step * finer));
+    return true;
+}
+
+bool SaturationSolver::quiet() {
+    if (quiet_) return *quiet_;
+    const PhaseState at = a_;  // where beside_liquids() starts
+    const auto falls = [](Node const& to, Node const& from) {
+        return to.r.other && !(from.r.other && from.r.tpd <= to.r.tpd);
+    };
+    const auto beyond = [&] {  // dense fluids may part at higher pressures, or colder
+        if (!held_.at_T) return laid_.size() > 1 && falls(laid_[0], laid_[1]);
+        const Node q = node(std::log(kBeyond * kHighest));
+        return q.known && !q.stable;
+    };
+    quiet_ = lay(1.0, laid_, true) && changes(laid_).empty() && !beyond();
+    a_ = at;
+    if (*quiet_)
+        nodes_ = laid_;
+    else
+        laid_.clear();
+    return *quiet_;
+}
+
+bool SaturationSolver::global(bool upper, double finer) {
     std::vector<Node> nodes;
-    for (int k = 0; k <= count; ++k) nodes.push_back(node(lo + (hi - lo) * k / count));
+    if (finer == 1.0) nodes = std::move(laid_);
+    complete_ = !nodes.empty() || lay(finer, nodes);
+    if (!complete_) return false;
     nodes_ = nodes;
     if (upper) std::reverse(nodes_.begin(), nodes_.end());
     std::vector<Change> found = changes(nodes);

@@ -36,6 +36,9 @@ class SaturationSolver {
     SaturationSolver(ModelN const& model, Saturated kind, Fixed held, Vector<double> const& z);
     /// What run() returns, or a failure that says why not.
     SaturationPoint answer(SaturationOptions const& o);
+    /// The direct solution from no start, if that converges and is of the kind, before any test: T,
+    /// p, densities and compositions.
+    bool untested(SaturationPoint& q);
 
   private:
     static constexpr int kNewton = 30;          // iterations
@@ -47,6 +50,7 @@ class SaturationSolver {
     struct Node {
         double s = 0.0;  // ln p or ln T
         bool known = false, stable = true;
+        bool thin = false;  ///< see thin()
         double rho = 0.0;
         StabilityResult r;
     };
@@ -75,8 +79,8 @@ class SaturationSolver {
     /// the critical point, where RegularPair loses its way.
     bool by_pure_fluid();
     /// The pair at T (or p) from the start in pair_, with its bounds. also_near: phases that are
-    /// nearly alike, too.
-    bool solve(bool also_near = true);
+    /// nearly alike, too; unless_above: not where above().
+    bool solve(bool also_near = true, bool unless_above = false);
     bool within_bounds(bool known);
     /// Is the solution the answer? Leaves the tangent-plane distance in tpd_.
     bool accept();
@@ -107,6 +111,13 @@ class SaturationSolver {
     void unresolved(Step const& from);
     /// A solution without bounds: notes it if it is of the other kind.
     void note_loose();
+
+    // ---- beyond the envelope (saturation_trace.cpp)
+
+    /// Does T (or p) lie beyond all of the envelope? By the one that is kept, or, far from the
+    /// spinodal and where all is quiet(), by its outline, which is traced here once.
+    bool above();
+    bool outlined();
 
     /// By mass density: a compressed light gas may have more moles per volume than a heavy liquid.
     bool bubble() const;
@@ -158,17 +169,29 @@ class SaturationSolver {
 
     /// finer: divides the steps.
     bool global(bool upper, double finer);
+    /// Are all its states stable, for steps as they are, without signs of others between them, or
+    /// beyond the highest pressure or the lowest temperature?
+    bool quiet();
+    /// The states in ascending order. False where there is no range, or with only_stable from the
+    /// first one that is not stable.
+    bool lay(double finer, std::vector<Node>& nodes, bool only_stable = false);
     /// ln p (or ln T) from where to where, and its longest step.
     struct Range {
         double lo, hi, step;
     };
-    Range searched();
+    Range searched() const;
+    bool lower(Range& range);  ///< Of T: to where a stable gas is, in at most eight steps.
     struct Change {
         Node stable, unstable;
     };
     /// Between neighbours, in ascending order.
     std::vector<Change> changes(std::vector<Node> const& nodes);
     Node node(double s);
+    /// Is the whole, stable in a_, so thin a gas that it is stable at all lower pressures, too?
+    /// With p the distance of a trial changes by (v − Σ w_i·v_i)·dp/RT, v_i the partial molar
+    /// volumes in the gas: where these are nearly RT/p that of every liquid rises as p falls, and
+    /// two such gases mix.
+    bool thin(double s) const;
     /// Between two stable states: an unstable one, if there are signs of it.
     std::optional<Node> hidden(Node lo, Node hi);
     /// Between two unstable states: a stable one, if there are signs of it.
@@ -209,7 +232,9 @@ class SaturationSolver {
     bool collect_ = false;       // accept() notes the boundaries of the other kind
     std::vector<Other> others_;  // seen by accept()
     KeptEnvelope const* kept_ = nullptr;
-    bool beyond_ = false;  // all of that envelope: nothing next to the critical point
+    bool beyond_ = false;       // all of the envelope: nothing next to the critical point
+    bool may_outline_ = false;  // not asked yet; then beyond_ is by the outline, too
+    bool by_outline_ = false;   // beyond_ is
     bool loose_ = false;   // the last pair converged, but its errors are not bounded
     bool lost_ = false;  // a solution that cannot be told from a critical point, or without bounds
     bool complete_ = true;   // the search and the trace left nothing open
@@ -221,6 +246,8 @@ class SaturationSolver {
     bool stuck_ = false;       // the trace ended before its end
     bool missed_ = false;      // a boundary or a crossing of the envelope was not solved
     std::vector<Node> nodes_;  // of global(), in the order in which answers are wanted
+    std::vector<Node> laid_;   // of quiet()
+    std::optional<bool> quiet_;  // what it found
 };
 
 }  // namespace corvane::inline detail

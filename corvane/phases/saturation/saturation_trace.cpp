@@ -1,5 +1,7 @@
 // Bubble and dew points as crossings of the phase envelope.
 #include <corvane/core/constants.h>
+#include <corvane/phases/critical/spinodal.h>
+#include <corvane/phases/saturation/envelope_outline.h>
 #include <corvane/phases/saturation/saturation_solver.h>
 
 #include <algorithm>
@@ -11,6 +13,10 @@ constexpr double kSolved = 1e-9;          // of the potentials
 constexpr double kBend[] = {1e-3, 1e-2};  // of ln T, of ln p
 constexpr double kSamePoint = 1e-6;       // critical points, of ln T and ln p
 constexpr double kDeep = -1e-3;           // distance that is no sign of a boundary nearby
+constexpr double kFarAbove[] = {0.04,
+                                0.3};  // of ln T, of ln p: above the spinodal, worth an outline
+constexpr double kOnCurve[] = {3e-3, 1e-2};  // of ln T, of ln p: critical points that are one
+constexpr double kThere[] = {0.1, 0.02};  // of ln rho, of ln T: from its start to a critical point
 constexpr double kBack[] = {0.02, 0.1};   // of ln T, of ln p: beyond two neighbours of an envelope
 
 /// Does the curve end at this point of an envelope? Where the incipient phase becomes mechanically
@@ -69,6 +75,47 @@ bool KeptEnvelope::of(ModelN const& model, Vector<double> const& z) const {
     for (int i = 0; i < z.size(); ++i)
         if (z[i] != z_[i]) return false;
     return true;
+}
+
+bool SaturationSolver::above() {
+    if (!may_outline_) return beyond_;
+    may_outline_ = false;
+    try {
+        beyond_ = by_outline_ = outlined();
+    } catch (EquilibriumFailure const&) {  // no curve, or no values on the way
+    } catch (ThException const&) {
+    } catch (MthException const&) {
+    }
+    return beyond_;
+}
+
+/// As a kept envelope has it: beyond a whole curve, on which the critical point of the composition
+/// is.
+bool SaturationSolver::outlined() {
+    CriticalConditions conditions(fluid_);
+    Spinodal spinodal(fluid_, conditions);
+    CriticalConditions::Variables y{spinodal.mean(fluid_.z()), 0.0};
+    conditions.updates = true;
+    if (!spinodal.hottest(y, 2)) return false;
+    const double value = std::log(held_.value);
+    if (held_.at_T) {
+        if (!(value > y[1] + kFarAbove[0])) return false;
+    } else if (conditions.eigen(y, 2, phase_p) && conditions.s.p > 0.0 &&
+               !(value > std::log(conditions.s.p) + kFarAbove[1])) {
+        return false;
+    }
+    if (!quiet()) return false;
+    const EnvelopeOutline e = envelope_outline(fluid_);
+    if (!e.whole ||
+        !(held_.value > (held_.at_T ? e.T_max * std::exp(kBack[0]) : e.p_max * std::exp(kBack[1]))))
+        return false;
+    spinodal.nearer(y);
+    if (std::fabs(y[0] - std::log(e.rho_critical)) < kThere[0] &&
+        std::fabs(y[1] - std::log(e.T_critical)) < kThere[1])
+        return true;
+    return conditions.solve(y, 2, nullptr, 0.0, kNewton) &&
+           std::fabs(y[1] - std::log(e.T_critical)) < kOnCurve[0] &&
+           std::fabs(std::log(conditions.s.p / e.p_critical)) < kOnCurve[1];
 }
 
 /// Solves the crossing at `part` of the way from a to b, where ln p (or ln T) is within lo and hi:
