@@ -6,6 +6,7 @@
 // A component is reached through Model1 alone: α_i(δ, τ) is its Ar at rho·v_r/vs_i and T·Ts_i/T_r.
 // Since these are proportional to rho and T, the scaled derivatives rho^i·T^j·∂^(i+j)/∂rho^i∂T^j of
 // the mixture are the same sums of those of the components.
+#include <corvane/mixture/isotherm.h>
 #include <corvane/plugin/exact_slots.h>
 #include <corvane/plugin/pair_table.h>
 #include <corvane/plugin/plugin.h>
@@ -29,7 +30,9 @@ namespace {
 using namespace corvane::gerg;
 using corvane::SmallArray;
 
-class MeosGerg final : public corvane::ExactMixture, public corvane::PairParameters {
+class MeosGerg final : public corvane::ExactMixture,
+                       public corvane::PairParameters,
+                       public corvane::IsothermN {
   public:
     MeosGerg() : ExactMixture("MEOS", "GERG") {}
 
@@ -126,6 +129,20 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
     void potentials(Vector<double> const& rho_i, double T, double* mu, double* mu_T,
                     double* mu_rho) const override;
 
+    // ---- many states at one temperature: T, the components that are present, and what Given has
+
+    int isotherm_size(int n) const override { return 1 + n + Given::size(*this, shared()); }
+    void isotherm(double T, int const* present, int n, bool, double* work) const override {
+        work[0] = T;
+        std::copy_n(present, n, work + 1);
+        Given::read(*this, shared(), work + 1 + n);
+    }
+    int densities(double const* work, int n, double const* x, double p,
+                  double* rho) const override;
+    double gibbs(double const* work, int n, double const* x, double p, double rho) const override;
+    void potentials(double const* work, int n, double const* rho_i, double* mu, double* mu_T,
+                    double* mu_rho, double* P, double* P_T) const override;
+
   private:
     static constexpr char const* kLabels[4] = {"betaT", "gammaT", "betav", "gammav"};
 
@@ -165,34 +182,52 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
     };
     double factor(OfPair const& p) const { return pairs_.at(4, p.i, p.j); }
 
-    /// A parameter of all components.
-    struct Parameter {
-        Parameter(MeosGerg const& m, int k) : of(m.mdl1.size()) {
-            for (int i = 0; i < m.mdl1.size(); ++i) of[i] = *m.mdl1[i]->ppar(k);
+    /// Of all components: the values that scale T and rho, their roots, and the factors of their
+    /// terms.
+    struct Given {
+        static int size(MeosGerg const& m, SharedTerms const& shared) {
+            return 4 * m.mdl1.size() + shared.factors() + 1;
         }
-        SmallArray<double> of;
+        static void read(MeosGerg const& m, SharedTerms const& shared, double* to) {
+            const int n = m.mdl1.size();
+            for (int i = 0; i < n; ++i) {
+                to[i] = *m.mdl1[i]->ppar(1), to[n + i] = *m.mdl1[i]->ppar(2);
+                to[2 * n + i] = Reducing::root(Reducing::Of::temperature, to[i]);
+                to[3 * n + i] = Reducing::root(Reducing::Of::volume, to[n + i]);
+            }
+            shared.read(to + 4 * n);
+        }
+        explicit Given(double const* from, int n)
+            : Ts(from), vs(from + n), root_T(from + 2 * n), root_v(from + 3 * n), factors(from + 4 * n) {}
+        double const *Ts, *vs, *root_T, *root_v, *factors;
     };
     /// What depends on the composition alone, to which it refers.
     struct State {
         /// order: of the derivatives of the reducing functions
         State(MeosGerg const& model, Vector<double> const& composition, int order = 0)
+            : State(model, model.shared(), nullptr, composition.data, order) {}
+        /// kept: what Given reads; or null
+        State(MeosGerg const& model, SharedTerms const& terms, double const* kept,
+              double const* composition, int order)
             : m(model),
-              shared(model.shared()),
-              n(composition.size()),
-              x(composition.data),
-              Ts(m, 1),
-              vs(m, 2),
-              temperature(Reducing::Of::temperature, &Ts.of[0], x, n, m.pairs_, order),
-              volume(Reducing::Of::volume, &vs.of[0], x, n, m.pairs_, order),
+              shared(terms),
+              n(model.mdl1.size()),
+              x(composition),
+              own(kept ? 0 : Given::size(model, terms)),
+              given(kept ? kept : read_own(), n),
+              temperature(Reducing::Of::temperature, given.Ts, given.root_T, x, n, m.pairs_, order),
+              volume(Reducing::Of::volume, given.vs, given.root_v, x, n, m.pairs_, order),
               Tr(temperature.value()),
               vr(volume.value()),
               w(static_cast<int>(m.functions_.size()) + 1),
-              factors(shared.factors() + 1),
               c(shared.weights() + 1) {
             for (unsigned k = 0; k < m.functions_.size(); ++k) w[static_cast<int>(k)] = 0.0;
             for (OfPair const& p : m.departures_) w[p.function] += x[p.i] * x[p.j] * m.factor(p);
-            shared.read(&factors[0]);
-            shared.weigh(x, &w[0], &factors[0], &c[0]);
+            shared.weigh(x, &w[0], given.factors, &c[0]);
+        }
+        double const* read_own() {
+            Given::read(m, shared, &own[0]);
+            return &own[0];
         }
         double delta(double rho) const { return rho * vr; }
         /// Is component i present, and not among the shared terms?
@@ -201,14 +236,14 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
         /// MEOS has) not-a-number. The scale factors come first, so that a pure fluid is itself.
         void component(int i, double rho, double T, int nrho, int nT, double* d) const {
             corvane::Deriv1 const* exact = m.mdl1[i]->derivatives();
-            if (exact && exact->deriv(rho * (vr / vs.of[i]), T * (Ts.of[i] / Tr), nrho, nT, d))
+            if (exact && exact->deriv(rho * (vr / given.vs[i]), T * (given.Ts[i] / Tr), nrho, nT, d))
                 return;
             for (int k = 0; k < (nrho + 1) * (nT + 1); ++k)
                 d[k] = std::numeric_limits<double>::quiet_NaN();
         }
         std::unique_ptr<corvane::Isotherm1> isotherm(int i, double T) const {
             corvane::Deriv1 const* exact = m.mdl1[i]->derivatives();
-            return exact ? exact->isotherm(T * (Ts.of[i] / Tr)) : nullptr;
+            return exact ? exact->isotherm(T * (given.Ts[i] / Tr)) : nullptr;
         }
         /// The mixture to second order in rho and T.
         Sums second(double rho, double T) const {
@@ -226,13 +261,15 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
         SharedTerms const& shared;
         int n;
         double const* x;
-        Parameter Ts, vs;
+        SmallArray<double, 640> own;  // where nothing was kept
+        Given given;
         Reducing temperature, volume;
         double Tr, vr;
         SmallArray<double> w;                // Σ x_i·x_j·F_ij of each departure function
-        SmallArray<double, 400> factors, c;  // of the components; weights of the shared terms
+        SmallArray<double, 400> c;           // weights of the shared terms
     };
 
+    struct All;
     /// A function α and its first derivatives by L = ln δ and U = ln τ.
     struct Slopes {
         double a = 0.0, L = 0.0, U = 0.0;
@@ -252,6 +289,10 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
         Slopes shared;            // Σ_f w_f·α_f
         double L, U, LL, LU, UU;  // of a
     };
+    int roots(State const& s, double p, double T, int mode, double& rho_a, double& rho_b) const;
+    /// Potentials as DerivN and IsothermN have them, of all components.
+    void potentials(State const& s, double rho, double T, double* mu, double* mu_T, double* mu_rho,
+                    double* P, double* P_T) const;
     void by_amounts(State const& s, Parts const& parts, double rho, double const* d,
                     double const* t, double* mu_rho) const;
 
@@ -300,7 +341,7 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
                     components_.empty() ? nullptr : components_[static_cast<unsigned>(i)].get();
                 double d[4];
                 if (kept)
-                    kept->at(rho * (s_.vr / s_.vs.of[i]), order, d);
+                    kept->at(rho * (s_.vr / s_.given.vs[i]), order, d);
                 else
                     s_.component(i, rho, T_, order, 0, d);
                 for (int k = 0; k <= order; ++k)
@@ -326,9 +367,13 @@ class MeosGerg final : public corvane::ExactMixture, public corvane::PairParamet
 
 int MeosGerg::vcalc(double p, double T, Vector<double> const& x, int mode, double& rho_a,
                     double& rho_b) const {
+    if (!(T > 0.0) || !std::isfinite(T)) return 0;
+    return roots(State(*this, x), p, T, mode, rho_a, rho_b);
+}
+int MeosGerg::roots(State const& s, double p, double T, int mode, double& rho_a,
+                    double& rho_b) const {
     const double P = p / (R * T);
-    if (!(T > 0.0) || !std::isfinite(T) || !std::isfinite(P)) return 0;
-    const State s(*this, x);
+    if (!std::isfinite(P)) return 0;
     return density(Isotherm(s, T).keep(), P, T / s.Tr, 1.0 / s.vr, mode, rho_a, rho_b);
 }
 
@@ -336,7 +381,7 @@ MeosGerg::Parts::Parts(State const& s, double rho, double T)
     : G(s.n), f(static_cast<int>(s.m.functions_.size()) + 1) {
     const int n = s.n, nf = static_cast<int>(s.m.functions_.size());
     SmallArray<std::array<double, 3>> of(n), function(nf + 1);
-    Sums sums = s.shared.each(&s.c[0], &s.factors[0], s.delta(rho), s.Tr / T, &of[0], &function[0]);
+    Sums sums = s.shared.each(&s.c[0], s.given.factors, s.delta(rho), s.Tr / T, &of[0], &function[0]);
     for (int i = 0; i < n; ++i) {
         if (s.shared.has(i)) {
             G[i] = {of[i][0], of[i][1], of[i][2]};
@@ -382,8 +427,14 @@ void MeosGerg::potentials(Vector<double> const& rho_i, double T, double* mu, dou
     }
     Vector<double> x(n);
     for (int i = 0; i < n; ++i) x[i] = rho_i[i] / rho;
-    const State s(*this, x, mu_rho ? 2 : 1);
+    potentials(State(*this, x, mu_rho ? 2 : 1), rho, T, mu, mu_T, mu_rho, nullptr, nullptr);
+}
+void MeosGerg::potentials(State const& s, double rho, double T, double* mu, double* mu_T,
+                          double* mu_rho, double* P, double* P_T) const {
+    const int n = s.n;
     const Parts parts(s, rho, T);
+    if (P) *P = rho * (1.0 + parts.L);
+    if (P_T) *P_T = -rho * parts.LU;
     SmallArray<double> d(n), t(n);
     for (int i = 0; i < n; ++i) {
         t[i] = s.temperature.gradient(i) / s.Tr - 2.0;
@@ -392,6 +443,55 @@ void MeosGerg::potentials(Vector<double> const& rho_i, double T, double* mu, dou
         if (mu_T) mu_T[i] = -(parts.G[i].U + parts.LU * d[i] + parts.UU * t[i]);
     }
     if (mu_rho) by_amounts(s, parts, rho, &d[0], &t[0], mu_rho);
+}
+
+/// What of the components that are present is at hand, of all components; the others are 0.
+struct MeosGerg::All {
+    All(MeosGerg const& model, double const* kept, int count, double const* of, double over)
+        : m(model), work(kept), n(count), x(model.mdl1.size()) {
+        for (int i = 0; n < m.mdl1.size() && i < m.mdl1.size(); ++i) x[i] = 0.0;
+        for (int k = 0; k < n; ++k) x[at(k)] = of[k] / over;
+    }
+    int at(int k) const { return static_cast<int>(work[1 + k]); }
+    double T() const { return work[0]; }
+    /// Parameters have not changed since the work space was filled, nor have the terms.
+    State state(int order) const {
+        SharedTerms const* const now = m.shared_.load(std::memory_order_acquire);
+        return State(m, now ? *now : m.arranged(), work + 1 + n, &x[0], order);
+    }
+    MeosGerg const& m;
+    double const* work;
+    int n;
+    SmallArray<double> x;
+};
+
+int MeosGerg::densities(double const* work, int n, double const* x, double p, double* rho) const {
+    const All all(*this, work, n, x, 1.0);
+    double dilute = 0.0;
+    rho[0] = 0.0;
+    const int found = roots(all.state(0), p, all.T(), 1, rho[0], dilute);
+    return stable_roots(found, rho, dilute);
+}
+double MeosGerg::gibbs(double const* work, int n, double const* x, double p, double rho) const {
+    const All all(*this, work, n, x, 1.0);
+    return all.state(0).second(rho, all.T()).d[0] + p / (R * all.T() * rho) - 1.0 + std::log(rho);
+}
+void MeosGerg::potentials(double const* work, int n, double const* rho_i, double* mu, double* mu_T,
+                          double* mu_rho, double* P, double* P_T) const {
+    double rho = 0.0;
+    for (int k = 0; k < n; ++k) rho += rho_i[k];
+    const All all(*this, work, n, rho_i, rho);
+    const State s = all.state(mu_rho ? 2 : 1);
+    if (n == s.n) return potentials(s, rho, all.T(), mu, mu_T, mu_rho, P, P_T);
+    SmallArray<double> of(s.n), of_T(s.n);
+    SmallArray<double, 576> of_rho(mu_rho ? s.n * s.n : 0);
+    potentials(s, rho, all.T(), &of[0], mu_T ? &of_T[0] : nullptr, mu_rho ? &of_rho[0] : nullptr, P,
+               P_T);
+    for (int k = 0; k < n; ++k) {
+        mu[k] = of[all.at(k)];
+        if (mu_T) mu_T[k] = of_T[all.at(k)];
+        for (int l = 0; mu_rho && l < n; ++l) mu_rho[k * n + l] = of_rho[all.at(k) * s.n + all.at(l)];
+    }
 }
 
 /// ∂μ_i/∂rho_j from d_i and t_i.

@@ -32,7 +32,11 @@ void Pairs::pair(int i, int j, Pair const& p) {
     linear_[place(i, j)] = p.linear ? 1.0 : 0.0;
 }
 
-Reducing::Reducing(Of of, double const* own, double const* x, int n, Pairs const& pairs, int order)
+double Reducing::root(Of of, double own) {
+    return of == Of::volume ? std::cbrt(own) : std::sqrt(own);
+}
+Reducing::Reducing(Of of, double const* own, double const* root, double const* x, int n,
+                   Pairs const& pairs, int order)
     : n_(n),
       stride_(padded(n)),
       own_(stride_),
@@ -43,7 +47,7 @@ Reducing::Reducing(Of of, double const* own, double const* x, int n, Pairs const
     for (int i = 0; i < stride_; ++i) {
         own_[i] = i < n ? own[i] : 0.0;
         x_[i] = i < n ? x[i] : 0.0;
-        root_[i] = of == Of::volume ? std::cbrt(own_[i]) : std::sqrt(own_[i]);
+        root_[i] = i < n ? root[i] : 0.0;
     }
     order == 0 ? fill<0>(of, pairs) : order == 1 ? fill<1>(of, pairs) : fill<2>(of, pairs);
 }

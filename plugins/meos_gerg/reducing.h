@@ -51,9 +51,12 @@ class Pairs {
 class Reducing {
   public:
     enum class Of { temperature, volume };
-    /// @param own  the components' values   @param x  mole fractions   @param order  of
-    /// derivatives: 0 … 2
-    Reducing(Of of, double const* own, double const* x, int n, Pairs const& pairs, int order);
+    /// @param own, root  the components' values and root() of them   @param x  mole fractions
+    /// @param order  of derivatives: 0 … 2
+    Reducing(Of of, double const* own, double const* root, double const* x, int n,
+             Pairs const& pairs, int order);
+    /// What the mean of two components is made of.
+    static double root(Of of, double own);
 
     double value() const { return value_; }
     /// ∂Y/∂x_i, from order 1 on.
