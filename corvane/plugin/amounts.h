@@ -63,7 +63,8 @@ double curvature_in_blocks(int n, Along const& along, double* by, double* by_two
             by[d[k]] = a.g[k];
             for (std::size_t l = 0; l <= k; ++l)
                 by_two[std::max(d[k], d[l]) * n + std::min(d[k], d[l])] =
-                    a.h[static_cast<std::size_t>(a.index(static_cast<int>(k), static_cast<int>(l)))];
+                    a.h[static_cast<std::size_t>(
+                        a.index(static_cast<int>(k), static_cast<int>(l)))];
         }
     };
     if (n <= 2) {

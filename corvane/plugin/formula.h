@@ -1,16 +1,16 @@
 // An equation of state in one function, compiled in a second or two.
 //
-// The class is that of corvane/plugin/equation.h with alphar(temperature, density, x) and range, and
-// ends with CORVANE_FORMULA in place of CORVANE_EQUATION:
+// The class is that of corvane/plugin/equation.h with alphar(temperature, density, x) and range,
+// and ends with CORVANE_FORMULA in place of CORVANE_EQUATION:
 //
 //     template <class T>
 //     T alphar(T temperature, T density, corvane::Fractions<T> const& x) const;
 //     corvane::DensityRange range(double temperature, corvane::Fractions<double> const& x) const;
 //
-// Only alphar is compiled with it, for each type of number that derivatives are taken with; what the
-// models do with these numbers is in the static library corvane::kit, which corvane_add_equation
-// links. CORVANE_EQUATION compiles everything in place: it needs no library, and is for equations in
-// stages, which are faster.
+// Only alphar is compiled with it, for each type of number that derivatives are taken with; what
+// the models do with these numbers is in the static library corvane::kit, which
+// corvane_add_equation links. CORVANE_EQUATION compiles everything in place: it needs no library,
+// and is for equations in stages, which are faster.
 #pragma once
 
 #include <corvane/core/api.h>
@@ -164,35 +164,35 @@ void delete_formula(ModelN* model);
 
 /// Exports the factories and destroyers of a formula, as CORVANE_EQUATION does.
 #ifndef CORVANE_STATIC_PLUGIN
-#define CORVANE_FORMULA(Class)                           \
-    CORVANE_PLUGIN_API Model1* create1();                \
-    CORVANE_PLUGIN_API void destroy1(Model1* model);     \
-    CORVANE_PLUGIN_API ModelN* createN();                \
-    CORVANE_PLUGIN_API void destroyN(ModelN* model);     \
-    Model1* create1() {                                  \
-        return corvane::new_formula1(corvane::formula<Class>);    \
-    }                                                    \
-    void destroy1(Model1* model) {                       \
-        corvane::delete_formula(model);                  \
-    }                                                    \
-    ModelN* createN() {                                  \
-        return corvane::new_formulaN(corvane::formula<Class>);    \
-    }                                                    \
-    void destroyN(ModelN* model) {                       \
-        corvane::delete_formula(model);                  \
+#define CORVANE_FORMULA(Class)                                 \
+    CORVANE_PLUGIN_API Model1* create1();                      \
+    CORVANE_PLUGIN_API void destroy1(Model1* model);           \
+    CORVANE_PLUGIN_API ModelN* createN();                      \
+    CORVANE_PLUGIN_API void destroyN(ModelN* model);           \
+    Model1* create1() {                                        \
+        return corvane::new_formula1(corvane::formula<Class>); \
+    }                                                          \
+    void destroy1(Model1* model) {                             \
+        corvane::delete_formula(model);                        \
+    }                                                          \
+    ModelN* createN() {                                        \
+        return corvane::new_formulaN(corvane::formula<Class>); \
+    }                                                          \
+    void destroyN(ModelN* model) {                             \
+        corvane::delete_formula(model);                        \
     }
 #else
-#define CORVANE_FORMULA(Class)                                                        \
-    [[maybe_unused]] static const bool corvane_linked_formula = [] {                  \
-        const std::string name = CORVANE_STATIC_PLUGIN;                               \
-        corvane::link_plugin(                                                         \
-            name, +[] { return corvane::new_formula1(corvane::formula<Class>); },     \
-            +[](Model1* model) { corvane::delete_formula(model); });                  \
-        if (char const* mixing = corvane::formula<Class>.mixing)                      \
-            corvane::link_plugin(                                                     \
-                name + "+" + mixing,                                                  \
-                +[] { return corvane::new_formulaN(corvane::formula<Class>); },       \
-                +[](ModelN* model) { corvane::delete_formula(model); });              \
-        return true;                                                                  \
+#define CORVANE_FORMULA(Class)                                                    \
+    [[maybe_unused]] static const bool corvane_linked_formula = [] {              \
+        const std::string name = CORVANE_STATIC_PLUGIN;                           \
+        corvane::link_plugin(                                                     \
+            name, +[] { return corvane::new_formula1(corvane::formula<Class>); }, \
+            +[](Model1* model) { corvane::delete_formula(model); });              \
+        if (char const* mixing = corvane::formula<Class>.mixing)                  \
+            corvane::link_plugin(                                                 \
+                name + "+" + mixing,                                              \
+                +[] { return corvane::new_formulaN(corvane::formula<Class>); },   \
+                +[](ModelN* model) { corvane::delete_formula(model); });          \
+        return true;                                                              \
     }();
 #endif

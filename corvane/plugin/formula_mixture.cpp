@@ -150,7 +150,9 @@ class FormulaMixture final : public PairTableMixture, public IsothermN {
             : of(model), n(model.mdl1.size()), memory(model.parameters_of(n)) {
             model.copy_parameters(nullptr, n, &memory[0]);
         }
-        FormulaState state(double T, double const* x) const { return of.state(&memory[0], n, T, x); }
+        FormulaState state(double T, double const* x) const {
+            return of.state(&memory[0], n, T, x);
+        }
         FormulaMixture const& of;
         int n;
         SmallArray<double, 192> memory;

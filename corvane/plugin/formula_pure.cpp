@@ -82,7 +82,9 @@ class FormulaPure final : public Model1, public Deriv1 {
             }
         fill_density_tables(
             [this](double T) {
-                return [this, at = state(T)](double rho) { return FormulaCurve{formula_, at}(rho); };
+                return [this, at = state(T)](double rho) {
+                    return FormulaCurve{formula_, at}(rho);
+                };
             },
             {.Tc = Tc, .rho_c = 1.0 / vcrit(), .top = top, .Tmin = low}, Ttable_, dilute_, dense_);
     }

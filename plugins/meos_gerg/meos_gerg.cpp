@@ -137,8 +137,7 @@ class MeosGerg final : public corvane::ExactMixture,
         std::copy_n(present, n, work + 1);
         Given::read(*this, shared(), work + 1 + n);
     }
-    int densities(double const* work, int n, double const* x, double p,
-                  double* rho) const override;
+    int densities(double const* work, int n, double const* x, double p, double* rho) const override;
     double gibbs(double const* work, int n, double const* x, double p, double rho) const override;
     void potentials(double const* work, int n, double const* rho_i, double* mu, double* mu_T,
                     double* mu_rho, double* P, double* P_T) const override;
@@ -198,7 +197,11 @@ class MeosGerg final : public corvane::ExactMixture,
             shared.read(to + 4 * n);
         }
         explicit Given(double const* from, int n)
-            : Ts(from), vs(from + n), root_T(from + 2 * n), root_v(from + 3 * n), factors(from + 4 * n) {}
+            : Ts(from),
+              vs(from + n),
+              root_T(from + 2 * n),
+              root_v(from + 3 * n),
+              factors(from + 4 * n) {}
         double const *Ts, *vs, *root_T, *root_v, *factors;
     };
     /// What depends on the composition alone, to which it refers.
@@ -236,7 +239,8 @@ class MeosGerg final : public corvane::ExactMixture,
         /// MEOS has) not-a-number. The scale factors come first, so that a pure fluid is itself.
         void component(int i, double rho, double T, int nrho, int nT, double* d) const {
             corvane::Deriv1 const* exact = m.mdl1[i]->derivatives();
-            if (exact && exact->deriv(rho * (vr / given.vs[i]), T * (given.Ts[i] / Tr), nrho, nT, d))
+            if (exact &&
+                exact->deriv(rho * (vr / given.vs[i]), T * (given.Ts[i] / Tr), nrho, nT, d))
                 return;
             for (int k = 0; k < (nrho + 1) * (nT + 1); ++k)
                 d[k] = std::numeric_limits<double>::quiet_NaN();
@@ -381,7 +385,8 @@ MeosGerg::Parts::Parts(State const& s, double rho, double T)
     : G(s.n), f(static_cast<int>(s.m.functions_.size()) + 1) {
     const int n = s.n, nf = static_cast<int>(s.m.functions_.size());
     SmallArray<std::array<double, 3>> of(n), function(nf + 1);
-    Sums sums = s.shared.each(&s.c[0], s.given.factors, s.delta(rho), s.Tr / T, &of[0], &function[0]);
+    Sums sums =
+        s.shared.each(&s.c[0], s.given.factors, s.delta(rho), s.Tr / T, &of[0], &function[0]);
     for (int i = 0; i < n; ++i) {
         if (s.shared.has(i)) {
             G[i] = {of[i][0], of[i][1], of[i][2]};
@@ -490,7 +495,8 @@ void MeosGerg::potentials(double const* work, int n, double const* rho_i, double
     for (int k = 0; k < n; ++k) {
         mu[k] = of[all.at(k)];
         if (mu_T) mu_T[k] = of_T[all.at(k)];
-        for (int l = 0; mu_rho && l < n; ++l) mu_rho[k * n + l] = of_rho[all.at(k) * s.n + all.at(l)];
+        for (int l = 0; mu_rho && l < n; ++l)
+            mu_rho[k * n + l] = of_rho[all.at(k) * s.n + all.at(l)];
     }
 }
 

@@ -1,5 +1,5 @@
-// PR, PR+vdW1, PR76 and SRKformula are linked into this program; the data home is the source tree, which has no
-// library of a plug-in.
+// PR, PR+vdW1, PR76 and SRKformula are linked into this program; the data home is the source tree,
+// which has no library of a plug-in.
 #include <corvane/catalogue/open.h>
 #include <corvane/catalogue/parameter_sets.h>
 #include <corvane/phases/saturation/saturation.h>

@@ -248,8 +248,8 @@ class Flash {
         return n_ > 2 && r.other &&
                flash_many(fluid_, stability_, {two_.a.x, two_.b.x, r.trial.w}, many);
     }
-    /// The model has no density, or no liquid, somewhere. Of three components and more a start that is
-    /// lost among traces is no sign of a further phase.
+    /// The model has no density, or no liquid, somewhere. Of three components and more a start that
+    /// is lost among traces is no sign of a further phase.
     bool untested(StabilityResult const& r) const { return r.unseen || (n_ == 2 && r.unconverged); }
 
     FlashResult result() const {

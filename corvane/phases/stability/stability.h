@@ -32,8 +32,8 @@ struct StabilityResult {
     TrialPhase trial;    ///< that of smallest tpd, if `other` or unstable
     int iterations = 0;
     int unconverged = 0;  ///< starts that used up their iterations or met no density
-    /// Of three components and more: components, too much of which is here for a vapour, whose equation
-    /// has no liquid; counted by `unconverged`, too.
+    /// Of three components and more: components, too much of which is here for a vapour, whose
+    /// equation has no liquid; counted by `unconverged`, too.
     int unseen = 0;
 };
 
