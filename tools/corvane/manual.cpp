@@ -13,7 +13,7 @@
 namespace cli {
 namespace {
 /// Text that a formatter of man pages shows as it stands: hyphens that can be copied, no control lines.
-std::string escaped(std::string const& text) {
+std::string as_roff(std::string const& text) {
     std::string result;
     for (char c : text) {
         if (c == '\\')
@@ -41,15 +41,15 @@ std::string page_name(CommandText const& one, CommandText const& program) {
 std::string synopsis(CommandText const& one, CommandText const& program) {
     if (&one == &program)
         return ".B corvane\n.I COMMAND\n.RI [ OPTION ...]\n.br\n.B corvane\n.RB [ \\-\\-help | \\-\\-version ]\n";
-    std::string text = fmt::format(".B {} {}\n", program.name, escaped(one.name));
+    std::string text = fmt::format(".B {} {}\n", program.name, as_roff(one.name));
     for (OptionText const& option : one.options) {
         const bool optional = !option.required;
         const std::string more = option.repeated ? "..." : "";
         if (option.positional)
-            text += optional ? fmt::format(".RI [ {} {}]\n", escaped(option.names.front()), more)
-                             : fmt::format(".IR {}{}\n", escaped(option.names.front()), more.empty() ? "" : " " + more);
+            text += optional ? fmt::format(".RI [ {} {}]\n", as_roff(option.names.front()), more)
+                             : fmt::format(".IR {}{}\n", as_roff(option.names.front()), more.empty() ? "" : " " + more);
         else if (option.required)
-            text += fmt::format(".BI {} \" {}\"\n", escaped(option.names.back()), escaped(option.type));
+            text += fmt::format(".BI {} \" {}\"\n", as_roff(option.names.back()), as_roff(option.type));
     }
     return text + ".RI [ OPTION ...]\n";
 }
@@ -57,10 +57,10 @@ std::string synopsis(CommandText const& one, CommandText const& program) {
 std::string entry(OptionText const& option) {
     std::string names;
     for (std::string const& name : option.names)
-        names += (names.empty() ? "" : ", ") + ("\\fB" + escaped(name) + "\\fR");
-    if (!option.type.empty()) names += " \\fI" + escaped(option.type) + "\\fR";
+        names += (names.empty() ? "" : ", ") + ("\\fB" + as_roff(name) + "\\fR");
+    if (!option.type.empty()) names += " \\fI" + as_roff(option.type) + "\\fR";
     if (option.repeated) names += " ...";
-    return ".TP\n" + names + "\n" + escaped(option.text) +
+    return ".TP\n" + names + "\n" + as_roff(option.text) +
            (option.required ? " (required)" : "") + "\n";
 }
 
@@ -73,11 +73,11 @@ std::string footer(std::string const& text) {
         if (example != verbatim) result += example ? ".PP\n.nf\n.RS 4\n" : ".RE\n.fi\n";
         verbatim = example;
         if (example)
-            result += escaped(line.substr(2)) + "\n";
+            result += as_roff(line.substr(2)) + "\n";
         else if (line == "Examples:")
             result += ".SH EXAMPLES\n";
         else if (!trimmed(line).empty())
-            result += ".PP\n" + escaped(line) + "\n";
+            result += ".PP\n" + as_roff(line) + "\n";
     }
     return result + (verbatim ? ".RE\n.fi\n" : "");
 }
@@ -108,13 +108,13 @@ std::string man_page(CommandText const& one, std::vector<CommandText> const& all
     const std::string name = page_name(one, program);
     std::string page = fmt::format(
         ".TH {} 1 \"\" \"corvane {}\" \"Corvane\"\n.SH NAME\n{} \\- {}\n.SH SYNOPSIS\n{}",
-        escaped(upper(name)), CORVANE_VERSION, escaped(name), escaped(one.text), synopsis(one, program));
+        as_roff(upper(name)), CORVANE_VERSION, as_roff(name), as_roff(one.text), synopsis(one, program));
     if (&one == &program) {
         page += ".SH COMMANDS\n";
         for (CommandText const& command : all)
             if (&command != &program)
-                page += fmt::format(".TP\n.BR {} (1)\n{}\n", escaped(page_name(command, program)),
-                                    escaped(command.text));
+                page += fmt::format(".TP\n.BR {} (1)\n{}\n", as_roff(page_name(command, program)),
+                                    as_roff(command.text));
     }
     page += ".SH OPTIONS\n";
     for (OptionText const& option : one.options) page += entry(option);
@@ -122,7 +122,7 @@ std::string man_page(CommandText const& one, std::vector<CommandText> const& all
     if (&one != &program) return page + ".BR corvane (1)\n";
     for (CommandText const& command : all)
         if (&command != &program)
-            page += fmt::format(".BR {} (1){}\n", escaped(page_name(command, program)),
+            page += fmt::format(".BR {} (1){}\n", as_roff(page_name(command, program)),
                                 &command == &all.back() ? "" : ",");
     return page;
 }

@@ -32,8 +32,9 @@ struct StabilityResult {
     TrialPhase trial;    ///< that of smallest tpd, if `other` or unstable
     int iterations = 0;
     int unconverged = 0;  ///< starts that used up their iterations or met no density
-    /// Of three components and more: components, too much of which is here for a vapour, whose
-    /// equation has no liquid; counted by `unconverged`, too.
+    /// Of three components and more: components whose equation has no liquid, and too much of which
+    /// is here for a vapour, or of whose mixtures a stable one may be missed; counted by
+    /// `unconverged`, too.
     int unseen = 0;
 };
 
@@ -64,8 +65,10 @@ struct StabilityResult {
 /// a minimum on the straight ways between the phases, from the phase to pure components of such
 /// distances, and from the known one to all (DistanceLine); the quick one ends before. Components
 /// that ought to be liquid when pure and have no such density are looked for in mixtures with the
-/// phase and with every other one, and descended from the lowest of each. None of this
-/// proves that none is missed: docs/phases_measured.md, how often. At most 120 iterations per
+/// phase and with every other one, and descended from the lowest of each; those without any density
+/// in mixtures of these, too, up to the edge of compositions that have one, and a phase whose
+/// distance is nearly zero next to there is not told stable (`unseen`). None of this proves that
+/// none is missed: docs/phases_measured.md, how often. At most 120 iterations per
 /// start.
 class CORVANE_API Stability {
   public:

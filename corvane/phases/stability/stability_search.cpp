@@ -26,6 +26,9 @@ constexpr double kSubcritical = 0.8;  // of the critical temperature, where liqu
 constexpr double kGas = 1.0;          // of the critical density, above any vapour's there
 constexpr double kMixed[] = {0.95, 0.9, 0.85, 0.8,  0.75,
                              0.7,  0.6, 0.5,  0.35, 0.2};  // see without_liquid()
+constexpr double kShared[] = {0.98, 0.95, 0.9, 0.75, 0.5, 0.25};  // likewise, of the rest
+constexpr int kEdge = 10;         // bisections of the part up to which there are densities
+constexpr double kUntold = 0.05;  // of a distance next to there
 constexpr double kAttracted = 0.05;  // of a pair's distance below that of its ideal mixture
 
 /// Adds x unless there is one like it.
@@ -307,18 +310,45 @@ void Stability::Search::without_liquid(int k) {
                  !(rho_[k] * of_.fluid_.pure(k).vcrit() < kGas)))
         return;
     const std::size_t n = of_.W_.size(), pure = k;
+    double nearest = 1e300;
     for (std::size_t with = 0; with < n; ++with) {  // k itself: with the phase
         std::vector<double> lowest;
         double least = 1e300;
-        for (double part : kMixed) {
-            toward(k, k, part);
-            for (std::size_t i = 0; with != pure && i < n; ++i)
-                of_.way_[i] = i == pure ? part : (1.0 - part) * (i == with ? 1.0 : kPurest);
+        const auto look = [&](double part, double share) {
+            for (std::size_t i = 0; i < n; ++i) {
+                const double other = i == with ? share : share * kPurest;
+                of_.way_[i] = (i == pure ? part : (1.0 - part) * other) +
+                              (1.0 - part) * (1.0 - share) * phase_.x[i];
+            }
             const double d = of_.distance_at(of_.way_, phase_, p_);
-            if (!(d < least)) continue;
-            least = d;
-            lowest = of_.way_;
+            if (d < least) {
+                least = d;
+                lowest = of_.way_;
+            }
+            return std::isfinite(d);
+        };
+        // Where densities end the distance may still fall: it is looked at next to that edge.
+        const auto along = [&](double share) {
+            double without = 1.0, last = 0.0;
+            for (double part : kMixed) {
+                if (!look(part, share))
+                    without = part;
+                else if (last == 0.0)
+                    last = part;
+            }
+            for (int it = 0; !seen && last > 0.0 && it < kEdge; ++it) {
+                const double part = 0.5 * (last + without);
+                (look(part, share) ? last : without) = part;
+            }
+        };
+        if (with == pure) {
+            along(0.0);
+        } else {
+            along(1.0);
+            for (double share : kShared)
+                if (!seen) along(share);
         }
+        if (!seen) nearest = std::min(nearest, least);
         if (lowest.empty()) continue;
         if (below(lowest, -Certificate::tpd_tolerance)) {  // a descent might leave for no density
             r_.stable = false;
@@ -329,6 +359,11 @@ void Stability::Search::without_liquid(int k) {
         if (record(of_.descend(phase_, p_, known_, lowest.data(), 0, first_, tpd_, r_.iterations)))
             return;
         if (!r_.stable) return;
+    }
+    if (nearest < kUntold) {  // the lowest may lie between those that were looked at
+        ++r_.unconverged;
+        ++r_.unseen;
+        return;
     }
     // What is known of its liquid is Wilson's estimate of the fugacity.
     if (!seen || phase_.m[k] + std::log(R * phase_.T) < saturation + kCondensed) return;

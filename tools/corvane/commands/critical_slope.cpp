@@ -11,7 +11,7 @@
 
 namespace cli {
 namespace {
-char const* in_words(corvane::LineEnd end) {
+char const* end_in_words(corvane::LineEnd end) {
     switch (end) {
         case corvane::LineEnd::pure:
             return "ends at a pure component";
@@ -58,7 +58,7 @@ void trace_slope(
     }
     const std::string end = points.size() == 1
                                 ? "has its start only: no further point was found in this direction"
-                                : in_words(corvane::critical_line_end(mixture.model.get(), points));
+                                : end_in_words(corvane::critical_line_end(mixture.model.get(), points));
     add_note(table.rows.back().note, end);
     heading.summary.push_back(
         fmt::format("{}; the line {}",
