@@ -67,7 +67,7 @@ struct StabilityResult {
 /// that ought to be liquid when pure and have no such density are looked for in mixtures with the
 /// phase and with every other one, and descended from the lowest of each; those without any density
 /// in mixtures of these, too, up to the edge of compositions that have one, and a phase whose
-/// distance is nearly zero next to there is not told stable (`unseen`). None of this proves that
+/// distance is nearly zero in one of these is not told stable (`unseen`). None of this proves that
 /// none is missed: docs/phases_measured.md, how often. At most 120 iterations per
 /// start.
 class CORVANE_API Stability {

@@ -28,7 +28,7 @@ constexpr double kMixed[] = {0.95, 0.9, 0.85, 0.8,  0.75,
                              0.7,  0.6, 0.5,  0.35, 0.2};  // see without_liquid()
 constexpr double kShared[] = {0.98, 0.95, 0.9, 0.75, 0.5, 0.25};  // likewise, of the rest
 constexpr int kEdge = 10;         // bisections of the part up to which there are densities
-constexpr double kUntold = 0.05;  // of a distance next to there
+constexpr double kUntold = 0.05;  // of the least distance of all these mixtures
 constexpr double kAttracted = 0.05;  // of a pair's distance below that of its ideal mixture
 
 /// Adds x unless there is one like it.
