@@ -5,41 +5,62 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 namespace judge {
 
-/// t(w) as in BinaryScan, evaluated along both density roots on a mesh of 91 compositions, on
-/// traces of 1e-3 … 1e-12 beside every composition of the edges, and around the compositions known
-/// to be in equilibrium, 0.3 … 1e-4 of a mole fraction away. From the lowest points of either root,
-/// and from all those around the known compositions: substitution ln w_i = mu_i − h_i, then Newton's
+/// t(w) as in BinaryScan, evaluated along both density roots on a mesh over the triangle (91
+/// compositions if there are 12 steps on a side) and next to where densities end on it, on traces
+/// of 1e-3 … 1e-12 beside every composition of the edges, and around the compositions known to be
+/// in equilibrium, 0.3 … 1e-4 of a mole fraction away. From the lowest points of either root, and
+/// from all those around the known compositions: substitution ln w_i = mu_i − h_i, then Newton's
 /// method on the slopes d_i − d_2 in ln(w_i/w_2), differences in place of second derivatives. All
 /// values count: a negative one is a proof; a positive one is only what this search says.
 template <class At>
 class TernarySearch {
   public:
-    TernarySearch(At const& at, Long P, Long const* mu, std::vector<Values<Long>> const& known)
+    TernarySearch(At const& at, Long P, Long const* mu, std::vector<Values<Long>> const& known,
+                  int steps = 12)
         : at_(at), P_(P), mu_{mu[0], mu[1], mu[2]} {
         std::vector<Point> mesh[2], close;
         auto add = [&](Values<Long> w, bool near_known) {
             Long sum = 0;
             for (Long v : w) {
-                if (!(v > 0)) return;
+                if (!(v > 0)) return false;
                 sum += v;
             }
             for (Long& v : w) v /= sum;
             Point p[2];
             const int n = points(w, p);
             for (int r = 0; r < n; ++r) (near_known ? close : mesh[r]).push_back(p[r]);
+            return n > 0;
         };
-        constexpr int kMesh = 12;
-        for (int i = 0; i <= kMesh; ++i)
-            for (int j = 0; i + j <= kMesh; ++j) {
-                const Long trace = 1e-12L;
-                add({std::max(trace, Long(i) / kMesh), std::max(trace, Long(j) / kMesh),
-                     std::max(trace, Long(kMesh - i - j) / kMesh)},
-                    false);
-            }
+        const auto node = [&](int i, int j) {
+            const auto part = [&](int k) { return std::max(1e-12L, Long(k) / steps); };
+            return Values<Long>{part(i), part(j), part(steps - i - j)};
+        };
+        std::vector<bool> dense((steps + 1) * (steps + 1));
+        for (int i = 0; i <= steps; ++i)
+            for (int j = 0; i + j <= steps; ++j)
+                dense[i * (steps + 1) + j] = add(node(i, j), false);
+        // Where densities end between two nodes: next to that edge.
+        for (int i = 0; i <= steps; ++i)
+            for (int j = 0; i + j <= steps; ++j)
+                for (auto [di, dj] : {std::pair{1, -1}, {1, 0}, {0, 1}}) {
+                    const int k = i + di, l = j + dj;
+                    if (l < 0 || k + l > steps) continue;
+                    const bool here = dense[i * (steps + 1) + j],
+                               there = dense[k * (steps + 1) + l];
+                    if (here == there) continue;
+                    Values<Long> in = here ? node(i, j) : node(k, l),
+                                 out = here ? node(k, l) : node(i, j);
+                    for (int it = 0; it < 10; ++it) {
+                        Values<Long> m;
+                        for (int c = 0; c < 3; ++c) m[c] = (in[c] + out[c]) / 2;
+                        (add(m, false) ? in : out) = m;
+                    }
+                }
         for (const Long trace : {1e-3L, 1e-6L, 1e-9L})
             for (int i = 0; i < 3; ++i)
                 for (int k = -8; k <= 8; ++k) {
@@ -102,8 +123,8 @@ class TernarySearch {
         Point q[2];
         const int n = points(w, q);
         if (n == 0) return false;
-        const int r = n == 2 && std::fabs(std::log(q[1].rho / p.rho)) <
-                                    std::fabs(std::log(q[0].rho / p.rho));
+        const int r =
+            n == 2 && std::fabs(std::log(q[1].rho / p.rho)) < std::fabs(std::log(q[0].rho / p.rho));
         p = q[r];
         return true;
     }
