@@ -59,7 +59,11 @@ struct At {
     }
     void state(Long rho, Long const* x, Long* h) const {
         const Vector<double> r = vector(x) * static_cast<double>(rho);
-        for (int i = 0; i < 3; ++i) h[i] = std::log(rho) + m.myr(r, T, i);
+        for (int i = 0; i < 3; ++i) try {
+                h[i] = std::log(rho) + m.myr(r, T, i);
+            } catch (MthException const&) {  // no number there
+                h[i] = std::nan("");
+            }
     }
 };
 

@@ -12,8 +12,8 @@
 namespace judge {
 
 /// What the court asks of an equation, from ModelN::Z and ModelN::myr at given densities, in double
-/// whatever Real is. It judges what is built on the equation, not the equation; its figures are as good
-/// as differences of doubles are, so that phases have to be 0.01 apart (ln rho).
+/// whatever Real is. It judges what is built on the equation, not the equation; its figures are as
+/// good as differences of doubles are, so that phases have to be 0.01 apart (ln rho).
 struct OfModel {
     static constexpr Precision kPrecision{2e-13, 1e-5, 1e-6, false, 1e-3};
     static constexpr int kBranches = 6;  // SAFT-VR Mie has loops between gas and cold liquids
@@ -66,8 +66,11 @@ struct OfModel {
         Real state(Real rho, Real const* x, Real* h) const {
             Vector<double> r(e_->n);
             for (int i = 0; i < e_->n; ++i) r[i] = static_cast<double>(rho * x[i]);
-            for (int i = 0; i < e_->n; ++i)
-                h[i] = Real(std::log(static_cast<double>(rho))) + Real(e_->m.myr(r, T_, i));
+            for (int i = 0; i < e_->n; ++i) try {
+                    h[i] = Real(std::log(static_cast<double>(rho))) + Real(e_->m.myr(r, T_, i));
+                } catch (MthException const&) {  // no number there
+                    h[i] = Real(std::nan(""));
+                }
             return Real(e_->pressure(T_, r));
         }
 

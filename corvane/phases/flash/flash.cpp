@@ -7,16 +7,20 @@
 #include <corvane/phases/flash/two_phases.h>
 #include <corvane/phases/report/words.h>
 #include <corvane/phases/stability/stability.h>
+#include <corvane/pure/model1.h>
 
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <optional>
+#include <string>
 #include <utility>
 
 namespace corvane {
 namespace {
 constexpr int kIterations = 60, kRestarts = 9;
-constexpr double kNear = 1e-5;  // of the tangent-plane distance: a critical point may be near
+constexpr double kNear = 1e-5;     // of the tangent-plane distance: a critical point may be near
+constexpr double kPurest = 1e-12;  // of the others in one that is nearly pure
 constexpr char kUntested[] = "the stability test did not converge from every start";
 
 class Flash {
@@ -98,11 +102,24 @@ class Flash {
     }
 
   private:
-    [[noreturn]] void fail(char const* advice) const {
+    [[noreturn]] void fail(std::string const& advice) const {
         const std::string state = quantity("p", p_, "MPa") + ", " + quantity("T", T_, "K") + ", " +
                                   composition_text(fluid_.expand(fluid_.z()));
         throw EquilibriumFailure(EquilibriumFailure::Kind::gave_up, state, "flash_pT",
-                                 two_.iterations, two_.residual, advice);
+                                 two_.iterations, two_.residual,
+                                 without_density().value_or(advice));
+    }
+    /// What no other start can change: far below its range an equation may have no liquid.
+    std::optional<std::string> without_density() const {
+        std::vector<double> x(fluid_.z());
+        double rho[2], gibbs[2];
+        for (int k = 0; n_ > 2 && k < n_; ++k) {
+            for (int i = 0; i < n_; ++i) x[i] = i == k ? 1.0 : kPurest * fluid_.z()[i];
+            if (fluid_.densities(p_, T_, x, rho, gibbs) == 0)
+                return "the model has no density for " + std::string(fluid_.pure(k).name()) +
+                       " when nearly pure, as a phase may be";
+        }
+        return {};
     }
 
     /// Compositions, and of two phases K-factors and fraction, of a neighbouring result.
@@ -288,7 +305,7 @@ class Flash {
     PhaseState whole_;
     TwoPhases two_;
     CoexistenceSolver bound_;  // of flash_bound
-    Certificate bounds_;  // of two_
+    Certificate bounds_;       // of two_
     struct Pair {
         std::vector<double> a, b;  ///< mole fractions
     };
@@ -311,7 +328,7 @@ auto with_flash(ModelN const& model, double p, double T, Vector<double> const& z
 }  // namespace
 
 bool detail::flash_guess(ModelN const& model, double p, double T, Vector<double> const& z,
-                 FlashResult& result) {
+                         FlashResult& result) {
     return with_flash(model, p, T, z, [&](Flash& flash) { return flash.guess(result); });
 }
 

@@ -46,7 +46,7 @@ struct FlashOptions {
 /// critical points (RegularPair); the whole splits if it lies between its phases.
 ///
 /// @throws EquilibriumFailure gave_up: no certified split; the advice says so where more phases are
-///     likely. ThException 5, 9; MthException 2; what the model throws
+///     likely, and of three components and more where one has no density when nearly pure. ThException 5, 9; MthException 2; what the model throws
 CORVANE_API FlashResult flash_pT(ModelN const& model, double p, double T, Vector<double> const& z,
                                  FlashOptions const& options = {});
 

@@ -13,6 +13,7 @@ class ModelN;
 
 namespace corvane::inline detail {
 class BinaryScan;
+class StabilitySearch;
 }
 
 namespace corvane {
@@ -64,10 +65,11 @@ struct StabilityResult {
 /// between all minima that were found, the phase and the known one, and from where the distance has
 /// a minimum on the straight ways between the phases, from the phase to pure components of such
 /// distances, and from the known one to all (DistanceLine); the quick one ends before. Components
-/// that ought to be liquid when pure and have no such density are looked for in mixtures with the
-/// phase and with every other one, and descended from the lowest of each; those without any density
-/// in mixtures of these, too, up to the edge of compositions that have one, and a phase whose
-/// distance is nearly zero in one of these is not told stable (`unseen`). None of this proves that
+/// that ought to be liquid when pure and have no such density are looked for along rays to them from
+/// the phase, the known one and every other component; those without any density from mixtures of
+/// these with the phase, too. Where densities end on a ray and the distance falls towards that edge it
+/// is minimised within the compositions that have one; a phase for which it stays nearly zero there
+/// is not told stable (`unseen`). None of this proves that
 /// none is missed: docs/phases_measured.md, how often. At most 120 iterations per
 /// start.
 class CORVANE_API Stability {
@@ -105,7 +107,7 @@ class CORVANE_API Stability {
     bool locally_stable(PhaseState const& phase);
 
   private:
-    class Search;  // stability_search.cpp
+    friend class detail::StabilitySearch;  // stability_search.h
     enum class End { stationary, trivial, negative, failed };
     /// Mole fractions of component 0 of a binary.
     struct Bracket {

@@ -9,7 +9,7 @@
 #include <cmath>
 #include <limits>
 
-namespace corvane {
+namespace corvane::inline detail {
 namespace {
 constexpr double kCondensed = -2.0;   // of ln(psat/p), below which a gas is out of place
 constexpr double kSubcritical = 0.8;  // of the critical temperature, where liquids are dense
@@ -32,9 +32,9 @@ constexpr double kNone = std::numeric_limits<double>::infinity();
 /// still falls there, it is minimised within the compositions that have one by the simplex method
 /// (Nelder and Mead, Comput. J. 7 (1965) 308), in the logarithms of the mole fractions over the
 /// last one's.
-class Stability::Search::Edge {
+class StabilitySearch::Edge {
   public:
-    Edge(Search& search, int k) : search_(search), k_(static_cast<std::size_t>(k)) {}
+    Edge(StabilitySearch& search, int k) : search_(search), k_(static_cast<std::size_t>(k)) {}
     /// True where the test may end. `all`: from mixtures of the phase with others, too.
     bool run(bool all);
     double untold =
@@ -42,27 +42,27 @@ class Stability::Search::Edge {
 
   private:
     using Point = std::vector<double>;
-    struct End {
+    struct Place {
         double d;
         Point w;
     };
     double at(Point const& w);
     bool ray(Point const& from);
     bool lowest(Point w);
-    bool from_end(End const& end);
-    End minimise(End const& from);
+    bool from_end(Place const& end);
+    Place minimise(Place const& from);
 
-    Search& search_;
+    StabilitySearch& search_;
     std::size_t k_;
-    std::vector<End> ends_;
+    std::vector<Place> ends_;
 };
 
-double Stability::Search::Edge::at(Point const& w) {
+double StabilitySearch::Edge::at(Point const& w) {
     const double d = search_.of_.distance_at(w, search_.phase_, search_.p_);
     return std::isfinite(d) ? d : kNone;
 }
 
-bool Stability::Search::Edge::run(bool all) {
+bool StabilitySearch::Edge::run(bool all) {
     const std::size_t n = search_.of_.W_.size();
     Point const& x = search_.phase_.x;
     if (ray(x) || (search_.known_ && ray(search_.known_->x))) return true;
@@ -78,12 +78,12 @@ bool Stability::Search::Edge::run(bool all) {
         for (double share : kShared)
             if (all && mixed(share)) return true;
     }
-    std::sort(ends_.begin(), ends_.end(), [](End const& a, End const& b) { return a.d < b.d; });
+    std::sort(ends_.begin(), ends_.end(), [](Place const& a, Place const& b) { return a.d < b.d; });
     if (ends_.size() > kEnds) ends_.resize(kEnds);
-    return std::any_of(ends_.begin(), ends_.end(), [&](End const& e) { return from_end(e); });
+    return std::any_of(ends_.begin(), ends_.end(), [&](Place const& e) { return from_end(e); });
 }
 
-bool Stability::Search::Edge::ray(Point const& from) {
+bool StabilitySearch::Edge::ray(Point const& from) {
     const std::size_t n = from.size();
     Point w(n), best;
     double least = kNone, without = 1.0, last = 0.0, at_last = kNone, before = kNone;
@@ -126,11 +126,11 @@ bool Stability::Search::Edge::ray(Point const& from) {
 }
 
 /// A negative distance, or where a descent from w ends.
-bool Stability::Search::Edge::lowest(Point w) {
-    Search& s = search_;
+bool StabilitySearch::Edge::lowest(Point w) {
+    StabilitySearch& s = search_;
     if (s.below(w, -Certificate::tpd_tolerance)) {  // a descent might leave for no density
         s.r_.stable = false;
-        s.take(distance(s.of_.s_, s.phase_));
+        s.take(Stability::distance(s.of_.s_, s.phase_));
         return true;
     }
     for (double& wi : w) wi = std::log(wi);
@@ -139,15 +139,15 @@ bool Stability::Search::Edge::lowest(Point w) {
            !s.r_.stable;
 }
 
-bool Stability::Search::Edge::from_end(End const& end) {
-    const End low = minimise(end);
+bool StabilitySearch::Edge::from_end(Place const& end) {
+    const Place low = minimise(end);
     const int failed = search_.r_.unconverged;
     if (lowest(low.w)) return true;
     if (search_.r_.unconverged > failed) untold = std::min(untold, low.d);
     return false;
 }
 
-Stability::Search::Edge::End Stability::Search::Edge::minimise(End const& from) {
+StabilitySearch::Edge::Place StabilitySearch::Edge::minimise(Place const& from) {
     const std::size_t n = from.w.size(), dims = n - 1;
     const std::size_t base = std::max_element(from.w.begin(), from.w.end()) - from.w.begin();
     const auto fractions = [&](Point const& y) {
@@ -158,10 +158,10 @@ Stability::Search::Edge::End Stability::Search::Edge::minimise(End const& from) 
         return w;
     };
     const auto value = [&](Point const& y) { return at(fractions(y)); };
-    std::vector<End> simplex(n, {from.d, Point(dims)});
+    std::vector<Place> simplex(n, {from.d, Point(dims)});
     for (std::size_t i = 0, c = 0; i < n; ++i) {
         if (i == base) continue;
-        for (End& corner : simplex) corner.w[c] = std::log(from.w[i] / from.w[base]);
+        for (Place& corner : simplex) corner.w[c] = std::log(from.w[i] / from.w[base]);
         ++c;
     }
     for (std::size_t c = 0; c < dims; ++c) {
@@ -172,20 +172,20 @@ Stability::Search::Edge::End Stability::Search::Edge::minimise(End const& from) 
     const auto moved = [&](double times) {
         for (std::size_t c = 0; c < dims; ++c)
             y[c] = middle[c] + times * (simplex[dims].w[c] - middle[c]);
-        return End{value(y), y};
+        return Place{value(y), y};
     };
     for (std::size_t it = 0; it < kMoves * n; ++it) {
         std::sort(simplex.begin(), simplex.end(),
-                  [](End const& a, End const& b) { return a.d < b.d; });
+                  [](Place const& a, Place const& b) { return a.d < b.d; });
         if (simplex[0].d < -Certificate::tpd_tolerance || simplex[dims].d - simplex[0].d < kSmall)
             break;
         std::fill(middle.begin(), middle.end(), 0.0);
         for (std::size_t i = 0; i < dims; ++i)
             for (std::size_t c = 0; c < dims; ++c)
                 middle[c] += simplex[i].w[c] / static_cast<double>(dims);
-        End next = moved(-1.0);
+        Place next = moved(-1.0);
         if (next.d < simplex[0].d) {
-            const End further = moved(-2.0);
+            const Place further = moved(-2.0);
             if (further.d < next.d) next = further;
         } else if (!(next.d < simplex[dims - 1].d)) {
             next = moved(next.d < simplex[dims].d ? -0.5 : 0.5);
@@ -201,7 +201,7 @@ Stability::Search::Edge::End Stability::Search::Edge::minimise(End const& from) 
         }
     }
     auto const& best = *std::min_element(simplex.begin(), simplex.end(),
-                                         [](End const& a, End const& b) { return a.d < b.d; });
+                                         [](Place const& a, Place const& b) { return a.d < b.d; });
     return {best.d, fractions(best.w)};
 }
 
@@ -209,7 +209,7 @@ Stability::Search::Edge::End Stability::Search::Edge::minimise(End const& from) 
 /// or that of a gas alone: its equation, far below the range it was made for, has no liquid, while
 /// mixtures with less of it may have one (water in multi-fluid mixtures below 230 K, a wax in cold
 /// nitrogen).
-void Stability::Search::without_liquid(int k) {
+void StabilitySearch::without_liquid(int k) {
     const double saturation = of_.fluid_.wilson(k, phase_.T);  // its logarithm
     const bool seen = std::isfinite(at_start_[k]);
     if (seen && (!(phase_.T < kSubcritical * of_.fluid_.pure(k).Tcrit()) ||
@@ -226,4 +226,4 @@ void Stability::Search::without_liquid(int k) {
     ++r_.unseen;
 }
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

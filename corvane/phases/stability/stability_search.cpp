@@ -27,10 +27,10 @@ StabilityResult Stability::test(PhaseState const& phase, double p, PhaseState co
                                 bool first, bool whole) {
     if (fluid_.size() == 2 && kind == StabilityTest::complete)
         return complete(phase, p, known, first, whole);
-    return Search(*this, phase, p, known, first).run();
+    return StabilitySearch(*this, phase, p, known, first).run();
 }
 
-StabilityResult Stability::Search::run() {
+StabilityResult StabilitySearch::run() {
     const int n = of_.fluid_.size();
     of_.steep_ = n > 2 && of_.is_steep(phase_);
     of_.bowls_.clear();
@@ -48,21 +48,21 @@ StabilityResult Stability::Search::run() {
     return r_;
 }
 
-void Stability::Search::take(double tpd) {
+void StabilitySearch::take(double tpd) {
     best_ = tpd;
     r_.other = true;
     r_.trial = {tpd, of_.s_.rho, of_.s_.x};
 }
 
 /// Whether the phase is a minimum in its surroundings, and its other density root.
-bool Stability::Search::itself() {
+bool StabilitySearch::itself() {
     if (!of_.locally_stable(phase_)) {
         r_.stable = false;  // no trial needed, but one is looked for
         if (first_) return false;
     }
     if (of_.fluid_.evaluate_at(of_.s_, p_, phase_.T, phase_.x, Root::stable, 0) &&
         std::fabs(of_.s_.rho / phase_.rho - 1) > kOther) {
-        const double d = distance(of_.s_, phase_);
+        const double d = Stability::distance(of_.s_, phase_);
         if (d < -Certificate::tpd_tolerance) {
             take(d);
             r_.stable = false;
@@ -75,7 +75,7 @@ bool Stability::Search::itself() {
 }
 
 /// True where the test may end.
-bool Stability::Search::record(End end) {
+bool StabilitySearch::record(End end) {
     if (end == End::failed) ++r_.unconverged;
     if (end == End::trivial) r_.tpd = std::min(r_.tpd, tpd_);
     if (end != End::stationary && end != End::negative) return false;
@@ -85,29 +85,29 @@ bool Stability::Search::record(End end) {
 }
 
 /// The quick test.
-void Stability::Search::binary() {
+void StabilitySearch::binary() {
     r_.unconverged += of_.scan_binary(phase_, p_);
-    for (Bracket const& b : of_.brackets_)
+    for (Stability::Bracket const& b : of_.brackets_)
         if (record(of_.descend(phase_, p_, known_, b, first_, tpd_, r_.iterations))) break;
 }
 
 /// Is the distance at x below the limit? Then s_ is there.
-bool Stability::Search::below(std::vector<double> const& x, double limit) {
+bool StabilitySearch::below(std::vector<double> const& x, double limit) {
     return of_.distance_at(x, phase_, p_) < limit &&
            of_.fluid_.evaluate_at(of_.s_, p_, phase_.T, x, Root::stable, 0) &&
-           distance(of_.s_, phase_) < limit;
+           Stability::distance(of_.s_, phase_) < limit;
 }
 
 /// Components as good as pure: one far below its solubility elsewhere (mercury in cold methane)
 /// may separate without taking any of the others along. From starts with two parts in a
 /// thousand of these no substitution leads there, as their potentials are out of all bounds.
-bool Stability::Search::nearly_pure() {
+bool StabilitySearch::nearly_pure() {
     const int n = of_.fluid_.size();
     for (int pure = 0; pure < n; ++pure) {
         for (int k = 0; k < n; ++k)
             of_.step_[k] = k == pure ? 1.0 - kPurest * (1.0 - phase_.x[k]) : kPurest * phase_.x[k];
         if (!below(of_.step_, -Certificate::tpd_tolerance)) continue;
-        const double d = distance(of_.s_, phase_);
+        const double d = Stability::distance(of_.s_, phase_);
         r_.stable = false;
         if (d < best_) take(d);
         r_.tpd = best_;
@@ -117,14 +117,14 @@ bool Stability::Search::nearly_pure() {
 }
 
 /// A descent; true where the test may end.
-bool Stability::Search::ends(std::size_t start, int substitutions) {
+bool StabilitySearch::ends(std::size_t start, int substitutions) {
     const End end = of_.descend(phase_, p_, known_, &of_.starts_[start], substitutions, first_,
                                 tpd_, r_.iterations);
     if (end == End::stationary && of_.kind == StabilityTest::complete) add_apart(minima_, of_.s_.x);
     return record(end);
 }
 
-void Stability::Search::from_starts() {
+void StabilitySearch::from_starts() {
     of_.many_starts(phase_, p_);
     const std::size_t step = of_.W_.size();
     for (; at_ < of_.starts_.size() && !ends(at_); at_ += step) {
@@ -141,7 +141,7 @@ void Stability::Search::from_starts() {
 /// the phase and one that leads to its vapour. It shows on the straight ways between the phases,
 /// from the phase to pure components of distances that are not those of an ideal mixture, and from
 /// the known one to all.
-void Stability::Search::along_lines() {
+void StabilitySearch::along_lines() {
     if (known_) {
         line_.set(phase_.x, known_->x.data(), -1);
         DistanceLine::Node m;
@@ -154,7 +154,7 @@ void Stability::Search::along_lines() {
     }
 }
 /// From a phase to a pure component, near which and halfway starts have been.
-void Stability::Search::to_pure(PhaseState const& from, int pure) {
+void StabilitySearch::to_pure(PhaseState const& from, int pure) {
     const std::size_t n = of_.W_.size(), nearly = pure, half = n + nearly;
     const bool own = &from == &phase_;
     line_.set(from.x, nullptr, pure);
@@ -169,12 +169,12 @@ void Stability::Search::to_pure(PhaseState const& from, int pure) {
     if (found || line_.negative) on_line(line_.zero(0.0, from.rho), m, b);
 }
 /// A negative distance is proof enough; where there are minima, descents.
-void Stability::Search::on_line(DistanceLine::Node const& a, DistanceLine::Node const& m,
-                                DistanceLine::Node const& b) {
+void StabilitySearch::on_line(DistanceLine::Node const& a, DistanceLine::Node const& m,
+                              DistanceLine::Node const& b) {
     if (!line_.negative) line_.search(a, m, b);
     if (line_.negative) {
         r_.stable = false;
-        const double d = distance(of_.s_, phase_);
+        const double d = Stability::distance(of_.s_, phase_);
         if (d < best_) take(d);
         return;
     }
@@ -188,7 +188,7 @@ void Stability::Search::on_line(DistanceLine::Node const& a, DistanceLine::Node 
 }
 
 /// From the middles between all minima, the phase and the known one.
-void Stability::Search::between_minima() {
+void StabilitySearch::between_minima() {
     const std::size_t step = of_.W_.size();
     minima_.push_back(phase_.x);
     if (known_) minima_.push_back(known_->x);
@@ -204,7 +204,7 @@ void Stability::many_starts(PhaseState const& phase, double p) {
     const int n = fluid_.size();
     starts_.clear();
     for (int start = 0; start < 2 * n; ++start) {  // nearly pure; half pure
-        const double pure = start < n ? Search::kPure : Search::kHalf;
+        const double pure = start < n ? StabilitySearch::kPure : StabilitySearch::kHalf;
         for (int k = 0; k < n; ++k)
             starts_.push_back(std::log((1.0 - pure) * phase.x[k] + (k == start % n ? pure : 0.0)));
     }
@@ -226,8 +226,9 @@ std::vector<TrialPhase> Stability::minima(PhaseState const& plane, double p,
     for (std::size_t at = 0; at < starts.size(); at += W_.size()) {
         double tpd = 0.0;
         int iterations = 0;
-        const End end = descend(plane, p, nullptr, &starts[at],
-                                at < own ? Search::kSubstitutions : 0, false, tpd, iterations);
+        const End end =
+            descend(plane, p, nullptr, &starts[at], at < own ? StabilitySearch::kSubstitutions : 0,
+                    false, tpd, iterations);
         if (end == End::stationary || end == End::negative) found.push_back({tpd, s_.rho, s_.x});
     }
     double tpd = 0.0;
@@ -252,7 +253,7 @@ StabilityResult Stability::lowest_start(PhaseState const& phase, double p) {
     }
     double tpd = 0.0;
     if (least < -Certificate::tpd_tolerance &&
-        descend(phase, p, nullptr, &starts_[lowest], Search::kSubstitutions, false, tpd,
+        descend(phase, p, nullptr, &starts_[lowest], StabilitySearch::kSubstitutions, false, tpd,
                 r.iterations) == End::negative) {
         r.stable = false;
         r.other = true;

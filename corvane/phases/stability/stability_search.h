@@ -6,10 +6,10 @@
 
 #include <vector>
 
-namespace corvane {
+namespace corvane::inline detail {
 
 /// One test and what it has found so far. Parts of it are false where it may end.
-class Stability::Search {
+class StabilitySearch {
   public:
     static constexpr int kSubstitutions = 3;
     static constexpr double kPurest = 1e-12;  // of the others in one that is as good as pure
@@ -17,7 +17,8 @@ class Stability::Search {
     static constexpr double kLow = 0.6,
                             kHigh = 1.1;  // of a distance over an ideal mixture's, see note()
 
-    Search(Stability& of, PhaseState const& phase, double p, PhaseState const* known, bool first)
+    StabilitySearch(Stability& of, PhaseState const& phase, double p, PhaseState const* known,
+                    bool first)
         : of_(of),
           phase_(phase),
           known_(known),
@@ -27,6 +28,7 @@ class Stability::Search {
     StabilityResult run();
 
   private:
+    using End = Stability::End;
     bool itself();
     void binary();
     bool below(std::vector<double> const& x, double limit);
@@ -65,4 +67,4 @@ class Stability::Search {
     DistanceLine line_;
 };
 
-}  // namespace corvane
+}  // namespace corvane::inline detail

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace corvane {
+namespace corvane::inline detail {
 namespace {
 // Of components in a start.
 constexpr double kDilute = 0.05, kAlone = 0.499;
@@ -19,7 +19,7 @@ constexpr double kAttracted = 0.05;  // of a pair's distance below that of its i
 /// somewhere, mixtures of two, too. From there without substitutions, which leap over narrow minima
 /// (a few per cent of a heavy component in a light one, say), and so once more from nearly pure
 /// components whose distances are too high.
-void Stability::Search::beside_the_phase() {
+void StabilitySearch::beside_the_phase() {
     const int n = of_.fluid_.size();
     const std::size_t step = of_.W_.size();
     low_.assign(step, 1.0);
@@ -49,7 +49,7 @@ void Stability::Search::beside_the_phase() {
 /// Between the starts half and nearly pure, which may lead to two phases past a third, where the
 /// distance is far below an ideal mixture's (a fluid of much methane between a liquid and its
 /// vapour).
-void Stability::Search::late(int k) {
+void StabilitySearch::late(int k) {
     if (!(low_[k] < kVeryLow)) return;
     toward(k, k, kLateStart);
     std::vector<double> start;
@@ -60,7 +60,7 @@ void Stability::Search::late(int k) {
 /// At a start of low distance a component would dissolve far better than in the phase, of which
 /// there is less than that takes: with more of it (octane in cold nitrogen, beside its liquid with
 /// methane).
-void Stability::Search::dissolving(std::size_t start) {
+void StabilitySearch::dissolving(std::size_t start) {
     if (!(at_start_[start] < kLowDistance)) return;
     const std::size_t n = of_.W_.size(), pure = start % n;
     double const* over = &over_[start * n];
@@ -82,7 +82,7 @@ void Stability::Search::dissolving(std::size_t start) {
 
 /// Two components that attract each other and may separate without the others: ammonia and water
 /// from a wax.
-void Stability::Search::pair_alone(int a, int b) {
+void StabilitySearch::pair_alone(int a, int b) {
     toward(a, b, kAlone);
     const double ideal = 0.5 * (at_start_[a] + at_start_[b]) - std::log(2.0);
     if (!(of_.distance_at(of_.way_, phase_, p_) < ideal - kAttracted)) return;
@@ -90,7 +90,7 @@ void Stability::Search::pair_alone(int a, int b) {
 }
 
 /// Sets way_ to `part` of components a and b, which may be one, beside the phase.
-void Stability::Search::toward(int a, int b, double part) {
+void StabilitySearch::toward(int a, int b, double part) {
     const double rest = 1.0 - (a == b ? part : 2.0 * part);
     for (int k = 0; k < phase_.size(); ++k)
         of_.way_[k] = rest * phase_.x[k] + (k == a || k == b ? part : 0.0);
@@ -99,7 +99,7 @@ void Stability::Search::toward(int a, int b, double part) {
 /// The distance at way_, a mixture of components a and b, over that in an ideal mixture from the
 /// nearest of both phases, Σ w·ln(w/x). Between phases that are neighbours of no others it is
 /// about 1.
-double Stability::Search::note(int a, int b, double distance) {
+double StabilitySearch::note(int a, int b, double distance) {
     double ideal = 1e300;
     const auto from = [&](std::vector<double> const& x) {
         double sum = 0.0;
@@ -118,11 +118,11 @@ double Stability::Search::note(int a, int b, double distance) {
 }
 
 /// Adds a start with `part` of components a and b beside the phase if the distance is low there.
-void Stability::Search::low_start(int a, int b, double part) {
+void StabilitySearch::low_start(int a, int b, double part) {
     toward(a, b, part);
     const double d = of_.distance_at(of_.way_, phase_, p_);
     if (!std::isfinite(d) || !(note(a, b, d) < kLow)) return;
     for (double w : of_.way_) of_.starts_.push_back(std::log(w));
 }
 
-}  // namespace corvane
+}  // namespace corvane::inline detail
