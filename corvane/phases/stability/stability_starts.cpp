@@ -35,8 +35,10 @@ void StabilitySearch::beside_the_phase() {
     }
     for (int k = 0; k < n; ++k) low_start(k, k, kDilute);
     if (*std::min_element(low_.begin(), low_.end()) < kLow) {
+        const std::vector<double> alone = low_;
         for (int a = 0; a < n; ++a)
             for (int b = 0; b < a; ++b) {
+                if (!(std::min(alone[a], alone[b]) < kLow)) continue;
                 low_start(a, b, kHalf - kDilute);
                 if (low_[a] < kLow && low_[b] < kLow) pair_alone(a, b);
             }
