@@ -99,7 +99,8 @@ struct Round {
         double value[11];
         for (int k = 0; k < 11; ++k) {
             value[k] = NAN;
-            if (report.answers(list[k].name, [&] { value[k] = (m.*list[k].f)(rho, T, x); }) &&
+            Property const f = list[k].f;
+            if (report.answers(list[k].name, [&] { value[k] = (m.*f)(rho, T, x); }) &&
                 is_mixture())
                 report.expect(!past_the_end || !std::isfinite(value[k]), "%.6g, where Ar %.6g, Z %.6g",
                               value[k], a, z);

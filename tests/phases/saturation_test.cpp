@@ -153,6 +153,48 @@ TEST(Saturation, NextToTheCriticalPointOfAGas) {
         EXPECT_NEAR(corvane::bubble_p(*m, q.p, z).T / T, 1, 1e-9);
         EXPECT_LT(q.certificate.evaluations, 3000);
     }
+    // From one to four per cent below it no start is near either, and none is needed: from 0.94 of T
+    // along the curve. (Flashes on the way to a vapour beside liquids took 3,900 to 8,500 evaluations.)
+    struct {
+        double T;
+        Vector<double> z;
+    } const below[] = {{214.018018, vec({.696271, .270573, .025069, .008087})},
+                       {204.643534, vec({.779981, .169169, .027437, .023413})},
+                       {199.819005, vec({.862171, .126788, .008682, .002359})}};
+    for (auto const& c : below) {
+        SCOPED_TRACE(c.T);
+        const auto q = corvane::bubble_T(*m, c.T, c.z);
+        EXPECT_LT(q.certificate.evaluations, 400);
+        EXPECT_EQ(corvane::flash_pT(*m, q.p * (1 + 1e-5), c.T, c.z).phases.size(), 1u);
+        EXPECT_EQ(corvane::flash_pT(*m, q.p * (1 - 1e-5), c.T, c.z).phases.size(), 2u);
+        EXPECT_LT(corvane::bubble_p(*m, q.p, c.z).certificate.evaluations, 700);
+    }
+}
+
+// The ordinary boundary where the direct solution loses its way: the dew point of an oil (and no fluid
+// next to liquids at 189 K), the bubble point of propane and ammonia (and none of ammonia at 59 K).
+TEST(Saturation, OrdinaryBoundariesBeforeThoseFarBelowFreezing) {
+    struct {
+        char const *eos, *mth;
+        std::vector<std::string> names;
+        Vector<double> z;
+        corvane::Saturated kind;
+        double p, T, off;
+    } const cases[] = {
+        {"PR", "vdW1", {"pentane", "hexadecane", "methane", "toluene"},
+         vec({.062649, .273392, .202965, .460994}), corvane::Saturated::dew, 2.555984, 640, 20},
+        {"PCSAFT", "LB", {"butane", "propane", "carbon_monoxide", "toluene", "ammonia"},
+         vec({.002135, .609476, 2.6257e-5, 6.967e-8, .3883626733}), corvane::Saturated::bubble, 4.104291,
+         345, 10}};
+    for (auto const& c : cases) {
+        SCOPED_TRACE(c.eos);
+        const Mixture m = mixture_of(c.eos, c.mth, c.names);
+        const auto q = corvane::saturation_p(*m, c.kind, c.p, c.z);
+        EXPECT_NEAR(q.T, c.T, c.off);
+        const double more = c.kind == corvane::Saturated::dew ? 1e-5 : -1e-5;
+        EXPECT_EQ(corvane::flash_pT(*m, c.p, q.T * (1 + more), c.z).phases.size(), 1u);
+        EXPECT_EQ(corvane::flash_pT(*m, c.p, q.T * (1 - more), c.z).phases.size(), 2u);
+    }
 }
 
 // Above the cricondentherm there is nothing; just below it there are two dew points. The critical

@@ -13,11 +13,15 @@
 namespace corvane {
 namespace {
 constexpr int kSubstitutions = 3;
-constexpr double kLeast = 1e-300;  // mole fraction in a start, whose logarithm is finite
-constexpr double kFactor = 3.0;    // largest change of p in a substitution
-constexpr double kFiner = 2.5;     // steps of the search that stands in for the trace
-constexpr double kBracket = 1e-3;  // of ln p: where the bracket of a solution is
-constexpr double kLiquid = 1.4;    // over the pseudocritical density: no vapour
+constexpr double kLeast = 1e-300;         // mole fraction in a start, whose logarithm is finite
+constexpr double kFactor = 3.0;           // largest change of p in a substitution
+constexpr double kFiner = 2.5;            // steps of the search that stands in for the trace
+constexpr double kBracket = 1e-3;         // of ln p: where the bracket of a solution is
+constexpr double kLiquid = 1.4;           // over the pseudocritical density: no vapour
+constexpr double kBelow[] = {0.6, 0.94};  // of p, of T: where from_below() begins
+constexpr int kUpward = 16;               // its steps
+constexpr double kSmallest = 1e-3;        // and the least of them, of ln T
+constexpr double kCloser = 0.4;           // of the distance of the phases left by a step
 }  // namespace
 
 SaturationSolver::SaturationSolver(ModelN const& model, Saturated kind, Fixed held,
@@ -66,8 +70,9 @@ SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
         if (may_split && o.start && !o.start->split.empty())
             if (const auto found = warm_split(*o.start, o)) return *found;
         if (o.start && warm(*o.start) && accept()) return result(o);
-        const bool converged = cold();
+        bool converged = cold();
         if (!converged && above() && quiet()) return search(o, {}, {});
+        converged = converged || from_below();
         const bool accepted = converged && accept();
         if (accepted && !second_liquid()) return result(o);
         std::optional<Found> first;
@@ -234,6 +239,49 @@ bool SaturationSolver::cold() {
     }
     pair_.start(z, a_.rho, b_.x, b_.rho, t);
     return solve(true, true);
+}
+
+bool SaturationSolver::from_below() {
+    if (fluid_.size() < 2) return false;
+    SaturationSolver start(fluid_.model(), kind_, {held_.at_T, kBelow[held_.at_T] * held_.value},
+                           asked_);
+    const bool found = start.cold() && start.bubble() == (kind_ == Saturated::bubble);
+    fluid_.evaluations += start.fluid_.evaluations;
+    if (!found) return false;
+    pair_.u = start.pair_.u;
+    const double goal = std::log(held_.value);
+    std::vector<double> t, row(pair_.u.size(), 0.0);
+    row.back() = 1.0;
+    bool reached = false;
+    double longest = 1.0;
+    for (int it = 0; it < kUpward && !reached; ++it) {
+        pair_.release();
+        pair_.row = row;
+        if (!pair_.evaluate() || !pair_.tangent(t)) break;
+        const std::vector<double> from = pair_.u;
+        const double distance = apart(),
+                     rest = held_.at_T ? goal - from.back() : (goal - pair_.ln_p()) / pair_.ln_p(t),
+                     step = std::min(rest, longest);
+        if (!(rest > 0.0)) break;
+        for (std::size_t i = 0; i < t.size(); ++i) pair_.u[i] += step * t[i];
+        bool solved = false;
+        if (step < rest) {
+            pair_.value = pair_.u.back();
+            solved = pair_.solve(kNewton);
+        } else {
+            pair_.row.clear();
+            pair_.hold(held_);
+            solved = reached = solve(true, true);
+        }
+        if (solved && apart() > kCloser * distance) continue;
+        reached = false;
+        pair_.u = from;
+        if ((longest = 0.5 * step) < kSmallest) break;
+    }
+    pair_.row.clear();
+    pair_.release();
+    pair_.hold(held_);
+    return reached;
 }
 
 bool SaturationSolver::pure() {

@@ -73,6 +73,9 @@ class SaturationSolver {
 
     bool warm(SaturationPoint const& start);
     bool cold();
+    /// Where that does not converge, mostly some per cent below a critical temperature: from a lower T
+    /// (or p), from which it does, along the curve of saturation in ln T, at most 16 steps.
+    bool from_below();
     /// A pure fluid next to its critical point. complete_: at or above it.
     bool pure();
     /// A pure fluid as its component has it, with those bounds: equations that are not smooth at
