@@ -171,6 +171,23 @@ TEST(Saturation, NextToTheCriticalPointOfAGas) {
     }
 }
 
+// The first liquid of a cold gas is carbon dioxide, whose start is far from it (0.01 and 0.03 MPa), or
+// comes before one of ethane (0.1 MPa). (13,700 to 14,500 evaluations of a search.)
+TEST(Saturation, FirstLiquidsFarFromTheirStart) {
+    auto const open =
+        corvane::open_mixture("MEOS+GERG", {"methane", "ethane", "nitrogen", "carbon_dioxide"});
+    auto const& m = open.model;
+    const Vector<double> z = vec({.693, .08, .1655, .0615});
+    for (double p : {.01, .03, .1}) {
+        SCOPED_TRACE(p);
+        const auto q = corvane::dew_p(*m, p, z);
+        EXPECT_GT(q.incipient.x[3], .9);
+        EXPECT_LT(q.certificate.evaluations, 800);
+        EXPECT_EQ(corvane::flash_pT(*m, p, q.T * (1 + 1e-5), z).phases.size(), 1u);
+        EXPECT_EQ(corvane::flash_pT(*m, p, q.T * (1 - 1e-5), z).phases.size(), 2u);
+    }
+}
+
 // The ordinary boundary where the direct solution loses its way: the dew point of an oil (and no fluid
 // next to liquids at 189 K), the bubble point of propane and ammonia (and none of ammonia at 59 K).
 TEST(Saturation, OrdinaryBoundariesBeforeThoseFarBelowFreezing) {

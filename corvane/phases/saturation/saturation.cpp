@@ -9,10 +9,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace corvane {
 namespace {
-constexpr int kSubstitutions = 3;
+constexpr int kSubstitutions = 3, kMoreSubstitutions = 10;
+constexpr int kOthers = 3;                // liquids of a dew point that are tried after the first
 constexpr double kLeast = 1e-300;         // mole fraction in a start, whose logarithm is finite
 constexpr double kFactor = 3.0;           // largest change of p in a substitution
 constexpr double kFiner = 2.5;            // steps of the search that stands in for the trace
@@ -73,7 +75,12 @@ SaturationPoint SaturationSolver::run(SaturationOptions const& o) {
         bool converged = cold();
         if (!converged && above() && quiet()) return search(o, {}, {});
         converged = converged || from_below();
-        const bool accepted = converged && accept();
+        bool accepted = converged && accept();
+        // Another liquid appears before the one that was found.
+        for (int k = 0; k < kOthers && !accepted && below_; ++k)
+            accepted = substitute(std::exchange(below_, {})->w, pair_.a.T, pair_.pressure(),
+                                  kMoreSubstitutions) &&
+                       accept();
         if (accepted && !second_liquid()) return result(o);
         std::optional<Found> first;
         if (accepted) first = take();
@@ -218,17 +225,30 @@ bool SaturationSolver::cold() {
         }
         t = 1 / tau;
     }
-    for (int it = 0; it < kSubstitutions; ++it) {
+    if (substitute(y, t, q, kSubstitutions)) return true;
+    // Where the first liquid of a gas is far from what Wilson's estimate says (of a cold one, of
+    // carbon dioxide) Newton's method needs a better start.
+    return n > 1 && !bubble && !alike() && substitute(b_.x, a_.T, a_.p, kMoreSubstitutions);
+}
+
+bool SaturationSolver::substitute(std::vector<double> y, double t, double q, int last) {
+    const int n = fluid_.size();
+    std::vector<double> const& z = fluid_.z();
+    const bool bubble = kind_ == Saturated::bubble;
+    const double sign = bubble ? 1.0 : -1.0;
+    double slope = 0.0;
+    for (int it = 1;; ++it) {
         double sum = 0.0;
         for (double v : y) sum += v;
         for (double& v : y) v = std::max(v / sum, kLeast);
+        for (int k = 0; it == 1 && k < n; ++k) slope += y[k] * fluid_.wilson_slope(k);
         a_.T = t;  // where beside_liquids starts
         a_.p = q;
         b_.x = y;
         if (!fluid_.evaluate_at(a_, q, t, z, bubble ? Root::dense : Root::dilute, 0) ||
             !fluid_.evaluate_at(b_, q, t, y, bubble ? Root::dilute : Root::dense, 0))
             return false;
-        if (it + 1 == kSubstitutions) break;
+        if (it == last) break;
         sum = 0.0;
         for (int k = 0; k < n; ++k) sum += y[k] = std::exp(a_.m[k] - b_.m[k] + std::log(y[k]));
         if (!std::isfinite(sum)) return false;
@@ -340,6 +360,7 @@ bool SaturationSolver::restore(Found const& found) {
 }
 
 bool SaturationSolver::accept() {
+    below_.reset();
     const double pressure = pair_.pressure();
     if (!(pressure > 0.0) || !(pair_.a.S > 0.0) || !(pair_.b.S > 0.0)) return false;
     for (int k = 0; k < fluid_.size(); ++k)  // no certificate: another way may lead to one
@@ -351,6 +372,7 @@ bool SaturationSolver::accept() {
     const StabilityResult r =
         stability_.test(pair_.a, pressure, fluid_.size() > 1 ? &pair_.b : nullptr, true);
     tpd_ = r.stable ? std::min(0.0, r.tpd) : r.tpd;
+    if (kind_ == Saturated::dew && !r.stable && r.other) below_ = r.trial;
     if (!wanted) {
         if (r.stable) others_.push_back(other());
         return false;

@@ -61,6 +61,8 @@ struct SaturationOptions {
 ///    likewise), the search of step 2 comes first. If it finds all stable, and T lies beyond a
 ///    rough outline of a closed envelope on which the critical point of z is, there is no solution;
 ///    where dense fluids part above 4000 MPa is not looked for then.
+///    Where Newton's method fails, from a colder state (0.94 of T, or 0.6 of p) along the curve; of a
+///    dew point after more substitutions, and from the liquid that the stability test finds below it.
 /// 2. Otherwise, and for Branch::lower and upper beside the first of these, a search over all
 ///    pressures from where the gas is nearly ideal to 1000 MPa: a phase boundary is where the
 ///    tangent-plane test changes its answer. Each change is bracketed, then solved as above. Steps

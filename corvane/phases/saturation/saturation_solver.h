@@ -73,6 +73,8 @@ class SaturationSolver {
 
     bool warm(SaturationPoint const& start);
     bool cold();
+    /// Compositions, and T (or p), by substitution from an incipient phase y, then solve().
+    bool substitute(std::vector<double> y, double t, double q, int last);
     /// Where that does not converge, mostly some per cent below a critical temperature: from a lower T
     /// (or p), from which it does, along the curve of saturation in ln T, at most 16 steps.
     bool from_below();
@@ -85,7 +87,8 @@ class SaturationSolver {
     /// nearly alike, too; unless_above: not where above().
     bool solve(bool also_near = true, bool unless_above = false);
     bool within_bounds(bool known);
-    /// Is the solution the answer? Leaves the tangent-plane distance in tpd_.
+    /// Is the solution the answer? Leaves the tangent-plane distance in tpd_, of a dew point the liquid
+    /// that is below its plane in below_.
     bool accept();
     Found take() const { return {pair_.u, tpd_, bounds_, found()}; }
     bool restore(Found const& found);
@@ -232,6 +235,7 @@ class SaturationSolver {
     Stability stability_;
     PhaseState a_, b_;
     double tpd_ = 0.0;
+    std::optional<TrialPhase> below_;
     bool collect_ = false;       // accept() notes the boundaries of the other kind
     std::vector<Other> others_;  // seen by accept()
     KeptEnvelope const* kept_ = nullptr;
