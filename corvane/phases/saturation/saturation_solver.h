@@ -75,7 +75,7 @@ class SaturationSolver {
     bool cold();
     /// Compositions, and T (or p), by substitution from an incipient phase y, then solve().
     bool substitute(std::vector<double> y, double t, double q, int last);
-    /// Where that does not converge, mostly some per cent below a critical temperature: from a lower T
+    /// Where cold() does not converge, mostly some per cent below a critical temperature: from a lower T
     /// (or p), from which it does, along the curve of saturation in ln T, at most 16 steps.
     bool from_below();
     /// A pure fluid next to its critical point. complete_: at or above it.
