@@ -21,7 +21,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <random>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -101,21 +100,23 @@ class Hunt {
         return false_;
     }
 
-    /// A line as show() prints it. False if it is none.
-    bool again(std::string const& line) {
-        char name[3][40];
+    /// A line as show() prints it.
+    static long again(Settings const& s, std::string const& line) {
+        char model[40], name[3][40];
         double z[2], T, p;
         if (std::sscanf(line.c_str(),
-                        "%*s corvane flash %*s %39[^=]=%lf %39[^=]=%lf %39s --T %lf --p %lf",
-                        name[0], &z[0], name[1], &z[1], name[2], &T, &p) != 7)
-            return false;
+                        "%*s corvane flash %39s %39[^=]=%lf %39[^=]=%lf %39s --T %lf --p %lf", model,
+                        name[0], &z[0], name[1], &z[1], name[2], &T, &p) != 8) {
+            std::printf("no call of a flash: %s\n", line.c_str());
+            return 0;
+        }
+        Hunt hunt(s, model);
         const std::vector<std::string> names(name, name + 3);
         Vector<double> all(3);
         all[0] = z[0], all[1] = z[1], all[2] = 1 - z[0] - z[1];
-        ask(*mixture(names), names, all, T, p);
-        return true;
+        hunt.ask(*hunt.mixture(names), names, all, T, p);
+        return hunt.false_;
     }
-    long wrong() const { return false_; }
 
   private:
     Mixture mixture(std::vector<std::string> const& names) const {
@@ -205,13 +206,7 @@ int main(int argc, char** argv) {
     }
     long wrong = 0;
     std::ifstream in(file);
-    for (std::string line, word; std::getline(in, line);) {
-        std::istringstream words(line);
-        for (int k = 0; k < 4; ++k) words >> word;
-        Hunt hunt(s, word);
-        hunt.again(line);
-        wrong += hunt.wrong();
-    }
+    for (std::string line; std::getline(in, line);) wrong += Hunt::again(s, line);
     for (auto const& model : models) wrong += Hunt(s, model).run();
     return wrong ? 1 : 0;
 }

@@ -12,8 +12,8 @@
 namespace judge {
 
 /// What the court asks of an equation, from ModelN::Z and ModelN::myr at given densities, in double
-/// whatever Real is. It judges what is built on the equation, not the equation; its figures are as
-/// good as differences of doubles are, so that phases have to be 0.01 apart (ln rho).
+/// whatever Real is. It judges what is built on the equation, not the equation; its figures are as good
+/// as differences of doubles are, so that phases have to be 0.01 apart (ln rho).
 struct OfModel {
     static constexpr Precision kPrecision{2e-13, 1e-5, 1e-6, false, 1e-3};
     static constexpr int kBranches = 6;  // SAFT-VR Mie has loops between gas and cold liquids

@@ -123,8 +123,8 @@ class TernarySearch {
         Point q[2];
         const int n = points(w, q);
         if (n == 0) return false;
-        const int r =
-            n == 2 && std::fabs(std::log(q[1].rho / p.rho)) < std::fabs(std::log(q[0].rho / p.rho));
+        const int r = n == 2 && std::fabs(std::log(q[1].rho / p.rho)) <
+                                    std::fabs(std::log(q[0].rho / p.rho));
         p = q[r];
         return true;
     }

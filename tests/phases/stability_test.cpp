@@ -363,9 +363,9 @@ TEST(Stability, LiquidsNextToWhereDensitiesEnd) {
         Vector<double> z, witness;
     };
     const Ternary cases[] = {{"propane", 88.378, 2.515656, vec({.395516, .000517073, .603966927}),
-                           vec({.0333, .367, .5997})},
-                          {"ethanol", 64.050391522, .23874480580,
-                           vec({.500444, .0043925, .4951635}), vec({1e-9, .1, .9 - 1e-9})}};
+                              vec({.0333, .367, .5997})},
+                             {"ethanol", 64.050391522, .23874480580,
+                              vec({.500444, .0043925, .4951635}), vec({1e-9, .1, .9 - 1e-9})}};
     for (auto const& c : cases) {
         SCOPED_TRACE(c.third);
         auto const open = corvane::open_mixture("PCSAFT+LB", {"nitrogen", "eicosane", c.third});

@@ -236,12 +236,16 @@ bool SaturationSolver::substitute(std::vector<double> y, double t, double q, int
     std::vector<double> const& z = fluid_.z();
     const bool bubble = kind_ == Saturated::bubble;
     const double sign = bubble ? 1.0 : -1.0;
-    double slope = 0.0;
+    double slope = 0.0, all = 0.0;
+    for (int k = 0; k < n; ++k) {
+        slope += y[k] * fluid_.wilson_slope(k);
+        all += y[k];
+    }
+    slope /= all;
     for (int it = 1;; ++it) {
         double sum = 0.0;
         for (double v : y) sum += v;
         for (double& v : y) v = std::max(v / sum, kLeast);
-        for (int k = 0; it == 1 && k < n; ++k) slope += y[k] * fluid_.wilson_slope(k);
         a_.T = t;  // where beside_liquids starts
         a_.p = q;
         b_.x = y;

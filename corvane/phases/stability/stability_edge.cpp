@@ -31,14 +31,14 @@ constexpr double kNone = std::numeric_limits<double>::infinity();
 /// component and mixtures of these with the phase. Where densities end on a ray, and the distance
 /// still falls there, it is minimised within the compositions that have one by the simplex method
 /// (Nelder and Mead, Comput. J. 7 (1965) 308), in the logarithms of the mole fractions over the
-/// last one's.
+/// largest one.
 class StabilitySearch::Edge {
   public:
     Edge(StabilitySearch& search, int k) : search_(search), k_(static_cast<std::size_t>(k)) {}
     /// True where the test may end. `all`: from mixtures of the phase with others, too.
     bool run(bool all);
-    double untold =
-        kNone;  ///< least distance where densities end, of what no descent could tell more of
+    /// Least distance where densities end, of what no descent could tell more of.
+    double untold = kNone;
 
   private:
     using Point = std::vector<double>;
