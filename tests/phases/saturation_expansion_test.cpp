@@ -44,6 +44,13 @@ struct Cubic {
     }
 };
 
+/// q of Soave's equation (Chem. Eng. Sci. 27 (1972) 1197), Tc, pc and omega given.
+Quad srk_q(Model1 const& m, Quad T) {
+    const Quad c = cbrtq(2) - 1, omega = m.param(3), Tr = T / m.param(1);
+    const Quad root = 1 + (0.48 + omega * (1.574 - omega * 0.176)) * (1 - sqrtq(Tr));
+    return root * root / Tr / (3 * c * c);
+}
+
 /// q of Peng and Robinson's equation with its standard temperature function.
 Quad pr_q(Model1 const& m, Quad T) {
     const Quad t = sqrtq(8), yc = 1 / (1 + cbrtq(4 - t) + cbrtq(4 + t));
@@ -139,6 +146,40 @@ TEST(SaturationExpansion, MeetsTheSolverWithinTheBounds) {
         EXPECT_NEAR(sure.T / cold.T, 1, sure.value_error + cold.value_error);
         EXPECT_LE(sure.value_error, 1e-11);
     }
+}
+
+// At given p the error of T moves the densities, next to the critical point by many times itself.
+TEST(SaturationExpansion, BoundsAtGivenPressureHold) {
+    const auto check = [&](Model1 const& m, double p, corvane::PureSaturation const& q) {
+        SCOPED_TRACE(testing::Message() << m.eos() << " " << m.name() << " " << q.T);
+        const bool pr = std::string_view(m.eos()) == "PR";
+        const double b = m.vs();
+        Quad T = q.T, liquid = b * Quad(q.rhoL), vapour = b * Quad(q.rhoV);
+        const auto p_at = [&](Quad t) {
+            const Cubic cubic = pr ? Cubic{2, -1, pr_q(m, t)} : Cubic{1, 0, srk_q(m, t)};
+            cubic.saturated(liquid, vapour);
+            return cubic.P(vapour) * R * t / b;
+        };
+        const Quad h = T * 1e-10, slope = (p_at(T) - p_at(T - h)) / h;
+        for (int it = 0; it < 3; ++it) T += (p - p_at(T)) / slope;
+        ASSERT_LT(double(fabsq(p_at(T) / p - 1)), 1e-20);
+        const auto off = [](Quad x, Quad y) { return double(fabsq(x / y - 1)); };
+        EXPECT_LE(off(q.T, T), q.value_error);
+        EXPECT_LE(std::max(off(q.rhoL, liquid / b), off(q.rhoV, vapour / b)), q.rho_error);
+        EXPECT_LE(off(logq(Quad(q.rhoL) / q.rhoV), logq(liquid / vapour)), q.apart_error);
+    };
+    const Model propane = load_set("PR", "propane"), helium = load_set("SRK", "helium");
+    for (Model1 const* m : {propane.get(), helium.get()}) {
+        const SaturationExpansion curve(*m);
+        for (double Tr : {0.6, 0.9, 0.99, 0.995, 0.999, 0.9999, 0.99999, 0.999999})
+            for (int k = 0; k < 40; ++k) {
+                const double p = curve.p_at(Tr * curve.T_critical()) * (1 - 1e-4 * k * (1 - Tr));
+                check(*m, p, corvane::pure_saturation_p(*m, p));
+                check(*m, p, curve.certified_p(*m, p));
+            }
+    }
+    const double soft = 0.22428875537677523;  // where T is off by a third of its bound
+    check(*helium, soft, corvane::pure_saturation_p(*helium, soft));
 }
 
 TEST(SaturationExpansion, AnswersWithinItsRangeOnly) {

@@ -57,15 +57,23 @@ bool set_traces(FluidModel const& fluid, int i, double T, NearlyPure& s) {
     return true;
 }
 
-void bound(FluidModel const& fluid, int i, PureSaturation const& q, double p, NearlyPure const& s,
-           Certificate& c) {
+/// Where p is given, the error of T moves the rest's density and both potentials.
+void bound(FluidModel const& fluid, int i, PureSaturation const& q, bool at_T, double p,
+           NearlyPure const& s, Certificate& c) {
     constexpr double eps = std::numeric_limits<double>::epsilon();
+    const double P = p / (R * s.rest.T), of_T = at_T ? 0.0 : q.value_error;
+    const double rest_error =
+        (2.0 * rounding_of_P(fluid, s.rest) + q.value_error * P + of_T * std::fabs(s.rest.p_T)) / s.rest.S;
+    const auto of_m = [&](PhaseState const& one, double rho_error) {
+        double slope = 0.0;
+        for (int j = 0; j < 2; ++j) slope += std::fabs(one.rho_i[j] * one.H[i * 2 + j]);
+        return rounding_of_m(fluid, one, i) + of_T * std::fabs(one.m_T[i]) + slope * rho_error;
+    };
     c.value_error = q.value_error;
-    c.x_error = std::max(eps, 4.0 * s.rest.x[i] *
-                                  (std::fabs(s.pure.m[i] - s.rest.m[i]) + q.value_error +
-                                   rounding_of_m(fluid, s.pure, i) + rounding_of_m(fluid, s.rest, i)));
-    c.rho_error = std::max(q.rho_error, (2.0 * rounding_of_P(fluid, s.rest) +
-                                         q.value_error * p / (R * s.rest.T)) / s.rest.S);
+    c.x_error = std::max(
+        eps, 4.0 * s.rest.x[i] * (std::fabs(s.pure.m[i] - s.rest.m[i]) + of_m(s.pure, q.rho_error) +
+                                  of_m(s.rest, rest_error)));
+    c.rho_error = std::max(q.rho_error, rest_error);
     c.apart_error = q.apart_error;
 }
 }  // namespace
@@ -98,7 +106,7 @@ std::optional<SaturationPoint> SaturationSolver::beside_pure(int i, PhaseRecord 
     Certificate& c = point.certificate;
     c.tpd = std::min(0.0, r.tpd);
     c.test = stability_.kind;
-    bound(fluid_, i, q, p, s, c);
+    bound(fluid_, i, q, held_.at_T, p, s, c);
     const bool heavier = s.pure.rho * fluid_.weight(i) > s.rest.rho * fluid_.weight(j);
     certify(fluid_, p, {heavier ? &s.pure : &s.rest, heavier ? &s.rest : &s.pure, &s.vapour}, c);
     point.fraction = {heavier ? pure_part : 1.0 - pure_part, heavier ? 1.0 - pure_part : pure_part};

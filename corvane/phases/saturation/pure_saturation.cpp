@@ -318,6 +318,16 @@ PureSaturation PureSaturationSolver::at_T() {
     return solve(held_.value);
 }
 
+void PureSaturationSolver::add_error_of_T(PureSaturation& q, double h, double rhoL, double rhoV,
+                                          double noise) {
+    constexpr double kMargin = 2.0;
+    const double part = kMargin * q.value_error / h;
+    const double liquid = std::fabs(std::log(rhoL / q.rhoL)) + noise,
+                 vapour = std::fabs(std::log(rhoV / q.rhoV)) + noise;
+    q.rho_error += part * std::max(liquid, vapour);
+    q.apart_error += part * (liquid + vapour) / std::log(q.rhoL / q.rhoV);
+}
+
 PureSaturation PureSaturationSolver::at_p() {
     critical(!(held_.value < (1.0 - 10.0 * kWide) * model_.pcrit()));
     if (held_.value >= pc_) no_solution();
@@ -346,6 +356,11 @@ PureSaturation PureSaturationSolver::at_p() {
         if (std::fabs(off) <= q.value_error ||
             (std::fabs(step) < 1e-9 && std::fabs(off) >= 0.5 * last)) {
             q.value_error = (q.value_error + std::fabs(off)) / steep + kEps;
+            const double near = std::min(1e-4, 0.1 * (1.0 - q.T / Tc_));
+            const double cold = q.T * (1.0 - near);
+            auto c = newton(cold, q.rhoL, q.rhoV, kQuick);  // for a slope of two digits near enough
+            if (!c) c = from(cold, q.rhoL, q.rhoV);
+            add_error_of_T(q, near, c->rhoL, c->rhoV, q.rho_error + c->rho_error);
             q.p = held_.value;
             return q;
         }

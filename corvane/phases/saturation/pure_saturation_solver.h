@@ -43,6 +43,11 @@ class PureSaturationSolver {
     bool outermost(PureSaturation const& q) const;
     /// A temperature below critical, without a start. @throws EquilibriumFailure
     PureSaturation solve(double T);
+    /// Adds to the bounds of the densities what the error of T, in q.value_error, makes of them, by
+    /// their slopes along the curve, which grow without limit towards the critical point. rhoL, rhoV:
+    /// at T·(1 − h), off by `noise` with those of q. They go by the square root of the distance from
+    /// the critical point: with h a quarter of it, a slope is 16 % too small, against a margin of 2.
+    static void add_error_of_T(PureSaturation& q, double h, double rhoL, double rhoV, double noise);
 
   private:
     /// A number with a bound of its error.

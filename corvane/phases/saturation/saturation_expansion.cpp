@@ -144,14 +144,15 @@ PureSaturation SaturationExpansion::certified_p(Model1 const& model, double p) c
     PureSaturation q = certified_T(model, s.T);
     // ln p by ln T, between neighbours that are far beyond rounding
     const double h = std::min(1e-4, 0.25 * (Tc_ - s.T) / s.T);
-    const double cold = p_at(s.T * (1.0 - h));
-    if (!(cold > 0.0)) return pure_saturation_p(model, p);
-    const double slope = std::log(s.p / cold) / -std::log1p(-h), off = std::log(q.p / p);
-    const double value_error = (q.value_error + std::fabs(off)) / slope * 1.1 + 4.0 * kEps;
-    // The densities belong to a temperature that is off by the error of T.
+    Point cold;
+    if (!at_T(s.T * (1.0 - h), cold)) return pure_saturation_p(model, p);
+    const double slope = std::log(s.p / cold.p) / -std::log1p(-h), off = std::log(q.p / p);
     if (std::fabs(off) > 0.5 * q.value_error + 1e-13) return pure_saturation_p(model, p);
+    q.value_error = (q.value_error + std::fabs(off)) / slope * 1.1 + 4.0 * kEps;
+    const SaturationErrors e = bound(cold.T);
+    PureSaturationSolver::add_error_of_T(q, h, cold.rhoL, cold.rhoV,
+                                         q.rho_error + std::max(e.rhoL, e.rhoV));
     q.p = p;
-    q.value_error = value_error;
     return q;
 }
 
